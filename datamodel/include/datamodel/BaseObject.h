@@ -1,0 +1,28 @@
+#pragma once
+
+#include "datamodel/DatamodelApi.h"
+#include "datamodel/TypeCode.h"
+
+#include <string>
+
+namespace datamodel {
+
+/// Root of everything that a device holds.
+///
+/// Every class of the data model stores its own unqualified name as the first member of its level
+/// and reports its type code through `typeCode`. Members are public data: the parser fills them,
+/// the host reads them. Texts are bytes, copied from the mx file without any conversion.
+class DATAMODEL_API BaseObject
+{
+public:
+    virtual ~BaseObject() = default;
+
+    /// Returns the type code of the class.
+    virtual int typeCode() const { return baseObjectTypeCode; }
+
+    std::string baseObjectTag = "BaseObject"; ///< Class tag.
+    std::string id;      ///< Decimal text, unique within one device; empty until assigned.
+    std::string auxText; ///< Empty; at the host's disposal.
+};
+
+} // namespace datamodel

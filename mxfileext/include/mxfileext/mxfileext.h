@@ -1,0 +1,71 @@
+#pragma once
+
+#include "mxfileext/MxfileextApi.h"
+
+#include <string>
+#include <vector>
+
+/// The companion library of the device parser: the coding of parameter values.
+///
+/// It keeps the parsed data of one mx file per module index; the parser always uses module 0. A
+/// host may put a library of its own with these functions in its place. Not safe for concurrent
+/// calls.
+namespace mxfileext {
+
+/// A parameter's value and range, decoded from its record and the parameter block.
+struct ParameterValue_t
+{
+    unsigned char datatype;   ///< Number of the parameter's datatype, 1 to 9; 0: none.
+    bool present;             ///< False: the value does not lie in the parameter block.
+    unsigned char value[8];   ///< The value, 8 bytes big-endian, sign-extended.
+    unsigned char minimum[8]; ///< Lower bound in the same form.
+    unsigned char maximum[8]; ///< Upper bound in the same form.
+};
+
+/// Forgets everything that is kept for `module`.
+MXFILEEXT_API void clearParsedData(unsigned char module);
+
+/// Takes note of one group of the mx file of `module`: `data` is the whole group record of `size`
+/// bytes (identifier, length, payload, checksum). What is needed is copied. The first occurrence of
+/// a group holds; a size below 6 is ignored.
+MXFILEEXT_API void parseGroup(unsigned char module, unsigned short group, const unsigned char* data,
+                              unsigned short size);
+
+/// Tells the size in bytes of module 0's parameter block. `block` may be null with size 0; it is
+/// not kept.
+MXFILEEXT_API void initializeModule(char* block, unsigned short size);
+
+/// Decodes value and range of the parameter whose 29-byte `record` is given from `block`, which has
+/// the size told to `initializeModule`. Never fails: where `block` is null or the value lies
+/// outside, the value is marked absent.
+MXFILEEXT_API void getParameterValue(const unsigned char* record, const unsigned char* block,
+                                     ParameterValue_t* out);
+
+/// Gives value, minimum and maximum as decimal texts; an absent value is the empty text.
+MXFILEEXT_API void parameterValueToString(const ParameterValue_t& parameter, std::string& value,
+                                          std::string& min, std::string& max);
+
+/// Gives value, minimum and maximum in physical units, raw * factor + offset, and the unit's text,
+/// by the conversion that `record` names (none: factor 1, offset 0, no unit). An absent value
+/// counts as raw 0.
+MXFILEEXT_API void getConvertedParameter(unsigned char module, unsigned char* block,
+                                         unsigned char* record, float* value, float* min,
+                                         float* max, std::string& unit);
+
+/// Zero-fills the 8 bytes at `out`, then writes the value's bytes as they stand in `raw`; for a
+/// `bitLength` above 0 the bit field, shifted down to bit 0, in `out[0]`. Throws
+/// `std::runtime_error` when the value lies outside `raw` or `dataSize` is above 8.
+MXFILEEXT_API void getLeftAlignedRawParameter(const std::vector<char>& raw, unsigned char* out,
+                                              unsigned char byteOffset, unsigned char dataSize,
+                                              unsigned char bitOffset, unsigned char bitLength);
+
+/// Writes `value` into the raw image `raw`, which has the size told to `initializeModule`: a
+/// decimal integer, or the physical value for a parameter that is converted (rounded to the nearest
+/// raw value). Only the bits of the parameter change; the text that is read from a parameter leaves
+/// the image as it is. Throws `std::runtime_error` naming the parameter number and the text, with
+/// the image unchanged, when the text is no number, the datatype or bit field cannot hold the
+/// value, or its place lies outside the image.
+MXFILEEXT_API void setParameter(unsigned char module, unsigned char* raw, unsigned char* record,
+                                const std::string& value);
+
+} // namespace mxfileext

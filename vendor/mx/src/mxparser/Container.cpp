@@ -1,0 +1,114 @@
+#include "devices/parser/mx/ByteReaders.h"
+#include "devices/parser/mx/HexText.h"
+#include "devices/parser/mx/Parser.h"
+
+#include <stdexcept>
+
+namespace devices::parser::mx {
+
+namespace {
+
+constexpr std::uint16_t headerGroup = 0;
+constexpr std::uint32_t groupHeaderSize = 4;    // identifier and length
+constexpr std::uint32_t groupOverhead = 6;      // header and checksum
+constexpr std::uint32_t headerGroupMinSize = 8; // overhead and content length
+
+[[noreturn]] void failAtGroup(std::uint16_t id, std::uint32_t start, const char* reason)
+{
+    throw std::runtime_error("Parser::parse(): Error in group " + std::to_string(id) + " (@ " +
+                             std::to_string(start) + "): " + reason);
+}
+
+constexpr const char* outOfBounds = "Index position out of bounds";
+constexpr const char* invalidLength = "Invalid group length";
+
+// Whether `count` bytes from `pos` lie before `end`; `end` may have shrunk to before `pos`.
+bool fits(std::uint32_t pos, std::uint32_t count, std::uint32_t end)
+{
+    return pos <= end && count <= end - pos;
+}
+
+void checkGroup(std::uint16_t id, std::uint32_t pos, std::uint32_t length, std::uint32_t end)
+{
+    if (!fits(pos, length, end)) {
+        failAtGroup(id, pos, outOfBounds);
+    }
+    if (length < groupOverhead) {
+        failAtGroup(id, pos, invalidLength);
+    }
+}
+
+// Checks a header group and returns the end that its content length sets.
+std::uint32_t checkHeaderGroup(const std::uint8_t* data, std::uint32_t pos, std::uint32_t length,
+                               std::uint32_t end)
+{
+    if (length < headerGroupMinSize) {
+        failAtGroup(headerGroup, pos, invalidLength);
+    }
+    if (!fits(pos, groupOverhead, end)) {
+        failAtGroup(headerGroup, pos, outOfBounds);
+    }
+    const std::uint32_t declared = readU16BE(data + pos + groupHeaderSize);
+    if (declared > end) {
+        throw std::runtime_error("Parser::parse(): Truncated mx buffer");
+    }
+    if (!fits(pos, length, declared)) {
+        failAtGroup(headerGroup, pos, outOfBounds);
+    }
+    return declared;
+}
+
+} // namespace
+
+Parser::~Parser() = default;
+
+void Parser::parse(const std::uint8_t* data, std::uint32_t length)
+{
+    buffer = data;
+    bufferEnd = data + length;
+    groupIndex.clear();
+    groupOrder.clear();
+
+    std::uint32_t end = length;
+    std::uint32_t pos = 0;
+    while (pos < end && end - pos > groupHeaderSize) {
+        const std::uint16_t id = readU16BE(data + pos);
+        const std::uint32_t groupLength = readU16BE(data + pos + 2);
+        if (id == headerGroup) {
+            end = checkHeaderGroup(data, pos, groupLength, end);
+        } else {
+            checkGroup(id, pos, groupLength, end);
+        }
+        // Of a repeated identifier the first occurrence stays.
+        groupIndex.try_emplace(id, pos + groupHeaderSize, groupLength - groupOverhead);
+        groupOrder.push_back(id);
+        pos += groupLength;
+    }
+}
+
+void Parser::parse(const char* data, std::uint32_t length)
+{
+    parse(reinterpret_cast<const std::uint8_t*>(data), length);
+}
+
+std::uint16_t Parser::calculateCrc(const std::uint8_t* /*data*/, std::uint32_t /*length*/)
+{
+    return 0;
+}
+
+std::size_t Parser::bytesFrom(const std::uint8_t* payload, std::uint32_t offset) const
+{
+    const auto available = static_cast<std::size_t>(bufferEnd - payload);
+    return offset < available ? available - offset : 0;
+}
+
+const std::uint8_t* Parser::bytesAt(const std::uint8_t* payload, std::uint32_t offset,
+                                    std::uint32_t count, std::uint16_t group) const
+{
+    if (count > bytesFrom(payload, offset)) {
+        throw std::runtime_error("Unexpected end of mx buffer (group " + u16AsHex(group) + ")");
+    }
+    return payload + offset;
+}
+
+} // namespace devices::parser::mx

@@ -1,0 +1,155 @@
+#include "devices/parser/mx/ByteReaders.h"
+#include "devices/parser/mx/HexText.h"
+#include "devices/parser/mx/Parser_kv38.h"
+
+#include "LogLine.h"
+
+#include <Poco/Base64Encoder.h>
+
+#include <sstream>
+#include <stdexcept>
+
+namespace devices::parser::mx {
+
+namespace {
+
+constexpr std::uint16_t catalogueGroup = 0x0020;
+constexpr std::uint16_t componentGroup = 0x0040;
+constexpr std::uint16_t parameterGroup = 0x20C0;
+constexpr std::uint16_t channelGroup = 0x20D0;
+constexpr std::uint16_t extensionGroup = 0x20F0;
+constexpr std::uint16_t productImageGroup = 0x20F1;
+
+constexpr std::uint32_t parameterRecordSize = 29;
+constexpr std::uint32_t channelRecordHeaderSize = 7; // the 16-bit words behind it are never read
+
+constexpr std::uint32_t extensionSize = 13;
+constexpr std::uint8_t extensionVersion = 1;
+constexpr std::uint32_t calibrationDateOffset = 3;
+constexpr std::uint32_t calibrationDateMaxLength = 9;
+
+// The static properties that repeat an entry of the catalogue group, in their order.
+struct CatalogueProperty
+{
+    const char* name;
+    const char* entry;
+};
+
+constexpr CatalogueProperty catalogueProperties[] = {
+    {"brandVersion", "BrandVersion"},           {"brandId", "BrandId"},
+    {"brandSerialNumber", "BrandSerialNumber"}, {"productVersion", "ProductVersion"},
+    {"brandOrderCode", "BrandOrderCode"},       {"brandLabelName", "BrandLabelName"},
+    {"brandHwRevision", "BrandHwRevision"},
+};
+
+// Checks the extension block before anything of it is used.
+void checkExtension(const std::uint8_t* payload, std::uint32_t size)
+{
+    if (size < extensionSize) {
+        throw std::runtime_error("Invalid length of group 0x20f0");
+    }
+    if (readU8(payload) != extensionVersion) {
+        throw std::runtime_error("Invalid mx extension version in group 0x20f0");
+    }
+}
+
+std::string calibrationDate(const std::uint8_t* extension)
+{
+    const std::uint8_t* text = extension + calibrationDateOffset;
+    std::uint32_t length = 0;
+    while (length < calibrationDateMaxLength && text[length] != 0x00 && text[length] != '\r') {
+        ++length;
+    }
+    return {text, text + length};
+}
+
+// The whole text is one line.
+std::string base64(const std::uint8_t* data, std::uint32_t size)
+{
+    std::ostringstream text;
+    Poco::Base64Encoder encoder(text, 0);
+    encoder.rdbuf()->setLineLength(0);
+    encoder.write(reinterpret_cast<const char*>(data), size);
+    encoder.close();
+    return text.str();
+}
+
+std::shared_ptr<datamodel::BinaryObject> makeProductImage(const std::uint8_t* data,
+                                                          std::uint32_t size)
+{
+    auto image = std::make_shared<datamodel::BinaryObject>();
+    image->name = "productImage";
+    image->mimeType = "image/svgz";
+    image->encoding = "base64";
+    image->data = base64(data, size);
+    return image;
+}
+
+} // namespace
+
+void Parser_kv38::parseContent()
+{
+    traceEntry(logger, "parseContent");
+    std::uint8_t moduleType = 0;
+    getModuleIdAndType(&moduleId, &moduleType);
+    dev->brandLabelName = getGroupEntry(catalogueGroup, "BrandLabelName");
+    mxVersion = getGroupEntry(componentGroup, "Component");
+    dev->deviceTypeId = "kv38." + u32AsHex(moduleId);
+
+    addStaticProperty("moduleId", u32AsHex(moduleId));
+    addStaticProperty("moduleType", u8AsHex(moduleType));
+    for (const CatalogueProperty& property : catalogueProperties) {
+        addStaticProperty(property.name, getGroupEntry(catalogueGroup, property.entry));
+    }
+    addStaticProperty("mxVersion", mxVersion);
+
+    std::uint32_t size = 0;
+    if (const std::uint8_t* extension = getGroup(extensionGroup, &size)) {
+        checkExtension(extension, size);
+        if (const std::uint16_t gtinTextId = readU16BE(extension + 1)) {
+            addStaticProperty("gtin", getTextStringById(gtinTextId));
+        }
+        addStaticProperty("calibrationDate", calibrationDate(extension));
+    }
+
+    std::uint32_t paramDataSize = 0;
+    getDataArraySizes(&inDataSize, &outDataSize, &paramDataSize, &diagDataSize);
+    if (paramBufferSize != paramDataSize) {
+        throw std::runtime_error("The current parameter array size does not match the value given "
+                                 "in group 0x0011");
+    }
+    addStaticProperty("inDataSize", std::to_string(inDataSize));
+    addStaticProperty("outDataSize", std::to_string(outDataSize));
+    addStaticProperty("inDataOffset", std::to_string(inDataOffset));
+    addStaticProperty("outDataOffset", std::to_string(outDataOffset));
+    addStaticProperty("paramDataSize", std::to_string(paramDataSize));
+    addStaticProperty("diagDataSize", std::to_string(diagDataSize));
+
+    if (const std::uint8_t* image = getGroup(productImageGroup, &size)) {
+        assignIdAndAddAttribute(makeProductImage(image, size));
+    }
+    // The last record of either group may end behind its payload, but not behind the mx buffer.
+    if (const std::uint8_t* records = getGroup(parameterGroup, &size)) {
+        for (std::uint32_t pos = 0; pos < size;) {
+            pos += parseParameter(bytesAt(records, pos, parameterRecordSize, parameterGroup));
+        }
+    }
+    if (const std::uint8_t* records = getGroup(channelGroup, &size)) {
+        for (std::uint32_t pos = 0; pos < size;) {
+            pos += parseChannel(bytesAt(records, pos, channelRecordHeaderSize, channelGroup));
+        }
+    }
+    setupReferences();
+
+    devices::database::DeviceProperties& record = dev->privateProps;
+    record.family = "kv38";
+    record.moduleIdText = u32AsHex(moduleId);
+    record.brandLabelName = getGroupEntry(catalogueGroup, "BrandLabelName");
+    // Readers of the database record see a length of 1 in these two.
+    record.text4.assign(1, '\0');
+    record.text5.assign(1, '\0');
+    record.inDataSize = inDataSize;
+    record.outDataSize = outDataSize;
+}
+
+} // namespace devices::parser::mx

@@ -1,0 +1,167 @@
+#include "devices/parser/mx/Parser_kv38.h"
+
+#include "LogLine.h"
+
+#include <mxfileext/mxfileext.h>
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <iostream>
+#include <stdexcept>
+
+namespace devices::parser::mx {
+
+namespace {
+
+constexpr std::uint8_t moduleLevel = 255; // channel number of the module's own parameters
+
+using Attributes = std::vector<std::shared_ptr<datamodel::Attribute>>;
+using ParameterList = std::list<Parser_kv38::ParameterP*>;
+
+void appendParametersOf(std::uint8_t channelNumber, const Attributes& attributes,
+                        ParameterList& list)
+{
+    for (const auto& attribute : attributes) {
+        if (attribute->typeCode() != datamodel::parameterTypeCode) {
+            continue;
+        }
+        auto* const parameter = static_cast<Parser_kv38::ParameterP*>(attribute.get());
+        if (parameter->privateProps.channelNumber == channelNumber) {
+            list.push_back(parameter);
+        }
+    }
+}
+
+// The position of the raw value in the parameter's option list.
+std::uint8_t optionIndex(const Parser_kv38::ParameterP& parameter, std::uint8_t rawValue)
+{
+    const auto& values = parameter.privateProps.optionValues;
+    const auto found = std::find(values.begin(), values.end(), rawValue);
+    if (found == values.end()) {
+        throw std::runtime_error("Parameter option list value not found: " + parameter.name);
+    }
+    const auto index = found - values.begin();
+    if (index > 255) {
+        throw std::runtime_error("Parameter option list index out of bounds: " + parameter.name);
+    }
+    return static_cast<std::uint8_t>(index);
+}
+
+// Appends the whole registers of one parameter, whose left-aligned value is given.
+void appendRegisters(const Parser_kv38::ParameterP& parameter,
+                     const std::array<unsigned char, 8>& value, std::vector<char>& registers)
+{
+    if (parameter.hasOptionList) {
+        registers.push_back(static_cast<char>(optionIndex(parameter, value[0])));
+        registers.push_back(0);
+        return;
+    }
+    const std::uint8_t size = parameter.privateProps.dataSize;
+    registers.insert(registers.end(), value.begin(), value.begin() + size);
+    if (size % 2 != 0) {
+        registers.push_back(0);
+    }
+}
+
+// Says on standard error why no configuration can be computed, and throws it.
+[[noreturn]] void failAloud(const std::string& text)
+{
+    std::cerr << text << std::endl;
+    throw std::runtime_error(text);
+}
+
+// The parameter of `device` with the identifier text `id`, or null.
+Parser_kv38::ParameterP* findParameter(const datamodel::Device& device, const std::string& id)
+{
+    for (const auto& attribute : device.attributes) {
+        if (attribute->typeCode() == datamodel::parameterTypeCode && attribute->id == id) {
+            return static_cast<Parser_kv38::ParameterP*>(attribute.get());
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+ParameterList Parser_kv38::getParameterListOrderdLikeKv38(DeviceP* device)
+{
+    traceEntry(logger, "getParameterListOrderdLikeKv38");
+    ParameterList list;
+    appendParametersOf(moduleLevel, device->attributes, list);
+    for (const auto& attribute : device->attributes) {
+        if (attribute->typeCode() == datamodel::channelTypeCode) {
+            const auto& channel = static_cast<const ChannelP&>(*attribute);
+            appendParametersOf(channel.privateProps.channelNumber, device->attributes, list);
+        }
+    }
+    return list;
+}
+
+// The assertion names the parameter, which is called like the device of the last translation.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
+
+std::shared_ptr<std::vector<char>>
+Parser_kv38::createModbusParamBuffer(DeviceP* dev, std::vector<char>* rawParamBuffer)
+{
+    traceEntry(logger, "createModbusParamBuffer");
+    assert(dev != nullptr);
+    assert(rawParamBuffer != nullptr);
+    auto registers = std::make_shared<std::vector<char>>();
+    for (const ParameterP* parameter : getParameterListOrderdLikeKv38(dev)) {
+        const MxParameterPrivateProps& place = parameter->privateProps;
+        if (rawParamBuffer->size() < std::size_t{place.byteOffset} + place.dataSize) {
+            logLine(logger, Poco::Message::PRIO_DEBUG,
+                    "byte offset = %d, data size = %d, bit offset = %d, bit length = %d",
+                    int{place.byteOffset}, int{place.dataSize}, int{place.bitOffset},
+                    int{place.bitLength});
+            throw std::runtime_error("Parameter out of bounds: " + parameter->name);
+        }
+        std::array<unsigned char, 8> value{};
+        mxfileext::getLeftAlignedRawParameter(*rawParamBuffer, value.data(), place.byteOffset,
+                                              place.dataSize, place.bitOffset, place.bitLength);
+        appendRegisters(*parameter, value, *registers);
+    }
+    return registers;
+}
+
+#pragma GCC diagnostic pop
+
+std::shared_ptr<std::vector<char>>
+Parser_kv38::getCalculatedRawConfig(FieldbusType fieldbus, const std::vector<char>& mxData,
+                                    datamodel::Device* vanillaDev, datamodel::ParamDevice* paramDev)
+{
+    traceEntry(logger, "getCalculatedRawConfig");
+    assert(vanillaDev != nullptr);
+    auto* const device = static_cast<DeviceP*>(vanillaDev);
+    auto image = std::make_shared<std::vector<char>>(*device->privateProps.defaultParameterBlock);
+    if (paramDev != nullptr) {
+        if (vanillaDev->deviceTypeId != paramDev->deviceTypeId) {
+            failAloud("deviceTypeId mismatch: " + vanillaDev->deviceTypeId + ", " +
+                      paramDev->deviceTypeId);
+        }
+        initializeDataStructs(mxData, nullptr);
+        if (image->size() != paramBufferSize) {
+            // Not the mx file of this device: values are written within the image all the same.
+            mxfileext::initializeModule(image->data(), static_cast<std::uint16_t>(image->size()));
+        }
+        for (const auto& attribute : paramDev->attributes) {
+            const ParameterP* parameter = findParameter(*vanillaDev, attribute->id);
+            if (parameter == nullptr) {
+                failAloud("parameter not found: " + vanillaDev->deviceTypeId + ", " +
+                          attribute->id);
+            }
+            // The companion's signature asks for writable bytes; the record is only read.
+            mxfileext::setParameter(0, reinterpret_cast<unsigned char*>(image->data()),
+                                    const_cast<unsigned char*>(parameter->privateProps.record),
+                                    static_cast<const datamodel::Parameter&>(*attribute).value);
+        }
+    }
+    if (fieldbus == FieldbusType::Modbus) {
+        return createModbusParamBuffer(device, image.get());
+    }
+    return image;
+}
+
+} // namespace devices::parser::mx

@@ -1,0 +1,127 @@
+#include "devices/parser/mx/Parser_kv38.h"
+
+#include "LogLine.h"
+
+#include <cassert>
+
+namespace devices::parser::mx {
+
+namespace {
+
+constexpr std::uint8_t moduleLevel = 255; // channel number of the module's own parameters
+
+using Attributes = std::vector<std::shared_ptr<datamodel::Attribute>>;
+
+std::uint8_t channelNumberOfParameter(const datamodel::Attribute& attribute)
+{
+    return static_cast<const Parser_kv38::ParameterP&>(attribute).privateProps.channelNumber;
+}
+
+// The ids of every parameter of the channel `number`.
+std::vector<std::string> parametersOf(std::uint8_t number, const Attributes& attributes)
+{
+    std::vector<std::string> ids;
+    for (const auto& attribute : attributes) {
+        if (attribute->typeCode() == datamodel::parameterTypeCode &&
+            channelNumberOfParameter(*attribute) == number) {
+            ids.push_back(attribute->id);
+        }
+    }
+    return ids;
+}
+
+// The sets of a device while its attributes are walked; none is registered yet.
+struct SetsOfDevice
+{
+    std::shared_ptr<datamodel::Set> basicInformation = std::make_shared<datamodel::Set>();
+    std::shared_ptr<datamodel::Set> deviceParameters = std::make_shared<datamodel::Set>();
+    std::shared_ptr<datamodel::Set> channels = std::make_shared<datamodel::Set>();
+    std::vector<std::shared_ptr<datamodel::Set>> channelParameters;
+
+    void addChannel(const Parser_kv38::ChannelP& channel, const Attributes& attributes)
+    {
+        auto parameters = std::make_shared<datamodel::Set>();
+        parameters->members = parametersOf(channel.privateProps.channelNumber, attributes);
+        if (!parameters->members.empty()) {
+            parameters->name = "channelParams_" + channel.id;
+            channelParameters.push_back(std::move(parameters));
+        }
+        if (!channel.dataType.empty()) {
+            channels->members.push_back(channel.id);
+        }
+    }
+
+    void add(const datamodel::Attribute& attribute, const Attributes& attributes)
+    {
+        switch (attribute.typeCode()) {
+        case datamodel::binaryObjectTypeCode:
+        case datamodel::staticPropertyTypeCode:
+            basicInformation->members.push_back(attribute.id);
+            break;
+        case datamodel::parameterTypeCode:
+            if (channelNumberOfParameter(attribute) == moduleLevel) {
+                deviceParameters->members.push_back(attribute.id);
+            }
+            break;
+        case datamodel::channelTypeCode:
+            addChannel(static_cast<const Parser_kv38::ChannelP&>(attribute), attributes);
+            break;
+        default:
+            break;
+        }
+    }
+};
+
+} // namespace
+
+std::uint32_t
+Parser_kv38::assignIdAndAddAttribute(const std::shared_ptr<datamodel::Attribute>& attribute)
+{
+    traceEntry(logger, "assignIdAndAddAttribute");
+    attribute->id = std::to_string(nextObjectId);
+    dev->attributes.push_back(attribute);
+    return nextObjectId++;
+}
+
+void Parser_kv38::addStaticProperty(const std::string& name, const std::string& value)
+{
+    traceEntry(logger, "addStaticProperty");
+    assert(this->dev);
+    auto property = std::make_shared<datamodel::StaticProperty>();
+    property->name = name;
+    property->value = value;
+    assignIdAndAddAttribute(property);
+}
+
+void Parser_kv38::setupReferences()
+{
+    traceEntry(logger, "setupReferences");
+    assert(this->dev);
+    SetsOfDevice sets;
+    for (const auto& attribute : dev->attributes) {
+        sets.add(*attribute, dev->attributes);
+    }
+
+    // Registers `set` as a member of `owner`, unless it stayed empty.
+    const auto place = [this](const std::shared_ptr<datamodel::Set>& set, const char* name,
+                              datamodel::Set& owner) {
+        if (set->members.empty()) {
+            return;
+        }
+        set->name = name;
+        owner.members.push_back(std::to_string(assignIdAndAddAttribute(set)));
+    };
+    const auto role = std::make_shared<datamodel::Role>();
+    role->name = "default";
+    place(sets.basicInformation, "basicInformation", *role);
+    const auto parameters = std::make_shared<datamodel::Set>();
+    place(sets.deviceParameters, "deviceParameter", *parameters);
+    for (const auto& set : sets.channelParameters) {
+        parameters->members.push_back(std::to_string(assignIdAndAddAttribute(set)));
+    }
+    place(parameters, "parameter", *role);
+    place(sets.channels, "channels", *role);
+    assignIdAndAddAttribute(role);
+}
+
+} // namespace devices::parser::mx

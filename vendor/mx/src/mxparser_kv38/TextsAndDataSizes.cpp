@@ -1,0 +1,210 @@
+#include "devices/parser/mx/ByteReaders.h"
+#include "devices/parser/mx/Parser_kv38.h"
+
+#include "LogLine.h"
+
+#include <algorithm>
+#include <cassert>
+#include <stdexcept>
+#include <utility>
+
+namespace devices::parser::mx {
+
+namespace {
+
+constexpr std::uint16_t textGroup = 0x20D3;
+constexpr std::uint32_t textTableHeaderSize = 2;
+constexpr std::uint32_t textIdSize = 2;
+constexpr std::uint32_t lineEndSize = 2;
+
+constexpr std::uint16_t dataSizesGroup = 0x0011;
+constexpr std::uint32_t moduleWithoutData = 0x0BC1E800;
+constexpr std::uint32_t moduleWithStatusWord = 0x0E81276D;
+constexpr std::uint32_t statusWordSize = 2;
+
+[[noreturn]] void failTextTermination()
+{
+    throw std::runtime_error("Invalid textstring termination");
+}
+
+bool endsText(std::uint8_t byte)
+{
+    return byte == 0x00 || byte == '\r';
+}
+
+// Cuts the length of a text so that neither the text nor the terminator behind it leaves the mx
+// buffer, which holds `available` bytes from the text's start.
+unsigned lengthWithin(std::size_t available, unsigned length)
+{
+    if (available == 0) {
+        failTextTermination();
+    }
+    return static_cast<unsigned>(std::min<std::size_t>(length, available - 1));
+}
+
+// Returns where the line end of the skipped text at `pos` begins. A bare line feed ends the text
+// too; the byte before it then counts into the two-byte line end.
+std::uint32_t findLineEnd(const std::uint8_t* payload, std::uint32_t size, std::uint32_t pos)
+{
+    for (; pos < size; ++pos) {
+        if (payload[pos] == '\r' || payload[pos + 1] == '\n') {
+            return pos;
+        }
+    }
+    failTextTermination();
+}
+
+// The size in bytes that one datatype code of group 0x0011 stands for.
+std::uint32_t sizeOfCode(char code)
+{
+    switch (code) {
+    case 'D':
+        return 4;
+    case 'W':
+        return 2;
+    case 'B':
+        return 1;
+    case 's':
+    case ' ':
+    case ',':
+    case '=':
+        return 0;
+    default:
+        throw std::runtime_error("Error in group 0x0011: Unknown datatype identifier");
+    }
+}
+
+} // namespace
+
+const std::string& Parser_kv38::mxTextToStdString(const std::uint8_t* text, unsigned length)
+{
+    traceEntry(logger, "mxTextToStdString");
+    static std::string result;
+    result.clear();
+    unsigned count = 0;
+    while (!endsText(text[count])) {
+        if (count == length) {
+            failTextTermination();
+        }
+        ++count;
+    }
+    result.assign(text, text + count);
+    return result;
+}
+
+const std::string& Parser_kv38::getTextStringById(std::uint16_t id)
+{
+    traceEntry(logger, "getTextStringById");
+    std::uint32_t size = 0;
+    const std::uint8_t* payload = getGroup(textGroup, &size);
+    if (payload == nullptr) {
+        throw std::runtime_error("Cannot find group 20d3");
+    }
+    std::uint32_t pos = textTableHeaderSize;
+    // For an empty payload the subtraction wraps: one record is then read behind the group.
+    while (size - 1 > pos) {
+        const std::uint16_t recordId = readU16BE(bytesAt(payload, pos, textIdSize, textGroup));
+        const std::uint32_t textStart = pos + textIdSize;
+        if (recordId == id) {
+            if (textStart == size) {
+                break;
+            }
+            const unsigned length = lengthWithin(bytesFrom(payload, textStart), size - textStart);
+            return mxTextToStdString(payload + textStart, length);
+        }
+        pos = findLineEnd(payload, size, textStart) + lineEndSize;
+    }
+    throw std::runtime_error("Cannot find requested text string: ID = " + std::to_string(id));
+}
+
+std::uint32_t Parser_kv38::getDatatypeSize(MxParameterDatatype type)
+{
+    traceEntry(logger, "getDatatypeSize");
+    switch (type) {
+    case MxParameterDatatype::UInt8:
+    case MxParameterDatatype::SInt8:
+    case MxParameterDatatype::Byte:
+        return 8;
+    case MxParameterDatatype::UInt16:
+    case MxParameterDatatype::SInt16:
+        return 16;
+    case MxParameterDatatype::UInt32:
+    case MxParameterDatatype::SInt32:
+        return 32;
+    case MxParameterDatatype::UInt64:
+    case MxParameterDatatype::SInt64:
+        return 64;
+    }
+    throw std::runtime_error("Invalid datatype");
+}
+
+// The assertions name the parameters, which are called like the members that they usually point to.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
+
+void Parser_kv38::getDataArraySizes(std::uint32_t* inDataSize, std::uint32_t* outDataSize,
+                                    std::uint32_t* paramDataSize, std::uint32_t* diagDataSize)
+{
+    traceEntry(logger, "getDataArraySizes");
+    assert(inDataSize);
+    assert(outDataSize);
+    assert(paramDataSize);
+    assert(diagDataSize);
+
+    std::uint32_t remaining = 0;
+    const std::uint8_t* payload = getGroup(dataSizesGroup, &remaining);
+    if (payload == nullptr) {
+        throw std::runtime_error("Missing group 0x0011");
+    }
+    const std::pair<const char*, std::uint32_t*> arrays[] = {{"InData", inDataSize},
+                                                             {"OutData", outDataSize},
+                                                             {"Parameter", paramDataSize},
+                                                             {"Diagnosis", diagDataSize}};
+    for (const auto& array : arrays) {
+        *array.second = 0;
+    }
+    // The lines have to fill the payload exactly: otherwise `remaining` wraps and the walk goes on
+    // behind the payload, to the end of the mx buffer at most.
+    for (std::uint32_t pos = 0; remaining != 0;) {
+        const unsigned length = lengthWithin(bytesFrom(payload, pos), remaining);
+        const std::string line = mxTextToStdString(payload + pos, length);
+        std::uint32_t used = 0;
+        for (const auto& [key, size] : arrays) {
+            used = updateDataArraySize(line, key, size);
+            if (used != 0) {
+                break;
+            }
+        }
+        if (used == 0) {
+            used = static_cast<std::uint32_t>(line.size()) + lineEndSize;
+        }
+        remaining -= used;
+        pos += used;
+    }
+
+    if (moduleId == moduleWithoutData) {
+        *inDataSize = 0;
+        *outDataSize = 0;
+    } else if (moduleId == moduleWithStatusWord) {
+        *inDataSize += statusWordSize;
+        *outDataSize += statusWordSize;
+    }
+}
+
+#pragma GCC diagnostic pop
+
+std::uint32_t Parser_kv38::updateDataArraySize(const std::string& line, const std::string& key,
+                                               std::uint32_t* size)
+{
+    traceEntry(logger, "updateDataArraySize");
+    if (line.compare(0, key.size(), key) != 0) {
+        return 0;
+    }
+    for (auto code = line.begin() + static_cast<std::ptrdiff_t>(key.size()); code != line.end();
+         ++code) {
+        *size += sizeOfCode(*code);
+    }
+    return static_cast<std::uint32_t>(line.size()) + lineEndSize;
+}
+
+} // namespace devices::parser::mx
