@@ -1,0 +1,149 @@
+#include "ModuleData.h"
+
+#include "mxfileext/mxfileext.h"
+
+#include <devices/parser/mx/ByteReaders.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace mxfileext {
+
+namespace {
+
+using devices::parser::mx::readU16BE;
+using devices::parser::mx::readU32BE;
+using devices::parser::mx::readU8;
+
+constexpr std::uint16_t textGroup = 0x20D3;
+constexpr std::uint16_t conversionGroup = 0x20C2;
+constexpr std::uint32_t conversionEntrySize = 11;
+constexpr std::uint32_t groupHeaderSize = 4;
+constexpr std::uint32_t groupOverhead = 6; // header and checksum
+
+// Everything that is kept, by module index.
+std::map<std::uint8_t, ModuleData>& allModules()
+{
+    static std::map<std::uint8_t, ModuleData> modules;
+    return modules;
+}
+
+std::uint16_t& sizeOfBlock()
+{
+    static std::uint16_t size = 0;
+    return size;
+}
+
+float readFloatBE(const std::uint8_t* bytes)
+{
+    const std::uint32_t bits = readU32BE(bytes);
+    float number = 0;
+    std::memcpy(&number, &bits, sizeof number);
+    return number;
+}
+
+// Where the line end of the text at `pos` begins, `size` when there is none. A bare line feed ends
+// a text too; the byte before it then belongs to the two-byte line end.
+std::uint32_t findLineEnd(const std::uint8_t* payload, std::uint32_t size, std::uint32_t pos)
+{
+    while (pos < size && payload[pos] != '\r' && !(pos + 1 < size && payload[pos + 1] == '\n')) {
+        ++pos;
+    }
+    return pos;
+}
+
+bool endsText(std::uint8_t byte)
+{
+    return byte == 0x00 || byte == '\r';
+}
+
+} // namespace
+
+void ModuleData::addGroup(std::uint16_t group, const std::uint8_t* payload, std::uint32_t size)
+{
+    if (group == textGroup && !textsRead) {
+        textsRead = true;
+        readTexts(payload, size);
+    } else if (group == conversionGroup && !conversionsRead) {
+        conversionsRead = true;
+        readConversions(payload, size);
+    }
+}
+
+// A damaged table gives the texts in front of the damage.
+void ModuleData::readTexts(const std::uint8_t* payload, std::uint32_t size)
+{
+    for (std::uint32_t pos = 2; size >= 2 && size - 2 > pos;) {
+        const std::uint32_t start = pos + 2;
+        const std::uint32_t lineEnd = findLineEnd(payload, size, start);
+        const std::uint8_t* text = payload + start;
+        const std::uint8_t* textEnd = std::find_if(text, payload + size, endsText);
+        if (textEnd == payload + size || lineEnd == size) {
+            return;
+        }
+        texts.try_emplace(readU16BE(payload + pos), text, textEnd);
+        pos = lineEnd + 2;
+    }
+}
+
+void ModuleData::readConversions(const std::uint8_t* payload, std::uint32_t size)
+{
+    if (size % conversionEntrySize != 0) {
+        return;
+    }
+    for (const std::uint8_t* entry = payload; entry != payload + size;
+         entry += conversionEntrySize) {
+        conversions.try_emplace(
+            readU8(entry),
+            ConversionEntry{readFloatBE(entry + 1), readFloatBE(entry + 5), readU16BE(entry + 9)});
+    }
+}
+
+Conversion ModuleData::conversion(std::uint8_t id) const
+{
+    const auto found = conversions.find(id);
+    if (id == 0 || found == conversions.end()) {
+        return {};
+    }
+    const ConversionEntry& entry = found->second;
+    if (entry.factor == 0 || !std::isfinite(entry.factor) || !std::isfinite(entry.offset)) {
+        return {};
+    }
+    const auto unit = texts.find(entry.unitTextId);
+    const bool hasUnit = entry.unitTextId != 0 && unit != texts.end();
+    return {entry.factor, entry.offset, hasUnit ? unit->second : std::string()};
+}
+
+ModuleData& moduleData(std::uint8_t module)
+{
+    return allModules()[module];
+}
+
+std::uint16_t blockSize()
+{
+    return sizeOfBlock();
+}
+
+void clearParsedData(unsigned char module)
+{
+    allModules().erase(module);
+    if (module == 0) {
+        sizeOfBlock() = 0;
+    }
+}
+
+void parseGroup(unsigned char module, unsigned short group, const unsigned char* data,
+                unsigned short size)
+{
+    if (size >= groupOverhead) {
+        moduleData(module).addGroup(group, data + groupHeaderSize, size - groupOverhead);
+    }
+}
+
+void initializeModule(char* /*block*/, unsigned short size)
+{
+    sizeOfBlock() = size;
+}
+
+} // namespace mxfileext

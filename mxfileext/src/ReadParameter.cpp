@@ -1,0 +1,118 @@
+#include "ParameterField.h"
+#include "PhysicalValue.h"
+
+#include "mxfileext/mxfileext.h"
+
+#include <devices/parser/mx/ByteReaders.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace mxfileext {
+
+namespace {
+
+using devices::parser::mx::readU64BE;
+using devices::parser::mx::readU8;
+
+constexpr unsigned slotSize = 8;
+
+// Lower and upper bound as raw values: those that the record states, else the natural ones.
+std::pair<std::uint64_t, std::uint64_t> rangeOf(const std::uint8_t* record,
+                                                const ParameterField& field)
+{
+    const std::uint64_t minimum = readU64BE(record + 8);
+    const std::uint64_t maximum = readU64BE(record + 16);
+    if (minimum == 0 && maximum == 0) {
+        return {field.lowest(), field.highest()};
+    }
+    return {field.normalized(minimum), field.normalized(maximum)};
+}
+
+std::string slotText(unsigned char datatype, const unsigned char* slot)
+{
+    return devices::parser::mx::kv38ParameterValueToString(
+        slot, static_cast<devices::parser::mx::MxParameterDatatype>(datatype));
+}
+
+[[noreturn]] void failOutside(unsigned byteOffset, unsigned dataSize, std::size_t imageSize)
+{
+    throw std::runtime_error("Parameter value of " + std::to_string(dataSize) +
+                             " bytes at byte offset " + std::to_string(byteOffset) +
+                             " lies outside the raw image of " + std::to_string(imageSize) +
+                             " bytes");
+}
+
+} // namespace
+
+void getParameterValue(const unsigned char* record, const unsigned char* block,
+                       ParameterValue_t* out)
+{
+    *out = ParameterValue_t{};
+    const ParameterField field(record);
+    if (field.byteCount() == 0) {
+        return;
+    }
+    out->datatype = readU8(record + 4);
+    const auto [minimum, maximum] = rangeOf(record, field);
+    toSlot(minimum, out->minimum);
+    toSlot(maximum, out->maximum);
+    out->present = block != nullptr && field.liesWithin(blockSize());
+    if (out->present) {
+        toSlot(field.read(block), out->value);
+    }
+}
+
+void parameterValueToString(const ParameterValue_t& parameter, std::string& value, std::string& min,
+                            std::string& max)
+{
+    value = parameter.present ? slotText(parameter.datatype, parameter.value) : std::string();
+    min = slotText(parameter.datatype, parameter.minimum);
+    max = slotText(parameter.datatype, parameter.maximum);
+}
+
+void getConvertedParameter(unsigned char module, unsigned char* block, unsigned char* record,
+                           float* value, float* min, float* max, std::string& unit)
+{
+    const ParameterField field(record);
+    const Conversion conversion = conversionOf(module, record);
+    const bool present = block != nullptr && field.liesWithin(blockSize());
+    const auto [minimum, maximum] = rangeOf(record, field);
+    *value = physicalValue(field, conversion, present ? field.read(block) : 0);
+    *min = physicalValue(field, conversion, minimum);
+    *max = physicalValue(field, conversion, maximum);
+    if (conversion.factor < 0) {
+        std::swap(*min, *max);
+    }
+    unit = conversion.unit;
+}
+
+void getLeftAlignedRawParameter(const std::vector<char>& raw, unsigned char* out,
+                                unsigned char byteOffset, unsigned char dataSize,
+                                unsigned char bitOffset, unsigned char bitLength)
+{
+    if (dataSize > slotSize) {
+        throw std::runtime_error("Parameter value of " + std::to_string(dataSize) +
+                                 " bytes is too long: 8 bytes at most are accepted");
+    }
+    // A bit field lies in one byte, whatever size is stated.
+    const unsigned needed = bitLength > 0 ? std::max<unsigned>(dataSize, 1) : dataSize;
+    if (byteOffset + needed > raw.size()) {
+        failOutside(byteOffset, needed, raw.size());
+    }
+    if (bitLength > 0 && bitOffset > 7) {
+        throw std::runtime_error("Bit field at bit offset " + std::to_string(bitOffset) +
+                                 " lies outside its byte: 0 to 7 are accepted");
+    }
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(raw.data()) + byteOffset;
+    std::fill_n(out, slotSize, static_cast<unsigned char>(0));
+    if (bitLength == 0) {
+        std::copy_n(bytes, dataSize, out);
+    } else {
+        const unsigned mask = bitLength >= 8 ? 0xFFU : (1U << bitLength) - 1;
+        out[0] = static_cast<unsigned char>(bytes[0] >> bitOffset & mask);
+    }
+}
+
+} // namespace mxfileext

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+namespace mxfileext {
+
+/// How raw values become physical ones: raw * factor + offset.
+struct Conversion
+{
+    float factor = 1;
+    float offset = 0;
+    std::string unit;
+};
+
+/// What is kept of one mx file: copies of its text and conversion tables.
+class ModuleData
+{
+public:
+    /// Takes note of the payload of `size` bytes of `group`; the first occurrence of a group holds.
+    void addGroup(std::uint16_t group, const std::uint8_t* payload, std::uint32_t size);
+
+    /// Returns the conversion `id`; one that changes nothing when `id` names none that is usable.
+    Conversion conversion(std::uint8_t id) const;
+
+private:
+    struct ConversionEntry
+    {
+        float factor;
+        float offset;
+        std::uint16_t unitTextId;
+    };
+
+    void readTexts(const std::uint8_t* payload, std::uint32_t size);
+    void readConversions(const std::uint8_t* payload, std::uint32_t size);
+
+    bool textsRead = false;
+    bool conversionsRead = false;
+    std::map<std::uint16_t, std::string> texts;
+    std::map<std::uint8_t, ConversionEntry> conversions;
+};
+
+/// Returns what is kept for the module index `module`.
+ModuleData& moduleData(std::uint8_t module);
+
+/// Returns the size in bytes of module 0's parameter block, as told to `initializeModule`.
+std::uint16_t blockSize();
+
+} // namespace mxfileext
