@@ -1,0 +1,40 @@
+#include "devices/database/DeviceDatabase.h"
+
+#include <cstdlib>
+
+namespace devices::database {
+
+namespace {
+
+constexpr const char* urlVariable = "DEVICE_DATABASE_URL";
+constexpr const char* defaultUrl = "sqlite:devices.sqlite";
+
+// Kept until the process ends: a host may still insert while its own statics are destroyed.
+std::unique_ptr<DeviceDatabase>& chosen()
+{
+    static auto& database = *new std::unique_ptr<DeviceDatabase>;
+    return database;
+}
+
+} // namespace
+
+void useDatabase(const std::string& url)
+{
+    chosen() = std::make_unique<DeviceDatabase>(url);
+}
+
+DeviceDatabase& usedDatabase()
+{
+    if (chosen() == nullptr) {
+        const char* const url = std::getenv(urlVariable);
+        useDatabase(url != nullptr ? url : defaultUrl);
+    }
+    return *chosen();
+}
+
+void insertDeviceProperties(DeviceProperties& record)
+{
+    usedDatabase().insert(record);
+}
+
+} // namespace devices::database
