@@ -18,6 +18,12 @@ std::unique_ptr<DeviceDatabase>& chosen()
 
 } // namespace
 
+std::string defaultDatabaseUrl()
+{
+    const char* const url = std::getenv(urlVariable);
+    return url != nullptr ? url : defaultUrl;
+}
+
 void useDatabase(const std::string& url)
 {
     chosen() = std::make_unique<DeviceDatabase>(url);
@@ -26,8 +32,7 @@ void useDatabase(const std::string& url)
 DeviceDatabase& usedDatabase()
 {
     if (chosen() == nullptr) {
-        const char* const url = std::getenv(urlVariable);
-        useDatabase(url != nullptr ? url : defaultUrl);
+        useDatabase(defaultDatabaseUrl());
     }
     return *chosen();
 }

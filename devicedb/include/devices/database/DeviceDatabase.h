@@ -68,9 +68,12 @@ private:
 /// Chooses and opens the database for `insertDeviceProperties` in this process.
 DEVICE_DATABASE_API void useDatabase(const std::string& url);
 
-/// Returns the database chosen with `useDatabase`; without a choice the one that the environment
-/// variable `DEVICE_DATABASE_URL` names, else "sqlite:devices.sqlite". It lives until the next
-/// `useDatabase`.
+/// Returns the URL that is used without a choice: that of the environment variable
+/// `DEVICE_DATABASE_URL`, else "sqlite:devices.sqlite".
+DEVICE_DATABASE_API std::string defaultDatabaseUrl();
+
+/// Returns the database chosen with `useDatabase`, or the one at `defaultDatabaseUrl`, which is then
+/// opened. It lives until the next `useDatabase`.
 DEVICE_DATABASE_API DeviceDatabase& usedDatabase();
 
 /// Stores `record` in the used database. What the device parser calls for each mx file.

@@ -1,0 +1,111 @@
+#include "CommandLine.h"
+
+#include "Diagnostic.h"
+#include "LogToDiagnostics.h"
+#include "OutputFile.h"
+#include "Verbs.h"
+
+#include <algorithm>
+#include <iostream>
+
+namespace mxtool {
+
+namespace {
+
+constexpr const char* description =
+    "Reads the device descriptions (mx files) of the kv38 module family.";
+
+constexpr const char* footer = R"(Exit codes:
+  0  done
+  1  done, with findings, or some files failed
+  2  the words of the call are wrong
+  3  an input cannot be read or is malformed
+  4  an output or the database failed
+
+Example:
+  $ mxtool groups examples/modules/MX0001.bin
+  Group  Name             Payload at     Size
+  0000   header           0x000004 (4)   4
+  0001   module identity  0x00000e (14)  17
+  0020   catalogue        0x000025 (37)  168
+  0040   component        0x0000d3 (211) 48
+  0011   data sizes       0x000109 (265) 40
+)";
+
+void addGlobalOptions(CLI::App& program, GlobalOptions& options)
+{
+    program.set_version_flag("--version", "mxtool " MXTOOL_VERSION);
+    program.add_flag("-q,--quiet", options.quiet, "Print results only, no closing lines");
+    program
+        .add_option("--log-level", options.logLevel,
+                    "Least priority of the parser's log lines shown: none, fatal, critical, error, "
+                    "warning, notice, information, debug, trace")
+        ->check(CLI::Validator(
+            [](const std::string& level) {
+                return isLoggingLevel(level) ? "" : "\"" + level + "\" is no logging level";
+            },
+            ""));
+    program.fallthrough();
+    program.require_subcommand(1);
+    program.footer(footer);
+}
+
+// Runs what the call asks for. Failures come out as exceptions.
+ExitCode runVerb(CLI::App& program, std::vector<std::string> arguments)
+{
+    GlobalOptions options;
+    addGlobalOptions(program, options);
+    VerbAction action;
+    const VerbChoice choose = [&action](VerbAction chosen) { action = std::move(chosen); };
+    addGroupsVerb(program, options, choose);
+    addShowVerb(program, options, choose);
+    addPopulateVerb(program, options, choose);
+    addDevicesVerb(program, options, choose);
+    std::reverse(arguments.begin(), arguments.end()); // as CLI11 takes them
+    program.parse(arguments);
+    return action();
+}
+
+// Help and version are results; everything else that ends the parsing is a wrong word.
+ExitCode endOfParsing(const CLI::App& program, const CLI::ParseError& end)
+{
+    if (end.get_exit_code() != 0) {
+        report({"error", "", end.what(), "mxtool --help tells what is accepted"});
+        return ExitCode::Usage;
+    }
+    std::ostringstream text;
+    program.exit(end, text, text);
+    writeOutput("-", text.str());
+    return ExitCode::Done;
+}
+
+ExitCode runReporting(std::vector<std::string> arguments)
+{
+    CLI::App program(description, "mxtool");
+    try {
+        try {
+            return runVerb(program, std::move(arguments));
+        } catch (const CLI::ParseError& end) {
+            return endOfParsing(program, end);
+        }
+    } catch (const Failure& failure) {
+        report(failure.diagnostic);
+        return failure.code;
+    }
+}
+
+} // namespace
+
+int run(std::vector<std::string> arguments)
+{
+    try {
+        return static_cast<int>(runReporting(std::move(arguments)));
+    } catch (const std::bad_alloc&) {
+        report({"error", "", "Out of memory", ""});
+    } catch (const std::exception& failure) {
+        report({"error", "", failure.what(), ""});
+    }
+    return static_cast<int>(ExitCode::Output);
+}
+
+} // namespace mxtool

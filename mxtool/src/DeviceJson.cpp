@@ -1,0 +1,129 @@
+#include "DeviceJson.h"
+
+#include "ShownText.h"
+
+#include <devices/parser/mx/HexText.h>
+
+namespace mxtool {
+
+namespace {
+
+Json propertyJson(const DeviceReport::Property& property)
+{
+    return {{"id", property.id}, {"name", property.name}, {"value", toUtf8(property.value)}};
+}
+
+Json channelJson(const DeviceReport::Channel& channel)
+{
+    return {{"id", channel.id},
+            {"number", channel.number},
+            {"name", toUtf8(channel.name)},
+            {"direction", channel.direction},
+            {"symbol", channel.symbol},
+            {"size_letter", channel.sizeLetter},
+            {"byte", channel.byteAddress},
+            {"bit_offset", channel.bitOffset},
+            {"bit_length", channel.bitLength}};
+}
+
+Json optionJson(const DeviceReport::Option& option)
+{
+    return {{"text", toUtf8(option.text)},
+            {"value", option.value},
+            {"raw", option.raw},
+            {"current", option.current}};
+}
+
+Json optionsJson(const DeviceReport::Parameter& parameter)
+{
+    Json options = Json::array();
+    for (const auto& option : parameter.options) {
+        options.push_back(optionJson(option));
+    }
+    return options;
+}
+
+// The value as people read it: the text of the option, or the number and its unit.
+std::string shownValue(const DeviceReport::Parameter& parameter)
+{
+    if (const auto* option = parameter.currentOption()) {
+        return toUtf8(option->text);
+    }
+    return parameter.unit.empty() ? parameter.value
+                                  : parameter.value + " " + toUtf8(parameter.unit);
+}
+
+Json parameterJson(const DeviceReport::Parameter& parameter)
+{
+    return {{"id", parameter.id},
+            {"channel", parameter.ofModule() ? Json() : Json(parameter.channelNumber)},
+            {"name", toUtf8(parameter.name)},
+            {"value", parameter.value},
+            {"shown", shownValue(parameter)},
+            {"unit", toUtf8(parameter.unit)},
+            {"min", parameter.min},
+            {"max", parameter.max},
+            {"has_option_list", parameter.hasOptionList},
+            {"options", optionsJson(parameter)},
+            {"flag_bit_0", parameter.flagBit0},
+            {"flag_bit_1", parameter.flagBit1},
+            {"place",
+             {{"byte_offset", parameter.byteOffset},
+              {"data_size", parameter.dataSize},
+              {"bit_offset", parameter.bitOffset},
+              {"bit_length", parameter.bitLength}}}};
+}
+
+Json setJson(const DeviceReport::Set& set)
+{
+    return {{"id", set.id},
+            {"name", set.name},
+            {"kind", set.isRole ? "role" : "set"},
+            {"members", set.members}};
+}
+
+Json binaryJson(const DeviceReport::Binary& binary)
+{
+    return {{"id", binary.id},
+            {"name", binary.name},
+            {"mime_type", binary.mimeType},
+            {"encoding", binary.encoding},
+            {"data", binary.data}};
+}
+
+template <typename Item>
+Json listJson(const std::vector<Item>& items, Json (*itemJson)(const Item&))
+{
+    Json list = Json::array();
+    for (const Item& item : items) {
+        list.push_back(itemJson(item));
+    }
+    return list;
+}
+
+} // namespace
+
+Json jsonSchema(const char* name, int version)
+{
+    return {{"name", name}, {"version", version}};
+}
+
+std::string jsonText(const Json& json)
+{
+    return json.dump(2) + "\n";
+}
+
+Json deviceJson(const DeviceReport& report)
+{
+    return {{"schema", jsonSchema("mxtool.device", 1)},
+            {"label", toUtf8(report.label)},
+            {"device_type_id", report.deviceTypeId},
+            {"properties", listJson(report.properties, propertyJson)},
+            {"channels", listJson(report.channels, channelJson)},
+            {"parameters", listJson(report.parameters, parameterJson)},
+            {"parameter_block", devices::parser::mx::bufferAsHex(report.parameterBlock)},
+            {"binary_objects", listJson(report.binaries, binaryJson)},
+            {"sets", listJson(report.sets, setJson)}};
+}
+
+} // namespace mxtool

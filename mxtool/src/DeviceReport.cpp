@@ -1,0 +1,124 @@
+#include "DeviceReport.h"
+
+#include <algorithm>
+
+namespace mxtool {
+
+namespace {
+
+using devices::parser::mx::Parser_kv38;
+
+DeviceReport::Channel makeChannel(const Parser_kv38::ChannelP& channel)
+{
+    const auto& place = channel.privateProps;
+    return {channel.id,        place.channelNumber, channel.name,
+            channel.direction, channel.iecSymbol,   channel.dataType,
+            place.byteAddress, place.bitOffset,     place.bitLength};
+}
+
+std::vector<DeviceReport::Option> makeOptions(const Parser_kv38::ParameterP& parameter)
+{
+    std::vector<DeviceReport::Option> options;
+    bool found = false;
+    for (std::size_t i = 0; i < parameter.options.size(); ++i) {
+        const datamodel::ParameterOption& option = *parameter.options[i];
+        const bool current = !found && option.value == parameter.value;
+        found = found || current;
+        options.push_back(
+            {option.text, option.value, parameter.privateProps.optionValues[i], current});
+    }
+    return options;
+}
+
+DeviceReport::Parameter makeParameter(const Parser_kv38::ParameterP& parameter)
+{
+    const auto& place = parameter.privateProps;
+    return {parameter.id,
+            place.channelNumber,
+            {},
+            parameter.name,
+            parameter.value,
+            parameter.unit,
+            parameter.valueRange->min,
+            parameter.valueRange->max,
+            parameter.hasOptionList,
+            makeOptions(parameter),
+            parameter.flagBit0,
+            parameter.flagBit1,
+            place.byteOffset,
+            place.dataSize,
+            place.bitOffset,
+            place.bitLength};
+}
+
+void addAttribute(const datamodel::Attribute& attribute, DeviceReport& report)
+{
+    switch (attribute.typeCode()) {
+    case datamodel::channelTypeCode:
+        report.channels.push_back(
+            makeChannel(static_cast<const Parser_kv38::ChannelP&>(attribute)));
+        break;
+    case datamodel::parameterTypeCode:
+        report.parameters.push_back(
+            makeParameter(static_cast<const Parser_kv38::ParameterP&>(attribute)));
+        break;
+    case datamodel::staticPropertyTypeCode: {
+        const auto& property = static_cast<const datamodel::StaticProperty&>(attribute);
+        report.properties.push_back({property.id, property.name, property.value});
+        break;
+    }
+    case datamodel::binaryObjectTypeCode: {
+        const auto& object = static_cast<const datamodel::BinaryObject&>(attribute);
+        report.binaries.push_back(
+            {object.id, object.name, object.mimeType, object.encoding, object.data});
+        break;
+    }
+    case datamodel::setTypeCode:
+    case datamodel::roleTypeCode: {
+        const auto& set = static_cast<const datamodel::Set&>(attribute);
+        report.sets.push_back(
+            {set.id, set.name, set.typeCode() == datamodel::roleTypeCode, set.members});
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+} // namespace
+
+const DeviceReport::Option* DeviceReport::Parameter::currentOption() const
+{
+    const auto found = std::find_if(options.begin(), options.end(),
+                                    [](const Option& option) { return option.current; });
+    return found == options.end() ? nullptr : &*found;
+}
+
+std::string DeviceReport::property(const std::string& name) const
+{
+    const auto found =
+        std::find_if(properties.begin(), properties.end(),
+                     [&name](const Property& property) { return property.name == name; });
+    return found == properties.end() ? "" : found->value;
+}
+
+DeviceReport makeReport(const Parser_kv38::DeviceP& device)
+{
+    DeviceReport report;
+    report.label = device.brandLabelName;
+    report.deviceTypeId = device.deviceTypeId;
+    report.parameterBlock = *device.privateProps.defaultParameterBlock;
+    for (const auto& attribute : device.attributes) {
+        addAttribute(*attribute, report);
+    }
+    for (DeviceReport::Parameter& parameter : report.parameters) {
+        for (const DeviceReport::Channel& channel : report.channels) {
+            if (!parameter.ofModule() && channel.number == parameter.channelNumber) {
+                parameter.channelNames.push_back(channel.name);
+            }
+        }
+    }
+    return report;
+}
+
+} // namespace mxtool

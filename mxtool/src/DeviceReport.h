@@ -1,0 +1,100 @@
+#pragma once
+
+#include <devices/parser/mx/Parser_kv38.h>
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace mxtool {
+
+/// A built device as the verbs show it. Texts are the bytes of the mx file.
+struct DeviceReport
+{
+    struct Property
+    {
+        std::string id;
+        std::string name;
+        std::string value;
+    };
+
+    struct Channel
+    {
+        std::string id;
+        std::uint8_t number;
+        std::string name;
+        std::string direction;
+        std::string symbol;     ///< Empty: the channel has no address.
+        std::string sizeLetter; ///< Empty: the channel has no process data.
+        std::uint32_t byteAddress;
+        std::uint8_t bitOffset;
+        std::uint8_t bitLength;
+    };
+
+    struct Option
+    {
+        std::string text;
+        std::string value;
+        std::uint8_t raw;
+        bool current; ///< The parameter has this value.
+    };
+
+    struct Parameter
+    {
+        std::string id;
+        std::uint8_t channelNumber;            ///< 255: of the module itself.
+        std::vector<std::string> channelNames; ///< Of every channel with that number.
+        std::string name;
+        std::string value;
+        std::string unit;
+        std::string min;
+        std::string max;
+        bool hasOptionList;
+        std::vector<Option> options;
+        bool flagBit0;
+        bool flagBit1;
+        std::uint8_t byteOffset;
+        std::uint8_t dataSize;
+        std::uint8_t bitOffset;
+        std::uint8_t bitLength;
+
+        bool ofModule() const { return channelNumber == 255; }
+        /// Returns the text of the option that the value stands for; null without one.
+        const Option* currentOption() const;
+    };
+
+    struct Set
+    {
+        std::string id;
+        std::string name;
+        bool isRole;
+        std::vector<std::string> members; ///< Ids.
+    };
+
+    struct Binary
+    {
+        std::string id;
+        std::string name;
+        std::string mimeType;
+        std::string encoding;
+        std::string data;
+    };
+
+    std::string label;
+    std::string deviceTypeId;
+    std::vector<Property> properties;
+    std::vector<Channel> channels;
+    std::vector<Parameter> parameters;
+    std::vector<Set> sets;
+    std::vector<Binary> binaries;
+    std::vector<char> parameterBlock;
+
+    /// Returns the value of the static property `name`, empty when there is none.
+    std::string property(const std::string& name) const;
+};
+
+/// Reads `device` into a report, everything in the order of the device's list.
+DeviceReport makeReport(const devices::parser::mx::Parser_kv38::DeviceP& device);
+
+} // namespace mxtool

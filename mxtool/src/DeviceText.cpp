@@ -1,0 +1,140 @@
+#include "DeviceText.h"
+
+#include "ShownText.h"
+#include "TextTable.h"
+
+#include <fmt/format.h>
+
+#include <set>
+
+namespace mxtool {
+
+namespace {
+
+// These are shown with their units in a line of their own.
+const std::set<std::string> dataProperties = {"inDataSize",    "outDataSize",   "inDataOffset",
+                                              "outDataOffset", "paramDataSize", "diagDataSize"};
+
+std::string joined(const std::vector<std::string>& texts, const char* separator)
+{
+    return fmt::format("{}", fmt::join(texts, separator));
+}
+
+std::string bytes(const std::string& count)
+{
+    return count + (count == "1" ? " byte" : " bytes");
+}
+
+std::string dataSection(const DeviceReport& report)
+{
+    return fmt::format("\nData\n"
+                       "  input      {}, from byte {}\n"
+                       "  output     {}, from byte {}\n"
+                       "  parameters {}\n"
+                       "  diagnosis  {}\n",
+                       bytes(report.property("inDataSize")), report.property("inDataOffset"),
+                       bytes(report.property("outDataSize")), report.property("outDataOffset"),
+                       bytes(report.property("paramDataSize")),
+                       bytes(report.property("diagDataSize")));
+}
+
+std::string propertySection(const DeviceReport& report)
+{
+    TextTable table({"Property", "Value"});
+    for (const auto& property : report.properties) {
+        if (dataProperties.count(property.name) == 0) {
+            table.add({property.name, property.value});
+        }
+    }
+    for (const auto& binary : report.binaries) {
+        table.add({binary.name, fmt::format("{}, {} characters of {}", binary.mimeType,
+                                            binary.data.size(), binary.encoding)});
+    }
+    return "\n" + table.text();
+}
+
+std::string channelSize(const DeviceReport::Channel& channel)
+{
+    if (channel.sizeLetter.empty()) {
+        return "-";
+    }
+    return fmt::format("{} {}", channel.bitLength, channel.bitLength == 1 ? "bit" : "bits");
+}
+
+std::string channelSection(const DeviceReport& report)
+{
+    TextTable table({"Channel", "Name", "Direction", "Symbol", "Size", "Byte", "Bit"});
+    for (const auto& channel : report.channels) {
+        const bool placed = !channel.symbol.empty();
+        table.add({std::to_string(channel.number), channel.name, channel.direction,
+                   placed ? channel.symbol : "-", channelSize(channel),
+                   placed ? std::to_string(channel.byteAddress) : "-",
+                   placed ? std::to_string(channel.bitOffset) : "-"});
+    }
+    return table.empty() ? "" : "\n" + table.text();
+}
+
+std::string ownerOf(const DeviceReport::Parameter& parameter)
+{
+    if (parameter.ofModule()) {
+        return "module";
+    }
+    const std::string number = std::to_string(parameter.channelNumber);
+    if (parameter.channelNames.empty()) {
+        return number + " (no such channel)";
+    }
+    return number + " " + joined(parameter.channelNames, ", ");
+}
+
+std::string valueOf(const DeviceReport::Parameter& parameter)
+{
+    if (!parameter.hasOptionList) {
+        return parameter.value;
+    }
+    const auto* option = parameter.currentOption();
+    return option != nullptr ? option->text : parameter.value + " (not in the list)";
+}
+
+// The accepted values: the options with the current one in brackets, or the range.
+std::string acceptedValues(const DeviceReport::Parameter& parameter)
+{
+    if (!parameter.hasOptionList) {
+        return parameter.min + " to " + parameter.max;
+    }
+    std::vector<std::string> options;
+    for (const auto& option : parameter.options) {
+        const std::string text = option.text + " = " + option.value;
+        options.push_back(option.current ? "[" + text + "]" : text);
+    }
+    return joined(options, " | ");
+}
+
+std::string parameterSection(const DeviceReport& report)
+{
+    TextTable table({"Parameter of", "Name", "Value", "Unit", "Range or options"});
+    for (const auto& parameter : report.parameters) {
+        table.add({ownerOf(parameter), parameter.name, valueOf(parameter), parameter.unit,
+                   acceptedValues(parameter)});
+    }
+    return table.empty() ? "" : "\n" + table.text();
+}
+
+std::string setSection(const DeviceReport& report)
+{
+    TextTable table({"Set or role", "Id", "Members"});
+    for (const auto& set : report.sets) {
+        table.add({set.isRole ? set.name + " (role)" : set.name, set.id, joined(set.members, " ")});
+    }
+    return table.empty() ? "" : "\n" + table.text();
+}
+
+} // namespace
+
+std::string deviceText(const DeviceReport& report)
+{
+    return forTerminal(report.label) + " (" + report.deviceTypeId + ")\n" +
+           propertySection(report) + dataSection(report) + channelSection(report) +
+           parameterSection(report) + setSection(report);
+}
+
+} // namespace mxtool

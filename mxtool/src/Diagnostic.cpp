@@ -1,0 +1,58 @@
+#include "Diagnostic.h"
+
+#include "ShownText.h"
+
+#include <fmt/format.h>
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace mxtool {
+
+namespace {
+
+bool standardErrorIsColoured()
+{
+    const char* const noColour = std::getenv("NO_COLOR");
+    return isatty(STDERR_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
+}
+
+std::string painted(const std::string& text, const char* colour, bool coloured)
+{
+    return coloured ? fmt::format("\033[{}m{}\033[0m", colour, text) : text;
+}
+
+const char* colourOf(const std::string& severity)
+{
+    if (severity == "error") {
+        return "1;31";
+    }
+    return severity == "warning" ? "1;33" : "1;36";
+}
+
+} // namespace
+
+std::string toText(const Diagnostic& diagnostic, bool coloured)
+{
+    std::string text = diagnostic.place.empty() ? "" : forTerminal(diagnostic.place) + ": ";
+    text += painted(diagnostic.severity + ":", colourOf(diagnostic.severity), coloured) + " " +
+            forTerminal(diagnostic.text) + "\n";
+    if (!diagnostic.hint.empty()) {
+        text += painted("hint:", "1;36", coloured) + " " + forTerminal(diagnostic.hint) + "\n";
+    }
+    return text;
+}
+
+void report(const Diagnostic& diagnostic)
+{
+    std::cerr << toText(diagnostic, standardErrorIsColoured()) << std::flush;
+}
+
+std::string placeInFile(const std::string& file, std::size_t offset)
+{
+    return fmt::format("{}:{:#08x}", file, offset);
+}
+
+} // namespace mxtool

@@ -1,0 +1,53 @@
+#include "InputFile.h"
+
+#include "Diagnostic.h"
+
+#include <devices/parser/mx/LoadFile.h>
+
+#include <cerrno>
+#include <cstring>
+#include <iostream>
+#include <iterator>
+
+namespace mxtool {
+
+namespace {
+
+std::vector<char> loadStandardInput()
+{
+    std::vector<char> bytes{std::istreambuf_iterator<char>(std::cin), {}};
+    bytes.push_back('\xFF');
+    return bytes;
+}
+
+} // namespace
+
+std::vector<char> loadInput(const std::string& path)
+{
+    if (path == "-") {
+        return loadStandardInput();
+    }
+    std::vector<char> bytes;
+    errno = 0;
+    try {
+        devices::parser::mx::loadFile(path, bytes);
+    } catch (const std::runtime_error& failure) {
+        const std::string reason = errno != 0 ? std::string(": ") + std::strerror(errno) : "";
+        throw Failure(ExitCode::Input, {"error", path, failure.what() + reason, ""});
+    }
+    return bytes;
+}
+
+std::vector<char> loadBytes(const std::string& path)
+{
+    std::vector<char> bytes = loadInput(path);
+    bytes.pop_back();
+    return bytes;
+}
+
+std::string inputName(const std::string& path)
+{
+    return path == "-" ? "<standard input>" : path;
+}
+
+} // namespace mxtool

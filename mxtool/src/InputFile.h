@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace mxtool {
+
+/// Returns the bytes of the file at `path`, of standard input for "-", and the one byte 0xFF behind
+/// them that every loaded mx file has. Throws a `Failure` naming the file and the reason.
+std::vector<char> loadInput(const std::string& path);
+
+/// Returns the bytes of the file at `path` or of standard input, nothing behind them.
+std::vector<char> loadBytes(const std::string& path);
+
+/// Returns how diagnostics name the input: its path, "<standard input>" for "-".
+std::string inputName(const std::string& path);
+
+} // namespace mxtool

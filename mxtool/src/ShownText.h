@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace mxtool {
+
+/// Returns the bytes of an mx text as valid UTF-8: as they are where they are valid UTF-8,
+/// otherwise read as Windows-1252.
+std::string toUtf8(const std::string& bytes);
+
+/// Returns `toUtf8(bytes)` with every control character as \xNN, so that no text of a file acts on
+/// a terminal.
+std::string forTerminal(const std::string& bytes);
+
+} // namespace mxtool

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ExitCode.h"
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+#include <string>
+
+namespace mxtool {
+
+/// What every verb is told.
+struct GlobalOptions
+{
+    bool quiet = false;                   ///< No closing lines, no notes.
+    std::string logLevel = "information"; ///< Of the device parser's log lines.
+};
+
+/// How a verb runs once the command line is understood. May throw a `Failure`.
+using VerbAction = std::function<ExitCode()>;
+
+/// Says how a verb runs; the last verb found in the command line is the one that is run.
+using VerbChoice = std::function<void(VerbAction)>;
+
+// Each adds its verb to the program. `options` outlives the action.
+
+void addGroupsVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+void addShowVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+void addPopulateVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+void addDevicesVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+
+} // namespace mxtool

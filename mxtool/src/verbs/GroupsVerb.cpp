@@ -1,0 +1,121 @@
+#include "Csv.h"
+#include "DeviceJson.h"
+#include "Diagnostic.h"
+#include "GroupListing.h"
+#include "InputFile.h"
+#include "OutputFile.h"
+#include "ShownText.h"
+#include "TextTable.h"
+#include "Verbs.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <fmt/format.h>
+
+namespace mxtool {
+
+namespace {
+
+using devices::parser::mx::u16AsHex;
+
+constexpr const char* footer = R"(Example:
+  $ mxtool groups examples/modules/MX0001.bin
+  Group  Name             Payload at      Size
+  0000   header           0x000004 (4)    4
+)";
+
+struct GroupsOptions
+{
+    std::string file;
+    std::string format = "text";
+    std::string output = "-";
+};
+
+std::string listingText(const GroupListing& listing)
+{
+    TextTable table({"Group", "Name", "Payload at", "Size"});
+    for (const GroupEntry& group : listing.groups) {
+        table.add({u16AsHex(group.id), groupName(group.id),
+                   fmt::format("{0:#08x} ({0})", group.payloadOffset),
+                   std::to_string(group.payloadSize)});
+    }
+    return table.text();
+}
+
+std::string listingCsv(const GroupListing& listing)
+{
+    std::string lines = csvLine({"group", "name", "offset", "size"});
+    for (const GroupEntry& group : listing.groups) {
+        lines += csvLine({u16AsHex(group.id), groupName(group.id),
+                          std::to_string(group.payloadOffset), std::to_string(group.payloadSize)});
+    }
+    return lines;
+}
+
+std::string listingJson(const GroupListing& listing, const std::string& file, std::size_t fileSize)
+{
+    Json groups = Json::array();
+    for (const GroupEntry& group : listing.groups) {
+        groups.push_back({{"id", u16AsHex(group.id)},
+                          {"name", groupName(group.id)},
+                          {"offset", group.payloadOffset},
+                          {"size", group.payloadSize}});
+    }
+    return jsonText({{"schema", jsonSchema("mxtool.groups", 1)},
+                     {"file", toUtf8(file)},
+                     {"size", fileSize},
+                     {"groups", groups},
+                     {"failure", listing.failure.empty() ? Json() : Json(listing.failure)}});
+}
+
+std::string formatted(const GroupListing& listing, const GroupsOptions& options,
+                      std::size_t fileSize)
+{
+    if (options.format == "json") {
+        return listingJson(listing, inputName(options.file), fileSize);
+    }
+    return options.format == "csv" ? listingCsv(listing) : listingText(listing);
+}
+
+ExitCode listGroupsOf(const GroupsOptions& options)
+{
+    const std::vector<char> bytes = loadInput(options.file);
+    const std::size_t fileSize = bytes.size() - 1; // one byte stands behind every loaded file
+    const GroupListing listing = listGroups(bytes);
+    writeOutput(options.output, formatted(listing, options, fileSize));
+    const std::string place = placeInFile(inputName(options.file), listing.framedSize);
+    if (!listing.failure.empty()) {
+        report({"error", place, listing.failure, ""});
+        return ExitCode::Input;
+    }
+    if (listing.groups.empty()) {
+        report(
+            {"error", place,
+             fmt::format("No group found in {} bytes, expected the groups of an mx file", fileSize),
+             ""});
+        return ExitCode::Input;
+    }
+    if (listing.framedSize < fileSize) {
+        report({"note", place,
+                fmt::format("{} bytes behind the last group are not read",
+                            fileSize - listing.framedSize),
+                ""});
+    }
+    return ExitCode::Done;
+}
+
+} // namespace
+
+void addGroupsVerb(CLI::App& program, const GlobalOptions& /*options*/, const VerbChoice& choose)
+{
+    CLI::App* verb = program.add_subcommand("groups", "List the groups of an mx file");
+    auto options = std::make_shared<GroupsOptions>();
+    verb->add_option("FILE", options->file, "The mx file, - for standard input")->required();
+    verb->add_option("--format", options->format, "text, json or csv")
+        ->check(CLI::IsMember({"text", "json", "csv"}));
+    verb->add_option("-o,--output", options->output, "Write to this file, - for standard output");
+    verb->footer(footer);
+    verb->callback([options, choose] { choose([options] { return listGroupsOf(*options); }); });
+}
+
+} // namespace mxtool

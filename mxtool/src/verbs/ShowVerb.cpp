@@ -1,0 +1,77 @@
+#include "DeviceJson.h"
+#include "DeviceText.h"
+#include "Diagnostic.h"
+#include "InputFile.h"
+#include "LogToDiagnostics.h"
+#include "OutputFile.h"
+#include "Verbs.h"
+
+namespace mxtool {
+
+namespace {
+
+constexpr const char* footer = R"(Example:
+  $ mxtool show examples/modules/MX0001.bin
+)";
+
+struct ShowOptions
+{
+    std::string file;
+    std::string parameterBlockFile;
+    unsigned inOffset = 0;
+    unsigned outOffset = 0;
+    std::string format = "text";
+    std::string output = "-";
+};
+
+DeviceReport translate(const ShowOptions& options, const std::string& logLevel)
+{
+    std::vector<char> block;
+    const bool hasBlock = !options.parameterBlockFile.empty();
+    if (hasBlock) {
+        block = loadBytes(options.parameterBlockFile);
+    }
+    const std::vector<char> bytes = loadInput(options.file);
+    devices::parser::mx::Parser_kv38 parser;
+    const LogToDiagnostics log(logLevel);
+    try {
+        return makeReport(
+            *parser.parse(bytes, hasBlock ? &block : nullptr, options.inOffset, options.outOffset));
+    } catch (const std::runtime_error& failure) {
+        throw Failure(ExitCode::Input,
+                      {"error", inputName(options.file), failure.what(),
+                       "mxtool groups " + options.file + " lists what the file holds"});
+    }
+}
+
+ExitCode show(const ShowOptions& options, const std::string& logLevel)
+{
+    const DeviceReport device = translate(options, logLevel);
+    writeOutput(options.output,
+                options.format == "json" ? jsonText(deviceJson(device)) : deviceText(device));
+    return ExitCode::Done;
+}
+
+} // namespace
+
+void addShowVerb(CLI::App& program, const GlobalOptions& global, const VerbChoice& choose)
+{
+    CLI::App* verb = program.add_subcommand("show", "Show the device that an mx file describes");
+    auto options = std::make_shared<ShowOptions>();
+    verb->add_option("FILE", options->file, "The mx file, - for standard input")->required();
+    verb->add_option("--in-offset", options->inOffset,
+                     "Byte at which the module's input data begins");
+    verb->add_option("--out-offset", options->outOffset,
+                     "Byte at which the module's output data begins");
+    verb->add_option("--param-block", options->parameterBlockFile,
+                     "File whose bytes replace the default parameter block");
+    verb->add_option("--format", options->format, "text or json")
+        ->check(CLI::IsMember({"text", "json"}));
+    verb->add_option("-o,--output", options->output, "Write to this file, - for standard output");
+    verb->footer(footer);
+    verb->callback([options, choose, &global] {
+        choose([options, &global] { return show(*options, global.logLevel); });
+    });
+}
+
+} // namespace mxtool
