@@ -35,7 +35,9 @@ std::string reasonOf(const Poco::Exception& failure)
 Poco::Data::Session openSession(const std::string& path, const std::string& name)
 {
     try {
-        return Poco::Data::Session(Poco::Data::SQLite::Connector().createSession(path));
+        // The driver would try a file that cannot be opened again and again, for a minute.
+        constexpr std::size_t noRetry = 0;
+        return Poco::Data::Session(Poco::Data::SQLite::Connector().createSession(path, noRetry));
     } catch (const Poco::Exception& failure) {
         fail(name, "open", reasonOf(failure));
     }

@@ -24,12 +24,12 @@ constexpr const char* footer = R"(Exit codes:
 
 Example:
   $ mxtool groups examples/modules/MX0001.bin
-  Group  Name             Payload at     Size
-  0000   header           0x000004 (4)   4
-  0001   module identity  0x00000e (14)  17
-  0020   catalogue        0x000025 (37)  168
-  0040   component        0x0000d3 (211) 48
-  0011   data sizes       0x000109 (265) 40
+  Group  Name             Payload at      Size
+  0000   header           0x000004 (4)    4
+  0001   module identity  0x00000e (14)   17
+  0020   catalogue        0x000025 (37)   168
+  0040   component        0x0000d3 (211)  48
+  0011   data sizes       0x000109 (265)  40
 )";
 
 void addGlobalOptions(CLI::App& program, GlobalOptions& options)

@@ -44,7 +44,7 @@ struct DeviceReport
     {
         std::string id;
         std::uint8_t channelNumber;            ///< 255: of the module itself.
-        std::vector<std::string> channelNames; ///< Of every channel with that number.
+        std::vector<std::string> channelNames; ///< Of the channels with that number.
         std::string name;
         std::string value;
         std::string unit;
@@ -60,7 +60,7 @@ struct DeviceReport
         std::uint8_t bitLength;
 
         bool ofModule() const { return channelNumber == 255; }
-        /// Returns the text of the option that the value stands for; null without one.
+        /// Returns the option that the value stands for, null without one.
         const Option* currentOption() const;
     };
 

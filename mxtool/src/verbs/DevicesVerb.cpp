@@ -19,7 +19,16 @@ using devices::database::DeviceProperties;
 using devices::parser::mx::bufferAsHex;
 
 constexpr const char* footer = R"(Example:
-  $ mxtool devices --db sqlite:/tmp/devices.sqlite
+  $ mxtool devices --db sqlite:/tmp/devices.sqlite 5a060602
+  Field              Value
+  module identifier  5a060602
+  family             kv38
+  label              2 counters 32 bit
+  input              22 bytes
+  output             10 bytes
+  parameter block    25 bytes: 02 ee 6b 28 00 ff ff ff ff ff ff fd 98 ee 6b 28 00 ff ff ff ff ff ff fd 99
+  mx file            975 bytes
+  host data          0 bytes
 )";
 
 struct DevicesOptions

@@ -12,6 +12,29 @@ namespace {
 
 constexpr const char* footer = R"(Example:
   $ mxtool show examples/modules/MX0001.bin
+  Field supply 24 V (kv38.0bc1e800)
+
+  Property           Value
+  moduleId           0bc1e800
+  moduleType         09
+  brandVersion       2.1
+  brandId            41
+  brandSerialNumber  0
+  productVersion     01.02.03
+  brandOrderCode     K38-001
+  brandLabelName     Field supply 24 V
+  brandHwRevision    05
+  mxVersion          kv38-0001 01.02.03
+
+  Data
+    input      0 bytes, from byte 0
+    output     0 bytes, from byte 0
+    parameters 0 bytes
+    diagnosis  1 byte
+
+  Set or role       Id  Members
+  basicInformation  16  0 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15
+  default (role)    17  16
 )";
 
 struct ShowOptions

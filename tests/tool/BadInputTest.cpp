@@ -1,0 +1,115 @@
+#include "TemporaryDirectory.h"
+#include "ToolProcess.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+using tooltest::readFile;
+using tooltest::runTool;
+using tooltest::ToolRun;
+
+std::vector<char> charsOf(const std::string& text)
+{
+    return {text.begin(), text.end()};
+}
+
+TEST(BadInput, aMissingFileIsNamedWithTheReason)
+{
+    for (const char* verb : {"show", "groups"}) {
+        const ToolRun run = runTool({verb, "/nonexistent/MX1.bin"});
+        EXPECT_EQ(run.exitCode, 3);
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(run.err, "/nonexistent/MX1.bin: error: Cannot open file: /nonexistent/MX1.bin: "
+                           "No such file or directory\n");
+    }
+}
+
+TEST(BadInput, aDirectoryIsNoFile)
+{
+    const ToolRun run = runTool({"show", "examples"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.err, "examples: error: Cannot open file: examples: Is a directory\n");
+}
+
+TEST(BadInput, anEmptyFileHoldsNoGroup)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string file = directory.write("MX1.bin", {});
+    const ToolRun groups = runTool({"groups", file});
+    EXPECT_EQ(groups.exitCode, 3);
+    EXPECT_EQ(groups.err,
+              file + ":0x000000: error: No group found in 0 bytes, expected the groups of an mx "
+                     "file\n");
+    const ToolRun show = runTool({"show", file});
+    EXPECT_EQ(show.exitCode, 3);
+    EXPECT_THAT(show.err,
+                StartsWith(file + ": error: Parser::getTavoDatasetFromGroup(): No such group: "
+                                  "0001\n"));
+    EXPECT_THAT(show.err, HasSubstr("hint: mxtool groups " + file));
+}
+
+TEST(BadInput, aTextFileFailsAtItsFirstGroup)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string file = directory.write("MX1.bin", charsOf("hello, this is a text\n"));
+    // "he" is group 0x6865 = 26725, "ll" its length.
+    const ToolRun run = runTool({"groups", file});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_THAT(run.err, HasSubstr("Parser::parse(): Error in group 26725 (@ 0): Index position "
+                                   "out of bounds"));
+}
+
+TEST(BadInput, framingFailuresStillListTheGroupsInFront)
+{
+    const testkit::TemporaryDirectory directory;
+    // Group 0x20d3 of 8 bytes, then group 5 of length 5.
+    const std::string file =
+        directory.write("MX1.bin", {0x20, '\xD3', 0, 8, 0, 2, 0, 0, 0, 5, 0, 5, 0, 0, 0, 0});
+    const ToolRun run = runTool({"groups", file});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_THAT(run.out, HasSubstr("20d3   texts"));
+    EXPECT_EQ(run.err, file + ":0x000008: error: Parser::parse(): Error in group 5 (@ 8): Invalid "
+                              "group length\n");
+}
+
+TEST(BadInput, everyPrefixOfAFileIsRefusedWithOneMessage)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string whole = readFile(std::string(EXAMPLE_MODULES) + "/MX0001.bin");
+    // Without its last byte the file is whole: that of the checksum, which nobody compares, is made
+    // up for by the one that is put behind every loaded file.
+    for (const std::size_t length : {1U, 4U, 9U, 10U, 33U, 207U, 261U, 305U}) {
+        const std::string file = directory.write("cut.bin", charsOf(whole.substr(0, length)));
+        const ToolRun run = runTool({"show", file});
+        EXPECT_EQ(run.exitCode, 3) << length;
+        EXPECT_EQ(run.out, "") << length;
+        EXPECT_THAT(run.err, StartsWith(file + ": error: Parser::")) << length;
+    }
+}
+
+TEST(BadInput, aRepeatedAndAnUnknownGroupAreListedAsTheyStand)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string file = directory.write(
+        "MX1.bin", {0x7A, '\xBC', 0, 6, 0, 0, 0x7A, '\xBC', 0, 7, 1, 0, 0, 'x', 'y'});
+    const ToolRun run = runTool({"groups", file, "--format", "csv"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out, "group,name,offset,size\r\n7abc,,4,0\r\n7abc,,10,1\r\n");
+    EXPECT_EQ(run.err, file + ":0x00000d: note: 2 bytes behind the last group are not read\n");
+}
+
+TEST(BadInput, controlCharactersOfANameNeverReachTheTerminal)
+{
+    const testkit::TemporaryDirectory directory;
+    std::string content = readFile(std::string(EXAMPLE_MODULES) + "/MX0001.bin");
+    content.replace(content.find("Field supply"), 5, "\033[2J\a");
+    const ToolRun run = runTool({"show", directory.write("MX1.bin", charsOf(content))});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.out, StartsWith("\\x1b[2J\\x07 supply 24 V"));
+    EXPECT_EQ(run.out.find('\033'), std::string::npos);
+}
+
+} // namespace

@@ -1,0 +1,144 @@
+#include "TemporaryDirectory.h"
+#include "ToolProcess.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+using tooltest::runTool;
+using tooltest::ToolRun;
+using tooltest::ToolSetup;
+
+class DatabaseVerbs : public testing::Test
+{
+protected:
+    // A directory with one good module and, if asked for, a cut-off one.
+    std::string modules(bool withCutOff)
+    {
+        const std::filesystem::path examples = EXAMPLE_MODULES;
+        const std::filesystem::path target = directory.path("modules");
+        std::filesystem::create_directory(target);
+        std::filesystem::copy(examples / "MX0001.bin", target);
+        if (withCutOff) {
+            std::filesystem::copy(examples / "MX9999.bin", target);
+        }
+        return target.string();
+    }
+
+    testkit::TemporaryDirectory directory;
+    std::string url = "sqlite:" + directory.path("devices.sqlite");
+};
+
+TEST_F(DatabaseVerbs, populateInsertsWhatCanBeTranslatedAndSaysWhatNot)
+{
+    const ToolRun run = runTool({"populate", "examples/modules", "--db", url});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.out, "11 modules inserted, 1 failed\n");
+    EXPECT_EQ(run.err, "error: File MX9999.bin: Parser::parse(): Truncated mx buffer\n");
+}
+
+TEST_F(DatabaseVerbs, populateOfGoodFilesIsDone)
+{
+    const ToolRun run = runTool({"populate", modules(false), "--db", url});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out, "1 module inserted, 0 failed\n");
+    EXPECT_EQ(run.err, "");
+}
+
+TEST_F(DatabaseVerbs, quietLeavesTheClosingLineOut)
+{
+    const ToolRun run = runTool({"-q", "populate", modules(true), "--db", url});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr("MX9999.bin"));
+}
+
+TEST_F(DatabaseVerbs, aFileThatCannotBeReadLeavesTheDatabaseUnchanged)
+{
+    const std::string good = modules(false);
+    std::filesystem::create_directory(good + "/MX2.bin");
+    const ToolRun run = runTool({"populate", good, "--db", url});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr("error: Cannot open file: " + good + "/MX2.bin"));
+    EXPECT_EQ(runTool({"devices", "--db", url, "--format", "csv"}).out,
+              "module_id,family,label,in_bytes,out_bytes,parameter_bytes,file_bytes\r\n");
+}
+
+TEST_F(DatabaseVerbs, whatIsNoDirectoryIsNamed)
+{
+    const ToolRun missing = runTool({"populate", "/nonexistent", "--db", url});
+    EXPECT_EQ(missing.exitCode, 3);
+    EXPECT_EQ(missing.err, "/nonexistent: error: Cannot read the directory: No such file or "
+                           "directory\n");
+    const ToolRun file = runTool({"populate", "examples/modules/MX0001.bin", "--db", url});
+    EXPECT_EQ(file.exitCode, 3);
+    EXPECT_THAT(file.err, HasSubstr("Not a directory"));
+    EXPECT_FALSE(std::filesystem::exists(directory.path("devices.sqlite")));
+}
+
+TEST_F(DatabaseVerbs, aDatabaseThatCannotBeWrittenEndsWithCode4)
+{
+    for (const std::string& bad : {std::string("sqlite:/nonexistent/devices.sqlite"),
+                                   std::string("mysql:devices"), "sqlite:" + directory.path()}) {
+        const ToolRun run = runTool({"populate", modules(false) + "/", "--db", bad});
+        EXPECT_EQ(run.exitCode, 4) << bad;
+        EXPECT_EQ(run.out, "");
+        EXPECT_THAT(run.err, HasSubstr(bad));
+        EXPECT_EQ(run.err.find("Poco"), std::string::npos) << run.err;
+        std::filesystem::remove_all(directory.path("modules"));
+    }
+}
+
+TEST_F(DatabaseVerbs, devicesListsTheRecordsInOrder)
+{
+    runTool({"populate", "examples/modules", "--db", url});
+    const ToolRun run = runTool({"devices", "--db", url});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.out, StartsWith("Module    Family  Label                      In  Out  "
+                                    "Parameters  File\n0bc1e800  kv38    Field supply 24 V  "));
+    // 1816 bytes on disk; the label's 0xB1 is a plus-minus sign.
+    EXPECT_THAT(run.out, HasSubstr("5a030304  kv38    4 AI \xC2\xB1"
+                                   "10 V / 0-20 mA       8   0    33          1816\n"));
+}
+
+TEST_F(DatabaseVerbs, devicesShowsOneRecordInFull)
+{
+    runTool({"populate", "examples/modules", "--db", url});
+    const ToolRun run = runTool({"devices", "--db", url, "5a010108"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.out, HasSubstr("parameter block    2 bytes: 01 00\n"));
+    EXPECT_THAT(run.out, HasSubstr("mx file            1309 bytes\n"));
+}
+
+TEST_F(DatabaseVerbs, anUnknownModuleIsAFindingWithTheKnownOnes)
+{
+    runTool({"populate", modules(false), "--db", url});
+    const ToolRun run = runTool({"devices", "--db", url, "12345678"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr("Module 12345678 is not in the database"));
+    EXPECT_THAT(run.err, HasSubstr("hint: it holds 0bc1e800"));
+}
+
+TEST_F(DatabaseVerbs, readingDoesNotMakeADatabase)
+{
+    const ToolRun run = runTool({"devices", "--db", url});
+    EXPECT_EQ(run.exitCode, 4);
+    EXPECT_THAT(run.err, HasSubstr("there is no such file"));
+    EXPECT_FALSE(std::filesystem::exists(directory.path("devices.sqlite")));
+}
+
+TEST_F(DatabaseVerbs, theEnvironmentNamesTheDatabaseWithoutAnOption)
+{
+    ToolSetup setup;
+    setup.environment["DEVICE_DATABASE_URL"] = url;
+    EXPECT_EQ(runTool({"populate", modules(false)}, setup).exitCode, 0);
+    EXPECT_THAT(runTool({"devices"}, setup).out, HasSubstr("0bc1e800"));
+}
+
+} // namespace

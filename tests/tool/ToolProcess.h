@@ -1,0 +1,34 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tooltest {
+
+/// What one run of the program left behind.
+struct ToolRun
+{
+    int exitCode; ///< Minus the signal's number when a signal ended it.
+    std::string out;
+    std::string err;
+};
+
+/// How the program is started, beside its arguments.
+struct ToolSetup
+{
+    std::string standardInput = "/dev/null";        ///< File to read standard input from.
+    std::string standardOutput;                     ///< File to write to instead of catching it.
+    std::map<std::string, std::string> environment; ///< Variables to set.
+};
+
+/// Runs mxtool as a process in the root of the project and waits for its end.
+ToolRun runTool(const std::vector<std::string>& arguments, const ToolSetup& setup = {});
+
+/// Returns the whole content of the file at `path`.
+std::string readFile(const std::string& path);
+
+/// Splits a line of words separated by blanks.
+std::vector<std::string> words(const std::string& line);
+
+} // namespace tooltest

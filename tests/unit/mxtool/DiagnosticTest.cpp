@@ -1,0 +1,34 @@
+#include "Diagnostic.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using mxtool::Diagnostic;
+using mxtool::placeInFile;
+using mxtool::toText;
+
+TEST(Diagnostic, namesPlaceSeverityTextAndHint)
+{
+    EXPECT_EQ(toText({"error", "a.bin", "It is broken", "mend it"}, false),
+              "a.bin: error: It is broken\nhint: mend it\n");
+    EXPECT_EQ(toText({"note", "", "text", ""}, false), "note: text\n");
+}
+
+TEST(Diagnostic, placesInFilesAreHexadecimal)
+{
+    EXPECT_EQ(placeInFile("a.bin", 420), "a.bin:0x0001a4");
+}
+
+TEST(Diagnostic, colourMarksTheSeverityAlone)
+{
+    EXPECT_EQ(toText({"error", "a", "b", ""}, true), "a: \033[1;31merror:\033[0m b\n");
+}
+
+TEST(Diagnostic, textsOfAFileCannotActOnTheTerminal)
+{
+    EXPECT_EQ(toText({"error", "\033]0;x", "line\nbreak", ""}, false),
+              "\\x1b]0;x: error: line\\x0abreak\n");
+}
+
+} // namespace

@@ -1,0 +1,36 @@
+#include "TextTable.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using mxtool::TextTable;
+
+TEST(TextTable, alignsColumnsTwoBlanksApart)
+{
+    TextTable table({"A", "Name"});
+    table.add({"1", "x"});
+    table.add({"100", "y"});
+    EXPECT_EQ(table.text(), "A    Name\n1    x\n100  y\n");
+    EXPECT_EQ(table.text(2), "  A    Name\n  1    x\n  100  y\n");
+}
+
+TEST(TextTable, countsCharactersNotBytes)
+{
+    TextTable table({"Unit", "V"});
+    table.add({"\xB5"
+               "A/ms",
+               "1"}); // 5 characters, 6 bytes as UTF-8
+    EXPECT_EQ(table.text(), "Unit   V\n\xC2\xB5"
+                            "A/ms  1\n");
+}
+
+TEST(TextTable, knowsWhetherItHasRows)
+{
+    TextTable table({"A"});
+    EXPECT_TRUE(table.empty());
+    table.add({""});
+    EXPECT_FALSE(table.empty());
+}
+
+} // namespace
