@@ -85,6 +85,17 @@ std::shared_ptr<datamodel::BinaryObject> makeProductImage(const std::uint8_t* da
     return image;
 }
 
+void fillRecord(devices::database::DeviceProperties& record, std::uint32_t moduleId,
+                const std::string& label)
+{
+    record.family = "kv38";
+    record.moduleIdText = u32AsHex(moduleId);
+    record.brandLabelName = label;
+    // Readers of the database record see a length of 1 in these two.
+    record.text4.assign(1, '\0');
+    record.text5.assign(1, '\0');
+}
+
 } // namespace
 
 void Parser_kv38::parseContent()
@@ -141,15 +152,9 @@ void Parser_kv38::parseContent()
     }
     setupReferences();
 
-    devices::database::DeviceProperties& record = dev->privateProps;
-    record.family = "kv38";
-    record.moduleIdText = u32AsHex(moduleId);
-    record.brandLabelName = getGroupEntry(catalogueGroup, "BrandLabelName");
-    // Readers of the database record see a length of 1 in these two.
-    record.text4.assign(1, '\0');
-    record.text5.assign(1, '\0');
-    record.inDataSize = inDataSize;
-    record.outDataSize = outDataSize;
+    fillRecord(dev->privateProps, moduleId, getGroupEntry(catalogueGroup, "BrandLabelName"));
+    dev->privateProps.inDataSize = inDataSize;
+    dev->privateProps.outDataSize = outDataSize;
 }
 
 } // namespace devices::parser::mx
