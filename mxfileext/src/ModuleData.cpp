@@ -45,7 +45,7 @@ float readFloatBE(const std::uint8_t* bytes)
 
 // Where the line end of the text at `pos` begins, `size` when there is none. A bare line feed ends
 // a text too; the byte before it then belongs to the two-byte line end.
-std::uint32_t findLineEnd(const std::uint8_t* payload, std::uint32_t size, std::uint32_t pos)
+std::size_t findLineEnd(const std::uint8_t* payload, std::size_t size, std::size_t pos)
 {
     while (pos < size && payload[pos] != '\r' && !(pos + 1 < size && payload[pos + 1] == '\n')) {
         ++pos;
@@ -64,7 +64,7 @@ void ModuleData::addGroup(std::uint16_t group, const std::uint8_t* payload, std:
 {
     if (group == textGroup && !textsRead) {
         textsRead = true;
-        readTexts(payload, size);
+        textTable.assign(payload, payload + size);
     } else if (group == conversionGroup && !conversionsRead) {
         conversionsRead = true;
         readConversions(payload, size);
@@ -72,19 +72,23 @@ void ModuleData::addGroup(std::uint16_t group, const std::uint8_t* payload, std:
 }
 
 // A damaged table gives the texts in front of the damage.
-void ModuleData::readTexts(const std::uint8_t* payload, std::uint32_t size)
+std::string ModuleData::text(std::uint16_t id) const
 {
-    for (std::uint32_t pos = 2; size >= 2 && size - 2 > pos;) {
-        const std::uint32_t start = pos + 2;
-        const std::uint32_t lineEnd = findLineEnd(payload, size, start);
-        const std::uint8_t* text = payload + start;
-        const std::uint8_t* textEnd = std::find_if(text, payload + size, endsText);
-        if (textEnd == payload + size || lineEnd == size) {
-            return;
+    const std::uint8_t* const table = textTable.data();
+    const std::size_t size = textTable.size();
+    for (std::size_t pos = 2; size >= 2 && size - 2 > pos;) {
+        const std::uint8_t* const begin = table + pos + 2;
+        if (readU16BE(table + pos) == id) {
+            const std::uint8_t* const end = std::find_if(begin, table + size, endsText);
+            return end == table + size ? std::string() : std::string(begin, end);
         }
-        texts.try_emplace(readU16BE(payload + pos), text, textEnd);
+        const std::size_t lineEnd = findLineEnd(table, size, pos + 2);
+        if (lineEnd == size) {
+            break;
+        }
         pos = lineEnd + 2;
     }
+    return {};
 }
 
 void ModuleData::readConversions(const std::uint8_t* payload, std::uint32_t size)
@@ -110,9 +114,8 @@ Conversion ModuleData::conversion(std::uint8_t id) const
     if (entry.factor == 0 || !std::isfinite(entry.factor) || !std::isfinite(entry.offset)) {
         return {};
     }
-    const auto unit = texts.find(entry.unitTextId);
-    const bool hasUnit = entry.unitTextId != 0 && unit != texts.end();
-    return {entry.factor, entry.offset, hasUnit ? unit->second : std::string()};
+    return {entry.factor, entry.offset,
+            entry.unitTextId == 0 ? std::string() : text(entry.unitTextId)};
 }
 
 ModuleData& moduleData(std::uint8_t module)

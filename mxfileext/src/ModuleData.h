@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace mxfileext {
 
@@ -32,12 +33,12 @@ private:
         std::uint16_t unitTextId;
     };
 
-    void readTexts(const std::uint8_t* payload, std::uint32_t size);
+    std::string text(std::uint16_t id) const;
     void readConversions(const std::uint8_t* payload, std::uint32_t size);
 
     bool textsRead = false;
     bool conversionsRead = false;
-    std::map<std::uint16_t, std::string> texts;
+    std::vector<std::uint8_t> textTable; // whole: in a damaged table the texts may overlap
     std::map<std::uint8_t, ConversionEntry> conversions;
 };
 

@@ -49,6 +49,14 @@ std::uint64_t lowBits(unsigned count)
     return count >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << count) - 1;
 }
 
+// The low `count` bits of `value` as a number of 64 bits.
+std::uint64_t signExtended(std::uint64_t value, unsigned count, bool isSigned)
+{
+    const std::uint64_t number = value & lowBits(count);
+    const bool negative = isSigned && (number >> (count - 1U) & 1U) != 0;
+    return negative ? number | ~lowBits(count) : number;
+}
+
 } // namespace
 
 void toSlot(std::uint64_t value, std::uint8_t* slot)
@@ -87,7 +95,7 @@ std::uint64_t ParameterField::read(const std::uint8_t* block) const
     for (unsigned i = 0; i < bytes; ++i) {
         value = value << 8 | block[offset + i];
     }
-    return normalized(value >> shift);
+    return signExtended(value >> shift, bits, isSigned);
 }
 
 void ParameterField::write(std::uint8_t* block, std::uint64_t rawValue) const
@@ -113,11 +121,9 @@ std::uint64_t ParameterField::highest() const
     return lowBits(isSigned ? bits - 1U : bits);
 }
 
-std::uint64_t ParameterField::normalized(std::uint64_t slot) const
+std::uint64_t ParameterField::fromSlot(std::uint64_t slot) const
 {
-    const std::uint64_t value = slot & lowBits(bits);
-    const bool negative = isSigned && (value >> (bits - 1U) & 1U) != 0;
-    return negative ? value | ~lowBits(bits) : value;
+    return signExtended(slot, 8U * bytes, isSigned);
 }
 
 double ParameterField::number(std::uint64_t rawValue) const

@@ -17,6 +17,7 @@ public:
 
     std::uint8_t byteOffset() const { return offset; } ///< First byte in the block.
     std::uint8_t byteCount() const { return bytes; }   ///< 0 for an invalid datatype.
+    std::uint8_t bitCount() const { return bits; }     ///< 0 where the value has no bits at all.
 
     /// Whether the value has bits at all and lies within a block of `size` bytes.
     bool liesWithin(std::size_t size) const;
@@ -27,8 +28,9 @@ public:
     std::uint64_t lowest() const;  ///< The natural lower bound, as a raw value.
     std::uint64_t highest() const; ///< The natural upper bound, as a raw value.
 
-    /// Returns the low bits of `slot` as a raw value of the datatype.
-    std::uint64_t normalized(std::uint64_t slot) const;
+    /// Returns the number in an 8-byte `slot` as a raw value: the last bytes, as many as the
+    /// datatype has. A bit field does not narrow it.
+    std::uint64_t fromSlot(std::uint64_t slot) const;
 
     /// Returns the raw value as a number.
     double number(std::uint64_t rawValue) const;

@@ -27,7 +27,7 @@ std::pair<std::uint64_t, std::uint64_t> rangeOf(const std::uint8_t* record,
     if (minimum == 0 && maximum == 0) {
         return {field.lowest(), field.highest()};
     }
-    return {field.normalized(minimum), field.normalized(maximum)};
+    return {field.fromSlot(minimum), field.fromSlot(maximum)};
 }
 
 std::string slotText(unsigned char datatype, const unsigned char* slot)
@@ -92,6 +92,7 @@ void getLeftAlignedRawParameter(const std::vector<char>& raw, unsigned char* out
                                 unsigned char byteOffset, unsigned char dataSize,
                                 unsigned char bitOffset, unsigned char bitLength)
 {
+    std::fill_n(out, slotSize, static_cast<unsigned char>(0));
     if (dataSize > slotSize) {
         throw std::runtime_error("Parameter value of " + std::to_string(dataSize) +
                                  " bytes is too long: 8 bytes at most are accepted");
@@ -106,7 +107,6 @@ void getLeftAlignedRawParameter(const std::vector<char>& raw, unsigned char* out
                                  " lies outside its byte: 0 to 7 are accepted");
     }
     const auto* const bytes = reinterpret_cast<const unsigned char*>(raw.data()) + byteOffset;
-    std::fill_n(out, slotSize, static_cast<unsigned char>(0));
     if (bitLength == 0) {
         std::copy_n(bytes, dataSize, out);
     } else {
