@@ -13,7 +13,9 @@ namespace devices::database {
 ///
 /// An object is one connection, used by one thread at a time. Whatever fails is a
 /// `std::runtime_error` whose text names the database and is fit for a person; a failed change
-/// leaves the database as it was, and an open transaction open.
+/// leaves the database as it was, and an open transaction open. Where the engine has given the
+/// whole transaction up, `insert`, `remove` and `commit` fail until `rollback`, so that nothing
+/// lands outside the transaction it was meant for.
 class RecordStore
 {
 public:

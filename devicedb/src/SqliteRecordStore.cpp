@@ -1,5 +1,6 @@
 #include "SqliteRecordStore.h"
 
+#include "SqliteFile.h"
 #include "SqliteSchema.h"
 
 #include <Poco/Data/LOB.h>
@@ -18,6 +19,13 @@ namespace {
 
 constexpr const char* busyTimeout = "PRAGMA busy_timeout = 5000"; // milliseconds
 
+// A commit is the removal of the journal file: EXTRA synchronises the directory too, so that a
+// power cut cannot bring the journal back and undo the transaction with it.
+constexpr const char* durability = "PRAGMA synchronous = EXTRA";
+
+// The driver binds an empty blob as NULL, which equals nothing.
+constexpr const char* ofModule = " WHERE module_id = coalesce(?, x'')";
+
 [[noreturn]] void fail(const std::string& database, const std::string& attempted,
                        const std::string& reason)
 {
@@ -25,11 +33,16 @@ constexpr const char* busyTimeout = "PRAGMA busy_timeout = 5000"; // millisecond
                              reason);
 }
 
-// What the driver says, without the name of its exception class.
+// What the driver says, without the name of its exception class, and once where it says
+// "reason: reason".
 std::string reasonOf(const Poco::Exception& failure)
 {
     const std::string& message = failure.message();
-    return message.empty() ? failure.what() : message;
+    if (message.empty()) {
+        return failure.what();
+    }
+    const std::string half = message.substr(0, (message.size() - 1) / 2);
+    return message == half + ": " + half ? half : message;
 }
 
 Poco::Data::Session openSession(const std::string& path, const std::string& name)
@@ -37,9 +50,10 @@ Poco::Data::Session openSession(const std::string& path, const std::string& name
     try {
         // The driver would try a file that cannot be opened again and again, for a minute.
         constexpr std::size_t noRetry = 0;
-        return Poco::Data::Session(Poco::Data::SQLite::Connector().createSession(path, noRetry));
-    } catch (const Poco::Exception& failure) {
-        fail(name, "open", reasonOf(failure));
+        return Poco::Data::Session(
+            Poco::Data::SQLite::Connector().createSession(sqliteFileName(path), noRetry));
+    } catch (const Poco::Exception&) {
+        fail(name, "open", whyNotOpened(path));
     }
 }
 
@@ -153,14 +167,15 @@ void SqliteRecordStore::execute(const std::string& sql)
 void SqliteRecordStore::prepareSchema()
 {
     execute(busyTimeout);
+    execute(durability);
     if (readSchemaVersion() == sqliteSchemaVersion) {
         return;
     }
     // Another process may have prepared the schema meanwhile: look again, behind the lock.
-    begin();
+    execute("BEGIN IMMEDIATE");
     try {
         migrateFrom(readSchemaVersion());
-        commit();
+        execute("COMMIT");
     } catch (...) {
         rollback();
         throw;
@@ -171,17 +186,23 @@ void SqliteRecordStore::prepareSchema()
 int SqliteRecordStore::readSchemaVersion()
 {
     int tables = 0;
-    int versionTables = 0;
-    session << "SELECT count(*), coalesce(sum(name = 'schema_version'), 0) FROM sqlite_master",
-        into(tables), into(versionTables), now;
+    int ownTables = 0;
+    session << "SELECT count(*), coalesce(sum(name IN ('schema_version', 'device_properties')), 0)"
+               " FROM sqlite_master",
+        into(tables), into(ownTables), now;
     if (tables == 0) {
         return 0;
     }
-    if (versionTables == 0) {
+    if (ownTables != 2) {
         fail(name, "open", "it holds other tables, expected a device database or an empty file");
     }
     int version = 0;
-    session << "SELECT version FROM schema_version", into(version), now;
+    session << "SELECT coalesce(max(version), 0) FROM schema_version", into(version), now;
+    if (version < 1) {
+        fail(name, "open",
+             "its table schema_version states version " + std::to_string(version) +
+                 ", expected 1 or above");
+    }
     if (version > sqliteSchemaVersion) {
         fail(name, "open",
              "its schema has version " + std::to_string(version) + ", this library knows " +
@@ -193,7 +214,7 @@ int SqliteRecordStore::readSchemaVersion()
 void SqliteRecordStore::migrateFrom(int version)
 {
     for (; version < sqliteSchemaVersion; ++version) {
-        for (const char* statement : sqliteMigrations[version]) {
+        for (const char* statement : sqliteMigrations[static_cast<std::size_t>(version)]) {
             execute(statement);
         }
     }
@@ -204,20 +225,36 @@ void SqliteRecordStore::migrateFrom(int version)
 void SqliteRecordStore::begin()
 {
     attempt("change", [this] { execute("BEGIN IMMEDIATE"); });
+    inTransaction = true;
 }
 
 void SqliteRecordStore::commit()
 {
+    requireTransaction();
     attempt("change", [this] { execute("COMMIT"); });
+    inTransaction = false;
 }
 
 void SqliteRecordStore::rollback()
 {
-    attempt("change", [this] { execute("ROLLBACK"); });
+    inTransaction = false;
+    if (!session.getFeature("autoCommit")) {
+        attempt("change", [this] { execute("ROLLBACK"); });
+    }
+}
+
+// After some failures, a full disk for one, SQLite has rolled the whole transaction back by itself;
+// what follows would be stored outside of it, each change for good.
+void SqliteRecordStore::requireTransaction()
+{
+    if (inTransaction && session.getFeature("autoCommit")) {
+        fail(name, "change", "its transaction was taken back after an earlier failure");
+    }
 }
 
 void SqliteRecordStore::insert(const DeviceProperties& record)
 {
+    requireTransaction();
     Row row = toRow(record);
     attempt("write to", [&] {
         session << sqliteInsert, use(row.family), use(row.moduleId), use(row.brandLabelName),
@@ -231,8 +268,7 @@ std::optional<DeviceProperties> SqliteRecordStore::find(const std::string& modul
     BLOB id = toBlob(moduleId);
     return attempt("read", [&]() -> std::optional<DeviceProperties> {
         Poco::Data::Statement select(session);
-        select << std::string(sqliteSelect) + " WHERE module_id = ? ORDER BY family LIMIT 1",
-            use(id);
+        select << std::string(sqliteSelect) + ofModule + " ORDER BY family LIMIT 1", use(id);
         const auto records = fetch(select);
         return records.empty() ? std::nullopt : std::optional(records.front());
     });
@@ -249,10 +285,11 @@ std::vector<DeviceProperties> SqliteRecordStore::list()
 
 bool SqliteRecordStore::remove(const std::string& moduleId)
 {
+    requireTransaction();
     BLOB id = toBlob(moduleId);
     return attempt("write to", [&] {
         Poco::Data::Statement deletion(session);
-        deletion << "DELETE FROM device_properties WHERE module_id = ?", use(id);
+        deletion << std::string("DELETE FROM device_properties") + ofModule, use(id);
         return deletion.execute() != 0;
     });
 }

@@ -8,7 +8,7 @@ namespace devices::database {
 
 /// Device records in an SQLite file, or in memory for the path ":memory:".
 ///
-/// A committed transaction survives a power cut: the journal is synchronised fully.
+/// A committed transaction survives a power cut: journal, file and directory are synchronised.
 class SqliteRecordStore final : public RecordStore
 {
 public:
@@ -29,6 +29,7 @@ private:
     void prepareSchema();
     int readSchemaVersion();
     void migrateFrom(int version);
+    void requireTransaction();
 
     /// Runs `work`; turns a driver's exception into a sentence that says what was `attempted`.
     template <typename Work>
@@ -36,6 +37,7 @@ private:
 
     std::string name; ///< For messages: "sqlite:" and the path.
     Poco::Data::Session session;
+    bool inTransaction = false; ///< Between `begin` and `commit` or `rollback`.
 };
 
 } // namespace devices::database
