@@ -113,6 +113,7 @@ std::string recordText(const DeviceProperties& record)
 std::string knownIdentifiers(const std::vector<DeviceProperties>& records)
 {
     std::vector<std::string> ids;
+    ids.reserve(records.size());
     for (const DeviceProperties& record : records) {
         ids.push_back(record.moduleIdText);
     }

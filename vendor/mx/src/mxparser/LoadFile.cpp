@@ -11,7 +11,7 @@ namespace {
 
 struct CloseFile
 {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
 
 // Appends everything that can be read. Returns false when reading fails, as it does on a directory.
