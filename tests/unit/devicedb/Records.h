@@ -1,0 +1,24 @@
+#pragma once
+
+#include "devices/database/DeviceDatabase.h"
+
+#include <Poco/Data/Session.h>
+
+#include <string>
+#include <vector>
+
+/// Returns a record of family "kv38" as the parser fills one, with sizes 2 and 3.
+devices::database::DeviceProperties device(const std::string& moduleId,
+                                           const std::string& label = "label");
+
+/// Returns the module identifiers of `records`.
+std::vector<std::string> moduleIds(const std::vector<devices::database::DeviceProperties>& records);
+
+/// Returns the module identifiers that a connection of its own sees in the database at `url`.
+std::vector<std::string> storedIds(const std::string& url);
+
+/// Opens the file at `path` with the driver alone, as a program other than the library would.
+Poco::Data::Session otherProgram(const std::string& path);
+
+/// Runs `statement` on the file at `path` as another program.
+void execute(const std::string& path, const std::string& statement);

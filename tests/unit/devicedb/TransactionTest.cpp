@@ -1,0 +1,203 @@
+#include "Records.h"
+
+#include <Failure.h>
+#include <TemporaryDirectory.h>
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <utility>
+
+#include <sys/resource.h>
+
+namespace {
+
+using devices::database::DeviceDatabase;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+using testkit::failureOf;
+
+class Transactions : public testing::Test
+{
+protected:
+    testkit::TemporaryDirectory directory;
+    std::string path = directory.path("devices.sqlite");
+    std::string url = "sqlite:" + path;
+    DeviceDatabase database{url};
+
+    /// Lets the database refuse module "bad" the way `raise` says: ABORT, ROLLBACK ...
+    void refuseBad(const std::string& raise)
+    {
+        execute(path, "CREATE TRIGGER refuse BEFORE INSERT ON device_properties"
+                      " WHEN NEW.module_id = CAST('bad' AS BLOB)"
+                      " BEGIN SELECT RAISE(" +
+                          raise + ", 'refused'); END");
+    }
+
+    std::string refusal() const { return "Cannot write to device database " + url + ": refused"; }
+};
+
+/// No file of this process grows beyond `bytes` while this lives, as on a full disk.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes) : oldHandler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &oldLimit);
+        rlimit limit = oldLimit;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &oldLimit);
+        std::signal(SIGXFSZ, oldHandler);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    void (*oldHandler)(int);
+    rlimit oldLimit{};
+};
+
+TEST_F(Transactions, InsertAloneIsStoredAtOnce)
+{
+    database.insert(device("1"));
+    EXPECT_THAT(storedIds(url), ElementsAre("1"));
+}
+
+TEST_F(Transactions, ChangesBecomeVisibleTogetherAtCommit)
+{
+    database.insert(device("0"));
+    auto transaction = database.beginTransaction();
+    database.insert(device("1"));
+    database.insert(device("2"));
+    database.remove("0");
+    EXPECT_THAT(storedIds(url), ElementsAre("0"));
+    transaction.commit();
+    EXPECT_THAT(storedIds(url), ElementsAre("1", "2"));
+}
+
+TEST_F(Transactions, UncommittedChangesAreTakenBack)
+{
+    database.insert(device("1", "old"));
+    {
+        const auto transaction = database.beginTransaction();
+        database.insert(device("1", "new"));
+        database.insert(device("2"));
+        EXPECT_THAT(moduleIds(database.list()), ElementsAre("1", "2"));
+    }
+    EXPECT_THAT(moduleIds(database.list()), ElementsAre("1"));
+    EXPECT_EQ(database.find("1")->brandLabelName, "old");
+}
+
+TEST_F(Transactions, ExceptionTakesTheChangesBack)
+{
+    EXPECT_EQ(failureOf([&] {
+                  const auto transaction = database.beginTransaction();
+                  database.insert(device("1"));
+                  throw std::runtime_error("left");
+              }),
+              "left");
+    EXPECT_THAT(database.list(), IsEmpty());
+}
+
+TEST_F(Transactions, MovedTransactionGoesOn)
+{
+    auto first = database.beginTransaction();
+    {
+        auto second = std::move(first);
+        database.insert(device("1"));
+        second.commit();
+    }
+    EXPECT_THAT(storedIds(url), ElementsAre("1"));
+}
+
+TEST_F(Transactions, AnotherFollowsACommittedOne)
+{
+    database.beginTransaction().commit();
+    auto second = database.beginTransaction();
+    database.insert(device("2"));
+    second.commit();
+    EXPECT_THAT(storedIds(url), ElementsAre("2"));
+}
+
+TEST_F(Transactions, DoNotNest)
+{
+    auto outer = database.beginTransaction();
+    database.insert(device("1"));
+    EXPECT_EQ(failureOf([&] { database.beginTransaction(); }),
+              "Cannot change device database " + url +
+                  ": cannot start a transaction within a transaction");
+    outer.commit();
+    EXPECT_THAT(storedIds(url), ElementsAre("1"));
+}
+
+TEST_F(Transactions, FailingInsertLeavesTheRestOfTheTransaction)
+{
+    refuseBad("ABORT");
+    auto transaction = database.beginTransaction();
+    database.insert(device("1"));
+    EXPECT_EQ(failureOf([&] { database.insert(device("bad")); }), refusal());
+    database.insert(device("2"));
+    transaction.commit();
+    EXPECT_THAT(storedIds(url), ElementsAre("1", "2"));
+}
+
+TEST_F(Transactions, FailingReplacementKeepsTheOldRecord)
+{
+    database.insert(device("1", "old"));
+    execute(path, "CREATE TRIGGER refuse BEFORE UPDATE ON device_properties"
+                  " BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    EXPECT_EQ(failureOf([&] { database.insert(device("1", "new")); }), refusal());
+    EXPECT_EQ(database.find("1")->brandLabelName, "old");
+}
+
+TEST_F(Transactions, NothingIsStoredOutsideATransactionThatTheEngineGaveUp)
+{
+    refuseBad("ROLLBACK");
+    const std::string lost = "Cannot change device database " + url +
+                             ": its transaction was taken back after an earlier failure";
+    {
+        auto transaction = database.beginTransaction();
+        database.insert(device("1"));
+        EXPECT_EQ(failureOf([&] { database.insert(device("bad")); }), refusal());
+        EXPECT_EQ(failureOf([&] { database.insert(device("2")); }), lost);
+        EXPECT_EQ(failureOf([&] { database.remove("1"); }), lost);
+        EXPECT_EQ(failureOf([&] { transaction.commit(); }), lost);
+    }
+    EXPECT_THAT(storedIds(url), IsEmpty());
+    database.insert(device("3"));
+    EXPECT_THAT(storedIds(url), ElementsAre("3"));
+}
+
+TEST_F(Transactions, FullDiskLeavesTheDatabaseAsItWas)
+{
+    database.insert(device("1"));
+    auto big = device("2");
+    big.mxFileData = new std::vector<char>(400000, 'x');
+    {
+        const FullDisk disk(65536);
+        EXPECT_THAT(failureOf([&] { database.insert(big); }),
+                    StartsWith("Cannot write to device database " + url + ": "));
+    }
+    EXPECT_THAT(storedIds(url), ElementsAre("1"));
+    database.insert(big);
+    EXPECT_THAT(storedIds(url), ElementsAre("1", "2"));
+}
+
+TEST_F(Transactions, OtherWriterIsWaitedForAndThenReported)
+{
+    auto other = otherProgram(path);
+    other << "BEGIN IMMEDIATE", Poco::Data::Keywords::now;
+    EXPECT_EQ(failureOf([&] { database.insert(device("1")); }),
+              "Cannot write to device database " + url + ": database is locked");
+    EXPECT_THAT(database.list(), IsEmpty());
+    other << "ROLLBACK", Poco::Data::Keywords::now;
+    database.insert(device("1"));
+    EXPECT_THAT(storedIds(url), ElementsAre("1"));
+}
+
+} // namespace
