@@ -72,8 +72,8 @@ DEVICE_DATABASE_API void useDatabase(const std::string& url);
 /// `DEVICE_DATABASE_URL`, else "sqlite:devices.sqlite".
 DEVICE_DATABASE_API std::string defaultDatabaseUrl();
 
-/// Returns the database chosen with `useDatabase`, or the one at `defaultDatabaseUrl`, which is then
-/// opened. It lives until the next `useDatabase`.
+/// Returns the database chosen with `useDatabase`, or the one at `defaultDatabaseUrl`, which is
+/// then opened. It lives until the next `useDatabase`.
 DEVICE_DATABASE_API DeviceDatabase& usedDatabase();
 
 /// Stores `record` in the used database. What the device parser calls for each mx file.
