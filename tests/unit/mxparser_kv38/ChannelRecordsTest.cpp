@@ -25,10 +25,11 @@ protected:
     // Names: channel 0 "zero", 1 "-", 2 the empty text, 9 a text that is missing.
     void SetUp() override
     {
-        buffer = MxBuffer()
-                     .group(0x20D7, {0, 0, 100, 1, 0, 101, 2, 0, 102, 9, 0, 199, 0, 0, 101})
-                     .group(0x20D3, testkit::textTablePayload({{100, "zero"}, {101, "-"}, {102, ""}}))
-                     .chars();
+        buffer =
+            MxBuffer()
+                .group(0x20D7, {0, 0, 100, 1, 0, 101, 2, 0, 102, 9, 0, 199, 0, 0, 101})
+                .group(0x20D3, testkit::textTablePayload({{100, "zero"}, {101, "-"}, {102, ""}}))
+                .chars();
         parser.index(buffer);
         parser.dev = std::make_shared<ParserAccess::DeviceP>();
     }

@@ -63,15 +63,14 @@ TEST_F(Channels, everyAlignmentBehindAnOpenByteIsAsTheModulesHaveIt)
 {
     for (std::uint32_t byte = 0; byte < 20; ++byte) {
         const std::uint32_t next = byte + 1;
-        const std::pair<std::uint8_t, std::uint32_t> expected[] = {
-            {1, next},
-            {3, next},
-            {2, (byte + 2) / 2 * 2},
-            {4, (byte + 2) / 2 * 2},
-            {6, next + next % 4},
-            {7, next + next % 4},
-            {8, next + next % 8},
-            {9, next + next % 8}};
+        const std::pair<std::uint8_t, std::uint32_t> expected[] = {{1, next},
+                                                                   {3, next},
+                                                                   {2, (byte + 2) / 2 * 2},
+                                                                   {4, (byte + 2) / 2 * 2},
+                                                                   {6, next + next % 4},
+                                                                   {7, next + next % 4},
+                                                                   {8, next + next % 8},
+                                                                   {9, next + next % 8}};
         for (const auto& [kind, address] : expected) {
             parser.inBytePosition = byte;
             parser.inBitPosition = 1;
@@ -96,8 +95,8 @@ TEST_F(Channels, nothingIsAlignedWhenNoByteIsOpen)
 
 TEST_F(Channels, eachKindHasItsSizeLetterAndSymbol)
 {
-    const std::pair<std::uint8_t, const char*> letters[] = {
-        {1, "B"}, {3, "B"}, {2, "W"}, {4, "W"}, {6, "D"}, {7, "D"}, {8, "L"}, {9, "L"}};
+    const std::pair<std::uint8_t, const char*> letters[] = {{1, "B"}, {3, "B"}, {2, "W"}, {4, "W"},
+                                                            {6, "D"}, {7, "D"}, {8, "L"}, {9, "L"}};
     for (const auto& [kind, letter] : letters) {
         parser.inBytePosition = parser.outBytePosition = 5;
         const ChannelP in = setup(input | kind);

@@ -64,14 +64,13 @@ TEST(ExampleAnalogue, outputsHaveANegativeFactor)
     EXPECT_THAT(channelLines(module),
                 ElementsAre("0 AO 1 | out QW0 W | 0.0, 16", "1 AO 2 | out QW2 W | 2.0, 16",
                             "2 AO 3 | out QW4 W | 4.0, 16", "3 AO 4 | out QW6 W | 6.0, 16"));
-    EXPECT_THAT(
-        parameterLines(module),
-        ElementsAre("3 Substitute current = 20.000000 mA | 0.000000..20.000000 | 0+2.0,0",
-                    "2 Substitute current = 19.000000 mA | 0.000000..20.000000 | 2+2.0,0",
-                    "1 Substitute current = 18.000000 mA | 0.000000..20.000000 | 4+2.0,0",
-                    "0 Substitute current = 17.000000 mA | 0.000000..20.000000 | 6+2.0,0",
-                    "255 Ramp = -70000 \xB5"
-                    "A/s | -100000..100000 | 8+4.0,0"));
+    EXPECT_THAT(parameterLines(module),
+                ElementsAre("3 Substitute current = 20.000000 mA | 0.000000..20.000000 | 0+2.0,0",
+                            "2 Substitute current = 19.000000 mA | 0.000000..20.000000 | 2+2.0,0",
+                            "1 Substitute current = 18.000000 mA | 0.000000..20.000000 | 4+2.0,0",
+                            "0 Substitute current = 17.000000 mA | 0.000000..20.000000 | 6+2.0,0",
+                            "255 Ramp = -70000 \xB5"
+                            "A/s | -100000..100000 | 8+4.0,0"));
     // "OutData,s=WW" stands twice; the extension has a version, no GTIN and an empty date.
     EXPECT_EQ(propertiesOf(*module.device),
               withSizes(exampleProperties("5a040404", "04", "K38-404", "4 AO 0-20 mA", "kv38-0404"),

@@ -9,21 +9,20 @@ namespace {
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
-// Bits, fields and 32/64-bit values side by side, see docs/format/channels.md for the addresses. The
-// names of the outputs 0 and 2 are those of the inputs: the first entry of a number counts.
+// Bits, fields and 32/64-bit values side by side, see docs/format/channels.md for the addresses.
+// The names of the outputs 0 and 2 are those of the inputs: the first entry of a number counts.
 TEST(ExampleCounters, channelsAreAlignedAsTheModuleDoes)
 {
     const ConfiguredModule module = exampleModule("MX0602.bin");
-    EXPECT_THAT(channelLines(module),
-                ElementsAre("0 Gate 1 open | in IX0_0 X | 0.0, 1", "1 State 1 | in IB0#1,7 B | 0.1, 3",
-                            "2 Count 1 | in ID2 D | 2.0, 32", "3 Gate 2 open | in IX6_0 X | 6.0, 1",
-                            "4 Frequency 2 | in IW8 W | 8.0, 16",
-                            "5 State 2 | in IB10#3,31 B | 10.3, 5",
-                            "6 Count 2 | in IL14 L | 14.0, 64",
-                            "0 Gate 1 open | out QX0_0 X | 0.0, 1",
-                            "2 Count 1 | out QB1 B | 1.0, 8", "7 Reset 2 | out QX2_7 X | 2.7, 1",
-                            "8 Set value | out QD6 D | 6.0, 32", "9 Reserved | out   | 0.0, 4",
-                            "10 No image | out   | 0.0, 4"));
+    EXPECT_THAT(
+        channelLines(module),
+        ElementsAre("0 Gate 1 open | in IX0_0 X | 0.0, 1", "1 State 1 | in IB0#1,7 B | 0.1, 3",
+                    "2 Count 1 | in ID2 D | 2.0, 32", "3 Gate 2 open | in IX6_0 X | 6.0, 1",
+                    "4 Frequency 2 | in IW8 W | 8.0, 16", "5 State 2 | in IB10#3,31 B | 10.3, 5",
+                    "6 Count 2 | in IL14 L | 14.0, 64", "0 Gate 1 open | out QX0_0 X | 0.0, 1",
+                    "2 Count 1 | out QB1 B | 1.0, 8", "7 Reset 2 | out QX2_7 X | 2.7, 1",
+                    "8 Set value | out QD6 D | 6.0, 32", "9 Reserved | out   | 0.0, 4",
+                    "10 No image | out   | 0.0, 4"));
 }
 
 TEST(ExampleCounters, parametersReachToTheEndsOfTheirRanges)
@@ -46,8 +45,8 @@ TEST(ExampleCounters, parametersReachToTheEndsOfTheirRanges)
                   "0"));
 }
 
-// Ids: 18 properties 0-17 (no image), parameters 18-22, channels 23-35. Inputs and outputs share the
-// numbers 0 and 2; the last two channels have no process data.
+// Ids: 18 properties 0-17 (no image), parameters 18-22, channels 23-35. Inputs and outputs share
+// the numbers 0 and 2; the last two channels have no process data.
 TEST(ExampleCounters, sharedNumbersHaveTheirSetsTwice)
 {
     EXPECT_THAT(setLines(exampleModule("MX0602.bin")),
@@ -103,8 +102,8 @@ TEST(ExampleCounters, serialBytesAreInterleaved)
     EXPECT_THAT(channelLines(module), ElementsAreArray(expected));
 }
 
-// Block 03 01 00fa eeddef0b82167eeb: 9600 baud, parity in the bits 0-1 and stop bits in bit 4 of the
-// second byte. The number is -(2^64 - 0xeeddef0b82167eeb) = -1234567890123456789.
+// Block 03 01 00fa eeddef0b82167eeb: 9600 baud, parity in the bits 0-1 and stop bits in bit 4 of
+// the second byte. The number is -(2^64 - 0xeeddef0b82167eeb) = -1234567890123456789.
 TEST(ExampleCounters, serialParametersHaveBitFieldsWithOptions)
 {
     const ConfiguredModule module = exampleModule("MX0701.bin");
@@ -128,16 +127,15 @@ TEST(ExampleCounters, serialParametersHaveBitFieldsWithOptions)
 TEST(ExampleCounters, powerValuesFollowWithoutGaps)
 {
     const ConfiguredModule module = exampleModule("MX0803.bin");
-    EXPECT_THAT(channelLines(module),
-                ElementsAre("10 L1 U | in ID0 D | 0.0, 32", "11 L1 I | in ID4 D | 4.0, 32",
-                            "12 L1 P | in ID8 D | 8.0, 32", "23 L1 cos phi | in IW12 W | 12.0, 16",
-                            "24 L2 U | in ID14 D | 14.0, 32", "25 L2 I | in ID18 D | 18.0, 32",
-                            "26 L2 P | in ID22 D | 22.0, 32",
-                            "27 L2 cos phi | in IW26 W | 26.0, 16",
-                            "28 L3 U | in ID28 D | 28.0, 32", "29 L3 I | in ID32 D | 32.0, 32",
-                            "30 L3 P | in ID36 D | 36.0, 32",
-                            "31 L3 cos phi | in IW40 W | 40.0, 16",
-                            "90 Energy | in IL42 L | 42.0, 64"));
+    EXPECT_THAT(
+        channelLines(module),
+        ElementsAre("10 L1 U | in ID0 D | 0.0, 32", "11 L1 I | in ID4 D | 4.0, 32",
+                    "12 L1 P | in ID8 D | 8.0, 32", "23 L1 cos phi | in IW12 W | 12.0, 16",
+                    "24 L2 U | in ID14 D | 14.0, 32", "25 L2 I | in ID18 D | 18.0, 32",
+                    "26 L2 P | in ID22 D | 22.0, 32", "27 L2 cos phi | in IW26 W | 26.0, 16",
+                    "28 L3 U | in ID28 D | 28.0, 32", "29 L3 I | in ID32 D | 32.0, 32",
+                    "30 L3 P | in ID36 D | 36.0, 32", "31 L3 cos phi | in IW40 W | 40.0, 16",
+                    "90 Energy | in IL42 L | 42.0, 64"));
 }
 
 // Conversion 1: factor 0.5, no offset, unit A. The block is 00 00c8 000f 000f 000f.
@@ -152,8 +150,8 @@ TEST(ExampleCounters, powerParametersBelongToTheModuleAndThreeChannels)
                             "11 Demand interval = 15 min | 1..60 | 5+2.0,0",
                             "12 Demand interval = 15 min | 1..60 | 7+2.0,0"));
     EXPECT_EQ(propertiesOf(*module.device),
-              withSizes(exampleProperties("5a080803", "07", "K38-803",
-                                          "3-phase power measurement", "kv38-0803"),
+              withSizes(exampleProperties("5a080803", "07", "K38-803", "3-phase power measurement",
+                                          "kv38-0803"),
                         {{"gtin", "20000008030005"}, {"calibrationDate", "2024-05-3"}}, "50", "0",
                         "9", "4"));
 }

@@ -9,8 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
-const std::string filterOptions =
-    "; 0.2 ms=0(0); 3 ms=1(1); 10 ms=2(2); 20 ms=3(3)";
+const std::string filterOptions = "; 0.2 ms=0(0); 3 ms=1(1); 10 ms=2(2); 20 ms=3(3)";
 
 TEST(ExampleDigital, eightInputsHaveABitEach)
 {
@@ -20,11 +19,11 @@ TEST(ExampleDigital, eightInputsHaveABitEach)
                             "2 DI 3 | in IX0_2 X | 0.2, 1", "3 DI 4 | in IX0_3 X | 0.3, 1",
                             "4 DI 5 | in IX0_4 X | 0.4, 1", "5 DI 6 | in IX0_5 X | 0.5, 1",
                             "6 DI 7 | in IX0_6 X | 0.6, 1", "7 DI 8 | in IX0_7 X | 0.7, 1"));
-    EXPECT_EQ(propertiesOf(*module.device),
-              withSizes(exampleProperties("5a010108", "01", "K38-108", "8 DI 24 V DC 3 ms",
-                                          "kv38-0108"),
-                        {{"gtin", "2000000000108"}, {"calibrationDate", "2024-05-3"}}, "1", "0",
-                        "2", "0"));
+    EXPECT_EQ(
+        propertiesOf(*module.device),
+        withSizes(exampleProperties("5a010108", "01", "K38-108", "8 DI 24 V DC 3 ms", "kv38-0108"),
+                  {{"gtin", "2000000000108"}, {"calibrationDate", "2024-05-3"}}, "1", "0", "2",
+                  "0"));
 }
 
 // Block 01 00: the second filter option, no input inverted.
@@ -94,11 +93,11 @@ TEST(ExampleDigital, sixteenInputsFillTwoBytes)
     }
     EXPECT_THAT(channelLines(module), ElementsAreArray(channels));
     EXPECT_THAT(parameterLines(module), ElementsAreArray(parameters));
-    EXPECT_EQ(propertiesOf(*module.device),
-              withSizes(exampleProperties("5a010116", "01", "K38-116", "16 DI 24 V DC 3 ms",
-                                          "kv38-0116"),
-                        {{"gtin", "2000000000116"}, {"calibrationDate", "2024-05-3"}}, "2", "0",
-                        "3", "0"));
+    EXPECT_EQ(
+        propertiesOf(*module.device),
+        withSizes(exampleProperties("5a010116", "01", "K38-116", "16 DI 24 V DC 3 ms", "kv38-0116"),
+                  {{"gtin", "2000000000116"}, {"calibrationDate", "2024-05-3"}}, "2", "0", "3",
+                  "0"));
 }
 
 TEST(ExampleDigital, sixteenInputsMoveWithTheOffset)
@@ -119,8 +118,8 @@ TEST(ExampleDigital, outputsHaveTheirOverloadsAsInputsAndTwoAreDropped)
     std::vector<std::string> expected;
     for (int i = 0; i < 8; ++i) {
         const std::string bit = std::to_string(i);
-        expected.push_back(bit + " DO " + std::to_string(i + 1) + " | out QX0_" + bit +
-                           " X | 0." + bit + ", 1");
+        expected.push_back(bit + " DO " + std::to_string(i + 1) + " | out QX0_" + bit + " X | 0." +
+                           bit + ", 1");
     }
     for (int i = 0; i < 6; ++i) {
         const std::string bit = std::to_string(i);
@@ -148,11 +147,11 @@ TEST(ExampleDigital, outputsHaveSubstituteValues)
                            "  | 0..1 | 1+1." + std::to_string(i) + ",1");
     }
     EXPECT_THAT(parameterLines(module), ElementsAreArray(expected));
-    EXPECT_EQ(propertiesOf(*module.device),
-              withSizes(exampleProperties("5a020208", "02", "K38-208", "8 DO 24 V DC 0.5 A",
-                                          "kv38-0208"),
-                        {{"gtin", "20000002080005"}, {"calibrationDate", "2024-05-3"}}, "1", "1",
-                        "2", "2"));
+    EXPECT_EQ(
+        propertiesOf(*module.device),
+        withSizes(exampleProperties("5a020208", "02", "K38-208", "8 DO 24 V DC 0.5 A", "kv38-0208"),
+                  {{"gtin", "20000002080005"}, {"calibrationDate", "2024-05-3"}}, "1", "1", "2",
+                  "2"));
 }
 
 } // namespace

@@ -16,10 +16,10 @@ TEST(ExampleSpecial, theFieldSupplyHasNoProcessData)
     const ConfiguredModule module = exampleModule("MX0001.bin");
     EXPECT_THAT(channelLines(module), IsEmpty());
     EXPECT_THAT(parameterLines(module), IsEmpty());
-    EXPECT_EQ(propertiesOf(*module.device),
-              withSizes(exampleProperties("0bc1e800", "09", "K38-001", "Field supply 24 V",
-                                          "kv38-0001"),
-                        {}, "0", "0", "0", "1"));
+    EXPECT_EQ(
+        propertiesOf(*module.device),
+        withSizes(exampleProperties("0bc1e800", "09", "K38-001", "Field supply 24 V", "kv38-0001"),
+                  {}, "0", "0", "0", "1"));
     EXPECT_THAT(setLines(module),
                 ElementsAre("16 basicInformation: 0 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15",
                             "17 default: 16"));
@@ -35,10 +35,10 @@ TEST(ExampleSpecial, theCouplerExtensionHasTwoBytesMore)
                                                   "1 Station state | out QW0 W | 0.0, 16"));
     EXPECT_THAT(parameterLines(module), ElementsAre("255 Cycle time = 2000 \xB5s | 500..65000 | "
                                                     "0+2.0,0"));
-    EXPECT_EQ(propertiesOf(*module.device),
-              withSizes(exampleProperties("0e81276d", "08", "K38-901", "Coupler extension",
-                                          "kv38-0901"),
-                        {{"gtin", "20000009010005"}, {"calibrationDate", ""}}, "4", "4", "2", "0"));
+    EXPECT_EQ(
+        propertiesOf(*module.device),
+        withSizes(exampleProperties("0e81276d", "08", "K38-901", "Coupler extension", "kv38-0901"),
+                  {{"gtin", "20000009010005"}, {"calibrationDate", ""}}, "4", "4", "2", "0"));
     EXPECT_EQ(module.device->privateProps.inDataSize, 4U);
     EXPECT_EQ(module.device->privateProps.outDataSize, 4U);
 }

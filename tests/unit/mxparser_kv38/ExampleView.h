@@ -65,16 +65,11 @@ inline NamesAndValues exampleProperties(const std::string& moduleId, const std::
                                         const std::string& orderCode, const std::string& label,
                                         const std::string& component)
 {
-    return {{"moduleId", moduleId},
-            {"moduleType", moduleType},
-            {"brandVersion", "2.1"},
-            {"brandId", "41"},
-            {"brandSerialNumber", "0"},
-            {"productVersion", "01.02.03"},
-            {"brandOrderCode", orderCode},
-            {"brandLabelName", label},
-            {"brandHwRevision", "05"},
-            {"mxVersion", component + " 01.02.03"}};
+    return {{"moduleId", moduleId},        {"moduleType", moduleType},
+            {"brandVersion", "2.1"},       {"brandId", "41"},
+            {"brandSerialNumber", "0"},    {"productVersion", "01.02.03"},
+            {"brandOrderCode", orderCode}, {"brandLabelName", label},
+            {"brandHwRevision", "05"},     {"mxVersion", component + " 01.02.03"}};
 }
 
 /// The properties in front, then those of the extension and the sizes.
@@ -83,9 +78,9 @@ inline NamesAndValues withSizes(NamesAndValues properties, const NamesAndValues&
                                 const std::string& parameters, const std::string& diagnosis)
 {
     properties.insert(properties.end(), extension.begin(), extension.end());
-    const NamesAndValues sizes = {{"inDataSize", in},       {"outDataSize", out},
-                                  {"inDataOffset", "0"},    {"outDataOffset", "0"},
-                                  {"paramDataSize", parameters}, {"diagDataSize", diagnosis}};
+    const NamesAndValues sizes = {
+        {"inDataSize", in},     {"outDataSize", out},          {"inDataOffset", "0"},
+        {"outDataOffset", "0"}, {"paramDataSize", parameters}, {"diagDataSize", diagnosis}};
     properties.insert(properties.end(), sizes.begin(), sizes.end());
     return properties;
 }

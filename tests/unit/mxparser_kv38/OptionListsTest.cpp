@@ -21,10 +21,11 @@ class OptionLists : public testing::Test
 protected:
     void start(const Bytes& payload)
     {
-        buffer = MxBuffer()
-                     .group(0x20C1, payload)
-                     .group(0x20D3, testkit::textTablePayload({{1, "one"}, {2, "two"}, {3, "three"}}))
-                     .chars();
+        buffer =
+            MxBuffer()
+                .group(0x20C1, payload)
+                .group(0x20D3, testkit::textTablePayload({{1, "one"}, {2, "two"}, {3, "three"}}))
+                .chars();
         parser.index(buffer);
     }
 
@@ -58,8 +59,8 @@ TEST_F(OptionLists, aGroupOfLength0Or1HoldsNoList)
 
 TEST_F(OptionLists, everyListWithTheIdentifierCountsInItsOrder)
 {
-    start(testkit::join({optionList(3, {{10, 1}, {20, 2}}), optionList(4, {{9, 3}}),
-                         optionList(3, {{30, 3}})}));
+    start(testkit::join(
+        {optionList(3, {{10, 1}, {20, 2}}), optionList(4, {{9, 3}}), optionList(3, {{30, 3}})}));
     get(3);
     EXPECT_THAT(texts(), ElementsAre("one=10", "two=20", "three=30"));
     EXPECT_THAT(parameter.privateProps.optionValues, ElementsAre(10, 20, 30));

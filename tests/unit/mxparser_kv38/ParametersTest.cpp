@@ -32,8 +32,8 @@ protected:
     {
         MxBuffer made = testkit::minimalModule({"Parameter,s=" + std::string(block.size(), 'B')});
         made.group(0x0010, testkit::join({{0, 0}, block}));
-        made.group(0x20D3,
-                   testkit::textTablePayload({{100, "name"}, {110, "bar"}, {111, "V"}, {120, "on"}}));
+        made.group(0x20D3, testkit::textTablePayload(
+                               {{100, "name"}, {110, "bar"}, {111, "V"}, {120, "on"}}));
         made.group(0x20C2, conversion7);
         made.group(0x20C1, testkit::optionList(3, {{0, 110}, {1, 120}}));
         buffer = made.chars();

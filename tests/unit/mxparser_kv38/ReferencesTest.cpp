@@ -81,19 +81,19 @@ TEST_F(References, anEmptyDeviceGetsTheRoleAlone)
 
 TEST_F(References, everySetIsMadeInItsOrder)
 {
-    parser.addStaticProperty("a", "");                                         // 0
+    parser.addStaticProperty("a", "");                                           // 0
     parser.assignIdAndAddAttribute(std::make_shared<datamodel::BinaryObject>()); // 1
-    addParameter(255);                                                         // 2
-    addParameter(1);                                                           // 3
-    addParameter(0);                                                           // 4
-    addParameter(1);                                                           // 5
-    addChannel(0);                                                             // 6
-    addChannel(1);                                                             // 7
+    addParameter(255);                                                           // 2
+    addParameter(1);                                                             // 3
+    addParameter(0);                                                             // 4
+    addParameter(1);                                                             // 5
+    addChannel(0);                                                               // 6
+    addChannel(1);                                                               // 7
     parser.setupReferences();
-    EXPECT_THAT(sets(), ElementsAre("8 basicInformation: 0 1", "9 deviceParameter: 2",
-                                    "10 channelParams_6: 4", "11 channelParams_7: 3 5",
-                                    "12 parameter: 9 10 11", "13 channels: 6 7",
-                                    "14 default: 8 12 13"));
+    EXPECT_THAT(sets(),
+                ElementsAre("8 basicInformation: 0 1", "9 deviceParameter: 2",
+                            "10 channelParams_6: 4", "11 channelParams_7: 3 5",
+                            "12 parameter: 9 10 11", "13 channels: 6 7", "14 default: 8 12 13"));
 }
 
 TEST_F(References, moduleParametersAloneMakeNoChannelSet)
@@ -117,8 +117,7 @@ TEST_F(References, aChannelWithoutSizeLetterStillHasItsParameters)
     addChannel(1, "");
     addParameter(1);
     parser.setupReferences();
-    EXPECT_THAT(sets(),
-                ElementsAre("2 channelParams_0: 1", "3 parameter: 2", "4 default: 3"));
+    EXPECT_THAT(sets(), ElementsAre("2 channelParams_0: 1", "3 parameter: 2", "4 default: 3"));
 }
 
 TEST_F(References, aParameterOfNoChannelIsInNoSet)
@@ -153,8 +152,8 @@ TEST_F(References, aSecondCallAddsASecondRole)
     addChannel(0);
     parser.setupReferences();
     parser.setupReferences();
-    EXPECT_THAT(sets(), ElementsAre("1 channels: 0", "2 default: 1", "3 channels: 0",
-                                    "4 default: 3"));
+    EXPECT_THAT(sets(),
+                ElementsAre("1 channels: 0", "2 default: 1", "3 channels: 0", "4 default: 3"));
 }
 
 TEST(ReferencesDeath, aMissingDeviceIsAFailedAssertion)
