@@ -69,6 +69,17 @@ TEST_F(DatabaseVerbs, aFileThatCannotBeReadLeavesTheDatabaseUnchanged)
               "module_id,family,label,in_bytes,out_bytes,parameter_bytes,file_bytes\r\n");
 }
 
+TEST_F(DatabaseVerbs, aFileThatDisappearsLeavesTheDatabaseUnchanged)
+{
+    const std::string good = modules(false);
+    std::filesystem::create_symlink("gone", good + "/MX3.bin");
+    const ToolRun run = runTool({"populate", good, "--db", url});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_THAT(run.err, HasSubstr("error: Cannot open file: " + good + "/MX3.bin"));
+    EXPECT_THAT(run.err, HasSubstr("hint: the database is unchanged"));
+    EXPECT_EQ(runTool({"devices", "--db", url, "0bc1e800"}).exitCode, 1);
+}
+
 TEST_F(DatabaseVerbs, whatIsNoDirectoryIsNamed)
 {
     const ToolRun missing = runTool({"populate", "/nonexistent", "--db", url});
