@@ -70,7 +70,7 @@ TEST(Help, versionIsThatOfTheLibrary)
     EXPECT_EQ(version.out, "mxtool 3.0.0\n");
 }
 
-class WrongWords : public testing::TestWithParam<std::pair<const char*, const char*>>
+class WrongWords : public testing::TestWithParam<std::pair<std::string, std::string>>
 {};
 
 TEST_P(WrongWords, endWithCode2AndTheReason)
