@@ -32,8 +32,6 @@ void redirect(const std::string& path, int flags, int descriptor)
     redirect(setup.standardInput, O_RDONLY, STDIN_FILENO);
     redirect(out, O_WRONLY | O_CREAT, STDOUT_FILENO);
     redirect(err, O_WRONLY | O_CREAT, STDERR_FILENO);
-    // A walk that an unreadable file ends keeps its directory open.
-    setenv("LSAN_OPTIONS", "suppressions=" PROJECT_ROOT "/tests/tool/lost-memory.txt", 1);
     for (const auto& [name, value] : setup.environment) {
         setenv(name.c_str(), value.c_str(), 1);
     }
