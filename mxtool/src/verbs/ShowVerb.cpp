@@ -1,9 +1,7 @@
 #include "DeviceJson.h"
 #include "DeviceText.h"
-#include "Diagnostic.h"
-#include "InputFile.h"
-#include "LogToDiagnostics.h"
 #include "OutputFile.h"
+#include "TranslatedModule.h"
 #include "Verbs.h"
 
 namespace mxtool {
@@ -39,37 +37,15 @@ constexpr const char* footer = R"(Example:
 
 struct ShowOptions
 {
-    std::string file;
-    std::string parameterBlockFile;
-    unsigned inOffset = 0;
-    unsigned outOffset = 0;
+    ModuleOptions module;
     std::string format = "text";
     std::string output = "-";
 };
 
-DeviceReport translate(const ShowOptions& options, const std::string& logLevel)
-{
-    std::vector<char> block;
-    const bool hasBlock = !options.parameterBlockFile.empty();
-    if (hasBlock) {
-        block = loadBytes(options.parameterBlockFile);
-    }
-    const std::vector<char> bytes = loadInput(options.file);
-    devices::parser::mx::Parser_kv38 parser;
-    const LogToDiagnostics log(logLevel);
-    try {
-        return makeReport(
-            *parser.parse(bytes, hasBlock ? &block : nullptr, options.inOffset, options.outOffset));
-    } catch (const std::runtime_error& failure) {
-        throw Failure(ExitCode::Input,
-                      {"error", inputName(options.file), failure.what(),
-                       "mxtool groups " + options.file + " lists what the file holds"});
-    }
-}
-
 ExitCode show(const ShowOptions& options, const std::string& logLevel)
 {
-    const DeviceReport device = translate(options, logLevel);
+    TranslatedModule module(options.module, logLevel);
+    const DeviceReport device = makeReport(module.device());
     writeOutput(options.output,
                 options.format == "json" ? jsonText(deviceJson(device)) : deviceText(device));
     return ExitCode::Done;
@@ -81,13 +57,7 @@ void addShowVerb(CLI::App& program, const GlobalOptions& global, const VerbChoic
 {
     CLI::App* verb = program.add_subcommand("show", "Show the device that an mx file describes");
     auto options = std::make_shared<ShowOptions>();
-    verb->add_option("FILE", options->file, "The mx file, - for standard input")->required();
-    verb->add_option("--in-offset", options->inOffset,
-                     "Byte at which the module's input data begins");
-    verb->add_option("--out-offset", options->outOffset,
-                     "Byte at which the module's output data begins");
-    verb->add_option("--param-block", options->parameterBlockFile,
-                     "File whose bytes replace the default parameter block");
+    addModuleOptions(*verb, options->module);
     verb->add_option("--format", options->format, "text or json")
         ->check(CLI::IsMember({"text", "json"}));
     verb->add_option("-o,--output", options->output, "Write to this file, - for standard output");

@@ -1,0 +1,54 @@
+#include "TranslatedModule.h"
+
+#include "Diagnostic.h"
+#include "InputFile.h"
+
+#include <CLI/CLI.hpp>
+
+namespace mxtool {
+
+void addModuleOptions(CLI::App& verb, ModuleOptions& options)
+{
+    verb.add_option("FILE", options.file, "The mx file, - for standard input")->required();
+    verb.add_option("--in-offset", options.inOffset,
+                    "Byte at which the module's input data begins");
+    verb.add_option("--out-offset", options.outOffset,
+                    "Byte at which the module's output data begins");
+    verb.add_option("--param-block", options.parameterBlockFile,
+                    "File whose bytes replace the default parameter block");
+}
+
+TranslatedModule::TranslatedModule(const ModuleOptions& options, const std::string& logLevel)
+    : path(options.file), inOffset(options.inOffset), outOffset(options.outOffset), log(logLevel)
+{
+    std::vector<char> block;
+    const bool hasBlock = !options.parameterBlockFile.empty();
+    if (hasBlock) {
+        block = loadBytes(options.parameterBlockFile);
+    }
+    mxData = loadInput(options.file);
+    builtDevice = translate(hasBlock ? &block : nullptr);
+}
+
+std::string TranslatedModule::name() const
+{
+    return inputName(path);
+}
+
+std::shared_ptr<TranslatedModule::Device>
+TranslatedModule::withParameterBlock(std::vector<char> block)
+{
+    return translate(&block);
+}
+
+std::shared_ptr<TranslatedModule::Device> TranslatedModule::translate(std::vector<char>* block)
+{
+    try {
+        return deviceParser.parse(mxData, block, inOffset, outOffset);
+    } catch (const std::runtime_error& failure) {
+        throw Failure(ExitCode::Input, {"error", name(), failure.what(),
+                                        "mxtool groups " + path + " lists what the file holds"});
+    }
+}
+
+} // namespace mxtool

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "LogToDiagnostics.h"
+
+#include <devices/parser/mx/Parser_kv38.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace mxtool {
+
+/// The module that a verb is to translate.
+struct ModuleOptions
+{
+    std::string file;               ///< The mx file, "-" for standard input.
+    std::string parameterBlockFile; ///< Replaces the default parameter block; empty: none.
+    unsigned inOffset = 0;          ///< First byte of the module in the input image.
+    unsigned outOffset = 0;         ///< First byte of the module in the output image.
+};
+
+/// Adds FILE, --in-offset, --out-offset and --param-block to `verb`. `options` outlives the
+/// parsing.
+void addModuleOptions(CLI::App& verb, ModuleOptions& options);
+
+/// An mx file and the device that it describes. The parser's log lines are shown while it lives.
+class TranslatedModule
+{
+public:
+    using Device = devices::parser::mx::Parser_kv38::DeviceP;
+
+    /// Loads and translates. Throws a `Failure` naming the file.
+    TranslatedModule(const ModuleOptions& options, const std::string& logLevel);
+
+    std::string name() const; ///< Of the file, for diagnostics.
+    const std::vector<char>& bytes() const { return mxData; }
+    devices::parser::IDeviceParser& parser() { return deviceParser; }
+    Device& device() { return *builtDevice; }
+
+    /// Translates the same file with `block` in place of its default parameter block.
+    std::shared_ptr<Device> withParameterBlock(std::vector<char> block);
+
+private:
+    std::shared_ptr<Device> translate(std::vector<char>* block);
+
+    std::string path;
+    unsigned inOffset;
+    unsigned outOffset;
+    devices::parser::mx::Parser_kv38 deviceParser;
+    LogToDiagnostics log; // takes the logger that the parser has set up
+    std::vector<char> mxData;
+    std::shared_ptr<Device> builtDevice; // its parameters point into mxData
+};
+
+} // namespace mxtool
