@@ -1,5 +1,6 @@
 #include "DeviceJson.h"
 
+#include "ParameterText.h"
 #include "ShownText.h"
 
 #include <devices/parser/mx/HexText.h>
@@ -43,23 +44,13 @@ Json optionsJson(const DeviceReport::Parameter& parameter)
     return options;
 }
 
-// The value as people read it: the text of the option, or the number and its unit.
-std::string shownValue(const DeviceReport::Parameter& parameter)
-{
-    if (const auto* option = parameter.currentOption()) {
-        return toUtf8(option->text);
-    }
-    return parameter.unit.empty() ? parameter.value
-                                  : parameter.value + " " + toUtf8(parameter.unit);
-}
-
 Json parameterJson(const DeviceReport::Parameter& parameter)
 {
     return {{"id", parameter.id},
             {"channel", parameter.ofModule() ? Json() : Json(parameter.channelNumber)},
             {"name", toUtf8(parameter.name)},
             {"value", parameter.value},
-            {"shown", shownValue(parameter)},
+            {"shown", toUtf8(valueWithUnit(parameter))},
             {"unit", toUtf8(parameter.unit)},
             {"min", parameter.min},
             {"max", parameter.max},

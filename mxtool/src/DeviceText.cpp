@@ -1,5 +1,6 @@
 #include "DeviceText.h"
 
+#include "ParameterText.h"
 #include "ShownText.h"
 #include "TextTable.h"
 
@@ -74,46 +75,11 @@ std::string channelSection(const DeviceReport& report)
     return table.empty() ? "" : "\n" + table.text();
 }
 
-std::string ownerOf(const DeviceReport::Parameter& parameter)
-{
-    if (parameter.ofModule()) {
-        return "module";
-    }
-    const std::string number = std::to_string(parameter.channelNumber);
-    if (parameter.channelNames.empty()) {
-        return number + " (no such channel)";
-    }
-    return number + " " + joined(parameter.channelNames, ", ");
-}
-
-std::string valueOf(const DeviceReport::Parameter& parameter)
-{
-    if (!parameter.hasOptionList) {
-        return parameter.value;
-    }
-    const auto* option = parameter.currentOption();
-    return option != nullptr ? option->text : parameter.value + " (not in the list)";
-}
-
-// The accepted values: the options with the current one in brackets, or the range.
-std::string acceptedValues(const DeviceReport::Parameter& parameter)
-{
-    if (!parameter.hasOptionList) {
-        return parameter.min + " to " + parameter.max;
-    }
-    std::vector<std::string> options;
-    for (const auto& option : parameter.options) {
-        const std::string text = option.text + " = " + option.value;
-        options.push_back(option.current ? "[" + text + "]" : text);
-    }
-    return joined(options, " | ");
-}
-
 std::string parameterSection(const DeviceReport& report)
 {
     TextTable table({"Parameter of", "Name", "Value", "Unit", "Range or options"});
     for (const auto& parameter : report.parameters) {
-        table.add({ownerOf(parameter), parameter.name, valueOf(parameter), parameter.unit,
+        table.add({ownerOf(parameter), parameter.name, valueText(parameter), parameter.unit,
                    acceptedValues(parameter)});
     }
     return table.empty() ? "" : "\n" + table.text();

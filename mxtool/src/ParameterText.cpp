@@ -1,0 +1,105 @@
+#include "ParameterText.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace mxtool {
+
+namespace {
+
+// A name that holds for `parameter` alone, or nothing.
+template <typename NameOf>
+std::string nameOfItsOwn(const DeviceReport::Parameter& parameter, const DeviceReport& device,
+                         NameOf nameOf)
+{
+    const std::string name = nameOf(parameter);
+    const auto holders =
+        std::count_if(device.parameters.begin(), device.parameters.end(),
+                      [&](const DeviceReport::Parameter& other) { return nameOf(other) == name; });
+    return holders == 1 ? name : std::string();
+}
+
+std::string qualifiedName(const DeviceReport::Parameter& parameter)
+{
+    if (parameter.ofModule()) {
+        return "module/" + parameter.name;
+    }
+    return (parameter.channelNames.empty() ? std::to_string(parameter.channelNumber)
+                                           : parameter.channelNames.front()) +
+           "/" + parameter.name;
+}
+
+} // namespace
+
+std::string ownerOf(const DeviceReport::Parameter& parameter)
+{
+    if (parameter.ofModule()) {
+        return "module";
+    }
+    const std::string number = std::to_string(parameter.channelNumber);
+    if (parameter.channelNames.empty()) {
+        return number + " (no such channel)";
+    }
+    return fmt::format("{} {}", number, fmt::join(parameter.channelNames, ", "));
+}
+
+std::string valueText(const DeviceReport::Parameter& parameter)
+{
+    if (!parameter.hasOptionList) {
+        return parameter.value;
+    }
+    const auto* option = parameter.currentOption();
+    return option != nullptr ? option->text : parameter.value + " (not in the list)";
+}
+
+std::string valueWithUnit(const DeviceReport::Parameter& parameter)
+{
+    const bool isNumber = !parameter.hasOptionList && !parameter.unit.empty();
+    return isNumber ? parameter.value + " " + parameter.unit : valueText(parameter);
+}
+
+std::string acceptedValues(const DeviceReport::Parameter& parameter)
+{
+    if (!parameter.hasOptionList) {
+        return parameter.min + " to " + parameter.max;
+    }
+    std::vector<std::string> options;
+    for (const auto& option : parameter.options) {
+        const std::string text = option.text + " = " + option.value;
+        options.push_back(option.current ? "[" + text + "]" : text);
+    }
+    return fmt::format("{}", fmt::join(options, " | "));
+}
+
+std::string nameInCalls(const DeviceReport::Parameter& parameter, const DeviceReport& device)
+{
+    for (const std::string& name :
+         {nameOfItsOwn(parameter, device,
+                       [](const DeviceReport::Parameter& other) { return other.name; }),
+          nameOfItsOwn(parameter, device, qualifiedName)}) {
+        if (!name.empty()) {
+            return name;
+        }
+    }
+    return "#" + parameter.id;
+}
+
+std::string described(const DeviceReport::Parameter& parameter)
+{
+    const std::string owner =
+        parameter.ofModule() ? " of the module" : " of channel " + ownerOf(parameter);
+    const std::string bits = parameter.bitLength == 0
+                                 ? ""
+                                 : fmt::format(" bit {} to {}", parameter.bitOffset,
+                                               parameter.bitOffset + parameter.bitLength - 1);
+    const std::string bytes = parameter.dataSize < 2
+                                  ? fmt::format("byte {}", parameter.byteOffset)
+                                  : fmt::format("bytes {} to {}", parameter.byteOffset,
+                                                parameter.byteOffset + parameter.dataSize - 1);
+    return fmt::format("parameter \"{}\"{} (#{}, {}{})", parameter.name, owner, parameter.id, bytes,
+                       bits);
+}
+
+} // namespace mxtool

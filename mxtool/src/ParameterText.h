@@ -1,0 +1,30 @@
+#pragma once
+
+#include "DeviceReport.h"
+
+#include <string>
+
+namespace mxtool {
+
+// How the verbs name a parameter and its values. Texts are the bytes of the mx file.
+
+/// Returns the owner of `parameter`: "module", or the channel's number and name.
+std::string ownerOf(const DeviceReport::Parameter& parameter);
+
+/// Returns the value as people read it: the text of its option, or the number.
+std::string valueText(const DeviceReport::Parameter& parameter);
+
+/// Returns `valueText` with the unit behind a number.
+std::string valueWithUnit(const DeviceReport::Parameter& parameter);
+
+/// Returns the accepted values: the options, the current one in brackets, or the range.
+std::string acceptedValues(const DeviceReport::Parameter& parameter);
+
+/// Returns how a call names `parameter`: "Filter", "AI 1/Filter" or "#12", the shortest that is no
+/// other's in `device`.
+std::string nameInCalls(const DeviceReport::Parameter& parameter, const DeviceReport& device);
+
+/// Returns `parameter` as messages name it: its name, owner, identifier and place in the image.
+std::string described(const DeviceReport::Parameter& parameter);
+
+} // namespace mxtool
