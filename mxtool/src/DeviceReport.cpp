@@ -8,6 +8,9 @@ namespace {
 
 using devices::parser::mx::Parser_kv38;
 
+constexpr std::size_t flagsOfRecord = 5;
+constexpr std::uint8_t convertedFlag = 0x04;
+
 DeviceReport::Channel makeChannel(const Parser_kv38::ChannelP& channel)
 {
     const auto& place = channel.privateProps;
@@ -45,6 +48,7 @@ DeviceReport::Parameter makeParameter(const Parser_kv38::ParameterP& parameter)
             makeOptions(parameter),
             parameter.flagBit0,
             parameter.flagBit1,
+            (place.record[flagsOfRecord] & convertedFlag) != 0,
             place.byteOffset,
             place.dataSize,
             place.bitOffset,

@@ -54,6 +54,7 @@ struct DeviceReport
         std::vector<Option> options;
         bool flagBit0;
         bool flagBit1;
+        bool converted; ///< Shown and set in physical units.
         std::uint8_t byteOffset;
         std::uint8_t dataSize;
         std::uint8_t bitOffset;
@@ -94,7 +95,8 @@ struct DeviceReport
     std::string property(const std::string& name) const;
 };
 
-/// Reads `device` into a report, everything in the order of the device's list.
+/// Reads `device` into a report, everything in the order of the device's list. The mx file of the
+/// device must still be in memory.
 DeviceReport makeReport(const devices::parser::mx::Parser_kv38::DeviceP& device);
 
 } // namespace mxtool

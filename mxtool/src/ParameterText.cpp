@@ -90,14 +90,13 @@ std::string described(const DeviceReport::Parameter& parameter)
 {
     const std::string owner =
         parameter.ofModule() ? " of the module" : " of channel " + ownerOf(parameter);
-    const std::string bits = parameter.bitLength == 0
-                                 ? ""
-                                 : fmt::format(" bit {} to {}", parameter.bitOffset,
-                                               parameter.bitOffset + parameter.bitLength - 1);
-    const std::string bytes = parameter.dataSize < 2
-                                  ? fmt::format("byte {}", parameter.byteOffset)
-                                  : fmt::format("bytes {} to {}", parameter.byteOffset,
-                                                parameter.byteOffset + parameter.dataSize - 1);
+    const auto span = [](const char* what, unsigned first, unsigned count) {
+        return count < 2 ? fmt::format("{} {}", what, first)
+                         : fmt::format("{}s {} to {}", what, first, first + count - 1);
+    };
+    const std::string bits =
+        parameter.bitLength == 0 ? "" : " " + span("bit", parameter.bitOffset, parameter.bitLength);
+    const std::string bytes = span("byte", parameter.byteOffset, parameter.dataSize);
     return fmt::format("parameter \"{}\"{} (#{}, {}{})", parameter.name, owner, parameter.id, bytes,
                        bits);
 }

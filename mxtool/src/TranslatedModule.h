@@ -44,13 +44,23 @@ public:
     /// Translates the same file with `block` in place of its default parameter block.
     std::shared_ptr<Device> withParameterBlock(std::vector<char> block);
 
+    /// Returns the ids of the parameters of `ofDevice` in the order of its Modbus registers.
+    std::vector<std::string> modbusOrder(Device& ofDevice);
+
 private:
+    // The order of the registers is the parser's own affair; here it is shown to people.
+    class OrderingParser : public devices::parser::mx::Parser_kv38
+    {
+    public:
+        using Parser_kv38::getParameterListOrderdLikeKv38;
+    };
+
     std::shared_ptr<Device> translate(std::vector<char>* block);
 
     std::string path;
     unsigned inOffset;
     unsigned outOffset;
-    devices::parser::mx::Parser_kv38 deviceParser;
+    OrderingParser deviceParser;
     LogToDiagnostics log; // takes the logger that the parser has set up
     std::vector<char> mxData;
     std::shared_ptr<Device> builtDevice; // its parameters point into mxData

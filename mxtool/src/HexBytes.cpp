@@ -1,0 +1,72 @@
+#include "HexBytes.h"
+
+#include "Refusal.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace mxtool {
+
+namespace {
+
+std::optional<unsigned> digitOf(char c)
+{
+    if (c >= '0' && c <= '9') {
+        return c - '0';
+    }
+    const char lower = static_cast<char>(c | 0x20);
+    if (lower >= 'a' && lower <= 'f') {
+        return lower - 'a' + 10;
+    }
+    return std::nullopt;
+}
+
+bool isSeparator(char c)
+{
+    return std::string(" \t\r\n,:").find(c) != std::string::npos;
+}
+
+bool startsPrefix(const std::string& text, std::size_t at)
+{
+    return text.compare(at, 2, "0x") == 0 || text.compare(at, 2, "0X") == 0;
+}
+
+} // namespace
+
+std::vector<char> bytesOfHex(const std::string& text)
+{
+    std::vector<char> bytes;
+    for (std::size_t at = 0; at < text.size();) {
+        if (isSeparator(text[at])) {
+            ++at;
+        } else if (startsPrefix(text, at)) {
+            at += 2;
+        } else {
+            const auto high = digitOf(text[at]);
+            const auto low = at + 1 < text.size() ? digitOf(text[at + 1]) : std::nullopt;
+            if (!high || !low) {
+                throw Refusal(fmt::format("Found \"{}\" at character {}, expected two hexadecimal "
+                                          "digits for each byte",
+                                          text.substr(at, 2), at + 1));
+            }
+            bytes.push_back(static_cast<char>(*high << 4U | *low));
+            at += 2;
+        }
+    }
+    return bytes;
+}
+
+std::string hexOfBytes(const std::vector<char>& bytes, std::size_t begin, std::size_t count)
+{
+    std::string text;
+    const std::size_t end = std::min(bytes.size(), begin + count);
+    for (std::size_t at = begin; at < end; ++at) {
+        text +=
+            fmt::format("{}{:02x}", text.empty() ? "" : " ", static_cast<unsigned char>(bytes[at]));
+    }
+    return text;
+}
+
+} // namespace mxtool

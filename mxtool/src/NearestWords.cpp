@@ -1,0 +1,80 @@
+#include "NearestWords.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <numeric>
+
+namespace mxtool {
+
+namespace {
+
+constexpr std::size_t longestWord = 200; // the comparison is quadratic
+constexpr std::size_t mostWords = 3;
+
+std::string lowered(std::string text)
+{
+    text.resize(std::min(text.size(), longestWord));
+    std::transform(text.begin(), text.end(), text.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return text;
+}
+
+// The number of characters to insert, remove or replace to make `b` of `a`.
+std::size_t editDistance(const std::string& a, const std::string& b)
+{
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i + 1;
+        for (std::size_t j = 0; j < b.size(); ++j) {
+            const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+// How far apart two words are; a word that begins with the other is near.
+std::size_t distance(const std::string& word, const std::string& candidate)
+{
+    if (!word.empty() && candidate.compare(0, word.size(), word) == 0) {
+        return 1;
+    }
+    return editDistance(word, candidate);
+}
+
+} // namespace
+
+std::vector<std::string> nearestWords(const std::string& word,
+                                      const std::vector<std::string>& candidates)
+{
+    const std::string wanted = lowered(word);
+    const std::size_t farthest = std::max<std::size_t>(2, wanted.size() / 3);
+    std::vector<std::pair<std::size_t, std::string>> near;
+    for (const std::string& candidate : candidates) {
+        const std::size_t apart = distance(wanted, lowered(candidate));
+        const auto isCandidate = [&](const auto& one) { return one.second == candidate; };
+        if (apart <= farthest && std::none_of(near.begin(), near.end(), isCandidate)) {
+            near.emplace_back(apart, candidate);
+        }
+    }
+    std::stable_sort(near.begin(), near.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    near.resize(std::min(near.size(), mostWords));
+    std::vector<std::string> words;
+    std::transform(near.begin(), near.end(), std::back_inserter(words),
+                   [](const auto& one) { return one.second; });
+    return words;
+}
+
+std::string didYouMean(const std::string& word, const std::vector<std::string>& candidates)
+{
+    const std::vector<std::string> words = nearestWords(word, candidates);
+    return words.empty() ? "" : fmt::format(", did you mean \"{}\"?", fmt::join(words, "\" or \""));
+}
+
+} // namespace mxtool

@@ -1,0 +1,180 @@
+#include "config/Composition.h"
+
+#include "ParameterText.h"
+#include "Refusal.h"
+#include "ShownText.h"
+#include "config/ParameterNames.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <map>
+
+namespace mxtool {
+
+namespace {
+
+using Parameter = DeviceReport::Parameter;
+
+// A value that is known to be accepted.
+struct Setting
+{
+    const Assignment* assignment;
+    std::size_t parameter; // position in the report
+    std::string text;      // as the library takes it
+    std::string shown;     // what the parameter shows when it alone is set
+};
+
+class Composer
+{
+public:
+    Composer(TranslatedModule& usedModule, TranslatedModule::Device& baseDevice)
+        : module(usedModule), base(baseDevice), before(makeReport(baseDevice))
+    {}
+
+    void take(const Assignment& assignment, ValueCheck check)
+    {
+        try {
+            add(assignment, check);
+        } catch (const Refusal& refusal) {
+            refuse(assignment, refusal.what(), refusal.hint);
+        }
+    }
+
+    Composition result()
+    {
+        if (composition.code == ExitCode::Done) {
+            composition.image = imageWith(settings);
+            compareWith(reportOf(composition.image));
+        }
+        if (composition.code != ExitCode::Done) {
+            composition.image.clear();
+        }
+        return std::move(composition);
+    }
+
+private:
+    void refuse(const Assignment& assignment, const std::string& text, const std::string& hint = {})
+    {
+        composition.findings.push_back({"error", assignment.place, text, hint});
+        if (composition.code == ExitCode::Done) {
+            composition.code = assignment.code;
+        }
+    }
+
+    void warn(const std::string& severity, const std::string& place, const std::string& text)
+    {
+        composition.findings.push_back({severity, place, text, ""});
+    }
+
+    void add(const Assignment& assignment, ValueCheck check)
+    {
+        const Parameter& parameter = parameterCalled(assignment.name, before);
+        const auto position = static_cast<std::size_t>(&parameter - before.parameters.data());
+        const auto earlier =
+            std::find_if(settings.begin(), settings.end(), [position](const Setting& setting) {
+                return setting.parameter == position;
+            });
+        if (earlier != settings.end()) {
+            throw Refusal(fmt::format("{} is set twice, first by {}", toUtf8(described(parameter)),
+                                      earlier->assignment->place));
+        }
+        Setting setting{
+            &assignment, position, acceptedValue(parameter, assignment.value, check), {}};
+        setting.shown = shownAlone(setting);
+        settings.push_back(setting);
+        noteRounding(settings.back());
+    }
+
+    // What the parameter shows when it alone is set.
+    std::string shownAlone(const Setting& setting)
+    {
+        const Parameter& parameter = before.parameters[setting.parameter];
+        try {
+            return reportOf(imageWith({setting})).parameters[setting.parameter].value;
+        } catch (const Failure&) {
+            throw;
+        } catch (const std::runtime_error& failure) {
+            throw Refusal(toUtf8(described(parameter)) + ": " + failure.what());
+        }
+    }
+
+    void noteRounding(const Setting& setting)
+    {
+        float wanted = 0;
+        const char* const end = setting.text.data() + setting.text.size();
+        const Parameter& parameter = before.parameters[setting.parameter];
+        if (parameter.converted &&
+            std::from_chars(setting.text.data(), end, wanted).ec == std::errc() &&
+            fmt::format("{:.6f}", wanted) != setting.shown) {
+            warn("note", setting.assignment->place,
+                 fmt::format("{} is set to {}, the nearest value that the module can hold",
+                             toUtf8(described(parameter)), setting.shown));
+        }
+    }
+
+    std::vector<char> imageWith(const std::vector<Setting>& set)
+    {
+        datamodel::ParamDevice user;
+        user.deviceTypeId = base.deviceTypeId;
+        for (const Setting& setting : set) {
+            auto parameter = std::make_shared<datamodel::Parameter>();
+            parameter->id = before.parameters[setting.parameter].id;
+            parameter->value = setting.text;
+            user.attributes.push_back(parameter);
+        }
+        return *module.parser().getCalculatedRawConfig(devices::parser::FieldbusType::Raw,
+                                                       module.bytes(), &base, &user);
+    }
+
+    DeviceReport reportOf(const std::vector<char>& image)
+    {
+        return makeReport(*module.withParameterBlock(image));
+    }
+
+    // Parameters may share bits: nobody's value changes without a word.
+    void compareWith(const DeviceReport& after)
+    {
+        std::map<std::size_t, const Setting*> set;
+        for (const Setting& setting : settings) {
+            set[setting.parameter] = &setting;
+        }
+        for (std::size_t i = 0; i < after.parameters.size(); ++i) {
+            const Parameter& parameter = after.parameters[i];
+            const auto found = set.find(i);
+            if (found != set.end() && parameter.value != found->second->shown) {
+                refuse(*found->second->assignment,
+                       fmt::format("{}: another value of this call overwrites it with \"{}\": they "
+                                   "share bits of the image",
+                                   toUtf8(described(parameter)), parameter.value));
+            } else if (found == set.end() && parameter.value != before.parameters[i].value) {
+                warn("warning", module.name(),
+                     fmt::format("{} changes from {} to {}: it shares bits of the image with a "
+                                 "parameter that is set",
+                                 toUtf8(described(parameter)), before.parameters[i].value,
+                                 parameter.value));
+            }
+        }
+    }
+
+    TranslatedModule& module;
+    TranslatedModule::Device& base;
+    DeviceReport before;
+    std::vector<Setting> settings;
+    Composition composition;
+};
+
+} // namespace
+
+Composition compose(TranslatedModule& module, TranslatedModule::Device& base,
+                    const std::vector<Assignment>& assignments, ValueCheck check)
+{
+    Composer composer(module, base);
+    for (const Assignment& assignment : assignments) {
+        composer.take(assignment, check);
+    }
+    return composer.result();
+}
+
+} // namespace mxtool

@@ -1,0 +1,143 @@
+#include "config/Configuration.h"
+
+#include "ParameterText.h"
+#include "ShownText.h"
+
+#include <fmt/format.h>
+
+#include <set>
+
+namespace mxtool {
+
+namespace {
+
+using devices::parser::FieldbusType;
+
+// Why the Modbus registers cannot hold a parameter; empty where they can.
+std::string obstacle(const DeviceReport::Parameter& parameter, std::size_t imageSize)
+{
+    if (!liesWithin(parameter, imageSize)) {
+        return fmt::format("it lies outside the parameter image of {} bytes", imageSize);
+    }
+    if (parameter.hasOptionList && parameter.currentOption() == nullptr) {
+        return fmt::format("its value {} is none of its options {}", parameter.value,
+                           toUtf8(acceptedValues(parameter)));
+    }
+    return "";
+}
+
+// The library's text, and every parameter that it may be about.
+[[noreturn]] void failRegisters(const std::string& file, const std::string& text,
+                                const Configuration& configuration)
+{
+    std::string all = text;
+    std::set<std::size_t> seen;
+    for (const ParameterPlace& place : configuration.places) {
+        const auto& parameter = configuration.device.parameters[place.parameter];
+        const std::string reason = obstacle(parameter, configuration.image.size());
+        if (!reason.empty() && seen.insert(place.parameter).second) {
+            all += fmt::format("; {}: {}", toUtf8(described(parameter)), reason);
+        }
+    }
+    throw Failure(ExitCode::Input, {"error", file, all, ""});
+}
+
+std::vector<char> bytesFor(TranslatedModule& module, TranslatedModule::Device& device,
+                           const Configuration& configuration)
+{
+    try {
+        return *module.parser().getCalculatedRawConfig(configuration.fieldbus, module.bytes(),
+                                                       &device, nullptr);
+    } catch (const std::runtime_error& failure) {
+        failRegisters(module.name(), failure.what(), configuration);
+    }
+}
+
+void noteStrayBits(const Configuration& configuration, const std::string& place,
+                   std::vector<Diagnostic>& notes)
+{
+    constexpr std::size_t mostNamed = 8;
+    const auto held = bitsOfParameters(configuration.device, configuration.image.size());
+    std::string named;
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < configuration.image.size(); ++i) {
+        const auto found = static_cast<unsigned char>(configuration.image[i]);
+        const auto standard = static_cast<unsigned char>(configuration.defaults.parameterBlock[i]);
+        if (((found ^ standard) & ~held[i]) != 0 && ++count <= mostNamed) {
+            named += fmt::format("{}byte {} is {:#04x} (default {:#04x})", count == 1 ? "" : ", ",
+                                 i, found, standard);
+        }
+    }
+    if (count > mostNamed) {
+        named += fmt::format(" and {} more", count - mostNamed);
+    }
+    if (count > 0) {
+        notes.push_back({"note", place,
+                         "The image differs from the default in bits of no parameter: " + named,
+                         ""});
+    }
+}
+
+void noteAbsentParameters(const Configuration& configuration, std::vector<bool> isPlaced,
+                          const std::string& place, std::vector<Diagnostic>& notes)
+{
+    for (const ParameterPlace& placed : configuration.places) {
+        isPlaced[placed.parameter] = true;
+    }
+    for (std::size_t i = 0; i < isPlaced.size(); ++i) {
+        if (!isPlaced[i]) {
+            notes.push_back({"note", place,
+                             toUtf8(described(configuration.device.parameters[i])) +
+                                 " is in no Modbus register",
+                             ""});
+        }
+    }
+}
+
+void noteUnreadable(const Configuration& configuration, const std::string& place,
+                    std::vector<Diagnostic>& notes)
+{
+    for (const auto& parameter : configuration.device.parameters) {
+        if (!liesWithin(parameter, configuration.image.size())) {
+            notes.push_back({"note", place,
+                             fmt::format("{} lies outside the parameter image of {} bytes",
+                                         toUtf8(described(parameter)), configuration.image.size()),
+                             ""});
+        }
+    }
+}
+
+} // namespace
+
+bool Configuration::isChanged(std::size_t position) const
+{
+    return device.parameters[position].value != defaults.parameters[position].value;
+}
+
+Configuration configurationOf(TranslatedModule& module, const std::vector<char>& image,
+                              FieldbusType fieldbus)
+{
+    Configuration configuration{makeReport(module.device()), {}, fieldbus, image, {}, {}};
+    const auto device = module.withParameterBlock(image);
+    configuration.device = makeReport(*device);
+    configuration.places =
+        fieldbus == FieldbusType::Modbus
+            ? placesInRegisters(configuration.device, module.modbusOrder(*device))
+            : placesInImage(configuration.device);
+    configuration.bytes = bytesFor(module, *device, configuration);
+    return configuration;
+}
+
+std::vector<Diagnostic> notesOf(const Configuration& configuration, const std::string& place)
+{
+    std::vector<Diagnostic> notes;
+    noteStrayBits(configuration, place, notes);
+    noteUnreadable(configuration, place, notes);
+    if (configuration.fieldbus == FieldbusType::Modbus) {
+        noteAbsentParameters(
+            configuration, std::vector<bool>(configuration.device.parameters.size()), place, notes);
+    }
+    return notes;
+}
+
+} // namespace mxtool

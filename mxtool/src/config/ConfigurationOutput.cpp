@@ -1,0 +1,197 @@
+#include "config/ConfigurationOutput.h"
+
+#include "Csv.h"
+#include "DeviceJson.h"
+#include "HexBytes.h"
+#include "ParameterText.h"
+#include "ShownText.h"
+#include "TextTable.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <fmt/format.h>
+
+namespace mxtool {
+
+namespace {
+
+using devices::parser::FieldbusType;
+using devices::parser::mx::bufferAsHex;
+
+constexpr std::size_t registerSize = 2;
+
+// One parameter in the buffer, as the three forms show it.
+struct Row
+{
+    const DeviceReport::Parameter& parameter;
+    const DeviceReport::Parameter& standard; // with its default
+    const ParameterPlace& place;
+    bool changed;
+};
+
+std::vector<Row> rowsOf(const Configuration& configuration)
+{
+    std::vector<Row> rows;
+    for (const ParameterPlace& place : configuration.places) {
+        rows.push_back({configuration.device.parameters[place.parameter],
+                        configuration.defaults.parameters[place.parameter], place,
+                        configuration.isChanged(place.parameter)});
+    }
+    return rows;
+}
+
+std::string range(std::size_t begin, std::size_t size)
+{
+    return size < 2 ? std::to_string(begin) : fmt::format("{}-{}", begin, begin + size - 1);
+}
+
+std::string bitsOf(const DeviceReport::Parameter& parameter)
+{
+    return parameter.bitLength == 0 ? "" : range(parameter.bitOffset, parameter.bitLength);
+}
+
+std::string heading(const Configuration& configuration)
+{
+    const std::size_t size = configuration.bytes.size();
+    const std::string bytes = fmt::format("{} {}", size, size == 1 ? "byte" : "bytes");
+    return configuration.fieldbus == FieldbusType::Modbus
+               ? fmt::format("Modbus registers: {}, {} registers", bytes, size / registerSize)
+               : fmt::format("Raw parameter image: {}", bytes);
+}
+
+std::string hexDump(const std::vector<char>& bytes)
+{
+    constexpr std::size_t perLine = 16;
+    std::string lines;
+    for (std::size_t at = 0; at < bytes.size(); at += perLine) {
+        lines += fmt::format("  {:04x}  {}\n", at, hexOfBytes(bytes, at, perLine));
+    }
+    return lines;
+}
+
+std::string summary(const Configuration& configuration)
+{
+    const std::size_t all = configuration.device.parameters.size();
+    std::size_t changed = 0;
+    for (std::size_t i = 0; i < all; ++i) {
+        changed += configuration.isChanged(i) ? 1 : 0;
+    }
+    return fmt::format("{} of {} parameters differ from the default\n", changed, all);
+}
+
+std::string imageTable(const Configuration& configuration)
+{
+    TextTable table({"Byte", "Bits", "Bytes", "Parameter of", "Name", "Value", "Default"});
+    for (const Row& row : rowsOf(configuration)) {
+        table.add({range(row.place.begin, row.place.size), bitsOf(row.parameter),
+                   hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
+                   ownerOf(row.parameter), row.parameter.name, valueWithUnit(row.parameter),
+                   row.changed ? valueWithUnit(row.standard) : ""});
+    }
+    return table.text();
+}
+
+std::string registerTable(const Configuration& configuration)
+{
+    TextTable table({"Register", "Byte", "Bytes", "Parameter of", "Name", "Value", "Default"});
+    for (const Row& row : rowsOf(configuration)) {
+        table.add({range(row.place.begin / registerSize, row.place.size / registerSize),
+                   range(row.place.begin, row.place.size),
+                   hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
+                   ownerOf(row.parameter), row.parameter.name, valueWithUnit(row.parameter),
+                   row.changed ? valueWithUnit(row.standard) : ""});
+    }
+    return table.text();
+}
+
+std::string tableOf(const Configuration& configuration)
+{
+    if (configuration.places.empty()) {
+        return "";
+    }
+    return "\n" + (configuration.fieldbus == FieldbusType::Modbus ? registerTable(configuration)
+                                                                  : imageTable(configuration));
+}
+
+Json rowJson(const Row& row, const Configuration& configuration)
+{
+    const DeviceReport::Parameter& parameter = row.parameter;
+    return {{"id", parameter.id},
+            {"channel", parameter.ofModule() ? Json() : Json(parameter.channelNumber)},
+            {"name", toUtf8(parameter.name)},
+            {"value", parameter.value},
+            {"shown", toUtf8(valueWithUnit(parameter))},
+            {"unit", toUtf8(parameter.unit)},
+            {"default", row.standard.value},
+            {"default_shown", toUtf8(valueWithUnit(row.standard))},
+            {"changed", row.changed},
+            {"byte", row.place.begin},
+            {"size", row.place.size},
+            {"bit_offset", parameter.bitOffset},
+            {"bit_length", parameter.bitLength},
+            {"hex", hexOfBytes(configuration.bytes, row.place.begin, row.place.size)}};
+}
+
+// The values as a later call takes them back, whatever the options are called.
+Json valuesJson(const DeviceReport& device)
+{
+    Json values = Json::object();
+    for (const auto& parameter : device.parameters) {
+        if (!parameter.value.empty()) {
+            values["#" + parameter.id] =
+                parameter.hasOptionList ? "#" + parameter.value : parameter.value;
+        }
+    }
+    return values;
+}
+
+const char* nameOf(FieldbusType fieldbus)
+{
+    return fieldbus == FieldbusType::Modbus ? "modbus" : "raw";
+}
+
+} // namespace
+
+std::string configurationText(const Configuration& configuration)
+{
+    return forTerminal(configuration.device.label) + " (" + configuration.device.deviceTypeId +
+           ")\n\n" + heading(configuration) + "\n" + hexDump(configuration.bytes) +
+           tableOf(configuration) + "\n" + summary(configuration);
+}
+
+std::string configurationCsv(const Configuration& configuration)
+{
+    std::string lines = csvLine({"id", "channel", "name", "value", "shown", "unit", "default",
+                                 "changed", "byte", "size", "bit_offset", "bit_length", "hex"});
+    for (const Row& row : rowsOf(configuration)) {
+        const DeviceReport::Parameter& parameter = row.parameter;
+        lines += csvLine({parameter.id,
+                          parameter.ofModule() ? "" : std::to_string(parameter.channelNumber),
+                          parameter.name, parameter.value, valueWithUnit(parameter), parameter.unit,
+                          row.standard.value, row.changed ? "true" : "false",
+                          std::to_string(row.place.begin), std::to_string(row.place.size),
+                          std::to_string(parameter.bitOffset), std::to_string(parameter.bitLength),
+                          hexOfBytes(configuration.bytes, row.place.begin, row.place.size)});
+    }
+    return lines;
+}
+
+std::string configurationJson(const Configuration& configuration, const std::string& file)
+{
+    Json parameters = Json::array();
+    for (const Row& row : rowsOf(configuration)) {
+        parameters.push_back(rowJson(row, configuration));
+    }
+    return jsonText({{"schema", jsonSchema("mxtool.config", 1)},
+                     {"file", toUtf8(file)},
+                     {"label", toUtf8(configuration.device.label)},
+                     {"device_type_id", configuration.device.deviceTypeId},
+                     {"fieldbus", nameOf(configuration.fieldbus)},
+                     {"size", configuration.bytes.size()},
+                     {"bytes", bufferAsHex(configuration.bytes)},
+                     {"image", bufferAsHex(configuration.image)},
+                     {"parameters", parameters},
+                     {"values", valuesJson(configuration.device)}});
+}
+
+} // namespace mxtool

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Configuration.h"
+
+#include <string>
+
+namespace mxtool {
+
+/// Returns the buffer in hexadecimal and the table of what stands where, for people.
+std::string configurationText(const Configuration& configuration);
+
+/// Returns the table as CSV.
+std::string configurationCsv(const Configuration& configuration);
+
+/// Returns everything as JSON, schema "mxtool.config" version 1. `readValues` reads it back.
+std::string configurationJson(const Configuration& configuration, const std::string& file);
+
+} // namespace mxtool

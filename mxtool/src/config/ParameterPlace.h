@@ -1,0 +1,32 @@
+#pragma once
+
+#include "DeviceReport.h"
+
+#include <string>
+#include <vector>
+
+namespace mxtool {
+
+/// Where a parameter stands in a buffer: the raw image or the Modbus registers.
+struct ParameterPlace
+{
+    std::size_t parameter; ///< Position in the device's list of parameters.
+    std::size_t begin;     ///< First byte.
+    std::size_t size;      ///< Number of bytes.
+};
+
+/// Returns the places of all parameters in the raw image, by byte and bit.
+std::vector<ParameterPlace> placesInImage(const DeviceReport& device);
+
+/// Returns the places in the Modbus registers, in which the parameters stand in the order of `ids`.
+/// A parameter that stands there twice has two places.
+std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device,
+                                              const std::vector<std::string>& ids);
+
+/// Whether the raw image of `imageSize` bytes holds the parameter.
+bool liesWithin(const DeviceReport::Parameter& parameter, std::size_t imageSize);
+
+/// Returns the bits of an image of `imageSize` bytes that parameters hold, as a mask for each byte.
+std::vector<unsigned char> bitsOfParameters(const DeviceReport& device, std::size_t imageSize);
+
+} // namespace mxtool

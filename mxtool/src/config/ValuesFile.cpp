@@ -1,0 +1,117 @@
+#include "config/ValuesFile.h"
+
+#include "Diagnostic.h"
+#include "HexBytes.h"
+#include "Refusal.h"
+
+#include <fmt/format.h>
+#include <yaml-cpp/yaml.h>
+
+namespace mxtool {
+
+namespace {
+
+constexpr const char* writtenSchema = "mxtool.config";
+
+std::string placeOf(const YAML::Mark& mark, const std::string& file)
+{
+    return mark.is_null() ? file : fmt::format("{}:{}:{}", file, mark.line + 1, mark.column + 1);
+}
+
+[[noreturn]] void fail(const YAML::Mark& mark, const std::string& file, const std::string& text)
+{
+    throw Failure(ExitCode::Input, {"error", placeOf(mark, file), text, ""});
+}
+
+std::string kindOf(const YAML::Node& node)
+{
+    switch (node.Type()) {
+    case YAML::NodeType::Sequence:
+        return "a list";
+    case YAML::NodeType::Map:
+        return "a map";
+    case YAML::NodeType::Scalar:
+        return "\"" + node.Scalar() + "\"";
+    default:
+        return "nothing";
+    }
+}
+
+std::string textOf(const YAML::Node& node, const std::string& file, const char* what)
+{
+    if (!node.IsScalar()) {
+        fail(node.Mark(), file, fmt::format("Found {}, expected {}", kindOf(node), what));
+    }
+    return node.Scalar();
+}
+
+// The assignments of a map; `owner` is the channel in front of its names, or empty.
+void addAssignments(const YAML::Node& map, const std::string& owner, const std::string& file,
+                    std::vector<Assignment>& assignments)
+{
+    for (const auto& entry : map) {
+        const std::string name = owner + textOf(entry.first, file, "the name of a parameter");
+        if (entry.second.IsMap() && owner.empty()) {
+            addAssignments(entry.second, name + "/", file, assignments);
+            continue;
+        }
+        const std::string value = textOf(entry.second, file, "the value of a parameter");
+        assignments.push_back({placeOf(entry.first.Mark(), file), name, value, ExitCode::Input});
+    }
+}
+
+// What `mxtool config --format json` has written.
+Values readWritten(const YAML::Node& root, const std::string& file)
+{
+    const YAML::Node schema = root["schema"];
+    if (schema["name"].as<std::string>("") != writtenSchema ||
+        schema["version"].as<std::string>("") != "1") {
+        fail(schema.Mark(), file,
+             fmt::format("Found another schema, expected {} version 1", writtenSchema));
+    }
+    Values values;
+    values.deviceTypeId = root["device_type_id"].as<std::string>("");
+    const YAML::Node image = root["image"];
+    const YAML::Node assigned = root["values"];
+    if (!image.IsDefined() || !assigned.IsMap()) {
+        fail(root.Mark(), file, "Expected the members \"image\" and \"values\"");
+    }
+    try {
+        values.image = bytesOfHex(textOf(image, file, "the bytes of a parameter image"));
+    } catch (const Refusal& refusal) {
+        fail(image.Mark(), file, refusal.what());
+    }
+    addAssignments(assigned, "", file, values.assignments);
+    return values;
+}
+
+Values readMap(const YAML::Node& root, const std::string& file)
+{
+    Values values;
+    if (root.IsNull()) {
+        return values;
+    }
+    if (!root.IsMap()) {
+        fail(root.Mark(), file,
+             fmt::format("Found {}, expected a map of parameter names to values", kindOf(root)));
+    }
+    // A parameter may be called "schema"; only the map of that name is ours.
+    if (root["schema"].IsDefined() && root["schema"].IsMap() && root["schema"]["version"]) {
+        return readWritten(root, file);
+    }
+    addAssignments(root, "", file, values.assignments);
+    return values;
+}
+
+} // namespace
+
+Values readValues(const std::string& content, const std::string& file)
+{
+    try {
+        return readMap(YAML::Load(content), file);
+    } catch (const YAML::Exception& failure) {
+        fail(failure.mark, file, "Cannot read the values: " + failure.msg);
+    }
+}
+
+} // namespace mxtool
