@@ -5,7 +5,10 @@
 #include "Refusal.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 #include <yaml-cpp/yaml.h>
+
+#include <algorithm>
 
 namespace mxtool {
 
@@ -103,10 +106,38 @@ Values readMap(const YAML::Node& root, const std::string& file)
     return values;
 }
 
+bool isJson(const std::string& file)
+{
+    const std::string extension = ".json";
+    return file.size() > extension.size() &&
+           file.compare(file.size() - extension.size(), extension.size(), extension) == 0;
+}
+
+// YAML takes more than JSON allows: what is called JSON must be JSON.
+void checkJson(const std::string& content, const std::string& file)
+{
+    try {
+        const auto ignored = nlohmann::json::parse(content);
+    } catch (const nlohmann::json::parse_error& failure) {
+        const std::string before = content.substr(0, failure.byte == 0 ? 0 : failure.byte - 1);
+        const auto line = std::count(before.begin(), before.end(), '\n');
+        const std::size_t column = before.size() - (before.rfind('\n') + 1);
+        const std::string text = failure.what();
+        throw Failure(ExitCode::Input,
+                      {"error", fmt::format("{}:{}:{}", file, line + 1, column + 1),
+                       "Cannot read the values: " +
+                           text.substr(std::min(text.find("syntax error"), text.size())),
+                       ""});
+    }
+}
+
 } // namespace
 
 Values readValues(const std::string& content, const std::string& file)
 {
+    if (isJson(file)) {
+        checkJson(content, file);
+    }
     try {
         return readMap(YAML::Load(content), file);
     } catch (const YAML::Exception& failure) {

@@ -16,10 +16,10 @@ struct Values
     std::string deviceTypeId; ///< Of the module that they were made for; empty: not stated.
 };
 
-/// Reads the values in `content`, a YAML file (JSON is YAML): a map of parameter names to values,
-/// where a channel's parameters may stand together in a map under the channel's name; or the JSON
-/// that `mxtool config` writes. `file` is the name for diagnostics. Throws a `Failure` naming line
-/// and column.
+/// Reads the values in `content`, a YAML or (named so) JSON file: a map of parameter names to
+/// values, where a channel's parameters may stand together in a map under the channel's name; or
+/// the JSON that `mxtool config` writes. `file` is the name for diagnostics. Throws a `Failure`
+/// naming line and column.
 Values readValues(const std::string& content, const std::string& file);
 
 } // namespace mxtool

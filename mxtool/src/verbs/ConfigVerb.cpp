@@ -1,7 +1,9 @@
 #include "HexBytes.h"
 #include "InputFile.h"
 #include "OutputFile.h"
+#include "ParameterText.h"
 #include "Refusal.h"
+#include "ShownText.h"
 #include "TranslatedModule.h"
 #include "Verbs.h"
 #include "config/Composition.h"
@@ -224,6 +226,28 @@ std::vector<char> bytesToDecode(const std::string& words)
     }
 }
 
+// Registers of which the module could not have been configured: a parameter that stands there twice
+// with two values, padding that is not 0.
+void checkRegisters(const std::vector<char>& registers, const Configuration& again,
+                    const std::string& place)
+{
+    const auto differing = std::mismatch(registers.begin(), registers.end(), again.bytes.begin());
+    if (differing.first == registers.end()) {
+        return;
+    }
+    const auto at = static_cast<std::size_t>(differing.first - registers.begin());
+    const auto holder =
+        std::find_if(again.places.begin(), again.places.end(),
+                     [at](const ParameterPlace& one) { return at < one.begin + one.size; });
+    throw Failure(ExitCode::Input,
+                  {"error", place,
+                   fmt::format("{}: found {} in byte {} of the registers, expected {} as in its "
+                               "other registers, or 00 where there is padding",
+                               toUtf8(described(again.device.parameters[holder->parameter])),
+                               hexOfBytes(registers, at, 1), at, hexOfBytes(again.bytes, at, 1)),
+                   ""});
+}
+
 std::vector<char> rawImage(const std::vector<char>& bytes, const ConfigOptions& options,
                            const DeviceReport& device, TranslatedModule& module)
 {
@@ -233,9 +257,11 @@ std::vector<char> rawImage(const std::vector<char>& bytes, const ConfigOptions& 
         return bytes;
     }
     try {
-        return imageOfRegisters(bytes,
-                                placesInRegisters(device, module.modbusOrder(module.device())),
-                                device, device.parameterBlock);
+        std::vector<char> image =
+            imageOfRegisters(bytes, placesInRegisters(device, module.modbusOrder(module.device())),
+                             device, device.parameterBlock);
+        checkRegisters(bytes, configurationOf(module, image, FieldbusType::Modbus), place);
+        return image;
     } catch (const Refusal& refusal) {
         throw Failure(ExitCode::Input, {"error", place, refusal.what(), refusal.hint});
     }

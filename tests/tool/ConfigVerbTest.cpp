@@ -1,0 +1,257 @@
+#include "TemporaryDirectory.h"
+#include "ToolProcess.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+using tooltest::readFile;
+using tooltest::runTool;
+using tooltest::ToolRun;
+
+const std::string analogue = "examples/modules/MX0304.bin";
+const std::string serial =
+    "examples/modules/MX0701.bin"; // block 03 01 00 fa ee dd ef 0b 82 16 7e eb
+
+std::vector<char> charsOf(const std::string& text)
+{
+    return {text.begin(), text.end()};
+}
+
+TEST(ConfigVerb, writesTheImageAsBytes)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string out = directory.path("image");
+    const ToolRun run = runTool(
+        {"config", serial, "--set", "Parity=odd", "--set", "Receive timeout=1000 ms", "-o", out});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out + run.err, "");
+    EXPECT_EQ(readFile(out), std::string("\x03\x02\x03\xE8\xEE\xDD\xEF\x0B\x82\x16\x7E\xEB", 12));
+}
+
+TEST(ConfigVerb, writesModbusRegisters)
+{
+    // Positions of the options (19200 third, even second, "2" second), then 250 and the number.
+    const ToolRun run = runTool({"config", serial, "--set", "Baud rate=19200", "--set",
+                                 "Stop bits=2", "--fieldbus", "modbus", "--format", "binary"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out, std::string("\x02\0\x01\0\x01\0\0\xFA\xEE\xDD\xEF\x0B\x82\x16\x7E\xEB", 16));
+}
+
+TEST(ConfigVerb, refusesBeforeAnythingIsWritten)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string out = directory.write("image", charsOf("before"));
+    const ToolRun run = runTool({"config", serial, "--set", "Receive timeout=0", "--set",
+                                 "Parity=evn", "--set", "Speed=1", "-o", out});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(
+        run.err,
+        StartsWith("--set Receive timeout=0: error: parameter \"Receive timeout\" of the "
+                   "module (#21, bytes 2 to 3): value \"0\" is not accepted: expected a "
+                   "whole number, 1 to 60000 ms\n"
+                   "--set Parity=evn: error: parameter \"Parity\" of the module (#19, byte 1 "
+                   "bits 0 to 1): value \"evn\" is not accepted: no such option, did you "
+                   "mean \"even\"? Accepted: none = 0 | [even = 1] | odd = 2\n"
+                   "--set Speed=1: error: No parameter is called \"Speed\""));
+    EXPECT_EQ(readFile(out), "before");
+}
+
+TEST(ConfigVerb, forceSkipsRangeAndOptionsOnly)
+{
+    const ToolRun run = runTool({"config", serial, "--force", "--set", "Receive timeout=0", "--set",
+                                 "Baud rate=9", "--format", "binary"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out.substr(0, 4), std::string("\x09\x01\0\0", 4));
+    EXPECT_EQ(runTool({"config", serial, "--force", "--set", "Receive timeout=65536"}).exitCode, 2);
+    EXPECT_EQ(runTool({"config", serial, "--force", "--set", "Baud rate=fast"}).exitCode, 2);
+    EXPECT_EQ(runTool({"config", serial, "--force", "--set", "Speed=1"}).exitCode, 2);
+}
+
+TEST(ConfigVerb, registersCannotHoldAnUnlistedOption)
+{
+    const ToolRun run =
+        runTool({"config", serial, "--force", "--set", "Baud rate=9", "--fieldbus", "modbus"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, serial + ": error: Parameter option list value not found: Baud rate; "
+                                "parameter \"Baud rate\" of the module (#18, byte 0): its value 9 "
+                                "is none of its options 1200 = 1 | 9600 = 3 | 19200 = 5 | 115200 = "
+                                "8\n");
+}
+
+TEST(ConfigVerb, namesOfSeveralChannelsAreAmbiguous)
+{
+    const ToolRun run = runTool({"config", analogue, "--set", "Filter depth=3"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_THAT(run.err, HasSubstr("4 parameters are called \"Filter depth\", expected one of "
+                                   "\"AI 1/Filter depth\", \"AI 2/Filter depth\""));
+}
+
+TEST(ConfigVerb, takesValuesFromAFile)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string yaml =
+        directory.write("values.yaml", charsOf("Parity: odd\nBaud rate: 1200\n'#21': 7\n"));
+    const ToolRun run = runTool(
+        {"config", serial, "--values", yaml, "--set", "module/Parity=none", "--format", "binary"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out.substr(0, 4),
+              std::string("\x01\0\0\x07", 4)); // the call goes before the file
+}
+
+TEST(ConfigVerb, namesLineAndColumnOfAWrongValue)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string yaml =
+        directory.write("values.yaml", charsOf("# serial line\nParity: evn\n  \nSpeed: 1\n"));
+    const ToolRun run = runTool({"config", serial, "--values", yaml});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, StartsWith(yaml + ":2:1: error: parameter \"Parity\""));
+    EXPECT_THAT(run.err, HasSubstr(yaml + ":4:1: error: No parameter is called \"Speed\""));
+}
+
+TEST(ConfigVerb, takesItsOwnJsonBack)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string json = directory.path("values.json");
+    ASSERT_EQ(runTool({"config", serial, "--set", "Stop bits=2", "--format", "json", "-o", json})
+                  .exitCode,
+              0);
+    const ToolRun run = runTool({"config", serial, "--values", json, "--format", "binary"});
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out, std::string("\x03\x11\0\xFA\xEE\xDD\xEF\x0B\x82\x16\x7E\xEB", 12));
+
+    const ToolRun other = runTool({"config", analogue, "--values", json});
+    EXPECT_EQ(other.exitCode, 3);
+    EXPECT_EQ(other.err, json +
+                             ": error: The values are those of a kv38.5a070701, expected a "
+                             "kv38.5a030304 as " +
+                             analogue + " is\n");
+}
+
+TEST(ConfigVerb, writesIntoAParameterBlock)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string block = directory.write("block", charsOf("\x05\x02\x01\x01zzzzzzzz"));
+    const ToolRun run = runTool(
+        {"config", serial, "--param-block", block, "--set", "Parity=even", "--format", "binary"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out, "\x05\x01\x01\x01zzzzzzzz");
+
+    const std::string shorter = directory.write("short", charsOf("12345"));
+    const ToolRun refused = runTool({"config", serial, "--param-block", shorter});
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_EQ(refused.err, shorter +
+                               ": error: Found 5 bytes, expected the 12 bytes of the module's "
+                               "parameter image\n");
+}
+
+TEST(ConfigVerb, decodesBytesOfTheCallOrOfAFile)
+{
+    const std::string expected = "1     0-1   02                       module        Parity       "
+                                 "    odd                   even\n";
+    const ToolRun spelled = runTool({"config", serial, "--decode", "03 02 00 fa eeddef0b82167eeb"});
+    EXPECT_EQ(spelled.exitCode, 0);
+    EXPECT_EQ(spelled.err, "");
+    EXPECT_THAT(spelled.out, HasSubstr(expected));
+    EXPECT_THAT(spelled.out, HasSubstr("1 of 5 parameters differ from the default\n"));
+
+    const testkit::TemporaryDirectory directory;
+    const std::string file = directory.write(
+        "image", charsOf(std::string("\x03\x02\0\xFA\xEE\xDD\xEF\x0B\x82\x16\x7E\xEB", 12)));
+    EXPECT_EQ(runTool({"config", serial, "--decode", file}).out, spelled.out);
+    tooltest::ToolSetup fromInput;
+    fromInput.standardInput = file;
+    EXPECT_EQ(runTool({"config", serial, "--decode", "-"}, fromInput).out, spelled.out);
+}
+
+TEST(ConfigVerb, decodesModbusRegisters)
+{
+    const ToolRun run = runTool({"config", serial, "--fieldbus", "modbus", "--format", "binary",
+                                 "--decode", "0200 0000 0100 00fa eeddef0b82167eeb"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out, std::string("\x05\x10\0\xFA\xEE\xDD\xEF\x0B\x82\x16\x7E\xEB", 12));
+
+    const ToolRun refused = runTool({"config", serial, "--fieldbus", "modbus", "--decode",
+                                     "0400 0000 0100 00fa eeddef0b82167eeb"});
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_THAT(refused.err,
+                HasSubstr("error: parameter \"Baud rate\" of the module (#18, byte 0): "
+                          "found 04 00 in byte 0 of the registers, expected 00 00 to "
+                          "03 00"));
+}
+
+TEST(ConfigVerb, registersThatContradictEachOtherAreRefused)
+{
+    // MX0602 lists its parameters once for the input and once for the output of a channel.
+    const std::string counter = "examples/modules/MX0602.bin";
+    const std::string half = "ee6b2800 fffffffffffffd98 ee6b2800 fffffffffffffd99";
+    EXPECT_EQ(runTool({"config", counter, "--fieldbus", "modbus", "--decode", "0200" + half + half})
+                  .exitCode,
+              0);
+    std::string other = half;
+    other.replace(6, 2, "01");
+    const ToolRun run =
+        runTool({"config", counter, "--fieldbus", "modbus", "--decode", "0200" + half + other});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_THAT(run.err, HasSubstr("parameter \"Preset\" of channel 0 Gate 1 open"));
+    EXPECT_THAT(run.err, HasSubstr("found 00 in byte 5 of the registers, expected 01 as in its "
+                                   "other registers"));
+    // MX0502: the byte behind "Wires" (fd) is padding.
+    const ToolRun padded = runTool({"config", "examples/modules/MX0502.bin", "--fieldbus", "modbus",
+                                    "--decode", "0000 1194 fd07 0400 1194 fd00"});
+    EXPECT_EQ(padded.exitCode, 3);
+    EXPECT_THAT(padded.err, HasSubstr("found 07 in byte 5 of the registers, expected 00"));
+}
+
+TEST(ConfigVerb, decodeNeedsTheSizeOfTheImage)
+{
+    for (const char* bytes : {"03", "0302 00fa eedd ef0b 8216 7eeb 00"}) {
+        const ToolRun run = runTool({"config", serial, "--decode", bytes});
+        EXPECT_EQ(run.exitCode, 3);
+        EXPECT_EQ(run.out, "");
+        EXPECT_THAT(run.err, HasSubstr("expected the 12 bytes of the module's parameter image"));
+    }
+    const ToolRun run = runTool({"config", serial, "--decode", "03 0g"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(run.err, "--decode 03 0g: error: Found \"0g\" at character 4, expected two "
+                       "hexadecimal digits for each byte, or the name of an existing file\n");
+}
+
+TEST(ConfigVerb, decodeGoesWithNothingThatSetsValues)
+{
+    for (const char* option : {"--set", "--values", "--param-block"}) {
+        const ToolRun run = runTool({"config", serial, "--decode", "00", option, "x=y"});
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_THAT(run.err, HasSubstr("excludes"));
+    }
+}
+
+TEST(ConfigVerb, keepsWhatWasThereWhenItCannotWrite)
+{
+    const testkit::TemporaryDirectory directory;
+    const ToolRun run = runTool({"config", serial, "-o", directory.path("none/image")});
+    EXPECT_EQ(run.exitCode, 4);
+    EXPECT_THAT(run.err, HasSubstr("Cannot write: No such file or directory"));
+    EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
+}
+
+TEST(ConfigVerb, aFailedCallOfTheLibraryWritesOneErrorOnly)
+{
+    const ToolRun run = runTool({"config", "examples/modules/MX9999.bin"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, StartsWith("examples/modules/MX9999.bin: error: "));
+}
+
+} // namespace

@@ -1,0 +1,49 @@
+#include "HexBytes.h"
+
+#include "Refusal.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using mxtool::bytesOfHex;
+using mxtool::hexOfBytes;
+using testing::ElementsAre;
+
+TEST(HexBytes, areTwoDigitsEach)
+{
+    EXPECT_THAT(bytesOfHex("00ffA5"), ElementsAre(0, '\xFF', '\xA5'));
+    EXPECT_TRUE(bytesOfHex("").empty());
+}
+
+TEST(HexBytes, mayBeSeparated)
+{
+    EXPECT_THAT(bytesOfHex(" 01 02\n03:04,0x05 0X06\t"), ElementsAre(1, 2, 3, 4, 5, 6));
+}
+
+TEST(HexBytes, refuseEverythingElse)
+{
+    for (const char* text : {"1", "1 2", "0g", "g0", "01 2", "-1", "01;02", "0x1"}) {
+        EXPECT_THROW(bytesOfHex(text), mxtool::Refusal) << text;
+    }
+}
+
+TEST(HexBytes, nameThePlaceOfWhatIsWrong)
+{
+    try {
+        bytesOfHex("01 0z");
+        FAIL();
+    } catch (const mxtool::Refusal& refusal) {
+        EXPECT_STREQ(refusal.what(), "Found \"0z\" at character 4, expected two hexadecimal digits "
+                                     "for each byte");
+    }
+}
+
+TEST(HexBytes, areShownWithBlanksBetween)
+{
+    EXPECT_EQ(hexOfBytes({0, '\x0F', '\xFE', 3}, 1, 2), "0f fe");
+    EXPECT_EQ(hexOfBytes({1, 2}, 1, 5), "02");
+    EXPECT_EQ(hexOfBytes({1, 2}, 9, 5), "");
+}
+
+} // namespace

@@ -1,0 +1,137 @@
+#include "config/AcceptedValue.h"
+
+#include "Refusal.h"
+#include "TestModule.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using mxtool::DeviceReport;
+using mxtool::ValueCheck;
+using testing::AllOf;
+using testing::HasSubstr;
+
+class AcceptedValue : public testing::Test
+{
+protected:
+    // What is set, or the reason why nothing is.
+    static std::string outcome(const DeviceReport::Parameter& parameter, const std::string& value,
+                               ValueCheck check = ValueCheck::Full)
+    {
+        try {
+            return acceptedValue(parameter, value, check);
+        } catch (const mxtool::Refusal& refusal) {
+            return std::string("refused: ") + refusal.what();
+        }
+    }
+
+    TestModule module;
+    DeviceReport device = module.report();
+    DeviceReport::Parameter& filter = device.parameters[0];
+    DeviceReport::Parameter& level = device.parameters[1];
+    DeviceReport::Parameter& gain = device.parameters[8];
+};
+
+TEST_F(AcceptedValue, ofAnOptionListIsTheTextOrTheNumber)
+{
+    EXPECT_EQ(outcome(filter, "off"), "0");
+    EXPECT_EQ(outcome(filter, "slow"), "5");
+    EXPECT_EQ(outcome(filter, "0"), "0");
+    EXPECT_EQ(outcome(filter, "2"), "2");
+}
+
+TEST_F(AcceptedValue, aTextThatIsAnotherOptionsNumberIsRefused)
+{
+    EXPECT_THAT(outcome(filter, "5"),
+                AllOf(HasSubstr("it is the text of option 2 and the number of another one"),
+                      HasSubstr("write #2 or #5")));
+}
+
+TEST_F(AcceptedValue, aTextThatIsNobodysNumberIsTheText)
+{
+    EXPECT_EQ(outcome(filter, "9"), "7");
+}
+
+TEST_F(AcceptedValue, aCrossIsAlwaysTheNumber)
+{
+    EXPECT_EQ(outcome(filter, "#5"), "5");
+    EXPECT_EQ(outcome(filter, "#2"), "2");
+    EXPECT_THAT(outcome(filter, "#9"), HasSubstr("no such option"));
+}
+
+TEST_F(AcceptedValue, aTextOfTwoOptionsIsRefused)
+{
+    EXPECT_THAT(outcome(filter, "same"), HasSubstr("several options are called so"));
+    EXPECT_EQ(outcome(filter, "#4"), "4");
+}
+
+TEST_F(AcceptedValue, theNearestOptionsAreNamedAndAllAreListed)
+{
+    EXPECT_THAT(outcome(filter, "slwo"),
+                AllOf(HasSubstr("value \"slwo\" is not accepted: no such option, did you mean "
+                                "\"slow\"? Accepted: [off = 0] | slow = 5 | 5 = 2"),
+                      HasSubstr("parameter \"Filter\" of the module")));
+}
+
+TEST_F(AcceptedValue, anUnlistedNumberNeedsForce)
+{
+    EXPECT_THAT(outcome(filter, "77"), HasSubstr("no such option"));
+    EXPECT_EQ(outcome(filter, "77", ValueCheck::NumberOnly), "77");
+    EXPECT_THAT(outcome(filter, "quick", ValueCheck::NumberOnly), HasSubstr("no such option"));
+    EXPECT_THAT(outcome(filter, "5", ValueCheck::NumberOnly), HasSubstr("write #2 or #5"));
+}
+
+TEST_F(AcceptedValue, theUnlistedNumberThatStandsThereIsAccepted)
+{
+    filter.value = "88";
+    EXPECT_EQ(outcome(filter, "88"), "88");
+    EXPECT_EQ(outcome(filter, "#88"), "88");
+}
+
+TEST_F(AcceptedValue, liesInTheRange)
+{
+    EXPECT_EQ(outcome(level, "10"), "10");
+    EXPECT_EQ(outcome(level, "20"), "20");
+    EXPECT_THAT(outcome(level, "9"), HasSubstr("value \"9\" is not accepted: expected a whole "
+                                               "number, 10 to 20 mA"));
+    EXPECT_THAT(outcome(level, "21"), HasSubstr("10 to 20"));
+    EXPECT_EQ(outcome(level, "21", ValueCheck::NumberOnly), "21");
+}
+
+TEST_F(AcceptedValue, mayHaveItsUnit)
+{
+    EXPECT_EQ(outcome(level, "15 mA"), "15");
+    EXPECT_EQ(outcome(level, "15mA"), "15");
+    EXPECT_THAT(outcome(level, "15 V"), HasSubstr("expected a whole number"));
+    EXPECT_THAT(outcome(level, "mA"), HasSubstr("expected a whole number"));
+}
+
+TEST_F(AcceptedValue, ofAnIntegerHasNoFraction)
+{
+    for (const char* text : {"15.0", "1e1", "", " 15", "0x0f", "fifteen", "nan", "+"}) {
+        EXPECT_THAT(outcome(level, text), HasSubstr("refused")) << text;
+        EXPECT_THAT(outcome(level, text, ValueCheck::NumberOnly), HasSubstr("refused")) << text;
+    }
+    EXPECT_EQ(outcome(level, "+15"), "+15");
+}
+
+TEST_F(AcceptedValue, ofAConvertedParameterIsPhysical)
+{
+    // Factor 0.5: raw 0 to 255 is 0 to 127.5.
+    EXPECT_EQ(outcome(gain, "127.5"), "127.5");
+    EXPECT_EQ(outcome(gain, "1e1 V"), "1e1");
+    EXPECT_THAT(outcome(gain, "127.6"), HasSubstr("expected a number, 0.000000 to 127.500000 V"));
+    EXPECT_THAT(outcome(gain, "inf", ValueCheck::NumberOnly), HasSubstr("expected a number"));
+}
+
+TEST_F(AcceptedValue, bigNumbersAreComparedExactly)
+{
+    level.min = "-9223372036854775808";
+    level.max = "18446744073709551614";
+    EXPECT_EQ(outcome(level, "18446744073709551614"), "18446744073709551614");
+    EXPECT_THAT(outcome(level, "18446744073709551615"), HasSubstr("refused"));
+    EXPECT_THAT(outcome(level, "-9223372036854775809"), HasSubstr("refused"));
+}
+
+} // namespace

@@ -1,0 +1,116 @@
+#include "config/ModbusRegisters.h"
+
+#include "Refusal.h"
+#include "TestModule.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using mxtool::imageOfRegisters;
+using mxtool::placesInRegisters;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testkit::Bytes;
+using testkit::hexBytes;
+
+class ModbusRegisters : public testing::Test
+{
+protected:
+    ModbusRegisters()
+    {
+        device.parameters.erase(device.parameters.begin() + 7); // the one outside the image
+        // Module: Filter, A=B, X/Y, Low bits, Whole byte, Gain; then Level of AI 1 and AI 2.
+        for (const std::size_t i : {0U, 3U, 4U, 5U, 6U, 7U, 1U, 2U}) {
+            ids.push_back(device.parameters[i].id);
+        }
+    }
+
+    Bytes image(const std::string& registers)
+    {
+        const Bytes bytes = hexBytes(registers);
+        const auto decoded =
+            imageOfRegisters({bytes.begin(), bytes.end()}, placesInRegisters(device, ids), device,
+                             device.parameterBlock);
+        return {decoded.begin(), decoded.end()};
+    }
+
+    std::string refusalOf(const std::string& registers)
+    {
+        try {
+            image(registers);
+        } catch (const mxtool::Refusal& refusal) {
+            return refusal.what();
+        }
+        return "accepted";
+    }
+
+    TestModule module;
+    mxtool::DeviceReport device = module.report();
+    std::vector<std::string> ids;
+};
+
+TEST_F(ModbusRegisters, standInWholeRegistersBehindEachOther)
+{
+    device.parameters[3].dataSize = 4; // A=B
+    device.parameters[4].dataSize = 3; // X/Y
+    device.parameters[5].dataSize = 0; // Low bits
+    std::vector<std::pair<std::size_t, std::size_t>> places;
+    for (const auto& place : placesInRegisters(device, ids)) {
+        places.emplace_back(place.begin, place.size);
+    }
+    using Pair = std::pair<std::size_t, std::size_t>;
+    EXPECT_THAT(places, ElementsAre(Pair(0, 2), Pair(2, 4), Pair(6, 4), Pair(10, 0), Pair(10, 2),
+                                    Pair(12, 2), Pair(14, 2), Pair(16, 2)));
+}
+
+TEST_F(ModbusRegisters, giveTheImageBack)
+{
+    // Filter's third option has the number 2; A=B -1; X/Y 9; low bits 5 of the byte 0x15; gain
+    // 0x40; levels 11 and 12. Byte 7 belongs to no parameter.
+    EXPECT_EQ(image("0200 ff00 0900 0500 1500 4000 0b00 0c00"),
+              hexBytes("02 0b 0c ff 15 40 09 00"));
+}
+
+TEST_F(ModbusRegisters, keepTheBitsThatTheyDoNotHold)
+{
+    device.parameters.erase(device.parameters.begin() + 6); // Whole byte
+    ids.erase(ids.begin() + 4);
+    device.parameterBlock[4] = '\xF2';
+    EXPECT_EQ(image("0000 0500 0000 0500 6400 0a00 0b00"), hexBytes("00 0a 0b 05 f5 64 00 00"));
+}
+
+TEST_F(ModbusRegisters, haveOneSize)
+{
+    EXPECT_EQ(refusalOf("0200"),
+              "Found 2 bytes, expected the 16 bytes of the module's Modbus registers");
+    EXPECT_THAT(refusalOf("0200 ff00 0900 0500 1500 4000 0b00 0c00 00"),
+                HasSubstr("Found 17 bytes"));
+}
+
+TEST_F(ModbusRegisters, holdPositionsInOptionLists)
+{
+    EXPECT_THAT(refusalOf("0600 ff00 0900 0500 1500 4000 0b00 0c00"),
+                HasSubstr("parameter \"Filter\" of the module (#" + ids[0] +
+                          ", byte 0): found 06 00 in byte 0 of the registers, expected 00 00 to "
+                          "05 00, the position of one of its options [off = 0]"));
+    EXPECT_THAT(refusalOf("0001 ff00 0900 0500 1500 4000 0b00 0c00"), HasSubstr("found 00 01"));
+    device.parameters[0].options.clear();
+    EXPECT_THAT(refusalOf("0000 ff00 0900 0500 1500 4000 0b00 0c00"),
+                HasSubstr("its option list is empty"));
+}
+
+TEST_F(ModbusRegisters, holdNoMoreThanABitField)
+{
+    EXPECT_THAT(refusalOf("0200 ff00 0900 0800 1500 4000 0b00 0c00"),
+                HasSubstr("found 08 00 in byte 6 of the registers, expected 00 to 07, its 3 bits"));
+}
+
+TEST_F(ModbusRegisters, ofAParameterOutsideTheImageStandForNothing)
+{
+    device.parameters[4].byteOffset = 8;
+    EXPECT_THAT(refusalOf("0200 ff00 0900 0500 1500 4000 0b00 0c00"),
+                HasSubstr("none: it lies outside the image of 8 bytes"));
+}
+
+} // namespace

@@ -1,0 +1,132 @@
+#include "config/ParameterNames.h"
+
+#include "ParameterText.h"
+#include "Refusal.h"
+#include "TestModule.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using mxtool::parameterCalled;
+using mxtool::parametersCalled;
+using mxtool::Refusal;
+using mxtool::splitAssignment;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Pair;
+
+class ParameterNames : public testing::Test
+{
+protected:
+    std::string refusalOf(const std::string& name)
+    {
+        try {
+            parameterCalled(name, device);
+        } catch (const Refusal& refusal) {
+            return refusal.what();
+        }
+        return "accepted";
+    }
+
+    TestModule module;
+    mxtool::DeviceReport device = module.report();
+};
+
+TEST_F(ParameterNames, aNameOfItsOwnIsEnough)
+{
+    EXPECT_EQ(&parameterCalled("Filter", device), &device.parameters[0]);
+}
+
+TEST_F(ParameterNames, theModuleCanBeNamedAsWell)
+{
+    EXPECT_EQ(&parameterCalled("module/Filter", device), &device.parameters[0]);
+}
+
+TEST_F(ParameterNames, channelsAreNamedByNameOrNumber)
+{
+    EXPECT_EQ(&parameterCalled("AI 2/Level", device), &device.parameters[2]);
+    EXPECT_EQ(&parameterCalled("1/Level", device), &device.parameters[2]);
+    EXPECT_EQ(&parameterCalled("0/Level", device), &device.parameters[1]);
+}
+
+TEST_F(ParameterNames, anIdentifierIsEnough)
+{
+    EXPECT_EQ(&parameterCalled("#" + device.parameters[2].id, device), &device.parameters[2]);
+}
+
+TEST_F(ParameterNames, namesMayHoldASlash)
+{
+    EXPECT_EQ(&parameterCalled("X/Y", device), &device.parameters[4]);
+    EXPECT_EQ(&parameterCalled("module/X/Y", device), &device.parameters[4]);
+    EXPECT_THAT(refusalOf("AI 1/X/Y"), HasSubstr("No parameter is called \"AI 1/X/Y\""));
+}
+
+TEST_F(ParameterNames, severalOfANameAreListed)
+{
+    EXPECT_EQ(refusalOf("Level"), "2 parameters are called \"Level\", expected one of "
+                                  "\"AI 1/Level\", \"AI 2/Level\"");
+}
+
+TEST_F(ParameterNames, wherePlainNamesDoNotTellTheIdentifierIsOffered)
+{
+    device.parameters[2].channelNames = {"AI 1"};
+    EXPECT_EQ(refusalOf("AI 1/Level"), "2 parameters are called \"AI 1/Level\", expected one of "
+                                       "\"#" +
+                                           device.parameters[1].id + "\", \"#" +
+                                           device.parameters[2].id + "\"");
+}
+
+TEST_F(ParameterNames, theNearestNamesAreOffered)
+{
+    EXPECT_EQ(refusalOf("Filtr"), "No parameter is called \"Filtr\", did you mean \"Filter\"?");
+    EXPECT_THAT(refusalOf("AI 3/Level"),
+                AllOf(HasSubstr("\"AI 1/Level\""), HasSubstr("\"AI 2/Level\"")));
+    EXPECT_EQ(refusalOf("Wavelength of light"), "No parameter is called \"Wavelength of light\"");
+}
+
+TEST_F(ParameterNames, theIdentifiersThatThereAreAreListed)
+{
+    device.parameters.resize(2);
+    device.parameters[0].id = "30";
+    device.parameters[1].id = "31";
+    EXPECT_EQ(refusalOf("#3"), "No parameter has the identifier #3, expected one of #30, #31");
+}
+
+TEST_F(ParameterNames, aModuleWithoutParametersSaysSo)
+{
+    device.parameters.clear();
+    EXPECT_EQ(refusalOf("Filter"), "No parameter \"Filter\": the module has no parameters");
+    EXPECT_TRUE(parametersCalled("#1", device).empty());
+}
+
+TEST_F(ParameterNames, areGivenInUtf8)
+{
+    device.parameters[0].name = "Ma\xDF"; // Windows-1252
+    EXPECT_EQ(&parameterCalled("Maß", device), &device.parameters[0]);
+}
+
+TEST_F(ParameterNames, anAssignmentIsSplitBehindAName)
+{
+    EXPECT_THAT(splitAssignment("Filter=off", device), Pair("Filter", "off"));
+    EXPECT_THAT(splitAssignment("A=B=5", device), Pair("A=B", "5"));
+    EXPECT_THAT(splitAssignment("Filter=a=b", device), Pair("Filter", "a=b"));
+    EXPECT_THAT(splitAssignment("Filter=", device), Pair("Filter", ""));
+    EXPECT_THAT(splitAssignment("unknown=a=b", device), Pair("unknown", "a=b"));
+    EXPECT_THROW(splitAssignment("Filter", device), Refusal);
+}
+
+TEST_F(ParameterNames, placesAreStatedInBytesAndBits)
+{
+    EXPECT_EQ(mxtool::described(device.parameters[5]), "parameter \"Low bits\" of the module (#" +
+                                                           device.parameters[5].id +
+                                                           ", byte 4 bits 0 to 2)");
+    device.parameters[1].dataSize = 4;
+    EXPECT_EQ(mxtool::described(device.parameters[1]), "parameter \"Level\" of channel 0 AI 1 (#" +
+                                                           device.parameters[1].id +
+                                                           ", bytes 1 to 4)");
+    device.parameters[5].bitLength = 1;
+    EXPECT_THAT(mxtool::described(device.parameters[5]), HasSubstr("byte 4 bit 0)"));
+}
+
+} // namespace
