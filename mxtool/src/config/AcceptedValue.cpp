@@ -148,7 +148,7 @@ std::string expectation(const Parameter& parameter)
 
 std::string rangedNumber(const Parameter& parameter, const std::string& value, ValueCheck check)
 {
-    const std::string text = withoutUnit(parameter, value);
+    std::string text = withoutUnit(parameter, value);
     const std::optional<Number> number = parseNumber(text);
     if (!number || (!parameter.converted && !isInteger(text))) {
         refuse(parameter, value, expectation(parameter));

@@ -51,10 +51,10 @@ bool isCalled(const DeviceReport::Parameter& parameter, const std::string& name)
 std::vector<std::string> namesOf(const std::vector<const DeviceReport::Parameter*>& parameters,
                                  const DeviceReport& device)
 {
-    std::vector<std::string> names;
-    for (const auto* parameter : parameters) {
-        names.push_back(toUtf8(nameInCalls(*parameter, device)));
-    }
+    std::vector<std::string> names(parameters.size());
+    std::transform(
+        parameters.begin(), parameters.end(), names.begin(),
+        [&device](const auto* parameter) { return toUtf8(nameInCalls(*parameter, device)); });
     return names;
 }
 
