@@ -4,6 +4,7 @@
 #include "Refusal.h"
 #include "ShownText.h"
 #include "config/ParameterNames.h"
+#include "config/ParameterPlace.h"
 
 #include <fmt/format.h>
 
@@ -91,6 +92,10 @@ private:
     std::string shownAlone(const Setting& setting)
     {
         const Parameter& parameter = before.parameters[setting.parameter];
+        if (setting.text == parameter.value &&
+            liesWithin(parameter, before.parameterBlock.size())) {
+            return setting.text; // what it shows already changes nothing
+        }
         try {
             return reportOf(imageWith({setting})).parameters[setting.parameter].value;
         } catch (const Failure&) {

@@ -30,14 +30,18 @@ std::string obstacle(const DeviceReport::Parameter& parameter, std::size_t image
 [[noreturn]] void failRegisters(const std::string& file, const std::string& text,
                                 const Configuration& configuration)
 {
+    constexpr std::size_t mostNamed = 8;
     std::string all = text;
     std::set<std::size_t> seen;
     for (const ParameterPlace& place : configuration.places) {
         const auto& parameter = configuration.device.parameters[place.parameter];
         const std::string reason = obstacle(parameter, configuration.image.size());
-        if (!reason.empty() && seen.insert(place.parameter).second) {
+        if (!reason.empty() && seen.insert(place.parameter).second && seen.size() <= mostNamed) {
             all += fmt::format("; {}: {}", toUtf8(described(parameter)), reason);
         }
+    }
+    if (seen.size() > mostNamed) {
+        all += fmt::format("; and {} more", seen.size() - mostNamed);
     }
     throw Failure(ExitCode::Input, {"error", file, all, ""});
 }

@@ -53,6 +53,12 @@ TEST_F(AcceptedValue, aTextThatIsNobodysNumberIsTheText)
     EXPECT_EQ(outcome(filter, "9"), "7");
 }
 
+TEST_F(AcceptedValue, aTextThatIsItsOwnNumberHasOneMeaning)
+{
+    filter.options[2].text = "2";
+    EXPECT_EQ(outcome(filter, "2"), "2");
+}
+
 TEST_F(AcceptedValue, aCrossIsAlwaysTheNumber)
 {
     EXPECT_EQ(outcome(filter, "#5"), "5");
