@@ -60,6 +60,7 @@ ExitCode runVerb(CLI::App& program, std::vector<std::string> arguments)
     addGroupsVerb(program, options, choose);
     addShowVerb(program, options, choose);
     addConfigVerb(program, options, choose);
+    addChannelsVerb(program, options, choose);
     addPopulateVerb(program, options, choose);
     addDevicesVerb(program, options, choose);
     std::reverse(arguments.begin(), arguments.end()); // as CLI11 takes them

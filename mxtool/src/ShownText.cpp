@@ -22,7 +22,6 @@ unsigned codePoint(unsigned char byte)
     return byte >= 0x80 && byte < 0xA0 ? windows1252[byte - 0x80U] : byte;
 }
 
-// Appends a code point below 0x10000.
 void appendUtf8(std::string& text, unsigned point)
 {
     if (point < 0x80) {
@@ -31,7 +30,12 @@ void appendUtf8(std::string& text, unsigned point)
         text += static_cast<char>(0xC0U | point >> 6);
         text += static_cast<char>(0x80U | (point & 0x3FU));
     } else {
-        text += static_cast<char>(0xE0U | point >> 12);
+        if (point < 0x10000) {
+            text += static_cast<char>(0xE0U | point >> 12);
+        } else {
+            text += static_cast<char>(0xF0U | point >> 18);
+            text += static_cast<char>(0x80U | (point >> 12 & 0x3FU));
+        }
         text += static_cast<char>(0x80U | (point >> 6 & 0x3FU));
         text += static_cast<char>(0x80U | (point & 0x3FU));
     }
@@ -108,6 +112,30 @@ std::string forTerminal(const std::string& bytes)
         shown += fmt::format("\\x{:02x}", static_cast<unsigned char>(text[pos]));
     }
     return shown;
+}
+
+std::u32string codePoints(const std::string& bytes)
+{
+    const std::string text = toUtf8(bytes);
+    std::u32string points;
+    for (std::size_t pos = 0; pos < text.size();) {
+        const auto lead = static_cast<unsigned char>(text[pos]);
+        const std::size_t length = sequenceLength(lead);
+        char32_t point = length == 1 ? lead : lead & 0x7FU >> length;
+        for (std::size_t i = 1; i < length; ++i) {
+            point = point << 6 | (static_cast<unsigned char>(text[pos + i]) & 0x3FU);
+        }
+        points += point;
+        pos += length;
+    }
+    return points;
+}
+
+std::string toUtf8(char32_t point)
+{
+    std::string text;
+    appendUtf8(text, point);
+    return text;
 }
 
 } // namespace mxtool

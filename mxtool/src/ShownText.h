@@ -12,4 +12,10 @@ std::string toUtf8(const std::string& bytes);
 /// a terminal.
 std::string forTerminal(const std::string& bytes);
 
+/// Returns the characters of `toUtf8(bytes)`.
+std::u32string codePoints(const std::string& bytes);
+
+/// Returns one character as UTF-8.
+std::string toUtf8(char32_t point);
+
 } // namespace mxtool

@@ -27,6 +27,7 @@ using VerbChoice = std::function<void(VerbAction)>;
 void addGroupsVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addShowVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addConfigVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+void addChannelsVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addPopulateVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addDevicesVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 

@@ -1,0 +1,101 @@
+#include "ChannelMapOutput.h"
+
+#include "Csv.h"
+#include "ShownText.h"
+#include "TextTable.h"
+
+#include <fmt/format.h>
+
+namespace mxtool {
+
+namespace {
+
+Json channelJson(const ChannelMap::Channel& channel)
+{
+    return {{"id", channel.id},
+            {"number", channel.number},
+            {"name", toUtf8(channel.name)},
+            {"direction", channel.direction()},
+            {"symbol", channel.symbol},
+            {"area", std::string(1, channel.area)},
+            {"size_letter", std::string(1, channel.sizeLetter)},
+            {"byte", channel.byteAddress},
+            {"bit_offset", channel.bitOffset},
+            {"bit_length", channel.bitLength},
+            {"mask", channel.mask}};
+}
+
+Json channelsJson(const ChannelMap& map)
+{
+    Json channels = Json::array();
+    for (const auto& channel : map.channels) {
+        channels.push_back(channelJson(channel));
+    }
+    return channels;
+}
+
+Json withoutSymbolJson(const ChannelMap& map)
+{
+    Json channels = Json::array();
+    for (const auto& channel : map.withoutSymbol) {
+        channels.push_back({{"id", channel.id},
+                            {"number", channel.number},
+                            {"name", toUtf8(channel.name)},
+                            {"direction", channel.direction}});
+    }
+    return channels;
+}
+
+Json runsJson(const std::vector<ProcessImage::BitRun>& runs)
+{
+    Json list = Json::array();
+    for (const auto& run : runs) {
+        list.push_back({{"byte", run.firstBit / 8}, {"bit", run.firstBit % 8}, {"bits", run.bits}});
+    }
+    return list;
+}
+
+Json areaJson(const ProcessImage::Area& area)
+{
+    return {{"first_byte", area.data.firstByte},
+            {"size", area.data.size},
+            {"free", runsJson(area.gaps())},
+            {"overlapping", runsJson(area.overlaps())}};
+}
+
+} // namespace
+
+std::string channelMapText(const ChannelMap& map)
+{
+    TextTable table({"Channel", "Name", "Direction", "Symbol", "Byte", "Bit", "Bits", "Mask"});
+    for (const auto& channel : map.channels) {
+        table.add({std::to_string(channel.number), channel.name, channel.direction(),
+                   channel.symbol, std::to_string(channel.byteAddress),
+                   std::to_string(channel.bitOffset), std::to_string(channel.bitLength),
+                   fmt::format("{:#04x}", channel.mask)});
+    }
+    return table.text();
+}
+
+std::string channelMapCsv(const ChannelMap& map)
+{
+    std::string lines = csvLine({"number", "name", "direction", "symbol", "size_letter", "byte",
+                                 "bit_offset", "bit_length", "mask"});
+    for (const auto& channel : map.channels) {
+        lines += csvLine({std::to_string(channel.number), channel.name, channel.direction(),
+                          channel.symbol, std::string(1, channel.sizeLetter),
+                          std::to_string(channel.byteAddress), std::to_string(channel.bitOffset),
+                          std::to_string(channel.bitLength), std::to_string(channel.mask)});
+    }
+    return lines;
+}
+
+Json channelMapJson(const ChannelMap& map, const ProcessImage& image)
+{
+    return {{"schema", jsonSchema("mxtool.channels", 1)}, {"label", toUtf8(map.label)},
+            {"device_type_id", map.deviceTypeId},         {"input", areaJson(image.input)},
+            {"output", areaJson(image.output)},           {"channels", channelsJson(map)},
+            {"without_symbol", withoutSymbolJson(map)}};
+}
+
+} // namespace mxtool

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "DeviceJson.h"
+#include "ProcessImage.h"
+
+namespace mxtool {
+
+/// Returns the channels as a table for people.
+std::string channelMapText(const ChannelMap& map);
+
+/// Returns the channels as CSV with a line of headings.
+std::string channelMapCsv(const ChannelMap& map);
+
+/// Returns the channels, what lies in no image, and the free and the overlapping bits of both
+/// images, schema "mxtool.channels" version 1. `image` is that of `map`.
+Json channelMapJson(const ChannelMap& map, const ProcessImage& image);
+
+} // namespace mxtool

@@ -1,0 +1,114 @@
+#include "IecDeclarations.h"
+
+#include "IecNames.h"
+
+#include <fmt/format.h>
+
+namespace mxtool {
+
+namespace {
+
+using Channel = ChannelMap::Channel;
+
+constexpr unsigned mostBits = 32;
+
+const char* typeOf(char sizeLetter)
+{
+    switch (sizeLetter) {
+    case 'X':
+        return "BOOL";
+    case 'B':
+        return "BYTE";
+    case 'W':
+        return "WORD";
+    case 'D':
+        return "DWORD";
+    default:
+        return "LWORD";
+    }
+}
+
+std::string bitAddress(const Channel& channel, std::uint64_t bit)
+{
+    return fmt::format("%{}X{}.{}", channel.area, bit / 8, bit % 8);
+}
+
+std::string declaration(const std::string& name, const std::string& address,
+                        const std::string& type, const std::string& comment)
+{
+    const std::string behind = comment.empty() ? "" : " (* " + comment + " *)";
+    return fmt::format("    {} AT {} : {};{}\n", name, address, type, behind);
+}
+
+// The name of the channel, where the identifier does not tell it already.
+std::string nameComment(const Channel& channel, const std::string& identifier)
+{
+    return channel.name == identifier ? "" : iecCommentText(channel.name);
+}
+
+// A bit field that fills whole bytes.
+std::string bytesDeclaration(const Channel& channel, IecNames& names, const std::string& identifier)
+{
+    const unsigned bytes = channel.bits() / 8;
+    return declaration(names.unique(identifier),
+                       fmt::format("%{}B{}", channel.area, channel.byteAddress),
+                       bytes == 1 ? "BYTE" : fmt::format("ARRAY [0..{}] OF BYTE", bytes - 1),
+                       nameComment(channel, identifier));
+}
+
+std::string bitDeclarations(const Channel& channel, IecNames& names, const std::string& identifier)
+{
+    std::string all;
+    for (unsigned bit = 0; bit < channel.bits(); ++bit) {
+        all += declaration(
+            names.unique(fmt::format("{}_Bit{}", identifier, bit)),
+            bitAddress(channel, channel.firstBit() + bit), "BOOL",
+            fmt::format("{}, bit {} of {}", iecCommentText(channel.name), bit, channel.bits()));
+    }
+    return all;
+}
+
+std::string fieldDeclarations(const Channel& channel, IecNames& names,
+                              const std::string& identifier)
+{
+    const bool fillsBytes = channel.firstBit() % 8 == 0 && channel.bits() % 8 == 0;
+    if (channel.bits() == 0 || (channel.bits() > mostBits && !fillsBytes)) {
+        return fmt::format("    (* {}: {} bits from {} on, not declared *)\n",
+                           iecCommentText(channel.name), channel.bits(),
+                           bitAddress(channel, channel.firstBit()));
+    }
+    return fillsBytes ? bytesDeclaration(channel, names, identifier)
+                      : bitDeclarations(channel, names, identifier);
+}
+
+std::string channelDeclarations(const Channel& channel, IecNames& names)
+{
+    std::string identifier = iecIdentifier(channel.name);
+    if (identifier.empty()) {
+        identifier = fmt::format("Channel_{}", channel.number);
+    }
+    if (channel.isBitField() && channel.sizeLetter != 'X') {
+        return fieldDeclarations(channel, names, identifier);
+    }
+    const std::string address =
+        channel.sizeLetter == 'X'
+            ? bitAddress(channel, channel.firstBit())
+            : fmt::format("%{}{}{}", channel.area, channel.sizeLetter, channel.byteAddress);
+    const std::string name = names.unique(identifier);
+    return declaration(name, address, typeOf(channel.sizeLetter), nameComment(channel, name));
+}
+
+} // namespace
+
+std::string iecDeclarations(const ChannelMap& map)
+{
+    std::string text = fmt::format("(* {} ({}). Addresses count bytes. *)\nVAR_GLOBAL\n",
+                                   iecCommentText(map.label), iecCommentText(map.deviceTypeId));
+    IecNames names;
+    for (const Channel& channel : map.channels) {
+        text += channelDeclarations(channel, names);
+    }
+    return text + "END_VAR\n";
+}
+
+} // namespace mxtool

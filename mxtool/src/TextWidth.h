@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace mxtool {
+
+/// Returns how many columns a terminal or a monospaced font takes for `text` (UTF-8 without control
+/// characters).
+std::size_t columnsOf(const std::string& text);
+
+/// Returns `text`, cut to at most `columns` columns; what was cut off is replaced by an ellipsis.
+std::string shortened(const std::string& text, std::size_t columns);
+
+/// Returns `text`, shortened or filled up with blanks to exactly `columns` columns.
+std::string fitted(const std::string& text, std::size_t columns);
+
+/// Returns the bytes of an mx text as a label of one line: UTF-8 in which control characters and
+/// those that turn the direction of writing are made visible, at most 100 columns.
+std::string labelOf(const std::string& bytes);
+
+} // namespace mxtool

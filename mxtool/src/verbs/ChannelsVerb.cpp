@@ -1,0 +1,105 @@
+#include "ChannelMapOutput.h"
+#include "IecDeclarations.h"
+#include "OutputFile.h"
+#include "ProcessImageMap.h"
+#include "ProcessImageSvg.h"
+#include "TranslatedModule.h"
+#include "Verbs.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace mxtool {
+
+namespace {
+
+constexpr const char* footer = R"(Example:
+  $ mxtool channels --format st examples/modules/MX0304.bin
+)";
+
+struct ChannelsOptions
+{
+    ModuleOptions module;
+    std::string format = "text";
+    std::string output = "-";
+    std::string picture; // empty: none
+    bool map = false;
+};
+
+bool standardOutputIsColoured()
+{
+    const char* const noColour = std::getenv("NO_COLOR");
+    return isatty(STDOUT_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
+}
+
+std::string listing(const ChannelsOptions& options, const ChannelMap& map,
+                    const ProcessImage& image)
+{
+    if (options.format == "json") {
+        return jsonText(channelMapJson(map, image));
+    }
+    if (options.format == "csv") {
+        return channelMapCsv(map);
+    }
+    if (options.format == "st") {
+        return iecDeclarations(map);
+    }
+    const bool coloured = options.output == "-" && standardOutputIsColoured();
+    return (options.map ? processImageMap(image, coloured) + "\n" : "") + channelMapText(map);
+}
+
+void checkWords(const ChannelsOptions& options)
+{
+    if (options.map && options.format != "text") {
+        throw CLI::ValidationError("--map",
+                                   "is drawn with --format text only, not with " + options.format);
+    }
+    if (options.picture == options.output && options.picture != "-") {
+        throw CLI::ValidationError("--picture",
+                                   "names the same file as --output: " + options.picture);
+    }
+}
+
+ExitCode channels(const ChannelsOptions& options, const std::string& logLevel)
+{
+    TranslatedModule module(options.module, logLevel);
+    const ChannelMap map = makeChannelMap(module.parser(), module.device());
+    const ProcessImage image = makeProcessImage(map);
+    if (!options.picture.empty()) {
+        writeOutput(options.picture, processImageSvg(image));
+    }
+    if (options.picture != "-" || options.output != "-") {
+        writeOutput(options.output, listing(options, map, image));
+    }
+    return ExitCode::Done;
+}
+
+void addOptions(CLI::App& verb, ChannelsOptions& options)
+{
+    addModuleOptions(verb, options.module);
+    verb.add_option("--format", options.format, "text, json, csv or st (IEC 61131-3 declarations)")
+        ->check(CLI::IsMember({"text", "json", "csv", "st"}));
+    verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
+    verb.add_option("--picture", options.picture,
+                    "Draw the process images to this SVG file as well; - for standard output, in "
+                    "place of the list");
+    verb.add_flag("--map", options.map, "Draw the process images above the list");
+}
+
+} // namespace
+
+void addChannelsVerb(CLI::App& program, const GlobalOptions& global, const VerbChoice& choose)
+{
+    CLI::App* verb =
+        program.add_subcommand("channels", "Show where the channels lie in the process images");
+    auto options = std::make_shared<ChannelsOptions>();
+    addOptions(*verb, *options);
+    verb->footer(footer);
+    verb->callback([options, choose, &global] {
+        checkWords(*options);
+        choose([options, &global] { return channels(*options, global.logLevel); });
+    });
+}
+
+} // namespace mxtool
