@@ -198,6 +198,17 @@ std::vector<BitRun> collectRuns(const std::vector<Row>& rows, BitsOf bitsOf)
     return runs;
 }
 
+// Cuts a name, but keeps the number at its end: it tells the channels of a module apart.
+std::string shortenedName(const std::string& name, std::size_t columns)
+{
+    const std::size_t begin = name.find_last_not_of("0123456789") + 1;
+    const std::string number = name.substr(begin);
+    if (columnsOf(name) <= columns || number.size() > columns / 2) {
+        return shortened(name, columns);
+    }
+    return shortened(name.substr(0, begin), columns - number.size()) + number;
+}
+
 } // namespace
 
 std::vector<BitRun> Area::gaps() const
@@ -238,10 +249,10 @@ std::string pieceText(const ProcessImage::Channel& channel, const Piece& piece, 
 {
     if (piece.byte != 0) {
         const std::string number = fmt::format(" +{}", piece.byte);
-        return shortened(channel.name, columns - number.size()) + number;
+        return shortenedName(channel.name, columns - number.size()) + number;
     }
     const std::string both = channel.name + "  " + channel.symbol;
-    return columnsOf(both) <= columns ? both : shortened(channel.name, columns);
+    return columnsOf(both) <= columns ? both : shortenedName(channel.name, columns);
 }
 
 std::string runText(const Row& row)

@@ -82,7 +82,8 @@ std::string dataText(const ChannelMap::Data& data);
 std::uint64_t totalBits(const std::vector<ProcessImage::BitRun>& runs);
 
 /// Returns what stands in `columns` columns of `piece`: the name and, where there is room, the
-/// symbol of the channel; from its second byte on its name and the number of the byte.
+/// symbol of the channel; from its second byte on the name and the number of the byte. A shortened
+/// name keeps the number at its end.
 std::string pieceText(const ProcessImage::Channel& channel, const ProcessImage::Piece& piece,
                       std::size_t columns);
 

@@ -21,6 +21,7 @@ constexpr std::size_t byteColumn = 96; // the numbers of the bytes
 constexpr std::size_t cellWidth = 84;
 constexpr std::size_t cellsWidth = 8 * cellWidth;
 constexpr std::size_t laneHeight = 22;
+constexpr std::size_t barHeight = 3;   // marks an overlap above and below, beside the text
 constexpr std::size_t lineHeight = 18; // of a text
 constexpr std::size_t baseline = 15;   // of a text, below the top of its line
 constexpr std::size_t padding = 5;     // beside a text in its cell
@@ -40,13 +41,13 @@ constexpr std::array<const char*, ProcessImage::colours> fills = {
 constexpr const char* style = R"(<style>
 text { font: 11px "DejaVu Sans Mono", "Liberation Mono", Consolas, Menlo, monospace; fill: #222; }
 .title { font-weight: bold; }
-.faint { fill: #666; }
+.faint { fill: #505050; }
 .alarm { fill: #b00020; }
 .cell { fill: none; stroke: #ccc; }
 .gap { fill: url(#gap); stroke: #ccc; }
 .edge { fill: none; stroke: #555; }
 .seam { fill: none; stroke: #555; stroke-opacity: 0.35; stroke-dasharray: 2 3; }
-.overlap { fill: none; stroke: #d00020; stroke-width: 2.5; }
+.overlap { fill: #d00020; }
 </style>
 <defs><pattern id="gap" width="6" height="6" patternUnits="userSpaceOnUse">
 <rect width="6" height="6" fill="#f6f6f6"/><path d="M0 6L6 0" stroke="#d4d4d4"/></pattern></defs>
@@ -157,7 +158,9 @@ std::string overlapMarks(const Row& row, std::size_t top)
 {
     std::string marks;
     for (const auto& [high, low] : bitRuns(row.overlaps)) {
-        marks += rectangle(leftOf(high), top, (high - low + 1) * cellWidth, heightOf(row),
+        const std::size_t width = (high - low + 1) * cellWidth;
+        marks += rectangle(leftOf(high), top, width, barHeight, "class=\"overlap\"");
+        marks += rectangle(leftOf(high), top + heightOf(row) - barHeight, width, barHeight,
                            "class=\"overlap\"");
     }
     if (row.hidden != 0) {
@@ -339,7 +342,8 @@ std::string key(std::size_t top)
     const std::size_t y = top + baseline;
     std::string shapes = rectangle(margin, top + 3, 14, 14, "class=\"gap\"");
     shapes += textAt(margin + 22, y, "no channel");
-    shapes += rectangle(margin + 140, top + 3, 14, 14, "class=\"overlap\"");
+    shapes += rectangle(margin + 140, top + 3, 14, barHeight, "class=\"overlap\"");
+    shapes += rectangle(margin + 140, top + 17 - barHeight, 14, barHeight, "class=\"overlap\"");
     shapes += textAt(margin + 162, y, "several channels");
     shapes += textAt(margin + 310, y, "12", " class=\"alarm\"");
     return shapes + textAt(margin + 330, y, "outside the data of the module");

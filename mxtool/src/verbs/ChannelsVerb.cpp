@@ -16,6 +16,13 @@ namespace {
 
 constexpr const char* footer = R"(Example:
   $ mxtool channels --format st examples/modules/MX0304.bin
+  (* 4 AI ±10 V / 0-20 mA (kv38.5a030304). Addresses count bytes. *)
+  VAR_GLOBAL
+      AI_1 AT %IW0 : WORD; (* AI 1 *)
+      AI_2 AT %IW2 : WORD; (* AI 2 *)
+      AI_3 AT %IW4 : WORD; (* AI 3 *)
+      AI_4 AT %IW6 : WORD; (* AI 4 *)
+  END_VAR
 )";
 
 struct ChannelsOptions

@@ -55,4 +55,20 @@ TEST(ShownText, controlCharactersAreEscapedForTheTerminal)
     EXPECT_EQ(forTerminal("\xC2\xB5"), "\xC2\xB5");
 }
 
+TEST(CodePoints, areThoseOfTheText)
+{
+    EXPECT_EQ(mxtool::codePoints("a\u00E4\u20AC\U0001F600"), U"a\u00E4\u20AC\U0001F600");
+    EXPECT_EQ(mxtool::codePoints("\x80"), U"\u20AC"); // Windows-1252
+    EXPECT_EQ(mxtool::codePoints(""), U"");
+}
+
+TEST(CodePoints, becomeTheSameTextAgain)
+{
+    std::string text;
+    for (const char32_t point : {0x7F, 0x80, 0x7FF, 0x800, 0xFFFF, 0x10000, 0x10FFFF}) {
+        text += toUtf8(point);
+    }
+    EXPECT_EQ(text, "\x7F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF");
+}
+
 } // namespace

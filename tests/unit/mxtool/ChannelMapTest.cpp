@@ -1,0 +1,104 @@
+#include "ChannelMapOutput.h"
+
+#include "ChannelMaps.h"
+
+#include <devices/parser/mx/LoadFile.h>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using mxtool::ChannelMap;
+using mxtool::Json;
+using testing::HasSubstr;
+
+ChannelMap mapOf(const std::string& module, unsigned inOffset = 0, unsigned outOffset = 0)
+{
+    std::vector<char> bytes;
+    devices::parser::mx::loadFile(std::string(EXAMPLE_MODULES) + "/" + module, bytes);
+    devices::parser::mx::Parser_kv38 parser;
+    parser.setLoggingLevel("none");
+    return mxtool::makeChannelMap(parser, *parser.parse(bytes, nullptr, inOffset, outOffset));
+}
+
+TEST(ChannelMap, joinsTheMappingWithTheChannelsInTheirOrder)
+{
+    const ChannelMap map = mapOf("MX0602.bin");
+    ASSERT_EQ(map.channels.size(), 11U);
+    const ChannelMap::Channel& state = map.channels[5];
+    EXPECT_EQ(state.name, "State 2");
+    EXPECT_EQ(state.number, 5);
+    EXPECT_EQ(state.symbol, "IB10#3,31");
+    EXPECT_EQ(state.area, 'I');
+    EXPECT_EQ(state.sizeLetter, 'B');
+    EXPECT_EQ(state.byteAddress, 10U);
+    EXPECT_EQ(state.bitOffset, 3);
+    EXPECT_EQ(state.bitLength, 5);
+    EXPECT_EQ(state.mask, 31);
+    EXPECT_TRUE(state.isBitField());
+    EXPECT_EQ(state.firstBit(), 83U);
+    EXPECT_EQ(state.bits(), 5U);
+}
+
+TEST(ChannelMap, namesTheChannelsWithoutASymbol)
+{
+    const ChannelMap map = mapOf("MX0602.bin");
+    ASSERT_EQ(map.withoutSymbol.size(), 2U);
+    EXPECT_EQ(map.withoutSymbol[0].name, "Reserved");
+    EXPECT_EQ(map.withoutSymbol[1].name, "No image");
+    EXPECT_EQ(map.channels.back().name, "Set value"); // joined across the gap
+}
+
+TEST(ChannelMap, knowsTheDataOfTheModule)
+{
+    const ChannelMap map = mapOf("MX0602.bin", 100, 200);
+    EXPECT_EQ(map.input.firstByte, 100U);
+    EXPECT_EQ(map.input.size, 22U);
+    EXPECT_EQ(map.output.firstByte, 200U);
+    EXPECT_EQ(map.output.size, 10U);
+    EXPECT_EQ(map.channels[0].symbol, "IX100_0");
+}
+
+TEST(ChannelMapJson, tellsFreeAndOverlappingBits)
+{
+    ChannelMap map = emptyMap(2, 1);
+    map.channels = {fieldChannel("A", 'I', 0, 0, 5), fieldChannel("B", 'I', 0, 4, 3)};
+    const Json json = mxtool::channelMapJson(map, mxtool::makeProcessImage(map));
+    EXPECT_EQ(json["schema"].dump(), R"({"name":"mxtool.channels","version":1})");
+    EXPECT_EQ(json["input"].dump(), R"({"first_byte":0,"size":2,)"
+                                    R"("free":[{"byte":0,"bit":7,"bits":9}],)"
+                                    R"("overlapping":[{"byte":0,"bit":4,"bits":1}]})");
+    EXPECT_EQ(json["channels"][1].dump(),
+              R"({"id":"2","number":2,"name":"B","direction":"in","symbol":"IB0#4,7","area":"I",)"
+              R"("size_letter":"B","byte":0,"bit_offset":4,"bit_length":3,"mask":7})");
+}
+
+TEST(ChannelMapJson, isValidUtf8WhateverTheNamesHold)
+{
+    ChannelMap map = emptyMap(1);
+    map.label = "\xFF\x80";
+    map.channels = {bitChannel("\xC3(", 'I', 0, 0)};
+    const Json json =
+        Json::parse(mxtool::jsonText(mxtool::channelMapJson(map, mxtool::makeProcessImage(map))));
+    EXPECT_EQ(json["channels"][0]["name"], "\u00C3(");
+}
+
+TEST(ChannelMapText, isATableWithoutControlCharacters)
+{
+    ChannelMap map = emptyMap(1);
+    map.channels = {bitChannel("A\033", 'Q', 0, 3)};
+    EXPECT_EQ(mxtool::channelMapText(map),
+              "Channel  Name   Direction  Symbol  Byte  Bit  Bits  Mask\n"
+              "1        A\\x1b  out        QX0_3   0     3    1     0x01\n");
+}
+
+TEST(ChannelMapCsv, quotesSymbolsWithACommaInThem)
+{
+    ChannelMap map = emptyMap(1);
+    map.channels = {fieldChannel("State", 'I', 0, 1, 3)};
+    EXPECT_EQ(mxtool::channelMapCsv(map),
+              "number,name,direction,symbol,size_letter,byte,bit_offset,bit_length,mask\r\n"
+              "2,State,in,\"IB0#1,7\",B,0,1,3,7\r\n");
+}
+
+} // namespace

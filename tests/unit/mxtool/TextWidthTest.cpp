@@ -1,0 +1,57 @@
+#include "TextWidth.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using mxtool::columnsOf;
+using mxtool::fitted;
+using mxtool::labelOf;
+using mxtool::shortened;
+
+TEST(TextWidth, countsCharactersWideOnesTwiceAndCombiningOnesNot)
+{
+    EXPECT_EQ(columnsOf(""), 0U);
+    EXPECT_EQ(columnsOf("\u00E4b"), 2U);
+    EXPECT_EQ(columnsOf("\u6E29\u5EA6"), 4U);
+    EXPECT_EQ(columnsOf("e\u0301"), 1U);
+    EXPECT_EQ(columnsOf("\U0001F600"), 2U);
+}
+
+TEST(TextWidth, aFittingTextIsNotShortened)
+{
+    EXPECT_EQ(shortened("abcd", 4), "abcd");
+    EXPECT_EQ(shortened("", 0), "");
+}
+
+TEST(TextWidth, aLongTextEndsInAnEllipsisWithinTheColumns)
+{
+    EXPECT_EQ(shortened("abcde", 4), "abc\u2026");
+    EXPECT_EQ(shortened("abcde", 1), "\u2026");
+    EXPECT_EQ(shortened("abcde", 0), "");
+    EXPECT_EQ(shortened("\u00E4\u00F6\u00FC", 2), "\u00E4\u2026");
+    EXPECT_EQ(shortened("\u6E29\u5EA6\u6E29", 4), "\u6E29\u2026");
+}
+
+TEST(TextWidth, aFittedTextTakesExactlyTheColumns)
+{
+    EXPECT_EQ(fitted("ab", 4), "ab  ");
+    EXPECT_EQ(fitted("abcde", 4), "abc\u2026");
+    EXPECT_EQ(fitted("\u6E29\u5EA6\u6E29", 4), "\u6E29\u2026 ");
+}
+
+TEST(LabelOf, makesVisibleWhatIsNoText)
+{
+    EXPECT_EQ(labelOf("a\033b\n"), "a\\x1bb\\x0a");
+    EXPECT_EQ(labelOf("a\u202Eb"), "a\uFFFDb");
+    EXPECT_EQ(labelOf("a\xEF\xBF\xBF"), "a\uFFFD");
+    EXPECT_EQ(labelOf("20 \xB0"), "20 \u00B0");
+}
+
+TEST(LabelOf, isAtMostHundredColumns)
+{
+    EXPECT_EQ(labelOf(std::string(100, 'x')), std::string(100, 'x'));
+    EXPECT_EQ(labelOf(std::string(60000, 'x')), std::string(99, 'x') + "\u2026");
+}
+
+} // namespace
