@@ -13,6 +13,7 @@ namespace {
 
 constexpr const char* prefix = "Ch_";
 constexpr std::size_t longestIdentifier = 97; // without the prefix
+constexpr std::size_t bytesLookedAt = 1000;   // of a name
 
 // Words of the language: no variable may have one as its name.
 const std::set<std::string> keywords = {"ABS",
@@ -272,7 +273,7 @@ std::string iecIdentifier(const std::string& bytes)
 {
     std::string identifier;
     bool separated = false;
-    for (const char32_t point : codePoints(bytes)) {
+    for (const char32_t point : codePoints(beginningOf(bytes, bytesLookedAt))) {
         const std::string letters = plainLetters(point);
         const bool needsSeparator = separated && !identifier.empty();
         if (identifier.size() + letters.size() + (needsSeparator ? 1 : 0) > longestIdentifier) {

@@ -327,7 +327,7 @@ std::size_t widthOf(const Area& area)
 
 std::string areaShapes(const Area& area, std::size_t top)
 {
-    const std::string title = textAt(margin, top + baseline, areaTitle(area), " class=\"title\"");
+    std::string title = textAt(margin, top + baseline, areaTitle(area), " class=\"title\"");
     if (isEmpty(area)) {
         return title;
     }

@@ -59,6 +59,13 @@ std::size_t sequenceLength(unsigned char lead)
     return lead < 0xF5 ? 4 : 0;
 }
 
+constexpr std::size_t longestSequence = 4;
+
+bool isContinuation(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
 bool isUtf8(const std::string& bytes)
 {
     const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
@@ -112,6 +119,18 @@ std::string forTerminal(const std::string& bytes)
         shown += fmt::format("\\x{:02x}", static_cast<unsigned char>(text[pos]));
     }
     return shown;
+}
+
+std::string beginningOf(const std::string& bytes, std::size_t most)
+{
+    if (bytes.size() <= most) {
+        return bytes;
+    }
+    std::size_t end = most;
+    while (end > 0 && most - end < longestSequence && isContinuation(bytes[end])) {
+        --end;
+    }
+    return bytes.substr(0, end);
 }
 
 std::u32string codePoints(const std::string& bytes)

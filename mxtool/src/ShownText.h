@@ -12,6 +12,10 @@ std::string toUtf8(const std::string& bytes);
 /// a terminal.
 std::string forTerminal(const std::string& bytes);
 
+/// Returns the first `most` bytes of a text, fewer where they would end within a UTF-8 character:
+/// as much of a long text as is needed to show its beginning.
+std::string beginningOf(const std::string& bytes, std::size_t most);
+
 /// Returns the characters of `toUtf8(bytes)`.
 std::u32string codePoints(const std::string& bytes);
 

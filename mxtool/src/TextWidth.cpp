@@ -12,6 +12,7 @@ namespace {
 // No name of a real module comes near it; without a limit one long text, used as the name of every
 // channel, would multiply.
 constexpr std::size_t longestLabel = 100;
+constexpr std::size_t longestLabelBytes = 1000;
 
 constexpr const char* ellipsis = "\u2026";
 constexpr const char* replacement = "\uFFFD";
@@ -96,8 +97,11 @@ std::string fitted(const std::string& text, std::size_t columns)
 
 std::string labelOf(const std::string& bytes)
 {
+    const std::string beginning = beginningOf(bytes, longestLabelBytes);
+    const std::string shown =
+        forTerminal(beginning) + (beginning.size() < bytes.size() ? ellipsis : "");
     std::string label;
-    for (const char32_t point : codePoints(shortened(forTerminal(bytes), longestLabel))) {
+    for (const char32_t point : codePoints(shortened(shown, longestLabel))) {
         label += isIn(unshowable, point) ? replacement : toUtf8(point);
     }
     return label;

@@ -54,4 +54,15 @@ TEST(LabelOf, isAtMostHundredColumns)
     EXPECT_EQ(labelOf(std::string(60000, 'x')), std::string(99, 'x') + "\u2026");
 }
 
+TEST(LabelOf, aTextThatTakesNoColumnsIsMarkedAsCut)
+{
+    std::string text = "e";
+    for (int i = 0; i < 1000; ++i) {
+        text += "\u0301";
+    }
+    const std::string label = labelOf(text); // 1 byte, 499 characters of 2 bytes
+    EXPECT_EQ(label.size(), 1U + 2 * 499 + 3);
+    EXPECT_EQ(label.substr(label.size() - 3), "\u2026");
+}
+
 } // namespace
