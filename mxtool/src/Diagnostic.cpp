@@ -1,23 +1,17 @@
 #include "Diagnostic.h"
 
 #include "ShownText.h"
+#include "TerminalColour.h"
 
 #include <fmt/format.h>
 
 #include <unistd.h>
 
-#include <cstdlib>
 #include <iostream>
 
 namespace mxtool {
 
 namespace {
-
-bool standardErrorIsColoured()
-{
-    const char* const noColour = std::getenv("NO_COLOR");
-    return isatty(STDERR_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
-}
 
 std::string painted(const std::string& text, const char* colour, bool coloured)
 {
@@ -47,7 +41,7 @@ std::string toText(const Diagnostic& diagnostic, bool coloured)
 
 void report(const Diagnostic& diagnostic)
 {
-    std::cerr << toText(diagnostic, standardErrorIsColoured()) << std::flush;
+    std::cerr << toText(diagnostic, takesColour(STDERR_FILENO)) << std::flush;
 }
 
 std::string placeInFile(const std::string& file, std::size_t offset)

@@ -3,12 +3,11 @@
 #include "OutputFile.h"
 #include "ProcessImageMap.h"
 #include "ProcessImageSvg.h"
+#include "TerminalColour.h"
 #include "TranslatedModule.h"
 #include "Verbs.h"
 
 #include <unistd.h>
-
-#include <cstdlib>
 
 namespace mxtool {
 
@@ -34,12 +33,6 @@ struct ChannelsOptions
     bool map = false;
 };
 
-bool standardOutputIsColoured()
-{
-    const char* const noColour = std::getenv("NO_COLOR");
-    return isatty(STDOUT_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
-}
-
 std::string listing(const ChannelsOptions& options, const ChannelMap& map,
                     const ProcessImage& image)
 {
@@ -52,7 +45,7 @@ std::string listing(const ChannelsOptions& options, const ChannelMap& map,
     if (options.format == "st") {
         return iecDeclarations(map);
     }
-    const bool coloured = options.output == "-" && standardOutputIsColoured();
+    const bool coloured = options.output == "-" && takesColour(STDOUT_FILENO);
     return (options.map ? processImageMap(image, coloured) + "\n" : "") + channelMapText(map);
 }
 

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace mxtool {
+
+/// Returns whether what is written to `descriptor` may be coloured: it is a terminal, and NO_COLOR
+/// is not set.
+bool takesColour(int descriptor);
+
+} // namespace mxtool
