@@ -4,13 +4,12 @@
 
 #include <devices/parser/mx/LoadFile.h>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace {
 
 using mxtool::ChannelMap;
 using mxtool::Json;
-using testing::HasSubstr;
 
 ChannelMap mapOf(const std::string& module, unsigned inOffset = 0, unsigned outOffset = 0)
 {

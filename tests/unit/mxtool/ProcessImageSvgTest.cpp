@@ -1,6 +1,7 @@
 #include "ProcessImageSvg.h"
 
 #include "ChannelMaps.h"
+#include "ShownText.h"
 #include "TextWidth.h"
 
 #include <gmock/gmock.h>
@@ -190,7 +191,8 @@ TEST(ProcessImageSvg, whateverANameHoldsItIsXml)
         map.channels.push_back(bitChannel(std::string("n") + static_cast<char>(byte), 'I', byte / 8,
                                           static_cast<std::uint8_t>(byte % 8)));
     }
-    map.channels.push_back(bitChannel("</text><script>&\"'\xEF\xBF\xBF\u202E", 'I', 0, 0));
+    map.channels.push_back(
+        bitChannel("</text><script>&\"'\xEF\xBF\xBF" + mxtool::toUtf8(U'\u202E'), 'I', 0, 0));
     const std::string svg = svgOf(map);
     EXPECT_THAT(svg, HasSubstr("&lt;/text&gt;&lt;script&gt;&amp;"));
     expectReadable(Picture(svg));

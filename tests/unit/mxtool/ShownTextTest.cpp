@@ -65,7 +65,8 @@ TEST(CodePoints, areThoseOfTheText)
 TEST(CodePoints, becomeTheSameTextAgain)
 {
     std::string text;
-    for (const char32_t point : {0x7F, 0x80, 0x7FF, 0x800, 0xFFFF, 0x10000, 0x10FFFF}) {
+    for (const char32_t point :
+         {U'\x7F', U'\u0080', U'\u07FF', U'\u0800', U'\uFFFF', U'\U00010000', U'\U0010FFFF'}) {
         text += toUtf8(point);
     }
     EXPECT_EQ(text, "\x7F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF");
