@@ -1,11 +1,11 @@
-#include "ChannelMapOutput.h"
-#include "IecDeclarations.h"
 #include "OutputFile.h"
-#include "ProcessImageMap.h"
-#include "ProcessImageSvg.h"
 #include "TerminalColour.h"
 #include "TranslatedModule.h"
 #include "Verbs.h"
+#include "channels/ChannelMapOutput.h"
+#include "channels/IecDeclarations.h"
+#include "channels/ProcessImageMap.h"
+#include "channels/ProcessImageSvg.h"
 
 #include <unistd.h>
 

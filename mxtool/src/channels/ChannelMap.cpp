@@ -1,4 +1,4 @@
-#include "ChannelMap.h"
+#include "channels/ChannelMap.h"
 
 namespace mxtool {
 

@@ -1,6 +1,6 @@
-#include "IecDeclarations.h"
+#include "channels/IecDeclarations.h"
 
-#include "IecNames.h"
+#include "channels/IecNames.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "ProcessImageSvg.h"
+#include "channels/ProcessImageSvg.h"
 
 #include "ChannelMaps.h"
 #include "ShownText.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ChannelMap.h"
+#include "channels/ChannelMap.h"
 
 #include <fmt/format.h>
 

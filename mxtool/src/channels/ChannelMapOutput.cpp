@@ -1,4 +1,4 @@
-#include "ChannelMapOutput.h"
+#include "channels/ChannelMapOutput.h"
 
 #include "Csv.h"
 #include "ShownText.h"

@@ -1,4 +1,4 @@
-#include "IecNames.h"
+#include "channels/IecNames.h"
 
 #include <gtest/gtest.h>
 

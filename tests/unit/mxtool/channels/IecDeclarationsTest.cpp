@@ -1,4 +1,4 @@
-#include "IecDeclarations.h"
+#include "channels/IecDeclarations.h"
 
 #include "ChannelMaps.h"
 

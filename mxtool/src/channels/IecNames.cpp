@@ -1,4 +1,4 @@
-#include "IecNames.h"
+#include "channels/IecNames.h"
 
 #include "ShownText.h"
 #include "TextWidth.h"

@@ -1,4 +1,4 @@
-#include "ProcessImage.h"
+#include "channels/ProcessImage.h"
 
 #include "ChannelMaps.h"
 #include "TextWidth.h"

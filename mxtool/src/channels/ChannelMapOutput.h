@@ -1,7 +1,7 @@
 #pragma once
 
 #include "DeviceJson.h"
-#include "ProcessImage.h"
+#include "channels/ProcessImage.h"
 
 namespace mxtool {
 

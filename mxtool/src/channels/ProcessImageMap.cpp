@@ -1,4 +1,4 @@
-#include "ProcessImageMap.h"
+#include "channels/ProcessImageMap.h"
 
 #include "TextWidth.h"
 

@@ -1,4 +1,4 @@
-#include "ProcessImage.h"
+#include "channels/ProcessImage.h"
 
 #include "ShownText.h"
 #include "TextWidth.h"
