@@ -1,3 +1,4 @@
+#include "TemporaryDirectory.h"
 #include "ToolProcess.h"
 
 #include <gmock/gmock.h>
@@ -37,9 +38,21 @@ Example exampleOf(const std::string& help)
 class HelpOfVerb : public testing::TestWithParam<const char*>
 {};
 
+// The text with every `from` in it replaced.
+std::string replaced(std::string text, const std::string& from, const std::string& to)
+{
+    for (std::size_t at = text.find(from); at != std::string::npos;
+         at = text.find(from, at + to.size())) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
 TEST_P(HelpOfVerb, endsWithAnExampleThatPrintsWhatItSays)
 {
-    runTool({"populate", "examples/modules", "--db", "sqlite:/tmp/devices.sqlite"});
+    // The examples say /tmp; each run has a folder of its own, for others may run beside it.
+    const testkit::TemporaryDirectory own;
+    runTool({"populate", "examples/modules", "--db", "sqlite:" + own.path("devices.sqlite")});
     std::vector<std::string> call = tooltest::words(GetParam());
     call.emplace_back("--help");
     const ToolRun help = runTool(call);
@@ -47,8 +60,10 @@ TEST_P(HelpOfVerb, endsWithAnExampleThatPrintsWhatItSays)
     EXPECT_EQ(help.err, "");
 
     const Example example = exampleOf(help.out);
-    const ToolRun shown = runTool(tooltest::words(example.command));
-    EXPECT_EQ(shown.err + shown.out, example.output) << example.command;
+    const ToolRun shown =
+        runTool(tooltest::words(replaced(example.command, "/tmp/", own.path() + "/")));
+    EXPECT_EQ(replaced(shown.err + shown.out, own.path() + "/", "/tmp/"), example.output)
+        << example.command;
 }
 
 INSTANTIATE_TEST_SUITE_P(Verbs, HelpOfVerb,
