@@ -35,15 +35,32 @@ function(parser_mx_rules target)
     endif()
 endfunction()
 
-# A shared library made of object libraries, with its version and its package target name.
-# VERSION is the full version; its first number is the SONAME's.
-function(parser_mx_shared_library target version)
+# A library made of object libraries, with its version, the map of what it exports and its package
+# target name. The first number of the version is the SONAME's.
+function(parser_mx_library target version map)
+    cmake_parse_arguments(ARG "" "" "OBJECTS" ${ARGN})
+    list(TRANSFORM ARG_OBJECTS REPLACE "(.+)" "$<TARGET_OBJECTS:\\1>")
+    if(PARSER_MX_STATIC)
+        add_library(${target} STATIC ${ARG_OBJECTS})
+    else()
+        add_library(${target} SHARED ${ARG_OBJECTS})
+        parser_mx_link_rules(${target} ${CMAKE_CURRENT_SOURCE_DIR}/${map})
+    endif()
+    add_library(parser-mx::${target} ALIAS ${target})
+    parser_mx_rules(${target})
     string(REGEX MATCH "^[0-9]+" soversion ${version})
     set_target_properties(${target} PROPERTIES VERSION ${version} SOVERSION ${soversion})
+    target_include_directories(
+        ${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>)
+endfunction()
+
+# Link rules of a shared library: it exports what the map names, and finds all that it needs.
+function(parser_mx_link_rules target map)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${map})
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS ${map})
     target_link_options(${target} PRIVATE -Wl,--as-needed)
     if(NOT PARSER_MX_SANITIZE)
         # A sanitizer's own functions come from the program, so they stay undefined here.
         target_link_options(${target} PRIVATE -Wl,--no-undefined)
     endif()
-    add_library(parser-mx::${target} ALIAS ${target})
 endfunction()

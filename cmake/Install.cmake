@@ -1,0 +1,97 @@
+# What `cmake --install` puts where. Each component is one Debian package.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/parser-mx)
+set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# In a prefix of its own everything is found from where it lies, so that the prefix can be moved.
+# Below /usr the system's search order holds, in which a host's own companion library comes first.
+set(relocatable_rpath "")
+if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    file(RELATIVE_PATH bin_to_lib /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
+    set(relocatable_rpath "$ORIGIN" "$ORIGIN/${bin_to_lib}")
+endif()
+
+# Installs one library, its links and its headers into their packages.
+function(parser_mx_install_library target component)
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "${relocatable_rpath}")
+    install(
+        TARGETS ${target}
+        EXPORT parser-mx-targets
+        LIBRARY COMPONENT ${component} NAMELINK_COMPONENT dev
+        ARCHIVE COMPONENT dev
+        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+endfunction()
+
+parser_mx_install_library(parser-mx parser)
+parser_mx_install_library(mxfileext mxfileext)
+parser_mx_install_library(device-database database)
+install(
+    TARGETS datamodel
+    EXPORT parser-mx-targets
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+foreach(room datamodel devicedb mxfileext vendor/mx)
+    install(
+        DIRECTORY ${PROJECT_SOURCE_DIR}/${room}/include/
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+        COMPONENT dev)
+endforeach()
+
+# The CMake package. A static library brings its own needs to whoever links it.
+set(poco_components Foundation)
+if(PARSER_MX_STATIC)
+    list(APPEND poco_components Data DataSQLite)
+endif()
+list(JOIN poco_components " " poco_components)
+configure_package_config_file(
+    ${PROJECT_SOURCE_DIR}/cmake/parser-mx-config.cmake.in
+    ${PROJECT_BINARY_DIR}/parser-mx-config.cmake
+    INSTALL_DESTINATION ${package_dir}
+    NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(
+    ${PROJECT_BINARY_DIR}/parser-mx-config-version.cmake
+    COMPATIBILITY SameMajorVersion)
+install(
+    EXPORT parser-mx-targets
+    NAMESPACE parser-mx::
+    DESTINATION ${package_dir}
+    COMPONENT dev)
+install(
+    FILES ${PROJECT_BINARY_DIR}/parser-mx-config.cmake
+          ${PROJECT_BINARY_DIR}/parser-mx-config-version.cmake
+    DESTINATION ${package_dir}
+    COMPONENT dev)
+
+# The pkg-config files say where they lie relative to the prefix.
+file(RELATIVE_PATH pkgconfig_to_prefix /${pkgconfig_dir} /)
+string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
+if(PARSER_MX_STATIC)
+    set(pkgconfig_requires Requires)
+    set(pkgconfig_driver_libs " -lPocoDataSQLite -lPocoData")
+else()
+    set(pkgconfig_requires Requires.private)
+    set(pkgconfig_driver_libs "")
+endif()
+foreach(name parser-mx mxfileext device-database)
+    get_target_property(library_version ${name} VERSION)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+    install(
+        FILES ${PROJECT_BINARY_DIR}/${name}.pc
+        DESTINATION ${pkgconfig_dir}
+        COMPONENT dev)
+endforeach()
+
+if(PARSER_MX_BUILD_TOOL)
+    set_target_properties(mxtool PROPERTIES INSTALL_RPATH "${relocatable_rpath}")
+    install(TARGETS mxtool RUNTIME COMPONENT tool)
+endif()
+
+install(
+    FILES README.md CHANGELOG.md
+    DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    COMPONENT dev)
+install(
+    DIRECTORY docs examples
+    DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    COMPONENT dev)

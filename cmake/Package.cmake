@@ -1,0 +1,71 @@
+# The Debian packages, one for each component of the installation; scripts/package builds them.
+set(CPACK_GENERATOR DEB)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL parser mxfileext database dev)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_PACKAGE_NAME parser-mx)
+set(CPACK_PACKAGE_CONTACT "kv38 device description maintainers <maintainers@example.invalid>")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(version ${PROJECT_VERSION})
+
+# What the binaries need of the system is read off them; what they need of each other is said below.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+
+# Describes one package: component, Debian name, section, summary and the lines below it.
+macro(parser_mx_package component name section summary)
+    string(TOUPPER ${component} upper)
+    set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${name})
+    set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section})
+    string(CONCAT CPACK_DEBIAN_${upper}_DESCRIPTION "${summary}\n" ${ARGN})
+    # A library tells the loader's cache that it came or went.
+    if("${section}" STREQUAL libs)
+        set(CPACK_DEBIAN_${upper}_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers)
+    endif()
+endmacro()
+
+parser_mx_package(
+    parser libparser-mx3 libs "device-description parser of the kv38 module family"
+    "Turns binary mx files, one per I/O module type, into devices with channels, "
+    "parameters and properties, and computes the parameter image of a configured "
+    "module.")
+# A host with a companion library or a device database of its own provides these names itself.
+set(CPACK_DEBIAN_PARSER_PACKAGE_DEPENDS
+    "libmxfileext1 (>= ${version}) | mxfileext-1, libdevice-database1 (>= ${version}) | device-database-1")
+
+parser_mx_package(
+    mxfileext libmxfileext1 libs "coding of parameter values of kv38 modules"
+    "The companion library of libparser-mx3: it reads, converts and sets the values "
+    "in a parameter image.")
+set(CPACK_DEBIAN_MXFILEEXT_PACKAGE_PROVIDES mxfileext-1)
+
+parser_mx_package(
+    database libdevice-database1 libs "device database of kv38 modules"
+    "Stores one record for each module type that libparser-mx3 reads.")
+set(CPACK_DEBIAN_DATABASE_PACKAGE_PROVIDES device-database-1)
+
+parser_mx_package(
+    dev libparser-mx-dev libdevel "device-description parser of the kv38 module family, development"
+    "Headers, CMake package, pkg-config files, documents and examples.")
+set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
+    "libparser-mx3 (= ${version}), libmxfileext1 (= ${version}), libdevice-database1 (= ${version}), libpoco-dev (>= 1.11)")
+set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
+
+if(PARSER_MX_BUILD_TOOL)
+    list(APPEND CPACK_COMPONENTS_ALL tool)
+    parser_mx_package(
+        tool mxtool utils "device descriptions of kv38 modules on the command line"
+        "Shows what an mx file describes, configures a module and keeps a device "
+        "database.")
+    set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
+        "libparser-mx3 (= ${version}), libmxfileext1 (>= ${version}) | mxfileext-1, libdevice-database1 (= ${version})")
+endif()
+
+# With static libraries there is but one package to build a host with; it is left to the installation.
+if(NOT PARSER_MX_STATIC)
+    include(CPack)
+endif()

@@ -1,0 +1,64 @@
+// A Modbus TCP server on this machine with 256 registers. It prints the free port that it took, and
+// answers one client until that hangs up.
+
+#include <modbus.h>
+
+#include <arpa/inet.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <iostream>
+#include <memory>
+
+namespace {
+
+constexpr int registerCount = 256;
+
+int failed(const char* what)
+{
+    std::cerr << "modbus-server: " << what << ": " << modbus_strerror(errno) << '\n';
+    return 1;
+}
+
+int portOf(int listener)
+{
+    sockaddr_in address{};
+    socklen_t size = sizeof address;
+    getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
+    return ntohs(address.sin_port);
+}
+
+void serve(modbus_t* bus, modbus_mapping_t* registers)
+{
+    unsigned char request[MODBUS_TCP_MAX_ADU_LENGTH];
+    for (int size = 0; size != -1; size = modbus_receive(bus, request)) {
+        if (size > 0) {
+            modbus_reply(bus, request, size, registers);
+        }
+    }
+}
+
+} // namespace
+
+int main()
+{
+    const std::unique_ptr<modbus_t, decltype(&modbus_free)> bus(modbus_new_tcp("127.0.0.1", 0),
+                                                                &modbus_free);
+    const std::unique_ptr<modbus_mapping_t, decltype(&modbus_mapping_free)> registers(
+        modbus_mapping_new(0, 0, registerCount, 0), &modbus_mapping_free);
+    if (!bus || !registers) {
+        return failed("no memory");
+    }
+    int listener = modbus_tcp_listen(bus.get(), 1);
+    if (listener == -1) {
+        return failed("cannot listen");
+    }
+    std::cout << portOf(listener) << std::endl;
+    if (modbus_tcp_accept(bus.get(), &listener) == -1) {
+        return failed("no client");
+    }
+    serve(bus.get(), registers.get());
+    modbus_close(bus.get());
+    close(listener);
+    return 0;
+}
