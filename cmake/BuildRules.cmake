@@ -35,6 +35,15 @@ function(parser_mx_rules target)
     endif()
 endfunction()
 
+# A released library also tells its types, to abidw and the debugger; the packages are stripped of
+# that. Paths start at the root of the project: equal sources give equal bytes wherever they lie.
+function(parser_mx_library_rules target)
+    parser_mx_rules(${target})
+    set(type_options -g -fdebug-prefix-map=${PROJECT_SOURCE_DIR}/=
+                     -fdebug-prefix-map=${PROJECT_BINARY_DIR}=build)
+    target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:${type_options}>")
+endfunction()
+
 # A library made of object libraries, with its version, the map of what it exports and its package
 # target name. The first number of the version is the SONAME's.
 function(parser_mx_library target version map)
@@ -47,7 +56,7 @@ function(parser_mx_library target version map)
         parser_mx_link_rules(${target} ${CMAKE_CURRENT_SOURCE_DIR}/${map})
     endif()
     add_library(parser-mx::${target} ALIAS ${target})
-    parser_mx_rules(${target})
+    parser_mx_library_rules(${target})
     string(REGEX MATCH "^[0-9]+" soversion ${version})
     set_target_properties(${target} PROPERTIES VERSION ${version} SOVERSION ${soversion})
     target_include_directories(

@@ -4,6 +4,11 @@ include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/parser-mx)
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+set(documents_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/libparser-mx-dev)
+
+# The same permissions whatever the umask of who installs.
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 # In a prefix of its own everything is found from where it lies, so that the prefix can be moved.
 # Below /usr the system's search order holds, in which a host's own companion library comes first.
@@ -13,7 +18,7 @@ if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     set(relocatable_rpath "$ORIGIN" "$ORIGIN/${bin_to_lib}")
 endif()
 
-# Installs one library, its links and its headers into their packages.
+# Installs one library and its links into their packages.
 function(parser_mx_install_library target component)
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "${relocatable_rpath}")
     install(
@@ -37,6 +42,14 @@ foreach(room datamodel devicedb mxfileext vendor/mx)
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         COMPONENT dev)
 endforeach()
+
+# A store that the device database loads when it is asked for, so that its driver is nobody's need.
+if(TARGET device-database-postgresql)
+    set_target_properties(device-database-postgresql PROPERTIES INSTALL_RPATH "${relocatable_rpath}")
+    install(
+        TARGETS device-database-postgresql
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/device-database COMPONENT postgresql)
+endif()
 
 # The CMake package. A static library brings its own needs to whoever links it.
 set(poco_components Foundation)
@@ -85,13 +98,22 @@ endforeach()
 if(PARSER_MX_BUILD_TOOL)
     set_target_properties(mxtool PROPERTIES INSTALL_RPATH "${relocatable_rpath}")
     install(TARGETS mxtool RUNTIME COMPONENT tool)
+    # Manual pages and completions, as far as the build writes them: share/man/man1/*.1,
+    # share/bash-completion/completions/mxtool, share/zsh/site-functions/_mxtool.
+    foreach(pages man bash-completion zsh)
+        install(
+            DIRECTORY ${PROJECT_BINARY_DIR}/share/${pages}
+            DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}
+            COMPONENT tool
+            OPTIONAL)
+    endforeach()
 endif()
 
 install(
     FILES README.md CHANGELOG.md
-    DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    DESTINATION ${documents_dir}
     COMPONENT dev)
 install(
     DIRECTORY docs examples
-    DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    DESTINATION ${documents_dir}
     COMPONENT dev)

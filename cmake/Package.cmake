@@ -5,27 +5,26 @@ set(CPACK_COMPONENTS_ALL parser mxfileext database dev)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_PACKAGE_NAME parser-mx)
 set(CPACK_PACKAGE_CONTACT "kv38 device description maintainers <maintainers@example.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
 set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS ${CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-set(version ${PROJECT_VERSION})
 
 # What the binaries need of the system is read off them; what they need of each other is said below.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+set(same "(= ${PROJECT_VERSION})")
+set(since "(>= ${PROJECT_VERSION})")
 
-# Describes one package: component, Debian name, section, summary and the lines below it.
+# Describes one package: component, Debian name, section, summary and the text below it.
 macro(parser_mx_package component name section summary)
     string(TOUPPER ${component} upper)
     set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${name})
     set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section})
     string(CONCAT CPACK_DEBIAN_${upper}_DESCRIPTION "${summary}\n" ${ARGN})
-    # A library tells the loader's cache that it came or went.
-    if("${section}" STREQUAL libs)
-        set(CPACK_DEBIAN_${upper}_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers)
-    endif()
 endmacro()
 
 parser_mx_package(
@@ -35,7 +34,7 @@ parser_mx_package(
     "module.")
 # A host with a companion library or a device database of its own provides these names itself.
 set(CPACK_DEBIAN_PARSER_PACKAGE_DEPENDS
-    "libmxfileext1 (>= ${version}) | mxfileext-1, libdevice-database1 (>= ${version}) | device-database-1")
+    "libmxfileext1 ${since} | mxfileext-1, libdevice-database1 ${since} | device-database-1")
 
 parser_mx_package(
     mxfileext libmxfileext1 libs "coding of parameter values of kv38 modules"
@@ -48,11 +47,22 @@ parser_mx_package(
     "Stores one record for each module type that libparser-mx3 reads.")
 set(CPACK_DEBIAN_DATABASE_PACKAGE_PROVIDES device-database-1)
 
+# The store in a PostgreSQL server is a package of its own: recommended, and not needed.
+if(TARGET device-database-postgresql)
+    list(APPEND CPACK_COMPONENTS_ALL postgresql)
+    parser_mx_package(
+        postgresql libdevice-database1-postgresql libs "device database of kv38 modules, PostgreSQL"
+        "Lets libdevice-database1 keep its records in a PostgreSQL server.")
+    set(CPACK_DEBIAN_POSTGRESQL_PACKAGE_DEPENDS "libdevice-database1 ${same}")
+    set(CPACK_DEBIAN_DATABASE_PACKAGE_RECOMMENDS libdevice-database1-postgresql)
+endif()
+
 parser_mx_package(
     dev libparser-mx-dev libdevel "device-description parser of the kv38 module family, development"
     "Headers, CMake package, pkg-config files, documents and examples.")
-set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
-    "libparser-mx3 (= ${version}), libmxfileext1 (= ${version}), libdevice-database1 (= ${version}), libpoco-dev (>= 1.11)")
+string(CONCAT CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
+    "libparser-mx3 ${same}, libmxfileext1 ${same}, libdevice-database1 ${same}, "
+    "libpoco-dev (>= 1.11)")
 set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
 
 if(PARSER_MX_BUILD_TOOL)
@@ -61,11 +71,11 @@ if(PARSER_MX_BUILD_TOOL)
         tool mxtool utils "device descriptions of kv38 modules on the command line"
         "Shows what an mx file describes, configures a module and keeps a device "
         "database.")
-    set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
-        "libparser-mx3 (= ${version}), libmxfileext1 (>= ${version}) | mxfileext-1, libdevice-database1 (= ${version})")
+    string(CONCAT CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
+        "libparser-mx3 ${same}, libmxfileext1 ${since} | mxfileext-1, libdevice-database1 ${same}")
 endif()
 
-# With static libraries there is but one package to build a host with; it is left to the installation.
-if(NOT PARSER_MX_STATIC)
+# Packages hold the shared libraries, laid out for /usr; anything else is left to the installation.
+if(CMAKE_INSTALL_PREFIX STREQUAL "/usr" AND NOT PARSER_MX_STATIC)
     include(CPack)
 endif()
