@@ -36,12 +36,10 @@ function(parser_mx_rules target)
 endfunction()
 
 # A released library also tells its types, to abidw and the debugger; the packages are stripped of
-# that. Paths start at the root of the project: equal sources give equal bytes wherever they lie.
+# that.
 function(parser_mx_library_rules target)
     parser_mx_rules(${target})
-    set(type_options -g -fdebug-prefix-map=${PROJECT_SOURCE_DIR}/=
-                     -fdebug-prefix-map=${PROJECT_BINARY_DIR}=build)
-    target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:${type_options}>")
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-g>)
 endfunction()
 
 # A library made of object libraries, with its version, the map of what it exports and its package
@@ -68,6 +66,9 @@ function(parser_mx_link_rules target map)
     target_link_options(${target} PRIVATE -Wl,--version-script=${map})
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${map})
     target_link_options(${target} PRIVATE -Wl,--as-needed)
+    # An identifier would come from the debug information, which names where the build lies: equal
+    # sources give equal packages without.
+    target_link_options(${target} PRIVATE -Wl,--build-id=none)
     if(NOT PARSER_MX_SANITIZE)
         # A sanitizer's own functions come from the program, so they stay undefined here.
         target_link_options(${target} PRIVATE -Wl,--no-undefined)
