@@ -45,7 +45,9 @@ endforeach()
 
 # A store that the device database loads when it is asked for, so that its driver is nobody's need.
 if(TARGET device-database-postgresql)
-    set_target_properties(device-database-postgresql PROPERTIES INSTALL_RPATH "${relocatable_rpath}")
+    if(relocatable_rpath)
+        set_target_properties(device-database-postgresql PROPERTIES INSTALL_RPATH "$ORIGIN/..")
+    endif()
     install(
         TARGETS device-database-postgresql
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/device-database COMPONENT postgresql)
