@@ -22,6 +22,10 @@ constexpr const char* footer = R"(Exit codes:
   3  an input cannot be read or is malformed
   4  an output or the database failed
 
+Environment:
+  DEVICE_DATABASE_URL  database of a call without --db
+  NO_COLOR             no colour, on a terminal neither
+
 Example:
   $ mxtool groups examples/modules/MX0001.bin
   Group  Name             Payload at      Size
@@ -34,35 +38,44 @@ Example:
 
 void addGlobalOptions(CLI::App& program, GlobalOptions& options)
 {
+    program.name("mxtool");
+    program.description(description);
     program.set_version_flag("--version", "mxtool " MXTOOL_VERSION);
     program.add_flag("-q,--quiet", options.quiet, "Print results only, no closing lines");
     program
         .add_option("--log-level", options.logLevel,
-                    "Least priority of the parser's log lines shown: none, fatal, critical, error, "
-                    "warning, notice, information, debug, trace")
+                    "Least priority of the parser's log lines shown")
         ->check(CLI::Validator(
             [](const std::string& level) {
                 return isLoggingLevel(level) ? "" : "\"" + level + "\" is no logging level";
             },
-            ""));
+            "{none,fatal,critical,error,warning,notice,information,debug,trace}"));
     program.fallthrough();
     program.require_subcommand(1);
     program.footer(footer);
 }
 
-// Runs what the call asks for. Failures come out as exceptions.
-ExitCode runVerb(CLI::App& program, std::vector<std::string> arguments)
+} // namespace
+
+void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& choose)
 {
-    GlobalOptions options;
     addGlobalOptions(program, options);
-    VerbAction action;
-    const VerbChoice choose = [&action](VerbAction chosen) { action = std::move(chosen); };
     addGroupsVerb(program, options, choose);
     addShowVerb(program, options, choose);
     addConfigVerb(program, options, choose);
     addChannelsVerb(program, options, choose);
     addPopulateVerb(program, options, choose);
     addDevicesVerb(program, options, choose);
+}
+
+namespace {
+
+// Runs what the call asks for. Failures come out as exceptions.
+ExitCode runVerb(CLI::App& program, std::vector<std::string> arguments)
+{
+    GlobalOptions options;
+    VerbAction action;
+    defineProgram(program, options, [&action](VerbAction chosen) { action = std::move(chosen); });
     std::reverse(arguments.begin(), arguments.end()); // as CLI11 takes them
     program.parse(arguments);
     return action();
@@ -83,7 +96,7 @@ ExitCode endOfParsing(const CLI::App& program, const CLI::ParseError& end)
 
 ExitCode runReporting(std::vector<std::string> arguments)
 {
-    CLI::App program(description, "mxtool");
+    CLI::App program;
     try {
         try {
             return runVerb(program, std::move(arguments));

@@ -15,7 +15,8 @@ void addModuleOptions(CLI::App& verb, ModuleOptions& options)
     verb.add_option("--out-offset", options.outOffset,
                     "Byte at which the module's output data begins");
     verb.add_option("--param-block", options.parameterBlockFile,
-                    "File whose bytes replace the default parameter block");
+                    "File whose bytes replace the default parameter block")
+        ->type_name("FILE");
 }
 
 TranslatedModule::TranslatedModule(const ModuleOptions& options, const std::string& logLevel)

@@ -22,6 +22,10 @@ using VerbAction = std::function<ExitCode()>;
 /// Says how a verb runs; the last verb found in the command line is the one that is run.
 using VerbChoice = std::function<void(VerbAction)>;
 
+/// Adds every option and verb to the program: what can be called, and the one list of it. `options`
+/// outlives the program.
+void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& choose);
+
 // Each adds its verb to the program. `options` outlives the action.
 
 void addGroupsVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);

@@ -80,10 +80,12 @@ void addOptions(CLI::App& verb, ChannelsOptions& options)
     addModuleOptions(verb, options.module);
     verb.add_option("--format", options.format, "text, json, csv or st (IEC 61131-3 declarations)")
         ->check(CLI::IsMember({"text", "json", "csv", "st"}));
-    verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
+    verb.add_option("-o,--output", options.output, "Write to this file, - for standard output")
+        ->type_name("FILE");
     verb.add_option("--picture", options.picture,
                     "Draw the process images to this SVG file as well; - for standard output, in "
-                    "place of the list");
+                    "place of the list")
+        ->type_name("FILE");
     verb.add_flag("--map", options.map, "Draw the process images above the list");
 }
 

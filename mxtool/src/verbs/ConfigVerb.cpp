@@ -295,9 +295,10 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
         "NAME=VALUE, repeatable. NAME: the parameter's name, CHANNEL/NAME or #ID; VALUE: the text "
         "of an option or a number, in physical units where the parameter has some, #N for the "
         "option of number N");
-    set->expected(1)->take_all();
+    set->expected(1)->take_all()->type_name("NAME=VALUE");
     auto* const values =
-        verb.add_option("--values", options.valuesFile, "YAML or JSON file of names and values");
+        verb.add_option("--values", options.valuesFile, "YAML or JSON file of names and values")
+            ->type_name("FILE");
     auto* const force =
         verb.add_flag("--force", options.force, "Accept numbers outside the range or option list");
     verb.add_option("--decode", options.decode,
@@ -312,7 +313,8 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
     verb.add_option("--format", options.format,
                     "text, json, csv or binary; binary is the default with -o FILE")
         ->check(CLI::IsMember({"text", "json", "csv", "binary"}));
-    verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
+    verb.add_option("-o,--output", options.output, "Write to this file, - for standard output")
+        ->type_name("FILE");
 }
 
 } // namespace

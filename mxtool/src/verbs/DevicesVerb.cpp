@@ -176,10 +176,12 @@ void addDevicesVerb(CLI::App& program, const GlobalOptions& /*options*/, const V
                      "Show this module's record in full; eight hexadecimal digits");
     verb->add_option("--db", options->databaseUrl,
                      "Database URL, sqlite:PATH; without it the one of DEVICE_DATABASE_URL, else "
-                     "sqlite:devices.sqlite");
+                     "sqlite:devices.sqlite")
+        ->type_name("URL");
     verb->add_option("--format", options->format, "text, json or csv")
         ->check(CLI::IsMember({"text", "json", "csv"}));
-    verb->add_option("-o,--output", options->output, "Write to this file, - for standard output");
+    verb->add_option("-o,--output", options->output, "Write to this file, - for standard output")
+        ->type_name("FILE");
     verb->footer(footer);
     verb->callback([options, choose] { choose([options] { return showDevices(*options); }); });
 }

@@ -117,7 +117,8 @@ void addGroupsVerb(CLI::App& program, const GlobalOptions& /*options*/, const Ve
     verb->add_option("FILE", options->file, "The mx file, - for standard input")->required();
     verb->add_option("--format", options->format, "text, json or csv")
         ->check(CLI::IsMember({"text", "json", "csv"}));
-    verb->add_option("-o,--output", options->output, "Write to this file, - for standard output");
+    verb->add_option("-o,--output", options->output, "Write to this file, - for standard output")
+        ->type_name("FILE");
     verb->footer(footer);
     verb->callback([options, choose] { choose([options] { return listGroupsOf(*options); }); });
 }

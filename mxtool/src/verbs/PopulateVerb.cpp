@@ -89,7 +89,8 @@ void addPopulateVerb(CLI::App& program, const GlobalOptions& global, const VerbC
     verb->add_option("DIRECTORY", options->directory, "Holds the files MX*.bin")->required();
     verb->add_option("--db", options->databaseUrl,
                      "Database URL, sqlite:PATH; without it the one of DEVICE_DATABASE_URL, else "
-                     "sqlite:devices.sqlite");
+                     "sqlite:devices.sqlite")
+        ->type_name("URL");
     verb->footer(footer);
     verb->callback([options, choose, &global] {
         choose([options, &global] { return populate(*options, global); });

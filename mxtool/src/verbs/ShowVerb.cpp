@@ -60,7 +60,8 @@ void addShowVerb(CLI::App& program, const GlobalOptions& global, const VerbChoic
     addModuleOptions(*verb, options->module);
     verb->add_option("--format", options->format, "text or json")
         ->check(CLI::IsMember({"text", "json"}));
-    verb->add_option("-o,--output", options->output, "Write to this file, - for standard output");
+    verb->add_option("-o,--output", options->output, "Write to this file, - for standard output")
+        ->type_name("FILE");
     verb->footer(footer);
     verb->callback([options, choose, &global] {
         choose([options, &global] { return show(*options, global.logLevel); });

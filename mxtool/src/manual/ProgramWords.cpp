@@ -1,0 +1,150 @@
+#include "ProgramWords.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace mxtool::manual {
+
+namespace {
+
+bool holds(const std::string& text, const char* word)
+{
+    return text.find(word) != std::string::npos;
+}
+
+// The words between the braces of "TEXT:{text,json}", as CLI11 shows a set of choices.
+std::vector<std::string> choicesIn(const std::string& typeName)
+{
+    std::vector<std::string> choices;
+    const auto open = typeName.find('{');
+    const auto close = typeName.find('}', open);
+    if (open == std::string::npos || close == std::string::npos) {
+        return choices;
+    }
+    std::istringstream list(typeName.substr(open + 1, close - open - 1));
+    for (std::string word; std::getline(list, word, ',');) {
+        choices.push_back(word);
+    }
+    return choices;
+}
+
+// What completes a value that is called `value`. A name that says nothing, such as TEXT, may well
+// be that of a file.
+ValueKind kindOf(const std::string& value)
+{
+    if (holds(value, "DIRECTORY") || value == "DIR") {
+        return ValueKind::Directory;
+    }
+    for (const char* free : {"INT", "FLOAT", "ID", "URL", "="}) {
+        if (holds(value, free)) {
+            return ValueKind::FreeText;
+        }
+    }
+    return ValueKind::File;
+}
+
+std::vector<std::string> namesOf(const CLI::Option& option)
+{
+    std::vector<std::string> names;
+    for (const std::string& name : option.get_snames()) {
+        names.push_back("-" + name);
+    }
+    for (const std::string& name : option.get_lnames()) {
+        names.push_back("--" + name);
+    }
+    return names;
+}
+
+// The set of CLI11 is ordered by address.
+std::vector<std::string> excludedBy(const CLI::Option& option)
+{
+    std::vector<std::string> names;
+    for (const CLI::Option* other : option.get_excludes()) {
+        const std::vector<std::string> all = namesOf(*other);
+        names.push_back(all.empty() ? other->get_name(true, false) : all.back());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+OptionWords wordsOf(const CLI::Option& option)
+{
+    OptionWords words;
+    words.names = namesOf(option);
+    words.description = option.get_description();
+    words.excludes = excludedBy(option);
+    words.required = option.get_required();
+    words.repeatable = option.get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll ||
+                       option.get_items_expected_max() > 1;
+    if (option.get_items_expected_max() == 0) {
+        return words;
+    }
+    const std::string typeName = option.get_type_name();
+    const std::string type = typeName.substr(0, typeName.find(':'));
+    words.choices = choicesIn(typeName);
+    words.value = option.get_positional() ? option.get_name(true, false) : type;
+    words.kind = words.choices.empty() ? kindOf(words.value) : ValueKind::Choice;
+    return words;
+}
+
+// "Title:" at the beginning of a line opens a section, two blanks stand before each of its lines.
+std::vector<Section> sectionsOf(const std::string& footer)
+{
+    std::vector<Section> sections;
+    std::istringstream lines(footer);
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.empty() && line[0] != ' ' && line.back() == ':') {
+            line.pop_back();
+            sections.push_back({line, ""});
+        } else if (!sections.empty()) {
+            sections.back().text += (line.compare(0, 2, "  ") == 0 ? line.substr(2) : line) + "\n";
+        }
+    }
+    for (Section& section : sections) {
+        section.text.erase(section.text.find_last_not_of('\n') + 1);
+    }
+    return sections;
+}
+
+void addOptionsOf(const CLI::App& app, VerbWords& words)
+{
+    for (const CLI::Option* option : app.get_options()) {
+        // An option of no group is hidden. A group of options has a help of its own.
+        const bool isSecondHelp = app.get_name().empty() && option == app.get_help_ptr();
+        if (!option->get_group().empty() && !isSecondHelp) {
+            (option->get_positional() ? words.arguments : words.options)
+                .push_back(wordsOf(*option));
+        }
+    }
+}
+
+VerbWords wordsOfVerb(CLI::App& app)
+{
+    VerbWords words;
+    words.name = app.get_name();
+    words.description = app.get_description();
+    words.sections = sectionsOf(app.get_footer());
+    addOptionsOf(app, words);
+    for (const CLI::App* part : app.get_subcommands([](CLI::App* sub) {
+             return sub->get_name().empty(); // a group of options
+         })) {
+        addOptionsOf(*part, words);
+    }
+    return words;
+}
+
+} // namespace
+
+ProgramWords wordsOf(CLI::App& program)
+{
+    ProgramWords words;
+    words.program = wordsOfVerb(program);
+    words.version = program.version();
+    for (CLI::App* verb : program.get_subcommands(
+             [](CLI::App* sub) { return !sub->get_name().empty() && !sub->get_group().empty(); })) {
+        words.verbs.push_back(wordsOfVerb(*verb));
+    }
+    return words;
+}
+
+} // namespace mxtool::manual

@@ -1,0 +1,154 @@
+#include "ShellCompletion.h"
+
+#include <fmt/format.h>
+
+namespace mxtool::manual {
+
+namespace {
+
+constexpr const char* script = R"(#compdef {0}
+# zsh completion of {0}; made from the program's own options
+
+_{0}() {{
+    local curcontext=$curcontext state state_descr line ret=1
+    typeset -A opt_args
+    local -a common verbs
+    common=(
+{1}    )
+    verbs=(
+{2}    )
+    _arguments -C $common '1: :->verb' '*:: :->rest' && ret=0
+    case $state in
+        verb) _describe -t verbs verb verbs && ret=0 ;;
+        rest)
+            curcontext="${{curcontext%:*}}-$line[1]:"
+            case $line[1] in
+{3}            esac
+            ;;
+    esac
+    return ret
+}}
+
+_{0} "$@"
+)";
+
+// `text` with a backslash in front of each character of `special`.
+std::string escaped(const std::string& text, const std::string& special)
+{
+    std::string result;
+    for (const char c : text) {
+        if (special.find(c) != std::string::npos) {
+            result += '\\';
+        }
+        result += c;
+    }
+    return result;
+}
+
+// One word of the shell that means `text` itself.
+std::string quoted(const std::string& text)
+{
+    std::string result = "'";
+    for (const char c : text) {
+        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return result + "'";
+}
+
+std::string action(const OptionWords& option)
+{
+    switch (option.kind) {
+    case ValueKind::Choice: {
+        std::string words;
+        for (const std::string& choice : option.choices) {
+            words += (words.empty() ? "" : " ") + escaped(choice, "\\ :()");
+        }
+        return "(" + words + ")";
+    }
+    case ValueKind::File:
+        return "_files";
+    case ValueKind::Directory:
+        return "_files -/";
+    default:
+        return " ";
+    }
+}
+
+// ":what it is called:what completes it"
+std::string valueSpec(const OptionWords& option)
+{
+    return option.kind == ValueKind::None
+               ? ""
+               : ":" + escaped(option.value, "\\:") + ":" + action(option);
+}
+
+// The names that may not stand behind `option` any more: its own and those that it excludes.
+std::string exclusions(const OptionWords& option)
+{
+    std::vector<std::string> names = option.excludes;
+    if (!option.repeatable) {
+        names.insert(names.begin(), option.names.begin(), option.names.end());
+    }
+    return names.empty() ? "" : fmt::format("({})", fmt::join(names, " "));
+}
+
+// One specification for each name of the option.
+std::string optionSpecs(const OptionWords& option, const std::string& indent)
+{
+    std::string lines;
+    for (const std::string& name : option.names) {
+        const bool isLong = name.compare(0, 2, "--") == 0;
+        const std::string joining = option.kind == ValueKind::None ? "" : isLong ? "=" : "+";
+        lines += indent +
+                 quoted(exclusions(option) + (option.repeatable ? "*" : "") + name + joining + "[" +
+                        escaped(option.description, "\\[]:") + "]" + valueSpec(option)) +
+                 "\n";
+    }
+    return lines;
+}
+
+std::string argumentSpecs(const std::vector<OptionWords>& arguments, const std::string& indent)
+{
+    std::string lines;
+    int place = 1;
+    for (const OptionWords& argument : arguments) {
+        const std::string number = argument.repeatable ? "*" : std::to_string(place++);
+        lines += indent + quoted(number + valueSpec(argument)) + "\n";
+    }
+    return lines;
+}
+
+std::string caseOfVerb(const VerbWords& verb)
+{
+    const std::string indent(20, ' ');
+    std::string specs = indent + "$common\n";
+    for (const OptionWords& option : verb.options) {
+        if (option.names.back() != "--help") { // among the common ones already
+            specs += optionSpecs(option, indent);
+        }
+    }
+    specs += argumentSpecs(verb.arguments, indent);
+    return fmt::format("                {}) local -a words_of_verb=(\n{}                )\n"
+                       "                    _arguments $words_of_verb && ret=0 ;;\n",
+                       verb.name, specs);
+}
+
+} // namespace
+
+std::string zshCompletion(const ProgramWords& words)
+{
+    const std::string indent(8, ' ');
+    std::string common;
+    for (const OptionWords& option : words.program.options) {
+        common += optionSpecs(option, indent);
+    }
+    std::string verbs;
+    std::string cases;
+    for (const VerbWords& verb : words.verbs) {
+        verbs += indent + quoted(escaped(verb.name, "\\:") + ":" + verb.description) + "\n";
+        cases += caseOfVerb(verb);
+    }
+    return fmt::format(script, words.program.name, common, verbs, cases);
+}
+
+} // namespace mxtool::manual
