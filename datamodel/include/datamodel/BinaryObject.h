@@ -16,7 +16,7 @@ public:
     std::string name;                             ///< For example "productImage".
     std::string mimeType;                         ///< For example "image/svgz".
     std::string encoding;                         ///< For example "base64".
-    std::string data;                             ///< The encoded content.
+    std::string data;                             ///< The encoded content, on one line.
 };
 
 } // namespace datamodel

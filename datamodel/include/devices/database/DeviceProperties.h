@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+/// Records of module types, and the database that keeps them.
 namespace devices::database {
 
 /// The device database record of one module type.
@@ -16,6 +17,7 @@ namespace devices::database {
 class DATAMODEL_API DeviceProperties
 {
 public:
+    /// Bytes with shared ownership; the count of owners may change in any thread.
     using Bytes = Poco::SharedPtr<std::vector<char>>;
 
     /// Leaves the texts empty and creates the three byte vectors empty. The two sizes are set by

@@ -24,6 +24,7 @@ public:
     class DEVICE_DATABASE_API Transaction
     {
     public:
+        /// Takes the transaction over; `other` has none left.
         Transaction(Transaction&& other) noexcept;
         Transaction& operator=(Transaction&& other) = delete;
         /// Takes every change of the transaction back unless it was committed.

@@ -12,10 +12,11 @@ PARSER_MX_API std::string u32AsHex(std::uint32_t value); ///< Eight lower-case d
 PARSER_MX_API std::string u16AsHex(std::uint16_t value); ///< Four lower-case digits, no prefix.
 PARSER_MX_API std::string u8AsHex(std::uint8_t value);   ///< Two lower-case digits, no prefix.
 
-/// Returns each of the `length` bytes at `data` as two digits, separated by one blank.
+/// Returns each of the `length` bytes at `data` as two lower-case digits, separated by one blank;
+/// for no bytes the empty text.
 PARSER_MX_API std::string bufferAsHex(const std::uint8_t* data, unsigned int length);
 
-/// Returns each byte of `buffer` as two digits, separated by one blank.
+/// Returns each byte of `buffer` in the same form.
 PARSER_MX_API std::string bufferAsHex(const std::vector<char>& buffer);
 
 /// Returns `text` padded on the right with blanks to `width` bytes; a longer text is never cut.

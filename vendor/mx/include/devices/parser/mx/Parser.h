@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+/// The parser of mx files, and the container that they are.
 namespace devices::parser::mx {
 
 /// The container reader: indexes the groups of an mx buffer and gives access to them.
@@ -19,6 +20,7 @@ namespace devices::parser::mx {
 class PARSER_MX_API Parser
 {
 public:
+    /// Nothing is indexed yet: there are no groups.
     Parser() = default;
     virtual ~Parser();
 
@@ -31,7 +33,8 @@ public:
 
     /// Indexes the `length` bytes at `data`, replacing what was indexed before.
     ///
-    /// Throws on malformed framing; the groups before the malformed one stay indexed.
+    /// Throws `std::runtime_error` on malformed framing; the groups before the malformed one
+    /// stay indexed.
     void parse(const std::uint8_t* data, std::uint32_t length);
 
     /// The same for a buffer of `char`.
@@ -41,7 +44,8 @@ public:
     std::uint16_t calculateCrc(const std::uint8_t* data, std::uint32_t length);
 
     /// Returns the payload of the first group `id`, or null when there is none. Stores its size in
-    /// bytes in `*size` (may be null) when found. Never throws.
+    /// bytes in `*size` (may be null) when found. The payload is part of the indexed buffer. Never
+    /// throws.
     const std::uint8_t* getGroup(std::uint16_t id, std::uint32_t* size);
 
     /// Returns the value of the entry `key` of the text group `id`.

@@ -28,11 +28,15 @@ namespace devices::parser::mx {
 class PARSER_MX_API Parser_kv38 : public IDeviceParser, protected Parser
 {
 public:
+    /// The device that this parser builds.
     using DeviceP = IDeviceParser::BuiltDevice;
+    /// Its channels.
     using ChannelP = datamodel::Channel_p<MxChannelPrivateProps>;
+    /// Its parameters.
     using ParameterP = datamodel::Parameter_p<MxParameterPrivateProps>;
 
-    /// Takes the logger "mxparser-kv38" and sets its level to "information".
+    /// Takes the logger "mxparser-kv38" and sets its level to "information", for every holder of it
+    /// in the process.
     Parser_kv38();
     ~Parser_kv38() override;
 
