@@ -99,10 +99,10 @@ std::string optionSpecs(const OptionWords& option, const std::string& indent)
     for (const std::string& name : option.names) {
         const bool isLong = name.compare(0, 2, "--") == 0;
         const std::string joining = option.kind == ValueKind::None ? "" : isLong ? "=" : "+";
-        lines += indent +
-                 quoted(exclusions(option) + (option.repeatable ? "*" : "") + name + joining + "[" +
-                        escaped(option.description, "\\[]:") + "]" + valueSpec(option)) +
-                 "\n";
+        const std::string spec =
+            fmt::format("{}{}{}{}[{}]{}", exclusions(option), option.repeatable ? "*" : "", name,
+                        joining, escaped(option.description, "\\[]:"), valueSpec(option));
+        lines += fmt::format("{}{}\n", indent, quoted(spec));
     }
     return lines;
 }
@@ -113,7 +113,7 @@ std::string argumentSpecs(const std::vector<OptionWords>& arguments, const std::
     int place = 1;
     for (const OptionWords& argument : arguments) {
         const std::string number = argument.repeatable ? "*" : std::to_string(place++);
-        lines += indent + quoted(number + valueSpec(argument)) + "\n";
+        lines += fmt::format("{}{}\n", indent, quoted(number + valueSpec(argument)));
     }
     return lines;
 }

@@ -42,7 +42,7 @@ void writeManual(const fs::path& share)
 {
     CLI::App program;
     mxtool::GlobalOptions options;
-    mxtool::defineProgram(program, options, [](mxtool::VerbAction) {});
+    mxtool::defineProgram(program, options, [](const mxtool::VerbAction&) {});
     const auto words = mxtool::manual::wordsOf(program);
     const std::string& name = words.program.name;
 
