@@ -16,6 +16,9 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 # What the binaries need of the system is read off them; what they need of each other is said below.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+# A host's own package learns from the libraries what it needs, as these do from others.
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(same "(= ${PROJECT_VERSION})")
 set(since "(>= ${PROJECT_VERSION})")
 
