@@ -1,0 +1,59 @@
+#pragma once
+
+#include "mxauthor/groups/ChannelNames.h"
+#include "mxauthor/groups/Channels.h"
+#include "mxauthor/groups/Conversions.h"
+#include "mxauthor/groups/DataSizes.h"
+#include "mxauthor/groups/Entries.h"
+#include "mxauthor/groups/Extension.h"
+#include "mxauthor/groups/Header.h"
+#include "mxauthor/groups/Identity.h"
+#include "mxauthor/groups/OptionLists.h"
+#include "mxauthor/groups/ParameterBlock.h"
+#include "mxauthor/groups/Parameters.h"
+#include "mxauthor/groups/ProductImage.h"
+#include "mxauthor/groups/RawGroup.h"
+#include "mxauthor/groups/TextTable.h"
+
+#include <variant>
+
+namespace mxauthor {
+
+using GroupContent = std::variant<RawGroup, Header, Identity, ParameterBlock, DataSizes, Entries,
+                                  Parameters, OptionLists, Conversions, Channels, TextTable,
+                                  ChannelNames, Extension, ProductImage>;
+
+/// A group as it stands in an mx file.
+struct Group
+{
+    std::uint16_t id = 0;
+    Place place; ///< Of the whole group: identifier, length, payload, checksum.
+    GroupContent content;
+    Field<std::uint16_t> checksum;
+};
+
+/// An mx file as typed content, all of it: writing what was read gives the same bytes.
+struct MxFile
+{
+    std::vector<Group> groups; ///< In file order, repeated ones included.
+    Field<Bytes> tail;         ///< Bytes behind the last group, which nobody reads.
+};
+
+/// Reads the mx data `bytes` (those of the file, nothing behind them). A payload without the shape
+/// that its group's identifier asks for becomes a `RawGroup`. Throws `std::runtime_error` with the
+/// container reader's message when the framing does not hold.
+MxFile readMxFile(const std::vector<char>& bytes);
+
+/// Returns the bytes of `file`. Lengths and counts are computed, the header's content length is
+/// written as it stands. Throws `std::length_error` when a group would have more than 65,535 bytes,
+/// or a record more parts than its count can hold.
+Bytes writeMxFile(const MxFile& file);
+
+/// Returns the typed content of the payload `bytes` of a group `id` that starts at `offset` of the
+/// file; a `RawGroup` where it does not have the shape.
+GroupContent readPayload(std::uint16_t id, const Bytes& bytes, std::uint32_t offset);
+
+/// Returns the payload that `content` is written as.
+Bytes writePayload(const GroupContent& content);
+
+} // namespace mxauthor

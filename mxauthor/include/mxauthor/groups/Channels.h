@@ -1,0 +1,27 @@
+#pragma once
+
+#include "mxauthor/Field.h"
+
+namespace mxauthor {
+
+/// A channel record of group 0x20d0.
+struct ChannelRecord
+{
+    Field<std::uint8_t> number;
+    Field<std::uint8_t> kind; ///< Bit 7: input; bit 6: a flag; bits 0 to 4: kind.
+    Field<std::uint8_t> unread2;
+    Field<std::uint8_t> bitLength;
+    Field<std::uint8_t> bitOffset;
+    Field<std::uint8_t> unread5;
+    Field<std::uint8_t> wordCount; ///< Of `words`.
+    std::vector<Field<std::uint16_t>> words;
+};
+
+/// Group 0x20d0.
+struct Channels
+{
+    std::vector<ChannelRecord> records;
+    Field<Bytes> rest; ///< Bytes behind the last record that is whole.
+};
+
+} // namespace mxauthor

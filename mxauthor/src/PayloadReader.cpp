@@ -1,0 +1,79 @@
+#include "PayloadReader.h"
+
+#include <devices/parser/mx/ByteReaders.h>
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace mx = devices::parser::mx;
+
+PayloadReader::PayloadReader(std::uint16_t groupId, const Bytes& bytesOfGroup,
+                             std::uint32_t fileOffset)
+    : group(groupId), payload(bytesOfGroup), offset(fileOffset)
+{}
+
+// The one gate: every byte that is read comes through here.
+const std::uint8_t* PayloadReader::take(Place& place, std::size_t count)
+{
+    if (count > left()) {
+        throw UnexpectedShape();
+    }
+    place = {group, offset + static_cast<std::uint32_t>(pos), static_cast<std::uint32_t>(count)};
+    const std::uint8_t* const taken = payload.data() + pos;
+    pos += count;
+    return taken;
+}
+
+void PayloadReader::field(Field<std::uint8_t>& field)
+{
+    field.value = mx::readU8(take(field.place, 1));
+}
+
+void PayloadReader::field(Field<std::uint16_t>& field)
+{
+    field.value = mx::readU16BE(take(field.place, 2));
+}
+
+void PayloadReader::field(Field<std::uint32_t>& field)
+{
+    field.value = mx::readU32BE(take(field.place, 4));
+}
+
+void PayloadReader::field(Field<std::uint64_t>& field)
+{
+    field.value = mx::readU64BE(take(field.place, 8));
+}
+
+void PayloadReader::bytes(Field<Bytes>& field, std::size_t count)
+{
+    const std::uint8_t* const taken = take(field.place, count);
+    field.value.assign(taken, taken + count);
+}
+
+void PayloadReader::textUpTo(Field<std::string>& field, char stop)
+{
+    const auto from = payload.begin() + static_cast<std::ptrdiff_t>(pos);
+    const auto found = std::find(from, payload.end(), static_cast<std::uint8_t>(stop));
+    const auto count = static_cast<std::size_t>(found - from);
+    const std::uint8_t* const taken = take(field.place, count);
+    field.value.assign(taken, taken + count);
+}
+
+void PayloadReader::literal(char expected)
+{
+    Place ignored;
+    if (*take(ignored, 1) != static_cast<std::uint8_t>(expected)) {
+        throw UnexpectedShape();
+    }
+}
+
+std::uint8_t PayloadReader::peek(std::size_t ahead) const
+{
+    if (ahead >= left()) {
+        throw UnexpectedShape();
+    }
+    return payload[pos + ahead];
+}
+
+} // namespace mxauthor

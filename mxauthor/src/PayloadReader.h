@@ -1,0 +1,59 @@
+#pragma once
+
+#include "mxauthor/Field.h"
+
+#include <stdexcept>
+
+namespace mxauthor {
+
+/// Thrown by a reader when a payload does not have the shape that it expects.
+class UnexpectedShape : public std::runtime_error
+{
+public:
+    UnexpectedShape() : std::runtime_error("payload of another shape") {}
+};
+
+/// Reads fields from the start of a payload to its end, and never beyond: what does not fit throws
+/// `UnexpectedShape`. Its counterpart is `PayloadWriter`, so that one template lists the fields of
+/// a record for both.
+class PayloadReader
+{
+public:
+    /// `payload` outlives the reader and starts at `offset` of the file.
+    PayloadReader(std::uint16_t group, const Bytes& payload, std::uint32_t offset);
+
+    std::size_t left() const { return payload.size() - pos; }
+
+    void field(Field<std::uint8_t>& field);
+    void field(Field<std::uint16_t>& field);
+    void field(Field<std::uint32_t>& field);
+    void field(Field<std::uint64_t>& field);
+
+    /// Reads `count` bytes.
+    void bytes(Field<Bytes>& field, std::size_t count);
+
+    /// Reads all that is left.
+    void rest(Field<Bytes>& field) { bytes(field, left()); }
+
+    /// Reads a count, which is kept for its place; the parts follow it.
+    void count(Field<std::uint8_t>& field, std::size_t /*parts*/) { this->field(field); }
+
+    /// Reads text up to the byte in front of the next `stop`, which stays to be read.
+    void textUpTo(Field<std::string>& field, char stop);
+
+    /// Reads the byte `expected`.
+    void literal(char expected);
+
+    /// Returns the byte `ahead` bytes behind the next one. Throws when there is none.
+    std::uint8_t peek(std::size_t ahead) const;
+
+private:
+    const std::uint8_t* take(Place& place, std::size_t count);
+
+    std::uint16_t group;
+    const Bytes& payload;
+    std::uint32_t offset;
+    std::size_t pos = 0;
+};
+
+} // namespace mxauthor
