@@ -67,13 +67,18 @@ void appendGroup(Bytes& target, const Group& group)
 
 } // namespace
 
-MxFile readMxFile(const std::vector<char>& bytes)
+MxFile readWholeGroups(const std::vector<char>& bytes, std::string& failure)
 {
     if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
         throw std::runtime_error("More than 4 GiB, an mx file has 65535 bytes at most");
     }
+    failure.clear();
     Container container;
-    container.parse(bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+    try {
+        container.parse(bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+    } catch (const std::runtime_error& found) {
+        failure = found.what();
+    }
     const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
 
     // Groups stand back to back, so the order and the lengths give every place.
@@ -85,6 +90,16 @@ MxFile readMxFile(const std::vector<char>& bytes)
     }
     file.tail.value.assign(bytes.begin() + pos, bytes.end());
     file.tail.place = {0, pos, static_cast<std::uint32_t>(file.tail.value.size())};
+    return file;
+}
+
+MxFile readMxFile(const std::vector<char>& bytes)
+{
+    std::string failure;
+    MxFile file = readWholeGroups(bytes, failure);
+    if (!failure.empty()) {
+        throw std::runtime_error(failure);
+    }
     return file;
 }
 

@@ -66,6 +66,7 @@ void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& 
     addChannelsVerb(program, options, choose);
     addPopulateVerb(program, options, choose);
     addDevicesVerb(program, options, choose);
+    addCheckVerb(program, options, choose);
 }
 
 namespace {

@@ -34,5 +34,6 @@ void addConfigVerb(CLI::App& program, const GlobalOptions& options, const VerbCh
 void addChannelsVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addPopulateVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addDevicesVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+void addCheckVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 
 } // namespace mxtool

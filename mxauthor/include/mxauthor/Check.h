@@ -1,0 +1,52 @@
+#pragma once
+
+#include "mxauthor/Field.h"
+
+#include <string>
+#include <vector>
+
+namespace mxauthor {
+
+enum class Severity
+{
+    Note,    ///< Worth knowing; nothing goes wrong.
+    Warning, ///< Data that readers drop, or take otherwise than it looks.
+    Error    ///< The file is refused, or the module cannot be used as it is described.
+};
+
+/// Returns "error", "warning" or "note".
+const char* severityName(Severity severity);
+
+/// Something that an mx file has to keep to.
+struct CheckRule
+{
+    const char* name;
+    Severity severity;
+    const char* explanation; ///< What is wrong, and what readers make of it.
+    const char* example;     ///< A finding, as `describe` gives it.
+};
+
+/// Returns every rule, in the order in which the documentation lists them.
+const std::vector<CheckRule>& checkRules();
+
+/// Returns the rule `name`, null when there is none.
+const CheckRule* findRule(const std::string& name);
+
+/// A place where an mx file does not keep to a rule. Texts hold bytes of the file.
+struct Finding
+{
+    const CheckRule* rule = nullptr;
+    Place place;
+    bool inGroup = true; ///< False: it concerns the file, or bytes outside its groups.
+    std::string subject; ///< Such as `parameter 3 "Filter"`; may be empty.
+    std::string text;
+};
+
+/// Returns the finding as `group 20c0, parameter 3 "Filter": text`.
+std::string describe(const Finding& finding);
+
+/// Holds the mx data `bytes` (those of the file, nothing behind them) against every rule and lets
+/// the device parser read them. Returns all findings, ordered by their place in the file.
+std::vector<Finding> check(const std::vector<char>& bytes);
+
+} // namespace mxauthor

@@ -1,0 +1,30 @@
+#include "check/Findings.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace mxauthor {
+
+void Findings::add(const char* rule, const Place& place, const std::string& subject,
+                   const std::string& text)
+{
+    const CheckRule* const found = findRule(rule);
+    assert(found != nullptr);
+    all.push_back({found, place, true, subject, text});
+}
+
+void Findings::addToFile(const char* rule, const Place& place, const std::string& text)
+{
+    add(rule, place, "", text);
+    all.back().inGroup = false;
+}
+
+std::vector<Finding> Findings::sorted() &&
+{
+    std::stable_sort(all.begin(), all.end(), [](const Finding& a, const Finding& b) {
+        return a.place.offset < b.place.offset;
+    });
+    return std::move(all);
+}
+
+} // namespace mxauthor

@@ -1,0 +1,84 @@
+#include "check/Checks.h"
+
+#include <devices/parser/mx/ByteReaders.h>
+#include <devices/parser/mx/HexText.h>
+
+namespace mxauthor {
+
+namespace {
+
+namespace mx = devices::parser::mx;
+
+constexpr std::uint32_t contentLengthEnd = 6;
+
+// States what stands at `start`, where the container reader failed.
+std::string statedLength(const std::uint8_t* data, std::uint32_t start, std::size_t left)
+{
+    const std::uint16_t id = mx::readU16BE(data + start);
+    const std::uint16_t length = mx::readU16BE(data + start + 2);
+    std::string text = "group " + mx::u16AsHex(id) + " states a length of " +
+                       std::to_string(length) + " bytes, " + std::to_string(left) +
+                       " are left and " + (id == 0 ? "8" : "6") + " are the least";
+    if (id == 0 && left >= contentLengthEnd) {
+        text += "; content length " + std::to_string(mx::readU16BE(data + start + 4));
+    }
+    return text;
+}
+
+// The bytes from `start` that may hold groups: up to the content length, where a header in front
+// states one.
+std::size_t bytesLeft(const MxFile& file, std::uint32_t start, std::size_t size)
+{
+    for (const Group& group : file.groups) {
+        if (const auto* header = std::get_if<Header>(&group.content)) {
+            size = std::min<std::size_t>(size, header->contentLength.value);
+        }
+    }
+    return size > start ? size - start : 0;
+}
+
+void checkContentLength(const ModuleView& module, Findings& findings)
+{
+    const auto* const header = module.content<Header>(0x0000);
+    if (header == nullptr) {
+        findings.addToFile("header-missing", {}, "no group 0000 states how long the file is");
+        return;
+    }
+    const Place& tail = module.file().tail.place;
+    const std::uint32_t size = tail.offset + tail.length;
+    if (header->contentLength.value != size) {
+        findings.add("content-length", header->contentLength.place, "",
+                     "content length " + std::to_string(header->contentLength.value) +
+                         ", the file has " + std::to_string(size) + " bytes");
+    }
+}
+
+} // namespace
+
+void checkFraming(const std::vector<char>& bytes, const MxFile& file,
+                  const std::string& /*failure*/, Findings& findings)
+{
+    const std::uint32_t start = file.tail.place.offset;
+    const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    const std::size_t left = bytesLeft(file, start, bytes.size());
+    findings.addToFile("framing", {mx::readU16BE(data + start), start, 4},
+                       statedLength(data, start, left));
+}
+
+void checkFileEnds(const ModuleView& module, Findings& findings)
+{
+    const Place& tail = module.file().tail.place;
+    if (module.file().groups.empty()) {
+        findings.addToFile("no-groups", tail,
+                           "no group in " + std::to_string(tail.length) + " bytes");
+        return;
+    }
+    checkContentLength(module, findings);
+    if (tail.length > 0) {
+        findings.addToFile("trailing-bytes", tail,
+                           std::to_string(tail.length) +
+                               " bytes behind the last group that nobody reads");
+    }
+}
+
+} // namespace mxauthor

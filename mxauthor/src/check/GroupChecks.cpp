@@ -1,0 +1,102 @@
+#include "check/Checks.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <array>
+#include <set>
+
+namespace mxauthor {
+
+namespace {
+
+struct KnownGroup
+{
+    std::uint16_t id;
+    const char* name;
+    bool required;
+};
+
+constexpr std::array<KnownGroup, 14> knownGroups = {{{0x0000, "header", false},
+                                                     {0x0001, "module identity", true},
+                                                     {0x0010, "parameter block", false},
+                                                     {0x0011, "data sizes", true},
+                                                     {0x0020, "catalogue", true},
+                                                     {0x0040, "component", true},
+                                                     {0x20C0, "parameters", false},
+                                                     {0x20C1, "option lists", false},
+                                                     {0x20C2, "conversions", false},
+                                                     {0x20D0, "channels", false},
+                                                     {0x20D3, "texts", false},
+                                                     {0x20D7, "channel names", false},
+                                                     {0x20F0, "extension", false},
+                                                     {0x20F1, "product image", false}}};
+
+bool isKnown(std::uint16_t id)
+{
+    for (const KnownGroup& known : knownGroups) {
+        if (known.id == id) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void checkPresence(const ModuleView& module, Findings& findings)
+{
+    const Place end{0, module.file().tail.place.offset, 0};
+    for (const KnownGroup& known : knownGroups) {
+        if (known.required && module.group(known.id) == nullptr) {
+            findings.addToFile("group-missing", end,
+                               "group " + devices::parser::mx::u16AsHex(known.id) + " (" +
+                                   known.name + ") is missing");
+        }
+    }
+}
+
+void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings& findings)
+{
+    if (!seen.insert(group.id).second) {
+        findings.add("repeated-group", group.place, "",
+                     "stands here again, only the first one is read");
+    } else if (!isKnown(group.id)) {
+        findings.add("unknown-group", group.place, "",
+                     "not a group of the format, its " + std::to_string(group.place.length - 6) +
+                         " bytes are skipped");
+    } else if (std::holds_alternative<RawGroup>(group.content)) {
+        findings.add("group-shape", group.place, "",
+                     "does not have the shape of this group, readers differ in what they take");
+    }
+}
+
+void checkRest(const Field<Bytes>& rest, const char* what, Findings& findings)
+{
+    if (!rest.value.empty()) {
+        findings.add("dead-record", rest.place, "",
+                     std::to_string(rest.value.size()) + " bytes behind the last whole " + what);
+    }
+}
+
+template <typename Content>
+void checkRestOf(const ModuleView& module, std::uint16_t id, const char* what, Findings& findings)
+{
+    if (const auto* content = module.content<Content>(id)) {
+        checkRest(content->rest, what, findings);
+    }
+}
+
+} // namespace
+
+void checkGroups(const ModuleView& module, Findings& findings)
+{
+    std::set<std::uint16_t> seen;
+    for (const Group& group : module.file().groups) {
+        checkOccurrence(group, seen, findings);
+    }
+    checkPresence(module, findings);
+    checkRestOf<Parameters>(module, 0x20C0, "parameter record", findings);
+    checkRestOf<OptionLists>(module, 0x20C1, "option list", findings);
+    checkRestOf<Channels>(module, 0x20D0, "channel record", findings);
+    checkRestOf<ChannelNames>(module, 0x20D7, "channel name", findings);
+}
+
+} // namespace mxauthor

@@ -1,0 +1,116 @@
+#include "check/Checks.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::size_t identitySize = 5;
+constexpr std::size_t dateLimit = 9; // characters that readers take
+
+constexpr std::array<const char*, 7> catalogueKeys = {
+    "BrandLabelName", "BrandVersion",   "BrandId",        "BrandSerialNumber",
+    "ProductVersion", "BrandOrderCode", "BrandHwRevision"};
+
+const Entry* findEntry(const Entries& entries, const std::string& key)
+{
+    const auto found = std::find_if(entries.entries.begin(), entries.entries.end(),
+                                    [&key](const Entry& entry) { return entry.key.value == key; });
+    return found == entries.entries.end() ? nullptr : &*found;
+}
+
+void checkKey(const Group& group, const Entries& entries, const std::string& key,
+              Findings& findings)
+{
+    const Entry* const entry = findEntry(entries, key);
+    if (entry == nullptr) {
+        findings.add("entry-missing", group.place, "", "entry \"" + key + "\" is missing");
+    } else if (entry == &entries.entries.back() && entry->value.value.empty()) {
+        // Readers try a line only while more bytes than its shortest form are left.
+        findings.add("entry-unreachable", entry->key.place, "entry \"" + key + "\"",
+                     "is empty and stands last, where readers do not find it");
+    }
+}
+
+void checkRepeatedKeys(const Entries& entries, Findings& findings)
+{
+    std::set<std::string> seen;
+    for (const Entry& entry : entries.entries) {
+        if (!seen.insert(entry.key.value).second) {
+            findings.add("entry-repeated", entry.key.place, "entry \"" + entry.key.value + "\"",
+                         "stands here again, only the first one is read");
+        }
+    }
+}
+
+template <typename Keys>
+void checkEntriesOf(const ModuleView& module, std::uint16_t id, const Keys& keys,
+                    Findings& findings)
+{
+    const auto* const entries = module.content<Entries>(id);
+    if (entries == nullptr) {
+        return;
+    }
+    for (const char* key : keys) {
+        checkKey(*module.group(id), *entries, key, findings);
+    }
+    checkRepeatedKeys(*entries, findings);
+}
+
+} // namespace
+
+void checkIdentity(const ModuleView& module, Findings& findings)
+{
+    const auto* const identity = module.content<Identity>(0x0001);
+    if (identity == nullptr) {
+        return;
+    }
+    for (const Dataset& dataset : identity->datasets) {
+        if (dataset.id.value == identityDataset) {
+            if (dataset.data.value.size() != identitySize) {
+                findings.add("identity-size", dataset.size.place, "dataset 0xfb",
+                             "has " + std::to_string(dataset.data.value.size()) +
+                                 " bytes, expected 5: module type and identifier");
+            }
+            return;
+        }
+    }
+    findings.add("identity-missing", module.group(0x0001)->place, "",
+                 "no dataset 0xfb with the module type and identifier");
+}
+
+void checkEntries(const ModuleView& module, Findings& findings)
+{
+    checkEntriesOf(module, 0x0020, catalogueKeys, findings);
+    checkEntriesOf(module, 0x0040, std::array<const char*, 1>{"Component"}, findings);
+}
+
+void checkExtension(const ModuleView& module, Findings& findings)
+{
+    const auto* const extension = module.content<Extension>(0x20F0);
+    if (extension == nullptr) {
+        return;
+    }
+    if (extension->version.value != 1) {
+        findings.add("extension-version", extension->version.place, "",
+                     "version " + std::to_string(extension->version.value) + ", expected 1");
+    }
+    const Bytes& date = extension->date.value;
+    const auto end = std::find_if(date.begin(), date.end(),
+                                  [](std::uint8_t byte) { return byte == 0 || byte == '\r'; });
+    if (static_cast<std::size_t>(end - date.begin()) > dateLimit) {
+        findings.add("date-cut", extension->date.place, "calibration date",
+                     "\"" + std::string(date.begin(), end) +
+                         "\" has 10 characters, readers take 9");
+    }
+    if (!extension->rest.value.empty()) {
+        findings.add("unread-bytes", extension->rest.place, "",
+                     std::to_string(extension->rest.value.size()) +
+                         " bytes behind the calibration date that nobody reads");
+    }
+}
+
+} // namespace mxauthor

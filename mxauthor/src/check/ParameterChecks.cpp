@@ -1,0 +1,65 @@
+#include "check/Checks.h"
+
+#include <algorithm>
+#include <set>
+
+namespace mxauthor {
+
+namespace {
+
+using Parameter = ModuleView::Parameter;
+
+std::string subjectOf(const Parameter& parameter)
+{
+    return named("parameter", parameter.record->number.value, parameter.name);
+}
+
+void checkType(const Parameter& parameter, Findings& findings)
+{
+    const ParameterRecord& record = *parameter.record;
+    if (!parameter.value.known) {
+        findings.add("parameter-datatype", record.datatype.place, subjectOf(parameter),
+                     "datatype " + std::to_string(record.datatype.value) + ", expected 1 to 9");
+    } else if (record.datatype.value == byteDatatype &&
+               record.bitOffset.value + std::max<unsigned>(record.bitLength.value, 1) > 8) {
+        findings.add("bit-field", record.bitLength.place, subjectOf(parameter),
+                     std::to_string(record.bitLength.value) + " bits from bit " +
+                         std::to_string(record.bitOffset.value) + " leave their byte");
+    }
+}
+
+void checkChannel(const ModuleView& module, const Parameter& parameter, Findings& findings)
+{
+    const Field<std::uint8_t>& channel = parameter.record->channel;
+    const auto& channels = module.channels();
+    if (channel.value != moduleChannel &&
+        std::none_of(channels.begin(), channels.end(), [&channel](const auto& candidate) {
+            return candidate.record->number.value == channel.value;
+        })) {
+        findings.add("parameter-channel", channel.place, subjectOf(parameter),
+                     "belongs to channel " + std::to_string(channel.value) +
+                         ", which does not exist");
+    }
+}
+
+} // namespace
+
+void checkParameters(const ModuleView& module, Findings& findings)
+{
+    std::set<std::uint8_t> numbers;
+    for (const Parameter& parameter : module.parameters()) {
+        const ParameterRecord& record = *parameter.record;
+        checkType(parameter, findings);
+        checkChannel(module, parameter, findings);
+        if (parameter.name.empty() && module.text(record.nameId.value) != nullptr) {
+            findings.add("parameter-unnamed", record.nameId.place, subjectOf(parameter),
+                         "its name is an empty text");
+        }
+        if (!numbers.insert(record.number.value).second) {
+            findings.add("parameter-repeated", record.number.place, subjectOf(parameter),
+                         "another parameter has this number as well");
+        }
+    }
+}
+
+} // namespace mxauthor

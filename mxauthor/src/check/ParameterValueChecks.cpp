@@ -1,0 +1,99 @@
+#include "check/Checks.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+using Parameter = ModuleView::Parameter;
+
+std::string subjectOf(const Parameter& parameter)
+{
+    return named("parameter", parameter.record->number.value, parameter.name);
+}
+
+bool usesOptions(const Parameter& parameter)
+{
+    return parameter.record->optionList.value != 0 &&
+           (parameter.record->flags.value & convertedFlag) == 0;
+}
+
+bool statesRange(const Parameter& parameter)
+{
+    return parameter.record->minimum.value != 0 || parameter.record->maximum.value != 0;
+}
+
+void checkBound(const Parameter& parameter, const Field<std::uint64_t>& bound, const char* what,
+                Findings& findings)
+{
+    if (!holdsSlot(parameter.value, bound.value)) {
+        findings.add("range-datatype", bound.place, subjectOf(parameter),
+                     std::string(what) + " " + std::to_string(bound.value) + " does not fit in " +
+                         std::to_string(parameter.value.bits) + " bits");
+    }
+}
+
+void checkRange(const Parameter& parameter, Findings& findings)
+{
+    const ParameterValue& value = parameter.value;
+    checkBound(parameter, parameter.record->minimum, "minimum", findings);
+    checkBound(parameter, parameter.record->maximum, "maximum", findings);
+    if (value.maximum.isBelow(value.minimum)) {
+        findings.add("range-order", parameter.record->minimum.place, subjectOf(parameter),
+                     "minimum " + value.minimum.text() + " is above maximum " +
+                         value.maximum.text());
+    }
+}
+
+Place placeOfDefault(const ModuleView& module, const ParameterValue& value)
+{
+    Place place = module.content<ParameterBlock>(0x0010)->block.place;
+    place.offset += value.byteOffset;
+    place.length = value.size;
+    return place;
+}
+
+void checkDefaultInRange(const ModuleView& module, const Parameter& parameter, Findings& findings)
+{
+    const ParameterValue& value = parameter.value;
+    if (value.value.isBelow(value.minimum) || value.maximum.isBelow(value.value)) {
+        findings.add("default-range", placeOfDefault(module, value), subjectOf(parameter),
+                     "default " + value.value.text() + " lies outside " + value.minimum.text() +
+                         " to " + value.maximum.text());
+    }
+}
+
+void checkDefaultInOptions(const ModuleView& module, const Parameter& parameter, Findings& findings)
+{
+    const auto options = module.options(parameter.record->optionList.value);
+    const ParameterValue& value = parameter.value;
+    if (!options.empty() &&
+        std::none_of(options.begin(), options.end(), [&value](const Option* option) {
+            return numberOfSlot(value, option->value.value).bits == value.value.bits;
+        })) {
+        findings.add("default-option", placeOfDefault(module, value), subjectOf(parameter),
+                     "default " + value.value.text() + " is none of its options");
+    }
+}
+
+} // namespace
+
+void checkParameterValues(const ModuleView& module, Findings& findings)
+{
+    for (const Parameter& parameter : module.parameters()) {
+        if (!parameter.value.known) {
+            continue;
+        }
+        if (statesRange(parameter)) {
+            checkRange(parameter, findings);
+        }
+        if (parameter.value.present && usesOptions(parameter)) {
+            checkDefaultInOptions(module, parameter, findings);
+        } else if (parameter.value.present && statesRange(parameter)) {
+            checkDefaultInRange(module, parameter, findings);
+        }
+    }
+}
+
+} // namespace mxauthor

@@ -1,0 +1,75 @@
+#include "check/Checks.h"
+
+#include <devices/parser/mx/HexText.h>
+#include <devices/parser/mx/Parser_kv38.h>
+
+#include <array>
+
+namespace mxauthor {
+
+namespace {
+
+using devices::parser::mx::Parser_kv38;
+
+// The groups that the parser's messages speak of without naming them.
+struct Speech
+{
+    const char* beginning;
+    std::uint16_t group;
+};
+
+constexpr std::array<Speech, 8> speeches = {{{"Cannot find requested text string", 0x20D3},
+                                             {"Invalid textstring termination", 0x20D3},
+                                             {"Invalid datatype", 0x20C0},
+                                             {"Parser::getModuleIdAndType()", 0x0001},
+                                             {"Default parameter block in mx data", 0x0010},
+                                             {"The current parameter array size", 0x0011},
+                                             {"Parameter out of bounds", 0x20C0},
+                                             {"Parameter option list", 0x20C1}}};
+
+bool speaksOf(const std::string& message, std::uint16_t group)
+{
+    for (const Speech& speech : speeches) {
+        if (message.rfind(speech.beginning, 0) == 0) {
+            return speech.group == group;
+        }
+    }
+    const std::string digits = devices::parser::mx::u16AsHex(group);
+    return message.find("group " + digits) != std::string::npos ||
+           message.find("group 0x" + digits) != std::string::npos;
+}
+
+// A refusal of the framing speaks of what stands behind the last whole group, others of a group.
+void addRefusal(const char* rule, const std::string& message, const MxFile& file,
+                Findings& findings)
+{
+    if (message.rfind("Parser::parse()", 0) != 0) {
+        for (const Group& group : file.groups) {
+            if (speaksOf(message, group.id)) {
+                findings.add(rule, group.place, "", message);
+                return;
+            }
+        }
+    }
+    findings.addToFile(rule, {0, file.tail.place.offset, 0}, message);
+}
+
+} // namespace
+
+void checkWithParser(const std::vector<char>& bytes, const MxFile& file, Findings& findings)
+{
+    std::vector<char> loaded = bytes;
+    loaded.push_back('\xFF'); // the byte that stands behind every loaded file
+    const char* rule = "parser-refuses";
+    try {
+        Parser_kv38 parser;
+        const auto device = parser.parse(loaded, nullptr, 0, 0);
+        rule = "modbus-refuses";
+        parser.getCalculatedRawConfig(devices::parser::FieldbusType::Modbus, loaded, device.get(),
+                                      nullptr);
+    } catch (const std::runtime_error& failure) {
+        addRefusal(rule, failure.what(), file, findings);
+    }
+}
+
+} // namespace mxauthor

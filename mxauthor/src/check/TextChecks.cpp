@@ -1,0 +1,64 @@
+#include "check/Checks.h"
+#include "module/TextReferences.h"
+
+#include <algorithm>
+#include <set>
+
+namespace mxauthor {
+
+namespace {
+
+bool isControl(char c)
+{
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
+
+void checkReferences(const ModuleView& module, const std::vector<TextReference>& references,
+                     Findings& findings)
+{
+    for (const TextReference& reference : references) {
+        if (module.text(reference.id) == nullptr) {
+            findings.add("text-missing", reference.place, reference.subject,
+                         std::string(reference.what) + " is text " + std::to_string(reference.id) +
+                             ", which group 20d3 does not hold");
+        }
+    }
+}
+
+void checkText(const TextRecord& record, bool isFirst, bool isUsed, Findings& findings)
+{
+    const std::string subject = named("text", record.id.value, record.text.value);
+    if (!isFirst) {
+        findings.add("text-repeated", record.id.place, subject,
+                     "the identifier stands here again, only the first text is read");
+    } else if (!isUsed) {
+        findings.add("text-unused", record.id.place, subject, "nothing refers to it");
+    }
+    if (std::any_of(record.text.value.begin(), record.text.value.end(), isControl)) {
+        findings.add("text-control", record.text.place, subject, "holds control characters");
+    }
+}
+
+} // namespace
+
+void checkTexts(const ModuleView& module, Findings& findings)
+{
+    const std::vector<TextReference> references = textReferences(module);
+    const Group* const group = module.group(0x20D3);
+    if (group != nullptr && std::holds_alternative<RawGroup>(group->content)) {
+        return; // nobody can say which texts there are
+    }
+    checkReferences(module, references, findings);
+    std::set<std::uint16_t> used;
+    for (const TextReference& reference : references) {
+        used.insert(reference.id);
+    }
+    if (const auto* table = module.content<TextTable>(0x20D3)) {
+        for (const TextRecord& record : table->texts) {
+            checkText(record, module.text(record.id.value) == &record,
+                      used.count(record.id.value) != 0, findings);
+        }
+    }
+}
+
+} // namespace mxauthor

@@ -1,0 +1,165 @@
+#include "module/ModuleView.h"
+
+#include <devices/parser/mx/Parser_kv38.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace mxauthor {
+
+namespace {
+
+// Reads lines of group 0x0011 by the device parser's own rules.
+class SizeRules : public devices::parser::mx::Parser_kv38
+{
+public:
+    using Parser_kv38::updateDataArraySize;
+};
+
+} // namespace
+
+ModuleView::ModuleView(const MxFile& file) : source(file)
+{
+    for (const Group& found : file.groups) {
+        groups.emplace(found.id, &found);
+    }
+    if (const auto* table = content<TextTable>(0x20D3)) {
+        for (const TextRecord& record : table->texts) {
+            texts.emplace(record.id.value, &record);
+        }
+    }
+    addChannels();
+    addParameters();
+}
+
+const Group* ModuleView::group(std::uint16_t id) const
+{
+    const auto found = groups.find(id);
+    return found == groups.end() ? nullptr : found->second;
+}
+
+const TextRecord* ModuleView::text(std::uint16_t id) const
+{
+    const auto found = texts.find(id);
+    return found == texts.end() ? nullptr : found->second;
+}
+
+std::string ModuleView::textOf(std::uint16_t id) const
+{
+    const TextRecord* const found = text(id);
+    return found == nullptr ? "" : found->text.value;
+}
+
+const ChannelName* ModuleView::channelName(std::uint8_t number) const
+{
+    const auto* const names = content<ChannelNames>(0x20D7);
+    if (names == nullptr) {
+        return nullptr;
+    }
+    const auto found =
+        std::find_if(names->entries.begin(), names->entries.end(),
+                     [number](const ChannelName& entry) { return entry.channel.value == number; });
+    return found == names->entries.end() ? nullptr : &*found;
+}
+
+std::vector<const Option*> ModuleView::options(std::uint8_t id) const
+{
+    std::vector<const Option*> found;
+    if (const auto* lists = content<OptionLists>(0x20C1)) {
+        for (const OptionList& list : lists->lists) {
+            for (const Option& option : list.options) {
+                if (list.id.value == id) {
+                    found.push_back(&option);
+                }
+            }
+        }
+    }
+    return found;
+}
+
+const Bytes& ModuleView::block() const
+{
+    static const Bytes none;
+    const auto* const found = content<ParameterBlock>(0x0010);
+    return found == nullptr ? none : found->block.value;
+}
+
+std::uint32_t ModuleView::dataSize(const std::string& key) const
+{
+    std::uint32_t size = 0;
+    const auto* const sizes = content<DataSizes>(0x0011);
+    for (std::size_t i = 0; sizes != nullptr && i < sizes->lines.size(); ++i) {
+        const std::string& line = sizes->lines[i].value;
+        if (line.compare(0, key.size(), key) != 0) {
+            continue;
+        }
+        for (const char code : line.substr(key.size())) {
+            size += static_cast<std::uint32_t>(std::max(dataSizeOfCode(code), 0));
+        }
+    }
+    return size;
+}
+
+bool ModuleView::moduleId(std::uint32_t& id) const
+{
+    const auto* const identity = content<Identity>(0x0001);
+    for (std::size_t i = 0; identity != nullptr && i < identity->datasets.size(); ++i) {
+        const Dataset& dataset = identity->datasets[i];
+        if (dataset.id.value == identityDataset) {
+            id = 0;
+            for (std::size_t byte = 1; byte < dataset.data.value.size(); ++byte) {
+                id = id << 8 | dataset.data.value[byte];
+            }
+            return dataset.data.value.size() == 5;
+        }
+    }
+    return false;
+}
+
+void ModuleView::addChannels()
+{
+    const auto* const channels = content<Channels>(0x20D0);
+    if (channels == nullptr) {
+        return;
+    }
+    const std::vector<ChannelPlace> places = channelPlaces(channels->records);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const ChannelRecord& record = channels->records[i];
+        const ChannelName* const entry = channelName(record.number.value);
+        allChannels.push_back(
+            {&record, entry == nullptr ? "" : textOf(entry->textId.value), places[i]});
+    }
+}
+
+void ModuleView::addParameters()
+{
+    const auto* const parameters = content<Parameters>(0x20C0);
+    if (parameters == nullptr) {
+        return;
+    }
+    const std::vector<ParameterValue> values = parameterValues(parameters->records, block());
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const ParameterRecord& record = parameters->records[i];
+        allParameters.push_back({&record, textOf(record.nameId.value), values[i]});
+    }
+}
+
+int dataSizeOfCode(char code)
+{
+    static SizeRules rules;
+    std::uint32_t size = 0;
+    try {
+        rules.updateDataArraySize(std::string("InData") + code, "InData", &size);
+    } catch (const std::runtime_error&) {
+        return -1;
+    }
+    return static_cast<int>(size);
+}
+
+std::string named(const char* what, unsigned number, const std::string& name)
+{
+    const std::string base = std::string(what) + " " + std::to_string(number);
+    return name.empty() ? base : base + " \"" + name + "\"";
+}
+
+} // namespace mxauthor

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "module/ChannelPlaces.h"
+#include "module/ParameterValues.h"
+#include "mxauthor/MxFile.h"
+
+#include <array>
+#include <map>
+
+namespace mxauthor {
+
+/// An mx file as its readers take it: the first group of each identifier, references followed.
+///
+/// Points into the file, which outlives it.
+class ModuleView
+{
+public:
+    explicit ModuleView(const MxFile& file);
+
+    struct Channel
+    {
+        const ChannelRecord* record;
+        std::string name; ///< Empty: none is stated.
+        ChannelPlace place;
+    };
+
+    struct Parameter
+    {
+        const ParameterRecord* record;
+        std::string name; ///< Empty: none is stated.
+        ParameterValue value;
+    };
+
+    const MxFile& file() const { return source; }
+
+    /// Returns the first group `id`, null when there is none.
+    const Group* group(std::uint16_t id) const;
+
+    /// Returns the content of the first group `id`; null when there is none or it is raw.
+    template <typename Content>
+    const Content* content(std::uint16_t id) const
+    {
+        const Group* const found = group(id);
+        return found == nullptr ? nullptr : std::get_if<Content>(&found->content);
+    }
+
+    /// Returns the first text `id`, null when there is none.
+    const TextRecord* text(std::uint16_t id) const;
+
+    /// Returns the bytes of the text `id`, empty when there is none.
+    std::string textOf(std::uint16_t id) const;
+
+    /// Returns the first entry of group 0x20d7 for the channel `number`, null when there is none.
+    const ChannelName* channelName(std::uint8_t number) const;
+
+    const std::vector<Channel>& channels() const { return allChannels; }
+    const std::vector<Parameter>& parameters() const { return allParameters; }
+
+    /// Returns the options of every list `id`, in file order.
+    std::vector<const Option*> options(std::uint8_t id) const;
+
+    /// Returns the default parameter block, empty when there is none.
+    const Bytes& block() const;
+
+    /// Returns the stated bytes of "InData", "OutData", "Parameter" or "Diagnosis".
+    std::uint32_t dataSize(const std::string& key) const;
+
+    /// Returns the module identifier; false when the file has none.
+    bool moduleId(std::uint32_t& id) const;
+
+private:
+    void addChannels();
+    void addParameters();
+
+    const MxFile& source;
+    std::map<std::uint16_t, const Group*> groups;
+    std::map<std::uint16_t, const TextRecord*> texts;
+    std::vector<Channel> allChannels;
+    std::vector<Parameter> allParameters;
+};
+
+/// The keys of group 0x0011.
+constexpr std::array<const char*, 4> dataSizeKeys = {"InData", "OutData", "Parameter", "Diagnosis"};
+
+/// Returns the bytes that the character `code` of a line of group 0x0011 stands for; -1 for one
+/// that stands for nothing.
+int dataSizeOfCode(char code);
+
+/// Returns how messages name a channel or parameter: `parameter 3 "Filter"`.
+std::string named(const char* what, unsigned number, const std::string& name);
+
+} // namespace mxauthor

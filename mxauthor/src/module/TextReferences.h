@@ -1,0 +1,19 @@
+#pragma once
+
+#include "module/ModuleView.h"
+
+namespace mxauthor {
+
+/// A reference to a text of group 0x20d3.
+struct TextReference
+{
+    std::uint16_t id;
+    Place place;         ///< Of the identifier, where it is referred to.
+    std::string subject; ///< Who refers to it, as findings name it.
+    const char* what;    ///< "name", "unit", "option" or "GTIN".
+};
+
+/// Returns every reference of `module`; identifiers 0 that mean "none" are left out.
+std::vector<TextReference> textReferences(const ModuleView& module);
+
+} // namespace mxauthor

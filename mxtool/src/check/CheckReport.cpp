@@ -1,0 +1,147 @@
+#include "check/CheckReport.h"
+
+#include "Diagnostic.h"
+#include "ShownText.h"
+#include "TextTable.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace mxtool {
+
+namespace {
+
+using mxauthor::CheckRule;
+using mxauthor::Finding;
+using mxauthor::Severity;
+
+bool contains(const std::vector<std::string>& names, const std::string& name)
+{
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+std::string counted(unsigned count, const char* what)
+{
+    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+std::string entryText(const std::string& file, const CheckReport::Entry& entry, bool coloured)
+{
+    const Finding& finding = entry.finding;
+    return toText({mxauthor::severityName(entry.severity), placeInFile(file, finding.place.offset),
+                   fmt::format("[{}] {}", finding.rule->name, mxauthor::describe(finding)), ""},
+                  coloured);
+}
+
+Json entryJson(const CheckReport::Entry& entry)
+{
+    const Finding& finding = entry.finding;
+    return {{"rule", finding.rule->name},
+            {"severity", mxauthor::severityName(entry.severity)},
+            {"offset", finding.place.offset},
+            {"length", finding.place.length},
+            {"group",
+             finding.inGroup ? Json(devices::parser::mx::u16AsHex(finding.place.group)) : Json()},
+            {"subject", toUtf8(finding.subject)},
+            {"text", toUtf8(finding.text)}};
+}
+
+Json fileJson(const CheckReport::File& file)
+{
+    Json findings = Json::array();
+    for (const CheckReport::Entry& entry : file.entries) {
+        findings.push_back(entryJson(entry));
+    }
+    return {{"file", toUtf8(file.name)}, {"findings", findings}};
+}
+
+} // namespace
+
+unsigned CheckReport::count(Severity severity) const
+{
+    unsigned total = 0;
+    for (const File& file : files) {
+        for (const Entry& entry : file.entries) {
+            total += entry.severity == severity ? 1 : 0;
+        }
+    }
+    return total;
+}
+
+CheckReport::File checkedFile(const std::string& name, const std::vector<char>& bytes,
+                              const CheckWishes& wishes)
+{
+    CheckReport::File file{name, {}};
+    for (const Finding& finding : mxauthor::check(bytes)) {
+        const std::string rule = finding.rule->name;
+        if (!contains(wishes.silenced, rule)) {
+            file.entries.push_back({finding, contains(wishes.raised, rule)
+                                                 ? Severity::Error
+                                                 : finding.rule->severity});
+        }
+    }
+    return file;
+}
+
+std::string checkText(const CheckReport& report, bool coloured, bool quiet)
+{
+    std::string text;
+    for (const CheckReport::File& file : report.files) {
+        for (const CheckReport::Entry& entry : file.entries) {
+            text += entryText(file.name, entry, coloured);
+        }
+    }
+    if (!quiet) {
+        text += fmt::format("{} checked: {}, {}, {}\n",
+                            counted(static_cast<unsigned>(report.files.size()), "file"),
+                            counted(report.count(Severity::Error), "error"),
+                            counted(report.count(Severity::Warning), "warning"),
+                            counted(report.count(Severity::Note), "note"));
+    }
+    return text;
+}
+
+Json checkJson(const CheckReport& report)
+{
+    Json files = Json::array();
+    for (const CheckReport::File& file : report.files) {
+        files.push_back(fileJson(file));
+    }
+    return {{"schema", jsonSchema("mxtool.check", 1)},
+            {"files", files},
+            {"errors", report.count(Severity::Error)},
+            {"warnings", report.count(Severity::Warning)},
+            {"notes", report.count(Severity::Note)}};
+}
+
+std::string ruleListText()
+{
+    TextTable table({"Rule", "Severity", "What is wrong"});
+    for (const CheckRule& rule : mxauthor::checkRules()) {
+        table.add({rule.name, mxauthor::severityName(rule.severity), rule.explanation});
+    }
+    return table.text();
+}
+
+Json ruleListJson()
+{
+    Json rules = Json::array();
+    for (const CheckRule& rule : mxauthor::checkRules()) {
+        rules.push_back({{"name", rule.name},
+                         {"severity", mxauthor::severityName(rule.severity)},
+                         {"explanation", rule.explanation},
+                         {"example", rule.example}});
+    }
+    return {{"schema", jsonSchema("mxtool.check-rules", 1)}, {"rules", rules}};
+}
+
+std::string ruleText(const CheckRule& rule)
+{
+    return fmt::format("{} ({})\n\n{}\n\nExample:\n  {}\n", rule.name,
+                       mxauthor::severityName(rule.severity), rule.explanation, rule.example);
+}
+
+} // namespace mxtool
