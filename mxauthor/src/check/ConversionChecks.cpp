@@ -73,8 +73,8 @@ void checkConversions(const ModuleView& module, Findings& findings)
     }
     if (conversions != nullptr && !conversions->rest.value.empty()) {
         findings.add("conversion-table", conversions->rest.place, "",
-                     std::to_string(conversions->rest.value.size()) +
-                         " bytes behind the last whole conversion: nothing is converted");
+                     byteCount(conversions->rest.value.size()) +
+                         " behind the last whole conversion: nothing is converted");
     }
     for (const ModuleView::Parameter& parameter : module.parameters()) {
         checkReference(parameter, known, findings);

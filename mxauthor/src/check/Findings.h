@@ -22,4 +22,7 @@ private:
     std::vector<Finding> all;
 };
 
+/// Returns "1 byte" or "5 bytes".
+std::string byteCount(std::size_t count);
+
 } // namespace mxauthor

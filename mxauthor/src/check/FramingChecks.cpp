@@ -16,9 +16,9 @@ std::string statedLength(const std::uint8_t* data, std::uint32_t start, std::siz
 {
     const std::uint16_t id = mx::readU16BE(data + start);
     const std::uint16_t length = mx::readU16BE(data + start + 2);
-    std::string text = "group " + mx::u16AsHex(id) + " states a length of " +
-                       std::to_string(length) + " bytes, " + std::to_string(left) +
-                       " are left and " + (id == 0 ? "8" : "6") + " are the least";
+    std::string text = "group " + mx::u16AsHex(id) + " states a length of " + byteCount(length) +
+                       ", " + std::to_string(left) + " are left and " + (id == 0 ? "8" : "6") +
+                       " are the least";
     if (id == 0 && left >= contentLengthEnd) {
         text += "; content length " + std::to_string(mx::readU16BE(data + start + 4));
     }
@@ -49,7 +49,7 @@ void checkContentLength(const ModuleView& module, Findings& findings)
     if (header->contentLength.value != size) {
         findings.add("content-length", header->contentLength.place, "",
                      "content length " + std::to_string(header->contentLength.value) +
-                         ", the file has " + std::to_string(size) + " bytes");
+                         ", the file has " + byteCount(size));
     }
 }
 
@@ -69,15 +69,13 @@ void checkFileEnds(const ModuleView& module, Findings& findings)
 {
     const Place& tail = module.file().tail.place;
     if (module.file().groups.empty()) {
-        findings.addToFile("no-groups", tail,
-                           "no group in " + std::to_string(tail.length) + " bytes");
+        findings.addToFile("no-groups", tail, "no group in " + byteCount(tail.length));
         return;
     }
     checkContentLength(module, findings);
     if (tail.length > 0) {
         findings.addToFile("trailing-bytes", tail,
-                           std::to_string(tail.length) +
-                               " bytes behind the last group that nobody reads");
+                           byteCount(tail.length) + " behind the last group that nobody reads");
     }
 }
 

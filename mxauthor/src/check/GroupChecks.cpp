@@ -60,8 +60,8 @@ void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings
                      "stands here again, only the first one is read");
     } else if (!isKnown(group.id)) {
         findings.add("unknown-group", group.place, "",
-                     "not a group of the format, its " + std::to_string(group.place.length - 6) +
-                         " bytes are skipped");
+                     "not a group of the format, " + byteCount(group.place.length - 6) +
+                         " skipped");
     } else if (std::holds_alternative<RawGroup>(group.content)) {
         findings.add("group-shape", group.place, "",
                      "does not have the shape of this group, readers differ in what they take");
@@ -72,7 +72,7 @@ void checkRest(const Field<Bytes>& rest, const char* what, Findings& findings)
 {
     if (!rest.value.empty()) {
         findings.add("dead-record", rest.place, "",
-                     std::to_string(rest.value.size()) + " bytes behind the last whole " + what);
+                     byteCount(rest.value.size()) + " behind the last whole " + what);
     }
 }
 
@@ -92,7 +92,9 @@ void checkGroups(const ModuleView& module, Findings& findings)
     for (const Group& group : module.file().groups) {
         checkOccurrence(group, seen, findings);
     }
-    checkPresence(module, findings);
+    if (!seen.empty()) {
+        checkPresence(module, findings);
+    }
     checkRestOf<Parameters>(module, 0x20C0, "parameter record", findings);
     checkRestOf<OptionLists>(module, 0x20C1, "option list", findings);
     checkRestOf<Channels>(module, 0x20D0, "channel record", findings);

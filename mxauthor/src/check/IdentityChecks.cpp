@@ -72,8 +72,8 @@ void checkIdentity(const ModuleView& module, Findings& findings)
         if (dataset.id.value == identityDataset) {
             if (dataset.data.value.size() != identitySize) {
                 findings.add("identity-size", dataset.size.place, "dataset 0xfb",
-                             "has " + std::to_string(dataset.data.value.size()) +
-                                 " bytes, expected 5: module type and identifier");
+                             "has " + byteCount(dataset.data.value.size()) +
+                                 ", expected 5: module type and identifier");
             }
             return;
         }
@@ -108,8 +108,8 @@ void checkExtension(const ModuleView& module, Findings& findings)
     }
     if (!extension->rest.value.empty()) {
         findings.add("unread-bytes", extension->rest.place, "",
-                     std::to_string(extension->rest.value.size()) +
-                         " bytes behind the calibration date that nobody reads");
+                     byteCount(extension->rest.value.size()) +
+                         " behind the calibration date that nobody reads");
     }
 }
 

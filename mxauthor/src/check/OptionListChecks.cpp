@@ -1,6 +1,7 @@
 #include "check/Checks.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace mxauthor {
@@ -43,17 +44,17 @@ void checkReference(const ModuleView& module, const Parameter& parameter, Findin
     }
 }
 
-// Values that the parameter cannot take, or that stand there twice.
+// Values that the parameter cannot take, or that stand there twice; each once.
 void checkValues(const ModuleView& module, const Parameter& parameter, Findings& findings)
 {
-    std::set<std::uint64_t> seen;
+    std::map<std::uint64_t, unsigned> seen;
     for (const Option* option : module.options(parameter.record->optionList.value)) {
         const std::uint64_t slot = option->value.value;
         if (!holdsSlot(parameter.value, slot)) {
             findings.add("option-value", option->value.place, subjectOf(parameter),
                          "its option value " + std::to_string(slot) + " does not fit in " +
                              std::to_string(parameter.value.bits) + " bits");
-        } else if (!seen.insert(numberOfSlot(parameter.value, slot).bits).second) {
+        } else if (++seen[numberOfSlot(parameter.value, slot).bits] == 2) {
             findings.add("option-repeated", option->value.place, subjectOf(parameter),
                          "its option value " + numberOfSlot(parameter.value, slot).text() +
                              " stands here again, the first text is shown");

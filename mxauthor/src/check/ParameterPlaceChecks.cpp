@@ -47,20 +47,33 @@ bool holdsByte(const Parameter& parameter, std::size_t byte)
     return value.byteOffset <= byte && byte < std::size_t{value.byteOffset} + value.size;
 }
 
-void checkGaps(const ModuleView& module, Findings& findings)
+std::string runText(std::uint32_t begin, std::uint32_t end)
 {
-    const auto* const group = module.content<ParameterBlock>(0x0010);
-    if (group == nullptr) {
-        return;
+    if (end - begin == 1) {
+        return "byte " + std::to_string(begin) + " of the block belongs to no parameter";
     }
-    const Place& place = group->block.place;
-    for (std::uint32_t byte = 0; byte < place.length; ++byte) {
-        const auto& parameters = module.parameters();
-        if (std::none_of(parameters.begin(), parameters.end(), [byte](const Parameter& parameter) {
-                return holdsByte(parameter, byte);
-            })) {
-            findings.add("block-gap", {place.group, place.offset + byte, 1}, "",
-                         "byte " + std::to_string(byte) + " of the block belongs to no parameter");
+    return "bytes " + std::to_string(begin) + " to " + std::to_string(end - 1) +
+           " of the block belong to no parameter";
+}
+
+// A finding for each run of bytes without a parameter.
+void checkGaps(const ModuleView& module, const Place& block, Findings& findings)
+{
+    const auto& parameters = module.parameters();
+    const auto isFree = [&parameters](std::uint32_t byte) {
+        return std::none_of(
+            parameters.begin(), parameters.end(),
+            [byte](const Parameter& parameter) { return holdsByte(parameter, byte); });
+    };
+    for (std::uint32_t begin = 0; begin < block.length; ++begin) {
+        std::uint32_t end = begin;
+        while (end < block.length && isFree(end)) {
+            ++end;
+        }
+        if (end > begin) {
+            findings.add("block-gap", {block.group, block.offset + begin, end - begin}, "",
+                         runText(begin, end));
+            begin = end;
         }
     }
 }
@@ -69,17 +82,23 @@ void checkGaps(const ModuleView& module, Findings& findings)
 
 void checkParameterPlaces(const ModuleView& module, Findings& findings)
 {
+    const Group* const group = module.group(0x0010);
+    if (group != nullptr && !std::holds_alternative<ParameterBlock>(group->content)) {
+        return; // nobody can say where its bytes begin
+    }
     const std::size_t size = module.block().size();
     for (const Parameter& parameter : module.parameters()) {
         const ParameterValue& value = parameter.value;
         if (value.byteOffset + value.size > size) {
-            findings.add(
-                "parameter-outside", parameter.record->position.place, subjectOf(parameter),
-                bytesText(value) + " of the block, which has " + std::to_string(size) + " bytes");
+            findings.add("parameter-outside", parameter.record->position.place,
+                         subjectOf(parameter),
+                         bytesText(value) + " of the block, which has " + byteCount(size));
         }
     }
     checkOverlaps(module.parameters(), findings);
-    checkGaps(module, findings);
+    if (group != nullptr) {
+        checkGaps(module, std::get<ParameterBlock>(group->content).block.place, findings);
+    }
 }
 
 } // namespace mxauthor

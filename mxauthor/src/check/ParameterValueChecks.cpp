@@ -57,6 +57,9 @@ Place placeOfDefault(const ModuleView& module, const ParameterValue& value)
 void checkDefaultInRange(const ModuleView& module, const Parameter& parameter, Findings& findings)
 {
     const ParameterValue& value = parameter.value;
+    if (value.maximum.isBelow(value.minimum)) {
+        return; // no value lies in such a range
+    }
     if (value.value.isBelow(value.minimum) || value.maximum.isBelow(value.value)) {
         findings.add("default-range", placeOfDefault(module, value), subjectOf(parameter),
                      "default " + value.value.text() + " lies outside " + value.minimum.text() +

@@ -18,7 +18,8 @@ struct Speech
     std::uint16_t group;
 };
 
-constexpr std::array<Speech, 8> speeches = {{{"Cannot find requested text string", 0x20D3},
+constexpr std::array<Speech, 9> speeches = {{{"Cannot find requested text string", 0x20D3},
+                                             {"Invalid textstring termination", 0x0011},
                                              {"Invalid textstring termination", 0x20D3},
                                              {"Invalid datatype", 0x20C0},
                                              {"Parser::getModuleIdAndType()", 0x0001},
@@ -30,8 +31,8 @@ constexpr std::array<Speech, 8> speeches = {{{"Cannot find requested text string
 bool speaksOf(const std::string& message, std::uint16_t group)
 {
     for (const Speech& speech : speeches) {
-        if (message.rfind(speech.beginning, 0) == 0) {
-            return speech.group == group;
+        if (speech.group == group && message.rfind(speech.beginning, 0) == 0) {
+            return true;
         }
     }
     const std::string digits = devices::parser::mx::u16AsHex(group);
@@ -39,19 +40,30 @@ bool speaksOf(const std::string& message, std::uint16_t group)
            message.find("group 0x" + digits) != std::string::npos;
 }
 
+// The group that `message` speaks of; of two, the one without the shape. Null when there is none.
+const Group* groupOf(const std::string& message, const MxFile& file)
+{
+    const Group* found = nullptr;
+    for (const Group& group : file.groups) {
+        const bool isBetter = found == nullptr || std::holds_alternative<RawGroup>(group.content);
+        if (isBetter && speaksOf(message, group.id)) {
+            found = &group;
+        }
+    }
+    return found;
+}
+
 // A refusal of the framing speaks of what stands behind the last whole group, others of a group.
 void addRefusal(const char* rule, const std::string& message, const MxFile& file,
                 Findings& findings)
 {
-    if (message.rfind("Parser::parse()", 0) != 0) {
-        for (const Group& group : file.groups) {
-            if (speaksOf(message, group.id)) {
-                findings.add(rule, group.place, "", message);
-                return;
-            }
-        }
+    const bool isFraming = message.rfind("Parser::parse()", 0) == 0;
+    const Group* const group = isFraming ? nullptr : groupOf(message, file);
+    if (group == nullptr) {
+        findings.addToFile(rule, {0, file.tail.place.offset, 0}, message);
+    } else {
+        findings.add(rule, group->place, "", message);
     }
-    findings.addToFile(rule, {0, file.tail.place.offset, 0}, message);
 }
 
 } // namespace

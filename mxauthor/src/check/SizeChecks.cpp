@@ -57,10 +57,10 @@ void checkDirection(const ModuleView& module, bool input, Findings& findings)
     const Place& place = module.group(0x0011)->place;
     if (used > size) {
         findings.add(input ? "input-size" : "output-size", place, key,
-                     std::to_string(size) + " bytes, the channels take " + std::to_string(used));
+                     byteCount(size) + ", the channels take " + std::to_string(used));
     } else if (used < std::min(size, stated)) {
         findings.add("data-without-channel", place, key,
-                     std::to_string(stated) + " bytes, the channels take " + std::to_string(used));
+                     byteCount(stated) + ", the channels take " + std::to_string(used));
     }
 }
 
@@ -78,8 +78,8 @@ void checkParameterBlock(const ModuleView& module, Findings& findings)
     }
     if (block->block.value.size() > blockLimit) {
         findings.add("block-limit", block->block.place, "",
-                     std::to_string(block->block.value.size()) +
-                         " bytes of parameters, 255 at most: readers count them in a byte");
+                     byteCount(block->block.value.size()) +
+                         " of parameters, 255 at most: readers count them in a byte");
     }
 }
 
@@ -97,8 +97,7 @@ void checkDataSizes(const ModuleView& module, Findings& findings)
         blockGroup == nullptr || std::holds_alternative<ParameterBlock>(blockGroup->content);
     if (blockIsKnown && module.dataSize("Parameter") != module.block().size()) {
         findings.add("block-size", module.group(0x0011)->place, "Parameter",
-                     std::to_string(module.dataSize("Parameter")) +
-                         " bytes, the parameter block has " +
+                     byteCount(module.dataSize("Parameter")) + ", the parameter block has " +
                          std::to_string(module.block().size()));
     }
     checkDirection(module, true, findings);

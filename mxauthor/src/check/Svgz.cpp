@@ -1,5 +1,7 @@
 #include "check/Svgz.h"
 
+#include "check/Findings.h"
+
 #include <Poco/SAX/DefaultHandler.h>
 #include <Poco/SAX/SAXException.h>
 #include <Poco/SAX/SAXParser.h>
@@ -59,8 +61,7 @@ private:
                                      (stream.msg == nullptr ? "damaged" : stream.msg));
         }
         if (stream.avail_in > 0) {
-            throw std::runtime_error(std::to_string(stream.avail_in) +
-                                     " bytes stand behind the compressed data");
+            throw std::runtime_error(byteCount(stream.avail_in) + " behind the compressed data");
         }
     }
 

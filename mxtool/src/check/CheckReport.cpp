@@ -141,7 +141,8 @@ Json ruleListJson()
 std::string ruleText(const CheckRule& rule)
 {
     return fmt::format("{} ({})\n\n{}\n\nExample:\n  {}\n", rule.name,
-                       mxauthor::severityName(rule.severity), rule.explanation, rule.example);
+                       mxauthor::severityName(rule.severity), rule.explanation,
+                       forTerminal(rule.example));
 }
 
 } // namespace mxtool
