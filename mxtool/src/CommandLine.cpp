@@ -67,6 +67,7 @@ void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& 
     addPopulateVerb(program, options, choose);
     addDevicesVerb(program, options, choose);
     addCheckVerb(program, options, choose);
+    addExplainVerb(program, options, choose);
 }
 
 namespace {

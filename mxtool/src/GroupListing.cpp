@@ -2,8 +2,8 @@
 
 #include <devices/parser/mx/ByteReaders.h>
 #include <devices/parser/mx/Parser.h>
+#include <mxauthor/Explain.h>
 
-#include <map>
 #include <stdexcept>
 
 namespace mxtool {
@@ -44,15 +44,7 @@ GroupListing listGroups(const std::vector<char>& bytes)
 
 std::string groupName(std::uint16_t id)
 {
-    static const std::map<std::uint16_t, const char*> names = {
-        {0x0000, "header"},     {0x0001, "module identity"}, {0x0010, "parameter block"},
-        {0x0011, "data sizes"}, {0x0020, "catalogue"},       {0x0040, "component"},
-        {0x20C0, "parameters"}, {0x20C1, "option lists"},    {0x20C2, "conversions"},
-        {0x20D0, "channels"},   {0x20D3, "texts"},           {0x20D7, "channel names"},
-        {0x20F0, "extension"},  {0x20F1, "product image"},
-    };
-    const auto found = names.find(id);
-    return found == names.end() ? "" : found->second;
+    return mxauthor::groupTitle(id);
 }
 
 } // namespace mxtool

@@ -35,5 +35,6 @@ void addChannelsVerb(CLI::App& program, const GlobalOptions& options, const Verb
 void addPopulateVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addDevicesVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addCheckVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+void addExplainVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 
 } // namespace mxtool

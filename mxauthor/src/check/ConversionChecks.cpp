@@ -1,20 +1,13 @@
 #include "check/Checks.h"
+#include "module/ConversionNumbers.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <set>
 
 namespace mxauthor {
 
 namespace {
-
-float floatOf(std::uint32_t bits)
-{
-    float number = 0;
-    std::memcpy(&number, &bits, sizeof number);
-    return number;
-}
 
 bool isUsable(const Conversion& entry)
 {

@@ -1,4 +1,5 @@
 #include "check/Checks.h"
+#include "mxauthor/Explain.h"
 
 #include <devices/parser/mx/HexText.h>
 
@@ -9,46 +10,16 @@ namespace mxauthor {
 
 namespace {
 
-struct KnownGroup
-{
-    std::uint16_t id;
-    const char* name;
-    bool required;
-};
-
-constexpr std::array<KnownGroup, 14> knownGroups = {{{0x0000, "header", false},
-                                                     {0x0001, "module identity", true},
-                                                     {0x0010, "parameter block", false},
-                                                     {0x0011, "data sizes", true},
-                                                     {0x0020, "catalogue", true},
-                                                     {0x0040, "component", true},
-                                                     {0x20C0, "parameters", false},
-                                                     {0x20C1, "option lists", false},
-                                                     {0x20C2, "conversions", false},
-                                                     {0x20D0, "channels", false},
-                                                     {0x20D3, "texts", false},
-                                                     {0x20D7, "channel names", false},
-                                                     {0x20F0, "extension", false},
-                                                     {0x20F1, "product image", false}}};
-
-bool isKnown(std::uint16_t id)
-{
-    for (const KnownGroup& known : knownGroups) {
-        if (known.id == id) {
-            return true;
-        }
-    }
-    return false;
-}
+constexpr std::array<std::uint16_t, 4> requiredGroups = {0x0001, 0x0011, 0x0020, 0x0040};
 
 void checkPresence(const ModuleView& module, Findings& findings)
 {
     const Place end{0, module.file().tail.place.offset, 0};
-    for (const KnownGroup& known : knownGroups) {
-        if (known.required && module.group(known.id) == nullptr) {
+    for (const std::uint16_t id : requiredGroups) {
+        if (module.group(id) == nullptr) {
             findings.addToFile("group-missing", end,
-                               "group " + devices::parser::mx::u16AsHex(known.id) + " (" +
-                                   known.name + ") is missing");
+                               "group " + devices::parser::mx::u16AsHex(id) + " (" +
+                                   groupTitle(id) + ") is missing");
         }
     }
 }
@@ -58,7 +29,7 @@ void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings
     if (!seen.insert(group.id).second) {
         findings.add("repeated-group", group.place, "",
                      "stands here again, only the first one is read");
-    } else if (!isKnown(group.id)) {
+    } else if (groupTitle(group.id).empty()) {
         findings.add("unknown-group", group.place, "",
                      "not a group of the format, " + byteCount(group.place.length - 6) +
                          " skipped");

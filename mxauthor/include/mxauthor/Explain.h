@@ -1,0 +1,64 @@
+#pragma once
+
+#include "mxauthor/Field.h"
+
+#include <string>
+#include <vector>
+
+namespace mxauthor {
+
+/// A run of bytes of an mx file with one meaning. Texts hold bytes of the file.
+struct ExplainedPart
+{
+    enum class Kind
+    {
+        Number,
+        Text,
+        Raw
+    };
+
+    Place place;
+    int group = -1;      ///< Index among the groups of the file; -1: outside them.
+    int record = -1;     ///< Index among the records of the group; -1: of no record.
+    std::string subject; ///< The record, such as `parameter 3 "Filter"`; may be empty.
+    std::string field;   ///< Its name in docs/format/mx.ksy, or what stands between fields.
+    Kind kind = Kind::Raw;
+    std::string value;   ///< A number in decimal, a text; empty for bytes.
+    std::string meaning; ///< May be empty.
+    bool isRead = true;  ///< False: nobody reads it.
+};
+
+/// A group as it stands in the file.
+struct ExplainedGroup
+{
+    std::uint16_t id;
+    std::string name; ///< What it holds; empty when the identifier is not known.
+    Place place;
+    bool isRead; ///< False: unknown, or not the first of its identifier.
+};
+
+/// Where something that has a name lies.
+struct NamedPlace
+{
+    std::string what; ///< Such as "parameter 3", "default of parameter 3", "text 100".
+    std::string name;
+    Place place;
+};
+
+/// What every byte of an mx file is.
+struct Explanation
+{
+    std::vector<ExplainedGroup> groups;
+    std::vector<ExplainedPart> parts; ///< One behind the other, every byte in exactly one.
+    std::vector<NamedPlace> names;    ///< Parameters, channels and texts, by their place.
+    std::string failure;              ///< Message of a framing failure; empty: there is none.
+};
+
+/// Explains the mx data `bytes` (those of the file, nothing behind them). After a framing failure
+/// the rest of the file is one part.
+Explanation explain(const std::vector<char>& bytes);
+
+/// Returns what the group `id` holds, empty where it is not known.
+std::string groupTitle(std::uint16_t id);
+
+} // namespace mxauthor

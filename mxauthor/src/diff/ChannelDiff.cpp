@@ -1,0 +1,89 @@
+#include "diff/Differences.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+namespace mxauthor {
+
+namespace {
+
+using Channel = ModuleView::Channel;
+
+// A channel is the same one when direction and number are, the n-th of those with both.
+using Key = std::tuple<bool, std::uint8_t, unsigned>;
+
+std::map<Key, const Channel*> channelsByKey(const ModuleView& module)
+{
+    std::map<Key, const Channel*> all;
+    for (const Channel& channel : module.channels()) {
+        Key key{channel.place.input, channel.record->number.value, 0};
+        while (all.count(key) != 0) {
+            ++std::get<2>(key);
+        }
+        all.emplace(key, &channel);
+    }
+    return all;
+}
+
+std::string subjectOf(const Channel& channel)
+{
+    const char* const what = channel.place.input ? "input channel" : "output channel";
+    return named(what, channel.record->number.value, channel.name);
+}
+
+std::string addressOf(const Channel& channel)
+{
+    return channel.place.symbol.empty() ? "none" : channel.place.symbol;
+}
+
+std::string kindText(const Channel& channel)
+{
+    return std::to_string(channel.record->kind.value & 0x1FU) + " of " +
+           std::to_string(channel.record->bitLength.value) + " bits";
+}
+
+void comparePair(const Channel& old, const Channel& now, Differences& differences)
+{
+    const std::string subject = subjectOf(now);
+    if (kindText(old) == kindText(now)) {
+        if (addressOf(old) != addressOf(now)) {
+            differences.add(Effect::Breaking, "channel", subject,
+                            "moves from " + addressOf(old) + " to " + addressOf(now));
+        }
+    } else {
+        differences.add(Effect::Breaking, "channel", subject,
+                        "kind " + kindText(old) + " at " + addressOf(old) + " becomes kind " +
+                            kindText(now) + " at " + addressOf(now));
+    }
+    differences.changed(Effect::Cosmetic, "channel", subject, "name", "\"" + old.name + "\"",
+                        "\"" + now.name + "\"");
+    differences.changed(Effect::Compatible, "channel", subject, "flag 6",
+                        std::to_string(old.record->kind.value >> 6 & 1),
+                        std::to_string(now.record->kind.value >> 6 & 1));
+}
+
+} // namespace
+
+void compareChannels(const ModuleView& before, const ModuleView& after, Differences& differences)
+{
+    const auto old = channelsByKey(before);
+    const auto now = channelsByKey(after);
+    for (const auto& [key, channel] : old) {
+        const auto found = now.find(key);
+        if (found == now.end()) {
+            differences.add(Effect::Breaking, "channel", subjectOf(*channel),
+                            "at " + addressOf(*channel) + " is gone");
+        } else {
+            comparePair(*channel, *found->second, differences);
+        }
+    }
+    for (const auto& [key, channel] : now) {
+        if (old.count(key) == 0) {
+            differences.add(Effect::Compatible, "channel", subjectOf(*channel),
+                            "at " + addressOf(*channel) + " is new");
+        }
+    }
+}
+
+} // namespace mxauthor

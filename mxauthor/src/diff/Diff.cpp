@@ -1,0 +1,73 @@
+#include "mxauthor/Diff.h"
+
+#include "diff/Differences.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+std::string described(const Difference& difference)
+{
+    const std::string& subject = difference.subject;
+    return subject.empty() ? difference.text : subject + ": " + difference.text;
+}
+
+// Says whether the image stays valid, and why.
+void decide(Comparison& comparison, const ModuleView& before)
+{
+    std::vector<const Difference*> breaking;
+    for (const Difference& difference : comparison.differences) {
+        if (difference.breaksImage) {
+            breaking.push_back(&difference);
+        }
+    }
+    comparison.imageStaysValid = breaking.empty();
+    if (breaking.empty()) {
+        comparison.because = before.parameters().empty()
+                                 ? "there are no parameters"
+                                 : "every parameter lies where it lay and takes what it took";
+        return;
+    }
+    comparison.because = described(*breaking.front());
+    if (breaking.size() > 1) {
+        comparison.because += ", and " + std::to_string(breaking.size() - 1) + " more";
+    }
+}
+
+} // namespace
+
+const char* effectName(Effect effect)
+{
+    switch (effect) {
+    case Effect::Breaking:
+        return "breaking";
+    case Effect::Compatible:
+        return "compatible";
+    default:
+        return "cosmetic";
+    }
+}
+
+Comparison compare(const MxFile& before, const MxFile& after)
+{
+    const ModuleView old(before);
+    const ModuleView now(after);
+    Comparison comparison;
+    Differences differences(comparison.differences);
+    compareIdentity(old, now, differences);
+    compareSizes(old, now, differences);
+    compareParameters(old, now, differences);
+    compareChannels(old, now, differences);
+    compareTexts(old, now, differences);
+    compareOtherGroups(old, now, differences);
+    if (comparison.differences.empty() && writeMxFile(before) != writeMxFile(after)) {
+        differences.add(Effect::Cosmetic, "group", "",
+                        "only bytes that no reader shows, or the order of groups or texts, differ");
+    }
+    decide(comparison, old);
+    return comparison;
+}
+
+} // namespace mxauthor

@@ -1,0 +1,124 @@
+#include "diff/Differences.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <map>
+
+namespace mxauthor {
+
+namespace {
+
+std::string quoted(const std::string& text)
+{
+    return "\"" + text + "\"";
+}
+
+std::string moduleIdText(const ModuleView& module)
+{
+    std::uint32_t id = 0;
+    return module.moduleId(id) ? devices::parser::mx::u32AsHex(id) : "none";
+}
+
+std::map<std::string, std::string> entriesOf(const ModuleView& module, std::uint16_t id)
+{
+    std::map<std::string, std::string> all;
+    if (const auto* group = module.content<Entries>(id)) {
+        for (const Entry& entry : group->entries) {
+            all.emplace(entry.key.value, quoted(entry.value.value));
+        }
+    }
+    return all;
+}
+
+void compareEntries(const ModuleView& before, const ModuleView& after, std::uint16_t id,
+                    Differences& differences)
+{
+    const auto old = entriesOf(before, id);
+    const auto now = entriesOf(after, id);
+    for (const auto& [key, value] : old) {
+        const auto found = now.find(key);
+        differences.changed(Effect::Cosmetic, "module", "", key, value,
+                            found == now.end() ? "none" : found->second);
+    }
+    for (const auto& [key, value] : now) {
+        if (old.count(key) == 0) {
+            differences.changed(Effect::Cosmetic, "module", "", key, "none", value);
+        }
+    }
+}
+
+std::string gtinOf(const ModuleView& module)
+{
+    const auto* const extension = module.content<Extension>(0x20F0);
+    if (extension == nullptr || extension->gtinId.value == 0) {
+        return "none";
+    }
+    return quoted(module.textOf(extension->gtinId.value));
+}
+
+std::string dateOf(const ModuleView& module)
+{
+    const auto* const extension = module.content<Extension>(0x20F0);
+    if (extension == nullptr) {
+        return "none";
+    }
+    std::string date;
+    for (const std::uint8_t byte : extension->date.value) {
+        if (byte == 0 || byte == '\r') {
+            break;
+        }
+        date += static_cast<char>(byte);
+    }
+    return quoted(date);
+}
+
+const Bytes& imageOf(const ModuleView& module)
+{
+    static const Bytes none;
+    const auto* const image = module.content<ProductImage>(0x20F1);
+    return image == nullptr ? none : image->bytes.value;
+}
+
+} // namespace
+
+void compareIdentity(const ModuleView& before, const ModuleView& after, Differences& differences)
+{
+    const std::string old = moduleIdText(before);
+    const std::string now = moduleIdText(after);
+    if (old != now) {
+        differences.addBreakingImage("module", "",
+                                     "module identifier " + old + " becomes " + now);
+    }
+    compareEntries(before, after, 0x0020, differences);
+    compareEntries(before, after, 0x0040, differences);
+    differences.changed(Effect::Cosmetic, "module", "", "GTIN", gtinOf(before), gtinOf(after));
+    differences.changed(Effect::Cosmetic, "module", "", "calibration date", dateOf(before),
+                        dateOf(after));
+    if (imageOf(before) != imageOf(after)) {
+        differences.add(Effect::Cosmetic, "image", "",
+                        "the product image of " + std::to_string(imageOf(before).size()) +
+                            " bytes becomes another one of " +
+                            std::to_string(imageOf(after).size()) + " bytes");
+    }
+}
+
+void compareSizes(const ModuleView& before, const ModuleView& after, Differences& differences)
+{
+    for (const char* key : {"InData", "OutData"}) {
+        differences.changed(Effect::Breaking, "size", key, "bytes",
+                            std::to_string(before.dataSize(key)),
+                            std::to_string(after.dataSize(key)));
+    }
+    differences.changed(Effect::Compatible, "size", "Diagnosis", "bytes",
+                        std::to_string(before.dataSize("Diagnosis")),
+                        std::to_string(after.dataSize("Diagnosis")));
+    const std::size_t old = before.block().size();
+    const std::size_t now = after.block().size();
+    if (old != now) {
+        differences.addBreakingImage("size", "parameter block",
+                                     "bytes " + std::to_string(old) + " becomes " +
+                                         std::to_string(now));
+    }
+}
+
+} // namespace mxauthor

@@ -1,0 +1,220 @@
+#include "diff/Differences.h"
+
+#include "module/ConversionNumbers.h"
+
+#include <algorithm>
+#include <array>
+
+namespace mxauthor {
+
+namespace {
+
+using Parameter = ModuleView::Parameter;
+
+constexpr std::array<const char*, 10> datatypeNames = {
+    "", "UInt8", "UInt16", "SInt8", "SInt16", "Byte", "UInt32", "SInt32", "UInt64", "SInt64"};
+
+std::string datatypeText(const Parameter& parameter)
+{
+    return parameter.value.known ? datatypeNames.at(parameter.record->datatype.value)
+                                 : std::to_string(parameter.record->datatype.value);
+}
+
+std::string placeText(const Parameter& parameter)
+{
+    const ParameterValue& value = parameter.value;
+    std::string text = "byte " + std::to_string(value.byteOffset);
+    if (parameter.record->datatype.value == byteDatatype) {
+        text += ", " + std::to_string(value.bits) + (value.bits == 1 ? " bit" : " bits") +
+                " from bit " + std::to_string(value.firstBit % 8);
+    }
+    return text;
+}
+
+std::string channelText(const Parameter& parameter)
+{
+    const std::uint8_t channel = parameter.record->channel.value;
+    return channel == moduleChannel ? "the module" : "channel " + std::to_string(channel);
+}
+
+// Same channel and same name, or same channel and number where the name is another.
+bool isSame(const Parameter& a, const Parameter& b, bool byName)
+{
+    if (byName) {
+        return a.name == b.name && a.record->channel.value == b.record->channel.value;
+    }
+    return a.record->number.value == b.record->number.value;
+}
+
+// Pairs the parameters that are free on both sides.
+void pairUp(const ModuleView& before, const ModuleView& after, bool byName,
+            std::vector<ParameterPair>& pairs)
+{
+    for (const Parameter& now : after.parameters()) {
+        const auto isTaken = [&pairs](const Parameter& parameter) {
+            return std::any_of(pairs.begin(), pairs.end(), [&parameter](const ParameterPair& pair) {
+                return pair.before == &parameter || pair.after == &parameter;
+            });
+        };
+        if (isTaken(now)) {
+            continue;
+        }
+        const auto& old = before.parameters();
+        const auto found = std::find_if(old.begin(), old.end(), [&](const Parameter& candidate) {
+            return isSame(candidate, now, byName) && !isTaken(candidate);
+        });
+        if (found != old.end()) {
+            pairs.push_back({&*found, &now});
+        }
+    }
+}
+
+std::string conversionText(const ModuleView& module, const Parameter& parameter)
+{
+    const std::uint8_t id = parameter.record->conversion.value;
+    const auto* const group = module.content<Conversions>(0x20C2);
+    const bool isConverted = (parameter.record->flags.value & convertedFlag) != 0;
+    for (std::size_t i = 0; isConverted && group != nullptr && i < group->entries.size(); ++i) {
+        const Conversion& entry = group->entries[i];
+        if (entry.id.value == id) {
+            return "x " + numberText(floatOf(entry.factor.value)) + " + " +
+                   numberText(floatOf(entry.offset.value)) + " \"" +
+                   module.textOf(entry.unitId.value) + "\"";
+        }
+    }
+    return "none";
+}
+
+std::string quotedText(const ModuleView& module, std::uint16_t id)
+{
+    return id == 0 ? "none" : "\"" + module.textOf(id) + "\"";
+}
+
+void comparePlaces(const ParameterPair& pair, Differences& differences)
+{
+    const std::string subject = subjectOf(*pair.after);
+    if (placeText(*pair.before) != placeText(*pair.after)) {
+        differences.addBreakingImage("parameter", subject,
+                                     "place " + placeText(*pair.before) + " becomes " +
+                                         placeText(*pair.after));
+    }
+    if (datatypeText(*pair.before) == datatypeText(*pair.after)) {
+        return;
+    }
+    const std::string text =
+        "datatype " + datatypeText(*pair.before) + " becomes " + datatypeText(*pair.after);
+    const bool sameBits = pair.before->value.bits == pair.after->value.bits &&
+                          pair.before->value.isSigned == pair.after->value.isSigned;
+    if (sameBits) {
+        differences.add(Effect::Compatible, "parameter", subject, text);
+    } else {
+        differences.addBreakingImage("parameter", subject, text);
+    }
+}
+
+void compareShown(const ModuleView& before, const ModuleView& after, const ParameterPair& pair,
+                  Differences& differences)
+{
+    const std::string subject = subjectOf(*pair.after);
+    const ParameterRecord& old = *pair.before->record;
+    const ParameterRecord& now = *pair.after->record;
+    differences.changed(Effect::Cosmetic, "parameter", subject, "name",
+                        "\"" + pair.before->name + "\"", "\"" + pair.after->name + "\"");
+    differences.changed(Effect::Cosmetic, "parameter", subject, "number",
+                        std::to_string(old.number.value), std::to_string(now.number.value));
+    differences.changed(Effect::Cosmetic, "parameter", subject, "unit",
+                        quotedText(before, old.unitId.value), quotedText(after, now.unitId.value));
+    differences.changed(Effect::Compatible, "parameter", subject, "flags",
+                        std::to_string(old.flags.value), std::to_string(now.flags.value));
+    differences.changed(Effect::Compatible, "parameter", subject, "conversion",
+                        conversionText(before, *pair.before), conversionText(after, *pair.after));
+}
+
+void comparePair(const ModuleView& before, const ModuleView& after, const ParameterPair& pair,
+                 Differences& differences)
+{
+    const std::string subject = subjectOf(*pair.after);
+    comparePlaces(pair, differences);
+    compareAcceptedValues(before, after, pair, differences);
+    if (pair.before->value.present && pair.after->value.present) {
+        differences.changed(Effect::Compatible, "parameter", subject, "default",
+                            pair.before->value.value.text(), pair.after->value.value.text());
+    }
+    compareShown(before, after, pair, differences);
+    differences.changed(Effect::Breaking, "parameter", subject, "it belongs to",
+                        channelText(*pair.before), channelText(*pair.after));
+}
+
+// What a stored image holds for a parameter that it does not know are the defaults of its time.
+void addNew(const ModuleView& before, const ModuleView& after, const Parameter& parameter,
+            Differences& differences)
+{
+    const std::string subject = subjectOf(parameter);
+    const ParameterValue then = parameterValues({*parameter.record}, before.block()).front();
+    if (then.present && accepts(after, parameter, then.value)) {
+        differences.add(Effect::Compatible, "parameter", subject,
+                        "is new; a stored image holds " + then.value.text() + " there");
+    } else {
+        differences.addBreakingImage("parameter", subject,
+                                     then.present
+                                         ? "is new, and a stored image holds " +
+                                               then.value.text() + ", which it does not accept"
+                                         : "is new, and a stored image has no bytes for it");
+    }
+}
+
+void compareOrder(const std::vector<ParameterPair>& pairs, Differences& differences)
+{
+    // Parameters stand in their vectors in file order, so their addresses tell it.
+    std::vector<ParameterPair> sorted = pairs;
+    std::sort(sorted.begin(), sorted.end(), [](const ParameterPair& a, const ParameterPair& b) {
+        return a.after < b.after;
+    });
+    const bool inOrder = std::is_sorted(
+        sorted.begin(), sorted.end(),
+        [](const ParameterPair& a, const ParameterPair& b) { return a.before < b.before; });
+    if (!inOrder) {
+        differences.add(Effect::Breaking, "parameter", "",
+                        "the order changes, which Modbus registers follow");
+    }
+}
+
+template <typename Side>
+bool isPaired(const std::vector<ParameterPair>& pairs, Side side, const Parameter& parameter)
+{
+    return std::any_of(pairs.begin(), pairs.end(),
+                       [&](const ParameterPair& pair) { return pair.*side == &parameter; });
+}
+
+} // namespace
+
+std::string subjectOf(const Parameter& parameter)
+{
+    const std::uint8_t channel = parameter.record->channel.value;
+    return named("parameter", parameter.record->number.value, parameter.name) +
+           (channel == moduleChannel ? "" : " of channel " + std::to_string(channel));
+}
+
+void compareParameters(const ModuleView& before, const ModuleView& after, Differences& differences)
+{
+    std::vector<ParameterPair> pairs;
+    pairUp(before, after, true, pairs);
+    pairUp(before, after, false, pairs);
+    for (const ParameterPair& pair : pairs) {
+        comparePair(before, after, pair, differences);
+    }
+    for (const Parameter& parameter : before.parameters()) {
+        if (!isPaired(pairs, &ParameterPair::before, parameter)) {
+            differences.add(Effect::Breaking, "parameter", subjectOf(parameter),
+                            "is gone: Modbus registers behind it move");
+        }
+    }
+    for (const Parameter& parameter : after.parameters()) {
+        if (!isPaired(pairs, &ParameterPair::after, parameter)) {
+            addNew(before, after, parameter, differences);
+        }
+    }
+    compareOrder(pairs, differences);
+}
+
+} // namespace mxauthor

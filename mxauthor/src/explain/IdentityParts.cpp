@@ -1,0 +1,142 @@
+#include "explain/GroupParts.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <algorithm>
+#include <set>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::size_t identitySize = 5;
+
+std::string identityMeaning(const Dataset& dataset)
+{
+    const Bytes& data = dataset.data.value;
+    if (data.size() != identitySize) {
+        return "5 bytes expected: module type and identifier";
+    }
+    std::string id;
+    for (std::size_t i = 1; i < data.size(); ++i) {
+        id += devices::parser::mx::u8AsHex(data[i]);
+    }
+    return "module type " + std::to_string(data[0]) + ", module identifier " + id;
+}
+
+const std::set<std::string>& readKeys()
+{
+    static const std::set<std::string> keys = {
+        "BrandLabelName", "BrandVersion",   "BrandId",         "BrandSerialNumber",
+        "ProductVersion", "BrandOrderCode", "BrandHwRevision", "Component"};
+    return keys;
+}
+
+// What a line of group 0x0011 adds to a size; empty for a line that is skipped.
+std::string sizeMeaning(const std::string& line)
+{
+    for (const std::string key : dataSizeKeys) {
+        if (line.compare(0, key.size(), key) != 0) {
+            continue;
+        }
+        int size = 0;
+        for (const char code : line.substr(key.size())) {
+            const int more = dataSizeOfCode(code);
+            if (more < 0) {
+                return "\"" + std::string(1, code) + "\" stands for no size";
+            }
+            size += more;
+        }
+        return std::to_string(size) + (size == 1 ? " byte" : " bytes");
+    }
+    return "";
+}
+
+} // namespace
+
+void explainGroup(PartList& parts, const ModuleView& /*module*/, const RawGroup& group)
+{
+    parts.bytes(group.bytes, "payload", "");
+}
+
+void explainGroup(PartList& parts, const ModuleView& module, const Header& group)
+{
+    const Place& tail = module.file().tail.place;
+    const std::uint32_t size = tail.offset + tail.length;
+    parts.number(group.contentLength, "content_length",
+                 group.contentLength.value == size ? "bytes, the whole file" : "bytes are groups");
+    parts.bytes(group.rest, "rest", "");
+    parts.unread();
+}
+
+void explainGroup(PartList& parts, const ModuleView& /*module*/, const Identity& group)
+{
+    bool isFound = false;
+    for (std::size_t i = 0; i < group.datasets.size(); ++i) {
+        const Dataset& dataset = group.datasets[i];
+        const bool isIdentity = dataset.id.value == identityDataset && !isFound;
+        isFound |= isIdentity;
+        parts.beginRecord(i, "dataset 0x" + devices::parser::mx::u8AsHex(dataset.id.value));
+        parts.number(dataset.id, "id", isIdentity ? "module identity" : "");
+        parts.number(dataset.size, "size", "bytes of data");
+        parts.number(dataset.unread, "unread", "");
+        parts.unread();
+        parts.bytes(dataset.data, "data", isIdentity ? identityMeaning(dataset) : "");
+        if (!isIdentity) {
+            parts.unread();
+        }
+        parts.number(dataset.trailer, "trailer", "");
+        parts.unread();
+    }
+}
+
+void explainGroup(PartList& parts, const ModuleView& /*module*/, const DataSizes& group)
+{
+    for (std::size_t i = 0; i < group.lines.size(); ++i) {
+        const std::string meaning = sizeMeaning(group.lines[i].value);
+        parts.beginRecord(i, "");
+        parts.text(group.lines[i], "line", meaning);
+        if (meaning.empty()) {
+            parts.unread();
+        }
+    }
+}
+
+void explainGroup(PartList& parts, const ModuleView& /*module*/, const Entries& group)
+{
+    std::set<std::string> seen;
+    for (std::size_t i = 0; i < group.entries.size(); ++i) {
+        const Entry& entry = group.entries[i];
+        const bool isRead =
+            readKeys().count(entry.key.value) != 0 && seen.insert(entry.key.value).second;
+        parts.beginRecord(i, "entry \"" + entry.key.value + "\"");
+        parts.text(entry.key, "key", "");
+        parts.number(entry.kind, "kind", "any byte");
+        parts.unread();
+        parts.text(entry.value, "value", "");
+        if (!isRead) {
+            parts.unread();
+        }
+    }
+}
+
+void explainGroup(PartList& parts, const ModuleView& module, const Extension& group)
+{
+    parts.number(group.version, "version", "");
+    parts.number(group.gtinId, "gtin_id", "GTIN: " + textMeaning(module, group.gtinId.value, true));
+    const Bytes& bytes = group.date.value;
+    const auto end = std::find_if(bytes.begin(), bytes.end() - 1,
+                                  [](std::uint8_t byte) { return byte == 0 || byte == '\r'; });
+    parts.bytes(group.date, "date",
+                "calibration date \"" + std::string(bytes.begin(), end) +
+                    "\", the last byte is not read");
+    parts.bytes(group.rest, "rest", "");
+    parts.unread();
+}
+
+void explainGroup(PartList& parts, const ModuleView& /*module*/, const ProductImage& group)
+{
+    parts.bytes(group.bytes, "image", "SVG, compressed with gzip");
+}
+
+} // namespace mxauthor

@@ -1,0 +1,80 @@
+#include "explain/NamedPlaces.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::uint32_t parameterRecordSize = 29;
+constexpr std::uint32_t channelNameSize = 3;
+constexpr std::uint32_t lineEndSize = 2;
+
+// From the first field of a record to the end of its last.
+Place from(const Place& first, std::uint32_t end)
+{
+    return {first.group, first.offset, end - first.offset};
+}
+
+void addParameters(const ModuleView& module, std::vector<NamedPlace>& all)
+{
+    const auto* const block = module.content<ParameterBlock>(0x0010);
+    for (const ModuleView::Parameter& parameter : module.parameters()) {
+        const std::string what = named("parameter", parameter.record->number.value, "");
+        const Place& number = parameter.record->number.place;
+        all.push_back({what, parameter.name, from(number, number.offset + parameterRecordSize)});
+        if (block != nullptr && parameter.value.present) {
+            const Place& bytes = block->block.place;
+            all.push_back(
+                {"default of " + what,
+                 parameter.name,
+                 {bytes.group, bytes.offset + parameter.value.byteOffset, parameter.value.size}});
+        }
+    }
+}
+
+void addChannels(const ModuleView& module, std::vector<NamedPlace>& all)
+{
+    for (const ModuleView::Channel& channel : module.channels()) {
+        const ChannelRecord& record = *channel.record;
+        const Place& last =
+            record.words.empty() ? record.wordCount.place : record.words.back().place;
+        all.push_back({named("channel", record.number.value, "") +
+                           (channel.place.symbol.empty() ? "" : " (" + channel.place.symbol + ")"),
+                       channel.name, from(record.number.place, last.offset + last.length)});
+    }
+    const auto* const names = module.content<ChannelNames>(0x20D7);
+    for (std::size_t i = 0; names != nullptr && i < names->entries.size(); ++i) {
+        const ChannelName& entry = names->entries[i];
+        all.push_back({"name of " + named("channel", entry.channel.value, ""),
+                       module.textOf(entry.textId.value),
+                       from(entry.channel.place, entry.channel.place.offset + channelNameSize)});
+    }
+}
+
+void addTexts(const ModuleView& module, std::vector<NamedPlace>& all)
+{
+    const auto* const table = module.content<TextTable>(0x20D3);
+    for (std::size_t i = 0; table != nullptr && i < table->texts.size(); ++i) {
+        const TextRecord& record = table->texts[i];
+        const Place& text = record.text.place;
+        all.push_back({named("text", record.id.value, ""), record.text.value,
+                       from(record.id.place, text.offset + text.length + lineEndSize)});
+    }
+}
+
+} // namespace
+
+std::vector<NamedPlace> namedPlaces(const ModuleView& module)
+{
+    std::vector<NamedPlace> all;
+    addParameters(module, all);
+    addChannels(module, all);
+    addTexts(module, all);
+    std::stable_sort(all.begin(), all.end(), [](const NamedPlace& a, const NamedPlace& b) {
+        return a.place.offset < b.place.offset;
+    });
+    return all;
+}
+
+} // namespace mxauthor

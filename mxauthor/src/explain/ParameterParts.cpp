@@ -1,0 +1,190 @@
+#include "explain/GroupParts.h"
+#include "module/ConversionNumbers.h"
+
+#include <array>
+
+namespace mxauthor {
+
+namespace {
+
+using Parameter = ModuleView::Parameter;
+
+constexpr std::array<const char*, 10> datatypeNames = {
+    "", "UInt8", "UInt16", "SInt8", "SInt16", "Byte", "UInt32", "SInt32", "UInt64", "SInt64"};
+
+std::string datatypeMeaning(std::uint8_t datatype)
+{
+    return datatype == 0 || datatype >= datatypeNames.size() ? "no datatype, expected 1 to 9"
+                                                             : datatypeNames.at(datatype);
+}
+
+std::string flagsMeaning(std::uint8_t flags)
+{
+    std::string text = (flags & convertedFlag) != 0 ? "shown in physical units" : "shown as it is";
+    text += (flags & 1) != 0 ? ", flag 0" : "";
+    return text + ((flags & 2) != 0 ? ", flag 1" : "");
+}
+
+// "none" for an identifier 0.
+std::string idMeaning(const char* what, std::uint8_t id)
+{
+    return id == 0 ? "none" : std::string(what) + " " + std::to_string(id);
+}
+
+std::string boundMeaning(const ParameterRecord& record, const WideNumber& number)
+{
+    const bool isNone = record.minimum.value == 0 && record.maximum.value == 0;
+    return isNone ? "no range is stated" : number.text();
+}
+
+std::string bitMeaning(const ParameterRecord& record, const char* meaning)
+{
+    return record.datatype.value == byteDatatype ? meaning : "for datatype Byte alone";
+}
+
+void explainRecord(PartList& parts, const ModuleView& module, const Parameter& parameter)
+{
+    const ParameterRecord& record = *parameter.record;
+    const ParameterValue& value = parameter.value;
+    parts.number(record.number, "number", "parameter number");
+    parts.number(record.nameId, "name_id",
+                 "name: " + textMeaning(module, record.nameId.value, false));
+    parts.number(record.position, "position",
+                 "byte " + std::to_string(value.byteOffset) + " of the parameter block");
+    parts.number(record.datatype, "datatype", datatypeMeaning(record.datatype.value));
+    parts.number(record.flags, "flags", flagsMeaning(record.flags.value));
+    parts.number(record.conversion, "conversion", idMeaning("conversion", record.conversion.value));
+    parts.number(record.optionList, "option_list",
+                 idMeaning("option list", record.optionList.value));
+    parts.number(record.minimum, "minimum", boundMeaning(record, value.minimum));
+    parts.number(record.maximum, "maximum", boundMeaning(record, value.maximum));
+    parts.number(record.unitId, "unit_id",
+                 "unit: " + textMeaning(module, record.unitId.value, true));
+    parts.number(record.bitLength, "bit_length", bitMeaning(record, "bits"));
+    parts.number(record.bitOffset, "bit_offset", bitMeaning(record, "first bit"));
+    parts.number(record.channel, "channel",
+                 record.channel.value == moduleChannel ? "the module itself" : "channel");
+}
+
+std::string subjectOf(const Parameter& parameter)
+{
+    return named("parameter", parameter.record->number.value, parameter.name);
+}
+
+bool holdsByte(const Parameter& parameter, std::uint32_t byte)
+{
+    return parameter.value.byteOffset <= byte &&
+           byte < parameter.value.byteOffset + parameter.value.size;
+}
+
+std::vector<const Parameter*> holdersOf(const ModuleView& module, std::uint32_t byte)
+{
+    std::vector<const Parameter*> holders;
+    for (const Parameter& parameter : module.parameters()) {
+        if (holdsByte(parameter, byte)) {
+            holders.push_back(&parameter);
+        }
+    }
+    return holders;
+}
+
+// Which bits of its byte a bit field has; empty for whole bytes.
+std::string bitsText(const ParameterValue& value)
+{
+    if (value.bits % 8 == 0) {
+        return "";
+    }
+    const std::string first = std::to_string(value.firstBit % 8);
+    return value.bits == 1 ? " (bit " + first + ")"
+                           : " (bits " + first + " to " +
+                                 std::to_string(value.firstBit % 8 + value.bits - 1) + ")";
+}
+
+std::string defaultsMeaning(const std::vector<const Parameter*>& holders)
+{
+    std::string text;
+    for (const Parameter* parameter : holders) {
+        text += text.empty() ? "default of " : "; default of ";
+        text += subjectOf(*parameter);
+        if (parameter->value.present) {
+            text += ": " + parameter->value.value.text();
+        }
+        text += bitsText(parameter->value);
+    }
+    return text;
+}
+
+} // namespace
+
+void explainGroup(PartList& parts, const ModuleView& module, const ParameterBlock& group)
+{
+    parts.number(group.version, "version", "");
+    parts.number(group.descriptor, "descriptor",
+                 "a header of " + std::to_string(parameterBlockHeaderSize(group.descriptor.value)) +
+                     " bytes");
+    parts.bytes(group.skipped, "skipped", "the rest of the header");
+    parts.unread();
+    const Place& place = group.block.place;
+    for (std::uint32_t begin = 0; begin < place.length;) {
+        const auto holders = holdersOf(module, begin);
+        std::uint32_t end = begin + 1;
+        while (end < place.length && holdersOf(module, end) == holders) {
+            ++end;
+        }
+        parts.bytesAt({place.group, place.offset + begin, end - begin}, "block",
+                      holders.empty() ? "no parameter" : defaultsMeaning(holders));
+        if (holders.empty()) {
+            parts.unread();
+        }
+        begin = end;
+    }
+}
+
+void explainGroup(PartList& parts, const ModuleView& module, const Parameters& group)
+{
+    // A repeated group is no part of the module: its values are decoded here.
+    const std::vector<ParameterValue> values = parameterValues(group.records, module.block());
+    for (std::size_t i = 0; i < group.records.size(); ++i) {
+        const ParameterRecord& record = group.records[i];
+        const Parameter parameter{&record, module.textOf(record.nameId.value), values[i]};
+        parts.beginRecord(i, subjectOf(parameter));
+        explainRecord(parts, module, parameter);
+    }
+    parts.endRecords();
+    parts.bytes(group.rest, "rest", "no whole record");
+}
+
+void explainGroup(PartList& parts, const ModuleView& module, const OptionLists& group)
+{
+    std::size_t record = 0;
+    for (const OptionList& list : group.lists) {
+        const std::string subject = named("option list", list.id.value, "");
+        parts.beginRecord(record++, subject);
+        parts.number(list.id, "id", "");
+        parts.number(list.count, "count", "options");
+        for (const Option& option : list.options) {
+            parts.number(option.value, "value", "");
+            parts.number(option.textId, "text_id",
+                         "option: " + textMeaning(module, option.textId.value, false));
+        }
+    }
+    parts.endRecords();
+    parts.bytes(group.rest, "rest", "no whole option list");
+}
+
+void explainGroup(PartList& parts, const ModuleView& module, const Conversions& group)
+{
+    for (std::size_t i = 0; i < group.entries.size(); ++i) {
+        const Conversion& entry = group.entries[i];
+        parts.beginRecord(i, named("conversion", entry.id.value, ""));
+        parts.number(entry.id, "id", "");
+        parts.number(entry.factor, "factor", numberText(floatOf(entry.factor.value)));
+        parts.number(entry.offset, "offset", numberText(floatOf(entry.offset.value)));
+        parts.number(entry.unitId, "unit_id",
+                     "unit: " + textMeaning(module, entry.unitId.value, true));
+    }
+    parts.endRecords();
+    parts.bytes(group.rest, "rest", "no whole conversion");
+}
+
+} // namespace mxauthor

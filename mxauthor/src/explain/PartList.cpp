@@ -1,0 +1,112 @@
+#include "explain/PartList.h"
+
+namespace mxauthor {
+
+namespace {
+
+using Kind = ExplainedPart::Kind;
+
+// Names what stands between two fields.
+const char* fillingName(const Place& place, const std::vector<char>& bytes)
+{
+    return place.length == 2 && bytes[place.offset] == '\r' ? "line_end" : "separator";
+}
+
+} // namespace
+
+void PartList::beginRecord(std::size_t index, const std::string& subjectOfRecord)
+{
+    record = static_cast<int>(index);
+    subject = subjectOfRecord;
+}
+
+void PartList::endRecords()
+{
+    record = -1;
+    subject.clear();
+}
+
+void PartList::add(const Place& place, const char* name, Kind kind, const std::string& value,
+                   const std::string& meaning)
+{
+    lastIsEmpty = place.length == 0;
+    if (!lastIsEmpty) {
+        parts.push_back({place, group, record, subject, name, kind, value, meaning, groupIsRead});
+    }
+}
+
+void PartList::number(const Field<std::uint8_t>& field, const char* name,
+                      const std::string& meaning)
+{
+    add(field.place, name, Kind::Number, std::to_string(field.value), meaning);
+}
+
+void PartList::number(const Field<std::uint16_t>& field, const char* name,
+                      const std::string& meaning)
+{
+    add(field.place, name, Kind::Number, std::to_string(field.value), meaning);
+}
+
+void PartList::number(const Field<std::uint32_t>& field, const char* name,
+                      const std::string& meaning)
+{
+    add(field.place, name, Kind::Number, std::to_string(field.value), meaning);
+}
+
+void PartList::number(const Field<std::uint64_t>& field, const char* name,
+                      const std::string& meaning)
+{
+    add(field.place, name, Kind::Number, std::to_string(field.value), meaning);
+}
+
+void PartList::text(const Field<std::string>& field, const char* name, const std::string& meaning)
+{
+    add(field.place, name, Kind::Text, field.value, meaning);
+}
+
+void PartList::bytes(const Field<Bytes>& field, const char* name, const std::string& meaning)
+{
+    add(field.place, name, Kind::Raw, "", meaning);
+}
+
+void PartList::bytesAt(const Place& place, const char* name, const std::string& meaning)
+{
+    add(place, name, Kind::Raw, "", meaning);
+}
+
+void PartList::unread()
+{
+    if (!lastIsEmpty) {
+        parts.back().isRead = false;
+    }
+}
+
+void PartList::appendTo(std::vector<ExplainedPart>& target, const Place& payload,
+                        const std::vector<char>& bytesOfFile) &&
+{
+    std::uint32_t next = payload.offset;
+    const auto fillUpTo = [&](std::uint32_t end, const ExplainedPart& behind) {
+        if (next < end) {
+            ExplainedPart filling = behind;
+            filling.place = {payload.group, next, end - next};
+            filling.field = fillingName(filling.place, bytesOfFile);
+            filling.kind = Kind::Raw;
+            filling.value.clear();
+            filling.meaning.clear();
+            filling.isRead = groupIsRead;
+            target.push_back(filling);
+        }
+        next = end;
+    };
+    ExplainedPart previous;
+    previous.group = group;
+    for (ExplainedPart& part : parts) {
+        fillUpTo(part.place.offset, previous);
+        next += part.place.length;
+        previous = part;
+        target.push_back(std::move(part));
+    }
+    fillUpTo(payload.offset + payload.length, previous);
+}
+
+} // namespace mxauthor

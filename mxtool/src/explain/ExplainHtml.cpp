@@ -1,0 +1,124 @@
+#include "ShownText.h"
+#include "explain/ExplainOutput.h"
+
+#include <fmt/format.h>
+
+namespace mxtool {
+
+namespace {
+
+using mxauthor::ExplainedPart;
+
+constexpr const char* style = R"(
+body { font: 14px/1.45 system-ui, sans-serif; margin: 2em auto; max-width: 75em; color: #222;
+       background: #fff; padding: 0 1em; }
+h1 { font-size: 1.3em; }
+h2 { font-size: 1.05em; margin: 1.6em 0 .3em; }
+table { border-collapse: collapse; width: 100%; }
+td { padding: .1em .7em .1em 0; vertical-align: top; }
+td.offset, td.bytes { font-family: ui-monospace, monospace; white-space: pre-wrap; }
+td.offset { color: #666; white-space: nowrap; width: 6em; }
+td.bytes { width: 17em; overflow-wrap: anywhere; }
+td.field { white-space: nowrap; width: 9em; }
+tr.record td { padding-top: .6em; font-weight: 600; }
+tr.unread td { color: #8a8a8a; font-style: italic; }
+tr:hover td { background: #fff3c4; }
+nav a { margin-right: 1em; white-space: nowrap; }
+@media (prefers-color-scheme: dark) {
+  body { background: #1b1b1b; color: #ddd; } tr:hover td { background: #4a4120; }
+  td.offset { color: #999; } nav a { color: #8ab4f8; }
+}
+)";
+
+// Control characters are shown as on a terminal; no byte of a file becomes markup.
+std::string escaped(const std::string& text)
+{
+    std::string html;
+    for (const char c : forTerminal(text)) {
+        switch (c) {
+        case '&':
+            html += "&amp;";
+            break;
+        case '<':
+            html += "&lt;";
+            break;
+        case '>':
+            html += "&gt;";
+            break;
+        case '"':
+            html += "&quot;";
+            break;
+        default:
+            html += c;
+        }
+    }
+    return html;
+}
+
+std::string rowOf(const ExplainedFile& file, const ExplainedPart& part)
+{
+    const std::string value = valueOfPart(part);
+    const std::string meaning = meaningOfPart(part);
+    const std::string gap = value.empty() || meaning.empty() ? "" : " – ";
+    return fmt::format("<tr{}><td class=\"offset\">{:#08x}</td><td class=\"bytes\">{}</td>"
+                       "<td class=\"field\">{}</td><td>{}{}{}</td></tr>\n",
+                       part.isRead ? "" : " class=\"unread\"", part.place.offset,
+                       hexOfPart(file, part), escaped(part.field), escaped(value), gap,
+                       escaped(meaning));
+}
+
+std::string navigation(const ExplainedFile& file)
+{
+    std::string html = "<nav>";
+    for (std::size_t i = 0; i < file.explanation.groups.size(); ++i) {
+        const auto& group = file.explanation.groups[i];
+        html +=
+            fmt::format("<a href=\"#group-{}\">{:04x} {}</a> ", i, group.id, escaped(group.name));
+    }
+    return html + "</nav>\n";
+}
+
+std::string groupTables(const ExplainedFile& file)
+{
+    std::string html;
+    const ExplainedPart* previous = nullptr;
+    for (const ExplainedPart& part : file.explanation.parts) {
+        if (previous == nullptr || previous->group != part.group) {
+            html += previous == nullptr ? "" : "</table>\n";
+            if (part.group >= 0) {
+                const auto& group = file.explanation.groups[static_cast<std::size_t>(part.group)];
+                html += fmt::format("<h2 id=\"group-{}\">{}</h2>\n", part.group,
+                                    escaped(headingOf(group)));
+            }
+            html += "<table>\n";
+        }
+        const bool begins =
+            previous == nullptr || previous->record != part.record || previous->group != part.group;
+        if (begins && !part.subject.empty()) {
+            html += fmt::format("<tr class=\"record\"><td></td><td colspan=\"3\">{}</td></tr>\n",
+                                escaped(part.subject));
+        }
+        html += rowOf(file, part);
+        previous = &part;
+    }
+    return html + (previous == nullptr ? "" : "</table>\n");
+}
+
+} // namespace
+
+std::string explainHtml(const ExplainedFile& file)
+{
+    const std::string name = escaped(file.name);
+    return fmt::format(
+        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+        "<meta name=\"viewport\" content=\"width=device-width\">\n"
+        "<title>{}</title>\n<style>{}</style>\n</head>\n<body>\n"
+        "<h1>{}, {} bytes</h1>\n{}{}{}</body>\n</html>\n",
+        name, style, name, file.bytes.size(),
+        file.explanation.failure.empty()
+            ? ""
+            : fmt::format("<p><strong>{}</strong></p>\n", escaped(file.explanation.failure)),
+        navigation(file), groupTables(file));
+}
+
+} // namespace mxtool

@@ -1,0 +1,71 @@
+#include "ShownText.h"
+#include "explain/ExplainOutput.h"
+
+#include <devices/parser/mx/HexText.h>
+
+namespace mxtool {
+
+namespace {
+
+using devices::parser::mx::u16AsHex;
+using mxauthor::ExplainedGroup;
+using mxauthor::ExplainedPart;
+
+// Numbers beyond 32 bits stay texts: not every reader of JSON holds them.
+Json valueJson(const ExplainedPart& part)
+{
+    switch (part.kind) {
+    case ExplainedPart::Kind::Number:
+        return part.place.length > 4 ? Json(part.value) : Json(std::stoul(part.value));
+    case ExplainedPart::Kind::Text:
+        return toUtf8(part.value);
+    default:
+        return {};
+    }
+}
+
+Json indexJson(int index)
+{
+    return index < 0 ? Json() : Json(index);
+}
+
+Json partJson(const ExplainedFile& file, const ExplainedPart& part)
+{
+    return {{"offset", part.place.offset},     {"length", part.place.length},
+            {"group", indexJson(part.group)},  {"record", indexJson(part.record)},
+            {"subject", toUtf8(part.subject)}, {"field", part.field},
+            {"value", valueJson(part)},        {"bytes", hexOfPart(file, part)},
+            {"meaning", toUtf8(part.meaning)}, {"read", part.isRead}};
+}
+
+Json groupJson(const ExplainedGroup& group)
+{
+    return {{"id", u16AsHex(group.id)},
+            {"name", group.name},
+            {"offset", group.place.offset},
+            {"length", group.place.length},
+            {"read", group.isRead}};
+}
+
+} // namespace
+
+Json explainJson(const ExplainedFile& file)
+{
+    Json groups = Json::array();
+    for (const ExplainedGroup& group : file.explanation.groups) {
+        groups.push_back(groupJson(group));
+    }
+    Json parts = Json::array();
+    for (const ExplainedPart& part : file.explanation.parts) {
+        parts.push_back(partJson(file, part));
+    }
+    const std::string& failure = file.explanation.failure;
+    return {{"schema", jsonSchema("mxtool.explain", 1)},
+            {"file", toUtf8(file.name)},
+            {"size", file.bytes.size()},
+            {"groups", groups},
+            {"parts", parts},
+            {"failure", failure.empty() ? Json() : Json(failure)}};
+}
+
+} // namespace mxtool

@@ -1,0 +1,116 @@
+#include "NearestWords.h"
+#include "Refusal.h"
+#include "ShownText.h"
+#include "TextTable.h"
+#include "explain/ExplainOutput.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <set>
+
+namespace mxtool {
+
+namespace {
+
+using mxauthor::ExplainedPart;
+using mxauthor::NamedPlace;
+
+// A number in decimal, or in hexadecimal behind 0x.
+std::size_t offsetOf(const std::string& word, std::size_t size)
+{
+    const bool isHex = word.rfind("0x", 0) == 0 || word.rfind("0X", 0) == 0;
+    std::size_t offset = 0;
+    const char* const begin = word.data() + (isHex ? 2 : 0);
+    const char* const end = word.data() + word.size();
+    const auto result = std::from_chars(begin, end, offset, isHex ? 16 : 10);
+    if (result.ec != std::errc() || result.ptr != end) {
+        throw Refusal("\"" + word + "\" is no offset",
+                      "a number in decimal, or in hexadecimal behind 0x");
+    }
+    if (offset >= size) {
+        throw Refusal(fmt::format("{0} ({0:#x}) lies outside the file of {1} bytes", offset, size));
+    }
+    return offset;
+}
+
+const ExplainedPart& partAt(const ExplainedFile& file, std::size_t offset)
+{
+    const auto& parts = file.explanation.parts;
+    return *std::find_if(parts.begin(), parts.end(), [offset](const ExplainedPart& part) {
+        return offset < std::size_t{part.place.offset} + part.place.length;
+    });
+}
+
+std::string line(const char* what, const std::string& text)
+{
+    return text.empty() ? "" : fmt::format("{:<8} {}\n", what, forTerminal(text));
+}
+
+std::string groupLine(const ExplainedFile& file, const ExplainedPart& part)
+{
+    return part.group < 0
+               ? "none"
+               : headingOf(file.explanation.groups[static_cast<std::size_t>(part.group)])
+                     .substr(std::string("group ").size());
+}
+
+std::string fieldLine(const ExplainedPart& part, std::size_t offset)
+{
+    return part.place.length == 1
+               ? part.field
+               : fmt::format("{}, byte {} of {} from {:#08x}", part.field,
+                             offset - part.place.offset, part.place.length, part.place.offset);
+}
+
+// Names are compared as people see them.
+std::vector<const NamedPlace*> placesOf(const ExplainedFile& file, const std::string& name)
+{
+    std::vector<const NamedPlace*> found;
+    for (const NamedPlace& place : file.explanation.names) {
+        if (toUtf8(place.name) == toUtf8(name)) {
+            found.push_back(&place);
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+std::string explainByte(const ExplainedFile& file, const std::string& word)
+{
+    const std::size_t offset = offsetOf(word, file.bytes.size());
+    const ExplainedPart& part = partAt(file, offset);
+    const auto byte = static_cast<unsigned char>(file.bytes[offset]);
+    return line("byte", fmt::format("{0:#04x} ({0}) at {1:#08x} ({1})", byte, offset)) +
+           line("group", groupLine(file, part)) + line("record", part.subject) +
+           line("field", fieldLine(part, offset)) +
+           line("bytes", part.place.length <= 16 ? hexOfPart(file, part) : "") +
+           line("value", valueOfPart(part)) + line("meaning", part.meaning) +
+           line("read", part.isRead ? "yes" : "no, nobody reads it");
+}
+
+std::string explainName(const ExplainedFile& file, const std::string& name)
+{
+    const auto found = placesOf(file, name);
+    if (found.empty()) {
+        std::set<std::string> names;
+        for (const NamedPlace& place : file.explanation.names) {
+            names.insert(toUtf8(place.name));
+        }
+        throw Refusal("No parameter, channel or text is called \"" + name + "\"" +
+                      didYouMean(name, {names.begin(), names.end()}));
+    }
+    TextTable table({"What", "Group", "Offset", "Bytes"});
+    for (const NamedPlace* place : found) {
+        table.add({place->what, devices::parser::mx::u16AsHex(place->place.group),
+                   fmt::format("{0:#08x} ({0})", place->place.offset),
+                   std::to_string(place->place.length)});
+    }
+    return table.text();
+}
+
+} // namespace mxtool

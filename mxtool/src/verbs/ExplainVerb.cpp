@@ -1,0 +1,96 @@
+#include "Diagnostic.h"
+#include "InputFile.h"
+#include "OutputFile.h"
+#include "Refusal.h"
+#include "TerminalColour.h"
+#include "Verbs.h"
+#include "explain/ExplainOutput.h"
+
+#include <unistd.h>
+
+namespace mxtool {
+
+namespace {
+
+constexpr const char* footer = R"(Example:
+  $ mxtool explain examples/modules/MX0304.bin --at 0x128
+  byte     0x25 (37) at 0x000128 (296)
+  group    0010, parameter block: 46 bytes at 0x00011b (283)
+  field    block, byte 0 of 2 from 0x000128
+  bytes    25 1c
+  meaning  default of parameter 3 "Upper limit": 9500
+  read     yes
+)";
+
+struct ExplainOptions
+{
+    std::string file;
+    std::string at;   // an offset; empty: none
+    std::string name; // of a parameter, channel or text; empty: none
+    std::string format = "text";
+    std::string output = "-";
+};
+
+std::string formatted(const ExplainedFile& file, const ExplainOptions& options)
+{
+    if (!options.at.empty()) {
+        return explainByte(file, options.at);
+    }
+    if (!options.name.empty()) {
+        return explainName(file, options.name);
+    }
+    if (options.format == "json") {
+        return jsonText(explainJson(file));
+    }
+    if (options.format == "html") {
+        return explainHtml(file);
+    }
+    return explainText(file, options.output == "-" && takesColour(STDOUT_FILENO));
+}
+
+ExitCode explainFile(const ExplainOptions& options)
+{
+    ExplainedFile file{inputName(options.file), loadBytes(options.file), {}};
+    file.explanation = mxauthor::explain(file.bytes);
+    try {
+        writeOutput(options.output, formatted(file, options));
+    } catch (const Refusal& refusal) {
+        throw Failure(ExitCode::Usage, {"error", file.name, refusal.what(), refusal.hint});
+    }
+    const std::string& failure = file.explanation.failure;
+    if (!failure.empty()) {
+        report({"error", placeInFile(file.name, file.explanation.parts.back().place.offset),
+                failure, "mxtool check " + options.file + " tells more"});
+        return ExitCode::Input;
+    }
+    return ExitCode::Done;
+}
+
+void addOptions(CLI::App& verb, ExplainOptions& options)
+{
+    verb.add_option("FILE", options.file, "The mx file, - for standard input")->required();
+    CLI::Option* const at =
+        verb.add_option("--at", options.at, "Tell what the byte at this offset is (419 or 0x1a3)");
+    CLI::Option* const where = verb.add_option(
+        "--where", options.name, "Tell where the parameters, channels and texts of this name lie");
+    at->excludes(where);
+    CLI::Option* const format =
+        verb.add_option("--format", options.format, "text, json or html (a page of its own)")
+            ->check(CLI::IsMember({"text", "json", "html"}));
+    format->excludes(at);
+    format->excludes(where);
+    verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
+}
+
+} // namespace
+
+void addExplainVerb(CLI::App& program, const GlobalOptions& /*global*/, const VerbChoice& choose)
+{
+    CLI::App* verb = program.add_subcommand("explain", "Tell what every byte of an mx file is");
+    auto options = std::make_shared<ExplainOptions>();
+    addOptions(*verb, *options);
+    verb->footer(footer);
+    verb->callback([options, choose] { choose([options] { return explainFile(*options); }); });
+}
+
+} // namespace mxtool
