@@ -68,6 +68,7 @@ void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& 
     addDevicesVerb(program, options, choose);
     addCheckVerb(program, options, choose);
     addExplainVerb(program, options, choose);
+    addDiffVerb(program, options, choose);
 }
 
 namespace {

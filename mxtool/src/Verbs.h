@@ -36,5 +36,6 @@ void addPopulateVerb(CLI::App& program, const GlobalOptions& options, const Verb
 void addDevicesVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addCheckVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addExplainVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+void addDiffVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 
 } // namespace mxtool

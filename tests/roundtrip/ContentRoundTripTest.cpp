@@ -2,6 +2,9 @@
 
 #include "GeneratedFiles.h"
 
+#include <mxauthor/Check.h>
+#include <mxauthor/Diff.h>
+#include <mxauthor/Explain.h>
 #include <mxauthor/MxFile.h>
 
 #include <devices/parser/mx/LoadFile.h>
@@ -44,6 +47,18 @@ std::vector<std::string> examples()
     return names;
 }
 
+// Fails unless the parts stand back to back from the first byte to the last.
+void expectEveryByteOnce(const mxauthor::Explanation& explanation, std::size_t size)
+{
+    std::size_t next = 0;
+    for (const mxauthor::ExplainedPart& part : explanation.parts) {
+        ASSERT_EQ(part.place.offset, next) << part.field;
+        ASSERT_GT(part.place.length, 0U) << part.field;
+        next += part.place.length;
+    }
+    ASSERT_EQ(next, size);
+}
+
 class ExampleContent : public testing::TestWithParam<std::string>
 {};
 
@@ -58,6 +73,29 @@ TEST_P(ExampleContent, isTypedButForTheGroupsOfTheMaker)
     for (const mxauthor::Group& group : readMxFile(loadExample(GetParam())).groups) {
         const bool isMakers = group.id == 0x20D4 || group.id == 0x7ABC;
         EXPECT_EQ(std::holds_alternative<mxauthor::RawGroup>(group.content), isMakers) << group.id;
+    }
+}
+
+TEST_P(ExampleContent, isExplainedEveryByteOnce)
+{
+    const std::vector<char> chars = loadExample(GetParam());
+    const mxauthor::Explanation explanation = mxauthor::explain(chars);
+    expectEveryByteOnce(explanation, chars.size());
+    EXPECT_EQ(explanation.failure, "");
+}
+
+TEST_P(ExampleContent, isTheSameAsItself)
+{
+    const MxFile file = readMxFile(loadExample(GetParam()));
+    EXPECT_TRUE(compare(file, file).differences.empty());
+    EXPECT_TRUE(compare(file, file).imageStaysValid);
+}
+
+// Every finding of these files was looked at: what is an error there would be one of the checker.
+TEST_P(ExampleContent, holdsNoError)
+{
+    for (const mxauthor::Finding& finding : mxauthor::check(loadExample(GetParam()))) {
+        EXPECT_NE(finding.rule->severity, mxauthor::Severity::Error) << describe(finding);
     }
 }
 
@@ -79,6 +117,34 @@ TEST(GeneratedContent, isWrittenAsItWasRead)
     // The generator makes both: otherwise this test would show less than it says.
     EXPECT_GT(rawGroups, 5000U);
     EXPECT_GT(typedGroups, 50000U);
+}
+
+TEST(GeneratedContent, isExplainedEveryByteOnceAndCheckedWithoutHarm)
+{
+    roundtrip::GeneratedFiles files(41);
+    std::vector<char> before = files.next();
+    unsigned findings = 0;
+    for (int i = 0; i < 500; ++i) {
+        const std::vector<char> chars = files.next();
+        expectEveryByteOnce(mxauthor::explain(chars), chars.size());
+        ASSERT_FALSE(HasFatalFailure()) << "file " << i;
+        findings += static_cast<unsigned>(mxauthor::check(chars).size());
+        compare(readMxFile(before), readMxFile(chars));
+        before = chars;
+    }
+    EXPECT_GT(findings, 2500U);
+}
+
+TEST(GeneratedContent, isExplainedAndCheckedAtEveryLengthOfAFile)
+{
+    const std::vector<char> whole = loadExample("MX0304.bin");
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        const std::vector<char> cut(whole.begin(),
+                                    whole.begin() + static_cast<std::ptrdiff_t>(length));
+        expectEveryByteOnce(mxauthor::explain(cut), length);
+        ASSERT_FALSE(HasFatalFailure()) << length;
+        EXPECT_FALSE(mxauthor::check(cut).empty()) << length;
+    }
 }
 
 TEST(GeneratedContent, failsCleanlyAtEveryLengthOfAFile)

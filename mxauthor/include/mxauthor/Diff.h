@@ -20,9 +20,9 @@ struct Difference
 {
     Effect effect = Effect::Cosmetic;
     bool breaksImage = false; ///< A parameter image of the one is not valid for the other.
-    std::string area;         ///< "module", "text", "parameter", "channel", "size", "image", "group".
-    std::string subject;      ///< Such as `parameter 3 "Filter"`; may be empty.
-    std::string text;         ///< "default 1 becomes 2".
+    std::string area;    ///< "module", "text", "parameter", "channel", "size", "image", "group".
+    std::string subject; ///< Such as `parameter 3 "Filter"`; may be empty.
+    std::string text;    ///< "default 1 becomes 2".
 };
 
 struct Comparison

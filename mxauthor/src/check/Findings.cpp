@@ -27,9 +27,4 @@ std::vector<Finding> Findings::sorted() &&
     return std::move(all);
 }
 
-std::string byteCount(std::size_t count)
-{
-    return std::to_string(count) + (count == 1 ? " byte" : " bytes");
-}
-
 } // namespace mxauthor

@@ -22,7 +22,4 @@ private:
     std::vector<Finding> all;
 };
 
-/// Returns "1 byte" or "5 bytes".
-std::string byteCount(std::size_t count);
-
 } // namespace mxauthor

@@ -1,6 +1,6 @@
 #include "check/Svgz.h"
 
-#include "check/Findings.h"
+#include "module/ModuleView.h"
 
 #include <Poco/SAX/DefaultHandler.h>
 #include <Poco/SAX/SAXException.h>

@@ -63,8 +63,9 @@ Comparison compare(const MxFile& before, const MxFile& after)
     compareTexts(old, now, differences);
     compareOtherGroups(old, now, differences);
     if (comparison.differences.empty() && writeMxFile(before) != writeMxFile(after)) {
-        differences.add(Effect::Cosmetic, "group", "",
-                        "only bytes that no reader shows, or the order of groups or texts, differ");
+        differences.add(
+            Effect::Cosmetic, "group", "",
+            "only bytes that change nothing differ: order, identifiers, bytes that nobody reads");
     }
     decide(comparison, old);
     return comparison;

@@ -29,8 +29,7 @@ private:
 void compareIdentity(const ModuleView& before, const ModuleView& after, Differences& differences);
 void compareSizes(const ModuleView& before, const ModuleView& after, Differences& differences);
 void compareTexts(const ModuleView& before, const ModuleView& after, Differences& differences);
-void compareParameters(const ModuleView& before, const ModuleView& after,
-                       Differences& differences);
+void compareParameters(const ModuleView& before, const ModuleView& after, Differences& differences);
 void compareChannels(const ModuleView& before, const ModuleView& after, Differences& differences);
 void compareOtherGroups(const ModuleView& before, const ModuleView& after,
                         Differences& differences);

@@ -14,7 +14,8 @@ namespace {
 std::vector<Bytes> payloadOf(const ModuleView& module, std::uint16_t id)
 {
     const Group* const group = module.group(id);
-    return group == nullptr ? std::vector<Bytes>{} : std::vector{writePayload(group->content)};
+    return group == nullptr ? std::vector<Bytes>{}
+                            : std::vector<Bytes>{writePayload(group->content)};
 }
 
 bool isRaw(const ModuleView& module, std::uint16_t id)

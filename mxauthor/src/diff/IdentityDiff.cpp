@@ -86,8 +86,7 @@ void compareIdentity(const ModuleView& before, const ModuleView& after, Differen
     const std::string old = moduleIdText(before);
     const std::string now = moduleIdText(after);
     if (old != now) {
-        differences.addBreakingImage("module", "",
-                                     "module identifier " + old + " becomes " + now);
+        differences.addBreakingImage("module", "", "module identifier " + old + " becomes " + now);
     }
     compareEntries(before, after, 0x0020, differences);
     compareEntries(before, after, 0x0040, differences);
@@ -96,28 +95,23 @@ void compareIdentity(const ModuleView& before, const ModuleView& after, Differen
                         dateOf(after));
     if (imageOf(before) != imageOf(after)) {
         differences.add(Effect::Cosmetic, "image", "",
-                        "the product image of " + std::to_string(imageOf(before).size()) +
-                            " bytes becomes another one of " +
-                            std::to_string(imageOf(after).size()) + " bytes");
+                        "the product image of " + byteCount(imageOf(before).size()) +
+                            " becomes another one of " + byteCount(imageOf(after).size()));
     }
 }
 
 void compareSizes(const ModuleView& before, const ModuleView& after, Differences& differences)
 {
-    for (const char* key : {"InData", "OutData"}) {
-        differences.changed(Effect::Breaking, "size", key, "bytes",
-                            std::to_string(before.dataSize(key)),
-                            std::to_string(after.dataSize(key)));
+    for (const char* key : {"InData", "OutData", "Diagnosis"}) {
+        const bool isProcessData = key != std::string("Diagnosis");
+        differences.changed(isProcessData ? Effect::Breaking : Effect::Compatible, "size", key,
+                            "size", byteCount(before.dataSize(key)),
+                            byteCount(after.dataSize(key)));
     }
-    differences.changed(Effect::Compatible, "size", "Diagnosis", "bytes",
-                        std::to_string(before.dataSize("Diagnosis")),
-                        std::to_string(after.dataSize("Diagnosis")));
-    const std::size_t old = before.block().size();
-    const std::size_t now = after.block().size();
+    const std::string old = byteCount(before.block().size());
+    const std::string now = byteCount(after.block().size());
     if (old != now) {
-        differences.addBreakingImage("size", "parameter block",
-                                     "bytes " + std::to_string(old) + " becomes " +
-                                         std::to_string(now));
+        differences.addBreakingImage("size", "parameter block", "size " + old + " becomes " + now);
     }
 }
 

@@ -157,8 +157,8 @@ void addNew(const ModuleView& before, const ModuleView& after, const Parameter& 
     } else {
         differences.addBreakingImage("parameter", subject,
                                      then.present
-                                         ? "is new, and a stored image holds " +
-                                               then.value.text() + ", which it does not accept"
+                                         ? "is new, and a stored image holds " + then.value.text() +
+                                               ", which it does not accept"
                                          : "is new, and a stored image has no bytes for it");
     }
 }
@@ -167,9 +167,8 @@ void compareOrder(const std::vector<ParameterPair>& pairs, Differences& differen
 {
     // Parameters stand in their vectors in file order, so their addresses tell it.
     std::vector<ParameterPair> sorted = pairs;
-    std::sort(sorted.begin(), sorted.end(), [](const ParameterPair& a, const ParameterPair& b) {
-        return a.after < b.after;
-    });
+    std::sort(sorted.begin(), sorted.end(),
+              [](const ParameterPair& a, const ParameterPair& b) { return a.after < b.after; });
     const bool inOrder = std::is_sorted(
         sorted.begin(), sorted.end(),
         [](const ParameterPair& a, const ParameterPair& b) { return a.before < b.before; });

@@ -1,6 +1,8 @@
 #include "diff/Differences.h"
 
+#include <algorithm>
 #include <map>
+#include <set>
 
 namespace mxauthor {
 
@@ -19,6 +21,12 @@ Texts textsOf(const ModuleView& module)
     return texts;
 }
 
+bool stands(const std::string& text, const Texts& texts)
+{
+    return std::any_of(texts.begin(), texts.end(),
+                       [&text](const auto& entry) { return entry.second == text; });
+}
+
 std::string quoted(const std::string& text)
 {
     return "\"" + text + "\"";
@@ -26,22 +34,28 @@ std::string quoted(const std::string& text)
 
 } // namespace
 
+// Compilers give identifiers anew: a text that stands under another one is no difference.
 void compareTexts(const ModuleView& before, const ModuleView& after, Differences& differences)
 {
     const Texts old = textsOf(before);
     const Texts now = textsOf(after);
+    std::set<std::uint16_t> reworded;
     for (const auto& [id, text] : old) {
-        const std::string subject = named("text", id, "");
         const auto found = now.find(id);
-        if (found == now.end()) {
-            differences.add(Effect::Cosmetic, "text", subject, quoted(text) + " is gone");
-        } else if (found->second != text) {
-            differences.add(Effect::Cosmetic, "text", subject,
+        if (stands(text, now)) {
+            continue;
+        }
+        if (found != now.end() && !stands(found->second, old)) {
+            reworded.insert(id);
+            differences.add(Effect::Cosmetic, "text", named("text", id, ""),
                             quoted(text) + " becomes " + quoted(found->second));
+        } else {
+            differences.add(Effect::Cosmetic, "text", named("text", id, ""),
+                            quoted(text) + " is gone");
         }
     }
     for (const auto& [id, text] : now) {
-        if (old.count(id) == 0) {
+        if (reworded.count(id) == 0 && !stands(text, old)) {
             differences.add(Effect::Cosmetic, "text", named("text", id, ""),
                             quoted(text) + " is new");
         }

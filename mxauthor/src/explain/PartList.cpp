@@ -6,10 +6,18 @@ namespace {
 
 using Kind = ExplainedPart::Kind;
 
-// Names what stands between two fields.
-const char* fillingName(const Place& place, const std::vector<char>& bytes)
+// What stands between two fields: a line end, or a single byte that separates them.
+ExplainedPart fillingBehind(const ExplainedPart& previous, const Place& gap,
+                            const std::vector<char>& bytes)
 {
-    return place.length == 2 && bytes[place.offset] == '\r' ? "line_end" : "separator";
+    ExplainedPart filling = previous;
+    const bool isLineEnd = gap.length >= 2 && bytes[gap.offset] == '\r';
+    filling.place = {gap.group, gap.offset, isLineEnd ? 2U : 1U};
+    filling.field = isLineEnd ? "line_end" : "separator";
+    filling.kind = Kind::Raw;
+    filling.value.clear();
+    filling.meaning.clear();
+    return filling;
 }
 
 } // namespace
@@ -85,28 +93,23 @@ void PartList::appendTo(std::vector<ExplainedPart>& target, const Place& payload
                         const std::vector<char>& bytesOfFile) &&
 {
     std::uint32_t next = payload.offset;
-    const auto fillUpTo = [&](std::uint32_t end, const ExplainedPart& behind) {
-        if (next < end) {
-            ExplainedPart filling = behind;
-            filling.place = {payload.group, next, end - next};
-            filling.field = fillingName(filling.place, bytesOfFile);
-            filling.kind = Kind::Raw;
-            filling.value.clear();
-            filling.meaning.clear();
-            filling.isRead = groupIsRead;
-            target.push_back(filling);
-        }
-        next = end;
-    };
     ExplainedPart previous;
     previous.group = group;
+    const auto fillUpTo = [&](std::uint32_t end) {
+        while (next < end) {
+            const Place gap{payload.group, next, end - next};
+            target.push_back(fillingBehind(previous, gap, bytesOfFile));
+            target.back().isRead = groupIsRead;
+            next += target.back().place.length;
+        }
+    };
     for (ExplainedPart& part : parts) {
-        fillUpTo(part.place.offset, previous);
+        fillUpTo(part.place.offset);
         next += part.place.length;
         previous = part;
         target.push_back(std::move(part));
     }
-    fillUpTo(payload.offset + payload.length, previous);
+    fillUpTo(payload.offset + payload.length);
 }
 
 } // namespace mxauthor

@@ -156,6 +156,11 @@ int dataSizeOfCode(char code)
     return static_cast<int>(size);
 }
 
+std::string byteCount(std::size_t count)
+{
+    return std::to_string(count) + (count == 1 ? " byte" : " bytes");
+}
+
 std::string named(const char* what, unsigned number, const std::string& name)
 {
     const std::string base = std::string(what) + " " + std::to_string(number);

@@ -86,6 +86,9 @@ constexpr std::array<const char*, 4> dataSizeKeys = {"InData", "OutData", "Param
 /// that stands for nothing.
 int dataSizeOfCode(char code);
 
+/// Returns "1 byte" or "5 bytes".
+std::string byteCount(std::size_t count);
+
 /// Returns how messages name a channel or parameter: `parameter 3 "Filter"`.
 std::string named(const char* what, unsigned number, const std::string& name);
 

@@ -52,10 +52,9 @@ std::string line(const char* what, const std::string& text)
 
 std::string groupLine(const ExplainedFile& file, const ExplainedPart& part)
 {
-    return part.group < 0
-               ? "none"
-               : headingOf(file.explanation.groups[static_cast<std::size_t>(part.group)])
-                     .substr(std::string("group ").size());
+    return part.group < 0 ? "none"
+                          : headingOf(file.explanation.groups[static_cast<std::size_t>(part.group)])
+                                .substr(std::string("group ").size());
 }
 
 std::string fieldLine(const ExplainedPart& part, std::size_t offset)

@@ -1,0 +1,80 @@
+#include "diff/DiffOutput.h"
+
+#include "ShownText.h"
+
+#include <fmt/format.h>
+
+namespace mxtool {
+
+namespace {
+
+using mxauthor::Comparison;
+using mxauthor::Difference;
+using mxauthor::Effect;
+
+const char* colourOf(Effect effect)
+{
+    if (effect == Effect::Breaking) {
+        return "1;31";
+    }
+    return effect == Effect::Compatible ? "1;32" : "2";
+}
+
+std::string differenceLine(const Difference& difference, bool coloured)
+{
+    const std::string effect = fmt::format("{:<10}", mxauthor::effectName(difference.effect));
+    const std::string shown =
+        coloured ? fmt::format("\033[{}m{}\033[0m", colourOf(difference.effect), effect) : effect;
+    const std::string& where = difference.subject.empty() ? difference.area : difference.subject;
+    return fmt::format("{}  {}: {}\n", shown, forTerminal(where), forTerminal(difference.text));
+}
+
+std::string verdict(const Comparison& comparison, const std::string& before,
+                    const std::string& after)
+{
+    return fmt::format("a parameter image stored for {} stays valid for {}: {}, because {}\n",
+                       forTerminal(before), forTerminal(after),
+                       comparison.imageStaysValid ? "yes" : "no", forTerminal(comparison.because));
+}
+
+Json differenceJson(const Difference& difference)
+{
+    return {{"effect", mxauthor::effectName(difference.effect)},
+            {"breaks_parameter_image", difference.breaksImage},
+            {"area", difference.area},
+            {"subject", toUtf8(difference.subject)},
+            {"text", toUtf8(difference.text)}};
+}
+
+} // namespace
+
+std::string diffText(const Comparison& comparison, const std::string& before,
+                     const std::string& after, bool coloured)
+{
+    std::string text;
+    for (const Effect effect : {Effect::Breaking, Effect::Compatible, Effect::Cosmetic}) {
+        for (const Difference& difference : comparison.differences) {
+            if (difference.effect == effect) {
+                text += differenceLine(difference, coloured);
+            }
+        }
+    }
+    return text + verdict(comparison, before, after);
+}
+
+Json diffJson(const Comparison& comparison, const std::string& before, const std::string& after)
+{
+    Json differences = Json::array();
+    for (const Difference& difference : comparison.differences) {
+        differences.push_back(differenceJson(difference));
+    }
+    return {{"schema", jsonSchema("mxtool.diff", 1)},
+            {"before", toUtf8(before)},
+            {"after", toUtf8(after)},
+            {"same", comparison.differences.empty()},
+            {"differences", differences},
+            {"parameter_image_stays_valid", comparison.imageStaysValid},
+            {"because", toUtf8(comparison.because)}};
+}
+
+} // namespace mxtool

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "DeviceJson.h"
+
+#include <mxauthor/Diff.h>
+
+namespace mxtool {
+
+/// Returns a line per difference, the breaking ones first, and the verdict; `before` and `after`
+/// are the names of the files.
+std::string diffText(const mxauthor::Comparison& comparison, const std::string& before,
+                     const std::string& after, bool coloured);
+
+/// Returns the comparison, schema "mxtool.diff" version 1.
+Json diffJson(const mxauthor::Comparison& comparison, const std::string& before,
+              const std::string& after);
+
+} // namespace mxtool

@@ -1,0 +1,83 @@
+#include "Diagnostic.h"
+#include "InputFile.h"
+#include "OutputFile.h"
+#include "TerminalColour.h"
+#include "Verbs.h"
+#include "diff/DiffOutput.h"
+
+#include <unistd.h>
+
+namespace mxtool {
+
+namespace {
+
+constexpr const char* footer =
+    R"(Exit codes: 0 the files are the same, 1 they differ, 3 one cannot be read.
+
+Example:
+  $ mxtool diff examples/modules/MX0108.bin examples/modules/MX0108.bin
+  a parameter image stored for examples/modules/MX0108.bin stays valid for examples/modules/MX0108.bin: yes, because every parameter lies where it lay and takes what it took
+)";
+
+struct DiffOptions
+{
+    std::string before;
+    std::string after;
+    std::string format = "text";
+    std::string output = "-";
+};
+
+mxauthor::MxFile readFile(const std::string& path)
+{
+    std::string failure;
+    mxauthor::MxFile file = mxauthor::readWholeGroups(loadBytes(path), failure);
+    if (!failure.empty()) {
+        throw Failure(ExitCode::Input,
+                      {"error", placeInFile(inputName(path), file.tail.place.offset), failure,
+                       "mxtool check " + path + " tells more"});
+    }
+    return file;
+}
+
+ExitCode diffFiles(const DiffOptions& options)
+{
+    const mxauthor::MxFile before = readFile(options.before);
+    const mxauthor::MxFile after = readFile(options.after);
+    const mxauthor::Comparison comparison = mxauthor::compare(before, after);
+    const std::string first = inputName(options.before);
+    const std::string second = inputName(options.after);
+    writeOutput(options.output,
+                options.format == "json"
+                    ? jsonText(diffJson(comparison, first, second))
+                    : diffText(comparison, first, second,
+                               options.output == "-" && takesColour(STDOUT_FILENO)));
+    return comparison.differences.empty() ? ExitCode::Done : ExitCode::Findings;
+}
+
+void addOptions(CLI::App& verb, DiffOptions& options)
+{
+    verb.add_option("BEFORE", options.before, "The mx file that is in use, - for standard input")
+        ->required();
+    verb.add_option("AFTER", options.after, "The mx file that is to take its place")->required();
+    verb.add_option("--format", options.format, "text or json")
+        ->check(CLI::IsMember({"text", "json"}));
+    verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
+}
+
+} // namespace
+
+void addDiffVerb(CLI::App& program, const GlobalOptions& /*global*/, const VerbChoice& choose)
+{
+    CLI::App* verb = program.add_subcommand("diff", "Compare what two mx files describe");
+    auto options = std::make_shared<DiffOptions>();
+    addOptions(*verb, *options);
+    verb->footer(footer);
+    verb->callback([options, choose] {
+        if (options->before == "-" && options->after == "-") {
+            throw CLI::ValidationError("AFTER", "standard input can be read once only");
+        }
+        choose([options] { return diffFiles(*options); });
+    });
+}
+
+} // namespace mxtool

@@ -1,0 +1,301 @@
+// Each difference of two modules is found, classed and weighed for a stored parameter image.
+
+#include "MxBuffer.h"
+
+#include <mxauthor/Diff.h>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using mxauthor::Comparison;
+using mxauthor::effectName;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testkit::ChannelRecord;
+using testkit::MxBuffer;
+using testkit::ParameterRecord;
+
+// A module with the parameters "Filter" (byte 0, options 0 and 1) and "Limit" (bytes 1 and 2, 1 to
+// 500, of channel 0), and the input channels 0 (16 bits) and 1 (1 bit). Byte 3 is free and holds 7.
+struct Module
+{
+    std::vector<std::string> sizes = {"InData,s=WB", "Parameter,s=BBBB"};
+    std::uint32_t id = 0x5A000001;
+    std::string block = "01 0064 07";
+    ParameterRecord filter;
+    ParameterRecord limit;
+    std::vector<ParameterRecord> more;
+    bool limitFirst = false;
+    std::vector<std::pair<std::uint64_t, unsigned>> options = {{0, 102}, {1, 103}};
+    std::vector<ChannelRecord> channels = {{0, 0x84, 16, 0, 0}, {1, 0x85, 1, 0, 0}};
+    std::vector<std::pair<unsigned, std::string>> texts = {
+        {100, "Filter"}, {101, "Limit"}, {102, "off"}, {103, "on"}, {104, "More"}};
+    std::string image = "aabb";
+    std::string makers = "01";
+
+    Module()
+    {
+        filter.mapId = 1;
+        limit.number = 2;
+        limit.nameId = 101;
+        limit.position = 5;
+        limit.datatype = 2;
+        limit.minimum = 1;
+        limit.maximum = 500;
+        limit.channelNumber = 0;
+    }
+
+    mxauthor::MxFile file() const
+    {
+        testkit::Bytes parameters = limitFirst ? testkit::join({limit.bytes(), filter.bytes()})
+                                               : testkit::join({filter.bytes(), limit.bytes()});
+        for (const ParameterRecord& record : more) {
+            parameters = testkit::join({parameters, record.bytes()});
+        }
+        testkit::Bytes records;
+        for (const ChannelRecord& record : channels) {
+            records = testkit::join({records, record.bytes()});
+        }
+        MxBuffer buffer = testkit::minimalModule(sizes, id);
+        buffer.group(0x0010, testkit::hexBytes("0000" + block));
+        buffer.group(0x20C0, parameters);
+        buffer.group(0x20C1, testkit::optionList(1, options));
+        buffer.group(0x20D0, records);
+        buffer.group(0x20D3, testkit::textTablePayload(texts));
+        buffer.group(0x20F1, testkit::hexBytes(image));
+        buffer.group(0x7ABC, testkit::hexBytes(makers));
+        return mxauthor::readMxFile(buffer.chars());
+    }
+};
+
+Comparison compared(const Module& after)
+{
+    return compare(Module().file(), after.file());
+}
+
+std::vector<std::string> linesOf(const Comparison& comparison)
+{
+    std::vector<std::string> lines;
+    for (const mxauthor::Difference& difference : comparison.differences) {
+        lines.push_back(std::string(effectName(difference.effect)) + " " + difference.subject +
+                        ": " + difference.text);
+    }
+    return lines;
+}
+
+void expectKept(const Comparison& comparison)
+{
+    EXPECT_TRUE(comparison.imageStaysValid);
+    EXPECT_EQ(comparison.because, "every parameter lies where it lay and takes what it took");
+}
+
+void expectBroken(const Comparison& comparison, const std::string& because)
+{
+    EXPECT_FALSE(comparison.imageStaysValid);
+    EXPECT_EQ(comparison.because, because);
+}
+
+TEST(Diff, findsNothingInTheSameFile)
+{
+    const Comparison same = compared(Module());
+    EXPECT_THAT(linesOf(same), IsEmpty());
+    expectKept(same);
+}
+
+TEST(Diff, aDefaultMayChange)
+{
+    Module after;
+    after.block = "00 0064 07";
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("compatible parameter 1 \"Filter\": default 1 becomes 0"));
+    expectKept(found);
+}
+
+TEST(Diff, aWiderRangeTakesWhatTheNarrowOneTook)
+{
+    Module after;
+    after.limit.maximum = 501;
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found), ElementsAre("compatible parameter 2 \"Limit\" of channel 0: range "
+                                            "1 to 500 becomes 1 to 501"));
+    expectKept(found);
+}
+
+TEST(Diff, aNarrowerRangeDoesNot)
+{
+    Module after;
+    after.limit.minimum = 2;
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found), ElementsAre("breaking parameter 2 \"Limit\" of channel 0: range 1 "
+                                            "to 500 becomes 2 to 500"));
+    expectBroken(found, "parameter 2 \"Limit\" of channel 0: range 1 to 500 becomes 2 to 500");
+}
+
+TEST(Diff, anOptionMoreIsNoHarm)
+{
+    Module after;
+    after.options.emplace_back(2, 104);
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("compatible parameter 1 \"Filter\": option 2 \"More\" is new"));
+    expectKept(found);
+}
+
+TEST(Diff, anOptionThatIsGoneMayBeStored)
+{
+    Module after;
+    after.options = {{1, 103}};
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("breaking parameter 1 \"Filter\": option 0 \"off\" is gone",
+                            "breaking parameter 1 \"Filter\": options change their places, which "
+                            "Modbus registers hold"));
+    expectBroken(found, "parameter 1 \"Filter\": option 0 \"off\" is gone");
+}
+
+TEST(Diff, optionsInAnotherOrderBreakRegistersButNoImage)
+{
+    Module after;
+    after.options = {{1, 103}, {0, 102}};
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("breaking parameter 1 \"Filter\": options change their places, which "
+                            "Modbus registers hold"));
+    expectKept(found);
+}
+
+TEST(Diff, aParameterThatMovesBreaksTheImage)
+{
+    Module after;
+    after.limit.position = 6;
+    after.block = "01 00 0064";
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found), ElementsAre("breaking parameter 2 \"Limit\" of channel 0: place "
+                                            "byte 1 becomes byte 2"));
+    EXPECT_FALSE(found.imageStaysValid);
+}
+
+TEST(Diff, anotherDatatypeBreaksTheImageUnlessItHasTheSameBits)
+{
+    Module after;
+    after.filter.datatype = 3; // signed
+    EXPECT_THAT(linesOf(compared(after)),
+                ElementsAre("breaking parameter 1 \"Filter\": datatype UInt8 becomes SInt8"));
+    EXPECT_FALSE(compared(after).imageStaysValid);
+}
+
+TEST(Diff, anotherConversionKeepsTheImage)
+{
+    Module after;
+    after.limit.unitId = 104;
+    after.limit.showMe = 1;
+    const Comparison found = compared(after);
+    EXPECT_THAT(
+        linesOf(found),
+        ElementsAre("cosmetic parameter 2 \"Limit\" of channel 0: unit none becomes \"More\"",
+                    "compatible parameter 2 \"Limit\" of channel 0: flags 3 becomes 1"));
+    expectKept(found);
+}
+
+TEST(Diff, aNewParameterTakesWhatAnOldImageHoldsThere)
+{
+    Module after;
+    ParameterRecord record;
+    record.number = 3;
+    record.nameId = 104;
+    record.position = 7; // byte 3, which held 7
+    record.maximum = 7;
+    after.more.push_back(record);
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found), ElementsAre("compatible parameter 3 \"More\": is new; a stored "
+                                            "image holds 7 there"));
+    expectKept(found);
+    after.more[0].maximum = 6;
+    EXPECT_THAT(linesOf(compared(after)),
+                ElementsAre("breaking parameter 3 \"More\": is new, and a stored image holds 7, "
+                            "which it does not accept"));
+    EXPECT_FALSE(compared(after).imageStaysValid);
+}
+
+TEST(Diff, aLargerBlockBreaksTheImage)
+{
+    Module after;
+    after.sizes[1] = "Parameter,s=BBBBB";
+    after.block += "00";
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("breaking parameter block: size 4 bytes becomes 5 bytes"));
+    expectBroken(found, "parameter block: size 4 bytes becomes 5 bytes");
+}
+
+TEST(Diff, theOrderOfParametersIsThatOfRegisters)
+{
+    Module after;
+    after.limitFirst = true;
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("breaking : the order changes, which Modbus registers follow"));
+    expectKept(found);
+}
+
+TEST(Diff, aChannelInFrontMovesTheOthers)
+{
+    Module after;
+    after.channels.insert(after.channels.begin(), {9, 0x81, 8, 0, 0});
+    after.sizes[0] = "InData,s=WBB";
+    const Comparison found = compared(after);
+    // The byte takes byte 0; the word stands at byte 1, the bit behind it at byte 3.
+    EXPECT_THAT(linesOf(found), ElementsAre("breaking InData: size 3 bytes becomes 4 bytes",
+                                            "breaking input channel 0: moves from IW0 to IW1",
+                                            "breaking input channel 1: moves from IX2_0 to IX3_0",
+                                            "compatible input channel 9: at IB0 is new"));
+    expectKept(found);
+}
+
+TEST(Diff, aChannelOfAnotherKindOrNoneBreaksTheProcessImage)
+{
+    Module after;
+    after.channels = {{0, 0x86, 32, 0, 0}};
+    EXPECT_THAT(linesOf(compared(after)),
+                ElementsAre("breaking input channel 0: kind 4 of 16 bits at IW0 becomes kind 6 of "
+                            "32 bits at ID0",
+                            "breaking input channel 1: at IX2_0 is gone"));
+}
+
+TEST(Diff, wordingAndPicturesAreCosmetic)
+{
+    Module after;
+    after.texts[0].second = "Input filter";
+    after.image = "aabbcc";
+    after.makers = "02";
+    const Comparison found = compared(after);
+    EXPECT_THAT(
+        linesOf(found),
+        ElementsAre("cosmetic : the product image of 2 bytes becomes another one of 3 bytes",
+                    "cosmetic parameter 1 \"Input filter\": name \"Filter\" becomes "
+                    "\"Input filter\"",
+                    "cosmetic text 100: \"Filter\" becomes \"Input filter\"",
+                    "cosmetic group 7abc: holds other bytes"));
+    expectKept(found);
+}
+
+TEST(Diff, textsUnderOtherIdentifiersAreNoDifferenceOfTheModule)
+{
+    Module after;
+    after.texts = {{200, "Filter"}, {101, "Limit"}, {102, "off"}, {103, "on"}, {104, "More"}};
+    after.filter.nameId = 200;
+    EXPECT_THAT(linesOf(compared(after)),
+                ElementsAre("cosmetic : only bytes that change nothing differ: order, identifiers, "
+                            "bytes that nobody reads"));
+}
+
+TEST(Diff, anotherModuleTakesNoImage)
+{
+    Module after;
+    after.id = 0x5A000002;
+    expectBroken(compared(after), "module identifier 5a000001 becomes 5a000002");
+}
+
+} // namespace
