@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace mxauthor {
+
+// Texts of mx files are bytes. Where people read or write them they stand for Windows-1252, whose
+// five unassigned bytes are the control characters of the same number: each byte has a character.
+
+/// Returns `bytes`, taken as Windows-1252, in UTF-8.
+std::string windows1252ToUtf8(const std::string& bytes);
+
+/// Returns the Windows-1252 bytes of `utf8`. A character of the range U+0080 to U+009F stands for
+/// the byte of the same number, so that every byte can be written as an escape. When a character
+/// has no byte the result is empty and `*rejected` is that character in UTF-8.
+std::optional<std::string> utf8ToWindows1252(const std::string& utf8, std::string* rejected);
+
+} // namespace mxauthor

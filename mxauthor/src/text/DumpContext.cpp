@@ -1,0 +1,145 @@
+#include "DumpContext.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+bool isAlphanumeric(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+// A word made of the letters and digits of a text, "-" between them.
+std::string wordOf(const std::string& text)
+{
+    std::string word;
+    for (const char c : text) {
+        if (isAlphanumeric(c)) {
+            word += c;
+        } else if (!word.empty() && word.back() != '-') {
+            word += '-';
+        }
+    }
+    while (!word.empty() && word.back() == '-') {
+        word.pop_back();
+    }
+    return word;
+}
+
+// A name that starts with a letter, is no word of YAML's own and none of `taken`.
+std::string uniqueName(const std::string& text, const std::string& what,
+                       const std::vector<std::string>& taken)
+{
+    std::string word = wordOf(text);
+    if (word.empty() || yamlText(word) != word) {
+        word = what + (word.empty() ? "" : "-") + word;
+    }
+    std::string name = word;
+    for (int i = 2; std::find(taken.begin(), taken.end(), name) != taken.end(); ++i) {
+        name = word + "-" + std::to_string(i);
+    }
+    return name;
+}
+
+template <typename Entries>
+std::string nameOfId(const Entries& entries, const std::vector<std::string>& names, std::uint8_t id)
+{
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (entries[i].id.value == id) {
+            return names[i];
+        }
+    }
+    return std::to_string(id);
+}
+
+} // namespace
+
+DumpContext::DumpContext(const MxFile& file, const std::set<std::size_t>& raw, bool fixedTexts)
+    : mxFile(file), fixed(fixedTexts)
+{
+    std::set<std::uint16_t> seen;
+    for (std::size_t i = 0; i < file.groups.size(); ++i) {
+        const Group& group = file.groups[i];
+        const bool first = seen.insert(group.id).second;
+        if (first && raw.count(i) == 0 && !std::holds_alternative<RawGroup>(group.content)) {
+            typed.emplace(group.id, &group);
+        }
+    }
+    if (const auto* table = group<TextTable>(textsGroup)) {
+        for (const TextRecord& record : table->texts) {
+            if (texts.emplace(record.id.value, record.text.value).second) {
+                idOfText.emplace(record.text.value, record.id.value);
+            }
+        }
+    }
+    nameOptionLists();
+    nameConversions();
+}
+
+bool DumpContext::isTyped(std::size_t index) const
+{
+    const Group& group = mxFile.groups[index];
+    const auto found = typed.find(group.id);
+    return found != typed.end() && found->second == &group;
+}
+
+std::string DumpContext::bytesOfText(std::uint16_t id) const
+{
+    const auto found = texts.find(id);
+    return found == texts.end() ? "" : found->second;
+}
+
+std::string DumpContext::text(std::uint16_t id) const
+{
+    const auto found = texts.find(id);
+    // Written as a text, it would get the identifier of the first record with this text.
+    if (found == texts.end() || (fixed && idOfText.at(found->second) != id)) {
+        return FlowMapping().add("id", std::to_string(id)).text();
+    }
+    return yamlText(found->second);
+}
+
+// An option list is named after the first parameter that uses it.
+void DumpContext::nameOptionLists()
+{
+    const auto* lists = group<OptionLists>(optionListsGroup);
+    const auto* parameters = group<Parameters>(parametersGroup);
+    for (std::size_t i = 0; lists != nullptr && i < lists->lists.size(); ++i) {
+        std::string text;
+        for (std::size_t k = 0; parameters != nullptr && k < parameters->records.size(); ++k) {
+            const ParameterRecord& record = parameters->records[k];
+            if (text.empty() && record.optionList.value == lists->lists[i].id.value) {
+                text = bytesOfText(record.nameId.value);
+            }
+        }
+        listNames.push_back(uniqueName(text, "options", listNames));
+    }
+}
+
+// A conversion is named after its unit.
+void DumpContext::nameConversions()
+{
+    if (const auto* conversions = group<Conversions>(conversionsGroup)) {
+        for (const Conversion& entry : conversions->entries) {
+            const std::string unit = bytesOfText(entry.unitId.value);
+            conversionWords.push_back(uniqueName(unit, "conversion", conversionWords));
+        }
+    }
+}
+
+std::string DumpContext::optionListWord(std::uint8_t id) const
+{
+    const auto* lists = group<OptionLists>(optionListsGroup);
+    return lists == nullptr ? std::to_string(id) : nameOfId(lists->lists, listNames, id);
+}
+
+std::string DumpContext::conversionWord(std::uint8_t id) const
+{
+    const auto* conversions = group<Conversions>(conversionsGroup);
+    return conversions == nullptr ? std::to_string(id)
+                                  : nameOfId(conversions->entries, conversionWords, id);
+}
+
+} // namespace mxauthor

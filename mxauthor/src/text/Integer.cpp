@@ -1,0 +1,48 @@
+#include "Integer.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <charconv>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::uint64_t lowestMagnitude = std::uint64_t{1} << 63;
+
+} // namespace
+
+std::optional<Integer> parseInteger(const std::string& text)
+{
+    Integer number;
+    const char* from = text.data();
+    const char* const end = from + text.size();
+    if (from != end && *from == '-') {
+        number.negative = true;
+        ++from;
+    }
+    int base = 10;
+    if (end - from > 2 && from[0] == '0' && (from[1] == 'x' || from[1] == 'X')) {
+        base = 16;
+        from += 2;
+    }
+    const auto [stop, error] = std::from_chars(from, end, number.magnitude, base);
+    const bool tooLow = number.negative && number.magnitude > lowestMagnitude;
+    if (error != std::errc() || stop != end || tooLow) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+std::string signedText(std::uint64_t bits)
+{
+    return std::to_string(static_cast<std::int64_t>(bits));
+}
+
+std::string hexText(std::uint64_t value, int digits)
+{
+    const std::string all = devices::parser::mx::u32AsHex(static_cast<std::uint32_t>(value));
+    return "0x" + all.substr(all.size() - static_cast<std::size_t>(digits));
+}
+
+} // namespace mxauthor

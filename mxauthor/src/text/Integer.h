@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace mxauthor {
+
+/// A whole number of the text form, from -2^63 to 2^64 - 1.
+struct Integer
+{
+    bool negative = false;
+    std::uint64_t magnitude = 0;
+
+    /// Returns it in two's complement, as an 8-byte slot holds it.
+    std::uint64_t bits() const { return negative ? std::uint64_t{0} - magnitude : magnitude; }
+};
+
+/// Returns the number that `text` spells: decimal, or hexadecimal behind "0x", behind "-" where it is
+/// negative. Empty when it is none, or too large.
+std::optional<Integer> parseInteger(const std::string& text);
+
+/// Returns the decimal text of a slot, read as a signed number.
+std::string signedText(std::uint64_t bits);
+
+/// Returns `value` as "0x" and `digits` hexadecimal digits.
+std::string hexText(std::uint64_t value, int digits);
+
+} // namespace mxauthor

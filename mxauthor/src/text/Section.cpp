@@ -1,0 +1,186 @@
+#include "Section.h"
+
+#include "ByteText.h"
+#include "NearestWord.h"
+#include "mxauthor/CodePage.h"
+
+#include <algorithm>
+#include <set>
+
+namespace mxauthor {
+
+namespace {
+
+std::string shown(const YAML::Node& node)
+{
+    return "\"" + node.Scalar() + "\"";
+}
+
+} // namespace
+
+std::optional<std::string> readScalar(const YAML::Node& node, SourceErrors& errors)
+{
+    if (!node.IsScalar()) {
+        errors.add(node, node.IsNull() ? "a value is missing" : "one value expected here");
+        return std::nullopt;
+    }
+    return node.Scalar();
+}
+
+std::optional<Integer> readInteger(const YAML::Node& node, SourceErrors& errors)
+{
+    const auto text = readScalar(node, errors);
+    if (!text) {
+        return std::nullopt;
+    }
+    const auto number = parseInteger(*text);
+    if (!number) {
+        errors.add(node, shown(node) + " is no whole number from -2^63 to 2^64 - 1, decimal or "
+                                       "hexadecimal behind 0x");
+    }
+    return number;
+}
+
+std::optional<std::uint64_t> readNumber(const YAML::Node& node, std::uint64_t limit,
+                                        SourceErrors& errors)
+{
+    const auto number = readInteger(node, errors);
+    if (!number) {
+        return std::nullopt;
+    }
+    if (number->negative || number->magnitude > limit) {
+        errors.add(node, node.Scalar() + " is out of range, 0 to " + std::to_string(limit) +
+                             " is accepted");
+        return std::nullopt;
+    }
+    return number->magnitude;
+}
+
+std::optional<std::string> readText(const YAML::Node& node, SourceErrors& errors)
+{
+    const auto utf8 = readScalar(node, errors);
+    if (!utf8) {
+        return std::nullopt;
+    }
+    std::string rejected;
+    auto bytes = utf8ToWindows1252(*utf8, &rejected);
+    if (!bytes) {
+        errors.add(node, "character \"" + rejected + "\" is not in Windows-1252, the code page of "
+                                                     "mx files");
+    } else if (bytes->find_first_of(std::string("\0\r\n", 3)) != std::string::npos) {
+        errors.add(node, "a text of an mx file holds no line end and no NUL");
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+std::optional<Bytes> readHex(const YAML::Node& node, SourceErrors& errors)
+{
+    const auto text = readScalar(node, errors);
+    if (!text) {
+        return std::nullopt;
+    }
+    auto bytes = fromHex(*text);
+    if (!bytes) {
+        errors.add(node, "hexadecimal text of whole bytes expected, such as \"00 1f\"");
+    }
+    return bytes;
+}
+
+std::vector<YAML::Node> readSequence(const YAML::Node& node, SourceErrors& errors)
+{
+    if (!node.IsSequence()) {
+        errors.add(node, "a list expected here");
+        return {};
+    }
+    return {node.begin(), node.end()};
+}
+
+std::vector<std::pair<YAML::Node, YAML::Node>> readMapping(const YAML::Node& node,
+                                                           SourceErrors& errors)
+{
+    if (!node.IsMap()) {
+        errors.add(node, "keys with values expected here");
+        return {};
+    }
+    std::vector<std::pair<YAML::Node, YAML::Node>> pairs;
+    std::set<std::string> names;
+    for (const auto& item : node) {
+        const auto name = readScalar(item.first, errors);
+        if (!name) {
+            continue;
+        }
+        if (!names.insert(*name).second) {
+            errors.add(item.first, "\"" + *name + "\" is stated twice");
+            continue;
+        }
+        pairs.emplace_back(item.first, item.second);
+    }
+    return pairs;
+}
+
+Section::Section(const YAML::Node& node, const std::vector<std::string>& keys, SourceErrors& errors)
+    : mapping(node), problems(errors)
+{
+    for (const auto& [key, value] : readMapping(node, errors)) {
+        const std::string& name = key.Scalar();
+        if (std::find(keys.begin(), keys.end(), name) == keys.end()) {
+            errors.add(key, "unknown key \"" + name + "\"" + acceptedWords(name, keys));
+            continue;
+        }
+        values.emplace(name, value);
+    }
+}
+
+std::optional<YAML::Node> Section::find(const std::string& key) const
+{
+    const auto found = values.find(key);
+    return found == values.end() ? std::nullopt : std::optional<YAML::Node>(found->second);
+}
+
+std::optional<YAML::Node> Section::require(const std::string& key) const
+{
+    auto value = find(key);
+    if (!value && mapping.IsMap()) {
+        problems.add(mapping, "\"" + key + "\" is missing");
+    }
+    return value;
+}
+
+std::uint64_t Section::number(const std::string& key, std::uint64_t limit,
+                              std::uint64_t fallback) const
+{
+    const auto value = find(key);
+    return value ? readNumber(*value, limit, problems).value_or(fallback) : fallback;
+}
+
+std::uint8_t Section::byte(const std::string& key, std::uint8_t fallback) const
+{
+    return static_cast<std::uint8_t>(number(key, 0xFF, fallback));
+}
+
+std::uint16_t Section::word(const std::string& key, std::uint16_t fallback) const
+{
+    return static_cast<std::uint16_t>(number(key, 0xFFFF, fallback));
+}
+
+Bytes Section::hex(const std::string& key, const Bytes& fallback) const
+{
+    const auto value = find(key);
+    return value ? readHex(*value, problems).value_or(fallback) : fallback;
+}
+
+bool Section::flag(const std::string& key) const
+{
+    const auto value = find(key);
+    if (!value) {
+        return false;
+    }
+    const auto text = readScalar(*value, problems);
+    if (text && *text != "true" && *text != "false") {
+        problems.add(*value, shown(*value) + " is neither true nor false");
+    }
+    return text && *text == "true";
+}
+
+} // namespace mxauthor

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "Integer.h"
+#include "SourceErrors.h"
+
+#include <map>
+
+namespace mxauthor {
+
+// Scalars of the text form. Each reports what is wrong at its node and is empty then.
+
+/// A whole number from 0 to `limit`.
+std::optional<std::uint64_t> readNumber(const YAML::Node& node, std::uint64_t limit,
+                                        SourceErrors& errors);
+
+/// A whole number that an 8-byte slot can hold.
+std::optional<Integer> readInteger(const YAML::Node& node, SourceErrors& errors);
+
+/// The Windows-1252 bytes of a text that can stand in a line of an mx file: without CR, LF and NUL.
+std::optional<std::string> readText(const YAML::Node& node, SourceErrors& errors);
+
+/// Bytes as hexadecimal text.
+std::optional<Bytes> readHex(const YAML::Node& node, SourceErrors& errors);
+
+/// The text of any scalar as it stands, in UTF-8.
+std::optional<std::string> readScalar(const YAML::Node& node, SourceErrors& errors);
+
+/// A mapping of the text form with its known keys. Others, and a key stated twice, are errors.
+class Section
+{
+public:
+    Section(const YAML::Node& node, const std::vector<std::string>& keys, SourceErrors& errors);
+
+    /// Returns the value of `key`, empty when it is not stated.
+    std::optional<YAML::Node> find(const std::string& key) const;
+
+    /// The same, and an error when it is not stated.
+    std::optional<YAML::Node> require(const std::string& key) const;
+
+    bool has(const std::string& key) const { return values.count(key) != 0; }
+
+    // Values with what holds when the key is not stated, or its value is wrong.
+
+    std::uint64_t number(const std::string& key, std::uint64_t limit, std::uint64_t fallback) const;
+    std::uint8_t byte(const std::string& key, std::uint8_t fallback) const;
+    std::uint16_t word(const std::string& key, std::uint16_t fallback) const;
+    Bytes hex(const std::string& key, const Bytes& fallback = {}) const;
+    bool flag(const std::string& key) const;
+
+    const YAML::Node& node() const { return mapping; }
+    SourceErrors& errors() const { return problems; }
+
+private:
+    YAML::Node mapping;
+    SourceErrors& problems;
+    std::map<std::string, YAML::Node> values;
+};
+
+/// Returns the items of a sequence; an error and nothing when it is none.
+std::vector<YAML::Node> readSequence(const YAML::Node& node, SourceErrors& errors);
+
+/// Returns keys and values of a mapping whose keys are names; an error when it is none, and for a
+/// name stated twice.
+std::vector<std::pair<YAML::Node, YAML::Node>> readMapping(const YAML::Node& node,
+                                                           SourceErrors& errors);
+
+} // namespace mxauthor

@@ -1,0 +1,84 @@
+#include "SourceErrors.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace mxauthor {
+
+namespace {
+
+bool continues(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
+}
+
+std::string lineOf(const std::string& source, std::size_t line)
+{
+    std::size_t from = 0;
+    for (std::size_t i = 1; i < line && from != std::string::npos; ++i) {
+        const std::size_t end = source.find('\n', from);
+        from = end == std::string::npos ? end : end + 1;
+    }
+    return from == std::string::npos ? "" : source.substr(from, source.find('\n', from) - from);
+}
+
+std::size_t characters(const std::string& text)
+{
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return !continues(c); }));
+}
+
+// Where the character of this number starts.
+std::size_t byteOfCharacter(const std::string& text, std::size_t number)
+{
+    std::size_t pos = 0;
+    while (pos < text.size() && (number > 0 || continues(text[pos]))) {
+        number -= continues(text[pos]) ? 0 : 1;
+        ++pos;
+    }
+    return pos;
+}
+
+} // namespace
+
+void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
+{
+    if (mark.is_null()) {
+        errors.push_back({1, 1, what});
+        return;
+    }
+    // The YAML reader counts columns in bytes.
+    const std::string line = lineOf(text, static_cast<std::size_t>(mark.line) + 1);
+    const std::string before = line.substr(0, static_cast<std::size_t>(mark.column));
+    errors.push_back({static_cast<std::size_t>(mark.line) + 1, characters(before) + 1, what});
+}
+
+std::vector<SourceError> SourceErrors::sorted() const
+{
+    const auto key = [](const SourceError& e) { return std::tie(e.line, e.column, e.text); };
+    std::vector<SourceError> all = errors;
+    std::stable_sort(all.begin(), all.end(),
+                     [key](const auto& a, const auto& b) { return key(a) < key(b); });
+    all.erase(std::unique(all.begin(), all.end(),
+                          [key](const auto& a, const auto& b) { return key(a) == key(b); }),
+              all.end());
+    return all;
+}
+
+std::string sourceExcerpt(const std::string& source, const SourceError& error)
+{
+    constexpr std::size_t before = 70; // characters shown at most in front of the caret
+    constexpr std::size_t widest = 98;
+    const std::string whole = lineOf(source, error.line);
+    const std::size_t caret = error.column - 1;
+    const std::size_t first = caret > before ? caret - before : 0;
+    const std::size_t from = byteOfCharacter(whole, first);
+    std::string line = whole.substr(from, byteOfCharacter(whole, first + widest) - from);
+    for (char& c : line) {
+        const auto byte = static_cast<unsigned char>(c);
+        c = byte < 0x20 || byte == 0x7F ? ' ' : c;
+    }
+    return line + "\n" + std::string(caret - first, ' ') + "^";
+}
+
+} // namespace mxauthor

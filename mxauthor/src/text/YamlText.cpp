@@ -1,0 +1,116 @@
+#include "YamlText.h"
+
+#include "mxauthor/CodePage.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <algorithm>
+#include <set>
+
+namespace mxauthor {
+
+namespace {
+
+bool isLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+// A printable character of the upper half in Windows-1252; five of its bytes, the no-break space and
+// the soft hyphen are not.
+bool isUpperLetter(char c)
+{
+    static const std::string unprintable = "\x81\x8D\x8F\x90\x9D\xA0\xAD";
+    return static_cast<unsigned char>(c) >= 0x80 && unprintable.find(c) == std::string::npos;
+}
+
+bool isPlainCharacter(char c)
+{
+    static const std::string signs = " ._/()+-%=<>;^";
+    return isLetter(c) || isDigit(c) || isUpperLetter(c) || signs.find(c) != std::string::npos;
+}
+
+// Words that readers of YAML take for something else than text.
+bool isReserved(const std::string& text)
+{
+    static const std::set<std::string> words = {"null", "true", "false", "yes", "no",
+                                                "on",   "off",  "y",     "n"};
+    std::string lower = text;
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return words.count(lower) != 0;
+}
+
+bool isPlain(const std::string& text)
+{
+    if (text.empty() || text.back() == ' ' || isReserved(text) ||
+        !std::all_of(text.begin(), text.end(), isPlainCharacter)) {
+        return false;
+    }
+    // What starts with a digit might be a number or a date, but not with a blank in it.
+    return isLetter(text[0]) || isUpperLetter(text[0]) ||
+           (isDigit(text[0]) && text.find(' ') != std::string::npos);
+}
+
+std::string escaped(char c)
+{
+    if (c == '"' || c == '\\') {
+        return std::string("\\") + c;
+    }
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x20 || byte == 0x7F || (byte >= 0x80 && !isUpperLetter(c))) {
+        return "\\x" + devices::parser::mx::u8AsHex(byte);
+    }
+    return windows1252ToUtf8(std::string(1, c));
+}
+
+} // namespace
+
+std::string yamlText(const std::string& bytes)
+{
+    if (isPlain(bytes)) {
+        return windows1252ToUtf8(bytes);
+    }
+    std::string text = "\"";
+    for (const char c : bytes) {
+        text += escaped(c);
+    }
+    return text + "\"";
+}
+
+std::string yamlQuoted(const std::string& utf8)
+{
+    return "\"" + utf8 + "\"";
+}
+
+std::string yamlBlock(const std::string& digits, std::size_t width, const std::string& indent)
+{
+    std::string text = "|\n";
+    for (std::size_t pos = 0; pos < digits.size(); pos += width) {
+        text += indent + digits.substr(pos, width) + "\n";
+    }
+    return text;
+}
+
+FlowMapping& FlowMapping::add(const std::string& key, const std::string& value)
+{
+    items += (items.empty() ? "" : ", ") + key + ": " + value;
+    return *this;
+}
+
+std::string flowList(const std::vector<std::string>& values)
+{
+    std::string text;
+    for (const std::string& value : values) {
+        text += (text.empty() ? "" : ", ") + value;
+    }
+    return "[" + text + "]";
+}
+
+} // namespace mxauthor

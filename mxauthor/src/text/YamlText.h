@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace mxauthor {
+
+/// Returns `bytes`, taken as Windows-1252, as a YAML scalar: plain where every reader of YAML takes
+/// it for this text, otherwise in double quotes with escapes.
+std::string yamlText(const std::string& bytes);
+
+/// Returns `text` in double quotes.
+std::string yamlQuoted(const std::string& utf8);
+
+/// Returns long text of digits as a literal block, `width` characters a line, each line indented.
+std::string yamlBlock(const std::string& digits, std::size_t width, const std::string& indent);
+
+/// A mapping on one line: {key: value, ...}.
+class FlowMapping
+{
+public:
+    /// `value` is YAML already.
+    FlowMapping& add(const std::string& key, const std::string& value);
+    bool empty() const { return items.empty(); }
+    std::string text() const { return "{" + items + "}"; }
+
+private:
+    std::string items;
+};
+
+/// Returns values that are YAML already as a list on one line.
+std::string flowList(const std::vector<std::string>& values);
+
+} // namespace mxauthor
