@@ -42,23 +42,27 @@ bool continues(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
-// The code point of one whole character; a large number for one of no use here.
+constexpr unsigned noCharacter = 0xFFFF;
+
+// The code point of one whole character below 0x10000; `noCharacter` for others, and for bytes that
+// are no UTF-8.
 unsigned decoded(const std::string& character)
 {
     const auto lead = static_cast<unsigned char>(character[0]);
     const auto bits = [&character](std::size_t i) {
         return static_cast<unsigned char>(character[i]) & 0x3FU;
     };
-    switch (character.size()) {
-    case 1:
-        return lead < 0x80 ? lead : 0xFFFF;
-    case 2:
-        return (lead & 0x1FU) << 6 | bits(1);
-    case 3:
-        return (lead & 0xFU) << 12 | bits(1) << 6 | bits(2);
-    default:
-        return 0xFFFF;
+    if (character.size() == 1 && lead < 0x80) {
+        return lead;
     }
+    if (character.size() == 2 && lead >= 0xC2 && lead < 0xE0) {
+        return (lead & 0x1FU) << 6 | bits(1);
+    }
+    if (character.size() == 3 && lead >= 0xE0 && lead < 0xF0) {
+        const unsigned point = (lead & 0xFU) << 12 | bits(1) << 6 | bits(2);
+        return point < 0x800 ? noCharacter : point;
+    }
+    return noCharacter;
 }
 
 std::optional<char> byteOf(unsigned point)

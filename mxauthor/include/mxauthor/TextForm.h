@@ -25,11 +25,11 @@ struct BuildResult
 /// Builds the mx file that the YAML text `source` describes. Identifiers, lengths, the content
 /// length, the data sizes and the parameter block are computed where they are not stated; the same
 /// text always gives the same bytes. Files named in it are looked for in `directory`.
-BuildResult build(const std::string& source, const std::filesystem::path& directory);
+BuildResult buildFromText(const std::string& source, const std::filesystem::path& directory);
 
-/// Returns the YAML text of `file`, which `build` turns into the same bytes. What has no form of
+/// Returns the YAML text of `file`, which `buildFromText` turns into the same bytes. What has no form of
 /// its own is kept as raw bytes.
-std::string dump(const MxFile& file);
+std::string dumpText(const MxFile& file);
 
 /// Returns the line of `source` in which `error` stands and, in a second line, a caret under its
 /// column. A long line is cut around it; control characters are blanks.

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "BlockField.h"
+#include "GroupWords.h"
 #include "Section.h"
 #include "TextIds.h"
+#include "mxauthor/MxFile.h"
 
-#include <functional>
+#include <filesystem>
 
 namespace mxauthor {
 
@@ -14,7 +17,7 @@ struct BuiltParameter
     std::string name;                  ///< For messages, in UTF-8.
     YAML::Node node;                   ///< The parameter's line.
     std::optional<YAML::Node> initial; ///< Its default as stated.
-    Integer value;                     ///< The same as a number.
+    std::uint64_t value = 0;           ///< The same as a number, when it fits.
     bool mayOverlap = false;
 };
 
@@ -23,7 +26,7 @@ struct NamedEntry
 {
     std::string name;
     std::uint8_t id = 0;
-    std::map<std::string, std::uint64_t> options; ///< Values by their texts.
+    std::map<std::string, std::uint64_t> options; ///< Values by their texts, the first of each.
 };
 
 /// What the sections of one text form share while its file is built. Sections are built in one fixed
@@ -32,54 +35,39 @@ struct BuildContext
 {
     SourceErrors& errors;
     std::filesystem::path directory;
-    TextIds texts;
-    std::uint16_t textsHead = 0;
-    std::vector<NamedEntry> optionLists;
-    std::vector<NamedEntry> conversions;
-    std::vector<BuiltParameter> parameters;
-    std::vector<ChannelName> channelNames;
-    std::map<std::uint16_t, GroupContent> groups; ///< Those with a form of their own.
-    std::vector<Group> rawGroups;
-    std::vector<YAML::Mark> rawMarks;            ///< Where each raw group is stated.
-    std::map<std::uint16_t, YAML::Mark> marks;   ///< Where each of `groups` is stated.
+    TextIds texts{};
+    std::vector<NamedEntry> optionLists{};
+    std::vector<NamedEntry> conversions{};
+    std::vector<BuiltParameter> parameters{};
+    std::vector<ChannelName> channelNames{}; ///< As the channels state them.
+    std::map<std::uint16_t, GroupContent> groups{}; ///< Those with a form of their own.
+    std::map<std::uint16_t, YAML::Mark> marks{};    ///< Where each of `groups` is stated.
+    std::vector<Group> rawGroups{};
+    std::vector<YAML::Mark> rawMarks{}; ///< Where each of `rawGroups` is stated.
+
+    /// Sets the content of a group that `node` states.
+    void setGroup(std::uint16_t id, GroupContent content, const YAML::Node& node)
+    {
+        groups[id] = std::move(content);
+        marks[id] = node.Mark();
+    }
 };
 
 /// Returns the identifier of the text that `node` gives: the text itself, or {id: NUMBER}.
 std::uint16_t readTextId(const YAML::Node& node, BuildContext& context);
+
+/// The same for the value of a key; 0, which stands for no text, when it is not stated.
+std::uint16_t readTextId(const Section& section, const std::string& key, BuildContext& context);
 
 /// Returns the identifier of the entry that `node` names, or which it gives as a number. `what` is
 /// what such an entry is called.
 std::uint8_t readEntryId(const YAML::Node& node, const std::vector<NamedEntry>& entries,
                          const std::string& what, SourceErrors& errors);
 
-/// Returns the bytes that a section gives under "hex", "base64" or "file".
-Bytes readPayloadKeys(const Section& section, BuildContext& context);
-
-/// Returns the identifier that an entry of a list gets: the one stated, or one more than the largest
-/// before it.
-std::uint8_t nextEntryId(const Section& section, const std::vector<NamedEntry>& before);
-
-// Each builds the group of its section; `node` is the section's value.
-
-void buildTextsSection(const YAML::Node& node, BuildContext& context);
-void buildOptionLists(const YAML::Node& node, BuildContext& context);
-void buildConversions(const YAML::Node& node, BuildContext& context);
-void buildParameters(const YAML::Node& node, BuildContext& context);
-void buildChannels(const YAML::Node& node, BuildContext& context);
-void buildChannelNames(const YAML::Node& node, BuildContext& context);
-void buildExtension(const YAML::Node& node, BuildContext& context);
-void buildModule(const YAML::Node& node, BuildContext& context);
-void buildCatalogue(const YAML::Node& node, BuildContext& context);
-void buildComponent(const YAML::Node& node, BuildContext& context);
-void buildImage(const YAML::Node& node, BuildContext& context);
-void buildRawGroups(const YAML::Node& node, BuildContext& context);
-
-// These are computed, so that their section may be missing.
-
-void buildParameterBlock(const std::optional<YAML::Node>& node, BuildContext& context);
-void buildDataSizes(const std::optional<YAML::Node>& node, BuildContext& context);
-void buildHeader(const std::optional<YAML::Node>& node, BuildContext& context);
-void buildTextTable(bool stated, BuildContext& context);
+/// Returns a new entry of the name `key`, with the identifier that the section states, or one more
+/// than the largest before it.
+NamedEntry namedEntry(const YAML::Node& key, const Section& section,
+                      const std::vector<NamedEntry>& before);
 
 /// Returns whether the value of a section is the word "none".
 bool isNone(const std::optional<YAML::Node>& node);

@@ -6,6 +6,8 @@ namespace mxauthor {
 
 namespace {
 
+constexpr std::size_t groupOverhead = 6;
+
 bool isAlphanumeric(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
@@ -62,6 +64,7 @@ DumpContext::DumpContext(const MxFile& file, const std::set<std::size_t>& raw, b
     std::set<std::uint16_t> seen;
     for (std::size_t i = 0; i < file.groups.size(); ++i) {
         const Group& group = file.groups[i];
+        size += writePayload(group.content).size() + groupOverhead;
         const bool first = seen.insert(group.id).second;
         if (first && raw.count(i) == 0 && !std::holds_alternative<RawGroup>(group.content)) {
             typed.emplace(group.id, &group);

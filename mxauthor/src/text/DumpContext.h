@@ -37,6 +37,9 @@ public:
     const MxFile& file() const { return mxFile; }
     bool textsAreFixed() const { return fixed; }
 
+    /// Returns the size of all groups in bytes: the content length that a header usually states.
+    std::size_t contentLength() const { return size; }
+
     /// The names given to option lists and conversions, in file order.
     const std::vector<std::string>& optionListNames() const { return listNames; }
     const std::vector<std::string>& conversionNames() const { return conversionWords; }
@@ -51,6 +54,7 @@ private:
 
     const MxFile& mxFile;
     bool fixed;
+    std::size_t size = 0;
     std::map<std::uint16_t, const Group*> typed; // the first of each identifier
     std::map<std::uint16_t, std::string> texts;
     std::map<std::string, std::uint16_t> idOfText;
@@ -58,37 +62,8 @@ private:
     std::vector<std::string> conversionWords;
 };
 
-// Each returns the text of its section, empty where there is none. They are called for any content
-// of the right type; what they cannot express is found by building the text again.
-
-std::string dumpModule(const DumpContext& context);
-std::string dumpCatalogue(const DumpContext& context);
-std::string dumpComponent(const DumpContext& context);
-std::string dumpExtension(const DumpContext& context);
-std::string dumpDataSizes(const DumpContext& context);
-std::string dumpParameterBlock(const DumpContext& context);
-std::string dumpOptionLists(const DumpContext& context);
-std::string dumpConversions(const DumpContext& context);
-std::string dumpParameters(const DumpContext& context);
-std::string dumpChannels(const DumpContext& context);
-std::string dumpChannelNames(const DumpContext& context);
-std::string dumpTexts(const DumpContext& context);
-std::string dumpImage(const DumpContext& context);
-std::string dumpHeader(const DumpContext& context);
-std::string dumpRawGroups(const DumpContext& context);
-
-/// Returns the bits of the block that the defaults of the parameters set, and which parameters state
-/// one: those that lie in the block and overlap none before them.
-struct DefaultsOfBlock
-{
-    Bytes block; ///< As large as the block would be made for the parameters.
-    std::vector<std::optional<std::string>> texts; ///< By parameter.
-    std::vector<bool> overlaps;                    ///< By parameter.
-};
-DefaultsOfBlock defaultsOf(const DumpContext& context);
-
-/// Returns the name entries that follow from the names at the channels, one per channel or empty;
-/// no value when the group of names is another.
+/// Returns the text identifiers of the names as they are written at the channels, one per channel or
+/// empty; no value when the group of names says something else.
 std::optional<std::vector<std::optional<std::uint16_t>>> namesAtChannels(const DumpContext& context);
 
 } // namespace mxauthor

@@ -43,6 +43,9 @@ std::string nearestWord(const std::string& word, const std::vector<std::string>&
 
 std::string acceptedWords(const std::string& word, const std::vector<std::string>& known)
 {
+    if (known.empty()) {
+        return ", there is none";
+    }
     const std::string nearest = nearestWord(word, known);
     std::string text = nearest.empty() ? "" : ", did you mean \"" + nearest + "\"?";
     text += " (accepted: ";

@@ -1,6 +1,7 @@
 #include "Section.h"
 
 #include "ByteText.h"
+#include "FormKeys.h"
 #include "NearestWord.h"
 #include "mxauthor/CodePage.h"
 
@@ -119,9 +120,10 @@ std::vector<std::pair<YAML::Node, YAML::Node>> readMapping(const YAML::Node& nod
     return pairs;
 }
 
-Section::Section(const YAML::Node& node, const std::vector<std::string>& keys, SourceErrors& errors)
+Section::Section(const YAML::Node& node, const std::string& mappingName, SourceErrors& errors)
     : mapping(node), problems(errors)
 {
+    const std::vector<std::string>& keys = keysOf(mappingName);
     for (const auto& [key, value] : readMapping(node, errors)) {
         const std::string& name = key.Scalar();
         if (std::find(keys.begin(), keys.end(), name) == keys.end()) {

@@ -2,6 +2,7 @@
 
 #include "Integer.h"
 #include "SourceErrors.h"
+#include "mxauthor/Field.h"
 
 #include <map>
 
@@ -29,7 +30,8 @@ std::optional<std::string> readScalar(const YAML::Node& node, SourceErrors& erro
 class Section
 {
 public:
-    Section(const YAML::Node& node, const std::vector<std::string>& keys, SourceErrors& errors);
+    /// `mapping` is the name of its keys, see `keysOf`.
+    Section(const YAML::Node& node, const std::string& mapping, SourceErrors& errors);
 
     /// Returns the value of `key`, empty when it is not stated.
     std::optional<YAML::Node> find(const std::string& key) const;

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <cstdint>
+#include "SourceErrors.h"
+
 #include <optional>
-#include <string>
-#include <vector>
 
 namespace mxauthor {
 
@@ -12,9 +11,20 @@ namespace mxauthor {
 /// Returns the name of a datatype, its number where it is none.
 std::string typeWord(std::uint8_t type);
 
-/// Returns the datatype that `word` names.
-std::optional<std::uint8_t> typeOfWord(const std::string& word);
-
 const std::vector<std::string>& typeWords();
+
+/// Stands for a channel of a single bit.
+extern const std::string bitWord;
+
+/// Returns the words for kinds of channels: those of datatypes and `bitWord`.
+const std::vector<std::string>& kindWords();
+
+/// Returns how many bits a channel of the kind that `word` names usually has; 0 for another word.
+std::uint8_t bitsOfKindWord(const std::string& word);
+
+/// Returns the datatype or kind that `node` names by one of `words`, or gives as a number up to
+/// `limit`.
+std::uint8_t readTypeWord(const YAML::Node& node, const std::vector<std::string>& words,
+                          std::uint8_t limit, SourceErrors& errors);
 
 } // namespace mxauthor

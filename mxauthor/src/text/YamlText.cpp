@@ -89,8 +89,12 @@ std::string yamlQuoted(const std::string& utf8)
     return "\"" + utf8 + "\"";
 }
 
-std::string yamlBlock(const std::string& digits, std::size_t width, const std::string& indent)
+std::string yamlDigits(const std::string& digits, const std::string& indent)
 {
+    constexpr std::size_t width = 80;
+    if (digits.size() <= width) {
+        return yamlQuoted(digits) + "\n";
+    }
     std::string text = "|\n";
     for (std::size_t pos = 0; pos < digits.size(); pos += width) {
         text += indent + digits.substr(pos, width) + "\n";

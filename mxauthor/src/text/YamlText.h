@@ -13,8 +13,9 @@ std::string yamlText(const std::string& bytes);
 /// Returns `text` in double quotes.
 std::string yamlQuoted(const std::string& utf8);
 
-/// Returns long text of digits as a literal block, `width` characters a line, each line indented.
-std::string yamlBlock(const std::string& digits, std::size_t width, const std::string& indent);
+/// Returns text of digits in double quotes, long text as a literal block whose lines are indented; the
+/// line end included.
+std::string yamlDigits(const std::string& digits, const std::string& indent);
 
 /// A mapping on one line: {key: value, ...}.
 class FlowMapping

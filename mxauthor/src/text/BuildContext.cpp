@@ -1,0 +1,80 @@
+#include "BuildContext.h"
+
+#include "NearestWord.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+std::uint16_t readTextId(const YAML::Node& node, BuildContext& context)
+{
+    if (node.IsMap()) {
+        const Section reference(node, "textReference", context.errors);
+        reference.require("id");
+        return reference.word("id", 0);
+    }
+    const auto text = readText(node, context.errors);
+    if (!text) {
+        return 0;
+    }
+    const auto id = context.texts.idOf(*text);
+    if (!id) {
+        context.errors.add(node, "no text identifier is left for this text, the last is 65535");
+    }
+    return id.value_or(0);
+}
+
+std::uint16_t readTextId(const Section& section, const std::string& key, BuildContext& context)
+{
+    const auto node = section.find(key);
+    return node ? readTextId(*node, context) : 0;
+}
+
+std::uint8_t readEntryId(const YAML::Node& node, const std::vector<NamedEntry>& entries,
+                         const std::string& what, SourceErrors& errors)
+{
+    const auto word = readScalar(node, errors);
+    if (!word) {
+        return 0;
+    }
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&word](const NamedEntry& entry) { return entry.name == *word; });
+    if (found != entries.end()) {
+        return found->id;
+    }
+    if (parseInteger(*word)) {
+        return static_cast<std::uint8_t>(readNumber(node, 0xFF, errors).value_or(0));
+    }
+    std::vector<std::string> names;
+    std::transform(entries.begin(), entries.end(), std::back_inserter(names),
+                   [](const NamedEntry& entry) { return entry.name; });
+    errors.add(node, "unknown " + what + " \"" + *word + "\"" + acceptedWords(*word, names));
+    return 0;
+}
+
+NamedEntry namedEntry(const YAML::Node& key, const Section& section,
+                      const std::vector<NamedEntry>& before)
+{
+    NamedEntry entry;
+    entry.name = key.Scalar();
+    if (parseInteger(entry.name)) {
+        section.errors().add(key, "a name that is no number expected, numbers are identifiers");
+    }
+    unsigned next = 1;
+    for (const NamedEntry& other : before) {
+        next = std::max(next, other.id + 1U);
+    }
+    if (next > 0xFF && !section.has("id")) {
+        section.errors().add(key, "no identifier is left for \"" + entry.name +
+                                      "\", the last is 255: state a free one as id");
+    }
+    entry.id = section.byte("id", static_cast<std::uint8_t>(next));
+    return entry;
+}
+
+bool isNone(const std::optional<YAML::Node>& node)
+{
+    return node && node->IsScalar() && node->Scalar() == "none";
+}
+
+} // namespace mxauthor

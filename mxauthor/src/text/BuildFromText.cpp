@@ -1,0 +1,147 @@
+#include "GroupOrder.h"
+#include "NearestWord.h"
+#include "UnreadBytes.h"
+#include "mxauthor/TextForm.h"
+#include "sections/Sections.h"
+
+#include <devices/parser/mx/HexText.h>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::size_t groupOverhead = 6;
+constexpr std::size_t sizeLimit = 0xFFFF; // of a group, and of a file with a header
+
+// The one document of the text; an error and nothing when there is another number of them.
+std::optional<YAML::Node> loadDocument(const std::string& source, SourceErrors& errors)
+{
+    try {
+        const std::vector<YAML::Node> documents = YAML::LoadAll(source);
+        if (documents.size() == 1 && documents[0].IsMap()) {
+            return documents[0];
+        }
+        errors.add(documents.size() > 1 ? documents[1].Mark() : YAML::Mark::null_mark(),
+                   documents.size() > 1 ? "a second document, a text describes one module"
+                                        : "no module here: keys such as \"module:\" expected");
+    } catch (const YAML::Exception& failure) {
+        errors.add(failure.mark, "this is no YAML: " + failure.msg);
+    }
+    return std::nullopt;
+}
+
+void buildStated(const Section& file, const std::string& key,
+                 void (*build)(const YAML::Node&, BuildContext&), BuildContext& context)
+{
+    if (const auto node = file.find(key)) {
+        build(*node, context);
+    }
+}
+
+// In the order in which texts get their identifiers, then what is computed from the others.
+void buildSections(const Section& file, BuildContext& context)
+{
+    startTexts(file.find("texts"), context);
+    buildStated(file, "optionLists", buildOptionLists, context);
+    buildStated(file, "conversions", buildConversions, context);
+    buildStated(file, "parameters", buildParameters, context);
+    buildStated(file, "channels", buildChannels, context);
+    buildChannelNames(file.find("channelNames"), context);
+    buildStated(file, "extension", buildExtension, context);
+    buildStated(file, "module", buildModule, context);
+    buildStated(file, "catalogue", buildCatalogue, context);
+    buildStated(file, "component", buildComponent, context);
+    buildStated(file, "image", buildImage, context);
+    buildStated(file, "raw", buildRawGroups, context);
+    buildParameterBlock(file.find("parameterBlock"), context);
+    buildDataSizes(file.find("dataSizes"), context);
+    buildTextTable(file.find("texts"), context);
+    buildStated(file, "unread", buildUnreadBytes, context);
+}
+
+void setChecksums(const YAML::Node& node, MxFile& file, SourceErrors& errors)
+{
+    for (const auto& [key, value] : readMapping(node, errors)) {
+        const auto id = groupOfWord(key.Scalar());
+        const auto isMeant = [&id](const Group& group) { return group.id == id; };
+        const auto found = std::find_if(file.groups.begin(), file.groups.end(), isMeant);
+        if (!id) {
+            errors.add(key, "unknown group \"" + key.Scalar() + "\"" +
+                                acceptedWords(key.Scalar(), groupWords()));
+        } else if (found == file.groups.end()) {
+            errors.add(key, "there is no group \"" + key.Scalar() + "\" in this text");
+        } else {
+            const auto checksum = readNumber(value, 0xFFFF, errors).value_or(0);
+            found->checksum = static_cast<std::uint16_t>(checksum);
+        }
+    }
+}
+
+// Returns the size of all groups. Called without errors before it, since counts have to fit.
+std::size_t checkSizes(const std::vector<std::pair<Group, YAML::Mark>>& groups,
+                       SourceErrors& errors)
+{
+    std::size_t size = 0;
+    for (const auto& [group, mark] : groups) {
+        const std::size_t length = writePayload(group.content).size() + groupOverhead;
+        size += length;
+        if (length > sizeLimit) {
+            errors.add(mark, "group " + devices::parser::mx::u16AsHex(group.id) + " (" +
+                                 groupWord(group.id) + ") would have " + std::to_string(length) +
+                                 " bytes, 65535 at most");
+        }
+    }
+    return size;
+}
+
+void setContentLength(MxFile& file, std::size_t size, SourceErrors& errors)
+{
+    if (size > sizeLimit) {
+        errors.add(YAML::Mark::null_mark(), "the file would have " + std::to_string(size) +
+                                                " bytes, the content length in its header holds "
+                                                "65535 at most");
+        return;
+    }
+    for (Group& group : file.groups) {
+        if (auto* header = std::get_if<Header>(&group.content)) {
+            header->contentLength = static_cast<std::uint16_t>(size);
+        }
+    }
+}
+
+MxFile buildFile(const Section& section, BuildContext& context)
+{
+    MxFile file;
+    buildSections(section, context);
+    const bool lengthIsComputed = buildHeader(section.find("header"), context);
+    const auto groups = orderedGroups(section.find("order"), context);
+    const std::size_t size = context.errors.empty() ? checkSizes(groups, context.errors) : 0;
+    for (const auto& [group, mark] : groups) {
+        file.groups.push_back(group);
+    }
+    if (const auto checksums = section.find("checksums")) {
+        setChecksums(*checksums, file, context.errors);
+    }
+    file.tail = section.hex("tail");
+    if (lengthIsComputed) {
+        setContentLength(file, size, context.errors);
+    }
+    return file;
+}
+
+} // namespace
+
+BuildResult buildFromText(const std::string& source, const std::filesystem::path& directory)
+{
+    BuildResult result;
+    SourceErrors errors(source);
+    if (const auto document = loadDocument(source, errors)) {
+        const Section file(*document, "file", errors);
+        BuildContext context{errors, directory};
+        result.file = buildFile(file, context);
+    }
+    result.errors = errors.sorted();
+    return result;
+}
+
+} // namespace mxauthor

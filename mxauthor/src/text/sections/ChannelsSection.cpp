@@ -1,0 +1,210 @@
+#include "Sections.h"
+#include "text/ByteText.h"
+#include "text/ImageWalk.h"
+#include "text/TypeWords.h"
+
+#include <algorithm>
+#include <array>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::uint8_t inputBit = 0x80;
+constexpr std::uint8_t flagBits = 0x60;
+constexpr std::uint8_t kindBits = 0x1F;
+constexpr std::uint8_t bitField = 5; // kind of channels that share bytes
+
+// What a record is when nothing else is stated about it.
+struct Usual
+{
+    std::uint8_t number = 0;
+    std::array<ImageWalk, 2> images; // outputs, inputs
+
+    ImageWalk& image(std::uint8_t kind) { return images[(kind & inputBit) != 0 ? 1 : 0]; }
+    std::uint8_t bit(std::uint8_t kind)
+    {
+        return (kind & kindBits) == bitField ? image(kind).bit() : std::uint8_t{0};
+    }
+    void pass(const ChannelRecord& record)
+    {
+        number = static_cast<std::uint8_t>(record.number.value + 1);
+        const std::uint8_t kind = record.kind.value;
+        image(kind).pass(kind & kindBits, record.bitLength.value);
+    }
+};
+
+std::string kindWord(const ChannelRecord& record)
+{
+    const std::uint8_t kind = record.kind.value & kindBits;
+    return kind == bitField && record.bitLength.value == 1 ? bitWord : typeWord(kind);
+}
+
+std::string wordList(const std::vector<Field<std::uint16_t>>& words)
+{
+    std::vector<std::string> texts;
+    std::transform(words.begin(), words.end(), std::back_inserter(texts),
+                   [](const auto& word) { return hexText(word.value, 4); });
+    return flowList(texts);
+}
+
+// Numbers that stand twice in the group have to be called so.
+void addOddities(FlowMapping& line, const ChannelRecord& record, bool again)
+{
+    if ((record.kind.value & flagBits) != 0) {
+        line.add("flags", hexText(record.kind.value & flagBits, 2));
+    }
+    if (record.unread2.value != 0 || record.unread5.value != 0) {
+        const Bytes unread = {record.unread2.value, record.unread5.value};
+        line.add("unread", yamlQuoted(toHex(unread)));
+    }
+    if (again) {
+        line.add("again", "true");
+    }
+}
+
+std::string channelLine(const ChannelRecord& record, const std::string& name, Usual& usual,
+                        bool again)
+{
+    FlowMapping line;
+    if (!name.empty()) {
+        line.add("name", name);
+    }
+    if (record.number.value != usual.number) {
+        line.add("number", std::to_string(record.number.value));
+    }
+    const std::uint8_t kind = record.kind.value;
+    line.add((kind & inputBit) != 0 ? "in" : "out", kindWord(record));
+    if (record.bitLength.value != bitsOfKindWord(kindWord(record))) {
+        line.add("bits", std::to_string(record.bitLength.value));
+    }
+    if (record.bitOffset.value != usual.bit(kind)) {
+        line.add("bit", std::to_string(record.bitOffset.value));
+    }
+    if (!record.words.empty()) {
+        line.add("words", wordList(record.words));
+    }
+    addOddities(line, record, again);
+    return line.text();
+}
+
+// The kind byte without its flags, and the number of bits that goes with the word for it.
+std::pair<std::uint8_t, std::uint8_t> readKind(const Section& section)
+{
+    const auto in = section.find("in");
+    const auto out = section.find("out");
+    if (!in == !out) {
+        section.errors().add(section.node(), "either in or out expected, with the kind of the "
+                                             "channel: in: Bit");
+        return {0, 0};
+    }
+    const YAML::Node& node = in ? *in : *out;
+    const auto word = readScalar(node, section.errors());
+    const std::uint8_t kind = readTypeWord(node, kindWords(), kindBits, section.errors());
+    const std::uint8_t direction = in ? inputBit : std::uint8_t{0};
+    return {static_cast<std::uint8_t>(direction | kind), bitsOfKindWord(word.value_or(""))};
+}
+
+std::uint8_t readFlags(const Section& section)
+{
+    const std::uint8_t flags = section.byte("flags", 0);
+    if ((flags & flagBits) != flags) {
+        section.errors().add(*section.find("flags"), "only the bits 0x60 are flags");
+    }
+    return flags & flagBits;
+}
+
+void readWords(const Section& section, ChannelRecord& record)
+{
+    const auto node = section.find("words");
+    if (!node) {
+        return;
+    }
+    for (const YAML::Node& item : readSequence(*node, section.errors())) {
+        const auto word = readNumber(item, 0xFFFF, section.errors()).value_or(0);
+        record.words.emplace_back(static_cast<std::uint16_t>(word));
+    }
+    if (record.words.size() > 0xFF) {
+        section.errors().add(*node, std::to_string(record.words.size()) +
+                                        " words, a channel has 255 at most");
+    }
+}
+
+void readUnread(const Section& section, ChannelRecord& record)
+{
+    const Bytes unread = section.hex("unread", Bytes(2));
+    if (unread.size() != 2) {
+        section.errors().add(*section.find("unread"), std::to_string(unread.size()) +
+                                                          " bytes, there are 2: those at offsets "
+                                                          "2 and 5 of the record");
+        return;
+    }
+    record.unread2 = unread[0];
+    record.unread5 = unread[1];
+}
+
+ChannelRecord readChannel(const Section& section, Usual& usual)
+{
+    const auto [kind, bits] = readKind(section);
+    ChannelRecord record;
+    record.number = section.byte("number", usual.number);
+    record.kind = static_cast<std::uint8_t>(kind | readFlags(section));
+    record.bitLength = section.byte("bits", bits);
+    record.bitOffset = section.byte("bit", usual.bit(kind));
+    readUnread(section, record);
+    readWords(section, record);
+    return record;
+}
+
+} // namespace
+
+std::string dumpChannels(const DumpContext& context)
+{
+    const auto* group = context.group<Channels>(channelsGroup);
+    if (group == nullptr) {
+        return "";
+    }
+    if (group->records.empty()) {
+        return "channels: []\n";
+    }
+    const auto names = namesAtChannels(context);
+    std::string text = "channels:\n";
+    Usual usual;
+    std::set<std::uint8_t> seen;
+    for (std::size_t i = 0; i < group->records.size(); ++i) {
+        const ChannelRecord& record = group->records[i];
+        const bool named = names && names->at(i);
+        const bool again = !seen.insert(record.number.value).second;
+        text += "  - " +
+                channelLine(record, named ? context.text(*names->at(i)) : "", usual, again) + "\n";
+        usual.pass(record);
+    }
+    return text;
+}
+
+void buildChannels(const YAML::Node& node, BuildContext& context)
+{
+    Channels group;
+    Usual usual;
+    std::map<std::uint8_t, int> lines;
+    for (const YAML::Node& item : readSequence(node, context.errors)) {
+        const Section section(item, "channel", context.errors);
+        const ChannelRecord& record = group.records.emplace_back(readChannel(section, usual));
+        usual.pass(record);
+        const std::uint8_t number = record.number.value;
+        const auto [first, isFirst] = lines.emplace(number, item.Mark().line + 1);
+        if (!isFirst && !section.flag("again")) {
+            context.errors.add(section.find("number").value_or(item),
+                               "channel " + std::to_string(number) + " stands in line " +
+                                   std::to_string(first->second) + " already");
+        }
+        if (const auto name = section.find("name")) {
+            ChannelName& entry = context.channelNames.emplace_back();
+            entry.channel = number;
+            entry.textId = readTextId(*name, context);
+        }
+    }
+    context.setGroup(channelsGroup, std::move(group), node);
+}
+
+} // namespace mxauthor

@@ -1,0 +1,79 @@
+#include "Sections.h"
+#include "text/FloatText.h"
+
+namespace mxauthor {
+
+namespace {
+
+std::uint32_t readFloat(const Section& section, const std::string& key)
+{
+    const auto node = section.find(key);
+    const auto text = node ? readScalar(*node, section.errors()) : std::nullopt;
+    if (!text) {
+        return 0;
+    }
+    const auto bits = parseFloat(*text);
+    if (!bits) {
+        section.errors().add(*node, "\"" + *text + "\" is no number of 32 bits such as 0.1 or -2e3");
+    }
+    return bits.value_or(0);
+}
+
+Conversion readConversion(const Section& section, BuildContext& context)
+{
+    section.require("factor");
+    Conversion conversion;
+    conversion.factor = readFloat(section, "factor");
+    conversion.offset = readFloat(section, "offset");
+    conversion.unitId = readTextId(section, "unit", context);
+    return conversion;
+}
+
+std::string conversionText(const Conversion& conversion, const DumpContext& context)
+{
+    FlowMapping line;
+    line.add("id", std::to_string(conversion.id.value));
+    line.add("factor", floatText(conversion.factor.value));
+    if (conversion.offset.value != 0) {
+        line.add("offset", floatText(conversion.offset.value));
+    }
+    if (conversion.unitId.value != 0) {
+        line.add("unit", context.text(conversion.unitId.value));
+    }
+    return line.text();
+}
+
+} // namespace
+
+std::string dumpConversions(const DumpContext& context)
+{
+    const auto* group = context.group<Conversions>(conversionsGroup);
+    if (group == nullptr) {
+        return "";
+    }
+    if (group->entries.empty()) {
+        return "conversions: {}\n";
+    }
+    std::string text = "conversions:\n";
+    for (std::size_t i = 0; i < group->entries.size(); ++i) {
+        text += "  " + context.conversionNames()[i] + ": " +
+                conversionText(group->entries[i], context) + "\n";
+    }
+    return text;
+}
+
+void buildConversions(const YAML::Node& node, BuildContext& context)
+{
+    Conversions group;
+    for (const auto& [key, value] : readMapping(node, context.errors)) {
+        const Section section(value, "conversion", context.errors);
+        NamedEntry entry = namedEntry(key, section, context.conversions);
+        Conversion conversion = readConversion(section, context);
+        conversion.id = entry.id;
+        group.entries.push_back(conversion);
+        context.conversions.push_back(std::move(entry));
+    }
+    context.setGroup(conversionsGroup, std::move(group), node);
+}
+
+} // namespace mxauthor

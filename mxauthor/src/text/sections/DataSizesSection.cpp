@@ -1,0 +1,144 @@
+#include "Sections.h"
+#include "text/FormKeys.h"
+#include "text/ImageWalk.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+const std::string separator = ",s=";
+const std::string codeLetters = "DWBs ,=";
+
+// Codes by their keys, in the order in which they are written.
+using Codes = std::vector<std::pair<std::string, std::string>>;
+
+// What the channels and the block ask for.
+Codes codesFor(const Channels* channels, const ParameterBlock* block)
+{
+    ImageWalk in;
+    ImageWalk out;
+    for (std::size_t i = 0; channels != nullptr && i < channels->records.size(); ++i) {
+        const ChannelRecord& record = channels->records[i];
+        const std::uint8_t kind = record.kind.value;
+        ((kind & 0x80) != 0 ? in : out).pass(kind & 0x1F, record.bitLength.value);
+    }
+    const std::size_t blockSize = block == nullptr ? 0 : block->block.value.size();
+    return {{"InData", in.codes()},
+            {"OutData", out.codes()},
+            {"Parameter", std::string(blockSize, 'B')},
+            {"Diagnosis", ""}};
+}
+
+bool areCodes(const std::string& text)
+{
+    return text.find_first_not_of(codeLetters) == std::string::npos;
+}
+
+// The lines as codes, when they are one line for each key.
+std::optional<Codes> codesOf(const DataSizes& group, const Codes& usual)
+{
+    if (group.lines.size() != usual.size()) {
+        return std::nullopt;
+    }
+    Codes codes;
+    for (std::size_t i = 0; i < usual.size(); ++i) {
+        const std::string start = usual[i].first + separator;
+        const std::string& line = group.lines[i].value;
+        if (line.compare(0, start.size(), start) != 0 || !areCodes(line.substr(start.size()))) {
+            return std::nullopt;
+        }
+        codes.emplace_back(usual[i].first, line.substr(start.size()));
+    }
+    return codes;
+}
+
+std::string lineList(const DataSizes& group)
+{
+    std::vector<std::string> lines;
+    for (const Field<std::string>& line : group.lines) {
+        lines.push_back(yamlText(line.value));
+    }
+    return flowList(lines);
+}
+
+std::string readCodes(const YAML::Node& node, SourceErrors& errors)
+{
+    const std::string codes = readText(node, errors).value_or("");
+    if (!areCodes(codes)) {
+        errors.add(node, "\"" + node.Scalar() +
+                             "\" are no datatype codes: D, W and B for 4, 2 and 1 bytes");
+    }
+    return codes;
+}
+
+DataSizes readLines(const YAML::Node& node, SourceErrors& errors)
+{
+    DataSizes group;
+    for (const YAML::Node& item : readSequence(node, errors)) {
+        group.lines.emplace_back(readText(item, errors).value_or(""));
+    }
+    return group;
+}
+
+template <typename Content>
+const Content* builtGroup(std::uint16_t id, const BuildContext& context)
+{
+    const auto found = context.groups.find(id);
+    return found == context.groups.end() ? nullptr : std::get_if<Content>(&found->second);
+}
+
+DataSizes computedSizes(const std::optional<YAML::Node>& node, BuildContext& context)
+{
+    std::optional<Section> section;
+    if (node) {
+        section.emplace(*node, "dataSizes", context.errors);
+    }
+    DataSizes group;
+    for (const auto& [key, codes] :
+         codesFor(builtGroup<Channels>(channelsGroup, context),
+                  builtGroup<ParameterBlock>(blockGroup, context))) {
+        const auto stated = section ? section->find(key) : std::nullopt;
+        group.lines.emplace_back(key + separator +
+                                 (stated ? readCodes(*stated, context.errors) : codes));
+    }
+    return group;
+}
+
+} // namespace
+
+std::string dumpDataSizes(const DumpContext& context)
+{
+    const auto* group = context.group<DataSizes>(dataSizesGroup);
+    if (group == nullptr) {
+        return "dataSizes: none\n";
+    }
+    const Codes usual = codesFor(context.group<Channels>(channelsGroup),
+                                 context.group<ParameterBlock>(blockGroup));
+    const auto codes = codesOf(*group, usual);
+    if (!codes) {
+        return "dataSizes: " + lineList(*group) + "\n";
+    }
+    FlowMapping line;
+    for (std::size_t i = 0; i < usual.size(); ++i) {
+        if (codes->at(i) != usual[i]) {
+            line.add(usual[i].first, yamlText(codes->at(i).second));
+        }
+    }
+    return line.empty() ? "" : "dataSizes: " + line.text() + "\n";
+}
+
+void buildDataSizes(const std::optional<YAML::Node>& node, BuildContext& context)
+{
+    if (isNone(node)) {
+        return;
+    }
+    const bool listed = node && node->IsSequence();
+    DataSizes group =
+        listed ? readLines(*node, context.errors) : computedSizes(node, context);
+    context.groups[dataSizesGroup] = std::move(group);
+    context.marks[dataSizesGroup] = node ? node->Mark() : YAML::Mark::null_mark();
+}
+
+} // namespace mxauthor

@@ -1,0 +1,88 @@
+#include "Sections.h"
+#include "text/ByteText.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::size_t dateSize = 10;
+constexpr std::uint8_t usualVersion = 1;
+
+Bytes dateOf(const std::string& text)
+{
+    Bytes date(text.begin(), text.end());
+    date.resize(dateSize);
+    return date;
+}
+
+// The text that the date is made of, as far as the first byte 0.
+std::string textOf(const Bytes& date)
+{
+    return {date.begin(), std::find(date.begin(), date.end(), 0)};
+}
+
+Bytes readDate(const Section& section)
+{
+    const auto text = section.find("calibrationDate");
+    const auto bytes = section.find("dateBytes");
+    if (!bytes) {
+        const std::string date =
+            text ? readText(*text, section.errors()).value_or("") : std::string();
+        if (date.size() > dateSize) {
+            section.errors().add(*text, "a date has 10 characters at most, such as 2024-05-31");
+        }
+        return dateOf(date);
+    }
+    if (text) {
+        section.errors().add(*bytes, "calibrationDate and dateBytes state the same");
+    }
+    Bytes date = section.hex("dateBytes", Bytes(dateSize));
+    if (date.size() != dateSize) {
+        section.errors().add(*bytes, std::to_string(date.size()) + " bytes, a date has 10");
+        date.resize(dateSize);
+    }
+    return date;
+}
+
+} // namespace
+
+std::string dumpExtension(const DumpContext& context)
+{
+    const auto* group = context.group<Extension>(extensionGroup);
+    if (group == nullptr) {
+        return "";
+    }
+    FlowMapping line;
+    if (group->gtinId.value != 0) {
+        line.add("gtin", context.text(group->gtinId.value));
+    }
+    const Bytes& date = group->date.value;
+    const std::string text = textOf(date);
+    if (dateOf(text) != date || text.find_first_of("\r\n") != std::string::npos) {
+        line.add("dateBytes", yamlQuoted(toHex(date)));
+    } else if (!text.empty()) {
+        line.add("calibrationDate", yamlText(text));
+    }
+    if (group->version.value != usualVersion) {
+        line.add("version", std::to_string(group->version.value));
+    }
+    if (!group->rest.value.empty()) {
+        line.add("rest", yamlQuoted(toHex(group->rest.value)));
+    }
+    return "extension: " + line.text() + "\n";
+}
+
+void buildExtension(const YAML::Node& node, BuildContext& context)
+{
+    const Section section(node, "extension", context.errors);
+    Extension group;
+    group.version = section.byte("version", usualVersion);
+    group.gtinId = readTextId(section, "gtin", context);
+    group.date = readDate(section);
+    group.rest = section.hex("rest");
+    context.setGroup(extensionGroup, std::move(group), node);
+}
+
+} // namespace mxauthor

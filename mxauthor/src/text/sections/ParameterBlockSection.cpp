@@ -1,0 +1,139 @@
+#include "ParameterDefaults.h"
+#include "Sections.h"
+#include "text/ByteText.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::size_t largestBlock = 255; // readers count its bytes in 8 bits
+constexpr std::uint8_t fixedHeader = 2;   // version and descriptor
+
+void checkOverlaps(const BuildContext& context)
+{
+    std::vector<std::pair<BlockField, const BuiltParameter*>> before;
+    for (const BuiltParameter& parameter : context.parameters) {
+        const auto field = blockFieldOf(parameter.record);
+        if (!field) {
+            continue;
+        }
+        const auto other = std::find_if(before.begin(), before.end(), [&field](const auto& entry) {
+            return overlap(entry.first, *field);
+        });
+        if (other != before.end() && !parameter.mayOverlap) {
+            context.errors.add(parameter.node,
+                               "\"" + parameter.name + "\" shares bits of byte " +
+                                   std::to_string(std::max(field->byte, other->first.byte)) +
+                                   " with \"" + other->second->name + "\" in line " +
+                                   std::to_string(other->second->node.Mark().line + 1));
+        }
+        before.emplace_back(*field, &parameter);
+    }
+}
+
+void readHeader(const Section& section, ParameterBlock& group)
+{
+    group.version = section.byte("version", 0);
+    group.descriptor = section.byte("descriptor", 0);
+    const std::uint8_t size = parameterBlockHeaderSize(group.descriptor.value);
+    if (size < fixedHeader) {
+        section.errors().add(*section.find("descriptor"),
+                             "the block would start within its own header");
+        return;
+    }
+    const std::size_t skipped = size - fixedHeader;
+    group.skipped = section.hex("skipped", Bytes(skipped));
+    if (group.skipped.value.size() != skipped) {
+        section.errors().add(*section.find("skipped"),
+                             std::to_string(group.skipped.value.size()) + " bytes, descriptor " +
+                                 std::to_string(group.descriptor.value) + " asks for " +
+                                 std::to_string(skipped));
+    }
+}
+
+// All bytes of the block but for the defaults.
+Bytes blankBlock(const std::optional<Section>& section, const BuildContext& context)
+{
+    const std::size_t size = blockSizeFor(
+        context.parameters, [](const BuiltParameter& parameter) { return parameter.record; });
+    if (section && section->has("bytes")) {
+        return section->hex("bytes");
+    }
+    if (size > largestBlock) {
+        const auto last = std::max_element(
+            context.parameters.begin(), context.parameters.end(), [](const auto& a, const auto& b) {
+                return blockPosition(a.record) < blockPosition(b.record);
+            });
+        context.errors.add(last->node, "the parameter block would have " + std::to_string(size) +
+                                           " bytes, 255 at most");
+    }
+    return Bytes(size);
+}
+
+void writeDefaults(Bytes& block, const BuildContext& context)
+{
+    for (const BuiltParameter& parameter : context.parameters) {
+        const auto field = blockFieldOf(parameter.record);
+        if (!parameter.initial || !field) {
+            continue;
+        }
+        if (field->end() > block.size()) {
+            context.errors.add(*parameter.initial,
+                               "the parameter block has " + std::to_string(block.size()) +
+                                   " bytes, no place for a default at byte " +
+                                   std::to_string(field->byte));
+            continue;
+        }
+        writeBlockField(block, *field, parameter.value);
+    }
+}
+
+} // namespace
+
+std::string dumpParameterBlock(const DumpContext& context)
+{
+    const auto* group = context.group<ParameterBlock>(blockGroup);
+    const auto* parameters = context.group<Parameters>(parametersGroup);
+    const bool implied = parameters != nullptr && !parameters->records.empty();
+    if (group == nullptr) {
+        return implied ? "parameterBlock: none\n" : "";
+    }
+    FlowMapping line;
+    if (group->version.value != 0) {
+        line.add("version", std::to_string(group->version.value));
+    }
+    if (group->descriptor.value != 0) {
+        line.add("descriptor", std::to_string(group->descriptor.value));
+    }
+    const Bytes& skipped = group->skipped.value;
+    if (std::any_of(skipped.begin(), skipped.end(), [](std::uint8_t byte) { return byte != 0; })) {
+        line.add("skipped", yamlQuoted(toHex(skipped)));
+    }
+    if (group->block.value != defaultsOf(context).block) {
+        line.add("bytes", yamlQuoted(toHex(group->block.value)));
+    }
+    return implied && line.empty() ? "" : "parameterBlock: " + line.text() + "\n";
+}
+
+void buildParameterBlock(const std::optional<YAML::Node>& node, BuildContext& context)
+{
+    checkOverlaps(context);
+    if (isNone(node) || (!node && context.parameters.empty())) {
+        return;
+    }
+    ParameterBlock group;
+    std::optional<Section> section;
+    if (node) {
+        section.emplace(*node, "parameterBlock", context.errors);
+        readHeader(*section, group);
+    }
+    group.block = blankBlock(section, context);
+    writeDefaults(group.block.value, context);
+    const YAML::Mark mark = node ? node->Mark() : context.marks[parametersGroup];
+    context.groups[blockGroup] = std::move(group);
+    context.marks[blockGroup] = mark;
+}
+
+} // namespace mxauthor

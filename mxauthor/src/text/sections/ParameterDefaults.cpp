@@ -1,0 +1,150 @@
+#include "ParameterDefaults.h"
+
+#include "text/NearestWord.h"
+
+#include <devices/parser/mx/MxParameterDatatype.h>
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+// All options of the lists with this identifier, values by texts; readers join such lists.
+std::map<std::string, std::uint64_t> optionsOf(std::uint8_t id, const BuildContext& context)
+{
+    std::map<std::string, std::uint64_t> options;
+    for (const NamedEntry& list : context.optionLists) {
+        if (id != 0 && list.id == id) {
+            options.insert(list.options.begin(), list.options.end());
+        }
+    }
+    return options;
+}
+
+std::string unknownDefault(const std::string& text,
+                           const std::map<std::string, std::uint64_t>& options)
+{
+    if (options.empty()) {
+        return "\"" + text + "\" is no whole number";
+    }
+    std::vector<std::string> texts;
+    for (const auto& [option, value] : options) {
+        texts.push_back(option);
+    }
+    return "\"" + text + "\" is neither an option nor a whole number" + acceptedWords(text, texts);
+}
+
+std::string naturalRange(const BlockField& field)
+{
+    const std::uint64_t low = field.lowestMagnitude();
+    return (low == 0 ? "0" : "-" + std::to_string(low)) + " to " + std::to_string(field.highest());
+}
+
+bool holds(const BlockField& field, const Integer& number)
+{
+    return number.magnitude <= (number.negative ? field.lowestMagnitude() : field.highest());
+}
+
+Integer fromSlot(std::uint64_t bits, const BlockField& field)
+{
+    const bool negative = field.isSigned && bits >> 63 != 0;
+    return {negative, negative ? std::uint64_t{0} - bits : bits};
+}
+
+// The text of the option with this value, when the same text leads back to it.
+std::optional<std::string> optionText(std::uint8_t list, std::uint64_t value,
+                                      const DumpContext& context)
+{
+    const auto* lists = context.group<OptionLists>(optionListsGroup);
+    std::map<std::string, std::uint64_t> first;
+    for (std::size_t i = 0; lists != nullptr && list != 0 && i < lists->lists.size(); ++i) {
+        if (lists->lists[i].id.value != list) {
+            continue;
+        }
+        for (const Option& option : lists->lists[i].options) {
+            first.emplace(context.text(option.textId.value), option.value.value);
+        }
+    }
+    for (const auto& [text, optionValue] : first) {
+        if (optionValue == value && text.front() != '{') {
+            return text;
+        }
+    }
+    return std::nullopt;
+}
+
+bool overlapsOneBefore(const std::vector<BlockField>& before, const BlockField& field)
+{
+    return std::any_of(before.begin(), before.end(),
+                       [&field](const BlockField& other) { return overlap(other, field); });
+}
+
+} // namespace
+
+std::string slotText(std::uint64_t bits, std::uint8_t datatype)
+{
+    using devices::parser::mx::MxParameterDatatype;
+    const bool isLarge = static_cast<MxParameterDatatype>(datatype) == MxParameterDatatype::UInt64;
+    return isLarge ? std::to_string(bits) : signedText(bits);
+}
+
+DefaultsOfBlock defaultsOf(const DumpContext& context)
+{
+    DefaultsOfBlock defaults;
+    const auto* parameters = context.group<Parameters>(parametersGroup);
+    if (parameters == nullptr) {
+        return defaults;
+    }
+    const auto* group = context.group<ParameterBlock>(blockGroup);
+    const Bytes block = group == nullptr ? Bytes() : group->block.value;
+    defaults.block.resize(
+        blockSizeFor(parameters->records, [](const auto& record) { return record; }));
+    std::vector<BlockField> before;
+    for (const ParameterRecord& record : parameters->records) {
+        StatedDefault& stated = defaults.stated.emplace_back();
+        const auto field = blockFieldOf(record);
+        if (!field) {
+            continue;
+        }
+        stated.overlaps = overlapsOneBefore(before, *field);
+        before.push_back(*field);
+        if (!stated.overlaps && field->end() <= block.size()) {
+            const std::uint64_t value = readBlockField(block, *field);
+            writeBlockField(defaults.block, *field, value);
+            stated.text = optionText(record.optionList.value, value, context)
+                              .value_or(slotText(value, record.datatype.value));
+        }
+    }
+    return defaults;
+}
+
+void readDefault(BuiltParameter& parameter, const BuildContext& context)
+{
+    const auto text = parameter.initial ? readScalar(*parameter.initial, context.errors)
+                                        : std::nullopt;
+    if (!text) {
+        return;
+    }
+    const auto field = blockFieldOf(parameter.record);
+    if (!field) {
+        context.errors.add(*parameter.initial,
+                           "no place for a default: the type, or its bits, have no place in a block");
+        return;
+    }
+    const auto options = optionsOf(parameter.record.optionList.value, context);
+    const auto option = options.find(*text);
+    const auto number = option != options.end() ? fromSlot(option->second, *field)
+                                                : parseInteger(*text);
+    if (!number) {
+        context.errors.add(*parameter.initial, unknownDefault(*text, options));
+    } else if (!holds(*field, *number)) {
+        context.errors.add(*parameter.initial, "default " + *text + " does not fit into " +
+                                                   std::to_string(field->bits) + " bits, " +
+                                                   naturalRange(*field) + " is accepted");
+    } else {
+        parameter.value = number->bits();
+    }
+}
+
+} // namespace mxauthor

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "text/BuildContext.h"
+#include "text/DumpContext.h"
+
+namespace mxauthor {
+
+/// What is written as the default of one parameter.
+struct StatedDefault
+{
+    std::optional<std::string> text; ///< YAML; empty where the block has no place for it.
+    bool overlaps = false;           ///< Shares bits with a parameter before it.
+};
+
+/// The block as it would be built from the defaults of the parameters alone, and these defaults.
+struct DefaultsOfBlock
+{
+    Bytes block;
+    std::vector<StatedDefault> stated; ///< By parameter.
+};
+
+/// Parameters that lie in the block and share no bits with one before them have a default.
+DefaultsOfBlock defaultsOf(const DumpContext& context);
+
+/// Reads the default: a number, or the text of an option. An error when the datatype cannot hold it.
+void readDefault(BuiltParameter& parameter, const BuildContext& context);
+
+/// Returns the size in bytes of the block in which all these parameters lie.
+template <typename Records, typename Get>
+std::size_t blockSizeFor(const Records& records, Get recordOf)
+{
+    std::size_t size = 0;
+    for (const auto& record : records) {
+        if (const auto field = blockFieldOf(recordOf(record))) {
+            size = std::max<std::size_t>(size, field->end());
+        }
+    }
+    return size;
+}
+
+/// Returns the number in a slot or block field as people read it for the datatype.
+std::string slotText(std::uint64_t bits, std::uint8_t datatype);
+
+} // namespace mxauthor

@@ -1,0 +1,175 @@
+#include "ParameterDefaults.h"
+#include "Sections.h"
+#include "text/BlockCursor.h"
+#include "text/TypeWords.h"
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::uint8_t ofModule = 0xFF; // channel of parameters that belong to none
+constexpr std::uint8_t positionBias = 4;
+
+// Visible and writable, and shown in physical units when there is a conversion.
+std::uint8_t usualFlags(std::uint8_t conversion)
+{
+    return conversion == 0 ? 3 : 7;
+}
+
+// What is written at a parameter but for its place: the rest of its line.
+void addContent(FlowMapping& line, const ParameterRecord& record,
+                const StatedDefault& initial, const DumpContext& context)
+{
+    if (initial.text) {
+        line.add("default", *initial.text);
+    }
+    if (record.minimum.value != 0 || record.maximum.value != 0) {
+        line.add("range", flowList({slotText(record.minimum.value, record.datatype.value),
+                                    slotText(record.maximum.value, record.datatype.value)}));
+    }
+    if (record.optionList.value != 0) {
+        line.add("options", context.optionListWord(record.optionList.value));
+    }
+    if (record.conversion.value != 0) {
+        line.add("conversion", context.conversionWord(record.conversion.value));
+    }
+    if (record.unitId.value != 0) {
+        line.add("unit", context.text(record.unitId.value));
+    }
+    if (record.flags.value != usualFlags(record.conversion.value)) {
+        line.add("flags", std::to_string(record.flags.value));
+    }
+    if (initial.overlaps) {
+        line.add("overlaps", "true");
+    }
+}
+
+std::string parameterLine(const ParameterRecord& record, const StatedDefault& initial,
+                          std::uint8_t usualNumber, const DumpContext& context)
+{
+    FlowMapping line;
+    line.add("name", context.text(record.nameId.value));
+    if (record.number.value != usualNumber) {
+        line.add("number", std::to_string(record.number.value));
+    }
+    if (record.channel.value != ofModule) {
+        line.add("channel", std::to_string(record.channel.value));
+    }
+    line.add("at", std::to_string(blockPosition(record)));
+    line.add("type", typeWord(record.datatype.value));
+    if (record.bitLength.value != 0 || record.bitOffset.value != 0) {
+        line.add("bits", std::to_string(record.bitLength.value));
+        line.add("bit", std::to_string(record.bitOffset.value));
+    }
+    addContent(line, record, initial, context);
+    return line.text();
+}
+
+void readRange(const Section& section, ParameterRecord& record)
+{
+    const auto node = section.find("range");
+    if (!node) {
+        return;
+    }
+    const std::vector<YAML::Node> ends = readSequence(*node, section.errors());
+    if (ends.size() != 2) {
+        if (node->IsSequence()) {
+            section.errors().add(*node, "least and greatest value expected: [0, 10]");
+        }
+        return;
+    }
+    record.minimum = readInteger(ends[0], section.errors()).value_or(Integer{}).bits();
+    record.maximum = readInteger(ends[1], section.errors()).value_or(Integer{}).bits();
+}
+
+void readPlace(const Section& section, const BlockCursor& cursor, ParameterRecord& record)
+{
+    const auto type = section.require("type");
+    record.datatype =
+        type ? readTypeWord(*type, typeWords(), 0xFF, section.errors()) : std::uint8_t{1};
+    record.bitLength = section.byte("bits", 0);
+    const std::uint8_t datatype = record.datatype.value;
+    const std::uint8_t bits = record.bitLength.value;
+    const std::uint32_t usualByte = cursor.byteFor(datatype, bits);
+    if (usualByte > 0xFF && !section.has("at")) {
+        section.errors().add(section.node(), "no place is left behind the parameter before, byte "
+                                             "255 is the last that can be stated");
+    }
+    const std::uint8_t at = section.byte("at", static_cast<std::uint8_t>(usualByte));
+    record.position = static_cast<std::uint8_t>(at + positionBias);
+    record.bitOffset = section.byte("bit", cursor.bitFor(datatype, bits, at));
+}
+
+// The references come in the order in which texts get their identifiers.
+void readContent(const Section& section, BuildContext& context, ParameterRecord& record)
+{
+    if (const auto name = section.require("name")) {
+        record.nameId = readTextId(*name, context);
+    }
+    record.unitId = readTextId(section, "unit", context);
+    if (const auto options = section.find("options")) {
+        record.optionList =
+            readEntryId(*options, context.optionLists, "option list", context.errors);
+    }
+    if (const auto conversion = section.find("conversion")) {
+        record.conversion =
+            readEntryId(*conversion, context.conversions, "conversion", context.errors);
+    }
+    record.channel = section.byte("channel", ofModule);
+    record.flags = section.byte("flags", usualFlags(record.conversion.value));
+    readRange(section, record);
+}
+
+std::string shownName(const Section& section)
+{
+    const auto name = section.find("name");
+    return name && name->IsScalar() ? name->Scalar() : "";
+}
+
+} // namespace
+
+std::string dumpParameters(const DumpContext& context)
+{
+    const auto* group = context.group<Parameters>(parametersGroup);
+    if (group == nullptr) {
+        return "";
+    }
+    if (group->records.empty()) {
+        return "parameters: []\n";
+    }
+    const std::vector<StatedDefault> defaults = defaultsOf(context).stated;
+    std::string text = "parameters:\n";
+    std::uint8_t usualNumber = 1;
+    for (std::size_t i = 0; i < group->records.size(); ++i) {
+        const ParameterRecord& record = group->records[i];
+        text += "  - " + parameterLine(record, defaults[i], usualNumber, context) + "\n";
+        usualNumber = static_cast<std::uint8_t>(record.number.value + 1);
+    }
+    return text;
+}
+
+void buildParameters(const YAML::Node& node, BuildContext& context)
+{
+    Parameters group;
+    BlockCursor cursor;
+    std::uint8_t usualNumber = 1;
+    for (const YAML::Node& item : readSequence(node, context.errors)) {
+        const Section section(item, "parameter", context.errors);
+        BuiltParameter parameter;
+        readPlace(section, cursor, parameter.record);
+        readContent(section, context, parameter.record);
+        parameter.record.number = section.byte("number", usualNumber);
+        parameter.name = shownName(section);
+        parameter.node = item;
+        parameter.initial = section.find("default");
+        parameter.mayOverlap = section.flag("overlaps");
+        cursor.pass(parameter.record);
+        usualNumber = static_cast<std::uint8_t>(parameter.record.number.value + 1);
+        readDefault(parameter, context);
+        group.records.push_back(parameter.record);
+        context.parameters.push_back(std::move(parameter));
+    }
+    context.setGroup(parametersGroup, std::move(group), node);
+}
+
+} // namespace mxauthor
