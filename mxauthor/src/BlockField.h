@@ -6,8 +6,8 @@
 
 namespace mxauthor {
 
-/// Where the value of a parameter lies in the parameter block: whole bytes, big-endian, or some bits
-/// of one byte. Bits are counted from the least significant one.
+/// Where the value of a parameter lies in the parameter block: whole bytes, big-endian, or some
+/// bits of one byte. Bits are counted from the least significant one.
 struct BlockField
 {
     std::uint32_t byte = 0;

@@ -4,6 +4,7 @@
 #include <devices/parser/mx/HexText.h>
 #include <devices/parser/mx/Parser.h>
 
+#include <algorithm>
 #include <limits>
 #include <stdexcept>
 
@@ -15,6 +16,7 @@ namespace mx = devices::parser::mx;
 
 constexpr std::uint32_t groupHeaderSize = 4;
 constexpr std::uint32_t groupOverhead = 6;
+constexpr std::size_t headerSize = 6; // identifier, length, content length
 constexpr std::uint32_t checksumSize = 2;
 constexpr std::size_t groupSizeLimit = 0xFFFF;
 
@@ -65,26 +67,21 @@ void appendGroup(Bytes& target, const Group& group)
     appendU16(target, group.checksum.value);
 }
 
-} // namespace
-
-MxFile readWholeGroups(const std::vector<char>& bytes, std::string& failure)
+std::uint32_t sizeOf(const std::vector<char>& bytes)
 {
     if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
         throw std::runtime_error("More than 4 GiB, an mx file has 65535 bytes at most");
     }
-    failure.clear();
-    Container container;
-    try {
-        container.parse(bytes.data(), static_cast<std::uint32_t>(bytes.size()));
-    } catch (const std::runtime_error& found) {
-        failure = found.what();
-    }
-    const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    return static_cast<std::uint32_t>(bytes.size());
+}
 
-    // Groups stand back to back, so the order and the lengths give every place.
+// The groups stand back to back, so the order and the lengths give every place.
+MxFile contentOf(const std::vector<char>& bytes, const std::vector<std::uint16_t>& order)
+{
+    const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
     MxFile file;
     std::uint32_t pos = 0;
-    for (const std::uint16_t id : container.order()) {
+    for (const std::uint16_t id : order) {
         file.groups.push_back(readGroup(id, data, pos));
         pos += file.groups.back().place.length;
     }
@@ -93,14 +90,56 @@ MxFile readWholeGroups(const std::vector<char>& bytes, std::string& failure)
     return file;
 }
 
+// The groups that the container reader finds in front of a failure, which goes to `*failure`.
+std::vector<std::uint16_t> wholeGroups(const std::vector<char>& bytes, std::string* failure)
+{
+    failure->clear();
+    Container container;
+    try {
+        container.parse(bytes.data(), sizeOf(bytes));
+    } catch (const std::runtime_error& found) {
+        *failure = found.what();
+    }
+    return container.order();
+}
+
+// The file with a header that asks for no more bytes than there are.
+std::vector<char> withReachableEnd(std::vector<char> bytes)
+{
+    if (bytes.size() >= headerSize && bytes[0] == 0 && bytes[1] == 0) {
+        const std::size_t length = std::min(bytes.size(), groupSizeLimit);
+        bytes[headerSize - 2] = static_cast<char>(length >> 8);
+        bytes[headerSize - 1] = static_cast<char>(length & 0xFF);
+    }
+    return bytes;
+}
+
+} // namespace
+
 MxFile readMxFile(const std::vector<char>& bytes)
 {
     std::string failure;
-    MxFile file = readWholeGroups(bytes, failure);
+    MxFile file = readWholeGroups(bytes, &failure);
     if (!failure.empty()) {
         throw std::runtime_error(failure);
     }
     return file;
+}
+
+MxFile readWholeGroups(const std::vector<char>& bytes, std::string* failure)
+{
+    return contentOf(bytes, wholeGroups(bytes, failure));
+}
+
+MxFile readDamagedMxFile(const std::vector<char>& bytes, std::string* failure)
+{
+    const std::vector<std::uint16_t> order = wholeGroups(bytes, failure);
+    if (failure->empty()) {
+        return contentOf(bytes, order);
+    }
+    // A header that asks for more bytes than there are hides the groups behind it.
+    std::string ignored;
+    return contentOf(bytes, wholeGroups(withReachableEnd(bytes), &ignored));
 }
 
 Bytes writeMxFile(const MxFile& file)

@@ -1,51 +1,23 @@
 // Bytes read as typed content and written again are the same bytes.
 
 #include "GeneratedFiles.h"
+#include "RoundTripFiles.h"
 
 #include <mxauthor/Check.h>
 #include <mxauthor/Diff.h>
 #include <mxauthor/Explain.h>
 #include <mxauthor/MxFile.h>
 
-#include <devices/parser/mx/LoadFile.h>
-
 #include <gmock/gmock.h>
-
-#include <filesystem>
 
 namespace {
 
-using mxauthor::Bytes;
 using mxauthor::MxFile;
 using mxauthor::readMxFile;
 using mxauthor::writeMxFile;
-
-Bytes asBytes(const std::vector<char>& chars)
-{
-    return {chars.begin(), chars.end()};
-}
-
-std::vector<char> loadExample(const std::string& name)
-{
-    std::vector<char> chars;
-    devices::parser::mx::loadFile(std::string(EXAMPLE_MODULES) + "/" + name, chars);
-    chars.pop_back(); // the byte that stands behind every loaded file
-    return chars;
-}
-
-std::vector<std::string> examples()
-{
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(EXAMPLE_MODULES)) {
-        const std::string name = entry.path().filename().string();
-        // MX9999.bin is cut off on purpose: its framing does not hold.
-        if (entry.path().extension() == ".bin" && name != "MX9999.bin") {
-            names.push_back(name);
-        }
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
+using roundtrip::asBytes;
+using roundtrip::examples;
+using roundtrip::loadExample;
 
 // Fails unless the parts stand back to back from the first byte to the last.
 void expectEveryByteOnce(const mxauthor::Explanation& explanation, std::size_t size)

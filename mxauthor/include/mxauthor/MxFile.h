@@ -44,9 +44,13 @@ struct MxFile
 /// container reader's message when the framing does not hold.
 MxFile readMxFile(const std::vector<char>& bytes);
 
-/// Reads the groups in front of a framing failure, which goes to `failure` with the container
+/// Reads the groups in front of a framing failure, which goes to `*failure` with the container
 /// reader's message (empty: there is none). What follows the last whole group is the tail.
-MxFile readWholeGroups(const std::vector<char>& bytes, std::string& failure);
+MxFile readWholeGroups(const std::vector<char>& bytes, std::string* failure);
+
+/// The same, but a header that asks for more bytes than there are does not hide the groups behind
+/// it.
+MxFile readDamagedMxFile(const std::vector<char>& bytes, std::string* failure);
 
 /// Returns the bytes of `file`. Lengths and counts are computed, the header's content length is
 /// written as it stands. Throws `std::length_error` when a group would have more than 65,535 bytes,

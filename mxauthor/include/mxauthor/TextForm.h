@@ -27,8 +27,8 @@ struct BuildResult
 /// text always gives the same bytes. Files named in it are looked for in `directory`.
 BuildResult buildFromText(const std::string& source, const std::filesystem::path& directory);
 
-/// Returns the YAML text of `file`, which `buildFromText` turns into the same bytes. What has no form of
-/// its own is kept as raw bytes.
+/// Returns the YAML text of `file`, which `buildFromText` turns into the same bytes. What has no
+/// form of its own is kept as raw bytes.
 std::string dumpText(const MxFile& file);
 
 /// Returns the line of `source` in which `error` stands and, in a second line, a caret under its

@@ -48,7 +48,7 @@ std::string describe(const Finding& finding)
 std::vector<Finding> check(const std::vector<char>& bytes)
 {
     std::string failure;
-    const MxFile file = readWholeGroups(bytes, failure);
+    const MxFile file = readWholeGroups(bytes, &failure);
     Findings findings;
     if (failure.empty()) {
         const ModuleView module(file);

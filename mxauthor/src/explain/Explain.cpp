@@ -65,7 +65,7 @@ void explainTail(Explanation& result, const Place& tail)
 Explanation explain(const std::vector<char>& bytes)
 {
     Explanation result;
-    const MxFile file = readWholeGroups(bytes, result.failure);
+    const MxFile file = readWholeGroups(bytes, &result.failure);
     const ModuleView module(file);
     for (const Group& group : file.groups) {
         explainFramedGroup(result, module, group, bytes);

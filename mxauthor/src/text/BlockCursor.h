@@ -4,8 +4,8 @@
 
 namespace mxauthor {
 
-/// Where the next parameter of a block stands when nothing else is stated: behind the one before it,
-/// bit fields together in a byte as long as they fit.
+/// Where the next parameter of a block stands when nothing else is stated: behind the one before
+/// it, bit fields together in a byte as long as they fit.
 class BlockCursor
 {
 public:

@@ -37,8 +37,9 @@ std::uint8_t readEntryId(const YAML::Node& node, const std::vector<NamedEntry>& 
     if (!word) {
         return 0;
     }
-    const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&word](const NamedEntry& entry) { return entry.name == *word; });
+    const auto found =
+        std::find_if(entries.begin(), entries.end(),
+                     [&word](const NamedEntry& entry) { return entry.name == *word; });
     if (found != entries.end()) {
         return found->id;
     }

@@ -29,8 +29,8 @@ struct NamedEntry
     std::map<std::string, std::uint64_t> options; ///< Values by their texts, the first of each.
 };
 
-/// What the sections of one text form share while its file is built. Sections are built in one fixed
-/// order, whatever their order in the text: it is the order in which texts get identifiers.
+/// What the sections of one text form share while its file is built. Sections are built in one
+/// fixed order, whatever their order in the text: it is the order in which texts get identifiers.
 struct BuildContext
 {
     SourceErrors& errors;
@@ -39,7 +39,7 @@ struct BuildContext
     std::vector<NamedEntry> optionLists{};
     std::vector<NamedEntry> conversions{};
     std::vector<BuiltParameter> parameters{};
-    std::vector<ChannelName> channelNames{}; ///< As the channels state them.
+    std::vector<ChannelName> channelNames{};        ///< As the channels state them.
     std::map<std::uint16_t, GroupContent> groups{}; ///< Those with a form of their own.
     std::map<std::uint16_t, YAML::Mark> marks{};    ///< Where each of `groups` is stated.
     std::vector<Group> rawGroups{};

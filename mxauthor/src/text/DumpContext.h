@@ -62,8 +62,9 @@ private:
     std::vector<std::string> conversionWords;
 };
 
-/// Returns the text identifiers of the names as they are written at the channels, one per channel or
-/// empty; no value when the group of names says something else.
-std::optional<std::vector<std::optional<std::uint16_t>>> namesAtChannels(const DumpContext& context);
+/// Returns the text identifiers of the names as they are written at the channels, one per channel
+/// or empty; no value when the group of names says something else.
+std::optional<std::vector<std::optional<std::uint16_t>>>
+namesAtChannels(const DumpContext& context);
 
 } // namespace mxauthor

@@ -1,5 +1,5 @@
-#include "UnreadBytes.h"
 #include "ByteText.h"
+#include "UnreadBytes.h"
 #include "mxauthor/TextForm.h"
 #include "sections/Sections.h"
 
@@ -20,20 +20,13 @@ struct DumpedSection
 const std::vector<DumpedSection>& sections()
 {
     static const std::vector<DumpedSection> all = {
-        {moduleGroup, dumpModule},
-        {catalogueGroup, dumpCatalogue},
-        {componentGroup, dumpComponent},
-        {extensionGroup, dumpExtension},
-        {channelsGroup, dumpChannels},
-        {channelNamesGroup, dumpChannelNames},
-        {parametersGroup, dumpParameters},
-        {optionListsGroup, dumpOptionLists},
-        {conversionsGroup, dumpConversions},
-        {blockGroup, dumpParameterBlock},
-        {dataSizesGroup, dumpDataSizes},
-        {textsGroup, dumpTexts},
-        {headerGroup, dumpHeader},
-        {imageGroup, dumpImage},
+        {moduleGroup, dumpModule},           {catalogueGroup, dumpCatalogue},
+        {componentGroup, dumpComponent},     {extensionGroup, dumpExtension},
+        {channelsGroup, dumpChannels},       {channelNamesGroup, dumpChannelNames},
+        {parametersGroup, dumpParameters},   {optionListsGroup, dumpOptionLists},
+        {conversionsGroup, dumpConversions}, {blockGroup, dumpParameterBlock},
+        {dataSizesGroup, dumpDataSizes},     {textsGroup, dumpTexts},
+        {headerGroup, dumpHeader},           {imageGroup, dumpImage},
     };
     return all;
 }
@@ -81,8 +74,9 @@ std::string dumpOrder(const DumpContext& context)
     const auto rank = [&usual](const std::string& word) {
         return std::find(usual.begin(), usual.end(), word);
     };
-    const bool isUsual = std::is_sorted(words.begin(), words.end(),
-                                        [&rank](const auto& a, const auto& b) { return rank(a) < rank(b); });
+    const bool isUsual =
+        std::is_sorted(words.begin(), words.end(),
+                       [&rank](const auto& a, const auto& b) { return rank(a) < rank(b); });
     return isUsual ? "" : "order: " + flowList(words) + "\n";
 }
 

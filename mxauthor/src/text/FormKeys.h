@@ -6,8 +6,8 @@
 
 namespace mxauthor {
 
-/// Returns the keys of a mapping of the text form, by the name of the mapping: "file" for the whole,
-/// otherwise that of the definition in mx-module.schema.json. Throws `std::out_of_range` for
+/// Returns the keys of a mapping of the text form, by the name of the mapping: "file" for the
+/// whole, otherwise that of the definition in mx-module.schema.json. Throws `std::out_of_range` for
 /// another name.
 const std::vector<std::string>& keysOf(const std::string& mapping);
 

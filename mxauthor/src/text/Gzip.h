@@ -11,7 +11,8 @@ namespace mxauthor {
 /// same bytes.
 Bytes gzipped(const std::string& text);
 
-/// Returns what the gzip file `bytes` holds; empty when it is none, or holds more than `limit` bytes.
+/// Returns what the gzip file `bytes` holds; empty when it is none, or holds more than `limit`
+/// bytes.
 std::optional<std::string> gunzipped(const Bytes& bytes, std::size_t limit);
 
 } // namespace mxauthor

@@ -16,8 +16,8 @@ struct Integer
     std::uint64_t bits() const { return negative ? std::uint64_t{0} - magnitude : magnitude; }
 };
 
-/// Returns the number that `text` spells: decimal, or hexadecimal behind "0x", behind "-" where it is
-/// negative. Empty when it is none, or too large.
+/// Returns the number that `text` spells: decimal, or hexadecimal behind "0x", behind "-" where it
+/// is negative. Empty when it is none, or too large.
 std::optional<Integer> parseInteger(const std::string& text);
 
 /// Returns the decimal text of a slot, read as a signed number.

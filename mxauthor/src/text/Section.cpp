@@ -66,8 +66,9 @@ std::optional<std::string> readText(const YAML::Node& node, SourceErrors& errors
     std::string rejected;
     auto bytes = utf8ToWindows1252(*utf8, &rejected);
     if (!bytes) {
-        errors.add(node, "character \"" + rejected + "\" is not in Windows-1252, the code page of "
-                                                     "mx files");
+        errors.add(node, "character \"" + rejected +
+                             "\" is not in Windows-1252, the code page of "
+                             "mx files");
     } else if (bytes->find_first_of(std::string("\0\r\n", 3)) != std::string::npos) {
         errors.add(node, "a text of an mx file holds no line end and no NUL");
         return std::nullopt;

@@ -11,9 +11,7 @@ class SourceErrors
 {
 public:
     /// `source` outlives the object.
-    explicit SourceErrors(const std::string& source)
-        : text(source)
-    {}
+    explicit SourceErrors(const std::string& source) : text(source) {}
 
     void add(const YAML::Mark& mark, const std::string& what);
     void add(const YAML::Node& node, const std::string& what) { add(node.Mark(), what); }

@@ -50,7 +50,8 @@ void buildUnreadBytes(const YAML::Node& node, BuildContext& context)
         }
         const auto found = context.groups.find(*groupOfWord(word));
         if (found == context.groups.end()) {
-            context.errors.add(key, "there are no " + word + " in this text: state " + word + " too");
+            context.errors.add(key,
+                               "there are no " + word + " in this text: state " + word + " too");
             continue;
         }
         const Bytes bytes = readHex(value, context.errors).value_or(Bytes());

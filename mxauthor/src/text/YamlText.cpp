@@ -21,8 +21,8 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-// A printable character of the upper half in Windows-1252; five of its bytes, the no-break space and
-// the soft hyphen are not.
+// A printable character of the upper half in Windows-1252; five of its bytes, the no-break space
+// and the soft hyphen are not.
 bool isUpperLetter(char c)
 {
     static const std::string unprintable = "\x81\x8D\x8F\x90\x9D\xA0\xAD";

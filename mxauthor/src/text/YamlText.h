@@ -13,8 +13,8 @@ std::string yamlText(const std::string& bytes);
 /// Returns `text` in double quotes.
 std::string yamlQuoted(const std::string& utf8);
 
-/// Returns text of digits in double quotes, long text as a literal block whose lines are indented; the
-/// line end included.
+/// Returns text of digits in double quotes, long text as a literal block whose lines are indented;
+/// the line end included.
 std::string yamlDigits(const std::string& digits, const std::string& indent);
 
 /// A mapping on one line: {key: value, ...}.

@@ -30,7 +30,7 @@ struct DiffOptions
 mxauthor::MxFile readFile(const std::string& path)
 {
     std::string failure;
-    mxauthor::MxFile file = mxauthor::readWholeGroups(loadBytes(path), failure);
+    mxauthor::MxFile file = mxauthor::readWholeGroups(loadBytes(path), &failure);
     if (!failure.empty()) {
         throw Failure(ExitCode::Input,
                       {"error", placeInFile(inputName(path), file.tail.place.offset), failure,

@@ -96,9 +96,8 @@ DataSizes computedSizes(const std::optional<YAML::Node>& node, BuildContext& con
         section.emplace(*node, "dataSizes", context.errors);
     }
     DataSizes group;
-    for (const auto& [key, codes] :
-         codesFor(builtGroup<Channels>(channelsGroup, context),
-                  builtGroup<ParameterBlock>(blockGroup, context))) {
+    for (const auto& [key, codes] : codesFor(builtGroup<Channels>(channelsGroup, context),
+                                             builtGroup<ParameterBlock>(blockGroup, context))) {
         const auto stated = section ? section->find(key) : std::nullopt;
         group.lines.emplace_back(key + separator +
                                  (stated ? readCodes(*stated, context.errors) : codes));
@@ -114,8 +113,8 @@ std::string dumpDataSizes(const DumpContext& context)
     if (group == nullptr) {
         return "dataSizes: none\n";
     }
-    const Codes usual = codesFor(context.group<Channels>(channelsGroup),
-                                 context.group<ParameterBlock>(blockGroup));
+    const Codes usual =
+        codesFor(context.group<Channels>(channelsGroup), context.group<ParameterBlock>(blockGroup));
     const auto codes = codesOf(*group, usual);
     if (!codes) {
         return "dataSizes: " + lineList(*group) + "\n";
@@ -135,8 +134,7 @@ void buildDataSizes(const std::optional<YAML::Node>& node, BuildContext& context
         return;
     }
     const bool listed = node && node->IsSequence();
-    DataSizes group =
-        listed ? readLines(*node, context.errors) : computedSizes(node, context);
+    DataSizes group = listed ? readLines(*node, context.errors) : computedSizes(node, context);
     context.groups[dataSizesGroup] = std::move(group);
     context.marks[dataSizesGroup] = node ? node->Mark() : YAML::Mark::null_mark();
 }

@@ -44,8 +44,9 @@ std::string dumpEntries(const DumpContext& context, std::uint16_t id)
     text += "\n";
     const bool keyed = areKeysWithValues(group->entries);
     for (const Entry& entry : group->entries) {
-        text += "  " + (keyed ? yamlText(entry.key.value) + ": " + yamlText(entry.value.value)
-                              : "- " + entryLine(entry)) +
+        text += "  " +
+                (keyed ? yamlText(entry.key.value) + ": " + yamlText(entry.value.value)
+                       : "- " + entryLine(entry)) +
                 "\n";
     }
     return text;

@@ -96,8 +96,9 @@ std::string dumpModule(const DumpContext& context)
         return "module:\n" + datasetLines(all, all.size(), "  ");
     }
     const Bytes& data = all.back().data.value;
-    std::string text = "module:\n  type: " + std::to_string(data[0]) + "\n  id: " +
-                       hexText(devices::parser::mx::readU32BE(data.data() + 1), 8) + "\n";
+    std::string text = "module:\n  type: " + std::to_string(data[0]) +
+                       "\n  id: " + hexText(devices::parser::mx::readU32BE(data.data() + 1), 8) +
+                       "\n";
     if (all.size() > 1) {
         text += "  datasets:\n" + datasetLines(all, all.size() - 1, "    ");
     }

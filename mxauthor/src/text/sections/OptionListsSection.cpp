@@ -74,9 +74,9 @@ std::string dumpOptionLists(const DumpContext& context)
     std::string text = "optionLists:\n";
     for (std::size_t i = 0; i < group->lists.size(); ++i) {
         const OptionList& list = group->lists[i];
-        text += "  " + context.optionListNames()[i] + ":\n    id: " +
-                std::to_string(list.id.value) + "\n    options: " + optionsText(list, context) +
-                "\n";
+        text += "  " + context.optionListNames()[i] +
+                ":\n    id: " + std::to_string(list.id.value) +
+                "\n    options: " + optionsText(list, context) + "\n";
     }
     return text;
 }

@@ -46,10 +46,10 @@ void readHeader(const Section& section, ParameterBlock& group)
     const std::size_t skipped = size - fixedHeader;
     group.skipped = section.hex("skipped", Bytes(skipped));
     if (group.skipped.value.size() != skipped) {
-        section.errors().add(*section.find("skipped"),
-                             std::to_string(group.skipped.value.size()) + " bytes, descriptor " +
-                                 std::to_string(group.descriptor.value) + " asks for " +
-                                 std::to_string(skipped));
+        section.errors().add(*section.find("skipped"), std::to_string(group.skipped.value.size()) +
+                                                           " bytes, descriptor " +
+                                                           std::to_string(group.descriptor.value) +
+                                                           " asks for " + std::to_string(skipped));
     }
 }
 
@@ -80,10 +80,10 @@ void writeDefaults(Bytes& block, const BuildContext& context)
             continue;
         }
         if (field->end() > block.size()) {
-            context.errors.add(*parameter.initial,
-                               "the parameter block has " + std::to_string(block.size()) +
-                                   " bytes, no place for a default at byte " +
-                                   std::to_string(field->byte));
+            context.errors.add(*parameter.initial, "the parameter block has " +
+                                                       std::to_string(block.size()) +
+                                                       " bytes, no place for a default at byte " +
+                                                       std::to_string(field->byte));
             continue;
         }
         writeBlockField(block, *field, parameter.value);

@@ -121,21 +121,22 @@ DefaultsOfBlock defaultsOf(const DumpContext& context)
 
 void readDefault(BuiltParameter& parameter, const BuildContext& context)
 {
-    const auto text = parameter.initial ? readScalar(*parameter.initial, context.errors)
-                                        : std::nullopt;
+    const auto text =
+        parameter.initial ? readScalar(*parameter.initial, context.errors) : std::nullopt;
     if (!text) {
         return;
     }
     const auto field = blockFieldOf(parameter.record);
     if (!field) {
-        context.errors.add(*parameter.initial,
-                           "no place for a default: the type, or its bits, have no place in a block");
+        context.errors.add(
+            *parameter.initial,
+            "no place for a default: the type, or its bits, have no place in a block");
         return;
     }
     const auto options = optionsOf(parameter.record.optionList.value, context);
     const auto option = options.find(*text);
-    const auto number = option != options.end() ? fromSlot(option->second, *field)
-                                                : parseInteger(*text);
+    const auto number =
+        option != options.end() ? fromSlot(option->second, *field) : parseInteger(*text);
     if (!number) {
         context.errors.add(*parameter.initial, unknownDefault(*text, options));
     } else if (!holds(*field, *number)) {

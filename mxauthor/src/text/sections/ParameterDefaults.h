@@ -22,7 +22,8 @@ struct DefaultsOfBlock
 /// Parameters that lie in the block and share no bits with one before them have a default.
 DefaultsOfBlock defaultsOf(const DumpContext& context);
 
-/// Reads the default: a number, or the text of an option. An error when the datatype cannot hold it.
+/// Reads the default: a number, or the text of an option. An error when the datatype cannot hold
+/// it.
 void readDefault(BuiltParameter& parameter, const BuildContext& context);
 
 /// Returns the size in bytes of the block in which all these parameters lie.

@@ -17,8 +17,8 @@ std::uint8_t usualFlags(std::uint8_t conversion)
 }
 
 // What is written at a parameter but for its place: the rest of its line.
-void addContent(FlowMapping& line, const ParameterRecord& record,
-                const StatedDefault& initial, const DumpContext& context)
+void addContent(FlowMapping& line, const ParameterRecord& record, const StatedDefault& initial,
+                const DumpContext& context)
 {
     if (initial.text) {
         line.add("default", *initial.text);

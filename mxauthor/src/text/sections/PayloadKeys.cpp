@@ -25,7 +25,8 @@ std::optional<std::string> readFileOf(const YAML::Node& node, const std::filesys
     std::string content(error || size > largestFile ? 0 : size, '\0');
     file.read(content.data(), static_cast<std::streamsize>(content.size()));
     if (!file || error || size > largestFile) {
-        errors.add(node, "cannot read " + path.string() + (size > largestFile ? ": too large" : ""));
+        errors.add(node,
+                   "cannot read " + path.string() + (size > largestFile ? ": too large" : ""));
         return std::nullopt;
     }
     return content;

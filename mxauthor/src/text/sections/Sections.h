@@ -7,8 +7,8 @@ namespace mxauthor {
 
 // The sections of the text form, each pair in a file of its own.
 //
-// A dump returns the whole section as YAML, empty where nothing has to be stated. It is called for any
-// content of the right type; what it cannot express is found by building the text again.
+// A dump returns the whole section as YAML, empty where nothing has to be stated. It is called for
+// any content of the right type; what it cannot express is found by building the text again.
 //
 // A build makes the group of its section from the section's value.
 
@@ -47,7 +47,8 @@ void buildChannelNames(const std::optional<YAML::Node>& node, BuildContext& cont
 void buildParameterBlock(const std::optional<YAML::Node>& node, BuildContext& context);
 void buildDataSizes(const std::optional<YAML::Node>& node, BuildContext& context);
 
-/// Builds the header, with the content length 0 when it is to be computed, and returns whether it is.
+/// Builds the header, with the content length 0 when it is to be computed, and returns whether it
+/// is.
 bool buildHeader(const std::optional<YAML::Node>& node, BuildContext& context);
 
 } // namespace mxauthor

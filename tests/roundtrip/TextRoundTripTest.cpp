@@ -1,0 +1,94 @@
+// The text of an mx file builds the same bytes.
+
+#include "GeneratedFiles.h"
+#include "RoundTripFiles.h"
+
+#include <mxauthor/TextForm.h>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace {
+
+using mxauthor::Bytes;
+using mxauthor::MxFile;
+using roundtrip::asBytes;
+using roundtrip::loadExample;
+using testing::HasSubstr;
+using testing::Not;
+
+// The bytes that the text of `file` builds; the errors fail the test.
+Bytes builtAgain(const std::string& text)
+{
+    const mxauthor::BuildResult built = mxauthor::buildFromText(text, "");
+    for (const mxauthor::SourceError& error : built.errors) {
+        ADD_FAILURE() << error.line << ":" << error.column << ": " << error.text << "\n" << text;
+    }
+    return built.errors.empty() ? mxauthor::writeMxFile(built.file) : Bytes();
+}
+
+bool hasSection(const std::string& text, const std::string& key)
+{
+    return text.compare(0, key.size() + 1, key + ":") == 0 ||
+           text.find("\n" + key + ":") != std::string::npos;
+}
+
+class ExampleText : public testing::TestWithParam<std::string>
+{};
+
+TEST_P(ExampleText, buildsTheSameBytes)
+{
+    const std::vector<char> chars = loadExample(GetParam());
+    const std::string text = mxauthor::dumpText(mxauthor::readMxFile(chars));
+    EXPECT_EQ(builtAgain(text), asBytes(chars)) << text;
+}
+
+TEST_P(ExampleText, isTheFormForPeople)
+{
+    const std::string text = mxauthor::dumpText(mxauthor::readMxFile(loadExample(GetParam())));
+    EXPECT_FALSE(hasSection(text, "unread")) << text;
+    EXPECT_THAT(text, Not(HasSubstr("fixed:")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, ExampleText, testing::ValuesIn(roundtrip::examples()));
+
+TEST(GeneratedText, buildsTheSameBytes)
+{
+    roundtrip::GeneratedFiles files(19770707);
+    int readable = 0;
+    for (int i = 0; i < TEXT_ROUND_TRIPS; ++i) {
+        const std::vector<char> chars = files.next();
+        const std::string text = mxauthor::dumpText(mxauthor::readMxFile(chars));
+        ASSERT_EQ(builtAgain(text), asBytes(chars)) << "file " << i << "\n" << text;
+        readable += hasSection(text, "raw") || text.find("fixed:") != std::string::npos ? 0 : 1;
+    }
+    // Otherwise all could be raw bytes.
+    EXPECT_GT(readable, TEXT_ROUND_TRIPS / 10);
+}
+
+TEST(DamagedText, buildsTheSameBytesAtEveryLengthOfAFile)
+{
+    const std::vector<char> whole = loadExample("MX0502.bin");
+    for (std::size_t length = 0; length < whole.size(); length += 7) {
+        const std::vector<char> cut(whole.begin(),
+                                    whole.begin() + static_cast<std::ptrdiff_t>(length));
+        std::string failure;
+        const std::string text = mxauthor::dumpText(mxauthor::readDamagedMxFile(cut, &failure));
+        EXPECT_EQ(failure.empty(), length <= 4) << length;
+        ASSERT_EQ(builtAgain(text), asBytes(cut)) << length << "\n" << text;
+    }
+}
+
+TEST(DamagedText, hasAFormForTheGroupsInFrontOfTheDamage)
+{
+    const std::vector<char> chars = loadExample("MX9999.bin");
+    std::string failure;
+    const std::string text = mxauthor::dumpText(mxauthor::readDamagedMxFile(chars, &failure));
+    EXPECT_EQ(failure, "Parser::parse(): Truncated mx buffer");
+    EXPECT_TRUE(hasSection(text, "module"));
+    EXPECT_TRUE(hasSection(text, "tail"));
+    EXPECT_EQ(builtAgain(text), asBytes(chars));
+}
+
+} // namespace
