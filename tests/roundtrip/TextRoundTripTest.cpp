@@ -15,8 +15,6 @@ using mxauthor::Bytes;
 using mxauthor::MxFile;
 using roundtrip::asBytes;
 using roundtrip::loadExample;
-using testing::HasSubstr;
-using testing::Not;
 
 // The bytes that the text of `file` builds; the errors fail the test.
 Bytes builtAgain(const std::string& text)
@@ -48,7 +46,10 @@ TEST_P(ExampleText, isTheFormForPeople)
 {
     const std::string text = mxauthor::dumpText(mxauthor::readMxFile(loadExample(GetParam())));
     EXPECT_FALSE(hasSection(text, "unread")) << text;
-    EXPECT_THAT(text, Not(HasSubstr("fixed:")));
+    // In one of them a unit stands in front of the options, where its identifier has to be stated.
+    const bool hasFixedText = GetParam() == "MX0803.bin";
+    EXPECT_EQ(text.find("  fixed:\n    100: A\nimage") != std::string::npos, hasFixedText) << text;
+    EXPECT_EQ(text.find("fixed:") != std::string::npos, hasFixedText) << text;
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, ExampleText, testing::ValuesIn(roundtrip::examples()));

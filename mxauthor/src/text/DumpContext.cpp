@@ -13,13 +13,22 @@ bool isAlphanumeric(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
+// How signs that are common in units are spelled.
+std::string spelled(char c)
+{
+    static const std::map<char, std::string> signs = {
+        {'%', "percent"}, {'\xB0', "deg"}, {'\xB5', "u"}, {'\xB2', "2"}, {'\xB3', "3"}};
+    const auto found = signs.find(c);
+    return found != signs.end() ? found->second : std::string(isAlphanumeric(c) ? 1 : 0, c);
+}
+
 // A word made of the letters and digits of a text, "-" between them.
 std::string wordOf(const std::string& text)
 {
     std::string word;
     for (const char c : text) {
-        if (isAlphanumeric(c)) {
-            word += c;
+        if (const std::string letters = spelled(c); !letters.empty()) {
+            word += letters;
         } else if (!word.empty() && word.back() != '-') {
             word += '-';
         }
@@ -94,14 +103,17 @@ std::string DumpContext::bytesOfText(std::uint16_t id) const
     return found == texts.end() ? "" : found->second;
 }
 
+bool DumpContext::isWrittenAsText(std::uint16_t id) const
+{
+    // A text that stands under two identifiers leads to the first.
+    const auto found = texts.find(id);
+    return found != texts.end() && idOfText.at(found->second) == id;
+}
+
 std::string DumpContext::text(std::uint16_t id) const
 {
-    const auto found = texts.find(id);
-    // Written as a text, it would get the identifier of the first record with this text.
-    if (found == texts.end() || (fixed && idOfText.at(found->second) != id)) {
-        return FlowMapping().add("id", std::to_string(id)).text();
-    }
-    return yamlText(found->second);
+    return isWrittenAsText(id) ? yamlText(texts.at(id))
+                               : FlowMapping().add("id", std::to_string(id)).text();
 }
 
 // An option list is named after the first parameter that uses it.

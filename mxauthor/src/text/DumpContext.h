@@ -14,8 +14,8 @@ namespace mxauthor {
 class DumpContext
 {
 public:
-    /// The groups with these indices are written as raw bytes. With `fixedTexts` the text table is
-    /// written as it stands. `file` outlives the object.
+    /// The groups with these indices are written as raw bytes. With `fixedTexts` the whole text
+    /// table is written with its identifiers. `file` outlives the object.
     DumpContext(const MxFile& file, const std::set<std::size_t>& raw, bool fixedTexts);
 
     /// Returns the group `id` where it is written in a form of its own, null otherwise.
@@ -35,7 +35,12 @@ public:
     std::string bytesOfText(std::uint16_t id) const;
 
     const MxFile& file() const { return mxFile; }
+
+    /// Returns whether the whole text table is written with its identifiers.
     bool textsAreFixed() const { return fixed; }
+
+    /// Returns whether `text(id)` is the text itself.
+    bool isWrittenAsText(std::uint16_t id) const;
 
     /// Returns the size of all groups in bytes: the content length that a header usually states.
     std::size_t contentLength() const { return size; }

@@ -70,6 +70,15 @@ std::string escaped(char c)
     return windows1252ToUtf8(std::string(1, c));
 }
 
+std::string joined(const std::vector<std::string>& values)
+{
+    std::string text;
+    for (const std::string& value : values) {
+        text += (text.empty() ? "" : ", ") + value;
+    }
+    return text;
+}
+
 } // namespace
 
 std::string yamlText(const std::string& bytes)
@@ -104,17 +113,27 @@ std::string yamlDigits(const std::string& digits, const std::string& indent)
 
 FlowMapping& FlowMapping::add(const std::string& key, const std::string& value)
 {
-    items += (items.empty() ? "" : ", ") + key + ": " + value;
+    items.push_back(key + ": " + value);
     return *this;
+}
+
+std::string FlowMapping::text() const
+{
+    return "{" + joined(items) + "}";
+}
+
+std::string FlowMapping::lines(const std::string& indent) const
+{
+    std::string text;
+    for (const std::string& item : items) {
+        text += indent + item + "\n";
+    }
+    return text;
 }
 
 std::string flowList(const std::vector<std::string>& values)
 {
-    std::string text;
-    for (const std::string& value : values) {
-        text += (text.empty() ? "" : ", ") + value;
-    }
-    return "[" + text + "]";
+    return "[" + joined(values) + "]";
 }
 
 } // namespace mxauthor

@@ -24,10 +24,13 @@ public:
     /// `value` is YAML already.
     FlowMapping& add(const std::string& key, const std::string& value);
     bool empty() const { return items.empty(); }
-    std::string text() const { return "{" + items + "}"; }
+    std::string text() const;
+
+    /// Returns the same mapping with a line for each key.
+    std::string lines(const std::string& indent) const;
 
 private:
-    std::string items;
+    std::vector<std::string> items;
 };
 
 /// Returns values that are YAML already as a list on one line.

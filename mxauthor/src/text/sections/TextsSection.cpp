@@ -1,4 +1,5 @@
 #include "Sections.h"
+#include "text/TextUse.h"
 
 #include <algorithm>
 #include <set>
@@ -9,37 +10,53 @@ namespace {
 
 constexpr std::uint16_t usualHead = 2; // two bytes that nobody reads
 
-bool idsAreUnique(const TextTable& table)
+bool idsAreUnique(const std::vector<TextRecord>& texts)
 {
     std::set<std::uint16_t> ids;
-    return std::all_of(table.texts.begin(), table.texts.end(), [&ids](const TextRecord& record) {
+    return std::all_of(texts.begin(), texts.end(), [&ids](const TextRecord& record) {
         return ids.insert(record.id.value).second;
     });
 }
 
 // {ID: TEXT}, or a list where an identifier stands twice.
-std::string fixedLines(const TextTable& table)
+std::string fixedLines(const std::vector<TextRecord>& texts)
 {
-    const bool unique = idsAreUnique(table);
-    std::string text;
-    for (const TextRecord& record : table.texts) {
+    if (texts.empty()) {
+        return "  fixed: {}\n";
+    }
+    const bool unique = idsAreUnique(texts);
+    std::string lines = "  fixed:\n";
+    for (const TextRecord& record : texts) {
         const std::string id = std::to_string(record.id.value);
         const std::string shown = yamlText(record.text.value);
-        text += "    " +
-                (unique ? id + ": " + shown
-                        : "- " + FlowMapping().add("id", id).add("text", shown).text()) +
-                "\n";
+        lines += "    " +
+                 (unique ? id + ": " + shown
+                         : "- " + FlowMapping().add("id", id).add("text", shown).text()) +
+                 "\n";
     }
-    return text;
+    return lines;
 }
 
-std::string fixedTexts(const TextTable& table)
+// Where identifiers begin and how they go on, as the texts from number `from` on have them.
+FlowMapping numbering(const TextTable& table, std::size_t from)
 {
-    std::string text = "texts:\n";
+    FlowMapping line;
     if (table.head.value != usualHead) {
-        text += "  head: " + std::to_string(table.head.value) + "\n";
+        line.add("head", std::to_string(table.head.value));
     }
-    return text + (table.texts.empty() ? "  fixed: {}\n" : "  fixed:\n" + fixedLines(table));
+    if (from == table.texts.size()) {
+        return line;
+    }
+    const unsigned first = table.texts[from].id.value;
+    const bool isLast = from + 1 == table.texts.size();
+    const unsigned second = isLast ? first + 1 : table.texts[from + 1].id.value;
+    if (first != 1) {
+        line.add("first", std::to_string(first));
+    }
+    if (second > first + 1) {
+        line.add("step", std::to_string(second - first));
+    }
+    return line;
 }
 
 void readFixed(const YAML::Node& node, BuildContext& context)
@@ -78,22 +95,15 @@ std::string dumpTexts(const DumpContext& context)
     if (table == nullptr) {
         return "";
     }
-    if (context.textsAreFixed() || table->texts.empty()) {
-        return fixedTexts(*table);
+    const std::vector<TextRecord>& texts = table->texts;
+    const std::size_t count =
+        context.textsAreFixed() ? texts.size() : fixedTextCount(*table, context);
+    const FlowMapping line = numbering(*table, count);
+    if (count == 0 && !texts.empty()) {
+        return line.empty() ? "" : "texts: " + line.text() + "\n";
     }
-    const unsigned first = table->texts[0].id.value;
-    const unsigned second = table->texts.size() > 1 ? table->texts[1].id.value : first + 1;
-    FlowMapping line;
-    if (table->head.value != usualHead) {
-        line.add("head", std::to_string(table->head.value));
-    }
-    if (first != 1) {
-        line.add("first", std::to_string(first));
-    }
-    if (second > first + 1) {
-        line.add("step", std::to_string(second - first));
-    }
-    return line.empty() ? "" : "texts: " + line.text() + "\n";
+    const auto end = texts.begin() + static_cast<std::ptrdiff_t>(count);
+    return "texts:\n" + line.lines("  ") + fixedLines({texts.begin(), end});
 }
 
 void startTexts(const std::optional<YAML::Node>& node, BuildContext& context)
