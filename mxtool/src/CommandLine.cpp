@@ -13,7 +13,7 @@ namespace mxtool {
 namespace {
 
 constexpr const char* description =
-    "Reads the device descriptions (mx files) of the kv38 module family.";
+    "Reads and writes the device descriptions (mx files) of the kv38 module family.";
 
 constexpr const char* footer = R"(Exit codes:
   0  done
@@ -69,6 +69,8 @@ void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& 
     addCheckVerb(program, options, choose);
     addExplainVerb(program, options, choose);
     addDiffVerb(program, options, choose);
+    addBuildVerb(program, options, choose);
+    addDumpVerb(program, options, choose);
 }
 
 namespace {

@@ -31,8 +31,14 @@ BuildResult buildFromText(const std::string& source, const std::filesystem::path
 /// form of its own is kept as raw bytes.
 std::string dumpText(const MxFile& file);
 
-/// Returns the line of `source` in which `error` stands and, in a second line, a caret under its
-/// column. A long line is cut around it; control characters are blanks.
-std::string sourceExcerpt(const std::string& source, const SourceError& error);
+/// A line of a text, cut where it is long, without control characters, and a caret below a column.
+struct SourceExcerpt
+{
+    std::string line;
+    std::string caret; ///< Blanks and "^".
+};
+
+/// Returns where `error` stands in `source`.
+SourceExcerpt sourceExcerpt(const std::string& source, const SourceError& error);
 
 } // namespace mxauthor

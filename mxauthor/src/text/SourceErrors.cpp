@@ -65,7 +65,7 @@ std::vector<SourceError> SourceErrors::sorted() const
     return all;
 }
 
-std::string sourceExcerpt(const std::string& source, const SourceError& error)
+SourceExcerpt sourceExcerpt(const std::string& source, const SourceError& error)
 {
     constexpr std::size_t before = 70; // characters shown at most in front of the caret
     constexpr std::size_t widest = 98;
@@ -78,7 +78,7 @@ std::string sourceExcerpt(const std::string& source, const SourceError& error)
         const auto byte = static_cast<unsigned char>(c);
         c = byte < 0x20 || byte == 0x7F ? ' ' : c;
     }
-    return line + "\n" + std::string(caret - first, ' ') + "^";
+    return {line, std::string(caret - first, ' ') + "^"};
 }
 
 } // namespace mxauthor
