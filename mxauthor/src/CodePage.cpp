@@ -93,8 +93,9 @@ std::optional<std::string> utf8ToWindows1252(const std::string& utf8, std::strin
 {
     std::string bytes;
     for (std::size_t pos = 0; pos < utf8.size();) {
+        const bool isLead = static_cast<unsigned char>(utf8[pos]) >= 0xC0;
         std::size_t end = pos + 1;
-        while (end < utf8.size() && continues(utf8[end])) {
+        while (isLead && end < utf8.size() && continues(utf8[end])) {
             ++end;
         }
         const std::string character = utf8.substr(pos, end - pos);

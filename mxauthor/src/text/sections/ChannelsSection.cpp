@@ -193,7 +193,8 @@ void buildChannels(const YAML::Node& node, BuildContext& context)
         usual.pass(record);
         const std::uint8_t number = record.number.value;
         const auto [first, isFirst] = lines.emplace(number, item.Mark().line + 1);
-        if (!isFirst && !section.flag("again")) {
+        const bool again = section.flag("again");
+        if (!isFirst && !again) {
             context.errors.add(section.find("number").value_or(item),
                                "channel " + std::to_string(number) + " stands in line " +
                                    std::to_string(first->second) + " already");

@@ -1,0 +1,207 @@
+// Everything that is wrong in a text is told at its place.
+
+#include <mxauthor/TextForm.h>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using mxauthor::SourceError;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::Field;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+std::vector<SourceError> errorsOf(const std::string& source)
+{
+    return mxauthor::buildFromText(source, "").errors;
+}
+
+auto errorAt(std::size_t line, std::size_t column, const std::string& text)
+{
+    return AllOf(Field(&SourceError::line, line), Field(&SourceError::column, column),
+                 Field(&SourceError::text, HasSubstr(text)));
+}
+
+struct Wrong
+{
+    std::string source;
+    std::size_t line;
+    std::size_t column;
+    std::string text;
+};
+
+class WrongText : public testing::TestWithParam<Wrong>
+{};
+
+TEST_P(WrongText, isTheOneErrorAtItsPlace)
+{
+    const Wrong& wrong = GetParam();
+    EXPECT_THAT(errorsOf(wrong.source), ElementsAre(errorAt(wrong.line, wrong.column, wrong.text)))
+        << wrong.source;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, WrongText,
+    testing::Values(
+        Wrong{"chanels: []\n", 1, 1,
+              "unknown key \"chanels\", did you mean \"channels\"? (accepted: module, catalogue, "},
+        Wrong{"module: {type: 1, id: 2, moduleId: 3}\n", 1, 26,
+              "unknown key \"moduleId\" (accepted: type, id, datasets)"},
+        Wrong{"channels:\n  - {in: Bit, bits: 1, bits: 2}\n", 2, 24, "\"bits\" is stated twice"},
+        Wrong{"module: {type: 1}\n", 1, 9, "\"id\" is missing"},
+        Wrong{"conversions: {V: {unit: V}}\n", 1, 18, "\"factor\" is missing"},
+        Wrong{"unread: {texts: '00'}\n", 1, 10,
+              "unknown group \"texts\" (accepted: channels, channelNames, parameters, optionLists, "
+              "conversions)"},
+        Wrong{"unread: {channels: '00'}\n", 1, 10, "there are no channels in this text"},
+        Wrong{"checksums: {image: 1}\n", 1, 13, "there is no group \"image\" in this text"},
+        Wrong{"order: [header]\n", 1, 8, "the order names all groups, \"dataSizes\" is missing"},
+        Wrong{"order: [header, dataSizes, header]\n", 1, 28,
+              "there is no (other) group \"header\""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, WrongText,
+    testing::Values(
+        Wrong{"module: {type: 256, id: 2}\n", 1, 16, "256 is out of range, 0 to 255 is accepted"},
+        Wrong{"module: {type: x, id: 2}\n", 1, 16, "\"x\" is no whole number"},
+        Wrong{"module: {type: , id: 2}\n", 1, 16, "a value is missing"},
+        Wrong{"module: {type: [], id: 2}\n", 1, 16, "one value expected here"},
+        Wrong{"channels: 5\n", 1, 11, "a list expected here"},
+        Wrong{"catalogue: 5\n", 1, 12, "keys with values expected here"},
+        Wrong{"channels:\n  - {in: uint8}\n", 2, 10,
+              "unknown type \"uint8\", did you mean \"UInt8\"? (accepted: UInt8, UInt16, SInt8, "
+              "SInt16, Byte, UInt32, SInt32, UInt64, SInt64, Bit)"},
+        Wrong{"channels:\n  - {in: 32}\n", 2, 10, "32 is out of range, 0 to 31 is accepted"},
+        Wrong{"channels:\n  - {in: Bit, out: Bit}\n", 2, 5, "either in or out expected"},
+        Wrong{"channels:\n  - {in: Bit, flags: 1}\n", 2, 22, "only the bits 0x60 are flags"},
+        Wrong{"channels:\n  - {in: Bit, again: ja}\n", 2, 22, "\"ja\" is neither true nor false"},
+        Wrong{"tail: 'abc'\n", 1, 7, "hexadecimal text of whole bytes expected"},
+        Wrong{"image: {base64: 'a'}\n", 1, 17, "Base64 text with its padding expected"},
+        Wrong{"image: {hex: '00', base64: 'AAAA'}\n", 1, 8, "the bytes are stated once"},
+        Wrong{"image: no/such.svg\n", 1, 8, "there is no file no/such.svg"},
+        Wrong{"image: /dev/zero\n", 1, 8, "there is no file /dev/zero"},
+        Wrong{"conversions: {V: {factor: 1e99}}\n", 1, 27, "\"1e99\" is no number of 32 bits"},
+        Wrong{"conversions: {'5': {factor: 1}}\n", 1, 15, "a name that is no number expected"},
+        Wrong{"dataSizes: {InData: WX}\n", 1, 21, "\"WX\" are no datatype codes"},
+        Wrong{"extension: {calibrationDate: 2024-05-31 12}\n", 1, 30, "10 characters at most"},
+        Wrong{"texts: {step: 0}\n", 1, 15, "identifiers differ by 1 at least"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, WrongText,
+    testing::Values(
+        Wrong{"component: {A: \xE6\xBC\xA2}\n", 1, 16,
+              "character \"\xE6\xBC\xA2\" is not in Windows-1252"},
+        Wrong{"component: {A: \"a\\nb\"}\n", 1, 16, "holds no line end and no NUL"},
+        Wrong{"component: {A: \"a\\0b\"}\n", 1, 16, "holds no line end and no NUL"},
+        Wrong{"component: {\"A,B\": b}\n", 1, 13, "a key holds no comma"},
+        // A column counts characters, not bytes.
+        Wrong{"component: {A: \xC2\xB0\xC2\xB0, B: []}\n", 1, 23, "one value expected here"},
+        Wrong{"texts: {first: 65535}\nchannels: [{name: A, in: Bit}, {name: B, in: Bit}]\n", 2, 39,
+              "no text identifier is left"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Parameters, WrongText,
+    testing::Values(
+        Wrong{"parameters:\n  - {name: A, type: UInt8, default: 256}\n", 2, 37,
+              "default 256 does not fit into 8 bits, 0 to 255 is accepted"},
+        Wrong{"parameters:\n  - {name: A, type: SInt16, default: -32769}\n", 2, 38,
+              "default -32769 does not fit into 16 bits, -32768 to 32767 is accepted"},
+        Wrong{"parameters:\n  - {name: A, type: Byte, bits: 3, default: 8}\n", 2, 45,
+              "default 8 does not fit into 3 bits, 0 to 7 is accepted"},
+        Wrong{"parameters:\n  - {name: A, type: UInt8, default: on}\n", 2, 37,
+              "\"on\" is no whole number"},
+        Wrong{"optionLists: {L: {options: {0: slow, 300: fast}}}\nparameters:\n"
+              "  - {name: A, type: UInt8, options: L, default: fats}\n",
+              3, 49, "neither an option nor a whole number, did you mean \"fast\"? (accepted: "},
+        Wrong{"optionLists: {L: {options: {0: slow, 300: fast}}}\nparameters:\n"
+              "  - {name: A, type: UInt8, options: L, default: fast}\n",
+              3, 49, "default fast does not fit into 8 bits"},
+        Wrong{"parameters:\n  - {name: A, type: UInt8, options: L}\n", 2, 37,
+              "unknown option list \"L\", there is none"},
+        Wrong{"parameters:\n  - {name: A, type: UInt8, conversion: V}\n", 2, 40,
+              "unknown conversion \"V\", there is none"},
+        Wrong{"parameters:\n  - {name: A, type: UInt16}\n  - {name: B, at: 1, type: UInt8}\n", 3, 5,
+              "\"B\" shares bits of byte 1 with \"A\" in line 2"},
+        Wrong{"parameters:\n  - {name: A, type: Byte, bits: 2}\n"
+              "  - {name: B, at: 0, type: Byte, bits: 1, bit: 1}\n",
+              3, 5, "\"B\" shares bits of byte 0 with \"A\" in line 2"},
+        Wrong{"parameters:\n  - {name: A, type: UInt8, range: [1]}\n", 2, 35,
+              "least and greatest value expected"},
+        Wrong{"parameters:\n  - {name: A, at: 255, type: UInt32}\n", 2, 5,
+              "the parameter block would have 259 bytes, 255 at most"},
+        Wrong{"parameters:\n  - {name: A, type: UInt16, default: 1}\n"
+              "parameterBlock: {bytes: '00'}\n",
+              2, 38, "the parameter block has 1 bytes, no place for a default at byte 0"},
+        Wrong{"parameterBlock: {descriptor: 1, skipped: '00'}\n", 1, 42,
+              "1 bytes, descriptor 1 asks for 5"},
+        Wrong{"parameterBlock: {descriptor: 0xff, skipped: '00'}\n", 1, 45,
+              "1 bytes, descriptor 255 asks for 251"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Channels, WrongText,
+    testing::Values(Wrong{"channels:\n  - {in: Bit}\n  - {in: Bit, number: 0}\n", 3, 23,
+                          "channel 0 stands in line 2 already"},
+                    Wrong{"channels: [{name: A, in: Bit}]\nchannelNames: []\n", 2, 15,
+                          "the channels state their names already"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Documents, WrongText,
+    testing::Values(Wrong{"", 1, 1, "no module here"}, Wrong{"5\n", 1, 1, "no module here"},
+                    Wrong{"module: []\n---\nmodule: []\n", 3, 1, "a second document"},
+                    Wrong{"module: [1, 2\nb: c\n", 2, 2, "this is no YAML"}));
+
+TEST(WrongSizes, areToldAtTheirGroup)
+{
+    const std::string digits(2 * 65530, '0');
+    EXPECT_THAT(
+        errorsOf("header: none\nraw:\n  - {id: 5, hex: '" + digits + "'}\n"),
+        ElementsAre(errorAt(3, 5, "group 0005 (raw) would have 65536 bytes, 65535 at most")));
+    const std::string half(2 * 40000, '0');
+    EXPECT_THAT(
+        errorsOf("raw:\n  - {id: 5, hex: '" + half + "'}\n  - {id: 6, hex: '" + half + "'}\n"),
+        ElementsAre(errorAt(1, 1, "the content length in its header holds 65535 at most")));
+}
+
+TEST(WrongSizes, ofAListAreToldThere)
+{
+    std::string options;
+    for (int i = 0; i < 256; ++i) {
+        options += (i == 0 ? "" : ", ") + std::to_string(i) + ": A";
+    }
+    EXPECT_THAT(errorsOf("optionLists: {L: {options: {" + options + "}}}\n"),
+                ElementsAre(errorAt(1, 28, "256 options, a list has 255 at most")));
+}
+
+TEST(WrongTexts, areAllToldInTheOrderOfTheText)
+{
+    EXPECT_THAT(errorsOf("raw: 1\nmodule: {type: x, id: y}\nimage: []\nfoo: 1\n"),
+                ElementsAre(errorAt(1, 6, "a list"), errorAt(2, 16, "\"x\""),
+                            errorAt(2, 23, "\"y\""), errorAt(3, 8, "keys with values"),
+                            errorAt(3, 8, "stated once"), errorAt(4, 1, "\"foo\"")));
+}
+
+TEST(StatedOddities, areNoErrors)
+{
+    EXPECT_THAT(errorsOf("parameters:\n  - {name: A, type: UInt8}\n"
+                         "  - {name: B, at: 0, type: UInt8, overlaps: true}\n"),
+                IsEmpty());
+    EXPECT_THAT(errorsOf("channels: [{in: Bit}, {in: Bit, number: 0, again: true}]\n"), IsEmpty());
+}
+
+TEST(Excerpt, showsTheLineAndACaret)
+{
+    const auto excerpt = mxauthor::sourceExcerpt("a\n\tb\xC2\xB0 c\r\nd", {2, 5, ""});
+    EXPECT_EQ(excerpt.line, " b\xC2\xB0 c ");
+    EXPECT_EQ(excerpt.caret, "    ^");
+}
+
+TEST(Excerpt, ofALongLineIsCutAroundTheCaret)
+{
+    const auto excerpt = mxauthor::sourceExcerpt(std::string(500, 'a') + "X", {1, 501, ""});
+    EXPECT_EQ(excerpt.line, std::string(70, 'a') + "X");
+    EXPECT_EQ(excerpt.caret, std::string(70, ' ') + "^");
+}
+
+} // namespace

@@ -1,0 +1,44 @@
+// Product images as gzip files.
+
+#include "text/Gzip.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using mxauthor::Bytes;
+using mxauthor::gunzipped;
+using mxauthor::gzipped;
+
+TEST(Gzip, hasNeitherNameNorTimeNorSystem)
+{
+    // Magic, method, no flags, time 0, best compression, system unknown (RFC 1952).
+    const Bytes head = {0x1F, 0x8B, 8, 0, 0, 0, 0, 0, 2, 0xFF};
+    const Bytes bytes = gzipped("<svg/>");
+    ASSERT_GT(bytes.size(), head.size() + 8);
+    EXPECT_EQ(Bytes(bytes.begin(), bytes.begin() + 10), head);
+    // The size of the text ends the file, least significant byte first.
+    EXPECT_EQ(Bytes(bytes.end() - 4, bytes.end()), (Bytes{6, 0, 0, 0}));
+}
+
+TEST(Gzip, givesTheTextBack)
+{
+    const std::string text(70000, 'x');
+    EXPECT_EQ(gunzipped(gzipped(text), text.size()), text);
+    EXPECT_EQ(gunzipped(gzipped(text), text.size() - 1), std::nullopt);
+    EXPECT_EQ(gunzipped(gzipped(""), 1), "");
+}
+
+TEST(Gzip, isNotFoundInOtherBytes)
+{
+    EXPECT_EQ(gunzipped({}, 100), std::nullopt);
+    EXPECT_EQ(gunzipped({1, 2, 3}, 100), std::nullopt);
+    Bytes cut = gzipped("some text");
+    cut.pop_back();
+    EXPECT_EQ(gunzipped(cut, 100), std::nullopt);
+    Bytes longer = gzipped("some text");
+    longer.push_back(0);
+    EXPECT_EQ(gunzipped(longer, 100), std::nullopt);
+}
+
+} // namespace

@@ -1,0 +1,74 @@
+// The JSON Schema, which editors use, and the compiler know the same keys and words.
+
+#include "text/FormKeys.h"
+#include "text/GroupWords.h"
+#include "text/TypeWords.h"
+#include "text/UnreadBytes.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <fstream>
+
+namespace {
+
+using nlohmann::json;
+using testing::UnorderedElementsAreArray;
+
+const json& schema()
+{
+    static const json loaded = json::parse(std::ifstream(MX_MODULE_SCHEMA));
+    return loaded;
+}
+
+std::vector<std::string> keysOfProperties(const json& definition)
+{
+    std::vector<std::string> keys;
+    for (const auto& [key, value] : definition.at("properties").items()) {
+        keys.push_back(key);
+    }
+    return keys;
+}
+
+TEST(Schema, hasTheKeysOfEveryMapping)
+{
+    for (const auto& [mapping, keys] : mxauthor::formKeys()) {
+        const json& definition =
+            mapping == "file" ? schema() : schema().at("definitions").at(mapping);
+        EXPECT_THAT(keysOfProperties(definition), UnorderedElementsAreArray(keys)) << mapping;
+        EXPECT_EQ(definition.at("additionalProperties"), false) << mapping;
+    }
+}
+
+TEST(Schema, hasNoMappingThatTheCompilerDoesNotKnow)
+{
+    for (const auto& [name, definition] : schema().at("definitions").items()) {
+        if (definition.contains("properties")) {
+            EXPECT_EQ(mxauthor::formKeys().count(name), 1U) << name;
+        }
+    }
+}
+
+TEST(Schema, hasTheWordsOfTypesAndKinds)
+{
+    const json& definitions = schema().at("definitions");
+    EXPECT_EQ(definitions.at("parameter").at("properties").at("type").at("anyOf")[0].at("enum"),
+              json(mxauthor::typeWords()));
+    for (const char* direction : {"in", "out"}) {
+        const json& kind = definitions.at("channel").at("properties").at(direction);
+        EXPECT_EQ(kind.at("anyOf")[0].at("enum"), json(mxauthor::kindWords()));
+    }
+}
+
+TEST(Schema, hasTheWordsOfGroups)
+{
+    std::vector<std::string> words = mxauthor::groupWords();
+    const json& properties = schema().at("properties");
+    EXPECT_THAT(keysOfProperties(properties.at("checksums")), UnorderedElementsAreArray(words));
+    EXPECT_THAT(keysOfProperties(properties.at("unread")),
+                UnorderedElementsAreArray(mxauthor::wordsWithUnreadBytes()));
+    words.push_back(mxauthor::rawWord);
+    EXPECT_EQ(properties.at("order").at("items").at("enum"), json(words));
+}
+
+} // namespace
