@@ -119,7 +119,7 @@ TEST(ChannelsVerb, theMapStandsAboveTheListWithoutColourOutsideATerminal)
 TEST(ChannelsVerb, readsStandardInput)
 {
     ToolSetup setup;
-    setup.standardInput = std::string(PROJECT_ROOT) + "/" + example;
+    setup.standardInput = std::string(PROJECT_BUILD) + "/" + example;
     EXPECT_EQ(runTool({"channels", "-"}, setup).out, runTool({"channels", example}).out);
 }
 

@@ -26,7 +26,7 @@ TEST(Streams, resultsGoToStandardOutputAlone)
 TEST(Streams, aDashReadsStandardInput)
 {
     ToolSetup setup;
-    setup.standardInput = std::string(PROJECT_ROOT) + "/" + example;
+    setup.standardInput = std::string(PROJECT_BUILD) + "/" + example;
     for (const char* verb : {"show", "groups"}) {
         EXPECT_EQ(runTool({verb, "-"}, setup).out, runTool({verb, example}).out);
     }

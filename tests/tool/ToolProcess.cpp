@@ -40,7 +40,7 @@ void redirect(const std::string& path, int flags, int descriptor)
         words.push_back(const_cast<char*>(argument.c_str()));
     }
     words.push_back(nullptr);
-    if (chdir(PROJECT_ROOT) == 0) {
+    if (chdir(PROJECT_BUILD) == 0) {
         execv(MXTOOL_PROGRAM, words.data());
     }
     _exit(cannotStart);

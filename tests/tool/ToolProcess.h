@@ -22,7 +22,8 @@ struct ToolSetup
     std::map<std::string, std::string> environment; ///< Variables to set.
 };
 
-/// Runs mxtool as a process in the root of the project and waits for its end.
+/// Runs mxtool as a process in the root of the build, where the built examples are, and waits for
+/// its end.
 ToolRun runTool(const std::vector<std::string>& arguments, const ToolSetup& setup = {});
 
 /// Returns the whole content of the file at `path`.

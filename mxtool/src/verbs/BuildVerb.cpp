@@ -18,7 +18,7 @@ namespace {
 
 constexpr const char* footer = R"(Example:
   $ mxtool build examples/modules/MX0304.yaml -o /tmp/MX0304.bin
-  /tmp/MX0304.bin: 1848 bytes
+  /tmp/MX0304.bin: 1816 bytes
 )";
 
 struct BuildOptions
