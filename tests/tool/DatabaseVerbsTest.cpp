@@ -46,7 +46,7 @@ TEST_F(DatabaseVerbs, populateInsertsWhatCanBeTranslatedAndSaysWhatNot)
 {
     const ToolRun run = runTool({"populate", "examples/modules", "--db", url});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.out, "11 modules inserted, 1 failed\n");
+    EXPECT_EQ(run.out, "38 modules inserted, 1 failed\n");
     EXPECT_EQ(run.err, "error: File MX9999.bin: Parser::parse(): Truncated mx buffer\n");
 }
 

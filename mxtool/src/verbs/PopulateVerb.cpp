@@ -17,7 +17,7 @@ namespace {
 constexpr const char* footer = R"(Example:
   $ mxtool populate examples/modules --db sqlite:/tmp/devices.sqlite
   error: File MX9999.bin: Parser::parse(): Truncated mx buffer
-  11 modules inserted, 1 failed
+  38 modules inserted, 1 failed
 )";
 
 struct PopulateOptions
