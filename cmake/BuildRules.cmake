@@ -16,6 +16,8 @@ function(parser_mx_rules target)
                 -Wpedantic
                 -Wshadow
                 -Wconversion
+                # Nobody replaces a function of a library inside that library.
+                -fno-semantic-interposition
                 # Assertions are part of the behaviour, in every build type.
                 -UNDEBUG
                 # __FILE__ starts at the root of the project, never at a path of the build machine.
@@ -65,7 +67,7 @@ endfunction()
 function(parser_mx_link_rules target map)
     target_link_options(${target} PRIVATE -Wl,--version-script=${map})
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${map})
-    target_link_options(${target} PRIVATE -Wl,--as-needed)
+    target_link_options(${target} PRIVATE -Wl,--as-needed -Wl,-Bsymbolic-functions)
     # An identifier would come from the debug information, which names where the build lies: equal
     # sources give equal packages without.
     target_link_options(${target} PRIVATE -Wl,--build-id=none)

@@ -5,6 +5,7 @@
 #include <devices/parser/mx/ByteReaders.h>
 
 #include <algorithm>
+#include <bitset>
 #include <cmath>
 #include <cstring>
 
@@ -96,26 +97,39 @@ void ModuleData::readConversions(const std::uint8_t* payload, std::uint32_t size
     if (size % conversionEntrySize != 0) {
         return;
     }
+    std::bitset<256> known;
     for (const std::uint8_t* entry = payload; entry != payload + size;
          entry += conversionEntrySize) {
-        conversions.try_emplace(
-            readU8(entry),
-            ConversionEntry{readFloatBE(entry + 1), readFloatBE(entry + 5), readU16BE(entry + 9)});
+        const std::uint8_t id = readU8(entry);
+        if (!known.test(id)) {
+            known.set(id);
+            conversions.push_back({id, readFloatBE(entry + 1), readFloatBE(entry + 5),
+                                   readU16BE(entry + 9), std::string(), false});
+        }
     }
 }
 
-Conversion ModuleData::conversion(std::uint8_t id) const
+const std::string& ModuleData::unitOf(ConversionEntry& entry)
 {
-    const auto found = conversions.find(id);
-    if (id == 0 || found == conversions.end()) {
+    if (!entry.unitKnown && textsRead) {
+        entry.unit = entry.unitTextId == 0 ? std::string() : text(entry.unitTextId);
+        entry.unitKnown = true;
+    }
+    return entry.unit;
+}
+
+Conversion ModuleData::conversion(std::uint8_t id)
+{
+    const auto entry =
+        std::find_if(conversions.begin(), conversions.end(),
+                     [id](const ConversionEntry& candidate) { return candidate.id == id; });
+    if (id == 0 || entry == conversions.end()) {
         return {};
     }
-    const ConversionEntry& entry = found->second;
-    if (entry.factor == 0 || !std::isfinite(entry.factor) || !std::isfinite(entry.offset)) {
+    if (entry->factor == 0 || !std::isfinite(entry->factor) || !std::isfinite(entry->offset)) {
         return {};
     }
-    return {entry.factor, entry.offset,
-            entry.unitTextId == 0 ? std::string() : text(entry.unitTextId)};
+    return {entry->factor, entry->offset, unitOf(*entry)};
 }
 
 ModuleData& moduleData(std::uint8_t module)

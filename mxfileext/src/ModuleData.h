@@ -23,23 +23,29 @@ public:
     void addGroup(std::uint16_t group, const std::uint8_t* payload, std::uint32_t size);
 
     /// Returns the conversion `id`; one that changes nothing when `id` names none that is usable.
-    Conversion conversion(std::uint8_t id) const;
+    Conversion conversion(std::uint8_t id);
 
 private:
     struct ConversionEntry
     {
+        std::uint8_t id;
         float factor;
         float offset;
-        std::uint16_t unitTextId;
+        std::uint16_t unitTextId; // 0: no unit
+        std::string unit;         // as far as `unitKnown` says
+        bool unitKnown;
     };
 
     std::string text(std::uint16_t id) const;
+
+    /// Looks the unit's text up once: many parameters share a conversion.
+    const std::string& unitOf(ConversionEntry& entry);
     void readConversions(const std::uint8_t* payload, std::uint32_t size);
 
     bool textsRead = false;
     bool conversionsRead = false;
-    std::vector<std::uint8_t> textTable; // whole: in a damaged table the texts may overlap
-    std::map<std::uint8_t, ConversionEntry> conversions;
+    std::vector<std::uint8_t> textTable;      // whole: in a damaged table the texts may overlap
+    std::vector<ConversionEntry> conversions; // one per identifier, the first
 };
 
 /// Returns what is kept for the module index `module`.

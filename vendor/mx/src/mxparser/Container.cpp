@@ -68,6 +68,7 @@ void Parser::parse(const std::uint8_t* data, std::uint32_t length)
     bufferEnd = data + length;
     groupIndex.clear();
     groupOrder.clear();
+    ++indexingCount;
 
     std::uint32_t end = length;
     std::uint32_t pos = 0;

@@ -47,11 +47,11 @@ const std::uint8_t* findEntry(const std::uint8_t* payload, const std::uint8_t* e
         if (isEntry(line, key)) {
             return line;
         }
-        const std::uint8_t* lineFeed = std::find(line, end, '\n');
-        if (lineFeed == end) {
+        const void* const lineFeed = std::memchr(line, '\n', static_cast<std::size_t>(end - line));
+        if (lineFeed == nullptr) {
             return nullptr;
         }
-        line = lineFeed + 1;
+        line = static_cast<const std::uint8_t*>(lineFeed) + 1;
     }
     return nullptr;
 }

@@ -1,6 +1,7 @@
 #include "devices/parser/mx/ByteReaders.h"
 #include "devices/parser/mx/Parser_kv38.h"
 
+#include "DecimalText.h"
 #include "LogLine.h"
 
 #include <cassert>
@@ -124,25 +125,31 @@ bool isBitField(std::uint8_t kind)
     return static_cast<MxParameterDatatype>(kind) == MxParameterDatatype::Byte;
 }
 
+// Which bits of its byte a bit field takes: _2 for one bit, #2,7 for three.
+void appendBits(std::string& symbol, const MxChannelPrivateProps& props)
+{
+    symbol += props.bitLength == 1 ? '_' : '#';
+    appendDecimal(symbol, props.bitOffset);
+    if (props.bitLength != 1) {
+        symbol += ',';
+        appendDecimal(symbol, bitMask(props.bitLength));
+    }
+}
+
 // Allocates the channel's place and sets size letter, address and symbol. A kind that stands for no
 // data gets none of them.
 void allocate(Parser_kv38::ChannelP& channel, std::uint8_t kind, char area, ImagePosition position)
 {
     auto& props = channel.privateProps;
-    std::string place;
     if (isBitField(kind) && props.bitLength == 1) {
         channel.dataType = "X";
         props.byteAddress = takeBit(position);
-        place = std::to_string(props.byteAddress) + "_" + std::to_string(props.bitOffset);
     } else if (isBitField(kind)) {
         channel.dataType = "B";
         props.byteAddress = takeBits(position, props.bitLength);
-        place = std::to_string(props.byteAddress) + "#" + std::to_string(props.bitOffset) + "," +
-                std::to_string(bitMask(props.bitLength));
     } else if (const std::uint32_t size = wholeBytes(kind)) {
         channel.dataType = sizeLetter(size);
         props.byteAddress = takeBytes(position, size);
-        place = std::to_string(props.byteAddress);
     } else {
         if (kind == unknownKind) {
             channel.dataType.clear();
@@ -150,7 +157,11 @@ void allocate(Parser_kv38::ChannelP& channel, std::uint8_t kind, char area, Imag
         channel.iecSymbol.clear();
         return;
     }
-    channel.iecSymbol = area + channel.dataType + place;
+    channel.iecSymbol = area + channel.dataType;
+    appendDecimal(channel.iecSymbol, props.byteAddress);
+    if (isBitField(kind)) {
+        appendBits(channel.iecSymbol, props);
+    }
 }
 
 // The symbol of the byte that holds the single-bit channel `symbol`: IX3_2 lies in IB3.
@@ -195,7 +206,7 @@ std::uint32_t Parser_kv38::parseChannel(const std::uint8_t* x20D0)
     }
     const std::uint32_t id = assignIdAndAddAttribute(channel);
     if (channel->dataType == "X") {
-        addToAggregatedChannelCandidate(byteSymbol(channel->iecSymbol), std::to_string(id));
+        addToAggregatedChannelCandidate(byteSymbol(channel->iecSymbol), decimalText(id));
     }
     return recordLength;
 }

@@ -2,11 +2,10 @@
 #include "devices/parser/mx/HexText.h"
 #include "devices/parser/mx/Parser_kv38.h"
 
+#include "Base64.h"
+#include "DecimalText.h"
 #include "LogLine.h"
 
-#include <Poco/Base64Encoder.h>
-
-#include <sstream>
 #include <stdexcept>
 
 namespace devices::parser::mx {
@@ -28,14 +27,16 @@ constexpr std::uint8_t extensionVersion = 1;
 constexpr std::uint32_t calibrationDateOffset = 3;
 constexpr std::uint32_t calibrationDateMaxLength = 9;
 
+constexpr std::size_t objectsOfEveryDevice = 24; // static properties, image, sets and role
+
 // The static properties that repeat an entry of the catalogue group, in their order.
 struct CatalogueProperty
 {
-    const char* name;
-    const char* entry;
+    std::string name;
+    std::string entry;
 };
 
-constexpr CatalogueProperty catalogueProperties[] = {
+const CatalogueProperty catalogueProperties[] = {
     {"brandVersion", "BrandVersion"},           {"brandId", "BrandId"},
     {"brandSerialNumber", "BrandSerialNumber"}, {"productVersion", "ProductVersion"},
     {"brandOrderCode", "BrandOrderCode"},       {"brandLabelName", "BrandLabelName"},
@@ -63,17 +64,6 @@ std::string calibrationDate(const std::uint8_t* extension)
     return {text, text + length};
 }
 
-// The whole text is one line.
-std::string base64(const std::uint8_t* data, std::uint32_t size)
-{
-    std::ostringstream text;
-    Poco::Base64Encoder encoder(text, 0);
-    encoder.rdbuf()->setLineLength(0);
-    encoder.write(reinterpret_cast<const char*>(data), size);
-    encoder.close();
-    return text.str();
-}
-
 std::shared_ptr<datamodel::BinaryObject> makeProductImage(const std::uint8_t* data,
                                                           std::uint32_t size)
 {
@@ -98,6 +88,17 @@ void fillRecord(devices::database::DeviceProperties& record, std::uint32_t modul
 
 } // namespace
 
+std::size_t Parser_kv38::attributesExpected()
+{
+    std::uint32_t parameters = 0;
+    std::uint32_t channels = 0;
+    getGroup(parameterGroup, &parameters);
+    getGroup(channelGroup, &channels);
+    // A channel may have a set of its own.
+    return objectsOfEveryDevice + parameters / parameterRecordSize +
+           2 * channels / channelRecordHeaderSize;
+}
+
 void Parser_kv38::parseContent()
 {
     traceEntry(logger, "parseContent");
@@ -107,6 +108,7 @@ void Parser_kv38::parseContent()
     mxVersion = getGroupEntry(componentGroup, "Component");
     dev->deviceTypeId = "kv38." + u32AsHex(moduleId);
 
+    dev->attributes.reserve(attributesExpected());
     addStaticProperty("moduleId", u32AsHex(moduleId));
     addStaticProperty("moduleType", u8AsHex(moduleType));
     for (const CatalogueProperty& property : catalogueProperties) {
@@ -129,12 +131,12 @@ void Parser_kv38::parseContent()
         throw std::runtime_error("The current parameter array size does not match the value given "
                                  "in group 0x0011");
     }
-    addStaticProperty("inDataSize", std::to_string(inDataSize));
-    addStaticProperty("outDataSize", std::to_string(outDataSize));
-    addStaticProperty("inDataOffset", std::to_string(inDataOffset));
-    addStaticProperty("outDataOffset", std::to_string(outDataOffset));
-    addStaticProperty("paramDataSize", std::to_string(paramDataSize));
-    addStaticProperty("diagDataSize", std::to_string(diagDataSize));
+    addStaticProperty("inDataSize", decimalText(inDataSize));
+    addStaticProperty("outDataSize", decimalText(outDataSize));
+    addStaticProperty("inDataOffset", decimalText(inDataOffset));
+    addStaticProperty("outDataOffset", decimalText(outDataOffset));
+    addStaticProperty("paramDataSize", decimalText(paramDataSize));
+    addStaticProperty("diagDataSize", decimalText(diagDataSize));
 
     if (const std::uint8_t* image = getGroup(productImageGroup, &size)) {
         assignIdAndAddAttribute(makeProductImage(image, size));

@@ -4,6 +4,7 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include "LogLine.h"
+#include "TextIndex.h"
 
 #include <mxfileext/mxfileext.h>
 
@@ -35,7 +36,8 @@ std::string pathIn(const std::string& directory, const std::string& name)
 
 } // namespace
 
-Parser_kv38::Parser_kv38() : logger(Poco::Logger::get("mxparser-kv38"))
+Parser_kv38::Parser_kv38()
+    : logger(Poco::Logger::get("mxparser-kv38")), textIndex(std::make_unique<TextIndex>())
 {
     logger.setLevel("information");
 }

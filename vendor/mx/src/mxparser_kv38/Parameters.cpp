@@ -67,6 +67,15 @@ void readRaw(Parser_kv38::ParameterP& parameter, const char* block)
                                       parameter.valueRange->max);
 }
 
+// Makes room for a first list at once; further ones of the same identifier are rare.
+void reserveOptions(Parser_kv38::ParameterP& parameter, std::size_t count)
+{
+    if (parameter.options.empty()) {
+        parameter.options.reserve(count);
+        parameter.privateProps.optionValues.reserve(count);
+    }
+}
+
 } // namespace
 
 std::uint32_t Parser_kv38::parseParameter(const std::uint8_t* x20C0)
@@ -109,7 +118,6 @@ std::uint32_t Parser_kv38::parseParameter(const std::uint8_t* x20C0)
             readRaw(*parameter, paramBuffer);
         }
     } else {
-        parameter->valueRange = std::make_shared<datamodel::ParameterValueRange>();
         readRaw(*parameter, paramBuffer);
     }
 
@@ -140,6 +148,7 @@ void Parser_kv38::getOptionListById(std::uint8_t listId, MxParameterDatatype dat
             throw std::runtime_error("Bad alignment in group 20c1");
         }
         if (readU8(payload + pos) == listId) {
+            reserveOptions(*param, readU8(payload + pos + 1));
             for (std::uint32_t at = pos + optionListHeaderSize; at < next; at += optionSize) {
                 const std::uint8_t* entry = payload + at;
                 const auto option = std::make_shared<datamodel::ParameterOption>();

@@ -1,5 +1,6 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
+#include "DecimalText.h"
 #include "LogLine.h"
 
 #include <cassert>
@@ -17,17 +18,10 @@ std::uint8_t channelNumberOfParameter(const datamodel::Attribute& attribute)
     return static_cast<const Parser_kv38::ParameterP&>(attribute).privateProps.channelNumber;
 }
 
-// The ids of every parameter of the channel `number`.
-std::vector<std::string> parametersOf(std::uint8_t number, const Attributes& attributes)
+bool isParameterOf(const datamodel::Attribute& attribute, std::uint8_t number)
 {
-    std::vector<std::string> ids;
-    for (const auto& attribute : attributes) {
-        if (attribute->typeCode() == datamodel::parameterTypeCode &&
-            channelNumberOfParameter(*attribute) == number) {
-            ids.push_back(attribute->id);
-        }
-    }
-    return ids;
+    return attribute.typeCode() == datamodel::parameterTypeCode &&
+           channelNumberOfParameter(attribute) == number;
 }
 
 // The sets of a device while its attributes are walked; none is registered yet.
@@ -38,12 +32,28 @@ struct SetsOfDevice
     std::shared_ptr<datamodel::Set> channels = std::make_shared<datamodel::Set>();
     std::vector<std::shared_ptr<datamodel::Set>> channelParameters;
 
+    std::vector<const datamodel::Attribute*> found; // used again for each channel
+
+    void findParametersOf(std::uint8_t number, const Attributes& attributes)
+    {
+        found.clear();
+        for (const auto& attribute : attributes) {
+            if (isParameterOf(*attribute, number)) {
+                found.push_back(attribute.get());
+            }
+        }
+    }
+
     void addChannel(const Parser_kv38::ChannelP& channel, const Attributes& attributes)
     {
-        auto parameters = std::make_shared<datamodel::Set>();
-        parameters->members = parametersOf(channel.privateProps.channelNumber, attributes);
-        if (!parameters->members.empty()) {
+        findParametersOf(channel.privateProps.channelNumber, attributes);
+        if (!found.empty()) {
+            auto parameters = std::make_shared<datamodel::Set>();
             parameters->name = "channelParams_" + channel.id;
+            parameters->members.reserve(found.size());
+            for (const datamodel::Attribute* parameter : found) {
+                parameters->members.push_back(parameter->id);
+            }
             channelParameters.push_back(std::move(parameters));
         }
         if (!channel.dataType.empty()) {
@@ -78,7 +88,7 @@ std::uint32_t
 Parser_kv38::assignIdAndAddAttribute(const std::shared_ptr<datamodel::Attribute>& attribute)
 {
     traceEntry(logger, "assignIdAndAddAttribute");
-    attribute->id = std::to_string(nextObjectId);
+    attribute->id = decimalText(nextObjectId);
     dev->attributes.push_back(attribute);
     return nextObjectId++;
 }
@@ -109,7 +119,7 @@ void Parser_kv38::setupReferences()
             return;
         }
         set->name = name;
-        owner.members.push_back(std::to_string(assignIdAndAddAttribute(set)));
+        owner.members.push_back(decimalText(assignIdAndAddAttribute(set)));
     };
     const auto role = std::make_shared<datamodel::Role>();
     role->name = "default";
@@ -117,7 +127,7 @@ void Parser_kv38::setupReferences()
     const auto parameters = std::make_shared<datamodel::Set>();
     place(sets.deviceParameters, "deviceParameter", *parameters);
     for (const auto& set : sets.channelParameters) {
-        parameters->members.push_back(std::to_string(assignIdAndAddAttribute(set)));
+        parameters->members.push_back(decimalText(assignIdAndAddAttribute(set)));
     }
     place(parameters, "parameter", *role);
     place(sets.channels, "channels", *role);

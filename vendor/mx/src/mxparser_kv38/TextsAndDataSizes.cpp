@@ -2,6 +2,7 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include "LogLine.h"
+#include "TextIndex.h"
 
 #include <algorithm>
 #include <cassert>
@@ -13,7 +14,6 @@ namespace devices::parser::mx {
 namespace {
 
 constexpr std::uint16_t textGroup = 0x20D3;
-constexpr std::uint32_t textTableHeaderSize = 2;
 constexpr std::uint32_t textIdSize = 2;
 constexpr std::uint32_t lineEndSize = 2;
 
@@ -81,14 +81,12 @@ const std::string& Parser_kv38::mxTextToStdString(const std::uint8_t* text, unsi
     traceEntry(logger, "mxTextToStdString");
     static std::string result;
     result.clear();
-    unsigned count = 0;
-    while (!endsText(text[count])) {
-        if (count == length) {
-            failTextTermination();
-        }
-        ++count;
+    const std::uint8_t* const behind = text + length + 1;
+    const std::uint8_t* const end = std::find_if(text, behind, endsText);
+    if (end == behind) {
+        failTextTermination();
     }
-    result.assign(text, text + count);
+    result.assign(reinterpret_cast<const char*>(text), static_cast<std::size_t>(end - text));
     return result;
 }
 
@@ -100,21 +98,33 @@ const std::string& Parser_kv38::getTextStringById(std::uint16_t id)
     if (payload == nullptr) {
         throw std::runtime_error("Cannot find group 20d3");
     }
-    std::uint32_t pos = textTableHeaderSize;
-    // For an empty payload the subtraction wraps: one record is then read behind the group.
-    while (size - 1 > pos) {
-        const std::uint16_t recordId = readU16BE(bytesAt(payload, pos, textIdSize, textGroup));
-        const std::uint32_t textStart = pos + textIdSize;
-        if (recordId == id) {
-            if (textStart == size) {
-                break;
-            }
-            const unsigned length = lengthWithin(bytesFrom(payload, textStart), size - textStart);
-            return mxTextToStdString(payload + textStart, length);
-        }
-        pos = findLineEnd(payload, size, textStart) + lineEndSize;
+    const std::uint32_t start = findText(payload, size, id);
+    if (start == 0 || start == size) {
+        throw std::runtime_error("Cannot find requested text string: ID = " + std::to_string(id));
     }
-    throw std::runtime_error("Cannot find requested text string: ID = " + std::to_string(id));
+    const unsigned length = lengthWithin(bytesFrom(payload, start), size - start);
+    return mxTextToStdString(payload + start, length);
+}
+
+std::uint32_t Parser_kv38::findText(const std::uint8_t* payload, std::uint32_t size,
+                                    std::uint16_t id)
+{
+    TextIndex& index = *textIndex;
+    index.attachTo(indexings());
+    while (index.startOf(id) == 0) {
+        if (index.skippedText != 0) {
+            index.next = findLineEnd(payload, size, index.skippedText) + lineEndSize;
+            index.skippedText = 0;
+        }
+        // For an empty payload the subtraction wraps: one record is then read behind the group.
+        if (size - 1 <= index.next) {
+            return 0;
+        }
+        const std::uint8_t* const record = bytesAt(payload, index.next, textIdSize, textGroup);
+        index.skippedText = index.next + textIdSize;
+        index.add(readU16BE(record), index.skippedText);
+    }
+    return index.startOf(id);
 }
 
 std::uint32_t Parser_kv38::getDatatypeSize(MxParameterDatatype type)

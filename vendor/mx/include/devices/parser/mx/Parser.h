@@ -83,8 +83,13 @@ protected:
     /// repeated identifier those of its first occurrence.
     std::unordered_map<std::uint16_t, std::pair<std::uint32_t, std::uint32_t>> groupIndex;
 
+    /// Returns how often `parse` was called: what was learnt of a buffer holds as long as this
+    /// number does.
+    std::uint64_t indexings() const { return indexingCount; }
+
 private:
     const std::uint8_t* bufferEnd = nullptr;
+    std::uint64_t indexingCount = 0;
 };
 
 } // namespace devices::parser::mx

@@ -20,6 +20,8 @@ class Logger;
 
 namespace devices::parser::mx {
 
+class TextIndex;
+
 /// The parser of the kv38 module family.
 ///
 /// One object serves any number of translations, one after the other. At most one translation may
@@ -165,6 +167,16 @@ protected:
     std::string mxVersion;             ///< Entry "Component" of group 0x0040.
     /// Ids of the single-bit channels by the symbol of the byte that holds them, such as IB3.
     std::map<std::string, std::vector<std::string>> aggregatedChannelCandidates;
+
+private:
+    /// Returns where the first text `id` starts in the text table of `size` bytes at `payload`; 0
+    /// when the table ends before. Throws where a record on the way is malformed.
+    std::uint32_t findText(const std::uint8_t* payload, std::uint32_t size, std::uint16_t id);
+
+    /// Returns about how many objects the indexed groups become.
+    std::size_t attributesExpected();
+
+    std::unique_ptr<TextIndex> textIndex;
 };
 
 } // namespace devices::parser::mx

@@ -1,0 +1,38 @@
+#include "TextIndex.h"
+
+namespace devices::parser::mx {
+
+namespace {
+
+constexpr std::uint32_t tableHeaderSize = 2;
+
+} // namespace
+
+void TextIndex::attachTo(std::uint64_t indexing)
+{
+    if (indexing != attached) {
+        clear();
+        attached = indexing;
+    }
+}
+
+void TextIndex::clear()
+{
+    for (const std::uint16_t id : ids) {
+        starts[id] = 0;
+    }
+    ids.clear();
+    next = tableHeaderSize;
+    skippedText = 0;
+}
+
+void TextIndex::add(std::uint16_t id, std::uint32_t textStart)
+{
+    if (starts[id] == 0) {
+        ids.push_back(id);
+        // A payload has less than 65,536 bytes, and so has every place in it.
+        starts[id] = static_cast<std::uint16_t>(textStart);
+    }
+}
+
+} // namespace devices::parser::mx
