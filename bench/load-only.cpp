@@ -1,0 +1,5 @@
+// What mxtool costs before it does anything: linked with the same libraries, it only returns.
+int main()
+{
+    return 0;
+}

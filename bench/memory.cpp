@@ -1,0 +1,40 @@
+// How much memory does a translation take at most, and how much does it leave in the tree?
+#include "AllocationCount.h"
+#include "ModuleGenerator.h"
+
+#include <devices/parser/mx/Parser_kv38.h>
+
+#include <benchmark/benchmark.h>
+
+#include <mxfileext/mxfileext.h>
+
+#include <memory>
+
+namespace {
+
+void translate(benchmark::State& state, const bench::ModuleShape& shape)
+{
+    const std::vector<char> file = bench::generateModule(shape);
+    std::size_t tree = 0;
+    std::size_t most = 0;
+    for (auto _ : state) {
+        const std::size_t before = bench::heldBytes();
+        bench::startPeak();
+        auto parser = std::make_unique<devices::parser::mx::Parser_kv38>();
+        const auto device = parser->parse(file, nullptr, 0, 0);
+        most = bench::peakBytes() - before;
+        // Without the parser and what the companion keeps, the tree is left.
+        parser.reset();
+        mxfileext::clearParsedData(0);
+        tree = bench::heldBytes() - before;
+    }
+    state.counters["peak_bytes"] = static_cast<double>(most);
+    state.counters["tree_bytes"] = static_cast<double>(tree);
+    state.counters["peak_per_tree"] = static_cast<double>(most) / static_cast<double>(tree);
+}
+
+} // namespace
+
+BENCHMARK_CAPTURE(translate, small, bench::smallModule);
+BENCHMARK_CAPTURE(translate, medium, bench::mediumModule);
+BENCHMARK_CAPTURE(translate, large, bench::largeModule);

@@ -1,0 +1,78 @@
+"""Prints the medians of benchmark reports and the ratios that the project promises."""
+
+import json
+import sys
+
+UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
+
+# What is compared, with what, and the largest ratio that is promised (None: stated only).
+RATIOS = [
+    ("translation: parse/{}", "translation: floorOfTree/{}", {"small": 1.5, "medium": 1.5, "large": 1.3}),
+    ("translation: parseWithTraceLines/{}", "translation: parse/{}", {"small": None, "medium": None, "large": None}),
+    ("loading: loadFile/{}", "loading: oneRead/{}", {"small": 1.2, "medium": 1.2, "large": 1.2}),
+    ("process: mxtoolShow/real_time", "process: loadOnly/real_time", {"": 3}),
+    ("populate: populateInOneTransaction/{}", "populate: bareLoopAndTranslation/{}", {"1000": 1.7, "10000": 1.7}),
+]
+
+
+def medians(path):
+    with open(path, encoding="utf-8") as report:
+        benchmarks = json.load(report)["benchmarks"]
+    name = path.rsplit("/", 1)[-1].removesuffix(".json")
+    return {
+        f"{name}: {entry['run_name']}": (
+            entry["real_time" if "real_time" in entry["run_name"] else "cpu_time"] * UNITS[entry["time_unit"]],
+            entry,
+        )
+        for entry in benchmarks
+        if entry.get("aggregate_name") == "median"
+    }
+
+
+def natural(name):
+    """The numbers of a name by their value, the sizes by theirs."""
+    sizes = {"small": "1", "medium": "2", "large": "3"}
+    return [part.zfill(9) for part in "/".join(sizes.get(word, word) for word in name.split("/")).split("/")]
+
+
+def shown(nanoseconds):
+    return f"{nanoseconds / 1000:,.2f}"
+
+
+def ratio_lines(found):
+    for over, under, limits in RATIOS:
+        for size, limit in limits.items():
+            first, second = over.format(size), under.format(size)
+            if first in found and second in found:
+                yield first, second, found[first][0] / found[second][0], limit
+    yield from growth_lines(found)
+
+
+def growth_lines(found):
+    start, end = "growth: fileSize/4096", "growth: fileSize/65535"
+    if start in found and end in found:
+        per_byte = (found[end][0] / 65535) / (found[start][0] / 4096)
+        yield "growth: time per byte at 64 KiB", "at 4 KiB", per_byte, 1.5
+    every, parse = "configuration: rawConfiguration/1000", "configuration: parse"
+    if every in found and parse in found:
+        allowed = 1.5 * found[parse][0] + 3000 * 1000
+        yield every, "1.5 parse + 3 us a parameter", found[every][0] / allowed, 1.0
+
+
+def main():
+    found = {}
+    for path in sys.argv[1:]:
+        found.update(medians(path))
+    width = max(len(name) for name in found) + 2
+    print(f"{'benchmark':{width}}{'median us':>14}")
+    for name, (time, entry) in sorted(found.items(), key=lambda item: natural(item[0])):
+        extra = "".join(f"  {key} {entry[key]:,.4g}" for key in entry if key.startswith(("peak_", "tree_")))
+        print(f"{name:{width}}{shown(time):>14}{extra}")
+    print()
+    print(f"{'ratio':{2 * width}}{'found':>8}{'at most':>9}")
+    for first, second, ratio, limit in ratio_lines(found):
+        verdict = "" if limit is None else f"{limit:9}" + ("" if ratio <= limit else "  missed")
+        print(f"{first + ' / ' + second:{2 * width}}{ratio:8.2f}{verdict}")
+
+
+main()
