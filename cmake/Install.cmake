@@ -100,6 +100,10 @@ endforeach()
 if(PARSER_MX_BUILD_TOOL)
     set_target_properties(mxtool PROPERTIES INSTALL_RPATH "${relocatable_rpath}")
     install(TARGETS mxtool RUNTIME COMPONENT tool)
+    install(
+        DIRECTORY share/parser-mx
+        DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}
+        COMPONENT tool)
     # Manual pages and completions, as far as the build writes them: share/man/man1/*.1,
     # share/bash-completion/completions/mxtool, share/zsh/site-functions/_mxtool.
     foreach(pages man bash-completion zsh)
@@ -119,3 +123,11 @@ install(
     DIRECTORY docs examples
     DESTINATION ${documents_dir}
     COMPONENT dev)
+if(PARSER_MX_BUILD_TOOL)
+    install(
+        DIRECTORY ${PROJECT_BINARY_DIR}/examples/modules
+        DESTINATION ${documents_dir}/examples
+        COMPONENT dev
+        FILES_MATCHING
+        PATTERN "*.bin")
+endif()
