@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <tuple>
 
 namespace mxauthor {
 
@@ -62,6 +63,14 @@ void checkValues(const ModuleView& module, const Parameter& parameter, Findings&
     }
 }
 
+// Parameters of one shape that share a list have its faults in common: the first tells them.
+using ListUse = std::tuple<std::uint8_t, unsigned, bool>;
+
+ListUse useOf(const Parameter& parameter)
+{
+    return {parameter.record->optionList.value, parameter.value.bits, parameter.value.isSigned};
+}
+
 void checkWidth(const Parameter& parameter, Findings& findings)
 {
     if (parameter.value.size > 1) {
@@ -91,11 +100,14 @@ void checkList(const OptionList& list, bool isUsed, std::set<std::uint8_t>& seen
 void checkOptionLists(const ModuleView& module, Findings& findings)
 {
     std::set<std::uint8_t> used;
+    std::set<ListUse> checked;
     for (const Parameter& parameter : module.parameters()) {
         checkReference(module, parameter, findings);
         if (usesList(parameter)) {
             used.insert(parameter.record->optionList.value);
-            checkValues(module, parameter, findings);
+            if (checked.insert(useOf(parameter)).second) {
+                checkValues(module, parameter, findings);
+            }
             checkWidth(parameter, findings);
         }
     }

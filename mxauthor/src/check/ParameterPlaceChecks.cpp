@@ -41,10 +41,18 @@ void checkOverlaps(const std::vector<Parameter>& parameters, Findings& findings)
     }
 }
 
-bool holdsByte(const Parameter& parameter, std::size_t byte)
+// Whether each byte of a block of `size` bytes belongs to a parameter.
+std::vector<bool> heldBytes(const ModuleView& module, std::size_t size)
 {
-    const ParameterValue& value = parameter.value;
-    return value.byteOffset <= byte && byte < std::size_t{value.byteOffset} + value.size;
+    std::vector<bool> held(size);
+    for (const Parameter& parameter : module.parameters()) {
+        const ParameterValue& value = parameter.value;
+        const std::size_t end = std::min<std::size_t>(value.byteOffset + value.size, size);
+        for (std::size_t byte = value.byteOffset; byte < end; ++byte) {
+            held[byte] = true;
+        }
+    }
+    return held;
 }
 
 std::string runText(std::uint32_t begin, std::uint32_t end)
@@ -59,15 +67,10 @@ std::string runText(std::uint32_t begin, std::uint32_t end)
 // A finding for each run of bytes without a parameter.
 void checkGaps(const ModuleView& module, const Place& block, Findings& findings)
 {
-    const auto& parameters = module.parameters();
-    const auto isFree = [&parameters](std::uint32_t byte) {
-        return std::none_of(
-            parameters.begin(), parameters.end(),
-            [byte](const Parameter& parameter) { return holdsByte(parameter, byte); });
-    };
+    const std::vector<bool> held = heldBytes(module, block.length);
     for (std::uint32_t begin = 0; begin < block.length; ++begin) {
         std::uint32_t end = begin;
-        while (end < block.length && isFree(end)) {
+        while (end < block.length && !held[end]) {
             ++end;
         }
         if (end > begin) {

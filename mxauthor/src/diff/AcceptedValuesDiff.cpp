@@ -9,10 +9,35 @@ namespace {
 
 using Parameter = ModuleView::Parameter;
 
-struct OptionValue
+// The options of a parameter, found by their place and by their value.
+class Options
 {
-    std::uint64_t value;
-    std::string text;
+public:
+    Options(const ModuleView& ofModule, const Parameter& ofParameter)
+        : module(ofModule), isSigned(ofParameter.value.isSigned)
+    {
+        for (const Option* option : module.options(ofParameter.record->optionList.value)) {
+            const auto value = numberOfSlot(ofParameter.value, option->value.value).bits;
+            texts.emplace(value, option->textId.value);
+            values.push_back(value);
+        }
+    }
+
+    const std::vector<std::uint64_t>& inOrder() const { return values; }
+    bool hold(std::uint64_t value) const { return texts.count(value) != 0; }
+
+    std::string number(std::uint64_t value) const { return WideNumber{value, isSigned}.text(); }
+
+    std::string text(std::uint64_t value) const
+    {
+        return "\"" + shortened(module.textOf(texts.at(value))) + "\"";
+    }
+
+private:
+    const ModuleView& module;
+    bool isSigned;
+    std::vector<std::uint64_t> values;
+    std::map<std::uint64_t, std::uint16_t> texts; // the first text of a value is the one shown
 };
 
 bool usesOptions(const Parameter& parameter)
@@ -21,66 +46,76 @@ bool usesOptions(const Parameter& parameter)
            (parameter.record->flags.value & convertedFlag) == 0;
 }
 
-std::vector<OptionValue> optionsOf(const ModuleView& module, const Parameter& parameter)
-{
-    std::vector<OptionValue> all;
-    for (const Option* option : module.options(parameter.record->optionList.value)) {
-        all.push_back({numberOfSlot(parameter.value, option->value.value).bits,
-                       module.textOf(option->textId.value)});
-    }
-    return all;
-}
-
-const OptionValue* findValue(const std::vector<OptionValue>& options, std::uint64_t value)
-{
-    const auto found =
-        std::find_if(options.begin(), options.end(),
-                     [value](const OptionValue& option) { return option.value == value; });
-    return found == options.end() ? nullptr : &*found;
-}
-
-std::string optionText(const Parameter& parameter, const OptionValue& option)
-{
-    return "option " + WideNumber{option.value, parameter.value.isSigned}.text() + " \"" +
-           option.text + "\"";
-}
-
 // Modbus registers hold the place of an option in its list.
-bool keepPlaces(const std::vector<OptionValue>& old, const std::vector<OptionValue>& now)
+bool keepPlaces(const Options& old, const Options& now)
 {
-    for (std::size_t i = 0; i < old.size(); ++i) {
-        if (findValue(now, old[i].value) != nullptr &&
-            (i >= now.size() || now[i].value != old[i].value)) {
+    for (std::size_t i = 0; i < old.inOrder().size(); ++i) {
+        const std::uint64_t value = old.inOrder()[i];
+        if (now.hold(value) && (i >= now.inOrder().size() || now.inOrder()[i] != value)) {
             return false;
         }
     }
     return true;
 }
 
+// Names so many values of a list that a person still reads them.
+std::string someOf(const std::vector<std::uint64_t>& values, const Options& options)
+{
+    constexpr std::size_t shown = 4;
+    std::string text = values.size() == 1 ? "option " : "options ";
+    for (std::size_t i = 0; i < std::min(shown, values.size()); ++i) {
+        text += (i == 0 ? "" : ", ") + options.number(values[i]) + " " + options.text(values[i]);
+    }
+    if (values.size() > shown) {
+        text += " and " + std::to_string(values.size() - shown) + " more";
+    }
+    return text + (values.size() == 1 ? " is " : " are ");
+}
+
+// The values of `options` that `others` do not hold.
+std::vector<std::uint64_t> missingIn(const Options& others, const Options& options)
+{
+    std::vector<std::uint64_t> missing;
+    for (const std::uint64_t value : options.inOrder()) {
+        if (!others.hold(value)) {
+            missing.push_back(value);
+        }
+    }
+    return missing;
+}
+
+void compareTextsOf(const std::string& subject, const Options& old, const Options& now,
+                    Differences& differences)
+{
+    constexpr unsigned shown = 8;
+    unsigned changes = 0;
+    for (const std::uint64_t value : old.inOrder()) {
+        if (now.hold(value) && old.text(value) != now.text(value) && ++changes <= shown) {
+            differences.changed(Effect::Cosmetic, "parameter", subject,
+                                "option " + now.number(value), old.text(value), now.text(value));
+        }
+    }
+    if (changes > shown) {
+        differences.add(Effect::Cosmetic, "parameter", subject,
+                        std::to_string(changes - shown) + " more texts of options change");
+    }
+}
+
 void compareOptions(const ModuleView& before, const ModuleView& after, const ParameterPair& pair,
                     Differences& differences)
 {
     const std::string subject = subjectOf(*pair.after);
-    const auto old = optionsOf(before, *pair.before);
-    const auto now = optionsOf(after, *pair.after);
-    for (const OptionValue& option : old) {
-        const OptionValue* const same = findValue(now, option.value);
-        if (same == nullptr) {
-            differences.addBreakingImage("parameter", subject,
-                                         optionText(*pair.before, option) + " is gone");
-        } else {
-            differences.changed(Effect::Cosmetic, "parameter", subject,
-                                "option " +
-                                    WideNumber{option.value, pair.after->value.isSigned}.text(),
-                                "\"" + option.text + "\"", "\"" + same->text + "\"");
-        }
+    const Options old(before, *pair.before);
+    const Options now(after, *pair.after);
+    const auto gone = missingIn(now, old);
+    if (!gone.empty()) {
+        differences.addBreakingImage("parameter", subject, someOf(gone, old) + "gone");
     }
-    for (const OptionValue& option : now) {
-        if (findValue(old, option.value) == nullptr) {
-            differences.add(Effect::Compatible, "parameter", subject,
-                            optionText(*pair.after, option) + " is new");
-        }
+    const auto added = missingIn(old, now);
+    if (!added.empty()) {
+        differences.add(Effect::Compatible, "parameter", subject, someOf(added, now) + "new");
     }
+    compareTextsOf(subject, old, now, differences);
     if (!keepPlaces(old, now)) {
         differences.add(Effect::Breaking, "parameter", subject,
                         "options change their places, which Modbus registers hold");
@@ -130,7 +165,7 @@ void compareAcceptedValues(const ModuleView& before, const ModuleView& after,
 bool accepts(const ModuleView& module, const Parameter& parameter, const WideNumber& number)
 {
     if (usesOptions(parameter)) {
-        return findValue(optionsOf(module, parameter), number.bits) != nullptr;
+        return Options(module, parameter).hold(number.bits);
     }
     return !number.isBelow(parameter.value.minimum) && !parameter.value.maximum.isBelow(number);
 }

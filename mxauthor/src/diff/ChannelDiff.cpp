@@ -16,12 +16,11 @@ using Key = std::tuple<bool, std::uint8_t, unsigned>;
 std::map<Key, const Channel*> channelsByKey(const ModuleView& module)
 {
     std::map<Key, const Channel*> all;
+    std::map<std::pair<bool, std::uint8_t>, unsigned> counts;
     for (const Channel& channel : module.channels()) {
-        Key key{channel.place.input, channel.record->number.value, 0};
-        while (all.count(key) != 0) {
-            ++std::get<2>(key);
-        }
-        all.emplace(key, &channel);
+        const bool input = channel.place.input;
+        const std::uint8_t number = channel.record->number.value;
+        all.emplace(Key{input, number, counts[{input, number}]++}, &channel);
     }
     return all;
 }
@@ -56,8 +55,8 @@ void comparePair(const Channel& old, const Channel& now, Differences& difference
                         "kind " + kindText(old) + " at " + addressOf(old) + " becomes kind " +
                             kindText(now) + " at " + addressOf(now));
     }
-    differences.changed(Effect::Cosmetic, "channel", subject, "name", "\"" + old.name + "\"",
-                        "\"" + now.name + "\"");
+    differences.changed(Effect::Cosmetic, "channel", subject, "name",
+                        "\"" + shortened(old.name) + "\"", "\"" + shortened(now.name) + "\"");
     differences.changed(Effect::Compatible, "channel", subject, "flag 6",
                         std::to_string(old.record->kind.value >> 6 & 1),
                         std::to_string(now.record->kind.value >> 6 & 1));

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 namespace mxauthor {
 
@@ -46,25 +47,23 @@ bool isSame(const Parameter& a, const Parameter& b, bool byName)
     return a.record->number.value == b.record->number.value;
 }
 
+using Taken = std::set<const Parameter*>;
+
 // Pairs the parameters that are free on both sides.
-void pairUp(const ModuleView& before, const ModuleView& after, bool byName,
+void pairUp(const ModuleView& before, const ModuleView& after, bool byName, Taken& taken,
             std::vector<ParameterPair>& pairs)
 {
     for (const Parameter& now : after.parameters()) {
-        const auto isTaken = [&pairs](const Parameter& parameter) {
-            return std::any_of(pairs.begin(), pairs.end(), [&parameter](const ParameterPair& pair) {
-                return pair.before == &parameter || pair.after == &parameter;
-            });
-        };
-        if (isTaken(now)) {
+        if (taken.count(&now) != 0) {
             continue;
         }
         const auto& old = before.parameters();
         const auto found = std::find_if(old.begin(), old.end(), [&](const Parameter& candidate) {
-            return isSame(candidate, now, byName) && !isTaken(candidate);
+            return isSame(candidate, now, byName) && taken.count(&candidate) == 0;
         });
         if (found != old.end()) {
             pairs.push_back({&*found, &now});
+            taken.insert({&*found, &now});
         }
     }
 }
@@ -119,7 +118,8 @@ void compareShown(const ModuleView& before, const ModuleView& after, const Param
     const ParameterRecord& old = *pair.before->record;
     const ParameterRecord& now = *pair.after->record;
     differences.changed(Effect::Cosmetic, "parameter", subject, "name",
-                        "\"" + pair.before->name + "\"", "\"" + pair.after->name + "\"");
+                        "\"" + shortened(pair.before->name) + "\"",
+                        "\"" + shortened(pair.after->name) + "\"");
     differences.changed(Effect::Cosmetic, "parameter", subject, "number",
                         std::to_string(old.number.value), std::to_string(now.number.value));
     differences.changed(Effect::Cosmetic, "parameter", subject, "unit",
@@ -178,13 +178,6 @@ void compareOrder(const std::vector<ParameterPair>& pairs, Differences& differen
     }
 }
 
-template <typename Side>
-bool isPaired(const std::vector<ParameterPair>& pairs, Side side, const Parameter& parameter)
-{
-    return std::any_of(pairs.begin(), pairs.end(),
-                       [&](const ParameterPair& pair) { return pair.*side == &parameter; });
-}
-
 } // namespace
 
 std::string subjectOf(const Parameter& parameter)
@@ -197,19 +190,20 @@ std::string subjectOf(const Parameter& parameter)
 void compareParameters(const ModuleView& before, const ModuleView& after, Differences& differences)
 {
     std::vector<ParameterPair> pairs;
-    pairUp(before, after, true, pairs);
-    pairUp(before, after, false, pairs);
+    Taken taken;
+    pairUp(before, after, true, taken, pairs);
+    pairUp(before, after, false, taken, pairs);
     for (const ParameterPair& pair : pairs) {
         comparePair(before, after, pair, differences);
     }
     for (const Parameter& parameter : before.parameters()) {
-        if (!isPaired(pairs, &ParameterPair::before, parameter)) {
+        if (taken.count(&parameter) == 0) {
             differences.add(Effect::Breaking, "parameter", subjectOf(parameter),
                             "is gone: Modbus registers behind it move");
         }
     }
     for (const Parameter& parameter : after.parameters()) {
-        if (!isPaired(pairs, &ParameterPair::after, parameter)) {
+        if (taken.count(&parameter) == 0) {
             addNew(before, after, parameter, differences);
         }
     }

@@ -1,6 +1,5 @@
 #include "diff/Differences.h"
 
-#include <algorithm>
 #include <map>
 #include <set>
 
@@ -21,15 +20,25 @@ Texts textsOf(const ModuleView& module)
     return texts;
 }
 
-bool stands(const std::string& text, const Texts& texts)
+using Wordings = std::set<std::string>;
+
+Wordings wordingsOf(const Texts& texts)
 {
-    return std::any_of(texts.begin(), texts.end(),
-                       [&text](const auto& entry) { return entry.second == text; });
+    Wordings wordings;
+    for (const auto& entry : texts) {
+        wordings.insert(entry.second);
+    }
+    return wordings;
+}
+
+bool stands(const std::string& text, const Wordings& wordings)
+{
+    return wordings.count(text) != 0;
 }
 
 std::string quoted(const std::string& text)
 {
-    return "\"" + text + "\"";
+    return "\"" + shortened(text) + "\"";
 }
 
 } // namespace
@@ -39,13 +48,15 @@ void compareTexts(const ModuleView& before, const ModuleView& after, Differences
 {
     const Texts old = textsOf(before);
     const Texts now = textsOf(after);
+    const Wordings oldWordings = wordingsOf(old);
+    const Wordings newWordings = wordingsOf(now);
     std::set<std::uint16_t> reworded;
     for (const auto& [id, text] : old) {
         const auto found = now.find(id);
-        if (stands(text, now)) {
+        if (stands(text, newWordings)) {
             continue;
         }
-        if (found != now.end() && !stands(found->second, old)) {
+        if (found != now.end() && !stands(found->second, oldWordings)) {
             reworded.insert(id);
             differences.add(Effect::Cosmetic, "text", named("text", id, ""),
                             quoted(text) + " becomes " + quoted(found->second));
@@ -55,7 +66,7 @@ void compareTexts(const ModuleView& before, const ModuleView& after, Differences
         }
     }
     for (const auto& [id, text] : now) {
-        if (reworded.count(id) == 0 && !stands(text, old)) {
+        if (reworded.count(id) == 0 && !stands(text, oldWordings)) {
             differences.add(Effect::Cosmetic, "text", named("text", id, ""),
                             quoted(text) + " is new");
         }

@@ -1,6 +1,7 @@
 #include "explain/GroupParts.h"
 #include "module/ConversionNumbers.h"
 
+#include <algorithm>
 #include <array>
 
 namespace mxauthor {
@@ -71,18 +72,17 @@ std::string subjectOf(const Parameter& parameter)
     return named("parameter", parameter.record->number.value, parameter.name);
 }
 
-bool holdsByte(const Parameter& parameter, std::uint32_t byte)
-{
-    return parameter.value.byteOffset <= byte &&
-           byte < parameter.value.byteOffset + parameter.value.size;
-}
+using Holders = std::vector<const Parameter*>;
 
-std::vector<const Parameter*> holdersOf(const ModuleView& module, std::uint32_t byte)
+// The parameters that hold each byte of the block; beyond the last one nobody does.
+std::vector<Holders> holdersOfBytes(const ModuleView& module)
 {
-    std::vector<const Parameter*> holders;
+    std::vector<Holders> holders;
     for (const Parameter& parameter : module.parameters()) {
-        if (holdsByte(parameter, byte)) {
-            holders.push_back(&parameter);
+        const std::size_t end = std::size_t{parameter.value.byteOffset} + parameter.value.size;
+        holders.resize(std::max(holders.size(), end));
+        for (std::size_t byte = parameter.value.byteOffset; byte < end; ++byte) {
+            holders[byte].push_back(&parameter);
         }
     }
     return holders;
@@ -100,10 +100,14 @@ std::string bitsText(const ParameterValue& value)
                                  std::to_string(value.firstBit % 8 + value.bits - 1) + ")";
 }
 
-std::string defaultsMeaning(const std::vector<const Parameter*>& holders)
+std::string defaultsMeaning(const Holders& holders)
 {
+    constexpr std::size_t shown = 8;
     std::string text;
     for (const Parameter* parameter : holders) {
+        if (parameter == holders[std::min(shown, holders.size() - 1)] && holders.size() > shown) {
+            return text + "; and " + std::to_string(holders.size() - shown) + " more";
+        }
         text += text.empty() ? "default of " : "; default of ";
         text += subjectOf(*parameter);
         if (parameter->value.present) {
@@ -125,10 +129,12 @@ void explainGroup(PartList& parts, const ModuleView& module, const ParameterBloc
     parts.bytes(group.skipped, "skipped", "the rest of the header");
     parts.unread();
     const Place& place = group.block.place;
+    std::vector<Holders> all = holdersOfBytes(module);
+    all.resize(std::max<std::size_t>(all.size(), place.length));
     for (std::uint32_t begin = 0; begin < place.length;) {
-        const auto holders = holdersOf(module, begin);
+        const Holders& holders = all[begin];
         std::uint32_t end = begin + 1;
-        while (end < place.length && holdersOf(module, end) == holders) {
+        while (end < place.length && all[end] == holders) {
             ++end;
         }
         parts.bytesAt({place.group, place.offset + begin, end - begin}, "block",

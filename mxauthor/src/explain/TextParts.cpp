@@ -36,7 +36,7 @@ std::string textMeaning(const ModuleView& module, std::uint16_t id, bool zeroIsN
         return "none";
     }
     const TextRecord* const text = module.text(id);
-    return text == nullptr ? "a text that is missing" : "\"" + text->text.value + "\"";
+    return text == nullptr ? "a text that is missing" : "\"" + shortened(text->text.value) + "\"";
 }
 
 void explainGroup(PartList& parts, const ModuleView& module, const TextTable& group)

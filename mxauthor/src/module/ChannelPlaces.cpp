@@ -60,6 +60,7 @@ std::vector<ChannelPlace> channelPlaces(const std::vector<ChannelRecord>& record
 {
     Allocation allocation;
     std::vector<ChannelPlace> places;
+    places.reserve(records.size());
     for (const ChannelRecord& record : records) {
         Parser_kv38::ChannelP channel;
         allocation.setupChannel(&channel, "", record.number.value, record.kind.value,

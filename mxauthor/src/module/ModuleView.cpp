@@ -28,6 +28,11 @@ ModuleView::ModuleView(const MxFile& file) : source(file)
             texts.emplace(record.id.value, &record);
         }
     }
+    if (const auto* names = content<ChannelNames>(0x20D7)) {
+        for (const ChannelName& entry : names->entries) {
+            channelNames.emplace(entry.channel.value, &entry);
+        }
+    }
     addChannels();
     addParameters();
 }
@@ -52,14 +57,8 @@ std::string ModuleView::textOf(std::uint16_t id) const
 
 const ChannelName* ModuleView::channelName(std::uint8_t number) const
 {
-    const auto* const names = content<ChannelNames>(0x20D7);
-    if (names == nullptr) {
-        return nullptr;
-    }
-    const auto found =
-        std::find_if(names->entries.begin(), names->entries.end(),
-                     [number](const ChannelName& entry) { return entry.channel.value == number; });
-    return found == names->entries.end() ? nullptr : &*found;
+    const auto found = channelNames.find(number);
+    return found == channelNames.end() ? nullptr : found->second;
 }
 
 std::vector<const Option*> ModuleView::options(std::uint8_t id) const
@@ -161,10 +160,24 @@ std::string byteCount(std::size_t count)
     return std::to_string(count) + (count == 1 ? " byte" : " bytes");
 }
 
+std::string shortened(const std::string& text)
+{
+    constexpr std::size_t most = 60;
+    if (text.size() <= most) {
+        return text;
+    }
+    // Not within a character, should the text be UTF-8.
+    std::size_t end = most;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+        --end;
+    }
+    return text.substr(0, end) + "...";
+}
+
 std::string named(const char* what, unsigned number, const std::string& name)
 {
     const std::string base = std::string(what) + " " + std::to_string(number);
-    return name.empty() ? base : base + " \"" + name + "\"";
+    return name.empty() ? base : base + " \"" + shortened(name) + "\"";
 }
 
 } // namespace mxauthor

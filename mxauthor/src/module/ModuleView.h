@@ -75,6 +75,7 @@ private:
     const MxFile& source;
     std::map<std::uint16_t, const Group*> groups;
     std::map<std::uint16_t, const TextRecord*> texts;
+    std::map<std::uint8_t, const ChannelName*> channelNames;
     std::vector<Channel> allChannels;
     std::vector<Parameter> allParameters;
 };
@@ -89,7 +90,10 @@ int dataSizeOfCode(char code);
 /// Returns "1 byte" or "5 bytes".
 std::string byteCount(std::size_t count);
 
-/// Returns how messages name a channel or parameter: `parameter 3 "Filter"`.
+/// Returns as much of a text of the file as messages show; a text may have 65,000 bytes.
+std::string shortened(const std::string& text);
+
+/// Returns how messages name a channel or parameter: `parameter 3 "Filter"`; the name shortened.
 std::string named(const char* what, unsigned number, const std::string& name);
 
 } // namespace mxauthor

@@ -93,6 +93,7 @@ std::vector<ParameterValue> parameterValues(const std::vector<ParameterRecord>& 
     mxfileext::initializeModule(reinterpret_cast<char*>(bytes.data()),
                                 static_cast<unsigned short>(bytes.size()));
     std::vector<ParameterValue> values;
+    values.reserve(records.size());
     for (const ParameterRecord& record : records) {
         values.push_back(decode(record, bytes));
     }
