@@ -1,9 +1,12 @@
+#include "diff/AcceptedValues.h"
 #include "diff/Differences.h"
 
 #include "module/ConversionNumbers.h"
 
 #include <algorithm>
 #include <array>
+#include <deque>
+#include <map>
 #include <set>
 
 namespace mxauthor {
@@ -38,32 +41,32 @@ std::string channelText(const Parameter& parameter)
     return channel == moduleChannel ? "the module" : "channel " + std::to_string(channel);
 }
 
-// Same channel and same name, or same channel and number where the name is another.
-bool isSame(const Parameter& a, const Parameter& b, bool byName)
+// Parameters are the same one when channel and name are, or else when the number is.
+std::string keyOf(const Parameter& parameter, bool byName)
 {
-    if (byName) {
-        return a.name == b.name && a.record->channel.value == b.record->channel.value;
-    }
-    return a.record->number.value == b.record->number.value;
+    const std::uint8_t channel = parameter.record->channel.value;
+    return byName ? std::to_string(channel) + " " + parameter.name
+                  : std::to_string(parameter.record->number.value);
 }
 
 using Taken = std::set<const Parameter*>;
 
-// Pairs the parameters that are free on both sides.
+// Pairs the parameters that are free on both sides, those of one key in file order.
 void pairUp(const ModuleView& before, const ModuleView& after, bool byName, Taken& taken,
             std::vector<ParameterPair>& pairs)
 {
-    for (const Parameter& now : after.parameters()) {
-        if (taken.count(&now) != 0) {
-            continue;
+    std::map<std::string, std::deque<const Parameter*>> free;
+    for (const Parameter& old : before.parameters()) {
+        if (taken.count(&old) == 0) {
+            free[keyOf(old, byName)].push_back(&old);
         }
-        const auto& old = before.parameters();
-        const auto found = std::find_if(old.begin(), old.end(), [&](const Parameter& candidate) {
-            return isSame(candidate, now, byName) && taken.count(&candidate) == 0;
-        });
-        if (found != old.end()) {
-            pairs.push_back({&*found, &now});
-            taken.insert({&*found, &now});
+    }
+    for (const Parameter& now : after.parameters()) {
+        const auto found = free.find(keyOf(now, byName));
+        if (taken.count(&now) == 0 && found != free.end() && !found->second.empty()) {
+            pairs.push_back({found->second.front(), &now});
+            taken.insert({found->second.front(), &now});
+            found->second.pop_front();
         }
     }
 }
@@ -131,11 +134,11 @@ void compareShown(const ModuleView& before, const ModuleView& after, const Param
 }
 
 void comparePair(const ModuleView& before, const ModuleView& after, const ParameterPair& pair,
-                 Differences& differences)
+                 AcceptedValues& accepted, Differences& differences)
 {
     const std::string subject = subjectOf(*pair.after);
     comparePlaces(pair, differences);
-    compareAcceptedValues(before, after, pair, differences);
+    accepted.compare(pair, differences);
     if (pair.before->value.present && pair.after->value.present) {
         differences.changed(Effect::Compatible, "parameter", subject, "default",
                             pair.before->value.value.text(), pair.after->value.value.text());
@@ -146,12 +149,12 @@ void comparePair(const ModuleView& before, const ModuleView& after, const Parame
 }
 
 // What a stored image holds for a parameter that it does not know are the defaults of its time.
-void addNew(const ModuleView& before, const ModuleView& after, const Parameter& parameter,
+void addNew(const ModuleView& before, const Parameter& parameter, AcceptedValues& accepted,
             Differences& differences)
 {
     const std::string subject = subjectOf(parameter);
     const ParameterValue then = parameterValues({*parameter.record}, before.block()).front();
-    if (then.present && accepts(after, parameter, then.value)) {
+    if (then.present && accepted.accepts(parameter, then.value)) {
         differences.add(Effect::Compatible, "parameter", subject,
                         "is new; a stored image holds " + then.value.text() + " there");
     } else {
@@ -193,8 +196,9 @@ void compareParameters(const ModuleView& before, const ModuleView& after, Differ
     Taken taken;
     pairUp(before, after, true, taken, pairs);
     pairUp(before, after, false, taken, pairs);
+    AcceptedValues accepted(before, after);
     for (const ParameterPair& pair : pairs) {
-        comparePair(before, after, pair, differences);
+        comparePair(before, after, pair, accepted, differences);
     }
     for (const Parameter& parameter : before.parameters()) {
         if (taken.count(&parameter) == 0) {
@@ -204,7 +208,7 @@ void compareParameters(const ModuleView& before, const ModuleView& after, Differ
     }
     for (const Parameter& parameter : after.parameters()) {
         if (taken.count(&parameter) == 0) {
-            addNew(before, after, parameter, differences);
+            addNew(before, parameter, accepted, differences);
         }
     }
     compareOrder(pairs, differences);

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "module/ModuleView.h"
+
+#include <map>
+#include <tuple>
+
+namespace mxauthor {
+
+/// What tells the options of parameters apart: list, size in bytes, sign.
+using OptionUse = std::tuple<std::uint8_t, unsigned, bool>;
+
+OptionUse optionUse(const ModuleView::Parameter& parameter);
+
+/// Whether the parameter has options in place of a range.
+bool usesOptions(const ModuleView::Parameter& parameter);
+
+/// The options of a parameter, found by their place and by their value. Refers to its module.
+class OptionValues
+{
+public:
+    OptionValues(const ModuleView& ofModule, const ModuleView::Parameter& parameter);
+
+    const std::vector<std::uint64_t>& inOrder() const { return values; }
+    bool hold(std::uint64_t value) const { return texts.count(value) != 0; }
+    std::string number(std::uint64_t value) const; ///< In decimal.
+    std::string text(std::uint64_t value) const;   ///< In quotes, shortened.
+
+    /// Returns the values that `others` do not hold.
+    std::vector<std::uint64_t> missingIn(const OptionValues& others) const;
+
+    /// Returns `option 1 "off" is `, or several of them with "are", the first few by name.
+    std::string named(const std::vector<std::uint64_t>& some) const;
+
+private:
+    const ModuleView& module;
+    bool isSigned;
+    std::vector<std::uint64_t> values;
+    std::map<std::uint64_t, std::uint16_t> texts; // the first text of a value is the one shown
+};
+
+} // namespace mxauthor
