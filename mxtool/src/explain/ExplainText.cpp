@@ -75,7 +75,7 @@ std::string valueOfPart(const ExplainedPart& part)
 
 std::string meaningOfPart(const ExplainedPart& part)
 {
-    const std::string meaning = forTerminal(part.meaning);
+    std::string meaning = forTerminal(part.meaning);
     if (part.isRead) {
         return meaning;
     }
