@@ -119,11 +119,11 @@ TEST_F(DatabaseVerbs, devicesListsTheRecordsInOrder)
     runTool({"populate", "examples/modules", "--db", url});
     const ToolRun run = runTool({"devices", "--db", url});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_THAT(run.out, StartsWith("Module    Family  Label                      In  Out  "
+    EXPECT_THAT(run.out, StartsWith("Module    Family  Label                            In   Out  "
                                     "Parameters  File\n0bc1e800  kv38    Field supply 24 V  "));
     // 1816 bytes on disk; the label's 0xB1 is a plus-minus sign.
     EXPECT_THAT(run.out, HasSubstr("5a030304  kv38    4 AI \xC2\xB1"
-                                   "10 V / 0-20 mA       8   0    33          1816\n"));
+                                   "10 V / 0-20 mA             8    0    33          1816\n"));
 }
 
 TEST_F(DatabaseVerbs, devicesShowsOneRecordInFull)

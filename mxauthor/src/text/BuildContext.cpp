@@ -1,6 +1,6 @@
 #include "BuildContext.h"
 
-#include "NearestWord.h"
+#include "mxauthor/NearestWords.h"
 
 #include <algorithm>
 

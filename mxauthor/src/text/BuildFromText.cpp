@@ -1,6 +1,6 @@
 #include "GroupOrder.h"
-#include "NearestWord.h"
 #include "UnreadBytes.h"
+#include "mxauthor/NearestWords.h"
 #include "mxauthor/TextForm.h"
 #include "sections/Sections.h"
 

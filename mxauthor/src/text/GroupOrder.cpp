@@ -1,6 +1,6 @@
 #include "GroupOrder.h"
 
-#include "NearestWord.h"
+#include "mxauthor/NearestWords.h"
 
 namespace mxauthor {
 

@@ -2,8 +2,8 @@
 
 #include "ByteText.h"
 #include "FormKeys.h"
-#include "NearestWord.h"
 #include "mxauthor/CodePage.h"
+#include "mxauthor/NearestWords.h"
 
 #include <algorithm>
 #include <set>

@@ -1,7 +1,7 @@
 #include "TypeWords.h"
 
-#include "NearestWord.h"
 #include "Section.h"
+#include "mxauthor/NearestWords.h"
 
 #include <algorithm>
 #include <map>

@@ -1,6 +1,6 @@
 #include "UnreadBytes.h"
 
-#include "NearestWord.h"
+#include "mxauthor/NearestWords.h"
 
 #include <algorithm>
 

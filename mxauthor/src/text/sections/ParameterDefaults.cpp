@@ -1,6 +1,6 @@
 #include "ParameterDefaults.h"
 
-#include "text/NearestWord.h"
+#include "mxauthor/NearestWords.h"
 
 #include <devices/parser/mx/MxParameterDatatype.h>
 

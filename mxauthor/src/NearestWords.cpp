@@ -1,11 +1,9 @@
-#include "NearestWords.h"
-
-#include <fmt/format.h>
+#include "mxauthor/NearestWords.h"
 
 #include <algorithm>
 #include <numeric>
 
-namespace mxtool {
+namespace mxauthor {
 
 namespace {
 
@@ -47,6 +45,15 @@ std::size_t distance(const std::string& word, const std::string& candidate)
     return editDistance(word, candidate);
 }
 
+std::string joined(const std::vector<std::string>& words, const std::string& between)
+{
+    std::string text;
+    for (const std::string& word : words) {
+        text += (text.empty() ? "" : between) + word;
+    }
+    return text;
+}
+
 } // namespace
 
 std::vector<std::string> nearestWords(const std::string& word,
@@ -74,7 +81,17 @@ std::vector<std::string> nearestWords(const std::string& word,
 std::string didYouMean(const std::string& word, const std::vector<std::string>& candidates)
 {
     const std::vector<std::string> words = nearestWords(word, candidates);
-    return words.empty() ? "" : fmt::format(", did you mean \"{}\"?", fmt::join(words, "\" or \""));
+    return words.empty() ? "" : ", did you mean \"" + joined(words, "\" or \"") + "\"?";
 }
 
-} // namespace mxtool
+std::string acceptedWords(const std::string& word, const std::vector<std::string>& accepted)
+{
+    if (accepted.empty()) {
+        return ", there is none";
+    }
+    std::vector<std::string> nearest = nearestWords(word, accepted);
+    nearest.resize(std::min<std::size_t>(nearest.size(), 1));
+    return didYouMean(word, nearest) + " (accepted: " + joined(accepted, ", ") + ")";
+}
+
+} // namespace mxauthor
