@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <random>
 
 namespace {
 
@@ -66,6 +67,62 @@ TEST(GeneratedText, buildsTheSameBytes)
     }
     // Otherwise all could be raw bytes.
     EXPECT_GT(readable, TEXT_ROUND_TRIPS / 10);
+}
+
+// Puts some random bytes, or a piece of the text itself, over or into the text.
+std::string mutated(std::string text, std::mt19937& random)
+{
+    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    static const std::string signs = "\n :,-[]{}\"'|>&*#!%@0123456789aZ\xFF\xC3\0\t";
+    for (std::size_t i = 1 + below(4); i > 0; --i) {
+        const std::size_t pos = below(text.size());
+        switch (below(3)) {
+        case 0:
+            text[pos] = signs[below(signs.size())];
+            break;
+        case 1:
+            text.erase(pos, 1 + below(20));
+            break;
+        default:
+            text.insert(pos, text.substr(below(text.size()), 1 + below(30)));
+        }
+    }
+    return text;
+}
+
+TEST(MutatedText, isBuiltOrExplained)
+{
+    std::mt19937 random(65535);
+    std::size_t errors = 0;
+    std::size_t files = 0;
+    for (const std::string& name : roundtrip::examples()) {
+        const MxFile file = mxauthor::readMxFile(loadExample(name));
+        const std::string text = name == "MX0960.bin" ? "" : mxauthor::dumpText(file);
+        for (int i = 0; i < 10 && !text.empty(); ++i) {
+            const std::string source = mutated(text, random);
+            const mxauthor::BuildResult built = mxauthor::buildFromText(source, "");
+            for (const mxauthor::SourceError& error : built.errors) {
+                EXPECT_EQ(mxauthor::sourceExcerpt(source, error).line.find('\n'),
+                          std::string::npos);
+                EXPECT_FALSE(error.text.empty());
+                ++errors;
+            }
+            files += built.errors.empty() ? mxauthor::writeMxFile(built.file).size() > 0 : 0;
+        }
+    }
+    EXPECT_GT(errors, 100U);
+    EXPECT_GT(files, 50U);
+}
+
+TEST(MutatedText, mayBeDeeplyNested)
+{
+    for (const char* bracket : {"[", "{a: ", "- "}) {
+        std::string text = "raw: ";
+        for (int i = 0; i < 100000; ++i) {
+            text += bracket;
+        }
+        EXPECT_FALSE(mxauthor::buildFromText(text, "").errors.empty());
+    }
 }
 
 TEST(DamagedText, buildsTheSameBytesAtEveryLengthOfAFile)

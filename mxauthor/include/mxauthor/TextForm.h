@@ -10,9 +10,10 @@ namespace mxauthor {
 /// Something wrong in the text form of an mx file.
 struct SourceError
 {
-    std::size_t line = 1;   ///< From 1.
-    std::size_t column = 1; ///< From 1, in characters.
-    std::string text;       ///< What is wrong, what was found, what is accepted.
+    std::size_t line = 1;      ///< From 1.
+    std::size_t column = 1;    ///< From 1, in characters.
+    std::string text;          ///< What is wrong, what was found, what is accepted.
+    std::size_t lineStart = 0; ///< Where the line starts in the text, in bytes.
 };
 
 /// What a text form stands for. `file` counts only when there are no errors.

@@ -12,14 +12,10 @@ bool continues(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
-std::string lineOf(const std::string& source, std::size_t line)
+// The line that starts here.
+std::string lineAt(const std::string& source, std::size_t start)
 {
-    std::size_t from = 0;
-    for (std::size_t i = 1; i < line && from != std::string::npos; ++i) {
-        const std::size_t end = source.find('\n', from);
-        from = end == std::string::npos ? end : end + 1;
-    }
-    return from == std::string::npos ? "" : source.substr(from, source.find('\n', from) - from);
+    return source.substr(start, source.find('\n', start) - start);
 }
 
 std::size_t characters(const std::string& text)
@@ -41,16 +37,25 @@ std::size_t byteOfCharacter(const std::string& text, std::size_t number)
 
 } // namespace
 
+SourceErrors::SourceErrors(const std::string& source) : text(source)
+{
+    for (std::size_t pos = text.find('\n'); pos != std::string::npos;
+         pos = text.find('\n', pos + 1)) {
+        lineStarts.push_back(pos + 1);
+    }
+}
+
 void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
 {
     if (mark.is_null()) {
-        errors.push_back({1, 1, what});
+        errors.push_back({1, 1, what, 0});
         return;
     }
+    const std::size_t line = std::min(static_cast<std::size_t>(mark.line), lineStarts.size() - 1);
     // The YAML reader counts columns in bytes.
-    const std::string line = lineOf(text, static_cast<std::size_t>(mark.line) + 1);
-    const std::string before = line.substr(0, static_cast<std::size_t>(mark.column));
-    errors.push_back({static_cast<std::size_t>(mark.line) + 1, characters(before) + 1, what});
+    const std::string before =
+        lineAt(text, lineStarts[line]).substr(0, static_cast<std::size_t>(mark.column));
+    errors.push_back({line + 1, characters(before) + 1, what, lineStarts[line]});
 }
 
 std::vector<SourceError> SourceErrors::sorted() const
@@ -69,7 +74,7 @@ SourceExcerpt sourceExcerpt(const std::string& source, const SourceError& error)
 {
     constexpr std::size_t before = 70; // characters shown at most in front of the caret
     constexpr std::size_t widest = 98;
-    const std::string whole = lineOf(source, error.line);
+    const std::string whole = lineAt(source, std::min(error.lineStart, source.size()));
     const std::size_t caret = error.column - 1;
     const std::size_t first = caret > before ? caret - before : 0;
     const std::size_t from = byteOfCharacter(whole, first);

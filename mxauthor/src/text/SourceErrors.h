@@ -11,7 +11,7 @@ class SourceErrors
 {
 public:
     /// `source` outlives the object.
-    explicit SourceErrors(const std::string& source) : text(source) {}
+    explicit SourceErrors(const std::string& source);
 
     void add(const YAML::Mark& mark, const std::string& what);
     void add(const YAML::Node& node, const std::string& what) { add(node.Mark(), what); }
@@ -23,6 +23,7 @@ public:
 
 private:
     const std::string& text;
+    std::vector<std::size_t> lineStarts{0};
     std::vector<SourceError> errors;
 };
 

@@ -192,14 +192,14 @@ TEST(StatedOddities, areNoErrors)
 
 TEST(Excerpt, showsTheLineAndACaret)
 {
-    const auto excerpt = mxauthor::sourceExcerpt("a\n\tb\xC2\xB0 c\r\nd", {2, 5, ""});
+    const auto excerpt = mxauthor::sourceExcerpt("a\n\tb\xC2\xB0 c\r\nd", {2, 5, "", 2});
     EXPECT_EQ(excerpt.line, " b\xC2\xB0 c ");
     EXPECT_EQ(excerpt.caret, "    ^");
 }
 
 TEST(Excerpt, ofALongLineIsCutAroundTheCaret)
 {
-    const auto excerpt = mxauthor::sourceExcerpt(std::string(500, 'a') + "X", {1, 501, ""});
+    const auto excerpt = mxauthor::sourceExcerpt(std::string(500, 'a') + "X", {1, 501, "", 0});
     EXPECT_EQ(excerpt.line, std::string(70, 'a') + "X");
     EXPECT_EQ(excerpt.caret, std::string(70, ' ') + "^");
 }
