@@ -65,8 +65,8 @@ TEST(GeneratedText, buildsTheSameBytes)
         ASSERT_EQ(builtAgain(text), asBytes(chars)) << "file " << i << "\n" << text;
         readable += hasSection(text, "raw") || text.find("fixed:") != std::string::npos ? 0 : 1;
     }
-    // Otherwise all could be raw bytes.
-    EXPECT_GT(readable, TEXT_ROUND_TRIPS / 10);
+    // Otherwise all could be raw bytes. Most files have texts that nothing uses, or odd payloads.
+    EXPECT_GT(readable, TEXT_ROUND_TRIPS / 20);
 }
 
 // Puts some random bytes, or a piece of the text itself, over or into the text.
