@@ -13,7 +13,7 @@ namespace mxtool {
 namespace {
 
 constexpr const char* description =
-    "Reads and writes the device descriptions (mx files) of the kv38 module family.";
+    "Reads and writes the device descriptions (mx files) of kv38 modules.";
 
 constexpr const char* footer = R"(Exit codes:
   0  done

@@ -113,7 +113,8 @@ function compareFile(Mx, file) {
   mx._read();
   const decoded = [];
   fieldsOf(mx, {}, decoded);
-  const report = JSON.parse(execFileSync(mxtool, ["explain", "--format", "json", file]));
+  const report = JSON.parse(execFileSync(mxtool, ["explain", "--format", "json", file],
+                                         {maxBuffer: 1 << 28}));
   const parts = explained(report);
   for (let i = 0; i < Math.max(decoded.length, parts.length); ++i) {
     const key = difference(decoded[i], parts[i]);

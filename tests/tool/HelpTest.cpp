@@ -74,8 +74,8 @@ TEST(Help, ofTheProgramNamesEveryVerbAndExitCode)
 {
     const ToolRun help = runTool({"--help"});
     for (const char* word :
-         {"groups", "show", "channels", "config", "populate", "devices", "build", "dump", "check", "explain", "diff",
-          "  0  done", "  3  an input cannot be read or is malformed"}) {
+         {"groups", "show", "channels", "config", "populate", "devices", "build", "dump", "check",
+          "explain", "diff", "  0  done", "  3  an input cannot be read or is malformed"}) {
         EXPECT_THAT(help.out, HasSubstr(word));
     }
 }

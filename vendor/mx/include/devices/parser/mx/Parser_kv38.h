@@ -171,10 +171,11 @@ protected:
 private:
     /// Returns where the first text `id` starts in the text table of `size` bytes at `payload`; 0
     /// when the table ends before. Throws where a record on the way is malformed.
-    std::uint32_t findText(const std::uint8_t* payload, std::uint32_t size, std::uint16_t id);
+    PARSER_MX_LOCAL std::uint32_t findText(const std::uint8_t* payload, std::uint32_t size,
+                                           std::uint16_t id);
 
     /// Returns about how many objects the indexed groups become.
-    std::size_t attributesExpected();
+    PARSER_MX_LOCAL std::size_t attributesExpected();
 
     std::unique_ptr<TextIndex> textIndex;
 };
