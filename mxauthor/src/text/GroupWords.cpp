@@ -32,6 +32,7 @@ const std::vector<std::uint16_t>& usualOrder()
 {
     static const std::vector<std::uint16_t> order = [] {
         std::vector<std::uint16_t> ids;
+        ids.reserve(words.size());
         for (const auto& [id, word] : words) {
             ids.push_back(id);
         }
@@ -57,6 +58,7 @@ std::optional<std::uint16_t> groupOfWord(const std::string& word)
 std::vector<std::string> groupWords()
 {
     std::vector<std::string> all;
+    all.reserve(words.size());
     for (const auto& [id, word] : words) {
         all.emplace_back(word);
     }

@@ -23,6 +23,11 @@ void findRest(Content& content, Found found)
         content);
 }
 
+std::string missingGroup(const std::string& word)
+{
+    return "there are no " + word + " in this text: state " + word + " too";
+}
+
 } // namespace
 
 const Bytes* unreadBytes(const GroupContent& content)
@@ -50,8 +55,7 @@ void buildUnreadBytes(const YAML::Node& node, BuildContext& context)
         }
         const auto found = context.groups.find(*groupOfWord(word));
         if (found == context.groups.end()) {
-            context.errors.add(key,
-                               "there are no " + word + " in this text: state " + word + " too");
+            context.errors.add(key, missingGroup(word));
             continue;
         }
         const Bytes bytes = readHex(value, context.errors).value_or(Bytes());

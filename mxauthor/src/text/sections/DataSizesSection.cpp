@@ -65,7 +65,7 @@ std::string lineList(const DataSizes& group)
 
 std::string readCodes(const YAML::Node& node, SourceErrors& errors)
 {
-    const std::string codes = readText(node, errors).value_or("");
+    std::string codes = readText(node, errors).value_or("");
     if (!areCodes(codes)) {
         errors.add(node, "\"" + node.Scalar() +
                              "\" are no datatype codes: D, W and B for 4, 2 and 1 bytes");

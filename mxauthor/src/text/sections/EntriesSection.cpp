@@ -54,7 +54,7 @@ std::string dumpEntries(const DumpContext& context, std::uint16_t id)
 
 std::string readKey(const YAML::Node& node, SourceErrors& errors)
 {
-    const std::string key = readText(node, errors).value_or("");
+    std::string key = readText(node, errors).value_or("");
     if (key.find(',') != std::string::npos) {
         errors.add(node, "a key holds no comma, it would end there");
     }
