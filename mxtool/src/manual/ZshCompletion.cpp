@@ -92,17 +92,17 @@ std::string exclusions(const OptionWords& option)
     return names.empty() ? "" : fmt::format("({})", fmt::join(names, " "));
 }
 
-// One specification for each name of the option.
+// One word of _arguments for each name of the option.
 std::string optionSpecs(const OptionWords& option, const std::string& indent)
 {
     std::string lines;
     for (const std::string& name : option.names) {
         const bool isLong = name.compare(0, 2, "--") == 0;
         const std::string joining = option.kind == ValueKind::None ? "" : isLong ? "=" : "+";
-        const std::string spec =
+        const std::string word =
             fmt::format("{}{}{}{}[{}]{}", exclusions(option), option.repeatable ? "*" : "", name,
                         joining, escaped(option.description, "\\[]:"), valueSpec(option));
-        lines += fmt::format("{}{}\n", indent, quoted(spec));
+        lines += fmt::format("{}{}\n", indent, quoted(word));
     }
     return lines;
 }
