@@ -1,3 +1,5 @@
+#include "DatabaseWait.h"
+#include "PostgresqlModule.h"
 #include "RecordStore.h"
 #include "SqliteRecordStore.h"
 
@@ -26,24 +28,26 @@ std::string shownPart(const std::string& url)
 [[noreturn]] void refuse(const std::string& shown, const std::string& reason)
 {
     throw std::runtime_error("Device database URL \"" + shown + "\" " + reason +
-                             ", expected sqlite:PATH or sqlite::memory:");
+                             ", expected sqlite:PATH, sqlite::memory: or postgresql:CONNECTION");
 }
 
 } // namespace
 
-std::unique_ptr<RecordStore> openRecordStore(const std::string& url)
+std::unique_ptr<RecordStore> openRecordStore(const std::string& url, OpenMode mode)
 {
+    if (url.find('\0') != std::string::npos) {
+        refuse(shownPart(url), "holds a NUL byte");
+    }
     if (const auto path = behind("sqlite:", url)) {
         if (path->empty()) {
             refuse(url, "names no file");
         }
-        if (path->find('\0') != std::string::npos) {
-            refuse("sqlite:...", "holds a NUL byte");
-        }
-        return std::make_unique<SqliteRecordStore>(*path);
+        return std::make_unique<SqliteRecordStore>(*path, mode, secondsToWait());
     }
-    if (behind("postgresql:", url)) {
-        refuse("postgresql:...", "cannot be opened: this build holds no PostgreSQL engine");
+    if (const auto words = behind("postgresql:", url)) {
+        // "postgresql://..." is a URL of libpq as it stands.
+        const bool isUrl = words->compare(0, 2, "//") == 0;
+        return openThroughPostgresqlModule(isUrl ? url : *words, mode, secondsToWait());
     }
     refuse(shownPart(url), "is not understood");
 }

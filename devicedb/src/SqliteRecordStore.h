@@ -1,43 +1,30 @@
 #pragma once
 
-#include "RecordStore.h"
-
-#include <Poco/Data/Session.h>
+#include "SqlRecordStore.h"
 
 namespace devices::database {
 
 /// Device records in an SQLite file, or in memory for the path ":memory:".
 ///
-/// A committed transaction survives a power cut: journal, file and directory are synchronised.
-class SqliteRecordStore final : public RecordStore
+/// Readers see the last committed state while a writer works (write-ahead log), and a committed
+/// transaction survives a power cut: the log is synchronised before a commit returns.
+class SqliteRecordStore final : public SqlRecordStore
 {
 public:
-    /// Opens the file at `path`, creating it and its schema when missing. Refuses a schema newer
-    /// than this library, and a file that holds something else.
-    explicit SqliteRecordStore(const std::string& path);
+    /// Opens the file at `path`; `mode` says whether it is made with its schema when missing.
+    /// Waits up to `patience` seconds for other writers.
+    SqliteRecordStore(const std::string& path, OpenMode mode, unsigned patience);
 
-    void begin() override;
-    void commit() override;
-    void rollback() override;
-    void insert(const DeviceProperties& record) override;
-    std::optional<DeviceProperties> find(const std::string& moduleId) override;
-    std::vector<DeviceProperties> list() override;
-    bool remove(const std::string& moduleId) override;
+protected:
+    void execute(const std::string& sql) override;
+    std::string reasonOf(const Poco::Exception& failure) override;
+    bool holdsTransaction() override;
+    std::string whyTransactionIsLost() override;
+    std::unique_ptr<RowStatement> makeRowStatement(const RowSql& rowSql) override;
 
 private:
-    void execute(const std::string& sql);
-    void prepareSchema();
-    int readSchemaVersion();
-    void migrateFrom(int version);
-    void requireTransaction();
-
-    /// Runs `work`; turns a driver's exception into a sentence that says what was `attempted`.
-    template <typename Work>
-    auto attempt(const char* attempted, Work work) -> decltype(work());
-
-    std::string name; ///< For messages: "sqlite:" and the path.
-    Poco::Data::Session session;
-    bool inTransaction = false; ///< Between `begin` and `commit` or `rollback`.
+    void configure(unsigned patience);
+    void useWriteAheadLog();
 };
 
 } // namespace devices::database

@@ -1,6 +1,8 @@
 #include "Records.h"
 
-#include <TemporaryDirectory.h>
+#include <TestDatabase.h>
+
+#include <Poco/Data/Statement.h>
 
 #include <gmock/gmock.h>
 
@@ -38,12 +40,12 @@ DeviceProperties measured(const std::string& id, std::uint32_t inputSize, std::s
     return record;
 }
 
-class DocumentedQueries : public testing::Test
+class DocumentedQueries : public testkit::OnEachEngine
 {
 protected:
     DocumentedQueries()
     {
-        DeviceDatabase database("sqlite:" + path);
+        DeviceDatabase database(url);
         database.insert(measured("a", 4, 11));
         database.insert(measured("b", 5, 21));
         database.insert(measured("c", 8, 31));
@@ -55,7 +57,7 @@ protected:
     /// Returns the rows that the query answers, cells separated by "|".
     std::vector<std::string> answers(const std::string& query)
     {
-        Poco::Data::Session session = otherProgram(path);
+        Poco::Data::Session session = place.otherProgram();
         std::vector<std::string> first;
         std::vector<std::string> second;
         std::vector<std::string> third;
@@ -67,22 +69,21 @@ protected:
         }
         return rows;
     }
-
-    testkit::TemporaryDirectory directory;
-    std::string path = directory.path("devices.sqlite");
 };
 
-TEST_F(DocumentedQueries, AreTwo)
+RUN_ON_EACH_ENGINE(DocumentedQueries);
+
+TEST_P(DocumentedQueries, AreTwo)
 {
     EXPECT_EQ(documentedQueries().size(), 2U);
 }
 
-TEST_F(DocumentedQueries, LargeInputs)
+TEST_P(DocumentedQueries, LargeInputs)
 {
     EXPECT_THAT(answers(documentedQueries().at(0)), ElementsAre("c|label c|8", "b|label b|5"));
 }
 
-TEST_F(DocumentedQueries, FamiliesAndBytes)
+TEST_P(DocumentedQueries, FamiliesAndBytes)
 {
     // 10 + 20 + 30 bytes on disk: each stored file has one byte more.
     EXPECT_THAT(answers(documentedQueries().at(1)), ElementsAre("kv38|3|60", "kv39|1|100"));

@@ -1,8 +1,5 @@
 #include "Records.h"
 
-#include <Poco/Data/SQLite/Connector.h>
-#include <Poco/Data/Statement.h>
-
 using devices::database::DeviceDatabase;
 using devices::database::DeviceProperties;
 
@@ -31,15 +28,4 @@ std::vector<std::string> moduleIds(const std::vector<DeviceProperties>& records)
 std::vector<std::string> storedIds(const std::string& url)
 {
     return moduleIds(DeviceDatabase(url).list());
-}
-
-Poco::Data::Session otherProgram(const std::string& path)
-{
-    constexpr std::size_t noRetry = 0;
-    return Poco::Data::Session(Poco::Data::SQLite::Connector().createSession(path, noRetry));
-}
-
-void execute(const std::string& path, const std::string& statement)
-{
-    otherProgram(path) << statement, Poco::Data::Keywords::now;
 }

@@ -2,8 +2,6 @@
 
 #include "devices/database/DeviceDatabase.h"
 
-#include <Poco/Data/Session.h>
-
 #include <string>
 #include <vector>
 
@@ -16,9 +14,3 @@ std::vector<std::string> moduleIds(const std::vector<devices::database::DevicePr
 
 /// Returns the module identifiers that a connection of its own sees in the database at `url`.
 std::vector<std::string> storedIds(const std::string& url);
-
-/// Opens the file at `path` with the driver alone, as a program other than the library would.
-Poco::Data::Session otherProgram(const std::string& path);
-
-/// Runs `statement` on the file at `path` as another program.
-void execute(const std::string& path, const std::string& statement);

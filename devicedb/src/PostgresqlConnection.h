@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace devices::database {
+
+/// How a PostgreSQL database is reached: libpq's own connection words, as
+/// "host=db.example dbname=plant" or as a URL, read by libpq itself.
+class PostgresqlConnection
+{
+public:
+    /// Reads `words`. Throws `std::runtime_error` when libpq does not understand them; nothing that
+    /// may be a password is in its text.
+    explicit PostgresqlConnection(const std::string& words);
+
+    /// Returns the words in the form that Poco's connector takes.
+    std::string forConnector() const;
+
+    /// Returns engine, host and database for messages, such as "postgresql:host=a dbname=b"; what
+    /// is not stated is what libpq takes without it.
+    std::string name() const;
+
+    /// Returns a text of libpq without the passwords of this connection.
+    std::string withoutPasswords(std::string text) const;
+
+private:
+    struct Word
+    {
+        std::string key;
+        std::string value;
+        bool secret;
+    };
+
+    const Word* find(const std::string& key) const;
+    std::string valueOrDefault(const std::string& key) const;
+
+    std::vector<Word> words; ///< Those that are stated, with a value.
+};
+
+} // namespace devices::database

@@ -1,0 +1,301 @@
+#include "SqlRecordStore.h"
+
+#include "DatabaseFailure.h"
+#include "ModuleSearch.h"
+#include "RecordRow.h"
+#include "SqlSchema.h"
+
+#include <Poco/Thread.h>
+
+namespace devices::database {
+
+using namespace Poco::Data::Keywords;
+using Poco::Data::BLOB;
+
+// What every record needs, prepared at the first one.
+struct SqlRecordStore::Prepared
+{
+    Prepared(const SqlDialect& dialect, const MakeRowStatement& make)
+        : records(make(recordInsertion(dialect))), content(dialect, make)
+    {}
+
+    std::unique_ptr<RowStatement> records;
+    ContentTables content;
+};
+
+SqlRecordStore::SqlRecordStore(std::string name, Poco::Data::Session openSession,
+                               const SqlDialect& sqlDialect)
+    : shownName(std::move(name)), session(std::move(openSession)), dialect(sqlDialect)
+{}
+
+SqlRecordStore::~SqlRecordStore() = default;
+
+template <typename Work>
+auto SqlRecordStore::attempt(const char* attempted, Work work) -> decltype(work())
+{
+    try {
+        return work();
+    } catch (const Poco::Exception& failure) {
+        fail(shownName, attempted, reasonOf(failure));
+    }
+}
+
+SqlRecordStore::Prepared& SqlRecordStore::prepared()
+{
+    if (preparedStatements == nullptr) {
+        preparedStatements = std::make_unique<Prepared>(
+            dialect, [this](const RowSql& rowSql) { return makeRowStatement(rowSql); });
+    }
+    return *preparedStatements;
+}
+
+void SqlRecordStore::prepareSchema(OpenMode mode)
+{
+    attempt("open", [&] {
+        const int version = readSchemaVersion();
+        if (version == 0 && mode == OpenMode::ExistingOnly) {
+            fail(shownName, "open", "it holds no device database");
+        }
+        if (version != schemaVersion) {
+            migrate();
+        }
+    });
+}
+
+// Another process may prepare the schema at the same time. An engine that does not lock an empty
+// database lets one of the two fail, which then finds what the other one made.
+void SqlRecordStore::migrate()
+{
+    constexpr int attempts = 10;
+    constexpr long pause = 100; // milliseconds
+    for (int attemptNumber = 1;; ++attemptNumber) {
+        try {
+            execute(dialect.begin.front());
+            migrateFrom(readSchemaVersion());
+            execute("COMMIT");
+            return;
+        } catch (const Poco::Exception&) {
+            takeBack(true);
+            if (attemptNumber == attempts || readSchemaVersion() == schemaVersion) {
+                if (readSchemaVersion() == schemaVersion) {
+                    return;
+                }
+                throw;
+            }
+            Poco::Thread::sleep(pause);
+        } catch (...) {
+            takeBack(true);
+            throw;
+        }
+    }
+}
+
+// Returns 0 for an empty database.
+int SqlRecordStore::readSchemaVersion()
+{
+    int tables = 0;
+    int ownTables = 0;
+    session << dialect.countTables, into(tables), into(ownTables), now;
+    if (tables == 0) {
+        return 0;
+    }
+    if (ownTables != 2) {
+        fail(shownName, "open",
+             "it holds other tables, expected a device database or an empty one");
+    }
+    int version = 0;
+    session << "SELECT coalesce(max(version), 0) FROM schema_version", into(version), now;
+    if (version < 1) {
+        fail(shownName, "open",
+             "its table schema_version states version " + std::to_string(version) +
+                 ", expected 1 or above");
+    }
+    if (version > schemaVersion) {
+        fail(shownName, "open",
+             "its schema has version " + std::to_string(version) + ", this library knows " +
+                 std::to_string(schemaVersion) + " at most");
+    }
+    return version;
+}
+
+void SqlRecordStore::migrateFrom(int version)
+{
+    const auto steps = sqlMigrations(dialect);
+    for (; version < schemaVersion; ++version) {
+        for (const std::string& statement : steps[static_cast<std::size_t>(version)]) {
+            execute(statement);
+        }
+    }
+    execute("DELETE FROM schema_version");
+    execute("INSERT INTO schema_version (version) VALUES (" + std::to_string(version) + ")");
+}
+
+void SqlRecordStore::startTransaction()
+{
+    try {
+        for (const char* statement : dialect.begin) {
+            execute(statement);
+        }
+    } catch (...) {
+        takeBack(true);
+        throw;
+    }
+}
+
+void SqlRecordStore::begin()
+{
+    if (inTransaction) {
+        fail(shownName, "change", "cannot start a transaction within a transaction");
+    }
+    attempt("change", [this] { startTransaction(); });
+    inTransaction = true;
+}
+
+void SqlRecordStore::commit()
+{
+    requireTransaction();
+    attempt("change", [this] { execute("COMMIT"); });
+    inTransaction = false;
+}
+
+void SqlRecordStore::rollback()
+{
+    inTransaction = false;
+    takeBack(true);
+}
+
+bool SqlRecordStore::isTransactionAlive()
+{
+    return inTransaction && holdsTransaction();
+}
+
+// What follows a lost transaction would be stored outside of it, each change for good.
+void SqlRecordStore::requireTransaction()
+{
+    if (inTransaction && !holdsTransaction()) {
+        fail(shownName, "change", whyTransactionIsLost());
+    }
+}
+
+// Fails where the engine has taken everything back already, or is gone: nothing is left to do then.
+void SqlRecordStore::takeBack(bool wholeTransaction)
+{
+    try {
+        execute(wholeTransaction ? "ROLLBACK" : "ROLLBACK TO SAVEPOINT one_change");
+        if (!wholeTransaction) {
+            execute("RELEASE SAVEPOINT one_change");
+        }
+    } catch (const Poco::Exception&) {
+        // The failure that led here is the one to report.
+    }
+    preparedStatements.reset(); // a driver's statement is of no more use after a failure
+}
+
+void SqlRecordStore::change(const char* attempted, const std::function<void()>& work)
+{
+    requireTransaction();
+    attempt(attempted, [&] {
+        const bool alone = !inTransaction;
+        if (alone) {
+            startTransaction();
+        } else {
+            execute("SAVEPOINT one_change");
+        }
+        try {
+            work();
+            execute(alone ? "COMMIT" : "RELEASE SAVEPOINT one_change");
+        } catch (...) {
+            takeBack(alone);
+            throw;
+        }
+    });
+}
+
+void SqlRecordStore::insert(const DeviceProperties& record, const ModuleContent* content)
+{
+    change("write to", [&] {
+        prepared().records->execute({toRow(record)});
+        prepared().content.remove(record);
+        if (content != nullptr) {
+            prepared().content.insert(record, *content);
+        }
+    });
+}
+
+std::optional<DeviceProperties> SqlRecordStore::find(const std::string& moduleId)
+{
+    BLOB id = toBlob(moduleId);
+    return attempt("read", [&]() -> std::optional<DeviceProperties> {
+        Poco::Data::Statement select(session);
+        select << std::string(recordSelect) + " WHERE module_id = coalesce($1, " + dialect.noBytes +
+                      ") ORDER BY family LIMIT 1",
+            use(id);
+        const auto records = fetchRecords(select);
+        return records.empty() ? std::nullopt : std::optional(records.front());
+    });
+}
+
+std::optional<DeviceProperties> SqlRecordStore::findExactly(const std::string& family,
+                                                            const std::string& moduleId)
+{
+    BLOB familyBytes = toBlob(family);
+    BLOB id = toBlob(moduleId);
+    return attempt("read", [&]() -> std::optional<DeviceProperties> {
+        Poco::Data::Statement select(session);
+        select << std::string(recordSelect) + " WHERE family = coalesce($1, " + dialect.noBytes +
+                      ") AND module_id = coalesce($2, " + dialect.noBytes + ")",
+            use(familyBytes), use(id);
+        const auto records = fetchRecords(select);
+        return records.empty() ? std::nullopt : std::optional(records.front());
+    });
+}
+
+std::vector<DeviceProperties> SqlRecordStore::list()
+{
+    return attempt("read", [&] {
+        Poco::Data::Statement select(session);
+        select << std::string(recordSelect) + " ORDER BY family, module_id";
+        return fetchRecords(select);
+    });
+}
+
+std::vector<ModuleSummary> SqlRecordStore::search(const ModuleQuery& query)
+{
+    return attempt("read", [&] { return searchModules(session, dialect, query); });
+}
+
+std::optional<ModuleContent> SqlRecordStore::content(const std::string& family,
+                                                     const std::string& moduleId)
+{
+    requireTransaction();
+    return attempt("read", [&] {
+        if (inTransaction) {
+            return readContent(session, family, moduleId);
+        }
+        execute(dialect.beginReading);
+        try {
+            auto content = readContent(session, family, moduleId);
+            execute("COMMIT");
+            return content;
+        } catch (...) {
+            takeBack(true);
+            throw;
+        }
+    });
+}
+
+bool SqlRecordStore::remove(const std::string& moduleId)
+{
+    BLOB id = toBlob(moduleId);
+    bool removed = false;
+    change("write to", [&] {
+        Poco::Data::Statement deletion(session);
+        deletion << std::string("DELETE FROM device_properties WHERE module_id = coalesce($1, ") +
+                        dialect.noBytes + ")",
+            use(id);
+        removed = deletion.execute() != 0;
+    });
+    return removed;
+}
+
+} // namespace devices::database
