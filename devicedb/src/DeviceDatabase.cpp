@@ -67,6 +67,11 @@ bool DeviceDatabase::remove(const std::string& moduleId)
     return store->remove(moduleId);
 }
 
+bool DeviceDatabase::remove(const std::string& family, const std::string& moduleId)
+{
+    return store->removeExactly(family, moduleId);
+}
+
 DeviceDatabase::Transaction DeviceDatabase::beginTransaction()
 {
     return Transaction(*store);

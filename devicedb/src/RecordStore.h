@@ -53,6 +53,9 @@ public:
     /// Removes the records of the module identifier text and their content. Returns whether there
     /// was one.
     virtual bool remove(const std::string& moduleId) = 0;
+
+    /// Removes the record of one family.
+    virtual bool removeExactly(const std::string& family, const std::string& moduleId) = 0;
 };
 
 /// Opens the store that `url` names, see `DeviceDatabase`.

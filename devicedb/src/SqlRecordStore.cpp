@@ -12,6 +12,15 @@ namespace devices::database {
 using namespace Poco::Data::Keywords;
 using Poco::Data::BLOB;
 
+namespace {
+
+std::optional<DeviceProperties> firstOf(const std::vector<DeviceProperties>& records)
+{
+    return records.empty() ? std::nullopt : std::optional(records.front());
+}
+
+} // namespace
+
 // What every record needs, prepared at the first one.
 struct SqlRecordStore::Prepared
 {
@@ -222,31 +231,35 @@ void SqlRecordStore::insert(const DeviceProperties& record, const ModuleContent*
     });
 }
 
+std::string SqlRecordStore::ofModule() const
+{
+    return std::string(" WHERE module_id = coalesce($1, ") + dialect.noBytes + ")";
+}
+
+std::string SqlRecordStore::ofRecord() const
+{
+    return ofModule() + " AND family = coalesce($2, " + dialect.noBytes + ")";
+}
+
 std::optional<DeviceProperties> SqlRecordStore::find(const std::string& moduleId)
 {
     BLOB id = toBlob(moduleId);
-    return attempt("read", [&]() -> std::optional<DeviceProperties> {
+    return attempt("read", [&] {
         Poco::Data::Statement select(session);
-        select << std::string(recordSelect) + " WHERE module_id = coalesce($1, " + dialect.noBytes +
-                      ") ORDER BY family LIMIT 1",
-            use(id);
-        const auto records = fetchRecords(select);
-        return records.empty() ? std::nullopt : std::optional(records.front());
+        select << recordSelect + ofModule() + " ORDER BY family LIMIT 1", use(id);
+        return firstOf(fetchRecords(select));
     });
 }
 
 std::optional<DeviceProperties> SqlRecordStore::findExactly(const std::string& family,
                                                             const std::string& moduleId)
 {
-    BLOB familyBytes = toBlob(family);
     BLOB id = toBlob(moduleId);
-    return attempt("read", [&]() -> std::optional<DeviceProperties> {
+    BLOB familyBytes = toBlob(family);
+    return attempt("read", [&] {
         Poco::Data::Statement select(session);
-        select << std::string(recordSelect) + " WHERE family = coalesce($1, " + dialect.noBytes +
-                      ") AND module_id = coalesce($2, " + dialect.noBytes + ")",
-            use(familyBytes), use(id);
-        const auto records = fetchRecords(select);
-        return records.empty() ? std::nullopt : std::optional(records.front());
+        select << recordSelect + ofRecord(), use(id), use(familyBytes);
+        return firstOf(fetchRecords(select));
     });
 }
 
@@ -290,9 +303,20 @@ bool SqlRecordStore::remove(const std::string& moduleId)
     bool removed = false;
     change("write to", [&] {
         Poco::Data::Statement deletion(session);
-        deletion << std::string("DELETE FROM device_properties WHERE module_id = coalesce($1, ") +
-                        dialect.noBytes + ")",
-            use(id);
+        deletion << "DELETE FROM device_properties" + ofModule(), use(id);
+        removed = deletion.execute() != 0;
+    });
+    return removed;
+}
+
+bool SqlRecordStore::removeExactly(const std::string& family, const std::string& moduleId)
+{
+    BLOB id = toBlob(moduleId);
+    BLOB familyBytes = toBlob(family);
+    bool removed = false;
+    change("write to", [&] {
+        Poco::Data::Statement deletion(session);
+        deletion << "DELETE FROM device_properties" + ofRecord(), use(id), use(familyBytes);
         removed = deletion.execute() != 0;
     });
     return removed;

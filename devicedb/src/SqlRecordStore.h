@@ -34,6 +34,7 @@ public:
     std::optional<ModuleContent> content(const std::string& family,
                                          const std::string& moduleId) override;
     bool remove(const std::string& moduleId) override;
+    bool removeExactly(const std::string& family, const std::string& moduleId) override;
 
 protected:
     /// `name` is how messages name the database; `sqlDialect` must live for ever.
@@ -67,6 +68,8 @@ private:
     void change(const char* attempted, const std::function<void()>& work);
     void takeBack(bool wholeTransaction);
     Prepared& prepared();
+    std::string ofModule() const; ///< Condition on $1, the module identifier.
+    std::string ofRecord() const; ///< And on $2, the family.
 
     const SqlDialect& dialect;
     bool inTransaction = false; ///< Between `begin` and `commit` or `rollback`.

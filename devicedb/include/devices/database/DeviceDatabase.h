@@ -94,6 +94,9 @@ public:
     /// one.
     bool remove(const std::string& moduleId);
 
+    /// Removes the record of one family.
+    bool remove(const std::string& family, const std::string& moduleId);
+
     /// Starts a transaction, waiting for other writers. The database must outlive it; transactions
     /// do not nest.
     Transaction beginTransaction();
