@@ -7,6 +7,8 @@
 #include <Poco/Data/PostgreSQL/SessionImpl.h>
 #include <Poco/String.h>
 
+#include <memory>
+
 namespace devices::database {
 
 namespace {
@@ -29,29 +31,33 @@ const SqlDialect postgresql = {
 std::string shortReason(const std::string& message)
 {
     std::size_t begin = 0;
-    for (const char* const mark : {"ERROR:  ", "FATAL:  ", "PANIC:  "}) {
-        const auto at = message.find(mark);
-        if (at != std::string::npos) {
-            begin = at + std::string(mark).size();
-            break;
-        }
-    }
-    for (const std::string& prefix :
-         {std::string("Connection Error: "), std::string("[PostgreSQL]: "),
-          std::string("postgresql_stmt_execute error: "),
-          std::string("postgresql_stmt_prepare error: ")}) {
-        if (begin == 0 || message.compare(begin, prefix.size(), prefix) == 0) {
-            const auto at = message.compare(begin, prefix.size(), prefix) == 0 ? prefix.size() : 0;
-            begin += at;
-        }
+    for (const std::string& mark :
+         {std::string("[PostgreSQL]: "), std::string("postgresql_stmt_prepare error: "),
+          std::string("postgresql_stmt_execute error: "), std::string("ERROR:  "),
+          std::string("FATAL:  "), std::string("PANIC:  ")}) {
+        const auto at = message.find(mark, begin);
+        begin = at == std::string::npos ? begin : at + mark.size();
     }
     const std::string line = message.substr(begin, message.find('\n', begin) - begin);
     return Poco::trim(line).empty() ? "the server gives no reason" : Poco::trim(line);
 }
 
+// The connector loses a connection that fails, and with it what libpq holds for it. So libpq tries
+// first.
+void requireServer(const PostgresqlConnection& words, const std::string& text)
+{
+    const std::unique_ptr<PGconn, decltype(&PQfinish)> attempt(PQconnectdb(text.c_str()),
+                                                               &PQfinish);
+    if (PQstatus(attempt.get()) != CONNECTION_OK) {
+        fail(words.name(), "open",
+             words.withoutPasswords(shortReason(PQerrorMessage(attempt.get()))));
+    }
+}
+
 Poco::Data::Session openSession(const PostgresqlConnection& words)
 {
     const std::string text = words.forConnector();
+    requireServer(words, text);
     try {
         return Poco::Data::Session(Poco::Data::PostgreSQL::Connector().createSession(text));
     } catch (const Poco::Exception& failure) {
