@@ -2,14 +2,10 @@
 
 #include "RecordRow.h"
 
-#include <Poco/Data/Statement.h>
-#include <Poco/Exception.h>
 #include <Poco/UTF8Encoding.h>
 #include <Poco/UTF8String.h>
 
 namespace devices::database {
-
-using namespace Poco::Data::Keywords;
 
 namespace {
 
@@ -33,9 +29,9 @@ const std::string& readable(const std::string& text)
         const std::size_t length = lengthOfCharacter(bytes[at]);
         if (length == 0 || length > text.size() - at ||
             !Poco::UTF8Encoding::isLegal(bytes + at, static_cast<int>(length))) {
-            throw Poco::DataFormatException("byte " + std::to_string(at + 1) + " of a text of " +
-                                            std::to_string(text.size()) +
-                                            " bytes in the catalogue is no UTF-8 without NUL");
+            throw SqlFailure("byte " + std::to_string(at + 1) + " of a text of " +
+                             std::to_string(text.size()) +
+                             " bytes in the catalogue is no UTF-8 without NUL");
         }
         at += length;
     }
@@ -56,7 +52,10 @@ std::string searchText(const ModuleContent& content)
 
 using Value = RowSql::Value;
 
-const Value asText = {"?", false};
+Value asText()
+{
+    return {"?", false};
+}
 
 RowSql moduleDeletion(const SqlDialect& dialect)
 {
@@ -70,33 +69,32 @@ RowSql moduleInsertion(const SqlDialect& dialect)
     const Value key = bytesValue(dialect);
     return {"INSERT INTO modules (family, module, record_family, record_module_id, label,"
             " order_code, in_bytes, out_bytes, search_text) VALUES ",
-            {asText, asText, key, key, asText, asText, asText, asText, asText},
+            {asText(), asText(), key, key, asText(), asText(), asText(), asText(), asText()},
             ""};
 }
 
-const RowSql channelInsertion = {
-    "INSERT INTO channels (family, module, position, number, name, direction, size_letter, symbol)"
-    " VALUES ",
-    std::vector<Value>(8, asText), ""};
+RowSql channelInsertion()
+{
+    return {"INSERT INTO channels (family, module, position, number, name, direction, size_letter,"
+            " symbol) VALUES ",
+            std::vector<Value>(8, asText()), ""};
+}
 
-const RowSql parameterInsertion = {
-    "INSERT INTO parameters (family, module, position, name, channel, width_bits, default_value,"
-    " minimum, maximum, unit) VALUES ",
-    {asText,
-     asText,
-     asText,
-     asText,
-     {"CAST(nullif(?, '') AS INTEGER)", false},
-     asText,
-     asText,
-     asText,
-     asText,
-     asText},
-    ""};
+RowSql parameterInsertion()
+{
+    std::vector<Value> values(10, asText());
+    values[4] = {"CAST(nullif(?, '') AS INTEGER)", false}; // the channel, which may be none
+    return {"INSERT INTO parameters (family, module, position, name, channel, width_bits,"
+            " default_value, minimum, maximum, unit) VALUES ",
+            values, ""};
+}
 
-const RowSql optionInsertion = {
-    "INSERT INTO options (family, module, parameter_position, position, text, value) VALUES ",
-    std::vector<Value>(6, asText), ""};
+RowSql optionInsertion()
+{
+    return {"INSERT INTO options (family, module, parameter_position, position, text, value)"
+            " VALUES ",
+            std::vector<Value>(6, asText()), ""};
+}
 
 std::vector<RowStatement::Row> channelRows(const std::string& family, const std::string& module,
                                            const ModuleContent& content)
@@ -140,12 +138,12 @@ std::vector<RowStatement::Row> optionRows(const std::string& family, const std::
 
 } // namespace
 
-ContentTables::ContentTables(const SqlDialect& dialect, const MakeRowStatement& make)
-    : deletion(make(moduleDeletion(dialect))),
-      modules(make(moduleInsertion(dialect))),
-      channels(make(channelInsertion)),
-      parameters(make(parameterInsertion)),
-      options(make(optionInsertion))
+ContentTables::ContentTables(SqlConnection& connection)
+    : deletion(connection.makeRowStatement(moduleDeletion(connection.dialect()))),
+      modules(connection.makeRowStatement(moduleInsertion(connection.dialect()))),
+      channels(connection.makeRowStatement(channelInsertion())),
+      parameters(connection.makeRowStatement(parameterInsertion())),
+      options(connection.makeRowStatement(optionInsertion()))
 {}
 
 void ContentTables::remove(const DeviceProperties& record)
@@ -174,92 +172,73 @@ void ContentTables::insert(const DeviceProperties& record, const ModuleContent& 
 
 namespace {
 
-// The module whose content is read, in the form that a statement binds.
-struct ModuleKey
-{
-    std::string family;
-    std::string module;
-};
+using Row = SqlConnection::Row;
+using Key = std::vector<SqlParameter>;
 
 constexpr const char* ofKey = " WHERE family = $1 AND module = $2 ORDER BY ";
 
-void readChannels(Poco::Data::Session& session, ModuleKey& key, ModuleContent& content)
+unsigned toNumber(const std::string& decimal)
 {
-    std::vector<unsigned> number;
-    std::vector<std::string> name;
-    std::vector<std::string> direction;
-    std::vector<std::string> sizeLetter;
-    std::vector<std::string> symbol;
-    session << std::string("SELECT number, name, direction, size_letter, symbol FROM channels") +
-                   ofKey + "position",
-        use(key.family), use(key.module), into(number), into(name), into(direction),
-        into(sizeLetter), into(symbol), now;
-    for (std::size_t i = 0; i < number.size(); ++i) {
-        content.channels.push_back({number[i], name[i], direction[i], sizeLetter[i], symbol[i]});
-    }
+    return static_cast<unsigned>(std::stoul(decimal));
 }
 
-void readParameters(Poco::Data::Session& session, ModuleKey& key, ModuleContent& content)
+void readChannels(SqlConnection& connection, const Key& key, ModuleContent& content)
 {
-    std::vector<std::string> name;
-    std::vector<int> channel;
-    std::vector<unsigned> width;
-    std::vector<std::string> defaultValue;
-    std::vector<std::string> minimum;
-    std::vector<std::string> maximum;
-    std::vector<std::string> unit;
-    session << std::string("SELECT name, coalesce(channel, -1), width_bits, default_value, minimum,"
-                           " maximum, unit FROM parameters") +
-                   ofKey + "position",
-        use(key.family), use(key.module), into(name), into(channel), into(width),
-        into(defaultValue), into(minimum), into(maximum), into(unit), now;
-    for (std::size_t i = 0; i < name.size(); ++i) {
+    const std::string select = "SELECT number, name, direction, size_letter, symbol FROM channels" +
+                               std::string(ofKey) + "position";
+    connection.query(select, key, 5, [&](const Row& row) {
+        content.channels.push_back({toNumber(row[0]), row[1], row[2], row[3], row[4]});
+    });
+}
+
+void readParameters(SqlConnection& connection, const Key& key, ModuleContent& content)
+{
+    const std::string select =
+        "SELECT name, coalesce(CAST(channel AS TEXT), ''), width_bits, default_value, minimum,"
+        " maximum, unit FROM parameters" +
+        std::string(ofKey) + "position";
+    connection.query(select, key, 7, [&](const Row& row) {
         ModuleContent::Parameter parameter;
-        parameter.name = name[i];
-        if (channel[i] >= 0) {
-            parameter.channel = static_cast<unsigned>(channel[i]);
+        parameter.name = row[0];
+        if (!row[1].empty()) {
+            parameter.channel = toNumber(row[1]);
         }
-        parameter.widthBits = width[i];
-        parameter.defaultValue = defaultValue[i];
-        parameter.minimum = minimum[i];
-        parameter.maximum = maximum[i];
-        parameter.unit = unit[i];
+        parameter.widthBits = toNumber(row[2]);
+        parameter.defaultValue = row[3];
+        parameter.minimum = row[4];
+        parameter.maximum = row[5];
+        parameter.unit = row[6];
         content.parameters.push_back(std::move(parameter));
-    }
+    });
 }
 
-void readOptions(Poco::Data::Session& session, ModuleKey& key, ModuleContent& content)
+void readOptions(SqlConnection& connection, const Key& key, ModuleContent& content)
 {
-    std::vector<unsigned> parameter;
-    std::vector<std::string> text;
-    std::vector<std::string> value;
-    session << std::string("SELECT parameter_position, text, value FROM options") + ofKey +
-                   "parameter_position, position",
-        use(key.family), use(key.module), into(parameter), into(text), into(value), now;
-    for (std::size_t i = 0; i < parameter.size(); ++i) {
-        content.parameters.at(parameter[i]).options.push_back({text[i], value[i]});
-    }
+    const std::string select = "SELECT parameter_position, text, value FROM options" +
+                               std::string(ofKey) + "parameter_position, position";
+    connection.query(select, key, 3, [&](const Row& row) {
+        content.parameters.at(toNumber(row[0])).options.push_back({row[1], row[2]});
+    });
 }
 
 } // namespace
 
-std::optional<ModuleContent> readContent(Poco::Data::Session& session, const std::string& family,
+std::optional<ModuleContent> readContent(SqlConnection& connection, const std::string& family,
                                          const std::string& moduleId)
 {
-    ModuleKey key{family, moduleId};
-    std::vector<std::string> label;
-    std::vector<std::string> orderCode;
-    session << "SELECT label, order_code FROM modules WHERE family = $1 AND module = $2",
-        use(key.family), use(key.module), into(label), into(orderCode), now;
-    if (label.empty()) {
-        return std::nullopt;
+    const Key key = {{family, false}, {moduleId, false}};
+    std::optional<ModuleContent> content;
+    connection.query("SELECT label, order_code FROM modules WHERE family = $1 AND module = $2", key,
+                     2, [&](const Row& row) {
+                         content.emplace();
+                         content->label = row[0];
+                         content->orderCode = row[1];
+                     });
+    if (content) {
+        readChannels(connection, key, *content);
+        readParameters(connection, key, *content);
+        readOptions(connection, key, *content);
     }
-    ModuleContent content;
-    content.label = label.front();
-    content.orderCode = orderCode.front();
-    readChannels(session, key, content);
-    readParameters(session, key, content);
-    readOptions(session, key, content);
     return content;
 }
 

@@ -1,23 +1,20 @@
 #pragma once
 
-#include "RowStatement.h"
-#include "SqlDialect.h"
+#include "SqlConnection.h"
 
 #include "devices/database/DeviceProperties.h"
 #include "devices/database/ModuleContent.h"
-
-#include <Poco/Data/Session.h>
 
 #include <memory>
 
 namespace devices::database {
 
 /// The tables that say what is inside each module: modules, channels, parameters, options.
-/// Whatever fails is a `Poco::Exception`.
+/// Whatever fails is a `SqlFailure`.
 class ContentTables
 {
 public:
-    ContentTables(const SqlDialect& dialect, const MakeRowStatement& make);
+    explicit ContentTables(SqlConnection& connection);
 
     /// Removes the content of `record`, if there is any.
     void remove(const DeviceProperties& record);
@@ -34,7 +31,7 @@ private:
 };
 
 /// Returns the content of the module of `family` and `moduleId`, if there is any.
-std::optional<ModuleContent> readContent(Poco::Data::Session& session, const std::string& family,
+std::optional<ModuleContent> readContent(SqlConnection& connection, const std::string& family,
                                          const std::string& moduleId);
 
 /// Returns `text` as it is searched: upper and lower case are the same.

@@ -1,7 +1,9 @@
+#include "DatabaseFailure.h"
 #include "DatabaseWait.h"
 #include "PostgresqlModule.h"
 #include "RecordStore.h"
-#include "SqliteRecordStore.h"
+#include "SqlRecordStore.h"
+#include "SqliteConnection.h"
 
 #include <stdexcept>
 
@@ -31,6 +33,17 @@ std::string shownPart(const std::string& url)
                              ", expected sqlite:PATH, sqlite::memory: or postgresql:CONNECTION");
 }
 
+std::unique_ptr<RecordStore> openSqlite(const std::string& path, const std::string& name,
+                                        OpenMode mode)
+{
+    try {
+        return std::make_unique<SqlRecordStore>(
+            name, std::make_unique<SqliteConnection>(path, mode, secondsToWait()), mode);
+    } catch (const SqlFailure& failure) {
+        fail(name, "open", failure.what());
+    }
+}
+
 } // namespace
 
 std::unique_ptr<RecordStore> openRecordStore(const std::string& url, OpenMode mode)
@@ -42,7 +55,7 @@ std::unique_ptr<RecordStore> openRecordStore(const std::string& url, OpenMode mo
         if (path->empty()) {
             refuse(url, "names no file");
         }
-        return std::make_unique<SqliteRecordStore>(*path, mode, secondsToWait());
+        return openSqlite(*path, url, mode);
     }
     if (const auto words = behind("postgresql:", url)) {
         // "postgresql://..." is a URL of libpq as it stands.

@@ -1,18 +1,14 @@
 #include "ModuleSearch.h"
 
 #include "ContentTables.h"
-#include "RecordRow.h"
 
 #include <Poco/NumberParser.h>
 #include <Poco/String.h>
 
 #include <algorithm>
-#include <deque>
 #include <iterator>
 
 namespace devices::database {
-
-using namespace Poco::Data::Keywords;
 
 namespace {
 
@@ -34,7 +30,8 @@ constexpr const char* ofOptions = "EXISTS (SELECT 1 FROM options c WHERE c.famil
 
 const std::vector<FieldSql>& fieldsWithSql()
 {
-    static const std::vector<FieldSql> fields = {
+    // Never destroyed: a host may still ask while its own statics are.
+    static const auto& fields = *new std::vector<FieldSql>{
         {{"module_id", false, "module identifier, eight hexadecimal digits"}, "m.module", plain},
         {{"family", false, "module family"}, "m.family", plain},
         {{"label", false, "label text"}, "m.label", plain},
@@ -71,7 +68,7 @@ const FieldSql& fieldNamed(const std::string& name)
         return field.field.name == name;
     });
     if (found == fields.end()) {
-        throw Poco::InvalidArgumentException("there is no field \"" + name + "\"");
+        throw SqlFailure("there is no field \"" + name + "\"");
     }
     return *found;
 }
@@ -101,14 +98,11 @@ const char* operatorOf(Comparison comparison)
 class SearchSql
 {
 public:
-    SearchSql(Poco::Data::Session& session, const SqlDialect& sqlDialect)
-        : statement(session), dialect(sqlDialect)
-    {}
+    explicit SearchSql(const SqlDialect& sqlDialect) : dialect(sqlDialect) {}
 
     void addWord(const std::string& word)
     {
-        texts.push_back(foldedText(word));
-        addCondition(found("m.search_text", placeholder(texts.back())));
+        addCondition(found("m.search_text", placeholder(foldedText(word))));
     }
 
     void add(const ModuleCondition& condition)
@@ -119,24 +113,23 @@ public:
         addCondition(Poco::replace(std::string(field.condition), std::string("{}"), comparison));
     }
 
-    Poco::Data::Statement& complete()
+    std::string select() const
     {
-        statement << "SELECT p.family, p.module_id, p.brand_label_name, p.in_data_size,"
-                     " p.out_data_size, length(p.default_parameter_block), length(p.mx_file_data),"
-                     " CASE WHEN m.module IS NULL THEN 0 ELSE 1 END FROM device_properties p"
-                     " LEFT JOIN modules m ON m.record_family = p.family AND"
-                     " m.record_module_id = p.module_id" +
-                         conditions + " ORDER BY p.family, p.module_id";
-        return statement;
+        return "SELECT p.family, p.module_id, p.brand_label_name, p.in_data_size,"
+               " p.out_data_size, length(p.default_parameter_block), length(p.mx_file_data),"
+               " CASE WHEN m.module IS NULL THEN 0 ELSE 1 END FROM device_properties p"
+               " LEFT JOIN modules m ON m.record_family = p.family AND"
+               " m.record_module_id = p.module_id" +
+               conditions + " ORDER BY p.family, p.module_id";
     }
 
+    const std::vector<SqlParameter>& values() const { return bound; }
+
 private:
-    // Binds the value; the statement keeps a reference to it.
-    template <typename Value>
-    std::string placeholder(Value& value)
+    std::string placeholder(const std::string& value)
     {
-        statement, use(value);
-        return "$" + std::to_string(++bound);
+        bound.push_back({value, false});
+        return "$" + std::to_string(bound.size());
     }
 
     std::string found(const std::string& text, const std::string& part) const
@@ -149,19 +142,17 @@ private:
         Poco::Int64 number = 0;
         if (condition.comparison == Comparison::Contains ||
             !Poco::NumberParser::tryParse64(condition.value, number)) {
-            throw Poco::InvalidArgumentException("field \"" + condition.field +
-                                                 "\" is compared with a whole number, not with \"" +
-                                                 condition.value + "\"");
+            throw SqlFailure("field \"" + condition.field +
+                             "\" is compared with a whole number, not with \"" + condition.value +
+                             "\"");
         }
-        numbers.push_back(number);
-        return field.value + std::string(operatorOf(condition.comparison)) +
-               placeholder(numbers.back());
+        return field.value + std::string(operatorOf(condition.comparison)) + "CAST(" +
+               placeholder(condition.value) + " AS BIGINT)";
     }
 
     std::string textComparison(const FieldSql& field, const ModuleCondition& condition)
     {
-        texts.push_back(condition.value);
-        const std::string value = placeholder(texts.back());
+        const std::string value = placeholder(condition.value);
         const char* const comparison = operatorOf(condition.comparison);
         return comparison == nullptr ? found(field.value, value)
                                      : field.value + std::string(comparison) + value;
@@ -172,57 +163,48 @@ private:
         conditions += (conditions.empty() ? " WHERE " : " AND ") + condition;
     }
 
-    std::deque<std::string> texts;
-    std::deque<Poco::Int64> numbers;
-    Poco::Data::Statement statement;
     const SqlDialect& dialect;
     std::string conditions;
-    unsigned bound = 0;
+    std::vector<SqlParameter> bound;
 };
 
-std::vector<ModuleSummary> fetchSummaries(Poco::Data::Statement& select)
+ModuleSummary toSummary(const SqlConnection::Row& row)
 {
-    std::vector<Poco::Data::BLOB> family;
-    std::vector<Poco::Data::BLOB> moduleId;
-    std::vector<Poco::Data::BLOB> label;
-    std::vector<Poco::Int64> in;
-    std::vector<Poco::Int64> out;
-    std::vector<Poco::Int64> parameters;
-    std::vector<Poco::Int64> file;
-    std::vector<int> hasContent;
-    select, into(family), into(moduleId), into(label), into(in), into(out), into(parameters),
-        into(file), into(hasContent), now;
-    std::vector<ModuleSummary> summaries;
-    for (std::size_t i = 0; i < family.size(); ++i) {
-        summaries.push_back({toText(family[i]), toText(moduleId[i]), toText(label[i]),
-                             static_cast<std::uint32_t>(in[i]), static_cast<std::uint32_t>(out[i]),
-                             static_cast<std::uint64_t>(parameters[i]),
-                             // A stored file has one byte more than the file on disk.
-                             static_cast<std::uint64_t>(file[i] > 0 ? file[i] - 1 : 0),
-                             hasContent[i] != 0});
-    }
-    return summaries;
+    ModuleSummary summary;
+    summary.family = row[0];
+    summary.moduleIdText = row[1];
+    summary.brandLabelName = row[2];
+    summary.inDataSize = static_cast<std::uint32_t>(std::stoull(row[3]));
+    summary.outDataSize = static_cast<std::uint32_t>(std::stoull(row[4]));
+    summary.parameterBlockSize = std::stoull(row[5]);
+    const auto stored = std::stoull(row[6]);
+    summary.mxFileSize = stored == 0 ? 0 : stored - 1; // one byte more than the file on disk
+    summary.hasContent = row[7] == "1";
+    return summary;
 }
 
 } // namespace
 
-std::vector<ModuleSummary> searchModules(Poco::Data::Session& session, const SqlDialect& dialect,
-                                         const ModuleQuery& query)
+std::vector<ModuleSummary> searchModules(SqlConnection& connection, const ModuleQuery& query)
 {
-    SearchSql search(session, dialect);
+    SearchSql search(connection.dialect());
     for (const std::string& word : query.words) {
         search.addWord(word);
     }
     for (const ModuleCondition& condition : query.conditions) {
         search.add(condition);
     }
-    return fetchSummaries(search.complete());
+    constexpr std::size_t columns = 8;
+    std::vector<ModuleSummary> found;
+    connection.query(search.select(), search.values(), columns,
+                     [&](const SqlConnection::Row& row) { found.push_back(toSummary(row)); });
+    return found;
 }
 
 const std::vector<ModuleField>& moduleFields()
 {
-    static const std::vector<ModuleField> fields = [] {
-        std::vector<ModuleField> list;
+    static const std::vector<ModuleField>& fields = []() -> const std::vector<ModuleField>& {
+        auto& list = *new std::vector<ModuleField>;
         std::transform(fieldsWithSql().begin(), fieldsWithSql().end(), std::back_inserter(list),
                        [](const FieldSql& field) { return field.field; });
         return list;

@@ -1,160 +1,100 @@
 #include "PostgresqlConnection.h"
 
-#include "DatabaseFailure.h"
-
-#include <Poco/String.h>
-
-#include <libpq-fe.h>
-
-#include <algorithm>
-#include <memory>
+#include "PostgresqlAnswer.h"
+#include "PostgresqlRowStatement.h"
 
 namespace devices::database {
 
 namespace {
 
-using Options = std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)>;
-
-// What libpq quotes of a text that it could not read may be a part of a password.
-std::string withoutQuotedParts(const std::string& message)
+// Runs a statement with its values; the answer is in the binary format.
+PostgresqlAnswer run(PGconn* connection, const std::string& sql,
+                     const std::vector<SqlParameter>& parameters)
 {
-    std::string text;
-    bool quoted = false;
-    for (const char c : message) {
-        if (c == '"') {
-            quoted = !quoted;
-            text += quoted ? "\"...\"" : "";
-        } else if (!quoted) {
-            text += c;
-        }
+    std::vector<const char*> values;
+    std::vector<int> lengths;
+    std::vector<int> formats; // 0: text, 1: binary
+    for (const SqlParameter& parameter : parameters) {
+        values.push_back(parameter.value.c_str());
+        lengths.push_back(static_cast<int>(parameter.value.size()));
+        formats.push_back(parameter.isBytes ? 1 : 0);
     }
-    return Poco::trim(text);
-}
-
-Options parsed(const std::string& words)
-{
-    char* message = nullptr;
-    Options options(PQconninfoParse(words.c_str(), &message), &PQconninfoFree);
-    if (options == nullptr) {
-        const std::string reason = message == nullptr ? "out of memory" : message;
-        PQfreemem(message);
-        fail("postgresql:...", "open",
-             "its connection words are not understood: " + withoutQuotedParts(reason));
-    }
-    return options;
-}
-
-bool isSecret(const PQconninfoOption& option)
-{
-    return option.dispchar != nullptr && *option.dispchar == '*';
-}
-
-// A value with every byte that libpq would take for its end behind a backslash.
-std::string escaped(const std::string& value)
-{
-    std::string text;
-    for (const char c : value) {
-        if (c == '\\' || c == '\'' || c == '\t' || c == '\n' || c == '\r' || c == '\v' ||
-            c == '\f') {
-            text += '\\';
-        }
-        text += c;
-    }
-    return text;
+    constexpr int binary = 1;
+    return checkedAnswer(
+        connection, PQexecParams(connection, sql.c_str(), static_cast<int>(values.size()), nullptr,
+                                 values.data(), lengths.data(), formats.data(), binary));
 }
 
 } // namespace
 
-PostgresqlConnection::PostgresqlConnection(const std::string& text)
+PostgresqlConnection::PostgresqlConnection(const PostgresqlWords& words, unsigned patience)
+    : connection(words.connect(), &PQfinish)
 {
-    const Options options = parsed(text);
-    for (const PQconninfoOption* option = options.get(); option->keyword != nullptr; ++option) {
-        if (option->val != nullptr && *option->val != '\0') {
-            words.push_back({option->keyword, option->val, isSecret(*option)});
+    execute("SET lock_timeout = " + std::to_string(patience * 1000)); // milliseconds
+    execute("SET client_min_messages = error"); // libpq would print the others
+}
+
+// Writers wait for each other at the one row of the version table. So two of them never hold what
+// the other one needs next, and readers wait for nobody.
+const SqlDialect& PostgresqlConnection::dialect() const
+{
+    static const SqlDialect postgresql = {
+        "BYTEA",
+        "BIGINT",
+        "",
+        "CAST('' AS BYTEA)",
+        "strpos",
+        "SELECT count(*), coalesce(sum(CASE WHEN table_name IN ('schema_version',"
+        " 'device_properties') THEN 1 ELSE 0 END), 0) FROM information_schema.tables"
+        " WHERE table_schema = current_schema()",
+        "BEGIN ISOLATION LEVEL REPEATABLE READ",
+        "BEGIN",
+        "SELECT version FROM schema_version FOR UPDATE"};
+    return postgresql;
+}
+
+void PostgresqlConnection::execute(const std::string& sql)
+{
+    checkedAnswer(connection.get(), PQexec(connection.get(), sql.c_str()));
+}
+
+std::size_t PostgresqlConnection::change(const std::string& sql,
+                                         const std::vector<SqlParameter>& parameters)
+{
+    const auto answer = run(connection.get(), sql, parameters);
+    const std::string rows = PQcmdTuples(answer.get());
+    return rows.empty() ? 0 : std::stoull(rows);
+}
+
+void PostgresqlConnection::query(const std::string& sql,
+                                 const std::vector<SqlParameter>& parameters, std::size_t columns,
+                                 const std::function<void(const Row&)>& take)
+{
+    const auto answer = run(connection.get(), sql, parameters);
+    Row row(columns);
+    for (int number = 0; number < PQntuples(answer.get()); ++number) {
+        for (std::size_t column = 0; column < columns; ++column) {
+            row[column] = cellOf(answer.get(), number, static_cast<int>(column));
         }
+        take(row);
     }
 }
 
-// The connector splits its text at every blank, before libpq could see that one belongs to a value.
-// Only in "options" a tabulator means the same to the server.
-std::string PostgresqlConnection::forConnector() const
+std::unique_ptr<RowStatement> PostgresqlConnection::makeRowStatement(const RowSql& rowSql)
 {
-    std::string text = "client_encoding=UTF8";
-    for (const Word& word : words) {
-        std::string value = word.value;
-        if (word.key == "options") {
-            std::replace(value.begin(), value.end(), ' ', '\t');
-        }
-        if (value.find(' ') != std::string::npos) {
-            fail(name(), "open",
-                 "the value of its connection word " + word.key +
-                     " holds a blank, which the driver cannot pass on; state it in a service file, "
-                     "an environment variable of libpq or .pgpass instead");
-        }
-        if (word.key != "client_encoding") {
-            text += " " + word.key + "=" + escaped(value);
-        }
-    }
-    return find("connect_timeout") != nullptr ? text
-                                              : text + " connect_timeout=" +
-                                                    (valueOrDefault("connect_timeout").empty()
-                                                         ? "10"
-                                                         : valueOrDefault("connect_timeout"));
+    return std::make_unique<PostgresqlRowStatement>(connection.get(), rowSql);
 }
 
-const PostgresqlConnection::Word* PostgresqlConnection::find(const std::string& key) const
+bool PostgresqlConnection::holdsTransaction()
 {
-    const auto found = std::find_if(words.begin(), words.end(),
-                                    [&key](const Word& word) { return word.key == key; });
-    return found == words.end() ? nullptr : &*found;
+    return PQtransactionStatus(connection.get()) == PQTRANS_INTRANS;
 }
 
-// The defaults come from libpq's environment variables and its service file.
-std::string PostgresqlConnection::valueOrDefault(const std::string& key) const
+std::string PostgresqlConnection::whyTransactionIsLost()
 {
-    if (const Word* const word = find(key)) {
-        return word->value;
-    }
-    const Options defaults(PQconndefaults(), &PQconninfoFree);
-    for (const PQconninfoOption* option = defaults.get();
-         option != nullptr && option->keyword != nullptr; ++option) {
-        if (key == option->keyword && option->val != nullptr) {
-            return option->val;
-        }
-    }
-    return "";
-}
-
-std::string PostgresqlConnection::name() const
-{
-    std::string host = valueOrDefault("host");
-    if (host.empty()) {
-        host = valueOrDefault("hostaddr");
-    }
-    std::string database = valueOrDefault("dbname");
-    if (database.empty()) {
-        database = valueOrDefault("user");
-    }
-    std::string text = "postgresql:";
-    if (const Word* const service = find("service")) {
-        text += "service=" + service->value;
-        if (find("host") == nullptr && find("dbname") == nullptr) {
-            return text;
-        }
-        text += " ";
-    }
-    return withoutPasswords(text + "host=" + (host.empty() ? "local" : host) +
-                            " dbname=" + database);
-}
-
-std::string PostgresqlConnection::withoutPasswords(std::string text) const
-{
-    for (const Word& word : words) {
-        if (word.secret) {
-            Poco::replaceInPlace(text, word.value, std::string("***"));
-        }
-    }
-    return text;
+    return PQstatus(connection.get()) == CONNECTION_BAD
+               ? "the connection to the server is lost"
+               : "its transaction was taken back after an earlier failure";
 }
 
 } // namespace devices::database

@@ -1,41 +1,35 @@
 #pragma once
 
-#include <string>
-#include <vector>
+#include "PostgresqlWords.h"
+#include "SqlConnection.h"
 
 namespace devices::database {
 
-/// How a PostgreSQL database is reached: libpq's own connection words, as
-/// "host=db.example dbname=plant" or as a URL, read by libpq itself.
-class PostgresqlConnection
+/// A connection to PostgreSQL, or to an engine that speaks its protocol: plain SQL alone, no
+/// triggers and no languages of the server.
+///
+/// It goes through libpq and not through Poco's connector for it. Version 1.11 of that frees the
+/// result of a statement twice when a later execution of it fails, keeps the memory of a connection
+/// that failed or was lost, and takes neither URLs nor values with blanks. Bytes travel in the
+/// binary form both ways, so that each arrives as it is; their text form is never written.
+class PostgresqlConnection final : public SqlConnection
 {
 public:
-    /// Reads `words`. Throws `std::runtime_error` when libpq does not understand them; nothing that
-    /// may be a password is in its text.
-    explicit PostgresqlConnection(const std::string& words);
+    /// Connects. Waits up to `patience` seconds for other writers.
+    PostgresqlConnection(const PostgresqlWords& words, unsigned patience);
 
-    /// Returns the words in the form that Poco's connector takes.
-    std::string forConnector() const;
-
-    /// Returns engine, host and database for messages, such as "postgresql:host=a dbname=b"; what
-    /// is not stated is what libpq takes without it.
-    std::string name() const;
-
-    /// Returns a text of libpq without the passwords of this connection.
-    std::string withoutPasswords(std::string text) const;
+    const SqlDialect& dialect() const override;
+    void execute(const std::string& sql) override;
+    std::size_t change(const std::string& sql,
+                       const std::vector<SqlParameter>& parameters) override;
+    void query(const std::string& sql, const std::vector<SqlParameter>& parameters,
+               std::size_t columns, const std::function<void(const Row&)>& take) override;
+    std::unique_ptr<RowStatement> makeRowStatement(const RowSql& rowSql) override;
+    bool holdsTransaction() override;
+    std::string whyTransactionIsLost() override;
 
 private:
-    struct Word
-    {
-        std::string key;
-        std::string value;
-        bool secret;
-    };
-
-    const Word* find(const std::string& key) const;
-    std::string valueOrDefault(const std::string& key) const;
-
-    std::vector<Word> words; ///< Those that are stated, with a value.
+    std::unique_ptr<PGconn, decltype(&PQfinish)> connection;
 };
 
 } // namespace devices::database

@@ -1,6 +1,7 @@
 #include "PostgresqlRowStatement.h"
 
-#include <Poco/Data/DataException.h>
+#include "PostgresqlAnswer.h"
+
 #include <Poco/String.h>
 
 #include <algorithm>
@@ -10,15 +11,6 @@ namespace devices::database {
 namespace {
 
 constexpr std::size_t mostRows = 64;
-
-void check(PGconn* connection, PGresult* result)
-{
-    const ExecStatusType status = PQresultStatus(result);
-    PQclear(result);
-    if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) {
-        throw Poco::Data::DataException(PQerrorMessage(connection));
-    }
-}
 
 std::string sqlOf(const RowSql& rowSql, std::size_t rows)
 {
@@ -62,7 +54,8 @@ const std::string& PostgresqlRowStatement::preparedFor(std::size_t rows)
         return known->second;
     }
     const std::string name = newName();
-    check(connection, PQprepare(connection, name.c_str(), sqlOf(rowSql, rows).c_str(), 0, nullptr));
+    checkedAnswer(connection,
+                  PQprepare(connection, name.c_str(), sqlOf(rowSql, rows).c_str(), 0, nullptr));
     return names[rows] = name;
 }
 
@@ -80,8 +73,9 @@ void PostgresqlRowStatement::executeSome(const std::vector<Row>& rows, std::size
         }
     }
     const std::string& name = preparedFor(count);
-    check(connection, PQexecPrepared(connection, name.c_str(), static_cast<int>(cells.size()),
-                                     cells.data(), lengths.data(), formats.data(), 0));
+    checkedAnswer(connection,
+                  PQexecPrepared(connection, name.c_str(), static_cast<int>(cells.size()),
+                                 cells.data(), lengths.data(), formats.data(), 0));
 }
 
 void PostgresqlRowStatement::execute(const std::vector<Row>& rows)
@@ -89,11 +83,6 @@ void PostgresqlRowStatement::execute(const std::vector<Row>& rows)
     for (std::size_t first = 0; first < rows.size(); first += mostRows) {
         executeSome(rows, first, std::min(mostRows, rows.size() - first));
     }
-}
-
-void executePostgresql(PGconn* connection, const std::string& sql)
-{
-    check(connection, PQexec(connection, sql.c_str()));
 }
 
 } // namespace devices::database

@@ -10,10 +10,6 @@ namespace devices::database {
 
 /// Rows of PostgreSQL: many in one statement, since each execution is a question and an answer over
 /// the connection. There is one prepared statement per number of rows.
-///
-/// This goes through libpq and not through Poco's connector: version 1.11 of that frees the result
-/// of a statement twice when a later execution of it fails. Bytes are bound in the binary form, so
-/// that each of them arrives as it is.
 class PostgresqlRowStatement final : public RowStatement
 {
 public:
@@ -30,8 +26,5 @@ private:
     RowSql rowSql;
     std::map<std::size_t, std::string> names; // of the prepared statements
 };
-
-/// Runs `sql` on `connection` and returns nothing; throws what the server says.
-void executePostgresql(PGconn* connection, const std::string& sql);
 
 } // namespace devices::database

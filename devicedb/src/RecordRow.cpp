@@ -2,9 +2,6 @@
 
 namespace devices::database {
 
-using namespace Poco::Data::Keywords;
-using Poco::Data::BLOB;
-
 namespace {
 
 std::string asText(const DeviceProperties::Bytes& bytes)
@@ -12,22 +9,33 @@ std::string asText(const DeviceProperties::Bytes& bytes)
     return bytes.isNull() ? "" : std::string(bytes->begin(), bytes->end());
 }
 
-DeviceProperties::Bytes toBytes(const BLOB& blob)
+DeviceProperties::Bytes toBytes(const std::string& bytes)
 {
-    return new std::vector<char>(blob.begin(), blob.end());
+    return new std::vector<char>(bytes.begin(), bytes.end());
+}
+
+std::uint32_t toSize(const std::string& decimal)
+{
+    return static_cast<std::uint32_t>(std::stoull(decimal));
+}
+
+DeviceProperties toRecord(const SqlConnection::Row& row)
+{
+    DeviceProperties record;
+    record.family = row[0];
+    record.moduleIdText = row[1];
+    record.brandLabelName = row[2];
+    record.text4 = row[3];
+    record.text5 = row[4];
+    record.hostBytes = toBytes(row[5]);
+    record.mxFileData = toBytes(row[6]);
+    record.defaultParameterBlock = toBytes(row[7]);
+    record.inDataSize = toSize(row[8]);
+    record.outDataSize = toSize(row[9]);
+    return record;
 }
 
 } // namespace
-
-BLOB toBlob(const std::string& text)
-{
-    return {reinterpret_cast<const unsigned char*>(text.data()), text.size()};
-}
-
-std::string toText(const BLOB& blob)
-{
-    return {blob.begin(), blob.end()};
-}
 
 RowSql::Value bytesValue(const SqlDialect& dialect)
 {
@@ -69,52 +77,13 @@ const char* const recordSelect =
     "SELECT family, module_id, brand_label_name, text4, text5, host_bytes, mx_file_data,"
     " default_parameter_block, in_data_size, out_data_size FROM device_properties";
 
-namespace {
-
-struct RecordRow
+std::vector<DeviceProperties> fetchRecords(SqlConnection& connection, const std::string& select,
+                                           const std::vector<SqlParameter>& parameters)
 {
-    BLOB family;
-    BLOB moduleId;
-    BLOB brandLabelName;
-    BLOB text4;
-    BLOB text5;
-    BLOB hostBytes;
-    BLOB mxFileData;
-    BLOB defaultParameterBlock;
-    Poco::Int64 inDataSize = 0;
-    Poco::Int64 outDataSize = 0;
-};
-
-DeviceProperties toRecord(const RecordRow& row)
-{
-    DeviceProperties record;
-    record.family = toText(row.family);
-    record.moduleIdText = toText(row.moduleId);
-    record.brandLabelName = toText(row.brandLabelName);
-    record.text4 = toText(row.text4);
-    record.text5 = toText(row.text5);
-    record.hostBytes = toBytes(row.hostBytes);
-    record.mxFileData = toBytes(row.mxFileData);
-    record.defaultParameterBlock = toBytes(row.defaultParameterBlock);
-    record.inDataSize = static_cast<std::uint32_t>(row.inDataSize);
-    record.outDataSize = static_cast<std::uint32_t>(row.outDataSize);
-    return record;
-}
-
-} // namespace
-
-std::vector<DeviceProperties> fetchRecords(Poco::Data::Statement& select)
-{
-    RecordRow row;
-    select, into(row.family), into(row.moduleId), into(row.brandLabelName), into(row.text4),
-        into(row.text5), into(row.hostBytes), into(row.mxFileData), into(row.defaultParameterBlock),
-        into(row.inDataSize), into(row.outDataSize), range(0, 1);
+    constexpr std::size_t columns = 10;
     std::vector<DeviceProperties> records;
-    while (!select.done()) {
-        if (select.execute() != 0) {
-            records.push_back(toRecord(row));
-        }
-    }
+    connection.query(select, parameters, columns,
+                     [&](const SqlConnection::Row& row) { records.push_back(toRecord(row)); });
     return records;
 }
 

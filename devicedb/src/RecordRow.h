@@ -1,19 +1,10 @@
 #pragma once
 
-#include "RowStatement.h"
-#include "SqlDialect.h"
+#include "SqlConnection.h"
 
 #include "devices/database/DeviceProperties.h"
 
-#include <Poco/Data/LOB.h>
-#include <Poco/Data/Statement.h>
-
 namespace devices::database {
-
-/// Both drivers hand bytes over with their length, SQLite as they are and libpq in its binary form,
-/// and give them back with every byte; the text form of a bytea is never written.
-Poco::Data::BLOB toBlob(const std::string& text);
-std::string toText(const Poco::Data::BLOB& blob);
 
 /// Returns the value of a column of bytes: the SQLite driver binds empty ones as NULL.
 RowSql::Value bytesValue(const SqlDialect& dialect);
@@ -28,7 +19,8 @@ RowStatement::Row toRow(const DeviceProperties& record);
 /// Selects the columns of a record.
 extern const char* const recordSelect;
 
-/// Runs `select` (prepared to give the columns of `recordSelect`) and returns its records.
-std::vector<DeviceProperties> fetchRecords(Poco::Data::Statement& select);
+/// Runs `select`, which begins with `recordSelect`, and returns its records.
+std::vector<DeviceProperties> fetchRecords(SqlConnection& connection, const std::string& select,
+                                           const std::vector<SqlParameter>& parameters);
 
 } // namespace devices::database

@@ -22,8 +22,8 @@ struct RowSql
 };
 
 /// A statement that is prepared once and executed for rows. One implementation per engine, since
-/// what makes many rows fast differs: see each. Whatever fails is a `Poco::Exception`; the object
-/// is of no more use then.
+/// what makes many rows fast differs: see each. Whatever fails is a `SqlFailure`; the object is of
+/// no more use then.
 class RowStatement
 {
 public:

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 namespace devices::database {
 
 /// Where the SQL of the engines differs. Everything else is one text for all of them; its
@@ -15,7 +13,8 @@ struct SqlDialect
     const char* findText;     ///< Function of (text, part): 0 when the text does not hold the part.
     const char* countTables;  ///< Selects how many tables there are, and how many of our two first.
     const char* beginReading; ///< Starts a transaction that sees the database of one moment.
-    std::vector<const char*> begin; ///< Start a transaction that other writers wait for.
+    const char* beginWriting; ///< Starts a transaction that changes something.
+    const char* waitForWriters; ///< Behind it: waits for other writers; null: it has waited.
 };
 
 } // namespace devices::database

@@ -9,9 +9,6 @@
 
 namespace devices::database {
 
-using namespace Poco::Data::Keywords;
-using Poco::Data::BLOB;
-
 namespace {
 
 std::optional<DeviceProperties> firstOf(const std::vector<DeviceProperties>& records)
@@ -24,18 +21,21 @@ std::optional<DeviceProperties> firstOf(const std::vector<DeviceProperties>& rec
 // What every record needs, prepared at the first one.
 struct SqlRecordStore::Prepared
 {
-    Prepared(const SqlDialect& dialect, const MakeRowStatement& make)
-        : records(make(recordInsertion(dialect))), content(dialect, make)
+    explicit Prepared(SqlConnection& connection)
+        : records(connection.makeRowStatement(recordInsertion(connection.dialect()))),
+          content(connection)
     {}
 
     std::unique_ptr<RowStatement> records;
     ContentTables content;
 };
 
-SqlRecordStore::SqlRecordStore(std::string name, Poco::Data::Session openSession,
-                               const SqlDialect& sqlDialect)
-    : shownName(std::move(name)), session(std::move(openSession)), dialect(sqlDialect)
-{}
+SqlRecordStore::SqlRecordStore(std::string name, std::unique_ptr<SqlConnection> openConnection,
+                               OpenMode mode)
+    : shownName(std::move(name)), connection(std::move(openConnection))
+{
+    prepareSchema(mode);
+}
 
 SqlRecordStore::~SqlRecordStore() = default;
 
@@ -44,16 +44,15 @@ auto SqlRecordStore::attempt(const char* attempted, Work work) -> decltype(work(
 {
     try {
         return work();
-    } catch (const Poco::Exception& failure) {
-        fail(shownName, attempted, reasonOf(failure));
+    } catch (const SqlFailure& failure) {
+        fail(shownName, attempted, failure.what());
     }
 }
 
 SqlRecordStore::Prepared& SqlRecordStore::prepared()
 {
     if (preparedStatements == nullptr) {
-        preparedStatements = std::make_unique<Prepared>(
-            dialect, [this](const RowSql& rowSql) { return makeRowStatement(rowSql); });
+        preparedStatements = std::make_unique<Prepared>(*connection);
     }
     return *preparedStatements;
 }
@@ -79,11 +78,11 @@ void SqlRecordStore::migrate()
     constexpr long pause = 100; // milliseconds
     for (int attemptNumber = 1;; ++attemptNumber) {
         try {
-            execute(dialect.begin.front());
+            connection->execute(connection->dialect().beginWriting);
             migrateFrom(readSchemaVersion());
-            execute("COMMIT");
+            connection->execute("COMMIT");
             return;
-        } catch (const Poco::Exception&) {
+        } catch (const SqlFailure&) {
             takeBack(true);
             if (attemptNumber == attempts || readSchemaVersion() == schemaVersion) {
                 if (readSchemaVersion() == schemaVersion) {
@@ -104,7 +103,10 @@ int SqlRecordStore::readSchemaVersion()
 {
     int tables = 0;
     int ownTables = 0;
-    session << dialect.countTables, into(tables), into(ownTables), now;
+    connection->query(connection->dialect().countTables, {}, 2, [&](const SqlConnection::Row& row) {
+        tables = std::stoi(row[0]);
+        ownTables = std::stoi(row[1]);
+    });
     if (tables == 0) {
         return 0;
     }
@@ -113,7 +115,8 @@ int SqlRecordStore::readSchemaVersion()
              "it holds other tables, expected a device database or an empty one");
     }
     int version = 0;
-    session << "SELECT coalesce(max(version), 0) FROM schema_version", into(version), now;
+    connection->query("SELECT coalesce(max(version), 0) FROM schema_version", {}, 1,
+                      [&](const SqlConnection::Row& row) { version = std::stoi(row[0]); });
     if (version < 1) {
         fail(shownName, "open",
              "its table schema_version states version " + std::to_string(version) +
@@ -129,21 +132,23 @@ int SqlRecordStore::readSchemaVersion()
 
 void SqlRecordStore::migrateFrom(int version)
 {
-    const auto steps = sqlMigrations(dialect);
+    const auto steps = sqlMigrations(connection->dialect());
     for (; version < schemaVersion; ++version) {
         for (const std::string& statement : steps[static_cast<std::size_t>(version)]) {
-            execute(statement);
+            connection->execute(statement);
         }
     }
-    execute("DELETE FROM schema_version");
-    execute("INSERT INTO schema_version (version) VALUES (" + std::to_string(version) + ")");
+    connection->execute("DELETE FROM schema_version");
+    connection->execute("INSERT INTO schema_version (version) VALUES (" + std::to_string(version) +
+                        ")");
 }
 
 void SqlRecordStore::startTransaction()
 {
     try {
-        for (const char* statement : dialect.begin) {
-            execute(statement);
+        connection->execute(connection->dialect().beginWriting);
+        if (connection->dialect().waitForWriters != nullptr) {
+            connection->execute(connection->dialect().waitForWriters);
         }
     } catch (...) {
         takeBack(true);
@@ -163,7 +168,7 @@ void SqlRecordStore::begin()
 void SqlRecordStore::commit()
 {
     requireTransaction();
-    attempt("change", [this] { execute("COMMIT"); });
+    attempt("change", [this] { connection->execute("COMMIT"); });
     inTransaction = false;
 }
 
@@ -175,14 +180,14 @@ void SqlRecordStore::rollback()
 
 bool SqlRecordStore::isTransactionAlive()
 {
-    return inTransaction && holdsTransaction();
+    return inTransaction && connection->holdsTransaction();
 }
 
 // What follows a lost transaction would be stored outside of it, each change for good.
 void SqlRecordStore::requireTransaction()
 {
-    if (inTransaction && !holdsTransaction()) {
-        fail(shownName, "change", whyTransactionIsLost());
+    if (inTransaction && !connection->holdsTransaction()) {
+        fail(shownName, "change", connection->whyTransactionIsLost());
     }
 }
 
@@ -190,11 +195,11 @@ void SqlRecordStore::requireTransaction()
 void SqlRecordStore::takeBack(bool wholeTransaction)
 {
     try {
-        execute(wholeTransaction ? "ROLLBACK" : "ROLLBACK TO SAVEPOINT one_change");
+        connection->execute(wholeTransaction ? "ROLLBACK" : "ROLLBACK TO SAVEPOINT one_change");
         if (!wholeTransaction) {
-            execute("RELEASE SAVEPOINT one_change");
+            connection->execute("RELEASE SAVEPOINT one_change");
         }
-    } catch (const Poco::Exception&) {
+    } catch (const SqlFailure&) {
         // The failure that led here is the one to report.
     }
     preparedStatements.reset(); // a driver's statement is of no more use after a failure
@@ -208,11 +213,11 @@ void SqlRecordStore::change(const char* attempted, const std::function<void()>& 
         if (alone) {
             startTransaction();
         } else {
-            execute("SAVEPOINT one_change");
+            connection->execute("SAVEPOINT one_change");
         }
         try {
             work();
-            execute(alone ? "COMMIT" : "RELEASE SAVEPOINT one_change");
+            connection->execute(alone ? "COMMIT" : "RELEASE SAVEPOINT one_change");
         } catch (...) {
             takeBack(alone);
             throw;
@@ -233,48 +238,43 @@ void SqlRecordStore::insert(const DeviceProperties& record, const ModuleContent*
 
 std::string SqlRecordStore::ofModule() const
 {
-    return std::string(" WHERE module_id = coalesce($1, ") + dialect.noBytes + ")";
+    return std::string(" WHERE module_id = coalesce($1, ") + connection->dialect().noBytes + ")";
 }
 
 std::string SqlRecordStore::ofRecord() const
 {
-    return ofModule() + " AND family = coalesce($2, " + dialect.noBytes + ")";
+    return ofModule() + " AND family = coalesce($2, " + connection->dialect().noBytes + ")";
 }
 
 std::optional<DeviceProperties> SqlRecordStore::find(const std::string& moduleId)
 {
-    BLOB id = toBlob(moduleId);
     return attempt("read", [&] {
-        Poco::Data::Statement select(session);
-        select << recordSelect + ofModule() + " ORDER BY family LIMIT 1", use(id);
-        return firstOf(fetchRecords(select));
+        return firstOf(fetchRecords(*connection,
+                                    recordSelect + ofModule() + " ORDER BY family LIMIT 1",
+                                    {{moduleId, true}}));
     });
 }
 
 std::optional<DeviceProperties> SqlRecordStore::findExactly(const std::string& family,
                                                             const std::string& moduleId)
 {
-    BLOB id = toBlob(moduleId);
-    BLOB familyBytes = toBlob(family);
     return attempt("read", [&] {
-        Poco::Data::Statement select(session);
-        select << recordSelect + ofRecord(), use(id), use(familyBytes);
-        return firstOf(fetchRecords(select));
+        return firstOf(fetchRecords(*connection, recordSelect + ofRecord(),
+                                    {{moduleId, true}, {family, true}}));
     });
 }
 
 std::vector<DeviceProperties> SqlRecordStore::list()
 {
     return attempt("read", [&] {
-        Poco::Data::Statement select(session);
-        select << std::string(recordSelect) + " ORDER BY family, module_id";
-        return fetchRecords(select);
+        return fetchRecords(*connection, std::string(recordSelect) + " ORDER BY family, module_id",
+                            {});
     });
 }
 
 std::vector<ModuleSummary> SqlRecordStore::search(const ModuleQuery& query)
 {
-    return attempt("read", [&] { return searchModules(session, dialect, query); });
+    return attempt("read", [&] { return searchModules(*connection, query); });
 }
 
 std::optional<ModuleContent> SqlRecordStore::content(const std::string& family,
@@ -283,12 +283,12 @@ std::optional<ModuleContent> SqlRecordStore::content(const std::string& family,
     requireTransaction();
     return attempt("read", [&] {
         if (inTransaction) {
-            return readContent(session, family, moduleId);
+            return readContent(*connection, family, moduleId);
         }
-        execute(dialect.beginReading);
+        connection->execute(connection->dialect().beginReading);
         try {
-            auto content = readContent(session, family, moduleId);
-            execute("COMMIT");
+            auto content = readContent(*connection, family, moduleId);
+            connection->execute("COMMIT");
             return content;
         } catch (...) {
             takeBack(true);
@@ -299,25 +299,20 @@ std::optional<ModuleContent> SqlRecordStore::content(const std::string& family,
 
 bool SqlRecordStore::remove(const std::string& moduleId)
 {
-    BLOB id = toBlob(moduleId);
     bool removed = false;
     change("write to", [&] {
-        Poco::Data::Statement deletion(session);
-        deletion << "DELETE FROM device_properties" + ofModule(), use(id);
-        removed = deletion.execute() != 0;
+        removed = connection->change("DELETE FROM device_properties" + ofModule(),
+                                     {{moduleId, true}}) != 0;
     });
     return removed;
 }
 
 bool SqlRecordStore::removeExactly(const std::string& family, const std::string& moduleId)
 {
-    BLOB id = toBlob(moduleId);
-    BLOB familyBytes = toBlob(family);
     bool removed = false;
     change("write to", [&] {
-        Poco::Data::Statement deletion(session);
-        deletion << "DELETE FROM device_properties" + ofRecord(), use(id), use(familyBytes);
-        removed = deletion.execute() != 0;
+        removed = connection->change("DELETE FROM device_properties" + ofRecord(),
+                                     {{moduleId, true}, {family, true}}) != 0;
     });
     return removed;
 }

@@ -2,22 +2,23 @@
 
 #include "ContentTables.h"
 #include "RecordStore.h"
-#include "SqlDialect.h"
-
-#include <Poco/Data/Session.h>
+#include "SqlConnection.h"
 
 #include <functional>
 
 namespace devices::database {
 
-/// A store behind Poco Data: all that the engines have in common.
+/// A store in an engine that speaks SQL.
 ///
 /// Every change runs inside a transaction, or inside a savepoint of the one that is open, so that
 /// one refused record costs itself alone. Statements that are needed for every record are prepared
 /// once.
-class SqlRecordStore : public RecordStore
+class SqlRecordStore final : public RecordStore
 {
 public:
+    /// `name` is how messages name the database. Makes or migrates its schema, as `mode` says;
+    /// refuses a newer one, and a database that holds something else.
+    SqlRecordStore(std::string name, std::unique_ptr<SqlConnection> openConnection, OpenMode mode);
     ~SqlRecordStore() override;
 
     const std::string& name() const override { return shownName; }
@@ -36,30 +37,14 @@ public:
     bool remove(const std::string& moduleId) override;
     bool removeExactly(const std::string& family, const std::string& moduleId) override;
 
-protected:
-    /// `name` is how messages name the database; `sqlDialect` must live for ever.
-    SqlRecordStore(std::string name, Poco::Data::Session openSession, const SqlDialect& sqlDialect);
-
-    /// Makes or migrates the schema. Refuses a newer one, and a database that holds something else.
-    void prepareSchema(OpenMode mode);
-
-    /// Runs a statement without parameters or results.
-    virtual void execute(const std::string& sql) = 0;
-    virtual std::string reasonOf(const Poco::Exception& failure) = 0; ///< In one line.
-    virtual bool holdsTransaction() = 0; ///< Whether the engine has an unbroken transaction open.
-    virtual std::string whyTransactionIsLost() = 0;
-    virtual std::unique_ptr<RowStatement> makeRowStatement(const RowSql& rowSql) = 0;
-
-    std::string shownName;
-    Poco::Data::Session session;
-
 private:
     struct Prepared;
 
-    /// Runs `work`; turns a driver's exception into a sentence that says what was `attempted`.
+    /// Runs `work`; turns a `SqlFailure` into a sentence that says what was `attempted`.
     template <typename Work>
     auto attempt(const char* attempted, Work work) -> decltype(work());
 
+    void prepareSchema(OpenMode mode);
     int readSchemaVersion();
     void migrateFrom(int version);
     void migrate();
@@ -71,7 +56,8 @@ private:
     std::string ofModule() const; ///< Condition on $1, the module identifier.
     std::string ofRecord() const; ///< And on $2, the family.
 
-    const SqlDialect& dialect;
+    std::string shownName;
+    std::unique_ptr<SqlConnection> connection;
     bool inTransaction = false; ///< Between `begin` and `commit` or `rollback`.
     std::unique_ptr<Prepared> preparedStatements;
 };

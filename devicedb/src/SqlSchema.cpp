@@ -7,7 +7,8 @@ namespace devices::database {
 namespace {
 
 // {bytes}, {number} and {table end} stand for what the dialect says.
-const std::vector<std::vector<const char*>> migrations = {
+// Never destroyed: a host may still insert while its own statics are.
+const auto& migrations = *new std::vector<std::vector<const char*>>{
     // Version 1.
     {
         "CREATE TABLE schema_version (version INTEGER NOT NULL)",

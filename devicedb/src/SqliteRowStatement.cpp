@@ -1,6 +1,6 @@
 #include "SqliteRowStatement.h"
 
-#include "RecordRow.h"
+#include "SqliteConnection.h"
 
 namespace devices::database {
 
@@ -16,6 +16,11 @@ std::string sqlOfOneRow(const RowSql& rowSql)
 }
 
 } // namespace
+
+Poco::Data::BLOB toBlob(const std::string& bytes)
+{
+    return {reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()};
+}
 
 SqliteRowStatement::SqliteRowStatement(const Poco::Data::Session& openSession, const RowSql& rowSql)
     : session(openSession), sql(sqlOfOneRow(rowSql))
@@ -58,7 +63,7 @@ void SqliteRowStatement::execute(const std::vector<Row>& rows)
             }
         }
     }
-    statement->execute();
+    withSqliteDriver([this] { statement->execute(); });
 }
 
 } // namespace devices::database

@@ -35,4 +35,6 @@ private:
     std::optional<Poco::Data::Statement> statement;
 };
 
+Poco::Data::BLOB toBlob(const std::string& bytes);
+
 } // namespace devices::database

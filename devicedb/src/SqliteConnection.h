@@ -1,0 +1,41 @@
+#pragma once
+
+#include "SqlConnection.h"
+
+#include "devices/database/DeviceDatabase.h"
+
+#include <Poco/Data/Session.h>
+
+namespace devices::database {
+
+/// An SQLite file, or a database in memory for the path ":memory:", through Poco Data.
+///
+/// Readers see the last committed state while a writer works (write-ahead log), and a committed
+/// transaction survives a power cut: the log is synchronised before a commit returns.
+class SqliteConnection final : public SqlConnection
+{
+public:
+    /// Opens the file at `path`; `mode` says whether it is made when missing. Waits up to
+    /// `patience` seconds for other writers.
+    SqliteConnection(const std::string& path, OpenMode mode, unsigned patience);
+
+    const SqlDialect& dialect() const override;
+    void execute(const std::string& sql) override;
+    std::size_t change(const std::string& sql,
+                       const std::vector<SqlParameter>& parameters) override;
+    void query(const std::string& sql, const std::vector<SqlParameter>& parameters,
+               std::size_t columns, const std::function<void(const Row&)>& take) override;
+    std::unique_ptr<RowStatement> makeRowStatement(const RowSql& rowSql) override;
+    bool holdsTransaction() override;
+    std::string whyTransactionIsLost() override;
+
+private:
+    void useWriteAheadLog();
+
+    Poco::Data::Session session;
+};
+
+/// Runs `work`; turns an exception of the driver into a `SqlFailure`.
+void withSqliteDriver(const std::function<void()>& work);
+
+} // namespace devices::database
