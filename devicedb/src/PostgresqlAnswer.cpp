@@ -21,6 +21,20 @@ std::string decimalOf(const std::string& bytes)
     return std::to_string(static_cast<std::int64_t>(bits));
 }
 
+// The first two letters of an SQLSTATE are its class: connection, state of the transaction, its
+// rollback, resources, operator, system, internal; and one code of its own, a missing right.
+SqlFailure::Concern concernOf(const PGresult* result)
+{
+    const char* const field = PQresultErrorField(result, PG_DIAG_SQLSTATE);
+    const std::string state = field == nullptr ? "08000" : field;
+    for (const char* const kind : {"08", "25", "40", "42501", "53", "57", "58", "XX"}) {
+        if (state.compare(0, std::string(kind).size(), kind) == 0) {
+            return SqlFailure::Concern::Database;
+        }
+    }
+    return SqlFailure::Concern::Statement;
+}
+
 } // namespace
 
 std::string postgresqlReason(const std::string& message)
@@ -42,9 +56,9 @@ PostgresqlAnswer checkedAnswer(PGconn* connection, PGresult* result)
         return answer;
     }
     if (PQstatus(connection) == CONNECTION_BAD) {
-        throw SqlFailure("the connection to the server is lost");
+        throw SqlFailure("the connection to the server is lost", SqlFailure::Concern::Database);
     }
-    throw SqlFailure(postgresqlReason(PQerrorMessage(connection)));
+    throw SqlFailure(postgresqlReason(PQerrorMessage(connection)), concernOf(result));
 }
 
 std::string cellOf(const PGresult* answer, int row, int column)

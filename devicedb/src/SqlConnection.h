@@ -11,7 +11,17 @@ namespace devices::database {
 class SqlFailure : public std::runtime_error
 {
 public:
-    using std::runtime_error::runtime_error;
+    enum class Concern
+    {
+        Statement, ///< This one was refused; others may succeed.
+        Database   ///< A full disk, a lost connection, a missing right: the next one fails too.
+    };
+
+    explicit SqlFailure(const std::string& reason, Concern concerned = Concern::Statement)
+        : std::runtime_error(reason), concern(concerned)
+    {}
+
+    Concern concern;
 };
 
 /// A value that takes the place of $1, $2 ... in a statement.

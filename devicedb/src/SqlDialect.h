@@ -14,7 +14,8 @@ struct SqlDialect
     const char* countTables;  ///< Selects how many tables there are, and how many of our two first.
     const char* beginReading; ///< Starts a transaction that sees the database of one moment.
     const char* beginWriting; ///< Starts a transaction that changes something.
-    const char* waitForWriters; ///< Behind it: waits for other writers; null: it has waited.
+    const char*
+        claimWriting; ///< Behind it: waits for other writers; fails where there is no right.
 };
 
 } // namespace devices::database

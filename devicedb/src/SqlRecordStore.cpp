@@ -147,9 +147,7 @@ void SqlRecordStore::startTransaction()
 {
     try {
         connection->execute(connection->dialect().beginWriting);
-        if (connection->dialect().waitForWriters != nullptr) {
-            connection->execute(connection->dialect().waitForWriters);
-        }
+        connection->execute(connection->dialect().claimWriting);
     } catch (...) {
         takeBack(true);
         throw;
@@ -218,6 +216,9 @@ void SqlRecordStore::change(const char* attempted, const std::function<void()>& 
         try {
             work();
             connection->execute(alone ? "COMMIT" : "RELEASE SAVEPOINT one_change");
+        } catch (const SqlFailure& failure) {
+            takeBack(alone || failure.concern == SqlFailure::Concern::Database);
+            throw;
         } catch (...) {
             takeBack(alone);
             throw;

@@ -4,6 +4,7 @@
 #include "SqliteRowStatement.h"
 
 #include <Poco/Data/SQLite/Connector.h>
+#include <Poco/Data/SQLite/SQLiteException.h>
 #include <Poco/Data/Statement.h>
 
 #include <deque>
@@ -25,6 +26,23 @@ std::string reasonOf(const Poco::Exception& failure)
     }
     const std::string half = message.substr(0, (message.size() - 1) / 2);
     return message == half + ": " + half ? half : message;
+}
+
+template <typename... Kinds>
+bool isAnyOf(const Poco::Exception& failure)
+{
+    return (... || (dynamic_cast<const Kinds*>(&failure) != nullptr));
+}
+
+SqlFailure::Concern concernOf(const Poco::Exception& failure)
+{
+    using namespace Poco::Data::SQLite;
+    return isAnyOf<CantOpenDBFileException, CorruptImageException, DatabaseFullException,
+                   DBAccessDeniedException, DBLockedException, InternalDBErrorException,
+                   IOErrorException, LockProtocolException, NoMemoryException, ReadOnlyException,
+                   TableLockedException>(failure)
+               ? SqlFailure::Concern::Database
+               : SqlFailure::Concern::Statement;
 }
 
 Poco::Data::Session openSession(const std::string& path, OpenMode mode)
@@ -71,7 +89,7 @@ void withSqliteDriver(const std::function<void()>& work)
     try {
         work();
     } catch (const Poco::Exception& failure) {
-        throw SqlFailure(reasonOf(failure));
+        throw SqlFailure(reasonOf(failure), concernOf(failure));
     }
 }
 
@@ -86,6 +104,8 @@ SqliteConnection::SqliteConnection(const std::string& path, OpenMode mode, unsig
     useWriteAheadLog();
 }
 
+// A file that may only be read begins a transaction as any other, and refuses its first change. So
+// the claim is a change, of nothing.
 const SqlDialect& SqliteConnection::dialect() const
 {
     static const SqlDialect sqlite = {
@@ -98,7 +118,7 @@ const SqlDialect& SqliteConnection::dialect() const
         " FROM sqlite_master WHERE type = 'table'",
         "BEGIN",
         "BEGIN IMMEDIATE",
-        nullptr};
+        "DELETE FROM schema_version WHERE false"};
     return sqlite;
 }
 
