@@ -189,6 +189,25 @@ TEST_P(CatalogueVerbs, exportWritesTheFilesBackAsTheyWere)
     EXPECT_EQ(populate(target).out, "11 modules inserted, 0 failed\n");
 }
 
+TEST_P(CatalogueVerbs, aFileOf65535BytesWithEveryByteValueComesBack)
+{
+    constexpr std::size_t most = 65535;
+    std::string mx = readFile(std::string(EXAMPLE_MODULES) + "/MX0001.bin");
+    // A group that nobody reads, as long as the file may still grow.
+    const std::size_t length = most - mx.size();
+    mx +=
+        std::string("\x77\x77") + static_cast<char>(length >> 8) + static_cast<char>(length & 0xFF);
+    while (mx.size() < most) {
+        mx += static_cast<char>(mx.size() % 256);
+    }
+    const std::string from = modules("long", {});
+    std::ofstream(from + "/MXlong.bin", std::ios::binary) << mx;
+    ASSERT_EQ(populate(from).out, "1 module inserted, 0 failed\n");
+    ASSERT_EQ(devices({"--export", directory.path("out")}).exitCode, 0);
+    EXPECT_EQ(readFile(directory.path("out/MX0bc1e800.bin")), mx);
+    EXPECT_THAT(devices({"--format", "csv"}).out, HasSubstr(",65535\r\n"));
+}
+
 TEST_P(CatalogueVerbs, exportTakesWhatIsSearchedFor)
 {
     populate("examples/modules");
