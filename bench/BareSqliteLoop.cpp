@@ -17,6 +17,7 @@ public:
         check(sqlite3_open(path.c_str(), &handle));
         run("PRAGMA foreign_keys = ON");
         run("PRAGMA synchronous = EXTRA");
+        run("PRAGMA cache_size = -65536");
     }
     ~Database() { sqlite3_close(handle); }
     Database(const Database&) = delete;

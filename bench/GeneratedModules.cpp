@@ -46,10 +46,12 @@ GeneratedModules::GeneratedModules(const std::filesystem::path& directory, std::
     const auto examples = exampleFiles();
     std::filesystem::create_directories(directory);
     for (std::size_t number = 0; number < count; ++number) {
-        const auto path = directory / fmt::format("MX{:08x}.bin", number);
-        std::ofstream(path, std::ios::binary)
+        std::ofstream(directory / fmt::format("MX{:08x}.bin", number), std::ios::binary)
             << withIdentifier(examples[number % examples.size()], number);
-        paths.push_back(path.string());
+    }
+    // In the order in which the parser's walk meets them: a populate inserts in this one.
+    for (const auto& file : std::filesystem::directory_iterator(directory)) {
+        paths.push_back(file.path().string());
     }
 }
 

@@ -5,30 +5,38 @@
 #include <Poco/UTF8Encoding.h>
 #include <Poco/UTF8String.h>
 
+#include <algorithm>
+
 namespace devices::database {
 
 namespace {
 
-// 0 for a byte that begins no character.
+// 0 for a byte that begins no character of more than one byte.
 std::size_t lengthOfCharacter(unsigned char lead)
 {
-    if (lead < 0x80) {
-        return lead == 0 ? 0 : 1;
-    }
     if (lead < 0xC0) {
         return 0;
     }
     return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
 
+bool isAscii(char byte)
+{
+    return static_cast<signed char>(byte) >= 0;
+}
+
 // PostgreSQL refuses such texts and SQLite does not: the rule is here, for both.
 const std::string& readable(const std::string& text)
 {
-    const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data());
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = lengthOfCharacter(bytes[at]);
+        if (isAscii(text[at]) && text[at] != '\0') {
+            ++at;
+            continue;
+        }
+        const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data()) + at;
+        const std::size_t length = lengthOfCharacter(*bytes);
         if (length == 0 || length > text.size() - at ||
-            !Poco::UTF8Encoding::isLegal(bytes + at, static_cast<int>(length))) {
+            !Poco::UTF8Encoding::isLegal(bytes, static_cast<int>(length))) {
             throw SqlFailure("byte " + std::to_string(at + 1) + " of a text of " +
                              std::to_string(text.size()) +
                              " bytes in the catalogue is no UTF-8 without NUL");
@@ -60,8 +68,7 @@ Value asText()
 RowSql moduleDeletion(const SqlDialect& dialect)
 {
     const Value key = bytesValue(dialect);
-    return {
-        "DELETE FROM modules WHERE (record_family, record_module_id) IN (VALUES ", {key, key}, ")"};
+    return {"DELETE FROM modules WHERE (record_family, record_module_id) = ", {key, key}, ""};
 }
 
 RowSql moduleInsertion(const SqlDialect& dialect)
@@ -242,9 +249,18 @@ std::optional<ModuleContent> readContent(SqlConnection& connection, const std::s
     return content;
 }
 
+// Only what is beyond ASCII needs the tables of Unicode, which are slow to ask.
 std::string foldedText(const std::string& text)
 {
-    return Poco::UTF8::toLower(text);
+    std::string folded;
+    for (auto at = text.begin(); at != text.end();) {
+        const auto end = std::find_if(at, text.end(), isAscii);
+        folded += at == end ? "" : Poco::UTF8::toLower(std::string(at, end));
+        for (at = end; at != text.end() && isAscii(*at); ++at) {
+            folded += *at >= 'A' && *at <= 'Z' ? static_cast<char>(*at - 'A' + 'a') : *at;
+        }
+    }
+    return folded;
 }
 
 } // namespace devices::database

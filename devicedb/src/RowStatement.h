@@ -7,7 +7,8 @@
 
 namespace devices::database {
 
-/// A statement that takes rows of values: "head (value, value), (value, value) tail".
+/// A statement that takes rows of values: "head (value, value), (value, value) tail". Without
+/// values it is its head.
 struct RowSql
 {
     struct Value

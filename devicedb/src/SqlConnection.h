@@ -47,6 +47,9 @@ public:
     /// Runs a statement without parameters or results.
     virtual void execute(const std::string& sql) = 0;
 
+    /// As above, for the few statements that are needed again and again.
+    virtual void executeOften(const std::string& sql) { execute(sql); }
+
     /// Runs a statement and returns how many rows it changed.
     virtual std::size_t change(const std::string& sql,
                                const std::vector<SqlParameter>& parameters) = 0;

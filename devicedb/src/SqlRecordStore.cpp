@@ -211,11 +211,12 @@ void SqlRecordStore::change(const char* attempted, const std::function<void()>& 
         if (alone) {
             startTransaction();
         } else {
-            connection->execute("SAVEPOINT one_change");
+            connection->executeOften("SAVEPOINT one_change");
         }
         try {
             work();
-            connection->execute(alone ? "COMMIT" : "RELEASE SAVEPOINT one_change");
+            alone ? connection->execute("COMMIT")
+                  : connection->executeOften("RELEASE SAVEPOINT one_change");
         } catch (const SqlFailure& failure) {
             takeBack(alone || failure.concern == SqlFailure::Concern::Database);
             throw;

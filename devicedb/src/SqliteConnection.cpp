@@ -5,6 +5,7 @@
 
 #include <Poco/Data/SQLite/Connector.h>
 #include <Poco/Data/SQLite/SQLiteException.h>
+#include <Poco/Data/SQLite/Utility.h>
 #include <Poco/Data/Statement.h>
 
 #include <deque>
@@ -60,6 +61,21 @@ Poco::Data::Session openSession(const std::string& path, OpenMode mode)
     }
 }
 
+BLOB toBlob(const std::string& bytes)
+{
+    return {reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()};
+}
+
+// Runs `work`; turns an exception of the driver into a failure of ours.
+void withDriver(const std::function<void()>& work)
+{
+    try {
+        work();
+    } catch (const Poco::Exception& failure) {
+        throw SqlFailure(reasonOf(failure), concernOf(failure));
+    }
+}
+
 // The values of a statement, in places that stay where they are while it lives.
 class BoundValues
 {
@@ -84,20 +100,14 @@ private:
 
 } // namespace
 
-void withSqliteDriver(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (const Poco::Exception& failure) {
-        throw SqlFailure(reasonOf(failure), concernOf(failure));
-    }
-}
-
 SqliteConnection::SqliteConnection(const std::string& path, OpenMode mode, unsigned patience)
     : session(openSession(path, mode))
 {
     execute("PRAGMA busy_timeout = " + std::to_string(patience * 1000)); // milliseconds
     execute("PRAGMA foreign_keys = ON");
+    // Holds the changes of a populate with thousands of modules, which come in no order, and the
+    // index of a hundred thousand. Memory is taken as pages come.
+    execute("PRAGMA cache_size = -65536"); // kibibytes
     // A commit returns when the log is on the disk. EXTRA differs from FULL where the file keeps a
     // rollback journal: its removal is synchronised too.
     execute("PRAGMA synchronous = EXTRA");
@@ -140,14 +150,23 @@ void SqliteConnection::useWriteAheadLog()
 
 void SqliteConnection::execute(const std::string& sql)
 {
-    withSqliteDriver([&] { session << sql, now; });
+    executeSqlite(Poco::Data::SQLite::Utility::dbHandle(session), sql);
+}
+
+void SqliteConnection::executeOften(const std::string& sql)
+{
+    auto& statement = often[sql];
+    if (statement == nullptr) {
+        statement = makeRowStatement({sql, {}, ""});
+    }
+    statement->execute({{}});
 }
 
 std::size_t SqliteConnection::change(const std::string& sql,
                                      const std::vector<SqlParameter>& parameters)
 {
     std::size_t rows = 0;
-    withSqliteDriver([&] {
+    withDriver([&] {
         BoundValues values;
         Poco::Data::Statement statement(session);
         statement << sql;
@@ -161,7 +180,7 @@ std::size_t SqliteConnection::change(const std::string& sql,
 void SqliteConnection::query(const std::string& sql, const std::vector<SqlParameter>& parameters,
                              std::size_t columns, const std::function<void(const Row&)>& take)
 {
-    withSqliteDriver([&] {
+    withDriver([&] {
         BoundValues values;
         std::vector<BLOB> cells(columns);
         Poco::Data::Statement select(session);
@@ -186,7 +205,8 @@ void SqliteConnection::query(const std::string& sql, const std::vector<SqlParame
 
 std::unique_ptr<RowStatement> SqliteConnection::makeRowStatement(const RowSql& rowSql)
 {
-    return std::make_unique<SqliteRowStatement>(session, rowSql);
+    return std::make_unique<SqliteRowStatement>(Poco::Data::SQLite::Utility::dbHandle(session),
+                                                rowSql);
 }
 
 bool SqliteConnection::holdsTransaction()

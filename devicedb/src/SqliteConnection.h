@@ -6,6 +6,8 @@
 
 #include <Poco/Data/Session.h>
 
+#include <map>
+
 namespace devices::database {
 
 /// An SQLite file, or a database in memory for the path ":memory:", through Poco Data.
@@ -21,6 +23,7 @@ public:
 
     const SqlDialect& dialect() const override;
     void execute(const std::string& sql) override;
+    void executeOften(const std::string& sql) override;
     std::size_t change(const std::string& sql,
                        const std::vector<SqlParameter>& parameters) override;
     void query(const std::string& sql, const std::vector<SqlParameter>& parameters,
@@ -33,9 +36,7 @@ private:
     void useWriteAheadLog();
 
     Poco::Data::Session session;
+    std::map<std::string, std::unique_ptr<RowStatement>> often; // what `executeOften` has prepared
 };
-
-/// Runs `work`; turns an exception of the driver into a `SqlFailure`.
-void withSqliteDriver(const std::function<void()>& work);
 
 } // namespace devices::database

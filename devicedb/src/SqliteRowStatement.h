@@ -2,39 +2,34 @@
 
 #include "RowStatement.h"
 
-#include <Poco/Data/LOB.h>
-#include <Poco/Data/Session.h>
-#include <Poco/Data/Statement.h>
+#include <memory>
 
-#include <optional>
+struct sqlite3;
+struct sqlite3_stmt;
 
 namespace devices::database {
 
-/// Rows of SQLite: the driver is handed whole columns and runs the statement for each row. A step
-/// costs next to nothing, but an execution of the driver's statement does.
+/// Rows of SQLite, one step each, which is what SQLite is fast at.
+///
+/// This goes to SQLite itself, on the connection that Poco Data holds: the driver's statement costs
+/// several times the step, for each of the dozens of rows of a module.
 class SqliteRowStatement final : public RowStatement
 {
 public:
-    SqliteRowStatement(const Poco::Data::Session& openSession, const RowSql& rowSql);
+    /// `openConnection` must outlive the object.
+    SqliteRowStatement(sqlite3* openConnection, const RowSql& rowSql);
 
     void execute(const std::vector<Row>& rows) override;
 
 private:
-    struct Column
-    {
-        bool isBytes;
-        std::vector<std::string> texts;
-        std::vector<Poco::Data::BLOB> blobs;
-    };
+    void executeOne(const Row& row);
 
-    void fillColumns(const std::vector<Row>& rows);
-
-    Poco::Data::Session session;
-    std::string sql;
-    std::vector<Column> columns; // the driver refers to what they hold
-    std::optional<Poco::Data::Statement> statement;
+    sqlite3* connection;
+    std::vector<bool> isBytes; // of each column
+    std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement;
 };
 
-Poco::Data::BLOB toBlob(const std::string& bytes);
+/// Runs `sql`, which has no parameters and whose results nobody wants. Throws a `SqlFailure`.
+void executeSqlite(sqlite3* connection, const std::string& sql);
 
 } // namespace devices::database
