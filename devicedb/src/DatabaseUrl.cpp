@@ -1,5 +1,9 @@
+#include "DatabaseFailure.h"
+#include "DatabaseWait.h"
+#include "PostgresqlModule.h"
 #include "RecordStore.h"
-#include "SqliteRecordStore.h"
+#include "SqlRecordStore.h"
+#include "SqliteConnection.h"
 
 #include <stdexcept>
 
@@ -26,24 +30,37 @@ std::string shownPart(const std::string& url)
 [[noreturn]] void refuse(const std::string& shown, const std::string& reason)
 {
     throw std::runtime_error("Device database URL \"" + shown + "\" " + reason +
-                             ", expected sqlite:PATH or sqlite::memory:");
+                             ", expected sqlite:PATH, sqlite::memory: or postgresql:CONNECTION");
+}
+
+std::unique_ptr<RecordStore> openSqlite(const std::string& path, const std::string& name,
+                                        OpenMode mode)
+{
+    try {
+        return std::make_unique<SqlRecordStore>(
+            name, std::make_unique<SqliteConnection>(path, mode, secondsToWait()), mode);
+    } catch (const SqlFailure& failure) {
+        fail(name, "open", failure.what());
+    }
 }
 
 } // namespace
 
-std::unique_ptr<RecordStore> openRecordStore(const std::string& url)
+std::unique_ptr<RecordStore> openRecordStore(const std::string& url, OpenMode mode)
 {
+    if (url.find('\0') != std::string::npos) {
+        refuse(shownPart(url), "holds a NUL byte");
+    }
     if (const auto path = behind("sqlite:", url)) {
         if (path->empty()) {
             refuse(url, "names no file");
         }
-        if (path->find('\0') != std::string::npos) {
-            refuse("sqlite:...", "holds a NUL byte");
-        }
-        return std::make_unique<SqliteRecordStore>(*path);
+        return openSqlite(*path, url, mode);
     }
-    if (behind("postgresql:", url)) {
-        refuse("postgresql:...", "cannot be opened: this build holds no PostgreSQL engine");
+    if (const auto words = behind("postgresql:", url)) {
+        // "postgresql://..." is a URL of libpq as it stands.
+        const bool isUrl = words->compare(0, 2, "//") == 0;
+        return openThroughPostgresqlModule(isUrl ? url : *words, mode, secondsToWait());
     }
     refuse(shownPart(url), "is not understood");
 }

@@ -1,11 +1,6 @@
 #pragma once
 
-#include "devices/database/DeviceProperties.h"
-
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
+#include "devices/database/DeviceDatabase.h"
 
 namespace devices::database {
 
@@ -24,25 +19,46 @@ public:
     RecordStore(const RecordStore&) = delete;
     RecordStore& operator=(const RecordStore&) = delete;
 
+    /// Returns how messages name the database. No password is in it.
+    virtual const std::string& name() const = 0;
+
     /// Starts a transaction, waiting for other writers first. Transactions do not nest.
     virtual void begin() = 0;
     virtual void commit() = 0;
     virtual void rollback() = 0;
+    /// Returns whether `begin` was called, without an end since, and the engine holds to it.
+    virtual bool isTransactionAlive() = 0;
 
-    /// Stores `record` in one statement; the one of the same family and module identifier goes.
-    virtual void insert(const DeviceProperties& record) = 0;
+    /// Stores `record`; the one of the same family and module identifier goes, with its content.
+    /// `content` may be null.
+    virtual void insert(const DeviceProperties& record, const ModuleContent* content) = 0;
 
     /// Returns the record of the module identifier text; of several families the first.
     virtual std::optional<DeviceProperties> find(const std::string& moduleId) = 0;
 
+    /// Returns the record of one family.
+    virtual std::optional<DeviceProperties> findExactly(const std::string& family,
+                                                        const std::string& moduleId) = 0;
+
     /// Returns all records, ordered bytewise by family and module identifier.
     virtual std::vector<DeviceProperties> list() = 0;
 
-    /// Removes the records of the module identifier text. Returns whether there was one.
+    /// Returns the modules that `query` asks for, ordered like `list`.
+    virtual std::vector<ModuleSummary> search(const ModuleQuery& query) = 0;
+
+    /// Returns the content that was stored with the record, if any.
+    virtual std::optional<ModuleContent> content(const std::string& family,
+                                                 const std::string& moduleId) = 0;
+
+    /// Removes the records of the module identifier text and their content. Returns whether there
+    /// was one.
     virtual bool remove(const std::string& moduleId) = 0;
+
+    /// Removes the record of one family.
+    virtual bool removeExactly(const std::string& family, const std::string& moduleId) = 0;
 };
 
 /// Opens the store that `url` names, see `DeviceDatabase`.
-std::unique_ptr<RecordStore> openRecordStore(const std::string& url);
+std::unique_ptr<RecordStore> openRecordStore(const std::string& url, OpenMode mode);
 
 } // namespace devices::database

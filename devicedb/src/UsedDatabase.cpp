@@ -1,6 +1,7 @@
 #include "devices/database/DeviceDatabase.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace devices::database {
 
@@ -14,6 +15,12 @@ std::unique_ptr<DeviceDatabase>& chosen()
 {
     static auto& database = *new std::unique_ptr<DeviceDatabase>;
     return database;
+}
+
+std::function<void(DeviceProperties&)>& chosenInsertion()
+{
+    static auto& insertion = *new std::function<void(DeviceProperties&)>;
+    return insertion;
 }
 
 } // namespace
@@ -39,7 +46,16 @@ DeviceDatabase& usedDatabase()
 
 void insertDeviceProperties(DeviceProperties& record)
 {
-    usedDatabase().insert(record);
+    if (chosenInsertion()) {
+        chosenInsertion()(record);
+    } else {
+        usedDatabase().insert(record);
+    }
+}
+
+void insertThrough(std::function<void(DeviceProperties&)> insertion)
+{
+    chosenInsertion() = std::move(insertion);
 }
 
 } // namespace devices::database

@@ -1,12 +1,15 @@
 #include "DatabaseChoice.h"
 
-#include "Diagnostic.h"
+#include <CLI/CLI.hpp>
 
 #include <filesystem>
 
 namespace mxtool {
 
 namespace {
+
+using devices::database::DeviceDatabase;
+using devices::database::OpenMode;
 
 const std::string sqliteScheme = "sqlite:";
 
@@ -15,44 +18,40 @@ std::string chosenUrl(const std::string& url)
     return url.empty() ? devices::database::defaultDatabaseUrl() : url;
 }
 
-[[noreturn]] void failDatabase(const std::string& text, const std::string& hint = "")
+// A server's database may hold a password in its URL, so its hint names none.
+std::string hintForMissing(const std::string& url)
 {
-    throw Failure(ExitCode::Output, {"error", "", text, hint});
-}
-
-void requireExisting(const std::string& url)
-{
-    if (url.compare(0, sqliteScheme.size(), sqliteScheme) != 0 || url == "sqlite::memory:") {
-        return;
-    }
+    const bool isFile = url.compare(0, sqliteScheme.size(), sqliteScheme) == 0;
     std::error_code ignored;
-    if (!std::filesystem::exists(url.substr(sqliteScheme.size()), ignored)) {
-        failDatabase("Cannot open device database " + url + ": there is no such file",
-                     "make one with: mxtool populate DIRECTORY --db " + url);
+    if (isFile && !std::filesystem::exists(url.substr(sqliteScheme.size()), ignored)) {
+        return "make one with: mxtool populate DIRECTORY --db " + url;
     }
+    return "";
 }
 
 } // namespace
 
-devices::database::DeviceDatabase openExistingDatabase(const std::string& url)
+void addDatabaseOption(CLI::App& verb, std::string& url)
+{
+    verb.add_option("--db", url,
+                    "Database URL, sqlite:PATH or postgresql:CONNECTION; without it the one of "
+                    "DEVICE_DATABASE_URL, else sqlite:devices.sqlite")
+        ->type_name("URL");
+}
+
+DeviceDatabase openExistingDatabase(const std::string& url)
 {
     const std::string chosen = chosenUrl(url);
-    requireExisting(chosen);
     try {
-        return devices::database::DeviceDatabase(chosen);
+        return DeviceDatabase(chosen, OpenMode::ExistingOnly);
     } catch (const std::runtime_error& failure) {
-        failDatabase(failure.what());
+        throw Failure(ExitCode::Output, {"error", "", failure.what(), hintForMissing(chosen)});
     }
 }
 
-devices::database::DeviceDatabase& useDatabaseForWriting(const std::string& url)
+DeviceDatabase openDatabaseForWriting(const std::string& url)
 {
-    try {
-        devices::database::useDatabase(chosenUrl(url));
-        return devices::database::usedDatabase();
-    } catch (const std::runtime_error& failure) {
-        failDatabase(failure.what());
-    }
+    return withDatabase("", [&] { return DeviceDatabase(chosenUrl(url)); });
 }
 
 } // namespace mxtool

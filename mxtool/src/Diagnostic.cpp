@@ -1,5 +1,6 @@
 #include "Diagnostic.h"
 
+#include "Progress.h"
 #include "ShownText.h"
 #include "TerminalColour.h"
 
@@ -41,6 +42,7 @@ std::string toText(const Diagnostic& diagnostic, bool coloured)
 
 void report(const Diagnostic& diagnostic)
 {
+    clearProgressLine();
     std::cerr << toText(diagnostic, takesColour(STDERR_FILENO)) << std::flush;
 }
 

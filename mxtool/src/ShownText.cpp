@@ -72,7 +72,7 @@ bool isUtf8(const std::string& bytes)
     for (std::size_t pos = 0; pos < bytes.size();) {
         const std::size_t length = sequenceLength(data[pos]);
         if (length == 0 || length > bytes.size() - pos ||
-            !Poco::UTF8Encoding::isLegal(data + pos, static_cast<int>(length))) {
+            (length > 1 && !Poco::UTF8Encoding::isLegal(data + pos, static_cast<int>(length)))) {
             return false;
         }
         pos += length;

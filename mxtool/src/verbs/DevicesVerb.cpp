@@ -1,24 +1,26 @@
-#include "Csv.h"
 #include "DatabaseChoice.h"
-#include "DeviceJson.h"
 #include "Diagnostic.h"
 #include "OutputFile.h"
 #include "ShownText.h"
-#include "TextTable.h"
 #include "Verbs.h"
-
-#include <devices/parser/mx/HexText.h>
+#include "database/DeviceListing.h"
+#include "database/ModuleFilter.h"
+#include "database/Transfer.h"
 
 #include <fmt/format.h>
+
+#include <algorithm>
 
 namespace mxtool {
 
 namespace {
 
-using devices::database::DeviceProperties;
-using devices::parser::mx::bufferAsHex;
+using devices::database::DeviceDatabase;
+using devices::database::ModuleQuery;
+using devices::database::ModuleSummary;
 
-constexpr const char* footer = R"(Example:
+constexpr const char* footer = R"(
+Example:
   $ mxtool devices --db sqlite:/tmp/devices.sqlite 5a060602
   Field              Value
   module identifier  5a060602
@@ -35,155 +37,198 @@ struct DevicesOptions
 {
     std::string moduleId;
     std::string databaseUrl;
+    std::string search;
+    std::vector<std::string> where;
+    std::string exportDirectory; // empty: none
+    std::string copyUrl;         // empty: none
+    std::string removedId;       // empty: none
     std::string format = "text";
     std::string output = "-";
+    ModuleQuery query; // what search and where say
 };
 
-// A stored file has one byte more than the file on disk.
-std::size_t fileSize(const DeviceProperties& record)
+std::string modulesText(std::size_t count)
 {
-    return record.mxFileData->empty() ? 0 : record.mxFileData->size() - 1;
+    return fmt::format("{} {}", count, count == 1 ? "module" : "modules");
 }
 
-std::vector<std::string> columnsOf(const DeviceProperties& record)
+std::string knownIdentifiers(DeviceDatabase& database)
 {
-    return {record.moduleIdText,
-            record.family,
-            record.brandLabelName,
-            std::to_string(record.inDataSize),
-            std::to_string(record.outDataSize),
-            std::to_string(record.defaultParameterBlock->size()),
-            std::to_string(fileSize(record))};
-}
-
-Json recordJson(const DeviceProperties& record)
-{
-    return {{"module_id", toUtf8(record.moduleIdText)},
-            {"family", toUtf8(record.family)},
-            {"label", toUtf8(record.brandLabelName)},
-            {"in_bytes", record.inDataSize},
-            {"out_bytes", record.outDataSize},
-            {"parameter_block", bufferAsHex(*record.defaultParameterBlock)},
-            {"file_bytes", fileSize(record)}};
-}
-
-std::string tableText(const std::vector<DeviceProperties>& records)
-{
-    TextTable table({"Module", "Family", "Label", "In", "Out", "Parameters", "File"});
-    for (const DeviceProperties& record : records) {
-        table.add(columnsOf(record));
-    }
-    return table.text();
-}
-
-std::string tableCsv(const std::vector<DeviceProperties>& records)
-{
-    std::string lines = csvLine(
-        {"module_id", "family", "label", "in_bytes", "out_bytes", "parameter_bytes", "file_bytes"});
-    for (const DeviceProperties& record : records) {
-        lines += csvLine(columnsOf(record));
-    }
-    return lines;
-}
-
-std::string listJson(const std::vector<DeviceProperties>& records)
-{
-    Json list = Json::array();
-    for (const DeviceProperties& record : records) {
-        list.push_back(recordJson(record));
-    }
-    return jsonText({{"schema", jsonSchema("mxtool.devices", 1)}, {"devices", list}});
-}
-
-std::string recordText(const DeviceProperties& record)
-{
-    TextTable table({"Field", "Value"});
-    table.add({"module identifier", record.moduleIdText});
-    table.add({"family", record.family});
-    table.add({"label", record.brandLabelName});
-    table.add({"input", fmt::format("{} bytes", record.inDataSize)});
-    table.add({"output", fmt::format("{} bytes", record.outDataSize)});
-    table.add({"parameter block", fmt::format("{} bytes: {}", record.defaultParameterBlock->size(),
-                                              bufferAsHex(*record.defaultParameterBlock))});
-    table.add({"mx file", fmt::format("{} bytes", fileSize(record))});
-    table.add({"host data", fmt::format("{} bytes", record.hostBytes->size())});
-    return table.text();
-}
-
-std::string knownIdentifiers(const std::vector<DeviceProperties>& records)
-{
+    constexpr std::size_t most = 20;
     std::vector<std::string> ids;
-    ids.reserve(records.size());
-    for (const DeviceProperties& record : records) {
-        ids.push_back(record.moduleIdText);
+    for (const ModuleSummary& module : database.search({})) {
+        ids.push_back(module.moduleIdText);
     }
-    return records.empty() ? "the database holds no module"
-                           : fmt::format("it holds {}", fmt::join(ids, ", "));
+    if (ids.empty()) {
+        return "the database holds no module";
+    }
+    const std::size_t shown = std::min(ids.size(), most);
+    const std::string rest =
+        shown < ids.size() ? fmt::format(" and {} more", ids.size() - shown) : "";
+    ids.resize(shown);
+    return fmt::format("it holds {}{}", fmt::join(ids, ", "), rest);
 }
 
-ExitCode showAll(devices::database::DeviceDatabase& database, const DevicesOptions& options)
+ExitCode reportUnknown(DeviceDatabase& database, const std::string& moduleId)
 {
-    const auto records = database.list();
-    std::string text = options.format == "json" ? listJson(records) : tableText(records);
-    if (options.format == "csv") {
-        text = tableCsv(records);
+    report({"error", "",
+            fmt::format("Module {} is not in the database, expected eight hexadecimal digits "
+                        "of one that is",
+                        moduleId),
+            knownIdentifiers(database)});
+    return ExitCode::Findings;
+}
+
+// Modules that a host, or the first version of the database, stored without their content are found
+// by no word.
+void warnOfUnknownContent(DeviceDatabase& database, const ModuleQuery& query)
+{
+    if (query.words.empty() && query.conditions.empty()) {
+        return;
+    }
+    const auto all = database.search({});
+    const auto unknown = static_cast<std::size_t>(std::count_if(
+        all.begin(), all.end(), [](const ModuleSummary& module) { return !module.hasContent; }));
+    if (unknown != 0) {
+        report({"warning", "",
+                fmt::format("The catalogue does not know what is inside {}: it may be missing in "
+                            "what is found",
+                            modulesText(unknown)),
+                "mxtool populate DIRECTORY stores it"});
+    }
+}
+
+ExitCode showAll(DeviceDatabase& database, const DevicesOptions& options)
+{
+    warnOfUnknownContent(database, options.query);
+    const auto modules = database.search(options.query);
+    std::string text;
+    if (options.format == "json") {
+        text = moduleListJson(modules, database);
+    } else {
+        text = options.format == "csv" ? moduleCsv(modules) : moduleTable(modules);
     }
     writeOutput(options.output, text);
     return ExitCode::Done;
 }
 
-ExitCode showOne(devices::database::DeviceDatabase& database, const DevicesOptions& options)
+ExitCode showOne(DeviceDatabase& database, const DevicesOptions& options)
 {
     const auto record = database.find(options.moduleId);
     if (!record) {
-        report({"error", "",
-                fmt::format("Module {} is not in the database, expected eight hexadecimal digits "
-                            "of one that is",
-                            options.moduleId),
-                knownIdentifiers(database.list())});
-        return ExitCode::Findings;
+        return reportUnknown(database, options.moduleId);
     }
     std::string text = recordText(*record);
     if (options.format == "json") {
-        text = jsonText(
-            {{"schema", jsonSchema("mxtool.device-record", 1)}, {"device", recordJson(*record)}});
+        text = recordJson(*record);
     } else if (options.format == "csv") {
-        text = tableCsv({*record});
+        text = moduleCsv({summaryOf(*record)});
     }
     writeOutput(options.output, text);
     return ExitCode::Done;
 }
 
-ExitCode showDevices(const DevicesOptions& options)
+ExitCode exportAll(DeviceDatabase& database, const DevicesOptions& options, bool quiet)
+{
+    const auto modules = database.search(options.query);
+    const std::size_t written = exportModules(modules, database, options.exportDirectory);
+    if (!quiet) {
+        writeOutput("-", fmt::format("{} written to {}\n", modulesText(written),
+                                     forTerminal(options.exportDirectory)));
+    }
+    return written == modules.size() ? ExitCode::Done : ExitCode::Findings;
+}
+
+ExitCode copyAll(DeviceDatabase& database, const DevicesOptions& options, bool quiet)
+{
+    DeviceDatabase target(options.copyUrl);
+    const std::size_t copied = copyModules(database.search(options.query), database, target);
+    if (!quiet) {
+        writeOutput(
+            "-", fmt::format("{} copied to {}\n", modulesText(copied), forTerminal(target.name())));
+    }
+    return ExitCode::Done;
+}
+
+ExitCode removeOne(DeviceDatabase& database, const DevicesOptions& options, bool quiet)
+{
+    if (!database.remove(options.removedId)) {
+        return reportUnknown(database, options.removedId);
+    }
+    if (!quiet) {
+        writeOutput("-", fmt::format("{} removed\n", forTerminal(options.removedId)));
+    }
+    return ExitCode::Done;
+}
+
+ExitCode devices(const DevicesOptions& options, bool quiet)
 {
     auto database = openExistingDatabase(options.databaseUrl);
-    try {
+    return withDatabase("", [&] {
+        if (!options.removedId.empty()) {
+            return removeOne(database, options, quiet);
+        }
+        if (!options.exportDirectory.empty()) {
+            return exportAll(database, options, quiet);
+        }
+        if (!options.copyUrl.empty()) {
+            return copyAll(database, options, quiet);
+        }
         return options.moduleId.empty() ? showAll(database, options) : showOne(database, options);
-    } catch (const Failure&) {
-        throw;
-    } catch (const std::runtime_error& failure) {
-        throw Failure(ExitCode::Output, {"error", "", failure.what(), ""});
+    });
+}
+
+// Reads --search and --where. Throws `CLI::ValidationError`.
+void readQuery(DevicesOptions& options)
+{
+    options.query.words = searchWords(options.search);
+    for (const std::string& condition : options.where) {
+        options.query.conditions.push_back(moduleCondition(condition));
     }
+}
+
+void addOptions(CLI::App& verb, DevicesOptions& options)
+{
+    auto* const id = verb.add_option("MODULE_ID", options.moduleId,
+                                     "Show this module's record in full; eight hexadecimal digits");
+    addDatabaseOption(verb, options.databaseUrl);
+    auto* const search =
+        verb.add_option("--search", options.search,
+                        "Only modules with all of these words, separated by blanks, in label, "
+                        "order code or the names of channels and parameters");
+    auto* const where = verb.add_option("--where", options.where,
+                                        "Only modules with this property, such as in_bytes>4; may "
+                                        "be given several times")
+                            ->expected(1)
+                            ->take_all();
+    auto* const toDirectory =
+        verb.add_option("--export", options.exportDirectory,
+                        "Write the mx files back into this directory, as MX and identifier");
+    auto* const toDatabase = verb.add_option("--copy-to", options.copyUrl,
+                                             "Copy the modules to the database at this URL");
+    auto* const removal =
+        verb.add_option("--remove", options.removedId, "Remove this module from the database");
+    id->excludes(search)->excludes(where)->excludes(toDirectory)->excludes(toDatabase);
+    removal->excludes(id)->excludes(search)->excludes(where)->excludes(toDirectory);
+    toDatabase->excludes(toDirectory)->excludes(removal);
+    verb.add_option("--format", options.format, "text (or table), json or csv")
+        ->check(CLI::IsMember({"text", "table", "json", "csv"}));
+    verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
 }
 
 } // namespace
 
-void addDevicesVerb(CLI::App& program, const GlobalOptions& /*options*/, const VerbChoice& choose)
+void addDevicesVerb(CLI::App& program, const GlobalOptions& global, const VerbChoice& choose)
 {
-    CLI::App* verb = program.add_subcommand("devices", "List the modules of a device database");
+    CLI::App* verb = program.add_subcommand(
+        "devices", "List, search, export, copy or remove the modules of a device database");
     auto options = std::make_shared<DevicesOptions>();
-    verb->add_option("MODULE_ID", options->moduleId,
-                     "Show this module's record in full; eight hexadecimal digits");
-    verb->add_option("--db", options->databaseUrl,
-                     "Database URL, sqlite:PATH; without it the one of DEVICE_DATABASE_URL, else "
-                     "sqlite:devices.sqlite")
-        ->type_name("URL");
-    verb->add_option("--format", options->format, "text, json or csv")
-        ->check(CLI::IsMember({"text", "json", "csv"}));
-    verb->add_option("-o,--output", options->output, "Write to this file, - for standard output")
-        ->type_name("FILE");
-    verb->footer(footer);
-    verb->callback([options, choose] { choose([options] { return showDevices(*options); }); });
+    addOptions(*verb, *options);
+    verb->footer(conditionHelp() + footer);
+    verb->callback([options, choose, &global] {
+        readQuery(*options);
+        choose([options, &global] { return devices(*options, global.quiet); });
+    });
 }
 
 } // namespace mxtool

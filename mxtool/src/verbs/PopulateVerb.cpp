@@ -1,20 +1,24 @@
 #include "DatabaseChoice.h"
 #include "Diagnostic.h"
-#include "LogToDiagnostics.h"
 #include "OutputFile.h"
+#include "ShownText.h"
 #include "Verbs.h"
-
-#include <devices/parser/mx/Parser_kv38.h>
+#include "database/MxDirectory.h"
+#include "database/Population.h"
 
 #include <fmt/format.h>
-
-#include <filesystem>
 
 namespace mxtool {
 
 namespace {
 
-constexpr const char* footer = R"(Example:
+using devices::database::DeviceDatabase;
+
+constexpr const char* footer =
+    R"(Either every file that can be translated is in the database afterwards, or nothing has changed;
+who reads meanwhile sees the state before.
+
+Example:
   $ mxtool populate examples/modules --db sqlite:/tmp/devices.sqlite
   error: File MX9999.bin: Parser::parse(): Truncated mx buffer
   38 modules inserted, 1 failed
@@ -24,59 +28,63 @@ struct PopulateOptions
 {
     std::string directory;
     std::string databaseUrl;
+    bool replace = false;
 };
 
-// The library takes an unreadable directory for an empty one; a person is told.
-void requireReadable(const std::string& directory)
+std::string modulesText(std::size_t count)
 {
-    std::error_code error;
-    const std::filesystem::directory_iterator entries(directory, error);
-    if (error) {
-        throw Failure(ExitCode::Input,
-                      {"error", directory, "Cannot read the directory: " + error.message(), ""});
+    return fmt::format("{} {}", count, count == 1 ? "module" : "modules");
+}
+
+// Removes what the directory no longer holds, listed before. Returns how many modules went.
+std::size_t removeMissing(const PopulateOptions& options, DeviceDatabase& database, bool quiet)
+{
+    const auto missing = modulesNotIn(options.directory, database);
+    if (!missing) {
+        report({"warning", options.directory,
+                "A file does not state its module, which may be any in the database: nothing is "
+                "removed",
+                ""});
+        return 0;
     }
-}
-
-std::string closingLine(unsigned inserted, unsigned failed)
-{
-    return fmt::format("{} {} inserted, {} failed\n", inserted,
-                       inserted == 1 ? "module" : "modules", failed);
-}
-
-// Inserts the records of the directory, all or none. Returns how many were inserted.
-unsigned populateAtOnce(const std::string& directory, devices::database::DeviceDatabase& database,
-                        devices::parser::mx::Parser_kv38& parser)
-{
-    try {
-        auto transaction = database.beginTransaction();
-        unsigned inserted = 0;
-        try {
-            inserted = parser.populateDatabase(directory);
-        } catch (const std::runtime_error& failure) {
-            throw Failure(ExitCode::Input,
-                          {"error", directory, failure.what(), "the database is unchanged"});
-        }
-        transaction.commit();
-        return inserted;
-    } catch (const Failure&) {
-        throw;
-    } catch (const std::runtime_error& failure) {
-        throw Failure(ExitCode::Output, {"error", "", failure.what(), "the database is unchanged"});
+    std::string lines;
+    for (const auto& module : *missing) {
+        lines += fmt::format("removing {} {}\n", forTerminal(module.moduleIdText),
+                             forTerminal(module.brandLabelName));
     }
+    if (!quiet) {
+        writeOutput("-", lines);
+    }
+    for (const auto& module : *missing) {
+        database.remove(module.family, module.moduleIdText);
+    }
+    return missing->size();
 }
 
-ExitCode populate(const PopulateOptions& options, const GlobalOptions& global)
+ExitCode populateAtOnce(const PopulateOptions& options, const GlobalOptions& global,
+                        DeviceDatabase& database)
 {
-    requireReadable(options.directory);
-    auto& database = useDatabaseForWriting(options.databaseUrl);
-    devices::parser::mx::Parser_kv38 parser;
-    const LogToDiagnostics log(global.logLevel);
-    const unsigned inserted = populateAtOnce(options.directory, database, parser);
-    const unsigned failed = log.errorLines();
+    auto transaction = database.beginTransaction();
+    const PopulationCount count =
+        populate(options.directory, database, transaction, global.logLevel);
+    std::string removed;
+    if (options.replace) {
+        removed = fmt::format(", {} removed", removeMissing(options, database, global.quiet));
+    }
+    transaction.commit();
     if (!global.quiet) {
-        writeOutput("-", closingLine(inserted, failed));
+        writeOutput("-", fmt::format("{} inserted, {} failed{}\n", modulesText(count.inserted),
+                                     count.failed, removed));
     }
-    return failed == 0 ? ExitCode::Done : ExitCode::Findings;
+    return count.failed == 0 ? ExitCode::Done : ExitCode::Findings;
+}
+
+ExitCode runPopulate(const PopulateOptions& options, const GlobalOptions& global)
+{
+    requireReadableDirectory(options.directory);
+    auto database = openDatabaseForWriting(options.databaseUrl);
+    return withDatabase("the database is unchanged",
+                        [&] { return populateAtOnce(options, global, database); });
 }
 
 } // namespace
@@ -87,13 +95,12 @@ void addPopulateVerb(CLI::App& program, const GlobalOptions& global, const VerbC
         program.add_subcommand("populate", "Insert every mx file of a directory into a database");
     auto options = std::make_shared<PopulateOptions>();
     verb->add_option("DIRECTORY", options->directory, "Holds the files MX*.bin")->required();
-    verb->add_option("--db", options->databaseUrl,
-                     "Database URL, sqlite:PATH; without it the one of DEVICE_DATABASE_URL, else "
-                     "sqlite:devices.sqlite")
-        ->type_name("URL");
+    addDatabaseOption(*verb, options->databaseUrl);
+    verb->add_flag("--replace", options->replace,
+                   "Remove the modules that no file of the directory states");
     verb->footer(footer);
     verb->callback([options, choose, &global] {
-        choose([options, &global] { return populate(*options, global); });
+        choose([options, &global] { return runPopulate(*options, global); });
     });
 }
 

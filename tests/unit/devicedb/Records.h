@@ -2,8 +2,6 @@
 
 #include "devices/database/DeviceDatabase.h"
 
-#include <Poco/Data/Session.h>
-
 #include <string>
 #include <vector>
 
@@ -11,14 +9,18 @@
 devices::database::DeviceProperties device(const std::string& moduleId,
                                            const std::string& label = "label");
 
+/// Returns the content of a module with two channels and two parameters, the second of which has
+/// options; `name` stands in its label, order code and names.
+devices::database::ModuleContent contentNamed(const std::string& name);
+
+/// Returns `content` as one line per item, for comparison.
+std::vector<std::string> linesOf(const devices::database::ModuleContent& content);
+
 /// Returns the module identifiers of `records`.
 std::vector<std::string> moduleIds(const std::vector<devices::database::DeviceProperties>& records);
 
 /// Returns the module identifiers that a connection of its own sees in the database at `url`.
 std::vector<std::string> storedIds(const std::string& url);
 
-/// Opens the file at `path` with the driver alone, as a program other than the library would.
-Poco::Data::Session otherProgram(const std::string& path);
-
-/// Runs `statement` on the file at `path` as another program.
-void execute(const std::string& path, const std::string& statement);
+/// Returns the module identifiers of `modules`.
+std::vector<std::string> moduleIds(const std::vector<devices::database::ModuleSummary>& modules);

@@ -1,5 +1,7 @@
 #include "Records.h"
 
+#include <TestDatabase.h>
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -25,27 +27,30 @@ std::vector<std::string> labels(const std::vector<DeviceProperties>& records)
     return result;
 }
 
-class Records : public testing::Test
+class Records : public testkit::OnEachEngine
 {
 protected:
-    DeviceDatabase database{"sqlite::memory:"};
+    DeviceDatabase database{url};
 };
 
-TEST_F(Records, NewDatabaseIsEmpty)
+RUN_ON_EACH_ENGINE(Records);
+
+TEST_P(Records, NewDatabaseIsEmpty)
 {
     EXPECT_THAT(database.list(), IsEmpty());
     EXPECT_FALSE(database.find("06020001").has_value());
     EXPECT_FALSE(database.remove("06020001"));
 }
 
-TEST_F(Records, DatabasesInMemoryAreSeparate)
+TEST(RecordsInMemory, DatabasesAreSeparate)
 {
+    DeviceDatabase one("sqlite::memory:");
     DeviceDatabase other("sqlite::memory:");
-    database.insert(device("1"));
+    one.insert(device("1"));
     EXPECT_THAT(other.list(), IsEmpty());
 }
 
-TEST_F(Records, InsertReplacesEveryFieldOfTheSameModule)
+TEST_P(Records, InsertReplacesEveryFieldOfTheSameModule)
 {
     database.insert(device("06020001", "old"));
     DeviceProperties next = device("06020001", "new");
@@ -69,7 +74,7 @@ TEST_F(Records, InsertReplacesEveryFieldOfTheSameModule)
     EXPECT_EQ(*all[0].defaultParameterBlock, std::vector<char>{'d'});
 }
 
-TEST_F(Records, SameModuleOfAnotherFamilyIsAnotherRecord)
+TEST_P(Records, SameModuleOfAnotherFamilyIsAnotherRecord)
 {
     database.insert(ofFamily("kv39", "1"));
     database.insert(ofFamily("kv38", "1"));
@@ -77,7 +82,7 @@ TEST_F(Records, SameModuleOfAnotherFamilyIsAnotherRecord)
     EXPECT_EQ(database.find("1")->family, "kv38");
 }
 
-TEST_F(Records, IdentifiersDifferByWhatFollowsANulByte)
+TEST_P(Records, IdentifiersDifferByWhatFollowsANulByte)
 {
     const std::string one("1\0a", 3);
     const std::string two("1\0b", 3);
@@ -88,7 +93,7 @@ TEST_F(Records, IdentifiersDifferByWhatFollowsANulByte)
     EXPECT_FALSE(database.find("1").has_value());
 }
 
-TEST_F(Records, ListIsOrderedByTheBytesOfFamilyAndIdentifier)
+TEST_P(Records, ListIsOrderedByTheBytesOfFamilyAndIdentifier)
 {
     for (const char* id : {"b", "\xE4", "a", "B", "10", "9"}) {
         database.insert(device(id));
@@ -97,7 +102,7 @@ TEST_F(Records, ListIsOrderedByTheBytesOfFamilyAndIdentifier)
     EXPECT_THAT(moduleIds(database.list()), ElementsAre("z", "10", "9", "B", "a", "b", "\xE4"));
 }
 
-TEST_F(Records, RemoveTakesTheNamedModuleOnly)
+TEST_P(Records, RemoveTakesTheNamedModuleOnly)
 {
     database.insert(device("1"));
     database.insert(device("2"));
@@ -106,7 +111,7 @@ TEST_F(Records, RemoveTakesTheNamedModuleOnly)
     EXPECT_THAT(moduleIds(database.list()), ElementsAre("2"));
 }
 
-TEST_F(Records, RemoveTakesTheModuleOfEveryFamily)
+TEST_P(Records, RemoveTakesTheModuleOfEveryFamily)
 {
     database.insert(ofFamily("kv38", "1"));
     database.insert(ofFamily("kv39", "1"));
@@ -114,7 +119,7 @@ TEST_F(Records, RemoveTakesTheModuleOfEveryFamily)
     EXPECT_FALSE(database.find("1").has_value());
 }
 
-TEST_F(Records, EmptyIdentifierIsAnIdentifier)
+TEST_P(Records, EmptyIdentifierIsAnIdentifier)
 {
     database.insert(device("", "first"));
     database.insert(device("", "second"));
@@ -124,7 +129,7 @@ TEST_F(Records, EmptyIdentifierIsAnIdentifier)
     EXPECT_THAT(database.list(), IsEmpty());
 }
 
-TEST_F(Records, ByteVectorsOfAFoundRecordAreItsOwn)
+TEST_P(Records, ByteVectorsOfAFoundRecordAreItsOwn)
 {
     database.insert(device("1"));
     database.find("1")->mxFileData->push_back('x');

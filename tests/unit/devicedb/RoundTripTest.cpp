@@ -1,6 +1,8 @@
 #include "Records.h"
 
-#include <TemporaryDirectory.h>
+#include <TestDatabase.h>
+
+#include <Poco/Data/Statement.h>
 
 #include <gtest/gtest.h>
 
@@ -27,16 +29,20 @@ DeviceProperties::Bytes everyByteVector(int first)
     return new std::vector<char>(bytes.begin(), bytes.end());
 }
 
-// Stores `record` through one connection and reads it through another.
-DeviceProperties throughFile(const DeviceProperties& record)
+class RoundTrip : public testkit::OnEachEngine
 {
-    const testkit::TemporaryDirectory directory;
-    const std::string url = "sqlite:" + directory.path("devices.sqlite");
-    DeviceDatabase(url).insert(record);
-    return DeviceDatabase(url).find(record.moduleIdText).value();
-}
+protected:
+    // Stores `record` through one connection and reads it through another.
+    DeviceProperties throughDatabase(const DeviceProperties& record) const
+    {
+        DeviceDatabase(url).insert(record);
+        return DeviceDatabase(url).find(record.moduleIdText).value();
+    }
+};
 
-TEST(RoundTrip, EveryByteOfEveryFieldComesBack)
+RUN_ON_EACH_ENGINE(RoundTrip);
+
+TEST_P(RoundTrip, EveryByteOfEveryFieldComesBack)
 {
     DeviceProperties record;
     record.family = everyByte(1);
@@ -47,7 +53,7 @@ TEST(RoundTrip, EveryByteOfEveryFieldComesBack)
     record.hostBytes = everyByteVector(6);
     record.mxFileData = everyByteVector(7);
     record.defaultParameterBlock = everyByteVector(8);
-    const DeviceProperties found = throughFile(record);
+    const DeviceProperties found = throughDatabase(record);
     EXPECT_EQ(found.family, everyByte(1));
     EXPECT_EQ(found.moduleIdText, everyByte(2));
     EXPECT_EQ(found.brandLabelName, everyByte(3));
@@ -58,22 +64,22 @@ TEST(RoundTrip, EveryByteOfEveryFieldComesBack)
     EXPECT_EQ(*found.defaultParameterBlock, *everyByteVector(8));
 }
 
-TEST(RoundTrip, OneNulByteStaysOneNulByte)
+TEST_P(RoundTrip, OneNulByteStaysOneNulByte)
 {
-    const DeviceProperties found = throughFile(device("00000001"));
+    const DeviceProperties found = throughDatabase(device("00000001"));
     EXPECT_EQ(found.text4, std::string(1, '\0'));
     EXPECT_EQ(found.text5, std::string(1, '\0'));
 }
 
-TEST(RoundTrip, TextsThatLookLikeNumbersStayTexts)
+TEST_P(RoundTrip, TextsThatLookLikeNumbersStayTexts)
 {
-    EXPECT_EQ(throughFile(device("06020001", "007")).brandLabelName, "007");
+    EXPECT_EQ(throughDatabase(device("06020001", "007")).brandLabelName, "007");
 }
 
-TEST(RoundTrip, EmptyFieldsComeBackEmpty)
+TEST_P(RoundTrip, EmptyFieldsComeBackEmpty)
 {
     DeviceProperties record;
-    const DeviceProperties found = throughFile(record);
+    const DeviceProperties found = throughDatabase(record);
     EXPECT_EQ(found.family, "");
     EXPECT_EQ(found.moduleIdText, "");
     EXPECT_EQ(found.brandLabelName, "");
@@ -84,13 +90,13 @@ TEST(RoundTrip, EmptyFieldsComeBackEmpty)
     EXPECT_TRUE(found.defaultParameterBlock->empty());
 }
 
-TEST(RoundTrip, NullByteVectorsComeBackEmpty)
+TEST_P(RoundTrip, NullByteVectorsComeBackEmpty)
 {
     DeviceProperties record = device("00000001");
     record.hostBytes = nullptr;
     record.mxFileData = nullptr;
     record.defaultParameterBlock = nullptr;
-    const DeviceProperties found = throughFile(record);
+    const DeviceProperties found = throughDatabase(record);
     ASSERT_FALSE(found.hostBytes.isNull());
     ASSERT_FALSE(found.mxFileData.isNull());
     ASSERT_FALSE(found.defaultParameterBlock.isNull());
@@ -99,35 +105,33 @@ TEST(RoundTrip, NullByteVectorsComeBackEmpty)
     EXPECT_TRUE(found.defaultParameterBlock->empty());
 }
 
-TEST(RoundTrip, FileOf65536Bytes)
+TEST_P(RoundTrip, FileOf65536Bytes)
 {
     DeviceProperties record = device("00000001");
     record.mxFileData = new std::vector<char>(65536);
     for (std::size_t i = 0; i < 65536; ++i) {
         (*record.mxFileData)[i] = static_cast<char>((i * 7 + i / 256) % 256);
     }
-    EXPECT_EQ(*throughFile(record).mxFileData, *record.mxFileData);
+    EXPECT_EQ(*throughDatabase(record).mxFileData, *record.mxFileData);
 }
 
-TEST(RoundTrip, SizesUseAll32Bits)
+TEST_P(RoundTrip, SizesUseAll32Bits)
 {
     DeviceProperties record = device("00000001");
     record.inDataSize = UINT32_MAX;
     record.outDataSize = 0x80000000U;
-    const DeviceProperties found = throughFile(record);
+    const DeviceProperties found = throughDatabase(record);
     EXPECT_EQ(found.inDataSize, UINT32_MAX);
     EXPECT_EQ(found.outDataSize, 0x80000000U);
 }
 
-TEST(RoundTrip, SizesAreStoredAsTheNumbersTheyAre)
+TEST_P(RoundTrip, SizesAreStoredAsTheNumbersTheyAre)
 {
-    const testkit::TemporaryDirectory directory;
-    const std::string path = directory.path("devices.sqlite");
     DeviceProperties record = device("00000001");
     record.inDataSize = UINT32_MAX;
-    DeviceDatabase("sqlite:" + path).insert(record);
+    DeviceDatabase(url).insert(record);
     Poco::Int64 stored = 0;
-    otherProgram(path) << "SELECT in_data_size FROM device_properties",
+    place.otherProgram() << "SELECT in_data_size FROM device_properties",
         Poco::Data::Keywords::into(stored), Poco::Data::Keywords::now;
     EXPECT_EQ(stored, 4294967295);
 }

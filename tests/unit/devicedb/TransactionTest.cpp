@@ -1,7 +1,9 @@
 #include "Records.h"
 
 #include <Failure.h>
-#include <TemporaryDirectory.h>
+#include <TestDatabase.h>
+
+#include <Poco/Data/Statement.h>
 
 #include <gmock/gmock.h>
 
@@ -18,24 +20,25 @@ using testing::IsEmpty;
 using testing::StartsWith;
 using testkit::failureOf;
 
-class Transactions : public testing::Test
+class Transactions : public testkit::OnEachEngine
 {
 protected:
-    testkit::TemporaryDirectory directory;
-    std::string path = directory.path("devices.sqlite");
-    std::string url = "sqlite:" + path;
     DeviceDatabase database{url};
 
-    /// Lets the database refuse module "bad" the way `raise` says: ABORT, ROLLBACK ...
-    void refuseBad(const std::string& raise)
+    std::string refusal() const
     {
-        execute(path, "CREATE TRIGGER refuse BEFORE INSERT ON device_properties"
-                      " WHEN NEW.module_id = CAST('bad' AS BLOB)"
-                      " BEGIN SELECT RAISE(" +
-                          raise + ", 'refused'); END");
+        return "Cannot write to device database " + place.name() + ": " + place.refusal();
     }
+};
 
-    std::string refusal() const { return "Cannot write to device database " + url + ": refused"; }
+RUN_ON_EACH_ENGINE(Transactions);
+
+class SqliteTransactions : public testing::Test
+{
+protected:
+    testkit::TestDatabase place{testkit::Engine::Sqlite};
+    const std::string& url = place.url();
+    DeviceDatabase database{url};
 };
 
 /// No file of this process grows beyond `bytes` while this lives, as on a full disk.
@@ -62,13 +65,13 @@ private:
     rlimit oldLimit{};
 };
 
-TEST_F(Transactions, InsertAloneIsStoredAtOnce)
+TEST_P(Transactions, InsertAloneIsStoredAtOnce)
 {
     database.insert(device("1"));
     EXPECT_THAT(storedIds(url), ElementsAre("1"));
 }
 
-TEST_F(Transactions, ChangesBecomeVisibleTogetherAtCommit)
+TEST_P(Transactions, ChangesBecomeVisibleTogetherAtCommit)
 {
     database.insert(device("0"));
     auto transaction = database.beginTransaction();
@@ -80,7 +83,7 @@ TEST_F(Transactions, ChangesBecomeVisibleTogetherAtCommit)
     EXPECT_THAT(storedIds(url), ElementsAre("1", "2"));
 }
 
-TEST_F(Transactions, UncommittedChangesAreTakenBack)
+TEST_P(Transactions, UncommittedChangesAreTakenBack)
 {
     database.insert(device("1", "old"));
     {
@@ -93,7 +96,7 @@ TEST_F(Transactions, UncommittedChangesAreTakenBack)
     EXPECT_EQ(database.find("1")->brandLabelName, "old");
 }
 
-TEST_F(Transactions, ExceptionTakesTheChangesBack)
+TEST_P(Transactions, ExceptionTakesTheChangesBack)
 {
     EXPECT_EQ(failureOf([&] {
                   const auto transaction = database.beginTransaction();
@@ -104,7 +107,7 @@ TEST_F(Transactions, ExceptionTakesTheChangesBack)
     EXPECT_THAT(database.list(), IsEmpty());
 }
 
-TEST_F(Transactions, MovedTransactionGoesOn)
+TEST_P(Transactions, MovedTransactionGoesOn)
 {
     auto first = database.beginTransaction();
     {
@@ -115,7 +118,7 @@ TEST_F(Transactions, MovedTransactionGoesOn)
     EXPECT_THAT(storedIds(url), ElementsAre("1"));
 }
 
-TEST_F(Transactions, AnotherFollowsACommittedOne)
+TEST_P(Transactions, AnotherFollowsACommittedOne)
 {
     database.beginTransaction().commit();
     auto second = database.beginTransaction();
@@ -124,20 +127,20 @@ TEST_F(Transactions, AnotherFollowsACommittedOne)
     EXPECT_THAT(storedIds(url), ElementsAre("2"));
 }
 
-TEST_F(Transactions, DoNotNest)
+TEST_P(Transactions, DoNotNest)
 {
     auto outer = database.beginTransaction();
     database.insert(device("1"));
     EXPECT_EQ(failureOf([&] { database.beginTransaction(); }),
-              "Cannot change device database " + url +
+              "Cannot change device database " + place.name() +
                   ": cannot start a transaction within a transaction");
     outer.commit();
     EXPECT_THAT(storedIds(url), ElementsAre("1"));
 }
 
-TEST_F(Transactions, FailingInsertLeavesTheRestOfTheTransaction)
+TEST_P(Transactions, FailingInsertLeavesTheRestOfTheTransaction)
 {
-    refuseBad("ABORT");
+    place.refuseModuleBad();
     auto transaction = database.beginTransaction();
     database.insert(device("1"));
     EXPECT_EQ(failureOf([&] { database.insert(device("bad")); }), refusal());
@@ -146,24 +149,28 @@ TEST_F(Transactions, FailingInsertLeavesTheRestOfTheTransaction)
     EXPECT_THAT(storedIds(url), ElementsAre("1", "2"));
 }
 
-TEST_F(Transactions, FailingReplacementKeepsTheOldRecord)
+TEST_F(SqliteTransactions, FailingReplacementKeepsTheOldRecord)
 {
     database.insert(device("1", "old"));
-    execute(path, "CREATE TRIGGER refuse BEFORE UPDATE ON device_properties"
+    place.execute("CREATE TRIGGER refuse BEFORE UPDATE ON device_properties"
                   " BEGIN SELECT RAISE(ABORT, 'refused'); END");
-    EXPECT_EQ(failureOf([&] { database.insert(device("1", "new")); }), refusal());
+    EXPECT_EQ(failureOf([&] { database.insert(device("1", "new")); }),
+              "Cannot write to device database " + url + ": refused");
     EXPECT_EQ(database.find("1")->brandLabelName, "old");
 }
 
-TEST_F(Transactions, NothingIsStoredOutsideATransactionThatTheEngineGaveUp)
+TEST_F(SqliteTransactions, NothingIsStoredOutsideATransactionThatTheEngineGaveUp)
 {
-    refuseBad("ROLLBACK");
+    place.execute("CREATE TRIGGER refuse BEFORE INSERT ON device_properties"
+                  " WHEN NEW.module_id = CAST('bad' AS BLOB)"
+                  " BEGIN SELECT RAISE(ROLLBACK, 'refused'); END");
+    const std::string refusal = "Cannot write to device database " + url + ": refused";
     const std::string lost = "Cannot change device database " + url +
                              ": its transaction was taken back after an earlier failure";
     {
         auto transaction = database.beginTransaction();
         database.insert(device("1"));
-        EXPECT_EQ(failureOf([&] { database.insert(device("bad")); }), refusal());
+        EXPECT_EQ(failureOf([&] { database.insert(device("bad")); }), refusal);
         EXPECT_EQ(failureOf([&] { database.insert(device("2")); }), lost);
         EXPECT_EQ(failureOf([&] { database.remove("1"); }), lost);
         EXPECT_EQ(failureOf([&] { transaction.commit(); }), lost);
@@ -173,7 +180,7 @@ TEST_F(Transactions, NothingIsStoredOutsideATransactionThatTheEngineGaveUp)
     EXPECT_THAT(storedIds(url), ElementsAre("3"));
 }
 
-TEST_F(Transactions, FullDiskLeavesTheDatabaseAsItWas)
+TEST_F(SqliteTransactions, FullDiskLeavesTheDatabaseAsItWas)
 {
     database.insert(device("1"));
     auto big = device("2");
@@ -188,11 +195,14 @@ TEST_F(Transactions, FullDiskLeavesTheDatabaseAsItWas)
     EXPECT_THAT(storedIds(url), ElementsAre("1", "2"));
 }
 
-TEST_F(Transactions, OtherWriterIsWaitedForAndThenReported)
+TEST_F(SqliteTransactions, OtherWriterIsWaitedForAndThenReported)
 {
-    auto other = otherProgram(path);
+    setenv("DEVICE_DATABASE_WAIT", "1", 1);
+    DeviceDatabase impatient(url);
+    unsetenv("DEVICE_DATABASE_WAIT");
+    auto other = place.otherProgram();
     other << "BEGIN IMMEDIATE", Poco::Data::Keywords::now;
-    EXPECT_EQ(failureOf([&] { database.insert(device("1")); }),
+    EXPECT_EQ(failureOf([&] { impatient.insert(device("1")); }),
               "Cannot write to device database " + url + ": database is locked");
     EXPECT_THAT(database.list(), IsEmpty());
     other << "ROLLBACK", Poco::Data::Keywords::now;

@@ -12,6 +12,7 @@ namespace {
 
 using devices::database::defaultDatabaseUrl;
 using devices::database::insertDeviceProperties;
+using devices::database::insertThrough;
 using devices::database::useDatabase;
 using devices::database::usedDatabase;
 using testing::ElementsAre;
@@ -75,6 +76,20 @@ TEST_F(UsedDatabase, AnotherChoiceReplacesTheOldOne)
     auto record = device("1");
     insertDeviceProperties(record);
     EXPECT_THAT(storedIds(url), IsEmpty());
+}
+
+TEST_F(UsedDatabase, ChosenInsertionTakesTheRecordsInItsPlace)
+{
+    useDatabase(url);
+    std::vector<std::string> taken;
+    insertThrough([&](auto& record) { taken.push_back(record.moduleIdText); });
+    auto record = device("1");
+    insertDeviceProperties(record);
+    insertThrough({});
+    EXPECT_THAT(taken, ElementsAre("1"));
+    EXPECT_THAT(storedIds(url), IsEmpty());
+    insertDeviceProperties(record);
+    EXPECT_THAT(storedIds(url), ElementsAre("1"));
 }
 
 TEST_F(UsedDatabase, DefaultIsAFileInTheWorkingDirectory)

@@ -1,0 +1,167 @@
+#include "BareSqliteLoop.h"
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <stdexcept>
+
+namespace bench {
+
+namespace {
+
+class Database
+{
+public:
+    explicit Database(const std::string& path)
+    {
+        check(sqlite3_open(path.c_str(), &handle));
+        run("PRAGMA foreign_keys = ON");
+        run("PRAGMA synchronous = EXTRA");
+        run("PRAGMA cache_size = -65536");
+    }
+    ~Database() { sqlite3_close(handle); }
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    void run(const char* sql) { check(sqlite3_exec(handle, sql, nullptr, nullptr, nullptr)); }
+
+    void check(int result)
+    {
+        if (result != SQLITE_OK && result != SQLITE_DONE) {
+            throw std::runtime_error(sqlite3_errmsg(handle));
+        }
+    }
+
+    sqlite3* handle = nullptr;
+};
+
+// A statement whose values are bound in their order.
+class Insertion
+{
+public:
+    Insertion(Database& inDatabase, const char* sql) : database(inDatabase)
+    {
+        database.check(sqlite3_prepare_v2(database.handle, sql, -1, &statement, nullptr));
+    }
+    ~Insertion() { sqlite3_finalize(statement); }
+    Insertion(const Insertion&) = delete;
+    Insertion& operator=(const Insertion&) = delete;
+
+    Insertion& text(const std::string& value)
+    {
+        sqlite3_bind_text(statement, ++bound, value.data(), static_cast<int>(value.size()),
+                          SQLITE_STATIC);
+        return *this;
+    }
+    Insertion& bytes(const char* data, std::size_t size)
+    {
+        sqlite3_bind_blob(statement, ++bound, size == 0 ? "" : data, static_cast<int>(size),
+                          SQLITE_STATIC);
+        return *this;
+    }
+    Insertion& bytes(const std::string& value) { return bytes(value.data(), value.size()); }
+    Insertion& bytes(const std::vector<char>& value) { return bytes(value.data(), value.size()); }
+    Insertion& number(std::int64_t value)
+    {
+        sqlite3_bind_int64(statement, ++bound, value);
+        return *this;
+    }
+    void insert()
+    {
+        database.check(sqlite3_step(statement));
+        sqlite3_reset(statement);
+        bound = 0;
+    }
+
+private:
+    Database& database;
+    sqlite3_stmt* statement = nullptr;
+    int bound = 0;
+};
+
+struct Insertions
+{
+    explicit Insertions(Database& database)
+        : record(database, "INSERT INTO device_properties VALUES (?,?,?,?,?,?,?,?,?,?)"),
+          module(database, "INSERT INTO modules VALUES (?,?,?,?,?,?,?,?,?)"),
+          channel(database, "INSERT INTO channels VALUES (?,?,?,?,?,?,?,?)"),
+          parameter(database, "INSERT INTO parameters VALUES (?,?,?,?,?,?,?,?,?,?)"),
+          option(database, "INSERT INTO options VALUES (?,?,?,?,?,?)")
+    {}
+
+    Insertion record;
+    Insertion module;
+    Insertion channel;
+    Insertion parameter;
+    Insertion option;
+};
+
+std::string searchText(const devices::database::ModuleContent& content)
+{
+    std::string text = content.label + "\n" + content.orderCode;
+    for (const auto& channel : content.channels) {
+        text += "\n" + channel.name;
+    }
+    for (const auto& parameter : content.parameters) {
+        text += "\n" + parameter.name;
+    }
+    return text;
+}
+
+void insertOptions(Insertions& into, const std::string& family, const std::string& id,
+                   int parameter,
+                   const std::vector<devices::database::ModuleContent::Option>& options)
+{
+    int position = 0;
+    for (const auto& option : options) {
+        into.option.text(family).text(id).number(parameter).number(position++).text(option.text);
+        into.option.text(option.value).insert();
+    }
+}
+
+void insertModule(Insertions& into, const GeneratedModules::Module& module)
+{
+    const auto& record = module.record;
+    const auto& content = module.content;
+    const std::string& family = record.family;
+    const std::string& id = record.moduleIdText;
+    into.record.bytes(family).bytes(id).bytes(record.brandLabelName).bytes(record.text4);
+    into.record.bytes(record.text5).bytes(*record.hostBytes).bytes(*record.mxFileData);
+    into.record.bytes(*record.defaultParameterBlock).number(record.inDataSize);
+    into.record.number(record.outDataSize).insert();
+    const std::string search = searchText(content);
+    into.module.text(family).text(id).bytes(family).bytes(id).text(content.label);
+    into.module.text(content.orderCode).number(record.inDataSize).number(record.outDataSize);
+    into.module.text(search).insert();
+    int position = 0;
+    for (const auto& channel : content.channels) {
+        into.channel.text(family).text(id).number(position++).number(channel.number);
+        into.channel.text(channel.name).text(channel.direction).text(channel.sizeLetter);
+        into.channel.text(channel.symbol).insert();
+    }
+    position = 0;
+    for (const auto& parameter : content.parameters) {
+        into.parameter.text(family).text(id).number(position).text(parameter.name);
+        into.parameter.number(parameter.channel.value_or(255)).number(parameter.widthBits);
+        into.parameter.text(parameter.defaultValue).text(parameter.minimum);
+        into.parameter.text(parameter.maximum).text(parameter.unit).insert();
+        insertOptions(into, family, id, position++, parameter.options);
+    }
+}
+
+} // namespace
+
+void bareSqliteLoop(const std::string& path, const std::vector<GeneratedModules::Module>& modules)
+{
+    Database database(path);
+    database.run("BEGIN IMMEDIATE");
+    {
+        Insertions insertions(database);
+        for (const GeneratedModules::Module& module : modules) {
+            insertModule(insertions, module);
+        }
+    }
+    database.run("COMMIT");
+}
+
+} // namespace bench

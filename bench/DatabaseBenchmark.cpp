@@ -1,0 +1,207 @@
+#include "BareSqliteLoop.h"
+#include "GeneratedModules.h"
+
+#include "database/Population.h"
+
+#include <devices/database/DeviceDatabase.h>
+#include <devices/parser/mx/HexText.h>
+#include <devices/parser/mx/Parser_kv38.h>
+
+#include <benchmark/benchmark.h>
+#include <fmt/format.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <iostream>
+
+// What a catalogue costs, against SQLite alone; and whether finding a module stays as fast in a
+// large one. With TEST_POSTGRESQL set (tests/devicedb/with-postgresql) on both engines.
+
+namespace {
+
+using bench::GeneratedModules;
+using devices::database::DeviceDatabase;
+namespace fs = std::filesystem;
+
+constexpr std::size_t moduleCount = 10000;
+
+fs::path workingDirectory()
+{
+    static const fs::path directory = [] {
+        std::string name = (fs::temp_directory_path() / "bench-database-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr) {
+            throw std::runtime_error("cannot make " + name);
+        }
+        return fs::path(name);
+    }();
+    return directory;
+}
+
+const GeneratedModules& generated()
+{
+    static const GeneratedModules modules(workingDirectory() / "modules", moduleCount);
+    return modules;
+}
+
+const std::vector<GeneratedModules::Module>& translated()
+{
+    static const auto modules = generated().translate();
+    return modules;
+}
+
+std::string freshSqliteFile()
+{
+    const std::string path = (workingDirectory() / "devices.sqlite").string();
+    for (const char* end : {"", "-wal", "-shm"}) {
+        fs::remove(path + end);
+    }
+    DeviceDatabase{"sqlite:" + path}; // makes the tables
+    return path;
+}
+
+const char* server()
+{
+    return std::getenv("TEST_POSTGRESQL");
+}
+
+std::string urlOf(bool postgresql)
+{
+    return postgresql ? std::string("postgresql:") + server() : "sqlite:" + freshSqliteFile();
+}
+
+void emptyDatabase(DeviceDatabase& database)
+{
+    auto transaction = database.beginTransaction();
+    for (const auto& module : database.search({})) {
+        database.remove(module.family, module.moduleIdText);
+    }
+    transaction.commit();
+}
+
+void perModule(benchmark::State& state)
+{
+    state.counters["per_module"] =
+        benchmark::Counter(static_cast<double>(state.iterations()) * moduleCount,
+                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+// The parser's walk over the files, with nothing stored.
+void translate(benchmark::State& state)
+{
+    generated();
+    devices::database::insertThrough([](auto& record) { benchmark::DoNotOptimize(record); });
+    for (auto _ : state) {
+        devices::parser::mx::Parser_kv38 parser;
+        benchmark::DoNotOptimize(
+            parser.populateDatabase((workingDirectory() / "modules").string()));
+    }
+    devices::database::insertThrough({});
+    perModule(state);
+}
+
+void bareLoop(benchmark::State& state)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        const auto& modules = translated();
+        const std::string path = freshSqliteFile();
+        state.ResumeTiming();
+        bench::bareSqliteLoop(path, modules);
+    }
+    perModule(state);
+}
+
+// Insertion through the library, without the translation.
+void insert(benchmark::State& state, bool postgresql)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        const auto& modules = translated();
+        DeviceDatabase database(urlOf(postgresql));
+        emptyDatabase(database);
+        state.ResumeTiming();
+        auto transaction = database.beginTransaction();
+        for (const auto& module : modules) {
+            database.insert(module.record, module.content);
+        }
+        transaction.commit();
+    }
+    perModule(state);
+}
+
+// What mxtool populate does.
+void populate(benchmark::State& state, bool postgresql)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        generated();
+        DeviceDatabase database(urlOf(postgresql));
+        emptyDatabase(database);
+        state.ResumeTiming();
+        auto transaction = database.beginTransaction();
+        mxtool::populate((workingDirectory() / "modules").string(), database, transaction, "error");
+        transaction.commit();
+    }
+    perModule(state);
+}
+
+void find(benchmark::State& state, bool postgresql)
+{
+    DeviceDatabase database(urlOf(postgresql));
+    emptyDatabase(database);
+    const auto count = static_cast<std::uint32_t>(state.range(0));
+    {
+        auto transaction = database.beginTransaction();
+        auto record = translated().front().record;
+        for (std::uint32_t number = 0; number < count; ++number) {
+            record.moduleIdText = devices::parser::mx::u32AsHex(number);
+            database.insert(record);
+        }
+        transaction.commit();
+    }
+    std::uint32_t number = 0;
+    for (auto _ : state) {
+        number = (number + 7919) % count;
+        if (!database.find(devices::parser::mx::u32AsHex(number))) {
+            state.SkipWithError("a module is missing");
+        }
+    }
+}
+
+void registerAll()
+{
+    using benchmark::kMicrosecond;
+    using benchmark::kMillisecond;
+    benchmark::RegisterBenchmark("translation", translate)->Unit(kMillisecond);
+    benchmark::RegisterBenchmark("bare loop/SQLite", bareLoop)->Unit(kMillisecond);
+    for (const bool postgresql : {false, true}) {
+        if (postgresql && server() == nullptr) {
+            continue;
+        }
+        const std::string engine = postgresql ? "PostgreSQL" : "SQLite";
+        const auto named = [&](const char* what) { return fmt::format("{}/{}", what, engine); };
+        benchmark::RegisterBenchmark(named("insert").c_str(), insert, postgresql)
+            ->Unit(kMillisecond)
+            ->UseRealTime();
+        benchmark::RegisterBenchmark(named("populate").c_str(), populate, postgresql)
+            ->Unit(kMillisecond)
+            ->UseRealTime();
+        benchmark::RegisterBenchmark(named("find among").c_str(), find, postgresql)
+            ->RangeMultiplier(10)
+            ->Range(100, 100000)
+            ->Unit(kMicrosecond)
+            ->UseRealTime();
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    registerAll();
+    benchmark::RunSpecifiedBenchmarks();
+    std::error_code ignored;
+    fs::remove_all(workingDirectory(), ignored);
+    return 0;
+}

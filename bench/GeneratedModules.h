@@ -1,0 +1,33 @@
+#pragma once
+
+#include <devices/database/DeviceDatabase.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// Modules of their own, made of the examples with other identifiers: as files and translated.
+class GeneratedModules
+{
+public:
+    /// Writes `count` files into `directory`.
+    GeneratedModules(const std::filesystem::path& directory, std::size_t count);
+
+    struct Module
+    {
+        devices::database::DeviceProperties record;
+        devices::database::ModuleContent content;
+    };
+
+    /// Translates every file anew.
+    std::vector<Module> translate() const;
+
+    const std::vector<std::string>& files() const { return paths; }
+
+private:
+    std::vector<std::string> paths;
+};
+
+} // namespace bench

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "devices/database/DeviceDatabaseApi.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace devices::database {
+
+/// How a field of a module is compared with a value.
+enum class Comparison
+{
+    Equal,
+    NotEqual,
+    Less,
+    LessOrEqual,
+    Greater,
+    GreaterOrEqual,
+    Contains ///< The text holds the value; of texts only.
+};
+
+/// A field of a module that a condition may name.
+struct ModuleField
+{
+    std::string name;
+    bool isNumber; ///< Compared as a whole number; else as text.
+    std::string meaning;
+};
+
+/// One condition on a module.
+struct ModuleCondition
+{
+    std::string field; ///< One of `moduleFields`.
+    Comparison comparison;
+    std::string value; ///< Decimal for a number.
+};
+
+/// Which modules are asked for; an empty query asks for all of them.
+struct ModuleQuery
+{
+    /// Each occurs in label, order code, or the name of a channel or parameter; case is ignored.
+    std::vector<std::string> words;
+    std::vector<ModuleCondition> conditions; ///< All of them hold.
+};
+
+/// What a list of modules shows of each. The texts are the bytes of the record.
+struct ModuleSummary
+{
+    std::string family;
+    std::string moduleIdText;
+    std::string brandLabelName;
+    std::uint32_t inDataSize = 0; ///< In bytes, like the sizes below.
+    std::uint32_t outDataSize = 0;
+    std::uint64_t parameterBlockSize = 0;
+    std::uint64_t mxFileSize = 0; ///< Of the file on disk.
+    bool hasContent = false;      ///< Whether the catalogue knows what is inside.
+};
+
+/// Returns the fields that a condition may name.
+DEVICE_DATABASE_API const std::vector<ModuleField>& moduleFields();
+
+} // namespace devices::database

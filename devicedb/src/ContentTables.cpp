@@ -1,0 +1,266 @@
+#include "ContentTables.h"
+
+#include "RecordRow.h"
+
+#include <Poco/UTF8Encoding.h>
+#include <Poco/UTF8String.h>
+
+#include <algorithm>
+
+namespace devices::database {
+
+namespace {
+
+// 0 for a byte that begins no character of more than one byte.
+std::size_t lengthOfCharacter(unsigned char lead)
+{
+    if (lead < 0xC0) {
+        return 0;
+    }
+    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+}
+
+bool isAscii(char byte)
+{
+    return static_cast<signed char>(byte) >= 0;
+}
+
+// PostgreSQL refuses such texts and SQLite does not: the rule is here, for both.
+const std::string& readable(const std::string& text)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        if (isAscii(text[at]) && text[at] != '\0') {
+            ++at;
+            continue;
+        }
+        const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data()) + at;
+        const std::size_t length = lengthOfCharacter(*bytes);
+        if (length == 0 || length > text.size() - at ||
+            !Poco::UTF8Encoding::isLegal(bytes, static_cast<int>(length))) {
+            throw SqlFailure("byte " + std::to_string(at + 1) + " of a text of " +
+                             std::to_string(text.size()) +
+                             " bytes in the catalogue is no UTF-8 without NUL");
+        }
+        at += length;
+    }
+    return text;
+}
+
+std::string searchText(const ModuleContent& content)
+{
+    std::string text = content.label + "\n" + content.orderCode;
+    for (const ModuleContent::Channel& channel : content.channels) {
+        text += "\n" + channel.name;
+    }
+    for (const ModuleContent::Parameter& parameter : content.parameters) {
+        text += "\n" + parameter.name;
+    }
+    return foldedText(text);
+}
+
+using Value = RowSql::Value;
+
+Value asText()
+{
+    return {"?", false};
+}
+
+RowSql moduleDeletion(const SqlDialect& dialect)
+{
+    const Value key = bytesValue(dialect);
+    return {"DELETE FROM modules WHERE (record_family, record_module_id) = ", {key, key}, ""};
+}
+
+RowSql moduleInsertion(const SqlDialect& dialect)
+{
+    const Value key = bytesValue(dialect);
+    return {"INSERT INTO modules (family, module, record_family, record_module_id, label,"
+            " order_code, in_bytes, out_bytes, search_text) VALUES ",
+            {asText(), asText(), key, key, asText(), asText(), asText(), asText(), asText()},
+            ""};
+}
+
+RowSql channelInsertion()
+{
+    return {"INSERT INTO channels (family, module, position, number, name, direction, size_letter,"
+            " symbol) VALUES ",
+            std::vector<Value>(8, asText()), ""};
+}
+
+RowSql parameterInsertion()
+{
+    std::vector<Value> values(10, asText());
+    values[4] = {"CAST(nullif(?, '') AS INTEGER)", false}; // the channel, which may be none
+    return {"INSERT INTO parameters (family, module, position, name, channel, width_bits,"
+            " default_value, minimum, maximum, unit) VALUES ",
+            values, ""};
+}
+
+RowSql optionInsertion()
+{
+    return {"INSERT INTO options (family, module, parameter_position, position, text, value)"
+            " VALUES ",
+            std::vector<Value>(6, asText()), ""};
+}
+
+std::vector<RowStatement::Row> channelRows(const std::string& family, const std::string& module,
+                                           const ModuleContent& content)
+{
+    std::vector<RowStatement::Row> rows;
+    for (const ModuleContent::Channel& channel : content.channels) {
+        rows.push_back({family, module, std::to_string(rows.size()), std::to_string(channel.number),
+                        readable(channel.name), readable(channel.direction),
+                        readable(channel.sizeLetter), readable(channel.symbol)});
+    }
+    return rows;
+}
+
+std::vector<RowStatement::Row> parameterRows(const std::string& family, const std::string& module,
+                                             const ModuleContent& content)
+{
+    std::vector<RowStatement::Row> rows;
+    for (const ModuleContent::Parameter& parameter : content.parameters) {
+        rows.push_back({family, module, std::to_string(rows.size()), readable(parameter.name),
+                        parameter.channel ? std::to_string(*parameter.channel) : "",
+                        std::to_string(parameter.widthBits), readable(parameter.defaultValue),
+                        readable(parameter.minimum), readable(parameter.maximum),
+                        readable(parameter.unit)});
+    }
+    return rows;
+}
+
+std::vector<RowStatement::Row> optionRows(const std::string& family, const std::string& module,
+                                          const ModuleContent& content)
+{
+    std::vector<RowStatement::Row> rows;
+    for (std::size_t parameter = 0; parameter < content.parameters.size(); ++parameter) {
+        std::size_t position = 0;
+        for (const ModuleContent::Option& option : content.parameters[parameter].options) {
+            rows.push_back({family, module, std::to_string(parameter), std::to_string(position++),
+                            readable(option.text), readable(option.value)});
+        }
+    }
+    return rows;
+}
+
+} // namespace
+
+ContentTables::ContentTables(SqlConnection& connection)
+    : deletion(connection.makeRowStatement(moduleDeletion(connection.dialect()))),
+      modules(connection.makeRowStatement(moduleInsertion(connection.dialect()))),
+      channels(connection.makeRowStatement(channelInsertion())),
+      parameters(connection.makeRowStatement(parameterInsertion())),
+      options(connection.makeRowStatement(optionInsertion()))
+{}
+
+void ContentTables::remove(const DeviceProperties& record)
+{
+    deletion->execute({{record.family, record.moduleIdText}});
+}
+
+void ContentTables::insert(const DeviceProperties& record, const ModuleContent& content)
+{
+    const std::string& family = readable(record.family);
+    const std::string& module = readable(record.moduleIdText);
+    const RowStatement::Row moduleRow = {family,
+                                         module,
+                                         family,
+                                         module,
+                                         readable(content.label),
+                                         readable(content.orderCode),
+                                         std::to_string(record.inDataSize),
+                                         std::to_string(record.outDataSize),
+                                         searchText(content)};
+    modules->execute({moduleRow});
+    channels->execute(channelRows(family, module, content));
+    parameters->execute(parameterRows(family, module, content));
+    options->execute(optionRows(family, module, content));
+}
+
+namespace {
+
+using Row = SqlConnection::Row;
+using Key = std::vector<SqlParameter>;
+
+constexpr const char* ofKey = " WHERE family = $1 AND module = $2 ORDER BY ";
+
+unsigned toNumber(const std::string& decimal)
+{
+    return static_cast<unsigned>(std::stoul(decimal));
+}
+
+void readChannels(SqlConnection& connection, const Key& key, ModuleContent& content)
+{
+    const std::string select = "SELECT number, name, direction, size_letter, symbol FROM channels" +
+                               std::string(ofKey) + "position";
+    connection.query(select, key, 5, [&](const Row& row) {
+        content.channels.push_back({toNumber(row[0]), row[1], row[2], row[3], row[4]});
+    });
+}
+
+void readParameters(SqlConnection& connection, const Key& key, ModuleContent& content)
+{
+    const std::string select =
+        "SELECT name, coalesce(CAST(channel AS TEXT), ''), width_bits, default_value, minimum,"
+        " maximum, unit FROM parameters" +
+        std::string(ofKey) + "position";
+    connection.query(select, key, 7, [&](const Row& row) {
+        ModuleContent::Parameter parameter;
+        parameter.name = row[0];
+        if (!row[1].empty()) {
+            parameter.channel = toNumber(row[1]);
+        }
+        parameter.widthBits = toNumber(row[2]);
+        parameter.defaultValue = row[3];
+        parameter.minimum = row[4];
+        parameter.maximum = row[5];
+        parameter.unit = row[6];
+        content.parameters.push_back(std::move(parameter));
+    });
+}
+
+void readOptions(SqlConnection& connection, const Key& key, ModuleContent& content)
+{
+    const std::string select = "SELECT parameter_position, text, value FROM options" +
+                               std::string(ofKey) + "parameter_position, position";
+    connection.query(select, key, 3, [&](const Row& row) {
+        content.parameters.at(toNumber(row[0])).options.push_back({row[1], row[2]});
+    });
+}
+
+} // namespace
+
+std::optional<ModuleContent> readContent(SqlConnection& connection, const std::string& family,
+                                         const std::string& moduleId)
+{
+    const Key key = {{family, false}, {moduleId, false}};
+    std::optional<ModuleContent> content;
+    connection.query("SELECT label, order_code FROM modules WHERE family = $1 AND module = $2", key,
+                     2, [&](const Row& row) {
+                         content.emplace();
+                         content->label = row[0];
+                         content->orderCode = row[1];
+                     });
+    if (content) {
+        readChannels(connection, key, *content);
+        readParameters(connection, key, *content);
+        readOptions(connection, key, *content);
+    }
+    return content;
+}
+
+// Only what is beyond ASCII needs the tables of Unicode, which are slow to ask.
+std::string foldedText(const std::string& text)
+{
+    std::string folded;
+    for (auto at = text.begin(); at != text.end();) {
+        const auto end = std::find_if(at, text.end(), isAscii);
+        folded += at == end ? "" : Poco::UTF8::toLower(std::string(at, end));
+        for (at = end; at != text.end() && isAscii(*at); ++at) {
+            folded += *at >= 'A' && *at <= 'Z' ? static_cast<char>(*at - 'A' + 'a') : *at;
+        }
+    }
+    return folded;
+}
+
+} // namespace devices::database

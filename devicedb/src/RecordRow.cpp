@@ -1,0 +1,90 @@
+#include "RecordRow.h"
+
+namespace devices::database {
+
+namespace {
+
+std::string asText(const DeviceProperties::Bytes& bytes)
+{
+    return bytes.isNull() ? "" : std::string(bytes->begin(), bytes->end());
+}
+
+DeviceProperties::Bytes toBytes(const std::string& bytes)
+{
+    return new std::vector<char>(bytes.begin(), bytes.end());
+}
+
+std::uint32_t toSize(const std::string& decimal)
+{
+    return static_cast<std::uint32_t>(std::stoull(decimal));
+}
+
+DeviceProperties toRecord(const SqlConnection::Row& row)
+{
+    DeviceProperties record;
+    record.family = row[0];
+    record.moduleIdText = row[1];
+    record.brandLabelName = row[2];
+    record.text4 = row[3];
+    record.text5 = row[4];
+    record.hostBytes = toBytes(row[5]);
+    record.mxFileData = toBytes(row[6]);
+    record.defaultParameterBlock = toBytes(row[7]);
+    record.inDataSize = toSize(row[8]);
+    record.outDataSize = toSize(row[9]);
+    return record;
+}
+
+} // namespace
+
+RowSql::Value bytesValue(const SqlDialect& dialect)
+{
+    return {std::string("coalesce(CAST(? AS ") + dialect.bytes + "), " + dialect.noBytes + ")",
+            true};
+}
+
+RowSql recordInsertion(const SqlDialect& dialect)
+{
+    const RowSql::Value bytes = bytesValue(dialect);
+    const RowSql::Value number = {"?", false};
+    return {"INSERT INTO device_properties (family, module_id, brand_label_name, text4, text5,"
+            " host_bytes, mx_file_data, default_parameter_block, in_data_size, out_data_size)"
+            " VALUES ",
+            {bytes, bytes, bytes, bytes, bytes, bytes, bytes, bytes, number, number},
+            " ON CONFLICT (family, module_id) DO UPDATE SET"
+            " brand_label_name = excluded.brand_label_name, text4 = excluded.text4,"
+            " text5 = excluded.text5, host_bytes = excluded.host_bytes,"
+            " mx_file_data = excluded.mx_file_data,"
+            " default_parameter_block = excluded.default_parameter_block,"
+            " in_data_size = excluded.in_data_size, out_data_size = excluded.out_data_size"};
+}
+
+RowStatement::Row toRow(const DeviceProperties& record)
+{
+    return {record.family,
+            record.moduleIdText,
+            record.brandLabelName,
+            record.text4,
+            record.text5,
+            asText(record.hostBytes),
+            asText(record.mxFileData),
+            asText(record.defaultParameterBlock),
+            std::to_string(record.inDataSize),
+            std::to_string(record.outDataSize)};
+}
+
+const char* const recordSelect =
+    "SELECT family, module_id, brand_label_name, text4, text5, host_bytes, mx_file_data,"
+    " default_parameter_block, in_data_size, out_data_size FROM device_properties";
+
+std::vector<DeviceProperties> fetchRecords(SqlConnection& connection, const std::string& select,
+                                           const std::vector<SqlParameter>& parameters)
+{
+    constexpr std::size_t columns = 10;
+    std::vector<DeviceProperties> records;
+    connection.query(select, parameters, columns,
+                     [&](const SqlConnection::Row& row) { records.push_back(toRecord(row)); });
+    return records;
+}
+
+} // namespace devices::database

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace devices::database {
+
+/// A statement that takes rows of values: "head (value, value), (value, value) tail". Without
+/// values it is its head.
+struct RowSql
+{
+    struct Value
+    {
+        std::string sql; ///< What becomes of the cell; "?" stands for it.
+        bool isBytes;    ///< The cell is bytes; else text, or a number as text.
+    };
+
+    std::string head;
+    std::vector<Value> values;
+    std::string tail;
+};
+
+/// A statement that is prepared once and executed for rows. One implementation per engine, since
+/// what makes many rows fast differs: see each. Whatever fails is a `SqlFailure`; the object is of
+/// no more use then.
+class RowStatement
+{
+public:
+    using Row = std::vector<std::string>;
+
+    RowStatement() = default;
+    virtual ~RowStatement() = default;
+    RowStatement(const RowStatement&) = delete;
+    RowStatement& operator=(const RowStatement&) = delete;
+
+    virtual void execute(const std::vector<Row>& rows) = 0;
+};
+
+/// Makes the statements of the engine at hand.
+using MakeRowStatement = std::function<std::unique_ptr<RowStatement>(const RowSql&)>;
+
+} // namespace devices::database

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "RowStatement.h"
+#include "SqlDialect.h"
+
+#include <stdexcept>
+
+namespace devices::database {
+
+/// What an engine answered in place of doing its work: the reason, in one line fit for a person.
+class SqlFailure : public std::runtime_error
+{
+public:
+    enum class Concern
+    {
+        Statement, ///< This one was refused; others may succeed.
+        Database   ///< A full disk, a lost connection, a missing right: the next one fails too.
+    };
+
+    explicit SqlFailure(const std::string& reason, Concern concerned = Concern::Statement)
+        : std::runtime_error(reason), concern(concerned)
+    {}
+
+    Concern concern;
+};
+
+/// A value that takes the place of $1, $2 ... in a statement.
+struct SqlParameter
+{
+    std::string value;
+    bool isBytes; ///< Else text, or a number as text.
+};
+
+/// One connection to an engine. Whatever fails is a `SqlFailure`.
+class SqlConnection
+{
+public:
+    using Row = std::vector<std::string>; ///< Bytes and texts as they are, numbers in decimal.
+
+    SqlConnection() = default;
+    virtual ~SqlConnection() = default;
+    SqlConnection(const SqlConnection&) = delete;
+    SqlConnection& operator=(const SqlConnection&) = delete;
+
+    virtual const SqlDialect& dialect() const = 0;
+
+    /// Runs a statement without parameters or results.
+    virtual void execute(const std::string& sql) = 0;
+
+    /// As above, for the few statements that are needed again and again.
+    virtual void executeOften(const std::string& sql) { execute(sql); }
+
+    /// Runs a statement and returns how many rows it changed.
+    virtual std::size_t change(const std::string& sql,
+                               const std::vector<SqlParameter>& parameters) = 0;
+
+    /// Calls `take` for every row of the answer, which has `columns` columns and no NULL.
+    virtual void query(const std::string& sql, const std::vector<SqlParameter>& parameters,
+                       std::size_t columns, const std::function<void(const Row&)>& take) = 0;
+
+    /// Makes a statement for rows. It must not outlive the connection.
+    virtual std::unique_ptr<RowStatement> makeRowStatement(const RowSql& rowSql) = 0;
+
+    /// Returns whether a transaction is open and unbroken.
+    virtual bool holdsTransaction() = 0;
+
+    /// Returns why a transaction that was begun is no longer held.
+    virtual std::string whyTransactionIsLost() = 0;
+};
+
+} // namespace devices::database

@@ -1,0 +1,322 @@
+#include "SqlRecordStore.h"
+
+#include "DatabaseFailure.h"
+#include "ModuleSearch.h"
+#include "RecordRow.h"
+#include "SqlSchema.h"
+
+#include <Poco/Thread.h>
+
+namespace devices::database {
+
+namespace {
+
+std::optional<DeviceProperties> firstOf(const std::vector<DeviceProperties>& records)
+{
+    return records.empty() ? std::nullopt : std::optional(records.front());
+}
+
+} // namespace
+
+// What every record needs, prepared at the first one.
+struct SqlRecordStore::Prepared
+{
+    explicit Prepared(SqlConnection& connection)
+        : records(connection.makeRowStatement(recordInsertion(connection.dialect()))),
+          content(connection)
+    {}
+
+    std::unique_ptr<RowStatement> records;
+    ContentTables content;
+};
+
+SqlRecordStore::SqlRecordStore(std::string name, std::unique_ptr<SqlConnection> openConnection,
+                               OpenMode mode)
+    : shownName(std::move(name)), connection(std::move(openConnection))
+{
+    prepareSchema(mode);
+}
+
+SqlRecordStore::~SqlRecordStore() = default;
+
+template <typename Work>
+auto SqlRecordStore::attempt(const char* attempted, Work work) -> decltype(work())
+{
+    try {
+        return work();
+    } catch (const SqlFailure& failure) {
+        fail(shownName, attempted, failure.what());
+    }
+}
+
+SqlRecordStore::Prepared& SqlRecordStore::prepared()
+{
+    if (preparedStatements == nullptr) {
+        preparedStatements = std::make_unique<Prepared>(*connection);
+    }
+    return *preparedStatements;
+}
+
+void SqlRecordStore::prepareSchema(OpenMode mode)
+{
+    attempt("open", [&] {
+        const int version = readSchemaVersion();
+        if (version == 0 && mode == OpenMode::ExistingOnly) {
+            fail(shownName, "open", "it holds no device database");
+        }
+        if (version != schemaVersion) {
+            migrate();
+        }
+    });
+}
+
+// Another process may prepare the schema at the same time. An engine that does not lock an empty
+// database lets one of the two fail, which then finds what the other one made.
+void SqlRecordStore::migrate()
+{
+    constexpr int attempts = 10;
+    constexpr long pause = 100; // milliseconds
+    for (int attemptNumber = 1;; ++attemptNumber) {
+        try {
+            connection->execute(connection->dialect().beginWriting);
+            migrateFrom(readSchemaVersion());
+            connection->execute("COMMIT");
+            return;
+        } catch (const SqlFailure&) {
+            takeBack(true);
+            if (attemptNumber == attempts || readSchemaVersion() == schemaVersion) {
+                if (readSchemaVersion() == schemaVersion) {
+                    return;
+                }
+                throw;
+            }
+            Poco::Thread::sleep(pause);
+        } catch (...) {
+            takeBack(true);
+            throw;
+        }
+    }
+}
+
+// Returns 0 for an empty database.
+int SqlRecordStore::readSchemaVersion()
+{
+    int tables = 0;
+    int ownTables = 0;
+    connection->query(connection->dialect().countTables, {}, 2, [&](const SqlConnection::Row& row) {
+        tables = std::stoi(row[0]);
+        ownTables = std::stoi(row[1]);
+    });
+    if (tables == 0) {
+        return 0;
+    }
+    if (ownTables != 2) {
+        fail(shownName, "open",
+             "it holds other tables, expected a device database or an empty one");
+    }
+    int version = 0;
+    connection->query("SELECT coalesce(max(version), 0) FROM schema_version", {}, 1,
+                      [&](const SqlConnection::Row& row) { version = std::stoi(row[0]); });
+    if (version < 1) {
+        fail(shownName, "open",
+             "its table schema_version states version " + std::to_string(version) +
+                 ", expected 1 or above");
+    }
+    if (version > schemaVersion) {
+        fail(shownName, "open",
+             "its schema has version " + std::to_string(version) + ", this library knows " +
+                 std::to_string(schemaVersion) + " at most");
+    }
+    return version;
+}
+
+void SqlRecordStore::migrateFrom(int version)
+{
+    const auto steps = sqlMigrations(connection->dialect());
+    for (; version < schemaVersion; ++version) {
+        for (const std::string& statement : steps[static_cast<std::size_t>(version)]) {
+            connection->execute(statement);
+        }
+    }
+    connection->execute("DELETE FROM schema_version");
+    connection->execute("INSERT INTO schema_version (version) VALUES (" + std::to_string(version) +
+                        ")");
+}
+
+void SqlRecordStore::startTransaction()
+{
+    try {
+        connection->execute(connection->dialect().beginWriting);
+        connection->execute(connection->dialect().claimWriting);
+    } catch (...) {
+        takeBack(true);
+        throw;
+    }
+}
+
+void SqlRecordStore::begin()
+{
+    if (inTransaction) {
+        fail(shownName, "change", "cannot start a transaction within a transaction");
+    }
+    attempt("change", [this] { startTransaction(); });
+    inTransaction = true;
+}
+
+void SqlRecordStore::commit()
+{
+    requireTransaction();
+    attempt("change", [this] { connection->execute("COMMIT"); });
+    inTransaction = false;
+}
+
+void SqlRecordStore::rollback()
+{
+    inTransaction = false;
+    takeBack(true);
+}
+
+bool SqlRecordStore::isTransactionAlive()
+{
+    return inTransaction && connection->holdsTransaction();
+}
+
+// What follows a lost transaction would be stored outside of it, each change for good.
+void SqlRecordStore::requireTransaction()
+{
+    if (inTransaction && !connection->holdsTransaction()) {
+        fail(shownName, "change", connection->whyTransactionIsLost());
+    }
+}
+
+// Fails where the engine has taken everything back already, or is gone: nothing is left to do then.
+void SqlRecordStore::takeBack(bool wholeTransaction)
+{
+    try {
+        connection->execute(wholeTransaction ? "ROLLBACK" : "ROLLBACK TO SAVEPOINT one_change");
+        if (!wholeTransaction) {
+            connection->execute("RELEASE SAVEPOINT one_change");
+        }
+    } catch (const SqlFailure&) {
+        // The failure that led here is the one to report.
+    }
+    preparedStatements.reset(); // a driver's statement is of no more use after a failure
+}
+
+void SqlRecordStore::change(const char* attempted, const std::function<void()>& work)
+{
+    requireTransaction();
+    attempt(attempted, [&] {
+        const bool alone = !inTransaction;
+        if (alone) {
+            startTransaction();
+        } else {
+            connection->executeOften("SAVEPOINT one_change");
+        }
+        try {
+            work();
+            alone ? connection->execute("COMMIT")
+                  : connection->executeOften("RELEASE SAVEPOINT one_change");
+        } catch (const SqlFailure& failure) {
+            takeBack(alone || failure.concern == SqlFailure::Concern::Database);
+            throw;
+        } catch (...) {
+            takeBack(alone);
+            throw;
+        }
+    });
+}
+
+void SqlRecordStore::insert(const DeviceProperties& record, const ModuleContent* content)
+{
+    change("write to", [&] {
+        prepared().records->execute({toRow(record)});
+        prepared().content.remove(record);
+        if (content != nullptr) {
+            prepared().content.insert(record, *content);
+        }
+    });
+}
+
+std::string SqlRecordStore::ofModule() const
+{
+    return std::string(" WHERE module_id = coalesce($1, ") + connection->dialect().noBytes + ")";
+}
+
+std::string SqlRecordStore::ofRecord() const
+{
+    return ofModule() + " AND family = coalesce($2, " + connection->dialect().noBytes + ")";
+}
+
+std::optional<DeviceProperties> SqlRecordStore::find(const std::string& moduleId)
+{
+    return attempt("read", [&] {
+        return firstOf(fetchRecords(*connection,
+                                    recordSelect + ofModule() + " ORDER BY family LIMIT 1",
+                                    {{moduleId, true}}));
+    });
+}
+
+std::optional<DeviceProperties> SqlRecordStore::findExactly(const std::string& family,
+                                                            const std::string& moduleId)
+{
+    return attempt("read", [&] {
+        return firstOf(fetchRecords(*connection, recordSelect + ofRecord(),
+                                    {{moduleId, true}, {family, true}}));
+    });
+}
+
+std::vector<DeviceProperties> SqlRecordStore::list()
+{
+    return attempt("read", [&] {
+        return fetchRecords(*connection, std::string(recordSelect) + " ORDER BY family, module_id",
+                            {});
+    });
+}
+
+std::vector<ModuleSummary> SqlRecordStore::search(const ModuleQuery& query)
+{
+    return attempt("read", [&] { return searchModules(*connection, query); });
+}
+
+std::optional<ModuleContent> SqlRecordStore::content(const std::string& family,
+                                                     const std::string& moduleId)
+{
+    requireTransaction();
+    return attempt("read", [&] {
+        if (inTransaction) {
+            return readContent(*connection, family, moduleId);
+        }
+        connection->execute(connection->dialect().beginReading);
+        try {
+            auto content = readContent(*connection, family, moduleId);
+            connection->execute("COMMIT");
+            return content;
+        } catch (...) {
+            takeBack(true);
+            throw;
+        }
+    });
+}
+
+bool SqlRecordStore::remove(const std::string& moduleId)
+{
+    bool removed = false;
+    change("write to", [&] {
+        removed = connection->change("DELETE FROM device_properties" + ofModule(),
+                                     {{moduleId, true}}) != 0;
+    });
+    return removed;
+}
+
+bool SqlRecordStore::removeExactly(const std::string& family, const std::string& moduleId)
+{
+    bool removed = false;
+    change("write to", [&] {
+        removed = connection->change("DELETE FROM device_properties" + ofRecord(),
+                                     {{moduleId, true}, {family, true}}) != 0;
+    });
+    return removed;
+}
+
+} // namespace devices::database

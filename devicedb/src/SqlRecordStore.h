@@ -1,0 +1,65 @@
+#pragma once
+
+#include "ContentTables.h"
+#include "RecordStore.h"
+#include "SqlConnection.h"
+
+#include <functional>
+
+namespace devices::database {
+
+/// A store in an engine that speaks SQL.
+///
+/// Every change runs inside a transaction, or inside a savepoint of the one that is open, so that
+/// one refused record costs itself alone. Statements that are needed for every record are prepared
+/// once.
+class SqlRecordStore final : public RecordStore
+{
+public:
+    /// `name` is how messages name the database. Makes or migrates its schema, as `mode` says;
+    /// refuses a newer one, and a database that holds something else.
+    SqlRecordStore(std::string name, std::unique_ptr<SqlConnection> openConnection, OpenMode mode);
+    ~SqlRecordStore() override;
+
+    const std::string& name() const override { return shownName; }
+    void begin() override;
+    void commit() override;
+    void rollback() override;
+    bool isTransactionAlive() override;
+    void insert(const DeviceProperties& record, const ModuleContent* content) override;
+    std::optional<DeviceProperties> find(const std::string& moduleId) override;
+    std::optional<DeviceProperties> findExactly(const std::string& family,
+                                                const std::string& moduleId) override;
+    std::vector<DeviceProperties> list() override;
+    std::vector<ModuleSummary> search(const ModuleQuery& query) override;
+    std::optional<ModuleContent> content(const std::string& family,
+                                         const std::string& moduleId) override;
+    bool remove(const std::string& moduleId) override;
+    bool removeExactly(const std::string& family, const std::string& moduleId) override;
+
+private:
+    struct Prepared;
+
+    /// Runs `work`; turns a `SqlFailure` into a sentence that says what was `attempted`.
+    template <typename Work>
+    auto attempt(const char* attempted, Work work) -> decltype(work());
+
+    void prepareSchema(OpenMode mode);
+    int readSchemaVersion();
+    void migrateFrom(int version);
+    void migrate();
+    void startTransaction();
+    void requireTransaction();
+    void change(const char* attempted, const std::function<void()>& work);
+    void takeBack(bool wholeTransaction);
+    Prepared& prepared();
+    std::string ofModule() const; ///< Condition on $1, the module identifier.
+    std::string ofRecord() const; ///< And on $2, the family.
+
+    std::string shownName;
+    std::unique_ptr<SqlConnection> connection;
+    bool inTransaction = false; ///< Between `begin` and `commit` or `rollback`.
+    std::unique_ptr<Prepared> preparedStatements;
+};
+
+} // namespace devices::database

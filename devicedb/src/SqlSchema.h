@@ -1,0 +1,18 @@
+#pragma once
+
+#include "SqlDialect.h"
+
+#include <string>
+#include <vector>
+
+namespace devices::database {
+
+/// Returns the statements that lead from one schema version to the next: entry n makes version
+/// n + 1, and version 0 is an empty database. A released entry never changes; a new version is a
+/// new entry.
+std::vector<std::vector<std::string>> sqlMigrations(const SqlDialect& dialect);
+
+/// The schema version that this library reads and writes.
+extern const int schemaVersion;
+
+} // namespace devices::database

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "SqlConnection.h"
+
+#include "devices/database/DeviceDatabase.h"
+
+#include <Poco/Data/Session.h>
+
+#include <map>
+
+namespace devices::database {
+
+/// An SQLite file, or a database in memory for the path ":memory:", through Poco Data.
+///
+/// Readers see the last committed state while a writer works (write-ahead log), and a committed
+/// transaction survives a power cut: the log is synchronised before a commit returns.
+class SqliteConnection final : public SqlConnection
+{
+public:
+    /// Opens the file at `path`; `mode` says whether it is made when missing. Waits up to
+    /// `patience` seconds for other writers.
+    SqliteConnection(const std::string& path, OpenMode mode, unsigned patience);
+
+    const SqlDialect& dialect() const override;
+    void execute(const std::string& sql) override;
+    void executeOften(const std::string& sql) override;
+    std::size_t change(const std::string& sql,
+                       const std::vector<SqlParameter>& parameters) override;
+    void query(const std::string& sql, const std::vector<SqlParameter>& parameters,
+               std::size_t columns, const std::function<void(const Row&)>& take) override;
+    std::unique_ptr<RowStatement> makeRowStatement(const RowSql& rowSql) override;
+    bool holdsTransaction() override;
+    std::string whyTransactionIsLost() override;
+
+private:
+    void useWriteAheadLog();
+
+    Poco::Data::Session session;
+    std::map<std::string, std::unique_ptr<RowStatement>> often; // what `executeOften` has prepared
+};
+
+} // namespace devices::database

@@ -1,0 +1,58 @@
+#include "database/CatalogueContent.h"
+
+#include "ParameterText.h"
+#include "ShownText.h"
+
+namespace mxtool {
+
+namespace {
+
+using devices::database::ModuleContent;
+
+unsigned widthOf(const DeviceReport::Parameter& parameter)
+{
+    constexpr unsigned bitsOfByte = 8;
+    return parameter.bitLength != 0 ? parameter.bitLength : parameter.dataSize * bitsOfByte;
+}
+
+ModuleContent::Channel channelOf(const DeviceReport::Channel& channel)
+{
+    return {channel.number, forTerminal(channel.name), channel.direction, channel.sizeLetter,
+            channel.symbol};
+}
+
+ModuleContent::Parameter parameterOf(const DeviceReport::Parameter& parameter)
+{
+    ModuleContent::Parameter content;
+    content.name = forTerminal(parameter.name);
+    if (!parameter.ofModule()) {
+        content.channel = parameter.channelNumber;
+    }
+    content.widthBits = widthOf(parameter);
+    content.defaultValue = forTerminal(valueText(parameter));
+    content.minimum = forTerminal(parameter.min);
+    content.maximum = forTerminal(parameter.max);
+    content.unit = forTerminal(parameter.unit);
+    for (const DeviceReport::Option& option : parameter.options) {
+        content.options.push_back({forTerminal(option.text), forTerminal(option.value)});
+    }
+    return content;
+}
+
+} // namespace
+
+ModuleContent catalogueContent(const DeviceReport& device)
+{
+    ModuleContent content;
+    content.label = forTerminal(device.label);
+    content.orderCode = forTerminal(device.property("brandOrderCode"));
+    for (const DeviceReport::Channel& channel : device.channels) {
+        content.channels.push_back(channelOf(channel));
+    }
+    for (const DeviceReport::Parameter& parameter : device.parameters) {
+        content.parameters.push_back(parameterOf(parameter));
+    }
+    return content;
+}
+
+} // namespace mxtool

@@ -1,0 +1,107 @@
+#include "database/DeviceListing.h"
+
+#include "Csv.h"
+#include "DeviceJson.h"
+#include "ShownText.h"
+#include "TextTable.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <fmt/format.h>
+
+namespace mxtool {
+
+namespace {
+
+using devices::database::DeviceProperties;
+using devices::database::ModuleSummary;
+using devices::parser::mx::bufferAsHex;
+
+std::vector<std::string> columnsOf(const ModuleSummary& module)
+{
+    return {module.moduleIdText,
+            module.family,
+            module.brandLabelName,
+            std::to_string(module.inDataSize),
+            std::to_string(module.outDataSize),
+            std::to_string(module.parameterBlockSize),
+            std::to_string(module.mxFileSize)};
+}
+
+Json jsonOf(const DeviceProperties& record)
+{
+    return {{"module_id", toUtf8(record.moduleIdText)},
+            {"family", toUtf8(record.family)},
+            {"label", toUtf8(record.brandLabelName)},
+            {"in_bytes", record.inDataSize},
+            {"out_bytes", record.outDataSize},
+            {"parameter_block", bufferAsHex(*record.defaultParameterBlock)},
+            {"file_bytes", summaryOf(record).mxFileSize}};
+}
+
+} // namespace
+
+ModuleSummary summaryOf(const DeviceProperties& record)
+{
+    ModuleSummary summary;
+    summary.family = record.family;
+    summary.moduleIdText = record.moduleIdText;
+    summary.brandLabelName = record.brandLabelName;
+    summary.inDataSize = record.inDataSize;
+    summary.outDataSize = record.outDataSize;
+    summary.parameterBlockSize = record.defaultParameterBlock->size();
+    // A stored file has one byte more than the file on disk.
+    summary.mxFileSize = record.mxFileData->empty() ? 0 : record.mxFileData->size() - 1;
+    return summary;
+}
+
+std::string moduleTable(const std::vector<ModuleSummary>& modules)
+{
+    TextTable table({"Module", "Family", "Label", "In", "Out", "Parameters", "File"});
+    for (const ModuleSummary& module : modules) {
+        table.add(columnsOf(module));
+    }
+    return table.text();
+}
+
+std::string moduleCsv(const std::vector<ModuleSummary>& modules)
+{
+    std::string lines = csvLine(
+        {"module_id", "family", "label", "in_bytes", "out_bytes", "parameter_bytes", "file_bytes"});
+    for (const ModuleSummary& module : modules) {
+        lines += csvLine(columnsOf(module));
+    }
+    return lines;
+}
+
+std::string moduleListJson(const std::vector<ModuleSummary>& modules,
+                           devices::database::DeviceDatabase& database)
+{
+    Json list = Json::array();
+    database.visit(modules,
+                   [&](const DeviceProperties& record) { list.push_back(jsonOf(record)); });
+    return jsonText({{"schema", jsonSchema("mxtool.devices", 1)}, {"devices", list}});
+}
+
+std::string recordText(const DeviceProperties& record)
+{
+    TextTable table({"Field", "Value"});
+    table.add({"module identifier", record.moduleIdText});
+    table.add({"family", record.family});
+    table.add({"label", record.brandLabelName});
+    table.add({"input", fmt::format("{} bytes", record.inDataSize)});
+    table.add({"output", fmt::format("{} bytes", record.outDataSize)});
+    table.add({"parameter block", fmt::format("{} bytes: {}", record.defaultParameterBlock->size(),
+                                              bufferAsHex(*record.defaultParameterBlock))});
+    table.add({"mx file", fmt::format("{} bytes", summaryOf(record).mxFileSize)});
+    table.add({"host data", fmt::format("{} bytes", record.hostBytes->size())});
+    return table.text();
+}
+
+std::string recordJson(const DeviceProperties& record)
+{
+    return jsonText(
+        {{"schema", jsonSchema("mxtool.device-record", 1)}, {"device", jsonOf(record)}});
+}
+
+} // namespace mxtool

@@ -1,0 +1,120 @@
+#include "database/ModuleFilter.h"
+
+#include "NearestWords.h"
+#include "ShownText.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <sstream>
+
+namespace mxtool {
+
+namespace {
+
+using devices::database::Comparison;
+using devices::database::ModuleCondition;
+using devices::database::ModuleField;
+using devices::database::moduleFields;
+
+struct Operator
+{
+    const char* text;
+    Comparison comparison;
+};
+
+// The longer ones first: "<=" begins with "<".
+constexpr std::array<Operator, 8> operators = {{{"!=", Comparison::NotEqual},
+                                                {"<=", Comparison::LessOrEqual},
+                                                {">=", Comparison::GreaterOrEqual},
+                                                {"==", Comparison::Equal},
+                                                {"=", Comparison::Equal},
+                                                {"<", Comparison::Less},
+                                                {">", Comparison::Greater},
+                                                {"~", Comparison::Contains}}};
+
+[[noreturn]] void refuse(const std::string& text, const std::string& reason)
+{
+    throw CLI::ValidationError("--where", "\"" + text + "\" " + reason);
+}
+
+std::string trimmed(const std::string& text)
+{
+    const auto begin = text.find_first_not_of(' ');
+    return begin == std::string::npos ? ""
+                                      : text.substr(begin, text.find_last_not_of(' ') - begin + 1);
+}
+
+std::vector<std::string> fieldNames()
+{
+    std::vector<std::string> names;
+    for (const ModuleField& field : moduleFields()) {
+        names.push_back(field.name);
+    }
+    return names;
+}
+
+const ModuleField& fieldOf(const std::string& text, const std::string& name)
+{
+    for (const ModuleField& field : moduleFields()) {
+        if (field.name == name) {
+            return field;
+        }
+    }
+    refuse(text, fmt::format("names no field{}, expected one of {}", didYouMean(name, fieldNames()),
+                             fmt::join(fieldNames(), ", ")));
+}
+
+bool isWholeNumber(const std::string& value)
+{
+    long long number = 0;
+    const char* const end = value.data() + value.size();
+    const auto result = std::from_chars(value.data(), end, number);
+    return result.ec == std::errc() && result.ptr == end;
+}
+
+} // namespace
+
+ModuleCondition moduleCondition(const std::string& text)
+{
+    const auto place = text.find_first_of("!<>=~");
+    const auto* const found =
+        std::find_if(operators.begin(), operators.end(), [&](const Operator& candidate) {
+            const std::string sign = candidate.text;
+            return place != std::string::npos && text.compare(place, sign.size(), sign) == 0;
+        });
+    if (found == operators.end()) {
+        refuse(text, "is no condition, expected a field, one of = != < <= > >= ~ and a value, "
+                     "such as in_bytes>4");
+    }
+    const ModuleField& field = fieldOf(text, trimmed(text.substr(0, place)));
+    const std::string value = trimmed(text.substr(place + std::string(found->text).size()));
+    if (field.isNumber && found->comparison == Comparison::Contains) {
+        refuse(text,
+               "looks for a text in the number " + field.name + ", expected one of = != < <= > >=");
+    }
+    if (field.isNumber && !isWholeNumber(value)) {
+        refuse(text, "compares " + field.name + " with \"" + value + "\", expected a whole number");
+    }
+    return {field.name, found->comparison, field.isNumber ? value : forTerminal(value)};
+}
+
+std::vector<std::string> searchWords(const std::string& text)
+{
+    std::istringstream stream(forTerminal(text));
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+std::string conditionHelp()
+{
+    std::string text = "Fields of --where, compared by = != < <= > >= and, the texts, ~ (holds):\n";
+    for (const ModuleField& field : moduleFields()) {
+        text += fmt::format("  {:<15}  {}\n", field.name, field.meaning);
+    }
+    return text;
+}
+
+} // namespace mxtool

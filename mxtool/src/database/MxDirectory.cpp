@@ -1,0 +1,80 @@
+#include "database/MxDirectory.h"
+
+#include "Diagnostic.h"
+#include "InputFile.h"
+
+#include <devices/parser/mx/HexText.h>
+#include <devices/parser/mx/Parser.h>
+
+#include <filesystem>
+
+namespace mxtool {
+
+namespace {
+
+// The same rule as the parser's.
+bool isMxFileName(const std::string& name)
+{
+    constexpr std::size_t shortest = 7;
+    return name.size() >= shortest && name.compare(0, 2, "MX") == 0 &&
+           name.compare(name.size() - 4, 4, ".bin") == 0;
+}
+
+class Container : public devices::parser::mx::Parser
+{};
+
+// The groups in front of a framing failure are read all the same, and the identity is the second.
+std::optional<std::string> statedModule(const std::vector<char>& mxData)
+{
+    Container container;
+    try {
+        container.parse(mxData.data(), static_cast<std::uint32_t>(mxData.size()));
+    } catch (const std::runtime_error&) {
+    }
+    try {
+        std::uint32_t id = 0;
+        std::uint8_t type = 0;
+        container.getModuleIdAndType(&id, &type);
+        return devices::parser::mx::u32AsHex(id);
+    } catch (const std::runtime_error&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+void requireReadableDirectory(const std::string& directory)
+{
+    std::error_code error;
+    const std::filesystem::directory_iterator entries(directory, error);
+    if (error) {
+        throw Failure(ExitCode::Input,
+                      {"error", directory, "Cannot read the directory: " + error.message(), ""});
+    }
+}
+
+std::vector<std::string> mxFilesIn(const std::string& directory)
+{
+    std::vector<std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(directory)) {
+        if (isMxFileName(entry.path().filename().string())) {
+            files.push_back(entry.path().string());
+        }
+    }
+    return files;
+}
+
+std::optional<std::set<std::string>> statedModules(const std::string& directory)
+{
+    std::set<std::string> modules;
+    for (const std::string& file : mxFilesIn(directory)) {
+        const auto module = statedModule(loadInput(file));
+        if (!module) {
+            return std::nullopt;
+        }
+        modules.insert(*module);
+    }
+    return modules;
+}
+
+} // namespace mxtool

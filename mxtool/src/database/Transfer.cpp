@@ -1,0 +1,93 @@
+#include "database/Transfer.h"
+
+#include "Diagnostic.h"
+#include "OutputFile.h"
+#include "Progress.h"
+#include "ShownText.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+
+namespace mxtool {
+
+namespace {
+
+using devices::database::DeviceDatabase;
+using devices::database::DeviceProperties;
+using devices::database::ModuleSummary;
+
+std::string fileNamePart(const std::string& bytes)
+{
+    std::string part;
+    for (const char c : bytes) {
+        const bool plain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') ||
+                           (c >= 'a' && c <= 'z') || c == '-' || c == '_';
+        part += plain ? std::string(1, c) : fmt::format("%{:02x}", static_cast<unsigned char>(c));
+    }
+    return part;
+}
+
+void requireDirectory(const std::string& directory)
+{
+    std::error_code error;
+    std::filesystem::create_directories(directory, error);
+    if (error || !std::filesystem::is_directory(directory, error)) {
+        throw Failure(ExitCode::Output,
+                      {"error", directory,
+                       "Cannot make the directory: " +
+                           (error ? error.message() : "there is a file of that name"),
+                       ""});
+    }
+}
+
+} // namespace
+
+std::string exportName(const ModuleSummary& module)
+{
+    return "MX" + fileNamePart(module.moduleIdText) +
+           (module.family == "kv38" ? "" : "." + fileNamePart(module.family)) + ".bin";
+}
+
+std::size_t exportModules(const std::vector<ModuleSummary>& modules, DeviceDatabase& database,
+                          const std::string& directory)
+{
+    requireDirectory(directory);
+    Progress progress("files", modules.size());
+    std::size_t written = 0;
+    database.visit(modules, [&](const DeviceProperties& record) {
+        const std::vector<char>& stored = *record.mxFileData;
+        if (stored.empty()) {
+            report({"warning", "",
+                    "Module " + forTerminal(record.moduleIdText) + " was stored without an mx file",
+                    ""});
+            return;
+        }
+        // A stored file has one byte more than the file on disk.
+        const ModuleSummary names{record.family, record.moduleIdText, ""};
+        writeOutput((std::filesystem::path(directory) / exportName(names)).string(),
+                    std::string(stored.begin(), stored.end() - 1));
+        progress.show(++written);
+    });
+    return written;
+}
+
+std::size_t copyModules(const std::vector<ModuleSummary>& modules, DeviceDatabase& source,
+                        DeviceDatabase& target)
+{
+    Progress progress("modules", modules.size());
+    std::size_t copied = 0;
+    auto transaction = target.beginTransaction();
+    source.visit(modules, [&](const DeviceProperties& record) {
+        if (const auto content = source.content(record.family, record.moduleIdText)) {
+            target.insert(record, *content);
+        } else {
+            target.insert(record);
+        }
+        progress.show(++copied);
+    });
+    transaction.commit();
+    return copied;
+}
+
+} // namespace mxtool

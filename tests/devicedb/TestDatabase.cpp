@@ -1,0 +1,108 @@
+#include "TestDatabase.h"
+
+#include <Poco/Data/PostgreSQL/Connector.h>
+#include <Poco/Data/SQLite/Connector.h>
+#include <Poco/Data/Statement.h>
+
+#include <cstdlib>
+#include <stdexcept>
+
+#include <unistd.h>
+
+namespace testkit {
+
+namespace {
+
+Poco::Data::Session serverSession()
+{
+    return Poco::Data::Session(Poco::Data::PostgreSQL::Connector().createSession(testServer()));
+}
+
+std::string newSchemaName()
+{
+    static int count = 0;
+    return "test_" + std::to_string(getpid()) + "_" + std::to_string(++count);
+}
+
+} // namespace
+
+std::string testServer()
+{
+    const char* const words = std::getenv("TEST_POSTGRESQL");
+    if (words == nullptr) {
+        throw std::runtime_error(
+            "No PostgreSQL server: run tests/devicedb/with-postgresql PROGRAM");
+    }
+    return words;
+}
+
+// On the server each test has a schema of its own: that costs far less than a database.
+TestDatabase::TestDatabase(Engine engine) : kind(engine)
+{
+    if (kind == Engine::Sqlite) {
+        directory.emplace();
+        databaseUrl = "sqlite:" + directory->path("devices.sqlite");
+        return;
+    }
+    schema = newSchemaName();
+    serverSession() << "CREATE SCHEMA " + schema, Poco::Data::Keywords::now;
+    databaseUrl = "postgresql:" + testServer() + " options=-csearch_path=" + schema;
+}
+
+TestDatabase::~TestDatabase()
+{
+    if (kind == Engine::Postgresql) {
+        try {
+            serverSession() << "SET client_min_messages = error; DROP SCHEMA " + schema +
+                                   " CASCADE",
+                Poco::Data::Keywords::now;
+        } catch (const std::exception&) {
+            // A test may have stopped the server.
+        }
+    }
+}
+
+std::string TestDatabase::name() const
+{
+    if (kind == Engine::Sqlite) {
+        return databaseUrl;
+    }
+    const std::string words = testServer();
+    const auto host = words.find("host=");
+    return "postgresql:" + words.substr(host, words.find(' ', host) - host) + " dbname=postgres";
+}
+
+Poco::Data::Session TestDatabase::otherProgram() const
+{
+    if (kind == Engine::Sqlite) {
+        constexpr std::size_t noRetry = 0;
+        return Poco::Data::Session(Poco::Data::SQLite::Connector().createSession(
+            directory->path("devices.sqlite"), noRetry));
+    }
+    Poco::Data::Session session = serverSession();
+    session << "SET search_path = " + schema, Poco::Data::Keywords::now;
+    return session;
+}
+
+void TestDatabase::execute(const std::string& statement) const
+{
+    otherProgram() << statement, Poco::Data::Keywords::now;
+}
+
+void TestDatabase::refuseModuleBad() const
+{
+    execute(kind == Engine::Sqlite ? "CREATE TRIGGER refuse BEFORE INSERT ON device_properties"
+                                     " WHEN NEW.module_id = CAST('bad' AS BLOB)"
+                                     " BEGIN SELECT RAISE(ABORT, 'refused'); END"
+                                   : "ALTER TABLE device_properties ADD CONSTRAINT refuse"
+                                     " CHECK (module_id <> CAST('bad' AS BYTEA))");
+}
+
+std::string TestDatabase::refusal() const
+{
+    return kind == Engine::Sqlite ? "refused"
+                                  : "new row for relation \"device_properties\" violates check "
+                                    "constraint \"refuse\"";
+}
+
+} // namespace testkit

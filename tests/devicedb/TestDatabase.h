@@ -1,0 +1,79 @@
+#pragma once
+
+#include "TemporaryDirectory.h"
+
+#include <Poco/Data/Session.h>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+namespace testkit {
+
+enum class Engine
+{
+    Sqlite,
+    Postgresql ///< The server that tests/devicedb/with-postgresql runs.
+};
+
+/// A place for one new device database of an engine, empty; it goes with the object.
+class TestDatabase
+{
+public:
+    explicit TestDatabase(Engine engine);
+    ~TestDatabase();
+    TestDatabase(const TestDatabase&) = delete;
+    TestDatabase& operator=(const TestDatabase&) = delete;
+
+    Engine engine() const { return kind; }
+
+    /// Returns the URL, for the library.
+    const std::string& url() const { return databaseUrl; }
+
+    /// Returns how messages name the database.
+    std::string name() const;
+
+    /// Connects with the driver alone, as a program other than the library would.
+    Poco::Data::Session otherProgram() const;
+
+    /// Runs `statement` as another program.
+    void execute(const std::string& statement) const;
+
+    /// Makes the engine refuse the record of module "bad".
+    void refuseModuleBad() const;
+
+    /// Returns what the engine says then.
+    std::string refusal() const;
+
+private:
+    Engine kind;
+    std::optional<TemporaryDirectory> directory;
+    std::string schema;
+    std::string databaseUrl;
+};
+
+/// Returns the connection words of the test server. Throws when there is none.
+std::string testServer();
+
+/// A test that runs on every engine, each time with an empty database.
+class OnEachEngine : public testing::TestWithParam<Engine>
+{
+protected:
+    TestDatabase place{GetParam()};
+    const std::string& url = place.url();
+};
+
+/// Names the tests of an engine; the build selects them by it.
+inline std::string engineName(const testing::TestParamInfo<Engine>& info)
+{
+    return info.param == Engine::Sqlite ? "Sqlite" : "Postgresql";
+}
+
+} // namespace testkit
+
+/// Runs the tests of a fixture derived from `OnEachEngine`.
+#define RUN_ON_EACH_ENGINE(fixture)                                                                \
+    INSTANTIATE_TEST_SUITE_P(                                                                      \
+        On, fixture, testing::Values(testkit::Engine::Sqlite, testkit::Engine::Postgresql),        \
+        testkit::engineName)

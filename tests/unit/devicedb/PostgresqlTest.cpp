@@ -1,0 +1,244 @@
+#include "Records.h"
+
+#include <Failure.h>
+#include <TestDatabase.h>
+
+#include <Poco/Data/Statement.h>
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+
+namespace {
+
+using devices::database::DeviceDatabase;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+using testkit::failureOf;
+
+std::string openFailure(const std::string& url)
+{
+    return failureOf([&] { DeviceDatabase database(url); });
+}
+
+// Sets an environment variable while it lives.
+class Variable
+{
+public:
+    Variable(const char* variable, const std::string& value) : name(variable)
+    {
+        setenv(name, value.c_str(), 1);
+    }
+    ~Variable() { unsetenv(name); }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    const char* name;
+};
+
+// What follows "postgresql:" in the test server's words, by its key.
+std::string word(const std::string& key)
+{
+    const std::string words = testkit::testServer() + " ";
+    const auto begin = words.find(key + "=") + key.size() + 1;
+    return words.substr(begin, words.find(' ', begin) - begin);
+}
+
+TEST(PostgresqlWords, AreReadByLibpq)
+{
+    EXPECT_EQ(openFailure("postgresql:host=/nowhere colour=red"),
+              "Cannot open device database postgresql:...: its connection words are not "
+              "understood: invalid connection option \"...\"");
+}
+
+TEST(PostgresqlWords, ThatCannotBeReadAreNotShown)
+{
+    for (const char* words : {"host=/nowhere password=secret word", "secret", "password='secret",
+                              "//user:sec:ret@ho[st/db", "//user:secret@h:x%zz/db"}) {
+        EXPECT_THAT(openFailure(std::string("postgresql:") + words), Not(HasSubstr("ret")))
+            << words;
+    }
+}
+
+TEST(PostgresqlWords, OfAnUnreachableHostNameHostAndDatabaseAndNoPassword)
+{
+    const std::string reason = "Cannot open device database postgresql:host=/nowhere dbname=plant: "
+                               "connection to server on socket \"/nowhere/.s.PGSQL.5432\" failed: "
+                               "No such file or directory";
+    EXPECT_EQ(openFailure("postgresql:host=/nowhere dbname=plant user=u password=secret"), reason);
+    EXPECT_EQ(openFailure("postgresql://u:secret@/plant?host=/nowhere"), reason);
+    EXPECT_EQ(openFailure("postgresql:postgresql://u:secret@/plant?host=/nowhere"), reason);
+}
+
+TEST(PostgresqlWords, RefusedConnectionIsNamed)
+{
+    const std::string failure = openFailure("postgresql:host=127.0.0.1 port=1 dbname=plant user=u");
+    EXPECT_THAT(failure, StartsWith("Cannot open device database postgresql:host=127.0.0.1 "
+                                    "dbname=plant: connection to server at"));
+    EXPECT_THAT(failure, HasSubstr("Connection refused"));
+    EXPECT_THAT(failure, Not(HasSubstr("\n")));
+}
+
+TEST(PostgresqlWords, PasswordIsTakenOutOfWhatTheServerSays)
+{
+    // The role's name is the password: the server shows it, the library does not.
+    const std::string failure = openFailure("postgresql:host=" + word("host") +
+                                            " dbname=postgres user=hunter2 password=hunter2");
+    EXPECT_EQ(failure, "Cannot open device database postgresql:host=" + word("host") +
+                           " dbname=postgres: role \"***\" does not exist");
+}
+
+TEST(PostgresqlWords, MissingOnesComeFromTheEnvironment)
+{
+    const Variable host("PGHOST", "/nowhere");
+    const Variable database("PGDATABASE", "plant");
+    EXPECT_THAT(openFailure("postgresql:"),
+                StartsWith("Cannot open device database postgresql:host=/nowhere dbname=plant: "));
+}
+
+TEST(PostgresqlWords, MayComeFromAServiceFile)
+{
+    const testkit::TestDatabase place(testkit::Engine::Postgresql);
+    const testkit::TemporaryDirectory directory;
+    const std::string lines =
+        "[catalogue]\nhost=" + word("host") + "\nuser=" + word("user") + "\ndbname=postgres\n";
+    const Variable file("PGSERVICEFILE", directory.write("services", {lines.begin(), lines.end()}));
+    const auto options = place.url().substr(place.url().find("options="));
+    DeviceDatabase database("postgresql:service=catalogue " + options);
+    database.insert(device("1"));
+    EXPECT_THAT(storedIds(place.url()), ElementsAre("1"));
+}
+
+TEST(PostgresqlWords, ValuesMayHoldBlanksAndQuotes)
+{
+    EXPECT_THAT(openFailure("postgresql:host=/nowhere dbname='my \\'plant' password='a secret'"),
+                StartsWith("Cannot open device database postgresql:host=/nowhere dbname=my 'plant: "
+                           "connection to server on socket"));
+}
+
+TEST(PostgresqlWords, OptionsMayHoldSeveralSettings)
+{
+    const testkit::TestDatabase place(testkit::Engine::Postgresql);
+    const std::string url = place.url().substr(0, place.url().find(" options=")) + " options='-c " +
+                            place.url().substr(place.url().find("search_path")) +
+                            " -c work_mem=5MB'";
+    DeviceDatabase(url).insert(device("1"));
+    EXPECT_THAT(storedIds(place.url()), ElementsAre("1"));
+}
+
+class PostgresqlServer : public testing::Test
+{
+protected:
+    testkit::TestDatabase place{testkit::Engine::Postgresql};
+    DeviceDatabase database{place.url()};
+    const std::string cannotWrite = "Cannot write to device database " + place.name() + ": ";
+
+    // Ends every other connection, as a server that is stopped does.
+    static void endConnections()
+    {
+        Poco::Data::Session session =
+            testkit::TestDatabase(testkit::Engine::Postgresql).otherProgram();
+        session << "SELECT pg_terminate_backend(pid) FROM pg_stat_activity"
+                   " WHERE pid <> pg_backend_pid() AND backend_type = 'client backend'",
+            Poco::Data::Keywords::now;
+    }
+};
+
+TEST_F(PostgresqlServer, LostConnectionIsNamedAndNothingChanged)
+{
+    database.insert(device("1"));
+    endConnections();
+    EXPECT_EQ(failureOf([&] { database.insert(device("2")); }),
+              cannotWrite + "the connection to the server is lost");
+    EXPECT_THAT(storedIds(place.url()), ElementsAre("1"));
+}
+
+TEST_F(PostgresqlServer, ConnectionLostWithinATransactionTakesItBack)
+{
+    {
+        auto transaction = database.beginTransaction();
+        database.insert(device("1"), contentNamed("a"));
+        EXPECT_TRUE(transaction.isAlive());
+        endConnections();
+        EXPECT_EQ(failureOf([&] { database.insert(device("2")); }),
+                  cannotWrite + "the connection to the server is lost");
+        EXPECT_FALSE(transaction.isAlive());
+        EXPECT_EQ(failureOf([&] { transaction.commit(); }),
+                  "Cannot change device database " + place.name() +
+                      ": the connection to the server is lost");
+    }
+    EXPECT_THAT(storedIds(place.url()), IsEmpty());
+}
+
+TEST_F(PostgresqlServer, ReadingOverALostConnectionFails)
+{
+    endConnections();
+    EXPECT_EQ(failureOf([&] { database.list(); }), "Cannot read device database " + place.name() +
+                                                       ": the connection to the server is lost");
+}
+
+TEST_F(PostgresqlServer, MissingRightIsNamed)
+{
+    const std::string schema = place.url().substr(place.url().find("search_path=") + 12);
+    const std::string reader = "reader_" + schema;
+    place.execute("CREATE ROLE " + reader + " LOGIN");
+    place.execute("GRANT USAGE ON SCHEMA " + schema + " TO " + reader);
+    place.execute("GRANT SELECT ON ALL TABLES IN SCHEMA " + schema + " TO " + reader);
+    database.insert(device("1"));
+    std::string url = place.url();
+    url.replace(url.find("user=tester"), 11, "user=" + reader);
+    {
+        DeviceDatabase asReader(url);
+        EXPECT_THAT(moduleIds(asReader.list()), ElementsAre("1"));
+        EXPECT_EQ(failureOf([&] { asReader.insert(device("2")); }),
+                  cannotWrite + "permission denied for table schema_version");
+        EXPECT_EQ(failureOf([&] { asReader.remove("1"); }),
+                  cannotWrite + "permission denied for table schema_version");
+    }
+    EXPECT_THAT(storedIds(place.url()), ElementsAre("1"));
+    place.execute("DROP OWNED BY " + reader);
+    place.execute("DROP ROLE " + reader);
+}
+
+TEST_F(PostgresqlServer, OtherWriterIsWaitedForAndThenReported)
+{
+    const Variable wait("DEVICE_DATABASE_WAIT", "1");
+    DeviceDatabase impatient(place.url());
+    auto transaction = database.beginTransaction();
+    database.insert(device("1"));
+    EXPECT_EQ(failureOf([&] { impatient.insert(device("2")); }),
+              cannotWrite + "canceling statement due to lock timeout");
+    EXPECT_THAT(moduleIds(impatient.list()), IsEmpty());
+    transaction.commit();
+    impatient.insert(device("2"));
+    EXPECT_THAT(storedIds(place.url()), ElementsAre("1", "2"));
+}
+
+TEST_F(PostgresqlServer, RefusedRecordsLeaveTheStatementsUsable)
+{
+    place.refuseModuleBad();
+    auto transaction = database.beginTransaction();
+    for (int round = 0; round < 3; ++round) {
+        database.insert(device(std::to_string(round)), contentNamed("x"));
+        EXPECT_EQ(failureOf([&] { database.insert(device("bad"), contentNamed("y")); }),
+                  cannotWrite + place.refusal());
+    }
+    transaction.commit();
+    EXPECT_THAT(storedIds(place.url()), ElementsAre("0", "1", "2"));
+}
+
+TEST_F(PostgresqlServer, BytesAreStoredAsBytea)
+{
+    auto record = device("1", std::string("\0\\x41'\xB1", 7));
+    database.insert(record);
+    std::string stored;
+    place.otherProgram() << "SELECT encode(brand_label_name, 'hex') FROM device_properties",
+        Poco::Data::Keywords::into(stored), Poco::Data::Keywords::now;
+    EXPECT_EQ(stored, "005c78343127b1");
+}
+
+} // namespace
