@@ -186,7 +186,7 @@ constexpr const char* ofKey = " WHERE family = $1 AND module = $2 ORDER BY ";
 
 unsigned toNumber(const std::string& decimal)
 {
-    return static_cast<unsigned>(std::stoul(decimal));
+    return static_cast<unsigned>(numberOf(decimal));
 }
 
 void readChannels(SqlConnection& connection, const Key& key, ModuleContent& content)
@@ -224,7 +224,11 @@ void readOptions(SqlConnection& connection, const Key& key, ModuleContent& conte
     const std::string select = "SELECT parameter_position, text, value FROM options" +
                                std::string(ofKey) + "parameter_position, position";
     connection.query(select, key, 3, [&](const Row& row) {
-        content.parameters.at(toNumber(row[0])).options.push_back({row[1], row[2]});
+        const unsigned parameter = toNumber(row[0]);
+        if (parameter >= content.parameters.size()) {
+            throw SqlFailure("an option belongs to no parameter");
+        }
+        content.parameters[parameter].options.push_back({row[1], row[2]});
     });
 }
 

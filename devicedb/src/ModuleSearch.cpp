@@ -174,10 +174,10 @@ ModuleSummary toSummary(const SqlConnection::Row& row)
     summary.family = row[0];
     summary.moduleIdText = row[1];
     summary.brandLabelName = row[2];
-    summary.inDataSize = static_cast<std::uint32_t>(std::stoull(row[3]));
-    summary.outDataSize = static_cast<std::uint32_t>(std::stoull(row[4]));
-    summary.parameterBlockSize = std::stoull(row[5]);
-    const auto stored = std::stoull(row[6]);
+    summary.inDataSize = static_cast<std::uint32_t>(numberOf(row[3]));
+    summary.outDataSize = static_cast<std::uint32_t>(numberOf(row[4]));
+    summary.parameterBlockSize = static_cast<std::uint64_t>(numberOf(row[5]));
+    const auto stored = static_cast<std::uint64_t>(numberOf(row[6]));
     summary.mxFileSize = stored == 0 ? 0 : stored - 1; // one byte more than the file on disk
     summary.hasContent = row[7] == "1";
     return summary;

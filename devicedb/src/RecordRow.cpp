@@ -16,7 +16,7 @@ DeviceProperties::Bytes toBytes(const std::string& bytes)
 
 std::uint32_t toSize(const std::string& decimal)
 {
-    return static_cast<std::uint32_t>(std::stoull(decimal));
+    return static_cast<std::uint32_t>(numberOf(decimal));
 }
 
 DeviceProperties toRecord(const SqlConnection::Row& row)

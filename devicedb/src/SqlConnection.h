@@ -3,6 +3,8 @@
 #include "RowStatement.h"
 #include "SqlDialect.h"
 
+#include <charconv>
+#include <cstdint>
 #include <stdexcept>
 
 namespace devices::database {
@@ -23,6 +25,19 @@ public:
 
     Concern concern;
 };
+
+/// Returns the number that `decimal` states. Throws a `SqlFailure` where it states none: another
+/// program may have stored anything.
+inline std::int64_t numberOf(const std::string& decimal)
+{
+    std::int64_t number = 0;
+    const char* const end = decimal.data() + decimal.size();
+    const auto result = std::from_chars(decimal.data(), end, number);
+    if (result.ec != std::errc() || result.ptr != end) {
+        throw SqlFailure("a column of numbers holds what is none");
+    }
+    return number;
+}
 
 /// A value that takes the place of $1, $2 ... in a statement.
 struct SqlParameter

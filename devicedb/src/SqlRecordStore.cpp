@@ -101,11 +101,11 @@ void SqlRecordStore::migrate()
 // Returns 0 for an empty database.
 int SqlRecordStore::readSchemaVersion()
 {
-    int tables = 0;
-    int ownTables = 0;
+    std::int64_t tables = 0;
+    std::int64_t ownTables = 0;
     connection->query(connection->dialect().countTables, {}, 2, [&](const SqlConnection::Row& row) {
-        tables = std::stoi(row[0]);
-        ownTables = std::stoi(row[1]);
+        tables = numberOf(row[0]);
+        ownTables = numberOf(row[1]);
     });
     if (tables == 0) {
         return 0;
@@ -114,9 +114,9 @@ int SqlRecordStore::readSchemaVersion()
         fail(shownName, "open",
              "it holds other tables, expected a device database or an empty one");
     }
-    int version = 0;
+    std::int64_t version = 0;
     connection->query("SELECT coalesce(max(version), 0) FROM schema_version", {}, 1,
-                      [&](const SqlConnection::Row& row) { version = std::stoi(row[0]); });
+                      [&](const SqlConnection::Row& row) { version = numberOf(row[0]); });
     if (version < 1) {
         fail(shownName, "open",
              "its table schema_version states version " + std::to_string(version) +
@@ -127,7 +127,7 @@ int SqlRecordStore::readSchemaVersion()
              "its schema has version " + std::to_string(version) + ", this library knows " +
                  std::to_string(schemaVersion) + " at most");
     }
-    return version;
+    return static_cast<int>(version);
 }
 
 void SqlRecordStore::migrateFrom(int version)
