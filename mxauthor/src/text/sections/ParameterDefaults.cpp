@@ -29,6 +29,7 @@ std::string unknownDefault(const std::string& text,
         return "\"" + text + "\" is no whole number";
     }
     std::vector<std::string> texts;
+    texts.reserve(options.size());
     for (const auto& [option, value] : options) {
         texts.push_back(option);
     }

@@ -18,6 +18,16 @@ bool idsAreUnique(const std::vector<TextRecord>& texts)
     });
 }
 
+std::string fixedLine(const TextRecord& record, bool unique)
+{
+    const std::string id = std::to_string(record.id.value);
+    const std::string shown = yamlText(record.text.value);
+    if (unique) {
+        return "    " + id + ": " + shown + "\n";
+    }
+    return "    - " + FlowMapping().add("id", id).add("text", shown).text() + "\n";
+}
+
 // {ID: TEXT}, or a list where an identifier stands twice.
 std::string fixedLines(const std::vector<TextRecord>& texts)
 {
@@ -27,12 +37,7 @@ std::string fixedLines(const std::vector<TextRecord>& texts)
     const bool unique = idsAreUnique(texts);
     std::string lines = "  fixed:\n";
     for (const TextRecord& record : texts) {
-        const std::string id = std::to_string(record.id.value);
-        const std::string shown = yamlText(record.text.value);
-        lines += "    " +
-                 (unique ? id + ": " + shown
-                         : "- " + FlowMapping().add("id", id).add("text", shown).text()) +
-                 "\n";
+        lines += fixedLine(record, unique);
     }
     return lines;
 }
