@@ -226,7 +226,8 @@ void readOptions(SqlConnection& connection, const Key& key, ModuleContent& conte
     connection.query(select, key, 3, [&](const Row& row) {
         const unsigned parameter = toNumber(row[0]);
         if (parameter >= content.parameters.size()) {
-            throw SqlFailure("an option belongs to no parameter");
+            throw SqlFailure("an option belongs to parameter " + row[0] + ", the module has " +
+                             std::to_string(content.parameters.size()));
         }
         content.parameters[parameter].options.push_back({row[1], row[2]});
     });

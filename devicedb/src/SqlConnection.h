@@ -34,7 +34,7 @@ inline std::int64_t numberOf(const std::string& decimal)
     const char* const end = decimal.data() + decimal.size();
     const auto result = std::from_chars(decimal.data(), end, number);
     if (result.ec != std::errc() || result.ptr != end) {
-        throw SqlFailure("a column of numbers holds what is none");
+        throw SqlFailure("a column of numbers holds \"" + decimal + "\"");
     }
     return number;
 }

@@ -73,23 +73,24 @@ TEST_P(CatalogueVerbs, populateFillsRecordsAndCatalogue)
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.out, "38 modules inserted, 1 failed\n");
     EXPECT_EQ(run.err, "error: File MX9999.bin: Parser::parse(): Truncated mx buffer\n");
-    EXPECT_THAT(found({}),
-                ElementsAre("0bc1e800", "0e81276d", "5a010108", "5a010116", "5a020208", "5a030304",
-                            "5a040404", "5a050502", "5a060602", "5a070701", "5a080803"));
+    EXPECT_EQ(found({}).size(), 38U);
     // Words in a label with a byte of Windows-1252, in a channel and in a parameter.
     EXPECT_THAT(found({"--search", "AI \xC2\xB1"
                                    "10"}),
-                ElementsAre("5a030304"));
-    EXPECT_THAT(found({"--search", "parity"}), ElementsAre("5a070701"));
+                ElementsAre("5a030304", "5a030316"));
+    EXPECT_THAT(found({"--search", "parity"}), ElementsAre("5a060612", "5a070701", "5a070702"));
 }
 
 TEST_P(CatalogueVerbs, conditionsNarrowTheList)
 {
     populate("examples/modules");
-    EXPECT_THAT(found({"--where", "in_bytes>22"}), ElementsAre("5a070701", "5a080803"));
+    EXPECT_THAT(found({"--where", "in_bytes>22"}),
+                ElementsAre("5a030316", "5a060620", "5a070701", "5a080803", "5a080804", "5a090960",
+                            "5a090990"));
     EXPECT_THAT(found({"--where", "out_bytes >= 10", "--where", "in_bytes!=24"}),
-                ElementsAre("5a060602"));
-    EXPECT_THAT(found({"--search", "24 v", "--where", "direction=out"}), ElementsAre("5a020208"));
+                ElementsAre("5a040408", "5a060602", "5a070702", "5a070704", "5a090990"));
+    EXPECT_THAT(found({"--search", "24 v dc 0.5", "--where", "direction=out"}),
+                ElementsAre("5a020208", "5a020216"));
     EXPECT_THAT(found({"--where", "label=nothing"}), IsEmpty());
     EXPECT_EQ(devices({"--where", "label=nothing"}).exitCode, 0);
 }
@@ -173,7 +174,7 @@ TEST_P(CatalogueVerbs, exportWritesTheFilesBackAsTheyWere)
     EXPECT_EQ(run.out, "38 modules written to " + target + "\n");
     std::vector<std::string> originals;
     for (const auto& file : fs::directory_iterator(EXAMPLE_MODULES)) {
-        if (file.path().filename() != "MX9999.bin") {
+        if (file.path().extension() == ".bin" && file.path().filename() != "MX9999.bin") {
             originals.push_back(readFile(file.path().string()));
         }
     }
@@ -183,7 +184,7 @@ TEST_P(CatalogueVerbs, exportWritesTheFilesBackAsTheyWere)
     }
     std::sort(originals.begin(), originals.end());
     std::sort(exported.begin(), exported.end());
-    EXPECT_EQ(exported, originals);
+    EXPECT_TRUE(exported == originals);
     EXPECT_EQ(readFile(target + "/MX5a010108.bin"),
               readFile(std::string(EXAMPLE_MODULES) + "/MX0108.bin"));
     EXPECT_EQ(populate(target).out, "38 modules inserted, 0 failed\n");
@@ -213,7 +214,7 @@ TEST_P(CatalogueVerbs, exportTakesWhatIsSearchedFor)
     populate("examples/modules");
     const std::string target = directory.path("some");
     EXPECT_EQ(devices({"--export", target, "--where", "in_bytes>22"}).exitCode, 0);
-    EXPECT_EQ(std::distance(fs::directory_iterator(target), fs::directory_iterator()), 2);
+    EXPECT_EQ(std::distance(fs::directory_iterator(target), fs::directory_iterator()), 7);
 }
 
 TEST_P(CatalogueVerbs, exportIntoAFileEndsWithCode4)

@@ -220,8 +220,8 @@ void addOptions(CLI::App& verb, DevicesOptions& options)
 
 void addDevicesVerb(CLI::App& program, const GlobalOptions& global, const VerbChoice& choose)
 {
-    CLI::App* verb = program.add_subcommand(
-        "devices", "List, search, export, copy or remove the modules of a device database");
+    CLI::App* verb =
+        program.add_subcommand("devices", "List, search, export, copy or remove stored modules");
     auto options = std::make_shared<DevicesOptions>();
     addOptions(*verb, *options);
     verb->footer(conditionHelp() + footer);

@@ -3,6 +3,7 @@
 #include "LogCapture.h"
 #include "ParserAccess.h"
 #include "TemporaryDirectory.h"
+#include "TestDatabase.h"
 
 #include <devices/database/DeviceDatabase.h>
 
@@ -172,16 +173,18 @@ TEST_F(PopulateDatabase, PercentSignsInANameAreNoFormat)
 
 TEST_F(PopulateDatabase, FailingInsertionIsLoggedAndNotCounted)
 {
-    // Another file in the place of the open database: the driver refuses to write.
-    const testkit::TemporaryDirectory databases;
-    const std::string file = databases.path("devices.sqlite");
-    devices::database::useDatabase("sqlite:" + file);
-    databases.write("devices.sqlite", std::vector<char>(8192, 'x'));
+    const testkit::TestDatabase place(testkit::Engine::Sqlite);
+    devices::database::useDatabase(place.url());
+    place.execute(
+        "CREATE TRIGGER refuse BEFORE INSERT ON device_properties"
+        " WHEN NEW.module_id = CAST('00000001' AS BLOB) BEGIN SELECT RAISE(ABORT, 'refused'); END");
     directory.write("MX1.bin", module(1));
-    EXPECT_EQ(parser.populateDatabase(directory.path()), 0U);
+    directory.write("MX2.bin", module(2));
+    EXPECT_EQ(parser.populateDatabase(directory.path()), 1U);
+    EXPECT_THAT(insertedIds(), ElementsAre("00000002"));
     EXPECT_THAT(log.texts(Message::PRIO_ERROR),
-                ElementsAre(StartsWith(
-                    "File MX1.bin: Cannot write to device database sqlite:" + file + ": ")));
+                ElementsAre(StartsWith("File MX1.bin: Cannot write to device database " +
+                                       place.name() + ": refused")));
     devices::database::useDatabase("sqlite::memory:");
 }
 

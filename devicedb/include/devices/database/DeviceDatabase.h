@@ -57,6 +57,7 @@ public:
     /// Opens the database at `url`: "sqlite:PATH", "sqlite::memory:" or "postgresql:CONNECTION",
     /// libpq's connection words or URL.
     explicit DeviceDatabase(const std::string& url);
+    /// Opens it so; the constructor above makes what is missing.
     DeviceDatabase(const std::string& url, OpenMode mode);
     ~DeviceDatabase();
 

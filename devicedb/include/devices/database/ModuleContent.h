@@ -12,35 +12,38 @@ namespace devices::database {
 /// of the record stays the source; whoever stores a module says how its bytes are shown.
 struct ModuleContent
 {
+    /// A channel.
     struct Channel
     {
-        unsigned number = 0;
-        std::string name;
+        unsigned number = 0;    ///< As the module counts.
+        std::string name;       ///< As shown.
         std::string direction;  ///< "in" or "out".
         std::string sizeLetter; ///< IEC size letter; empty: no process data.
         std::string symbol;     ///< Such as "IW2"; empty: no address.
     };
 
+    /// A value that a parameter may take, and its text.
     struct Option
     {
-        std::string text;
-        std::string value;
+        std::string text;  ///< As shown.
+        std::string value; ///< As people read it.
     };
 
+    /// A parameter of a channel or of the module.
     struct Parameter
     {
-        std::string name;
+        std::string name;                ///< As shown.
         std::optional<unsigned> channel; ///< Number of its channel; none: of the module itself.
         unsigned widthBits = 0;          ///< Width of the value in bits.
         std::string defaultValue;        ///< As people read it, like the two limits.
-        std::string minimum;
-        std::string maximum;
-        std::string unit;
-        std::vector<Option> options; ///< In the order of the module's list.
+        std::string minimum;             ///< The lower limit.
+        std::string maximum;             ///< The upper limit.
+        std::string unit;                ///< Empty: none.
+        std::vector<Option> options;     ///< In the order of the module's list.
     };
 
-    std::string label;
-    std::string orderCode;
+    std::string label;                 ///< What is printed on the module.
+    std::string orderCode;             ///< What it is ordered by.
     std::vector<Channel> channels;     ///< In the order of the module.
     std::vector<Parameter> parameters; ///< In the order of the module.
 };

@@ -11,29 +11,29 @@ namespace devices::database {
 /// How a field of a module is compared with a value.
 enum class Comparison
 {
-    Equal,
-    NotEqual,
-    Less,
-    LessOrEqual,
-    Greater,
-    GreaterOrEqual,
-    Contains ///< The text holds the value; of texts only.
+    Equal,          ///< "="
+    NotEqual,       ///< "!="
+    Less,           ///< "<"
+    LessOrEqual,    ///< "<="
+    Greater,        ///< ">"
+    GreaterOrEqual, ///< ">="
+    Contains        ///< The text holds the value; of texts only.
 };
 
 /// A field of a module that a condition may name.
 struct ModuleField
 {
-    std::string name;
-    bool isNumber; ///< Compared as a whole number; else as text.
-    std::string meaning;
+    std::string name;    ///< As a condition writes it.
+    bool isNumber;       ///< Compared as a whole number; else as text.
+    std::string meaning; ///< For people who look for it.
 };
 
 /// One condition on a module.
 struct ModuleCondition
 {
-    std::string field; ///< One of `moduleFields`.
-    Comparison comparison;
-    std::string value; ///< Decimal for a number.
+    std::string field;     ///< One of `moduleFields`.
+    Comparison comparison; ///< How.
+    std::string value;     ///< Decimal for a number.
 };
 
 /// Which modules are asked for; an empty query asks for all of them.
@@ -47,14 +47,14 @@ struct ModuleQuery
 /// What a list of modules shows of each. The texts are the bytes of the record.
 struct ModuleSummary
 {
-    std::string family;
-    std::string moduleIdText;
-    std::string brandLabelName;
-    std::uint32_t inDataSize = 0; ///< In bytes, like the sizes below.
-    std::uint32_t outDataSize = 0;
-    std::uint64_t parameterBlockSize = 0;
-    std::uint64_t mxFileSize = 0; ///< Of the file on disk.
-    bool hasContent = false;      ///< Whether the catalogue knows what is inside.
+    std::string family;                   ///< Such as "kv38".
+    std::string moduleIdText;             ///< Eight hexadecimal digits.
+    std::string brandLabelName;           ///< What is printed on the module.
+    std::uint32_t inDataSize = 0;         ///< Input process data in bytes.
+    std::uint32_t outDataSize = 0;        ///< Output process data in bytes.
+    std::uint64_t parameterBlockSize = 0; ///< Default parameters in bytes.
+    std::uint64_t mxFileSize = 0;         ///< Of the file on disk, in bytes.
+    bool hasContent = false;              ///< Whether the catalogue knows what is inside.
 };
 
 /// Returns the fields that a condition may name.
