@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 
@@ -79,10 +81,12 @@ private:
     int bound = 0;
 };
 
+constexpr const char* recordSql = "INSERT INTO device_properties VALUES (?,?,?,?,?,?,?,?,?,?)";
+
 struct Insertions
 {
     explicit Insertions(Database& database)
-        : record(database, "INSERT INTO device_properties VALUES (?,?,?,?,?,?,?,?,?,?)"),
+        : record(database, recordSql),
           module(database, "INSERT INTO modules VALUES (?,?,?,?,?,?,?,?,?)"),
           channel(database, "INSERT INTO channels VALUES (?,?,?,?,?,?,?,?)"),
           parameter(database, "INSERT INTO parameters VALUES (?,?,?,?,?,?,?,?,?,?)"),
@@ -119,16 +123,22 @@ void insertOptions(Insertions& into, const std::string& family, const std::strin
     }
 }
 
+void insertRecord(Insertion& into, const devices::database::DeviceProperties& record,
+                  const std::vector<char>& mxFileData)
+{
+    into.bytes(record.family).bytes(record.moduleIdText).bytes(record.brandLabelName);
+    into.bytes(record.text4).bytes(record.text5).bytes(*record.hostBytes).bytes(mxFileData);
+    into.bytes(*record.defaultParameterBlock).number(record.inDataSize);
+    into.number(record.outDataSize).insert();
+}
+
 void insertModule(Insertions& into, const GeneratedModules::Module& module)
 {
     const auto& record = module.record;
     const auto& content = module.content;
     const std::string& family = record.family;
     const std::string& id = record.moduleIdText;
-    into.record.bytes(family).bytes(id).bytes(record.brandLabelName).bytes(record.text4);
-    into.record.bytes(record.text5).bytes(*record.hostBytes).bytes(*record.mxFileData);
-    into.record.bytes(*record.defaultParameterBlock).number(record.inDataSize);
-    into.record.number(record.outDataSize).insert();
+    insertRecord(into.record, record, *record.mxFileData);
     const std::string search = searchText(content);
     into.module.text(family).text(id).bytes(family).bytes(id).text(content.label);
     into.module.text(content.orderCode).number(record.inDataSize).number(record.outDataSize);
@@ -149,6 +159,19 @@ void insertModule(Insertions& into, const GeneratedModules::Module& module)
     }
 }
 
+// The bytes and the 0xFF behind them, as a record keeps them.
+std::vector<char> readWithOneCall(const std::string& path)
+{
+    std::vector<char> bytes(std::filesystem::file_size(path) + 1, '\xFF');
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                               std::fclose);
+    if (file == nullptr ||
+        std::fread(bytes.data(), 1, bytes.size() - 1, file.get()) != bytes.size() - 1) {
+        throw std::runtime_error("cannot read " + path);
+    }
+    return bytes;
+}
+
 } // namespace
 
 void bareSqliteLoop(const std::string& path, const std::vector<GeneratedModules::Module>& modules)
@@ -159,6 +182,20 @@ void bareSqliteLoop(const std::string& path, const std::vector<GeneratedModules:
         Insertions insertions(database);
         for (const GeneratedModules::Module& module : modules) {
             insertModule(insertions, module);
+        }
+    }
+    database.run("COMMIT");
+}
+
+void bareSqliteRecordLoop(const std::string& path, const std::vector<std::string>& files,
+                          const std::vector<GeneratedModules::Module>& modules)
+{
+    Database database(path);
+    database.run("BEGIN IMMEDIATE");
+    {
+        Insertion insertion(database, recordSql);
+        for (std::size_t module = 0; module < modules.size(); ++module) {
+            insertRecord(insertion, modules[module].record, readWithOneCall(files[module]));
         }
     }
     database.run("COMMIT");

@@ -8,4 +8,8 @@ namespace bench {
 /// prepared statement per table, one transaction, the same rows and the same settings.
 void bareSqliteLoop(const std::string& path, const std::vector<GeneratedModules::Module>& modules);
 
+/// The same with the records alone, their mx files read from `files`, which are those of `modules`.
+void bareSqliteRecordLoop(const std::string& path, const std::vector<std::string>& files,
+                          const std::vector<GeneratedModules::Module>& modules);
+
 } // namespace bench

@@ -11,7 +11,6 @@ RATIOS = [
     ("translation: parseWithTraceLines/{}", "translation: parse/{}", {"small": None, "medium": None, "large": None}),
     ("loading: loadFile/{}", "loading: oneRead/{}", {"small": 1.2, "medium": 1.2, "large": 1.2}),
     ("process: mxtoolShow/real_time", "process: loadOnly/real_time", {"": 3}),
-    ("populate: populateInOneTransaction/{}", "populate: bareLoopAndTranslation/{}", {"1000": 1.7, "10000": 1.7}),
 ]
 
 
@@ -46,6 +45,7 @@ def ratio_lines(found):
             if first in found and second in found:
                 yield first, second, found[first][0] / found[second][0], limit
     yield from growth_lines(found)
+    yield from populate_lines(found)
 
 
 def growth_lines(found):
@@ -57,6 +57,15 @@ def growth_lines(found):
     if every in found and parse in found:
         allowed = 1.5 * found[parse][0] + 3000 * 1000
         yield every, "1.5 parse + 3 us a parameter", found[every][0] / allowed, 1.0
+
+
+def populate_lines(found):
+    for count in ("1000", "10000"):
+        populate, loop, translation = (f"populate: {name}/{count}/real_time" for name in (
+            "populateInOneTransaction", "bareLoop", "translationAlone"))
+        if populate in found and loop in found and translation in found:
+            together = found[loop][0] + found[translation][0]
+            yield populate, "bareLoop + translationAlone", found[populate][0] / together, 1.7
 
 
 def main():

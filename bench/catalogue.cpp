@@ -1,5 +1,5 @@
 #include "BareSqliteLoop.h"
-#include "GeneratedModules.h"
+#include "TemporaryCatalogue.h"
 
 #include "database/Population.h"
 
@@ -10,9 +10,8 @@
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>
 
-#include <chrono>
 #include <cstdlib>
-#include <iostream>
+#include <memory>
 
 // What a catalogue costs, against SQLite alone; and whether finding a module stays as fast in a
 // large one. With TEST_POSTGRESQL set (tests/devicedb/with-postgresql) on both engines.
@@ -21,42 +20,16 @@ namespace {
 
 using bench::GeneratedModules;
 using devices::database::DeviceDatabase;
-namespace fs = std::filesystem;
 
 constexpr std::size_t moduleCount = 10000;
 
-fs::path workingDirectory()
-{
-    static const fs::path directory = [] {
-        std::string name = (fs::temp_directory_path() / "bench-database-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) {
-            throw std::runtime_error("cannot make " + name);
-        }
-        return fs::path(name);
-    }();
-    return directory;
-}
-
-const GeneratedModules& generated()
-{
-    static const GeneratedModules modules(workingDirectory() / "modules", moduleCount);
-    return modules;
-}
+// Lives until the last benchmark is done.
+std::unique_ptr<bench::TemporaryCatalogue> catalogue;
 
 const std::vector<GeneratedModules::Module>& translated()
 {
-    static const auto modules = generated().translate();
+    static const auto modules = catalogue->modules().translate();
     return modules;
-}
-
-std::string freshSqliteFile()
-{
-    const std::string path = (workingDirectory() / "devices.sqlite").string();
-    for (const char* end : {"", "-wal", "-shm"}) {
-        fs::remove(path + end);
-    }
-    DeviceDatabase{"sqlite:" + path}; // makes the tables
-    return path;
 }
 
 const char* server()
@@ -66,7 +39,8 @@ const char* server()
 
 std::string urlOf(bool postgresql)
 {
-    return postgresql ? std::string("postgresql:") + server() : "sqlite:" + freshSqliteFile();
+    return postgresql ? std::string("postgresql:") + server()
+                      : "sqlite:" + catalogue->freshSqliteFile();
 }
 
 void emptyDatabase(DeviceDatabase& database)
@@ -88,12 +62,10 @@ void perModule(benchmark::State& state)
 // The parser's walk over the files, with nothing stored.
 void translate(benchmark::State& state)
 {
-    generated();
     devices::database::insertThrough([](auto& record) { benchmark::DoNotOptimize(record); });
     for (auto _ : state) {
         devices::parser::mx::Parser_kv38 parser;
-        benchmark::DoNotOptimize(
-            parser.populateDatabase((workingDirectory() / "modules").string()));
+        benchmark::DoNotOptimize(parser.populateDatabase(catalogue->moduleDirectory()));
     }
     devices::database::insertThrough({});
     perModule(state);
@@ -104,7 +76,7 @@ void bareLoop(benchmark::State& state)
     for (auto _ : state) {
         state.PauseTiming();
         const auto& modules = translated();
-        const std::string path = freshSqliteFile();
+        const std::string path = catalogue->freshSqliteFile();
         state.ResumeTiming();
         bench::bareSqliteLoop(path, modules);
     }
@@ -134,12 +106,11 @@ void populate(benchmark::State& state, bool postgresql)
 {
     for (auto _ : state) {
         state.PauseTiming();
-        generated();
         DeviceDatabase database(urlOf(postgresql));
         emptyDatabase(database);
         state.ResumeTiming();
         auto transaction = database.beginTransaction();
-        mxtool::populate((workingDirectory() / "modules").string(), database, transaction, "error");
+        mxtool::populate(catalogue->moduleDirectory(), database, transaction, "error");
         transaction.commit();
     }
     perModule(state);
@@ -200,8 +171,8 @@ int main(int argc, char** argv)
 {
     benchmark::Initialize(&argc, argv);
     registerAll();
+    catalogue = std::make_unique<bench::TemporaryCatalogue>(moduleCount);
     benchmark::RunSpecifiedBenchmarks();
-    std::error_code ignored;
-    fs::remove_all(workingDirectory(), ignored);
+    catalogue.reset();
     return 0;
 }

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "GeneratedModules.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+
+namespace bench {
+
+/// A directory with generated modules and a place for a database; it goes with the object.
+class TemporaryCatalogue
+{
+public:
+    explicit TemporaryCatalogue(std::size_t moduleCount);
+    ~TemporaryCatalogue();
+    TemporaryCatalogue(const TemporaryCatalogue&) = delete;
+    TemporaryCatalogue& operator=(const TemporaryCatalogue&) = delete;
+
+    /// Returns the directory of the mx files.
+    std::string moduleDirectory() const { return (directory / "modules").string(); }
+
+    const GeneratedModules& modules() const { return generated; }
+
+    /// Makes a device database with empty tables and returns its path.
+    std::string freshSqliteFile() const;
+
+private:
+    std::filesystem::path directory;
+    GeneratedModules generated;
+};
+
+} // namespace bench
