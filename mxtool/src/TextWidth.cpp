@@ -52,7 +52,7 @@ bool isIn(const std::array<Range, count>& ranges, char32_t point)
     });
 }
 
-std::size_t columnsOf(char32_t point)
+std::size_t columnsOfPoint(char32_t point)
 {
     if (isIn(combining, point)) {
         return 0;
@@ -66,7 +66,7 @@ std::size_t columnsOf(const std::string& text)
 {
     std::size_t columns = 0;
     for (const char32_t point : codePoints(text)) {
-        columns += columnsOf(point);
+        columns += columnsOfPoint(point);
     }
     return columns;
 }
@@ -77,7 +77,7 @@ std::string shortened(const std::string& text, std::size_t columns)
     std::size_t used = 0;
     std::string whole;
     for (const char32_t point : codePoints(text)) {
-        used += columnsOf(point);
+        used += columnsOfPoint(point);
         if (used > columns) {
             return columns == 0 ? "" : cut + ellipsis;
         }

@@ -8,11 +8,6 @@ namespace {
 
 using Parameter = ModuleView::Parameter;
 
-std::string subjectOf(const Parameter& parameter)
-{
-    return named("parameter", parameter.record->number.value, parameter.name);
-}
-
 std::string bytesText(const ParameterValue& value)
 {
     const std::string first = std::to_string(value.byteOffset);
@@ -34,9 +29,9 @@ void checkOverlaps(const std::vector<Parameter>& parameters, Findings& findings)
             return overlaps(other.value, later->value);
         });
         if (earlier != later) {
-            findings.add("parameter-overlap", later->record->position.place, subjectOf(*later),
+            findings.add("parameter-overlap", later->record->position.place, named(*later),
                          bytesText(later->value) + " of the block, which it shares with " +
-                             subjectOf(*earlier));
+                             named(*earlier));
         }
     }
 }
@@ -93,8 +88,7 @@ void checkParameterPlaces(const ModuleView& module, Findings& findings)
     for (const Parameter& parameter : module.parameters()) {
         const ParameterValue& value = parameter.value;
         if (value.byteOffset + value.size > size) {
-            findings.add("parameter-outside", parameter.record->position.place,
-                         subjectOf(parameter),
+            findings.add("parameter-outside", parameter.record->position.place, named(parameter),
                          bytesText(value) + " of the block, which has " + byteCount(size));
         }
     }

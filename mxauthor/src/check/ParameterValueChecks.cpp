@@ -8,11 +8,6 @@ namespace {
 
 using Parameter = ModuleView::Parameter;
 
-std::string subjectOf(const Parameter& parameter)
-{
-    return named("parameter", parameter.record->number.value, parameter.name);
-}
-
 bool usesOptions(const Parameter& parameter)
 {
     return parameter.record->optionList.value != 0 &&
@@ -28,7 +23,7 @@ void checkBound(const Parameter& parameter, const Field<std::uint64_t>& bound, c
                 Findings& findings)
 {
     if (!holdsSlot(parameter.value, bound.value)) {
-        findings.add("range-datatype", bound.place, subjectOf(parameter),
+        findings.add("range-datatype", bound.place, named(parameter),
                      std::string(what) + " " + std::to_string(bound.value) + " does not fit in " +
                          std::to_string(parameter.value.bits) + " bits");
     }
@@ -40,7 +35,7 @@ void checkRange(const Parameter& parameter, Findings& findings)
     checkBound(parameter, parameter.record->minimum, "minimum", findings);
     checkBound(parameter, parameter.record->maximum, "maximum", findings);
     if (value.maximum.isBelow(value.minimum)) {
-        findings.add("range-order", parameter.record->minimum.place, subjectOf(parameter),
+        findings.add("range-order", parameter.record->minimum.place, named(parameter),
                      "minimum " + value.minimum.text() + " is above maximum " +
                          value.maximum.text());
     }
@@ -61,7 +56,7 @@ void checkDefaultInRange(const ModuleView& module, const Parameter& parameter, F
         return; // no value lies in such a range
     }
     if (value.value.isBelow(value.minimum) || value.maximum.isBelow(value.value)) {
-        findings.add("default-range", placeOfDefault(module, value), subjectOf(parameter),
+        findings.add("default-range", placeOfDefault(module, value), named(parameter),
                      "default " + value.value.text() + " lies outside " + value.minimum.text() +
                          " to " + value.maximum.text());
     }
@@ -75,7 +70,7 @@ void checkDefaultInOptions(const ModuleView& module, const Parameter& parameter,
         std::none_of(options.begin(), options.end(), [&value](const Option* option) {
             return numberOfSlot(value, option->value.value).bits == value.value.bits;
         })) {
-        findings.add("default-option", placeOfDefault(module, value), subjectOf(parameter),
+        findings.add("default-option", placeOfDefault(module, value), named(parameter),
                      "default " + value.value.text() + " is none of its options");
     }
 }

@@ -4,7 +4,6 @@
 #include "module/ConversionNumbers.h"
 
 #include <algorithm>
-#include <array>
 #include <deque>
 #include <map>
 #include <set>
@@ -14,9 +13,6 @@ namespace mxauthor {
 namespace {
 
 using Parameter = ModuleView::Parameter;
-
-constexpr std::array<const char*, 10> datatypeNames = {
-    "", "UInt8", "UInt16", "SInt8", "SInt16", "Byte", "UInt32", "SInt32", "UInt64", "SInt64"};
 
 std::string datatypeText(const Parameter& parameter)
 {
@@ -186,7 +182,7 @@ void compareOrder(const std::vector<ParameterPair>& pairs, Differences& differen
 std::string subjectOf(const Parameter& parameter)
 {
     const std::uint8_t channel = parameter.record->channel.value;
-    return named("parameter", parameter.record->number.value, parameter.name) +
+    return named(parameter) +
            (channel == moduleChannel ? "" : " of channel " + std::to_string(channel));
 }
 

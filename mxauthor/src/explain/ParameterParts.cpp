@@ -2,16 +2,12 @@
 #include "module/ConversionNumbers.h"
 
 #include <algorithm>
-#include <array>
 
 namespace mxauthor {
 
 namespace {
 
 using Parameter = ModuleView::Parameter;
-
-constexpr std::array<const char*, 10> datatypeNames = {
-    "", "UInt8", "UInt16", "SInt8", "SInt16", "Byte", "UInt32", "SInt32", "UInt64", "SInt64"};
 
 std::string datatypeMeaning(std::uint8_t datatype)
 {
@@ -67,11 +63,6 @@ void explainRecord(PartList& parts, const ModuleView& module, const Parameter& p
                  record.channel.value == moduleChannel ? "the module itself" : "channel");
 }
 
-std::string subjectOf(const Parameter& parameter)
-{
-    return named("parameter", parameter.record->number.value, parameter.name);
-}
-
 using Holders = std::vector<const Parameter*>;
 
 // The parameters that hold each byte of the block; beyond the last one nobody does.
@@ -109,7 +100,7 @@ std::string defaultsMeaning(const Holders& holders)
             return text + "; and " + std::to_string(holders.size() - shown) + " more";
         }
         text += text.empty() ? "default of " : "; default of ";
-        text += subjectOf(*parameter);
+        text += named(*parameter);
         if (parameter->value.present) {
             text += ": " + parameter->value.value.text();
         }
@@ -153,7 +144,7 @@ void explainGroup(PartList& parts, const ModuleView& module, const Parameters& g
     for (std::size_t i = 0; i < group.records.size(); ++i) {
         const ParameterRecord& record = group.records[i];
         const Parameter parameter{&record, module.textOf(record.nameId.value), values[i]};
-        parts.beginRecord(i, subjectOf(parameter));
+        parts.beginRecord(i, named(parameter));
         explainRecord(parts, module, parameter);
     }
     parts.endRecords();

@@ -4,13 +4,13 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t entrySize = 3;
+constexpr std::size_t channelNameSize = 3;
 
 } // namespace
 
 void read(PayloadReader& in, ChannelNames& group)
 {
-    while (in.left() >= entrySize) {
+    while (in.left() >= channelNameSize) {
         ChannelName& entry = group.entries.emplace_back();
         in.field(entry.channel);
         in.field(entry.textId);

@@ -4,7 +4,7 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t entrySize = 11;
+constexpr std::size_t conversionSize = 11;
 
 // Lists the fields of an entry in file order, for reading and writing.
 template <typename Io, typename Entry>
@@ -20,7 +20,7 @@ void transfer(Io& io, Entry& entry)
 
 void read(PayloadReader& in, Conversions& group)
 {
-    while (in.left() >= entrySize) {
+    while (in.left() >= conversionSize) {
         transfer(in, group.entries.emplace_back());
     }
     in.rest(group.rest);

@@ -180,4 +180,9 @@ std::string named(const char* what, unsigned number, const std::string& name)
     return name.empty() ? base : base + " \"" + shortened(name) + "\"";
 }
 
+std::string named(const ModuleView::Parameter& parameter)
+{
+    return named("parameter", parameter.record->number.value, parameter.name);
+}
+
 } // namespace mxauthor

@@ -96,4 +96,7 @@ std::string shortened(const std::string& text);
 /// Returns how messages name a channel or parameter: `parameter 3 "Filter"`; the name shortened.
 std::string named(const char* what, unsigned number, const std::string& name);
 
+/// The same for `parameter`.
+std::string named(const ModuleView::Parameter& parameter);
+
 } // namespace mxauthor

@@ -2,6 +2,7 @@
 
 #include "mxauthor/groups/Parameters.h"
 
+#include <array>
 #include <string>
 
 namespace mxauthor {
@@ -41,6 +42,10 @@ bool holdsSlot(const ParameterValue& parameter, std::uint64_t slot);
 
 /// Returns the number that readers take from `slot`: its last bytes, as many as the value has.
 WideNumber numberOfSlot(const ParameterValue& parameter, std::uint64_t slot);
+
+/// The names of the datatypes 1 to 9.
+constexpr std::array<const char*, 10> datatypeNames = {
+    "", "UInt8", "UInt16", "SInt8", "SInt16", "Byte", "UInt32", "SInt32", "UInt64", "SInt64"};
 
 constexpr std::uint8_t byteDatatype = 5;     ///< The one that may be a bit field.
 constexpr std::uint8_t convertedFlag = 0x04; ///< In `flags`: shown in physical units.

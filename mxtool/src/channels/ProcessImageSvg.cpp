@@ -18,8 +18,8 @@ using Row = ProcessImage::Row;
 // All lengths are pixels.
 constexpr std::size_t margin = 20;
 constexpr std::size_t byteColumn = 96; // the numbers of the bytes
-constexpr std::size_t cellWidth = 84;
-constexpr std::size_t cellsWidth = 8 * cellWidth;
+constexpr std::size_t bitWidth = 84;
+constexpr std::size_t cellsWidth = 8 * bitWidth;
 constexpr std::size_t laneHeight = 22;
 constexpr std::size_t barHeight = 3;   // marks an overlap above and below, beside the text
 constexpr std::size_t lineHeight = 18; // of a text
@@ -96,7 +96,7 @@ std::string line(std::size_t x1, std::size_t y1, std::size_t x2, std::size_t y2,
 // The left edge of a bit's cell.
 std::size_t leftOf(unsigned bit)
 {
-    return margin + byteColumn + (7 - bit) * cellWidth;
+    return margin + byteColumn + (7 - bit) * bitWidth;
 }
 
 // The runs of neighbouring bits in a byte, as (highest, lowest), from the left.
@@ -125,7 +125,7 @@ std::string pieceShape(const Area& area, const Piece& piece, std::size_t rowTop)
 {
     const auto& channel = area.channels[piece.channel];
     const std::size_t left = leftOf(piece.highBit);
-    const std::size_t width = (piece.highBit - piece.lowBit + 1) * cellWidth;
+    const std::size_t width = (piece.highBit - piece.lowBit + 1) * bitWidth;
     const std::size_t top = rowTop + piece.lane * laneHeight;
     const std::size_t bottom = top + laneHeight;
     std::string shape =
@@ -147,7 +147,7 @@ std::string emptyCells(const Row& row, std::size_t top)
     for (unsigned bit = 8; bit-- > 0;) {
         const bool isGap = (row.gaps() >> bit & 1U) != 0;
         if (isGap || (row.occupied >> bit & 1U) == 0) {
-            cells += rectangle(leftOf(bit), top, cellWidth, heightOf(row),
+            cells += rectangle(leftOf(bit), top, bitWidth, heightOf(row),
                                isGap ? "class=\"gap\"" : "class=\"cell\"");
         }
     }
@@ -158,7 +158,7 @@ std::string overlapMarks(const Row& row, std::size_t top)
 {
     std::string marks;
     for (const auto& [high, low] : bitRuns(row.overlaps)) {
-        const std::size_t width = (high - low + 1) * cellWidth;
+        const std::size_t width = (high - low + 1) * bitWidth;
         marks += rectangle(leftOf(high), top, width, barHeight, "class=\"overlap\"");
         marks += rectangle(leftOf(high), top + heightOf(row) - barHeight, width, barHeight,
                            "class=\"overlap\"");
@@ -209,7 +209,7 @@ std::string bitNumbers(std::size_t y)
     std::string numbers = textAt(margin + byteColumn - 2 * padding, y, "byte",
                                  " class=\"faint\" text-anchor=\"end\"");
     for (unsigned bit = 8; bit-- > 0;) {
-        numbers += textAt(leftOf(bit) + cellWidth / 2, y, std::to_string(bit),
+        numbers += textAt(leftOf(bit) + bitWidth / 2, y, std::to_string(bit),
                           " class=\"faint\" text-anchor=\"middle\"");
     }
     return numbers;

@@ -6,6 +6,7 @@
 #include "ParameterText.h"
 #include "ShownText.h"
 #include "TextTable.h"
+#include "config/ParameterPlace.h"
 
 #include <devices/parser/mx/HexText.h>
 
@@ -17,8 +18,6 @@ namespace {
 
 using devices::parser::FieldbusType;
 using devices::parser::mx::bufferAsHex;
-
-constexpr std::size_t registerSize = 2;
 
 // One parameter in the buffer, as the three forms show it.
 struct Row

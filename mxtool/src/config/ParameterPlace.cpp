@@ -10,8 +10,6 @@ namespace {
 
 using Parameter = DeviceReport::Parameter;
 
-constexpr std::size_t registerSize = 2;
-
 std::size_t sizeInRegisters(const Parameter& parameter)
 {
     if (parameter.hasOptionList) {

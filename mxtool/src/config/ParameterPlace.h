@@ -7,6 +7,8 @@
 
 namespace mxtool {
 
+constexpr std::size_t registerSize = 2; ///< Bytes of a Modbus register.
+
 /// Where a parameter stands in a buffer: the raw image or the Modbus registers.
 struct ParameterPlace
 {

@@ -17,7 +17,7 @@ using devices::database::DeviceProperties;
 using devices::database::ModuleSummary;
 using devices::parser::mx::bufferAsHex;
 
-std::vector<std::string> columnsOf(const ModuleSummary& module)
+std::vector<std::string> cellsOf(const ModuleSummary& module)
 {
     return {module.moduleIdText,
             module.family,
@@ -59,7 +59,7 @@ std::string moduleTable(const std::vector<ModuleSummary>& modules)
 {
     TextTable table({"Module", "Family", "Label", "In", "Out", "Parameters", "File"});
     for (const ModuleSummary& module : modules) {
-        table.add(columnsOf(module));
+        table.add(cellsOf(module));
     }
     return table.text();
 }
@@ -69,7 +69,7 @@ std::string moduleCsv(const std::vector<ModuleSummary>& modules)
     std::string lines = csvLine(
         {"module_id", "family", "label", "in_bytes", "out_bytes", "parameter_bytes", "file_bytes"});
     for (const ModuleSummary& module : modules) {
-        lines += csvLine(columnsOf(module));
+        lines += csvLine(cellsOf(module));
     }
     return lines;
 }

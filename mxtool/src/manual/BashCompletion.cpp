@@ -9,7 +9,7 @@ namespace mxtool::manual {
 namespace {
 
 // The function around the program's words. Of "--format=js" bash makes three words.
-constexpr const char* script = R"(# bash completion of {0}; made from the program's own options
+constexpr const char* bashScript = R"(# bash completion of {0}; made from the program's own options
 _{0}()
 {{
     local cur=${{COMP_WORDS[COMP_CWORD]}} prev=${{COMP_WORDS[COMP_CWORD - 1]}} verb= word i
@@ -150,7 +150,7 @@ std::string bashCompletion(const ProgramWords& words)
     addNames(words.program.options, names);
     others += wordCase(",-*", fmt::format("_{}_words '{}'", program, joined(names, " ")));
     others += wordCase(",*", fmt::format("_{}_words '{}'", program, joined(verbs, " ")));
-    return fmt::format(script, program, namesWithValue(words.program.options), values, others);
+    return fmt::format(bashScript, program, namesWithValue(words.program.options), values, others);
 }
 
 } // namespace mxtool::manual

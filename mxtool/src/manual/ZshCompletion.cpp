@@ -6,7 +6,7 @@ namespace mxtool::manual {
 
 namespace {
 
-constexpr const char* script = R"(#compdef {0}
+constexpr const char* zshScript = R"(#compdef {0}
 # zsh completion of {0}; made from the program's own options
 
 _{0}() {{
@@ -148,7 +148,7 @@ std::string zshCompletion(const ProgramWords& words)
         verbs += indent + quoted(escaped(verb.name, "\\:") + ":" + verb.description) + "\n";
         cases += caseOfVerb(verb);
     }
-    return fmt::format(script, words.program.name, common, verbs, cases);
+    return fmt::format(zshScript, words.program.name, common, verbs, cases);
 }
 
 } // namespace mxtool::manual

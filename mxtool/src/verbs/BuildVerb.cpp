@@ -16,7 +16,7 @@ namespace mxtool {
 
 namespace {
 
-constexpr const char* footer = R"(Example:
+constexpr const char* buildFooter = R"(Example:
   $ mxtool build examples/modules/MX0304.yaml -o /tmp/MX0304.bin
   /tmp/MX0304.bin: 1816 bytes
 )";
@@ -147,7 +147,7 @@ void addBuildVerb(CLI::App& program, const GlobalOptions& global, const VerbChoi
     verb->add_option("-o,--output", options->output,
                      "The mx file, - for standard output; or a directory for FILE.bin of each text")
         ->required();
-    verb->footer(footer);
+    verb->footer(buildFooter);
     verb->callback([options, choose, &global] {
         choose([options, &global] { return build(*options, global); });
     });

@@ -13,7 +13,7 @@ namespace mxtool {
 
 namespace {
 
-constexpr const char* footer = R"(Example:
+constexpr const char* channelsFooter = R"(Example:
   $ mxtool channels --format st examples/modules/MX0304.bin
   (* 4 AI ±10 V / 0-20 mA (kv38.5a030304). Addresses count bytes. *)
   VAR_GLOBAL
@@ -97,7 +97,7 @@ void addChannelsVerb(CLI::App& program, const GlobalOptions& global, const VerbC
         program.add_subcommand("channels", "Show where the channels lie in the process images");
     auto options = std::make_shared<ChannelsOptions>();
     addOptions(*verb, *options);
-    verb->footer(footer);
+    verb->footer(channelsFooter);
     verb->callback([options, choose, &global] {
         checkWords(*options);
         choose([options, &global] { return channels(*options, global.logLevel); });

@@ -13,7 +13,7 @@ namespace mxtool {
 
 namespace {
 
-constexpr const char* footer =
+constexpr const char* checkFooter =
     R"(Exit codes: 1 on findings of severity error, with --strict on any; 3 when a file cannot be read.
 
 Example:
@@ -176,7 +176,7 @@ void addCheckVerb(CLI::App& program, const GlobalOptions& global, const VerbChoi
         program.add_subcommand("check", "Hold mx files against the rules of the format");
     auto options = std::make_shared<CheckOptions>();
     addOptions(*verb, *options);
-    verb->footer(footer);
+    verb->footer(checkFooter);
     verb->callback([options, choose, &global] {
         checkWords(*options);
         choose([options, &global] { return runCheck(*options, global.quiet); });

@@ -26,7 +26,7 @@ namespace {
 
 using devices::parser::FieldbusType;
 
-constexpr const char* footer = R"(Example:
+constexpr const char* configFooter = R"(Example:
   $ mxtool config examples/modules/MX0803.bin --set Wiring=Delta
   3-phase power measurement (kv38.5a080803)
 
@@ -325,7 +325,7 @@ void addConfigVerb(CLI::App& program, const GlobalOptions& global, const VerbCho
         program.add_subcommand("config", "Compose or decode the parameter image of a module");
     auto options = std::make_shared<ConfigOptions>();
     addOptions(*verb, *options);
-    verb->footer(footer);
+    verb->footer(configFooter);
     verb->callback([options, choose, &global] {
         choose([options, &global] { return config(*options, global.logLevel); });
     });

@@ -19,7 +19,7 @@ using devices::database::DeviceDatabase;
 using devices::database::ModuleQuery;
 using devices::database::ModuleSummary;
 
-constexpr const char* footer = R"(
+constexpr const char* devicesFooter = R"(
 Example:
   $ mxtool devices --db sqlite:/tmp/devices.sqlite 5a060602
   Field              Value
@@ -224,7 +224,7 @@ void addDevicesVerb(CLI::App& program, const GlobalOptions& global, const VerbCh
         program.add_subcommand("devices", "List, search, export, copy or remove stored modules");
     auto options = std::make_shared<DevicesOptions>();
     addOptions(*verb, *options);
-    verb->footer(conditionHelp() + footer);
+    verb->footer(conditionHelp() + devicesFooter);
     verb->callback([options, choose, &global] {
         readQuery(*options);
         choose([options, &global] { return devices(*options, global.quiet); });

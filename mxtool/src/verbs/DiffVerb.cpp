@@ -11,7 +11,7 @@ namespace mxtool {
 
 namespace {
 
-constexpr const char* footer =
+constexpr const char* diffFooter =
     R"(Exit codes: 0 the files are the same, 1 they differ, 3 one cannot be read.
 
 Example:
@@ -71,7 +71,7 @@ void addDiffVerb(CLI::App& program, const GlobalOptions& /*global*/, const VerbC
     CLI::App* verb = program.add_subcommand("diff", "Compare what two mx files describe");
     auto options = std::make_shared<DiffOptions>();
     addOptions(*verb, *options);
-    verb->footer(footer);
+    verb->footer(diffFooter);
     verb->callback([options, choose] {
         if (options->before == "-" && options->after == "-") {
             throw CLI::ValidationError("AFTER", "standard input can be read once only");

@@ -11,7 +11,7 @@ namespace mxtool {
 
 namespace {
 
-constexpr const char* footer = R"(Example:
+constexpr const char* dumpFooter = R"(Example:
   $ mxtool dump examples/modules/MX0901.bin
   module:
     type: 8
@@ -75,7 +75,7 @@ void addDumpVerb(CLI::App& program, const GlobalOptions& /*options*/, const Verb
     auto options = std::make_shared<DumpOptions>();
     verb->add_option("FILE", options->file, "The mx file, - for standard input")->required();
     verb->add_option("-o,--output", options->output, "Write to this file, - for standard output");
-    verb->footer(footer);
+    verb->footer(dumpFooter);
     verb->callback([options, choose] { choose([options] { return dump(*options); }); });
 }
 

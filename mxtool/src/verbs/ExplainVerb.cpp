@@ -12,7 +12,7 @@ namespace mxtool {
 
 namespace {
 
-constexpr const char* footer = R"(Example:
+constexpr const char* explainFooter = R"(Example:
   $ mxtool explain examples/modules/MX0304.bin --at 0x128
   byte     0x25 (37) at 0x000128 (296)
   group    0010, parameter block: 46 bytes at 0x00011b (283)
@@ -89,7 +89,7 @@ void addExplainVerb(CLI::App& program, const GlobalOptions& /*global*/, const Ve
     CLI::App* verb = program.add_subcommand("explain", "Tell what every byte of an mx file is");
     auto options = std::make_shared<ExplainOptions>();
     addOptions(*verb, *options);
-    verb->footer(footer);
+    verb->footer(explainFooter);
     verb->callback([options, choose] { choose([options] { return explainFile(*options); }); });
 }
 

@@ -18,7 +18,7 @@ namespace {
 
 using devices::parser::mx::u16AsHex;
 
-constexpr const char* footer = R"(Example:
+constexpr const char* groupsFooter = R"(Example:
   $ mxtool groups examples/modules/MX0001.bin
   Group  Name             Payload at      Size
   0000   header           0x000004 (4)    4
@@ -119,7 +119,7 @@ void addGroupsVerb(CLI::App& program, const GlobalOptions& /*options*/, const Ve
         ->check(CLI::IsMember({"text", "json", "csv"}));
     verb->add_option("-o,--output", options->output, "Write to this file, - for standard output")
         ->type_name("FILE");
-    verb->footer(footer);
+    verb->footer(groupsFooter);
     verb->callback([options, choose] { choose([options] { return listGroupsOf(*options); }); });
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 using devices::database::DeviceDatabase;
 
-constexpr const char* footer =
+constexpr const char* populateFooter =
     R"(Either every file that can be translated is in the database afterwards, or nothing has changed;
 who reads meanwhile sees the state before.
 
@@ -98,7 +98,7 @@ void addPopulateVerb(CLI::App& program, const GlobalOptions& global, const VerbC
     addDatabaseOption(*verb, options->databaseUrl);
     verb->add_flag("--replace", options->replace,
                    "Remove the modules that no file of the directory states");
-    verb->footer(footer);
+    verb->footer(populateFooter);
     verb->callback([options, choose, &global] {
         choose([options, &global] { return runPopulate(*options, global); });
     });

@@ -8,7 +8,7 @@ namespace mxtool {
 
 namespace {
 
-constexpr const char* footer = R"(Example:
+constexpr const char* showFooter = R"(Example:
   $ mxtool show examples/modules/MX0001.bin
   Field supply 24 V (kv38.0bc1e800)
 
@@ -62,7 +62,7 @@ void addShowVerb(CLI::App& program, const GlobalOptions& global, const VerbChoic
         ->check(CLI::IsMember({"text", "json"}));
     verb->add_option("-o,--output", options->output, "Write to this file, - for standard output")
         ->type_name("FILE");
-    verb->footer(footer);
+    verb->footer(showFooter);
     verb->callback([options, choose, &global] {
         choose([options, &global] { return show(*options, global.logLevel); });
     });

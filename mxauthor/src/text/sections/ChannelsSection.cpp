@@ -89,7 +89,7 @@ std::string channelLine(const ChannelRecord& record, const std::string& name, Us
 }
 
 // The kind byte without its flags, and the number of bits that goes with the word for it.
-std::pair<std::uint8_t, std::uint8_t> readKind(const Section& section)
+std::pair<std::uint8_t, std::uint8_t> readChannelKind(const Section& section)
 {
     const auto in = section.find("in");
     const auto out = section.find("out");
@@ -145,7 +145,7 @@ void readUnread(const Section& section, ChannelRecord& record)
 
 ChannelRecord readChannel(const Section& section, Usual& usual)
 {
-    const auto [kind, bits] = readKind(section);
+    const auto [kind, bits] = readChannelKind(section);
     ChannelRecord record;
     record.number = section.byte("number", usual.number);
     record.kind = static_cast<std::uint8_t>(kind | readFlags(section));

@@ -61,7 +61,7 @@ std::string readKey(const YAML::Node& node, SourceErrors& errors)
     return key;
 }
 
-std::uint8_t readKind(const Section& section)
+std::uint8_t readEntryKind(const Section& section)
 {
     const auto node = section.find("kind");
     if (!node) {
@@ -82,7 +82,7 @@ Entry readEntry(const YAML::Node& node, SourceErrors& errors)
     if (const auto key = section.require("key")) {
         entry.key = readKey(*key, errors);
     }
-    entry.kind = readKind(section);
+    entry.kind = readEntryKind(section);
     if (const auto value = section.require("value")) {
         entry.value = readText(*value, errors).value_or("");
     }

@@ -3,6 +3,7 @@
 
 #include "DecimalText.h"
 #include "LogLine.h"
+#include "RecordSizes.h"
 
 #include <cassert>
 
@@ -12,7 +13,6 @@ namespace {
 
 constexpr std::uint16_t channelNameGroup = 0x20D7;
 constexpr std::uint32_t channelNameEntrySize = 3;
-constexpr std::uint32_t channelRecordHeaderSize = 7;
 
 constexpr std::uint8_t inputFlag = 0x80;
 constexpr std::uint8_t kindMask = 0x1F;

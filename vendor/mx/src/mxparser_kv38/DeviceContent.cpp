@@ -5,6 +5,7 @@
 #include "Base64.h"
 #include "DecimalText.h"
 #include "LogLine.h"
+#include "RecordSizes.h"
 
 #include <stdexcept>
 
@@ -18,9 +19,6 @@ constexpr std::uint16_t parameterGroup = 0x20C0;
 constexpr std::uint16_t channelGroup = 0x20D0;
 constexpr std::uint16_t extensionGroup = 0x20F0;
 constexpr std::uint16_t productImageGroup = 0x20F1;
-
-constexpr std::uint32_t parameterRecordSize = 29;
-constexpr std::uint32_t channelRecordHeaderSize = 7; // the 16-bit words behind it are never read
 
 constexpr std::uint32_t extensionSize = 13;
 constexpr std::uint8_t extensionVersion = 1;

@@ -2,6 +2,7 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include "LogLine.h"
+#include "RecordSizes.h"
 
 #include <mxfileext/mxfileext.h>
 
@@ -15,7 +16,6 @@ namespace devices::parser::mx {
 
 namespace {
 
-constexpr std::uint32_t parameterRecordSize = 29;
 constexpr std::uint8_t blockPositionBias = 4; // a record counts positions from 4
 
 constexpr std::uint8_t showMeFlag0 = 0x01;

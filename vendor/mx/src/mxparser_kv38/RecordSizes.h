@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+
+namespace devices::parser::mx {
+
+/// Bytes of a record of group 0x20c0.
+constexpr std::uint32_t parameterRecordSize = 29;
+
+/// Bytes of a record of group 0x20d0 in front of its 16-bit words, which are never read.
+constexpr std::uint32_t channelRecordHeaderSize = 7;
+
+} // namespace devices::parser::mx
