@@ -1,3 +1,4 @@
+#include "LostMemoryExpected.h"
 #include "ParserAccess.h"
 
 #include "devices/parser/mx/LoadFile.h"
@@ -30,6 +31,7 @@ struct GroupedDigits : std::numpunct<char>
 // The locale that the environment names, for C and for C++, with grouped digits.
 void useLocaleOfTheHost()
 {
+    const testkit::LostMemoryExpected lost; // the C library's own, where LOCPATH is set
     const char* const name = std::setlocale(LC_ALL, "");
     ASSERT_STREQ(name, "de_DE.UTF-8") << "LC_ALL and LOCPATH name no such locale";
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
