@@ -24,8 +24,8 @@ std::vector<HostileText> makeTexts()
 {
     return {same("\033[2J\033]0;title\a"),
             same("\xC2\x9B"
-                 "31m"),                // U+009B introduces a sequence as ESC [ does
-            {"\x9D\x9B", "\xC2\x9D›"},  // Windows-1252 leaves 9D unassigned
+                 "31m"),               // U+009B introduces a sequence as ESC [ does
+            {"\x9D\x9B", "\xC2\x9D›"}, // Windows-1252 leaves 9D unassigned
             same("\b\v\f\x7F\x01"),
             same("=1+1"),
             same("+1+1"),
@@ -58,10 +58,10 @@ std::vector<HostileText> makeTexts()
             same("first\nsecond")};
 }
 
-Bytes parameterRecords()
+Bytes parameterRecords(unsigned count)
 {
     std::vector<Bytes> records;
-    for (unsigned i = 0; i < hostileTexts().size(); ++i) {
+    for (unsigned i = 0; i < count; ++i) {
         ParameterRecord record;
         record.number = static_cast<std::uint8_t>(i + 1);
         record.nameId = static_cast<std::uint16_t>(firstText + i);
@@ -74,10 +74,10 @@ Bytes parameterRecords()
     return testkit::join(records);
 }
 
-Bytes channelRecords()
+Bytes channelRecords(unsigned count)
 {
     std::vector<Bytes> records;
-    for (unsigned i = 0; i < hostileTexts().size(); ++i) {
+    for (unsigned i = 0; i < count; ++i) {
         ChannelRecord record;
         record.number = static_cast<std::uint8_t>(i);
         record.bitOffset = static_cast<std::uint8_t>(i % 8);
@@ -86,10 +86,10 @@ Bytes channelRecords()
     return testkit::join(records);
 }
 
-Bytes channelNames()
+Bytes channelNames(unsigned count)
 {
     std::vector<Bytes> entries;
-    for (unsigned i = 0; i < hostileTexts().size(); ++i) {
+    for (unsigned i = 0; i < count; ++i) {
         entries.push_back({static_cast<std::uint8_t>(i)});
         entries.push_back(testkit::u16(firstText + i));
     }
@@ -110,10 +110,16 @@ std::string hostileModuleId(unsigned number)
     return std::string("5a0000") + digits[number >> 4 & 15U] + digits[number & 15U];
 }
 
+unsigned hostileTextCount(unsigned number)
+{
+    const auto all = static_cast<unsigned>(hostileTexts().size());
+    return number + 1 == all ? all : all - 1;
+}
+
 std::vector<char> hostileModule(unsigned number)
 {
     const std::string& chosen = hostileTexts()[number].bytes;
-    const auto count = static_cast<unsigned>(hostileTexts().size());
+    const unsigned count = hostileTextCount(number);
     std::vector<std::pair<unsigned, std::string>> texts;
     std::vector<std::pair<std::uint64_t, unsigned>> options;
     for (unsigned i = 0; i < count; ++i) {
@@ -132,16 +138,17 @@ std::vector<char> hostileModule(unsigned number)
                                                 {chosen, chosen}}))
         .group(0x0040, testkit::entriesPayload({{"Component", chosen}, {"Creator", chosen}}))
         .group(0x0010, testkit::join({{0, 0}, Bytes(count, 1)}))
-        .group(0x0011, testkit::linesPayload(
-                           {"Parameter " + std::string(count, 'B'), "InData WW", chosen}))
-        .group(0x20F0, testkit::join({testkit::hexBytes("01 0064"), testkit::textBytes("\033[31m\n\"<"),
-                                      testkit::hexBytes("0000")}))
+        .group(0x0011,
+               testkit::linesPayload({"Parameter " + std::string(count, 'B'), "InData WW", chosen}))
+        .group(0x20F0,
+               testkit::join({testkit::hexBytes("01 0064"), testkit::textBytes("\033[31m\n\"<"),
+                              testkit::hexBytes("0000")}))
         .group(0x20F1, testkit::textBytes("<svg onload=\"x\"/>"))
         .group(0x20D3, testkit::textTablePayload(texts))
         .group(0x20C1, testkit::optionList(1, options))
-        .group(0x20C0, parameterRecords())
-        .group(0x20D7, channelNames())
-        .group(0x20D0, channelRecords());
+        .group(0x20C0, parameterRecords(count))
+        .group(0x20D7, channelNames(count))
+        .group(0x20D0, channelRecords(count));
     return buffer.chars();
 }
 
