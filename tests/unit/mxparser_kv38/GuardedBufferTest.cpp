@@ -282,6 +282,10 @@ TEST_F(Guarded, CountOfDataSizesThatWrapsFailsAtTheBuffersEnd)
         index(MxBuffer().group(0x0011, testkit::textBytes(line)));
         EXPECT_EQ(failureOf(read), badTermination) << line;
     }
+    // A last text of one byte, the checksum's second, which nothing ends.
+    index(join({hexBytes("0011 000f"), testkit::textBytes("InData W\r"), hexBytes("0a41")}));
+    EXPECT_EQ(failureOf(read), badTermination);
+    EXPECT_EQ(in, 2U);
 }
 
 TEST_F(Guarded, CountOfDataSizesThatWrapsReadsOnInsideTheBuffer)
