@@ -1,5 +1,6 @@
 #include "HostileModule.h"
 #include "TemporaryDirectory.h"
+#include "TestDatabase.h"
 #include "ToolProcess.h"
 
 #include <Poco/DOM/AutoPtr.h>
@@ -339,18 +340,33 @@ TEST_F(HostileText, IsHarmlessInTheDatabase)
     expectHarmless(outputOf({"devices", "--db", url, "--remove", hostileModuleId(12)}));
 }
 
-TEST_F(HostileText, ChoosesNoPlaceForAnExport)
+TEST_F(HostileText, OfADatabaseIsHarmlessAndChoosesNoPlaceForAnExport)
 {
-    const std::string url = "sqlite:" + other.path("devices.sqlite");
-    outputOf({"populate", modules.path(), "--db", url});
-    const std::string target = other.path("below/exported");
-    outputOf({"devices", "--db", url, "--export", target});
+    const testkit::TestDatabase database(testkit::Engine::Sqlite);
+    outputOf({"populate", modules.path(), "--db", database.url()});
+    // Another program writes identifiers and families that the format does not have.
+    database.execute("UPDATE device_properties SET module_id = CAST('../../up' AS BLOB)"
+                     " WHERE module_id = CAST('5a000000' AS BLOB)");
+    database.execute("UPDATE device_properties SET module_id = x'1b5b324a0a3d312c22'"
+                     " WHERE module_id = CAST('5a000001' AS BLOB)");
+    database.execute("UPDATE device_properties SET family = CAST('=/../<b>' AS BLOB)"
+                     " WHERE module_id = CAST('5a000002' AS BLOB)");
+    expectHarmless(outputOf({"devices", "--db", database.url()}));
+    expectHarmlessCsv(outputOf({"devices", "--db", database.url(), "--format", "csv"}));
+    const std::string json = outputOf({"devices", "--db", database.url(), "--format", "json"});
+    expectHarmless(json);
+    EXPECT_THAT(valuesOf(Json::parse(json).at("devices"), "module_id"),
+                testing::IsSupersetOf({"../../up", "\033[2J\n=1,\""}));
+
+    outputOf({"devices", "--db", database.url(), "--export", other.path("below/exported")});
     std::set<std::string> names;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(other.path("below"))) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(other.path())) {
         names.insert(entry.path().filename().string());
     }
-    std::set<std::string> expected{"exported"};
-    for (unsigned i = 0; i < files.size(); ++i) {
+    std::set<std::string> expected{"below", "exported", "MX%2e%2e%2f%2e%2e%2fup.bin",
+                                   "MX%1b%5b2J%0a%3d1%2c%22.bin",
+                                   "MX5a000002.%3d%2f%2e%2e%2f%3cb%3e.bin"};
+    for (unsigned i = 3; i < files.size(); ++i) {
         expected.insert("MX" + hostileModuleId(i) + ".bin");
     }
     EXPECT_EQ(names, expected);
