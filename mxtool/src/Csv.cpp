@@ -2,13 +2,20 @@
 
 #include "ShownText.h"
 
+#include <algorithm>
+#include <array>
+
 namespace mxtool {
 
 namespace {
 
+// The wide forms are taken for formulas in some languages.
 bool startsFormula(const std::string& field)
 {
-    return !field.empty() && std::string("=+-@\t\r").find(field[0]) != std::string::npos;
+    constexpr std::array<const char*, 8> starts = {"=",      "+",      "-",      "@",
+                                                   "\uFF1D", "\uFF0B", "\uFF0D", "\uFF20"};
+    return std::any_of(starts.begin(), starts.end(),
+                       [&field](const char* start) { return field.rfind(start, 0) == 0; });
 }
 
 bool isNumber(const std::string& field)
@@ -18,11 +25,11 @@ bool isNumber(const std::string& field)
 
 std::string csvField(const std::string& bytes)
 {
-    std::string field = toUtf8(bytes);
+    std::string field = forTerminal(bytes);
     if (startsFormula(field) && !isNumber(field)) {
         field.insert(0, 1, '\'');
     }
-    if (field.find_first_of(",\"\r\n") == std::string::npos) {
+    if (field.find_first_of(",\"") == std::string::npos) {
         return field;
     }
     std::string quoted = "\"";

@@ -101,7 +101,8 @@ Json jsonSchema(const char* name, int version)
 
 std::string jsonText(const Json& json)
 {
-    return json.dump(2) + "\n";
+    constexpr int indent = 2;
+    return harmlessJson(json.dump(indent)) + "\n";
 }
 
 Json deviceJson(const DeviceReport& report)

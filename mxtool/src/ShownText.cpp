@@ -80,15 +80,16 @@ bool isUtf8(const std::string& bytes)
     return true;
 }
 
-bool isControl(unsigned char byte)
+bool isControl(char32_t point)
 {
-    return byte < 0x20 || byte == 0x7F;
+    return point < 0x20 || (point >= 0x7F && point < 0xA0);
 }
 
-// Whether valid UTF-8 has a control character of the range 0x80 to 0x9F at `pos`.
-bool isUpperControl(const std::string& text, std::size_t pos)
+// Separators of lines and paragraphs, and marks that turn the direction of what follows.
+bool turnsTheLine(char32_t point)
 {
-    return text[pos] == '\xC2' && static_cast<unsigned char>(text[pos + 1]) < 0xA0;
+    return point == 0x061C || point == 0x200E || point == 0x200F ||
+           (point >= 0x2028 && point <= 0x202E) || (point >= 0x2066 && point <= 0x2069);
 }
 
 } // namespace
@@ -107,18 +108,30 @@ std::string toUtf8(const std::string& bytes)
 
 std::string forTerminal(const std::string& bytes)
 {
-    const std::string text = toUtf8(bytes);
     std::string shown;
-    for (std::size_t pos = 0; pos < text.size(); ++pos) {
-        if (isUpperControl(text, pos)) {
-            ++pos; // the second byte is the number of the character
-        } else if (!isControl(static_cast<unsigned char>(text[pos]))) {
-            shown += text[pos];
-            continue;
+    for (const char32_t point : codePoints(bytes)) {
+        if (isControl(point)) {
+            shown += fmt::format("\\x{:02x}", static_cast<unsigned>(point));
+        } else if (turnsTheLine(point)) {
+            shown += fmt::format("\\u{:04x}", static_cast<unsigned>(point));
+        } else {
+            appendUtf8(shown, point);
         }
-        shown += fmt::format("\\x{:02x}", static_cast<unsigned char>(text[pos]));
     }
     return shown;
+}
+
+std::string harmlessJson(const std::string& json)
+{
+    std::string text;
+    for (const char32_t point : codePoints(json)) {
+        if (point != '\n' && (isControl(point) || turnsTheLine(point))) {
+            text += fmt::format("\\u{:04x}", static_cast<unsigned>(point));
+        } else {
+            appendUtf8(text, point);
+        }
+    }
+    return text;
 }
 
 std::string beginningOf(const std::string& bytes, std::size_t most)

@@ -8,9 +8,13 @@ namespace mxtool {
 /// otherwise read as Windows-1252.
 std::string toUtf8(const std::string& bytes);
 
-/// Returns `toUtf8(bytes)` with every control character as \xNN, so that no text of a file acts on
-/// a terminal.
+/// Returns `toUtf8(bytes)` with every control character as \xNN, line separators and marks of
+/// direction as \uNNNN, so that no text of a file acts on a terminal or turns its line around.
 std::string forTerminal(const std::string& bytes);
+
+/// Returns a JSON text with those of these characters that JSON leaves as they are as \uNNNN: the
+/// same values, and it can be read on a terminal.
+std::string harmlessJson(const std::string& json);
 
 /// Returns the first `most` bytes of a text, fewer where they would end within a UTF-8 character:
 /// as much of a long text as is needed to show its beginning.

@@ -3,6 +3,8 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include <cstdint>
+#include <functional>
+#include <string>
 #include <vector>
 
 namespace testkit {
@@ -11,6 +13,47 @@ namespace testkit {
 class ParserAccess : public devices::parser::mx::Parser_kv38
 {
 public:
+    /// What a host may do before an operation of any parser; empty: nothing.
+    static inline std::function<void()> beforeOperation;
+    /// The logging level that a host sets for each new parser; empty: none.
+    static inline std::string levelOfNewParsers;
+
+    ParserAccess()
+    {
+        if (!levelOfNewParsers.empty()) {
+            setLoggingLevel(levelOfNewParsers);
+        }
+    }
+
+    unsigned populateDatabase(const std::string& directory) override
+    {
+        prepare();
+        return Parser_kv38::populateDatabase(directory);
+    }
+
+    std::shared_ptr<DeviceP> parse(const std::vector<char>& mxData,
+                                   std::vector<char>* customParamBuffer, unsigned inOffset,
+                                   unsigned outOffset) override
+    {
+        prepare();
+        return Parser_kv38::parse(mxData, customParamBuffer, inOffset, outOffset);
+    }
+
+    std::shared_ptr<std::vector<char>>
+    getCalculatedRawConfig(devices::parser::FieldbusType fieldbus, const std::vector<char>& mxData,
+                           datamodel::Device* device, datamodel::ParamDevice* user) override
+    {
+        prepare();
+        return Parser_kv38::getCalculatedRawConfig(fieldbus, mxData, device, user);
+    }
+
+    std::vector<std::unique_ptr<ChannelMappingInfo>>
+    getChannelMappingInfoList(datamodel::Device* device) override
+    {
+        prepare();
+        return Parser_kv38::getChannelMappingInfoList(device);
+    }
+
     using Container = devices::parser::mx::Parser;
 
     // The container reader below.
@@ -75,6 +118,14 @@ public:
 
     /// The parser seen as its container reader.
     Container& asContainer() { return *this; }
+
+private:
+    static void prepare()
+    {
+        if (beforeOperation) {
+            beforeOperation();
+        }
+    }
 };
 
 } // namespace testkit

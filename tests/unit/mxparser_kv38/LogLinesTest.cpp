@@ -12,11 +12,15 @@
 namespace {
 
 using Poco::Message;
+using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 using testkit::minimalModule;
 
 class LogLines : public testing::Test
@@ -113,6 +117,31 @@ TEST_F(LogLines, ArgumentsAlwaysSuitTheirFormat)
         EXPECT_THAT(line, Not(HasSubstr("%")));
         EXPECT_NE(line.front(), '?') << line;
     }
+}
+
+TEST_F(LogLines, TextsOfTheFileAreNoFormatAndStandInOneLineByteForByte)
+{
+    // A bare line feed ends a text that is passed over, so this name is the last.
+    const std::string name = "%s %n{}\033[2J\nerror: %d";
+    Groups groups = exampleGroups();
+    for (auto& [id, payload] : groups) {
+        if (id == 0x0040) {
+            payload = testkit::entriesPayload({{"Component", "%i%s"}, {"Creator", ""}});
+        } else if (id == 0x20D3) {
+            payload = testkit::textTablePayload({{100, "Filter"},
+                                                 {101, "Mode"},
+                                                 {110, "off"},
+                                                 {111, "on"},
+                                                 {120, "%d"},
+                                                 {130, "4012345678901"},
+                                                 {200, "Input 1"},
+                                                 {201, "-"},
+                                                 {102, name}});
+        }
+    }
+    EXPECT_THAT(linesOf(bufferOf(groups).chars(), "debug"),
+                Contains(AllOf(StartsWith("D %i%s: Parameter 3 (" + name + "): value = 490.000000"),
+                               EndsWith("unit = [%d]"))));
 }
 
 TEST_F(LogLines, CustomBlockOfAnotherSizeFailsBeforeTheContent)

@@ -1,6 +1,7 @@
 #include "ExampleModule.h"
 #include "Failure.h"
 #include "LogCapture.h"
+#include "LostMemoryExpected.h"
 #include "ParserAccess.h"
 #include "TemporaryDirectory.h"
 #include "TestDatabase.h"
@@ -11,17 +12,6 @@
 
 #include <filesystem>
 #include <vector>
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define LEAKS_ARE_LOOKED_FOR
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define LEAKS_ARE_LOOKED_FOR
-#endif
-#if defined(LEAKS_ARE_LOOKED_FOR)
-#include <sanitizer/lsan_interface.h>
-#endif
 
 namespace {
 
@@ -35,26 +25,8 @@ using testkit::minimalModule;
 
 constexpr const char* closeFailed = ">> populateDatabase(). Failed to call closedir().";
 
-// While it lives, what is allocated and lost is not taken for a leak: a walk that a file ends keeps
-// its directory handle open.
-struct LostHandleExpected
-{
-#if defined(LEAKS_ARE_LOOKED_FOR)
-    LostHandleExpected()
-    {
-        __lsan_disable();
-    }
-    ~LostHandleExpected()
-    {
-        __lsan_enable();
-    }
-#else
-    LostHandleExpected() {}
-    ~LostHandleExpected() {}
-#endif
-    LostHandleExpected(const LostHandleExpected&) = delete;
-    LostHandleExpected& operator=(const LostHandleExpected&) = delete;
-};
+// A walk that a file ends keeps its directory handle open.
+using LostHandleExpected = testkit::LostMemoryExpected;
 
 class PopulateDatabase : public testing::Test
 {

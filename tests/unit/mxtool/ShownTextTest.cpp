@@ -55,6 +55,19 @@ TEST(ShownText, controlCharactersAreEscapedForTheTerminal)
     EXPECT_EQ(forTerminal("\xC2\xB5"), "\xC2\xB5");
 }
 
+TEST(ShownText, whatTurnsTheLineIsEscapedForTheTerminal)
+{
+    EXPECT_EQ(forTerminal("a\u202Eb\u2066c\u2028d\u061Ce\u200F"),
+              "a\\u202eb\\u2066c\\u2028d\\u061ce\\u200f");
+    EXPECT_EQ(forTerminal("\u2027\u202F\u2065\u206A"), "\u2027\u202F\u2065\u206A");
+}
+
+TEST(HarmlessJson, hasWhatJsonLeavesAsItIsEscaped)
+{
+    EXPECT_EQ(mxtool::harmlessJson("{\n\"a\": \"\x7F\u009B\u202E\u00B5\\u001b\"\n}"),
+              "{\n\"a\": \"\\u007f\\u009b\\u202e\u00B5\\u001b\"\n}");
+}
+
 TEST(CodePoints, areThoseOfTheText)
 {
     EXPECT_EQ(mxtool::codePoints("a\u00E4\u20AC\U0001F600"), U"a\u00E4\u20AC\U0001F600");

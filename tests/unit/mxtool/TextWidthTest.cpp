@@ -45,7 +45,7 @@ TEST(TextWidth, aFittedTextTakesExactlyTheColumns)
 TEST(LabelOf, makesVisibleWhatIsNoText)
 {
     EXPECT_EQ(labelOf("a\033b\n"), "a\\x1bb\\x0a");
-    EXPECT_EQ(labelOf("a" + mxtool::toUtf8(U'\u202E') + "b"), "a\uFFFDb");
+    EXPECT_EQ(labelOf("a" + mxtool::toUtf8(U'\u202E') + "b"), "a\\u202eb");
     EXPECT_EQ(labelOf("a\xEF\xBF\xBF"), "a\uFFFD");
     EXPECT_EQ(labelOf("20 \xB0"), "20 \u00B0");
 }

@@ -10,6 +10,7 @@
 
 #include <dirent.h>
 
+#include <memory>
 #include <stdexcept>
 
 namespace devices::parser::mx {
@@ -32,6 +33,23 @@ std::string pathIn(const std::string& directory, const std::string& name)
 {
     const bool closed = !directory.empty() && directory.back() == '/';
     return directory + (closed ? "" : "/") + name;
+}
+
+struct CloseDirectory
+{
+    void operator()(DIR* open) const { closedir(open); }
+};
+using Directory = std::unique_ptr<DIR, CloseDirectory>;
+
+// Loads the file `name` of the directory. A file that cannot be loaded ends the walk as it stands,
+// the directory still open: hosts tell this failure from that of a file that cannot be translated.
+std::vector<char> loadFrom(Directory& handle, const std::string& directory, const std::string& name)
+{
+    DIR* const open = handle.release();
+    std::vector<char> mxData;
+    loadFile(pathIn(directory, name), mxData);
+    handle.reset(open);
+    return mxData;
 }
 
 } // namespace
@@ -118,17 +136,14 @@ unsigned Parser_kv38::populateDatabase(const std::string& directory)
 {
     traceEntry(logger, "populateDatabase");
     unsigned inserted = 0;
-    DIR* const handle = opendir(directory.c_str());
-    while (const dirent64* entry = handle != nullptr ? readdir64(handle) : nullptr) {
+    Directory handle(opendir(directory.c_str()));
+    while (const dirent64* entry = handle != nullptr ? readdir64(handle.get()) : nullptr) {
         const std::string name = entry->d_name;
         if (!isMxFileName(name)) {
             continue;
         }
         logLine(logger, Poco::Message::PRIO_DEBUG, "Loading mx file %s", name);
-        // A file that cannot be loaded ends the walk as it stands, the directory still open: hosts
-        // tell this failure from that of a file that cannot be translated.
-        std::vector<char> mxData;
-        loadFile(pathIn(directory, name), mxData);
+        const std::vector<char> mxData = loadFrom(handle, directory, name);
         try {
             parseInternal(mxData, nullptr, 0, 0);
             const std::shared_ptr<DeviceP> device = dev;
@@ -140,7 +155,7 @@ unsigned Parser_kv38::populateDatabase(const std::string& directory)
                     std::string(failure.what()));
         }
     }
-    if (handle == nullptr || closedir(handle) != 0) {
+    if (handle == nullptr || closedir(handle.release()) != 0) {
         logLine(logger, Poco::Message::PRIO_ERROR, ">> %s(). Failed to call closedir().",
                 std::string("populateDatabase"));
     }

@@ -121,8 +121,9 @@ std::uint32_t Parser_kv38::findText(const std::uint8_t* payload, std::uint32_t s
             return 0;
         }
         const std::uint8_t* const record = bytesAt(payload, index.next, textIdSize, textGroup);
+        // Where memory runs out, the record is read again by the next look-up.
+        index.add(readU16BE(record), index.next + textIdSize);
         index.skippedText = index.next + textIdSize;
-        index.add(readU16BE(record), index.skippedText);
     }
     return index.startOf(id);
 }
