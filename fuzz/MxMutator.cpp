@@ -3,7 +3,6 @@
 #include "FuzzInput.h"
 
 #include <algorithm>
-#include <cstring>
 #include <random>
 #include <vector>
 
@@ -131,6 +130,6 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     mutateGroups(parts, random);
     const Bytes mutated = join(parts);
     const std::size_t taken = std::min(mutated.size(), maxSize);
-    std::memcpy(data, mutated.data(), taken);
+    std::copy_n(mutated.begin(), taken, data);
     return taken;
 }

@@ -84,63 +84,80 @@ void useAsHost(const std::vector<char>& file, Run& run)
     run([&] { parser.parse(file, &block, 10, 20); });
 }
 
-// What an author does: read, write, dump, check, explain, compare.
+// What an author does: read, write, check, explain, compare.
 void useAsAuthor(const std::vector<char>& file, const std::vector<char>& original, Run& run)
 {
+    std::string failure;
     run([&] { mxtool::listGroups(file); });
     run([&] { mxauthor::writeMxFile(mxauthor::readMxFile(file)); });
+    run([&] { mxauthor::writeMxFile(mxauthor::readDamagedMxFile(file, &failure)); });
+    run([&] { mxauthor::check(file); });
+    run([&] { mxauthor::explain(file); });
+    run([&] {
+        mxauthor::compare(mxauthor::readWholeGroups(original, &failure),
+                          mxauthor::readWholeGroups(file, &failure));
+    });
+}
+
+void printAsAuthor(const std::vector<char>& file, const std::vector<char>& original, Run& run)
+{
     std::string failure;
     run([&] { mxauthor::dumpText(mxauthor::readDamagedMxFile(file, &failure)); });
-    mxtool::CheckReport report;
     run([&] {
+        mxtool::CheckReport report;
         report.files = {mxtool::checkedFile("damaged.bin", file, {})};
         mxtool::checkText(report, false, false);
-        mxtool::checkJson(report).dump();
-        mxtool::checkSarif(report).dump();
+        mxtool::jsonText(mxtool::checkJson(report));
+        mxtool::jsonText(mxtool::checkSarif(report));
     });
-    mxtool::ExplainedFile explained{"damaged.bin", file, {}};
     run([&] {
-        explained.explanation = mxauthor::explain(file);
+        const mxtool::ExplainedFile explained{"damaged.bin", file, mxauthor::explain(file)};
         mxtool::explainText(explained, false);
-        mxtool::explainJson(explained).dump();
+        mxtool::jsonText(mxtool::explainJson(explained));
         mxtool::explainHtml(explained);
     });
     run([&] {
         const auto comparison = mxauthor::compare(mxauthor::readWholeGroups(original, &failure),
                                                   mxauthor::readWholeGroups(file, &failure));
         mxtool::diffText(comparison, "original.bin", "damaged.bin", false);
-        mxtool::diffJson(comparison, "original.bin", "damaged.bin").dump();
+        mxtool::jsonText(mxtool::diffJson(comparison, "original.bin", "damaged.bin"));
     });
 }
 
-void showChannels(TranslatedModule& module)
+void printChannels(const mxtool::ChannelMap& map, const mxtool::ProcessImage& image)
 {
-    const auto map = mxtool::makeChannelMap(module.parser(), module.device());
-    const auto image = mxtool::makeProcessImage(map);
     mxtool::channelMapText(map);
     mxtool::channelMapCsv(map);
-    mxtool::channelMapJson(map, image).dump();
+    mxtool::jsonText(mxtool::channelMapJson(map, image));
     mxtool::iecDeclarations(map);
     mxtool::processImageMap(image, true);
     mxtool::processImageSvg(image);
 }
 
-void showConfiguration(TranslatedModule& module, FieldbusType fieldbus)
+// Puts the values of `configuration` into its forms, and reads them back from one.
+void printConfiguration(TranslatedModule& module, const mxtool::Configuration& configuration)
 {
-    const auto image = mxtool::makeReport(module.device()).parameterBlock;
-    const auto configuration = mxtool::configurationOf(module, image, fieldbus);
-    mxtool::notesOf(configuration, "damaged.bin");
     mxtool::configurationText(configuration);
     mxtool::configurationCsv(configuration);
     const auto values =
         mxtool::readValues(mxtool::configurationJson(configuration, "damaged.bin"), "damaged.json");
-    const auto base = module.withParameterBlock(image);
+    const auto base = module.withParameterBlock(configuration.image);
     mxtool::compose(module, *base, values.assignments, mxtool::ValueCheck::Full);
+}
+
+void configureAsEngineer(TranslatedModule& module, FieldbusType fieldbus, Printing printing)
+{
+    const auto image = mxtool::makeReport(module.device()).parameterBlock;
+    const auto configuration = mxtool::configurationOf(module, image, fieldbus);
+    mxtool::notesOf(configuration, "damaged.bin");
     mxtool::decodedImage(configuration.bytes, fieldbus, module, "damaged.bin");
+    if (printing == Printing::EveryForm) {
+        printConfiguration(module, configuration);
+    }
 }
 
 // What an engineer does: show, look at the channels, configure.
-void useAsEngineer(const std::vector<char>& file, Run& run)
+void useAsEngineer(const std::vector<char>& file, Run& run, Printing printing)
 {
     std::unique_ptr<TranslatedModule> module;
     run([&] { module = std::make_unique<TranslatedModule>("damaged.bin", file, "fatal"); });
@@ -149,23 +166,35 @@ void useAsEngineer(const std::vector<char>& file, Run& run)
     }
     run([&] {
         const auto report = mxtool::makeReport(module->device());
-        mxtool::deviceText(report);
-        mxtool::jsonText(mxtool::deviceJson(report));
+        if (printing == Printing::EveryForm) {
+            mxtool::deviceText(report);
+            mxtool::jsonText(mxtool::deviceJson(report));
+        }
     });
-    run([&] { showChannels(*module); });
+    run([&] {
+        const auto map = mxtool::makeChannelMap(module->parser(), module->device());
+        const auto image = mxtool::makeProcessImage(map);
+        if (printing == Printing::EveryForm) {
+            printChannels(map, image);
+        }
+    });
     for (const FieldbusType fieldbus : fieldbuses) {
-        run([&] { showConfiguration(*module, fieldbus); });
+        run([&] { configureAsEngineer(*module, fieldbus, printing); });
     }
 }
 
 } // namespace
 
-Outcome runEveryOperation(const std::vector<char>& file, const std::vector<char>& original)
+Outcome runEveryOperation(const std::vector<char>& file, const std::vector<char>& original,
+                          Printing printing)
 {
     Run run;
     useAsHost(file, run);
     useAsAuthor(file, original, run);
-    useAsEngineer(file, run);
+    if (printing == Printing::EveryForm) {
+        printAsAuthor(file, original, run);
+    }
+    useAsEngineer(file, run, printing);
     return run.outcome;
 }
 

@@ -13,8 +13,17 @@ struct Outcome
     bool isDevice = false;      ///< The file was translated.
 };
 
-/// Puts the bytes of an mx file through every operation of the libraries and of the verbs, each to
-/// the text that it would print. `original` is the file before it was damaged, for the comparison.
-Outcome runEveryOperation(const std::vector<char>& file, const std::vector<char>& original);
+/// Whether what the operations find is put into every form that the verbs print as well. That takes
+/// ten times as long, and reads nothing of the file any more.
+enum class Printing
+{
+    None,
+    EveryForm
+};
+
+/// Puts the bytes of an mx file through every operation of the libraries and of the verbs.
+/// `original` is the file before it was damaged, for the comparison.
+Outcome runEveryOperation(const std::vector<char>& file, const std::vector<char>& original,
+                          Printing printing);
 
 } // namespace damage

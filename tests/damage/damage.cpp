@@ -1,8 +1,9 @@
 // Damages every example in every way that one byte, one bit or one cut can, and puts each result
 // through every operation: an answer or an exception, 64 MiB at most, at once.
 //
-// Usage: test-damage MODULES [--every N] [--part I/N]
-// --every N: every N-th damage only. --part: one of N equal shares, for as many processes.
+// Usage: test-damage MODULES [--each N] [--part I/N]
+// --each N: about N damages of each file only. --part: one of N equal shares, for as many
+// processes.
 #include "EveryOperation.h"
 #include "HeldMemory.h"
 
@@ -20,6 +21,7 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <limits>
 #include <stdexcept>
 #include <string>
 
@@ -35,6 +37,7 @@ using Chars = std::vector<char>;
 constexpr std::size_t memoryLimit = 64U << 20;
 constexpr unsigned secondsForOne = 20; // a thousand times what it takes
 constexpr std::size_t headerGroupSize = 8;
+constexpr std::size_t printingInterval = 16; // every n-th result is put into every form as well
 
 std::array<char, 200> current{}; // what is being run, for a last word
 
@@ -57,6 +60,7 @@ void sayAndEnd(int signal)
 struct Counts
 {
     std::size_t files = 0;
+    std::size_t runs = 0;
     std::size_t cuts = 0;
     std::size_t bits = 0;
     std::size_t operations = 0;
@@ -65,11 +69,12 @@ struct Counts
     std::size_t peak = 0;
 };
 
-// Which damages are run: every `step`-th, from `first`.
+// Which damages are run.
 struct Choice
 {
-    std::size_t step = 1;
-    std::size_t first = 0;
+    std::size_t each = std::numeric_limits<std::size_t>::max(); // at most, of a file
+    std::size_t part = 0;
+    std::size_t parts = 1;
 };
 
 class Example
@@ -83,6 +88,8 @@ public:
         if (original.size() < headerGroupSize) {
             throw std::runtime_error(path.string() + " is no mx file");
         }
+        const std::size_t damages = 9 * original.size(); // a cut and eight bits for each byte
+        step = std::max<std::size_t>(damages / choice.each, 1);
     }
 
     void damageInEveryWay()
@@ -108,7 +115,11 @@ public:
     }
 
 private:
-    bool isChosen() { return number++ % choice.step == choice.first; }
+    bool isChosen()
+    {
+        const std::size_t place = number++;
+        return place % step == 0 && place / step % choice.parts == choice.part;
+    }
 
     static std::ptrdiff_t offset(std::size_t length) { return static_cast<std::ptrdiff_t>(length); }
 
@@ -126,9 +137,11 @@ private:
     {
         std::snprintf(current.data(), current.size(), "%s, %s %zu", path.c_str(), what, where);
         alarm(secondsForOne);
-        damage::startPeak();
-        const damage::Outcome outcome = damage::runEveryOperation(damaged, original);
-        counts.peak = std::max(counts.peak, damage::peakBytes());
+        testkit::startPeak();
+        const bool prints = counts.runs++ % printingInterval == 0;
+        const damage::Outcome outcome = damage::runEveryOperation(
+            damaged, original, prints ? damage::Printing::EveryForm : damage::Printing::None);
+        counts.peak = std::max(counts.peak, testkit::peakBytes());
         counts.operations += outcome.operations;
         counts.failures += outcome.failures;
         counts.devices += outcome.isDevice ? 1 : 0;
@@ -138,6 +151,7 @@ private:
     Choice choice;
     Counts& counts;
     Chars original;
+    std::size_t step = 1;
     std::size_t number = 0;
 };
 
@@ -158,25 +172,23 @@ std::vector<fs::path> modulesIn(const fs::path& directory)
 
 Choice choiceOf(int count, char** words)
 {
-    std::size_t every = 1;
-    std::size_t part = 0;
-    std::size_t parts = 1;
+    Choice choice;
     for (int i = 2; i + 1 < count; i += 2) {
         const std::string option = words[i];
         const std::string value = words[i + 1];
-        if (option == "--every") {
-            every = std::stoul(value);
+        if (option == "--each") {
+            choice.each = std::stoul(value);
         } else if (option == "--part" && value.find('/') != std::string::npos) {
-            part = std::stoul(value) - 1;
-            parts = std::stoul(value.substr(value.find('/') + 1));
+            choice.part = std::stoul(value) - 1;
+            choice.parts = std::stoul(value.substr(value.find('/') + 1));
         } else {
-            throw std::invalid_argument("--every N or --part I/N expected, not " + option);
+            throw std::invalid_argument("--each N or --part I/N expected, not " + option);
         }
     }
-    if (every == 0 || part >= parts) {
-        throw std::invalid_argument("--every from 1, --part from 1/N to N/N expected");
+    if (choice.each == 0 || choice.part >= choice.parts) {
+        throw std::invalid_argument("--each from 1, --part from 1/N to N/N expected");
     }
-    return {every * parts, every * part};
+    return choice;
 }
 
 void prepare()
@@ -188,7 +200,7 @@ void prepare()
     }
     std::signal(SIGABRT, sayAndEnd);
     std::signal(SIGALRM, sayAndEnd);
-    damage::limitMemory(memoryLimit, sayCurrent);
+    testkit::limitMemory(memoryLimit, sayCurrent);
     Poco::Logger::root().setChannel(new Poco::NullChannel);
     std::cerr.rdbuf(nullptr); // the library says aloud why there is no configuration
 }
@@ -207,7 +219,7 @@ int main(int count, char** words)
 {
     try {
         if (count < 2) {
-            throw std::invalid_argument("test-damage MODULES [--every N] [--part I/N]");
+            throw std::invalid_argument("test-damage MODULES [--each N] [--part I/N]");
         }
         const Choice choice = choiceOf(count, words);
         prepare();

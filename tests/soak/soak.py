@@ -3,7 +3,7 @@
 
 Usage: with-postgresql soak.py BIN [--short]
 
-BIN holds mxtool and catalogue-worker. --short: the same in seconds, for the test suite. Ends with 1 at
+BIN holds mxtool and catalogue-worker; the examples are built beside it. --short: the same in seconds, for the test suite. Ends with 1 at
 the first thing that is not as it should be.
 """
 import os
@@ -18,9 +18,8 @@ import sys
 import tempfile
 import time
 
-PROJECT = pathlib.Path(__file__).resolve().parents[2]
-EXAMPLES = sorted(p for p in (PROJECT / "examples/modules").glob("MX*.bin") if p.name != "MX9999.bin")
 BIN = pathlib.Path(sys.argv[1])
+EXAMPLES = sorted(p for p in (BIN.parent / "examples/modules").glob("MX*.bin") if p.name != "MX9999.bin")
 SHORT = "--short" in sys.argv
 SERVER = os.environ["TEST_POSTGRESQL"]
 IDENTITY = re.compile(rb"\xfb\x05\x00.(....)", re.DOTALL)

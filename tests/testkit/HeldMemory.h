@@ -2,10 +2,10 @@
 
 #include <cstddef>
 
-namespace damage {
+namespace testkit {
 
-/// Bytes that the process holds through operator new. Counted in the program that is linked with
-/// HeldMemory.cpp.
+/// Bytes that the process holds through operator new, as the allocator rounds them. Counted in
+/// programs that have HeldMemory.cpp among their sources.
 std::size_t heldBytes();
 
 /// Ends the process when more than `bytes` are held from now on, after `say`.
@@ -17,4 +17,4 @@ void startPeak();
 /// Returns the largest number of bytes held since `startPeak`.
 std::size_t peakBytes();
 
-} // namespace damage
+} // namespace testkit

@@ -14,11 +14,11 @@ std::size_t peak = 0;
 std::size_t limit = std::numeric_limits<std::size_t>::max();
 void (*sayWhere)() = nullptr;
 
-void* allocate(std::size_t size)
+void* allocateOrNull(std::size_t size)
 {
     void* const memory = std::malloc(size == 0 ? 1 : size);
     if (memory == nullptr) {
-        throw std::bad_alloc();
+        return nullptr;
     }
     held += malloc_usable_size(memory);
     peak = std::max(peak, held);
@@ -26,6 +26,15 @@ void* allocate(std::size_t size)
         limit = std::numeric_limits<std::size_t>::max(); // saying it may take memory
         sayWhere();
         std::abort();
+    }
+    return memory;
+}
+
+void* allocate(std::size_t size)
+{
+    void* const memory = allocateOrNull(size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
     }
     return memory;
 }
@@ -38,7 +47,7 @@ void release(void* memory)
 
 } // namespace
 
-namespace damage {
+namespace testkit {
 
 std::size_t heldBytes()
 {
@@ -61,7 +70,7 @@ std::size_t peakBytes()
     return peak;
 }
 
-} // namespace damage
+} // namespace testkit
 
 void* operator new(std::size_t size)
 {
@@ -73,12 +82,32 @@ void* operator new[](std::size_t size)
     return allocate(size);
 }
 
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+{
+    return allocateOrNull(size);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+{
+    return allocateOrNull(size);
+}
+
 void operator delete(void* memory) noexcept
 {
     release(memory);
 }
 
 void operator delete[](void* memory) noexcept
+{
+    release(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
+{
+    release(memory);
+}
+
+void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept
 {
     release(memory);
 }
