@@ -14,13 +14,14 @@ using testkit::Bytes;
 
 constexpr std::uint8_t anyNumber = 7; // of every channel, and of the parameters that belong to one
 constexpr std::uint8_t anyList = 1;
+constexpr std::uint16_t unknownGroup = 0x7ABC;
 constexpr unsigned firstTextId = 100;
 constexpr std::size_t parameterSize = 29;
 constexpr std::size_t channelSize = 7;
 constexpr std::size_t channelNameSize = 3;
 constexpr std::size_t optionSize = 10;
 constexpr std::size_t largestList = 255;
-constexpr std::size_t otherBytes = 700; // the groups that every module has, and all overheads
+constexpr std::size_t otherBytes = 750; // the groups that every module has, and all overheads
 
 // The groups that differ between the shapes.
 struct Content
@@ -30,6 +31,7 @@ struct Content
     Bytes names;
     Bytes options;
     std::vector<std::pair<unsigned, std::string>> texts{{firstTextId, "on"}};
+    std::size_t emptyGroups = 0;
 };
 
 void append(Bytes& bytes, const Bytes& more)
@@ -120,6 +122,35 @@ Content longTexts(std::size_t size)
     return content;
 }
 
+Content longOptionTexts(std::size_t size)
+{
+    Content content = oneLongOptionList(2 * size / 3);
+    content.texts = {{firstTextId, std::string(size / 3, 'x')}};
+    return content;
+}
+
+Content optionLists(std::size_t size)
+{
+    constexpr std::size_t smallestList = 2;
+    Content content;
+    testkit::ParameterRecord record;
+    record.mapId = anyList;
+    content.parameters = parameters(1, record);
+    content.options = testkit::optionList(anyList, {{0, firstTextId}});
+    for (std::size_t i = 0; i < size / smallestList; ++i) {
+        append(content.options, testkit::optionList(anyList, {}));
+    }
+    return content;
+}
+
+Content groups(std::size_t size)
+{
+    constexpr std::size_t smallestGroup = 6;
+    Content content;
+    content.emptyGroups = size / smallestGroup;
+    return content;
+}
+
 Content contentOf(WorstShape shape, std::size_t size)
 {
     switch (shape) {
@@ -132,9 +163,15 @@ Content contentOf(WorstShape shape, std::size_t size)
     case WorstShape::ChannelNames:
         return channelNames(size);
     case WorstShape::LongTexts:
+        return longTexts(size);
+    case WorstShape::LongOptionTexts:
+        return longOptionTexts(size);
+    case WorstShape::OptionLists:
+        return optionLists(size);
+    case WorstShape::Groups:
         break;
     }
-    return longTexts(size);
+    return groups(size);
 }
 
 } // namespace
@@ -142,14 +179,17 @@ Content contentOf(WorstShape shape, std::size_t size)
 std::vector<char> worstModule(WorstShape shape, std::size_t size)
 {
     const Content content = contentOf(shape, size - otherBytes);
-    return testkit::minimalModule({"Parameter=D"})
-        .group(0x0010, Bytes{0, 0, 0, 0, 0, 0})
+    testkit::MxBuffer module = testkit::minimalModule({"Parameter=D"});
+    module.group(0x0010, Bytes{0, 0, 0, 0, 0, 0})
         .group(0x20C0, content.parameters)
         .group(0x20C1, content.options)
         .group(0x20D0, content.channels)
         .group(0x20D7, content.names)
-        .group(0x20D3, testkit::textTablePayload(content.texts))
-        .chars();
+        .group(0x20D3, testkit::textTablePayload(content.texts));
+    for (std::size_t i = 0; i < content.emptyGroups; ++i) {
+        module.group(unknownGroup, {});
+    }
+    return module.chars();
 }
 
 } // namespace bench

@@ -12,7 +12,10 @@ enum class WorstShape
     DistinctTexts,        ///< Every parameter names a text of its own, the last of the table first.
     ChannelsOfParameters, ///< Every channel has every parameter.
     ChannelNames,         ///< The name of every channel stands last in the list of names.
-    LongTexts             ///< Every parameter has the same long text as name and as unit.
+    LongTexts,            ///< Every parameter has the same long text as name and as unit.
+    LongOptionTexts,      ///< Every parameter has the same options, all of the same long text.
+    OptionLists,          ///< As many option lists as bytes allow, all of one identifier.
+    Groups                ///< As many groups as bytes allow, all of one identifier.
 };
 
 /// Returns the bytes of an mx file of that shape, at most `size` of them and nearly as many. It can
