@@ -37,8 +37,9 @@ TEST(ChannelNameIndex, answersAsTheScanFromTheStartDoesInWhateverOrder)
         for (int lookup = 0; lookup < 8; ++lookup) {
             const auto number = static_cast<std::uint8_t>(engine() % 8 + 250);
             const auto expected = plainFind(entries, number);
-            ASSERT_EQ(index.find(entries.data(), static_cast<std::uint32_t>(entries.size()), number),
-                      expected)
+            ASSERT_EQ(
+                index.find(entries.data(), static_cast<std::uint32_t>(entries.size()), number),
+                expected)
                 << "round " << round << ", number " << int{number};
             ++(expected ? found : missing);
         }
