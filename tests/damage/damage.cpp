@@ -1,5 +1,6 @@
 // Damages every example in every way that one byte, one bit or one cut can, and puts each result
-// through every operation: an answer or an exception, 64 MiB at most, at once.
+// through every operation: an answer or an exception, 64 MiB at most, at once. Of each cut there is
+// a second one whose framing holds, so that the records of the group that was cut are read.
 //
 // Usage: test-damage MODULES [--each N] [--part I/N]
 // --each N: about N damages of each file only. --part: one of N equal shares, for as many
@@ -37,6 +38,7 @@ using Chars = std::vector<char>;
 constexpr std::size_t memoryLimit = 64U << 20;
 constexpr unsigned secondsForOne = 20; // a thousand times what it takes
 constexpr std::size_t headerGroupSize = 8;
+constexpr std::size_t groupOverhead = 6;
 constexpr std::size_t printingInterval = 16; // every n-th result is put into every form as well
 
 std::array<char, 200> current{}; // what is being run, for a last word
@@ -98,7 +100,7 @@ public:
             if (isChosen()) {
                 const Chars cut(original.begin(), original.begin() + offset(length));
                 run(cut, "cut at", length);
-                run(withContentLength(cut), "cut, header mended, at", length);
+                run(mended(cut), "cut and mended at", length);
                 counts.cuts += 2;
             }
         }
@@ -123,12 +125,37 @@ private:
 
     static std::ptrdiff_t offset(std::size_t length) { return static_cast<std::ptrdiff_t>(length); }
 
-    // The content length of the header, which otherwise refuses every cut, is made to fit.
-    static Chars withContentLength(Chars cut)
+    static std::size_t readU16(const Chars& bytes, std::size_t at)
     {
-        if (cut.size() >= headerGroupSize) {
-            cut[4] = static_cast<char>(cut.size() >> 8);
-            cut[5] = static_cast<char>(cut.size());
+        return static_cast<std::size_t>(static_cast<unsigned char>(bytes[at]) << 8 |
+                                        static_cast<unsigned char>(bytes[at + 1]));
+    }
+
+    static void writeU16(Chars& bytes, std::size_t at, std::size_t value)
+    {
+        bytes[at] = static_cast<char>(value >> 8);
+        bytes[at + 1] = static_cast<char>(value);
+    }
+
+    // The framing, which otherwise refuses every cut, is made to fit: the content length of the
+    // header and the length of the group that was cut.
+    static Chars mended(Chars cut)
+    {
+        if (cut.size() < headerGroupSize) {
+            return cut;
+        }
+        writeU16(cut, 4, cut.size());
+        std::size_t pos = 0;
+        while (cut.size() - pos >= groupOverhead) {
+            const std::size_t length = readU16(cut, pos + 2);
+            if (length < groupOverhead) {
+                break;
+            }
+            if (length > cut.size() - pos) {
+                writeU16(cut, pos + 2, cut.size() - pos);
+                break;
+            }
+            pos += length;
         }
         return cut;
     }
