@@ -1,5 +1,5 @@
 // How much memory does a translation take at most, and how much does it leave in the tree?
-#include "AllocationCount.h"
+#include "HeldMemory.h"
 #include "ModuleGenerator.h"
 
 #include <devices/parser/mx/Parser_kv38.h>
@@ -18,15 +18,15 @@ void translate(benchmark::State& state, const bench::ModuleShape& shape)
     std::size_t tree = 0;
     std::size_t most = 0;
     for (auto _ : state) {
-        const std::size_t before = bench::heldBytes();
-        bench::startPeak();
+        const std::size_t before = testkit::heldBytes();
+        testkit::startPeak();
         auto parser = std::make_unique<devices::parser::mx::Parser_kv38>();
         const auto device = parser->parse(file, nullptr, 0, 0);
-        most = bench::peakBytes() - before;
+        most = testkit::peakBytes() - before;
         // Without the parser and what the companion keeps, the tree is left.
         parser.reset();
         mxfileext::clearParsedData(0);
-        tree = bench::heldBytes() - before;
+        tree = testkit::heldBytes() - before;
     }
     state.counters["peak_bytes"] = static_cast<double>(most);
     state.counters["tree_bytes"] = static_cast<double>(tree);

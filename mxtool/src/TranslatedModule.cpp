@@ -31,6 +31,14 @@ TranslatedModule::TranslatedModule(const ModuleOptions& options, const std::stri
     builtDevice = translate(hasBlock ? &block : nullptr);
 }
 
+TranslatedModule::TranslatedModule(std::string file, std::vector<char> bytes,
+                                   const std::string& logLevel)
+    : path(std::move(file)),
+      log(logLevel),
+      mxData(std::move(bytes)),
+      builtDevice(translate(nullptr))
+{}
+
 std::string TranslatedModule::name() const
 {
     return inputName(path);

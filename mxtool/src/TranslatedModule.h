@@ -36,6 +36,9 @@ public:
     /// Loads and translates. Throws a `Failure` naming the file.
     TranslatedModule(const ModuleOptions& options, const std::string& logLevel);
 
+    /// Translates the mx data `bytes` of the file called `file`. Throws a `Failure` naming it.
+    TranslatedModule(std::string file, std::vector<char> bytes, const std::string& logLevel);
+
     std::string name() const; ///< Of the file, for diagnostics.
     const std::vector<char>& bytes() const { return mxData; }
     devices::parser::IDeviceParser& parser() { return deviceParser; }
@@ -58,8 +61,8 @@ private:
     std::shared_ptr<Device> translate(std::vector<char>* block);
 
     std::string path;
-    unsigned inOffset;
-    unsigned outOffset;
+    unsigned inOffset = 0;
+    unsigned outOffset = 0;
     OrderingParser deviceParser;
     LogToDiagnostics log; // takes the logger that the parser has set up
     std::vector<char> mxData;

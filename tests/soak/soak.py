@@ -3,7 +3,7 @@
 
 Usage: with-postgresql soak.py BIN [--short]
 
-BIN holds mxtool and catalogue-worker. --short: the same in seconds, for the test suite. Ends with 1 at
+BIN holds mxtool and catalogue-worker; the examples are built beside it. --short: the same in seconds, for the test suite. Ends with 1 at
 the first thing that is not as it should be.
 """
 import os

@@ -1,3 +1,4 @@
+#include "Documents.h"
 #include "GroupOrder.h"
 #include "UnreadBytes.h"
 #include "mxauthor/NearestWords.h"
@@ -17,13 +18,15 @@ constexpr std::size_t sizeLimit = 0xFFFF; // of a group, and of a file with a he
 std::optional<YAML::Node> loadDocument(const std::string& source, SourceErrors& errors)
 {
     try {
-        const std::vector<YAML::Node> documents = YAML::LoadAll(source);
-        if (documents.size() == 1 && documents[0].IsMap()) {
-            return documents[0];
+        if (const auto second = secondDocument(source)) {
+            errors.add(*second, "a second document, a text describes one module");
+            return std::nullopt;
         }
-        errors.add(documents.size() > 1 ? documents[1].Mark() : YAML::Mark::null_mark(),
-                   documents.size() > 1 ? "a second document, a text describes one module"
-                                        : "no module here: keys such as \"module:\" expected");
+        const YAML::Node document = YAML::Load(source);
+        if (document.IsMap()) {
+            return document;
+        }
+        errors.add(YAML::Mark::null_mark(), "no module here: keys such as \"module:\" expected");
     } catch (const YAML::Exception& failure) {
         errors.add(failure.mark, "this is no YAML: " + failure.msg);
     }

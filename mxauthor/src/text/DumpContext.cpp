@@ -7,6 +7,7 @@ namespace mxauthor {
 namespace {
 
 constexpr std::size_t groupOverhead = 6;
+constexpr std::size_t mostLookedAt = 60; // characters of a text that make a word
 
 bool isAlphanumeric(char c)
 {
@@ -26,7 +27,7 @@ std::string spelled(char c)
 std::string wordOf(const std::string& text)
 {
     std::string word;
-    for (const char c : text) {
+    for (const char c : text.substr(0, mostLookedAt)) {
         if (const std::string letters = spelled(c); !letters.empty()) {
             word += letters;
         } else if (!word.empty() && word.back() != '-') {
@@ -39,20 +40,33 @@ std::string wordOf(const std::string& text)
     return word;
 }
 
-// A name that starts with a letter, is no word of YAML's own and none of `taken`.
-std::string uniqueName(const std::string& text, const std::string& what,
-                       const std::vector<std::string>& taken)
+// Hands out names that differ from one another.
+class Names
 {
-    std::string word = wordOf(text);
-    if (word.empty() || yamlText(word) != word) {
-        word = what + (word.empty() ? "" : "-") + word;
+public:
+    explicit Names(std::string whatIsNamed) : what(std::move(whatIsNamed)) {}
+
+    // A name that starts with a letter, is no word of YAML's own and was not handed out before.
+    std::string unique(const std::string& text)
+    {
+        std::string word = wordOf(text);
+        if (word.empty() || yamlText(word) != word) {
+            word = what + (word.empty() ? "" : "-") + word;
+        }
+        unsigned& number = numbers[word]; // the last that was tried; the ones below stay taken
+        std::string name = word;
+        while (!taken.insert(name).second) {
+            number = std::max(number + 1, 2U);
+            name = word + "-" + std::to_string(number);
+        }
+        return name;
     }
-    std::string name = word;
-    for (int i = 2; std::find(taken.begin(), taken.end(), name) != taken.end(); ++i) {
-        name = word + "-" + std::to_string(i);
-    }
-    return name;
-}
+
+private:
+    std::string what;
+    std::set<std::string> taken;
+    std::map<std::string, unsigned> numbers;
+};
 
 template <typename Entries>
 std::string nameOfId(const Entries& entries, const std::vector<std::string>& names, std::uint8_t id)
@@ -105,9 +119,11 @@ std::string DumpContext::bytesOfText(std::uint16_t id) const
 
 bool DumpContext::isWrittenAsText(std::uint16_t id) const
 {
-    // A text that stands under two identifiers leads to the first.
+    // A text that stands under two identifiers leads to the first. A long one stands in the table
+    // alone: thousands of parameters may use it.
     const auto found = texts.find(id);
-    return found != texts.end() && idOfText.at(found->second) == id;
+    return found != texts.end() && !(fixed && found->second.size() > longestInlineText) &&
+           idOfText.at(found->second) == id;
 }
 
 std::string DumpContext::text(std::uint16_t id) const
@@ -116,30 +132,32 @@ std::string DumpContext::text(std::uint16_t id) const
                                : FlowMapping().add("id", std::to_string(id)).text();
 }
 
-// An option list is named after the first parameter that uses it.
+// An option list is named after the first parameter that uses it and has a name.
 void DumpContext::nameOptionLists()
 {
     const auto* lists = group<OptionLists>(optionListsGroup);
     const auto* parameters = group<Parameters>(parametersGroup);
-    for (std::size_t i = 0; lists != nullptr && i < lists->lists.size(); ++i) {
-        std::string text;
-        for (std::size_t k = 0; parameters != nullptr && k < parameters->records.size(); ++k) {
-            const ParameterRecord& record = parameters->records[k];
-            if (text.empty() && record.optionList.value == lists->lists[i].id.value) {
-                text = bytesOfText(record.nameId.value);
-            }
+    std::map<std::uint8_t, std::string> users;
+    for (std::size_t i = 0; parameters != nullptr && i < parameters->records.size(); ++i) {
+        const ParameterRecord& record = parameters->records[i];
+        std::string& user = users[record.optionList.value];
+        if (user.empty()) {
+            user = bytesOfText(record.nameId.value);
         }
-        listNames.push_back(uniqueName(text, "options", listNames));
+    }
+    Names names("options");
+    for (std::size_t i = 0; lists != nullptr && i < lists->lists.size(); ++i) {
+        listNames.push_back(names.unique(users[lists->lists[i].id.value]));
     }
 }
 
 // A conversion is named after its unit.
 void DumpContext::nameConversions()
 {
+    Names names("conversion");
     if (const auto* conversions = group<Conversions>(conversionsGroup)) {
         for (const Conversion& entry : conversions->entries) {
-            const std::string unit = bytesOfText(entry.unitId.value);
-            conversionWords.push_back(uniqueName(unit, "conversion", conversionWords));
+            conversionWords.push_back(names.unique(bytesOfText(entry.unitId.value)));
         }
     }
 }

@@ -14,6 +14,9 @@ namespace mxauthor {
 class DumpContext
 {
 public:
+    /// A text that is longer, in bytes, is written once, in the table, where that is fixed.
+    static constexpr std::size_t longestInlineText = 250;
+
     /// The groups with these indices are written as raw bytes. With `fixedTexts` the whole text
     /// table is written with its identifiers. `file` outlives the object.
     DumpContext(const MxFile& file, const std::set<std::size_t>& raw, bool fixedTexts);

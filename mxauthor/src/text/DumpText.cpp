@@ -155,6 +155,19 @@ bool makeRaw(const std::set<std::uint16_t>& ids, const MxFile& file, std::set<st
     return raw.size() > before;
 }
 
+bool hasLongTexts(const MxFile& file)
+{
+    for (const Group& group : file.groups) {
+        if (const auto* table = std::get_if<TextTable>(&group.content)) {
+            return std::any_of(table->texts.begin(), table->texts.end(),
+                               [](const TextRecord& record) {
+                                   return record.text.value.size() > DumpContext::longestInlineText;
+                               });
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 // Tries the most readable form first. What building the text shows to be lost in it is written in a
@@ -162,7 +175,7 @@ bool makeRaw(const std::set<std::uint16_t>& ids, const MxFile& file, std::set<st
 std::string dumpText(const MxFile& file)
 {
     std::set<std::size_t> raw;
-    bool fixedTexts = false;
+    bool fixedTexts = hasLongTexts(file);
     for (;;) {
         const Draft draft = draftOf(DumpContext(file, raw, fixedTexts));
         const std::set<std::uint16_t> failed = failedGroups(draft, file);

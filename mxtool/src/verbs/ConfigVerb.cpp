@@ -1,15 +1,13 @@
 #include "HexBytes.h"
 #include "InputFile.h"
 #include "OutputFile.h"
-#include "ParameterText.h"
 #include "Refusal.h"
-#include "ShownText.h"
 #include "TranslatedModule.h"
 #include "Verbs.h"
 #include "config/Composition.h"
 #include "config/Configuration.h"
 #include "config/ConfigurationOutput.h"
-#include "config/ModbusRegisters.h"
+#include "config/DecodedImage.h"
 #include "config/ParameterNames.h"
 #include "config/ValuesFile.h"
 
@@ -142,18 +140,6 @@ std::vector<char> baseImage(const ConfigOptions& options, const Wishes& wishes,
     return wishes.image ? *wishes.image : device.parameterBlock;
 }
 
-void checkSize(const std::vector<char>& image, const DeviceReport& device, const std::string& place)
-{
-    if (image.size() != device.parameterBlock.size()) {
-        throw Failure(ExitCode::Input,
-                      {"error", place,
-                       fmt::format("Found {} bytes, expected the {} bytes of the module's "
-                                   "parameter image",
-                                   image.size(), device.parameterBlock.size()),
-                       ""});
-    }
-}
-
 ExitCode reportAll(const std::vector<Diagnostic>& findings, ExitCode code)
 {
     for (const Diagnostic& finding : findings) {
@@ -194,7 +180,7 @@ ExitCode composeImage(const ConfigOptions& options, TranslatedModule& module)
     const Wishes wishes = wishesOf(options, device);
     const std::vector<char> image = baseImage(options, wishes, device);
     const std::string place = placeOfBase(options, wishes);
-    checkSize(image, device, place);
+    requireImageSize(image, device, place);
     const auto base = module.withParameterBlock(image);
     const Composition composition =
         compose(module, *base, wishes.assignments,
@@ -226,54 +212,13 @@ std::vector<char> bytesToDecode(const std::string& words)
     }
 }
 
-// Registers of which the module could not have been configured: a parameter that stands there twice
-// with two values, padding that is not 0.
-void checkRegisters(const std::vector<char>& registers, const Configuration& again,
-                    const std::string& place)
-{
-    const auto differing = std::mismatch(registers.begin(), registers.end(), again.bytes.begin());
-    if (differing.first == registers.end()) {
-        return;
-    }
-    const auto at = static_cast<std::size_t>(differing.first - registers.begin());
-    const auto holder =
-        std::find_if(again.places.begin(), again.places.end(),
-                     [at](const ParameterPlace& one) { return at < one.begin + one.size; });
-    throw Failure(ExitCode::Input,
-                  {"error", place,
-                   fmt::format("{}: found {} in byte {} of the registers, expected {} as in its "
-                               "other registers, or 00 where there is padding",
-                               toUtf8(described(again.device.parameters[holder->parameter])),
-                               hexOfBytes(registers, at, 1), at, hexOfBytes(again.bytes, at, 1)),
-                   ""});
-}
-
-std::vector<char> rawImage(const std::vector<char>& bytes, const ConfigOptions& options,
-                           const DeviceReport& device, TranslatedModule& module)
-{
-    const std::string place = "--decode " + options.decode;
-    if (fieldbusOf(options) == FieldbusType::Raw) {
-        checkSize(bytes, device, place);
-        return bytes;
-    }
-    try {
-        std::vector<char> image =
-            imageOfRegisters(bytes, placesInRegisters(device, module.modbusOrder(module.device())),
-                             device, device.parameterBlock);
-        checkRegisters(bytes, configurationOf(module, image, FieldbusType::Modbus), place);
-        return image;
-    } catch (const Refusal& refusal) {
-        throw Failure(ExitCode::Input, {"error", place, refusal.what(), refusal.hint});
-    }
-}
-
 ExitCode decodeImage(const ConfigOptions& options, TranslatedModule& module)
 {
-    const DeviceReport device = makeReport(module.device());
+    const std::string place = "--decode " + options.decode;
     const std::vector<char> image =
-        rawImage(bytesToDecode(options.decode), options, device, module);
+        decodedImage(bytesToDecode(options.decode), fieldbusOf(options), module, place);
     const Configuration configuration = configurationOf(module, image, FieldbusType::Raw);
-    reportAll(notesOf(configuration, "--decode " + options.decode), ExitCode::Done);
+    reportAll(notesOf(configuration, place), ExitCode::Done);
     writeConfiguration(configuration, options);
     return ExitCode::Done;
 }

@@ -150,6 +150,8 @@ INSTANTIATE_TEST_SUITE_P(
     Documents, WrongText,
     testing::Values(Wrong{"", 1, 1, "no module here"}, Wrong{"5\n", 1, 1, "no module here"},
                     Wrong{"module: []\n---\nmodule: []\n", 3, 1, "a second document"},
+                    Wrong{",module: []\n", 1, 1, "a second document"},
+                    Wrong{"module: []\n--- 1\n--- [", 2, 5, "a second document"},
                     Wrong{"module: [1, 2\nb: c\n", 2, 2, "this is no YAML"}));
 
 TEST(WrongSizes, areToldAtTheirGroup)

@@ -6,6 +6,7 @@
 #include <mxauthor/Check.h>
 #include <mxauthor/Diff.h>
 #include <mxauthor/Explain.h>
+#include <mxauthor/TextForm.h>
 
 #include <gmock/gmock.h>
 
@@ -85,6 +86,55 @@ TEST(LargeFiles, areComparedInShortWords)
     for (const mxauthor::Difference& difference : comparison.differences) {
         ASSERT_LT(difference.text.size(), 600U);
     }
+}
+
+// The bytes of `text` when it is built.
+std::vector<char> built(const std::string& text)
+{
+    const mxauthor::BuildResult result = mxauthor::buildFromText(text, "");
+    EXPECT_TRUE(result.errors.empty());
+    const mxauthor::Bytes bytes = mxauthor::writeMxFile(result.file);
+    return {bytes.begin(), bytes.end()};
+}
+
+TEST(LargeFiles, areDumpedWithALongTextOnce)
+{
+    Bytes parameters;
+    for (unsigned i = 0; i < 1000; ++i) {
+        testkit::ParameterRecord record;
+        record.unitId = record.nameId;
+        const Bytes bytes = record.bytes();
+        parameters.insert(parameters.end(), bytes.begin(), bytes.end());
+    }
+    const std::vector<char> file =
+        testkit::minimalModule()
+            .group(0x20C0, parameters)
+            .group(0x20D3, testkit::textTablePayload({{100, std::string(30000, 'x')}}))
+            .chars();
+    const std::string text = mxauthor::dumpText(mxauthor::readMxFile(file));
+    EXPECT_LT(text.size(), 200000U); // 60 MB with the text at every parameter
+    EXPECT_EQ(built(text), file);
+}
+
+TEST(LargeFiles, areDumpedWithAsManyOptionListsOfOneName)
+{
+    Bytes lists;
+    for (unsigned i = 0; i < 3000; ++i) {
+        const Bytes list = testkit::optionList(1, {});
+        lists.insert(lists.end(), list.begin(), list.end());
+    }
+    testkit::ParameterRecord record;
+    record.mapId = 1;
+    const std::vector<char> file = testkit::minimalModule()
+                                       .group(0x20C0, record.bytes())
+                                       .group(0x20C1, lists)
+                                       .group(0x20D3, testkit::textTablePayload({{100, "Mode"}}))
+                                       .chars();
+    const std::string text = mxauthor::dumpText(mxauthor::readMxFile(file));
+    EXPECT_THAT(text, testing::HasSubstr("\n  Mode:"));
+    EXPECT_THAT(text, testing::HasSubstr("\n  Mode-2:"));
+    EXPECT_THAT(text, testing::HasSubstr("\n  Mode-3000:"));
+    EXPECT_EQ(built(text), file);
 }
 
 } // namespace

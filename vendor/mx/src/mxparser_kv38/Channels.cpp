@@ -4,6 +4,7 @@
 #include "DecimalText.h"
 #include "LogLine.h"
 #include "RecordSizes.h"
+#include "TextIndex.h"
 
 #include <cassert>
 
@@ -12,7 +13,6 @@ namespace devices::parser::mx {
 namespace {
 
 constexpr std::uint16_t channelNameGroup = 0x20D7;
-constexpr std::uint32_t channelNameEntrySize = 3;
 
 constexpr std::uint8_t inputFlag = 0x80;
 constexpr std::uint8_t kindMask = 0x1F;
@@ -184,13 +184,12 @@ std::uint32_t Parser_kv38::parseChannel(const std::uint8_t* x20D0)
 
     std::string name;
     std::uint32_t size = 0;
-    const std::uint8_t* names = getGroup(channelNameGroup, &size);
-    for (std::uint32_t pos = 0; names != nullptr && pos < size; pos += channelNameEntrySize) {
-        // The last entry may end behind the payload, but not behind the mx buffer.
-        if (readU8(names + pos) == channelNumber) {
-            const std::uint8_t* textId = bytesAt(names, pos + 1, 2, channelNameGroup);
+    if (const std::uint8_t* names = getGroup(channelNameGroup, &size)) {
+        textIndex->attachTo(indexings());
+        if (const auto entry = textIndex->channelNames.find(names, size, channelNumber)) {
+            // The last entry may end behind the payload, but not behind the mx buffer.
+            const std::uint8_t* textId = bytesAt(names, *entry + 1, 2, channelNameGroup);
             name = getTextStringById(readU16BE(textId));
-            break;
         }
     }
 

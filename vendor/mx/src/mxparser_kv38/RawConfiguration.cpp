@@ -19,18 +19,17 @@ constexpr std::uint8_t moduleLevel = 255; // channel number of the module's own 
 using Attributes = std::vector<std::shared_ptr<datamodel::Attribute>>;
 using ParameterList = std::list<Parser_kv38::ParameterP*>;
 
-void appendParametersOf(std::uint8_t channelNumber, const Attributes& attributes,
-                        ParameterList& list)
+// The parameters of each channel number, in the order of the device.
+std::array<std::vector<Parser_kv38::ParameterP*>, 256> byChannelNumber(const Attributes& attributes)
 {
+    std::array<std::vector<Parser_kv38::ParameterP*>, 256> parameters;
     for (const auto& attribute : attributes) {
-        if (attribute->typeCode() != datamodel::parameterTypeCode) {
-            continue;
-        }
-        auto* const parameter = static_cast<Parser_kv38::ParameterP*>(attribute.get());
-        if (parameter->privateProps.channelNumber == channelNumber) {
-            list.push_back(parameter);
+        if (attribute->typeCode() == datamodel::parameterTypeCode) {
+            auto* const parameter = static_cast<Parser_kv38::ParameterP*>(attribute.get());
+            parameters[parameter->privateProps.channelNumber].push_back(parameter);
         }
     }
+    return parameters;
 }
 
 // The position of the raw value in the parameter's option list.
@@ -87,12 +86,13 @@ Parser_kv38::ParameterP* findParameter(const datamodel::Device& device, const st
 ParameterList Parser_kv38::getParameterListOrderdLikeKv38(DeviceP* device)
 {
     traceEntry(logger, "getParameterListOrderdLikeKv38");
-    ParameterList list;
-    appendParametersOf(moduleLevel, device->attributes, list);
+    const auto parameters = byChannelNumber(device->attributes);
+    ParameterList list(parameters[moduleLevel].begin(), parameters[moduleLevel].end());
     for (const auto& attribute : device->attributes) {
         if (attribute->typeCode() == datamodel::channelTypeCode) {
             const auto& channel = static_cast<const ChannelP&>(*attribute);
-            appendParametersOf(channel.privateProps.channelNumber, device->attributes, list);
+            const auto& own = parameters[channel.privateProps.channelNumber];
+            list.insert(list.end(), own.begin(), own.end());
         }
     }
     return list;

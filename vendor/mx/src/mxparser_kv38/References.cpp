@@ -3,6 +3,7 @@
 #include "DecimalText.h"
 #include "LogLine.h"
 
+#include <array>
 #include <cassert>
 
 namespace devices::parser::mx {
@@ -18,12 +19,6 @@ std::uint8_t channelNumberOfParameter(const datamodel::Attribute& attribute)
     return static_cast<const Parser_kv38::ParameterP&>(attribute).privateProps.channelNumber;
 }
 
-bool isParameterOf(const datamodel::Attribute& attribute, std::uint8_t number)
-{
-    return attribute.typeCode() == datamodel::parameterTypeCode &&
-           channelNumberOfParameter(attribute) == number;
-}
-
 // The sets of a device while its attributes are walked; none is registered yet.
 struct SetsOfDevice
 {
@@ -32,21 +27,20 @@ struct SetsOfDevice
     std::shared_ptr<datamodel::Set> channels = std::make_shared<datamodel::Set>();
     std::vector<std::shared_ptr<datamodel::Set>> channelParameters;
 
-    std::vector<const datamodel::Attribute*> found; // used again for each channel
+    std::array<std::vector<const datamodel::Attribute*>, 256> parametersOf; // by channel number
 
-    void findParametersOf(std::uint8_t number, const Attributes& attributes)
+    explicit SetsOfDevice(const Attributes& attributes)
     {
-        found.clear();
         for (const auto& attribute : attributes) {
-            if (isParameterOf(*attribute, number)) {
-                found.push_back(attribute.get());
+            if (attribute->typeCode() == datamodel::parameterTypeCode) {
+                parametersOf[channelNumberOfParameter(*attribute)].push_back(attribute.get());
             }
         }
     }
 
-    void addChannel(const Parser_kv38::ChannelP& channel, const Attributes& attributes)
+    void addChannel(const Parser_kv38::ChannelP& channel)
     {
-        findParametersOf(channel.privateProps.channelNumber, attributes);
+        const auto& found = parametersOf[channel.privateProps.channelNumber];
         if (!found.empty()) {
             auto parameters = std::make_shared<datamodel::Set>();
             parameters->name = "channelParams_" + channel.id;
@@ -61,7 +55,7 @@ struct SetsOfDevice
         }
     }
 
-    void add(const datamodel::Attribute& attribute, const Attributes& attributes)
+    void add(const datamodel::Attribute& attribute)
     {
         switch (attribute.typeCode()) {
         case datamodel::binaryObjectTypeCode:
@@ -74,7 +68,7 @@ struct SetsOfDevice
             }
             break;
         case datamodel::channelTypeCode:
-            addChannel(static_cast<const Parser_kv38::ChannelP&>(attribute), attributes);
+            addChannel(static_cast<const Parser_kv38::ChannelP&>(attribute));
             break;
         default:
             break;
@@ -107,9 +101,9 @@ void Parser_kv38::setupReferences()
 {
     traceEntry(logger, "setupReferences");
     assert(this->dev);
-    SetsOfDevice sets;
+    SetsOfDevice sets(dev->attributes);
     for (const auto& attribute : dev->attributes) {
-        sets.add(*attribute, dev->attributes);
+        sets.add(*attribute);
     }
 
     // Registers `set` as a member of `owner`, unless it stayed empty.

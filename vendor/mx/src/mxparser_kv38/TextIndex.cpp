@@ -22,6 +22,7 @@ void TextIndex::clear()
         starts[id] = 0;
     }
     ids.clear();
+    channelNames = {};
     next = tableHeaderSize;
     skippedText = 0;
 }

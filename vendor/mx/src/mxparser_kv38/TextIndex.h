@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ChannelNameIndex.h"
+
 #include <array>
 #include <cstdint>
 #include <vector>
@@ -21,6 +23,8 @@ public:
 
     /// Takes note of a record. The first of an identifier counts.
     void add(std::uint16_t id, std::uint32_t textStart);
+
+    ChannelNameIndex channelNames; ///< Which texts are the names of channels.
 
     std::uint32_t next = 0;        ///< The record to read next, from the payload's start.
     std::uint32_t skippedText = 0; ///< Start of the text still to be skipped before that; 0: none.

@@ -2,11 +2,14 @@
 
 #include <cstddef>
 
-namespace bench {
+namespace testkit {
 
 /// Bytes that the process holds through operator new, as the allocator rounds them. Counted in
-/// programs that are linked with AllocationCount.cpp.
+/// programs that have HeldMemory.cpp among their sources.
 std::size_t heldBytes();
+
+/// Ends the process when more than `bytes` are held from now on, after `say`.
+void limitMemory(std::size_t bytes, void (*say)());
 
 /// Starts to look for the largest number of bytes held from now on.
 void startPeak();
@@ -14,4 +17,4 @@ void startPeak();
 /// Returns the largest number of bytes held since `startPeak`.
 std::size_t peakBytes();
 
-} // namespace bench
+} // namespace testkit

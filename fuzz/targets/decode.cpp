@@ -1,0 +1,79 @@
+// Parameter images and Modbus registers read back, as `mxtool config --decode` does. Words: 'm' for
+// Modbus, else the raw image; then the bytes to decode. Without words the module's own bytes.
+#include "FuzzInput.h"
+#include "FuzzTarget.h"
+
+#include "Refusal.h"
+#include "config/Composition.h"
+#include "config/ConfigurationOutput.h"
+#include "config/DecodedImage.h"
+#include "config/ValuesFile.h"
+
+#include <cstdlib>
+
+namespace {
+
+using devices::parser::FieldbusType;
+using mxtool::TranslatedModule;
+
+// What is shown of an image, in every form.
+void show(TranslatedModule& module, const std::vector<char>& image, FieldbusType fieldbus)
+{
+    const auto configuration = mxtool::configurationOf(module, image, fieldbus);
+    mxtool::notesOf(configuration, "words");
+    mxtool::configurationText(configuration);
+    mxtool::configurationCsv(configuration);
+    const auto values =
+        mxtool::readValues(mxtool::configurationJson(configuration, "words"), "words.json");
+    if (values.image != image) {
+        std::abort(); // the JSON is there to be read back
+    }
+}
+
+void decode(TranslatedModule& module, const std::vector<char>& bytes, FieldbusType fieldbus)
+{
+    try {
+        const std::vector<char> image = mxtool::decodedImage(bytes, fieldbus, module, "words");
+        const auto again = mxtool::configurationOf(module, image, fieldbus);
+        if (again.bytes != bytes) {
+            std::abort(); // the bytes of the image that was read from them
+        }
+        show(module, image, FieldbusType::Raw);
+        show(module, image, fieldbus);
+    } catch (const mxtool::Failure&) {
+        // an answer
+    }
+}
+
+// The bytes that the module itself is configured with.
+std::vector<char> ownBytes(TranslatedModule& module, FieldbusType fieldbus)
+{
+    return mxtool::configurationOf(module, mxtool::makeReport(module.device()).parameterBlock,
+                                   fieldbus)
+        .bytes;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const bool silent = (fuzz::silence(), true);
+    static_cast<void>(silent);
+    fuzz::FuzzInput input(data, size);
+    try {
+        TranslatedModule module("fuzz.bin", input.file, "error");
+        if (input.words.empty()) {
+            for (const FieldbusType fieldbus : {FieldbusType::Raw, FieldbusType::Modbus}) {
+                decode(module, ownBytes(module, fieldbus), fieldbus);
+            }
+            return 0;
+        }
+        const auto fieldbus =
+            input.words.takeByte() == 'm' ? FieldbusType::Modbus : FieldbusType::Raw;
+        const auto bytes = input.words.takeRest();
+        decode(module, {bytes.begin(), bytes.end()}, fieldbus);
+    } catch (const mxtool::Failure&) {
+        // an answer
+    }
+    return 0;
+}

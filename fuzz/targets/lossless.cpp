@@ -1,0 +1,67 @@
+// An mx file as typed content and as text: both give the same bytes again. Every byte is explained
+// once; the file checks, and differs from itself nowhere.
+#include "FuzzTarget.h"
+
+#include <mxauthor/Check.h>
+#include <mxauthor/Diff.h>
+#include <mxauthor/Explain.h>
+#include <mxauthor/TextForm.h>
+
+#include <cstdlib>
+#include <stdexcept>
+
+namespace {
+
+using mxauthor::Bytes;
+using mxauthor::MxFile;
+
+void require(bool holds)
+{
+    if (!holds) {
+        std::abort();
+    }
+}
+
+void explainOnce(const std::vector<char>& chars)
+{
+    std::size_t next = 0;
+    for (const mxauthor::ExplainedPart& part : mxauthor::explain(chars).parts) {
+        require(part.place.offset == next && part.place.length != 0);
+        next += part.place.length;
+    }
+    require(next == chars.size());
+}
+
+// The text form gives the bytes of `file` again.
+void throughText(const MxFile& file, const Bytes& bytes)
+{
+    const auto result = mxauthor::buildFromText(mxauthor::dumpText(file), "/nonexistent");
+    require(result.errors.empty() && mxauthor::writeMxFile(result.file) == bytes);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::vector<char> chars(data, data + size);
+    const Bytes bytes(data, data + size);
+    std::string failure;
+    const MxFile damaged = mxauthor::readDamagedMxFile(chars, &failure);
+    require(mxauthor::writeMxFile(damaged) == bytes);
+    throughText(damaged, bytes);
+    const MxFile whole = mxauthor::readWholeGroups(chars, &failure);
+    require(mxauthor::writeMxFile(whole) == bytes);
+    bool isFramed = true;
+    try {
+        require(mxauthor::writeMxFile(mxauthor::readMxFile(chars)) == bytes);
+    } catch (const std::runtime_error&) {
+        isFramed = false;
+    }
+    require(isFramed == failure.empty());
+    explainOnce(chars);
+    for (const mxauthor::Finding& finding : mxauthor::check(chars)) {
+        mxauthor::describe(finding);
+    }
+    require(mxauthor::compare(whole, whole).differences.empty());
+    return 0;
+}

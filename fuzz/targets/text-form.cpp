@@ -1,0 +1,47 @@
+// The text form of an mx file: what is built without an error is written, read, dumped and built
+// again to the same bytes.
+#include "FuzzTarget.h"
+
+#include <mxauthor/TextForm.h>
+
+#include <cstdlib>
+#include <exception>
+
+namespace {
+
+// No file is named in it that exists there.
+constexpr const char* directory = "/nonexistent";
+
+mxauthor::Bytes build(const std::string& source, bool* isGood)
+{
+    const mxauthor::BuildResult result = mxauthor::buildFromText(source, directory);
+    for (const mxauthor::SourceError& error : result.errors) {
+        mxauthor::sourceExcerpt(source, error);
+    }
+    *isGood = result.errors.empty();
+    return *isGood ? mxauthor::writeMxFile(result.file) : mxauthor::Bytes();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string source(reinterpret_cast<const char*>(data), size);
+    bool isGood = false;
+    mxauthor::Bytes bytes;
+    try {
+        bytes = build(source, &isGood);
+    } catch (const std::length_error&) {
+        return 0; // more than an mx file can hold
+    }
+    if (!isGood) {
+        return 0;
+    }
+    std::string failure;
+    const auto file = mxauthor::readDamagedMxFile({bytes.begin(), bytes.end()}, &failure);
+    const mxauthor::Bytes again = build(mxauthor::dumpText(file), &isGood);
+    if (!isGood || again != bytes) {
+        std::abort();
+    }
+    return 0;
+}

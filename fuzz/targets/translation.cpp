@@ -1,0 +1,128 @@
+// A whole translation: device, channel mapping list, both raw configurations, and a ParamDevice
+// made of the input's words. Words: place of the data (2 x 2 bytes), custom block (count, bytes),
+// 'X' for another device type, then a line per value: one byte that chooses the parameter, the
+// text.
+#include "FuzzInput.h"
+#include "FuzzTarget.h"
+
+#include <devices/parser/mx/Parser_kv38.h>
+
+#include <cstdlib>
+#include <exception>
+#include <memory>
+#include <string>
+
+namespace {
+
+using datamodel::Device;
+using datamodel::ParamDevice;
+using datamodel::Parameter;
+using devices::parser::FieldbusType;
+using devices::parser::mx::Parser_kv38;
+
+// The user's copy of `device` without any value.
+ParamDevice copyOf(const Device& device)
+{
+    ParamDevice copy;
+    copy.deviceTypeId = device.deviceTypeId;
+    return copy;
+}
+
+void setValue(ParamDevice& copy, const std::string& id, const std::string& value)
+{
+    auto parameter = std::make_shared<Parameter>();
+    parameter->id = id;
+    parameter->value = value;
+    copy.attributes.push_back(parameter);
+}
+
+// Every parameter with the value that it has already.
+ParamDevice ownValues(const Device& device)
+{
+    ParamDevice copy = copyOf(device);
+    for (const auto& attribute : device.attributes) {
+        if (attribute->typeCode() != datamodel::parameterTypeCode) {
+            continue;
+        }
+        const auto& parameter = static_cast<const Parameter&>(*attribute);
+        setValue(copy, parameter.id, parameter.value);
+    }
+    return copy;
+}
+
+ParamDevice chosenValues(const Device& device, fuzz::Words& words)
+{
+    ParamDevice copy = copyOf(device);
+    if (words.takeByte() == 'X') {
+        copy.deviceTypeId += 'X'; // of another module: refused
+    }
+    while (!words.empty()) {
+        const std::size_t chosen = words.takeByte();
+        const std::string line = words.takeLine();
+        // Beyond the list: an identifier that no parameter has.
+        const std::string id = chosen < device.attributes.size() ? device.attributes[chosen]->id
+                                                                 : std::to_string(chosen * chosen);
+        setValue(copy, id, line);
+    }
+    return copy;
+}
+
+void configure(Parser_kv38& parser, const std::vector<char>& file, Device& device,
+               ParamDevice* values)
+{
+    for (const FieldbusType fieldbus : {FieldbusType::Raw, FieldbusType::Modbus}) {
+        try {
+            const auto bytes = parser.getCalculatedRawConfig(fieldbus, file, &device, values);
+            if (bytes == nullptr) {
+                std::abort();
+            }
+        } catch (const std::exception&) {
+            // an answer
+        }
+    }
+}
+
+void translate(Parser_kv38& parser, const std::vector<char>& file, fuzz::Words& words)
+{
+    const unsigned inOffset = words.takeU16();
+    const unsigned outOffset = words.takeU16();
+    const auto device = parser.parse(file, nullptr, inOffset, outOffset);
+    parser.getChannelMappingInfoList(device.get());
+    configure(parser, file, *device, nullptr);
+    ParamDevice own = ownValues(*device);
+    configure(parser, file, *device, &own);
+
+    const auto given = words.takeBytes(words.takeByte());
+    std::vector<char> block = *device->privateProps.defaultParameterBlock;
+    for (std::size_t i = 0; i < given.size() && i < block.size(); ++i) {
+        block[i] = static_cast<char>(given[i]);
+    }
+    if (given.size() > block.size()) {
+        block.push_back('\0'); // one byte too long: refused
+    }
+    ParamDevice chosen = chosenValues(*device, words);
+    configure(parser, file, *device, &chosen);
+    const auto configured = parser.parse(file, &block, outOffset, inOffset);
+    configure(parser, file, *configured, nullptr);
+    // The first device still works after the second translation, and with a file not its own.
+    configure(parser, file, *device, &own);
+    configure(parser, {}, *device, &own);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const bool silent = (fuzz::silence(), true);
+    static_cast<void>(silent);
+    fuzz::FuzzInput input(data, size);
+    Parser_kv38 parser;
+    // The lines are formatted for every other input: with and without is not the same code.
+    parser.setLoggingLevel(size % 2 == 0 ? "trace" : "information");
+    try {
+        translate(parser, input.file, input.words);
+    } catch (const std::exception&) {
+        // an answer
+    }
+    return 0;
+}

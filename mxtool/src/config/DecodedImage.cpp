@@ -1,0 +1,76 @@
+#include "config/DecodedImage.h"
+
+#include "HexBytes.h"
+#include "ParameterText.h"
+#include "Refusal.h"
+#include "ShownText.h"
+#include "config/Configuration.h"
+#include "config/ModbusRegisters.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace mxtool {
+
+namespace {
+
+using devices::parser::FieldbusType;
+
+// Registers of which the module could not have been configured: a parameter that stands there twice
+// with two values, padding that is not 0.
+void checkRegisters(const std::vector<char>& registers, const Configuration& again,
+                    const std::string& place)
+{
+    const auto differing = std::mismatch(registers.begin(), registers.end(), again.bytes.begin());
+    if (differing.first == registers.end()) {
+        return;
+    }
+    const auto at = static_cast<std::size_t>(differing.first - registers.begin());
+    const auto holder =
+        std::find_if(again.places.begin(), again.places.end(),
+                     [at](const ParameterPlace& one) { return at < one.begin + one.size; });
+    throw Failure(ExitCode::Input,
+                  {"error", place,
+                   fmt::format("{}: found {} in byte {} of the registers, expected {} as in its "
+                               "other registers, or 00 where there is padding",
+                               toUtf8(described(again.device.parameters[holder->parameter])),
+                               hexOfBytes(registers, at, 1), at, hexOfBytes(again.bytes, at, 1)),
+                   ""});
+}
+
+} // namespace
+
+void requireImageSize(const std::vector<char>& image, const DeviceReport& device,
+                      const std::string& place)
+{
+    if (image.size() != device.parameterBlock.size()) {
+        throw Failure(ExitCode::Input,
+                      {"error", place,
+                       fmt::format("Found {} bytes, expected the {} bytes of the module's "
+                                   "parameter image",
+                                   image.size(), device.parameterBlock.size()),
+                       ""});
+    }
+}
+
+std::vector<char> decodedImage(const std::vector<char>& bytes, FieldbusType fieldbus,
+                               TranslatedModule& module, const std::string& place)
+{
+    const DeviceReport device = makeReport(module.device());
+    if (fieldbus == FieldbusType::Raw) {
+        requireImageSize(bytes, device, place);
+        return bytes;
+    }
+    try {
+        std::vector<char> image =
+            imageOfRegisters(bytes, placesInRegisters(device, module.modbusOrder(module.device())),
+                             device, device.parameterBlock);
+        checkRegisters(bytes, configurationOf(module, image, FieldbusType::Modbus), place);
+        return image;
+    } catch (const Refusal& refusal) {
+        throw Failure(ExitCode::Input, {"error", place, refusal.what(), refusal.hint});
+    }
+}
+
+} // namespace mxtool
