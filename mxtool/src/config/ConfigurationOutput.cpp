@@ -20,7 +20,7 @@ using devices::parser::FieldbusType;
 using devices::parser::mx::bufferAsHex;
 
 // One parameter in the buffer, as the three forms show it.
-struct Row
+struct PlaceRow
 {
     const DeviceReport::Parameter& parameter;
     const DeviceReport::Parameter& standard; // with its default
@@ -28,9 +28,9 @@ struct Row
     bool changed;
 };
 
-std::vector<Row> rowsOf(const Configuration& configuration)
+std::vector<PlaceRow> rowsOf(const Configuration& configuration)
 {
-    std::vector<Row> rows;
+    std::vector<PlaceRow> rows;
     for (const ParameterPlace& place : configuration.places) {
         rows.push_back({configuration.device.parameters[place.parameter],
                         configuration.defaults.parameters[place.parameter], place,
@@ -81,7 +81,7 @@ std::string summary(const Configuration& configuration)
 std::string imageTable(const Configuration& configuration)
 {
     TextTable table({"Byte", "Bits", "Bytes", "Parameter of", "Name", "Value", "Default"});
-    for (const Row& row : rowsOf(configuration)) {
+    for (const PlaceRow& row : rowsOf(configuration)) {
         table.add({range(row.place.begin, row.place.size), bitsOf(row.parameter),
                    hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
                    ownerOf(row.parameter), row.parameter.name, valueWithUnit(row.parameter),
@@ -93,7 +93,7 @@ std::string imageTable(const Configuration& configuration)
 std::string registerTable(const Configuration& configuration)
 {
     TextTable table({"Register", "Byte", "Bytes", "Parameter of", "Name", "Value", "Default"});
-    for (const Row& row : rowsOf(configuration)) {
+    for (const PlaceRow& row : rowsOf(configuration)) {
         table.add({range(row.place.begin / registerSize, row.place.size / registerSize),
                    range(row.place.begin, row.place.size),
                    hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
@@ -112,7 +112,7 @@ std::string tableOf(const Configuration& configuration)
                                                                   : imageTable(configuration));
 }
 
-Json rowJson(const Row& row, const Configuration& configuration)
+Json rowJson(const PlaceRow& row, const Configuration& configuration)
 {
     const DeviceReport::Parameter& parameter = row.parameter;
     return {{"id", parameter.id},
@@ -162,7 +162,7 @@ std::string configurationCsv(const Configuration& configuration)
 {
     std::string lines = csvLine({"id", "channel", "name", "value", "shown", "unit", "default",
                                  "changed", "byte", "size", "bit_offset", "bit_length", "hex"});
-    for (const Row& row : rowsOf(configuration)) {
+    for (const PlaceRow& row : rowsOf(configuration)) {
         const DeviceReport::Parameter& parameter = row.parameter;
         lines += csvLine({parameter.id,
                           parameter.ofModule() ? "" : std::to_string(parameter.channelNumber),
@@ -178,7 +178,7 @@ std::string configurationCsv(const Configuration& configuration)
 std::string configurationJson(const Configuration& configuration, const std::string& file)
 {
     Json parameters = Json::array();
-    for (const Row& row : rowsOf(configuration)) {
+    for (const PlaceRow& row : rowsOf(configuration)) {
         parameters.push_back(rowJson(row, configuration));
     }
     return jsonText({{"schema", jsonSchema("mxtool.config", 1)},

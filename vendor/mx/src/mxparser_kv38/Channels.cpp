@@ -3,7 +3,7 @@
 
 #include "DecimalText.h"
 #include "LogLine.h"
-#include "RecordSizes.h"
+#include "RecordLayout.h"
 #include "TextIndex.h"
 
 #include <cassert>

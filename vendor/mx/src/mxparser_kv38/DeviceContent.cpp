@@ -5,7 +5,7 @@
 #include "Base64.h"
 #include "DecimalText.h"
 #include "LogLine.h"
-#include "RecordSizes.h"
+#include "RecordLayout.h"
 
 #include <stdexcept>
 

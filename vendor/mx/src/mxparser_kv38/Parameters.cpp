@@ -2,7 +2,7 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include "LogLine.h"
-#include "RecordSizes.h"
+#include "RecordLayout.h"
 
 #include <mxfileext/mxfileext.h>
 

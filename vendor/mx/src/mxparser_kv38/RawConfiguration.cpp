@@ -1,6 +1,7 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include "LogLine.h"
+#include "RecordLayout.h"
 
 #include <mxfileext/mxfileext.h>
 
@@ -13,8 +14,6 @@
 namespace devices::parser::mx {
 
 namespace {
-
-constexpr std::uint8_t moduleLevel = 255; // channel number of the module's own parameters
 
 using Attributes = std::vector<std::shared_ptr<datamodel::Attribute>>;
 using ParameterList = std::list<Parser_kv38::ParameterP*>;

@@ -2,6 +2,7 @@
 
 #include "DecimalText.h"
 #include "LogLine.h"
+#include "RecordLayout.h"
 
 #include <array>
 #include <cassert>
@@ -9,8 +10,6 @@
 namespace devices::parser::mx {
 
 namespace {
-
-constexpr std::uint8_t moduleLevel = 255; // channel number of the module's own parameters
 
 using Attributes = std::vector<std::shared_ptr<datamodel::Attribute>>;
 
