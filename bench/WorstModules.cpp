@@ -15,7 +15,7 @@ using testkit::Bytes;
 constexpr std::uint8_t anyNumber = 7; // of every channel, and of the parameters that belong to one
 constexpr std::uint8_t anyList = 1;
 constexpr std::uint16_t unknownGroup = 0x7ABC;
-constexpr unsigned firstTextId = 100;
+constexpr unsigned firstIdOfTexts = 100;
 constexpr std::size_t parameterSize = 29;
 constexpr std::size_t channelSize = 7;
 constexpr std::size_t channelNameSize = 3;
@@ -30,7 +30,7 @@ struct Content
     Bytes channels;
     Bytes names;
     Bytes options;
-    std::vector<std::pair<unsigned, std::string>> texts{{firstTextId, "on"}};
+    std::vector<std::pair<unsigned, std::string>> texts{{firstIdOfTexts, "on"}};
     std::size_t emptyGroups = 0;
 };
 
@@ -45,7 +45,7 @@ Bytes parameters(std::size_t count, testkit::ParameterRecord record, bool distin
     for (std::size_t i = 0; i < count; ++i) {
         record.number = static_cast<std::uint8_t>(i);
         if (distinct) {
-            record.nameId = static_cast<std::uint16_t>(firstTextId + count - 1 - i);
+            record.nameId = static_cast<std::uint16_t>(firstIdOfTexts + count - 1 - i);
         }
         append(bytes, record.bytes());
     }
@@ -71,7 +71,7 @@ Content oneLongOptionList(std::size_t size)
         const std::size_t count = std::min(left, largestList);
         append(content.options,
                testkit::optionList(anyList,
-                                   {count, std::pair<std::uint64_t, unsigned>(0, firstTextId)}));
+                                   {count, std::pair<std::uint64_t, unsigned>(0, firstIdOfTexts)}));
         left -= count;
     }
     return content;
@@ -85,7 +85,7 @@ Content distinctTexts(std::size_t size)
     content.parameters = parameters(count, {}, true);
     content.texts.clear();
     for (std::size_t i = 0; i < count; ++i) {
-        content.texts.emplace_back(firstTextId + i, "t");
+        content.texts.emplace_back(firstIdOfTexts + i, "t");
     }
     return content;
 }
@@ -107,7 +107,7 @@ Content channelNames(std::size_t size)
     const std::size_t count = size / 2 / channelNameSize;
     for (std::size_t i = 0; i < count; ++i) {
         const auto number = static_cast<std::uint8_t>(i + 1 == count ? anyNumber : 0);
-        append(content.names, {number, 0, firstTextId});
+        append(content.names, {number, 0, firstIdOfTexts});
     }
     return content;
 }
@@ -116,16 +116,16 @@ Content longTexts(std::size_t size)
 {
     Content content;
     testkit::ParameterRecord record;
-    record.unitId = firstTextId;
+    record.unitId = firstIdOfTexts;
     content.parameters = parameters(size / 2 / parameterSize, record);
-    content.texts = {{firstTextId, std::string(size / 2, 'x')}};
+    content.texts = {{firstIdOfTexts, std::string(size / 2, 'x')}};
     return content;
 }
 
 Content longOptionTexts(std::size_t size)
 {
     Content content = oneLongOptionList(2 * size / 3);
-    content.texts = {{firstTextId, std::string(size / 3, 'x')}};
+    content.texts = {{firstIdOfTexts, std::string(size / 3, 'x')}};
     return content;
 }
 
@@ -136,7 +136,7 @@ Content optionLists(std::size_t size)
     testkit::ParameterRecord record;
     record.mapId = anyList;
     content.parameters = parameters(1, record);
-    content.options = testkit::optionList(anyList, {{0, firstTextId}});
+    content.options = testkit::optionList(anyList, {{0, firstIdOfTexts}});
     for (std::size_t i = 0; i < size / smallestList; ++i) {
         append(content.options, testkit::optionList(anyList, {}));
     }

@@ -4,11 +4,12 @@
 #include "LostMemoryExpected.h"
 #include "ParserAccess.h"
 #include "TemporaryDirectory.h"
-#include "TestDatabase.h"
 
 #include <devices/database/DeviceDatabase.h>
 
 #include <gmock/gmock.h>
+
+#include <sqlite3.h>
 
 #include <filesystem>
 #include <vector>
@@ -27,6 +28,14 @@ constexpr const char* closeFailed = ">> populateDatabase(). Failed to call close
 
 // A walk that a file ends keeps its directory handle open.
 using LostHandleExpected = testkit::LostMemoryExpected;
+
+void asAnotherProgram(const std::string& file, const char* statement)
+{
+    sqlite3* database = nullptr;
+    EXPECT_EQ(sqlite3_open(file.c_str(), &database), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(database, statement, nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(database);
+}
 
 class PopulateDatabase : public testing::Test
 {
@@ -145,9 +154,11 @@ TEST_F(PopulateDatabase, PercentSignsInANameAreNoFormat)
 
 TEST_F(PopulateDatabase, FailingInsertionIsLoggedAndNotCounted)
 {
-    const testkit::TestDatabase place(testkit::Engine::Sqlite);
-    devices::database::useDatabase(place.url());
-    place.execute(
+    const testkit::TemporaryDirectory databases;
+    const std::string file = databases.path("devices.sqlite");
+    devices::database::useDatabase("sqlite:" + file);
+    asAnotherProgram(
+        file,
         "CREATE TRIGGER refuse BEFORE INSERT ON device_properties"
         " WHEN NEW.module_id = CAST('00000001' AS BLOB) BEGIN SELECT RAISE(ABORT, 'refused'); END");
     directory.write("MX1.bin", module(1));
@@ -155,8 +166,8 @@ TEST_F(PopulateDatabase, FailingInsertionIsLoggedAndNotCounted)
     EXPECT_EQ(parser.populateDatabase(directory.path()), 1U);
     EXPECT_THAT(insertedIds(), ElementsAre("00000002"));
     EXPECT_THAT(log.texts(Message::PRIO_ERROR),
-                ElementsAre(StartsWith("File MX1.bin: Cannot write to device database " +
-                                       place.name() + ": refused")));
+                ElementsAre(StartsWith(
+                    "File MX1.bin: Cannot write to device database sqlite:" + file + ": refused")));
     devices::database::useDatabase("sqlite::memory:");
 }
 
