@@ -4,13 +4,13 @@ namespace devices::parser::mx {
 
 namespace {
 
-constexpr char digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 // Writes the first `count` of the four digits that 24 bits stand for.
 void writeDigits(std::uint32_t bits, unsigned count, char* text)
 {
     for (unsigned i = 0; i < count; ++i) {
-        text[i] = digits[bits >> (18 - 6 * i) & 63U];
+        text[i] = alphabet[bits >> (18 - 6 * i) & 63U];
     }
 }
 
