@@ -74,12 +74,11 @@ void SqliteRowStatement::executeOne(const Row& row)
                                         SQLITE_UTF8));
     }
     const int result = sqlite3_step(statement.get());
-    if (result != SQLITE_DONE) {
-        const SqlFailure failure(sqlite3_errmsg(connection), concernOf(result));
-        sqlite3_reset(statement.get());
-        throw failure;
-    }
+    const std::string reason = result == SQLITE_DONE ? "" : sqlite3_errmsg(connection);
     sqlite3_reset(statement.get());
+    if (result != SQLITE_DONE) {
+        throw SqlFailure(reason, concernOf(result));
+    }
 }
 
 void SqliteRowStatement::execute(const std::vector<Row>& rows)
