@@ -18,6 +18,46 @@ std::uint8_t channelNumberOfParameter(const datamodel::Attribute& attribute)
     return static_cast<const Parser_kv38::ParameterP&>(attribute).privateProps.channelNumber;
 }
 
+// The parameters of each channel number, in the order of the device: chains through its attributes,
+// since a list of 256 lists costs more to make than a small device has to sort.
+class ParametersOfChannels
+{
+public:
+    explicit ParametersOfChannels(const Attributes& inAttributes)
+        : attributes(inAttributes), next(inAttributes.size())
+    {
+        first.fill(end());
+        for (std::size_t position = end(); position-- > 0;) {
+            if (attributes[position]->typeCode() == datamodel::parameterTypeCode) {
+                std::size_t& begin = first[channelNumberOfParameter(*attributes[position])];
+                next[position] = begin;
+                begin = position;
+            }
+        }
+    }
+
+    std::vector<std::string> idsOf(std::uint8_t channelNumber) const
+    {
+        std::size_t count = 0;
+        for (std::size_t at = first[channelNumber]; at != end(); at = next[at]) {
+            ++count;
+        }
+        std::vector<std::string> ids;
+        ids.reserve(count);
+        for (std::size_t at = first[channelNumber]; at != end(); at = next[at]) {
+            ids.push_back(attributes[at]->id);
+        }
+        return ids;
+    }
+
+private:
+    std::size_t end() const { return attributes.size(); }
+
+    const Attributes& attributes;
+    std::array<std::size_t, 256> first;
+    std::vector<std::size_t> next;
+};
+
 // The sets of a device while its attributes are walked; none is registered yet.
 struct SetsOfDevice
 {
@@ -26,27 +66,17 @@ struct SetsOfDevice
     std::shared_ptr<datamodel::Set> channels = std::make_shared<datamodel::Set>();
     std::vector<std::shared_ptr<datamodel::Set>> channelParameters;
 
-    std::array<std::vector<const datamodel::Attribute*>, 256> parametersOf; // by channel number
+    ParametersOfChannels parametersOf;
 
-    explicit SetsOfDevice(const Attributes& attributes)
-    {
-        for (const auto& attribute : attributes) {
-            if (attribute->typeCode() == datamodel::parameterTypeCode) {
-                parametersOf[channelNumberOfParameter(*attribute)].push_back(attribute.get());
-            }
-        }
-    }
+    explicit SetsOfDevice(const Attributes& attributes) : parametersOf(attributes) {}
 
     void addChannel(const Parser_kv38::ChannelP& channel)
     {
-        const auto& found = parametersOf[channel.privateProps.channelNumber];
-        if (!found.empty()) {
+        std::vector<std::string> ids = parametersOf.idsOf(channel.privateProps.channelNumber);
+        if (!ids.empty()) {
             auto parameters = std::make_shared<datamodel::Set>();
             parameters->name = "channelParams_" + channel.id;
-            parameters->members.reserve(found.size());
-            for (const datamodel::Attribute* parameter : found) {
-                parameters->members.push_back(parameter->id);
-            }
+            parameters->members = std::move(ids);
             channelParameters.push_back(std::move(parameters));
         }
         if (!channel.dataType.empty()) {
