@@ -19,7 +19,7 @@ std::uint8_t channelNumberOfParameter(const datamodel::Attribute& attribute)
 }
 
 // The parameters of each channel number, in the order of the device: chains through its attributes,
-// since a list of 256 lists costs more to make than a small device has to sort.
+// which take one allocation however many channels there are.
 class ParametersOfChannels
 {
 public:
