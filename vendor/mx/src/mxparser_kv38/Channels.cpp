@@ -157,7 +157,8 @@ void allocate(Parser_kv38::ChannelP& channel, std::uint8_t kind, char area, Imag
         channel.iecSymbol.clear();
         return;
     }
-    channel.iecSymbol = area + channel.dataType;
+    channel.iecSymbol.assign(1, area);
+    channel.iecSymbol += channel.dataType;
     appendDecimal(channel.iecSymbol, props.byteAddress);
     if (isBitField(kind)) {
         appendBits(channel.iecSymbol, props);
@@ -185,8 +186,7 @@ std::uint32_t Parser_kv38::parseChannel(const std::uint8_t* x20D0)
     std::string name;
     std::uint32_t size = 0;
     if (const std::uint8_t* names = getGroup(channelNameGroup, &size)) {
-        textIndex->attachTo(indexings());
-        if (const auto entry = textIndex->channelNames.find(names, size, channelNumber)) {
+        if (const auto entry = texts().channelNames.find(names, size, channelNumber)) {
             // The last entry may end behind the payload, but not behind the mx buffer.
             const std::uint8_t* textId = bytesAt(names, *entry + 1, 2, channelNameGroup);
             name = getTextStringById(readU16BE(textId));

@@ -11,6 +11,7 @@
 #include <charconv>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace devices::parser::mx {
 
@@ -89,7 +90,7 @@ std::uint32_t Parser_kv38::parseParameter(const std::uint8_t* x20C0)
     const std::uint8_t mapId = readU8(x20C0 + 7);
     const std::uint16_t unitTextId = readU16BE(x20C0 + 24);
 
-    const auto parameter = std::make_shared<ParameterP>();
+    auto parameter = std::make_shared<ParameterP>();
     MxParameterPrivateProps& props = parameter->privateProps;
     props.byteOffset = static_cast<std::uint8_t>(readU8(x20C0 + 3) - blockPositionBias);
     props.dataSize = static_cast<std::uint8_t>(getDatatypeSize(datatype) >> 3);
@@ -124,7 +125,7 @@ std::uint32_t Parser_kv38::parseParameter(const std::uint8_t* x20C0)
     if (unitTextId != 0) {
         parameter->unit = getTextStringById(unitTextId);
     }
-    assignIdAndAddAttribute(parameter);
+    assignIdAndAddAttribute(std::move(parameter));
     return parameterRecordSize;
 }
 
@@ -151,11 +152,11 @@ void Parser_kv38::getOptionListById(std::uint8_t listId, MxParameterDatatype dat
             reserveOptions(*param, readU8(payload + pos + 1));
             for (std::uint32_t at = pos + optionListHeaderSize; at < next; at += optionSize) {
                 const std::uint8_t* entry = payload + at;
-                const auto option = std::make_shared<datamodel::ParameterOption>();
+                auto option = std::make_shared<datamodel::ParameterOption>();
                 option->text = getTextStringById(readU16BE(entry + 8));
                 option->value = kv38ParameterValueToString(entry, datatype);
                 param->privateProps.optionValues.push_back(readU8(entry + 7));
-                param->options.push_back(option);
+                param->options.push_back(std::move(option));
             }
         }
         pos = next;

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cassert>
+#include <utility>
 
 namespace devices::parser::mx {
 
@@ -18,44 +19,61 @@ std::uint8_t channelNumberOfParameter(const datamodel::Attribute& attribute)
     return static_cast<const Parser_kv38::ParameterP&>(attribute).privateProps.channelNumber;
 }
 
-// The parameters of each channel number, in the order of the device: chains through its attributes,
-// which take one allocation however many channels there are.
-class ParametersOfChannels
+// What the sets are made of, found in one walk. The parameters of a channel number are a chain
+// through the attributes, which takes one allocation however many channels there are.
+class Census
 {
 public:
-    explicit ParametersOfChannels(const Attributes& inAttributes)
+    std::size_t channels = 0;
+    std::size_t basicInformation = 0; // static properties and binary objects
+
+    explicit Census(const Attributes& inAttributes)
         : attributes(inAttributes), next(inAttributes.size())
     {
         first.fill(end());
-        for (std::size_t position = end(); position-- > 0;) {
-            if (attributes[position]->typeCode() == datamodel::parameterTypeCode) {
-                std::size_t& begin = first[channelNumberOfParameter(*attributes[position])];
-                next[position] = begin;
-                begin = position;
-            }
+        for (std::uint32_t position = end(); position-- > 0;) {
+            count(*attributes[position], position);
         }
     }
 
-    std::vector<std::string> idsOf(std::uint8_t channelNumber) const
+    // The ids of the parameters of a channel number, in the order of the device.
+    std::vector<std::string> idsOfParameters(std::uint8_t channelNumber) const
     {
-        std::size_t count = 0;
-        for (std::size_t at = first[channelNumber]; at != end(); at = next[at]) {
-            ++count;
+        std::size_t length = 0;
+        for (std::uint32_t at = first[channelNumber]; at != end(); at = next[at]) {
+            ++length;
         }
         std::vector<std::string> ids;
-        ids.reserve(count);
-        for (std::size_t at = first[channelNumber]; at != end(); at = next[at]) {
+        ids.reserve(length);
+        for (std::uint32_t at = first[channelNumber]; at != end(); at = next[at]) {
             ids.push_back(attributes[at]->id);
         }
         return ids;
     }
 
 private:
-    std::size_t end() const { return attributes.size(); }
+    std::uint32_t end() const { return static_cast<std::uint32_t>(attributes.size()); }
+
+    void count(const datamodel::Attribute& attribute, std::uint32_t position)
+    {
+        switch (attribute.typeCode()) {
+        case datamodel::parameterTypeCode: {
+            std::uint32_t& begin = first[channelNumberOfParameter(attribute)];
+            next[position] = begin;
+            begin = position;
+            break;
+        }
+        case datamodel::channelTypeCode:
+            ++channels;
+            break;
+        default:
+            ++basicInformation;
+        }
+    }
 
     const Attributes& attributes;
-    std::array<std::size_t, 256> first;
-    std::vector<std::size_t> next;
+    std::array<std::uint32_t, 256> first;
+    std::vector<std::uint32_t> next;
 };
 
 // The sets of a device while its attributes are walked; none is registered yet.
@@ -66,13 +84,21 @@ struct SetsOfDevice
     std::shared_ptr<datamodel::Set> channels = std::make_shared<datamodel::Set>();
     std::vector<std::shared_ptr<datamodel::Set>> channelParameters;
 
-    ParametersOfChannels parametersOf;
+    Census census;
 
-    explicit SetsOfDevice(const Attributes& attributes) : parametersOf(attributes) {}
+    explicit SetsOfDevice(const Attributes& attributes) : census(attributes)
+    {
+        basicInformation->members.reserve(census.basicInformation);
+        channels->members.reserve(census.channels);
+        deviceParameters->members = census.idsOfParameters(moduleLevel);
+        for (const auto& attribute : attributes) {
+            add(*attribute);
+        }
+    }
 
     void addChannel(const Parser_kv38::ChannelP& channel)
     {
-        std::vector<std::string> ids = parametersOf.idsOf(channel.privateProps.channelNumber);
+        std::vector<std::string> ids = census.idsOfParameters(channel.privateProps.channelNumber);
         if (!ids.empty()) {
             auto parameters = std::make_shared<datamodel::Set>();
             parameters->name = "channelParams_" + channel.id;
@@ -91,11 +117,6 @@ struct SetsOfDevice
         case datamodel::staticPropertyTypeCode:
             basicInformation->members.push_back(attribute.id);
             break;
-        case datamodel::parameterTypeCode:
-            if (channelNumberOfParameter(attribute) == moduleLevel) {
-                deviceParameters->members.push_back(attribute.id);
-            }
-            break;
         case datamodel::channelTypeCode:
             addChannel(static_cast<const Parser_kv38::ChannelP&>(attribute));
             break;
@@ -111,7 +132,8 @@ std::uint32_t
 Parser_kv38::assignIdAndAddAttribute(const std::shared_ptr<datamodel::Attribute>& attribute)
 {
     traceEntry(logger, "assignIdAndAddAttribute");
-    attribute->id = decimalText(nextObjectId);
+    attribute->id.clear();
+    appendDecimal(attribute->id, nextObjectId);
     dev->attributes.push_back(attribute);
     return nextObjectId++;
 }
@@ -123,7 +145,7 @@ void Parser_kv38::addStaticProperty(const std::string& name, const std::string& 
     auto property = std::make_shared<datamodel::StaticProperty>();
     property->name = name;
     property->value = value;
-    assignIdAndAddAttribute(property);
+    assignIdAndAddAttribute(std::move(property));
 }
 
 void Parser_kv38::setupReferences()
@@ -131,9 +153,6 @@ void Parser_kv38::setupReferences()
     traceEntry(logger, "setupReferences");
     assert(this->dev);
     SetsOfDevice sets(dev->attributes);
-    for (const auto& attribute : dev->attributes) {
-        sets.add(*attribute);
-    }
 
     // Registers `set` as a member of `owner`, unless it stayed empty.
     const auto place = [this](const std::shared_ptr<datamodel::Set>& set, const char* name,

@@ -8,12 +8,13 @@ constexpr std::uint32_t tableHeaderSize = 2;
 
 } // namespace
 
-void TextIndex::attachTo(std::uint64_t indexing)
+void TextIndex::attachTo(std::uint64_t indexing, const std::uint8_t* inPayload,
+                         std::uint32_t inSize)
 {
-    if (indexing != attached) {
-        clear();
-        attached = indexing;
-    }
+    clear();
+    attached = indexing;
+    payload = inPayload;
+    size = inSize;
 }
 
 void TextIndex::clear()

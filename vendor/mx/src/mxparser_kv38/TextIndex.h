@@ -14,8 +14,12 @@ namespace devices::parser::mx {
 class TextIndex
 {
 public:
-    /// Forgets the table when `indexing` is another one than that of the last call.
-    void attachTo(std::uint64_t indexing);
+    /// Whether the table is that of the indexing with this number.
+    bool isAttachedTo(std::uint64_t indexing) const { return indexing == attached; }
+
+    /// Takes the table of `inSize` bytes at `inPayload` (null: there is none) in the place of the
+    /// last one. The caller keeps it.
+    void attachTo(std::uint64_t indexing, const std::uint8_t* inPayload, std::uint32_t inSize);
 
     /// Returns where the text of `id` starts, from the payload's start in bytes; 0 when no record
     /// that was walked has the identifier.
@@ -25,6 +29,9 @@ public:
     void add(std::uint16_t id, std::uint32_t textStart);
 
     ChannelNameIndex channelNames; ///< Which texts are the names of channels.
+
+    const std::uint8_t* payload = nullptr;
+    std::uint32_t size = 0; ///< Of the payload, in bytes.
 
     std::uint32_t next = 0;        ///< The record to read next, from the payload's start.
     std::uint32_t skippedText = 0; ///< Start of the text still to be skipped before that; 0: none.

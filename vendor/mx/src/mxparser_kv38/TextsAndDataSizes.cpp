@@ -18,6 +18,10 @@ constexpr std::uint32_t textIdSize = 2;
 constexpr std::uint32_t lineEndSize = 2;
 
 constexpr std::uint16_t dataSizesGroup = 0x0011;
+const std::string inDataKey = "InData";
+const std::string outDataKey = "OutData";
+const std::string parameterKey = "Parameter";
+const std::string diagnosisKey = "Diagnosis";
 constexpr std::uint32_t moduleWithoutData = 0x0BC1E800;
 constexpr std::uint32_t moduleWithStatusWord = 0x0E81276D;
 constexpr std::uint32_t statusWordSize = 2;
@@ -93,34 +97,41 @@ const std::string& Parser_kv38::mxTextToStdString(const std::uint8_t* text, unsi
 const std::string& Parser_kv38::getTextStringById(std::uint16_t id)
 {
     traceEntry(logger, "getTextStringById");
-    std::uint32_t size = 0;
-    const std::uint8_t* payload = getGroup(textGroup, &size);
-    if (payload == nullptr) {
+    TextIndex& index = texts();
+    if (index.payload == nullptr) {
         throw std::runtime_error("Cannot find group 20d3");
     }
-    const std::uint32_t start = findText(payload, size, id);
-    if (start == 0 || start == size) {
+    const std::uint32_t start = findText(index, id);
+    if (start == 0 || start == index.size) {
         throw std::runtime_error("Cannot find requested text string: ID = " + std::to_string(id));
     }
-    const unsigned length = lengthWithin(bytesFrom(payload, start), size - start);
-    return mxTextToStdString(payload + start, length);
+    const unsigned length = lengthWithin(bytesFrom(index.payload, start), index.size - start);
+    return mxTextToStdString(index.payload + start, length);
 }
 
-std::uint32_t Parser_kv38::findText(const std::uint8_t* payload, std::uint32_t size,
-                                    std::uint16_t id)
+TextIndex& Parser_kv38::texts()
 {
-    TextIndex& index = *textIndex;
-    index.attachTo(indexings());
+    if (!textIndex->isAttachedTo(indexings())) {
+        std::uint32_t size = 0;
+        const std::uint8_t* const payload = getGroup(textGroup, &size);
+        textIndex->attachTo(indexings(), payload, size);
+    }
+    return *textIndex;
+}
+
+std::uint32_t Parser_kv38::findText(TextIndex& index, std::uint16_t id)
+{
     while (index.startOf(id) == 0) {
         if (index.skippedText != 0) {
-            index.next = findLineEnd(payload, size, index.skippedText) + lineEndSize;
+            index.next = findLineEnd(index.payload, index.size, index.skippedText) + lineEndSize;
             index.skippedText = 0;
         }
         // For an empty payload the subtraction wraps: one record is then read behind the group.
-        if (size - 1 <= index.next) {
+        if (index.size - 1 <= index.next) {
             return 0;
         }
-        const std::uint8_t* const record = bytesAt(payload, index.next, textIdSize, textGroup);
+        const std::uint8_t* const record =
+            bytesAt(index.payload, index.next, textIdSize, textGroup);
         // Where memory runs out, the record is read again by the next look-up.
         index.add(readU16BE(record), index.next + textIdSize);
         index.skippedText = index.next + textIdSize;
@@ -167,10 +178,10 @@ void Parser_kv38::getDataArraySizes(std::uint32_t* inDataSize, std::uint32_t* ou
     if (payload == nullptr) {
         throw std::runtime_error("Missing group 0x0011");
     }
-    const std::pair<const char*, std::uint32_t*> arrays[] = {{"InData", inDataSize},
-                                                             {"OutData", outDataSize},
-                                                             {"Parameter", paramDataSize},
-                                                             {"Diagnosis", diagDataSize}};
+    const std::pair<const std::string&, std::uint32_t*> arrays[] = {{inDataKey, inDataSize},
+                                                                    {outDataKey, outDataSize},
+                                                                    {parameterKey, paramDataSize},
+                                                                    {diagnosisKey, diagDataSize}};
     for (const auto& array : arrays) {
         *array.second = 0;
     }

@@ -169,10 +169,12 @@ protected:
     std::map<std::string, std::vector<std::string>> aggregatedChannelCandidates;
 
 private:
-    /// Returns where the first text `id` starts in the text table of `size` bytes at `payload`; 0
-    /// when the table ends before. Throws where a record on the way is malformed.
-    PARSER_MX_LOCAL std::uint32_t findText(const std::uint8_t* payload, std::uint32_t size,
-                                           std::uint16_t id);
+    /// Returns the index of the text table of the mx buffer indexed last.
+    PARSER_MX_LOCAL TextIndex& texts();
+
+    /// Returns where the first text `id` starts in the table of `index`, which is there; 0 when it
+    /// ends before. Throws where a record on the way is malformed.
+    PARSER_MX_LOCAL std::uint32_t findText(TextIndex& index, std::uint16_t id);
 
     /// Returns about how many objects the indexed groups become.
     PARSER_MX_LOCAL std::size_t attributesExpected();
