@@ -57,6 +57,11 @@ Bytes channelNames(const ModuleShape& shape)
 }
 
 // Every eighth parameter is shown in physical units, every n-th is chosen from a list.
+std::uint8_t listIdentifier(const ModuleShape& shape, unsigned list)
+{
+    return static_cast<std::uint8_t>(shape.sameList ? 1 : 1 + list);
+}
+
 testkit::ParameterRecord parameterRecord(const ModuleShape& shape, unsigned index, Dice& dice)
 {
     testkit::ParameterRecord record;
@@ -70,7 +75,7 @@ testkit::ParameterRecord parameterRecord(const ModuleShape& shape, unsigned inde
         record.channelNumber = 255;
     }
     if (shape.parametersPerChoice != 0 && index % shape.parametersPerChoice == 0) {
-        record.mapId = static_cast<std::uint8_t>(1 + index % shape.optionLists);
+        record.mapId = listIdentifier(shape, index % shape.optionLists);
     } else if (index % 8 == 7) {
         record.showMe |= 4;
         record.conversionId = static_cast<std::uint8_t>(1 + index % 3);
@@ -92,12 +97,12 @@ Bytes parameterRecords(const ModuleShape& shape, Dice& dice)
 Bytes optionLists(const ModuleShape& shape, Dice& dice)
 {
     std::vector<Bytes> lists;
-    for (unsigned list = 1; list <= shape.optionLists; ++list) {
+    for (unsigned list = 0; list < shape.optionLists; ++list) {
         std::vector<std::pair<std::uint64_t, unsigned>> options;
         for (unsigned value = 0; value < shape.options; ++value) {
             options.emplace_back(value, firstTextId + dice.below(shape.texts));
         }
-        lists.push_back(testkit::optionList(static_cast<std::uint8_t>(list), options));
+        lists.push_back(testkit::optionList(listIdentifier(shape, list), options));
     }
     return testkit::join(lists);
 }

@@ -17,6 +17,7 @@ struct ModuleShape
     unsigned optionLists = 4;         ///< The parameters take them in turn.
     std::size_t imageBytes = 0;       ///< Of the product image.
     std::size_t fileBytes = 0;        ///< The texts are made longer until the file has this size.
+    bool sameList = false;            ///< Every option list has one identifier.
 };
 
 constexpr ModuleShape smallModule{8, 10, 30, 4, 4, 2, 0, 1536};
