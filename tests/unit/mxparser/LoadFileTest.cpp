@@ -5,6 +5,9 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+#include <iterator>
+#include <string>
 #include <vector>
 
 namespace {
@@ -54,6 +57,18 @@ TEST_F(LoadFile, LargeFileIsLoadedWhole)
     loadFile(directory.write("large", content), buffer);
     content.push_back('\xFF');
     EXPECT_TRUE(buffer == content);
+}
+
+// Files of the kernel say that they are empty.
+TEST_F(LoadFile, FileThatIsLongerThanItSaysIsLoadedWhole)
+{
+    const std::string path = "/proc/version";
+    std::ifstream stream(path, std::ios::binary);
+    std::vector<char> content{std::istreambuf_iterator<char>(stream), {}};
+    ASSERT_GT(content.size(), 4U);
+    loadFile(path, buffer);
+    content.push_back('\xFF');
+    EXPECT_EQ(buffer, content);
 }
 
 TEST_F(LoadFile, MissingFileFailsWithItsPathAndEmptiesTheBuffer)
