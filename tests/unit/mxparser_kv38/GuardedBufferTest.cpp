@@ -1,16 +1,11 @@
-#include "GuardedBuffer.h"
 #include "ExampleModule.h"
-#include "Failure.h"
-#include "ParserAccess.h"
+#include "GuardedParser.h"
 
 #include "devices/parser/mx/LoadFile.h"
-
-#include <mxfileext/mxfileext.h>
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <memory>
 #include <vector>
 
 // Each read that the format lets run past its group, with the mx buffer against a page that nobody
@@ -29,77 +24,11 @@ using testkit::minimalModule;
 using testkit::MxBuffer;
 using testkit::ParameterRecord;
 
-constexpr const char* badTermination = "Invalid textstring termination";
-
 // The first `size` bytes.
 Bytes cut(const Bytes& bytes, std::size_t size)
 {
     return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)};
 }
-
-class Guarded : public testing::Test
-{
-protected:
-    void index(const Bytes& bytes)
-    {
-        guarded = std::make_unique<GuardedBuffer>(bytes);
-        parser.asContainer().parse(guarded->data(), guarded->size());
-    }
-
-    void index(const MxBuffer& buffer) { index(buffer.bytes()); }
-
-    // A whole translation of the guarded bytes themselves: `parse` takes a vector, whose memory
-    // is the allocator's.
-    void translate(const Bytes& bytes)
-    {
-        parser.dev = std::make_shared<devices::parser::mx::Parser_kv38::DeviceP>();
-        parser.nextObjectId = 0;
-        index(bytes);
-        mxfileext::clearParsedData(0);
-        for (const std::uint16_t id : parser.groupOrder) {
-            std::uint32_t size = 0;
-            const std::uint8_t* payload = parser.getGroup(id, &size);
-            mxfileext::parseGroup(0, id, payload - 4, static_cast<unsigned short>(size + 6));
-        }
-        parser.setupDefaultParams();
-        auto& block = *parser.dev->privateProps.defaultParameterBlock;
-        parser.paramBuffer = block.empty() ? nullptr : block.data();
-        parser.paramBufferSize = static_cast<std::uint16_t>(block.size());
-        mxfileext::initializeModule(parser.paramBuffer, parser.paramBufferSize);
-        parser.parseContent();
-    }
-
-    std::string failureOfTranslation(const MxBuffer& buffer)
-    {
-        return failureOf([&] { translate(buffer.bytes()); });
-    }
-
-    // Returns whether the bytes became a device.
-    bool survives(const Bytes& bytes)
-    {
-        try {
-            translate(bytes);
-            return true;
-        } catch (const std::runtime_error&) {
-            return false;
-        }
-    }
-
-    template <class Object>
-    std::vector<std::string> namesOf(datamodel::TypeCode typeCode) const
-    {
-        std::vector<std::string> names;
-        for (const auto& attribute : parser.dev->attributes) {
-            if (attribute->typeCode() == typeCode) {
-                names.push_back(static_cast<const Object&>(*attribute).name);
-            }
-        }
-        return names;
-    }
-
-    std::unique_ptr<GuardedBuffer> guarded;
-    testkit::ParserAccess parser;
-};
 
 using GuardedDeathTest = Guarded;
 
@@ -213,96 +142,6 @@ TEST_F(Guarded, LastChannelNameEntryIsReadUpToTheBuffersEnd)
     // One byte of the text identifier in the group, one in the checksum.
     translate(MxBuffer(texts).raw(hexBytes("20d7 000b 01ffff 07 12 34ff")).bytes());
     EXPECT_THAT(namesOf<datamodel::Channel>(datamodel::channelTypeCode), ElementsAre("Input"));
-}
-
-// Group 0x20d3: the empty text table, and texts that end one byte past their length.
-
-TEST_F(Guarded, EmptyTextTableReadsItsRecordBehindTheGroup)
-{
-    const std::string content = "0000 0008 000e 0000 20d3 0006 0000";
-    index(hexBytes(content + "0007 4869 0d"));
-    EXPECT_EQ(parser.getTextStringById(7), "Hi");
-    index(hexBytes(content + "0007 00"));
-    EXPECT_EQ(parser.getTextStringById(7), "");
-}
-
-TEST_F(Guarded, EmptyTextTableFailsAtTheBuffersEnd)
-{
-    const std::string content = "0000 0008 000e 0000 20d3 0006 0000";
-    for (const char* behind : {"", "00"}) {
-        index(hexBytes(content + behind));
-        EXPECT_EQ(failureOf([&] { parser.getTextStringById(7); }),
-                  "Unexpected end of mx buffer (group 20d3)");
-    }
-    for (const char* behind : {"0007", "0007 48", "0007 4869", "0008", "0008 48 0d"}) {
-        index(hexBytes(content + behind));
-        EXPECT_EQ(failureOf([&] { parser.getTextStringById(7); }), badTermination) << behind;
-    }
-}
-
-TEST_F(Guarded, TextIsReadOneBytePastItsLength)
-{
-    const GuardedBuffer text(hexBytes("41 42 0d"));
-    EXPECT_EQ(parser.mxTextToStdString(text.data(), 2), "AB");
-    const GuardedBuffer other(hexBytes("41 42 43"));
-    EXPECT_EQ(failureOf([&] { parser.mxTextToStdString(other.data(), 2); }), badTermination);
-    const GuardedBuffer ended(hexBytes("41 0d"));
-    EXPECT_EQ(parser.mxTextToStdString(ended.data(), 5000), "A");
-    const GuardedBuffer empty(hexBytes("00"));
-    EXPECT_EQ(parser.mxTextToStdString(empty.data(), 0), "");
-}
-
-TEST_F(Guarded, TextOfTheTableMayEndOneBytePastThePayload)
-{
-    index(hexBytes("20d3 000c 0000 0001 41 42 0dff"));
-    EXPECT_EQ(parser.getTextStringById(1), "AB");
-    index(hexBytes("20d3 000c 0000 0001 41 42 ff0d")); // two bytes past: too far
-    EXPECT_EQ(failureOf([&] { parser.getTextStringById(1); }), badTermination);
-}
-
-TEST_F(Guarded, SkippedTextIsReadOneBytePastThePayload)
-{
-    index(hexBytes("20d3 000c 0000 0001 41 42 0aff"));
-    EXPECT_EQ(failureOf([&] { parser.getTextStringById(2); }),
-              "Cannot find requested text string: ID = 2");
-    index(hexBytes("20d3 000c 0000 0001 41 42 ff0a"));
-    EXPECT_EQ(failureOf([&] { parser.getTextStringById(2); }), badTermination);
-}
-
-// Group 0x0011: the count of bytes left wraps when the lines do not fill the payload.
-
-TEST_F(Guarded, CountOfDataSizesThatWrapsFailsAtTheBuffersEnd)
-{
-    std::uint32_t in = 0;
-    std::uint32_t out = 0;
-    std::uint32_t parameters = 0;
-    std::uint32_t diagnosis = 0;
-    const auto read = [&] { parser.getDataArraySizes(&in, &out, &parameters, &diagnosis); };
-    for (const char* line : {"InData W", "InData W\r", "InData W\r\nX", "\r"}) {
-        index(MxBuffer().group(0x0011, testkit::textBytes(line)));
-        EXPECT_EQ(failureOf(read), badTermination) << line;
-    }
-    // A last text of one byte, the checksum's second, which nothing ends.
-    index(join({hexBytes("0011 000f"), testkit::textBytes("InData W\r"), hexBytes("0a41")}));
-    EXPECT_EQ(failureOf(read), badTermination);
-    EXPECT_EQ(in, 2U);
-}
-
-TEST_F(Guarded, CountOfDataSizesThatWrapsReadsOnInsideTheBuffer)
-{
-    std::uint32_t in = 0;
-    std::uint32_t out = 0;
-    std::uint32_t parameters = 0;
-    std::uint32_t diagnosis = 0;
-    // The checksum is the line's missing line feed and an empty line's carriage return; the lines
-    // go on behind the content, until the last one's line end crosses the buffer's end.
-    index(join({hexBytes("0000 0008 0017 0000"), hexBytes("0011 000f"),
-                testkit::textBytes("InData W\r"), hexBytes("0a0d"),
-                testkit::textBytes("\nOutData D\r")}));
-    EXPECT_EQ(failureOf([&] { parser.getDataArraySizes(&in, &out, &parameters, &diagnosis); }),
-              badTermination);
-    EXPECT_EQ(in, 2U);
-    EXPECT_EQ(out, 4U);
 }
 
 // Group 0x0001: the identity's last two bytes may be the checksum.
