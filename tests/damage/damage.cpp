@@ -232,12 +232,14 @@ void prepare()
     std::cerr.rdbuf(nullptr); // the library says aloud why there is no configuration
 }
 
-void print(const Counts& counts)
+// What was run so far, at once: all of it takes hours.
+void print(const fs::path& last, const Counts& counts)
 {
-    std::printf("%zu files, %zu cuts, %zu flipped bits: %zu devices, %zu operations, %zu of them "
-                "ended with an exception; at most %zu KiB held\n",
-                counts.files, counts.cuts, counts.bits, counts.devices, counts.operations,
-                counts.failures, counts.peak >> 10);
+    std::printf("to %s: %zu files, %zu cuts, %zu flipped bits: %zu devices, %zu operations, %zu of "
+                "them ended with an exception; at most %zu KiB held\n",
+                last.filename().c_str(), counts.files, counts.cuts, counts.bits, counts.devices,
+                counts.operations, counts.failures, counts.peak >> 10);
+    std::fflush(stdout);
 }
 
 } // namespace
@@ -253,8 +255,8 @@ int main(int count, char** words)
         Counts counts;
         for (const fs::path& file : modulesIn(words[1])) {
             Example(file, choice, counts).damageInEveryWay();
+            print(file, counts);
         }
-        print(counts);
     } catch (const std::exception& failure) {
         std::printf("%s\n", failure.what());
         return 1;
