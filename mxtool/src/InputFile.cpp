@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 
@@ -43,6 +44,24 @@ std::vector<char> loadBytes(const std::string& path)
     std::vector<char> bytes = loadInput(path);
     bytes.pop_back();
     return bytes;
+}
+
+bool isMxFileName(const std::string& name)
+{
+    constexpr std::size_t shortest = 7;
+    return name.size() >= shortest && name.compare(0, 2, "MX") == 0 &&
+           name.compare(name.size() - 4, 4, ".bin") == 0;
+}
+
+void requireNoDevice(const std::string& path)
+{
+    std::error_code ignored;
+    const auto type = std::filesystem::status(path, ignored).type();
+    if (type == std::filesystem::file_type::fifo || type == std::filesystem::file_type::character ||
+        type == std::filesystem::file_type::block || type == std::filesystem::file_type::socket) {
+        throw Failure(ExitCode::Input,
+                      {"error", path, "Found a pipe or a device, expected a file", ""});
+    }
 }
 
 std::string inputName(const std::string& path)

@@ -48,6 +48,43 @@ void writeFile(const std::string& path, const std::string& place, const std::str
     writeStream(file, place, content);
 }
 
+// A link stays: what it points to is replaced, whether that is there yet or not.
+std::filesystem::path behindLinks(std::filesystem::path path)
+{
+    constexpr int longestChain = 40; // links may go round
+    for (int i = 0; i < longestChain && std::filesystem::is_symlink(path); ++i) {
+        path = path.parent_path() / std::filesystem::read_symlink(path);
+    }
+    return path;
+}
+
+// Who may read the file that is replaced, and nobody else, may read the new one.
+void takePermissions(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    const auto status = std::filesystem::status(from);
+    if (std::filesystem::exists(status)) {
+        std::filesystem::permissions(to, status.permissions());
+    }
+}
+
+// Writes the file beside its place first, under a name of its own that no length of the file's
+// makes too long.
+void replaceFile(const std::filesystem::path& target, const std::string& place,
+                 const std::string& content)
+{
+    const auto beside = target.parent_path() / ("mxtool.part-" + std::to_string(getpid()));
+    try {
+        writeFile(beside, place, "");
+        takePermissions(target, beside);
+        writeFile(beside, place, content);
+        std::filesystem::rename(beside, target);
+    } catch (...) {
+        std::error_code ignored;
+        std::filesystem::remove(beside, ignored);
+        throw;
+    }
+}
+
 } // namespace
 
 void writeOutput(const std::string& path, const std::string& content)
@@ -60,17 +97,10 @@ void writeOutput(const std::string& path, const std::string& content)
         writeFile(path, path, content);
         return;
     }
-    const std::string beside = path + ".part-" + std::to_string(getpid());
     try {
-        writeFile(beside, path, content);
-        std::filesystem::rename(beside, path);
+        replaceFile(behindLinks(path), path, content);
     } catch (const std::filesystem::filesystem_error& failure) {
-        std::filesystem::remove(beside);
         failWrite(path, failure.code().value());
-    } catch (...) {
-        std::error_code ignored;
-        std::filesystem::remove(beside, ignored);
-        throw;
     }
 }
 

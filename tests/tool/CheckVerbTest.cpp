@@ -2,7 +2,9 @@
 #include "ToolProcess.h"
 
 #include <gmock/gmock.h>
+
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 namespace {
 
@@ -145,6 +147,16 @@ TEST(CheckVerb, readsStandardInput)
     setup.standardInput = std::string(EXAMPLE_MODULES) + "/MX0901.bin";
     EXPECT_THAT(runTool({"check", "-"}, setup).out,
                 HasSubstr("<standard input>:0x000165: warning: [channel-name-repeated]"));
+}
+
+TEST(CheckVerb, aPipeInADirectoryIsRefusedInsteadOfRead)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string pipe = directory.path("MX1.bin");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const ToolRun run = runTool({"check", directory.path()});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.err, pipe + ": error: Found a pipe or a device, expected a file\n");
 }
 
 } // namespace

@@ -50,6 +50,39 @@ TEST(Streams, aFailedRunKeepsTheOutputFileThatWasThere)
     EXPECT_EQ(readFile(file), "old");
 }
 
+TEST(Streams, anOutputFileKeepsWhoMayReadIt)
+{
+    namespace fs = std::filesystem;
+    const testkit::TemporaryDirectory directory;
+    const std::string file = directory.write("show.txt", {'o', 'l', 'd'});
+    fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(runTool({"show", example, "-o", file}).exitCode, 0);
+    EXPECT_NE(readFile(file), "old");
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST(Streams, anOutputThatIsALinkIsWrittenBehindIt)
+{
+    namespace fs = std::filesystem;
+    const testkit::TemporaryDirectory directory;
+    const std::string file = directory.write("show.txt", {'o', 'l', 'd'});
+    for (const std::string& target : {file, directory.path("new.txt")}) {
+        const std::string link = target + ".link";
+        fs::create_symlink(target, link);
+        EXPECT_EQ(runTool({"show", example, "-o", link}).exitCode, 0);
+        EXPECT_TRUE(fs::is_symlink(link));
+        EXPECT_THAT(readFile(target), HasSubstr("2 counters 32 bit"));
+    }
+}
+
+TEST(Streams, anOutputFileMayHaveTheLongestName)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string file = directory.path(std::string(255, 'x'));
+    EXPECT_EQ(runTool({"show", example, "-o", file}).exitCode, 0);
+    EXPECT_THAT(readFile(file), HasSubstr("2 counters 32 bit"));
+}
+
 TEST(Streams, aFullDeviceIsAFailedOutput)
 {
     ToolSetup full;

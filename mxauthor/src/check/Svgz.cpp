@@ -14,7 +14,9 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t imageLimit = std::size_t{16} << 20; // a few kilobytes may inflate to any size
+// A few kilobytes may inflate to any size, and the XML reader's time grows with the square of a
+// long name or value.
+constexpr std::size_t imageLimit = std::size_t{1} << 20;
 constexpr int gzipOnly = 16 + MAX_WBITS;
 
 class Inflation
@@ -51,7 +53,7 @@ private:
     void requireEnd(int state) const
     {
         if (state == Z_OK) {
-            throw std::runtime_error("inflates to more than 16 MiB");
+            throw std::runtime_error("inflates to more than 1 MiB");
         }
         if (state == Z_BUF_ERROR) {
             throw std::runtime_error("the compressed data ends early");

@@ -139,9 +139,12 @@ BuildResult buildFromText(const std::string& source, const std::filesystem::path
     BuildResult result;
     SourceErrors errors(source);
     if (const auto document = loadDocument(source, errors)) {
-        const Section file(*document, "file", errors);
-        BuildContext context{errors, directory};
-        result.file = buildFile(file, context);
+        try {
+            const Section file(*document, "file", errors);
+            BuildContext context{errors, directory};
+            result.file = buildFile(file, context);
+        } catch (const TooManyErrors&) { // they are the result
+        }
     }
     result.errors = errors.sorted();
     return result;

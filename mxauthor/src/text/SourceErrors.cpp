@@ -47,6 +47,16 @@ SourceErrors::SourceErrors(const std::string& source) : text(source)
 
 void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
 {
+    constexpr std::size_t most = 100; // each may name everything that is accepted
+    append(mark, what);
+    if (errors.size() == most) {
+        append(YAML::Mark::null_mark(), "more than 100 errors, the rest is not looked for");
+        throw TooManyErrors();
+    }
+}
+
+void SourceErrors::append(const YAML::Mark& mark, const std::string& what)
+{
     if (mark.is_null()) {
         errors.push_back({1, 1, what, 0});
         return;

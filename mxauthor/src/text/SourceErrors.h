@@ -6,6 +6,10 @@
 
 namespace mxauthor {
 
+/// Ends the building of a text: it has more errors than anybody reads.
+struct TooManyErrors
+{};
+
 /// Collects the errors of one text.
 class SourceErrors
 {
@@ -13,6 +17,7 @@ public:
     /// `source` outlives the object.
     explicit SourceErrors(const std::string& source);
 
+    /// Throws `TooManyErrors` with the hundredth, which is kept.
     void add(const YAML::Mark& mark, const std::string& what);
     void add(const YAML::Node& node, const std::string& what) { add(node.Mark(), what); }
 
@@ -22,6 +27,8 @@ public:
     std::vector<SourceError> sorted() const;
 
 private:
+    void append(const YAML::Mark& mark, const std::string& what);
+
     const std::string& text;
     std::vector<std::size_t> lineStarts{0};
     std::vector<SourceError> errors;

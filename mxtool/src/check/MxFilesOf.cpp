@@ -1,6 +1,7 @@
 #include "check/MxFilesOf.h"
 
 #include "Diagnostic.h"
+#include "InputFile.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -10,12 +11,6 @@ namespace mxtool {
 namespace {
 
 namespace fs = std::filesystem;
-
-// As the parser names them when it populates a database.
-bool isMxFile(const fs::path& path)
-{
-    return path.filename().string().rfind("MX", 0) == 0 && path.extension() == ".bin";
-}
 
 } // namespace
 
@@ -28,7 +23,8 @@ std::vector<std::string> mxFilesOf(const std::string& path)
     std::vector<std::string> files;
     for (fs::directory_iterator entry(path, error); !error && entry != fs::directory_iterator();
          entry.increment(error)) {
-        if (isMxFile(entry->path())) {
+        if (isMxFileName(entry->path().filename().string())) {
+            requireNoDevice(entry->path().string());
             files.push_back(entry->path().string());
         }
     }

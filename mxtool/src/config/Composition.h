@@ -13,7 +13,7 @@ namespace mxtool {
 struct Composition
 {
     std::vector<char> image;          ///< The raw parameter image; empty after an error.
-    std::vector<Diagnostic> findings; ///< Every refused value, every side effect.
+    std::vector<Diagnostic> findings; ///< The first 50 refused values, every side effect.
     ExitCode code = ExitCode::Done;   ///< Of the first refused value.
 };
 

@@ -64,8 +64,13 @@ std::vector<std::string> namesOf(const std::vector<const DeviceReport::Parameter
         throw Refusal(fmt::format("No parameter \"{}\": the module has no parameters", name));
     }
     if (isIdentifier(name)) {
+        constexpr std::size_t mostIds = 50;
         std::vector<std::string> ids;
         for (const auto& parameter : device.parameters) {
+            if (ids.size() == mostIds) {
+                ids.push_back("...");
+                break;
+            }
             ids.push_back("#" + parameter.id);
         }
         throw Refusal(fmt::format("No parameter has the identifier {}, expected one of {}", name,

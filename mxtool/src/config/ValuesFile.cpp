@@ -128,6 +128,11 @@ void checkJson(const std::string& content, const std::string& file)
                        "Cannot read the values: " +
                            text.substr(std::min(text.find("syntax error"), text.size())),
                        ""});
+    } catch (const nlohmann::json::exception& failure) {
+        const std::string text = failure.what(); // "[json.exception.KIND.NUMBER] REASON"
+        throw Failure(
+            ExitCode::Input,
+            {"error", file, "Cannot read the values: " + text.substr(text.find("] ") + 2), ""});
     }
 }
 

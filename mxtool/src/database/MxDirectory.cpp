@@ -12,14 +12,6 @@ namespace mxtool {
 
 namespace {
 
-// The same rule as the parser's.
-bool isMxFileName(const std::string& name)
-{
-    constexpr std::size_t shortest = 7;
-    return name.size() >= shortest && name.compare(0, 2, "MX") == 0 &&
-           name.compare(name.size() - 4, 4, ".bin") == 0;
-}
-
 class Container : public devices::parser::mx::Parser
 {};
 
@@ -58,6 +50,7 @@ std::vector<std::string> mxFilesIn(const std::string& directory)
     std::vector<std::string> files;
     for (const auto& entry : std::filesystem::directory_iterator(directory)) {
         if (isMxFileName(entry.path().filename().string())) {
+            requireNoDevice(entry.path().string());
             files.push_back(entry.path().string());
         }
     }

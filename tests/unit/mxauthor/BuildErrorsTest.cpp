@@ -24,6 +24,17 @@ auto errorAt(std::size_t line, std::size_t column, const std::string& text)
                  Field(&SourceError::text, HasSubstr(text)));
 }
 
+TEST(WrongTexts, endsAtTheHundredthError)
+{
+    std::string source = "module: {id: 1, type: 1}\n";
+    for (int i = 0; i < 200; ++i) {
+        source += "unknown" + std::to_string(i) + ": 1\n";
+    }
+    const auto errors = errorsOf(source);
+    ASSERT_EQ(errors.size(), 101U);
+    EXPECT_THAT(errors.front(), errorAt(1, 1, "more than 100 errors"));
+}
+
 struct Wrong
 {
     std::string source;

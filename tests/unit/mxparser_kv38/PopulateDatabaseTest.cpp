@@ -9,6 +9,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
 #include <sqlite3.h>
 
 #include <filesystem>
@@ -184,6 +186,22 @@ TEST_F(PopulateDatabase, FileThatCannotBeLoadedEndsTheWalk)
 TEST_F(PopulateDatabase, DanglingLinkEndsTheWalk)
 {
     std::filesystem::create_symlink("nowhere", directory.path("MX1.bin"));
+    const LostHandleExpected lost;
+    EXPECT_EQ(testkit::failureOf([&] { parser.populateDatabase(directory.path()); }),
+              "Cannot open file: " + directory.path("MX1.bin"));
+}
+
+TEST_F(PopulateDatabase, PipeEndsTheWalkInsteadOfWaitingForAWriter)
+{
+    ASSERT_EQ(mkfifo(directory.path("MX1.bin").c_str(), 0600), 0);
+    const LostHandleExpected lost;
+    EXPECT_EQ(testkit::failureOf([&] { parser.populateDatabase(directory.path()); }),
+              "Cannot open file: " + directory.path("MX1.bin"));
+}
+
+TEST_F(PopulateDatabase, DeviceEndsTheWalkInsteadOfFillingTheMemory)
+{
+    std::filesystem::create_symlink("/dev/zero", directory.path("MX1.bin"));
     const LostHandleExpected lost;
     EXPECT_EQ(testkit::failureOf([&] { parser.populateDatabase(directory.path()); }),
               "Cannot open file: " + directory.path("MX1.bin"));

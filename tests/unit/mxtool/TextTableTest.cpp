@@ -25,6 +25,16 @@ TEST(TextTable, countsCharactersNotBytes)
                             "A/ms  1\n");
 }
 
+TEST(TextTable, doesNotMakeEveryRowAsWideAsOneLongCell)
+{
+    TextTable table({"A", "B"});
+    table.add({std::string(30000, 'x'), "y"});
+    table.add({"1", "z"});
+    const std::string blanks(201, ' '); // 200 columns and the gap, without the first character
+    EXPECT_EQ(table.text(),
+              "A" + blanks + "B\n" + std::string(30000, 'x') + "  y\n1" + blanks + "z\n");
+}
+
 TEST(TextTable, knowsWhetherItHasRows)
 {
     TextTable table({"A"});

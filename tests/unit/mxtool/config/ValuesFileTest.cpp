@@ -32,6 +32,18 @@ std::string failureOf(const std::string& content)
     return "accepted";
 }
 
+TEST(ValuesFile, aNumberThatJsonCannotHoldIsRefusedWithItsFile)
+{
+    try {
+        readValues(R"({"Transformer ratio": 1e999999})", "v.json");
+        ADD_FAILURE() << "accepted";
+    } catch (const mxtool::Failure& failure) {
+        EXPECT_EQ(failure.code, mxtool::ExitCode::Input);
+        EXPECT_EQ(toText(failure.diagnostic, false),
+                  "v.json: error: Cannot read the values: number overflow parsing '1e999999'\n");
+    }
+}
+
 TEST(ValuesFile, isAMapOfNamesToValues)
 {
     EXPECT_THAT(
