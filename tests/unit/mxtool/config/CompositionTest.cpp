@@ -75,6 +75,21 @@ TEST_F(Compose, refusesEveryWrongValueAtOnceAndWritesNothing)
                             HasSubstr("--set AI 2/Level: error: parameter")));
 }
 
+TEST_F(Compose, looksForNoMoreThanFiftyWrongValues)
+{
+    std::vector<std::pair<std::string, std::string>> values;
+    for (int i = 0; i < 60; ++i) {
+        values.emplace_back("unknown" + std::to_string(i), "1");
+    }
+    const Composition composition = with(values);
+    const std::vector<std::string> lines = linesOf(composition);
+    ASSERT_EQ(lines.size(), 51U);
+    EXPECT_THAT(lines[49], HasSubstr("No parameter is called \"unknown49\""));
+    EXPECT_THAT(lines[50], HasSubstr("note: 10 more values were not looked at"));
+    EXPECT_EQ(composition.code, ExitCode::Usage);
+    EXPECT_THAT(composition.image, IsEmpty());
+}
+
 TEST_F(Compose, refusesAParameterThatIsSetTwice)
 {
     EXPECT_THAT(linesOf(with({{"Filter", "slow"}, {"module/Filter", "off"}})),
