@@ -56,12 +56,12 @@ Bytes channelNames(const ModuleShape& shape)
     return testkit::join(entries);
 }
 
-// Every eighth parameter is shown in physical units, every n-th is chosen from a list.
 std::uint8_t listIdentifier(const ModuleShape& shape, unsigned list)
 {
     return static_cast<std::uint8_t>(shape.sameList ? 1 : 1 + list);
 }
 
+// Every eighth parameter is shown in physical units, every n-th is chosen from a list.
 testkit::ParameterRecord parameterRecord(const ModuleShape& shape, unsigned index, Dice& dice)
 {
     testkit::ParameterRecord record;

@@ -38,13 +38,25 @@ bool isReplaceable(const std::string& path)
     return !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
 }
 
-void writeFile(const std::string& path, const std::string& place, const std::string& content)
+// Who may read the file that is replaced, and nobody else, may read the new one.
+void takePermissions(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    const auto status = std::filesystem::status(from);
+    if (std::filesystem::exists(status)) {
+        std::filesystem::permissions(to, status.permissions());
+    }
+}
+
+// `replaced`, when it is there, says who may read the file from its first byte on.
+void writeFile(const std::filesystem::path& path, const std::string& place,
+               const std::string& content, const std::filesystem::path& replaced = {})
 {
     errno = 0;
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     if (!file) {
         failWrite(place, errno);
     }
+    takePermissions(replaced, path);
     writeStream(file, place, content);
 }
 
@@ -58,15 +70,6 @@ std::filesystem::path behindLinks(std::filesystem::path path)
     return path;
 }
 
-// Who may read the file that is replaced, and nobody else, may read the new one.
-void takePermissions(const std::filesystem::path& from, const std::filesystem::path& to)
-{
-    const auto status = std::filesystem::status(from);
-    if (std::filesystem::exists(status)) {
-        std::filesystem::permissions(to, status.permissions());
-    }
-}
-
 // Writes the file beside its place first, under a name of its own that no length of the file's
 // makes too long.
 void replaceFile(const std::filesystem::path& target, const std::string& place,
@@ -74,9 +77,7 @@ void replaceFile(const std::filesystem::path& target, const std::string& place,
 {
     const auto beside = target.parent_path() / ("mxtool.part-" + std::to_string(getpid()));
     try {
-        writeFile(beside, place, "");
-        takePermissions(target, beside);
-        writeFile(beside, place, content);
+        writeFile(beside, place, content, target);
         std::filesystem::rename(beside, target);
     } catch (...) {
         std::error_code ignored;

@@ -50,7 +50,7 @@ void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
     constexpr std::size_t most = 100; // each may name everything that is accepted
     append(mark, what);
     if (errors.size() == most) {
-        append(YAML::Mark::null_mark(), "more than 100 errors, the rest is not looked for");
+        append(YAML::Mark::null_mark(), "after 100 errors the rest is not looked for");
         throw TooManyErrors();
     }
 }

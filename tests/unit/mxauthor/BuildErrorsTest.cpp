@@ -32,7 +32,7 @@ TEST(WrongTexts, endsAtTheHundredthError)
     }
     const auto errors = errorsOf(source);
     ASSERT_EQ(errors.size(), 101U);
-    EXPECT_THAT(errors.front(), errorAt(1, 1, "more than 100 errors"));
+    EXPECT_THAT(errors.front(), errorAt(1, 1, "after 100 errors"));
 }
 
 struct Wrong
