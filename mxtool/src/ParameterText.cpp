@@ -2,36 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <vector>
 
 namespace mxtool {
-
-namespace {
-
-// A name that holds for `parameter` alone, or nothing.
-template <typename NameOf>
-std::string nameOfItsOwn(const DeviceReport::Parameter& parameter, const DeviceReport& device,
-                         NameOf nameOf)
-{
-    const std::string name = nameOf(parameter);
-    const auto holders =
-        std::count_if(device.parameters.begin(), device.parameters.end(),
-                      [&](const DeviceReport::Parameter& other) { return nameOf(other) == name; });
-    return holders == 1 ? name : std::string();
-}
-
-std::string qualifiedName(const DeviceReport::Parameter& parameter)
-{
-    if (parameter.ofModule()) {
-        return "module/" + parameter.name;
-    }
-    return (parameter.channelNames.empty() ? std::to_string(parameter.channelNumber)
-                                           : parameter.channelNames.front()) +
-           "/" + parameter.name;
-}
-
-} // namespace
 
 std::string ownerOf(const DeviceReport::Parameter& parameter)
 {
@@ -71,19 +44,6 @@ std::string acceptedValues(const DeviceReport::Parameter& parameter)
         options.push_back(option.current ? "[" + text + "]" : text);
     }
     return fmt::format("{}", fmt::join(options, " | "));
-}
-
-std::string nameInCalls(const DeviceReport::Parameter& parameter, const DeviceReport& device)
-{
-    for (const std::string& name :
-         {nameOfItsOwn(parameter, device,
-                       [](const DeviceReport::Parameter& other) { return other.name; }),
-          nameOfItsOwn(parameter, device, qualifiedName)}) {
-        if (!name.empty()) {
-            return name;
-        }
-    }
-    return "#" + parameter.id;
 }
 
 std::string described(const DeviceReport::Parameter& parameter)

@@ -20,10 +20,6 @@ std::string valueWithUnit(const DeviceReport::Parameter& parameter);
 /// Returns the accepted values: the options, the current one in brackets, or the range.
 std::string acceptedValues(const DeviceReport::Parameter& parameter);
 
-/// Returns how a call names `parameter`: "Filter", "AI 1/Filter" or "#12", the shortest that is no
-/// other's in `device`.
-std::string nameInCalls(const DeviceReport::Parameter& parameter, const DeviceReport& device);
-
 /// Returns `parameter` as messages name it: its name, owner, identifier and place in the image.
 std::string described(const DeviceReport::Parameter& parameter);
 

@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace mxtool {
 
@@ -21,13 +22,16 @@ bool isIdentifier(const std::string& name)
 
 bool belongsTo(const DeviceReport::Parameter& parameter, const std::string& owner)
 {
-    if (parameter.ofModule()) {
-        return owner == "module";
+    if (owner == toUtf8(ownerOf(parameter))) {
+        return true;
     }
+    const std::string number = std::to_string(parameter.channelNumber);
     const auto& names = parameter.channelNames;
-    return owner == std::to_string(parameter.channelNumber) ||
-           std::any_of(names.begin(), names.end(),
-                       [&owner](const std::string& name) { return toUtf8(name) == owner; });
+    return !parameter.ofModule() &&
+           (owner == number ||
+            std::any_of(names.begin(), names.end(), [&](const std::string& name) {
+                return owner == toUtf8(name) || owner == number + " " + toUtf8(name);
+            }));
 }
 
 bool isCalled(const DeviceReport::Parameter& parameter, const std::string& name)
@@ -52,10 +56,61 @@ std::vector<std::string> namesOf(const std::vector<const DeviceReport::Parameter
                                  const DeviceReport& device)
 {
     std::vector<std::string> names(parameters.size());
-    std::transform(
-        parameters.begin(), parameters.end(), names.begin(),
-        [&device](const auto* parameter) { return toUtf8(nameInCalls(*parameter, device)); });
+    std::transform(parameters.begin(), parameters.end(), names.begin(),
+                   [&device](const auto* parameter) { return nameInCalls(*parameter, device); });
     return names;
+}
+
+std::string qualifiedName(const DeviceReport::Parameter& parameter)
+{
+    const std::string owner = parameter.ofModule() ? "module"
+                              : parameter.channelNames.empty()
+                                  ? std::to_string(parameter.channelNumber)
+                                  : toUtf8(parameter.channelNames.front());
+    return owner + "/" + toUtf8(parameter.name);
+}
+
+// Whether "NAME=VALUE" with `name` could be taken for a shorter name and a value that begins with
+// the rest.
+bool beginsWithAnotherName(const std::string& name, const DeviceReport& device)
+{
+    for (std::size_t at = name.find('='); at != std::string::npos; at = name.find('=', at + 1)) {
+        if (!parametersCalled(name.substr(0, at), device).empty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool meansAlone(const std::string& name, const DeviceReport::Parameter& parameter,
+                const DeviceReport& device)
+{
+    const auto found = parametersCalled(name, device);
+    return found.size() == 1 && found.front()->id == parameter.id && forTerminal(name) == name &&
+           !beginsWithAnotherName(name, device);
+}
+
+// The nearest names, each in a form that means one parameter.
+std::string nearestNames(const std::string& name, const DeviceReport& device)
+{
+    constexpr std::size_t mostNames = 3;
+    std::vector<std::string> names;
+    for (const auto& parameter : device.parameters) {
+        names.push_back(toUtf8(parameter.name));
+        names.push_back(qualifiedName(parameter));
+    }
+    std::vector<std::string> offered;
+    for (const std::string& near : nearestWords(name, names)) {
+        for (const auto* parameter : parametersCalled(near, device)) {
+            const std::string called = nameInCalls(*parameter, device);
+            if (std::find(offered.begin(), offered.end(), called) == offered.end()) {
+                offered.push_back(called);
+            }
+        }
+    }
+    offered.resize(std::min(offered.size(), mostNames));
+    return offered.empty() ? ""
+                           : fmt::format(", did you mean \"{}\"?", fmt::join(offered, "\" or \""));
 }
 
 [[noreturn]] void refuseUnknown(const std::string& name, const DeviceReport& device)
@@ -76,13 +131,57 @@ std::vector<std::string> namesOf(const std::vector<const DeviceReport::Parameter
         throw Refusal(fmt::format("No parameter has the identifier {}, expected one of {}", name,
                                   fmt::join(ids, ", ")));
     }
-    std::vector<std::string> names;
-    for (const auto& parameter : device.parameters) {
-        names.push_back(toUtf8(parameter.name));
-        names.push_back(toUtf8(nameInCalls(parameter, device)));
-    }
-    throw Refusal(fmt::format("No parameter is called \"{}\"{}", name, didYouMean(name, names)),
+    throw Refusal(fmt::format("No parameter is called \"{}\"{}", name, nearestNames(name, device)),
                   "mxtool config FILE without more words lists the parameters");
+}
+
+// One way to read "NAME=VALUE".
+struct Reading
+{
+    std::string name;
+    std::string value;
+    std::vector<const DeviceReport::Parameter*> parameters; // that the name may mean
+};
+
+std::vector<Reading> readingsOf(const std::string& words, const DeviceReport& device)
+{
+    std::vector<Reading> readings;
+    for (std::size_t at = words.find('='); at != std::string::npos; at = words.find('=', at + 1)) {
+        Reading reading{words.substr(0, at), words.substr(at + 1), {}};
+        reading.parameters = parametersCalled(reading.name, device);
+        if (!reading.parameters.empty()) {
+            readings.push_back(std::move(reading));
+        }
+    }
+    return readings;
+}
+
+bool isAccepted(const Reading& reading, ValueCheck check)
+{
+    return std::any_of(reading.parameters.begin(), reading.parameters.end(),
+                       [&](const DeviceReport::Parameter* parameter) {
+                           try {
+                               acceptedValue(*parameter, reading.value, check);
+                               return true;
+                           } catch (const Refusal&) {
+                               return false;
+                           }
+                       });
+}
+
+[[noreturn]] void refuseReadings(const std::string& words, const std::vector<Reading>& readings)
+{
+    std::vector<std::string> ways;
+    std::vector<std::string> byId;
+    for (const Reading& reading : readings) {
+        ways.push_back(fmt::format("\"{}\" set to \"{}\"", reading.name, reading.value));
+        for (const auto* parameter : reading.parameters) {
+            byId.push_back(fmt::format("\"#{}={}\"", parameter->id, reading.value));
+        }
+    }
+    throw Refusal(fmt::format("\"{}\" can be read in {} ways: {}", words, ways.size(),
+                              fmt::join(ways, ", or ")),
+                  fmt::format("write one of {}", fmt::join(byId, ", ")));
 }
 
 } // namespace
@@ -112,19 +211,37 @@ const DeviceReport::Parameter& parameterCalled(const std::string& name, const De
     return *found.front();
 }
 
+std::string nameInCalls(const DeviceReport::Parameter& parameter, const DeviceReport& device)
+{
+    for (const std::string& name : {toUtf8(parameter.name), qualifiedName(parameter)}) {
+        if (meansAlone(name, parameter, device)) {
+            return name;
+        }
+    }
+    return "#" + parameter.id;
+}
+
 std::pair<std::string, std::string> splitAssignment(const std::string& words,
-                                                    const DeviceReport& device)
+                                                    const DeviceReport& device, ValueCheck check)
 {
     const std::size_t first = words.find('=');
     if (first == std::string::npos) {
         throw Refusal(fmt::format("Found \"{}\", expected NAME=VALUE", words));
     }
-    for (std::size_t at = first; at != std::string::npos; at = words.find('=', at + 1)) {
-        if (!parametersCalled(words.substr(0, at), device).empty()) {
-            return {words.substr(0, at), words.substr(at + 1)};
-        }
+    const std::pair<std::string, std::string> plain{words.substr(0, first),
+                                                    words.substr(first + 1)};
+    const std::vector<Reading> readings = readingsOf(words, device);
+    if (isIdentifier(plain.first) || readings.empty()) {
+        return plain;
     }
-    return {words.substr(0, first), words.substr(first + 1)};
+    std::vector<Reading> accepted;
+    std::copy_if(readings.begin(), readings.end(), std::back_inserter(accepted),
+                 [check](const Reading& reading) { return isAccepted(reading, check); });
+    const std::vector<Reading>& possible = accepted.empty() ? readings : accepted;
+    if (possible.size() > 1) {
+        refuseReadings(words, possible);
+    }
+    return {possible.front().name, possible.front().value};
 }
 
 } // namespace mxtool

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DeviceReport.h"
+#include "config/AcceptedValue.h"
 
 #include <string>
 #include <utility>
@@ -9,7 +9,7 @@
 namespace mxtool {
 
 /// Returns every parameter of `device` that `name` (UTF-8) may mean: "NAME", "CHANNEL/NAME" (the
-/// channel's name or number, "module" for the module itself) or "#ID".
+/// channel's name, number, or both as tables show them; "module" for the module itself) or "#ID".
 std::vector<const DeviceReport::Parameter*> parametersCalled(const std::string& name,
                                                              const DeviceReport& device);
 
@@ -17,9 +17,15 @@ std::vector<const DeviceReport::Parameter*> parametersCalled(const std::string& 
 /// there is none or more than one.
 const DeviceReport::Parameter& parameterCalled(const std::string& name, const DeviceReport& device);
 
-/// Splits "NAME=VALUE" at the first "=" in front of which a parameter of `device` is named (names
-/// may hold one), at the first of all when there is none. Throws a `Refusal` without any "=".
+/// Returns how a call names `parameter` of `device`, in UTF-8: "Filter", "AI 1/Filter" or "#12",
+/// the shortest that means no other parameter, can be typed and has no "=" after another one's
+/// name.
+std::string nameInCalls(const DeviceReport::Parameter& parameter, const DeviceReport& device);
+
+/// Splits "NAME=VALUE" after the name of a parameter of `device`, at the first "=" when there is
+/// none. Names and values may hold "=": of several names the one counts whose parameter accepts the
+/// value. Throws a `Refusal` with both readings where more than one does, and without any "=".
 std::pair<std::string, std::string> splitAssignment(const std::string& words,
-                                                    const DeviceReport& device);
+                                                    const DeviceReport& device, ValueCheck check);
 
 } // namespace mxtool

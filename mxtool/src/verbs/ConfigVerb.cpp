@@ -94,11 +94,16 @@ Wishes wishesOfFile(const ConfigOptions& options, const DeviceReport& device)
     return {std::move(values.image), std::move(values.assignments)};
 }
 
-Assignment assignmentOf(const std::string& words, const DeviceReport& device)
+ValueCheck checkOf(const ConfigOptions& options)
+{
+    return options.force ? ValueCheck::NumberOnly : ValueCheck::Full;
+}
+
+Assignment assignmentOf(const std::string& words, const DeviceReport& device, ValueCheck check)
 {
     const std::string place = "--set " + words;
     try {
-        auto [name, value] = splitAssignment(words, device);
+        auto [name, value] = splitAssignment(words, device, check);
         return {place, std::move(name), std::move(value), ExitCode::Usage};
     } catch (const Refusal& refusal) {
         throw Failure(ExitCode::Usage, {"error", place, refusal.what(), refusal.hint});
@@ -117,7 +122,7 @@ Wishes wishesOf(const ConfigOptions& options, const DeviceReport& device)
     std::vector<Assignment>& all = wishes.assignments;
     std::vector<Assignment> ofCall;
     for (const std::string& words : options.set) {
-        ofCall.push_back(assignmentOf(words, device));
+        ofCall.push_back(assignmentOf(words, device, checkOf(options)));
     }
     for (const Assignment& assignment : ofCall) {
         all.erase(std::remove_if(all.begin(), all.end(),
@@ -182,9 +187,7 @@ ExitCode composeImage(const ConfigOptions& options, TranslatedModule& module)
     const std::string place = placeOfBase(options, wishes);
     requireImageSize(image, device, place);
     const auto base = module.withParameterBlock(image);
-    const Composition composition =
-        compose(module, *base, wishes.assignments,
-                options.force ? ValueCheck::NumberOnly : ValueCheck::Full);
+    const Composition composition = compose(module, *base, wishes.assignments, checkOf(options));
     if (composition.code != ExitCode::Done) {
         return reportAll(composition.findings, composition.code);
     }

@@ -29,6 +29,11 @@ protected:
         return "accepted";
     }
 
+    std::pair<std::string, std::string> split(const std::string& words)
+    {
+        return splitAssignment(words, device, mxtool::ValueCheck::Full);
+    }
+
     TestModule module;
     mxtool::DeviceReport device = module.report();
 };
@@ -106,14 +111,76 @@ TEST_F(ParameterNames, areGivenInUtf8)
     EXPECT_EQ(&parameterCalled("Maß", device), &device.parameters[0]);
 }
 
-TEST_F(ParameterNames, anAssignmentIsSplitBehindAName)
+TEST_F(ParameterNames, channelsAreNamedAsTablesShowThem)
 {
-    EXPECT_THAT(splitAssignment("Filter=off", device), Pair("Filter", "off"));
-    EXPECT_THAT(splitAssignment("A=B=5", device), Pair("A=B", "5"));
-    EXPECT_THAT(splitAssignment("Filter=a=b", device), Pair("Filter", "a=b"));
-    EXPECT_THAT(splitAssignment("Filter=", device), Pair("Filter", ""));
-    EXPECT_THAT(splitAssignment("unknown=a=b", device), Pair("unknown", "a=b"));
-    EXPECT_THROW(splitAssignment("Filter", device), Refusal);
+    EXPECT_EQ(&parameterCalled("1 AI 2/Level", device), &device.parameters[2]);
+    EXPECT_EQ(&parameterCalled("0 AI 1/Level", device), &device.parameters[1]);
+    device.parameters[2].channelNames = {"AI 2", "AO 2"};
+    EXPECT_EQ(&parameterCalled("1 AI 2, AO 2/Level", device), &device.parameters[2]);
+    EXPECT_EQ(&parameterCalled("1 AO 2/Level", device), &device.parameters[2]);
+    EXPECT_THAT(refusalOf("0 AI 2/Level"), HasSubstr("No parameter is called"));
+}
+
+TEST_F(ParameterNames, noHintIsAmbiguousAgain)
+{
+    EXPECT_EQ(refusalOf("Levl"),
+              "No parameter is called \"Levl\", did you mean \"AI 1/Level\" or \"AI 2/Level\"?");
+    // A parameter of the module that is called as one of a channel is in a call.
+    device.parameters[4].name = "AI 1/Level";
+    EXPECT_EQ(refusalOf("Level"), "2 parameters are called \"Level\", expected one of \"#" +
+                                      device.parameters[1].id + "\", \"AI 2/Level\"");
+    EXPECT_EQ(nameInCalls(device.parameters[4], device), "module/AI 1/Level");
+}
+
+TEST_F(ParameterNames, whatCannotBeTypedIsCalledByItsIdentifier)
+{
+    device.parameters[0].name = "Filter\n";
+    EXPECT_EQ(nameInCalls(device.parameters[0], device), "#" + device.parameters[0].id);
+    device.parameters[0].name = "#7";
+    EXPECT_EQ(nameInCalls(device.parameters[0], device), "module/#7");
+}
+
+TEST_F(ParameterNames, anAssignmentIsSplitAfterAName)
+{
+    EXPECT_THAT(split("Filter=off"), Pair("Filter", "off"));
+    EXPECT_THAT(split("A=B=5"), Pair("A=B", "5"));
+    EXPECT_THAT(split("Filter=a=b"), Pair("Filter", "a=b"));
+    EXPECT_THAT(split("Filter="), Pair("Filter", ""));
+    EXPECT_THAT(split("unknown=a=b"), Pair("unknown", "a=b"));
+    EXPECT_THROW(split("Filter"), Refusal);
+}
+
+TEST_F(ParameterNames, ofTwoNamesTheOneWhoseParameterAcceptsTheValueCounts)
+{
+    device.parameters[4].name = "A"; // 0 to 255, as "A=B"
+    EXPECT_THAT(split("A=B=5"), Pair("A=B", "5"));
+    EXPECT_THAT(split("A=5"), Pair("A", "5"));
+}
+
+TEST_F(ParameterNames, whatCanBeReadInTwoWaysIsRefusedWithBoth)
+{
+    device.parameters[0].name = "A"; // with options
+    device.parameters[0].options[1].text = "B=5";
+    const std::string list = device.parameters[0].id;
+    const std::string number = device.parameters[3].id;
+    try {
+        split("A=B=5");
+        ADD_FAILURE() << "accepted";
+    } catch (const Refusal& refusal) {
+        EXPECT_STREQ(refusal.what(), "\"A=B=5\" can be read in 2 ways: \"A\" set to \"B=5\", or "
+                                     "\"A=B\" set to \"5\"");
+        EXPECT_EQ(refusal.hint, "write one of \"#" + list + "=B=5\", \"#" + number + "=5\"");
+    }
+    EXPECT_THAT(split("#" + list + "=B=5"), Pair("#" + list, "B=5"));
+    EXPECT_THAT(split("#" + number + "=5"), Pair("#" + number, "5"));
+    EXPECT_EQ(nameInCalls(device.parameters[3], device), "#" + number);
+}
+
+TEST_F(ParameterNames, anIdentifierIsNeverTheBeginningOfAName)
+{
+    const std::string id = device.parameters[0].id;
+    device.parameters[4].name = "#" + id + "=off";
+    EXPECT_THAT(split("#" + id + "=off=1"), Pair("#" + id, "off=1"));
 }
 
 TEST_F(ParameterNames, placesAreStatedInBytesAndBits)
