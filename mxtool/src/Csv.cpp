@@ -9,31 +9,33 @@ namespace mxtool {
 
 namespace {
 
-// The wide forms are taken for formulas in some languages.
-bool startsFormula(const std::string& field)
+template <std::size_t count>
+bool beginsWithOneOf(const std::string& cell, const std::array<const char*, count>& starts)
 {
-    constexpr std::array<const char*, 8> starts = {"=",      "+",      "-",      "@",
-                                                   "\uFF1D", "\uFF0B", "\uFF0D", "\uFF20"};
     return std::any_of(starts.begin(), starts.end(),
-                       [&field](const char* start) { return field.rfind(start, 0) == 0; });
+                       [&cell](const char* start) { return cell.rfind(start, 0) == 0; });
 }
 
-bool isNumber(const std::string& field)
+bool holdsOperator(const std::string& cell)
 {
-    return field.find_first_not_of("0123456789.", field[0] == '-' ? 1 : 0) == std::string::npos;
+    // In full width as well, which some languages of spreadsheets take.
+    constexpr std::array<const char*, 10> operators = {
+        "=", "(", "!", "|", "@", "\uFF1D", "\uFF08", "\uFF01", "\uFF5C", "\uFF20"};
+    return std::any_of(operators.begin(), operators.end(),
+                       [&cell](const char* one) { return cell.find(one, 1) != std::string::npos; });
 }
 
-std::string csvField(const std::string& bytes)
+std::string csvCell(const std::string& bytes, char separator)
 {
-    std::string field = forTerminal(bytes);
-    if (startsFormula(field) && !isNumber(field)) {
-        field.insert(0, 1, '\'');
+    std::string cell = forTerminal(bytes);
+    if (looksLikeFormula(cell)) {
+        cell.insert(0, 1, '\'');
     }
-    if (field.find_first_of(",\"") == std::string::npos) {
-        return field;
+    if (cell.find(separator) == std::string::npos && cell.find('"') == std::string::npos) {
+        return cell;
     }
     std::string quoted = "\"";
-    for (const char c : field) {
+    for (const char c : cell) {
         quoted += c == '"' ? "\"\"" : std::string(1, c);
     }
     return quoted + "\"";
@@ -41,13 +43,32 @@ std::string csvField(const std::string& bytes)
 
 } // namespace
 
-std::string csvLine(const std::vector<std::string>& fields)
+bool looksLikeFormula(const std::string& cell)
+{
+    constexpr std::array<const char*, 6> always = {"=", "@", "\t", "\r", "\uFF1D", "\uFF20"};
+    constexpr std::array<const char*, 4> signs = {"+", "-", "\uFF0B", "\uFF0D"};
+    return beginsWithOneOf(cell, always) || (beginsWithOneOf(cell, signs) && holdsOperator(cell));
+}
+
+std::string csvLine(const CsvRow& cells, char separator)
 {
     std::string line;
-    for (const std::string& field : fields) {
-        line += (&field == &fields.front() ? "" : ",") + csvField(field);
+    for (const std::string& cell : cells) {
+        if (&cell != &cells.front()) {
+            line += separator;
+        }
+        line += csvCell(cell, separator);
     }
     return line + "\r\n";
+}
+
+std::string csvText(const std::vector<CsvRow>& rows, const CsvStyle& style)
+{
+    std::string text = style.byteOrderMark ? "\xEF\xBB\xBF" : "";
+    for (const CsvRow& row : rows) {
+        text += csvLine(row, style.separator);
+    }
+    return text;
 }
 
 } // namespace mxtool

@@ -237,6 +237,25 @@ TEST(ConfigVerb, decodeGoesWithNothingThatSetsValues)
     }
 }
 
+TEST(ConfigVerb, csvIsForTheSpreadsheetThatOpensIt)
+{
+    const ToolRun run = runTool(
+        {"config", serial, "--fieldbus", "modbus", "--format", "csv", "--separator", ";", "--bom"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.out, StartsWith("\xEF\xBB\xBFid;channel;name;"));
+    // Registers 4 to 7 from 0, 5 to 8 from 1.
+    EXPECT_THAT(run.out, HasSubstr(";8;8;0;0;ee dd ef 0b 82 16 7e eb;4;5;4;kv38.5a070701\r\n"));
+    for (const char* verb : {"groups", "channels", "config"}) {
+        EXPECT_THAT(runTool({verb, serial, "--format", "csv", "--separator", "tab"}).out,
+                    HasSubstr("\tname\t"));
+        const ToolRun refused = runTool({verb, serial, "--separator", "tab"});
+        EXPECT_EQ(refused.exitCode, 2);
+        EXPECT_THAT(refused.err, HasSubstr("--separator: goes with --format csv only, not with "
+                                           "text"));
+    }
+    EXPECT_EQ(runTool({"groups", serial, "--format", "csv", "--separator", ":"}).exitCode, 2);
+}
+
 TEST(ConfigVerb, keepsWhatWasThereWhenItCannotWrite)
 {
     const testkit::TemporaryDirectory directory;

@@ -77,17 +77,17 @@ std::string channelMapText(const ChannelMap& map)
     return table.text();
 }
 
-std::string channelMapCsv(const ChannelMap& map)
+std::string channelMapCsv(const ChannelMap& map, const CsvStyle& style)
 {
-    std::string lines = csvLine({"number", "name", "direction", "symbol", "size_letter", "byte",
-                                 "bit_offset", "bit_length", "mask"});
+    std::vector<CsvRow> rows = {{"number", "name", "direction", "symbol", "size_letter", "byte",
+                                 "bit_offset", "bit_length", "mask"}};
     for (const auto& channel : map.channels) {
-        lines += csvLine({std::to_string(channel.number), channel.name, channel.direction(),
-                          channel.symbol, std::string(1, channel.sizeLetter),
-                          std::to_string(channel.byteAddress), std::to_string(channel.bitOffset),
-                          std::to_string(channel.bitLength), std::to_string(channel.mask)});
+        rows.push_back({std::to_string(channel.number), channel.name, channel.direction(),
+                        channel.symbol, std::string(1, channel.sizeLetter),
+                        std::to_string(channel.byteAddress), std::to_string(channel.bitOffset),
+                        std::to_string(channel.bitLength), std::to_string(channel.mask)});
     }
-    return lines;
+    return csvText(rows, style);
 }
 
 Json channelMapJson(const ChannelMap& map, const ProcessImage& image)

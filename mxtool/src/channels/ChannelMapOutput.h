@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Csv.h"
 #include "DeviceJson.h"
 #include "channels/ProcessImage.h"
 
@@ -9,7 +10,7 @@ namespace mxtool {
 std::string channelMapText(const ChannelMap& map);
 
 /// Returns the channels as CSV with a line of headings.
-std::string channelMapCsv(const ChannelMap& map);
+std::string channelMapCsv(const ChannelMap& map, const CsvStyle& style = {});
 
 /// Returns the channels, what lies in no image, and the free and the overlapping bits of both
 /// images, schema "mxtool.channels" version 1. `image` is that of `map`.

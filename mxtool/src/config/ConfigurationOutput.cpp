@@ -12,6 +12,8 @@
 
 #include <fmt/format.h>
 
+#include <array>
+
 namespace mxtool {
 
 namespace {
@@ -144,6 +146,37 @@ Json valuesJson(const DeviceReport& device)
     return values;
 }
 
+CsvRow parameterCells(const PlaceRow& row, const Configuration& configuration)
+{
+    const DeviceReport::Parameter& parameter = row.parameter;
+    return {parameter.id,
+            parameter.ofModule() ? "" : std::to_string(parameter.channelNumber),
+            parameter.name,
+            parameter.value,
+            valueWithUnit(parameter),
+            parameter.unit,
+            row.standard.value,
+            row.changed ? "true" : "false",
+            std::to_string(row.place.begin),
+            std::to_string(row.place.size),
+            std::to_string(parameter.bitOffset),
+            std::to_string(parameter.bitLength),
+            hexOfBytes(configuration.bytes, row.place.begin, row.place.size)};
+}
+
+// Masters count registers from 0 (addresses) or from 1 (numbers). A range such as "4-7" would be
+// a date to a spreadsheet.
+const std::array<const char*, 3> registerColumns = {"register_from_0", "register_from_1",
+                                                    "registers"};
+
+void addRegisterCells(const PlaceRow& row, CsvRow& cells)
+{
+    const std::size_t first = row.place.begin / registerSize;
+    for (const std::size_t number : {first, first + 1, row.place.size / registerSize}) {
+        cells.push_back(std::to_string(number));
+    }
+}
+
 const char* nameOf(FieldbusType fieldbus)
 {
     return fieldbus == FieldbusType::Modbus ? "modbus" : "raw";
@@ -158,21 +191,23 @@ std::string configurationText(const Configuration& configuration)
            tableOf(configuration) + "\n" + summary(configuration);
 }
 
-std::string configurationCsv(const Configuration& configuration)
+std::string configurationCsv(const Configuration& configuration, const CsvStyle& style)
 {
-    std::string lines = csvLine({"id", "channel", "name", "value", "shown", "unit", "default",
-                                 "changed", "byte", "size", "bit_offset", "bit_length", "hex"});
-    for (const PlaceRow& row : rowsOf(configuration)) {
-        const DeviceReport::Parameter& parameter = row.parameter;
-        lines += csvLine({parameter.id,
-                          parameter.ofModule() ? "" : std::to_string(parameter.channelNumber),
-                          parameter.name, parameter.value, valueWithUnit(parameter), parameter.unit,
-                          row.standard.value, row.changed ? "true" : "false",
-                          std::to_string(row.place.begin), std::to_string(row.place.size),
-                          std::to_string(parameter.bitOffset), std::to_string(parameter.bitLength),
-                          hexOfBytes(configuration.bytes, row.place.begin, row.place.size)});
+    const bool registers = configuration.fieldbus == FieldbusType::Modbus;
+    std::vector<CsvRow> rows = {{"id", "channel", "name", "value", "shown", "unit", "default",
+                                 "changed", "byte", "size", "bit_offset", "bit_length", "hex"}};
+    if (registers) {
+        rows.front().insert(rows.front().end(), registerColumns.begin(), registerColumns.end());
     }
-    return lines;
+    rows.front().push_back("device_type_id");
+    for (const PlaceRow& row : rowsOf(configuration)) {
+        rows.push_back(parameterCells(row, configuration));
+        if (registers) {
+            addRegisterCells(row, rows.back());
+        }
+        rows.back().push_back(configuration.device.deviceTypeId);
+    }
+    return csvText(rows, style);
 }
 
 std::string configurationJson(const Configuration& configuration, const std::string& file)

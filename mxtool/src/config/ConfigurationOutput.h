@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Configuration.h"
+#include "Csv.h"
 
 #include <string>
 
@@ -9,8 +10,9 @@ namespace mxtool {
 /// Returns the buffer in hexadecimal and the table of what stands where, for people.
 std::string configurationText(const Configuration& configuration);
 
-/// Returns the table as CSV.
-std::string configurationCsv(const Configuration& configuration);
+/// Returns the table as CSV. In Modbus registers each row names its first register, counted from 0
+/// and from 1.
+std::string configurationCsv(const Configuration& configuration, const CsvStyle& style = {});
 
 /// Returns everything as JSON, schema "mxtool.config" version 1. `readValues` reads it back.
 std::string configurationJson(const Configuration& configuration, const std::string& file);

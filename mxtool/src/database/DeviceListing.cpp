@@ -64,14 +64,14 @@ std::string moduleTable(const std::vector<ModuleSummary>& modules)
     return table.text();
 }
 
-std::string moduleCsv(const std::vector<ModuleSummary>& modules)
+std::string moduleCsv(const std::vector<ModuleSummary>& modules, const CsvStyle& style)
 {
-    std::string lines = csvLine(
-        {"module_id", "family", "label", "in_bytes", "out_bytes", "parameter_bytes", "file_bytes"});
+    std::vector<CsvRow> rows = {
+        {"module_id", "family", "label", "in_bytes", "out_bytes", "parameter_bytes", "file_bytes"}};
     for (const ModuleSummary& module : modules) {
-        lines += csvLine(cellsOf(module));
+        rows.push_back(cellsOf(module));
     }
-    return lines;
+    return csvText(rows, style);
 }
 
 std::string moduleListJson(const std::vector<ModuleSummary>& modules,

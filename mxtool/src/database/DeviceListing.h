@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Csv.h"
+
 #include <devices/database/DeviceDatabase.h>
 
 #include <string>
@@ -10,7 +12,8 @@ namespace mxtool {
 // Modules of a device database for people and for programs.
 
 std::string moduleTable(const std::vector<devices::database::ModuleSummary>& modules);
-std::string moduleCsv(const std::vector<devices::database::ModuleSummary>& modules);
+std::string moduleCsv(const std::vector<devices::database::ModuleSummary>& modules,
+                      const CsvStyle& style = {});
 
 /// Reads the records of `modules` from `database`: each shows its parameter block.
 std::string moduleListJson(const std::vector<devices::database::ModuleSummary>& modules,

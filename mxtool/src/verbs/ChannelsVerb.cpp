@@ -1,3 +1,4 @@
+#include "CsvOptions.h"
 #include "OutputFile.h"
 #include "TerminalColour.h"
 #include "TranslatedModule.h"
@@ -28,6 +29,7 @@ struct ChannelsOptions
 {
     ModuleOptions module;
     std::string format = "text";
+    CsvOptions csv;
     std::string output = "-";
     std::string picture; // empty: none
     bool map = false;
@@ -40,7 +42,7 @@ std::string listing(const ChannelsOptions& options, const ChannelMap& map,
         return jsonText(channelMapJson(map, image));
     }
     if (options.format == "csv") {
-        return channelMapCsv(map);
+        return channelMapCsv(map, options.csv.style());
     }
     if (options.format == "st") {
         return iecDeclarations(map);
@@ -51,6 +53,7 @@ std::string listing(const ChannelsOptions& options, const ChannelMap& map,
 
 void checkWords(const ChannelsOptions& options)
 {
+    requireCsv(options.csv, options.format);
     if (options.map && options.format != "text") {
         throw CLI::ValidationError("--map",
                                    "is drawn with --format text only, not with " + options.format);
@@ -80,6 +83,7 @@ void addOptions(CLI::App& verb, ChannelsOptions& options)
     addModuleOptions(verb, options.module);
     verb.add_option("--format", options.format, "text, json, csv or st (IEC 61131-3 declarations)")
         ->check(CLI::IsMember({"text", "json", "csv", "st"}));
+    addCsvOptions(verb, options.csv);
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output")
         ->type_name("FILE");
     verb.add_option("--picture", options.picture,

@@ -1,3 +1,4 @@
+#include "CsvOptions.h"
 #include "HexBytes.h"
 #include "InputFile.h"
 #include "OutputFile.h"
@@ -50,6 +51,7 @@ struct ConfigOptions
     bool force = false;
     std::string fieldbus = "raw";
     std::string format;
+    CsvOptions csv;
     std::string output = "-";
 };
 
@@ -153,20 +155,25 @@ ExitCode reportAll(const std::vector<Diagnostic>& findings, ExitCode code)
     return code;
 }
 
+std::string formatOf(const ConfigOptions& options)
+{
+    if (!options.format.empty()) {
+        return options.format;
+    }
+    return options.output == "-" ? "text" : "binary";
+}
+
 void writeConfiguration(const Configuration& configuration, const ConfigOptions& options)
 {
-    const bool toFile = options.output != "-";
-    const std::string format = !options.format.empty() ? options.format
-                               : toFile                ? "binary"
-                                                       : "text";
+    const std::string format = formatOf(options);
     std::string content;
     if (format == "binary") {
         content.assign(configuration.bytes.begin(), configuration.bytes.end());
     } else if (format == "json") {
         content = configurationJson(configuration, inputName(options.module.file));
     } else {
-        content =
-            format == "csv" ? configurationCsv(configuration) : configurationText(configuration);
+        content = format == "csv" ? configurationCsv(configuration, options.csv.style())
+                                  : configurationText(configuration);
     }
     writeOutput(options.output, content);
 }
@@ -261,6 +268,7 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
     verb.add_option("--format", options.format,
                     "text, json, csv or binary; binary is the default with -o FILE")
         ->check(CLI::IsMember({"text", "json", "csv", "binary"}));
+    addCsvOptions(verb, options.csv);
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output")
         ->type_name("FILE");
 }
@@ -275,6 +283,7 @@ void addConfigVerb(CLI::App& program, const GlobalOptions& global, const VerbCho
     addOptions(*verb, *options);
     verb->footer(configFooter);
     verb->callback([options, choose, &global] {
+        requireCsv(options->csv, formatOf(*options));
         choose([options, &global] { return config(*options, global.logLevel); });
     });
 }

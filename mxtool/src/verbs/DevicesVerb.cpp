@@ -1,3 +1,4 @@
+#include "CsvOptions.h"
 #include "DatabaseChoice.h"
 #include "Diagnostic.h"
 #include "OutputFile.h"
@@ -43,6 +44,7 @@ struct DevicesOptions
     std::string copyUrl;         // empty: none
     std::string removedId;       // empty: none
     std::string format = "text";
+    CsvOptions csv;
     std::string output = "-";
     ModuleQuery query; // what search and where say
 };
@@ -106,7 +108,8 @@ ExitCode showAll(DeviceDatabase& database, const DevicesOptions& options)
     if (options.format == "json") {
         text = moduleListJson(modules, database);
     } else {
-        text = options.format == "csv" ? moduleCsv(modules) : moduleTable(modules);
+        text = options.format == "csv" ? moduleCsv(modules, options.csv.style())
+                                       : moduleTable(modules);
     }
     writeOutput(options.output, text);
     return ExitCode::Done;
@@ -122,7 +125,7 @@ ExitCode showOne(DeviceDatabase& database, const DevicesOptions& options)
     if (options.format == "json") {
         text = recordJson(*record);
     } else if (options.format == "csv") {
-        text = moduleCsv({summaryOf(*record)});
+        text = moduleCsv({summaryOf(*record)}, options.csv.style());
     }
     writeOutput(options.output, text);
     return ExitCode::Done;
@@ -213,6 +216,7 @@ void addOptions(CLI::App& verb, DevicesOptions& options)
     toDatabase->excludes(toDirectory)->excludes(removal);
     verb.add_option("--format", options.format, "text (or table), json or csv")
         ->check(CLI::IsMember({"text", "table", "json", "csv"}));
+    addCsvOptions(verb, options.csv);
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
 }
 
@@ -226,6 +230,7 @@ void addDevicesVerb(CLI::App& program, const GlobalOptions& global, const VerbCh
     addOptions(*verb, *options);
     verb->footer(conditionHelp() + devicesFooter);
     verb->callback([options, choose, &global] {
+        requireCsv(options->csv, options->format);
         readQuery(*options);
         choose([options, &global] { return devices(*options, global.quiet); });
     });

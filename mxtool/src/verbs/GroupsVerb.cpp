@@ -1,4 +1,4 @@
-#include "Csv.h"
+#include "CsvOptions.h"
 #include "DeviceJson.h"
 #include "Diagnostic.h"
 #include "GroupListing.h"
@@ -32,6 +32,7 @@ struct GroupsOptions
 {
     std::string file;
     std::string format = "text";
+    CsvOptions csv;
     std::string output = "-";
 };
 
@@ -46,14 +47,14 @@ std::string listingText(const GroupListing& listing)
     return table.text();
 }
 
-std::string listingCsv(const GroupListing& listing)
+std::string listingCsv(const GroupListing& listing, const CsvStyle& style)
 {
-    std::string lines = csvLine({"group", "name", "offset", "size"});
+    std::vector<CsvRow> rows = {{"group", "name", "offset", "size"}};
     for (const GroupEntry& group : listing.groups) {
-        lines += csvLine({u16AsHex(group.id), groupName(group.id),
-                          std::to_string(group.payloadOffset), std::to_string(group.payloadSize)});
+        rows.push_back({u16AsHex(group.id), groupName(group.id),
+                        std::to_string(group.payloadOffset), std::to_string(group.payloadSize)});
     }
-    return lines;
+    return csvText(rows, style);
 }
 
 std::string listingJson(const GroupListing& listing, const std::string& file, std::size_t fileSize)
@@ -78,7 +79,8 @@ std::string formatted(const GroupListing& listing, const GroupsOptions& options,
     if (options.format == "json") {
         return listingJson(listing, inputName(options.file), fileSize);
     }
-    return options.format == "csv" ? listingCsv(listing) : listingText(listing);
+    return options.format == "csv" ? listingCsv(listing, options.csv.style())
+                                   : listingText(listing);
 }
 
 ExitCode listGroupsOf(const GroupsOptions& options)
@@ -117,10 +119,14 @@ void addGroupsVerb(CLI::App& program, const GlobalOptions& /*options*/, const Ve
     verb->add_option("FILE", options->file, "The mx file, - for standard input")->required();
     verb->add_option("--format", options->format, "text, json or csv")
         ->check(CLI::IsMember({"text", "json", "csv"}));
+    addCsvOptions(*verb, options->csv);
     verb->add_option("-o,--output", options->output, "Write to this file, - for standard output")
         ->type_name("FILE");
     verb->footer(groupsFooter);
-    verb->callback([options, choose] { choose([options] { return listGroupsOf(*options); }); });
+    verb->callback([options, choose] {
+        requireCsv(options->csv, options->format);
+        choose([options] { return listGroupsOf(*options); });
+    });
 }
 
 } // namespace mxtool

@@ -5,6 +5,7 @@
 namespace {
 
 using mxtool::csvLine;
+using mxtool::csvText;
 
 TEST(Csv, plainFieldsStandAsTheyAre)
 {
@@ -23,8 +24,30 @@ TEST(Csv, noTextEndsALineOrActsOnATerminal)
 
 TEST(Csv, noTextBecomesAFormula)
 {
-    EXPECT_EQ(csvLine({"=1+1", "+A1", "-A1", "@x", "a=b"}), "'=1+1,'+A1,'-A1,'@x,a=b\r\n");
-    EXPECT_EQ(csvLine({"\uFF1D1", "\uFF20x", "\t=1"}), "'\uFF1D1,'\uFF20x,\\x09=1\r\n");
+    EXPECT_EQ(csvLine({"=1+1", "@x", "a=b"}), "'=1+1,'@x,a=b\r\n");
+    EXPECT_EQ(csvLine({"+1=2", "-SUM(A1)", "-x!A1", "+cmd|'/c'", "-@SUM"}),
+              "'+1=2,'-SUM(A1),'-x!A1,'+cmd|'/c','-@SUM\r\n");
+    EXPECT_EQ(csvLine({"\uFF1D1", "\uFF20x", "\uFF0Dx\uFF08", "\t=1"}),
+              "'\uFF1D1,'\uFF20x,'\uFF0Dx\uFF08,\\x09=1\r\n");
+}
+
+TEST(Csv, namesAndValuesThatBeginWithASignStay)
+{
+    EXPECT_EQ(csvLine({"-Temp", "+24 V", "-9.5 V", "-", "\uFF0BTemp"}),
+              "-Temp,+24 V,-9.5 V,-,\uFF0BTemp\r\n");
+}
+
+TEST(Csv, theSeparatorIsChosen)
+{
+    EXPECT_EQ(csvLine({"a,b", "c;d", "e"}, ';'), "a,b;\"c;d\";e\r\n");
+    EXPECT_EQ(csvLine({"a,b", "c\td"}, '\t'), "a,b\tc\\x09d\r\n");
+}
+
+TEST(Csv, aByteOrderMarkStandsOnceInFront)
+{
+    EXPECT_EQ(csvText({{"h", "i"}, {"\xE4", "1"}}, {';', true}),
+              "\xEF\xBB\xBFh;i\r\n\xC3\xA4;1\r\n");
+    EXPECT_EQ(csvText({{"h"}}, {}), "h\r\n");
 }
 
 TEST(Csv, textsComeOutAsUtf8)
