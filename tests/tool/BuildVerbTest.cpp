@@ -30,6 +30,20 @@ protected:
     testkit::TemporaryDirectory directory;
 };
 
+// A module without findings, in 12 lines: parameters may follow.
+const std::string sound = "module: {type: 1, id: 2}\n"
+                          "catalogue:\n"
+                          "  BrandLabelName: L\n"
+                          "  BrandVersion: V\n"
+                          "  BrandId: I\n"
+                          "  BrandSerialNumber: S\n"
+                          "  ProductVersion: P\n"
+                          "  BrandOrderCode: O\n"
+                          "  BrandHwRevision: H\n"
+                          "component: {Component: C}\n"
+                          "channels:\n"
+                          "  - {name: In, in: Bit}\n";
+
 // 300 lines: a module of 295 channels, one of which has a wrong kind.
 std::string longText(int wrongLine)
 {
@@ -51,7 +65,6 @@ TEST_F(BuildVerb, givesBackTheFileThatWasDumped)
     EXPECT_EQ(dump.out + dump.err, "");
     const ToolRun build = runTool({"build", text, "-o", binary});
     EXPECT_EQ(build.exitCode, 0);
-    EXPECT_EQ(build.err, "");
     EXPECT_EQ(build.out, binary + ": 1816 bytes\n");
     EXPECT_EQ(readFile(binary), runTool({"build", text, "-o", "-"}).out);
     EXPECT_EQ(runTool({"show", binary}).out, runTool({"show", example}).out);
@@ -83,13 +96,13 @@ TEST_F(BuildVerb, leavesAnOlderFileInPlaceAfterAnError)
 
 TEST_F(BuildVerb, buildsManyIntoADirectory)
 {
-    const std::string good = file("good.yaml", "module: {type: 1, id: 2}\n");
+    const std::string good = file("good.yaml", sound);
     const std::string wrong = file("wrong.yaml", "a: 1\nb: 2\n");
     const std::string missing = directory.path("missing.yaml");
     const std::string output = directory.path("out") + "/";
     const ToolRun run = runTool({"build", good, wrong, missing, "-o", output});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.out, output + "good.bin: 83 bytes\n");
+    EXPECT_EQ(run.out, output + "good.bin: 282 bytes\n");
     EXPECT_THAT(run.err, StartsWith(wrong + ":1:1: error: "));
     EXPECT_THAT(run.err, HasSubstr("\n" + wrong + ":2:1: error: "));
     EXPECT_THAT(run.err, HasSubstr("\n" + missing + ": error: "));
@@ -109,7 +122,8 @@ TEST_F(BuildVerb, tellsOutputsThatCannotBe)
     const ToolRun nameless = runTool({"build", "-", "-o", directory.path("out/")});
     EXPECT_EQ(nameless.exitCode, 2);
     EXPECT_THAT(nameless.err, HasSubstr("Standard input has no name"));
-    const ToolRun nowhere = runTool({"build", text, "-o", directory.path("no/such/a.bin")});
+    const std::string good = file("good.yaml", sound);
+    const ToolRun nowhere = runTool({"build", good, "-o", directory.path("no/such/a.bin")});
     EXPECT_EQ(nowhere.exitCode, 4);
 }
 
@@ -138,8 +152,50 @@ TEST_F(BuildVerb, dumpsADamagedFileWithAWarning)
               "examples/modules/MX9999.bin:0x000412: warning: Parser::parse(): Truncated mx "
               "buffer\nhint: 227 bytes from here on stand as they are under \"tail\"\n");
     const std::string binary = directory.path("damaged.bin");
-    EXPECT_EQ(runTool({"build", text, "-o", binary}).exitCode, 0);
+    EXPECT_EQ(runTool({"build", text, "-o", binary}).exitCode, 3);
+    EXPECT_EQ(runTool({"build", text, "-o", binary, "--force"}).exitCode, 0);
     EXPECT_EQ(runTool({"dump", binary}).out, readFile(text));
+}
+
+TEST_F(BuildVerb, writesAFileWithFindingsAndTellsThemAtTheText)
+{
+    const std::string text =
+        file("a.yaml", sound + "parameters:\n  - {name: A, channel: 7, type: UInt8}\n");
+    const std::string binary = directory.path("a.bin");
+    const ToolRun run = runTool({"build", text, "-o", binary});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.err, text + ":14:24: error: [parameter-channel] parameter 1 \"A\": belongs to "
+                              "channel 7, which does not exist\n"
+                              "  - {name: A, channel: 7, type: UInt8}\n"
+                              "                       ^\n");
+    EXPECT_TRUE(std::filesystem::exists(binary));
+    EXPECT_EQ(runTool({"check", binary}).exitCode, 1);
+}
+
+TEST_F(BuildVerb, doesNotWriteWhatTheParserRefuses)
+{
+    const std::string wrong = sound.substr(sound.find("catalogue"));
+    const std::string text = file("a.yaml", wrong);
+    const std::string binary = file("a.bin", "older");
+    const ToolRun refused = runTool({"build", text, "-o", binary});
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_EQ(readFile(binary), "older");
+    EXPECT_THAT(refused.err, StartsWith(text + ":1:1: error: [group-missing] group 0001 (module "
+                                               "identity) is missing\n"
+                                               "hint: the key \"module\" states it\n"));
+    EXPECT_THAT(refused.err,
+                testing::EndsWith(text + ": error: The device parser refuses this module, nothing "
+                                         "is written\nhint: --force writes it all the same\n"));
+    const ToolRun forced = runTool({"build", text, "-o", binary, "--force"});
+    EXPECT_EQ(forced.exitCode, 0);
+    EXPECT_NE(readFile(binary), "older");
+}
+
+TEST_F(BuildVerb, tellsNoNotesWhenItIsQuiet)
+{
+    const std::string text = file("a.yaml", sound + "texts: {fixed: {9: unused}}\n");
+    EXPECT_THAT(runTool({"build", text, "-o", "-"}).err, HasSubstr("note: [text-unused]"));
+    EXPECT_EQ(runTool({"build", text, "-o", "-", "-q"}).err, "");
 }
 
 } // namespace

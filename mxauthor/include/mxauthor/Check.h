@@ -40,6 +40,7 @@ struct Finding
     bool inGroup = true; ///< False: it concerns the file, or bytes outside its groups.
     std::string subject; ///< Such as `parameter 3 "Filter"`; may be empty.
     std::string text;
+    Place parameter; ///< For a finding about a default: the number in its parameter's record.
 };
 
 /// Returns the finding as `group 20c0, parameter 3 "Filter": text`.

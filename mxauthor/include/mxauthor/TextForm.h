@@ -3,6 +3,7 @@
 #include "mxauthor/MxFile.h"
 
 #include <filesystem>
+#include <memory>
 #include <string>
 
 namespace mxauthor {
@@ -16,11 +17,14 @@ struct SourceError
     std::size_t lineStart = 0; ///< Where the line starts in the text, in bytes.
 };
 
+struct TextOrigins;
+
 /// What a text form stands for. `file` counts only when there are no errors.
 struct BuildResult
 {
     MxFile file;
-    std::vector<SourceError> errors; ///< All of them, in the order of the text.
+    std::vector<SourceError> errors;            ///< All of them, in the order of the text.
+    std::shared_ptr<const TextOrigins> origins; ///< For `SourceMap`; null when there are errors.
 };
 
 /// Builds the mx file that the YAML text `source` describes. Identifiers, lengths, the content

@@ -10,13 +10,20 @@ void Findings::add(const char* rule, const Place& place, const std::string& subj
 {
     const CheckRule* const found = findRule(rule);
     assert(found != nullptr);
-    all.push_back({found, place, true, subject, text});
+    all.push_back({found, place, true, subject, text, {}});
 }
 
 void Findings::addToFile(const char* rule, const Place& place, const std::string& text)
 {
     add(rule, place, "", text);
     all.back().inGroup = false;
+}
+
+void Findings::addDefault(const char* rule, const Place& place, const Place& parameter,
+                          const std::string& subject, const std::string& text)
+{
+    add(rule, place, subject, text);
+    all.back().parameter = parameter;
 }
 
 std::vector<Finding> Findings::sorted() &&

@@ -12,6 +12,10 @@ public:
     void add(const char* rule, const Place& place, const std::string& subject,
              const std::string& text);
 
+    /// Adds a finding about the default of the parameter whose number is at `parameter`.
+    void addDefault(const char* rule, const Place& place, const Place& parameter,
+                    const std::string& subject, const std::string& text);
+
     /// Adds a finding that concerns the file, or bytes outside its groups.
     void addToFile(const char* rule, const Place& place, const std::string& text);
 

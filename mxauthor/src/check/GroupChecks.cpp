@@ -14,10 +14,10 @@ constexpr std::array<std::uint16_t, 4> requiredGroups = {0x0001, 0x0011, 0x0020,
 
 void checkPresence(const ModuleView& module, Findings& findings)
 {
-    const Place end{0, module.file().tail.place.offset, 0};
+    const std::uint32_t end = module.file().tail.place.offset;
     for (const std::uint16_t id : requiredGroups) {
         if (module.group(id) == nullptr) {
-            findings.addToFile("group-missing", end,
+            findings.addToFile("group-missing", {id, end, 0},
                                "group " + devices::parser::mx::u16AsHex(id) + " (" +
                                    groupTitle(id) + ") is missing");
         }

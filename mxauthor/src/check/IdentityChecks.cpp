@@ -1,4 +1,5 @@
 #include "check/Checks.h"
+#include "mxauthor/NearestWords.h"
 
 #include <algorithm>
 #include <array>
@@ -22,12 +23,38 @@ const Entry* findEntry(const Entries& entries, const std::string& key)
     return found == entries.entries.end() ? nullptr : &*found;
 }
 
+// The entry whose key was most likely meant to be `key`: one that readers do not look for.
+const Entry* findMisspelt(const Entries& entries, const std::string& key)
+{
+    std::vector<std::string> unknown;
+    for (const Entry& entry : entries.entries) {
+        const auto& known = catalogueKeys;
+        if (std::find(known.begin(), known.end(), entry.key.value) == known.end()) {
+            unknown.push_back(entry.key.value);
+        }
+    }
+    const std::vector<std::string> near = nearestWords(key, unknown);
+    return near.empty() ? nullptr : findEntry(entries, near.front());
+}
+
+void addMissing(const Group& group, const Entries& entries, const std::string& key,
+                Findings& findings)
+{
+    const std::string text = "entry \"" + key + "\" is missing";
+    if (const Entry* const misspelt = findMisspelt(entries, key)) {
+        findings.add("entry-missing", misspelt->key.place, "",
+                     text + ", did you mean it by \"" + shortened(misspelt->key.value) + "\"?");
+    } else {
+        findings.add("entry-missing", group.place, "", text);
+    }
+}
+
 void checkKey(const Group& group, const Entries& entries, const std::string& key,
               Findings& findings)
 {
     const Entry* const entry = findEntry(entries, key);
     if (entry == nullptr) {
-        findings.add("entry-missing", group.place, "", "entry \"" + key + "\" is missing");
+        addMissing(group, entries, key, findings);
     } else if (entry == &entries.entries.back() && entry->value.value.empty()) {
         // Readers try a line only while more bytes than its shortest form are left.
         findings.add("entry-unreachable", entry->key.place, "entry \"" + key + "\"",

@@ -22,9 +22,11 @@ void checkType(const Parameter& parameter, Findings& findings)
                      "datatype " + std::to_string(record.datatype.value) + ", expected 1 to 9");
     } else if (record.datatype.value == byteDatatype &&
                record.bitOffset.value + std::max<unsigned>(record.bitLength.value, 1) > 8) {
-        findings.add("bit-field", record.bitLength.place, subjectOf(parameter),
+        const bool isLength = record.bitLength.value > 8;
+        findings.add("bit-field", (isLength ? record.bitLength : record.bitOffset).place,
+                     subjectOf(parameter),
                      std::to_string(record.bitLength.value) + " bits from bit " +
-                         std::to_string(record.bitOffset.value) + " leave their byte");
+                         std::to_string(record.bitOffset.value) + " leave their byte, bits 0 to 7");
     }
 }
 

@@ -19,22 +19,40 @@ bool statesRange(const Parameter& parameter)
     return parameter.record->minimum.value != 0 || parameter.record->maximum.value != 0;
 }
 
-void checkBound(const Parameter& parameter, const Field<std::uint64_t>& bound, const char* what,
+// A slot as people read it for the datatype; a value too large for a signed one may be negative.
+std::string slotText(const ParameterValue& value, std::uint64_t slot)
+{
+    return WideNumber{slot, value.isSigned}.text();
+}
+
+std::string acceptedNumbers(const ParameterValue& value)
+{
+    const unsigned digits = value.bits - (value.isSigned ? 1 : 0);
+    const std::uint64_t highest = digits == 0 ? 0 : ~std::uint64_t{0} >> (64 - digits);
+    const WideNumber lowest{value.isSigned ? ~highest : 0, value.isSigned};
+    return lowest.text() + " to " + std::to_string(highest) + " is accepted";
+}
+
+// Returns whether readers take the bound as it is stated.
+bool checkBound(const Parameter& parameter, const Field<std::uint64_t>& bound, const char* what,
                 Findings& findings)
 {
-    if (!holdsSlot(parameter.value, bound.value)) {
+    const bool isHeld = holdsSlot(parameter.value, bound.value);
+    if (!isHeld) {
         findings.add("range-datatype", bound.place, named(parameter),
-                     std::string(what) + " " + std::to_string(bound.value) + " does not fit in " +
-                         std::to_string(parameter.value.bits) + " bits");
+                     std::string(what) + " " + slotText(parameter.value, bound.value) +
+                         " does not fit in " + std::to_string(parameter.value.bits) + " bits, " +
+                         acceptedNumbers(parameter.value));
     }
+    return isHeld;
 }
 
 void checkRange(const Parameter& parameter, Findings& findings)
 {
     const ParameterValue& value = parameter.value;
-    checkBound(parameter, parameter.record->minimum, "minimum", findings);
-    checkBound(parameter, parameter.record->maximum, "maximum", findings);
-    if (value.maximum.isBelow(value.minimum)) {
+    bool areHeld = checkBound(parameter, parameter.record->minimum, "minimum", findings);
+    areHeld &= checkBound(parameter, parameter.record->maximum, "maximum", findings);
+    if (areHeld && value.maximum.isBelow(value.minimum)) {
         findings.add("range-order", parameter.record->minimum.place, named(parameter),
                      "minimum " + value.minimum.text() + " is above maximum " +
                          value.maximum.text());
@@ -56,9 +74,10 @@ void checkDefaultInRange(const ModuleView& module, const Parameter& parameter, F
         return; // no value lies in such a range
     }
     if (value.value.isBelow(value.minimum) || value.maximum.isBelow(value.value)) {
-        findings.add("default-range", placeOfDefault(module, value), named(parameter),
-                     "default " + value.value.text() + " lies outside " + value.minimum.text() +
-                         " to " + value.maximum.text());
+        findings.addDefault("default-range", placeOfDefault(module, value),
+                            parameter.record->number.place, named(parameter),
+                            "default " + value.value.text() + " lies outside " +
+                                value.minimum.text() + " to " + value.maximum.text());
     }
 }
 
@@ -70,8 +89,9 @@ void checkDefaultInOptions(const ModuleView& module, const Parameter& parameter,
         std::none_of(options.begin(), options.end(), [&value](const Option* option) {
             return numberOfSlot(value, option->value.value).bits == value.value.bits;
         })) {
-        findings.add("default-option", placeOfDefault(module, value), named(parameter),
-                     "default " + value.value.text() + " is none of its options");
+        findings.addDefault("default-option", placeOfDefault(module, value),
+                            parameter.record->number.place, named(parameter),
+                            "default " + value.value.text() + " is none of its options");
     }
 }
 

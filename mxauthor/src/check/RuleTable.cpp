@@ -56,7 +56,7 @@ const std::vector<CheckRule> rules = {
     {"identity-size", error, "The dataset 0xfb has to have 5 bytes: module type and identifier.",
      "group 0001, dataset 0xfb: has 4 bytes, expected 5: module type and identifier"},
     {"entry-missing", error, "An entry that every module must have is missing.",
-     "group 0020: entry \"BrandId\" is missing"},
+     "group 0020: entry \"BrandId\" is missing, did you mean it by \"BrandiD\"?"},
     {"entry-unreachable", error,
      "An entry that is empty and stands last in its group is not found: readers try a line only "
      "while more bytes than its shortest form are left.",
@@ -160,7 +160,7 @@ const std::vector<CheckRule> rules = {
     {"parameter-datatype", error, "The datatype of a parameter has to be 1 to 9.",
      "group 20c0, parameter 1 \"Filter\": datatype 10, expected 1 to 9"},
     {"bit-field", error, "A bit field has to lie within its byte.",
-     "group 20c0, parameter 3 \"Invert\": 3 bits from bit 6 leave their byte"},
+     "group 20c0, parameter 3 \"Invert\": 3 bits from bit 6 leave their byte, bits 0 to 7"},
     {"parameter-outside", error,
      "The value of a parameter lies outside the parameter block: it has no value and cannot be "
      "set.",
@@ -183,7 +183,8 @@ const std::vector<CheckRule> rules = {
      "The datatype or bit field of a parameter cannot hold its minimum or maximum. Readers take "
      "the "
      "last bytes.",
-     "group 20c0, parameter 4 \"Delay\": maximum 70000 does not fit in 16 bits"},
+     "group 20c0, parameter 4 \"Delay\": maximum 70000 does not fit in 16 bits, 0 to 65535 is "
+     "accepted"},
     {"range-order", error, "The minimum is above the maximum: no value is accepted.",
      "group 20c0, parameter 4 \"Delay\": minimum 600 is above maximum 500"},
     {"default-range", error, "The default of a parameter lies outside its range.",

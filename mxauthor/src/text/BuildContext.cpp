@@ -6,6 +6,13 @@
 
 namespace mxauthor {
 
+void noteTextOrigin(const YAML::Node& node, BuildContext& context)
+{
+    RecordOrigin origin;
+    origin.mark = node.Mark();
+    context.records[textsGroup].resize(context.texts.records().size(), origin);
+}
+
 std::uint16_t readTextId(const YAML::Node& node, BuildContext& context)
 {
     if (node.IsMap()) {
@@ -18,6 +25,7 @@ std::uint16_t readTextId(const YAML::Node& node, BuildContext& context)
         return 0;
     }
     const auto id = context.texts.idOf(*text);
+    noteTextOrigin(node, context);
     if (!id) {
         context.errors.add(node, "no text identifier is left for this text, the last is 65535");
     }

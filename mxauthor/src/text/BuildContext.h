@@ -44,6 +44,7 @@ struct BuildContext
     std::map<std::uint16_t, YAML::Mark> marks{};    ///< Where each of `groups` is stated.
     std::vector<Group> rawGroups{};
     std::vector<YAML::Mark> rawMarks{}; ///< Where each of `rawGroups` is stated.
+    std::map<std::uint16_t, std::vector<RecordOrigin>> records{}; ///< Those of `groups`.
 
     /// Sets the content of a group that `node` states.
     void setGroup(std::uint16_t id, GroupContent content, const YAML::Node& node)
@@ -52,6 +53,9 @@ struct BuildContext
         marks[id] = node.Mark();
     }
 };
+
+/// Notes that the texts since the last call are stated at `node`.
+void noteTextOrigin(const YAML::Node& node, BuildContext& context);
 
 /// Returns the identifier of the text that `node` gives: the text itself, or {id: NUMBER}.
 std::uint16_t readTextId(const YAML::Node& node, BuildContext& context);

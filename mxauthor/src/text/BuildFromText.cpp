@@ -112,7 +112,14 @@ void setContentLength(MxFile& file, std::size_t size, SourceErrors& errors)
     }
 }
 
-MxFile buildFile(const Section& section, BuildContext& context)
+GroupOrigin originOf(const Group& group, const YAML::Mark& mark, BuildContext& context)
+{
+    const bool isRaw = std::holds_alternative<RawGroup>(group.content);
+    return {group.id, mark,
+            isRaw ? std::vector<RecordOrigin>() : std::move(context.records[group.id])};
+}
+
+MxFile buildFile(const Section& section, BuildContext& context, TextOrigins& origins)
 {
     MxFile file;
     buildSections(section, context);
@@ -121,6 +128,7 @@ MxFile buildFile(const Section& section, BuildContext& context)
     const std::size_t size = context.errors.empty() ? checkSizes(groups, context.errors) : 0;
     for (const auto& [group, mark] : groups) {
         file.groups.push_back(group);
+        origins.groups.push_back(originOf(group, mark, context));
     }
     if (const auto checksums = section.find("checksums")) {
         setChecksums(*checksums, file, context.errors);
@@ -142,11 +150,16 @@ BuildResult buildFromText(const std::string& source, const std::filesystem::path
         try {
             const Section file(*document, "file", errors);
             BuildContext context{errors, directory};
-            result.file = buildFile(file, context);
+            const auto origins = std::make_shared<TextOrigins>();
+            result.file = buildFile(file, context, *origins);
+            result.origins = origins;
         } catch (const TooManyErrors&) { // they are the result
         }
     }
     result.errors = errors.sorted();
+    if (!result.errors.empty()) {
+        result.origins = nullptr;
+    }
     return result;
 }
 

@@ -150,6 +150,21 @@ std::optional<YAML::Node> Section::require(const std::string& key) const
     return value;
 }
 
+RecordOrigin Section::origin() const
+{
+    RecordOrigin origin;
+    origin.mark = mapping.Mark();
+    for (const auto& [key, value] : values) {
+        std::vector<YAML::Mark>& marks = origin.values[key];
+        marks.push_back(value.Mark());
+        if (value.IsSequence()) {
+            std::transform(value.begin(), value.end(), std::back_inserter(marks),
+                           [](const YAML::Node& item) { return item.Mark(); });
+        }
+    }
+    return origin;
+}
+
 std::uint64_t Section::number(const std::string& key, std::uint64_t limit,
                               std::uint64_t fallback) const
 {

@@ -2,6 +2,7 @@
 
 #include "Integer.h"
 #include "SourceErrors.h"
+#include "TextOrigins.h"
 #include "mxauthor/Field.h"
 
 #include <map>
@@ -48,6 +49,9 @@ public:
     std::uint16_t word(const std::string& key, std::uint16_t fallback) const;
     Bytes hex(const std::string& key, const Bytes& fallback = {}) const;
     bool flag(const std::string& key) const;
+
+    /// Returns where the mapping and its values are stated.
+    RecordOrigin origin() const;
 
     const YAML::Node& node() const { return mapping; }
     SourceErrors& errors() const { return problems; }

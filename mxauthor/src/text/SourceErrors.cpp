@@ -57,15 +57,19 @@ void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
 
 void SourceErrors::append(const YAML::Mark& mark, const std::string& what)
 {
+    errors.push_back(located(mark, what));
+}
+
+SourceError SourceErrors::located(const YAML::Mark& mark, const std::string& what) const
+{
     if (mark.is_null()) {
-        errors.push_back({1, 1, what, 0});
-        return;
+        return {1, 1, what, 0};
     }
     const std::size_t line = std::min(static_cast<std::size_t>(mark.line), lineStarts.size() - 1);
     // The YAML reader counts columns in bytes.
     const std::string before =
         lineAt(text, lineStarts[line]).substr(0, static_cast<std::size_t>(mark.column));
-    errors.push_back({line + 1, characters(before) + 1, what, lineStarts[line]});
+    return {line + 1, characters(before) + 1, what, lineStarts[line]};
 }
 
 std::vector<SourceError> SourceErrors::sorted() const

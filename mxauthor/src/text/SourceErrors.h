@@ -23,6 +23,9 @@ public:
 
     bool empty() const { return errors.empty(); }
 
+    /// Returns an error at `mark`, the start of the text for none, without adding it.
+    SourceError located(const YAML::Mark& mark, const std::string& what) const;
+
     /// Returns the errors in the order of the text, each once.
     std::vector<SourceError> sorted() const;
 

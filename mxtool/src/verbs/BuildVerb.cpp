@@ -4,7 +4,7 @@
 #include "ShownText.h"
 #include "Verbs.h"
 
-#include <mxauthor/TextForm.h>
+#include <mxauthor/CheckText.h>
 
 #include <fmt/format.h>
 
@@ -16,15 +16,21 @@ namespace mxtool {
 
 namespace {
 
-constexpr const char* buildFooter = R"(Example:
-  $ mxtool build examples/modules/MX0304.yaml -o /tmp/MX0304.bin
-  /tmp/MX0304.bin: 1816 bytes
+constexpr const char* buildFooter =
+    R"(The rules of "mxtool check" are applied to what is built; what they find is told at the line and
+column of the text. A file that the device parser would refuse is not written, unless --force asks
+for it; other findings do not keep a file from being written.
+
+Example:
+  $ mxtool build examples/modules/MX0302.yaml -o /tmp/MX0302.bin
+  /tmp/MX0302.bin: 1051 bytes
 )";
 
 struct BuildOptions
 {
     std::vector<std::string> files;
     std::string output;
+    bool force = false; // a file that the device parser refuses is written too
 };
 
 [[noreturn]] void failUsage(const std::string& place, const std::string& text,
@@ -76,27 +82,59 @@ void makeDirectory(const std::string& output)
     }
 }
 
-void reportErrors(const std::string& file, const std::string& source,
-                  const std::vector<mxauthor::SourceError>& errors)
+void reportAt(const std::string& file, const std::string& source,
+              const mxauthor::SourceError& error, const std::string& severity,
+              const std::string& hint)
 {
-    for (const mxauthor::SourceError& error : errors) {
-        report({"error", fmt::format("{}:{}:{}", inputName(file), error.line, error.column),
-                error.text, ""});
-        const auto excerpt = mxauthor::sourceExcerpt(source, error);
-        std::cerr << forTerminal(excerpt.line) << '\n' << excerpt.caret << '\n';
+    report({severity, fmt::format("{}:{}:{}", inputName(file), error.line, error.column),
+            error.text, hint});
+    const auto excerpt = mxauthor::sourceExcerpt(source, error);
+    std::cerr << forTerminal(excerpt.line) << '\n' << excerpt.caret << '\n';
+}
+
+void reportFindings(const std::string& file, const std::string& source,
+                    const std::vector<mxauthor::TextFinding>& findings, bool quiet)
+{
+    for (const mxauthor::TextFinding& finding : findings) {
+        const mxauthor::Severity severity = finding.rule->severity;
+        if (quiet && severity == mxauthor::Severity::Note) {
+            continue;
+        }
+        mxauthor::SourceError where = finding.where;
+        where.text = fmt::format("[{}] {}", finding.rule->name, where.text);
+        reportAt(file, source, where, mxauthor::severityName(severity), finding.hint);
     }
 }
 
+// Returns whether the text is to be written: it has no errors, and the device parser takes it.
+bool isAccepted(const std::string& file, const std::string& source,
+                const mxauthor::BuildResult& built, bool force, bool quiet)
+{
+    for (const mxauthor::SourceError& error : built.errors) {
+        reportAt(file, source, error, "error", "");
+    }
+    if (!built.errors.empty()) {
+        return false;
+    }
+    const auto findings = mxauthor::checkText(source, built);
+    reportFindings(file, source, findings, quiet);
+    if (!mxauthor::isRefused(findings) || force) {
+        return true;
+    }
+    report({"error", inputName(file), "The device parser refuses this module, nothing is written",
+            "--force writes it all the same"});
+    return false;
+}
+
 // Returns whether the mx file was written. Failures of the output come out as exceptions.
-bool buildOne(const std::string& file, const std::string& target, bool quiet)
+bool buildOne(const std::string& file, const std::string& target, bool force, bool quiet)
 {
     const std::vector<char> chars = loadBytes(file);
     const std::string source(chars.begin(), chars.end());
     const std::filesystem::path directory =
         file == "-" ? std::filesystem::path() : std::filesystem::path(file).parent_path();
     const mxauthor::BuildResult result = mxauthor::buildFromText(source, directory);
-    if (!result.errors.empty()) {
-        reportErrors(file, source, result.errors);
+    if (!isAccepted(file, source, result, force, quiet)) {
         return false;
     }
     const mxauthor::Bytes bytes = mxauthor::writeMxFile(result.file);
@@ -108,10 +146,10 @@ bool buildOne(const std::string& file, const std::string& target, bool quiet)
 }
 
 // An input that cannot be read does not keep the others from being built.
-bool buildReporting(const std::string& file, const std::string& target, bool quiet)
+bool buildReporting(const std::string& file, const std::string& target, bool force, bool quiet)
 {
     try {
-        return buildOne(file, target, quiet);
+        return buildOne(file, target, force, quiet);
     } catch (const Failure& failure) {
         if (failure.code != ExitCode::Input) {
             throw;
@@ -129,7 +167,7 @@ ExitCode build(const BuildOptions& options, const GlobalOptions& global)
     }
     std::size_t built = 0;
     for (std::size_t i = 0; i < targets.size(); ++i) {
-        built += buildReporting(options.files[i], targets[i], global.quiet) ? 1 : 0;
+        built += buildReporting(options.files[i], targets[i], options.force, global.quiet) ? 1 : 0;
     }
     if (built == targets.size()) {
         return ExitCode::Done;
@@ -147,6 +185,7 @@ void addBuildVerb(CLI::App& program, const GlobalOptions& global, const VerbChoi
     verb->add_option("-o,--output", options->output,
                      "The mx file, - for standard output; or a directory for FILE.bin of each text")
         ->required();
+    verb->add_flag("--force", options->force, "Write what the device parser refuses as well");
     verb->footer(buildFooter);
     verb->callback([options, choose, &global] {
         choose([options, &global] { return build(*options, global); });

@@ -15,6 +15,7 @@ std::string nameLine(const ChannelName& entry, const DumpContext& context)
 ChannelName readName(const YAML::Node& node, BuildContext& context)
 {
     const Section section(node, "channelName", context.errors);
+    context.records[channelNamesGroup].push_back(section.origin());
     ChannelName entry;
     section.require("channel");
     entry.channel = section.byte("channel", 0);
@@ -75,6 +76,7 @@ void buildChannelNames(const std::optional<YAML::Node>& node, BuildContext& cont
         context.errors.add(*node, "the channels state their names already");
     }
     group.entries.clear();
+    context.records[channelNamesGroup].clear();
     for (const YAML::Node& item : readSequence(*node, context.errors)) {
         group.entries.push_back(readName(item, context));
     }

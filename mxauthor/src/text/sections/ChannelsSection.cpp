@@ -191,6 +191,7 @@ void buildChannels(const YAML::Node& node, BuildContext& context)
         const Section section(item, "channel", context.errors);
         const ChannelRecord& record = group.records.emplace_back(readChannel(section, usual));
         usual.pass(record);
+        context.records[channelsGroup].push_back(section.origin());
         const std::uint8_t number = record.number.value;
         const auto [first, isFirst] = lines.emplace(number, item.Mark().line + 1);
         const bool again = section.flag("again");
@@ -203,6 +204,7 @@ void buildChannels(const YAML::Node& node, BuildContext& context)
             ChannelName& entry = context.channelNames.emplace_back();
             entry.channel = number;
             entry.textId = readTextId(*name, context);
+            context.records[channelNamesGroup].push_back(section.origin());
         }
     }
     context.setGroup(channelsGroup, std::move(group), node);

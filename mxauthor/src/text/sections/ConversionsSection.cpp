@@ -72,6 +72,7 @@ void buildConversions(const YAML::Node& node, BuildContext& context)
         Conversion conversion = readConversion(section, context);
         conversion.id = entry.id;
         group.entries.push_back(conversion);
+        context.records[conversionsGroup].push_back(section.origin());
         context.conversions.push_back(std::move(entry));
     }
     context.setGroup(conversionsGroup, std::move(group), node);

@@ -75,9 +75,10 @@ std::uint8_t readEntryKind(const Section& section)
     return text ? static_cast<std::uint8_t>(text->front()) : usualKind;
 }
 
-Entry readEntry(const YAML::Node& node, SourceErrors& errors)
+Entry readEntry(const YAML::Node& node, std::vector<RecordOrigin>& origins, SourceErrors& errors)
 {
     const Section section(node, "entry", errors);
+    origins.push_back(section.origin());
     Entry entry;
     if (const auto key = section.require("key")) {
         entry.key = readKey(*key, errors);
@@ -92,9 +93,10 @@ Entry readEntry(const YAML::Node& node, SourceErrors& errors)
 void buildEntries(const YAML::Node& node, std::uint16_t id, BuildContext& context)
 {
     Entries group;
+    std::vector<RecordOrigin>& origins = context.records[id];
     if (node.IsSequence()) {
         for (const YAML::Node& item : readSequence(node, context.errors)) {
-            group.entries.push_back(readEntry(item, context.errors));
+            group.entries.push_back(readEntry(item, origins, context.errors));
         }
     } else {
         for (const auto& [key, value] : readMapping(node, context.errors)) {
@@ -102,6 +104,7 @@ void buildEntries(const YAML::Node& node, std::uint16_t id, BuildContext& contex
             entry.key = readKey(key, context.errors);
             entry.kind = usualKind;
             entry.value = readText(value, context.errors).value_or("");
+            origins.push_back({key.Mark(), {{"value", {value.Mark()}}}});
         }
     }
     context.setGroup(id, std::move(group), node);

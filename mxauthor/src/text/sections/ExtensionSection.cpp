@@ -82,6 +82,7 @@ void buildExtension(const YAML::Node& node, BuildContext& context)
     group.gtinId = readTextId(section, "gtin", context);
     group.date = readDate(section);
     group.rest = section.hex("rest");
+    context.records[extensionGroup].push_back(section.origin());
     context.setGroup(extensionGroup, std::move(group), node);
 }
 

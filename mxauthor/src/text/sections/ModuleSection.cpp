@@ -42,9 +42,11 @@ std::string datasetLines(const std::vector<Dataset>& datasets, std::size_t count
     return text;
 }
 
-Dataset readDataset(const YAML::Node& node, SourceErrors& errors)
+Dataset readDataset(const YAML::Node& node, BuildContext& context)
 {
+    SourceErrors& errors = context.errors;
     const Section section(node, "dataset", errors);
+    context.records[moduleGroup].push_back(section.origin());
     section.require("id");
     Dataset dataset;
     dataset.id = section.byte("id", 0);
@@ -58,11 +60,11 @@ Dataset readDataset(const YAML::Node& node, SourceErrors& errors)
     return dataset;
 }
 
-std::vector<Dataset> readDatasets(const YAML::Node& node, SourceErrors& errors)
+std::vector<Dataset> readDatasets(const YAML::Node& node, BuildContext& context)
 {
     std::vector<Dataset> datasets;
-    for (const YAML::Node& item : readSequence(node, errors)) {
-        datasets.push_back(readDataset(item, errors));
+    for (const YAML::Node& item : readSequence(node, context.errors)) {
+        datasets.push_back(readDataset(item, context));
     }
     return datasets;
 }
@@ -109,13 +111,14 @@ void buildModule(const YAML::Node& node, BuildContext& context)
 {
     Identity identity;
     if (node.IsSequence()) {
-        identity.datasets = readDatasets(node, context.errors);
+        identity.datasets = readDatasets(node, context);
     } else {
         const Section section(node, "module", context.errors);
         if (const auto datasets = section.find("datasets")) {
-            identity.datasets = readDatasets(*datasets, context.errors);
+            identity.datasets = readDatasets(*datasets, context);
         }
         identity.datasets.push_back(readIdentity(section));
+        context.records[moduleGroup].push_back(section.origin());
     }
     context.setGroup(moduleGroup, std::move(identity), node);
 }

@@ -34,6 +34,9 @@ std::string optionsText(const OptionList& list, const DumpContext& context)
 void readOption(const YAML::Node& value, const YAML::Node& text, BuildContext& context,
                 OptionList& list, NamedEntry& entry)
 {
+    RecordOrigin& origin = context.records[optionListsGroup].back();
+    origin.values["values"].push_back(value.Mark());
+    origin.values["texts"].push_back(text.Mark());
     Option option;
     option.value = readInteger(value, context.errors).value_or(Integer{}).bits();
     option.textId = readTextId(text, context);
@@ -87,6 +90,7 @@ void buildOptionLists(const YAML::Node& node, BuildContext& context)
     for (const auto& [key, value] : readMapping(node, context.errors)) {
         const Section section(value, "optionList", context.errors);
         NamedEntry entry = namedEntry(key, section, context.optionLists);
+        context.records[optionListsGroup].push_back(section.origin());
         OptionList list;
         if (const auto options = section.require("options")) {
             list = readOptions(*options, context, entry);

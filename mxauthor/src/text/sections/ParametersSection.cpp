@@ -167,6 +167,7 @@ void buildParameters(const YAML::Node& node, BuildContext& context)
         usualNumber = static_cast<std::uint8_t>(parameter.record.number.value + 1);
         readDefault(parameter, context);
         group.records.push_back(parameter.record);
+        context.records[parametersGroup].push_back(section.origin());
         context.parameters.push_back(std::move(parameter));
     }
     context.setGroup(parametersGroup, std::move(group), node);

@@ -73,6 +73,7 @@ void readFixed(const YAML::Node& node, BuildContext& context)
             const auto text = section.require("text");
             context.texts.fix(section.word("id", 0),
                               text ? readText(*text, context.errors).value_or("") : "");
+            noteTextOrigin(item, context);
         }
         return;
     }
@@ -80,6 +81,7 @@ void readFixed(const YAML::Node& node, BuildContext& context)
         const auto id = readNumber(key, 0xFFFF, context.errors).value_or(0);
         context.texts.fix(static_cast<std::uint16_t>(id),
                           readText(text, context.errors).value_or(""));
+        noteTextOrigin(key, context);
     }
 }
 

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "mxauthor/Check.h"
+#include "mxauthor/TextForm.h"
+
+namespace mxauthor {
+
+/// A finding in the mx file that a text stands for, told at the text. Texts are UTF-8.
+struct TextFinding
+{
+    const CheckRule* rule = nullptr;
+    SourceError where; ///< With the text of the finding.
+    std::string hint;  ///< What to do; may be empty.
+};
+
+/// Holds the file that was `built` from `source`, without errors, against every rule of `check`.
+/// Returns all findings in the order of the text.
+std::vector<TextFinding> checkText(const std::string& source, const BuildResult& built);
+
+/// Returns whether one of `findings` says that the device parser refuses the file.
+bool isRefused(const std::vector<TextFinding>& findings);
+
+} // namespace mxauthor

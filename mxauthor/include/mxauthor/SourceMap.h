@@ -1,0 +1,30 @@
+#pragma once
+
+#include "mxauthor/Check.h"
+#include "mxauthor/TextForm.h"
+
+namespace mxauthor {
+
+/// Says where a text states what is at a place of the mx file built from it.
+class SourceMap
+{
+public:
+    /// `built` comes from the text `source`, without errors. `source` outlives the object.
+    SourceMap(const std::string& source, const BuildResult& built);
+    ~SourceMap();
+
+    /// Returns `what` at the value that the byte at `offset` of the built file comes from; where no
+    /// value is stated for it, at its record, else at its group. A byte that was computed has the
+    /// start of the text.
+    SourceError at(std::uint32_t offset, const std::string& what) const;
+
+    /// The same for the place of a finding in the built file. A finding about a default points at
+    /// the default of its parameter, also where several parameters share the byte.
+    SourceError of(const Finding& finding, const std::string& what) const;
+
+private:
+    class Content;
+    std::unique_ptr<const Content> content;
+};
+
+} // namespace mxauthor

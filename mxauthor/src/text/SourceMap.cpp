@@ -1,0 +1,249 @@
+#include "mxauthor/SourceMap.h"
+
+#include "BlockField.h"
+#include "GroupWords.h"
+#include "SourceErrors.h"
+#include "TextOrigins.h"
+#include "mxauthor/Explain.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+// A value of the text: the one of `key`, or an item of it, counted from 1.
+struct Value
+{
+    const char* key;
+    std::size_t item = 0;
+    bool itemPerField = false; // the item is the number of the field in its record, from 0
+};
+
+// What the text form calls a field of a group's records.
+using FieldNames = std::map<std::string, Value>;
+
+const std::map<std::uint16_t, FieldNames>& fieldsOfGroups()
+{
+    static const std::map<std::uint16_t, FieldNames> fields = {
+        {moduleGroup, {{"id", {"id"}}, {"unread", {"unread"}}, {"trailer", {"trailer"}}}},
+        {catalogueGroup, {{"key", {"key"}}, {"kind", {"kind"}}, {"value", {"value"}}}},
+        {componentGroup, {{"key", {"key"}}, {"kind", {"kind"}}, {"value", {"value"}}}},
+        {extensionGroup,
+         {{"version", {"version"}},
+          {"gtin_id", {"gtin"}},
+          {"date", {"calibrationDate"}},
+          {"rest", {"rest"}}}},
+        {channelsGroup,
+         {{"number", {"number"}},
+          {"unread_2", {"unread"}},
+          {"bit_length", {"bits"}},
+          {"bit_offset", {"bit"}},
+          {"unread_5", {"unread"}},
+          {"word_count", {"words"}},
+          {"word", {"words", 1, true}}}},
+        {channelNamesGroup, {{"channel", {"channel"}}, {"text_id", {"name"}}}},
+        {parametersGroup,
+         {{"number", {"number"}},
+          {"name_id", {"name"}},
+          {"position", {"at"}},
+          {"datatype", {"type"}},
+          {"flags", {"flags"}},
+          {"conversion", {"conversion"}},
+          {"option_list", {"options"}},
+          {"minimum", {"range", 1}},
+          {"maximum", {"range", 2}},
+          {"unit_id", {"unit"}},
+          {"bit_length", {"bits"}},
+          {"bit_offset", {"bit"}},
+          {"channel", {"channel"}}}},
+        {optionListsGroup,
+         {{"id", {"id"}}, {"value", {"values", 0, true}}, {"text_id", {"texts", 0, true}}}},
+        {conversionsGroup,
+         {{"id", {"id"}}, {"factor", {"factor"}}, {"offset", {"offset"}}, {"unit_id", {"unit"}}}},
+    };
+    return fields;
+}
+
+const Value* valueOfField(std::uint16_t group, const std::string& field)
+{
+    const auto fields = fieldsOfGroups().find(group);
+    if (fields == fieldsOfGroups().end()) {
+        return nullptr;
+    }
+    const auto found = fields->second.find(field);
+    return found == fields->second.end() ? nullptr : &found->second;
+}
+
+YAML::Mark markOf(const RecordOrigin& record, const std::string& key, std::size_t item)
+{
+    const auto found = record.values.find(key);
+    if (found == record.values.end() || found->second.empty()) {
+        return record.mark;
+    }
+    return found->second[item < found->second.size() ? item : 0];
+}
+
+// Where a record states the part's field; `number` is that of the field in its record.
+YAML::Mark markOf(const RecordOrigin& record, const ExplainedPart& part, std::size_t number)
+{
+    if (part.place.group == channelsGroup && part.field == "kind") {
+        return markOf(record, record.values.count("in") != 0 ? "in" : "out", 0);
+    }
+    if (part.place.group == extensionGroup && record.values.count("dateBytes") != 0 &&
+        part.field == "date") {
+        return markOf(record, "dateBytes", 0);
+    }
+    const Value* const value = valueOfField(part.place.group, part.field);
+    if (value == nullptr) {
+        return record.mark;
+    }
+    return markOf(record, value->key, value->item + (value->itemPerField ? number : 0));
+}
+
+// The parameters whose defaults make the block: the first group of them counts.
+const Parameters* parametersOf(const MxFile& file)
+{
+    for (const Group& group : file.groups) {
+        if (const auto* parameters = std::get_if<Parameters>(&group.content)) {
+            return parameters;
+        }
+    }
+    return nullptr;
+}
+
+// The number of the parameter that holds a byte of the block; empty when none does.
+std::optional<std::size_t> parameterAt(const Parameters& parameters, std::uint32_t byte)
+{
+    for (std::size_t i = 0; i < parameters.records.size(); ++i) {
+        const auto field = blockFieldOf(parameters.records[i]);
+        if (field && field->byte <= byte && byte < field->end()) {
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+class SourceMap::Content
+{
+public:
+    Content(const std::string& source, const BuildResult& built)
+        : positions(source), origins(built.origins)
+    {
+        if (const Parameters* const parameters = parametersOf(built.file)) {
+            defaults = *parameters;
+        }
+        const Bytes bytes = writeMxFile(built.file);
+        parts = explain({bytes.begin(), bytes.end()}).parts;
+    }
+
+    YAML::Mark markAt(std::uint32_t offset) const
+    {
+        const ExplainedPart* const part = partAt(offset);
+        const GroupOrigin* const group = part == nullptr ? nullptr : originOf(part->group);
+        if (group == nullptr) {
+            return YAML::Mark::null_mark();
+        }
+        const YAML::Mark mark = part->place.group == blockGroup && part->field == "block"
+                                    ? markOfBlockByte(*part, offset)
+                                    : markInRecord(*group, *part);
+        return mark.is_null() ? group->mark : mark;
+    }
+
+    // Where the default of the parameter is stated whose record has a byte at `offset`.
+    YAML::Mark markOfDefault(std::uint32_t offset) const
+    {
+        const ExplainedPart* const part = partAt(offset);
+        const GroupOrigin* const group = part == nullptr ? nullptr : originOf(part->group);
+        const bool isStated = group != nullptr && part->record >= 0 &&
+                              static_cast<std::size_t>(part->record) < group->records.size();
+        return isStated ? mxauthor::markOf(group->records[static_cast<std::size_t>(part->record)],
+                                           "default", 0)
+                        : YAML::Mark::null_mark();
+    }
+
+    SourceErrors positions;
+
+private:
+    const ExplainedPart* partAt(std::uint32_t offset) const
+    {
+        const auto next = std::upper_bound(
+            parts.begin(), parts.end(), offset,
+            [](std::uint32_t at, const ExplainedPart& part) { return at < part.place.offset; });
+        return next == parts.begin() ? nullptr : &*(next - 1);
+    }
+
+    // Null for what is outside the groups.
+    const GroupOrigin* originOf(int group) const
+    {
+        const bool isGroup = group >= 0 && static_cast<std::size_t>(group) < origins->groups.size();
+        return isGroup ? &origins->groups[static_cast<std::size_t>(group)] : nullptr;
+    }
+
+    YAML::Mark markInRecord(const GroupOrigin& group, const ExplainedPart& part) const
+    {
+        // A group without a list of records is its only one.
+        const std::size_t record = part.record < 0 ? 0 : static_cast<std::size_t>(part.record);
+        if (record >= group.records.size() || (part.record < 0 && !isRecord(part))) {
+            return YAML::Mark::null_mark();
+        }
+        std::size_t number = 0;
+        for (const ExplainedPart* other = &part;
+             other != parts.data() && (other - 1)->group == part.group &&
+             (other - 1)->record == part.record;
+             --other) {
+            number += (other - 1)->field == part.field ? 1 : 0;
+        }
+        return mxauthor::markOf(group.records[record], part, number);
+    }
+
+    static bool isRecord(const ExplainedPart& part)
+    {
+        return part.place.group == extensionGroup && part.field != "id" && part.field != "length" &&
+               part.field != "checksum";
+    }
+
+    YAML::Mark markOfBlockByte(const ExplainedPart& part, std::uint32_t offset) const
+    {
+        const auto start = std::find_if(parts.begin(), parts.end(), [&part](const auto& other) {
+            return other.group == part.group && other.field == part.field;
+        });
+        const auto parameter = parameterAt(defaults, offset - start->place.offset);
+        for (const GroupOrigin& group : origins->groups) {
+            if (parameter && group.id == parametersGroup && *parameter < group.records.size()) {
+                return mxauthor::markOf(group.records[*parameter], "default", 0);
+            }
+        }
+        return YAML::Mark::null_mark();
+    }
+
+    std::shared_ptr<const TextOrigins> origins;
+    std::vector<ExplainedPart> parts;
+    Parameters defaults;
+};
+
+SourceMap::SourceMap(const std::string& source, const BuildResult& built)
+    : content(std::make_unique<Content>(source, built))
+{}
+
+SourceMap::~SourceMap() = default;
+
+SourceError SourceMap::at(std::uint32_t offset, const std::string& what) const
+{
+    return content->positions.located(content->markAt(offset), what);
+}
+
+SourceError SourceMap::of(const Finding& finding, const std::string& what) const
+{
+    if (finding.parameter.length != 0) {
+        return content->positions.located(content->markOfDefault(finding.parameter.offset), what);
+    }
+    if (!finding.inGroup) {
+        return content->positions.located(YAML::Mark::null_mark(), what);
+    }
+    return at(finding.place.offset, what);
+}
+
+} // namespace mxauthor
