@@ -5,21 +5,14 @@
 #include <devices/parser/mx/ByteReaders.h>
 
 #include <algorithm>
-#include <bitset>
-#include <cmath>
-#include <cstring>
 
 namespace mxfileext {
 
 namespace {
 
 using devices::parser::mx::readU16BE;
-using devices::parser::mx::readU32BE;
-using devices::parser::mx::readU8;
 
 constexpr std::uint16_t textGroup = 0x20D3;
-constexpr std::uint16_t conversionGroup = 0x20C2;
-constexpr std::uint32_t conversionEntrySize = 11;
 constexpr std::uint32_t groupHeaderSize = 4;
 constexpr std::uint32_t groupOverhead = 6; // header and checksum
 
@@ -34,14 +27,6 @@ std::uint16_t& sizeOfBlock()
 {
     static std::uint16_t size = 0;
     return size;
-}
-
-float readFloatBE(const std::uint8_t* bytes)
-{
-    const std::uint32_t bits = readU32BE(bytes);
-    float number = 0;
-    std::memcpy(&number, &bits, sizeof number);
-    return number;
 }
 
 // Where the line end of the text at `pos` begins, `size` when there is none. A bare line feed ends
@@ -66,9 +51,9 @@ void ModuleData::addGroup(std::uint16_t group, const std::uint8_t* payload, std:
     if (group == textGroup && !textsRead) {
         textsRead = true;
         textTable.assign(payload, payload + size);
-    } else if (group == conversionGroup && !conversionsRead) {
+    } else if (group == mxformat::ConversionTable::group && !conversionsRead) {
         conversionsRead = true;
-        readConversions(payload, size);
+        conversions = mxformat::ConversionTable(payload, size);
     }
 }
 
@@ -92,44 +77,23 @@ std::string ModuleData::text(std::uint16_t id) const
     return {};
 }
 
-void ModuleData::readConversions(const std::uint8_t* payload, std::uint32_t size)
+const std::string& ModuleData::unitOf(const mxformat::ConversionTable::Entry& entry)
 {
-    if (size % conversionEntrySize != 0) {
-        return;
+    static const std::string none;
+    if (entry.unitTextId == 0 || !textsRead) {
+        return none;
     }
-    std::bitset<256> known;
-    for (const std::uint8_t* entry = payload; entry != payload + size;
-         entry += conversionEntrySize) {
-        const std::uint8_t id = readU8(entry);
-        if (!known.test(id)) {
-            known.set(id);
-            conversions.push_back({id, readFloatBE(entry + 1), readFloatBE(entry + 5),
-                                   readU16BE(entry + 9), std::string(), false});
-        }
+    const auto [unit, isNew] = units.try_emplace(entry.id);
+    if (isNew) {
+        unit->second = text(entry.unitTextId);
     }
-}
-
-const std::string& ModuleData::unitOf(ConversionEntry& entry)
-{
-    if (!entry.unitKnown && textsRead) {
-        entry.unit = entry.unitTextId == 0 ? std::string() : text(entry.unitTextId);
-        entry.unitKnown = true;
-    }
-    return entry.unit;
+    return unit->second;
 }
 
 Conversion ModuleData::conversion(std::uint8_t id)
 {
-    const auto entry =
-        std::find_if(conversions.begin(), conversions.end(),
-                     [id](const ConversionEntry& candidate) { return candidate.id == id; });
-    if (id == 0 || entry == conversions.end()) {
-        return {};
-    }
-    if (entry->factor == 0 || !std::isfinite(entry->factor) || !std::isfinite(entry->offset)) {
-        return {};
-    }
-    return {entry->factor, entry->offset, unitOf(*entry)};
+    const auto* const entry = conversions.find(id);
+    return entry == nullptr ? Conversion{} : Conversion{entry->scale, unitOf(*entry)};
 }
 
 ModuleData& moduleData(std::uint8_t module)

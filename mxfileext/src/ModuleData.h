@@ -1,5 +1,7 @@
 #pragma once
 
+#include <mxformat/ConversionTable.h>
+
 #include <cstdint>
 #include <map>
 #include <string>
@@ -10,8 +12,7 @@ namespace mxfileext {
 /// How raw values become physical ones: raw * factor + offset.
 struct Conversion
 {
-    float factor = 1;
-    float offset = 0;
+    mxformat::PhysicalScale scale;
     std::string unit;
 };
 
@@ -26,26 +27,16 @@ public:
     Conversion conversion(std::uint8_t id);
 
 private:
-    struct ConversionEntry
-    {
-        std::uint8_t id;
-        float factor;
-        float offset;
-        std::uint16_t unitTextId; // 0: no unit
-        std::string unit;         // as far as `unitKnown` says
-        bool unitKnown;
-    };
-
     std::string text(std::uint16_t id) const;
 
     /// Looks the unit's text up once: many parameters share a conversion.
-    const std::string& unitOf(ConversionEntry& entry);
-    void readConversions(const std::uint8_t* payload, std::uint32_t size);
+    const std::string& unitOf(const mxformat::ConversionTable::Entry& entry);
 
     bool textsRead = false;
     bool conversionsRead = false;
-    std::vector<std::uint8_t> textTable;      // whole: in a damaged table the texts may overlap
-    std::vector<ConversionEntry> conversions; // one per identifier, the first
+    std::vector<std::uint8_t> textTable; // whole: in a damaged table the texts may overlap
+    mxformat::ConversionTable conversions;
+    std::map<std::uint8_t, std::string> units; // of the conversions that were looked up
 };
 
 /// Returns what is kept for the module index `module`.

@@ -1,8 +1,8 @@
 #include "ParameterField.h"
 
 #include <devices/parser/mx/ByteReaders.h>
+#include <mxformat/BitPlace.h>
 
-#include <algorithm>
 #include <array>
 
 namespace mxfileext {
@@ -76,11 +76,9 @@ ParameterField::ParameterField(const std::uint8_t* record)
     isSigned = width.isSigned;
     bits = static_cast<std::uint8_t>(8 * bytes);
     if (static_cast<MxParameterDatatype>(datatype) == MxParameterDatatype::Byte) {
-        const std::uint8_t bitLength = readU8(record + 26);
-        shift = readU8(record + 27);
-        // A field ends with its byte, however long the record says that it is.
-        bits = static_cast<std::uint8_t>(shift < 8 ? 8 - shift : 0);
-        bits = bitLength == 0 ? bits : std::min(bits, bitLength);
+        const auto place = mxformat::bitPlace(readU8(record + 26), readU8(record + 27));
+        shift = static_cast<std::uint8_t>(place.shift);
+        bits = static_cast<std::uint8_t>(place.count);
     }
 }
 
@@ -126,16 +124,14 @@ std::uint64_t ParameterField::fromSlot(std::uint64_t slot) const
     return signExtended(slot, 8U * bytes, isSigned);
 }
 
-double ParameterField::number(std::uint64_t rawValue) const
+mxformat::WholeNumber ParameterField::number(std::uint64_t rawValue) const
 {
-    return isSigned ? static_cast<double>(static_cast<std::int64_t>(rawValue))
-                    : static_cast<double>(rawValue);
+    return mxformat::WholeNumber::ofBits(rawValue, isSigned);
 }
 
-bool ParameterField::holds(bool negative, std::uint64_t magnitude) const
+bool ParameterField::holds(const mxformat::WholeNumber& value) const
 {
-    const std::uint64_t lowestMagnitude = 0 - lowest();
-    return magnitude <= (negative ? lowestMagnitude : highest());
+    return !(value < number(lowest())) && !(number(highest()) < value);
 }
 
 std::string ParameterField::text(std::uint64_t rawValue) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <mxformat/WholeNumber.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -33,10 +35,10 @@ public:
     std::uint64_t fromSlot(std::uint64_t slot) const;
 
     /// Returns the raw value as a number.
-    double number(std::uint64_t rawValue) const;
+    mxformat::WholeNumber number(std::uint64_t rawValue) const;
 
-    /// Whether the datatype or bit field can hold plus or minus `magnitude`.
-    bool holds(bool negative, std::uint64_t magnitude) const;
+    /// Whether the datatype or bit field can hold `value`.
+    bool holds(const mxformat::WholeNumber& value) const;
 
     /// Returns the decimal text of a raw value; empty for an invalid datatype.
     std::string text(std::uint64_t rawValue) const;

@@ -26,13 +26,6 @@ Conversion conversionOf(std::uint8_t module, const std::uint8_t* record)
     return moduleData(module).conversion(readU8(record + 6));
 }
 
-float physicalValue(const ParameterField& field, const Conversion& conversion,
-                    std::uint64_t rawValue)
-{
-    return static_cast<float>(field.number(rawValue) * double{conversion.factor} +
-                              double{conversion.offset});
-}
-
 std::string physicalText(float value)
 {
     constexpr int decimals = 6;

@@ -14,10 +14,6 @@ bool isConverted(const std::uint8_t* record);
 /// Returns the conversion that `record` names, from the tables of `module`.
 Conversion conversionOf(std::uint8_t module, const std::uint8_t* record);
 
-/// Returns the physical value of `rawValue`.
-float physicalValue(const ParameterField& field, const Conversion& conversion,
-                    std::uint64_t rawValue);
-
 /// Returns the text with six decimals in which a physical value is shown.
 std::string physicalText(float value);
 

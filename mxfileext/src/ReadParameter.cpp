@@ -79,10 +79,11 @@ void getConvertedParameter(unsigned char module, unsigned char* block, unsigned 
     const Conversion conversion = conversionOf(module, record);
     const bool present = block != nullptr && field.liesWithin(blockSize());
     const auto [minimum, maximum] = rangeOf(record, field);
-    *value = physicalValue(field, conversion, present ? field.read(block) : 0);
-    *min = physicalValue(field, conversion, minimum);
-    *max = physicalValue(field, conversion, maximum);
-    if (conversion.factor < 0) {
+    const mxformat::PhysicalScale& scale = conversion.scale;
+    *value = scale.value(field.number(present ? field.read(block) : 0));
+    *min = scale.value(field.number(minimum));
+    *max = scale.value(field.number(maximum));
+    if (scale.factor < 0) {
         std::swap(*min, *max);
     }
     unit = conversion.unit;

@@ -4,9 +4,9 @@
 #include "mxfileext/mxfileext.h"
 
 #include <devices/parser/mx/ByteReaders.h>
+#include <mxformat/Decimal.h>
 
 #include <charconv>
-#include <cmath>
 #include <optional>
 #include <stdexcept>
 
@@ -14,13 +14,7 @@ namespace mxfileext {
 
 namespace {
 
-// An integer of any sign, before it is known whether the parameter can hold it.
-struct Integer
-{
-    bool negative;
-    std::uint64_t magnitude;
-    bool tooLarge; // beyond 64 bits
-};
+using mxformat::WholeNumber;
 
 // `text` with its NUL bytes spelled out: one of them would end the message.
 std::string withoutNul(const std::string& text)
@@ -39,47 +33,11 @@ std::string withoutNul(const std::string& text)
                              ": cannot set value \"" + withoutNul(text) + "\": " + reason);
 }
 
-std::optional<Integer> parseInteger(const std::string& text)
-{
-    const bool sign = !text.empty() && (text[0] == '-' || text[0] == '+');
-    const char* const end = text.data() + text.size();
-    Integer number{sign && text[0] == '-', 0, false};
-    const auto [rest, error] = std::from_chars(text.data() + sign, end, number.magnitude);
-    if (error == std::errc::invalid_argument || rest != end) {
-        return std::nullopt;
-    }
-    number.tooLarge = error == std::errc::result_out_of_range;
-    return number;
-}
-
-std::optional<double> parseDecimal(const std::string& text)
-{
-    // from_chars takes no plus sign, but the words for infinity and not-a-number.
-    const bool plus = text.size() > 1 && text[0] == '+' && text[1] != '-';
-    const char* const end = text.data() + text.size();
-    double number = 0;
-    const auto [rest, error] = std::from_chars(text.data() + plus, end, number);
-    if (error != std::errc() || rest != end || !std::isfinite(number)) {
-        return std::nullopt;
-    }
-    return number;
-}
-
-// The whole number nearest to `value`.
-Integer nearestInteger(double value)
-{
-    constexpr double twoTo64 = 18446744073709551616.0;
-    const double magnitude = std::fabs(std::round(value));
-    if (!(magnitude < twoTo64)) {
-        return {value < 0, 0, true};
-    }
-    return {value < 0, static_cast<std::uint64_t>(magnitude), false};
-}
-
+// The text in which `getParameterValue` or `getConvertedParameter` give a raw value.
 std::string shownText(const std::uint8_t* record, const Conversion& conversion,
                       const ParameterField& field, std::uint64_t rawValue)
 {
-    return isConverted(record) ? physicalText(physicalValue(field, conversion, rawValue))
+    return isConverted(record) ? physicalText(conversion.scale.value(field.number(rawValue)))
                                : field.text(rawValue);
 }
 
@@ -87,27 +45,52 @@ std::string shownText(const std::uint8_t* record, const Conversion& conversion,
 std::string limitsText(const std::uint8_t* record, const Conversion& conversion,
                        const ParameterField& field)
 {
-    std::string low = shownText(record, conversion, field, field.lowest());
-    std::string high = shownText(record, conversion, field, field.highest());
-    if (isConverted(record) && conversion.factor < 0) {
+    if (!isConverted(record)) {
+        return field.text(field.lowest()) + " to " + field.text(field.highest());
+    }
+    std::string low = conversion.scale.text(field.number(field.lowest()));
+    std::string high = conversion.scale.text(field.number(field.highest()));
+    if (conversion.scale.factor < 0) {
         low.swap(high);
     }
     return low + " to " + high;
 }
 
-Integer rawInteger(const std::uint8_t* record, const Conversion& conversion,
-                   const ParameterField& field, const std::string& text)
+// The raw value that the text of a parameter without conversion asks for; nothing when the field
+// cannot hold it.
+std::optional<WholeNumber> rawOfInteger(const std::uint8_t* record, const Conversion& conversion,
+                                        const ParameterField& field, const std::string& text)
 {
-    if (!isConverted(record)) {
-        if (const auto number = parseInteger(text)) {
-            return *number;
-        }
+    const bool sign = !text.empty() && (text[0] == '-' || text[0] == '+');
+    const char* const end = text.data() + text.size();
+    std::uint64_t magnitude = 0;
+    const auto [rest, error] = std::from_chars(text.data() + sign, end, magnitude);
+    if (error == std::errc::invalid_argument || rest != end) {
         fail(record, text, "expected a decimal integer, " + limitsText(record, conversion, field));
     }
-    if (const auto physical = parseDecimal(text)) {
-        return nearestInteger((*physical - double{conversion.offset}) / double{conversion.factor});
+    const WholeNumber number(sign && text[0] == '-', magnitude);
+    return error == std::errc() && field.holds(number) ? std::optional(number) : std::nullopt;
+}
+
+// The same for the physical value of a converted parameter.
+std::optional<WholeNumber> rawOfPhysical(const std::uint8_t* record, const Conversion& conversion,
+                                         const ParameterField& field, const std::string& text)
+{
+    const auto wanted = mxformat::Decimal::ofText(text);
+    if (!wanted) {
+        fail(record, text, "expected a decimal number, " + limitsText(record, conversion, field));
     }
-    fail(record, text, "expected a decimal number, " + limitsText(record, conversion, field));
+    if (const auto raw = conversion.scale.nearestRaw(*wanted, field.number(field.lowest()),
+                                                     field.number(field.highest()))) {
+        return raw;
+    }
+    // A bound of many digits may be shown as a number beyond it.
+    for (const std::uint64_t bound : {field.lowest(), field.highest()}) {
+        if (text == shownText(record, conversion, field, bound)) {
+            return field.number(bound);
+        }
+    }
+    return std::nullopt;
 }
 
 // Why there is nothing to write to; empty where the value lies in a raw image of `imageSize` bytes.
@@ -144,11 +127,12 @@ void setParameter(unsigned char module, unsigned char* raw, unsigned char* recor
     if (value == shownText(record, conversion, field, field.read(raw))) {
         return;
     }
-    const Integer number = rawInteger(record, conversion, field, value);
-    if (number.tooLarge || !field.holds(number.negative, number.magnitude)) {
+    const auto wanted = isConverted(record) ? rawOfPhysical(record, conversion, field, value)
+                                            : rawOfInteger(record, conversion, field, value);
+    if (!wanted) {
         fail(record, value, "expected " + limitsText(record, conversion, field));
     }
-    field.write(raw, number.negative ? 0 - number.magnitude : number.magnitude);
+    field.write(raw, wanted->bits());
 }
 
 } // namespace mxfileext

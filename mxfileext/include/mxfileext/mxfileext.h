@@ -46,8 +46,10 @@ MXFILEEXT_API void parameterValueToString(const ParameterValue_t& parameter, std
                                           std::string& min, std::string& max);
 
 /// Gives value, minimum and maximum in physical units, raw * factor + offset, and the unit's text,
-/// by the conversion that `record` names (none: factor 1, offset 0, no unit). An absent value
-/// counts as raw 0.
+/// by the conversion that `record` names (none: factor 1, offset 0, no unit). Each is the binary32
+/// nearest to the exact number, so that large raw values share one: their text ("%f") is for
+/// people, not for storing. An absent value counts as raw 0. For a negative factor minimum and
+/// maximum change places.
 MXFILEEXT_API void getConvertedParameter(unsigned char module, unsigned char* block,
                                          unsigned char* record, float* value, float* min,
                                          float* max, std::string& unit);
@@ -59,12 +61,22 @@ MXFILEEXT_API void getLeftAlignedRawParameter(const std::vector<char>& raw, unsi
                                               unsigned char byteOffset, unsigned char dataSize,
                                               unsigned char bitOffset, unsigned char bitLength);
 
-/// Writes `value` into the raw image `raw`, which has the size told to `initializeModule`: a
-/// decimal integer, or the physical value for a parameter that is converted (rounded to the nearest
-/// raw value). Only the bits of the parameter change; the text that is read from a parameter leaves
-/// the image as it is. Throws `std::runtime_error` naming the parameter number and the text, with
-/// the image unchanged, when the text is no number, the datatype or bit field cannot hold the
-/// value, or its place lies outside the image.
+/// Writes `value` into the raw image `raw`, which has the size told to `initializeModule`. Only the
+/// bits of the parameter change. Range and option list are not looked at.
+///
+/// A parameter without conversion takes a decimal integer, one that is converted the physical value
+/// as a decimal number, "9.5" or "95e-1". The raw value written is the one whose exact raw * factor
+/// + offset, with the binary32 factor and offset of the mx file, is nearest to the number; half way
+/// between two, the one away from zero. This holds for every raw value of 64 bits.
+///
+/// The text that `parameterValueToString` gives, or the "%f" of what `getConvertedParameter` gives,
+/// for the value that stands in `raw` leaves the image as it is, even where several raw values have
+/// that text. The text of the lowest or highest value that the parameter can hold sets that value,
+/// even where "%f" rounds it to a number beyond.
+///
+/// Throws `std::runtime_error` naming the parameter and the text, with the image unchanged, when
+/// the text is no number, the datatype or bit field cannot hold the value (the text says what it
+/// can hold), or its place lies outside the image.
 MXFILEEXT_API void setParameter(unsigned char module, unsigned char* raw, unsigned char* record,
                                 const std::string& value);
 

@@ -74,9 +74,9 @@ TEST_F(LocaleTest, shownTextIsRecognised)
 TEST_F(LocaleTest, failuresAreTheSame)
 {
     giveConversions({{1, plusHalf}});
-    EXPECT_EQ(failureToSet(recordOf(6, 4), Bytes(4, 0), "1,5"),
-              "Parameter 1: cannot set value \"1,5\": expected a decimal number, 0.000000 to "
-              "2147483648.000000");
+    EXPECT_EQ(
+        failureToSet(recordOf(6, 4), Bytes(4, 0), "1,5"),
+        "Parameter 1: cannot set value \"1,5\": expected a decimal number, 0 to 2147483647.5");
     EXPECT_EQ(failureToSet(recordOf(6, 0), Bytes(4, 0), "1.000"),
               "Parameter 1: cannot set value \"1.000\": expected a decimal integer, 0 to "
               "4294967295");

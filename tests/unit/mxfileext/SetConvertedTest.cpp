@@ -57,16 +57,16 @@ TEST_F(SetConvertedTest, limitsHoldAfterRounding)
     EXPECT_EQ(imageAfter(converted(1), {9}, "127.7"), (Bytes{255})); // 255.4
     EXPECT_EQ(imageAfter(converted(1), {9}, "-0.2"), (Bytes{0}));    // -0.4
     EXPECT_EQ(failureToSet(converted(1), {9}, "127.75"),             // 255.5
-              "Parameter 7: cannot set value \"127.75\": expected 0.000000 to 127.500000");
+              "Parameter 7: cannot set value \"127.75\": expected 0 to 127.5");
     EXPECT_EQ(failureToSet(converted(1), {9}, "-0.3"), // -0.6
-              "Parameter 7: cannot set value \"-0.3\": expected 0.000000 to 127.500000");
+              "Parameter 7: cannot set value \"-0.3\": expected 0 to 127.5");
 }
 
 TEST_F(SetConvertedTest, limitsOfANegativeFactorAreStatedInOrder)
 {
     giveConversions({{1, minusHalf, plusTen}});
     EXPECT_EQ(failureToSet(converted(1), {9}, "11"),
-              "Parameter 7: cannot set value \"11\": expected -117.500000 to 10.000000");
+              "Parameter 7: cannot set value \"11\": expected -117.5 to 10");
 }
 
 TEST_F(SetConvertedTest, withoutConversionTheRawValueIsThePhysicalOne)
@@ -75,31 +75,57 @@ TEST_F(SetConvertedTest, withoutConversionTheRawValueIsThePhysicalOne)
     EXPECT_EQ(imageAfter(converted(1, 5), {9}, "12.6"), (Bytes{13}));
 }
 
-// The neighbours of 2^64 among the binary64 numbers: 2^64 - 2048 is the last one below it.
-TEST_F(SetConvertedTest, unsignedSixtyFourBitsEndBelowTwoToTheSixtyFour)
+TEST_F(SetConvertedTest, everyUnsignedValueOfSixtyFourBitsCanBeSet)
 {
-    EXPECT_EQ(imageAfter(converted(8, 0), Bytes(8, 0), "18446744073709549568"),
-              hexBytes("fffffffffffff800"));
+    const ParameterRecord record = converted(8, 0);
+    EXPECT_EQ(imageAfter(record, Bytes(8, 0), "1234567890123456789"), hexBytes("112210f47de98115"));
+    EXPECT_EQ(imageAfter(record, Bytes(8, 0), "9007199254740993"), // 2^53 + 1
+              hexBytes("0020000000000001"));
+    EXPECT_EQ(imageAfter(record, Bytes(8, 0), "18446744073709551615"), Bytes(8, 0xFF));
     for (const char* text :
-         {"18446744073709551615", "18446744073709551616", "1e300", "-1", "-1e300"}) {
-        EXPECT_EQ(failureToSet(converted(8, 0), Bytes(8, 0), text),
+         {"18446744073709551615.5", "18446744073709551616", "1e300", "1e400", "-1", "-1e300"}) {
+        EXPECT_EQ(failureToSet(record, Bytes(8, 0), text),
                   "Parameter 7: cannot set value \"" + std::string(text) +
-                      "\": expected 0.000000 to 18446744073709551616.000000");
+                      "\": expected 0 to 18446744073709551615");
     }
 }
 
-// Around 2^63 the neighbours are 2^63 - 1024 and 2^63 + 2048.
-TEST_F(SetConvertedTest, signedSixtyFourBitsEndAtTwoToTheSixtyThree)
+TEST_F(SetConvertedTest, everySignedValueOfSixtyFourBitsCanBeSet)
 {
-    EXPECT_EQ(imageAfter(converted(9, 0), Bytes(8, 0), "9223372036854774784"),
-              hexBytes("7ffffffffffffc00"));
-    EXPECT_EQ(imageAfter(converted(9, 0), Bytes(8, 0), "-9223372036854775808"),
+    const ParameterRecord record = converted(9, 0);
+    EXPECT_EQ(imageAfter(record, Bytes(8, 0), "9223372036854775807"), hexBytes("7fffffffffffffff"));
+    EXPECT_EQ(imageAfter(record, Bytes(8, 0), "-9223372036854775807"),
+              hexBytes("8000000000000001"));
+    EXPECT_EQ(imageAfter(record, Bytes(8, 0), "-9223372036854775808"),
               hexBytes("8000000000000000"));
-    for (const char* text : {"9223372036854775808", "-9223372036854777856"}) {
-        EXPECT_EQ(failureToSet(converted(9, 0), Bytes(8, 0), text),
+    for (const char* text : {"9223372036854775808", "-9223372036854775809"}) {
+        EXPECT_EQ(failureToSet(record, Bytes(8, 0), text),
                   "Parameter 7: cannot set value \"" + std::string(text) +
-                      "\": expected -9223372036854775808.000000 to 9223372036854775808.000000");
+                      "\": expected -9223372036854775808 to 9223372036854775807");
     }
+}
+
+// 2^64 - 1 and 2^63 - 1 are shown as 2^64 and 2^63, the nearest binary32.
+TEST_F(SetConvertedTest, shownTextOfABoundSetsIt)
+{
+    EXPECT_EQ(imageAfter(converted(8, 0), Bytes(8, 0), "18446744073709551616.000000"),
+              Bytes(8, 0xFF));
+    EXPECT_EQ(imageAfter(converted(9, 0), Bytes(8, 0), "9223372036854775808.000000"),
+              hexBytes("7fffffffffffffff"));
+    EXPECT_EQ(imageAfter(converted(6, 0), Bytes(4, 0), "4294967296.000000"), Bytes(4, 0xFF));
+}
+
+// 0.1 as a binary32 is 13421773 / 2^27 = 0.100000001490116119384765625.
+TEST_F(SetConvertedTest, factorAndOffsetCountWithAllTheirBits)
+{
+    giveConversions({{1, plusTenth, plusTen}});
+    // 10 + 2^40 * 13421773 / 2^27 = 10 + 8192 * 13421773
+    EXPECT_EQ(imageAfter(converted(8), Bytes(8, 0), "109951164426"), hexBytes("0000010000000000"));
+    // A little less than half a step more, and half a step.
+    EXPECT_EQ(imageAfter(converted(8), Bytes(8, 0), "109951164426.0500000007450580596923828124"),
+              hexBytes("0000010000000000"));
+    EXPECT_EQ(imageAfter(converted(8), Bytes(8, 0), "109951164426.0500000007450580596923828125"),
+              hexBytes("0000010000000001"));
 }
 
 TEST_F(SetConvertedTest, shownTextKeepsWhatItCannotTell)
@@ -125,14 +151,16 @@ TEST_F(SetConvertedTest, shownInfinityIsKeptButCannotBeSet)
     giveConversions({{1, 0x7F7FFFFF}}); // the largest finite factor
     EXPECT_EQ(imageAfter(converted(1), {2}, "inf"), (Bytes{2}));
     EXPECT_EQ(failureToSet(converted(1), {0}, "inf"),
-              "Parameter 7: cannot set value \"inf\": expected a decimal number, 0.000000 to inf");
+              "Parameter 7: cannot set value \"inf\": expected a decimal number, 0 to 8677199925" +
+                  std::string(31, '0'));
 }
 
 TEST_F(SetConvertedTest, resultBeyondEveryNumberDoesNotFit)
 {
-    giveConversions({{1, 0x00000001}}); // the smallest factor, 2^-149: 1e300 / factor is infinite
+    giveConversions({{1, 0x00000001}}); // the smallest factor, 2^-149
     EXPECT_EQ(failureToSet(converted(9), Bytes(8, 0), "1e300"),
-              "Parameter 7: cannot set value \"1e300\": expected -0.000000 to 0.000000");
+              "Parameter 7: cannot set value \"1e300\": expected -0." + std::string(25, '0') +
+                  "1292469707114105742 to 0." + std::string(25, '0') + "12924697071141057418");
 }
 
 } // namespace

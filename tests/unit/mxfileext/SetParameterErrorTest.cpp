@@ -42,7 +42,7 @@ TEST_F(SetParameterErrorTest, textIsADecimalNumberWhereConverted)
         "inf", "-inf", "nan", "+inf", "infinity", "nan(1)", "NAN", "1.5f"};
     for (const std::string& text : texts) {
         EXPECT_EQ(failureToSet(record, {0xA5}, text),
-                  failureText(text, "expected a decimal number, 0.000000 to 255.000000"));
+                  failureText(text, "expected a decimal number, 0 to 255"));
     }
 }
 
@@ -57,7 +57,7 @@ TEST_F(SetParameterErrorTest, nulIsNoPartOfANumber)
                            std::string("\0"
                                        "1",
                                        2)),
-              failureText("\\01", "expected a decimal number, 0.000000 to 255.000000"));
+              failureText("\\01", "expected a decimal number, 0 to 255"));
 }
 
 struct Beyond

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "mxformat/PhysicalScale.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace mxformat {
+
+/// The conversions of group 0x20c2, as far as they are used.
+class ConversionTable
+{
+public:
+    static constexpr std::uint16_t group = 0x20C2;
+
+    struct Entry
+    {
+        std::uint8_t id = 0;
+        PhysicalScale scale;
+        std::uint16_t unitTextId = 0; ///< 0: no unit.
+    };
+
+    ConversionTable() = default; ///< Nothing is converted.
+
+    /// Reads the payload of `size` bytes. One that is no whole number of entries converts nothing.
+    ConversionTable(const std::uint8_t* payload, std::size_t size);
+
+    /// Returns the first entry `id`; null for 0, for one that is not there, and for one whose
+    /// factor is 0 or not finite or whose offset is not finite.
+    const Entry* find(std::uint8_t id) const;
+
+    /// Returns the scale of the entry `id`, factor 1 and offset 0 without one.
+    PhysicalScale scale(std::uint8_t id) const;
+
+private:
+    std::vector<Entry> entries; // one per identifier, the first
+};
+
+} // namespace mxformat

@@ -1,0 +1,65 @@
+#include "mxformat/ConversionTable.h"
+
+#include <devices/parser/mx/ByteReaders.h>
+
+#include <algorithm>
+#include <bitset>
+#include <cmath>
+#include <cstring>
+
+namespace mxformat {
+
+namespace {
+
+using devices::parser::mx::readU16BE;
+using devices::parser::mx::readU32BE;
+using devices::parser::mx::readU8;
+
+constexpr std::size_t entrySize = 11;
+
+float readFloatBE(const std::uint8_t* bytes)
+{
+    const std::uint32_t bits = readU32BE(bytes);
+    float number = 0;
+    std::memcpy(&number, &bits, sizeof number);
+    return number;
+}
+
+bool isUsable(const PhysicalScale& scale)
+{
+    return scale.factor != 0 && std::isfinite(scale.factor) && std::isfinite(scale.offset);
+}
+
+} // namespace
+
+ConversionTable::ConversionTable(const std::uint8_t* payload, std::size_t size)
+{
+    if (size % entrySize != 0) {
+        return;
+    }
+    std::bitset<256> known;
+    for (std::size_t at = 0; at < size; at += entrySize) {
+        const std::uint8_t* const entry = payload + at;
+        const std::uint8_t id = readU8(entry);
+        if (!known.test(id)) {
+            known.set(id);
+            entries.push_back(
+                {id, {readFloatBE(entry + 1), readFloatBE(entry + 5)}, readU16BE(entry + 9)});
+        }
+    }
+}
+
+const ConversionTable::Entry* ConversionTable::find(std::uint8_t id) const
+{
+    const auto entry = std::find_if(entries.begin(), entries.end(),
+                                    [id](const Entry& candidate) { return candidate.id == id; });
+    return id == 0 || entry == entries.end() || !isUsable(entry->scale) ? nullptr : &*entry;
+}
+
+PhysicalScale ConversionTable::scale(std::uint8_t id) const
+{
+    const Entry* const entry = find(id);
+    return entry == nullptr ? PhysicalScale{} : entry->scale;
+}
+
+} // namespace mxformat

@@ -1,0 +1,149 @@
+#include "mxformat/PhysicalScale.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace mxformat {
+
+namespace {
+
+const WholeNumber two(false, 2);
+
+Decimal exactly(const PhysicalScale& scale, const WholeNumber& raw)
+{
+    return Decimal(scale.factor) * raw + Decimal(scale.offset);
+}
+
+// With factor and offset as a person writes them.
+Decimal inDecimal(const PhysicalScale& scale, const WholeNumber& raw)
+{
+    return Decimal::shortestOf(scale.factor) * raw + Decimal::shortestOf(scale.offset);
+}
+
+float nearestFloat(const Decimal& number)
+{
+    const std::string text = number.text();
+    float result = 0;
+    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), result);
+    if (error == std::errc::result_out_of_range) {
+        return text[0] == '-' ? -std::numeric_limits<float>::infinity()
+                              : std::numeric_limits<float>::infinity();
+    }
+    return result;
+}
+
+// The distance from `number` to the next binary32 towards zero; 0 for 0, which is no rounded
+// number.
+Decimal gapAt(float number)
+{
+    const float size = std::fabs(number);
+    return size == 0 ? Decimal() : Decimal(size) - Decimal(std::nextafter(size, 0.0F));
+}
+
+// Looks for the raw value next to a physical one. Physical values are doubled, so that the middle
+// between two raw values needs no division.
+class RawSearch
+{
+public:
+    RawSearch(const PhysicalScale& scale, const Decimal& wanted)
+        : falling(scale.factor < 0),
+          twiceWanted(wanted * two),
+          factor(Decimal(scale.factor)),
+          twiceFactor(factor * two),
+          twiceOffset(Decimal(scale.offset) * two)
+    {}
+
+    // Whether a raw value above `raw` is nearer.
+    bool isAbove(const WholeNumber& raw) const
+    {
+        return isBeyond(twiceFactor * raw + twiceOffset + factor, !raw.isNegative());
+    }
+
+    // Whether `raw` or a raw value above it is nearer than the one below it.
+    bool isFrom(const WholeNumber& raw) const
+    {
+        const bool isPositive = !raw.isNegative() && raw.magnitude() != 0;
+        return isBeyond(twiceFactor * raw + twiceOffset - factor, isPositive);
+    }
+
+private:
+    // Whether the value lies above the middle between two raw values, or on it and `upwards` is
+    // away from zero.
+    bool isBeyond(const Decimal& twiceMiddle, bool upwards) const
+    {
+        if (twiceMiddle == twiceWanted) {
+            return upwards;
+        }
+        return falling ? twiceWanted < twiceMiddle : twiceMiddle < twiceWanted;
+    }
+
+    bool falling;
+    Decimal twiceWanted;
+    Decimal factor;
+    Decimal twiceFactor;
+    Decimal twiceOffset;
+};
+
+} // namespace
+
+float PhysicalScale::value(const WholeNumber& raw) const
+{
+    const long double magnitude = static_cast<long double>(raw.magnitude());
+    const long double product =
+        (raw.isNegative() ? -magnitude : magnitude) * static_cast<long double>(factor);
+    const long double sum = product + static_cast<long double>(offset);
+    const long double error =
+        (std::fabs(product) + std::fabs(sum)) * std::numeric_limits<long double>::epsilon();
+    const auto low = static_cast<float>(sum - error);
+    const auto high = static_cast<float>(sum + error);
+    // Where the rounding of the sum could matter, the exact number decides.
+    return low == high ? static_cast<float>(sum) : nearestFloat(exactly(*this, raw));
+}
+
+std::optional<WholeNumber> PhysicalScale::nearestRaw(const Decimal& value,
+                                                     const WholeNumber& lowest,
+                                                     const WholeNumber& highest) const
+{
+    const RawSearch search(*this, value);
+    if (highest < lowest || !search.isFrom(lowest) || search.isAbove(highest)) {
+        return std::nullopt;
+    }
+    // The first raw value that none above it is nearer than.
+    std::uint64_t low = 0;
+    std::uint64_t high = highest.bits() - lowest.bits();
+    while (low < high) {
+        const std::uint64_t middle = low + (high - low) / 2;
+        if (search.isAbove(lowest.plus(middle))) {
+            low = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    return lowest.plus(low);
+}
+
+std::string PhysicalScale::text(const WholeNumber& raw) const
+{
+    const Decimal exact = exactly(*this, raw);
+    const Decimal decimal = inDecimal(*this, raw);
+    const Decimal step = Decimal(factor).absolute();
+    const Decimal doubt = gapAt(factor) * WholeNumber(false, raw.magnitude()) + gapAt(offset);
+    for (unsigned decimals = 0;; ++decimals) {
+        for (const Decimal& whole : {decimal, exact}) {
+            const Decimal candidate = whole.rounded(decimals);
+            const Decimal twiceError = ((candidate - exact) * two).absolute();
+            const bool isTheValue = candidate == decimal || !(doubt < twiceError);
+            if (isTheValue && twiceError < step) {
+                return candidate.text();
+            }
+        }
+    }
+}
+
+bool PhysicalScale::states(const Decimal& value, const WholeNumber& raw) const
+{
+    return value == inDecimal(*this, raw) || value == *Decimal::ofText(text(raw));
+}
+
+} // namespace mxformat
