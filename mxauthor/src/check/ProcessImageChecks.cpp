@@ -16,7 +16,7 @@ std::string subjectOf(const Channel& channel)
 
 bool shareBits(const ChannelPlace& a, const ChannelPlace& b)
 {
-    return a.input == b.input && a.firstBit < b.firstBit + b.bits &&
+    return a.input == b.input && a.bits != 0 && b.bits != 0 && a.firstBit < b.firstBit + b.bits &&
            b.firstBit < a.firstBit + a.bits;
 }
 

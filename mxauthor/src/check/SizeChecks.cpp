@@ -41,7 +41,7 @@ std::uint32_t bytesOfChannels(const ModuleView& module, bool input)
 {
     std::uint64_t end = 0;
     for (const ModuleView::Channel& channel : module.channels()) {
-        if (channel.place.input == input) {
+        if (channel.place.input == input && channel.place.bits != 0) {
             end = std::max(end, channel.place.firstBit + channel.place.bits);
         }
     }
