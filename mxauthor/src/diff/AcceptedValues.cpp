@@ -1,5 +1,8 @@
 #include "diff/AcceptedValues.h"
 
+#include <algorithm>
+#include <set>
+
 namespace mxauthor {
 
 namespace {
@@ -18,19 +21,69 @@ bool keepPlaces(const OptionValues& old, const OptionValues& now)
     return true;
 }
 
+// The options of each text.
+using ValuesByText = std::set<std::pair<std::string, std::uint64_t>>;
+
+ValuesByText valuesByText(const OptionValues& options)
+{
+    ValuesByText values;
+    for (const std::uint64_t value : options.inOrder()) {
+        values.emplace(options.text(value), value);
+    }
+    return values;
+}
+
+// Whether another option than `value` has `text`: who chose it by its text meant another value.
+bool belongsToAnother(const std::string& text, std::uint64_t value, const ValuesByText& values)
+{
+    auto found = values.lower_bound({text, 0});
+    if (found != values.end() && *found == std::pair(text, value)) {
+        ++found;
+    }
+    return found != values.end() && found->first == text;
+}
+
 void compareTextsOf(const OptionValues& old, const OptionValues& now, Differences& differences)
 {
     constexpr unsigned shown = 8;
-    unsigned changes = 0;
+    const ValuesByText oldValues = valuesByText(old);
+    unsigned meaningChanges = 0;
+    unsigned rewordings = 0;
     for (const std::uint64_t value : old.inOrder()) {
-        if (now.hold(value) && old.text(value) != now.text(value) && ++changes <= shown) {
-            differences.changed(Effect::Cosmetic, "parameter", "", "option " + now.number(value),
-                                old.text(value), now.text(value));
+        if (!now.hold(value) || old.text(value) == now.text(value)) {
+            continue;
+        }
+        const std::string text =
+            "option " + now.number(value) + " " + old.text(value) + " becomes " + now.text(value);
+        if (!belongsToAnother(now.text(value), value, oldValues)) {
+            if (++rewordings <= shown) {
+                differences.add(Effect::Cosmetic, "parameter", "", text);
+            }
+        } else if (++meaningChanges <= shown) {
+            differences.addBreakingImage("parameter", "", text + ": " + sameBytesOtherValues);
         }
     }
-    if (changes > shown) {
+    const unsigned more =
+        rewordings + meaningChanges - std::min(rewordings, shown) - std::min(meaningChanges, shown);
+    if (more > 0) {
         differences.add(Effect::Cosmetic, "parameter", "",
-                        std::to_string(changes - shown) + " more texts of options change");
+                        std::to_string(more) + " more texts of options change");
+    }
+}
+
+void addGone(const OptionValues& old, const OptionValues& now, Differences& differences)
+{
+    std::vector<std::uint64_t> gone = old.missingIn(now);
+    const auto storable = std::stable_partition(
+        gone.begin(), gone.end(), [&old](std::uint64_t value) { return old.isStorable(value); });
+    const std::vector<std::uint64_t> neverHeld(storable, gone.end());
+    gone.erase(storable, gone.end());
+    if (!gone.empty()) {
+        differences.addBreakingImage("parameter", "", old.named(gone) + "gone");
+    }
+    if (!neverHeld.empty()) {
+        differences.add(Effect::Compatible, "parameter", "",
+                        old.named(neverHeld) + "gone, which its bits could not hold");
     }
 }
 
@@ -39,10 +92,7 @@ std::vector<Difference> compareLists(const OptionValues& old, const OptionValues
 {
     std::vector<Difference> found;
     Differences differences(found);
-    const auto gone = old.missingIn(now);
-    if (!gone.empty()) {
-        differences.addBreakingImage("parameter", "", old.named(gone) + "gone");
-    }
+    addGone(old, now, differences);
     const auto added = now.missingIn(old);
     if (!added.empty()) {
         differences.add(Effect::Compatible, "parameter", "", now.named(added) + "new");
@@ -60,24 +110,52 @@ std::string rangeText(const ParameterValue& value)
     return value.minimum.text() + " to " + value.maximum.text();
 }
 
-void compareRanges(const ParameterPair& pair, Differences& differences)
+// Whether the option of each value stands at the place of its number, so that a register holds the
+// same for both.
+bool placesAreValues(const OptionValues& options, const PatternSet& values)
 {
-    const ParameterValue& old = pair.before->value;
-    const ParameterValue& now = pair.after->value;
-    if (rangeText(old) == rangeText(now)) {
-        return;
-    }
-    const std::string text = "range " + rangeText(old) + " becomes " + rangeText(now);
-    if (old.minimum.isBelow(now.minimum) || now.maximum.isBelow(old.maximum)) {
-        differences.addBreakingImage("parameter", subjectOf(*pair.after), text);
-    } else {
-        differences.add(Effect::Compatible, "parameter", subjectOf(*pair.after), text);
-    }
+    constexpr std::uint64_t most = 0xFF; // a register holds the place in a byte
+    const auto& order = options.inOrder();
+    return std::all_of(values.intervals().begin(), values.intervals().end(),
+                       [&order](const PatternSet::Interval& part) {
+                           bool same = part.last <= most && part.last < order.size();
+                           for (std::uint64_t value = part.first; same && value <= part.last;
+                                ++value) {
+                               same = order[value] == value;
+                           }
+                           return same;
+                       });
 }
 
-// The options of `parameter`, from `lists` when they were read already.
-const OptionValues& optionsOf(const ModuleView& module, const Parameter& parameter,
-                              std::map<OptionUse, OptionValues>& lists)
+using NumberRanges = std::vector<std::pair<WideNumber, WideNumber>>;
+
+// The numbers that `patterns` are for `value`; patterns go from the positive to the negative ones.
+NumberRanges numbersOf(const ParameterValue& value, const PatternSet& patterns)
+{
+    const std::uint64_t lastPositive = highestPattern(value.bits - (value.isSigned ? 1 : 0));
+    NumberRanges ranges;
+    for (const PatternSet::Interval& part : patterns.intervals()) {
+        const auto add = [&](std::uint64_t first, std::uint64_t last) {
+            ranges.emplace_back(numberOfPattern(value, first), numberOfPattern(value, last));
+        };
+        if (part.first <= lastPositive && part.last > lastPositive) {
+            add(part.first, lastPositive);
+            add(lastPositive + 1, part.last);
+        } else {
+            add(part.first, part.last);
+        }
+    }
+    return ranges;
+}
+
+PatternSet rangeOf(const ParameterValue& value)
+{
+    return patternsBetween(value, value.minimum, value.maximum);
+}
+
+} // namespace
+
+const OptionValues& AcceptedValues::optionsOf(const Parameter& parameter)
 {
     const OptionUse use = optionUse(parameter);
     const auto found = lists.find(use);
@@ -85,15 +163,41 @@ const OptionValues& optionsOf(const ModuleView& module, const Parameter& paramet
                                 : lists.emplace(use, OptionValues(module, parameter)).first->second;
 }
 
-} // namespace
+PatternSet AcceptedValues::patternsOf(const Parameter& parameter)
+{
+    return usesOptions(parameter) ? optionsOf(parameter).patterns() : rangeOf(parameter.value);
+}
 
-void AcceptedValues::compareOptions(const ParameterPair& pair, Differences& differences)
+PatternSet AcceptedValues::patternsOf(const Parameter& parameter, const ParameterValue& other)
+{
+    const ParameterValue& own = parameter.value;
+    if (own.bits == other.bits && own.isSigned == other.isSigned) {
+        return patternsOf(parameter);
+    }
+    std::vector<PatternSet::Interval> parts;
+    for (const auto& [minimum, maximum] : numbersOf(own, patternsOf(parameter))) {
+        const PatternSet found = patternsBetween(other, minimum, maximum);
+        parts.insert(parts.end(), found.intervals().begin(), found.intervals().end());
+    }
+    PatternSet set(other.bits);
+    set.add(std::move(parts));
+    return set;
+}
+
+// The numbers that the parameter took and takes no more, as its old bits spell them.
+PatternSet AcceptedValueComparison::missingAfter(const ParameterPair& pair)
+{
+    const PatternSet taken = before.patternsOf(*pair.before);
+    return taken.without(after.patternsOf(*pair.after, pair.before->value));
+}
+
+void AcceptedValueComparison::compareOptions(const ParameterPair& pair, Differences& differences)
 {
     const std::pair uses{optionUse(*pair.before), optionUse(*pair.after)};
     auto found = compared.find(uses);
     if (found == compared.end()) {
-        const OptionValues& old = optionsOf(before, *pair.before, oldLists);
-        const OptionValues& now = optionsOf(after, *pair.after, newLists);
+        const OptionValues& old = before.optionsOf(*pair.before);
+        const OptionValues& now = after.optionsOf(*pair.after);
         found = compared.emplace(uses, compareLists(old, now)).first;
     }
     for (Difference difference : found->second) {
@@ -102,29 +206,61 @@ void AcceptedValues::compareOptions(const ParameterPair& pair, Differences& diff
     }
 }
 
-void AcceptedValues::compare(const ParameterPair& pair, Differences& differences)
+void AcceptedValueComparison::compareRanges(const ParameterPair& pair, Differences& differences)
+{
+    const std::string old = rangeText(pair.before->value);
+    const std::string now = rangeText(pair.after->value);
+    if (old == now) {
+        return;
+    }
+    const std::string text = "range " + old + " becomes " + now;
+    if (missingAfter(pair).empty()) {
+        differences.add(Effect::Compatible, "parameter", subjectOf(*pair.after), text);
+    } else {
+        differences.addBreakingImage("parameter", subjectOf(*pair.after), text);
+    }
+}
+
+// Whether every value that the parameter took has the same Modbus register as before.
+bool AcceptedValueComparison::registersStay(const ParameterPair& pair)
+{
+    const bool hadOptions = usesOptions(*pair.before);
+    const Parameter& listed = hadOptions ? *pair.before : *pair.after;
+    AcceptedValues& values = hadOptions ? before : after;
+    return pair.before->value.size == 1 && pair.after->value.size == 1 &&
+           placesAreValues(values.optionsOf(listed), before.patternsOf(*pair.before));
+}
+
+void AcceptedValueComparison::compareRangeWithOptions(const ParameterPair& pair,
+                                                      Differences& differences)
+{
+    const bool hadOptions = usesOptions(*pair.before);
+    const std::string subject = subjectOf(*pair.after);
+    const std::string text =
+        hadOptions ? "its option list becomes a range" : "its range becomes an option list";
+    if (const auto missing = missingAfter(pair).lowest()) {
+        const WideNumber number = numberOfPattern(pair.before->value, *missing);
+        differences.addBreakingImage("parameter", subject, text + " without " + number.text());
+    } else if (registersStay(pair)) {
+        differences.add(Effect::Compatible, "parameter", subject, text + " with all its values");
+    } else {
+        differences.add(Effect::Breaking, "parameter", subject,
+                        text + (hadOptions ? ": Modbus registers hold the value itself"
+                                           : ": Modbus registers hold the places of options"));
+    }
+}
+
+void AcceptedValueComparison::compare(const ParameterPair& pair, Differences& differences)
 {
     const bool oldOptions = usesOptions(*pair.before);
     const bool newOptions = usesOptions(*pair.after);
     if (oldOptions && newOptions) {
         compareOptions(pair, differences);
-    } else if (!oldOptions && !newOptions) {
-        compareRanges(pair, differences);
-    } else if (newOptions) {
-        differences.addBreakingImage("parameter", subjectOf(*pair.after),
-                                     "its range becomes an option list");
+    } else if (oldOptions || newOptions) {
+        compareRangeWithOptions(pair, differences);
     } else {
-        differences.add(Effect::Breaking, "parameter", subjectOf(*pair.after),
-                        "its option list becomes a range: Modbus registers hold the value itself");
+        compareRanges(pair, differences);
     }
-}
-
-bool AcceptedValues::accepts(const Parameter& parameter, const WideNumber& number)
-{
-    if (usesOptions(parameter)) {
-        return optionsOf(after, parameter, newLists).hold(number.bits);
-    }
-    return !number.isBelow(parameter.value.minimum) && !parameter.value.maximum.isBelow(number);
 }
 
 } // namespace mxauthor

@@ -14,29 +14,46 @@ struct ParameterPair
     const ModuleView::Parameter* after;
 };
 
-/// Compares the values that parameters accept: their ranges or options. What was found for one is
-/// kept for those that share its lists.
+/// The values that the parameters of one file accept: their ranges or options. Options that
+/// parameters share are read once. Refers to its module.
 class AcceptedValues
 {
 public:
-    AcceptedValues(const ModuleView& oldModule, const ModuleView& newModule)
-        : before(oldModule), after(newModule)
+    explicit AcceptedValues(const ModuleView& ofModule) : module(ofModule) {}
+
+    const OptionValues& optionsOf(const ModuleView::Parameter& parameter);
+
+    /// Returns the values of `parameter` as its own bits spell them.
+    PatternSet patternsOf(const ModuleView::Parameter& parameter);
+
+    /// Returns the same numbers as the bits of `other` spell them.
+    PatternSet patternsOf(const ModuleView::Parameter& parameter, const ParameterValue& other);
+
+private:
+    const ModuleView& module;
+    std::map<OptionUse, OptionValues> lists;
+};
+
+/// Compares the values that parameters accept. What was found for two option lists is kept for the
+/// parameters that share them.
+class AcceptedValueComparison
+{
+public:
+    AcceptedValueComparison(AcceptedValues& oldValues, AcceptedValues& newValues)
+        : before(oldValues), after(newValues)
     {}
 
     void compare(const ParameterPair& pair, Differences& differences);
 
-    /// Whether the parameter of the new file accepts `number`.
-    bool accepts(const ModuleView::Parameter& parameter, const WideNumber& number);
-
 private:
-    using Lists = std::map<OptionUse, OptionValues>;
-
     void compareOptions(const ParameterPair& pair, Differences& differences);
+    void compareRanges(const ParameterPair& pair, Differences& differences);
+    void compareRangeWithOptions(const ParameterPair& pair, Differences& differences);
+    bool registersStay(const ParameterPair& pair);
+    PatternSet missingAfter(const ParameterPair& pair);
 
-    const ModuleView& before;
-    const ModuleView& after;
-    Lists oldLists;
-    Lists newLists;
+    AcceptedValues& before;
+    AcceptedValues& after;
     std::map<std::pair<OptionUse, OptionUse>, std::vector<Difference>> compared;
 };
 

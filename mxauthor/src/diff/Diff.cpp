@@ -14,8 +14,24 @@ std::string described(const Difference& difference)
     return subject.empty() ? difference.text : subject + ": " + difference.text;
 }
 
+// Why an image stays valid.
+std::string reasonForYes(const ParameterFates& fates, const ModuleView& before,
+                         const ModuleView& after)
+{
+    if (before.parameters().empty()) {
+        return "there are no parameters";
+    }
+    if (after.parameters().empty()) {
+        return "no parameter is left";
+    }
+    return std::string("every parameter ") + (fates.areAllThere ? "" : "that is left ") +
+           (fates.keepTheirPlaces ? "lies where it lay" : "keeps its value") +
+           " and takes what it took";
+}
+
 // Says whether the image stays valid, and why.
-void decide(Comparison& comparison, const ModuleView& before)
+void decide(Comparison& comparison, const ParameterFates& fates, const ModuleView& before,
+            const ModuleView& after)
 {
     std::vector<const Difference*> breaking;
     for (const Difference& difference : comparison.differences) {
@@ -25,9 +41,7 @@ void decide(Comparison& comparison, const ModuleView& before)
     }
     comparison.imageStaysValid = breaking.empty();
     if (breaking.empty()) {
-        comparison.because = before.parameters().empty()
-                                 ? "there are no parameters"
-                                 : "every parameter lies where it lay and takes what it took";
+        comparison.because = reasonForYes(fates, before, after);
         return;
     }
     comparison.because = described(*breaking.front());
@@ -58,7 +72,7 @@ Comparison compare(const MxFile& before, const MxFile& after)
     Differences differences(comparison.differences);
     compareIdentity(old, now, differences);
     compareSizes(old, now, differences);
-    compareParameters(old, now, differences);
+    const ParameterFates fates = compareParameters(old, now, differences);
     compareChannels(old, now, differences);
     compareTexts(old, now, differences);
     compareOtherGroups(old, now, differences);
@@ -67,7 +81,7 @@ Comparison compare(const MxFile& before, const MxFile& after)
             Effect::Cosmetic, "group", "",
             "only bytes that change nothing differ: order, identifiers, bytes that nobody reads");
     }
-    decide(comparison, old);
+    decide(comparison, fates, old, now);
     return comparison;
 }
 

@@ -23,4 +23,13 @@ void Differences::changed(Effect effect, const char* area, const std::string& su
     }
 }
 
+void Differences::changedBreakingImage(const char* area, const std::string& subject,
+                                       const std::string& what, const std::string& before,
+                                       const std::string& after)
+{
+    if (before != after) {
+        addBreakingImage(area, subject, what + " " + before + " becomes " + after);
+    }
+}
+
 } // namespace mxauthor

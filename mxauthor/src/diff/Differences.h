@@ -5,6 +5,16 @@
 
 namespace mxauthor {
 
+/// What is said where a stored parameter image means something else without a byte changed.
+constexpr const char* sameBytesOtherValues = "same bytes, other values";
+
+/// What became of the parameters of the old file.
+struct ParameterFates
+{
+    bool areAllThere = true;
+    bool keepTheirPlaces = true; ///< Those that are there: byte, bits and width.
+};
+
 /// Collects the differences of one area.
 class Differences
 {
@@ -22,6 +32,10 @@ public:
     void changed(Effect effect, const char* area, const std::string& subject,
                  const std::string& what, const std::string& before, const std::string& after);
 
+    /// The same, for a difference that no parameter image survives.
+    void changedBreakingImage(const char* area, const std::string& subject, const std::string& what,
+                              const std::string& before, const std::string& after);
+
 private:
     std::vector<Difference>& all;
 };
@@ -31,7 +45,8 @@ private:
 void compareIdentity(const ModuleView& before, const ModuleView& after, Differences& differences);
 void compareSizes(const ModuleView& before, const ModuleView& after, Differences& differences);
 void compareTexts(const ModuleView& before, const ModuleView& after, Differences& differences);
-void compareParameters(const ModuleView& before, const ModuleView& after, Differences& differences);
+ParameterFates compareParameters(const ModuleView& before, const ModuleView& after,
+                                 Differences& differences);
 void compareChannels(const ModuleView& before, const ModuleView& after, Differences& differences);
 void compareOtherGroups(const ModuleView& before, const ModuleView& after,
                         Differences& differences);

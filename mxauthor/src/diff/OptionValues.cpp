@@ -6,7 +6,8 @@ namespace mxauthor {
 
 OptionUse optionUse(const ModuleView::Parameter& parameter)
 {
-    return {parameter.record->optionList.value, parameter.value.size, parameter.value.isSigned};
+    return {parameter.record->optionList.value, parameter.value.size, parameter.value.bits,
+            parameter.value.isSigned};
 }
 
 bool usesOptions(const ModuleView::Parameter& parameter)
@@ -16,18 +17,28 @@ bool usesOptions(const ModuleView::Parameter& parameter)
 }
 
 OptionValues::OptionValues(const ModuleView& ofModule, const ModuleView::Parameter& parameter)
-    : module(ofModule), isSigned(parameter.value.isSigned)
+    : module(ofModule), shape(parameter.value), storable(parameter.value.bits)
 {
+    std::vector<PatternSet::Interval> points;
     for (const Option* option : module.options(parameter.record->optionList.value)) {
-        const std::uint64_t value = numberOfSlot(parameter.value, option->value.value).bits;
-        texts.emplace(value, option->textId.value);
-        values.push_back(value);
+        const WideNumber number = numberOfSlot(shape, option->value.value);
+        if (texts.emplace(number.bits, option->textId.value).second && isStorable(number.bits)) {
+            points.push_back({number.bits, number.bits});
+        }
+        values.push_back(number.bits);
     }
+    storable.add(std::move(points));
+}
+
+bool OptionValues::isStorable(std::uint64_t value) const
+{
+    const WideNumber number{value, shape.isSigned};
+    return !patternsBetween(shape, number, number).empty();
 }
 
 std::string OptionValues::number(std::uint64_t value) const
 {
-    return WideNumber{value, isSigned}.text();
+    return WideNumber{value, shape.isSigned}.text();
 }
 
 std::string OptionValues::text(std::uint64_t value) const

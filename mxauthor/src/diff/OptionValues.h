@@ -1,5 +1,6 @@
 #pragma once
 
+#include "diff/ImageField.h"
 #include "module/ModuleView.h"
 
 #include <map>
@@ -7,8 +8,8 @@
 
 namespace mxauthor {
 
-/// What tells the options of parameters apart: list, size in bytes, sign.
-using OptionUse = std::tuple<std::uint8_t, unsigned, bool>;
+/// What tells the options of parameters apart: list, size in bytes, bits, sign.
+using OptionUse = std::tuple<std::uint8_t, unsigned, unsigned, bool>;
 
 OptionUse optionUse(const ModuleView::Parameter& parameter);
 
@@ -22,6 +23,11 @@ public:
     OptionValues(const ModuleView& ofModule, const ModuleView::Parameter& parameter);
 
     const std::vector<std::uint64_t>& inOrder() const { return values; }
+
+    /// The options that the bits of the parameter can hold.
+    const PatternSet& patterns() const { return storable; }
+    bool isStorable(std::uint64_t value) const; ///< Whether these bits can hold the option.
+
     bool hold(std::uint64_t value) const { return texts.count(value) != 0; }
     std::string number(std::uint64_t value) const; ///< In decimal.
     std::string text(std::uint64_t value) const;   ///< In quotes, shortened.
@@ -34,7 +40,8 @@ public:
 
 private:
     const ModuleView& module;
-    bool isSigned;
+    ParameterValue shape; // what the parameter can hold; its own value does not count
+    PatternSet storable;
     std::vector<std::uint64_t> values;
     std::map<std::uint64_t, std::uint16_t> texts; // the first text of a value is the one shown
 };

@@ -1,7 +1,7 @@
 #include "diff/AcceptedValues.h"
 #include "diff/Differences.h"
-
-#include "module/ConversionNumbers.h"
+#include "diff/PhysicalScale.h"
+#include "diff/StoredImages.h"
 
 #include <algorithm>
 #include <deque>
@@ -67,51 +67,119 @@ void pairUp(const ModuleView& before, const ModuleView& after, bool byName, Take
     }
 }
 
-std::string conversionText(const ModuleView& module, const Parameter& parameter)
+std::string unitText(const PhysicalScale& scale)
 {
-    const std::uint8_t id = parameter.record->conversion.value;
-    const auto* const group = module.content<Conversions>(0x20C2);
-    const bool isConverted = (parameter.record->flags.value & convertedFlag) != 0;
-    for (std::size_t i = 0; isConverted && group != nullptr && i < group->entries.size(); ++i) {
-        const Conversion& entry = group->entries[i];
-        if (entry.id.value == id) {
-            return "x " + numberText(floatOf(entry.factor.value)) + " + " +
-                   numberText(floatOf(entry.offset.value)) + " \"" +
-                   module.textOf(entry.unitId.value) + "\"";
+    return scale.unit.empty() ? "none" : "\"" + shortened(scale.unit) + "\"";
+}
+
+// The parameters of two files, and the images that are stored for the first.
+class ParameterComparison
+{
+public:
+    ParameterComparison(const ModuleView& oldModule, const ModuleView& newModule,
+                        Differences& target)
+        : before(oldModule),
+          after(newModule),
+          oldValues(oldModule),
+          newValues(newModule),
+          values(oldValues, newValues),
+          images(oldModule.block()),
+          differences(target)
+    {
+        for (const Parameter& parameter : before.parameters()) {
+            if (parameter.value.present) {
+                images.add(fieldOf(parameter.value), oldValues.patternsOf(parameter));
+            }
         }
     }
-    return "none";
-}
 
-std::string quotedText(const ModuleView& module, std::uint16_t id)
-{
-    return id == 0 ? "none" : "\"" + module.textOf(id) + "\"";
-}
+    void comparePair(const ParameterPair& pair);
+    void addGone(const Parameter& parameter);
+    void addNew(const Parameter& parameter);
 
-void comparePlaces(const ParameterPair& pair, Differences& differences)
+    ParameterFates fates;
+
+private:
+    void comparePlaces(const ParameterPair& pair);
+    void compareScales(const ParameterPair& pair);
+    void compareShown(const ParameterPair& pair);
+    bool keepsNumber(const ParameterPair& pair);
+
+    const ModuleView& before;
+    const ModuleView& after;
+    AcceptedValues oldValues;
+    AcceptedValues newValues;
+    AcceptedValueComparison values;
+    StoredImages images;
+    Differences& differences;
+};
+
+// Whether the new parameter reads the number that was stored for the old one, whatever it was. It
+// does when both have the same last bit and no stored value needs a bit or sign that one of them
+// lacks.
+bool ParameterComparison::keepsNumber(const ParameterPair& pair)
 {
-    const std::string subject = subjectOf(*pair.after);
-    if (placeText(*pair.before) != placeText(*pair.after)) {
-        differences.addBreakingImage("parameter", subject,
-                                     "place " + placeText(*pair.before) + " becomes " +
-                                         placeText(*pair.after));
+    const ParameterValue& old = pair.before->value;
+    const ParameterValue& now = pair.after->value;
+    if (!old.known || !now.known || fieldOf(old).end() != fieldOf(now).end()) {
+        return false;
     }
-    if (datatypeText(*pair.before) == datatypeText(*pair.after)) {
+    if (now.bits <= old.bits) {
+        const PatternSet same = patternsOfSameNumber(old, now);
+        return oldValues.patternsOf(*pair.before).without(same).empty();
+    }
+    const PatternSet others = patternsOfSameNumber(now, old).complement();
+    return now.present == old.present && !images.holding(fieldOf(now), others);
+}
+
+void ParameterComparison::comparePlaces(const ParameterPair& pair)
+{
+    const ParameterValue& old = pair.before->value;
+    const ParameterValue& now = pair.after->value;
+    const std::string oldPlace = placeText(*pair.before);
+    const std::string newPlace = placeText(*pair.after);
+    const std::string oldType = datatypeText(*pair.before);
+    const std::string newType = datatypeText(*pair.after);
+    if (oldPlace == newPlace && oldType == newType) {
         return;
     }
-    const std::string text =
-        "datatype " + datatypeText(*pair.before) + " becomes " + datatypeText(*pair.after);
-    const bool sameBits = pair.before->value.bits == pair.after->value.bits &&
-                          pair.before->value.isSigned == pair.after->value.isSigned;
-    if (sameBits) {
-        differences.add(Effect::Compatible, "parameter", subject, text);
+    fates.keepTheirPlaces &= fieldOf(old) == fieldOf(now);
+    const std::string subject = subjectOf(*pair.after);
+    if (!keepsNumber(pair)) {
+        differences.changedBreakingImage("parameter", subject, "place", oldPlace, newPlace);
+        differences.changedBreakingImage("parameter", subject, "datatype", oldType, newType);
+        return;
+    }
+    differences.changed(Effect::Compatible, "parameter", subject, "place", oldPlace, newPlace);
+    const bool registersStay =
+        old.size == now.size || (usesOptions(*pair.before) && usesOptions(*pair.after));
+    differences.changed(registersStay ? Effect::Compatible : Effect::Breaking, "parameter", subject,
+                        "datatype", oldType,
+                        newType + (registersStay ? "" : ": its Modbus registers change"));
+}
+
+void ParameterComparison::compareScales(const ParameterPair& pair)
+{
+    const std::string subject = subjectOf(*pair.after);
+    const PhysicalScale old = scaleOf(before, *pair.before);
+    const PhysicalScale now = scaleOf(after, *pair.after);
+    const std::string otherValues = std::string(": ") + sameBytesOtherValues;
+    if (old.unit != now.unit) {
+        differences.addBreakingImage("parameter", subject,
+                                     "unit " + unitText(old) + " becomes " + unitText(now) +
+                                         otherValues);
+    }
+    if (!giveSameNumbers(old, now)) {
+        differences.addBreakingImage("parameter", subject,
+                                     "conversion " + old.text() + " becomes " + now.text() +
+                                         otherValues);
     } else {
-        differences.addBreakingImage("parameter", subject, text);
+        differences.changed(Effect::Compatible, "parameter", subject, "conversion", old.text(),
+                            now.text());
     }
 }
 
-void compareShown(const ModuleView& before, const ModuleView& after, const ParameterPair& pair,
-                  Differences& differences)
+void ParameterComparison::compareShown(const ParameterPair& pair)
 {
     const std::string subject = subjectOf(*pair.after);
     const ParameterRecord& old = *pair.before->record;
@@ -121,44 +189,55 @@ void compareShown(const ModuleView& before, const ModuleView& after, const Param
                         "\"" + shortened(pair.after->name) + "\"");
     differences.changed(Effect::Cosmetic, "parameter", subject, "number",
                         std::to_string(old.number.value), std::to_string(now.number.value));
-    differences.changed(Effect::Cosmetic, "parameter", subject, "unit",
-                        quotedText(before, old.unitId.value), quotedText(after, now.unitId.value));
     differences.changed(Effect::Compatible, "parameter", subject, "flags",
                         std::to_string(old.flags.value), std::to_string(now.flags.value));
-    differences.changed(Effect::Compatible, "parameter", subject, "conversion",
-                        conversionText(before, *pair.before), conversionText(after, *pair.after));
+    compareScales(pair);
 }
 
-void comparePair(const ModuleView& before, const ModuleView& after, const ParameterPair& pair,
-                 AcceptedValues& accepted, Differences& differences)
+void ParameterComparison::comparePair(const ParameterPair& pair)
 {
     const std::string subject = subjectOf(*pair.after);
-    comparePlaces(pair, differences);
-    accepted.compare(pair, differences);
+    comparePlaces(pair);
+    values.compare(pair, differences);
     if (pair.before->value.present && pair.after->value.present) {
         differences.changed(Effect::Compatible, "parameter", subject, "default",
                             pair.before->value.value.text(), pair.after->value.value.text());
     }
-    compareShown(before, after, pair, differences);
+    compareShown(pair);
     differences.changed(Effect::Breaking, "parameter", subject, "it belongs to",
                         channelText(*pair.before), channelText(*pair.after));
 }
 
-// What a stored image holds for a parameter that it does not know are the defaults of its time.
-void addNew(const ModuleView& before, const Parameter& parameter, AcceptedValues& accepted,
-            Differences& differences)
+void ParameterComparison::addGone(const Parameter& parameter)
+{
+    fates.areAllThere = false;
+    differences.add(Effect::Breaking, "parameter", subjectOf(parameter),
+                    "is gone: Modbus registers behind it move");
+}
+
+// A stored image holds for the new parameter what it holds for those that had its bits, the old
+// defaults where there were none.
+void ParameterComparison::addNew(const Parameter& parameter)
 {
     const std::string subject = subjectOf(parameter);
     const ParameterValue then = parameterValues({*parameter.record}, before.block()).front();
-    if (then.present && accepted.accepts(parameter, then.value)) {
-        differences.add(Effect::Compatible, "parameter", subject,
-                        "is new; a stored image holds " + then.value.text() + " there");
-    } else {
+    if (!then.present) {
         differences.addBreakingImage("parameter", subject,
-                                     then.present
-                                         ? "is new, and a stored image holds " + then.value.text() +
-                                               ", which it does not accept"
-                                         : "is new, and a stored image has no bytes for it");
+                                     "is new, and a stored image has no bytes for it");
+        return;
+    }
+    const ImageField field = fieldOf(then);
+    const bool varies = images.mayVary(field);
+    const auto refused = images.holding(field, newValues.patternsOf(parameter).complement());
+    if (refused) {
+        differences.addBreakingImage(
+            "parameter", subject,
+            std::string("is new, and a stored image ") + (varies ? "may hold " : "holds ") +
+                numberOfPattern(then, *refused).text() + ", which it does not accept");
+    } else {
+        differences.add(Effect::Compatible, "parameter", subject,
+                        varies ? "is new; it accepts all that a stored image may hold there"
+                               : "is new; a stored image holds " + then.value.text() + " there");
     }
 }
 
@@ -186,28 +265,29 @@ std::string subjectOf(const Parameter& parameter)
            (channel == moduleChannel ? "" : " of channel " + std::to_string(channel));
 }
 
-void compareParameters(const ModuleView& before, const ModuleView& after, Differences& differences)
+ParameterFates compareParameters(const ModuleView& before, const ModuleView& after,
+                                 Differences& differences)
 {
     std::vector<ParameterPair> pairs;
     Taken taken;
     pairUp(before, after, true, taken, pairs);
     pairUp(before, after, false, taken, pairs);
-    AcceptedValues accepted(before, after);
+    ParameterComparison comparison(before, after, differences);
     for (const ParameterPair& pair : pairs) {
-        comparePair(before, after, pair, accepted, differences);
+        comparison.comparePair(pair);
     }
     for (const Parameter& parameter : before.parameters()) {
         if (taken.count(&parameter) == 0) {
-            differences.add(Effect::Breaking, "parameter", subjectOf(parameter),
-                            "is gone: Modbus registers behind it move");
+            comparison.addGone(parameter);
         }
     }
     for (const Parameter& parameter : after.parameters()) {
         if (taken.count(&parameter) == 0) {
-            addNew(before, parameter, accepted, differences);
+            comparison.addNew(parameter);
         }
     }
     compareOrder(pairs, differences);
+    return comparison.fates;
 }
 
 } // namespace mxauthor

@@ -177,16 +177,156 @@ TEST(Diff, aParameterThatMovesBreaksTheImage)
     EXPECT_FALSE(found.imageStaysValid);
 }
 
-TEST(Diff, anotherDatatypeBreaksTheImageUnlessItHasTheSameBits)
+TEST(Diff, anotherDatatypeOfTheSameBitsKeepsValuesThatBothRead)
 {
     Module after;
-    after.filter.datatype = 3; // signed
+    after.filter.datatype = 3; // signed; the options are 0 and 1
     EXPECT_THAT(linesOf(compared(after)),
-                ElementsAre("breaking parameter 1 \"Filter\": datatype UInt8 becomes SInt8"));
+                ElementsAre("compatible parameter 1 \"Filter\": datatype UInt8 becomes SInt8"));
+    expectKept(compared(after));
+    after = Module();
+    after.limit.datatype = 4;
+    EXPECT_THAT(
+        linesOf(compared(after)),
+        ElementsAre(
+            "compatible parameter 2 \"Limit\" of channel 0: datatype UInt16 becomes SInt16"));
+    expectKept(compared(after));
+}
+
+TEST(Diff, anotherSignBreaksTheImageWhereItReadsAnotherNumber)
+{
+    Module before;
+    before.limit.maximum = 0x8000; // -32768 when it is signed
+    Module after;
+    after.limit.datatype = 4;
+    after.limit.maximum = 0x7FFF;
+    const Comparison found = compare(before.file(), after.file());
+    EXPECT_THAT(
+        linesOf(found),
+        ElementsAre("breaking parameter 2 \"Limit\" of channel 0: datatype UInt16 becomes SInt16",
+                    "breaking parameter 2 \"Limit\" of channel 0: range 1 to 32768 becomes 1 to "
+                    "32767"));
+    EXPECT_FALSE(found.imageStaysValid);
+}
+
+TEST(Diff, aByteIsTheSamePlaceAsItsEightBits)
+{
+    Module after;
+    after.filter.datatype = 5;
+    after.filter.bitLength = 8;
+    const Comparison found = compared(after);
+    EXPECT_THAT(
+        linesOf(found),
+        ElementsAre("compatible parameter 1 \"Filter\": place byte 0 becomes byte 0, 8 bits from "
+                    "bit 0",
+                    "compatible parameter 1 \"Filter\": datatype UInt8 becomes Byte"));
+    expectKept(found);
+}
+
+TEST(Diff, fewerBitsKeepTheValuesThatTheyHold)
+{
+    Module after;
+    after.filter.datatype = 5;
+    after.filter.bitLength = 1;
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("compatible parameter 1 \"Filter\": place byte 0 becomes byte 0, 1 bit "
+                            "from bit 0",
+                            "compatible parameter 1 \"Filter\": datatype UInt8 becomes Byte"));
+    EXPECT_TRUE(found.imageStaysValid);
+    EXPECT_EQ(found.because, "every parameter keeps its value and takes what it took");
+    Module before;
+    before.options = {{0, 102}, {2, 103}}; // 2 needs a second bit
+    after.options = before.options;
+    EXPECT_FALSE(compare(before.file(), after.file()).imageStaysValid);
+}
+
+TEST(Diff, moreBitsKeepTheValueWhereTheOthersAreZero)
+{
+    Module before;
+    before.filter.datatype = 5;
+    before.filter.bitLength = 1;
+    EXPECT_TRUE(compare(before.file(), Module().file()).imageStaysValid);
+    before.block = "81 0064 07"; // a bit of no parameter, which an old image holds
+    Module after;
+    after.options.emplace_back(129, 104);
+    EXPECT_FALSE(compare(before.file(), after.file()).imageStaysValid);
+}
+
+TEST(Diff, anotherWidthMovesTheModbusRegister)
+{
+    Module before;
+    before.limit.maximum = 200;
+    Module after = before;
+    after.limit.datatype = 1;
+    after.limit.position = 6; // the low byte of the two, whose high byte is always 0
+    const Comparison found = compare(before.file(), after.file());
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("compatible parameter 2 \"Limit\" of channel 0: place byte 1 becomes "
+                            "byte 2",
+                            "breaking parameter 2 \"Limit\" of channel 0: datatype UInt16 becomes "
+                            "UInt8: its Modbus registers change"));
+    EXPECT_TRUE(found.imageStaysValid);
+}
+
+TEST(Diff, aRangeMayBecomeTheOptionsOfItsValues)
+{
+    Module before;
+    before.filter.mapId = 0;
+    before.filter.maximum = 1;
+    const Comparison found = compare(before.file(), Module().file());
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("compatible parameter 1 \"Filter\": its range becomes an option list "
+                            "with all its values"));
+    expectKept(found);
+    expectKept(compare(Module().file(), before.file()));
+    before.filter.maximum = 2;
+    expectBroken(compare(before.file(), Module().file()),
+                 "parameter 1 \"Filter\": its range becomes an option list without 2");
+}
+
+TEST(Diff, registersHoldThePlaceOfAnOption)
+{
+    Module before;
+    before.filter.mapId = 0;
+    before.filter.maximum = 1;
+    Module after;
+    after.options = {{1, 103}, {0, 102}};
+    EXPECT_THAT(linesOf(compare(before.file(), after.file())),
+                ElementsAre("breaking parameter 1 \"Filter\": its range becomes an option list: "
+                            "Modbus registers hold the places of options"));
+    expectKept(compare(before.file(), after.file()));
+}
+
+TEST(Diff, anOptionThatTheFieldCannotHoldWasNeverStored)
+{
+    Module before;
+    before.filter.datatype = 5;
+    before.filter.bitLength = 2;
+    before.options.emplace_back(4, 104);
+    Module after = before;
+    after.options.pop_back();
+    const Comparison found = compare(before.file(), after.file());
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("compatible parameter 1 \"Filter\": option 4 \"More\" is "
+                            "gone, which its bits could not hold"));
+    expectKept(found);
+}
+
+TEST(Diff, anOptionThatTakesTheTextOfAnotherMeansAnotherValue)
+{
+    Module after;
+    after.options = {{0, 103}, {1, 102}};
+    EXPECT_THAT(
+        linesOf(compared(after)),
+        ElementsAre("breaking parameter 1 \"Filter\": option 0 \"off\" becomes \"on\": same "
+                    "bytes, other values",
+                    "breaking parameter 1 \"Filter\": option 1 \"on\" becomes \"off\": same "
+                    "bytes, other values"));
     EXPECT_FALSE(compared(after).imageStaysValid);
 }
 
-TEST(Diff, anotherConversionKeepsTheImage)
+TEST(Diff, anotherUnitGivesTheSameBytesOtherValues)
 {
     Module after;
     after.limit.unitId = 104;
@@ -194,9 +334,117 @@ TEST(Diff, anotherConversionKeepsTheImage)
     const Comparison found = compared(after);
     EXPECT_THAT(
         linesOf(found),
-        ElementsAre("cosmetic parameter 2 \"Limit\" of channel 0: unit none becomes \"More\"",
-                    "compatible parameter 2 \"Limit\" of channel 0: flags 3 becomes 1"));
-    expectKept(found);
+        ElementsAre("compatible parameter 2 \"Limit\" of channel 0: flags 3 becomes 1",
+                    "breaking parameter 2 \"Limit\" of channel 0: unit none becomes \"More\": same "
+                    "bytes, other values"));
+    EXPECT_FALSE(found.imageStaysValid);
+}
+
+// A module whose "Limit" is converted by the entry `conversion` of group 0x20c2.
+mxauthor::MxFile convertedModule(const std::string& conversion)
+{
+    Module module;
+    module.limit.showMe = 7;
+    module.limit.conversionId = 1;
+    mxauthor::MxFile file = module.file();
+    mxauthor::Group group;
+    group.id = 0x20C2;
+    group.content = mxauthor::readPayload(0x20C2, testkit::hexBytes(conversion), 0);
+    file.groups.push_back(group);
+    return file;
+}
+
+TEST(Diff, anotherFactorGivesTheSameBytesOtherValues)
+{
+    // Identifier 1, factor 0.5 and 0.25 as binary32, offset 0, unit text 104 ("More").
+    const mxauthor::MxFile before = convertedModule("01 3f000000 00000000 0068");
+    const Comparison found = compare(before, convertedModule("01 3e800000 00000000 0068"));
+    EXPECT_THAT(linesOf(found),
+                ElementsAre("breaking parameter 2 \"Limit\" of channel 0: conversion "
+                            "x 0.5 + 0 becomes x 0.25 + 0: same bytes, other values"));
+    expectBroken(found, "parameter 2 \"Limit\" of channel 0: conversion x 0.5 + 0 becomes x 0.25 + "
+                        "0: same bytes, other values");
+    // The unit of the conversion, 101 ("Limit").
+    EXPECT_FALSE(compare(before, convertedModule("01 3f000000 00000000 0065")).imageStaysValid);
+    // An identifier of its own is nobody's value.
+    EXPECT_TRUE(compare(before, convertedModule("01 3f000000 00000000 0068 02 3e800000 00000000 "
+                                                "0068"))
+                    .imageStaysValid);
+}
+
+TEST(Diff, aParameterThatIsGoneIsNotSaidToLieWhereItLay)
+{
+    Module before;
+    ParameterRecord record;
+    record.number = 3;
+    record.nameId = 104;
+    record.position = 7;
+    before.more.push_back(record);
+    const Comparison found = compare(before.file(), Module().file());
+    EXPECT_TRUE(found.imageStaysValid);
+    EXPECT_EQ(found.because,
+              "every parameter that is left lies where it lay and takes what it took");
+}
+
+// "More" on the bits of "Limit" (bytes 1 and 2, 1 to 500, by default 100) in place of it.
+Module withMoreInPlaceOfLimit()
+{
+    Module after;
+    after.limit.number = 3;
+    after.limit.nameId = 104;
+    after.limit.channelNumber = 255;
+    return after;
+}
+
+TEST(Diff, aNewParameterHasToTakeAllThatAnOldOneMayHaveStoredThere)
+{
+    Module after = withMoreInPlaceOfLimit();
+    EXPECT_THAT(
+        linesOf(compared(after)),
+        ElementsAre("breaking parameter 2 \"Limit\" of channel 0: is gone: Modbus registers "
+                    "behind it move",
+                    "compatible parameter 3 \"More\": is new; it accepts all that a stored "
+                    "image may hold there"));
+    EXPECT_TRUE(compared(after).imageStaysValid);
+    after.limit.maximum = 499;
+    expectBroken(compared(after), "parameter 3 \"More\": is new, and a stored image may hold 500, "
+                                  "which it does not accept");
+}
+
+TEST(Diff, aNewParameterThatSharesBitsIsJudgedByThem)
+{
+    Module after;
+    ParameterRecord record;
+    record.number = 3;
+    record.nameId = 104;
+    record.position = 5; // the high byte of 1 to 500: 0 or 1
+    record.maximum = 1;
+    after.more.push_back(record);
+    EXPECT_TRUE(compared(after).imageStaysValid);
+    after.more[0].position = 6; // the low byte: anything
+    after.more[0].maximum = 254;
+    expectBroken(compared(after), "parameter 3 \"More\": is new, and a stored image may hold 255, "
+                                  "which it does not accept");
+}
+
+TEST(Diff, valuesOf64BitsAreComparedWithoutCountingThem)
+{
+    Module before;
+    before.block = "01 0064 07 0000000000000000";
+    before.sizes[1] = "Parameter,s=BBBBDD";
+    Module after = before;
+    ParameterRecord wide;
+    wide.number = 3;
+    wide.nameId = 104;
+    wide.position = 8;
+    wide.datatype = 8; // UInt64
+    wide.maximum = 0x7FFFFFFFFFFFFFFF;
+    before.more.push_back(wide);
+    wide.datatype = 9; // SInt64
+    after.more.push_back(wide);
+    EXPECT_TRUE(compare(before.file(), after.file()).imageStaysValid);
+    before.more[0].maximum = 0x8000000000000000;
+    EXPECT_FALSE(compare(before.file(), after.file()).imageStaysValid);
 }
 
 TEST(Diff, aNewParameterTakesWhatAnOldImageHoldsThere)

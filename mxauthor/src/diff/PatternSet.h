@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace mxauthor {
+
+/// A set of values of one field as its bits spell them, most significant first: closed intervals
+/// of unsigned numbers of `width` bits, 1 to 64.
+class PatternSet
+{
+public:
+    struct Interval
+    {
+        std::uint64_t first;
+        std::uint64_t last;
+    };
+
+    explicit PatternSet(unsigned bits) : bitCount(bits) {}
+
+    unsigned width() const { return bitCount; }
+    bool empty() const { return parts.empty(); }
+
+    /// The intervals in ascending order, none touching the next.
+    const std::vector<Interval>& intervals() const { return parts; }
+
+    /// Adds what lies in `more`; bits above the width do not count.
+    void add(std::vector<Interval> more);
+
+    bool holds(std::uint64_t pattern) const;
+    PatternSet complement() const;
+    PatternSet without(const PatternSet& others) const;
+
+    /// Returns the lowest pattern of the set.
+    std::optional<std::uint64_t> lowest() const;
+
+    enum class Share
+    {
+        None,
+        Some,
+        All
+    };
+
+    /// Returns how many of the patterns that begin with the `depth` bits `prefix` are in the set.
+    Share shareOf(std::uint64_t prefix, unsigned depth) const;
+
+private:
+    unsigned bitCount;
+    std::vector<Interval> parts;
+};
+
+/// Returns the highest pattern of `bits` bits, 0 to 64.
+std::uint64_t highestPattern(unsigned bits);
+
+} // namespace mxauthor
