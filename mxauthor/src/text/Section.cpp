@@ -2,6 +2,7 @@
 
 #include "ByteText.h"
 #include "FormKeys.h"
+#include "Placeholders.h"
 #include "mxauthor/CodePage.h"
 #include "mxauthor/NearestWords.h"
 
@@ -36,8 +37,10 @@ std::optional<Integer> readInteger(const YAML::Node& node, SourceErrors& errors)
     }
     const auto number = parseInteger(*text);
     if (!number) {
-        errors.add(node, shown(node) + " is no whole number from -2^63 to 2^64 - 1, decimal or "
-                                       "hexadecimal behind 0x");
+        errors.add(node, shown(node) + (hasPlaceholder(*text)
+                                            ? " is a number only in a line with \"repeat\""
+                                            : " is no whole number from -2^63 to 2^64 - 1, decimal "
+                                              "or hexadecimal behind 0x"));
     }
     return number;
 }

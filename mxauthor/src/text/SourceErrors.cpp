@@ -48,14 +48,50 @@ SourceErrors::SourceErrors(const std::string& source) : text(source)
 void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
 {
     constexpr std::size_t most = 100; // each may name everything that is accepted
-    append(mark, what);
+    if (!append(mark, what)) {
+        return; // the same for each line that a repeat wrote out
+    }
     if (errors.size() == most) {
         append(YAML::Mark::null_mark(), "after 100 errors the rest is not looked for");
         throw TooManyErrors();
     }
 }
 
-void SourceErrors::append(const YAML::Mark& mark, const std::string& what)
+void SourceErrors::add(const YAML::Node& node, const std::string& what)
+{
+    const YAML::Mark mark = markOf(node);
+    if (!node.Mark().is_null() || knownOfMade.insert(mark.pos).second) {
+        add(mark, what);
+    }
+}
+
+YAML::Node SourceErrors::madeFrom(const YAML::Node& made, const YAML::Mark& mark)
+{
+    madeNodes.emplace_back(made, mark);
+    return made;
+}
+
+YAML::Mark SourceErrors::markOf(const YAML::Node& node) const
+{
+    const YAML::Mark mark = node.Mark();
+    if (!mark.is_null()) {
+        return mark;
+    }
+    const auto found = std::find_if(madeNodes.begin(), madeNodes.end(),
+                                    [&node](const auto& made) { return made.first.is(node); });
+    return found == madeNodes.end() ? mark : found->second;
+}
+
+bool SourceErrors::append(const YAML::Mark& mark, const std::string& what)
+{
+    const bool isNew = known.emplace(mark.pos, what).second;
+    if (isNew) {
+        errors.push_back(errorAt(mark, what));
+    }
+    return isNew;
+}
+
+SourceError SourceErrors::errorAt(const YAML::Mark& mark, const std::string& what) const
 {
     errors.push_back(located(mark, what));
 }
@@ -78,9 +114,6 @@ std::vector<SourceError> SourceErrors::sorted() const
     std::vector<SourceError> all = errors;
     std::stable_sort(all.begin(), all.end(),
                      [key](const auto& a, const auto& b) { return key(a) < key(b); });
-    all.erase(std::unique(all.begin(), all.end(),
-                          [key](const auto& a, const auto& b) { return key(a) == key(b); }),
-              all.end());
     return all;
 }
 

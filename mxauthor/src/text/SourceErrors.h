@@ -4,6 +4,8 @@
 
 #include <yaml-cpp/yaml.h>
 
+#include <set>
+
 namespace mxauthor {
 
 /// Ends the building of a text: it has more errors than anybody reads.
@@ -19,7 +21,16 @@ public:
 
     /// Throws `TooManyErrors` with the hundredth, which is kept.
     void add(const YAML::Mark& mark, const std::string& what);
-    void add(const YAML::Node& node, const std::string& what) { add(node.Mark(), what); }
+
+    /// At a node that was made, only the first error is kept: the others follow from it, or are the
+    /// same for the next number.
+    void add(const YAML::Node& node, const std::string& what);
+
+    /// Returns `made`, a node that is not in the text: its errors are told at `mark`.
+    YAML::Node madeFrom(const YAML::Node& made, const YAML::Mark& mark);
+
+    /// Returns where `node` is in the text, or what it was made from.
+    YAML::Mark markOf(const YAML::Node& node) const;
 
     bool empty() const { return errors.empty(); }
 
@@ -30,11 +41,16 @@ public:
     std::vector<SourceError> sorted() const;
 
 private:
-    void append(const YAML::Mark& mark, const std::string& what);
+    /// Returns false when the same error is there already.
+    bool append(const YAML::Mark& mark, const std::string& what);
+    SourceError errorAt(const YAML::Mark& mark, const std::string& what) const;
 
     const std::string& text;
     std::vector<std::size_t> lineStarts{0};
     std::vector<SourceError> errors;
+    std::set<std::pair<int, std::string>> known; // by position
+    std::set<int> knownOfMade;                   // positions that nodes were made from
+    std::vector<std::pair<YAML::Node, YAML::Mark>> madeNodes;
 };
 
 } // namespace mxauthor

@@ -1,6 +1,7 @@
 #include "Sections.h"
 #include "text/ByteText.h"
 #include "text/ImageWalk.h"
+#include "text/RepeatedLines.h"
 #include "text/TypeWords.h"
 
 #include <algorithm>
@@ -14,6 +15,9 @@ constexpr std::uint8_t inputBit = 0x80;
 constexpr std::uint8_t flagBits = 0x60;
 constexpr std::uint8_t kindBits = 0x1F;
 constexpr std::uint8_t bitField = 5; // kind of channels that share bytes
+constexpr std::size_t mostWords = 0xFF;
+constexpr std::size_t largestPayload = 0xFFFF - 6; // of a group
+constexpr std::size_t leastRecordSize = 7;
 
 // What a record is when nothing else is stated about it.
 struct Usual
@@ -120,13 +124,14 @@ void readWords(const Section& section, ChannelRecord& record)
     if (!node) {
         return;
     }
+    if (node->IsSequence() && node->size() > mostWords) {
+        section.errors().add(*node,
+                             std::to_string(node->size()) + " words, a channel has 255 at most");
+        return;
+    }
     for (const YAML::Node& item : readSequence(*node, section.errors())) {
         const auto word = readNumber(item, 0xFFFF, section.errors()).value_or(0);
         record.words.emplace_back(static_cast<std::uint16_t>(word));
-    }
-    if (record.words.size() > 0xFF) {
-        section.errors().add(*node, std::to_string(record.words.size()) +
-                                        " words, a channel has 255 at most");
     }
 }
 
@@ -141,6 +146,18 @@ void readUnread(const Section& section, ChannelRecord& record)
     }
     record.unread2 = unread[0];
     record.unread5 = unread[1];
+}
+
+// `line` is where the channel stands first, none where the same line makes both.
+std::string repeatedNumber(std::uint8_t number, std::optional<int> line, bool isStated)
+{
+    const std::string channel = "channel " + std::to_string(number);
+    if (!isStated && number == 0) {
+        return "no number is left for this channel, the last is 255";
+    }
+    return line ? channel + " stands in line " + std::to_string(*line) + " already"
+                : channel + " is made twice by this repeated line: leave out \"number\", or let "
+                            "it advance, such as <n>";
 }
 
 ChannelRecord readChannel(const Section& section, Usual& usual)
@@ -187,18 +204,22 @@ void buildChannels(const YAML::Node& node, BuildContext& context)
     Channels group;
     Usual usual;
     std::map<std::uint8_t, int> lines;
-    for (const YAML::Node& item : readSequence(node, context.errors)) {
+    const RepeatableList form{"channels", {"name"}, largestPayload / leastRecordSize};
+    for (const YAML::Node& item : writtenOutLines(node, form, context.errors)) {
         const Section section(item, "channel", context.errors);
         const ChannelRecord& record = group.records.emplace_back(readChannel(section, usual));
         usual.pass(record);
         context.records[channelsGroup].push_back(section.origin());
         const std::uint8_t number = record.number.value;
-        const auto [first, isFirst] = lines.emplace(number, item.Mark().line + 1);
+        const int line = context.errors.markOf(item).line + 1;
+        const auto [first, isFirst] = lines.emplace(number, line);
         const bool again = section.flag("again");
         if (!isFirst && !again) {
-            context.errors.add(section.find("number").value_or(item),
-                               "channel " + std::to_string(number) + " stands in line " +
-                                   std::to_string(first->second) + " already");
+            context.errors.add(
+                section.find("number").value_or(item),
+                repeatedNumber(number,
+                               first->second == line ? std::nullopt : std::optional(first->second),
+                               section.has("number")));
         }
         if (const auto name = section.find("name")) {
             ChannelName& entry = context.channelNames.emplace_back();

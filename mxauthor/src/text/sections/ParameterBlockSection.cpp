@@ -11,6 +11,19 @@ namespace {
 constexpr std::size_t largestBlock = 255; // readers count its bytes in 8 bits
 constexpr std::uint8_t fixedHeader = 2;   // version and descriptor
 
+std::string sharedBits(const BuiltParameter& parameter, const BuiltParameter& other,
+                       std::uint32_t byte, const SourceErrors& errors)
+{
+    const std::string bits = " shares bits of byte " + std::to_string(byte) + " with ";
+    const int line = errors.markOf(other.node).line;
+    if (line == errors.markOf(parameter.node).line) {
+        return "this repeated parameter" + bits +
+               "itself: leave out \"at\" and \"bit\", or let them advance, such as at: <n-1>";
+    }
+    return "\"" + parameter.name + "\"" + bits + "\"" + other.name + "\" in line " +
+           std::to_string(line + 1);
+}
+
 void checkOverlaps(const BuildContext& context)
 {
     std::vector<std::pair<BlockField, const BuiltParameter*>> before;
@@ -23,11 +36,9 @@ void checkOverlaps(const BuildContext& context)
             return overlap(entry.first, *field);
         });
         if (other != before.end() && !parameter.mayOverlap) {
+            const std::uint32_t byte = std::max(field->byte, other->first.byte);
             context.errors.add(parameter.node,
-                               "\"" + parameter.name + "\" shares bits of byte " +
-                                   std::to_string(std::max(field->byte, other->first.byte)) +
-                                   " with \"" + other->second->name + "\" in line " +
-                                   std::to_string(other->second->node.Mark().line + 1));
+                               sharedBits(parameter, *other->second, byte, context.errors));
         }
         before.emplace_back(*field, &parameter);
     }

@@ -1,6 +1,7 @@
 #include "ParameterDefaults.h"
 #include "Sections.h"
 #include "text/BlockCursor.h"
+#include "text/RepeatedLines.h"
 #include "text/TypeWords.h"
 
 namespace mxauthor {
@@ -9,6 +10,8 @@ namespace {
 
 constexpr std::uint8_t ofModule = 0xFF; // channel of parameters that belong to none
 constexpr std::uint8_t positionBias = 4;
+constexpr std::size_t largestPayload = 0xFFFF - 6; // of a group
+constexpr std::size_t recordSize = 29;
 
 // Visible and writable, and shown in physical units when there is a conversion.
 std::uint8_t usualFlags(std::uint8_t conversion)
@@ -82,7 +85,8 @@ void readRange(const Section& section, ParameterRecord& record)
     record.maximum = readInteger(ends[1], section.errors()).value_or(Integer{}).bits();
 }
 
-void readPlace(const Section& section, const BlockCursor& cursor, ParameterRecord& record)
+// Returns whether there is a place for the parameter.
+bool readPlace(const Section& section, const BlockCursor& cursor, ParameterRecord& record)
 {
     const auto type = section.require("type");
     record.datatype =
@@ -91,13 +95,15 @@ void readPlace(const Section& section, const BlockCursor& cursor, ParameterRecor
     const std::uint8_t datatype = record.datatype.value;
     const std::uint8_t bits = record.bitLength.value;
     const std::uint32_t usualByte = cursor.byteFor(datatype, bits);
-    if (usualByte > 0xFF && !section.has("at")) {
+    const bool hasPlace = usualByte <= 0xFF || section.has("at");
+    if (!hasPlace) {
         section.errors().add(section.node(), "no place is left behind the parameter before, byte "
                                              "255 is the last that can be stated");
     }
     const std::uint8_t at = section.byte("at", static_cast<std::uint8_t>(usualByte));
     record.position = static_cast<std::uint8_t>(at + positionBias);
     record.bitOffset = section.byte("bit", cursor.bitFor(datatype, bits, at));
+    return hasPlace;
 }
 
 // The references come in the order in which texts get their identifiers.
@@ -153,16 +159,17 @@ void buildParameters(const YAML::Node& node, BuildContext& context)
     Parameters group;
     BlockCursor cursor;
     std::uint8_t usualNumber = 1;
-    for (const YAML::Node& item : readSequence(node, context.errors)) {
+    const RepeatableList form{"parameters", {"name", "channel"}, largestPayload / recordSize};
+    for (const YAML::Node& item : writtenOutLines(node, form, context.errors)) {
         const Section section(item, "parameter", context.errors);
         BuiltParameter parameter;
-        readPlace(section, cursor, parameter.record);
+        const bool hasPlace = readPlace(section, cursor, parameter.record);
         readContent(section, context, parameter.record);
         parameter.record.number = section.byte("number", usualNumber);
         parameter.name = shownName(section);
         parameter.node = item;
         parameter.initial = section.find("default");
-        parameter.mayOverlap = section.flag("overlaps");
+        parameter.mayOverlap = section.flag("overlaps") || !hasPlace;
         cursor.pass(parameter.record);
         usualNumber = static_cast<std::uint8_t>(parameter.record.number.value + 1);
         readDefault(parameter, context);

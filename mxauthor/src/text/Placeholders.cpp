@@ -1,0 +1,105 @@
+#include "Placeholders.h"
+
+#include <charconv>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::size_t longest = 20; // characters between the brackets
+
+// A piece of a text from one "<" to its ">", both included.
+struct Piece
+{
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+
+// Texts such as "<5 V>" are no placeholders: these hold an n, and nothing but arithmetic beside it.
+bool isArithmetic(const std::string& inner)
+{
+    return inner.size() <= longest && inner.find_first_of("nN") != std::string::npos &&
+           inner.find_first_not_of("nN0123456789*/+- ") == std::string::npos;
+}
+
+std::optional<Piece> nextPlaceholder(const std::string& text, std::size_t from)
+{
+    for (std::size_t begin = text.find('<', from); begin != std::string::npos;
+         begin = text.find('<', begin + 1)) {
+        const std::size_t end = text.find_first_of("<>", begin + 1);
+        if (end != std::string::npos && text[end] == '>' &&
+            isArithmetic(text.substr(begin + 1, end - begin - 1))) {
+            return Piece{begin, end + 1};
+        }
+    }
+    return std::nullopt;
+}
+
+// Takes digits from the front of `text`. Empty when there are none, or too many.
+std::optional<std::int64_t> takeNumber(std::string& text)
+{
+    std::uint32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc()) {
+        return std::nullopt;
+    }
+    text.erase(0, static_cast<std::size_t>(end - text.data()));
+    return number;
+}
+
+bool take(std::string& text, char what)
+{
+    const bool isThere = !text.empty() && text.front() == what;
+    text.erase(0, isThere ? 1 : 0);
+    return isThere;
+}
+
+// What FACTOR*n+SUMMAND comes to; the factor and the summand may be missing.
+std::optional<std::int64_t> valueOf(std::string inner, std::uint32_t n)
+{
+    std::int64_t value = n;
+    if (const auto factor = takeNumber(inner)) {
+        value *= *factor;
+        if (!take(inner, '*')) {
+            return std::nullopt;
+        }
+    }
+    if (!take(inner, 'n')) {
+        return std::nullopt;
+    }
+    const bool isPlus = !inner.empty() && inner.front() == '+';
+    if (take(inner, '+') || take(inner, '-')) {
+        const auto summand = takeNumber(inner);
+        if (!summand) {
+            return std::nullopt;
+        }
+        value += isPlus ? *summand : -*summand;
+    }
+    return inner.empty() ? std::optional(value) : std::nullopt;
+}
+
+} // namespace
+
+bool hasPlaceholder(const std::string& text)
+{
+    return nextPlaceholder(text, 0).has_value();
+}
+
+std::optional<std::string> withNumbers(const std::string& text, std::uint32_t n, std::string* wrong)
+{
+    std::string result;
+    std::size_t from = 0;
+    while (const auto piece = nextPlaceholder(text, from)) {
+        const std::string inner = text.substr(piece->begin + 1, piece->end - piece->begin - 2);
+        const auto value = valueOf(inner, n);
+        if (!value) {
+            *wrong = "<" + inner + ">";
+            return std::nullopt;
+        }
+        result += text.substr(from, piece->begin - from) + std::to_string(*value);
+        from = piece->end;
+    }
+    return result + text.substr(from);
+}
+
+} // namespace mxauthor

@@ -1,0 +1,257 @@
+#include "RepeatedLines.h"
+
+#include "Placeholders.h"
+#include "Section.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::uint64_t mostRepetitions = 256;   // the numbers of channels, 0 to 255
+constexpr std::size_t mostCharacters = 0x100000; // far more than an mx file holds
+constexpr std::size_t mostItems = 256;           // of a list within a line that is looked through
+
+using Pairs = std::vector<std::pair<YAML::Node, YAML::Node>>;
+
+std::optional<YAML::Node> valueOf(const YAML::Node& line, const std::string& key)
+{
+    for (const auto& item : line) {
+        if (item.first.IsScalar() && item.first.Scalar() == key) {
+            return item.second;
+        }
+    }
+    return std::nullopt;
+}
+
+bool isRepeated(const YAML::Node& line)
+{
+    return line.IsMap() && (valueOf(line, "repeat") || valueOf(line, "each"));
+}
+
+// Lines that are repeated together, as `repeat` of one of them or of a list under `each` says.
+struct Repeat
+{
+    YAML::Node count; // as stated
+    std::uint32_t repetitions = 0;
+    std::vector<Pairs> lines;
+    std::vector<YAML::Mark> marks; // of the lines
+};
+
+class Writer
+{
+public:
+    Writer(const RepeatableList& listForm, SourceErrors& sourceErrors)
+        : form(listForm), errors(sourceErrors)
+    {}
+
+    void add(const YAML::Node& line);
+    std::vector<YAML::Node> lines;
+
+private:
+    std::optional<Repeat> readRepeat(const YAML::Node& line);
+    void readEach(const YAML::Node& line, const YAML::Node& each, Repeat& repeat);
+    void addLine(const YAML::Node& line, Repeat& repeat);
+    bool isTold(const Repeat& repeat, std::size_t line);
+    bool fits(const Repeat& repeat);
+    void writeOut(const Repeat& repeat);
+    YAML::Node numbered(const YAML::Node& node, std::uint32_t n, int depth);
+    YAML::Node numberedText(const YAML::Node& node, std::uint32_t n);
+
+    const RepeatableList& form;
+    SourceErrors& errors;
+    std::size_t characters = 0; // of all lines that were written out
+};
+
+void Writer::addLine(const YAML::Node& line, Repeat& repeat)
+{
+    Pairs pairs;
+    for (const auto& [key, value] : readMapping(line, errors)) {
+        if (key.Scalar() != "repeat") {
+            pairs.emplace_back(key, value);
+        }
+    }
+    repeat.lines.push_back(std::move(pairs));
+    repeat.marks.push_back(line.Mark());
+}
+
+void Writer::readEach(const YAML::Node& line, const YAML::Node& each, Repeat& repeat)
+{
+    for (const auto& [key, value] : readMapping(line, errors)) {
+        if (key.Scalar() != "repeat" && key.Scalar() != "each") {
+            errors.add(key, "beside \"each\" only \"repeat\" is accepted: \"" + key.Scalar() +
+                                "\" belongs into the lines under \"each\"");
+        }
+    }
+    for (const YAML::Node& item : readSequence(each, errors)) {
+        if (isRepeated(item)) {
+            errors.add(item, "a repeat within a repeat, the lines under \"each\" are written out "
+                             "once each");
+            continue;
+        }
+        addLine(item, repeat);
+    }
+    if (each.IsSequence() && each.size() == 0) {
+        errors.add(each, "there is nothing under \"each\" that could be repeated");
+    }
+}
+
+std::optional<Repeat> Writer::readRepeat(const YAML::Node& line)
+{
+    const auto count = valueOf(line, "repeat");
+    if (!count) {
+        errors.add(line, "\"repeat\" is missing: how often the lines under \"each\" are written "
+                         "out");
+        return std::nullopt;
+    }
+    Repeat repeat;
+    repeat.count = *count;
+    const auto number = readInteger(*count, errors);
+    if (number &&
+        (number->negative || number->magnitude == 0 || number->magnitude > mostRepetitions)) {
+        errors.add(*count, count->Scalar() + " is out of range, 1 to " +
+                               std::to_string(mostRepetitions) + " is accepted");
+    } else if (number) {
+        repeat.repetitions = static_cast<std::uint32_t>(number->magnitude);
+    }
+    if (const auto each = valueOf(line, "each")) {
+        readEach(line, *each, repeat);
+    } else {
+        addLine(line, repeat);
+    }
+    return repeat.repetitions == 0 ? std::nullopt : std::optional(repeat);
+}
+
+bool holdsPlaceholder(const YAML::Node& node)
+{
+    if (node.IsScalar()) {
+        return hasPlaceholder(node.Scalar());
+    }
+    return node.IsMap() && std::any_of(node.begin(), node.end(), [](const auto& item) {
+               return item.second.IsScalar() && hasPlaceholder(item.second.Scalar());
+           });
+}
+
+// Whether the repetitions of a line can be told from each other. A channel without a name is called
+// by its number, one with the name "-" is hidden.
+bool Writer::isTold(const Repeat& repeat, std::size_t line)
+{
+    std::optional<YAML::Node> name;
+    bool tells = false;
+    for (const auto& [key, value] : repeat.lines[line]) {
+        if (key.Scalar() == "name") {
+            name = value;
+        }
+        const bool isTelling =
+            std::find(form.telling.begin(), form.telling.end(), key.Scalar()) != form.telling.end();
+        tells = tells || (isTelling && holdsPlaceholder(value));
+    }
+    if (tells || repeat.repetitions == 1 || !name || (name->IsScalar() && name->Scalar() == "-")) {
+        return true;
+    }
+    const std::string shown = name->IsScalar() ? name->Scalar() : "NAME";
+    errors.add(*name, "all " + std::to_string(repeat.repetitions) + " " + form.what +
+                          " would have this name: put the number into it, such as \"" + shown +
+                          " <n>\"");
+    return false;
+}
+
+bool Writer::fits(const Repeat& repeat)
+{
+    const std::size_t count = repeat.repetitions * repeat.lines.size();
+    if (repeat.lines.size() > form.most || lines.size() + count > form.most) {
+        errors.add(repeat.count, std::to_string(repeat.repetitions) + " times " +
+                                     std::to_string(repeat.lines.size()) + " lines are too many " +
+                                     form.what + ": a group holds " + std::to_string(form.most) +
+                                     " at most");
+        return false;
+    }
+    return true;
+}
+
+YAML::Node Writer::numberedText(const YAML::Node& node, std::uint32_t n)
+{
+    characters += node.Scalar().size();
+    if (!hasPlaceholder(node.Scalar())) {
+        return node;
+    }
+    std::string wrong;
+    const auto text = withNumbers(node.Scalar(), n, &wrong);
+    if (!text) {
+        errors.add(node, wrong + " is no placeholder (accepted: <n>, <n-1>, <n+1>, <2*n>, "
+                                 "<2*n+1> with other numbers)");
+        return node;
+    }
+    return errors.madeFrom(YAML::Node(*text), node.Mark());
+}
+
+// Deeper than a list or mapping within a line nothing is looked for: there is nothing.
+YAML::Node Writer::numbered(const YAML::Node& node, std::uint32_t n, int depth)
+{
+    if (node.IsScalar()) {
+        return numberedText(node, n);
+    }
+    if (depth == 0 || node.size() > mostItems || !(node.IsSequence() || node.IsMap())) {
+        return node;
+    }
+    YAML::Node made(node.IsMap() ? YAML::NodeType::Map : YAML::NodeType::Sequence);
+    for (const auto& item : node) {
+        if (node.IsMap()) {
+            made.force_insert(item.first, numbered(item.second, n, depth - 1));
+        } else {
+            made.push_back(numbered(item, n, depth - 1));
+        }
+    }
+    return errors.madeFrom(made, node.Mark());
+}
+
+void Writer::writeOut(const Repeat& repeat)
+{
+    for (std::uint32_t n = 1; n <= repeat.repetitions; ++n) {
+        for (std::size_t i = 0; i < repeat.lines.size(); ++i) {
+            YAML::Node line(YAML::NodeType::Map);
+            for (const auto& [key, value] : repeat.lines[i]) {
+                line.force_insert(key, numbered(value, n, 1));
+            }
+            lines.push_back(errors.madeFrom(line, repeat.marks[i]));
+            if (characters > mostCharacters) {
+                errors.add(repeat.count, "the repeated lines are longer than any mx file");
+                return;
+            }
+        }
+    }
+}
+
+void Writer::add(const YAML::Node& line)
+{
+    if (!isRepeated(line)) {
+        lines.push_back(line);
+        return;
+    }
+    const auto repeat = readRepeat(line);
+    if (!repeat || !fits(*repeat)) {
+        return;
+    }
+    bool isClear = true;
+    for (std::size_t i = 0; i < repeat->lines.size(); ++i) {
+        isClear = isTold(*repeat, i) && isClear;
+    }
+    if (isClear) {
+        writeOut(*repeat);
+    }
+}
+
+} // namespace
+
+std::vector<YAML::Node> writtenOutLines(const YAML::Node& list, const RepeatableList& form,
+                                        SourceErrors& errors)
+{
+    Writer writer(form, errors);
+    for (const YAML::Node& line : readSequence(list, errors)) {
+        writer.add(line);
+    }
+    return std::move(writer.lines);
+}
+
+} // namespace mxauthor
