@@ -2,9 +2,23 @@
 
 #include <fmt/format.h>
 
+#include <charconv>
+#include <optional>
 #include <vector>
 
 namespace mxtool {
+
+namespace {
+
+// A long double holds every 64-bit integer.
+std::optional<long double> numberOf(const std::string& text)
+{
+    long double number = 0;
+    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && !text.empty() ? std::optional(number) : std::nullopt;
+}
+
+} // namespace
 
 std::string ownerOf(const DeviceReport::Parameter& parameter)
 {
@@ -27,10 +41,27 @@ std::string valueText(const DeviceReport::Parameter& parameter)
     return option != nullptr ? option->text : parameter.value + " (not in the list)";
 }
 
+bool isInRange(const DeviceReport::Parameter& parameter)
+{
+    if (parameter.hasOptionList) {
+        return parameter.currentOption() != nullptr;
+    }
+    const auto value = numberOf(parameter.value);
+    const auto low = numberOf(parameter.min);
+    const auto high = numberOf(parameter.max);
+    return !value || ((!low || *low <= *value) && (!high || *value <= *high));
+}
+
 std::string valueWithUnit(const DeviceReport::Parameter& parameter)
 {
-    const bool isNumber = !parameter.hasOptionList && !parameter.unit.empty();
-    return isNumber ? parameter.value + " " + parameter.unit : valueText(parameter);
+    if (parameter.hasOptionList) {
+        return valueText(parameter);
+    }
+    const std::string unit = parameter.unit.empty() ? "" : " " + parameter.unit;
+    return valueText(parameter) + unit +
+           (isInRange(parameter)
+                ? ""
+                : fmt::format(" (outside {} to {}{})", parameter.min, parameter.max, unit));
 }
 
 std::string acceptedValues(const DeviceReport::Parameter& parameter)

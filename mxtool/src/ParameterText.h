@@ -14,7 +14,10 @@ std::string ownerOf(const DeviceReport::Parameter& parameter);
 /// Returns the value as people read it: the text of its option, or the number.
 std::string valueText(const DeviceReport::Parameter& parameter);
 
-/// Returns `valueText` with the unit behind a number.
+/// Whether the value is an option of the list or a number of the range.
+bool isInRange(const DeviceReport::Parameter& parameter);
+
+/// Returns `valueText` with the unit after a number, marked where it lies outside the range.
 std::string valueWithUnit(const DeviceReport::Parameter& parameter);
 
 /// Returns the accepted values: the options, the current one in brackets, or the range.

@@ -12,6 +12,7 @@
 #include "config/ConfigurationOutput.h"
 #include "config/DecodedImage.h"
 #include "config/ValuesFile.h"
+#include "config/ValuesOutput.h"
 #include "diff/DiffOutput.h"
 #include "explain/ExplainOutput.h"
 
@@ -139,6 +140,7 @@ void printConfiguration(TranslatedModule& module, const mxtool::Configuration& c
 {
     mxtool::configurationText(configuration);
     mxtool::configurationCsv(configuration);
+    mxtool::configurationValues(configuration);
     const auto values =
         mxtool::readValues(mxtool::configurationJson(configuration, "damaged.bin"), "damaged.json");
     const auto base = module.withParameterBlock(configuration.image);

@@ -107,6 +107,55 @@ TEST(ConfigVerb, takesValuesFromAFile)
               std::string("\x01\0\0\x07", 4)); // the call goes before the file
 }
 
+TEST(ConfigVerb, takesSeveralFilesOfValues)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string all = directory.write("all.yaml", charsOf("Parity: odd\nBaud rate: 1200\n"));
+    const std::string more =
+        directory.write("more.csv", charsOf("Name;Value\r\nParity;none\r\nReceive timeout;7 ms"));
+    const ToolRun run =
+        runTool({"config", serial, "--values", all, "--values", more, "--format", "binary"});
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out.substr(0, 4), std::string("\x01\0\0\x07", 4));
+}
+
+TEST(ConfigVerb, theNameOfTheOutputSaysItsFormat)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string expected = std::string("\x03\x12\0\xFA\xEE\xDD\xEF\x0B\x82\x16\x7E\xEB", 12);
+    for (const char* name : {"v.json", "v.csv", "v.yaml", "v.yml"}) {
+        const std::string file = directory.path(name);
+        EXPECT_EQ(
+            runTool({"config", serial, "--set", "Stop bits=2", "--set", "Parity=odd", "-o", file})
+                .exitCode,
+            0);
+        const ToolRun run = runTool({"config", serial, "--values", file, "--format", "binary"});
+        EXPECT_EQ(run.err, "") << name;
+        EXPECT_EQ(run.out, expected) << name;
+    }
+    EXPECT_THAT(readFile(directory.path("v.yml")),
+                HasSubstr("\n# none = #0 | even = #1 | odd = #2; "
+                          "default even\nParity: odd\n"));
+    const std::string forced = directory.path("raw.json");
+    runTool({"config", serial, "--format", "binary", "-o", forced});
+    EXPECT_EQ(readFile(forced).size(), 12U);
+}
+
+TEST(ConfigVerb, listsWhatDiffersFromTheDefaults)
+{
+    const ToolRun run = runTool({"config", serial, "--set", "Parity=odd", "--changed"});
+    EXPECT_THAT(run.out, HasSubstr("Parity  odd    even\n"));
+    EXPECT_THAT(run.out, testing::Not(HasSubstr("Baud rate")));
+    EXPECT_EQ(runTool({"config", serial, "--changed", "--format", "binary"}).exitCode, 2);
+}
+
+TEST(ConfigVerb, marksWhatLiesOutsideTheRange)
+{
+    const ToolRun run = runTool({"config", serial, "--decode", "09 01 00 00 eeddef0b82167eeb"});
+    EXPECT_THAT(run.out, HasSubstr("9 (not in the list)"));
+    EXPECT_THAT(run.out, HasSubstr("0 ms (outside 1 to 60000 ms)"));
+}
+
 TEST(ConfigVerb, namesLineAndColumnOfAWrongValue)
 {
     const testkit::TemporaryDirectory directory;

@@ -91,7 +91,8 @@ TEST_F(HostileText, IsHarmlessAsText)
     for (const Words& words :
          {Words{"groups", file}, Words{"show", file}, Words{"channels", file},
           Words{"channels", file, "--map"}, Words{"config", file},
-          Words{"config", file, "--fieldbus", "modbus"}, Words{"explain", file},
+          Words{"config", file, "--fieldbus", "modbus"},
+          Words{"config", file, "--format", "values"}, Words{"explain", file},
           Words{"explain", file, "--where", "=1+1"}, Words{"diff", file, files[4]},
           Words{"show", file, "--log-level", "trace"}}) {
         const ToolRun run = runTool(words);

@@ -17,9 +17,13 @@ struct Configuration
     std::vector<char> image;            ///< The raw parameter image.
     std::vector<char> bytes;            ///< What the fieldbus master writes.
     std::vector<ParameterPlace> places; ///< The parameters in `bytes`, in their order there.
+    bool changedOnly = false;           ///< Outputs list what differs from the defaults alone.
 
     /// Whether the parameter at `position` differs from the default.
     bool isChanged(std::size_t position) const;
+
+    /// Whether outputs list the parameter at `position`.
+    bool isShown(std::size_t position) const { return !changedOnly || isChanged(position); }
 };
 
 /// Reads the raw parameter image `image` of `module`. Throws a `Failure` when it has another size

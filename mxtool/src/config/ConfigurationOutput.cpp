@@ -34,9 +34,11 @@ std::vector<PlaceRow> rowsOf(const Configuration& configuration)
 {
     std::vector<PlaceRow> rows;
     for (const ParameterPlace& place : configuration.places) {
-        rows.push_back({configuration.device.parameters[place.parameter],
-                        configuration.defaults.parameters[place.parameter], place,
-                        configuration.isChanged(place.parameter)});
+        if (configuration.isShown(place.parameter)) {
+            rows.push_back({configuration.device.parameters[place.parameter],
+                            configuration.defaults.parameters[place.parameter], place,
+                            configuration.isChanged(place.parameter)});
+        }
     }
     return rows;
 }

@@ -1,8 +1,10 @@
 #include "config/ValuesFile.h"
 
 #include "Diagnostic.h"
+#include "FormatOfName.h"
 #include "HexBytes.h"
 #include "Refusal.h"
+#include "config/ValuesCsv.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -106,13 +108,6 @@ Values readMap(const YAML::Node& root, const std::string& file)
     return values;
 }
 
-bool isJson(const std::string& file)
-{
-    const std::string extension = ".json";
-    return file.size() > extension.size() &&
-           file.compare(file.size() - extension.size(), extension.size(), extension) == 0;
-}
-
 // YAML takes more than JSON allows: what is called JSON must be JSON.
 void checkJson(const std::string& content, const std::string& file)
 {
@@ -140,7 +135,10 @@ void checkJson(const std::string& content, const std::string& file)
 
 Values readValues(const std::string& content, const std::string& file)
 {
-    if (isJson(file)) {
+    if (endsInExtension(file, ".csv")) {
+        return readValuesCsv(content, file);
+    }
+    if (endsInExtension(file, ".json")) {
         checkJson(content, file);
     }
     try {

@@ -1,4 +1,5 @@
 #include "CsvOptions.h"
+#include "FormatOfName.h"
 #include "HexBytes.h"
 #include "InputFile.h"
 #include "OutputFile.h"
@@ -9,14 +10,11 @@
 #include "config/Configuration.h"
 #include "config/ConfigurationOutput.h"
 #include "config/DecodedImage.h"
-#include "config/ParameterNames.h"
 #include "config/ValuesFile.h"
+#include "config/ValuesOutput.h"
+#include "config/WantedValues.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
 #include <filesystem>
-#include <optional>
 #include <utility>
 
 namespace mxtool {
@@ -42,13 +40,16 @@ constexpr const char* configFooter = R"(Example:
   1 of 5 parameters differ from the default
 )";
 
+const std::vector<std::string> configFormats = {"text", "json", "csv", "values", "binary"};
+
 struct ConfigOptions
 {
     ModuleOptions module;
     std::vector<std::string> set;
-    std::string valuesFile;
+    std::vector<std::string> valuesFiles;
     std::string decode;
     bool force = false;
+    bool changed = false;
     std::string fieldbus = "raw";
     std::string format;
     CsvOptions csv;
@@ -60,24 +61,9 @@ FieldbusType fieldbusOf(const ConfigOptions& options)
     return options.fieldbus == "modbus" ? FieldbusType::Modbus : FieldbusType::Raw;
 }
 
-// What the call asks for, in the order in which it is written: a value of the call goes before one
-// of the file.
-struct Wishes
+ValueCheck checkOf(const ConfigOptions& options)
 {
-    std::optional<std::vector<char>> image; // to write into, instead of the default block
-    std::vector<Assignment> assignments;
-};
-
-void checkDevice(const Values& values, const DeviceReport& device, const ConfigOptions& options)
-{
-    if (!values.deviceTypeId.empty() && values.deviceTypeId != device.deviceTypeId) {
-        throw Failure(
-            ExitCode::Input,
-            {"error", inputName(options.valuesFile),
-             fmt::format("The values are those of a {}, expected a {} as {} is",
-                         values.deviceTypeId, device.deviceTypeId, inputName(options.module.file)),
-             ""});
-    }
+    return options.force ? ValueCheck::NumberOnly : ValueCheck::Full;
 }
 
 std::string textOfFile(const std::string& path)
@@ -86,65 +72,24 @@ std::string textOfFile(const std::string& path)
     return {bytes.begin(), bytes.end()};
 }
 
-Wishes wishesOfFile(const ConfigOptions& options, const DeviceReport& device)
+WantedValues wantedValues(const ConfigOptions& options, const DeviceReport& device)
 {
-    if (options.valuesFile.empty()) {
-        return {};
+    WantedValues wanted(device, inputName(options.module.file));
+    for (const std::string& file : options.valuesFiles) {
+        wanted.add(readValues(textOfFile(file), inputName(file)), inputName(file));
     }
-    Values values = readValues(textOfFile(options.valuesFile), inputName(options.valuesFile));
-    checkDevice(values, device, options);
-    return {std::move(values.image), std::move(values.assignments)};
-}
-
-ValueCheck checkOf(const ConfigOptions& options)
-{
-    return options.force ? ValueCheck::NumberOnly : ValueCheck::Full;
-}
-
-Assignment assignmentOf(const std::string& words, const DeviceReport& device, ValueCheck check)
-{
-    const std::string place = "--set " + words;
-    try {
-        auto [name, value] = splitAssignment(words, device, check);
-        return {place, std::move(name), std::move(value), ExitCode::Usage};
-    } catch (const Refusal& refusal) {
-        throw Failure(ExitCode::Usage, {"error", place, refusal.what(), refusal.hint});
-    }
-}
-
-bool meanTheSame(const Assignment& a, const Assignment& b, const DeviceReport& device)
-{
-    const auto found = parametersCalled(a.name, device);
-    return found.size() == 1 && found == parametersCalled(b.name, device);
-}
-
-Wishes wishesOf(const ConfigOptions& options, const DeviceReport& device)
-{
-    Wishes wishes = wishesOfFile(options, device);
-    std::vector<Assignment>& all = wishes.assignments;
-    std::vector<Assignment> ofCall;
-    for (const std::string& words : options.set) {
-        ofCall.push_back(assignmentOf(words, device, checkOf(options)));
-    }
-    for (const Assignment& assignment : ofCall) {
-        all.erase(std::remove_if(all.begin(), all.end(),
-                                 [&](const Assignment& other) {
-                                     return meanTheSame(assignment, other, device);
-                                 }),
-                  all.end());
-    }
-    all.insert(all.end(), ofCall.begin(), ofCall.end());
-    return wishes;
+    wanted.add(options.set, checkOf(options));
+    return wanted;
 }
 
 // The image into which values are written.
-std::vector<char> baseImage(const ConfigOptions& options, const Wishes& wishes,
+std::vector<char> baseImage(const ConfigOptions& options, const WantedValues& wanted,
                             const DeviceReport& device)
 {
     if (!options.module.parameterBlockFile.empty()) {
         return loadBytes(options.module.parameterBlockFile);
     }
-    return wishes.image ? *wishes.image : device.parameterBlock;
+    return wanted.image().value_or(device.parameterBlock);
 }
 
 ExitCode reportAll(const std::vector<Diagnostic>& findings, ExitCode code)
@@ -157,10 +102,9 @@ ExitCode reportAll(const std::vector<Diagnostic>& findings, ExitCode code)
 
 std::string formatOf(const ConfigOptions& options)
 {
-    if (!options.format.empty()) {
-        return options.format;
-    }
-    return options.output == "-" ? "text" : "binary";
+    const std::string otherwise = options.output == "-" ? "text" : "binary";
+    return options.format.empty() ? formatOfName(options.output, configFormats, otherwise)
+                                  : options.format;
 }
 
 void writeConfiguration(const Configuration& configuration, const ConfigOptions& options)
@@ -171,35 +115,37 @@ void writeConfiguration(const Configuration& configuration, const ConfigOptions&
         content.assign(configuration.bytes.begin(), configuration.bytes.end());
     } else if (format == "json") {
         content = configurationJson(configuration, inputName(options.module.file));
+    } else if (format == "csv") {
+        content = configurationCsv(configuration, options.csv.style());
     } else {
-        content = format == "csv" ? configurationCsv(configuration, options.csv.style())
-                                  : configurationText(configuration);
+        content = format == "values" ? configurationValues(configuration)
+                                     : configurationText(configuration);
     }
     writeOutput(options.output, content);
 }
 
-std::string placeOfBase(const ConfigOptions& options, const Wishes& wishes)
+std::string placeOfBase(const ConfigOptions& options, const WantedValues& wanted)
 {
     if (!options.module.parameterBlockFile.empty()) {
         return inputName(options.module.parameterBlockFile);
     }
-    return wishes.image ? inputName(options.valuesFile) : inputName(options.module.file);
+    return wanted.image() ? wanted.imageFile() : inputName(options.module.file);
 }
 
 ExitCode composeImage(const ConfigOptions& options, TranslatedModule& module)
 {
     const DeviceReport device = makeReport(module.device());
-    const Wishes wishes = wishesOf(options, device);
-    const std::vector<char> image = baseImage(options, wishes, device);
-    const std::string place = placeOfBase(options, wishes);
+    const WantedValues wanted = wantedValues(options, device);
+    const std::vector<char> image = baseImage(options, wanted, device);
+    const std::string place = placeOfBase(options, wanted);
     requireImageSize(image, device, place);
     const auto base = module.withParameterBlock(image);
-    const Composition composition = compose(module, *base, wishes.assignments, checkOf(options));
+    const Composition composition = compose(module, *base, wanted.assignments(), checkOf(options));
     if (composition.code != ExitCode::Done) {
         return reportAll(composition.findings, composition.code);
     }
-    const Configuration configuration =
-        configurationOf(module, composition.image, fieldbusOf(options));
+    Configuration configuration = configurationOf(module, composition.image, fieldbusOf(options));
+    configuration.changedOnly = options.changed;
     reportAll(composition.findings, ExitCode::Done);
     reportAll(notesOf(configuration, place), ExitCode::Done);
     writeConfiguration(configuration, options);
@@ -227,10 +173,19 @@ ExitCode decodeImage(const ConfigOptions& options, TranslatedModule& module)
     const std::string place = "--decode " + options.decode;
     const std::vector<char> image =
         decodedImage(bytesToDecode(options.decode), fieldbusOf(options), module, place);
-    const Configuration configuration = configurationOf(module, image, FieldbusType::Raw);
+    Configuration configuration = configurationOf(module, image, FieldbusType::Raw);
+    configuration.changedOnly = options.changed;
     reportAll(notesOf(configuration, place), ExitCode::Done);
     writeConfiguration(configuration, options);
     return ExitCode::Done;
+}
+
+void checkWords(const ConfigOptions& options)
+{
+    requireCsv(options.csv, formatOf(options));
+    if (options.changed && formatOf(options) == "binary") {
+        throw CLI::ValidationError("--changed", "lists parameters, not with --format binary");
+    }
 }
 
 ExitCode config(ConfigOptions options, const std::string& logLevel)
@@ -252,7 +207,11 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
         "option of number N");
     set->expected(1)->take_all()->type_name("NAME=VALUE");
     auto* const values =
-        verb.add_option("--values", options.valuesFile, "YAML or JSON file of names and values")
+        verb.add_option("--values", options.valuesFiles,
+                        "YAML, JSON or CSV file of names and values, repeatable: a later one goes "
+                        "before an earlier one")
+            ->expected(1)
+            ->take_all()
             ->type_name("FILE");
     auto* const force =
         verb.add_flag("--force", options.force, "Accept numbers outside the range or option list");
@@ -266,8 +225,10 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
                     "raw (parameter image) or modbus (registers); of the bytes to decode as well")
         ->check(CLI::IsMember({"raw", "modbus"}));
     verb.add_option("--format", options.format,
-                    "text, json, csv or binary; binary is the default with -o FILE")
-        ->check(CLI::IsMember({"text", "json", "csv", "binary"}));
+                    "text, json, csv, values (a commented values file) or binary; without it "
+                    "the end of the name of -o says it, or else it is binary")
+        ->check(CLI::IsMember(configFormats));
+    verb.add_flag("--changed", options.changed, "List only what differs from the defaults");
     addCsvOptions(verb, options.csv);
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output")
         ->type_name("FILE");
@@ -283,7 +244,7 @@ void addConfigVerb(CLI::App& program, const GlobalOptions& global, const VerbCho
     addOptions(*verb, *options);
     verb->footer(configFooter);
     verb->callback([options, choose, &global] {
-        requireCsv(options->csv, formatOf(*options));
+        checkWords(*options);
         choose([options, &global] { return config(*options, global.logLevel); });
     });
 }

@@ -5,6 +5,8 @@
 #include "config/ConfigurationOutput.h"
 #include "config/ModbusRegisters.h"
 #include "config/ValuesFile.h"
+#include "config/ValuesOutput.h"
+#include "config/WantedValues.h"
 
 #include <gmock/gmock.h>
 
@@ -158,6 +160,16 @@ protected:
         return compose(module, module.device(), assignments, mxtool::ValueCheck::Full).image;
     }
 
+    // The image that the values of a file make of the defaults.
+    std::vector<char> composedOf(const std::string& content, const std::string& file)
+    {
+        const auto device = mxtool::makeReport(module.device());
+        mxtool::WantedValues wanted(device, "example");
+        wanted.add(mxtool::readValues(content, file), file);
+        return compose(module, module.device(), wanted.assignments(), mxtool::ValueCheck::Full)
+            .image;
+    }
+
     mxtool::TranslatedModule module;
 };
 
@@ -187,6 +199,8 @@ TEST_P(EveryExampleImage, isMadeOfItsValuesAlone)
             compose(module, module.device(), values.assignments, mxtool::ValueCheck::Full);
         EXPECT_THAT(composed.findings, IsEmpty());
         EXPECT_EQ(composed.image, image);
+        EXPECT_EQ(composedOf(configurationValues(decoded), "decoded.yaml"), image);
+        EXPECT_EQ(composedOf(configurationCsv(decoded), "decoded.csv"), image);
     }
 }
 

@@ -1,0 +1,34 @@
+#include "FormatOfName.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace mxtool {
+
+bool endsInExtension(const std::string& file, const std::string& extension)
+{
+    return file.size() > extension.size() &&
+           std::equal(
+               extension.rbegin(), extension.rend(), file.rbegin(), [](char wanted, char found) {
+                   return wanted == (found >= 'A' && found <= 'Z' ? found - 'A' + 'a' : found);
+               });
+}
+
+std::string formatOfName(const std::string& output, const std::vector<std::string>& accepted,
+                         const std::string& otherwise)
+{
+    constexpr std::array<std::pair<const char*, const char*>, 6> formats = {{{".json", "json"},
+                                                                             {".csv", "csv"},
+                                                                             {".yaml", "values"},
+                                                                             {".yml", "values"},
+                                                                             {".bin", "binary"},
+                                                                             {".txt", "text"}}};
+    const auto found = std::find_if(formats.begin(), formats.end(), [&](const auto& format) {
+        return endsInExtension(output, format.first) &&
+               std::find(accepted.begin(), accepted.end(), format.second) != accepted.end();
+    });
+    return found == formats.end() ? otherwise : found->second;
+}
+
+} // namespace mxtool

@@ -1,0 +1,93 @@
+#include "config/ValuesCsv.h"
+
+#include "CsvTable.h"
+#include "Diagnostic.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace mxtool {
+
+namespace {
+
+// The cells that say what a row asks for.
+class ValueColumns
+{
+public:
+    ValueColumns(const CsvTable& table, const std::string& file)
+        : id(table.column("id")),
+          channel(table.column("channel")),
+          name(id ? *id : table.requiredColumn("name", file)),
+          value(table.requiredColumn("value", file)),
+          identity(table.column("device_type_id"))
+    {}
+
+    std::string nameIn(const CsvTable::Row& row) const
+    {
+        if (id) {
+            return "#" + row.cells[name];
+        }
+        const std::string owner = channel ? row.cells[*channel] : "";
+        return (owner.empty() ? "" : owner + "/") + row.cells[name];
+    }
+
+    const std::string& valueIn(const CsvTable::Row& row) const { return row.cells[value]; }
+    bool hasIds() const { return id.has_value(); }
+
+    std::string identityIn(const CsvTable::Row& row) const
+    {
+        return identity ? row.cells[*identity] : "";
+    }
+
+private:
+    std::optional<std::size_t> id;
+    std::optional<std::size_t> channel;
+    std::size_t name;
+    std::size_t value;
+    std::optional<std::size_t> identity;
+};
+
+// A parameter has a row for each of its places in the registers.
+bool isSaid(const Assignment& assignment, const std::vector<Assignment>& assignments)
+{
+    return std::any_of(assignments.begin(), assignments.end(), [&](const Assignment& other) {
+        return other.name == assignment.name && other.value == assignment.value;
+    });
+}
+
+void takeIdentity(const std::string& identity, const std::string& place, Values& values)
+{
+    if (!identity.empty() && !values.deviceTypeId.empty() && identity != values.deviceTypeId) {
+        throw Failure(ExitCode::Input, {"error", place,
+                                        fmt::format("Found {}, expected {} as in the rows before",
+                                                    identity, values.deviceTypeId),
+                                        ""});
+    }
+    values.deviceTypeId = identity.empty() ? values.deviceTypeId : identity;
+}
+
+} // namespace
+
+Values readValuesCsv(const std::string& content, const std::string& file)
+{
+    const CsvTable table = readCsv(content, file);
+    Values values;
+    if (table.columns.empty()) {
+        return values;
+    }
+    const ValueColumns columns(table, file);
+    values.optionsByNumber = columns.hasIds();
+    for (const CsvTable::Row& row : table.rows) {
+        const std::string place = fmt::format("{}:{}", file, row.line);
+        takeIdentity(columns.identityIn(row), place, values);
+        const Assignment assignment{place, columns.nameIn(row), columns.valueIn(row),
+                                    ExitCode::Input};
+        if (!assignment.value.empty() && !isSaid(assignment, values.assignments)) {
+            values.assignments.push_back(assignment);
+        }
+    }
+    return values;
+}
+
+} // namespace mxtool

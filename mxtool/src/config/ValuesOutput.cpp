@@ -1,0 +1,198 @@
+#include "config/ValuesOutput.h"
+
+#include "DeviceJson.h"
+#include "ParameterText.h"
+#include "Refusal.h"
+#include "ShownText.h"
+#include "config/AcceptedValue.h"
+#include "config/ParameterNames.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+namespace mxtool {
+
+namespace {
+
+using Parameter = DeviceReport::Parameter;
+using Parameters = std::vector<const Parameter*>;
+
+// Words that readers of YAML take for something else than their text.
+bool isYamlWord(std::string text)
+{
+    constexpr std::array<const char*, 9> words = {"true", "false", "yes",  "no", "on",
+                                                  "off",  "null",  "none", "~"};
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
+    return text.size() < 2 ||
+           std::find(words.begin(), words.end(), std::string(text)) != words.end();
+}
+
+bool isPlain(const std::string& text)
+{
+    const std::string allowed = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"
+                                "0123456789 _-.+/()%";
+    const bool startsPlain = !text.empty() && text.find_first_of(" -.+/()%_") != 0;
+    const bool isNumber = text.find_first_not_of("-.0123456789") == std::string::npos &&
+                          text.find_first_of("0123456789") != std::string::npos;
+    const bool isAllowed = std::all_of(text.begin(), text.end(), [&allowed](char c) {
+        return static_cast<unsigned char>(c) >= 0x80 || allowed.find(c) != std::string::npos;
+    });
+    return isAllowed && text.back() != ' ' && (isNumber || (startsPlain && !isYamlWord(text)));
+}
+
+// A scalar of YAML: plain where that is safe, else in double quotes, which JSON has as well.
+std::string scalar(const std::string& utf8)
+{
+    if (!utf8.empty() && forTerminal(utf8) == utf8 && isPlain(utf8)) {
+        return utf8;
+    }
+    return harmlessJson(Json(utf8).dump());
+}
+
+// The value as a call takes it back: an option by its text where that means it alone.
+std::string valueInCalls(const Parameter& parameter)
+{
+    if (!parameter.hasOptionList) {
+        return parameter.value + (parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit));
+    }
+    const auto* option = parameter.currentOption();
+    const std::string text = option != nullptr ? toUtf8(option->text) : "";
+    try {
+        if (option != nullptr &&
+            acceptedValue(parameter, text, ValueCheck::Full) == parameter.value) {
+            return text;
+        }
+    } catch (const Refusal&) {
+        // Several options are called so, or the text is the number of another one.
+    }
+    return "#" + parameter.value;
+}
+
+std::string optionsText(const Parameter& parameter)
+{
+    std::string text;
+    for (const auto& option : parameter.options) {
+        text +=
+            fmt::format("{}{} = #{}", text.empty() ? "" : " | ", toUtf8(option.text), option.value);
+    }
+    return text.empty() ? "no option" : text;
+}
+
+std::string rangeText(const Parameter& parameter)
+{
+    return fmt::format("{} to {}{}", parameter.min, parameter.max,
+                       parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit));
+}
+
+// What may be written in place of the value.
+std::string comment(const Parameter& parameter, const Parameter& standard)
+{
+    return forTerminal(fmt::format(
+        "{}; default {}{}", parameter.hasOptionList ? optionsText(parameter) : rangeText(parameter),
+        valueInCalls(standard), isInRange(parameter) ? "" : "; takes --force"));
+}
+
+std::string lines(const std::string& key, const Parameter& parameter, const Parameter& standard,
+                  const std::string& indent)
+{
+    return fmt::format("{0}# {1}\n{0}{2}: {3}\n", indent, comment(parameter, standard), scalar(key),
+                       scalar(valueInCalls(parameter)));
+}
+
+// A file whose map is called "schema" is one that `config` has written as JSON.
+bool isUsable(const std::string& key)
+{
+    return key != "schema" && forTerminal(key) == key;
+}
+
+bool namesEach(const std::string& owner, const Parameters& parameters, const DeviceReport& device)
+{
+    return isUsable(owner) &&
+           std::all_of(parameters.begin(), parameters.end(), [&](const Parameter* parameter) {
+               const auto found = parametersCalled(owner + "/" + toUtf8(parameter->name), device);
+               return found.size() == 1 && found.front() == parameter;
+           });
+}
+
+// The name of a channel under which each of its parameters is found; empty without one.
+std::string groupName(const Parameters& parameters, const DeviceReport& device)
+{
+    std::vector<std::string> owners;
+    for (const std::string& name : parameters.front()->channelNames) {
+        owners.push_back(toUtf8(name));
+    }
+    owners.push_back(std::to_string(parameters.front()->channelNumber));
+    const auto found = std::find_if(owners.begin(), owners.end(), [&](const std::string& owner) {
+        return namesEach(owner, parameters, device);
+    });
+    return found == owners.end() || parameters.front()->ofModule() ? "" : *found;
+}
+
+class ValuesWriter
+{
+public:
+    explicit ValuesWriter(const Configuration& shown) : configuration(shown) {}
+
+    std::string group(const Parameters& parameters) const
+    {
+        const std::string name = groupName(parameters, configuration.device);
+        std::string text = name.empty() ? "" : "\n" + scalar(name) + ":\n";
+        for (const Parameter* parameter : parameters) {
+            text += name.empty()
+                        ? "\n" + alone(*parameter)
+                        : lines(toUtf8(parameter->name), *parameter, standard(*parameter), "  ");
+        }
+        return text;
+    }
+
+private:
+    std::string alone(const Parameter& parameter) const
+    {
+        const std::string name = nameInCalls(parameter, configuration.device);
+        const std::string owner = name[0] == '#'
+                                      ? fmt::format("# {} of {}\n", forTerminal(parameter.name),
+                                                    forTerminal(ownerOf(parameter)))
+                                      : "";
+        return owner + lines(isUsable(name) ? name : "#" + parameter.id, parameter,
+                             standard(parameter), "");
+    }
+
+    const Parameter& standard(const Parameter& parameter) const
+    {
+        const auto position =
+            static_cast<std::size_t>(&parameter - configuration.device.parameters.data());
+        return configuration.defaults.parameters[position];
+    }
+
+    const Configuration& configuration;
+};
+
+} // namespace
+
+std::string configurationValues(const Configuration& configuration)
+{
+    const DeviceReport& device = configuration.device;
+    std::string text =
+        fmt::format("# {} ({}){}\n", forTerminal(device.label), device.deviceTypeId,
+                    configuration.changedOnly ? ": what differs from the defaults" : "");
+    text += "# Read by: mxtool config FILE --values THIS\n";
+    const ValuesWriter writer(configuration);
+    Parameters group;
+    for (std::size_t i = 0; i < device.parameters.size(); ++i) {
+        const Parameter& parameter = device.parameters[i];
+        if (!configuration.isShown(i) || parameter.value.empty()) {
+            continue;
+        }
+        if (!group.empty() && group.front()->channelNumber != parameter.channelNumber) {
+            text += writer.group(group);
+            group.clear();
+        }
+        group.push_back(&parameter);
+    }
+    return text + (group.empty() ? "" : writer.group(group));
+}
+
+} // namespace mxtool

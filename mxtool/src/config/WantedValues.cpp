@@ -1,0 +1,95 @@
+#include "config/WantedValues.h"
+
+#include "Diagnostic.h"
+#include "Refusal.h"
+#include "config/ModuleIdentity.h"
+#include "config/ParameterNames.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+
+namespace mxtool {
+
+namespace {
+
+bool isNumber(const std::string& text)
+{
+    const std::size_t digits = text.compare(0, 1, "-") == 0 ? 1 : 0;
+    return text.size() > digits &&
+           text.find_first_not_of("0123456789", digits) == std::string::npos;
+}
+
+// "3" as "#3" where it is the number of an option, whatever the options are called.
+void nameOptionsByNumber(std::vector<Assignment>& assignments, const DeviceReport& device)
+{
+    for (Assignment& assignment : assignments) {
+        const auto found = parametersCalled(assignment.name, device);
+        if (found.size() == 1 && found.front()->hasOptionList && isNumber(assignment.value)) {
+            assignment.value.insert(0, 1, '#');
+        }
+    }
+}
+
+// The identifier of the one parameter that is meant, empty where that is none or several.
+std::string meantBy(const Assignment& assignment, const DeviceReport& device)
+{
+    const auto found = parametersCalled(assignment.name, device);
+    return found.size() == 1 ? found.front()->id : "";
+}
+
+Assignment assignmentOf(const std::string& words, const DeviceReport& device, ValueCheck check)
+{
+    const std::string place = "--set " + words;
+    try {
+        auto [name, value] = splitAssignment(words, device, check);
+        return {place, std::move(name), std::move(value), ExitCode::Usage};
+    } catch (const Refusal& refusal) {
+        throw Failure(ExitCode::Usage, {"error", place, refusal.what(), refusal.hint});
+    }
+}
+
+} // namespace
+
+WantedValues::WantedValues(const DeviceReport& describedDevice, std::string moduleFile)
+    : device(describedDevice), module(std::move(moduleFile))
+{}
+
+void WantedValues::add(Values values, const std::string& file)
+{
+    requireIdentity(values.deviceTypeId, device, module, file);
+    if (values.optionsByNumber) {
+        nameOptionsByNumber(values.assignments, device);
+    }
+    if (values.image) {
+        base = std::move(values.image);
+        baseFile = file;
+    }
+    addOver(std::move(values.assignments));
+}
+
+void WantedValues::add(const std::vector<std::string>& words, ValueCheck check)
+{
+    std::vector<Assignment> ofCall;
+    for (const std::string& one : words) {
+        ofCall.push_back(assignmentOf(one, device, check));
+    }
+    addOver(std::move(ofCall));
+}
+
+void WantedValues::addOver(std::vector<Assignment> later)
+{
+    std::set<std::string> replaced;
+    if (!all.empty()) {
+        std::transform(later.begin(), later.end(), std::inserter(replaced, replaced.end()),
+                       [this](const Assignment& one) { return meantBy(one, device); });
+        replaced.erase("");
+    }
+    all.erase(std::remove_if(
+                  all.begin(), all.end(),
+                  [&](const Assignment& one) { return replaced.count(meantBy(one, device)) != 0; }),
+              all.end());
+    all.insert(all.end(), later.begin(), later.end());
+}
+
+} // namespace mxtool

@@ -1,0 +1,82 @@
+#include "CsvTable.h"
+
+#include "Csv.h"
+#include "Diagnostic.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using mxtool::CsvTable;
+using mxtool::readCsv;
+using testing::ElementsAre;
+
+std::string failureOf(const std::string& content)
+{
+    try {
+        readCsv(content, "v.csv");
+    } catch (const mxtool::Failure& failure) {
+        return toText(failure.diagnostic, false);
+    }
+    return "accepted";
+}
+
+TEST(CsvTable, isNamedByItsFirstLine)
+{
+    const CsvTable table = readCsv("Name, VALUE\r\na,1\r\n\"b \"\"x\"\", c\",2", "v.csv");
+    EXPECT_THAT(table.columns, ElementsAre("name", "value"));
+    ASSERT_EQ(table.rows.size(), 2U);
+    EXPECT_THAT(table.rows[0].cells, ElementsAre("a", "1"));
+    EXPECT_THAT(table.rows[1].cells, ElementsAre("b \"x\", c", "2"));
+    EXPECT_EQ(table.rows[1].line, 3U);
+    EXPECT_EQ(table.column("value"), 1U);
+    EXPECT_EQ(table.column("unit"), std::nullopt);
+}
+
+TEST(CsvTable, isSeparatedAsItsFirstLineIs)
+{
+    EXPECT_THAT(readCsv("a;b\n1,5;2\n", "v.csv").rows[0].cells, ElementsAre("1,5", "2"));
+    EXPECT_THAT(readCsv("a\tb\n1;5\t2\n", "v.csv").rows[0].cells, ElementsAre("1;5", "2"));
+}
+
+TEST(CsvTable, isUtf8WithAMarkOrWindows1252)
+{
+    const CsvTable marked = readCsv("\xEF\xBB\xBFname\nMa\xC3\x9F\n", "v.csv");
+    EXPECT_THAT(marked.columns, ElementsAre("name"));
+    EXPECT_THAT(marked.rows[0].cells, ElementsAre("Maß"));
+    EXPECT_THAT(readCsv("name\nMa\xDF\n", "v.csv").rows[0].cells, ElementsAre("Maß"));
+}
+
+TEST(CsvTable, emptyLinesAreLeftOutAndShortOnesFilled)
+{
+    const CsvTable table = readCsv("a,b,c\n\n,,\nx\n", "v.csv");
+    ASSERT_EQ(table.rows.size(), 1U);
+    EXPECT_THAT(table.rows[0].cells, ElementsAre("x", "", ""));
+    EXPECT_EQ(table.rows[0].line, 4U);
+    EXPECT_TRUE(readCsv("", "v.csv").columns.empty());
+}
+
+TEST(CsvTable, readsWhatIsWritten)
+{
+    const std::vector<mxtool::CsvRow> rows = {
+        {"h", "i", "j"}, {"=1+1", "-Temp", "a;b \"c\""}, {"'quoted'", "-f(x)", ""}};
+    for (const char separator : {',', ';', '\t'}) {
+        const CsvTable table = readCsv(mxtool::csvText(rows, {separator, true}), "v.csv");
+        EXPECT_EQ(table.columns, rows[0]);
+        ASSERT_EQ(table.rows.size(), 2U);
+        EXPECT_EQ(table.rows[0].cells, rows[1]);
+        EXPECT_EQ(table.rows[1].cells, rows[2]);
+    }
+}
+
+TEST(CsvTable, failuresNameTheLine)
+{
+    EXPECT_EQ(failureOf("a,b\n1,2,3\n"),
+              "v.csv:2: error: Found 3 cells, expected the 2 that the first line names\n");
+    EXPECT_EQ(failureOf("a\n\"x\ny\n"), "v.csv:2: error: A quoted cell has no closing \"\n");
+    EXPECT_EQ(failureOf("a\n\"x\"y\n"),
+              "v.csv:2: error: Found \"y\" after the closing \" of a cell, expected the end of the "
+              "cell\n");
+}
+
+} // namespace
