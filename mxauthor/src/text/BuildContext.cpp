@@ -9,7 +9,7 @@ namespace mxauthor {
 void noteTextOrigin(const YAML::Node& node, BuildContext& context)
 {
     RecordOrigin origin;
-    origin.mark = node.Mark();
+    origin.mark = context.errors.markOf(node);
     context.records[textsGroup].resize(context.texts.records().size(), origin);
 }
 

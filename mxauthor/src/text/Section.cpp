@@ -156,13 +156,13 @@ std::optional<YAML::Node> Section::require(const std::string& key) const
 RecordOrigin Section::origin() const
 {
     RecordOrigin origin;
-    origin.mark = mapping.Mark();
+    origin.mark = problems.markOf(mapping);
     for (const auto& [key, value] : values) {
         std::vector<YAML::Mark>& marks = origin.values[key];
-        marks.push_back(value.Mark());
+        marks.push_back(problems.markOf(value));
         if (value.IsSequence()) {
             std::transform(value.begin(), value.end(), std::back_inserter(marks),
-                           [](const YAML::Node& item) { return item.Mark(); });
+                           [this](const YAML::Node& item) { return problems.markOf(item); });
         }
     }
     return origin;

@@ -1,5 +1,7 @@
 #include "SourceErrors.h"
 
+#include "Integer.h"
+
 #include <algorithm>
 #include <tuple>
 
@@ -67,8 +69,10 @@ void SourceErrors::add(const YAML::Node& node, const std::string& what)
 
 YAML::Node SourceErrors::madeFrom(const YAML::Node& made, const YAML::Mark& mark)
 {
-    madeNodes.emplace_back(made, mark);
-    return made;
+    YAML::Node tagged = made;
+    tagged.SetTag(std::to_string(marksOfMade.size()));
+    marksOfMade.push_back(mark);
+    return tagged;
 }
 
 YAML::Mark SourceErrors::markOf(const YAML::Node& node) const
@@ -77,23 +81,17 @@ YAML::Mark SourceErrors::markOf(const YAML::Node& node) const
     if (!mark.is_null()) {
         return mark;
     }
-    const auto found = std::find_if(madeNodes.begin(), madeNodes.end(),
-                                    [&node](const auto& made) { return made.first.is(node); });
-    return found == madeNodes.end() ? mark : found->second;
+    const auto number = parseInteger(node.Tag()); // only what was made has no mark, and a tag
+    return number && number->magnitude < marksOfMade.size() ? marksOfMade[number->magnitude] : mark;
 }
 
 bool SourceErrors::append(const YAML::Mark& mark, const std::string& what)
 {
     const bool isNew = known.emplace(mark.pos, what).second;
     if (isNew) {
-        errors.push_back(errorAt(mark, what));
+        errors.push_back(located(mark, what));
     }
     return isNew;
-}
-
-SourceError SourceErrors::errorAt(const YAML::Mark& mark, const std::string& what) const
-{
-    errors.push_back(located(mark, what));
 }
 
 SourceError SourceErrors::located(const YAML::Mark& mark, const std::string& what) const

@@ -43,14 +43,13 @@ public:
 private:
     /// Returns false when the same error is there already.
     bool append(const YAML::Mark& mark, const std::string& what);
-    SourceError errorAt(const YAML::Mark& mark, const std::string& what) const;
 
     const std::string& text;
     std::vector<std::size_t> lineStarts{0};
     std::vector<SourceError> errors;
     std::set<std::pair<int, std::string>> known; // by position
     std::set<int> knownOfMade;                   // positions that nodes were made from
-    std::vector<std::pair<YAML::Node, YAML::Mark>> madeNodes;
+    std::vector<YAML::Mark> marksOfMade;         // by the numbers in their tags
 };
 
 } // namespace mxauthor

@@ -1,5 +1,6 @@
 // Lines written once for many channels or parameters build the bytes of the lines written out.
 
+#include <mxauthor/CheckText.h>
 #include <mxauthor/TextForm.h>
 
 #include <gmock/gmock.h>
@@ -175,6 +176,22 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"parameters: [{repeat: 9, name: A <n>, type: UInt8, default: <200*n>}]", 61,
               "default 400 does not fit into 8 bits"},
         Wrong{"parameters: [{repeat: 200, name: A <n>, type: UInt16}]", 14, "no place is left"}));
+
+TEST(RepeatedLine, hasItsFindingsWhereItStands)
+{
+    const std::string source = "channels:\n"
+                               "  - {repeat: 2, name: AI <n>, in: SInt16, bits: <n+8>}\n";
+    std::vector<std::pair<std::size_t, std::string>> told;
+    for (const auto& finding : mxauthor::checkText(source, mxauthor::buildFromText(source, ""))) {
+        if (std::string(finding.rule->name) == "channel-bits") {
+            EXPECT_EQ(finding.where.line, 2U);
+            told.emplace_back(finding.where.column, finding.where.text);
+        }
+    }
+    EXPECT_THAT(told,
+                ElementsAre(testing::Pair(49U, HasSubstr("channel 0 \"AI 1\": 9 bits stated")),
+                            testing::Pair(49U, HasSubstr("channel 1 \"AI 2\": 10 bits stated"))));
+}
 
 // The size of what a text makes depends on the text, not on the numbers in it.
 TEST(RepeatedLine, isNoWayToALotOfMemory)
