@@ -39,6 +39,9 @@ std::size_t editDistance(const std::string& a, const std::string& b)
 // How far apart two words are; a word that begins with the other is near.
 std::size_t distance(const std::string& word, const std::string& candidate)
 {
+    if (word == candidate) {
+        return 0;
+    }
     if (!word.empty() && candidate.compare(0, word.size(), word) == 0) {
         return 1;
     }

@@ -1,6 +1,7 @@
 #include "Documents.h"
 #include "GroupOrder.h"
 #include "UnreadBytes.h"
+#include "YamlMistakes.h"
 #include "mxauthor/NearestWords.h"
 #include "mxauthor/TextForm.h"
 #include "sections/Sections.h"
@@ -28,7 +29,8 @@ std::optional<YAML::Node> loadDocument(const std::string& source, SourceErrors& 
         }
         errors.add(YAML::Mark::null_mark(), "no module here: keys such as \"module:\" expected");
     } catch (const YAML::Exception& failure) {
-        errors.add(failure.mark, "this is no YAML: " + failure.msg);
+        const YamlMistake mistake = explainYamlFailure(source, failure);
+        errors.add(mistake.mark, mistake.text);
     }
     return std::nullopt;
 }

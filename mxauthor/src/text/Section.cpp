@@ -13,17 +13,66 @@ namespace mxauthor {
 
 namespace {
 
+using Pairs = std::vector<std::pair<YAML::Node, YAML::Node>>;
+
 std::string shown(const YAML::Node& node)
 {
     return "\"" + node.Scalar() + "\"";
+}
+
+// What stands where something else is expected.
+std::string foundText(const YAML::Node& node)
+{
+    if (node.IsScalar()) {
+        return ", found " + shown(node);
+    }
+    return node.IsMap() ? ", found keys with values" : ", found a list";
+}
+
+bool isHexadecimal(const std::string& text)
+{
+    return !text.empty() && text.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
+}
+
+std::string hexHint(const std::string& text)
+{
+    return isHexadecimal(text) ? ", did you mean 0x" + text + "?" : "";
+}
+
+// Why a key is not known: often it is a key with its value, or half a number.
+std::string unknownKey(const std::string& name, const YAML::Node& value,
+                       const std::vector<std::string>& keys)
+{
+    const std::string text = "unknown key \"" + name + "\"";
+    const std::string key = name.substr(0, name.find(':'));
+    if (key != name && std::find(keys.begin(), keys.end(), key) != keys.end()) {
+        return text + ", a blank is missing after \"" + key + ":\"";
+    }
+    if (value.IsNull() && parseInteger(name)) {
+        return text + ", a comma begins another key: numbers have a decimal point";
+    }
+    return text + acceptedWords(name, keys);
+}
+
+// A key without a value: readers of the value say nothing of their own.
+void reportMissingValue(const YAML::Node& key, SourceErrors& errors)
+{
+    errors.add(key, shown(key) + " has no value; the empty text is \"\", and # begins a comment");
 }
 
 } // namespace
 
 std::optional<std::string> readScalar(const YAML::Node& node, SourceErrors& errors)
 {
+    if (node.IsNull()) {
+        return std::nullopt; // reported with its key
+    }
     if (!node.IsScalar()) {
-        errors.add(node, node.IsNull() ? "a value is missing" : "one value expected here");
+        errors.add(node, "one value expected here" + foundText(node));
+        return std::nullopt;
+    }
+    if (node.Tag().size() > 1 && node.Tag().front() == '!') {
+        errors.add(node, "a text that begins with \"!\" needs quotation marks");
         return std::nullopt;
     }
     return node.Scalar();
@@ -40,7 +89,8 @@ std::optional<Integer> readInteger(const YAML::Node& node, SourceErrors& errors)
         errors.add(node, shown(node) + (hasPlaceholder(*text)
                                             ? " is a number only in a line with \"repeat\""
                                             : " is no whole number from -2^63 to 2^64 - 1, decimal "
-                                              "or hexadecimal behind 0x"));
+                                              "or hexadecimal behind 0x" +
+                                                  hexHint(*text)));
     }
     return number;
 }
@@ -48,13 +98,20 @@ std::optional<Integer> readInteger(const YAML::Node& node, SourceErrors& errors)
 std::optional<std::uint64_t> readNumber(const YAML::Node& node, std::uint64_t limit,
                                         SourceErrors& errors)
 {
-    const auto number = readInteger(node, errors);
+    const auto text = readScalar(node, errors);
+    if (!text) {
+        return std::nullopt;
+    }
+    const std::string accepted = "0 to " + std::to_string(limit) + " is accepted";
+    const auto number = parseInteger(*text);
     if (!number) {
+        errors.add(node, shown(node) + (hasPlaceholder(*text)
+                                            ? " is a number only in a line with \"repeat\""
+                                            : " is no whole number, " + accepted + hexHint(*text)));
         return std::nullopt;
     }
     if (number->negative || number->magnitude > limit) {
-        errors.add(node, node.Scalar() + " is out of range, 0 to " + std::to_string(limit) +
-                             " is accepted");
+        errors.add(node, *text + " is out of range, " + accepted);
         return std::nullopt;
     }
     return number->magnitude;
@@ -94,21 +151,35 @@ std::optional<Bytes> readHex(const YAML::Node& node, SourceErrors& errors)
 
 std::vector<YAML::Node> readSequence(const YAML::Node& node, SourceErrors& errors)
 {
-    if (!node.IsSequence()) {
-        errors.add(node, "a list expected here");
+    if (node.IsNull()) {
         return {};
+    }
+    if (!node.IsSequence()) {
+        errors.add(node,
+                   "a list expected here, [...] or lines that begin with \"- \"" + foundText(node));
+        return {};
+    }
+    for (const YAML::Node& item : node) {
+        if (item.IsNull()) {
+            errors.add(item, "an entry of the list is empty");
+        }
     }
     return {node.begin(), node.end()};
 }
 
-std::vector<std::pair<YAML::Node, YAML::Node>> readMapping(const YAML::Node& node,
-                                                           SourceErrors& errors)
+namespace {
+
+Pairs pairsOf(const YAML::Node& node, SourceErrors& errors)
 {
-    if (!node.IsMap()) {
-        errors.add(node, "keys with values expected here");
+    if (node.IsNull()) {
         return {};
     }
-    std::vector<std::pair<YAML::Node, YAML::Node>> pairs;
+    if (!node.IsMap()) {
+        errors.add(node,
+                   "keys with values expected here, such as \"KEY: VALUE\"" + foundText(node));
+        return {};
+    }
+    Pairs pairs;
     std::set<std::string> names;
     for (const auto& item : node) {
         const auto name = readScalar(item.first, errors);
@@ -124,15 +195,31 @@ std::vector<std::pair<YAML::Node, YAML::Node>> readMapping(const YAML::Node& nod
     return pairs;
 }
 
+} // namespace
+
+Pairs readMapping(const YAML::Node& node, SourceErrors& errors)
+{
+    Pairs pairs = pairsOf(node, errors);
+    for (const auto& [key, value] : pairs) {
+        if (value.IsNull()) {
+            reportMissingValue(key, errors);
+        }
+    }
+    return pairs;
+}
+
 Section::Section(const YAML::Node& node, const std::string& mappingName, SourceErrors& errors)
     : mapping(node), problems(errors)
 {
     const std::vector<std::string>& keys = keysOf(mappingName);
-    for (const auto& [key, value] : readMapping(node, errors)) {
+    for (const auto& [key, value] : pairsOf(node, errors)) {
         const std::string& name = key.Scalar();
         if (std::find(keys.begin(), keys.end(), name) == keys.end()) {
-            errors.add(key, "unknown key \"" + name + "\"" + acceptedWords(name, keys));
+            errors.add(key, unknownKey(name, value, keys));
             continue;
+        }
+        if (value.IsNull()) {
+            reportMissingValue(key, errors);
         }
         values.emplace(name, value);
     }

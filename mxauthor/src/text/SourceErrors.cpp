@@ -1,6 +1,7 @@
 #include "SourceErrors.h"
 
 #include "Integer.h"
+#include "InvisibleCharacters.h"
 
 #include <algorithm>
 #include <tuple>
@@ -50,7 +51,7 @@ SourceErrors::SourceErrors(const std::string& source) : text(source)
 void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
 {
     constexpr std::size_t most = 100; // each may name everything that is accepted
-    if (!append(mark, what)) {
+    if (!append(mark, withInvisibleNamed(what))) {
         return; // the same for each line that a repeat wrote out
     }
     if (errors.size() == most) {

@@ -8,13 +8,56 @@
 
 namespace mxauthor {
 
+const std::string bitWord = "Bit";
+
 namespace {
 
 constexpr std::uint8_t bitField = 5;
 
-} // namespace
+// The types of IEC 61131-3 and of C, which authors know, in lower case.
+const std::map<std::string, std::string>& foreignWords()
+{
+    static const std::map<std::string, std::string> words = {
+        {"bool", "Bit"},        {"usint", "UInt8"},     {"sint", "SInt8"},
+        {"uint", "UInt16"},     {"int", "SInt16"},      {"udint", "UInt32"},
+        {"dint", "SInt32"},     {"ulint", "UInt64"},    {"lint", "SInt64"},
+        {"word", "UInt16"},     {"dword", "UInt32"},    {"lword", "UInt64"},
+        {"int8", "SInt8"},      {"int16", "SInt16"},    {"int32", "SInt32"},
+        {"int64", "SInt64"},    {"int8_t", "SInt8"},    {"int16_t", "SInt16"},
+        {"int32_t", "SInt32"},  {"int64_t", "SInt64"},  {"uint8_t", "UInt8"},
+        {"uint16_t", "UInt16"}, {"uint32_t", "UInt32"}, {"uint64_t", "UInt64"}};
+    return words;
+}
 
-const std::string bitWord = "Bit";
+bool isFloatWord(const std::string& lower)
+{
+    return lower == "real" || lower == "lreal" || lower == "float" || lower == "double";
+}
+
+std::string lowered(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return text;
+}
+
+std::string unknownType(const std::string& word, const std::vector<std::string>& words)
+{
+    const std::string lower = lowered(word);
+    const auto foreign = foreignWords().find(lower);
+    const std::string meant = foreign == foreignWords().end() ? word : foreign->second;
+    std::string text = "unknown type \"" + word + "\"";
+    if (isFloatWord(lower)) {
+        text += ", values are whole numbers, which a conversion turns into physical ones";
+    } else if ((meant == bitWord || lowered(meant) == "bit") && &words == &typeWords()) {
+        return text + ", a parameter of one bit has {type: Byte, bits: 1}" +
+               acceptedWords("", words);
+    }
+    return text + acceptedWords(meant, words);
+}
+
+} // namespace
 
 const std::vector<std::string>& typeWords()
 {
@@ -65,7 +108,7 @@ std::uint8_t readTypeWord(const YAML::Node& node, const std::vector<std::string>
     if (parseInteger(*word)) {
         return static_cast<std::uint8_t>(readNumber(node, limit, errors).value_or(0));
     }
-    errors.add(node, "unknown type \"" + *word + "\"" + acceptedWords(*word, words));
+    errors.add(node, unknownType(*word, words));
     return 0;
 }
 

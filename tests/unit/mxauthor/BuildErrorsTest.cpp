@@ -77,7 +77,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Wrong{"module: {type: 256, id: 2}\n", 1, 16, "256 is out of range, 0 to 255 is accepted"},
         Wrong{"module: {type: x, id: 2}\n", 1, 16, "\"x\" is no whole number"},
-        Wrong{"module: {type: , id: 2}\n", 1, 16, "a value is missing"},
+        Wrong{"module: {type: , id: 2}\n", 1, 10, "\"type\" has no value"},
+        Wrong{"catalogue:\n  A: #1\n  B: 2\n", 2, 3,
+              "\"A\" has no value; the empty text is \"\", and # begins a comment"},
         Wrong{"module: {type: [], id: 2}\n", 1, 16, "one value expected here"},
         Wrong{"channels: 5\n", 1, 11, "a list expected here"},
         Wrong{"catalogue: 5\n", 1, 12, "keys with values expected here"},
@@ -163,7 +165,55 @@ INSTANTIATE_TEST_SUITE_P(
                     Wrong{"module: []\n---\nmodule: []\n", 3, 1, "a second document"},
                     Wrong{",module: []\n", 1, 1, "a second document"},
                     Wrong{"module: []\n--- 1\n--- [", 2, 5, "a second document"},
-                    Wrong{"module: [1, 2\nb: c\n", 2, 2, "this is no YAML"}));
+                    Wrong{"module: [1, 2\nb: c\n", 1, 9,
+                          "this \"[\" is not closed, \"]\" is missing"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Yaml, WrongText,
+    testing::Values(
+        Wrong{"catalogue:\n  A: 1\n\tB: 2\n", 3, 1,
+              "a tab in the indentation, blanks are expected"},
+        Wrong{"channels:\n\t- {in: Bit}\n", 2, 1, "a tab in the indentation"},
+        Wrong{"catalogue:\n  A: \"1\n  B: \"2\"\n", 2, 6,
+              "this quotation mark (\") is not closed on its line"},
+        Wrong{"channels:\n  - {name: 'A, in: Bit}\n  - {name: B, in: Bit}\n", 2, 12,
+              "this quotation mark (') is not closed on its line"},
+        Wrong{"channels:\n  - {in: Bit\n  - {in: Bit}\n", 2, 5, "this \"{\" is not closed"},
+        Wrong{"parameters:\n  - {range: [0, 1, type: Byte}\n", 2, 13,
+              "this \"[\" is not closed, \"]\" is missing"},
+        Wrong{"catalogue:\n  A:1\n  B: 2\n", 2, 4, "a blank is missing after this colon"},
+        Wrong{"catalogue:\n  A = 1\n  B: 2\n", 2, 3, "\"KEY: VALUE\" expected, there is no colon"},
+        Wrong{"catalogue:\n  A: B: 1\n", 2, 7, "a second colon in one value"},
+        Wrong{"catalogue:\n  A: 1\n   B: 2\n", 3, 4,
+              "indented by 3, the line above by 2: it goes on with its value"},
+        Wrong{"catalogue:\n  A: \"1\"\n   B: 2\n", 3, 4, "this line is indented by 3"},
+        Wrong{"channels:\n  - {in: Bit}\n  {in: Bit}\n", 3, 3,
+              "the lines of this list begin with \"- \""},
+        Wrong{"channels:\n  - {name: A in: Bit}\n", 2, 16, "separated by commas"},
+        Wrong{"catalogue: {A: %}\n", 1, 16, "a text that begins with \"%\" needs quotation marks"},
+        Wrong{"catalogue:\n  A: *b\n", 2, 6, "a text that begins with \"*\" needs quotation marks"},
+        Wrong{"catalogue:\n  A: !b\n", 2, 6, "a text that begins with \"!\" needs quotation marks"},
+        Wrong{"channels:\n\xC2\xA0 - {name: A, in: Bit}\n  - {name: B, in: Bit}\n", 2, 1,
+              "U+00A0 (no-break space) in the indentation"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Slips, WrongText,
+    testing::Values(
+        Wrong{"channels: [{in: INT}]\n", 1, 17, "unknown type \"INT\", did you mean \"SInt16\"?"},
+        Wrong{"channels: [{in: uint16_t}]\n", 1, 17, "did you mean \"UInt16\"?"},
+        Wrong{"channels: [{in: BOOL}]\n", 1, 17, "did you mean \"Bit\"?"},
+        Wrong{"parameters: [{name: A, type: BOOL}]\n", 1, 30,
+              "unknown type \"BOOL\", a parameter of one bit has {type: Byte, bits: 1}"},
+        Wrong{"parameters: [{name: A, type: REAL}]\n", 1, 30, "values are whole numbers"},
+        Wrong{"channels: [{in:Bit, out: Bit}]\n", 1, 13,
+              "unknown key \"in:Bit\", a blank is missing after \"in:\""},
+        Wrong{"channels: [{out: Bit, nam\xC2\xA0: 1}]\n", 1, 23,
+              "unknown key \"nam<U+00A0>\", did you mean \"name\"?"},
+        Wrong{"conversions: {V: {factor: 0,1}}\n", 1, 29, "numbers have a decimal point"},
+        Wrong{"module: {type: 1, id: 5a01}\n", 1, 23, "did you mean 0x5a01?"},
+        Wrong{"channels: [AI 1]\n", 1, 12, "such as \"KEY: VALUE\", found \"AI 1\""},
+        Wrong{"catalogue: [{key: A, value: {B: 1}}]\n", 1, 29,
+              "one value expected here, found keys with values"}));
 
 TEST(WrongSizes, areToldAtTheirGroup)
 {

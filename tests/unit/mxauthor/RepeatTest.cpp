@@ -132,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"channels: [{repeat: 257, in: Bit}]", 21, "257 is out of range, 1 to 256"},
         Wrong{"channels: [{repeat: -1, in: Bit}]", 21, "-1 is out of range, 1 to 256"},
         Wrong{"channels: [{repeat: many, in: Bit}]", 21, "\"many\" is no whole number"},
-        Wrong{"channels: [{repeat: , in: Bit}]", 21, "a value is missing"},
+        Wrong{"channels: [{repeat: , in: Bit}]", 13, "\"repeat\" has no value"},
         Wrong{"channels: [{repeat: 2, repeat: 3, in: Bit}]", 24, "\"repeat\" is stated twice"},
         Wrong{"channels: [{repeat: 256, in: Bit}, {in: Bit}]", 36, "no number is left"},
         Wrong{"channels: [{repeat: 4, number: 7, in: Bit}]", 32,

@@ -97,6 +97,9 @@ std::pair<std::uint8_t, std::uint8_t> readChannelKind(const Section& section)
 {
     const auto in = section.find("in");
     const auto out = section.find("out");
+    if (!section.node().IsMap()) {
+        return {0, 0};
+    }
     if (!in == !out) {
         section.errors().add(section.node(), "either in or out expected, with the kind of the "
                                              "channel: in: Bit");
