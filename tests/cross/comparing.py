@@ -1,0 +1,48 @@
+"""Texts that have to build the same bytes, and newer versions that diff has to judge."""
+
+from __future__ import annotations
+
+import json
+import random
+
+import stored_images
+from case import MX_FILE, Case, expect
+from description import Module, described
+from mxfile import mx_file
+from textform import text_form
+from tool import Tool
+
+
+def diffing(case: Case, newer: Module) -> None:
+    """The verdict on stored images against the images themselves."""
+    if not stored_images.is_comparable(case.module, newer):
+        return
+    verdict = stored_images.judge(case.module, newer, case.choose)
+    (case.tool.folder / "newer.bin").write_bytes(mx_file(newer))
+    answer = case.tool.run("diff", MX_FILE, "newer.bin", "--format", "json")
+    expect(answer.code in (0, 1), "no verdict", answer)
+    shown = json.loads(answer.output)
+    details = [verdict, shown["because"], "newer:", newer.block.hex(" ")] + [
+        f"{described(one)} {newer.options_of(one)} {newer.conversion_of(one)}" for one in newer.parameters]
+    stays_valid = shown["parameter_image_stays_valid"]
+    expect(stays_valid == verdict.valid or (verdict.valid and verdict.too_strict), f"valid: {verdict.valid} expected",
+           answer, *details)
+    breaking = any(one["effect"] == "breaking" for one in shown["differences"])
+    expect(verdict.valid or breaking, "no difference is called breaking", answer, *details)
+
+
+def building(tool: Tool, modules: dict[str, Module], seed: str) -> dict[str, str]:
+    """Builds the texts of many modules in one call; tells what is wrong by the module's name."""
+    for name, module in modules.items():
+        text = text_form(module, random.Random(f"{seed}/{name}"))
+        (tool.folder / f"{name}.yaml").write_text(text, encoding="utf-8")
+    (tool.folder / "built").mkdir(exist_ok=True)
+    answer = tool.run("build", *[f"{name}.yaml" for name in modules], "-o", "built/")
+    wrong = {}
+    for name, module in modules.items():
+        built = tool.folder / "built" / f"{name}.bin"
+        if not built.exists() or built.read_bytes() != mx_file(module):
+            told = [line for line in answer.errors.splitlines() if line.startswith(f"{name}.yaml")]
+            text = (tool.folder / f"{name}.yaml").read_text(encoding="utf-8")
+            wrong[name] = "\n  ".join(["the text form builds other bytes, or none", *told, text])
+    return wrong

@@ -1,0 +1,69 @@
+"""What mxtool config refuses: values that do not fit, and words that mean two parameters."""
+
+from __future__ import annotations
+
+import assignments
+from assignments import identifier
+from case import Case, expect
+from configuring import with_values, without_shared_bits
+from description import Parameter, described
+from values import holds
+
+
+def refusing(case: Case) -> None:
+    """Values next to the accepted ones are refused, each named; --force writes those that fit."""
+    words, forced, forced_values, named = [], [], [], []
+    for one in without_shared_bits(case.module.parameters):
+        raw, text = refused_value(case, one)
+        if text is None:
+            continue
+        named.append(identifier(case.module, one))
+        words += ["--set", f"{named[-1]}={text}"]
+        if case.module.is_usable(one) and holds(one, raw):
+            forced += ["--set", f"{named[-1]}={text}"]
+            forced_values.append((one, raw))
+    if not words:
+        return
+    answer = case.config(*words, "--format", "binary")
+    unnamed = [name for name in named if f"({name}," not in answer.errors]
+    expect(answer.code == 2 and answer.output == b"" and not unnamed, f"refusal expected, not named: {unnamed}", answer,
+           *map(described, case.module.parameters))
+    if forced:
+        answer = case.config(*forced, "--force", "--format", "binary")
+        image = with_values(case.module, forced_values)
+        expect(answer.code == 0 and answer.output == image, f"with --force {image.hex(' ')} expected", answer,
+               answer.output.hex(" "), *map(described, case.module.parameters))
+
+
+def refused_value(case: Case, one: Parameter) -> tuple[int, str | None]:
+    if not case.module.is_usable(one):
+        return 0, "#0" if one.has_options else "0"
+    values = assignments.refused_values(case.module, one)
+    if not values:
+        return 0, None
+    raw = case.choose.choice(values)
+    if one.has_options:
+        return raw, f"#{raw}"
+    return raw, assignments.physical_text(case.module, one, raw, case.choose) if one.converted else str(raw)
+
+
+def choosing_between_names(case: Case) -> None:
+    """NAME=VALUE where names hold "=": the parameter that accepts the rest; refused where two do."""
+    for one in case.usable():
+        for raw in assignments.good_values(case.module, one, case.choose)[:1]:
+            for text in {str(raw)} | {text for number, text in case.module.options_of(one) if number == raw}:
+                try_name(case, f"{one.name}={text}")
+
+
+def try_name(case: Case, words: str) -> None:
+    readings = assignments.readings(case.module, words)
+    two = assignments.means_two(case.module, words)
+    if len(readings) < 2 or two is None:
+        return
+    answer = case.config("--set", words, "--format", "binary")
+    if two:
+        expect(answer.code == 2 and answer.output == b"", f"two readings, refusal expected: {readings}", answer)
+        return
+    one, text = next(reading for reading in readings if assignments.is_accepted(case.module, *reading))
+    by_id = case.config("--set", f"{identifier(case.module, one)}={text}", "--format", "binary")
+    expect(answer.code == 0 and answer.output == by_id.output, "another parameter was set", answer, described(one))
