@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "CallFiles.h"
 #include "Diagnostic.h"
 #include "LogToDiagnostics.h"
 #include "OutputFile.h"
@@ -42,6 +43,9 @@ void addGlobalOptions(CLI::App& program, GlobalOptions& options)
     program.description(description);
     program.set_version_flag("--version", "mxtool " MXTOOL_VERSION);
     program.add_flag("-q,--quiet", options.quiet, "Print results only, no closing lines");
+    program.add_flag("--overwrite", options.overwrite,
+                     "Let an output replace an mx file, a text form, a station or a database by "
+                     "something else");
     program
         .add_option("--log-level", options.logLevel,
                     "Least priority of the parser's log lines shown")
@@ -83,6 +87,7 @@ ExitCode runVerb(CLI::App& program, std::vector<std::string> arguments)
     defineProgram(program, options, [&action](VerbAction chosen) { action = std::move(chosen); });
     std::reverse(arguments.begin(), arguments.end()); // as CLI11 takes them
     program.parse(arguments);
+    callFiles() = CallFiles(options.overwrite);
     return action();
 }
 

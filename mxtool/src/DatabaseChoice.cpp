@@ -1,5 +1,7 @@
 #include "DatabaseChoice.h"
 
+#include "CallFiles.h"
+
 #include <CLI/CLI.hpp>
 
 #include <filesystem>
@@ -42,6 +44,7 @@ void addDatabaseOption(CLI::App& verb, std::string& url)
 DeviceDatabase openExistingDatabase(const std::string& url)
 {
     const std::string chosen = chosenUrl(url);
+    callFiles().addInputDatabase(chosen);
     try {
         return DeviceDatabase(chosen, OpenMode::ExistingOnly);
     } catch (const std::runtime_error& failure) {
@@ -51,7 +54,9 @@ DeviceDatabase openExistingDatabase(const std::string& url)
 
 DeviceDatabase openDatabaseForWriting(const std::string& url)
 {
-    return withDatabase("", [&] { return DeviceDatabase(chosenUrl(url)); });
+    const std::string chosen = chosenUrl(url);
+    callFiles().addOutputDatabase(chosen);
+    return withDatabase("", [&] { return DeviceDatabase(chosen); });
 }
 
 } // namespace mxtool

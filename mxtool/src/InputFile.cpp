@@ -1,5 +1,6 @@
 #include "InputFile.h"
 
+#include "CallFiles.h"
 #include "Diagnostic.h"
 
 #include <devices/parser/mx/LoadFile.h>
@@ -25,6 +26,7 @@ std::vector<char> loadStandardInput()
 
 std::vector<char> loadInput(const std::string& path)
 {
+    callFiles().addInput(path);
     if (path == "-") {
         return loadStandardInput();
     }
@@ -44,6 +46,17 @@ std::vector<char> loadBytes(const std::string& path)
     std::vector<char> bytes = loadInput(path);
     bytes.pop_back();
     return bytes;
+}
+
+mxauthor::BuildResult buildInput(const std::string& source, const std::string& path)
+{
+    const std::filesystem::path directory =
+        path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path();
+    mxauthor::BuildResult result = mxauthor::buildFromText(source, directory);
+    for (const std::filesystem::path& file : result.filesRead) {
+        callFiles().addInput(file.string());
+    }
+    return result;
 }
 
 bool isMxFileName(const std::string& name)

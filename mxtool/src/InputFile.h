@@ -1,5 +1,7 @@
 #pragma once
 
+#include <mxauthor/TextForm.h>
+
 #include <string>
 #include <vector>
 
@@ -11,6 +13,10 @@ std::vector<char> loadInput(const std::string& path);
 
 /// Returns the bytes of the file at `path` or of standard input, nothing behind them.
 std::vector<char> loadBytes(const std::string& path);
+
+/// Builds the mx file that `source`, the content of the file at `path` or of standard input,
+/// describes. Files that it names are looked for beside it, and are inputs of the call too.
+mxauthor::BuildResult buildInput(const std::string& source, const std::string& path);
 
 /// Returns whether the parser takes a file of this name when it populates a database: MX*.bin.
 bool isMxFileName(const std::string& name);

@@ -1,6 +1,8 @@
 #include "OutputFile.h"
 
+#include "CallFiles.h"
 #include "Diagnostic.h"
+#include "FilePlace.h"
 
 #include <unistd.h>
 
@@ -60,16 +62,6 @@ void writeFile(const std::filesystem::path& path, const std::string& place,
     writeStream(file, place, content);
 }
 
-// A link stays: what it points to is replaced, whether that is there yet or not.
-std::filesystem::path behindLinks(std::filesystem::path path)
-{
-    constexpr int longestChain = 40; // links may go round
-    for (int i = 0; i < longestChain && std::filesystem::is_symlink(path); ++i) {
-        path = path.parent_path() / std::filesystem::read_symlink(path);
-    }
-    return path;
-}
-
 // Writes the file beside its place first, under a name of its own that no length of the file's
 // makes too long.
 void replaceFile(const std::filesystem::path& target, const std::string& place,
@@ -86,9 +78,8 @@ void replaceFile(const std::filesystem::path& target, const std::string& place,
     }
 }
 
-} // namespace
-
-void writeOutput(const std::string& path, const std::string& content)
+// A link stays: what it leads to is replaced.
+void writeChecked(const std::string& path, const std::string& content)
 {
     if (path == "-") {
         writeStream(std::cout, "<standard output>", content);
@@ -103,6 +94,56 @@ void writeOutput(const std::string& path, const std::string& content)
     } catch (const std::filesystem::filesystem_error& failure) {
         failWrite(path, failure.code().value());
     }
+}
+
+// What costs work to make is not replaced by something else by mistake.
+void requireSameKind(const std::string& path, FileKind kind)
+{
+    const FileKind present = kindOfFile(path);
+    if (present == FileKind::Other || present == kind || callFiles().overwrites()) {
+        return;
+    }
+    throw Failure(ExitCode::Usage, {"error", path,
+                                    std::string("The file is ") + nameOf(present) +
+                                        ", the output would replace it by " + nameOf(kind),
+                                    "name another file, or add --overwrite to replace this one"});
+}
+
+} // namespace
+
+void writeOutput(const std::string& path, const std::string& content)
+{
+    writeOutputs({{path, content}});
+}
+
+void writeOutputs(const std::vector<Output>& outputs)
+{
+    std::vector<std::string> paths;
+    for (const Output& output : outputs) {
+        paths.push_back(output.path);
+    }
+    callFiles().addOutputs(paths);
+    for (const Output& output : outputs) {
+        if (output.path != "-") {
+            requireSameKind(output.path, kindOf(output.content));
+        }
+    }
+    for (const Output& output : outputs) {
+        writeChecked(output.path, output.content);
+    }
+}
+
+OutputFiles::OutputFiles(const std::vector<std::string>& paths, FileKind kind)
+{
+    callFiles().addOutputs(paths);
+    for (const std::string& path : paths) {
+        requireSameKind(path, kind);
+    }
+}
+
+void OutputFiles::write(const std::string& path, const std::string& content)
+{
+    writeChecked(path, content);
 }
 
 } // namespace mxtool

@@ -13,6 +13,7 @@ namespace mxtool {
 struct GlobalOptions
 {
     bool quiet = false;                   ///< No closing lines, no notes.
+    bool overwrite = false;               ///< An output may replace a file of another kind.
     std::string logLevel = "information"; ///< Of the device parser's log lines.
 };
 

@@ -103,7 +103,8 @@ TEST(ChannelsVerb, wordsThatContradictEachOtherAreRefused)
     const std::string file = directory.path("both");
     const ToolRun same = runTool({"channels", example, "--picture", file, "-o", file});
     EXPECT_EQ(same.exitCode, 2);
-    EXPECT_THAT(same.err, HasSubstr("names the same file as --output"));
+    EXPECT_THAT(same.err,
+                HasSubstr("/both: error: Two outputs of this call are one file, this one;"));
     EXPECT_EQ(filesIn(directory), 0U);
 }
 

@@ -23,8 +23,9 @@ struct TextOrigins;
 struct BuildResult
 {
     MxFile file;
-    std::vector<SourceError> errors;            ///< All of them, in the order of the text.
-    std::shared_ptr<const TextOrigins> origins; ///< For `SourceMap`; null when there are errors.
+    std::vector<SourceError> errors;              ///< All of them, in the order of the text.
+    std::shared_ptr<const TextOrigins> origins;   ///< For `SourceMap`; null when there are errors.
+    std::vector<std::filesystem::path> filesRead; ///< That the text names: drawings, raw bytes.
 };
 
 /// Builds the mx file that the YAML text `source` describes. Identifiers, lengths, the content
@@ -35,6 +36,13 @@ BuildResult buildFromText(const std::string& source, const std::filesystem::path
 /// Returns the YAML text of `file`, which `buildFromText` turns into the same bytes. What has no
 /// form of its own is kept as raw bytes.
 std::string dumpText(const MxFile& file);
+
+/// Returns whether `text` has the keys of the text form at its outermost level. It may have errors.
+bool isTextForm(const std::string& text);
+
+/// Returns the words in front of a colon at the outermost level of the YAML or JSON text `text`,
+/// and empty ones, whether the rest of it is correct or not.
+std::vector<std::string> outermostKeys(const std::string& text);
 
 /// A line of a text, cut where it is long, without control characters, and a caret below a column.
 struct SourceExcerpt

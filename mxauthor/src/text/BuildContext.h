@@ -45,6 +45,7 @@ struct BuildContext
     std::vector<Group> rawGroups{};
     std::vector<YAML::Mark> rawMarks{}; ///< Where each of `rawGroups` is stated.
     std::map<std::uint16_t, std::vector<RecordOrigin>> records{}; ///< Those of `groups`.
+    std::vector<std::filesystem::path> filesRead{};
 
     /// Sets the content of a group that `node` states.
     void setGroup(std::uint16_t id, GroupContent content, const YAML::Node& node)

@@ -149,14 +149,15 @@ BuildResult buildFromText(const std::string& source, const std::filesystem::path
     BuildResult result;
     SourceErrors errors(source);
     if (const auto document = loadDocument(source, errors)) {
+        BuildContext context{errors, directory};
         try {
             const Section file(*document, "file", errors);
-            BuildContext context{errors, directory};
             const auto origins = std::make_shared<TextOrigins>();
             result.file = buildFile(file, context, *origins);
             result.origins = origins;
         } catch (const TooManyErrors&) { // they are the result
         }
+        result.filesRead = std::move(context.filesRead);
     }
     result.errors = errors.sorted();
     if (!result.errors.empty()) {

@@ -28,6 +28,21 @@ std::string fileNamePart(const std::string& bytes)
     return part;
 }
 
+std::string exportPath(const ModuleSummary& module, const std::string& directory)
+{
+    return (std::filesystem::path(directory) / exportName(module)).string();
+}
+
+std::vector<std::string> exportPaths(const std::vector<ModuleSummary>& modules,
+                                     const std::string& directory)
+{
+    std::vector<std::string> paths;
+    for (const ModuleSummary& module : modules) {
+        paths.push_back(exportPath(module, directory));
+    }
+    return paths;
+}
+
 void requireDirectory(const std::string& directory)
 {
     std::error_code error;
@@ -53,6 +68,7 @@ std::size_t exportModules(const std::vector<ModuleSummary>& modules, DeviceDatab
                           const std::string& directory)
 {
     requireDirectory(directory);
+    OutputFiles outputs(exportPaths(modules, directory), FileKind::MxFile);
     Progress progress("files", modules.size());
     std::size_t written = 0;
     database.visit(modules, [&](const DeviceProperties& record) {
@@ -65,8 +81,7 @@ std::size_t exportModules(const std::vector<ModuleSummary>& modules, DeviceDatab
         }
         // A stored file has one byte more than the file on disk.
         const ModuleSummary names{record.family, record.moduleIdText, ""};
-        writeOutput((std::filesystem::path(directory) / exportName(names)).string(),
-                    std::string(stored.begin(), stored.end() - 1));
+        outputs.write(exportPath(names, directory), std::string(stored.begin(), stored.end() - 1));
         progress.show(++written);
     });
     return written;

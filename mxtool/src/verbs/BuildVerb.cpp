@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <set>
 
 namespace mxtool {
@@ -126,53 +127,71 @@ bool isAccepted(const std::string& file, const std::string& source,
     return false;
 }
 
-// Returns whether the mx file was written. Failures of the output come out as exceptions.
-bool buildOne(const std::string& file, const std::string& target, bool force, bool quiet)
+// The mx file that a text describes; nothing where it is not to be written.
+std::optional<std::string> builtBytes(const std::string& file, bool force, bool quiet)
 {
     const std::vector<char> chars = loadBytes(file);
     const std::string source(chars.begin(), chars.end());
-    const std::filesystem::path directory =
-        file == "-" ? std::filesystem::path() : std::filesystem::path(file).parent_path();
-    const mxauthor::BuildResult result = mxauthor::buildFromText(source, directory);
+    const mxauthor::BuildResult result = buildInput(source, file);
     if (!isAccepted(file, source, result, force, quiet)) {
-        return false;
+        return std::nullopt;
     }
     const mxauthor::Bytes bytes = mxauthor::writeMxFile(result.file);
-    writeOutput(target, std::string(bytes.begin(), bytes.end()));
-    if (!quiet && target != "-") {
-        writeOutput("-", fmt::format("{}: {} bytes\n", forTerminal(target), bytes.size()));
-    }
-    return true;
+    return std::string(bytes.begin(), bytes.end());
 }
 
 // An input that cannot be read does not keep the others from being built.
-bool buildReporting(const std::string& file, const std::string& target, bool force, bool quiet)
+std::optional<std::string> builtReporting(const std::string& file, bool force, bool quiet)
 {
     try {
-        return buildOne(file, target, force, quiet);
+        return builtBytes(file, force, quiet);
     } catch (const Failure& failure) {
         if (failure.code != ExitCode::Input) {
             throw;
         }
         report(failure.diagnostic);
-        return false;
+        return std::nullopt;
+    }
+}
+
+// Every text is read before a file is written: one may name what is built from another.
+std::vector<Output> builtOutputs(const BuildOptions& options, bool quiet)
+{
+    std::vector<Output> outputs;
+    const std::vector<std::string> targets = targetsOf(options);
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        if (const auto bytes = builtReporting(options.files[i], options.force, quiet)) {
+            outputs.push_back({targets[i], *bytes});
+        }
+    }
+    return outputs;
+}
+
+void writeBuilt(const std::vector<Output>& outputs, const BuildOptions& options, bool quiet)
+{
+    if (!outputs.empty() && isDirectory(options.output)) {
+        makeDirectory(options.output);
+    }
+    writeOutputs(outputs);
+    std::string lines;
+    for (const Output& output : outputs) {
+        if (output.path != "-") {
+            lines += fmt::format("{}: {} bytes\n", forTerminal(output.path), output.content.size());
+        }
+    }
+    if (!quiet && !lines.empty()) {
+        writeOutput("-", lines);
     }
 }
 
 ExitCode build(const BuildOptions& options, const GlobalOptions& global)
 {
-    const std::vector<std::string> targets = targetsOf(options);
-    if (isDirectory(options.output)) {
-        makeDirectory(options.output);
-    }
-    std::size_t built = 0;
-    for (std::size_t i = 0; i < targets.size(); ++i) {
-        built += buildReporting(options.files[i], targets[i], options.force, global.quiet) ? 1 : 0;
-    }
-    if (built == targets.size()) {
+    const std::vector<Output> outputs = builtOutputs(options, global.quiet);
+    writeBuilt(outputs, options, global.quiet);
+    if (outputs.size() == options.files.size()) {
         return ExitCode::Done;
     }
-    return built == 0 ? ExitCode::Input : ExitCode::Findings;
+    return outputs.empty() ? ExitCode::Input : ExitCode::Findings;
 }
 
 } // namespace

@@ -58,10 +58,6 @@ void checkWords(const ChannelsOptions& options)
         throw CLI::ValidationError("--map",
                                    "is drawn with --format text only, not with " + options.format);
     }
-    if (options.picture == options.output && options.picture != "-") {
-        throw CLI::ValidationError("--picture",
-                                   "names the same file as --output: " + options.picture);
-    }
 }
 
 ExitCode channels(const ChannelsOptions& options, const std::string& logLevel)
@@ -69,12 +65,14 @@ ExitCode channels(const ChannelsOptions& options, const std::string& logLevel)
     TranslatedModule module(options.module, logLevel);
     const ChannelMap map = makeChannelMap(module.parser(), module.device());
     const ProcessImage image = makeProcessImage(map);
+    std::vector<Output> outputs;
     if (!options.picture.empty()) {
-        writeOutput(options.picture, processImageSvg(image));
+        outputs.push_back({options.picture, processImageSvg(image)});
     }
     if (options.picture != "-" || options.output != "-") {
-        writeOutput(options.output, listing(options, map, image));
+        outputs.push_back({options.output, listing(options, map, image)});
     }
+    writeOutputs(outputs);
     return ExitCode::Done;
 }
 

@@ -75,7 +75,7 @@ void checkWords(CheckOptions& options)
     }
 }
 
-// Runs `action`; a failure is reported, and the rest of the call goes on.
+// Runs `action`; an input that cannot be read is reported, and the rest of the call goes on.
 template <typename Action>
 bool succeeds(const Action& action)
 {
@@ -83,6 +83,9 @@ bool succeeds(const Action& action)
         action();
         return true;
     } catch (const Failure& failure) {
+        if (failure.code != ExitCode::Input) {
+            throw;
+        }
         report(failure.diagnostic);
         return false;
     }

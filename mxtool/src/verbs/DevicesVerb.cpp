@@ -144,7 +144,7 @@ ExitCode exportAll(DeviceDatabase& database, const DevicesOptions& options, bool
 
 ExitCode copyAll(DeviceDatabase& database, const DevicesOptions& options, bool quiet)
 {
-    DeviceDatabase target(options.copyUrl);
+    DeviceDatabase target = openDatabaseForWriting(options.copyUrl);
     const std::size_t copied = copyModules(database.search(options.query), database, target);
     if (!quiet) {
         writeOutput(

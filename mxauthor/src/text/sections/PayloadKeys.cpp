@@ -57,6 +57,7 @@ Bytes readPayloadFile(const YAML::Node& node, BuildContext& context)
         return {};
     }
     const std::filesystem::path path = context.directory / *name;
+    context.filesRead.push_back(path);
     const auto content = readFileOf(node, path, context.errors);
     if (!content) {
         return {};

@@ -1,0 +1,134 @@
+#include "CallFiles.h"
+
+#include <unistd.h>
+
+#include <cassert>
+
+namespace mxtool {
+
+namespace {
+
+const std::string sqliteScheme = "sqlite:";
+const std::string standardOutput = "<standard output>";
+
+} // namespace
+
+void CallFiles::refuse(const std::string& output, const std::string& text, const std::string& hint)
+{
+    refusal.emplace(ExitCode::Usage,
+                    Diagnostic{"error", output, text + "; nothing is written", hint});
+    throw Failure(*refusal);
+}
+
+void CallFiles::refuseInput(const std::string& output, const std::string& input)
+{
+    const std::string which = output == input ? "an input of this call" : "the input " + input;
+    refuse(output, "The output is " + which + " as well, which would be lost",
+           "name another output");
+}
+
+void CallFiles::refuseSecond(const std::string& output, const std::string& other)
+{
+    const std::string which = output == other ? "this one" : "this one and " + other;
+    refuse(output, "Two outputs of this call are one file, " + which,
+           other == standardOutput ? "-o - writes to standard output, without it name another file"
+                                   : "name a file of its own for each");
+}
+
+void CallFiles::addInputEntry(Entry input)
+{
+    if (FilePlace::ofDescriptor(STDOUT_FILENO).isSameAs(input.place)) {
+        refuseInput(standardOutput, input.name);
+    }
+    for (const Entry& output : outputs) {
+        if (output.place.isSameAs(input.place)) {
+            refuseInput(output.name, input.name);
+        }
+    }
+    inputs.push_back(std::move(input));
+}
+
+void CallFiles::addInput(const std::string& path)
+{
+    if (path == "-") {
+        addInputEntry({"<standard input>", FilePlace::ofDescriptor(STDIN_FILENO)});
+    } else {
+        addInputEntry({path, FilePlace::ofPath(path)});
+    }
+}
+
+// A password in the URL of a server is not shown.
+std::vector<CallFiles::Entry> CallFiles::entriesOfDatabase(const std::string& url)
+{
+    if (url.compare(0, sqliteScheme.size(), sqliteScheme) != 0) {
+        return {{"the server's database", FilePlace::ofName(url)}};
+    }
+    const std::string path = url.substr(sqliteScheme.size());
+    if (path == ":memory:") {
+        return {}; // each is one of its own
+    }
+    std::vector<Entry> entries = {{path, FilePlace::ofPath(path)}};
+    for (const char* beside : {"-wal", "-shm", "-journal"}) {
+        const std::string name = behindLinks(path).string() + beside;
+        entries.push_back({name, FilePlace::ofPath(name)});
+    }
+    return entries;
+}
+
+void CallFiles::addInputDatabase(const std::string& url)
+{
+    for (Entry& entry : entriesOfDatabase(url)) {
+        addInputEntry(std::move(entry));
+    }
+}
+
+void CallFiles::requireOutput(const Entry& output)
+{
+    for (const Entry& input : inputs) {
+        if (input.place.isSameAs(output.place)) {
+            refuseInput(output.name, input.name);
+        }
+    }
+    for (const Entry& other : outputs) {
+        if (other.place.isSameAs(output.place)) {
+            refuseSecond(output.name, other.name);
+        }
+    }
+}
+
+void CallFiles::addOutputs(const std::vector<std::string>& paths)
+{
+    if (refusal) {
+        throw Failure(*refusal);
+    }
+    const bool again = namedFiles;
+    for (const std::string& path : paths) {
+        if (path == "-") {
+            continue; // held against each file that is added
+        }
+        assert(!again && "a verb names all files that it writes before it writes one");
+        Entry output{path, FilePlace::ofPath(path)};
+        requireOutput(output);
+        if (FilePlace::ofDescriptor(STDOUT_FILENO).isSameAs(output.place)) {
+            refuseSecond(path, standardOutput);
+        }
+        outputs.push_back(std::move(output));
+        namedFiles = true;
+    }
+}
+
+void CallFiles::addOutputDatabase(const std::string& url)
+{
+    for (Entry& entry : entriesOfDatabase(url)) {
+        requireOutput(entry);
+        outputs.push_back(std::move(entry));
+    }
+}
+
+CallFiles& callFiles()
+{
+    static CallFiles files;
+    return files;
+}
+
+} // namespace mxtool
