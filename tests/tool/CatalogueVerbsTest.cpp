@@ -95,6 +95,39 @@ TEST_P(CatalogueVerbs, conditionsNarrowTheList)
     EXPECT_EQ(devices({"--where", "label=nothing"}).exitCode, 0);
 }
 
+// A module of which there are two files is stored once.
+TEST_P(CatalogueVerbs, aSecondFileOfAModuleReplacesTheFirst)
+{
+    const std::string from = modules("twice", {"MX0001.bin", "MX0108.bin"});
+    fs::copy(from + "/MX0108.bin", from + "/MXcopy.bin");
+    const ToolRun run = populate(from);
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out, "2 modules inserted, 1 replaced, 0 failed\n");
+    EXPECT_EQ(run.err, from +
+                           ": warning: Module 5a010108 has several files, of which one is stored: "
+                           "MX0108.bin, MXcopy.bin\n"
+                           "hint: leave one of them in the directory\n");
+    EXPECT_THAT(found({}), ElementsAre("0bc1e800", "5a010108"));
+    EXPECT_EQ(populate(from).out, "0 modules inserted, 3 replaced, 0 failed\n");
+}
+
+// A label that begins with a blank.
+TEST_P(CatalogueVerbs, blanksOfAConditionBelongToTheText)
+{
+    const std::string from = modules("blanks", {"MX0108.bin"});
+    std::string mx = readFile(std::string(EXAMPLE_MODULES) + "/MX0001.bin");
+    const std::string label = "Field supply 24 V";
+    mx.replace(mx.find(label), label.size(), " Field supply 24V");
+    std::ofstream(from + "/MX0001.bin", std::ios::binary) << mx;
+    populate(from);
+    EXPECT_THAT(found({"--where", "label= Field supply 24V"}), ElementsAre("0bc1e800"));
+    EXPECT_THAT(found({"--where", "label =  Field supply 24V"}), ElementsAre("0bc1e800"));
+    EXPECT_THAT(found({"--where", "label~ Field"}), ElementsAre("0bc1e800"));
+    EXPECT_THAT(found({"--where", "label=Field supply 24V"}), IsEmpty());
+    EXPECT_THAT(found({"--where", "label= Field supply 24V "}), IsEmpty());
+    EXPECT_THAT(found({"--where", " in_bytes= 0 "}), ElementsAre("0bc1e800"));
+}
+
 TEST_P(CatalogueVerbs, tableAndTextAreTheSame)
 {
     populate(modules("one", {"MX0001.bin"}));
@@ -113,7 +146,7 @@ TEST_P(CatalogueVerbs, replaceListsAndRemovesWhatTheDirectoryNoLongerHolds)
     EXPECT_EQ(run.out, "removing 0bc1e800 Field supply 24 V\n"
                        "removing 5a030304 4 AI \xC2\xB1"
                        "10 V / 0-20 mA\n"
-                       "1 module inserted, 0 failed, 2 removed\n");
+                       "0 modules inserted, 1 replaced, 0 failed, 2 removed\n");
     EXPECT_THAT(found({}), ElementsAre("5a010108"));
 }
 
@@ -132,7 +165,7 @@ TEST_P(CatalogueVerbs, replaceKeepsTheModuleOfAFileThatCannotBeTranslated)
     std::ofstream(changed + "/MX0108.bin", std::ios::binary) << whole.substr(0, 600);
     const ToolRun run = populate(changed, {"--replace"});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.out, "1 module inserted, 1 failed, 0 removed\n");
+    EXPECT_EQ(run.out, "0 modules inserted, 1 replaced, 1 failed, 0 removed\n");
     EXPECT_THAT(found({}), ElementsAre("0bc1e800", "5a010108"));
 }
 
@@ -143,14 +176,14 @@ TEST_P(CatalogueVerbs, replaceRemovesNothingWhereAFileStatesNoModule)
     std::ofstream(changed + "/MXjunk.bin", std::ios::binary) << "junk";
     const ToolRun run = populate(changed, {"--replace"});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.out, "1 module inserted, 1 failed, 0 removed\n");
+    EXPECT_EQ(run.out, "0 modules inserted, 1 replaced, 1 failed, 0 removed\n");
     EXPECT_THAT(run.err, HasSubstr("nothing is removed"));
     EXPECT_THAT(found({}), ElementsAre("0bc1e800", "5a010108"));
 }
 
 TEST_P(CatalogueVerbs, aRefusedRecordCostsItsFileAlone)
 {
-    populate(modules("none", {}));
+    populate(modules("first", {"MX0001.bin"}));
     // The module of MX0108.bin, by the label that its file states.
     place.execute(GetParam() == testkit::Engine::Sqlite
                       ? "CREATE TRIGGER refuse BEFORE INSERT ON modules"
@@ -158,7 +191,7 @@ TEST_P(CatalogueVerbs, aRefusedRecordCostsItsFileAlone)
                       : "ALTER TABLE modules ADD CONSTRAINT refuse CHECK (module <> '5a010108')");
     const ToolRun run = populate(modules("all", {"MX0001.bin", "MX0108.bin", "MX0304.bin"}));
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.out, "2 modules inserted, 1 failed\n");
+    EXPECT_EQ(run.out, "1 module inserted, 1 replaced, 1 failed\n");
     EXPECT_THAT(run.err, StartsWith("error: File MX0108.bin: Cannot write to device database " +
                                     place.name() + ": "));
     EXPECT_THAT(run.err, HasSubstr("refuse"));
@@ -187,7 +220,7 @@ TEST_P(CatalogueVerbs, exportWritesTheFilesBackAsTheyWere)
     EXPECT_TRUE(exported == originals);
     EXPECT_EQ(readFile(target + "/MX5a010108.bin"),
               readFile(std::string(EXAMPLE_MODULES) + "/MX0108.bin"));
-    EXPECT_EQ(populate(target).out, "38 modules inserted, 0 failed\n");
+    EXPECT_EQ(populate(target).out, "0 modules inserted, 38 replaced, 0 failed\n");
 }
 
 TEST_P(CatalogueVerbs, aFileOf65535BytesWithEveryByteValueComesBack)

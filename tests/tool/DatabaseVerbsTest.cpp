@@ -101,6 +101,23 @@ TEST_F(DatabaseVerbs, whatIsNoDirectoryIsNamed)
     EXPECT_FALSE(std::filesystem::exists(directory.path("devices.sqlite")));
 }
 
+TEST_F(DatabaseVerbs, aDirectoryWithoutMxFilesIsNamed)
+{
+    const std::string empty = directory.path("empty");
+    std::filesystem::create_directories(empty + "/below");
+    std::filesystem::copy(std::filesystem::path(EXAMPLE_MODULES) / "MX0001.bin", empty + "/below");
+    for (const char* option : {"--quiet", "--replace"}) {
+        const ToolRun run = runTool({"populate", empty, "--db", url, option});
+        EXPECT_EQ(run.exitCode, 3);
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(run.err, empty + ": error: The directory holds no file MX*.bin, nothing is "
+                                   "inserted\n"
+                                   "hint: files of other names, and those in directories below it, "
+                                   "are not looked at\n");
+        EXPECT_FALSE(std::filesystem::exists(directory.path("devices.sqlite")));
+    }
+}
+
 TEST_F(DatabaseVerbs, aDatabaseThatCannotBeWrittenEndsWithCode4)
 {
     for (const std::string& bad : {std::string("sqlite:/nonexistent/devices.sqlite"),

@@ -68,6 +68,13 @@ const ModuleField& fieldOf(const std::string& text, const std::string& name)
                              fmt::join(fieldNames(), ", ")));
 }
 
+// Blanks belong to a text, which may begin or end with them. One is put after an operator that has
+// one on its other side, to be read more easily.
+std::string valueBehind(const std::string& text, std::size_t place, bool isSpaced)
+{
+    return text.substr(place + (isSpaced && text.compare(place, 1, " ") == 0 ? 1 : 0));
+}
+
 bool isWholeNumber(const std::string& value)
 {
     long long number = 0;
@@ -91,15 +98,17 @@ ModuleCondition moduleCondition(const std::string& text)
                      "such as in_bytes>4");
     }
     const ModuleField& field = fieldOf(text, trimmed(text.substr(0, place)));
-    const std::string value = trimmed(text.substr(place + std::string(found->text).size()));
+    const std::string value =
+        valueBehind(text, place + std::string(found->text).size(), text[place - 1] == ' ');
     if (field.isNumber && found->comparison == Comparison::Contains) {
         refuse(text,
                "looks for a text in the number " + field.name + ", expected one of = != < <= > >=");
     }
-    if (field.isNumber && !isWholeNumber(value)) {
-        refuse(text, "compares " + field.name + " with \"" + value + "\", expected a whole number");
+    if (field.isNumber && !isWholeNumber(trimmed(value))) {
+        refuse(text, "compares " + field.name + " with \"" + trimmed(value) +
+                         "\", expected a whole number");
     }
-    return {field.name, found->comparison, field.isNumber ? value : forTerminal(value)};
+    return {field.name, found->comparison, field.isNumber ? trimmed(value) : forTerminal(value)};
 }
 
 std::vector<std::string> searchWords(const std::string& text)
@@ -110,7 +119,9 @@ std::vector<std::string> searchWords(const std::string& text)
 
 std::string conditionHelp()
 {
-    std::string text = "Fields of --where, compared by = != < <= > >= and, the texts, ~ (holds):\n";
+    std::string text = "Fields of --where, compared by = != < <= > >= and, the texts, ~ (holds); "
+                       "blanks belong to a text, "
+                       "save those in FIELD = TEXT:\n";
     for (const ModuleField& field : moduleFields()) {
         text += fmt::format("  {:<15}  {}\n", field.name, field.meaning);
     }

@@ -1,11 +1,13 @@
 #include "database/MxDirectory.h"
 
+#include "CallFiles.h"
 #include "Diagnostic.h"
 #include "InputFile.h"
 
 #include <devices/parser/mx/HexText.h>
 #include <devices/parser/mx/Parser.h>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace mxtool {
@@ -35,13 +37,19 @@ std::optional<std::string> statedModule(const std::vector<char>& mxData)
 
 } // namespace
 
-void requireReadableDirectory(const std::string& directory)
+void requireMxFiles(const std::string& directory)
 {
     std::error_code error;
     const std::filesystem::directory_iterator entries(directory, error);
     if (error) {
         throw Failure(ExitCode::Input,
                       {"error", directory, "Cannot read the directory: " + error.message(), ""});
+    }
+    if (mxFilesIn(directory).empty()) {
+        throw Failure(ExitCode::Input, {"error", directory,
+                                        "The directory holds no file MX*.bin, nothing is inserted",
+                                        "files of other names, and those in directories below it, "
+                                        "are not looked at"});
     }
 }
 
@@ -51,6 +59,7 @@ std::vector<std::string> mxFilesIn(const std::string& directory)
     for (const auto& entry : std::filesystem::directory_iterator(directory)) {
         if (isMxFileName(entry.path().filename().string())) {
             requireNoDevice(entry.path().string());
+            callFiles().addInput(entry.path().string());
             files.push_back(entry.path().string());
         }
     }
@@ -68,6 +77,18 @@ std::optional<std::set<std::string>> statedModules(const std::string& directory)
         modules.insert(*module);
     }
     return modules;
+}
+
+std::vector<std::string> filesStating(const std::string& module, const std::string& directory)
+{
+    std::vector<std::string> names;
+    for (const std::string& file : mxFilesIn(directory)) {
+        if (statedModule(loadInput(file)) == module) {
+            names.push_back(std::filesystem::path(file).filename().string());
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 } // namespace mxtool

@@ -8,6 +8,11 @@
 
 #include <devices/parser/mx/Parser_kv38.h>
 
+#include <fmt/format.h>
+
+#include <set>
+#include <utility>
+
 namespace mxtool {
 
 namespace {
@@ -41,17 +46,61 @@ public:
     Insertion& operator=(const Insertion&) = delete;
 };
 
-void insertOne(const DeviceProperties& record, const OpenParser& parser, DeviceDatabase& database,
-               const DeviceDatabase::Transaction& transaction)
+using ModuleKey = std::pair<std::string, std::string>; // family and identifier
+
+// Stores each record, and tells those that were there from those of which a second file comes.
+class Records
 {
-    const auto content = catalogueContent(makeReport(*parser.dev));
-    try {
-        database.insert(record, content);
-    } catch (const std::runtime_error& failure) {
-        if (!transaction.isAlive()) {
-            throw TransactionLost{failure.what()};
+public:
+    Records(DeviceDatabase& store, const DeviceDatabase::Transaction& within)
+        : database(store), transaction(within)
+    {
+        for (const auto& module : database.search({})) {
+            present.insert({module.family, module.moduleIdText});
         }
-        throw;
+    }
+
+    void insert(const DeviceProperties& record, const OpenParser& parser)
+    {
+        store(record, catalogueContent(makeReport(*parser.dev)));
+        const ModuleKey key{record.family, record.moduleIdText};
+        replacedCount += present.insert(key).second ? 0 : 1;
+        if (!inserted.insert(key).second) {
+            repeated.insert(record.moduleIdText);
+        }
+    }
+
+    unsigned replaced() const { return replacedCount; }
+    const std::set<std::string>& ofSeveralFiles() const { return repeated; }
+
+private:
+    void store(const DeviceProperties& record, const devices::database::ModuleContent& content)
+    {
+        try {
+            database.insert(record, content);
+        } catch (const std::runtime_error& failure) {
+            if (!transaction.isAlive()) {
+                throw TransactionLost{failure.what()};
+            }
+            throw;
+        }
+    }
+
+    DeviceDatabase& database;
+    const DeviceDatabase::Transaction& transaction;
+    std::set<ModuleKey> present;
+    std::set<ModuleKey> inserted;
+    std::set<std::string> repeated;
+    unsigned replacedCount = 0;
+};
+
+void reportRepeated(const std::set<std::string>& modules, const std::string& directory)
+{
+    for (const std::string& module : modules) {
+        report({"warning", directory,
+                fmt::format("Module {} has several files, of which one is stored: {}", module,
+                            fmt::join(filesStating(module, directory), ", ")),
+                "leave one of them in the directory"});
     }
 }
 
@@ -65,13 +114,15 @@ PopulationCount populate(const std::string& directory, DeviceDatabase& database,
     const LogToDiagnostics log(logLevel);
     Progress progress("files", mxFilesIn(directory).size());
     unsigned done = 0;
+    Records records(database, transaction);
     const Insertion insertion([&](DeviceProperties& record) {
-        insertOne(record, parser, database, transaction);
+        records.insert(record, parser);
         progress.show(++done + log.errorLines());
     });
     try {
-        const unsigned inserted = parser.populateDatabase(directory);
-        return {inserted, log.errorLines()};
+        const unsigned stored = parser.populateDatabase(directory);
+        reportRepeated(records.ofSeveralFiles(), directory);
+        return {stored - records.replaced(), records.replaced(), log.errorLines()};
     } catch (const TransactionLost& lost) {
         throw Failure(ExitCode::Output, {"error", "", lost.reason, "the database is unchanged"});
     } catch (const std::runtime_error& failure) {

@@ -11,7 +11,8 @@ namespace mxtool {
 /// What became of the mx files of a directory.
 struct PopulationCount
 {
-    unsigned inserted = 0;
+    unsigned inserted = 0; ///< Of modules that were not there.
+    unsigned replaced = 0; ///< Of modules that were there, or of which another file came first.
     unsigned failed = 0;
 };
 
@@ -20,8 +21,9 @@ struct PopulationCount
 /// The parser's own `populateDatabase` walks the directory and says what to insert; each record is
 /// stored together with what is inside the module, which the parser has just translated. So every
 /// file is translated once, and the tool inserts what a host would. A file that cannot be
-/// translated, or whose record is refused, is left out and logged. Throws a `Failure` when a file
-/// cannot be read, or when the transaction is lost.
+/// translated, or whose record is refused, is left out and logged; modules of which there are
+/// several files are reported. Throws a `Failure` when a file cannot be read, or when the
+/// transaction is lost.
 PopulationCount populate(const std::string& directory, devices::database::DeviceDatabase& database,
                          const devices::database::DeviceDatabase::Transaction& transaction,
                          const std::string& logLevel);

@@ -73,15 +73,17 @@ ExitCode populateAtOnce(const PopulateOptions& options, const GlobalOptions& glo
     }
     transaction.commit();
     if (!global.quiet) {
-        writeOutput("-", fmt::format("{} inserted, {} failed{}\n", modulesText(count.inserted),
-                                     count.failed, removed));
+        const std::string replaced =
+            count.replaced != 0 ? fmt::format(", {} replaced", count.replaced) : "";
+        writeOutput("-", fmt::format("{} inserted{}, {} failed{}\n", modulesText(count.inserted),
+                                     replaced, count.failed, removed));
     }
     return count.failed == 0 ? ExitCode::Done : ExitCode::Findings;
 }
 
 ExitCode runPopulate(const PopulateOptions& options, const GlobalOptions& global)
 {
-    requireReadableDirectory(options.directory);
+    requireMxFiles(options.directory);
     auto database = openDatabaseForWriting(options.databaseUrl);
     return withDatabase("the database is unchanged",
                         [&] { return populateAtOnce(options, global, database); });
