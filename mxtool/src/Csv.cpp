@@ -50,6 +50,11 @@ bool looksLikeFormula(const std::string& cell)
     return beginsWithOneOf(cell, always) || (beginsWithOneOf(cell, signs) && holdsOperator(cell));
 }
 
+void append(const CsvRow& cells, CsvRow& row)
+{
+    row.insert(row.end(), cells.begin(), cells.end());
+}
+
 std::string csvLine(const CsvRow& cells, char separator)
 {
     std::string line;

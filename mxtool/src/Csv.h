@@ -14,6 +14,9 @@ struct CsvStyle
 
 using CsvRow = std::vector<std::string>;
 
+/// Adds `cells` at the end of `row`.
+void append(const CsvRow& cells, CsvRow& row);
+
 /// Returns one CSV line: cells quoted where they hold the separator or a quote, ended by CR LF.
 /// Texts may hold any byte and come out as UTF-8, control characters as \xNN; one that a
 /// spreadsheet would take for a formula gets an apostrophe in front.

@@ -69,9 +69,62 @@ TEST(ConfigVerb, forceSkipsRangeAndOptionsOnly)
                                  "Baud rate=9", "--format", "binary"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out.substr(0, 4), std::string("\x09\x01\0\0", 4));
+    EXPECT_THAT(run.err,
+                HasSubstr("--set Receive timeout=0: warning: parameter \"Receive timeout\""));
+    EXPECT_THAT(run.err, HasSubstr("is forced to \"9\", accepted otherwise: 1200 = 1 | "));
     EXPECT_EQ(runTool({"config", serial, "--force", "--set", "Receive timeout=65536"}).exitCode, 2);
     EXPECT_EQ(runTool({"config", serial, "--force", "--set", "Baud rate=fast"}).exitCode, 2);
     EXPECT_EQ(runTool({"config", serial, "--force", "--set", "Speed=1"}).exitCode, 2);
+}
+
+TEST(ConfigVerb, comparesWhatIsWantedWithWhatWasRead)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string wanted = directory.write("wanted.yaml", charsOf("Parity: odd\n"));
+    // Wanted 03 02 ...; a receive timeout of 251 was read.
+    const ToolRun run = runTool(
+        {"config", serial, "--values", wanted, "--compare", "03 02 00 fb eeddef0b82167eeb", "-q"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.err, "");
+    EXPECT_THAT(run.out,
+                HasSubstr("2-3         module        Receive timeout  250 ms  251 ms  00 fa "
+                          "        00 fb\n"));
+    EXPECT_THAT(run.out, HasSubstr("1 of 5 parameters deviate from what is wanted\n"));
+    const ToolRun decoded = runTool(
+        {"config", serial, "--values", wanted, "--decode", "03 02 00 fb eeddef0b82167eeb", "-q"});
+    EXPECT_EQ(decoded.exitCode, 1);
+    EXPECT_EQ(decoded.out, run.out);
+    const ToolRun same = runTool({"config", serial, "--set", "Parity=odd", "--compare",
+                                  "03 02 00 fa eeddef0b82167eeb", "-q"});
+    EXPECT_EQ(same.exitCode, 0);
+    EXPECT_EQ(runTool({"config", serial, "--compare", "00", "--format", "binary"}).exitCode, 2);
+}
+
+TEST(ConfigVerb, comparesRegisters)
+{
+    // Parity even is 1, in the high byte of register 1; odd is 2.
+    const ToolRun run = runTool({"config", serial, "--fieldbus", "modbus", "--format", "csv",
+                                 "--compare", "256 512 0 250 61149 61195 33302 32491", "-q"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.out, HasSubstr("\r\n19,,Parity,even,odd,2,2,0,2,01 00,02 00,1,2,1,"
+                                   "kv38.5a070701\r\n"));
+}
+
+TEST(ConfigVerb, anImageWithItsIdentityIsNoOtherModules)
+{
+    const testkit::TemporaryDirectory directory;
+    for (const char* name : {"image.json", "image.csv"}) {
+        const std::string file = directory.path(name);
+        runTool({"config", serial, "--set", "Parity=odd", "-o", file});
+        const ToolRun run = runTool({"config", serial, "--decode", file});
+        EXPECT_EQ(run.exitCode, 0);
+        EXPECT_EQ(run.err, "");
+        EXPECT_THAT(run.out, HasSubstr("odd                   even"));
+        const ToolRun other = runTool({"config", analogue, "--decode", file});
+        EXPECT_EQ(other.exitCode, 3);
+        EXPECT_THAT(other.err, HasSubstr("The values are those of a kv38.5a070701, expected a "
+                                         "kv38.5a030304"));
+    }
 }
 
 TEST(ConfigVerb, registersCannotHoldAnUnlistedOption)
@@ -210,7 +263,8 @@ TEST(ConfigVerb, decodesBytesOfTheCallOrOfAFile)
                                  "    odd                   even\n";
     const ToolRun spelled = runTool({"config", serial, "--decode", "03 02 00 fa eeddef0b82167eeb"});
     EXPECT_EQ(spelled.exitCode, 0);
-    EXPECT_EQ(spelled.err, "");
+    EXPECT_EQ(spelled.err, "--decode 03 02 00 fa eeddef0b82167eeb: note: The bytes carry no "
+                           "identity: they are read as those of a kv38.5a070701\n");
     EXPECT_THAT(spelled.out, HasSubstr(expected));
     EXPECT_THAT(spelled.out, HasSubstr("1 of 5 parameters differ from the default\n"));
 
@@ -226,7 +280,7 @@ TEST(ConfigVerb, decodesBytesOfTheCallOrOfAFile)
 TEST(ConfigVerb, decodesModbusRegisters)
 {
     const ToolRun run = runTool({"config", serial, "--fieldbus", "modbus", "--format", "binary",
-                                 "--decode", "0200 0000 0100 00fa eeddef0b82167eeb"});
+                                 "--decode", "0200 0000 0100 00fa eeddef0b82167eeb", "-q"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.out, std::string("\x05\x10\0\xFA\xEE\xDD\xEF\x0B\x82\x16\x7E\xEB", 12));
@@ -279,7 +333,7 @@ TEST(ConfigVerb, decodeNeedsTheSizeOfTheImage)
 
 TEST(ConfigVerb, decodeGoesWithNothingThatSetsValues)
 {
-    for (const char* option : {"--set", "--values", "--param-block"}) {
+    for (const char* option : {"--set", "--compare", "--param-block"}) {
         const ToolRun run = runTool({"config", serial, "--decode", "00", option, "x=y"});
         EXPECT_EQ(run.exitCode, 2);
         EXPECT_THAT(run.err, HasSubstr("excludes"));

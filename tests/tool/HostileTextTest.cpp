@@ -92,7 +92,8 @@ TEST_F(HostileText, IsHarmlessAsText)
          {Words{"groups", file}, Words{"show", file}, Words{"channels", file},
           Words{"channels", file, "--map"}, Words{"config", file},
           Words{"config", file, "--fieldbus", "modbus"},
-          Words{"config", file, "--format", "values"}, Words{"explain", file},
+          Words{"config", file, "--format", "values"},
+          Words{"config", file, "--compare", std::string(62, '7')}, Words{"explain", file},
           Words{"explain", file, "--where", "=1+1"}, Words{"diff", file, files[4]},
           Words{"show", file, "--log-level", "trace"}}) {
         const ToolRun run = runTool(words);

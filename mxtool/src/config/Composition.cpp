@@ -95,8 +95,25 @@ private:
         Setting setting{
             &assignment, position, acceptedValue(parameter, assignment.value, check), {}};
         setting.shown = shownAlone(setting);
+        if (check == ValueCheck::NumberOnly) {
+            warnOfForced(assignment, parameter);
+        }
         settings.push_back(setting);
         noteRounding(settings.back());
+    }
+
+    void warnOfForced(const Assignment& assignment, const Parameter& parameter)
+    {
+        try {
+            acceptedValue(parameter, assignment.value, ValueCheck::Full);
+        } catch (const Refusal&) {
+            const std::string unit =
+                parameter.hasOptionList || parameter.unit.empty() ? "" : " " + parameter.unit;
+            warn("warning", assignment.place,
+                 fmt::format("{} is forced to \"{}\", accepted otherwise: {}",
+                             toUtf8(described(parameter)), assignment.value,
+                             toUtf8(acceptedValues(parameter) + unit)));
+        }
     }
 
     // What the parameter shows when it alone is set.

@@ -6,13 +6,11 @@
 #include "ParameterText.h"
 #include "ShownText.h"
 #include "TextTable.h"
-#include "config/ParameterPlace.h"
+#include "config/PlaceText.h"
 
 #include <devices/parser/mx/HexText.h>
 
 #include <fmt/format.h>
-
-#include <array>
 
 namespace mxtool {
 
@@ -41,16 +39,6 @@ std::vector<PlaceRow> rowsOf(const Configuration& configuration)
         }
     }
     return rows;
-}
-
-std::string range(std::size_t begin, std::size_t size)
-{
-    return size < 2 ? std::to_string(begin) : fmt::format("{}-{}", begin, begin + size - 1);
-}
-
-std::string bitsOf(const DeviceReport::Parameter& parameter)
-{
-    return parameter.bitLength == 0 ? "" : range(parameter.bitOffset, parameter.bitLength);
 }
 
 std::string heading(const Configuration& configuration)
@@ -86,7 +74,7 @@ std::string imageTable(const Configuration& configuration)
 {
     TextTable table({"Byte", "Bits", "Bytes", "Parameter of", "Name", "Value", "Default"});
     for (const PlaceRow& row : rowsOf(configuration)) {
-        table.add({range(row.place.begin, row.place.size), bitsOf(row.parameter),
+        table.add({rangeText(row.place.begin, row.place.size), bitsText(row.parameter),
                    hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
                    ownerOf(row.parameter), row.parameter.name, valueWithUnit(row.parameter),
                    row.changed ? valueWithUnit(row.standard) : ""});
@@ -98,8 +86,7 @@ std::string registerTable(const Configuration& configuration)
 {
     TextTable table({"Register", "Byte", "Bytes", "Parameter of", "Name", "Value", "Default"});
     for (const PlaceRow& row : rowsOf(configuration)) {
-        table.add({range(row.place.begin / registerSize, row.place.size / registerSize),
-                   range(row.place.begin, row.place.size),
+        table.add({registersText(row.place), rangeText(row.place.begin, row.place.size),
                    hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
                    ownerOf(row.parameter), row.parameter.name, valueWithUnit(row.parameter),
                    row.changed ? valueWithUnit(row.standard) : ""});
@@ -166,19 +153,6 @@ CsvRow parameterCells(const PlaceRow& row, const Configuration& configuration)
             hexOfBytes(configuration.bytes, row.place.begin, row.place.size)};
 }
 
-// Masters count registers from 0 (addresses) or from 1 (numbers). A range such as "4-7" would be
-// a date to a spreadsheet.
-const std::array<const char*, 3> registerColumns = {"register_from_0", "register_from_1",
-                                                    "registers"};
-
-void addRegisterCells(const PlaceRow& row, CsvRow& cells)
-{
-    const std::size_t first = row.place.begin / registerSize;
-    for (const std::size_t number : {first, first + 1, row.place.size / registerSize}) {
-        cells.push_back(std::to_string(number));
-    }
-}
-
 const char* nameOf(FieldbusType fieldbus)
 {
     return fieldbus == FieldbusType::Modbus ? "modbus" : "raw";
@@ -199,13 +173,13 @@ std::string configurationCsv(const Configuration& configuration, const CsvStyle&
     std::vector<CsvRow> rows = {{"id", "channel", "name", "value", "shown", "unit", "default",
                                  "changed", "byte", "size", "bit_offset", "bit_length", "hex"}};
     if (registers) {
-        rows.front().insert(rows.front().end(), registerColumns.begin(), registerColumns.end());
+        append(registerColumns(), rows.front());
     }
     rows.front().push_back("device_type_id");
     for (const PlaceRow& row : rowsOf(configuration)) {
         rows.push_back(parameterCells(row, configuration));
         if (registers) {
-            addRegisterCells(row, rows.back());
+            append(registerCells(row.place), rows.back());
         }
         rows.back().push_back(configuration.device.deviceTypeId);
     }

@@ -39,7 +39,33 @@ void checkRegisters(const std::vector<char>& registers, const Configuration& aga
                    ""});
 }
 
+// Bytes of the other kind are told by their number.
+void refuseOtherKind(std::size_t size, FieldbusType fieldbus, TranslatedModule& module,
+                     const std::string& place)
+{
+    const bool isModbus = fieldbus == FieldbusType::Modbus;
+    const FieldbusType other = isModbus ? FieldbusType::Raw : FieldbusType::Modbus;
+    if (size == decodedSize(fieldbus, module) || size != decodedSize(other, module)) {
+        return;
+    }
+    throw Failure(ExitCode::Input,
+                  {"error", place,
+                   fmt::format("Found {} bytes, expected the {} bytes of the module's {}", size,
+                               decodedSize(fieldbus, module),
+                               isModbus ? "Modbus registers" : "parameter image"),
+                   isModbus ? "they may be the raw parameter image: leave out --fieldbus modbus"
+                            : "they may be the module's Modbus registers: add --fieldbus modbus"});
+}
+
 } // namespace
+
+std::size_t decodedSize(FieldbusType fieldbus, TranslatedModule& module)
+{
+    const DeviceReport device = makeReport(module.device());
+    return fieldbus == FieldbusType::Raw
+               ? device.parameterBlock.size()
+               : sizeOfRegisters(placesInRegisters(device, module.modbusOrder(module.device())));
+}
 
 void requireImageSize(const std::vector<char>& image, const DeviceReport& device,
                       const std::string& place)
@@ -57,6 +83,7 @@ void requireImageSize(const std::vector<char>& image, const DeviceReport& device
 std::vector<char> decodedImage(const std::vector<char>& bytes, FieldbusType fieldbus,
                                TranslatedModule& module, const std::string& place)
 {
+    refuseOtherKind(bytes.size(), fieldbus, module, place);
     const DeviceReport device = makeReport(module.device());
     if (fieldbus == FieldbusType::Raw) {
         requireImageSize(bytes, device, place);

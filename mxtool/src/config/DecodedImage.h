@@ -8,6 +8,9 @@
 
 namespace mxtool {
 
+/// Returns the number of bytes that `module` is configured with on `fieldbus`.
+std::size_t decodedSize(devices::parser::FieldbusType fieldbus, TranslatedModule& module);
+
 /// Returns the raw parameter image that `bytes` are on `fieldbus`: the image itself, or the Modbus
 /// registers of `module`. Throws a `Failure` with `place`, where the bytes come from, when the
 /// module could not have been configured with them.

@@ -15,11 +15,6 @@ namespace {
 
 using Parameter = DeviceReport::Parameter;
 
-std::size_t sizeOf(const std::vector<ParameterPlace>& places)
-{
-    return places.empty() ? 0 : places.back().begin + places.back().size;
-}
-
 // The bytes of one parameter, as far as its registers hold it.
 struct RegisterValue
 {
@@ -86,14 +81,19 @@ void writeParameter(const RegisterValue& value, std::vector<char>& image)
 
 } // namespace
 
+std::size_t sizeOfRegisters(const std::vector<ParameterPlace>& places)
+{
+    return places.empty() ? 0 : places.back().begin + places.back().size;
+}
+
 std::vector<char> imageOfRegisters(const std::vector<char>& registers,
                                    const std::vector<ParameterPlace>& places,
                                    const DeviceReport& device, std::vector<char> image)
 {
-    if (registers.size() != sizeOf(places)) {
+    if (registers.size() != sizeOfRegisters(places)) {
         throw Refusal(fmt::format("Found {} bytes, expected the {} bytes of the module's Modbus "
                                   "registers",
-                                  registers.size(), sizeOf(places)));
+                                  registers.size(), sizeOfRegisters(places)));
     }
     for (const ParameterPlace& place : places) {
         writeParameter({device.parameters[place.parameter], place, registers}, image);

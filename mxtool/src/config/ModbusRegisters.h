@@ -4,6 +4,9 @@
 
 namespace mxtool {
 
+/// Returns the number of bytes of the registers that hold `places`.
+std::size_t sizeOfRegisters(const std::vector<ParameterPlace>& places);
+
 /// Returns the raw parameter image that the Modbus registers `registers` of `device` stand for.
 ///
 /// `places` are the parameters in them. Bits that they do not hold come from `image`, the device's

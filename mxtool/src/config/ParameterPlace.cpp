@@ -18,15 +18,6 @@ std::size_t sizeInRegisters(const Parameter& parameter)
     return (parameter.dataSize + registerSize - 1) / registerSize * registerSize;
 }
 
-// The bits of each of its bytes that the parameter holds.
-unsigned char maskOf(const Parameter& parameter)
-{
-    const unsigned length =
-        parameter.bitLength == 0 ? 8 : std::min<unsigned>(parameter.bitLength, 8);
-    const unsigned field = ((1U << length) - 1) << std::min<unsigned>(parameter.bitOffset, 8);
-    return static_cast<unsigned char>(field & 0xFFU);
-}
-
 } // namespace
 
 std::vector<ParameterPlace> placesInImage(const DeviceReport& device)
@@ -67,6 +58,14 @@ std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device,
 bool liesWithin(const Parameter& parameter, std::size_t imageSize)
 {
     return std::size_t{parameter.byteOffset} + parameter.dataSize <= imageSize;
+}
+
+unsigned char maskOf(const Parameter& parameter)
+{
+    const unsigned length =
+        parameter.bitLength == 0 ? 8 : std::min<unsigned>(parameter.bitLength, 8);
+    const unsigned field = ((1U << length) - 1) << std::min<unsigned>(parameter.bitOffset, 8);
+    return static_cast<unsigned char>(field & 0xFFU);
 }
 
 std::vector<unsigned char> bitsOfParameters(const DeviceReport& device, std::size_t imageSize)

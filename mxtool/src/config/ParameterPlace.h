@@ -28,6 +28,9 @@ std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device,
 /// Whether the raw image of `imageSize` bytes holds the parameter.
 bool liesWithin(const DeviceReport::Parameter& parameter, std::size_t imageSize);
 
+/// Returns the bits of each of its bytes that the parameter holds.
+unsigned char maskOf(const DeviceReport::Parameter& parameter);
+
 /// Returns the bits of an image of `imageSize` bytes that parameters hold, as a mask for each byte.
 std::vector<unsigned char> bitsOfParameters(const DeviceReport& device, std::size_t imageSize);
 

@@ -1,20 +1,22 @@
 #include "CsvOptions.h"
 #include "FormatOfName.h"
-#include "HexBytes.h"
 #include "InputFile.h"
 #include "OutputFile.h"
-#include "Refusal.h"
 #include "TranslatedModule.h"
 #include "Verbs.h"
+#include "config/Comparison.h"
+#include "config/ComparisonOutput.h"
 #include "config/Composition.h"
 #include "config/Configuration.h"
 #include "config/ConfigurationOutput.h"
 #include "config/DecodedImage.h"
+#include "config/ReadImage.h"
 #include "config/ValuesFile.h"
 #include "config/ValuesOutput.h"
 #include "config/WantedValues.h"
 
-#include <filesystem>
+#include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace mxtool {
@@ -41,6 +43,7 @@ constexpr const char* configFooter = R"(Example:
 )";
 
 const std::vector<std::string> configFormats = {"text", "json", "csv", "values", "binary"};
+const std::vector<std::string> comparisonFormats = {"text", "json", "csv"};
 
 struct ConfigOptions
 {
@@ -48,12 +51,15 @@ struct ConfigOptions
     std::vector<std::string> set;
     std::vector<std::string> valuesFiles;
     std::string decode;
+    std::string compare;
     bool force = false;
     bool changed = false;
     std::string fieldbus = "raw";
     std::string format;
     CsvOptions csv;
     std::string output = "-";
+
+    bool compares() const { return !compare.empty() || (!decode.empty() && !valuesFiles.empty()); }
 };
 
 FieldbusType fieldbusOf(const ConfigOptions& options)
@@ -92,19 +98,21 @@ std::vector<char> baseImage(const ConfigOptions& options, const WantedValues& wa
     return wanted.image().value_or(device.parameterBlock);
 }
 
-ExitCode reportAll(const std::vector<Diagnostic>& findings, ExitCode code)
+void reportAll(const std::vector<Diagnostic>& findings)
 {
     for (const Diagnostic& finding : findings) {
         report(finding);
     }
-    return code;
 }
 
 std::string formatOf(const ConfigOptions& options)
 {
-    const std::string otherwise = options.output == "-" ? "text" : "binary";
-    return options.format.empty() ? formatOfName(options.output, configFormats, otherwise)
-                                  : options.format;
+    const std::vector<std::string>& accepted =
+        options.compares() ? comparisonFormats : configFormats;
+    const bool bytes = options.output != "-" && !options.compares();
+    return options.format.empty()
+               ? formatOfName(options.output, accepted, bytes ? "binary" : "text")
+               : options.format;
 }
 
 void writeConfiguration(const Configuration& configuration, const ConfigOptions& options)
@@ -132,7 +140,9 @@ std::string placeOfBase(const ConfigOptions& options, const WantedValues& wanted
     return wanted.image() ? wanted.imageFile() : inputName(options.module.file);
 }
 
-ExitCode composeImage(const ConfigOptions& options, TranslatedModule& module)
+// The configuration that the call asks for; nothing where it is refused, which is reported.
+std::optional<Configuration> composed(const ConfigOptions& options, TranslatedModule& module,
+                                      ExitCode& code)
 {
     const DeviceReport device = makeReport(module.device());
     const WantedValues wanted = wantedValues(options, device);
@@ -141,60 +151,93 @@ ExitCode composeImage(const ConfigOptions& options, TranslatedModule& module)
     requireImageSize(image, device, place);
     const auto base = module.withParameterBlock(image);
     const Composition composition = compose(module, *base, wanted.assignments(), checkOf(options));
-    if (composition.code != ExitCode::Done) {
-        return reportAll(composition.findings, composition.code);
+    code = composition.code;
+    if (code != ExitCode::Done) {
+        reportAll(composition.findings);
+        return std::nullopt;
     }
     Configuration configuration = configurationOf(module, composition.image, fieldbusOf(options));
+    reportAll(composition.findings);
+    reportAll(notesOf(configuration, place));
+    return configuration;
+}
+
+ExitCode composeImage(const ConfigOptions& options, TranslatedModule& module)
+{
+    ExitCode code = ExitCode::Done;
+    if (auto configuration = composed(options, module, code)) {
+        configuration->changedOnly = options.changed;
+        writeConfiguration(*configuration, options);
+    }
+    return code;
+}
+
+// What a call reads back, and its name in diagnostics.
+ReadImage imageRead(const ConfigOptions& options, TranslatedModule& module, bool quiet)
+{
+    const bool compares = options.decode.empty();
+    ReadImage read = readImage(compares ? options.compare : options.decode,
+                               compares ? "--compare" : "--decode", fieldbusOf(options), module);
+    if (!quiet) {
+        reportAll(read.notes);
+    }
+    return read;
+}
+
+ExitCode decodeImage(const ConfigOptions& options, TranslatedModule& module, bool quiet)
+{
+    const ReadImage read = imageRead(options, module, quiet);
+    Configuration configuration = configurationOf(module, read.image, FieldbusType::Raw);
     configuration.changedOnly = options.changed;
-    reportAll(composition.findings, ExitCode::Done);
-    reportAll(notesOf(configuration, place), ExitCode::Done);
+    reportAll(notesOf(configuration, "--decode " + options.decode));
     writeConfiguration(configuration, options);
     return ExitCode::Done;
 }
 
-// The bytes to decode: of a file where there is one of that name, else spelled in the call itself.
-std::vector<char> bytesToDecode(const std::string& words)
+ExitCode compareImages(const ConfigOptions& options, TranslatedModule& module, bool quiet)
 {
-    std::error_code ignored;
-    if (words == "-" || std::filesystem::exists(words, ignored)) {
-        return loadBytes(words);
+    ExitCode code = ExitCode::Done;
+    const auto wanted = composed(options, module, code);
+    if (!wanted) {
+        return code;
     }
-    try {
-        return bytesOfHex(words);
-    } catch (const Refusal& refusal) {
-        throw Failure(ExitCode::Usage,
-                      {"error", "--decode " + words,
-                       std::string(refusal.what()) + ", or the name of an existing file", ""});
-    }
-}
-
-ExitCode decodeImage(const ConfigOptions& options, TranslatedModule& module)
-{
-    const std::string place = "--decode " + options.decode;
-    const std::vector<char> image =
-        decodedImage(bytesToDecode(options.decode), fieldbusOf(options), module, place);
-    Configuration configuration = configurationOf(module, image, FieldbusType::Raw);
-    configuration.changedOnly = options.changed;
-    reportAll(notesOf(configuration, place), ExitCode::Done);
-    writeConfiguration(configuration, options);
-    return ExitCode::Done;
+    const ReadImage read = imageRead(options, module, quiet);
+    const Comparison comparison =
+        compared(*wanted, configurationOf(module, read.image, fieldbusOf(options)));
+    reportAll(notesOf(comparison, options.decode.empty() ? "--compare " + options.compare
+                                                         : "--decode " + options.decode));
+    const std::string format = formatOf(options);
+    writeOutput(options.output, format == "json"
+                                    ? comparisonJson(comparison, inputName(options.module.file))
+                                : format == "csv" ? comparisonCsv(comparison, options.csv.style())
+                                                  : comparisonText(comparison));
+    return comparison.isSame() ? ExitCode::Done : ExitCode::Findings;
 }
 
 void checkWords(const ConfigOptions& options)
 {
     requireCsv(options.csv, formatOf(options));
+    if (options.compares() && std::find(comparisonFormats.begin(), comparisonFormats.end(),
+                                        formatOf(options)) == comparisonFormats.end()) {
+        throw CLI::ValidationError("--format",
+                                   "A comparison is text, json or csv, not " + formatOf(options));
+    }
     if (options.changed && formatOf(options) == "binary") {
         throw CLI::ValidationError("--changed", "lists parameters, not with --format binary");
     }
 }
 
-ExitCode config(ConfigOptions options, const std::string& logLevel)
+ExitCode config(ConfigOptions options, const GlobalOptions& global)
 {
     // The module as its file describes it; the block is put in where values are written.
     const std::string blockFile = std::exchange(options.module.parameterBlockFile, "");
-    TranslatedModule module(options.module, logLevel);
+    TranslatedModule module(options.module, global.logLevel);
     options.module.parameterBlockFile = blockFile;
-    return options.decode.empty() ? composeImage(options, module) : decodeImage(options, module);
+    if (options.compares()) {
+        return compareImages(options, module, global.quiet);
+    }
+    return options.decode.empty() ? composeImage(options, module)
+                                  : decodeImage(options, module, global.quiet);
 }
 
 void addOptions(CLI::App& verb, ConfigOptions& options)
@@ -206,21 +249,23 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
         "of an option or a number, in physical units where the parameter has some, #N for the "
         "option of number N");
     set->expected(1)->take_all()->type_name("NAME=VALUE");
-    auto* const values =
-        verb.add_option("--values", options.valuesFiles,
-                        "YAML, JSON or CSV file of names and values, repeatable: a later one goes "
-                        "before an earlier one")
-            ->expected(1)
-            ->take_all()
-            ->type_name("FILE");
+    verb.add_option("--values", options.valuesFiles,
+                    "YAML, JSON or CSV file of names and values, repeatable: a later one goes "
+                    "before an earlier one")
+        ->expected(1)
+        ->take_all()
+        ->type_name("FILE");
     auto* const force =
         verb.add_flag("--force", options.force, "Accept numbers outside the range or option list");
-    verb.add_option("--decode", options.decode,
-                    "Show the values in these bytes (hexadecimal, or a file) instead of composing")
-        ->excludes(set)
-        ->excludes(values)
-        ->excludes(force)
-        ->excludes("--param-block");
+    auto* const decode = verb.add_option(
+        "--decode", options.decode,
+        "Show the values in these bytes instead of composing: hexadecimal, Modbus registers in "
+        "decimal as well, or a file of them, of JSON or of CSV; with --values as --compare");
+    decode->excludes(set)->excludes(force)->excludes("--param-block");
+    verb.add_option("--compare", options.compare,
+                    "Compare these bytes, given as to --decode, with those that the call composes; "
+                    "exit code 1 when they differ")
+        ->excludes(decode);
     verb.add_option("--fieldbus", options.fieldbus,
                     "raw (parameter image) or modbus (registers); of the bytes to decode as well")
         ->check(CLI::IsMember({"raw", "modbus"}));
@@ -245,7 +290,7 @@ void addConfigVerb(CLI::App& program, const GlobalOptions& global, const VerbCho
     verb->footer(configFooter);
     verb->callback([options, choose, &global] {
         checkWords(*options);
-        choose([options, &global] { return config(*options, global.logLevel); });
+        choose([options, &global] { return config(*options, global); });
     });
 }
 

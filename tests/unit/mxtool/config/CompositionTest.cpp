@@ -54,6 +54,19 @@ TEST_F(Compose, withoutValuesIsTheImageOfTheDevice)
     EXPECT_THAT(composition.findings, IsEmpty());
 }
 
+TEST_F(Compose, whatForceAcceptsIsSaid)
+{
+    const Composition composition = with(
+        {{"AI 1/Level", "21"}, {"Filter", "77"}, {"AI 2/Level", "20"}}, ValueCheck::NumberOnly);
+    EXPECT_EQ(bytesOf(composition), hexBytes("4d 15 14 05 07 64 00 00"));
+    EXPECT_THAT(
+        linesOf(composition),
+        ElementsAre(testing::AllOf(HasSubstr("--set AI 1/Level: warning: parameter "),
+                                   HasSubstr("is forced to \"21\", accepted otherwise: 10 "
+                                             "to 20 mA")),
+                    HasSubstr("is forced to \"77\", accepted otherwise: [off = 0] | slow")));
+}
+
 TEST_F(Compose, writesEachValueAtItsPlace)
 {
     // slow is 5, -1 is ff, 10 V at 0.5 V a step is 20 = 0x14.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DeviceReport.h"
 #include "MxBuffer.h"
 #include "TemporaryDirectory.h"
 #include "TranslatedModule.h"

@@ -1,0 +1,171 @@
+#include "config/ComparisonOutput.h"
+
+#include "DeviceJson.h"
+#include "HexBytes.h"
+#include "ParameterText.h"
+#include "ShownText.h"
+#include "TextTable.h"
+#include "config/PlaceText.h"
+
+#include <devices/parser/mx/HexText.h>
+
+#include <fmt/format.h>
+
+#include <set>
+
+namespace mxtool {
+
+namespace {
+
+using devices::parser::FieldbusType;
+using devices::parser::mx::bufferAsHex;
+
+bool isModbus(const Comparison& comparison)
+{
+    return comparison.wanted.fieldbus == FieldbusType::Modbus;
+}
+
+// One deviation, as the three forms show it.
+struct Deviation
+{
+    const Comparison& comparison;
+    const ParameterPlace& place;
+
+    const DeviceReport::Parameter& wanted() const
+    {
+        return comparison.wanted.device.parameters[place.parameter];
+    }
+    const DeviceReport::Parameter& read() const
+    {
+        return comparison.read.device.parameters[place.parameter];
+    }
+    std::string wantedHex() const
+    {
+        return hexOfBytes(comparison.wanted.bytes, place.begin, place.size);
+    }
+    std::string readHex() const
+    {
+        return hexOfBytes(comparison.read.bytes, place.begin, place.size);
+    }
+};
+
+std::string tableOf(const Comparison& comparison)
+{
+    const bool modbus = isModbus(comparison);
+    TextTable table({modbus ? "Register" : "Byte", modbus ? "Byte" : "Bits", "Parameter of", "Name",
+                     "Wanted", "Read", "Bytes wanted", "Bytes read"});
+    for (const ParameterPlace& place : comparison.deviations) {
+        const Deviation one{comparison, place};
+        const std::string bytes = rangeText(place.begin, place.size);
+        table.add({modbus ? registersText(place) : bytes, modbus ? bytes : bitsText(one.wanted()),
+                   ownerOf(one.wanted()), one.wanted().name, valueWithUnit(one.wanted()),
+                   valueWithUnit(one.read()), one.wantedHex(), one.readHex()});
+    }
+    return table.text();
+}
+
+std::string summary(const Comparison& comparison)
+{
+    std::set<std::size_t> deviating;
+    for (const ParameterPlace& place : comparison.deviations) {
+        deviating.insert(place.parameter);
+    }
+    return fmt::format("{} of {} parameters deviate from what is wanted\n", deviating.size(),
+                       comparison.wanted.device.parameters.size());
+}
+
+Json deviationJson(const Deviation& one)
+{
+    const DeviceReport::Parameter& wanted = one.wanted();
+    const bool modbus = isModbus(one.comparison);
+    return {{"id", wanted.id},
+            {"channel", wanted.ofModule() ? Json() : Json(wanted.channelNumber)},
+            {"name", toUtf8(wanted.name)},
+            {"unit", toUtf8(wanted.unit)},
+            {"wanted", wanted.value},
+            {"wanted_shown", toUtf8(valueWithUnit(wanted))},
+            {"read", one.read().value},
+            {"read_shown", toUtf8(valueWithUnit(one.read()))},
+            {"register", modbus ? Json(one.place.begin / registerSize) : Json()},
+            {"byte", one.place.begin},
+            {"size", one.place.size},
+            {"bit_offset", wanted.bitOffset},
+            {"bit_length", wanted.bitLength},
+            {"wanted_hex", one.wantedHex()},
+            {"read_hex", one.readHex()}};
+}
+
+Json strayJson(const Comparison& comparison)
+{
+    Json list = Json::array();
+    for (const std::size_t byte : comparison.strayBytes) {
+        list.push_back({{"byte", byte},
+                        {"wanted", hexOfBytes(comparison.wanted.bytes, byte, 1)},
+                        {"read", hexOfBytes(comparison.read.bytes, byte, 1)}});
+    }
+    return list;
+}
+
+CsvRow deviationCells(const Deviation& one)
+{
+    const DeviceReport::Parameter& wanted = one.wanted();
+    return {wanted.id,
+            wanted.ofModule() ? "" : std::to_string(wanted.channelNumber),
+            wanted.name,
+            valueWithUnit(wanted),
+            valueWithUnit(one.read()),
+            std::to_string(one.place.begin),
+            std::to_string(one.place.size),
+            std::to_string(wanted.bitOffset),
+            std::to_string(wanted.bitLength),
+            one.wantedHex(),
+            one.readHex()};
+}
+
+} // namespace
+
+std::string comparisonText(const Comparison& comparison)
+{
+    const DeviceReport& device = comparison.wanted.device;
+    return forTerminal(device.label) + " (" + device.deviceTypeId + ")\n\n" +
+           (comparison.deviations.empty() ? "" : tableOf(comparison) + "\n") + summary(comparison);
+}
+
+std::string comparisonCsv(const Comparison& comparison, const CsvStyle& style)
+{
+    std::vector<CsvRow> rows = {{"id", "channel", "name", "wanted", "read", "byte", "size",
+                                 "bit_offset", "bit_length", "wanted_hex", "read_hex"}};
+    if (isModbus(comparison)) {
+        append(registerColumns(), rows.front());
+    }
+    rows.front().emplace_back("device_type_id");
+    for (const ParameterPlace& place : comparison.deviations) {
+        rows.push_back(deviationCells({comparison, place}));
+        if (isModbus(comparison)) {
+            append(registerCells(place), rows.back());
+        }
+        rows.back().push_back(comparison.wanted.device.deviceTypeId);
+    }
+    return csvText(rows, style);
+}
+
+std::string comparisonJson(const Comparison& comparison, const std::string& file)
+{
+    Json deviations = Json::array();
+    for (const ParameterPlace& place : comparison.deviations) {
+        deviations.push_back(deviationJson({comparison, place}));
+    }
+    const DeviceReport& device = comparison.wanted.device;
+    return jsonText({{"schema", jsonSchema("mxtool.config-comparison", 1)},
+                     {"file", toUtf8(file)},
+                     {"label", toUtf8(device.label)},
+                     {"device_type_id", device.deviceTypeId},
+                     {"fieldbus", isModbus(comparison) ? "modbus" : "raw"},
+                     {"same", comparison.isSame()},
+                     {"wanted", bufferAsHex(comparison.wanted.bytes)},
+                     {"read", bufferAsHex(comparison.read.bytes)},
+                     {"deviations", deviations},
+                     {"stray_bytes", strayJson(comparison)}});
+}
+
+} // namespace mxtool

@@ -1,0 +1,164 @@
+#include "config/ReadImage.h"
+
+#include "FormatOfName.h"
+#include "HexBytes.h"
+#include "InputFile.h"
+#include "Refusal.h"
+#include "config/DecodedImage.h"
+#include "config/ModuleIdentity.h"
+#include "config/RegisterWords.h"
+#include "config/ValuesFile.h"
+#include "config/WrittenTable.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+
+namespace mxtool {
+
+namespace {
+
+using devices::parser::FieldbusType;
+
+enum class Content
+{
+    Bytes,
+    Words,
+    Json,
+    Csv
+};
+
+bool isOwnTable(const std::string& text)
+{
+    const std::size_t begin = text.rfind("\xEF\xBB\xBF", 0) == 0 ? 3 : 0;
+    return text.compare(begin, 2, "id") == 0 && text.size() > begin + 2 &&
+           std::string(",;\t").find(text[begin + 2]) != std::string::npos;
+}
+
+// A file without a telling name holds bytes, unless their number is wrong and it begins as what
+// `config` writes.
+Content contentOf(const std::string& name, const std::string& text, std::size_t size)
+{
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    const bool isWord = first != std::string::npos &&
+                        std::string("-0123456789").find(text[first]) != std::string::npos;
+    if (endsInExtension(name, ".json")) {
+        return Content::Json;
+    }
+    if (endsInExtension(name, ".csv")) {
+        return isWord ? Content::Words : Content::Csv;
+    }
+    if (endsInExtension(name, ".txt") || endsInExtension(name, ".hex")) {
+        return Content::Words;
+    }
+    if (text.size() == size || first == std::string::npos) {
+        return Content::Bytes;
+    }
+    return text[first] == '{' ? Content::Json : (isOwnTable(text) ? Content::Csv : Content::Bytes);
+}
+
+class ImageReader
+{
+public:
+    ImageReader(FieldbusType bus, TranslatedModule& translated, std::string givenPlace)
+        : fieldbus(bus), module(translated), place(std::move(givenPlace))
+    {}
+
+    ReadImage ofFile(const std::string& path)
+    {
+        const std::vector<char> bytes = loadBytes(path);
+        const std::string text(bytes.begin(), bytes.end());
+        const std::string name = inputName(path);
+        switch (contentOf(path, text, decodedSize(fieldbus, module))) {
+        case Content::Json:
+            return ofJson(text, name);
+        case Content::Csv:
+            return ofTable(readCsv(text, name), name);
+        case Content::Words:
+            return bare(bytesOfWords(text));
+        default:
+            return bare(bytes);
+        }
+    }
+
+    ReadImage ofWords(const std::string& words) { return bare(bytesOfWords(words)); }
+
+private:
+    // Throws a `Refusal`.
+    std::vector<char> bytesOfWords(const std::string& words)
+    {
+        return fieldbus == FieldbusType::Modbus
+                   ? bytesOfRegisters(words, decodedSize(fieldbus, module))
+                   : bytesOfHex(words);
+    }
+
+    Diagnostic missingIdentity() const
+    {
+        return {"note", place,
+                fmt::format("The bytes carry no identity: they are read as those of a {}",
+                            deviceTypeId()),
+                ""};
+    }
+
+    std::string deviceTypeId() const { return module.device().deviceTypeId; }
+
+    ReadImage bare(const std::vector<char>& bytes)
+    {
+        return {decodedImage(bytes, fieldbus, module, place), {missingIdentity()}};
+    }
+
+    ReadImage ofJson(const std::string& text, const std::string& name)
+    {
+        Values values = readValues(text, name);
+        if (!values.image) {
+            throw Failure(ExitCode::Input, {"error", name,
+                                            "Found values without an image, expected what mxtool "
+                                            "config --format json writes",
+                                            "--values takes a file of values"});
+        }
+        const DeviceReport device = makeReport(module.device());
+        requireIdentity(values.deviceTypeId, device, module.name(), name);
+        requireImageSize(*values.image, device, name);
+        ReadImage read{std::move(*values.image), {}};
+        if (values.deviceTypeId.empty()) {
+            read.notes.push_back(missingIdentity());
+        }
+        return read;
+    }
+
+    ReadImage ofTable(const CsvTable& table, const std::string& name)
+    {
+        TableImage written = imageOfTable(table, fieldbus, module, name);
+        if (!written.hasIdentity) {
+            written.notes.push_back(missingIdentity());
+        }
+        return {std::move(written.image), std::move(written.notes)};
+    }
+
+    FieldbusType fieldbus;
+    TranslatedModule& module;
+    std::string place;
+};
+
+} // namespace
+
+ReadImage readImage(const std::string& words, const std::string& option, FieldbusType fieldbus,
+                    TranslatedModule& module)
+{
+    const std::string place = option + " " + words;
+    ImageReader reader(fieldbus, module, place);
+    std::error_code ignored;
+    const bool isFile = words == "-" || std::filesystem::exists(words, ignored);
+    try {
+        return isFile ? reader.ofFile(words) : reader.ofWords(words);
+    } catch (const Refusal& refusal) {
+        throw Failure(
+            isFile ? ExitCode::Input : ExitCode::Usage,
+            {"error", place,
+             std::string(refusal.what()) +
+                 (isFile || !refusal.hint.empty() ? "" : ", or the name of an existing file"),
+             refusal.hint});
+    }
+}
+
+} // namespace mxtool

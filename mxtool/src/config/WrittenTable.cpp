@@ -1,0 +1,164 @@
+#include "config/WrittenTable.h"
+
+#include "HexBytes.h"
+#include "Refusal.h"
+#include "config/Configuration.h"
+#include "config/DecodedImage.h"
+#include "config/ModuleIdentity.h"
+#include "config/RegisterWords.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <map>
+
+namespace mxtool {
+
+namespace {
+
+using devices::parser::FieldbusType;
+using Row = CsvTable::Row;
+
+[[noreturn]] void failAt(const std::string& file, const Row& row, const std::string& text)
+{
+    throw Failure(ExitCode::Input, {"error", fmt::format("{}:{}", file, row.line), text, ""});
+}
+
+std::size_t numberIn(const Row& row, std::size_t column, const std::string& file)
+{
+    const std::string& cell = row.cells[column];
+    std::size_t number = 0;
+    const auto [rest, error] = std::from_chars(cell.data(), cell.data() + cell.size(), number);
+    if (error != std::errc() || rest != cell.data() + cell.size() || cell.empty()) {
+        failAt(file, row, fmt::format("Found \"{}\", expected a whole number", cell));
+    }
+    return number;
+}
+
+// A buffer of which each byte is written once, or again as it is.
+class TableBytes
+{
+public:
+    TableBytes(std::vector<char> standard, const std::string& tableFile)
+        : bytes(std::move(standard)), isWritten(bytes.size()), file(tableFile)
+    {}
+
+    void write(const Row& row, std::size_t begin, const std::vector<char>& part)
+    {
+        if (begin > bytes.size() || part.size() > bytes.size() - begin) {
+            failAt(file, row,
+                   fmt::format("Found {} bytes from byte {}, expected a place within the {} bytes",
+                               part.size(), begin, bytes.size()));
+        }
+        for (std::size_t i = 0; i < part.size(); ++i) {
+            if (isWritten[begin + i] && bytes[begin + i] != part[i]) {
+                failAt(file, row,
+                       fmt::format("Found {} for byte {}, expected {} as in a row before",
+                                   hexOfBytes(part, i, 1), begin + i,
+                                   hexOfBytes(bytes, begin + i, 1)));
+            }
+            bytes[begin + i] = part[i];
+            isWritten[begin + i] = true;
+        }
+    }
+
+    const std::vector<char>& all() const { return bytes; }
+
+    bool isComplete(const std::vector<ParameterPlace>& places) const
+    {
+        return std::all_of(places.begin(), places.end(), [this](const ParameterPlace& place) {
+            return place.begin >= bytes.size() || isWritten[place.begin];
+        });
+    }
+
+private:
+    std::vector<char> bytes;
+    std::vector<bool> isWritten;
+    const std::string& file;
+};
+
+std::vector<char> hexIn(const Row& row, std::size_t column, const std::string& file)
+{
+    try {
+        return bytesOfHex(row.cells[column]);
+    } catch (const Refusal& refusal) {
+        failAt(file, row, refusal.what());
+    }
+}
+
+// What `mxtool config --format csv` has written.
+TableImage imageOfOwnTable(const CsvTable& table, TranslatedModule& module, const std::string& file)
+{
+    const FieldbusType fieldbus =
+        table.column("register_from_0") ? FieldbusType::Modbus : FieldbusType::Raw;
+    const std::size_t byte = table.requiredColumn("byte", file);
+    const std::size_t hex = table.requiredColumn("hex", file);
+    const auto identity = table.column("device_type_id");
+    const DeviceReport device = makeReport(module.device());
+    const Configuration standard = configurationOf(module, device.parameterBlock, fieldbus);
+    TableBytes bytes(standard.bytes, file);
+    TableImage written;
+    for (const Row& row : table.rows) {
+        const std::string deviceTypeId = identity ? row.cells[*identity] : "";
+        requireIdentity(deviceTypeId, device, module.name(), fmt::format("{}:{}", file, row.line));
+        written.hasIdentity = written.hasIdentity || !deviceTypeId.empty();
+        bytes.write(row, numberIn(row, byte, file), hexIn(row, hex, file));
+    }
+    if (!bytes.isComplete(standard.places)) {
+        written.notes.push_back({"note", file,
+                                 "The table does not hold every parameter: the others are taken "
+                                 "from the defaults of the module",
+                                 ""});
+    }
+    written.image = decodedImage(bytes.all(), fieldbus, module, file);
+    return written;
+}
+
+std::vector<char> registersIn(const CsvTable& table, std::size_t address, const std::string& file)
+{
+    const std::size_t value = table.requiredColumn("value", file);
+    std::map<std::size_t, const Row*> byAddress;
+    for (const Row& row : table.rows) {
+        if (!byAddress.emplace(numberIn(row, address, file), &row).second) {
+            failAt(file, row, fmt::format("Register {} is there twice", row.cells[address]));
+        }
+    }
+    std::vector<char> bytes;
+    for (const auto& [number, row] : byAddress) {
+        const auto found = registerOfWord(row->cells[value]);
+        if (!found) {
+            failAt(file, *row,
+                   fmt::format("Found \"{}\", expected a register in decimal or as 0x1194",
+                               row->cells[value]));
+        }
+        if (number - byAddress.begin()->first != bytes.size() / registerSize) {
+            failAt(file, *row,
+                   fmt::format("Found register {}, expected {}: there is a gap", number,
+                               byAddress.begin()->first + bytes.size() / registerSize));
+        }
+        bytes.push_back(static_cast<char>(*found >> 8U));
+        bytes.push_back(static_cast<char>(*found & 0xFFU));
+    }
+    return bytes;
+}
+
+} // namespace
+
+TableImage imageOfTable(const CsvTable& table, FieldbusType fieldbus, TranslatedModule& module,
+                        const std::string& file)
+{
+    const auto address =
+        table.column("register") ? table.column("register") : table.column("address");
+    if (!address) {
+        return imageOfOwnTable(table, module, file);
+    }
+    if (fieldbus != FieldbusType::Modbus) {
+        throw Failure(ExitCode::Usage,
+                      {"error", file, "Found a table of registers, expected bytes of the image",
+                       "--fieldbus modbus reads registers"});
+    }
+    return {decodedImage(registersIn(table, *address, file), fieldbus, module, file), false, {}};
+}
+
+} // namespace mxtool
