@@ -2,6 +2,7 @@
 
 #include "Diagnostic.h"
 #include "InputFile.h"
+#include "ModuleFile.h"
 
 #include <CLI/CLI.hpp>
 
@@ -9,7 +10,8 @@ namespace mxtool {
 
 void addModuleOptions(CLI::App& verb, ModuleOptions& options)
 {
-    verb.add_option("FILE", options.file, "The mx file, - for standard input")->required();
+    verb.add_option("FILE", options.file, "The mx file or its text form, - for standard input")
+        ->required();
     verb.add_option("--in-offset", options.inOffset,
                     "Byte at which the module's input data begins");
     verb.add_option("--out-offset", options.outOffset,
@@ -27,7 +29,9 @@ TranslatedModule::TranslatedModule(const ModuleOptions& options, const std::stri
     if (hasBlock) {
         block = loadBytes(options.parameterBlockFile);
     }
-    mxData = loadInput(options.file);
+    const ModuleFile input(options.file);
+    mxData = input.loadedBytes();
+    isText = input.isText();
     builtDevice = translate(hasBlock ? &block : nullptr);
 }
 
@@ -64,8 +68,10 @@ std::shared_ptr<TranslatedModule::Device> TranslatedModule::translate(std::vecto
     try {
         return deviceParser.parse(mxData, block, inOffset, outOffset);
     } catch (const std::runtime_error& failure) {
-        throw Failure(ExitCode::Input, {"error", name(), failure.what(),
-                                        "mxtool groups " + path + " lists what the file holds"});
+        throw Failure(ExitCode::Input,
+                      {"error", name(), failure.what(),
+                       isText ? "mxtool check " + path + " tells where in the text"
+                              : "mxtool groups " + path + " lists what the file holds"});
     }
 }
 

@@ -17,7 +17,7 @@ namespace mxtool {
 /// The module that a verb is to translate.
 struct ModuleOptions
 {
-    std::string file;               ///< The mx file, "-" for standard input.
+    std::string file;               ///< The mx file or its text form, "-" for standard input.
     std::string parameterBlockFile; ///< Replaces the default parameter block; empty: none.
     unsigned inOffset = 0;          ///< First byte of the module in the input image.
     unsigned outOffset = 0;         ///< First byte of the module in the output image.
@@ -27,7 +27,8 @@ struct ModuleOptions
 /// parsing.
 void addModuleOptions(CLI::App& verb, ModuleOptions& options);
 
-/// An mx file and the device that it describes. The parser's log lines are shown while it lives.
+/// An mx file, or its text form, and the device that it describes. The parser's log lines are shown
+/// while it lives.
 class TranslatedModule
 {
 public:
@@ -61,6 +62,7 @@ private:
     std::shared_ptr<Device> translate(std::vector<char>* block);
 
     std::string path;
+    bool isText = false; // the file is the text form
     unsigned inOffset = 0;
     unsigned outOffset = 0;
     OrderingParser deviceParser;

@@ -106,7 +106,7 @@ void printAsAuthor(const std::vector<char>& file, const std::vector<char>& origi
     run([&] { mxauthor::dumpText(mxauthor::readDamagedMxFile(file, &failure)); });
     run([&] {
         mxtool::CheckReport report;
-        report.files = {mxtool::checkedFile("damaged.bin", file, {})};
+        report.files = {mxtool::checkedFile(mxtool::ModuleFile("damaged.bin", file), {})};
         mxtool::checkText(report, false, false);
         mxtool::jsonText(mxtool::checkJson(report));
         mxtool::jsonText(mxtool::checkSarif(report));

@@ -34,34 +34,6 @@ TEST(BadInput, aDirectoryIsNoFile)
     EXPECT_EQ(run.err, "examples: error: Cannot open file: examples: Is a directory\n");
 }
 
-TEST(BadInput, anEmptyFileHoldsNoGroup)
-{
-    const testkit::TemporaryDirectory directory;
-    const std::string file = directory.write("MX1.bin", {});
-    const ToolRun groups = runTool({"groups", file});
-    EXPECT_EQ(groups.exitCode, 3);
-    EXPECT_EQ(groups.err,
-              file + ":0x000000: error: No group found in 0 bytes, expected the groups of an mx "
-                     "file\n");
-    const ToolRun show = runTool({"show", file});
-    EXPECT_EQ(show.exitCode, 3);
-    EXPECT_THAT(show.err,
-                StartsWith(file + ": error: Parser::getTavoDatasetFromGroup(): No such group: "
-                                  "0001\n"));
-    EXPECT_THAT(show.err, HasSubstr("hint: mxtool groups " + file));
-}
-
-TEST(BadInput, aTextFileFailsAtItsFirstGroup)
-{
-    const testkit::TemporaryDirectory directory;
-    const std::string file = directory.write("MX1.bin", charsOf("hello, this is a text\n"));
-    // "he" is group 0x6865 = 26725, "ll" its length.
-    const ToolRun run = runTool({"groups", file});
-    EXPECT_EQ(run.exitCode, 3);
-    EXPECT_THAT(run.err, HasSubstr("Parser::parse(): Error in group 26725 (@ 0): Index position "
-                                   "out of bounds"));
-}
-
 TEST(BadInput, framingFailuresStillListTheGroupsInFront)
 {
     const testkit::TemporaryDirectory directory;

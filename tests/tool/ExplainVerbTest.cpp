@@ -112,12 +112,4 @@ TEST(ExplainVerb, aFileWithoutFramingIsExplainedUpToIt)
                            file + " tells more\n");
 }
 
-TEST(ExplainVerb, anEmptyFileHasNothingToExplain)
-{
-    const testkit::TemporaryDirectory directory;
-    const ToolRun run = runTool({"explain", directory.write("MX1.bin", {})});
-    EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.out, "");
-}
-
 } // namespace

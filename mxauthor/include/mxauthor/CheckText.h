@@ -11,6 +11,7 @@ struct TextFinding
     const CheckRule* rule = nullptr;
     SourceError where; ///< With the text of the finding.
     std::string hint;  ///< What to do; may be empty.
+    Finding finding;   ///< The same in the built file.
 };
 
 /// Holds the file that was `built` from `source`, without errors, against every rule of `check`.

@@ -50,7 +50,8 @@ std::vector<TextFinding> checkText(const std::string& source, const BuildResult&
     const SourceMap map(source, built);
     std::vector<TextFinding> findings;
     for (const Finding& finding : check({bytes.begin(), bytes.end()})) {
-        findings.push_back({finding.rule, map.of(finding, shownText(finding)), hintOf(finding)});
+        findings.push_back(
+            {finding.rule, map.of(finding, shownText(finding)), hintOf(finding), finding});
     }
     std::stable_sort(findings.begin(), findings.end(), isEarlier);
     return findings;

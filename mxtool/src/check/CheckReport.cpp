@@ -2,6 +2,7 @@
 
 #include "Diagnostic.h"
 #include "ShownText.h"
+#include "SourceReport.h"
 #include "TextTable.h"
 
 #include <devices/parser/mx/HexText.h>
@@ -31,6 +32,13 @@ std::string counted(unsigned count, const char* what)
 std::string entryText(const std::string& file, const CheckReport::Entry& entry, bool coloured)
 {
     const Finding& finding = entry.finding;
+    if (entry.inText) {
+        const CheckReport::TextPlace& place = *entry.inText;
+        return toText({mxauthor::severityName(entry.severity), placeInText(file, place.where),
+                       fmt::format("[{}] {}", finding.rule->name, place.where.text), place.hint},
+                      coloured) +
+               place.excerpt;
+    }
     return toText({mxauthor::severityName(entry.severity), placeInFile(file, finding.place.offset),
                    fmt::format("[{}] {}", finding.rule->name, mxauthor::describe(finding)), ""},
                   coloured);
@@ -39,8 +47,11 @@ std::string entryText(const std::string& file, const CheckReport::Entry& entry, 
 Json entryJson(const CheckReport::Entry& entry)
 {
     const Finding& finding = entry.finding;
+    const auto& inText = entry.inText;
     return {{"rule", finding.rule->name},
             {"severity", mxauthor::severityName(entry.severity)},
+            {"line", inText ? Json(inText->where.line) : Json()},
+            {"column", inText ? Json(inText->where.column) : Json()},
             {"offset", finding.place.offset},
             {"length", finding.place.length},
             {"group",
@@ -58,6 +69,24 @@ Json fileJson(const CheckReport::File& file)
     return {{"file", toUtf8(file.name)}, {"findings", findings}};
 }
 
+// Every finding, as severe as its rule.
+std::vector<CheckReport::Entry> entriesOf(const ModuleFile& module)
+{
+    std::vector<CheckReport::Entry> entries;
+    if (module.isText()) {
+        for (const mxauthor::TextFinding& found : module.checkText()) {
+            entries.push_back(
+                {found.finding, found.rule->severity,
+                 CheckReport::TextPlace{found.where, found.hint, module.excerptAt(found.where)}});
+        }
+        return entries;
+    }
+    for (const Finding& finding : mxauthor::check(module.bytes())) {
+        entries.push_back({finding, finding.rule->severity, std::nullopt});
+    }
+    return entries;
+}
+
 } // namespace
 
 unsigned CheckReport::count(Severity severity) const
@@ -71,16 +100,16 @@ unsigned CheckReport::count(Severity severity) const
     return total;
 }
 
-CheckReport::File checkedFile(const std::string& name, const std::vector<char>& bytes,
-                              const CheckWishes& wishes)
+CheckReport::File checkedFile(const ModuleFile& module, const CheckWishes& wishes)
 {
-    CheckReport::File file{name, {}};
-    for (const Finding& finding : mxauthor::check(bytes)) {
-        const std::string rule = finding.rule->name;
+    CheckReport::File file{module.name(), {}};
+    for (CheckReport::Entry& entry : entriesOf(module)) {
+        const std::string rule = entry.finding.rule->name;
+        if (contains(wishes.raised, rule)) {
+            entry.severity = Severity::Error;
+        }
         if (!contains(wishes.silenced, rule)) {
-            file.entries.push_back({finding, contains(wishes.raised, rule)
-                                                 ? Severity::Error
-                                                 : finding.rule->severity});
+            file.entries.push_back(std::move(entry));
         }
     }
     return file;
@@ -110,7 +139,7 @@ Json checkJson(const CheckReport& report)
     for (const CheckReport::File& file : report.files) {
         files.push_back(fileJson(file));
     }
-    return {{"schema", jsonSchema("mxtool.check", 1)},
+    return {{"schema", jsonSchema("mxtool.check", 2)},
             {"files", files},
             {"errors", report.count(Severity::Error)},
             {"warnings", report.count(Severity::Warning)},

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "DeviceJson.h"
+#include "ModuleFile.h"
 
-#include <mxauthor/Check.h>
+#include <optional>
 
 namespace mxtool {
 
@@ -16,16 +17,25 @@ struct CheckWishes
 /// What the checker found in the files of a call.
 struct CheckReport
 {
+    /// Where a finding is in the text form that the file was built from.
+    struct TextPlace
+    {
+        mxauthor::SourceError where; ///< With the finding as it is told there.
+        std::string hint;            ///< What to do; may be empty.
+        std::string excerpt;         ///< The line, and a caret below its column.
+    };
+
     struct Entry
     {
         mxauthor::Finding finding;
         mxauthor::Severity severity;
+        std::optional<TextPlace> inText; ///< Nothing for an mx file.
     };
 
     struct File
     {
         std::string name;
-        std::vector<Entry> entries; ///< In the order of the file.
+        std::vector<Entry> entries; ///< In the order of the file or text.
     };
 
     std::vector<File> files;
@@ -34,14 +44,13 @@ struct CheckReport
     unsigned count(mxauthor::Severity severity) const;
 };
 
-/// Returns what the checker finds in the mx data `bytes`, as the user wants it.
-CheckReport::File checkedFile(const std::string& name, const std::vector<char>& bytes,
-                              const CheckWishes& wishes);
+/// Returns what the checker finds in `module`, as the user wants it.
+CheckReport::File checkedFile(const ModuleFile& module, const CheckWishes& wishes);
 
 /// Returns a line per finding and, unless `quiet`, one with their numbers.
 std::string checkText(const CheckReport& report, bool coloured, bool quiet);
 
-/// Returns the report, schema "mxtool.check" version 1.
+/// Returns the report, schema "mxtool.check" version 2.
 Json checkJson(const CheckReport& report);
 
 /// Returns the report as SARIF 2.1.0.

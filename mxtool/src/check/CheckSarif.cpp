@@ -42,18 +42,31 @@ std::string uriOf(const std::string& path)
     return uri;
 }
 
+Json regionOf(const CheckReport::Entry& entry)
+{
+    if (entry.inText) {
+        const mxauthor::SourceError& where = entry.inText->where;
+        return {{"startLine", where.line}, {"startColumn", where.column}};
+    }
+    return {{"byteOffset", entry.finding.place.offset}, {"byteLength", entry.finding.place.length}};
+}
+
+std::string messageOf(const CheckReport::Entry& entry)
+{
+    return entry.inText ? entry.inText->where.text : mxauthor::describe(entry.finding);
+}
+
 Json sarifResult(const std::string& file, const CheckReport::Entry& entry)
 {
     const mxauthor::Finding& finding = entry.finding;
     const auto index = finding.rule - mxauthor::checkRules().data();
-    const Json region = {{"byteOffset", finding.place.offset},
-                         {"byteLength", finding.place.length}};
+    const Json region = regionOf(entry);
     const Json location = {
         {"physicalLocation", {{"artifactLocation", {{"uri", uriOf(file)}}}, {"region", region}}}};
     return {{"ruleId", finding.rule->name},
             {"ruleIndex", index},
             {"level", mxauthor::severityName(entry.severity)},
-            {"message", {{"text", toUtf8(mxauthor::describe(finding))}}},
+            {"message", {{"text", toUtf8(messageOf(entry))}}},
             {"locations", Json::array({location})}};
 }
 

@@ -2,6 +2,7 @@
 #include "InputFile.h"
 #include "OutputFile.h"
 #include "ShownText.h"
+#include "SourceReport.h"
 #include "Verbs.h"
 
 #include <mxauthor/CheckText.h>
@@ -9,7 +10,6 @@
 #include <fmt/format.h>
 
 #include <filesystem>
-#include <iostream>
 #include <optional>
 #include <set>
 
@@ -83,16 +83,6 @@ void makeDirectory(const std::string& output)
     }
 }
 
-void reportAt(const std::string& file, const std::string& source,
-              const mxauthor::SourceError& error, const std::string& severity,
-              const std::string& hint)
-{
-    report({severity, fmt::format("{}:{}:{}", inputName(file), error.line, error.column),
-            error.text, hint});
-    const auto excerpt = mxauthor::sourceExcerpt(source, error);
-    std::cerr << forTerminal(excerpt.line) << '\n' << excerpt.caret << '\n';
-}
-
 void reportFindings(const std::string& file, const std::string& source,
                     const std::vector<mxauthor::TextFinding>& findings, bool quiet)
 {
@@ -103,7 +93,7 @@ void reportFindings(const std::string& file, const std::string& source,
         }
         mxauthor::SourceError where = finding.where;
         where.text = fmt::format("[{}] {}", finding.rule->name, where.text);
-        reportAt(file, source, where, mxauthor::severityName(severity), finding.hint);
+        reportAt(inputName(file), source, where, mxauthor::severityName(severity), finding.hint);
     }
 }
 
@@ -112,7 +102,7 @@ bool isAccepted(const std::string& file, const std::string& source,
                 const mxauthor::BuildResult& built, bool force, bool quiet)
 {
     for (const mxauthor::SourceError& error : built.errors) {
-        reportAt(file, source, error, "error", "");
+        reportAt(inputName(file), source, error, "error", "");
     }
     if (!built.errors.empty()) {
         return false;

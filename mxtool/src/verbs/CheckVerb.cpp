@@ -1,5 +1,4 @@
 #include "Diagnostic.h"
-#include "InputFile.h"
 #include "NearestWords.h"
 #include "OutputFile.h"
 #include "TerminalColour.h"
@@ -103,9 +102,8 @@ bool checkFiles(const CheckOptions& options, CheckReport& found)
         });
     }
     for (const std::string& file : files) {
-        allRead &= succeeds([&] {
-            found.files.push_back(checkedFile(inputName(file), loadBytes(file), options.wishes));
-        });
+        allRead &=
+            succeeds([&] { found.files.push_back(checkedFile(ModuleFile(file), options.wishes)); });
     }
     return allRead;
 }
@@ -152,9 +150,10 @@ ExitCode runCheck(const CheckOptions& options, bool quiet)
 
 void addOptions(CLI::App& verb, CheckOptions& options)
 {
-    verb.add_option("FILE", options.paths,
-                    "mx files, or directories whose files MX*.bin are checked; - for standard "
-                    "input");
+    verb.add_option(
+        "FILE", options.paths,
+        "mx files, their text forms, or directories whose files MX*.bin are checked; - for "
+        "standard input");
     verb.add_option("-W", options.warnings, "Leave a rule out: -W no-RULE")
         ->expected(1)
         ->take_all()

@@ -1,5 +1,6 @@
 #include "Diagnostic.h"
 #include "InputFile.h"
+#include "ModuleFile.h"
 #include "OutputFile.h"
 #include "TerminalColour.h"
 #include "Verbs.h"
@@ -29,12 +30,12 @@ struct DiffOptions
 
 mxauthor::MxFile readFile(const std::string& path)
 {
+    const ModuleFile input(path);
     std::string failure;
-    mxauthor::MxFile file = mxauthor::readWholeGroups(loadBytes(path), &failure);
+    mxauthor::MxFile file = mxauthor::readWholeGroups(input.bytes(), &failure);
     if (!failure.empty()) {
-        throw Failure(ExitCode::Input,
-                      {"error", placeInFile(inputName(path), file.tail.place.offset), failure,
-                       "mxtool check " + path + " tells more"});
+        throw Failure(ExitCode::Input, {"error", input.placeOf(file.tail.place.offset), failure,
+                                        "mxtool check " + path + " tells more"});
     }
     return file;
 }
@@ -56,9 +57,12 @@ ExitCode diffFiles(const DiffOptions& options)
 
 void addOptions(CLI::App& verb, DiffOptions& options)
 {
-    verb.add_option("BEFORE", options.before, "The mx file that is in use, - for standard input")
+    verb.add_option("BEFORE", options.before,
+                    "The mx file that is in use, or its text form; - for standard input")
         ->required();
-    verb.add_option("AFTER", options.after, "The mx file that is to take its place")->required();
+    verb.add_option("AFTER", options.after,
+                    "The mx file that is to take its place, or its text form")
+        ->required();
     verb.add_option("--format", options.format, "text or json")
         ->check(CLI::IsMember({"text", "json"}));
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");

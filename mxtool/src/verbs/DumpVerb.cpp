@@ -1,5 +1,5 @@
 #include "Diagnostic.h"
-#include "InputFile.h"
+#include "ModuleFile.h"
 #include "OutputFile.h"
 #include "Verbs.h"
 
@@ -52,15 +52,15 @@ struct DumpOptions
 
 ExitCode dump(const DumpOptions& options)
 {
-    const std::vector<char> bytes = loadBytes(options.file);
+    const ModuleFile input(options.file);
     std::string failure;
-    const mxauthor::MxFile file = mxauthor::readDamagedMxFile(bytes, &failure);
+    const mxauthor::MxFile file = mxauthor::readDamagedMxFile(input.bytes(), &failure);
     writeOutput(options.output, mxauthor::dumpText(file));
     if (failure.empty()) {
         return ExitCode::Done;
     }
-    const std::size_t readable = bytes.size() - file.tail.value.size();
-    report({"warning", placeInFile(inputName(options.file), readable), failure,
+    const std::size_t readable = input.bytes().size() - file.tail.value.size();
+    report({"warning", input.placeOf(readable), failure,
             fmt::format("{} bytes from here on stand as they are under \"tail\"",
                         file.tail.value.size())});
     return ExitCode::Findings;
@@ -73,7 +73,8 @@ void addDumpVerb(CLI::App& program, const GlobalOptions& /*options*/, const Verb
     CLI::App* verb =
         program.add_subcommand("dump", "Write an mx file as text, for people and for build");
     auto options = std::make_shared<DumpOptions>();
-    verb->add_option("FILE", options->file, "The mx file, - for standard input")->required();
+    verb->add_option("FILE", options->file, "The mx file or its text form, - for standard input")
+        ->required();
     verb->add_option("-o,--output", options->output, "Write to this file, - for standard output");
     verb->footer(dumpFooter);
     verb->callback([options, choose] { choose([options] { return dump(*options); }); });

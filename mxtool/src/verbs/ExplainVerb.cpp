@@ -1,5 +1,5 @@
 #include "Diagnostic.h"
-#include "InputFile.h"
+#include "ModuleFile.h"
 #include "OutputFile.h"
 #include "Refusal.h"
 #include "TerminalColour.h"
@@ -50,7 +50,8 @@ std::string formatted(const ExplainedFile& file, const ExplainOptions& options)
 
 ExitCode explainFile(const ExplainOptions& options)
 {
-    ExplainedFile file{inputName(options.file), loadBytes(options.file), {}};
+    const ModuleFile input(options.file);
+    ExplainedFile file{input.name(), input.bytes(), {}};
     file.explanation = mxauthor::explain(file.bytes);
     try {
         writeOutput(options.output, formatted(file, options));
@@ -59,8 +60,8 @@ ExitCode explainFile(const ExplainOptions& options)
     }
     const std::string& failure = file.explanation.failure;
     if (!failure.empty()) {
-        report({"error", placeInFile(file.name, file.explanation.parts.back().place.offset),
-                failure, "mxtool check " + options.file + " tells more"});
+        report({"error", input.placeOf(file.explanation.parts.back().place.offset), failure,
+                "mxtool check " + options.file + " tells more"});
         return ExitCode::Input;
     }
     return ExitCode::Done;
@@ -68,7 +69,8 @@ ExitCode explainFile(const ExplainOptions& options)
 
 void addOptions(CLI::App& verb, ExplainOptions& options)
 {
-    verb.add_option("FILE", options.file, "The mx file, - for standard input")->required();
+    verb.add_option("FILE", options.file, "The mx file or its text form, - for standard input")
+        ->required();
     CLI::Option* const at =
         verb.add_option("--at", options.at, "Tell what the byte at this offset is (419 or 0x1a3)");
     CLI::Option* const where = verb.add_option(

@@ -3,6 +3,7 @@
 #include "Diagnostic.h"
 #include "GroupListing.h"
 #include "InputFile.h"
+#include "ModuleFile.h"
 #include "OutputFile.h"
 #include "ShownText.h"
 #include "TextTable.h"
@@ -85,11 +86,11 @@ std::string formatted(const GroupListing& listing, const GroupsOptions& options,
 
 ExitCode listGroupsOf(const GroupsOptions& options)
 {
-    const std::vector<char> bytes = loadInput(options.file);
-    const std::size_t fileSize = bytes.size() - 1; // one byte stands behind every loaded file
-    const GroupListing listing = listGroups(bytes);
+    const ModuleFile input(options.file);
+    const std::size_t fileSize = input.bytes().size();
+    const GroupListing listing = listGroups(input.loadedBytes());
     writeOutput(options.output, formatted(listing, options, fileSize));
-    const std::string place = placeInFile(inputName(options.file), listing.framedSize);
+    const std::string place = input.placeOf(listing.framedSize);
     if (!listing.failure.empty()) {
         report({"error", place, listing.failure, ""});
         return ExitCode::Input;
@@ -116,7 +117,8 @@ void addGroupsVerb(CLI::App& program, const GlobalOptions& /*options*/, const Ve
 {
     CLI::App* verb = program.add_subcommand("groups", "List the groups of an mx file");
     auto options = std::make_shared<GroupsOptions>();
-    verb->add_option("FILE", options->file, "The mx file, - for standard input")->required();
+    verb->add_option("FILE", options->file, "The mx file or its text form, - for standard input")
+        ->required();
     verb->add_option("--format", options->format, "text, json or csv")
         ->check(CLI::IsMember({"text", "json", "csv"}));
     addCsvOptions(*verb, options->csv);
