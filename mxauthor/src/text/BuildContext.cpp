@@ -41,6 +41,12 @@ std::uint16_t readTextId(const Section& section, const std::string& key, BuildCo
 std::uint8_t readEntryId(const YAML::Node& node, const std::vector<NamedEntry>& entries,
                          const std::string& what, SourceErrors& errors)
 {
+    if (node.IsMap() || node.IsSequence()) {
+        errors.add(node, "the name of an entry expected here: " + what +
+                             "s are stated by name "
+                             "under a key of their own");
+        return 0;
+    }
     const auto word = readScalar(node, errors);
     if (!word) {
         return 0;

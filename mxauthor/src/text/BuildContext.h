@@ -6,6 +6,8 @@
 #include "TextIds.h"
 #include "mxauthor/MxFile.h"
 
+#include <mxformat/PhysicalScale.h>
+
 #include <filesystem>
 
 namespace mxauthor {
@@ -27,6 +29,8 @@ struct NamedEntry
     std::string name;
     std::uint8_t id = 0;
     std::map<std::string, std::uint64_t> options; ///< Values by their texts, the first of each.
+    mxformat::PhysicalScale scale;                ///< Of a conversion.
+    std::string unit;                             ///< Of a conversion, in UTF-8; empty: none.
 };
 
 /// What the sections of one text form share while its file is built. Sections are built in one

@@ -48,7 +48,7 @@ std::string unknownKey(const std::string& name, const YAML::Node& value,
     if (key != name && std::find(keys.begin(), keys.end(), key) != keys.end()) {
         return text + ", a blank is missing after \"" + key + ":\"";
     }
-    if (value.IsNull() && parseInteger(name)) {
+    if (value.IsNull() && name.find_first_of("0123456789") == 0) {
         return text + ", a comma begins another key: numbers have a decimal point";
     }
     return text + acceptedWords(name, keys);

@@ -215,6 +215,45 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"catalogue: [{key: A, value: {B: 1}}]\n", 1, 29,
               "one value expected here, found keys with values"}));
 
+const std::string volts = "conversions: {c: {factor: 0.001, unit: V}}\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    PhysicalValues, WrongText,
+    testing::Values(
+        Wrong{volts + "parameters: [{name: A, type: SInt16, default: 9.5, conversion: c}]\n", 2, 47,
+              "\"9.5\" is no whole number: state \"9.5 V\", or the raw value 9500"},
+        Wrong{volts + "parameters: [{name: A, type: SInt16, default: 9.5 mV, conversion: c}]\n", 2,
+              47, "nor a physical value such as \"32.767 V\""},
+        Wrong{volts + "parameters: [{name: A, type: SInt16, default: 40 V, conversion: c}]\n", 2,
+              47, "\"40 V\" does not fit, -32.768 V to 32.767 V is accepted"},
+        Wrong{volts + "parameters: [{name: A, type: SInt16, default: 9.5006 V, conversion: c}]\n",
+              2, 47, "\"9.5006 V\" is between two values, the nearest one is 9.501 V, raw 9501"},
+        Wrong{volts + "parameters: [{name: A, type: SInt16, range: [0, 9.5], conversion: c}]\n", 2,
+              49, "state \"9.5 V\", or the raw value 9500"},
+        Wrong{"parameters: [{name: A, type: SInt16, default: 9.5}]\n", 1, 47,
+              "\"9.5\" is no whole number"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    PlacesOfParameters, WrongText,
+    testing::Values(Wrong{"parameters: [{name: A, type: Byte, bits: 9, default: 1}]\n", 1, 42,
+                          "9 bits do not fit into a byte, 1 to 8 is accepted"},
+                    Wrong{"parameters: [{name: A, type: Byte, bits: 3, bit: 7, default: 1}]\n", 1,
+                          50, "3 bits from bit 7 leave their byte, bit 0 to 5 is accepted"},
+                    Wrong{"parameters: [{name: A, type: Byte, bit: 8, default: 1}]\n", 1, 41,
+                          "leave their byte, bit 0 to 7 is accepted"},
+                    Wrong{"parameters: [{name: A, type: 10, default: 1}]\n", 1, 30,
+                          "a parameter of type 10 has no default"},
+                    Wrong{"parameters: [{name: A, type: INT, default: 1}]\n", 1, 30,
+                          "unknown type \"INT\""},
+                    Wrong{"parameters: [{name: A, type: Byte, channel: AI 1}]\n", 1, 45,
+                          "\"AI 1\" is no number of a channel: the first has 0"},
+                    Wrong{"parameters: [{name: A, type: Byte, options: {0: a}}]\n", 1, 45,
+                          "the name of an entry expected here"},
+                    Wrong{"parameters: [{name: A, type: Byte, range: 0-10}]\n", 1, 43,
+                          "least and greatest value expected, such as [0, 10]"},
+                    Wrong{"optionLists: {L: {options: [off, on]}}\n", 1, 29,
+                          "options are stated as VALUE: TEXT"}));
+
 TEST(WrongSizes, areToldAtTheirGroup)
 {
     const std::string digits(2 * 65530, '0');

@@ -175,4 +175,59 @@ TEST(Build, givesTheSameBytesEveryTime)
     EXPECT_EQ(mxauthor::writeMxFile(built(source)), mxauthor::writeMxFile(built(source)));
 }
 
+// One parameter: its record's bytes 8 to 23, minimum and maximum, then its default block.
+Bytes rangeAndDefault(const std::string& parameter, const std::string& conversion)
+{
+    const MxFile file = built("parameters: [{name: A, " + parameter + "}]\n" + conversion);
+    const Bytes record = payload(file, 0x20C0);
+    Bytes bytes(record.begin() + 8, record.begin() + 24);
+    const Bytes block = payload(file, 0x0010);
+    bytes.insert(bytes.end(), block.begin() + 2, block.end());
+    return bytes;
+}
+
+TEST(PhysicalValues, areTurnedIntoRawOnes)
+{
+    // 9.5 / 0.001 = 9500 = 0x251c; -10 / 0.001 = -10000 = 0x...d8f0
+    EXPECT_EQ(rangeAndDefault("type: SInt16, default: 9.5 V, range: [-10 V, 10V], conversion: c",
+                              "conversions: {c: {factor: 0.001, unit: V}}\n"),
+              hexBytes("ffff ffff ffff d8f0 0000 0000 0000 2710 251c"));
+}
+
+TEST(PhysicalValues, ofAFallingConversionSwapTheRange)
+{
+    // raw * -0.5 + 10: 0 % is 20, 10 % is 0, 4 % is 12
+    EXPECT_EQ(rangeAndDefault("type: UInt8, default: 4 %, range: [0 %, 10 %], conversion: c",
+                              "conversions: {c: {factor: -0.5, offset: 10, unit: \"%\"}}\n"),
+              hexBytes("0000 0000 0000 0000 0000 0000 0000 0014 0c"));
+}
+
+TEST(PhysicalValues, areExactForAllBits)
+{
+    // 1234567890123456789 = 0x112210f47de98115, which neither a float nor a double holds
+    EXPECT_EQ(rangeAndDefault("type: UInt64, default: 1234567890123456789 V, conversion: c",
+                              "conversions: {c: {factor: 1, unit: V}}\n"),
+              hexBytes("0000 0000 0000 0000 0000 0000 0000 0000 1122 10f4 7de9 8115"));
+}
+
+TEST(PhysicalValues, haveTheUnitOfAParameterWithoutConversion)
+{
+    EXPECT_EQ(rangeAndDefault("type: UInt8, default: 50 ms, range: [1 ms, 100], unit: ms", ""),
+              hexBytes("0000 0000 0000 0001 0000 0000 0000 0064 32"));
+}
+
+TEST(PhysicalValues, haveTheUnitOfTheParameterBeforeThatOfItsConversion)
+{
+    EXPECT_EQ(rangeAndDefault("type: UInt8, default: 5 bar, unit: bar, conversion: c",
+                              "conversions: {c: {factor: 0.5, unit: V}}\n"),
+              hexBytes("0000 0000 0000 0000 0000 0000 0000 0000 0a"));
+}
+
+TEST(PhysicalValues, areNoNumbersWithAUnitThatIsADigit)
+{
+    // The unit is "1": 51 is the raw value, "5 1" the physical one.
+    EXPECT_EQ(rangeAndDefault("type: UInt8, default: 51, range: [5 1, 60], unit: \"1\"", ""),
+              hexBytes("0000 0000 0000 0005 0000 0000 0000 003c 33"));
+}
+
 } // namespace

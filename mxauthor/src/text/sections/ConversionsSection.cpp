@@ -1,5 +1,8 @@
 #include "Sections.h"
+#include "module/ConversionNumbers.h"
 #include "text/FloatText.h"
+
+#include <cmath>
 
 namespace mxauthor {
 
@@ -28,6 +31,19 @@ Conversion readConversion(const Section& section, BuildContext& context)
     conversion.offset = readFloat(section, "offset");
     conversion.unitId = readTextId(section, "unit", context);
     return conversion;
+}
+
+// What physical values of parameters are read with. As for readers, numbers that are not finite and
+// a factor 0 convert nothing, and there is no unit then.
+void takeScale(const Section& section, const Conversion& conversion, NamedEntry& entry)
+{
+    const float factor = floatOf(conversion.factor.value);
+    const float offset = floatOf(conversion.offset.value);
+    const auto unit = section.find("unit");
+    if (std::isfinite(factor) && factor != 0 && std::isfinite(offset)) {
+        entry.scale = {factor, offset};
+        entry.unit = unit && unit->IsScalar() ? unit->Scalar() : "";
+    }
 }
 
 std::string conversionText(const Conversion& conversion, const DumpContext& context)
@@ -71,6 +87,7 @@ void buildConversions(const YAML::Node& node, BuildContext& context)
         NamedEntry entry = namedEntry(key, section, context.conversions);
         Conversion conversion = readConversion(section, context);
         conversion.id = entry.id;
+        takeScale(section, conversion, entry);
         group.entries.push_back(conversion);
         context.records[conversionsGroup].push_back(section.origin());
         context.conversions.push_back(std::move(entry));

@@ -52,6 +52,11 @@ OptionList readOptions(const YAML::Node& node, BuildContext& context, NamedEntry
     const std::vector<YAML::Node> parts =
         node.IsSequence() ? readSequence(node, context.errors) : std::vector<YAML::Node>{node};
     for (const YAML::Node& part : parts) {
+        if (part.IsScalar()) {
+            context.errors.add(
+                part, "options are stated as VALUE: TEXT, such as {0: \"off\", 1: \"on\"}");
+            break;
+        }
         for (const auto& [value, text] : readMapping(part, context.errors)) {
             readOption(value, text, context, list, entry);
         }

@@ -1,7 +1,5 @@
 #include "ParameterDefaults.h"
 
-#include "mxauthor/NearestWords.h"
-
 #include <devices/parser/mx/MxParameterDatatype.h>
 
 #include <algorithm>
@@ -22,18 +20,14 @@ std::map<std::string, std::uint64_t> optionsOf(std::uint8_t id, const BuildConte
     return options;
 }
 
-std::string unknownDefault(const std::string& text,
-                           const std::map<std::string, std::uint64_t>& options)
+std::vector<std::string> textsOf(const std::map<std::string, std::uint64_t>& options)
 {
-    if (options.empty()) {
-        return "\"" + text + "\" is no whole number";
-    }
     std::vector<std::string> texts;
     texts.reserve(options.size());
     for (const auto& [option, value] : options) {
         texts.push_back(option);
     }
-    return "\"" + text + "\" is neither an option nor a whole number" + acceptedWords(text, texts);
+    return texts;
 }
 
 std::string naturalRange(const BlockField& field)
@@ -45,6 +39,18 @@ std::string naturalRange(const BlockField& field)
 bool holds(const BlockField& field, const Integer& number)
 {
     return number.magnitude <= (number.negative ? field.lowestMagnitude() : field.highest());
+}
+
+void takeDefault(BuiltParameter& parameter, const std::string& text, const Integer& number,
+                 const BlockField& field, SourceErrors& errors)
+{
+    if (!holds(field, number)) {
+        errors.add(*parameter.initial, "default " + text + " does not fit into " +
+                                           std::to_string(field.bits) + " bits, " +
+                                           naturalRange(field) + " is accepted");
+        return;
+    }
+    parameter.value = number.bits();
 }
 
 Integer fromSlot(std::uint64_t bits, const BlockField& field)
@@ -120,32 +126,22 @@ DefaultsOfBlock defaultsOf(const DumpContext& context)
     return defaults;
 }
 
-void readDefault(BuiltParameter& parameter, const BuildContext& context)
+void readDefault(BuiltParameter& parameter, const ParameterUnit& unit, const BuildContext& context)
 {
-    const auto text =
-        parameter.initial ? readScalar(*parameter.initial, context.errors) : std::nullopt;
-    if (!text) {
-        return;
-    }
     const auto field = blockFieldOf(parameter.record);
-    if (!field) {
-        context.errors.add(
-            *parameter.initial,
-            "no place for a default: the type, or its bits, have no place in a block");
+    const auto text =
+        parameter.initial && field ? readScalar(*parameter.initial, context.errors) : std::nullopt;
+    if (!text) {
         return;
     }
     const auto options = optionsOf(parameter.record.optionList.value, context);
     const auto option = options.find(*text);
-    const auto number =
-        option != options.end() ? fromSlot(option->second, *field) : parseInteger(*text);
-    if (!number) {
-        context.errors.add(*parameter.initial, unknownDefault(*text, options));
-    } else if (!holds(*field, *number)) {
-        context.errors.add(*parameter.initial, "default " + *text + " does not fit into " +
-                                                   std::to_string(field->bits) + " bits, " +
-                                                   naturalRange(*field) + " is accepted");
-    } else {
-        parameter.value = number->bits();
+    if (option != options.end()) {
+        const Integer number = fromSlot(option->second, *field);
+        takeDefault(parameter, *text, number, *field, context.errors);
+    } else if (const auto number = readParameterNumber(*parameter.initial, unit, field,
+                                                       textsOf(options), context.errors)) {
+        takeDefault(parameter, *text, number->raw, *field, context.errors);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ParameterNumbers.h"
 #include "text/BuildContext.h"
 #include "text/DumpContext.h"
 
@@ -22,9 +23,9 @@ struct DefaultsOfBlock
 /// Parameters that lie in the block and share no bits with one before them have a default.
 DefaultsOfBlock defaultsOf(const DumpContext& context);
 
-/// Reads the default: a number, or the text of an option. An error when the datatype cannot hold
-/// it.
-void readDefault(BuiltParameter& parameter, const BuildContext& context);
+/// Reads the default: a raw value, a physical one, or the text of an option. An error when the
+/// datatype cannot hold it; nothing for a parameter without a place in the block.
+void readDefault(BuiltParameter& parameter, const ParameterUnit& unit, const BuildContext& context);
 
 /// Returns the size in bytes of the block in which all these parameters lie.
 template <typename Records, typename Get>

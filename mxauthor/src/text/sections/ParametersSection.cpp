@@ -1,4 +1,5 @@
 #include "ParameterDefaults.h"
+#include "ParameterNumbers.h"
 #include "Sections.h"
 #include "text/BlockCursor.h"
 #include "text/RepeatedLines.h"
@@ -8,7 +9,8 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::uint8_t ofModule = 0xFF; // channel of parameters that belong to none
+constexpr std::uint8_t byteDatatype = 5; // the one that may be a bit field
+constexpr std::uint8_t ofModule = 0xFF;  // channel of parameters that belong to none
 constexpr std::uint8_t positionBias = 4;
 constexpr std::size_t largestPayload = 0xFFFF - 6; // of a group
 constexpr std::size_t recordSize = 29;
@@ -68,21 +70,73 @@ std::string parameterLine(const ParameterRecord& record, const StatedDefault& in
     return line.text();
 }
 
-void readRange(const Section& section, ParameterRecord& record)
+void readRange(const Section& section, const BuildContext& context, ParameterRecord& record)
 {
     const auto node = section.find("range");
-    if (!node) {
+    if (!node || node->IsNull()) {
         return;
     }
-    const std::vector<YAML::Node> ends = readSequence(*node, section.errors());
-    if (ends.size() != 2) {
-        if (node->IsSequence()) {
-            section.errors().add(*node, "least and greatest value expected: [0, 10]");
-        }
+    if (!node->IsSequence() || node->size() != 2) {
+        section.errors().add(*node, "least and greatest value expected, such as [0, 10]");
         return;
     }
-    record.minimum = readInteger(ends[0], section.errors()).value_or(Integer{}).bits();
-    record.maximum = readInteger(ends[1], section.errors()).value_or(Integer{}).bits();
+    const ParameterUnit unit = unitOf(section, record, context);
+    const auto field = blockFieldOf(record);
+    auto least = readParameterNumber((*node)[0], unit, field, {}, section.errors());
+    auto greatest = readParameterNumber((*node)[1], unit, field, {}, section.errors());
+    if (!least || !greatest) {
+        return;
+    }
+    // The least physical value has the greatest raw one.
+    if (least->isPhysical && greatest->isPhysical && unit.scale.factor < 0) {
+        std::swap(least, greatest);
+    }
+    record.minimum = least->raw.bits();
+    record.maximum = greatest->raw.bits();
+}
+
+void addBitError(const Section& section, const ParameterRecord& record)
+{
+    const unsigned bits = record.bitLength.value;
+    const unsigned bit = record.bitOffset.value;
+    const auto node = section.find("bit");
+    if (bits > 8 || !node) {
+        section.errors().add(section.find("bits").value_or(section.node()),
+                             std::to_string(bits) + " bits do not fit into a byte, 1 to 8 is "
+                                                    "accepted");
+    } else {
+        section.errors().add(*node, std::to_string(bits) + " bits from bit " + std::to_string(bit) +
+                                        " leave their byte, bit 0 to " +
+                                        std::to_string(8 - std::max(bits, 1U)) + " is accepted");
+    }
+}
+
+// A default asks for a place in the block; other errors of the type are told where it is read.
+void checkHasField(const Section& section, const ParameterRecord& record)
+{
+    const auto type = section.find("type");
+    if (!section.has("default") || blockFieldOf(record)) {
+        return;
+    }
+    if (record.datatype.value == byteDatatype) {
+        addBitError(section, record);
+    } else if (type && type->IsScalar() && parseInteger(type->Scalar())) {
+        section.errors().add(*type, "a parameter of type " + type->Scalar() +
+                                        " has no default, 1 to 9 are the types of values");
+    }
+}
+
+std::uint8_t readChannel(const Section& section)
+{
+    const auto node = section.find("channel");
+    if (node && node->IsScalar() && !parseInteger(node->Scalar()) &&
+        node->Scalar().find('<') == std::string::npos) {
+        section.errors().add(*node, "\"" + node->Scalar() +
+                                        "\" is no number of a channel: the first has 0; a "
+                                        "parameter of the module has none, or 255");
+        return ofModule;
+    }
+    return section.byte("channel", ofModule);
 }
 
 // Returns whether there is a place for the parameter.
@@ -121,9 +175,9 @@ void readContent(const Section& section, BuildContext& context, ParameterRecord&
         record.conversion =
             readEntryId(*conversion, context.conversions, "conversion", context.errors);
     }
-    record.channel = section.byte("channel", ofModule);
+    record.channel = readChannel(section);
     record.flags = section.byte("flags", usualFlags(record.conversion.value));
-    readRange(section, record);
+    readRange(section, context, record);
 }
 
 std::string shownName(const Section& section)
@@ -172,7 +226,8 @@ void buildParameters(const YAML::Node& node, BuildContext& context)
         parameter.mayOverlap = section.flag("overlaps") || !hasPlace;
         cursor.pass(parameter.record);
         usualNumber = static_cast<std::uint8_t>(parameter.record.number.value + 1);
-        readDefault(parameter, context);
+        checkHasField(section, parameter.record);
+        readDefault(parameter, unitOf(section, parameter.record, context), context);
         group.records.push_back(parameter.record);
         context.records[parametersGroup].push_back(section.origin());
         context.parameters.push_back(std::move(parameter));

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "text/BuildContext.h"
+
+namespace mxauthor {
+
+/// How people see the values of a parameter.
+struct ParameterUnit
+{
+    mxformat::PhysicalScale scale; ///< As it is without a conversion.
+    std::string unit;              ///< In UTF-8; empty: there are no physical values.
+};
+
+/// Returns the unit of a parameter: the one that its section states, else that of its conversion.
+ParameterUnit unitOf(const Section& section, const ParameterRecord& record,
+                     const BuildContext& context);
+
+/// A value of a parameter as a text states it.
+struct ParameterNumber
+{
+    Integer raw;
+    bool isPhysical = false;
+};
+
+/// Reads a value that is no option: the raw value, or the physical value with its unit where there
+/// is one, which has to be that of a raw value that `field` holds. An error and nothing for another
+/// text; `options` are what the error offers beside.
+std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
+                                                   const ParameterUnit& unit,
+                                                   const std::optional<BlockField>& field,
+                                                   const std::vector<std::string>& options,
+                                                   SourceErrors& errors);
+
+} // namespace mxauthor
