@@ -62,10 +62,15 @@ def means_two(module: Module, words: str) -> bool | None:
     """Whether two parameters accept what NAME=VALUE leaves for them; None where a name alone is ambiguous."""
     found = readings(module, words)
     texts = [text for _, text in found]
-    if len(set(texts)) != len(texts) or words.startswith("#"):
+    if len(set(texts)) != len(texts) or words.startswith("#") or any(may_be_number(*one) for one in found):
         return None
     fitting = [one for one, text in found if is_accepted(module, one, text)]
     return len(fitting) > 1 if fitting else None
+
+
+def may_be_number(one: Parameter, text: str) -> bool:
+    """Physical values, numbers with their units and "#N": other checks look at these."""
+    return one.converted or text.startswith("#") or (not one.has_options and re.fullmatch("-?[0-9]+", text) is None)
 
 
 def is_accepted(module: Module, one: Parameter, text: str) -> bool:

@@ -15,7 +15,7 @@ NAMES = ["Limit", "Mode", "Filter", "a", "b", "a=b", "a=b=1", "AI 1/Mode", "x/y"
          "Mode=1", "@a", "+1", "%d", "&x"]
 CHANNEL_NAMES = ["AI 1", "AI 2", "DO", "a", "x", "0", "1", "module", "-", "AI=1", "a/b", " ", "trail ", "Ä", "#3"]
 OPTION_TEXTS = ["on", "off", "auto", "1", "0", "2", "-1", "3 ms", "0.5", "b=1", "#2", "auto ", " x", "a/b", "é",
-                "yes", "null", "10 V", "0x1", "1e0", "=", "On", "a,b", "~"]
+                "yes", "null", "10 V", "0x1", "1e0", "=", "On", "a,b", "~", "a=0", "x=2", "b=100"]
 UNITS = ["V", "mA", "°C", "%", "1", "3", "5 V", "m/s", "1/min", "e5", "E3", "-", "+", "0", "x10", ".5", "V ", "µm",
          "#", "=", "00", ","]
 FACTORS = [1.0, -1.0, 0.1, 0.01, 0.001, -0.01, 0.5, 2.0, 3.0, 1 / 3, 1e-10, 1e10, 16777216.0, 1e-30, 1e-38, 1e25,
@@ -145,6 +145,17 @@ def odd_record(choose: random.Random, module: Module) -> None:
         module.has_text_form = module.has_text_form and one.width == 8
 
 
+def name_like_an_assignment(choose: random.Random, module: Module) -> None:
+    """Parameters X with an option "b=1" and X=b: "X=b=1" may set either."""
+    found = [(one, text) for one in module.parameters for _, text in module.options_of(one) if text.find("=") > 0]
+    if found:
+        one, text = choose.choice(found)
+        other = choose.choice(module.parameters)
+        if other is not one:
+            one.name = f"Twin {one.number}"
+            other.name = f"{one.name}={text.partition('=')[0]}"
+
+
 def module(choose: random.Random) -> Module:
     made = Module(choose.randint(1, 0xFFFFFFFF))
     made.channels = channels(choose)
@@ -155,6 +166,8 @@ def module(choose: random.Random) -> Module:
     size = parameters(choose, made)
     if choose.random() < 0.1:
         odd_record(choose, made)
+    if choose.random() < 0.3:
+        name_like_an_assignment(choose, made)
     if choose.random() < 0.1 and size > 1:
         size -= choose.randint(1, min(size - 1, 3))
     fill_block(choose, made, size + (choose.randint(1, 3) if choose.random() < 0.1 else 0))

@@ -50,7 +50,7 @@ def refused_value(case: Case, one: Parameter) -> tuple[int, str | None]:
 def choosing_between_names(case: Case) -> None:
     """NAME=VALUE where names hold "=": the parameter that accepts the rest; refused where two do."""
     for one in case.usable():
-        for raw in assignments.good_values(case.module, one, case.choose)[:1]:
+        for raw in assignments.good_values(case.module, one, case.choose)[:6]:
             for text in {str(raw)} | {text for number, text in case.module.options_of(one) if number == raw}:
                 try_name(case, f"{one.name}={text}")
 
