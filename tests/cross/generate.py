@@ -69,7 +69,7 @@ def place(choose: random.Random, one: Parameter, free: int) -> int:
     if one.datatype == BYTE and choose.random() < 0.8:
         one.bits = choose.randint(0, 8)
         one.bit = choose.randint(0, 8 - one.bits) if one.bits else choose.randint(0, 7)
-    one.position = free + (choose.randint(1, 3) if choose.random() < 0.1 else 0)
+    one.position = free + (choose.randint(1, 3) if choose.random() < 0.2 else 0)
     return one.position + one.width
 
 
@@ -125,7 +125,7 @@ def parameters(choose: random.Random, module: Module) -> int:
 
 def fill_block(choose: random.Random, module: Module, size: int) -> None:
     """Random bytes where no parameter lies, defaults that are accepted where there is one."""
-    block = bytearray(choose.randbytes(size) if choose.random() < 0.3 else size)
+    block = bytearray(choose.randbytes(size) if choose.random() < 0.7 else size)
     module.block = bytes(block)
     for one in module.parameters:
         accepted = Accepted(module, one)

@@ -47,14 +47,28 @@ def gone(choose: random.Random, module: Module, one: Parameter) -> None:
         module.parameters.remove(one)
 
 
+def into_a_gap(choose: random.Random, module: Module, one: Parameter) -> None:
+    """To bits that no parameter takes, whole bytes or the rest of one."""
+    taken = set().union(*(other.places() for other in module.parameters))
+    gaps = [bit for bit in range(8 * len(module.block)) if bit not in taken]
+    if gaps:
+        at = choose.choice(gaps)
+        one.position, one.datatype, one.bit, one.bits = at // 8, BYTE, at % 8, 1
+        if not taken & set(range(at - at % 8, at - at % 8 + 8)) and choose.random() < 0.5:
+            one.datatype, one.bit, one.bits = choose.choice([UINT8, SINT8]), 0, 0
+
+
 def added(choose: random.Random, module: Module, one: Parameter) -> None:
     new = parameter(choose, module, choose.choice([one.number, 200, 201]))
     new.name = f"New {choose.randint(0, 3)}"
     new.datatype = choose.choice([one.datatype, BYTE, UINT8, UINT16])
     new.position, new.bits, new.bit = one.position, one.bits, one.bit
-    if choose.random() < 0.5:
+    where = choose.random()
+    if where < 0.4:
         moved(choose, module, new)
-    if new.datatype == BYTE and choose.random() < 0.7:
+    elif where < 0.7:
+        into_a_gap(choose, module, new)
+    if where < 0.4 and new.datatype == BYTE and choose.random() < 0.7:
         other_bits(choose, module, new)
     if new.option_list == 0:
         limit(choose, new)
