@@ -6,20 +6,31 @@ import json
 import random
 
 import stored_images
-from case import MX_FILE, Case, expect
+from case import Case, expect
 from description import Module, described
 from mxfile import mx_file
+from newer import comparable
+from newer import newer as newer_version
 from textform import text_form
 from tool import Tool
 
+NEWER_VERSIONS = 3
 
-def diffing(case: Case, newer: Module) -> None:
+
+def diffing(case: Case) -> None:
+    old = comparable(case.module)
+    for _ in range(NEWER_VERSIONS if old.parameters else 0):
+        compare(case, old, newer_version(case.choose, old))
+
+
+def compare(case: Case, old: Module, newer: Module) -> None:
     """The verdict on stored images against the images themselves."""
-    if not stored_images.is_comparable(case.module, newer):
+    if not stored_images.is_comparable(old, newer):
         return
-    verdict = stored_images.judge(case.module, newer, case.choose)
+    verdict = stored_images.judge(old, newer, case.choose)
+    (case.tool.folder / "older.bin").write_bytes(mx_file(old))
     (case.tool.folder / "newer.bin").write_bytes(mx_file(newer))
-    answer = case.tool.run("diff", MX_FILE, "newer.bin", "--format", "json")
+    answer = case.tool.run("diff", "older.bin", "newer.bin", "--format", "json")
     expect(answer.code in (0, 1), "no verdict", answer)
     shown = json.loads(answer.output)
     details = [verdict, shown["because"], "newer:", newer.block.hex(" ")] + [

@@ -59,8 +59,9 @@ def into_a_gap(choose: random.Random, module: Module, one: Parameter) -> None:
 
 
 def added(choose: random.Random, module: Module, one: Parameter) -> None:
-    new = parameter(choose, module, choose.choice([one.number, 200, 201]))
-    new.name = f"New {choose.randint(0, 3)}"
+    numbers = [other.number for other in module.parameters]
+    new = parameter(choose, module, choose.choice([other for other in range(200, 210) if other not in numbers]))
+    new.name = f"New {new.number}"
     new.datatype = choose.choice([one.datatype, BYTE, UINT8, UINT16])
     new.position, new.bits, new.bit = one.position, one.bits, one.bit
     where = choose.random()
@@ -149,9 +150,18 @@ def other_gaps(choose: random.Random, module: Module, one: Parameter) -> None:
         module.block = module.block[:at] + choose.randbytes(1) + module.block[at + 1:]
 
 
-CHANGES = [another_range, narrower_range, another_type, other_bits, moved, gone, added, added, another_option,
+CHANGES = [another_range, narrower_range, another_type, other_bits, moved, gone, added, added, added, another_option,
            range_to_options, options_to_range, another_conversion, another_unit, plain_change, another_default,
            other_gaps]
+
+
+def comparable(module: Module) -> Module:
+    """The module without what leaves a verdict open: unusable parameters, and those that are called alike."""
+    old = module.copy()
+    old.parameters = [one for one in old.parameters if old.is_usable(one)]
+    for one in old.parameters:
+        one.name = f"{one.name} {one.number}"
+    return old
 
 
 def newer(choose: random.Random, old: Module) -> Module:
