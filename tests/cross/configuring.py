@@ -99,8 +99,9 @@ def composing(case: Case) -> bytes:
     parameters_are_right(case, shown, image, answer)
     reading_back(case, answer.output, image)
     other_values_files(case, words, image)
-    binary = case.config(*words, "--format", "binary")
-    expect(binary.code == 0 and binary.output == image, "binary differs from JSON", binary)
+    if case.choose.random() < 0.25:
+        binary = case.config(*words, "--format", "binary")
+        expect(binary.code == 0 and binary.output == image, "binary differs from JSON", binary)
     return image
 
 

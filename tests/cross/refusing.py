@@ -36,8 +36,10 @@ def refusing(case: Case) -> None:
 
 
 def refused_value(case: Case, one: Parameter) -> tuple[int, str | None]:
-    if not case.module.is_usable(one):
+    if not case.module.lies_in_image(one):
         return 0, "#0" if one.has_options else "0"
+    if not one.fits_its_byte:
+        return 0, None
     values = assignments.refused_values(case.module, one)
     if not values:
         return 0, None
@@ -49,19 +51,19 @@ def refused_value(case: Case, one: Parameter) -> tuple[int, str | None]:
 
 def choosing_between_names(case: Case) -> None:
     """NAME=VALUE where names hold "=": the parameter that accepts the rest; refused where two do."""
-    for one in case.usable():
-        for raw in assignments.good_values(case.module, one, case.choose)[:6]:
-            for text in {str(raw)} | {text for number, text in case.module.options_of(one) if number == raw}:
-                try_name(case, f"{one.name}={text}")
+    words = [f"{one.name}={text}" for one in case.usable()
+             for raw in assignments.good_values(case.module, one, case.choose)
+             for text in sorted({str(raw)} | {text for number, text in case.module.options_of(one) if number == raw})]
+    open_words = [some for some in dict.fromkeys(words) if len(assignments.readings(case.module, some)) > 1
+                  and assignments.means_two(case.module, some) is not None]
+    for some in case.choose.sample(open_words, min(len(open_words), 3)):
+        try_name(case, some)
 
 
 def try_name(case: Case, words: str) -> None:
     readings = assignments.readings(case.module, words)
-    two = assignments.means_two(case.module, words)
-    if len(readings) < 2 or two is None:
-        return
     answer = case.config("--set", words, "--format", "binary")
-    if two:
+    if assignments.means_two(case.module, words):
         expect(answer.code == 2 and answer.output == b"", f"two readings, refusal expected: {readings}", answer)
         return
     one, text = next(reading for reading in readings if assignments.is_accepted(case.module, *reading))

@@ -23,7 +23,9 @@ class Verdict:
     refused: str = ""       # an image that the new description does not take, and why
     means_other: str = ""   # an image whose bytes mean something else
     every_image: bool = True  # all were tried
-    too_strict: bool = False  # a refusal is no mistake: it may look at each of several values of the same bits alone
+    # A refusal is no mistake: it may look at each of several values of the same bits alone, or mind that a value
+    # lies elsewhere, though it is the same number by chance.
+    too_strict: bool = False
 
     @property
     def valid(self) -> bool:
@@ -156,6 +158,7 @@ def judge(old: Module, new: Module, choose: random.Random) -> Verdict:
     verdict.too_strict = sum(len(one.places()) for one in old.parameters) != len(
         set().union(*(one.places() for one in old.parameters)))
     pairs = same_parameters(old, new)
+    verdict.too_strict |= any(not before.places() & after.places() for before, after in pairs)
     for before, after in pairs:
         if has_other_unit(old, before, new, after):
             verdict.means_other = f"{before.name!r}: another unit"
