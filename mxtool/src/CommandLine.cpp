@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "CallFiles.h"
+#include "CallWords.h"
 #include "Diagnostic.h"
 #include "LogToDiagnostics.h"
 #include "OutputFile.h"
@@ -16,7 +17,10 @@ namespace {
 constexpr const char* description =
     "Reads and writes the device descriptions (mx files) of kv38 modules.";
 
-constexpr const char* footer = R"(Exit codes:
+constexpr const char* footer =
+    R"(mxtool VERB --help, or mxtool help VERB, tells what a verb accepts.
+
+Exit codes:
   0  done
   1  done, with findings, or some files failed
   2  the words of the call are wrong
@@ -91,12 +95,40 @@ ExitCode runVerb(CLI::App& program, std::vector<std::string> arguments)
     return action();
 }
 
-// Help and version are results; everything else that ends the parsing is a wrong word.
-ExitCode endOfParsing(const CLI::App& program, const CLI::ParseError& end)
+bool isOneOf(int code, std::initializer_list<CLI::ExitCodes> codes)
 {
-    if (end.get_exit_code() != 0) {
-        report({"error", "", end.what(), "mxtool --help tells what is accepted"});
-        return ExitCode::Usage;
+    return std::any_of(codes.begin(), codes.end(),
+                       [code](CLI::ExitCodes other) { return code == static_cast<int>(other); });
+}
+
+// An unknown word is told in place of what it made missing or left over.
+ExitCode reportWrongWords(const CLI::App& program, const CLI::ParseError& end,
+                          std::vector<Diagnostic> wrong)
+{
+    const int code = end.get_exit_code();
+    const bool isMissing = isOneOf(code, {CLI::ExitCodes::RequiredError});
+    if (wrong.empty() && isMissing && program.get_subcommands().empty()) {
+        wrong.push_back(missingVerb(program));
+    } else if (wrong.empty() ||
+               !isOneOf(code, {CLI::ExitCodes::Success, CLI::ExitCodes::ExtrasError,
+                               CLI::ExitCodes::RequiredError})) {
+        wrong.push_back({"error", "", end.what(), ""});
+    }
+    wrong.back().hint = helpHint(program);
+    for (const Diagnostic& diagnostic : wrong) {
+        report(diagnostic);
+    }
+    return ExitCode::Usage;
+}
+
+// Help and version are results; everything else that ends the parsing is a wrong word.
+ExitCode endOfParsing(const CLI::App& program, const CLI::ParseError& end,
+                      const std::vector<std::string>& words)
+{
+    const std::vector<Diagnostic> unknown = unknownWords(program, words);
+    const bool hasNoVerb = program.get_subcommands().empty();
+    if (end.get_exit_code() != 0 || (hasNoVerb && !unknown.empty())) {
+        return reportWrongWords(program, end, unknown);
     }
     std::ostringstream text;
     program.exit(end, text, text);
@@ -104,14 +136,14 @@ ExitCode endOfParsing(const CLI::App& program, const CLI::ParseError& end)
     return ExitCode::Done;
 }
 
-ExitCode runReporting(std::vector<std::string> arguments)
+ExitCode runReporting(const std::vector<std::string>& words)
 {
     CLI::App program;
     try {
         try {
-            return runVerb(program, std::move(arguments));
+            return runVerb(program, words);
         } catch (const CLI::ParseError& end) {
-            return endOfParsing(program, end);
+            return endOfParsing(program, end, words);
         }
     } catch (const Failure& failure) {
         report(failure.diagnostic);
@@ -124,7 +156,7 @@ ExitCode runReporting(std::vector<std::string> arguments)
 int run(std::vector<std::string> arguments)
 {
     try {
-        return static_cast<int>(runReporting(std::move(arguments)));
+        return static_cast<int>(runReporting(withHelpAsOption(std::move(arguments))));
     } catch (const std::bad_alloc&) {
         report({"error", "", "Out of memory", ""});
     } catch (const std::exception& failure) {

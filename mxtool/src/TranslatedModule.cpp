@@ -1,5 +1,6 @@
 #include "TranslatedModule.h"
 
+#include "CallWords.h"
 #include "Diagnostic.h"
 #include "InputFile.h"
 #include "ModuleFile.h"
@@ -12,10 +13,10 @@ void addModuleOptions(CLI::App& verb, ModuleOptions& options)
 {
     verb.add_option("FILE", options.file, "The mx file or its text form, - for standard input")
         ->required();
-    verb.add_option("--in-offset", options.inOffset,
-                    "Byte at which the module's input data begins");
-    verb.add_option("--out-offset", options.outOffset,
-                    "Byte at which the module's output data begins");
+    addOffsetOption(verb, "--in-offset", options.inOffset,
+                    "Byte of the input image at which the module's data begins");
+    addOffsetOption(verb, "--out-offset", options.outOffset,
+                    "Byte of the output image at which the module's data begins");
     verb.add_option("--param-block", options.parameterBlockFile,
                     "File whose bytes replace the default parameter block")
         ->type_name("FILE");

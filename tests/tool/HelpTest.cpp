@@ -7,6 +7,7 @@
 
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 using tooltest::runTool;
@@ -99,15 +100,64 @@ TEST_P(WrongWords, endWithCode2AndTheReason)
     EXPECT_EQ(run.out, "");
     EXPECT_THAT(run.err, StartsWith("error: "));
     EXPECT_THAT(run.err, HasSubstr(GetParam().second));
-    EXPECT_THAT(run.err, HasSubstr("hint: mxtool --help"));
+    EXPECT_THAT(run.err, EndsWith(" --help tells what is accepted\n"));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Calls, WrongWords,
-    testing::Values(std::pair{"", "subcommand"}, std::pair{"frobnicate", "subcommand"},
-                    std::pair{"show", "FILE is required"}, std::pair{"show a b", "b"},
-                    std::pair{"groups --format xml a", "xml"},
-                    std::pair{"show --in-offset -1 a", "in-offset"},
-                    std::pair{"--log-level loud groups a", "\"loud\" is no logging level"}));
+    testing::Values(
+        std::pair{"", "A verb is missing, expected one of groups, show, "},
+        std::pair{"frobnicate", "There is no verb \"frobnicate\", expected one of"},
+        std::pair{"chanels X", "There is no verb \"chanels\", did you mean \"channels\"?\n"
+                               "hint: mxtool --help"},
+        std::pair{"chanels --help", "did you mean \"channels\"?"},
+        std::pair{"help conifg", "did you mean \"config\"?"},
+        std::pair{"--qiet chanels X", "did you mean \"channels\"?"},
+        std::pair{"show --fromat=json", "error: mxtool show has no option \"--fromat\", did "
+                                        "you mean \"--format\"?\nhint: mxtool show --help"},
+        std::pair{"channels --pciture a.svg X", "did you mean \"--picture\"?\nhint"},
+        std::pair{"config --foo X --format xml", "has no option \"--foo\""},
+        std::pair{"config --foo X --format xml", "--format: xml not in"},
+        std::pair{"show a -x", "mxtool show has no option \"-x\""},
+        std::pair{"show", "FILE is required"},
+        std::pair{"show a b", "mxtool show takes no further word, found \"b\""},
+        std::pair{"groups --format xml a", "xml"},
+        std::pair{"show --in-offset -1 a",
+                  "--in-offset: found \"-1\", expected a whole number from 0 to 131071, in "
+                  "decimal or, after 0x, in hexadecimal"},
+        std::pair{"show --out-offset 131072 a", "--out-offset: found \"131072\""},
+        std::pair{"show --out-offset 0x a", "--out-offset: found \"0x\""},
+        std::pair{"show --out-offset 1.5 a", "--out-offset: found \"1.5\""},
+        std::pair{"--log-level loud groups a", "\"loud\" is no logging level"}));
+
+TEST(Help, comesAsAVerbToo)
+{
+    EXPECT_EQ(runTool({"help", "config"}).out, runTool({"config", "--help"}).out);
+    EXPECT_EQ(runTool({"help"}).out, runTool({"--help"}).out);
+    EXPECT_EQ(runTool({"-q", "help", "show"}).exitCode, 0);
+}
+
+// Each wrong word is told once, in the order of the call.
+TEST(WrongWords, areToldInTheOrderInWhichTheyWereTyped)
+{
+    EXPECT_EQ(runTool({"--qiet", "show", "a", "--fromat", "json", "--ouput=x"}).err,
+              "error: mxtool show has no option \"--qiet\", did you mean \"--quiet\"?\n"
+              "error: mxtool show has no option \"--fromat\", did you mean \"--format\"?\n"
+              "error: mxtool show has no option \"--ouput\", did you mean \"--output\"?\n"
+              "hint: mxtool show --help tells what is accepted\n");
+}
+
+TEST(Offsets, areDecimalOrHexadecimal)
+{
+    const std::string module = "examples/modules/MX0304.bin";
+    const std::string ten = runTool({"channels", "--in-offset", "10", module}).out;
+    EXPECT_THAT(ten, HasSubstr("IW10"));
+    EXPECT_EQ(runTool({"channels", "--in-offset", "0xA", module}).out, ten);
+    EXPECT_EQ(runTool({"channels", "--in-offset", "010", module}).out, ten); // not octal
+    for (const char* verb : {"show", "channels", "config"}) {
+        EXPECT_THAT(runTool({verb, "--help"}).out,
+                    HasSubstr("module's data begins, 0 to 131071, in decimal or, after 0x, in"));
+    }
+}
 
 } // namespace

@@ -1,0 +1,173 @@
+#include "CallWords.h"
+
+#include "NearestWords.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <optional>
+
+namespace mxtool {
+
+namespace {
+
+// The addresses of Modbus reach no further: 65,536 registers of two bytes.
+constexpr unsigned largestOffset = 0x1FFFF;
+
+bool isOption(const std::string& word)
+{
+    return word.size() > 1 && word[0] == '-';
+}
+
+void addLongNames(const CLI::App& app, std::vector<std::string>& names)
+{
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+}
+
+std::vector<std::string> verbNames(const CLI::App& program)
+{
+    std::vector<std::string> names;
+    for (const CLI::App* verb : program.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(verb->get_name());
+    }
+    return names;
+}
+
+// The verb of the call; null without one.
+const CLI::App* verbOf(const CLI::App& program)
+{
+    const auto verbs = program.get_subcommands();
+    return verbs.empty() ? nullptr : verbs.front();
+}
+
+std::string callOf(const CLI::App& program)
+{
+    const CLI::App* const verb = verbOf(program);
+    return program.get_name() + (verb != nullptr ? " " + verb->get_name() : "");
+}
+
+std::string unknownOption(const CLI::App& program, const std::string& word)
+{
+    const std::string name = word.substr(0, word.find('='));
+    std::vector<std::string> names;
+    addLongNames(program, names);
+    if (const CLI::App* const verb = verbOf(program)) {
+        addLongNames(*verb, names);
+    }
+    return fmt::format("{} has no option \"{}\"{}", callOf(program), name, didYouMean(name, names));
+}
+
+std::string unknownWord(const CLI::App& program, const std::string& word)
+{
+    if (verbOf(program) == nullptr) {
+        const std::vector<std::string> verbs = verbNames(program);
+        return fmt::format("There is no verb \"{}\"{}{}", word, didYouMean(word, verbs),
+                           nearestWords(word, verbs).empty()
+                               ? fmt::format(", expected one of {}", fmt::join(verbs, ", "))
+                               : "");
+    }
+    return fmt::format("{} takes no further word, found \"{}\"", callOf(program), word);
+}
+
+// Those of `words` that the parsing left over, in their order.
+std::vector<std::string> leftOver(const CLI::App& program, const std::vector<std::string>& words)
+{
+    std::map<std::string, unsigned> counts;
+    for (const std::string& word : program.remaining(true)) {
+        ++counts[word];
+    }
+    std::vector<std::string> left;
+    for (const std::string& word : words) {
+        const auto found = counts.find(word);
+        if (found != counts.end() && found->second > 0 && word != "--") {
+            --found->second;
+            left.push_back(word);
+        }
+    }
+    return left;
+}
+
+// The number that `text` spells; nothing for what is none, or is too large.
+std::optional<unsigned> offsetOf(const std::string& text)
+{
+    const bool isHexadecimal = text.compare(0, 2, "0x") == 0 || text.compare(0, 2, "0X") == 0;
+    const char* const begin = text.data() + (isHexadecimal ? 2 : 0);
+    const char* const end = text.data() + text.size();
+    unsigned number = 0;
+    const auto result = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
+    if (result.ec != std::errc() || result.ptr != end || number > largestOffset) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+} // namespace
+
+std::vector<std::string> withHelpAsOption(std::vector<std::string> words)
+{
+    const auto help = std::find_if_not(words.begin(), words.end(), isOption);
+    if (help == words.end() || *help != "help") {
+        return words;
+    }
+    words.erase(help);
+    words.emplace_back("--help");
+    return withHelpAsOption(std::move(words));
+}
+
+std::vector<Diagnostic> unknownWords(const CLI::App& program, const std::vector<std::string>& words)
+{
+    const std::vector<std::string> unknown = leftOver(program, words);
+    // The value of an unknown option takes the place of another word.
+    const bool isExplained =
+        verbOf(program) != nullptr && std::any_of(unknown.begin(), unknown.end(), isOption);
+    std::vector<Diagnostic> found;
+    for (const std::string& word : unknown) {
+        if (isOption(word)) {
+            found.push_back({"error", "", unknownOption(program, word), ""});
+        } else if (!isExplained) {
+            found.push_back({"error", "", unknownWord(program, word), ""});
+            break; // further ones depend on this one
+        }
+    }
+    return found;
+}
+
+Diagnostic missingVerb(const CLI::App& program)
+{
+    return {
+        "error", "",
+        fmt::format("A verb is missing, expected one of {}", fmt::join(verbNames(program), ", ")),
+        ""};
+}
+
+std::string helpHint(const CLI::App& program)
+{
+    return callOf(program) + " --help tells what is accepted";
+}
+
+void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
+                     const std::string& description)
+{
+    const auto read = [](std::string& text) {
+        const auto number = offsetOf(text);
+        if (!number) {
+            return fmt::format("found \"{}\", expected a whole number from 0 to {}, in decimal or, "
+                               "after 0x, in hexadecimal",
+                               text, largestOffset);
+        }
+        text = std::to_string(*number);
+        return std::string();
+    };
+    verb.add_option(name, offset,
+                    fmt::format("{}, 0 to {}, in decimal or, after 0x, in hexadecimal", description,
+                                largestOffset))
+        ->transform(CLI::Validator(read, ""));
+}
+
+} // namespace mxtool

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Diagnostic.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace mxtool {
+
+/// Returns the words of a call, "help VERB" turned into "VERB --help".
+std::vector<std::string> withHelpAsOption(std::vector<std::string> words);
+
+/// Returns what `program` did not understand of `words`, in the order in which they were typed,
+/// each with the nearest verb or option. Called after the parsing; empty when every word has its
+/// place.
+std::vector<Diagnostic> unknownWords(const CLI::App& program,
+                                     const std::vector<std::string>& words);
+
+/// Returns that a call names no verb.
+Diagnostic missingVerb(const CLI::App& program);
+
+/// Returns where the help of what `program` was called for is.
+std::string helpHint(const CLI::App& program);
+
+/// Adds an option for the byte of a process image at which data begin: a whole number, in decimal
+/// or, after 0x, in hexadecimal. `offset` outlives the parsing.
+void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
+                     const std::string& description);
+
+} // namespace mxtool
