@@ -342,6 +342,28 @@ TEST_P(CatalogueVerbs, modulesWithoutContentAreWarnedOfWhenSearched)
     EXPECT_EQ(devices({}).err, "");
 }
 
+// What a host stores that gives the record of a device without the bytes of its file.
+TEST_P(CatalogueVerbs, aModuleWithoutItsFileIsNamed)
+{
+    populate(modules("two", {"MX0001.bin", "MX0108.bin"}));
+    place.execute(std::string("UPDATE device_properties SET mx_file_data = ") +
+                  (GetParam() == testkit::Engine::Sqlite ? "X''" : "''") +
+                  " WHERE in_data_size = 1"); // MX0108
+    const std::string missing = "warning: 1 module was stored without the mx file: 5a010108\n"
+                                "hint: mxtool populate DIRECTORY stores the files; a host gives "
+                                "their bytes along in mxFileData of the record\n";
+    for (const std::vector<std::string>& options :
+         {std::vector<std::string>{}, {"5a010108"}, {"--export", directory.path("out")}}) {
+        const ToolRun run = devices(options);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(run.err, missing);
+    }
+    EXPECT_EQ(readFile(directory.path("out/MX0bc1e800.bin")),
+              readFile(std::string(EXAMPLE_MODULES) + "/MX0001.bin"));
+    EXPECT_FALSE(fs::exists(directory.path("out/MX5a010108.bin")));
+    EXPECT_EQ(devices({"0bc1e800"}).exitCode, 0);
+}
+
 TEST(CatalogueWords, ofAConditionAreChecked)
 {
     const std::vector<std::pair<std::string, std::string>> refused = {

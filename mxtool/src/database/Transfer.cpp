@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace mxtool {
@@ -74,9 +75,6 @@ std::size_t exportModules(const std::vector<ModuleSummary>& modules, DeviceDatab
     database.visit(modules, [&](const DeviceProperties& record) {
         const std::vector<char>& stored = *record.mxFileData;
         if (stored.empty()) {
-            report({"warning", "",
-                    "Module " + forTerminal(record.moduleIdText) + " was stored without an mx file",
-                    ""});
             return;
         }
         // A stored file has one byte more than the file on disk.
@@ -103,6 +101,31 @@ std::size_t copyModules(const std::vector<ModuleSummary>& modules, DeviceDatabas
     });
     transaction.commit();
     return copied;
+}
+
+std::size_t reportWithoutFile(const std::vector<ModuleSummary>& modules)
+{
+    constexpr std::size_t most = 20;
+    std::vector<std::string> ids;
+    for (const ModuleSummary& module : modules) {
+        if (module.mxFileSize == 0) {
+            ids.push_back(forTerminal(module.moduleIdText));
+        }
+    }
+    if (ids.empty()) {
+        return 0;
+    }
+    const std::size_t count = ids.size();
+    ids.resize(std::min(count, most));
+    const std::string rest =
+        count > most ? fmt::format(" and {} more", count - most) : std::string();
+    report({"warning", "",
+            fmt::format("{} stored without the mx file: {}{}",
+                        count == 1 ? "1 module was" : fmt::format("{} modules were", count),
+                        fmt::join(ids, ", "), rest),
+            "mxtool populate DIRECTORY stores the files; a host gives their bytes along in "
+            "mxFileData of the record"});
+    return count;
 }
 
 } // namespace mxtool

@@ -112,7 +112,7 @@ ExitCode showAll(DeviceDatabase& database, const DevicesOptions& options)
                                        : moduleTable(modules);
     }
     writeOutput(options.output, text);
-    return ExitCode::Done;
+    return reportWithoutFile(modules) == 0 ? ExitCode::Done : ExitCode::Findings;
 }
 
 ExitCode showOne(DeviceDatabase& database, const DevicesOptions& options)
@@ -128,18 +128,19 @@ ExitCode showOne(DeviceDatabase& database, const DevicesOptions& options)
         text = moduleCsv({summaryOf(*record)}, options.csv.style());
     }
     writeOutput(options.output, text);
-    return ExitCode::Done;
+    return reportWithoutFile({summaryOf(*record)}) == 0 ? ExitCode::Done : ExitCode::Findings;
 }
 
 ExitCode exportAll(DeviceDatabase& database, const DevicesOptions& options, bool quiet)
 {
     const auto modules = database.search(options.query);
     const std::size_t written = exportModules(modules, database, options.exportDirectory);
+    const std::size_t missing = reportWithoutFile(modules);
     if (!quiet) {
         writeOutput("-", fmt::format("{} written to {}\n", modulesText(written),
                                      forTerminal(options.exportDirectory)));
     }
-    return written == modules.size() ? ExitCode::Done : ExitCode::Findings;
+    return missing == 0 && written == modules.size() ? ExitCode::Done : ExitCode::Findings;
 }
 
 ExitCode copyAll(DeviceDatabase& database, const DevicesOptions& options, bool quiet)

@@ -69,6 +69,9 @@ public:
 
     /// Stores `record`, replacing the one of the same family and module identifier. The catalogue
     /// no longer knows what is inside the module.
+    ///
+    /// `privateProps` of a translated device is a record without its mx file: set `mxFileData` to
+    /// the bytes that `loadFile` gave, or the module can be listed but not written back.
     void insert(const DeviceProperties& record);
 
     /// Stores `record` and what is inside the module, together or not at all. Family and module
