@@ -94,6 +94,10 @@ constexpr Call calls[] = {
     {"configValues", "values.yaml", "config @module.bin --values @IN -o @OUT"},
     {"configParameterBlock", "block.bin", "config @module.bin --param-block @IN -o @OUT"},
     {"configDecode", "block.bin", "config @module.bin --decode @IN --format json -o @OUT"},
+    {"configCompare", "block.bin", "config @module.bin --compare @IN --format json -o @OUT"},
+    {"configOfText", "text.yaml", "config @IN --format json -o @OUT", false},
+    {"configOfTextWithDrawing", "drawing.svg", "config @text.yaml --format json -o @OUT", false},
+    {"checkOfTextWithDrawing", "drawing.svg", "check @text.yaml -o @OUT", false},
     {"dump", "module.bin", "dump @IN -o @OUT"},
     {"build", "text.yaml", "build @IN -o @OUT", false}, // names a file beside it
     {"buildDrawing", "drawing.svg", "build @text.yaml -o @OUT", false},
