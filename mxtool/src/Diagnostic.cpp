@@ -4,6 +4,8 @@
 #include "ShownText.h"
 #include "TerminalColour.h"
 
+#include <mxauthor/Utf8.h>
+
 #include <fmt/format.h>
 
 #include <unistd.h>
@@ -27,15 +29,22 @@ const char* colourOf(const std::string& severity)
     return severity == "warning" ? "1;33" : "1;36";
 }
 
+// A diagnostic joins texts of several sources: a byte that is no UTF-8 leaves the others as they
+// are.
+std::string shown(const std::string& text)
+{
+    return forTerminal(mxauthor::repairedUtf8(text));
+}
+
 } // namespace
 
 std::string toText(const Diagnostic& diagnostic, bool coloured)
 {
-    std::string text = diagnostic.place.empty() ? "" : forTerminal(diagnostic.place) + ": ";
+    std::string text = diagnostic.place.empty() ? "" : shown(diagnostic.place) + ": ";
     text += painted(diagnostic.severity + ":", colourOf(diagnostic.severity), coloured) + " " +
-            forTerminal(diagnostic.text) + "\n";
+            shown(diagnostic.text) + "\n";
     if (!diagnostic.hint.empty()) {
-        text += painted("hint:", "1;36", coloured) + " " + forTerminal(diagnostic.hint) + "\n";
+        text += painted("hint:", "1;36", coloured) + " " + shown(diagnostic.hint) + "\n";
     }
     return text;
 }

@@ -33,10 +33,17 @@ bool isDatabase(const std::vector<char>& content)
     return kindOf({content.begin(), content.begin() + length}) == FileKind::Database;
 }
 
+// Text in UTF-16 is refused, but as a text.
+bool isUtf16(const std::vector<char>& content)
+{
+    const std::string begin(content.begin(), content.begin() + (content.size() < 2 ? 0 : 2));
+    return begin == "\xFF\xFE" || begin == "\xFE\xFF";
+}
+
 // Every mx file has bytes that no text has: those of its identifiers and lengths.
 bool isText(const std::vector<char>& content)
 {
-    return std::none_of(content.begin(), content.end(), isControl);
+    return isUtf16(content) || std::none_of(content.begin(), content.end(), isControl);
 }
 
 } // namespace

@@ -376,4 +376,19 @@ TEST(ConfigVerb, aFailedCallOfTheLibraryWritesOneErrorOnly)
     EXPECT_THAT(run.err, StartsWith("examples/modules/MX9999.bin: error: "));
 }
 
+TEST(ConfigVerb, valuesThatAreNotUtf8AreToldAtTheirByte)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string text = "Parity: even\nStop bits: \xFC\n";
+    const std::string file = directory.write("values.yaml", {text.begin(), text.end()});
+    const ToolRun run = runTool({"config", serial, "--values", file});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.err, file +
+                           ":2:12: error: the byte 0xfc is not UTF-8, which is expected here (in "
+                           "Windows-1252 it is \"\xC3\xBC\"): save the text as UTF-8\n");
+    const ToolRun set = runTool({"config", serial, "--set", "Parity=T\xFCr"});
+    EXPECT_EQ(set.exitCode, 2);
+    EXPECT_THAT(set.err, HasSubstr("error: Character 9: the byte 0xfc is not UTF-8, "));
+}
+
 } // namespace

@@ -208,4 +208,19 @@ TEST(TextFormInput, whatTheParserRefusesSendsToTheText)
                   text + " tells where in the text\n");
 }
 
+TEST(TextFormInput, aTextThatIsNotUtf8IsToldAtItsByte)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string latin1 =
+        directory.write("a.yaml", charsOf("# \xC2\xB5s\nmodule: {typ: \xFC}\n"));
+    EXPECT_THAT(runTool({"show", latin1}).err,
+                StartsWith(latin1 + ":2:15: error: the byte 0xfc is not UTF-8, which is expected "
+                                    "here (in Windows-1252 it is \"\xC3\xBC\"): save the text as "
+                                    "UTF-8\nmodule: {typ: \xC3\xBC}\n              ^\n"));
+    const std::string utf16 = directory.write("b.yaml", {'\xFF', '\xFE', 'm', '\0', ':', '\0'});
+    EXPECT_THAT(runTool({"show", utf16}).err,
+                StartsWith(utf16 + ":1:1: error: this text is UTF-16, expected UTF-8: save it as "
+                                   "UTF-8\n"));
+}
+
 } // namespace

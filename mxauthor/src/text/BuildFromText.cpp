@@ -4,6 +4,7 @@
 #include "YamlMistakes.h"
 #include "mxauthor/NearestWords.h"
 #include "mxauthor/TextForm.h"
+#include "mxauthor/Utf8.h"
 #include "sections/Sections.h"
 
 #include <devices/parser/mx/HexText.h>
@@ -147,6 +148,10 @@ MxFile buildFile(const Section& section, BuildContext& context, TextOrigins& ori
 BuildResult buildFromText(const std::string& source, const std::filesystem::path& directory)
 {
     BuildResult result;
+    if (const auto error = findNonUtf8(source)) {
+        result.errors = {*error};
+        return result;
+    }
     SourceErrors errors(source);
     if (const auto document = loadDocument(source, errors)) {
         BuildContext context{errors, directory};

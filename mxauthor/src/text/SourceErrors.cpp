@@ -1,5 +1,7 @@
 #include "SourceErrors.h"
 
+#include "mxauthor/Utf8.h"
+
 #include "Integer.h"
 #include "InvisibleCharacters.h"
 
@@ -120,7 +122,8 @@ SourceExcerpt sourceExcerpt(const std::string& source, const SourceError& error)
 {
     constexpr std::size_t before = 70; // characters shown at most in front of the caret
     constexpr std::size_t widest = 98;
-    const std::string whole = lineAt(source, std::min(error.lineStart, source.size()));
+    const std::string whole =
+        repairedUtf8(lineAt(source, std::min(error.lineStart, source.size())));
     const std::size_t caret = error.column - 1;
     const std::size_t first = caret > before ? caret - before : 0;
     const std::size_t from = byteOfCharacter(whole, first);

@@ -5,6 +5,8 @@
 #include "Refusal.h"
 #include "ShownText.h"
 
+#include <mxauthor/Utf8.h>
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -224,6 +226,9 @@ std::string nameInCalls(const DeviceReport::Parameter& parameter, const DeviceRe
 std::pair<std::string, std::string> splitAssignment(const std::string& words,
                                                     const DeviceReport& device, ValueCheck check)
 {
+    if (const auto error = mxauthor::findNonUtf8(words)) {
+        throw Refusal(fmt::format("Character {}: {}", error->column, error->text));
+    }
     const std::size_t first = words.find('=');
     if (first == std::string::npos) {
         throw Refusal(fmt::format("Found \"{}\", expected NAME=VALUE", words));

@@ -4,7 +4,10 @@
 #include "FormatOfName.h"
 #include "HexBytes.h"
 #include "Refusal.h"
+#include "SourceReport.h"
 #include "config/ValuesCsv.h"
+
+#include <mxauthor/Utf8.h>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -135,6 +138,9 @@ void checkJson(const std::string& content, const std::string& file)
 
 Values readValues(const std::string& content, const std::string& file)
 {
+    if (const auto error = mxauthor::findNonUtf8(content)) {
+        throw Failure(ExitCode::Input, {"error", placeInText(file, *error), error->text, ""});
+    }
     if (endsInExtension(file, ".csv")) {
         return readValuesCsv(content, file);
     }

@@ -31,4 +31,10 @@ TEST(Diagnostic, textsOfAFileCannotActOnTheTerminal)
               "\\x1b]0;x: error: line\\x0abreak\n");
 }
 
+TEST(Diagnostic, aByteThatIsNoUtf8LeavesTheRestReadable)
+{
+    EXPECT_EQ(toText({"error", "a.yaml", "\"T\xFCr\" is not accepted: 1 \xC2\xB5s", ""}, false),
+              "a.yaml: error: \"T\xC3\xBCr\" is not accepted: 1 \xC2\xB5s\n");
+}
+
 } // namespace
