@@ -15,6 +15,15 @@ bool endsInExtension(const std::string& file, const std::string& extension)
                });
 }
 
+bool isOtherPicture(const std::string& file)
+{
+    constexpr std::array<const char*, 17> extensions = {
+        ".png", ".jpg", ".jpeg", ".gif", ".bmp", ".webp", ".tif", ".tiff", ".ico",
+        ".pdf", ".ps",  ".eps",  ".emf", ".wmf", ".svgz", ".dxf", ".avif"};
+    return std::any_of(extensions.begin(), extensions.end(),
+                       [&file](const char* extension) { return endsInExtension(file, extension); });
+}
+
 std::string formatOfName(const std::string& output, const std::vector<std::string>& accepted,
                          const std::string& otherwise)
 {

@@ -11,6 +11,9 @@ namespace mxtool {
 std::string formatOfName(const std::string& output, const std::vector<std::string>& accepted,
                          const std::string& otherwise);
 
+/// Whether the name of `file` ends as that of a picture that is no SVG, such as .png.
+bool isOtherPicture(const std::string& file);
+
 /// Whether `file` ends in `extension`, which is in lower case, in upper or lower case.
 bool endsInExtension(const std::string& file, const std::string& extension);
 

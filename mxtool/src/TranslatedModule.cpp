@@ -2,6 +2,7 @@
 
 #include "CallWords.h"
 #include "Diagnostic.h"
+#include "ImageOffset.h"
 #include "InputFile.h"
 #include "ModuleFile.h"
 
@@ -34,6 +35,13 @@ TranslatedModule::TranslatedModule(const ModuleOptions& options, const std::stri
     mxData = input.loadedBytes();
     isText = input.isText();
     builtDevice = translate(hasBlock ? &block : nullptr);
+    const auto& properties = builtDevice->privateProps;
+    for (const auto& warning : {offsetWarning("--in-offset", inOffset, properties.inDataSize),
+                                offsetWarning("--out-offset", outOffset, properties.outDataSize)}) {
+        if (warning) {
+            report(*warning);
+        }
+    }
 }
 
 TranslatedModule::TranslatedModule(std::string file, std::vector<char> bytes,

@@ -59,6 +59,26 @@ TEST(ChannelsVerb, aPictureOnStandardOutputStandsInPlaceOfTheList)
     EXPECT_THAT(readFile(list), StartsWith("number,name,"));
 }
 
+TEST(ChannelsVerb, aPictureIsSvgWhateverItsNameWishes)
+{
+    const testkit::TemporaryDirectory directory;
+    const ToolRun run = runTool({"channels", example, "--picture", directory.path("a.png")});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err,
+                HasSubstr("--picture: draws SVG, expected a name that ends in .svg, not "));
+    EXPECT_EQ(filesIn(directory), 0U);
+}
+
+TEST(ChannelsVerb, anOffsetAfterEveryImageIsSaid)
+{
+    const ToolRun far = runTool({"channels", example, "--in-offset", "1000000"});
+    EXPECT_EQ(far.exitCode, 0);
+    EXPECT_THAT(far.err, HasSubstr("--in-offset 1000000: warning: "));
+    EXPECT_THAT(runTool({"channels", example, "--in-offset", "10"}).err,
+                testing::Not(HasSubstr("--in-offset")));
+}
+
 TEST(ChannelsVerb, aPictureThatCannotBeWrittenIsAFailedOutput)
 {
     const testkit::TemporaryDirectory directory;

@@ -1,4 +1,5 @@
 #include "CsvOptions.h"
+#include "FormatOfName.h"
 #include "OutputFile.h"
 #include "TerminalColour.h"
 #include "TranslatedModule.h"
@@ -54,6 +55,11 @@ std::string listing(const ChannelsOptions& options, const ChannelMap& map,
 void checkWords(const ChannelsOptions& options)
 {
     requireCsv(options.csv, options.format);
+    if (isOtherPicture(options.picture)) {
+        throw CLI::ValidationError("--picture", "draws SVG, expected a name that ends in .svg, "
+                                                "not " +
+                                                    options.picture);
+    }
     if (options.map && options.format != "text") {
         throw CLI::ValidationError("--map",
                                    "is drawn with --format text only, not with " + options.format);

@@ -25,4 +25,13 @@ TEST(FormatOfName, isOneThatIsAccepted)
     EXPECT_EQ(formatOfName("a.yaml", {"text", "json"}, "text"), "text");
 }
 
+TEST(FormatOfName, knowsPicturesThatAreNoSvg)
+{
+    EXPECT_TRUE(mxtool::isOtherPicture("a.png"));
+    EXPECT_TRUE(mxtool::isOtherPicture("a/b.PDF"));
+    for (const char* name : {"a.svg", "-", "", "png", "a.xml", "a.png.svg", "/dev/stdout"}) {
+        EXPECT_FALSE(mxtool::isOtherPicture(name)) << name;
+    }
+}
+
 } // namespace
