@@ -77,6 +77,7 @@ void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& 
     addCheckVerb(program, options, choose);
     addExplainVerb(program, options, choose);
     addDiffVerb(program, options, choose);
+    addNewVerb(program, options, choose);
     addBuildVerb(program, options, choose);
     addDumpVerb(program, options, choose);
 }

@@ -38,6 +38,7 @@ void addDevicesVerb(CLI::App& program, const GlobalOptions& options, const VerbC
 void addCheckVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addExplainVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addDiffVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+void addNewVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addBuildVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addDumpVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 

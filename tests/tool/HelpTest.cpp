@@ -71,14 +71,15 @@ TEST_P(HelpOfVerb, endsWithAnExampleThatPrintsWhatItSays)
 
 INSTANTIATE_TEST_SUITE_P(Verbs, HelpOfVerb,
                          testing::Values("", "groups", "show", "channels", "config", "populate",
-                                         "devices", "build", "dump", "check", "explain", "diff"));
+                                         "devices", "new", "build", "dump", "check", "explain",
+                                         "diff"));
 
 TEST(Help, ofTheProgramNamesEveryVerbAndExitCode)
 {
     const ToolRun help = runTool({"--help"});
-    for (const char* word :
-         {"groups", "show", "channels", "config", "populate", "devices", "build", "dump", "check",
-          "explain", "diff", "  0  done", "  3  an input cannot be read or is malformed"}) {
+    for (const char* word : {"groups", "show", "channels", "config", "populate", "devices", "new",
+                             "build", "dump", "check", "explain", "diff", "  0  done",
+                             "  3  an input cannot be read or is malformed"}) {
         EXPECT_THAT(help.out, HasSubstr(word));
     }
 }

@@ -330,10 +330,17 @@ TEST_F(HostileText, OfTheCallIsHarmlessInARefusal)
     const std::string& file = files.front();
     for (const unsigned number : chosen) {
         const std::string& text = hostileTexts()[number].bytes;
-        for (const Words& words : {Words{"config", file, "--set", text + "?=1"},
-                                   Words{"config", file, "--set", "null=" + text + "?"},
-                                   Words{"explain", file, "--where", text + "?"},
-                                   Words{"explain", file, "--at", text}}) {
+        for (const char* option : {"--name", "--schema"}) {
+            const ToolRun skeleton = runTool({"new", option, text});
+            expectHarmless(skeleton.out);
+            expectHarmless(skeleton.err);
+        }
+        for (const Words& words :
+             {Words{"config", file, "--set", text + "?=1"},
+              Words{"config", file, "--set", "null=" + text + "?"},
+              Words{"explain", file, "--where", text + "?"}, Words{"explain", file, "--at", text},
+              Words{"new", "--channels", text + "?"}, Words{"new", "--id", text + "?"},
+              Words{"new", "--type", text + "?"}}) {
             const ToolRun run = runTool(words);
             SCOPED_TRACE(testing::PrintToString(words));
             EXPECT_NE(run.exitCode, 0);

@@ -1,8 +1,8 @@
+#include "RequiredEntries.h"
 #include "check/Checks.h"
 #include "mxauthor/NearestWords.h"
 
 #include <algorithm>
-#include <array>
 #include <set>
 
 namespace mxauthor {
@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::size_t identitySize = 5;
 constexpr std::size_t dateLimit = 9; // characters that readers take
-
-constexpr std::array<const char*, 7> catalogueKeys = {
-    "BrandLabelName", "BrandVersion",   "BrandId",        "BrandSerialNumber",
-    "ProductVersion", "BrandOrderCode", "BrandHwRevision"};
 
 const Entry* findEntry(const Entries& entries, const std::string& key)
 {
@@ -112,7 +108,7 @@ void checkIdentity(const ModuleView& module, Findings& findings)
 void checkEntries(const ModuleView& module, Findings& findings)
 {
     checkEntriesOf(module, 0x0020, catalogueKeys, findings);
-    checkEntriesOf(module, 0x0040, std::array<const char*, 1>{"Component"}, findings);
+    checkEntriesOf(module, 0x0040, componentKeys, findings);
 }
 
 void checkExtension(const ModuleView& module, Findings& findings)

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace mxauthor {
+
+/// What a new module is to be, as a person writes it. Texts are UTF-8.
+struct SkeletonRequest
+{
+    std::string channels;            ///< Such as "3 AI, 2 DO"; may be empty.
+    std::string name = "New module"; ///< Name in the catalogue.
+    std::string id = "0x00000001";   ///< Module identifier.
+    std::optional<std::string> type; ///< Number of the module type; follows from the channels.
+    std::string schema;              ///< Where editors find the JSON Schema.
+};
+
+/// Why there is no skeleton: what of the request is wrong, what was found, what is accepted.
+class SkeletonError : public std::runtime_error
+{
+public:
+    SkeletonError(std::string part, const std::string& text)
+        : std::runtime_error(text), wrongMember(std::move(part))
+    {}
+
+    /// Returns the member of `SkeletonRequest` that is wrong.
+    const std::string& member() const { return wrongMember; }
+
+private:
+    std::string wrongMember;
+};
+
+/// Returns the commented text form of a module with these channels and a parameter for each, to be
+/// filled in. It builds, and its file has no finding of `check`. Throws a `SkeletonError`.
+///
+/// The channels are given as "COUNT KIND, COUNT KIND, ...": DI and DO are bits, AI and AO are
+/// SInt16, "in TYPE" and "out TYPE" are any kind of the text form; 255 channels at most.
+std::string skeletonText(const SkeletonRequest& request);
+
+} // namespace mxauthor

@@ -1,0 +1,194 @@
+#include "mxauthor/Skeleton.h"
+
+#include "ChannelGroups.h"
+#include "ParameterLines.h"
+#include "RequiredEntries.h"
+#include "mxauthor/CheckText.h"
+#include "mxauthor/CodePage.h"
+#include "mxauthor/ModuleTypes.h"
+#include "text/Integer.h"
+#include "text/YamlText.h"
+
+#include <algorithm>
+#include <map>
+
+namespace mxauthor {
+
+namespace {
+
+std::uint64_t readNumber(const std::string& member, const std::string& text, std::uint64_t limit,
+                         const std::string& accepted)
+{
+    const auto number = parseInteger(text);
+    if (!number || number->negative || number->magnitude > limit) {
+        throw SkeletonError(member, "\"" + text + "\" is no number from " + accepted);
+    }
+    return number->magnitude;
+}
+
+std::string readId(const SkeletonRequest& request)
+{
+    return hexText(readNumber("id", request.id, 0xFFFFFFFF, "0 to 0xffffffff"), 8);
+}
+
+// Analog before digital, inputs before outputs: what a module of several kinds is called after.
+unsigned usualType(const std::vector<ChannelGroup>& groups)
+{
+    unsigned type = 0;
+    for (const ChannelGroup& group : groups) {
+        const unsigned digital = group.isInput ? 1 : 2;
+        const unsigned own = group.isDigital() ? digital : digital + 2;
+        const bool isFirst = type == 0 || (own >= 3 && (type < 3 || own < type));
+        type = isFirst || (own < 3 && type < 3 && own < type) ? own : type;
+    }
+    return type;
+}
+
+std::uint64_t readType(const SkeletonRequest& request, const std::vector<ChannelGroup>& groups)
+{
+    return request.type ? readNumber("type", *request.type, 0xFF, "0 to 255") : usualType(groups);
+}
+
+bool isControl(char c)
+{
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
+
+bool isPrintableAscii(char c)
+{
+    return c > ' ' && c <= '~';
+}
+
+void checkSchema(const std::string& schema)
+{
+    if (schema.empty() || !std::all_of(schema.begin(), schema.end(), isPrintableAscii)) {
+        throw SkeletonError("schema", "a path or an address expected, without blanks and in ASCII: "
+                                      "others as %20");
+    }
+}
+
+std::string readName(const SkeletonRequest& request)
+{
+    if (request.name.empty() || std::any_of(request.name.begin(), request.name.end(), isControl)) {
+        throw SkeletonError("name", "one line of text expected, without control characters");
+    }
+    std::string rejected;
+    const auto bytes = utf8ToWindows1252(request.name, &rejected);
+    if (!bytes) {
+        throw SkeletonError("name", "\"" + rejected +
+                                        "\" is no character of Windows-1252, the code page of mx "
+                                        "files");
+    }
+    return yamlText(*bytes);
+}
+
+std::string head(const SkeletonRequest& request)
+{
+    return "# yaml-language-server: $schema=" + request.schema +
+           "\n"
+           "#\n"
+           "# The description of a module, to be filled in. It builds as it is:\n"
+           "#   mxtool build MODULE.yaml -o MODULE.bin\n"
+           "#   mxtool show MODULE.bin\n"
+           "# An editor that knows the line at the top completes and checks the keys.\n\n";
+}
+
+std::string moduleSection(const std::string& id, std::uint64_t type)
+{
+    std::string text = "# id: the number by which hosts find the description, another one for each "
+                       "module.\n# type: ";
+    std::string line;
+    for (const ModuleType& each : moduleTypes()) {
+        line += (line.empty() ? "" : ", ") + std::to_string(each.number) + " " + each.meaning;
+        if (line.size() > 70) {
+            text += line + ",\n#   ";
+            line.clear();
+        }
+    }
+    return text + line + ".\nmodule: {type: " + std::to_string(type) + ", id: " + id + "}\n\n";
+}
+
+std::string entryLines(const std::string& name)
+{
+    const std::map<std::string, std::string> values = {{"BrandLabelName", name},
+                                                       {"BrandVersion", "\"1.0\""},
+                                                       {"BrandId", "\"1\""},
+                                                       {"BrandSerialNumber", "\"0\""},
+                                                       {"ProductVersion", "\"00.01.00\""},
+                                                       {"BrandOrderCode", "NEW-1"},
+                                                       {"BrandHwRevision", "\"01\""},
+                                                       {"Component", "new-module 00.01.00"}};
+    std::string text = "# What hosts show of the module; all seven have to be there.\ncatalogue:\n";
+    for (const char* key : catalogueKeys) {
+        text += std::string("  ") + key + ": " + values.at(key) + "\n";
+    }
+    text += "# Name and version of this description.\ncomponent:\n";
+    for (const char* key : componentKeys) {
+        text += std::string("  ") + key + ": " + values.at(key) + "\n";
+    }
+    return text + "\n# Where there are any:\n"
+                  "# extension: {gtin: \"20000000000000\", calibrationDate: \"20260131\"}\n"
+                  "# image: PICTURE.svg\n\n";
+}
+
+std::string channelLine(const ChannelGroup& group)
+{
+    const std::string kind = std::string(group.isInput ? ", in: " : ", out: ") + group.kind + "}\n";
+    if (group.count == 1) {
+        return "  - {name: " + group.prefix + " " + std::to_string(group.first) + kind;
+    }
+    const std::string number =
+        group.first == 1 ? "<n>" : "<n+" + std::to_string(group.first - 1) + ">";
+    return "  - {repeat: " + std::to_string(group.count) + ", name: " + group.prefix + " " +
+           number + kind;
+}
+
+std::string channelsSection(const std::vector<ChannelGroup>& groups)
+{
+    if (groups.empty()) {
+        return "# Without process data. With some, a line for each channel:\n"
+               "# channels:\n#   - {name: DI 1, in: Bit}\n\n";
+    }
+    std::string text =
+        "# The process data in the order of its addresses, channels count from 0: in or out with\n"
+        "# Bit, UInt8, SInt16, ... repeat writes a line out so often, <n> is the number from 1.\n"
+        "channels:\n";
+    for (const ChannelGroup& group : groups) {
+        text += channelLine(group);
+    }
+    return text + "\n";
+}
+
+std::string textOf(const SkeletonRequest& request, const std::vector<ChannelGroup>& groups)
+{
+    return head(request) + moduleSection(readId(request), readType(request, groups)) +
+           entryLines(readName(request)) + channelsSection(groups) + parameterSections(groups);
+}
+
+bool hasFinding(const std::string& text)
+{
+    return !checkText(text, buildFromText(text, "")).empty();
+}
+
+// With wide channels first, each lies at a multiple of its size.
+void sortByWidth(std::vector<ChannelGroup>& groups)
+{
+    std::stable_sort(groups.begin(), groups.end(),
+                     [](const auto& a, const auto& b) { return a.bits() > b.bits(); });
+}
+
+} // namespace
+
+std::string skeletonText(const SkeletonRequest& request)
+{
+    checkSchema(request.schema);
+    std::vector<ChannelGroup> groups = readChannelGroups(request.channels);
+    std::string text = textOf(request, groups);
+    if (hasFinding(text)) {
+        sortByWidth(groups);
+        text = textOf(request, groups);
+    }
+    return text;
+}
+
+} // namespace mxauthor
