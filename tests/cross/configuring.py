@@ -10,7 +10,7 @@ from assignments import identifier
 from case import Case, as_json, expect
 from description import MODULE, Module, Parameter, described
 from tool import Answer
-from values import Accepted, physical, read, write
+from values import Accepted, nearest, physical, read, write
 
 
 def without_shared_bits(parameters: list[Parameter]) -> list[Parameter]:
@@ -56,6 +56,8 @@ def shown_value_is_right(case: Case, one: Parameter, shown: dict, image: bytes, 
     slack = (abs(raw * factor) + abs(offset)) / 2 ** 22 + Fraction(1, 10 ** 6)
     near = "inf" in shown["value"] or abs(Fraction(shown["value"]) - value) <= slack
     expect(near, f"value near {float(value)} expected", answer, described(one), shown)
+    read_again = nearest(case.module, one, Fraction(shown["shown"].removesuffix(" " + case.module.unit_of(one))))
+    expect(raw in read_again, f"what is shown is not {raw}", answer, described(one), shown)
 
 
 def parameters_are_right(case: Case, shown: dict, image: bytes, answer: Answer) -> None:

@@ -4,10 +4,12 @@ from __future__ import annotations
 
 import random
 import struct
+from fractions import Fraction
 
+from assignments import decimal_text
 from description import BYTE, MODULE, TYPE_NAMES, Channel, Conversion, Module, OptionList, Parameter
 from mxfile import CATALOGUE, COMPONENT, MODULE_TYPE, data_sizes
-from values import low_bytes, read
+from values import low_bytes, physical, read
 
 PLAIN_FLAGS = {True: 7, False: 3}
 
@@ -36,13 +38,42 @@ def channel_line(one: Channel, taken: set[int]) -> str:
     return f"  - {{{name}number: {one.number}, {direction}: {kind}, bits: {one.bits}, bit: {one.bit}{again}}}"
 
 
+def decimal(bits: int) -> Fraction | None:
+    """The number that an author writes for a binary32, such as 0.1; None where it is stated by its bits."""
+    text = number_text(bits)
+    return Fraction(text) if "bits" not in text else None
+
+
+def physical_text(module: Module, one: Parameter, raw: int) -> str | None:
+    """The physical value of few digits with its unit; None where there is none."""
+    found = next((other for other in module.conversions if other.ident == one.conversion), None)
+    if found is None or not one.converted or not module.unit_of(one):
+        return None
+    factor, offset = decimal(found.factor), decimal(found.offset) if found.offset else Fraction(0)
+    if not factor or offset is None:
+        return None
+    value = raw * factor + offset
+    close = abs(value - physical(module, one, raw)) <= abs(factor) / 100
+    return quoted(f"{decimal_text(value)} {module.unit_of(one)}") if close else None
+
+
+def range_text(module: Module, one: Parameter, choose: random.Random) -> str:
+    """Least and greatest value, raw or physical."""
+    ends = [physical_text(module, one, raw) for raw in (one.minimum, one.maximum)]
+    if None in ends or choose.random() < 0.5:
+        return f"range: [{one.minimum}, {one.maximum}]"
+    if module.conversion_of(one)[0] < 0:
+        ends.reverse()
+    return f"range: [{ends[0]}, {ends[1]}]"
+
+
 def default_text(module: Module, one: Parameter, choose: random.Random) -> str | None:
     """The default in words, None where it cannot be said in an unmistakable way."""
     value = read(one, module.block)
     options = module.options_of(one)
     same_text = [number for number, text in options if text == str(value)]
     if not options:
-        return str(value)
+        return choose.choice([physical_text(module, one, value), None]) or str(value)
     texts = [text for number, text in options if low_bytes(one, number) == value == number]
     if texts and choose.random() < 0.5 and [text for _, text in options].count(texts[0]) == 1:
         return quoted(texts[0])
@@ -59,7 +90,7 @@ def parameter_line(module: Module, one: Parameter, with_default: bool, choose: r
     if one.datatype == BYTE and (one.bits or one.bit or choose.random() < 0.5):
         words.append(f"bits: {one.bits}, bit: {one.bit}")
     if one.minimum or one.maximum:
-        words.append(f"range: [{one.minimum}, {one.maximum}]")
+        words.append(range_text(module, one, choose))
     if one.option_list:
         words.append(f"options: {list_name(one.option_list)}")
     if one.conversion:
