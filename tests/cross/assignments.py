@@ -7,7 +7,7 @@ import re
 from fractions import Fraction
 
 from description import MODULE, Module, Parameter
-from values import Accepted, natural_range, nearest, physical, read
+from values import Accepted, natural_range, nearest, options, physical, read
 
 FIRST_ID = 16  # of the parameters: the static properties of a module without extension come before them
 GLUED_UNITS = {"V", "mA", "°C", "%", "m/s", "µm"}
@@ -75,9 +75,8 @@ def may_be_number(one: Parameter, text: str) -> bool:
 
 def is_accepted(module: Module, one: Parameter, text: str) -> bool:
     """Whether a plain number or the text of an option is a value of the parameter."""
-    options = module.options_of(one)
     if one.has_options:
-        fitting = {number for number, its_text in options if text in (its_text, str(number))}
+        fitting = {number for number, its_text in options(module, one) if text in (its_text, str(number))}
         return len(fitting) == 1 and fitting.pop() in Accepted(module, one)
     return not one.converted and re.fullmatch("-?[0-9]+", text) is not None and int(text) in Accepted(module, one)
 
@@ -120,17 +119,17 @@ def physical_text(module: Module, one: Parameter, raw: int, choose: random.Rando
 
 
 def option_text(module: Module, one: Parameter, raw: int, choose: random.Random) -> str:
-    options = module.options_of(one)
-    texts = [text for number, text in options if number == raw and is_unmistakable(options, number, text)]
+    listed = options(module, one)
+    texts = [text for number, text in listed if number == raw and is_unmistakable(listed, number, text)]
     if texts and choose.random() < 0.6:
         return choose.choice(texts)
     return f"#{raw}"
 
 
-def is_unmistakable(options: list[tuple[int, str]], number: int, text: str) -> bool:
+def is_unmistakable(listed: list[tuple[int, str]], number: int, text: str) -> bool:
     """A text of one option only, and no number of another one."""
-    alike = {other for other, its_text in options if its_text.strip().lower() == text.strip().lower()}
-    as_number = [other for other, _ in options if str(other) == text.strip() and other != number]
+    alike = {other for other, its_text in listed if its_text.strip().lower() == text.strip().lower()}
+    as_number = [other for other, _ in listed if str(other) == text.strip() and other != number]
     return alike == {number} and not as_number and not text.startswith("#")
 
 

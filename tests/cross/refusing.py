@@ -7,7 +7,7 @@ from assignments import identifier
 from case import Case, expect
 from configuring import with_values, without_shared_bits
 from description import Parameter, described
-from values import holds
+from values import holds, options
 
 
 def refusing(case: Case) -> None:
@@ -53,7 +53,7 @@ def choosing_between_names(case: Case) -> None:
     """NAME=VALUE where names hold "=": the parameter that accepts the rest; refused where two do."""
     words = [f"{one.name}={text}" for one in case.usable()
              for raw in assignments.good_values(case.module, one, case.choose)
-             for text in sorted({str(raw)} | {text for number, text in case.module.options_of(one) if number == raw})]
+             for text in sorted({str(raw)} | {text for number, text in options(case.module, one) if number == raw})]
     open_words = [some for some in dict.fromkeys(words) if len(assignments.readings(case.module, some)) > 1
                   and assignments.means_two(case.module, some) is not None]
     for some in case.choose.sample(open_words, min(len(open_words), 3)):

@@ -16,6 +16,7 @@ from values import Accepted, holds, natural_range, physical, read, write
 
 MOST_VALUES = 256
 MOST_IMAGES = 1500
+MOST_BASES = 10
 
 
 @dataclass
@@ -112,7 +113,9 @@ def images(old: Module, new: Module, family: list[Parameter], choose: random.Ran
     else:
         verdict.every_image = False
         tuples = [tuple(choose.choice(some) for some in choices) for _ in range(MOST_IMAGES)]
-    made = [image_with(old, olds, values) for values in tuples] + images_with_refused_bits(old, new, family, choose)
+    made = [image_with(old, olds, values) for values in tuples]
+    bases = [old.block] + choose.sample(made, min(len(made), MOST_BASES))
+    made += [image for base in bases for image in images_with_refused_bits(base, old, new, family, choose)]
     return [image for image in made if all(read(one, image) in Accepted(old, one) for one in olds)]
 
 
@@ -123,8 +126,9 @@ def image_with(old: Module, olds: list[Parameter], values: tuple[int, ...]) -> b
     return bytes(image)
 
 
-def images_with_refused_bits(old: Module, new: Module, family: list[Parameter], choose: random.Random) -> list[bytes]:
-    """The default block with values that the new description refuses: the old one may allow some of them.
+def images_with_refused_bits(base: bytes, old: Module, new: Module, family: list[Parameter],
+                             choose: random.Random) -> list[bytes]:
+    """The image `base` with values that the new description refuses: the old one may allow some of them.
 
     Only bits of old parameters change: the others are those of the default block in every image.
     """
@@ -139,7 +143,7 @@ def images_with_refused_bits(old: Module, new: Module, family: list[Parameter], 
         values |= {choose.randint(low, high) for _ in range(20)}
         for raw in values:
             if holds(one, raw) and raw not in accepted:
-                image = bytearray(old.block)
+                image = bytearray(base)
                 write(one, image, raw)
                 if all(bit in places for bit in differing_bits(old.block, image)):
                     made.append(bytes(image))
@@ -167,6 +171,10 @@ def judge(old: Module, new: Module, choose: random.Random) -> Verdict:
             judge_image(old, new, family, pairs, image, verdict)
             if verdict.refused:
                 return verdict
+    # Values that lie across others are too many to be sure by trying some.
+    verdict.too_strict |= not verdict.every_image and any(
+        one.places() & other.places() and one.places() != other.places()
+        for one in new.parameters for other in old.parameters)
     return verdict
 
 

@@ -33,6 +33,11 @@ def low_bytes(one: Parameter, slot: int) -> int:
     return low - (1 << (8 * one.width)) if one.signed and low >> (8 * one.width - 1) else low
 
 
+def options(module: Module, one: Parameter) -> list[tuple[int, str]]:
+    """Numbers and texts of the options, the numbers as the datatype reads them."""
+    return [(low_bytes(one, number), text) for number, text in module.options_of(one)]
+
+
 def holds(one: Parameter, raw: int) -> bool:
     low, high = natural_range(one)
     return low <= raw <= high
@@ -45,8 +50,7 @@ class Accepted:
         self.numbers: set[int] | None = None
         self.low, self.high = natural_range(one)
         if one.has_options:
-            numbers = (low_bytes(one, number) for number, _ in module.options_of(one))
-            self.numbers = {number for number in numbers if holds(one, number)}
+            self.numbers = {number for number, _ in options(module, one) if holds(one, number)}
         elif one.minimum or one.maximum:
             self.low = max(self.low, low_bytes(one, one.minimum))
             self.high = min(self.high, low_bytes(one, one.maximum))
