@@ -1,8 +1,8 @@
-// The text form of an mx file: what is built without an error is written, read, dumped and built
-// again to the same bytes.
+// The text form of an mx file: what is built without an error is checked, written, read, dumped and
+// built again to the same bytes.
 #include "FuzzTarget.h"
 
-#include <mxauthor/TextForm.h>
+#include <mxauthor/CheckText.h>
 
 #include <cstdlib>
 #include <exception>
@@ -19,6 +19,11 @@ mxauthor::Bytes build(const std::string& source, bool* isGood)
         mxauthor::sourceExcerpt(source, error);
     }
     *isGood = result.errors.empty();
+    if (*isGood) {
+        for (const mxauthor::TextFinding& finding : mxauthor::checkText(source, result)) {
+            mxauthor::sourceExcerpt(source, finding.where);
+        }
+    }
     return *isGood ? mxauthor::writeMxFile(result.file) : mxauthor::Bytes();
 }
 

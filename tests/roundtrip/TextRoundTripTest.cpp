@@ -3,7 +3,7 @@
 #include "GeneratedFiles.h"
 #include "RoundTripFiles.h"
 
-#include <mxauthor/TextForm.h>
+#include <mxauthor/CheckText.h>
 
 #include <gmock/gmock.h>
 
@@ -112,6 +112,51 @@ TEST(MutatedText, isBuiltOrExplained)
     }
     EXPECT_GT(errors, 100U);
     EXPECT_GT(files, 50U);
+}
+
+// Whether the position is a character of the text, or the end of a line.
+bool isInText(const std::string& source, const mxauthor::SourceError& error)
+{
+    const auto lines = static_cast<std::size_t>(std::count(source.begin(), source.end(), '\n')) + 1;
+    const std::string line =
+        source.substr(error.lineStart, source.find('\n', error.lineStart) - error.lineStart);
+    return error.line >= 1 && error.line <= lines && error.column >= 1 &&
+           error.column <= line.size() + 1;
+}
+
+TEST(MutatedText, hasItsErrorsAndFindingsWithinTheText)
+{
+    std::mt19937 random(255);
+    std::size_t findings = 0;
+    for (const char* name : {"MX0502.bin", "MX0990.bin", "MX0304.bin", "MX0602.bin"}) {
+        const std::string text = mxauthor::dumpText(mxauthor::readMxFile(loadExample(name)));
+        for (int i = 0; i < 100; ++i) {
+            const std::string source = mutated(text, random);
+            const mxauthor::BuildResult built = mxauthor::buildFromText(source, "");
+            for (const mxauthor::SourceError& error : built.errors) {
+                EXPECT_TRUE(isInText(source, error)) << error.text;
+            }
+            if (!built.errors.empty()) {
+                continue;
+            }
+            for (const mxauthor::TextFinding& finding : mxauthor::checkText(source, built)) {
+                EXPECT_TRUE(isInText(source, finding.where)) << finding.where.text;
+                ++findings;
+            }
+        }
+    }
+    EXPECT_GT(findings, 100U);
+}
+
+TEST(CutText, isBuiltOrExplainedWithinTheText)
+{
+    const std::string text = mxauthor::dumpText(mxauthor::readMxFile(loadExample("MX0502.bin")));
+    for (std::size_t length = 0; length < text.size(); ++length) {
+        const std::string source = text.substr(0, length);
+        for (const mxauthor::SourceError& error : mxauthor::buildFromText(source, "").errors) {
+            EXPECT_TRUE(isInText(source, error)) << length << ": " << error.text;
+        }
+    }
 }
 
 TEST(MutatedText, mayBeDeeplyNested)

@@ -45,6 +45,9 @@ std::string unknownKey(const std::string& name, const YAML::Node& value,
 {
     const std::string text = "unknown key \"" + name + "\"";
     const std::string key = name.substr(0, name.find(':'));
+    if (key + ":" == name) {
+        return text + ", one colon is expected after a key";
+    }
     if (key != name && std::find(keys.begin(), keys.end(), key) != keys.end()) {
         return text + ", a blank is missing after \"" + key + ":\"";
     }

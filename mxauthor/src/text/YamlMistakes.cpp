@@ -112,6 +112,9 @@ Found findLineWithoutKey(const Lines& lines, std::size_t number)
 {
     const std::string& line = lines[number];
     const std::size_t first = indentOf(line);
+    if (line.compare(first, 2, "//") == 0) {
+        return YamlMistake{markAt(number, first), "a comment begins with #"};
+    }
     if (line.find(": ") != std::string::npos || line[first] == '-' || line.back() == ':') {
         return std::nullopt;
     }

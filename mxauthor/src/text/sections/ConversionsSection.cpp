@@ -17,8 +17,8 @@ std::uint32_t readFloat(const Section& section, const std::string& key)
     }
     const auto bits = parseFloat(*text);
     if (!bits) {
-        section.errors().add(*node,
-                             "\"" + *text + "\" is no number of 32 bits such as 0.1 or -2e3");
+        section.errors().add(
+            *node, "\"" + *text + "\" is no number of 32 bits such as 0.1 or -2e3, without a unit");
     }
     return bits.value_or(0);
 }

@@ -38,6 +38,11 @@ void readOption(const YAML::Node& value, const YAML::Node& text, BuildContext& c
     origin.values["values"].push_back(value.Mark());
     origin.values["texts"].push_back(text.Mark());
     Option option;
+    if (text.IsScalar() && parseInteger(text.Scalar()) && !parseInteger(value.Scalar())) {
+        context.errors.add(value, "the value of an option comes first: " + text.Scalar() + ": " +
+                                      value.Scalar());
+        return;
+    }
     option.value = readInteger(value, context.errors).value_or(Integer{}).bits();
     option.textId = readTextId(text, context);
     if (text.IsScalar()) {
