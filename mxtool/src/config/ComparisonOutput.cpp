@@ -20,7 +20,7 @@ namespace {
 using devices::parser::FieldbusType;
 using devices::parser::mx::bufferAsHex;
 
-bool isModbus(const Comparison& comparison)
+bool isModbus(const ImageComparison& comparison)
 {
     return comparison.wanted.fieldbus == FieldbusType::Modbus;
 }
@@ -28,7 +28,7 @@ bool isModbus(const Comparison& comparison)
 // One deviation, as the three forms show it.
 struct Deviation
 {
-    const Comparison& comparison;
+    const ImageComparison& comparison;
     const ParameterPlace& place;
 
     const DeviceReport::Parameter& wanted() const
@@ -49,7 +49,7 @@ struct Deviation
     }
 };
 
-std::string tableOf(const Comparison& comparison)
+std::string tableOf(const ImageComparison& comparison)
 {
     const bool modbus = isModbus(comparison);
     TextTable table({modbus ? "Register" : "Byte", modbus ? "Byte" : "Bits", "Parameter of", "Name",
@@ -64,7 +64,7 @@ std::string tableOf(const Comparison& comparison)
     return table.text();
 }
 
-std::string summary(const Comparison& comparison)
+std::string summary(const ImageComparison& comparison)
 {
     std::set<std::size_t> deviating;
     for (const ParameterPlace& place : comparison.deviations) {
@@ -95,7 +95,7 @@ Json deviationJson(const Deviation& one)
             {"read_hex", one.readHex()}};
 }
 
-Json strayJson(const Comparison& comparison)
+Json strayJson(const ImageComparison& comparison)
 {
     Json list = Json::array();
     for (const std::size_t byte : comparison.strayBytes) {
@@ -124,14 +124,14 @@ CsvRow deviationCells(const Deviation& one)
 
 } // namespace
 
-std::string comparisonText(const Comparison& comparison)
+std::string comparisonText(const ImageComparison& comparison)
 {
     const DeviceReport& device = comparison.wanted.device;
     return forTerminal(device.label) + " (" + device.deviceTypeId + ")\n\n" +
            (comparison.deviations.empty() ? "" : tableOf(comparison) + "\n") + summary(comparison);
 }
 
-std::string comparisonCsv(const Comparison& comparison, const CsvStyle& style)
+std::string comparisonCsv(const ImageComparison& comparison, const CsvStyle& style)
 {
     std::vector<CsvRow> rows = {{"id", "channel", "name", "wanted", "read", "byte", "size",
                                  "bit_offset", "bit_length", "wanted_hex", "read_hex"}};
@@ -149,7 +149,7 @@ std::string comparisonCsv(const Comparison& comparison, const CsvStyle& style)
     return csvText(rows, style);
 }
 
-std::string comparisonJson(const Comparison& comparison, const std::string& file)
+std::string comparisonJson(const ImageComparison& comparison, const std::string& file)
 {
     Json deviations = Json::array();
     for (const ParameterPlace& place : comparison.deviations) {

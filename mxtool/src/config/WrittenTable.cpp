@@ -18,14 +18,14 @@ namespace mxtool {
 namespace {
 
 using devices::parser::FieldbusType;
-using Row = CsvTable::Row;
+using TableRow = CsvTable::Row;
 
-[[noreturn]] void failAt(const std::string& file, const Row& row, const std::string& text)
+[[noreturn]] void failAt(const std::string& file, const TableRow& row, const std::string& text)
 {
     throw Failure(ExitCode::Input, {"error", fmt::format("{}:{}", file, row.line), text, ""});
 }
 
-std::size_t numberIn(const Row& row, std::size_t column, const std::string& file)
+std::size_t numberIn(const TableRow& row, std::size_t column, const std::string& file)
 {
     const std::string& cell = row.cells[column];
     std::size_t number = 0;
@@ -44,7 +44,7 @@ public:
         : bytes(std::move(standard)), isWritten(bytes.size()), file(tableFile)
     {}
 
-    void write(const Row& row, std::size_t begin, const std::vector<char>& part)
+    void write(const TableRow& row, std::size_t begin, const std::vector<char>& part)
     {
         if (begin > bytes.size() || part.size() > bytes.size() - begin) {
             failAt(file, row,
@@ -78,7 +78,7 @@ private:
     const std::string& file;
 };
 
-std::vector<char> hexIn(const Row& row, std::size_t column, const std::string& file)
+std::vector<char> hexIn(const TableRow& row, std::size_t column, const std::string& file)
 {
     try {
         return bytesOfHex(row.cells[column]);
@@ -99,7 +99,7 @@ TableImage imageOfOwnTable(const CsvTable& table, TranslatedModule& module, cons
     const Configuration standard = configurationOf(module, device.parameterBlock, fieldbus);
     TableBytes bytes(standard.bytes, file);
     TableImage written;
-    for (const Row& row : table.rows) {
+    for (const TableRow& row : table.rows) {
         const std::string deviceTypeId = identity ? row.cells[*identity] : "";
         requireIdentity(deviceTypeId, device, module.name(), fmt::format("{}:{}", file, row.line));
         written.hasIdentity = written.hasIdentity || !deviceTypeId.empty();
@@ -118,8 +118,8 @@ TableImage imageOfOwnTable(const CsvTable& table, TranslatedModule& module, cons
 std::vector<char> registersIn(const CsvTable& table, std::size_t address, const std::string& file)
 {
     const std::size_t value = table.requiredColumn("value", file);
-    std::map<std::size_t, const Row*> byAddress;
-    for (const Row& row : table.rows) {
+    std::map<std::size_t, const TableRow*> byAddress;
+    for (const TableRow& row : table.rows) {
         if (!byAddress.emplace(numberIn(row, address, file), &row).second) {
             failAt(file, row, fmt::format("Register {} is there twice", row.cells[address]));
         }

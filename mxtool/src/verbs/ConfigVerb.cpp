@@ -4,12 +4,12 @@
 #include "OutputFile.h"
 #include "TranslatedModule.h"
 #include "Verbs.h"
-#include "config/Comparison.h"
 #include "config/ComparisonOutput.h"
 #include "config/Composition.h"
 #include "config/Configuration.h"
 #include "config/ConfigurationOutput.h"
 #include "config/DecodedImage.h"
+#include "config/ImageComparison.h"
 #include "config/ReadImage.h"
 #include "config/ValuesFile.h"
 #include "config/ValuesOutput.h"
@@ -202,7 +202,7 @@ ExitCode compareImages(const ConfigOptions& options, TranslatedModule& module, b
         return code;
     }
     const ReadImage read = imageRead(options, module, quiet);
-    const Comparison comparison =
+    const ImageComparison comparison =
         compared(*wanted, configurationOf(module, read.image, fieldbusOf(options)));
     reportAll(notesOf(comparison, options.decode.empty() ? "--compare " + options.compare
                                                          : "--decode " + options.decode));

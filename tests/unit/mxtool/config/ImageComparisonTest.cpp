@@ -1,4 +1,4 @@
-#include "config/Comparison.h"
+#include "config/ImageComparison.h"
 
 #include "HexBytes.h"
 #include "TestModule.h"
@@ -11,7 +11,7 @@
 namespace {
 
 using devices::parser::FieldbusType;
-using mxtool::Comparison;
+using mxtool::ImageComparison;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -21,13 +21,13 @@ using testing::IsEmpty;
 class Compared : public testing::Test
 {
 protected:
-    Comparison of(const std::string& wanted, const std::string& read)
+    ImageComparison of(const std::string& wanted, const std::string& read)
     {
         return compared(configurationOf(*module, mxtool::bytesOfHex(wanted), FieldbusType::Raw),
                         configurationOf(*module, mxtool::bytesOfHex(read), FieldbusType::Raw));
     }
 
-    static std::vector<std::string> namesOf(const Comparison& comparison)
+    static std::vector<std::string> namesOf(const ImageComparison& comparison)
     {
         std::vector<std::string> names;
         for (const auto& place : comparison.deviations) {
@@ -41,14 +41,14 @@ protected:
 
 TEST_F(Compared, whatIsTheSameDeviatesNowhere)
 {
-    const Comparison same = of("05 0a 0b 05 07 64 00 00", "05 0a 0b 05 07 64 00 00");
+    const ImageComparison same = of("05 0a 0b 05 07 64 00 00", "05 0a 0b 05 07 64 00 00");
     EXPECT_TRUE(same.isSame());
     EXPECT_THAT(comparisonText(same), HasSubstr("0 of 9 parameters deviate"));
 }
 
 TEST_F(Compared, parametersDeviateInTheirBits)
 {
-    const Comparison comparison = of("05 0a 0b 05 07 64 00 00", "05 0a 0c 05 0f 64 00 00");
+    const ImageComparison comparison = of("05 0a 0b 05 07 64 00 00", "05 0a 0c 05 0f 64 00 00");
     EXPECT_FALSE(comparison.isSame());
     EXPECT_THAT(namesOf(comparison), ElementsAre("Level", "Whole byte"));
     EXPECT_THAT(comparison.strayBytes, IsEmpty());
@@ -59,7 +59,7 @@ TEST_F(Compared, parametersDeviateInTheirBits)
 
 TEST_F(Compared, bitsOfNoParameterCount)
 {
-    const Comparison comparison = of("05 0a 0b 05 07 64 00 00", "05 0a 0b 05 07 64 00 31");
+    const ImageComparison comparison = of("05 0a 0b 05 07 64 00 00", "05 0a 0b 05 07 64 00 31");
     EXPECT_FALSE(comparison.isSame());
     EXPECT_THAT(namesOf(comparison), IsEmpty());
     EXPECT_THAT(comparison.strayBytes, ElementsAre(7));
@@ -70,7 +70,7 @@ TEST_F(Compared, bitsOfNoParameterCount)
 
 TEST_F(Compared, isJsonAndCsv)
 {
-    const Comparison comparison = of("05 0a 0b 05 07 64 00 00", "00 0a 0b 05 07 64 00 31");
+    const ImageComparison comparison = of("05 0a 0b 05 07 64 00 00", "00 0a 0b 05 07 64 00 31");
     const auto json = nlohmann::json::parse(comparisonJson(comparison, "MX1.bin"));
     EXPECT_EQ(json["schema"]["name"], "mxtool.config-comparison");
     EXPECT_EQ(json["same"], false);

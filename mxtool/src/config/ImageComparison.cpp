@@ -1,4 +1,4 @@
-#include "config/Comparison.h"
+#include "config/ImageComparison.h"
 
 #include <fmt/format.h>
 
@@ -10,12 +10,12 @@ namespace {
 
 using devices::parser::FieldbusType;
 
-unsigned differingBits(const Comparison& comparison, std::size_t byte)
+unsigned differingBits(const ImageComparison& comparison, std::size_t byte)
 {
     return static_cast<unsigned char>(comparison.wanted.bytes[byte] ^ comparison.read.bytes[byte]);
 }
 
-bool deviates(const Comparison& comparison, const ParameterPlace& place)
+bool deviates(const ImageComparison& comparison, const ParameterPlace& place)
 {
     const bool isRegister = comparison.wanted.fieldbus == FieldbusType::Modbus;
     const unsigned bits =
@@ -31,9 +31,9 @@ bool deviates(const Comparison& comparison, const ParameterPlace& place)
 
 } // namespace
 
-Comparison compared(Configuration wanted, Configuration read)
+ImageComparison compared(Configuration wanted, Configuration read)
 {
-    Comparison comparison{std::move(wanted), std::move(read), {}, {}};
+    ImageComparison comparison{std::move(wanted), std::move(read), {}, {}};
     const auto& places = comparison.wanted.places;
     std::copy_if(places.begin(), places.end(), std::back_inserter(comparison.deviations),
                  [&](const ParameterPlace& place) { return deviates(comparison, place); });
@@ -49,7 +49,7 @@ Comparison compared(Configuration wanted, Configuration read)
     return comparison;
 }
 
-std::vector<Diagnostic> notesOf(const Comparison& comparison, const std::string& place)
+std::vector<Diagnostic> notesOf(const ImageComparison& comparison, const std::string& place)
 {
     constexpr std::size_t mostNamed = 8;
     std::string named;

@@ -8,7 +8,7 @@
 namespace mxtool {
 
 /// What was wanted of a module against what was read from it.
-struct Comparison
+struct ImageComparison
 {
     Configuration wanted;
     Configuration read;
@@ -19,9 +19,9 @@ struct Comparison
 };
 
 /// Compares two configurations of the same module on the same fieldbus.
-Comparison compared(Configuration wanted, Configuration read);
+ImageComparison compared(Configuration wanted, Configuration read);
 
 /// Returns a warning for the bits of no parameter that differ. `place` is where `read` comes from.
-std::vector<Diagnostic> notesOf(const Comparison& comparison, const std::string& place);
+std::vector<Diagnostic> notesOf(const ImageComparison& comparison, const std::string& place);
 
 } // namespace mxtool
