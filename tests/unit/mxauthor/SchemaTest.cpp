@@ -1,5 +1,7 @@
 // The JSON Schema, which editors use, and the compiler know the same keys and words.
 
+#include "RequiredEntries.h"
+#include "mxauthor/ModuleTypes.h"
 #include "text/FormKeys.h"
 #include "text/GroupWords.h"
 #include "text/TypeWords.h"
@@ -57,6 +59,37 @@ TEST(Schema, hasTheWordsOfTypesAndKinds)
     for (const char* direction : {"in", "out"}) {
         const json& kind = definitions.at("channel").at("properties").at(direction);
         EXPECT_EQ(kind.at("anyOf")[0].at("enum"), json(mxauthor::kindWords()));
+    }
+}
+
+// The keys that the schema asks for in the form of a group with keys and values.
+std::vector<std::string> requiredKeys(const char* group)
+{
+    const json& form = schema().at("properties").at(group).at("anyOf")[0];
+    const std::vector<std::string> required = form.at("required");
+    EXPECT_THAT(keysOfProperties(form), UnorderedElementsAreArray(required));
+    return required;
+}
+
+TEST(Schema, asksForTheEntriesThatReadersAskFor)
+{
+    EXPECT_THAT(requiredKeys("catalogue"), UnorderedElementsAreArray(mxauthor::catalogueKeys));
+    EXPECT_THAT(requiredKeys("component"), UnorderedElementsAreArray(mxauthor::componentKeys));
+}
+
+TEST(Schema, saysWhatEveryModuleTypeMeans)
+{
+    const json& type = schema().at("definitions").at("module").at("properties").at("type");
+    const json& forms = type.at("anyOf");
+    ASSERT_EQ(forms.size(), mxauthor::moduleTypes().size() + 1); // and any other number
+    for (std::size_t i = 0; i + 1 < forms.size(); ++i) {
+        const mxauthor::ModuleType& known = mxauthor::moduleTypes()[i];
+        EXPECT_EQ(forms[i].at("const"), known.number);
+        EXPECT_EQ(forms[i].at("description"), known.meaning);
+        EXPECT_NE(type.at("description")
+                      .get<std::string>()
+                      .find(std::to_string(known.number) + " " + known.meaning),
+                  std::string::npos);
     }
 }
 
