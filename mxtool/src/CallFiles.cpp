@@ -8,7 +8,7 @@ namespace mxtool {
 
 namespace {
 
-const std::string sqliteScheme = "sqlite:";
+const std::string fileScheme = "sqlite:";
 const std::string standardOutput = "<standard output>";
 
 } // namespace
@@ -60,10 +60,10 @@ void CallFiles::addInput(const std::string& path)
 // A password in the URL of a server is not shown.
 std::vector<CallFiles::Entry> CallFiles::entriesOfDatabase(const std::string& url)
 {
-    if (url.compare(0, sqliteScheme.size(), sqliteScheme) != 0) {
+    if (url.compare(0, fileScheme.size(), fileScheme) != 0) {
         return {{"the server's database", FilePlace::ofName(url)}};
     }
-    const std::string path = url.substr(sqliteScheme.size());
+    const std::string path = url.substr(fileScheme.size());
     if (path == ":memory:") {
         return {}; // each is one of its own
     }
