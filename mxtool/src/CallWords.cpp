@@ -13,8 +13,8 @@ namespace mxtool {
 
 namespace {
 
-// The addresses of Modbus reach no further: 65,536 registers of two bytes.
-constexpr unsigned largestOffset = 0x1FFFF;
+// Byte addresses have 32 bits.
+constexpr unsigned largestOffset = 0xFFFFFFFF;
 
 bool isOption(const std::string& word)
 {
@@ -101,7 +101,7 @@ std::optional<unsigned> offsetOf(const std::string& text)
     const char* const end = text.data() + text.size();
     unsigned number = 0;
     const auto result = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
-    if (result.ec != std::errc() || result.ptr != end || number > largestOffset) {
+    if (result.ec != std::errc() || result.ptr != end) {
         return std::nullopt;
     }
     return number;

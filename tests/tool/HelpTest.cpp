@@ -124,9 +124,9 @@ INSTANTIATE_TEST_SUITE_P(
         std::pair{"show a b", "mxtool show takes no further word, found \"b\""},
         std::pair{"groups --format xml a", "xml"},
         std::pair{"show --in-offset -1 a",
-                  "--in-offset: found \"-1\", expected a whole number from 0 to 131071, in "
+                  "--in-offset: found \"-1\", expected a whole number from 0 to 4294967295, in "
                   "decimal or, after 0x, in hexadecimal"},
-        std::pair{"show --out-offset 131072 a", "--out-offset: found \"131072\""},
+        std::pair{"show --out-offset 4294967296 a", "--out-offset: found \"4294967296\""},
         std::pair{"show --out-offset 0x a", "--out-offset: found \"0x\""},
         std::pair{"show --out-offset 1.5 a", "--out-offset: found \"1.5\""},
         std::pair{"--log-level loud groups a", "\"loud\" is no logging level"}));
@@ -156,8 +156,9 @@ TEST(Offsets, areDecimalOrHexadecimal)
     EXPECT_EQ(runTool({"channels", "--in-offset", "0xA", module}).out, ten);
     EXPECT_EQ(runTool({"channels", "--in-offset", "010", module}).out, ten); // not octal
     for (const char* verb : {"show", "channels", "config"}) {
-        EXPECT_THAT(runTool({verb, "--help"}).out,
-                    HasSubstr("module's data begins, 0 to 131071, in decimal or, after 0x, in"));
+        EXPECT_THAT(
+            runTool({verb, "--help"}).out,
+            HasSubstr("module's data begins, 0 to 4294967295, in decimal or, after 0x, in"));
     }
 }
 

@@ -191,7 +191,7 @@ INSTANTIATE_TEST_SUITE_P(Calls, OutputIsInput, testing::ValuesIn(calls),
 TEST(OutputIsInput, isTriedForEveryVerbThatWritesAFile)
 {
     const std::string help = runTool({"--help"}).out;
-    std::set<std::string> tried;
+    std::set<std::string> tried = {"new"}; // reads no file
     for (const Call& call : calls) {
         tried.insert(tooltest::words(call.words)[0]);
     }
