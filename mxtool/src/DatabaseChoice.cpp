@@ -13,7 +13,7 @@ namespace {
 using devices::database::DeviceDatabase;
 using devices::database::OpenMode;
 
-const std::string sqliteScheme = "sqlite:";
+const std::string sqliteUrlBegin = "sqlite:";
 
 std::string chosenUrl(const std::string& url)
 {
@@ -23,9 +23,9 @@ std::string chosenUrl(const std::string& url)
 // A server's database may hold a password in its URL, so its hint names none.
 std::string hintForMissing(const std::string& url)
 {
-    const bool isFile = url.compare(0, sqliteScheme.size(), sqliteScheme) == 0;
+    const bool isFile = url.compare(0, sqliteUrlBegin.size(), sqliteUrlBegin) == 0;
     std::error_code ignored;
-    if (isFile && !std::filesystem::exists(url.substr(sqliteScheme.size()), ignored)) {
+    if (isFile && !std::filesystem::exists(url.substr(sqliteUrlBegin.size()), ignored)) {
         return "make one with: mxtool populate DIRECTORY --db " + url;
     }
     return "";

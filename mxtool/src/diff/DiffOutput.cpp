@@ -8,7 +8,6 @@ namespace mxtool {
 
 namespace {
 
-using mxauthor::Comparison;
 using mxauthor::Difference;
 using mxauthor::Effect;
 
@@ -29,7 +28,7 @@ std::string differenceLine(const Difference& difference, bool coloured)
     return fmt::format("{}  {}: {}\n", shown, forTerminal(where), forTerminal(difference.text));
 }
 
-std::string verdict(const Comparison& comparison, const std::string& before,
+std::string verdict(const mxauthor::Comparison& comparison, const std::string& before,
                     const std::string& after)
 {
     return fmt::format("a parameter image stored for {} stays valid for {}: {}, because {}\n",
@@ -48,7 +47,7 @@ Json differenceJson(const Difference& difference)
 
 } // namespace
 
-std::string diffText(const Comparison& comparison, const std::string& before,
+std::string diffText(const mxauthor::Comparison& comparison, const std::string& before,
                      const std::string& after, bool coloured)
 {
     std::string text;
@@ -62,7 +61,8 @@ std::string diffText(const Comparison& comparison, const std::string& before,
     return text + verdict(comparison, before, after);
 }
 
-Json diffJson(const Comparison& comparison, const std::string& before, const std::string& after)
+Json diffJson(const mxauthor::Comparison& comparison, const std::string& before,
+              const std::string& after)
 {
     Json differences = Json::array();
     for (const Difference& difference : comparison.differences) {
