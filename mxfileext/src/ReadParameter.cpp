@@ -4,6 +4,7 @@
 #include "mxfileext/mxfileext.h"
 
 #include <devices/parser/mx/ByteReaders.h>
+#include <mxformat/BitPlace.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -99,20 +100,22 @@ void getLeftAlignedRawParameter(const std::vector<char>& raw, unsigned char* out
                                  " bytes is too long: 8 bytes at most are accepted");
     }
     // A bit field lies in one byte, whatever size is stated.
-    const unsigned needed = bitLength > 0 ? std::max<unsigned>(dataSize, 1) : dataSize;
+    const bool isBitField = bitLength > 0 || bitOffset > 0;
+    const unsigned needed = isBitField ? std::max<unsigned>(dataSize, 1) : dataSize;
     if (byteOffset + needed > raw.size()) {
         failOutside(byteOffset, needed, raw.size());
     }
-    if (bitLength > 0 && bitOffset > 7) {
-        throw std::runtime_error("Bit field at bit offset " + std::to_string(bitOffset) +
-                                 " lies outside its byte: 0 to 7 are accepted");
+    if (isBitField && mxformat::leavesItsByte(bitLength, bitOffset)) {
+        throw std::runtime_error("Bit field of " + std::to_string(bitLength) +
+                                 " bit(s) at bit offset " + std::to_string(bitOffset) +
+                                 " lies outside its byte: bits 0 to 7 are accepted");
     }
     const auto* const bytes = reinterpret_cast<const unsigned char*>(raw.data()) + byteOffset;
-    if (bitLength == 0) {
-        std::copy_n(bytes, dataSize, out);
+    if (isBitField) {
+        const mxformat::BitPlace place = mxformat::bitPlace(bitLength, bitOffset);
+        out[0] = static_cast<unsigned char>((bytes[0] & place.mask()) >> place.shift);
     } else {
-        const unsigned mask = bitLength >= 8 ? 0xFFU : (1U << bitLength) - 1;
-        out[0] = static_cast<unsigned char>(bytes[0] >> bitOffset & mask);
+        std::copy_n(bytes, dataSize, out);
     }
 }
 

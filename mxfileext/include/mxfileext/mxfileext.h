@@ -55,8 +55,9 @@ MXFILEEXT_API void getConvertedParameter(unsigned char module, unsigned char* bl
                                          float* max, std::string& unit);
 
 /// Zero-fills the 8 bytes at `out`, then writes the value's bytes as they stand in `raw`; for a
-/// `bitLength` above 0 the bit field, shifted down to bit 0, in `out[0]`. Throws
-/// `std::runtime_error` when the value lies outside `raw` or `dataSize` is above 8.
+/// `bitLength` or `bitOffset` above 0 the bit field, shifted down to bit 0, in `out[0]` (length 0:
+/// from the offset up to bit 7). Throws `std::runtime_error` when the value lies outside `raw`, the
+/// bit field outside its byte, or `dataSize` is above 8. It is told no parameter, and names none.
 MXFILEEXT_API void getLeftAlignedRawParameter(const std::vector<char>& raw, unsigned char* out,
                                               unsigned char byteOffset, unsigned char dataSize,
                                               unsigned char bitOffset, unsigned char bitLength);

@@ -6,6 +6,7 @@
 #include "ShownText.h"
 
 #include <fmt/format.h>
+#include <mxformat/BitPlace.h>
 
 #include <algorithm>
 
@@ -51,27 +52,30 @@ unsigned char rawOption(const RegisterValue& value)
 // Writes the shifted-down `raw` into its bits.
 void writeField(const RegisterValue& value, unsigned raw, char& byte)
 {
-    const unsigned length = std::min<unsigned>(value.parameter.bitLength, 8);
-    const unsigned mask = (1U << length) - 1;
-    if (raw > mask) {
-        value.refuse(fmt::format("00 to {:02x}, its {} bits", mask, length));
+    const auto place = mxformat::bitPlace(value.parameter.bitLength, value.parameter.bitOffset);
+    const unsigned highest = place.mask() >> place.shift;
+    if (raw > highest) {
+        value.refuse(fmt::format("00 to {:02x}, its {} bits", highest, place.count));
     }
-    const unsigned shift = value.parameter.bitOffset;
-    byte = static_cast<char>((static_cast<unsigned char>(byte) & ~(mask << shift)) | raw << shift);
+    byte =
+        static_cast<char>((static_cast<unsigned char>(byte) & ~place.mask()) | raw << place.shift);
 }
 
 void writeParameter(const RegisterValue& value, std::vector<char>& image)
 {
     const Parameter& parameter = value.parameter;
-    if (!liesWithin(parameter, image.size()) || parameter.bitOffset > 7) {
+    if (!liesWithin(parameter, image.size())) {
         value.refuse(fmt::format("none: it lies outside the image of {} bytes", image.size()));
+    }
+    if (mxformat::leavesItsByte(parameter.bitLength, parameter.bitOffset)) {
+        value.refuse("none: its bits lie outside its byte");
     }
     const std::size_t count =
         parameter.hasOptionList ? std::min<std::size_t>(parameter.dataSize, 1) : parameter.dataSize;
     for (std::size_t i = 0; i < count; ++i) {
         const unsigned char byte = parameter.hasOptionList ? rawOption(value) : value.byte(i);
         char& place = image[parameter.byteOffset + i];
-        if (parameter.bitLength == 0) {
+        if (parameter.bitLength == 0 && parameter.bitOffset == 0) {
             place = static_cast<char>(byte);
         } else {
             writeField(value, byte, place);

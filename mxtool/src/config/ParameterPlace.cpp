@@ -1,5 +1,7 @@
 #include "config/ParameterPlace.h"
 
+#include <mxformat/BitPlace.h>
+
 #include <algorithm>
 #include <tuple>
 #include <unordered_map>
@@ -62,10 +64,7 @@ bool liesWithin(const Parameter& parameter, std::size_t imageSize)
 
 unsigned char maskOf(const Parameter& parameter)
 {
-    const unsigned length =
-        parameter.bitLength == 0 ? 8 : std::min<unsigned>(parameter.bitLength, 8);
-    const unsigned field = ((1U << length) - 1) << std::min<unsigned>(parameter.bitOffset, 8);
-    return static_cast<unsigned char>(field & 0xFFU);
+    return mxformat::bitPlace(parameter.bitLength, parameter.bitOffset).mask();
 }
 
 std::vector<unsigned char> bitsOfParameters(const DeviceReport& device, std::size_t imageSize)

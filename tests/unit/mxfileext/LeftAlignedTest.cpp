@@ -42,10 +42,10 @@ TEST(LeftAlignedTest, bytesStandAsTheyAre)
     EXPECT_EQ(leftAligned(image, {1, 8}), hexBytes("1122334455667788"));
 }
 
-TEST(LeftAlignedTest, bitOffsetWithoutLengthIsIgnored)
+TEST(LeftAlignedTest, bitOffsetWithoutLengthIsTheRestOfTheByte)
 {
-    EXPECT_EQ(leftAligned(image, {0, 1, 4, 0}), hexBytes("b400000000000000"));
-    EXPECT_EQ(leftAligned(image, {0, 1, 200, 0}), hexBytes("b400000000000000"));
+    EXPECT_EQ(leftAligned(image, {0, 1, 4, 0}), hexBytes("0b00000000000000"));
+    EXPECT_EQ(leftAligned(image, {0, 1, 7, 0}), hexBytes("0100000000000000"));
 }
 
 TEST(LeftAlignedTest, sizeZeroGivesZeros)
@@ -66,10 +66,18 @@ TEST(LeftAlignedTest, bitFieldIsShiftedDown)
     EXPECT_EQ(leftAligned(image, {0, 1, 7, 1}), hexBytes("0100000000000000"));
 }
 
-TEST(LeftAlignedTest, bitFieldEndsWithItsByte)
+TEST(LeftAlignedTest, bitFieldLiesInItsByte)
 {
-    EXPECT_EQ(leftAligned(image, {0, 1, 5, 6}), hexBytes("0500000000000000"));
-    EXPECT_EQ(leftAligned(image, {0, 1, 0, 255}), hexBytes("b400000000000000"));
+    const auto outside = [](const char* bits, const char* offset) {
+        return "Bit field of " + std::string(bits) + " bit(s) at bit offset " + offset +
+               " lies outside its byte: bits 0 to 7 are accepted";
+    };
+    EXPECT_EQ(failure(image, {0, 1, 4, 8}), outside("8", "4"));
+    EXPECT_EQ(failure(image, {0, 1, 5, 4}), outside("4", "5"));
+    EXPECT_EQ(failure(image, {0, 1, 0, 255}), outside("255", "0"));
+    EXPECT_EQ(failure(image, {0, 1, 8, 1}), outside("1", "8"));
+    EXPECT_EQ(failure(image, {0, 1, 255, 0}), outside("0", "255"));
+    EXPECT_EQ(leftAligned(image, {0, 1, 5, 3}), hexBytes("0500000000000000"));
 }
 
 TEST(LeftAlignedTest, bitFieldNeedsItsByte)
@@ -79,14 +87,6 @@ TEST(LeftAlignedTest, bitFieldNeedsItsByte)
                                             "outside the raw image of 9 bytes");
     EXPECT_EQ(failure({}, {0, 1, 0, 1}), "Parameter value of 1 bytes at byte offset 0 lies "
                                          "outside the raw image of 0 bytes");
-}
-
-TEST(LeftAlignedTest, bitOffsetLiesInTheByte)
-{
-    EXPECT_EQ(failure(image, {0, 1, 8, 1}),
-              "Bit field at bit offset 8 lies outside its byte: 0 to 7 are accepted");
-    EXPECT_EQ(failure(image, {0, 1, 255, 8}),
-              "Bit field at bit offset 255 lies outside its byte: 0 to 7 are accepted");
 }
 
 TEST(LeftAlignedTest, valueLiesInTheImage)

@@ -164,6 +164,7 @@ TEST(ModbusBuffer, refusesAParameterOutsideTheImage)
     EXPECT_EQ(failureOf([&] { module.registers(Bytes(255, 0)); }), "Parameter out of bounds: far");
     EXPECT_THAT(log.texts(Poco::Message::PRIO_DEBUG),
                 ElementsAre("byte offset = 254, data size = 2, bit offset = 3, bit length = 4"));
+    parameter.privateProps.bitOffset = 0;
     parameter.privateProps.bitLength = 0;
     EXPECT_EQ(module.registers(Bytes(256, 9)), (Bytes{9, 9}));
 }
