@@ -64,8 +64,8 @@ std::vector<GeneratedModules::Module> GeneratedModules::translate() const
         devices::parser::mx::loadFile(path, mxData);
         const auto device = parser.parse(mxData, nullptr, 0, 0);
         device->privateProps.mxFileData = new std::vector<char>(mxData);
-        modules.push_back(
-            {device->privateProps, mxtool::catalogueContent(mxtool::makeReport(*device))});
+        modules.push_back({device->privateProps, mxtool::catalogueContent(mxtool::makeReport(
+                                                     *device, mxtool::conversionsOf(mxData)))});
     }
     return modules;
 }

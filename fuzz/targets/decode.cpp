@@ -48,9 +48,7 @@ void decode(TranslatedModule& module, const std::vector<char>& bytes, FieldbusTy
 // The bytes that the module itself is configured with.
 std::vector<char> ownBytes(TranslatedModule& module, FieldbusType fieldbus)
 {
-    return mxtool::configurationOf(module, mxtool::makeReport(module.device()).parameterBlock,
-                                   fieldbus)
-        .bytes;
+    return mxtool::configurationOf(module, module.report().parameterBlock, fieldbus).bytes;
 }
 
 } // namespace

@@ -1,5 +1,8 @@
 #include "DeviceReport.h"
 
+#include <devices/parser/mx/ByteReaders.h>
+#include <mxfileext/mxfileext.h>
+
 #include <algorithm>
 
 namespace mxtool {
@@ -9,6 +12,7 @@ namespace {
 using devices::parser::mx::Parser_kv38;
 
 constexpr std::size_t flagsOfRecord = 5;
+constexpr std::size_t conversionOfRecord = 6;
 constexpr std::uint8_t convertedFlag = 0x04;
 
 DeviceReport::Channel makeChannel(const Parser_kv38::ChannelP& channel)
@@ -55,7 +59,40 @@ DeviceReport::Parameter makeParameter(const Parser_kv38::ParameterP& parameter)
             place.bitLength};
 }
 
-void addAttribute(const datamodel::Attribute& attribute, DeviceReport& report)
+// Value and range as the companion library reads them, before they become texts.
+void addRawValues(const Parser_kv38::ParameterP& parameter, const std::vector<char>& block,
+                  DeviceReport::Parameter& shown)
+{
+    mxfileext::ParameterValue_t decoded{};
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(block.data());
+    mxfileext::getParameterValue(parameter.privateProps.record, block.empty() ? nullptr : bytes,
+                                 &decoded);
+    // Signed values come sign-extended; of the others only UInt64 reaches the highest bit.
+    using devices::parser::mx::MxParameterDatatype;
+    const bool isSigned =
+        static_cast<MxParameterDatatype>(decoded.datatype) != MxParameterDatatype::UInt64;
+    const auto number = [isSigned](const unsigned char* slot) {
+        return mxformat::WholeNumber::ofBits(devices::parser::mx::readU64BE(slot), isSigned);
+    };
+    if (decoded.present) {
+        shown.raw = number(decoded.value);
+    }
+    shown.rawMin = number(decoded.minimum);
+    shown.rawMax = number(decoded.maximum);
+}
+
+void addParameter(const Parser_kv38::ParameterP& parameter,
+                  const mxformat::ConversionTable& conversions, DeviceReport& report)
+{
+    DeviceReport::Parameter& shown = report.parameters.emplace_back(makeParameter(parameter));
+    addRawValues(parameter, report.parameterBlock, shown);
+    if (shown.converted) {
+        shown.scale = conversions.scale(parameter.privateProps.record[conversionOfRecord]);
+    }
+}
+
+void addAttribute(const datamodel::Attribute& attribute,
+                  const mxformat::ConversionTable& conversions, DeviceReport& report)
 {
     switch (attribute.typeCode()) {
     case datamodel::channelTypeCode:
@@ -63,8 +100,7 @@ void addAttribute(const datamodel::Attribute& attribute, DeviceReport& report)
             makeChannel(static_cast<const Parser_kv38::ChannelP&>(attribute)));
         break;
     case datamodel::parameterTypeCode:
-        report.parameters.push_back(
-            makeParameter(static_cast<const Parser_kv38::ParameterP&>(attribute)));
+        addParameter(static_cast<const Parser_kv38::ParameterP&>(attribute), conversions, report);
         break;
     case datamodel::staticPropertyTypeCode: {
         const auto& property = static_cast<const datamodel::StaticProperty&>(attribute);
@@ -106,14 +142,18 @@ std::string DeviceReport::property(const std::string& name) const
     return found == properties.end() ? "" : found->value;
 }
 
-DeviceReport makeReport(const Parser_kv38::DeviceP& device)
+DeviceReport makeReport(const Parser_kv38::DeviceP& device,
+                        const mxformat::ConversionTable& conversions)
 {
     DeviceReport report;
     report.label = device.brandLabelName;
     report.deviceTypeId = device.deviceTypeId;
     report.parameterBlock = *device.privateProps.defaultParameterBlock;
+    // The companion library is told the size only: it gets the block with each parameter.
+    mxfileext::initializeModule(report.parameterBlock.data(),
+                                static_cast<unsigned short>(report.parameterBlock.size()));
     for (const auto& attribute : device.attributes) {
-        addAttribute(*attribute, report);
+        addAttribute(*attribute, conversions, report);
     }
     for (DeviceReport::Parameter& parameter : report.parameters) {
         for (const DeviceReport::Channel& channel : report.channels) {
@@ -126,6 +166,16 @@ DeviceReport makeReport(const Parser_kv38::DeviceP& device)
         }
     }
     return report;
+}
+
+mxformat::ConversionTable conversionsOf(const std::vector<char>& mxData)
+{
+    devices::parser::mx::Parser container;
+    container.parse(mxData.data(), static_cast<std::uint32_t>(mxData.size()));
+    std::uint32_t size = 0;
+    const std::uint8_t* const payload = container.getGroup(mxformat::ConversionTable::group, &size);
+    return payload == nullptr ? mxformat::ConversionTable()
+                              : mxformat::ConversionTable(payload, size);
 }
 
 } // namespace mxtool

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <devices/parser/mx/Parser_kv38.h>
+#include <mxformat/ConversionTable.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -59,6 +61,10 @@ struct DeviceReport
         std::uint8_t dataSize;
         std::uint8_t bitOffset;
         std::uint8_t bitLength;
+        std::optional<mxformat::WholeNumber> raw{}; ///< Nothing: it lies outside the image.
+        mxformat::WholeNumber rawMin{};
+        mxformat::WholeNumber rawMax{};
+        mxformat::PhysicalScale scale{}; ///< Factor 1, offset 0 unless `converted`.
 
         bool ofModule() const { return channelNumber == 255; }
         /// Returns the option that the value stands for, null without one.
@@ -96,7 +102,11 @@ struct DeviceReport
 };
 
 /// Reads `device` into a report, everything in the order of the device's list. The mx file of the
-/// device must still be in memory.
-DeviceReport makeReport(const devices::parser::mx::Parser_kv38::DeviceP& device);
+/// device must still be in memory, `conversions` are those of the file.
+DeviceReport makeReport(const devices::parser::mx::Parser_kv38::DeviceP& device,
+                        const mxformat::ConversionTable& conversions);
+
+/// Returns the conversions of the mx data `mxData`, whose framing holds.
+mxformat::ConversionTable conversionsOf(const std::vector<char>& mxData);
 
 } // namespace mxtool

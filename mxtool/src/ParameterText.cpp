@@ -2,23 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
-#include <optional>
 #include <vector>
 
 namespace mxtool {
-
-namespace {
-
-// A long double holds every 64-bit integer.
-std::optional<long double> numberOf(const std::string& text)
-{
-    long double number = 0;
-    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && !text.empty() ? std::optional(number) : std::nullopt;
-}
-
-} // namespace
 
 std::string ownerOf(const DeviceReport::Parameter& parameter)
 {
@@ -32,10 +18,34 @@ std::string ownerOf(const DeviceReport::Parameter& parameter)
     return fmt::format("{} {}", number, fmt::join(parameter.channelNames, ", "));
 }
 
+std::string valueDigits(const DeviceReport::Parameter& parameter)
+{
+    if (!parameter.converted) {
+        return parameter.value;
+    }
+    return parameter.raw ? parameter.scale.text(*parameter.raw) : std::string();
+}
+
+std::string minimumDigits(const DeviceReport::Parameter& parameter)
+{
+    if (!parameter.converted) {
+        return parameter.min;
+    }
+    return parameter.scale.text(parameter.scale.factor < 0 ? parameter.rawMax : parameter.rawMin);
+}
+
+std::string maximumDigits(const DeviceReport::Parameter& parameter)
+{
+    if (!parameter.converted) {
+        return parameter.max;
+    }
+    return parameter.scale.text(parameter.scale.factor < 0 ? parameter.rawMin : parameter.rawMax);
+}
+
 std::string valueText(const DeviceReport::Parameter& parameter)
 {
     if (!parameter.hasOptionList) {
-        return parameter.value;
+        return valueDigits(parameter);
     }
     const auto* option = parameter.currentOption();
     return option != nullptr ? option->text : parameter.value + " (not in the list)";
@@ -46,28 +56,26 @@ bool isInRange(const DeviceReport::Parameter& parameter)
     if (parameter.hasOptionList) {
         return parameter.currentOption() != nullptr;
     }
-    const auto value = numberOf(parameter.value);
-    const auto low = numberOf(parameter.min);
-    const auto high = numberOf(parameter.max);
-    return !value || ((!low || *low <= *value) && (!high || *value <= *high));
+    return !parameter.raw ||
+           (!(*parameter.raw < parameter.rawMin) && !(parameter.rawMax < *parameter.raw));
 }
 
 std::string valueWithUnit(const DeviceReport::Parameter& parameter)
 {
-    if (parameter.hasOptionList) {
-        return valueText(parameter);
+    const std::string text = valueText(parameter);
+    if (parameter.hasOptionList || text.empty()) {
+        return text;
     }
     const std::string unit = parameter.unit.empty() ? "" : " " + parameter.unit;
-    return valueText(parameter) + unit +
-           (isInRange(parameter)
-                ? ""
-                : fmt::format(" (outside {} to {}{})", parameter.min, parameter.max, unit));
+    return text + unit +
+           (isInRange(parameter) ? ""
+                                 : fmt::format(" (outside {}{})", acceptedValues(parameter), unit));
 }
 
 std::string acceptedValues(const DeviceReport::Parameter& parameter)
 {
     if (!parameter.hasOptionList) {
-        return parameter.min + " to " + parameter.max;
+        return minimumDigits(parameter) + " to " + maximumDigits(parameter);
     }
     std::vector<std::string> options;
     for (const auto& option : parameter.options) {

@@ -11,6 +11,18 @@ namespace mxtool {
 /// Returns the owner of `parameter`: "module", or the channel's number and name.
 std::string ownerOf(const DeviceReport::Parameter& parameter);
 
+// A physical value stands in the fewest digits that give its raw value again and are as exact as
+// the factor: "9.9". The library's own texts have six decimals of a binary32: "9.900001".
+
+/// Returns the number of `parameter`; empty where it lies outside the image.
+std::string valueDigits(const DeviceReport::Parameter& parameter);
+
+/// Returns the lower bound of its range.
+std::string minimumDigits(const DeviceReport::Parameter& parameter);
+
+/// Returns the upper bound of its range.
+std::string maximumDigits(const DeviceReport::Parameter& parameter);
+
 /// Returns the value as people read it: the text of its option, or the number.
 std::string valueText(const DeviceReport::Parameter& parameter);
 

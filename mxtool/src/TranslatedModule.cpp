@@ -35,11 +35,12 @@ TranslatedModule::TranslatedModule(const ModuleOptions& options, const std::stri
     mxData = input.loadedBytes();
     isText = input.isText();
     builtDevice = translate(hasBlock ? &block : nullptr);
+    conversions = conversionsOf(mxData);
     const auto& properties = builtDevice->privateProps;
     for (const auto& warning : {offsetWarning("--in-offset", inOffset, properties.inDataSize),
                                 offsetWarning("--out-offset", outOffset, properties.outDataSize)}) {
         if (warning) {
-            report(*warning);
+            mxtool::report(*warning);
         }
     }
 }
@@ -49,7 +50,8 @@ TranslatedModule::TranslatedModule(std::string file, std::vector<char> bytes,
     : path(std::move(file)),
       log(logLevel),
       mxData(std::move(bytes)),
-      builtDevice(translate(nullptr))
+      builtDevice(translate(nullptr)),
+      conversions(conversionsOf(mxData))
 {}
 
 std::string TranslatedModule::name() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DeviceReport.h"
 #include "LogToDiagnostics.h"
 
 #include <devices/parser/mx/Parser_kv38.h>
@@ -45,6 +46,10 @@ public:
     devices::parser::IDeviceParser& parser() { return deviceParser; }
     Device& device() { return *builtDevice; }
 
+    /// Returns what the verbs show of `ofDevice`, a translation of this file, or of the first one.
+    DeviceReport report(const Device& ofDevice) const { return makeReport(ofDevice, conversions); }
+    DeviceReport report() const { return report(*builtDevice); }
+
     /// Translates the same file with `block` in place of its default parameter block.
     std::shared_ptr<Device> withParameterBlock(std::vector<char> block);
 
@@ -69,6 +74,7 @@ private:
     LogToDiagnostics log; // takes the logger that the parser has set up
     std::vector<char> mxData;
     std::shared_ptr<Device> builtDevice; // its parameters point into mxData
+    mxformat::ConversionTable conversions;
 };
 
 } // namespace mxtool

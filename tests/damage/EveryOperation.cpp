@@ -149,7 +149,7 @@ void printConfiguration(TranslatedModule& module, const mxtool::Configuration& c
 
 void configureAsEngineer(TranslatedModule& module, FieldbusType fieldbus, Printing printing)
 {
-    const auto image = mxtool::makeReport(module.device()).parameterBlock;
+    const auto image = module.report().parameterBlock;
     const auto configuration = mxtool::configurationOf(module, image, fieldbus);
     mxtool::notesOf(configuration, "damaged.bin");
     mxtool::decodedImage(configuration.bytes, fieldbus, module, "damaged.bin");
@@ -167,7 +167,7 @@ void useAsEngineer(const std::vector<char>& file, Run& run, Printing printing)
         return;
     }
     run([&] {
-        const auto report = mxtool::makeReport(module->device());
+        const auto report = module->report();
         if (printing == Printing::EveryForm) {
             mxtool::deviceText(report);
             mxtool::jsonText(mxtool::deviceJson(report));

@@ -60,7 +60,7 @@ unsigned ChannelMap::Channel::bits() const
 ChannelMap makeChannelMap(devices::parser::IDeviceParser& parser,
                           devices::parser::mx::Parser_kv38::DeviceP& device)
 {
-    const DeviceReport report = makeReport(device);
+    const DeviceReport report = makeReport(device, {}); // of the channels alone
     const auto mapping = parser.getChannelMappingInfoList(&device);
     ChannelMap map{report.label,
                    report.deviceTypeId,

@@ -8,8 +8,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <optional>
 
 namespace mxtool {
@@ -19,20 +17,7 @@ namespace {
 using Option = DeviceReport::Option;
 using Parameter = DeviceReport::Parameter;
 
-// A long double holds every 64-bit integer.
-using Number = long double;
-
-std::optional<Number> parseNumber(const std::string& text)
-{
-    const bool plus = text.size() > 1 && text[0] == '+' && text[1] != '-';
-    Number number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data() + plus, end, number);
-    if (error != std::errc() || rest != end || !std::isfinite(number)) {
-        return std::nullopt;
-    }
-    return number;
-}
+using mxformat::Decimal;
 
 bool isInteger(const std::string& text)
 {
@@ -43,8 +28,8 @@ bool isInteger(const std::string& text)
 
 bool sameNumber(const std::string& a, const std::string& b)
 {
-    const auto left = parseNumber(a);
-    return left && left == parseNumber(b);
+    const auto left = Decimal::ofText(a);
+    return left && left == Decimal::ofText(b);
 }
 
 [[noreturn]] void refuse(const Parameter& parameter, const std::string& value,
@@ -127,16 +112,19 @@ std::string optionNumber(const Parameter& parameter, const std::string& value, V
     return number;
 }
 
-// `value` without the parameter's unit and the blanks in front of it.
+// `value` without the parameter's unit and the blanks in front of it. A unit that begins like the
+// rest of a number stands after a blank.
 std::string withoutUnit(const Parameter& parameter, const std::string& value)
 {
     const std::string unit = toUtf8(parameter.unit);
-    if (unit.empty() || value.size() <= unit.size() ||
+    if (Decimal::ofText(value) || unit.empty() || value.size() <= unit.size() ||
         value.compare(value.size() - unit.size(), unit.size(), unit) != 0) {
         return value;
     }
     const std::string number = value.substr(0, value.size() - unit.size());
-    return number.substr(0, number.find_last_not_of(' ') + 1);
+    const bool goesOn = std::string(".0123456789").find(unit[0]) != std::string::npos;
+    return goesOn && number.back() != ' ' ? value
+                                          : number.substr(0, number.find_last_not_of(' ') + 1);
 }
 
 std::string expectation(const Parameter& parameter)
@@ -146,19 +134,23 @@ std::string expectation(const Parameter& parameter)
                        acceptedValues(parameter), unit);
 }
 
+// Whether `text`, the number `number`, is what the parameter shows already.
+bool isShown(const Parameter& parameter, const std::string& text, const Decimal& number)
+{
+    return text == parameter.value ||
+           (parameter.raw && parameter.scale.states(number, *parameter.raw));
+}
+
 std::string rangedNumber(const Parameter& parameter, const std::string& value, ValueCheck check)
 {
     std::string text = withoutUnit(parameter, value);
-    const std::optional<Number> number = parseNumber(text);
+    const auto number = Decimal::ofText(text);
     if (!number || (!parameter.converted && !isInteger(text))) {
         refuse(parameter, value, expectation(parameter));
     }
-    if (check == ValueCheck::NumberOnly || sameNumber(text, parameter.value)) {
-        return text;
-    }
-    const auto low = parseNumber(parameter.min);
-    const auto high = parseNumber(parameter.max);
-    if ((low && *number < *low) || (high && *number > *high)) {
+    // What counts is the raw value: texts of physical values may be rounded.
+    if (check == ValueCheck::Full && !isShown(parameter, text, *number) &&
+        !parameter.scale.nearestRaw(*number, parameter.rawMin, parameter.rawMax)) {
         refuse(parameter, value, expectation(parameter));
     }
     return text;

@@ -9,7 +9,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <map>
 
 namespace mxtool {
@@ -24,7 +23,7 @@ struct Setting
     const Assignment* assignment;
     std::size_t parameter; // position in the report
     std::string text;      // as the library takes it
-    std::string shown;     // what the parameter shows when it alone is set
+    Parameter alone;       // the parameter when it alone is set
 };
 
 constexpr std::size_t mostRefusals = 50; // nobody reads more, and each looks for the nearest names
@@ -33,7 +32,7 @@ class Composer
 {
 public:
     Composer(TranslatedModule& usedModule, TranslatedModule::Device& baseDevice)
-        : module(usedModule), base(baseDevice), before(makeReport(baseDevice))
+        : module(usedModule), base(baseDevice), before(usedModule.report(baseDevice))
     {}
 
     void take(const Assignment& assignment, ValueCheck check)
@@ -94,7 +93,7 @@ private:
         }
         Setting setting{
             &assignment, position, acceptedValue(parameter, assignment.value, check), {}};
-        setting.shown = shownAlone(setting);
+        setting.alone = setAlone(setting);
         if (check == ValueCheck::NumberOnly) {
             warnOfForced(assignment, parameter);
         }
@@ -116,16 +115,14 @@ private:
         }
     }
 
-    // What the parameter shows when it alone is set.
-    std::string shownAlone(const Setting& setting)
+    Parameter setAlone(const Setting& setting)
     {
         const Parameter& parameter = before.parameters[setting.parameter];
-        if (setting.text == parameter.value &&
-            liesWithin(parameter, before.parameterBlock.size())) {
-            return setting.text; // what it shows already changes nothing
+        if (setting.text == parameter.value && parameter.raw) {
+            return parameter; // what it shows already changes nothing
         }
         try {
-            return reportOf(imageWith({setting})).parameters[setting.parameter].value;
+            return reportOf(imageWith({setting})).parameters[setting.parameter];
         } catch (const Failure&) {
             throw;
         } catch (const std::runtime_error& failure) {
@@ -135,15 +132,13 @@ private:
 
     void noteRounding(const Setting& setting)
     {
-        float wanted = 0;
-        const char* const end = setting.text.data() + setting.text.size();
-        const Parameter& parameter = before.parameters[setting.parameter];
-        if (parameter.converted &&
-            std::from_chars(setting.text.data(), end, wanted).ec == std::errc() &&
-            fmt::format("{:.6f}", wanted) != setting.shown) {
+        const Parameter& parameter = setting.alone;
+        const auto wanted = mxformat::Decimal::ofText(setting.text);
+        if (parameter.converted && parameter.raw && wanted && setting.text != parameter.value &&
+            !parameter.scale.states(*wanted, *parameter.raw)) {
             warn("note", setting.assignment->place,
                  fmt::format("{} is set to {}, the nearest value that the module can hold",
-                             toUtf8(described(parameter)), setting.shown));
+                             toUtf8(described(parameter)), valueDigits(parameter)));
         }
     }
 
@@ -163,7 +158,7 @@ private:
 
     DeviceReport reportOf(const std::vector<char>& image)
     {
-        return makeReport(*module.withParameterBlock(image));
+        return module.report(*module.withParameterBlock(image));
     }
 
     // Parameters may share bits: nobody's value changes without a word.
@@ -176,17 +171,17 @@ private:
         for (std::size_t i = 0; i < after.parameters.size(); ++i) {
             const Parameter& parameter = after.parameters[i];
             const auto found = set.find(i);
-            if (found != set.end() && parameter.value != found->second->shown) {
+            if (found != set.end() && parameter.raw != found->second->alone.raw) {
                 refuse(*found->second->assignment,
                        fmt::format("{}: another value of this call overwrites it with \"{}\": they "
                                    "share bits of the image",
-                                   toUtf8(described(parameter)), parameter.value));
-            } else if (found == set.end() && parameter.value != before.parameters[i].value) {
+                                   toUtf8(described(parameter)), valueDigits(parameter)));
+            } else if (found == set.end() && parameter.raw != before.parameters[i].raw) {
                 warn("warning", module.name(),
                      fmt::format("{} changes from {} to {}: it shares bits of the image with a "
                                  "parameter that is set",
-                                 toUtf8(described(parameter)), before.parameters[i].value,
-                                 parameter.value));
+                                 toUtf8(described(parameter)), valueDigits(before.parameters[i]),
+                                 valueDigits(parameter)));
             }
         }
     }

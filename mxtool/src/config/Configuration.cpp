@@ -4,6 +4,7 @@
 #include "ShownText.h"
 
 #include <fmt/format.h>
+#include <mxformat/BitPlace.h>
 
 #include <set>
 
@@ -18,6 +19,10 @@ std::string obstacle(const DeviceReport::Parameter& parameter, std::size_t image
 {
     if (!liesWithin(parameter, imageSize)) {
         return fmt::format("it lies outside the parameter image of {} bytes", imageSize);
+    }
+    if (mxformat::leavesItsByte(parameter.bitLength, parameter.bitOffset)) {
+        return fmt::format("its {} bits from bit {} lie outside its byte", parameter.bitLength,
+                           parameter.bitOffset);
     }
     if (parameter.hasOptionList && parameter.currentOption() == nullptr) {
         return fmt::format("its value {} is none of its options {}", parameter.value,
@@ -115,15 +120,15 @@ void noteUnreadable(const Configuration& configuration, const std::string& place
 
 bool Configuration::isChanged(std::size_t position) const
 {
-    return device.parameters[position].value != defaults.parameters[position].value;
+    return device.parameters[position].raw != defaults.parameters[position].raw;
 }
 
 Configuration configurationOf(TranslatedModule& module, const std::vector<char>& image,
                               FieldbusType fieldbus)
 {
-    Configuration configuration{makeReport(module.device()), {}, fieldbus, image, {}, {}};
+    Configuration configuration{module.report(), {}, fieldbus, image, {}, {}};
     const auto device = module.withParameterBlock(image);
-    configuration.device = makeReport(*device);
+    configuration.device = module.report(*device);
     configuration.places =
         fieldbus == FieldbusType::Modbus
             ? placesInRegisters(configuration.device, module.modbusOrder(*device))

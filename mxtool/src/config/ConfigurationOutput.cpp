@@ -110,9 +110,11 @@ Json rowJson(const PlaceRow& row, const Configuration& configuration)
             {"channel", parameter.ofModule() ? Json() : Json(parameter.channelNumber)},
             {"name", toUtf8(parameter.name)},
             {"value", parameter.value},
+            {"digits", valueDigits(parameter)},
             {"shown", toUtf8(valueWithUnit(parameter))},
             {"unit", toUtf8(parameter.unit)},
             {"default", row.standard.value},
+            {"default_digits", valueDigits(row.standard)},
             {"default_shown", toUtf8(valueWithUnit(row.standard))},
             {"changed", row.changed},
             {"byte", row.place.begin},
@@ -127,9 +129,9 @@ Json valuesJson(const DeviceReport& device)
 {
     Json values = Json::object();
     for (const auto& parameter : device.parameters) {
-        if (!parameter.value.empty()) {
+        if (parameter.raw) { // nothing can be set outside the image
             values["#" + parameter.id] =
-                parameter.hasOptionList ? "#" + parameter.value : parameter.value;
+                parameter.hasOptionList ? "#" + parameter.value : valueDigits(parameter);
         }
     }
     return values;
@@ -141,10 +143,10 @@ CsvRow parameterCells(const PlaceRow& row, const Configuration& configuration)
     return {parameter.id,
             parameter.ofModule() ? "" : std::to_string(parameter.channelNumber),
             parameter.name,
-            parameter.value,
+            valueDigits(parameter),
             valueWithUnit(parameter),
             parameter.unit,
-            row.standard.value,
+            valueDigits(row.standard),
             row.changed ? "true" : "false",
             std::to_string(row.place.begin),
             std::to_string(row.place.size),

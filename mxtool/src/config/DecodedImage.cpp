@@ -61,7 +61,7 @@ void refuseOtherKind(std::size_t size, FieldbusType fieldbus, TranslatedModule& 
 
 std::size_t decodedSize(FieldbusType fieldbus, TranslatedModule& module)
 {
-    const DeviceReport device = makeReport(module.device());
+    const DeviceReport device = module.report();
     return fieldbus == FieldbusType::Raw
                ? device.parameterBlock.size()
                : sizeOfRegisters(placesInRegisters(device, module.modbusOrder(module.device())));
@@ -84,7 +84,7 @@ std::vector<char> decodedImage(const std::vector<char>& bytes, FieldbusType fiel
                                TranslatedModule& module, const std::string& place)
 {
     refuseOtherKind(bytes.size(), fieldbus, module, place);
-    const DeviceReport device = makeReport(module.device());
+    const DeviceReport device = module.report();
     if (fieldbus == FieldbusType::Raw) {
         requireImageSize(bytes, device, place);
         return bytes;

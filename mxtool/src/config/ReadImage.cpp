@@ -116,7 +116,7 @@ private:
                                             "config --format json writes",
                                             "--values takes a file of values"});
         }
-        const DeviceReport device = makeReport(module.device());
+        const DeviceReport device = module.report();
         requireIdentity(values.deviceTypeId, device, module.name(), name);
         requireImageSize(*values.image, device, name);
         ReadImage read{std::move(*values.image), {}};

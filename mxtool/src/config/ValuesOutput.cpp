@@ -56,7 +56,8 @@ std::string scalar(const std::string& utf8)
 std::string valueInCalls(const Parameter& parameter)
 {
     if (!parameter.hasOptionList) {
-        return parameter.value + (parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit));
+        return valueDigits(parameter) +
+               (parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit));
     }
     const auto* option = parameter.currentOption();
     const std::string text = option != nullptr ? toUtf8(option->text) : "";
@@ -83,7 +84,7 @@ std::string optionsText(const Parameter& parameter)
 
 std::string rangeText(const Parameter& parameter)
 {
-    return fmt::format("{} to {}{}", parameter.min, parameter.max,
+    return fmt::format("{}{}", acceptedValues(parameter),
                        parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit));
 }
 
@@ -183,7 +184,7 @@ std::string configurationValues(const Configuration& configuration)
     Parameters group;
     for (std::size_t i = 0; i < device.parameters.size(); ++i) {
         const Parameter& parameter = device.parameters[i];
-        if (!configuration.isShown(i) || parameter.value.empty()) {
+        if (!configuration.isShown(i) || !parameter.raw) {
             continue;
         }
         if (!group.empty() && group.front()->channelNumber != parameter.channelNumber) {

@@ -95,7 +95,7 @@ TableImage imageOfOwnTable(const CsvTable& table, TranslatedModule& module, cons
     const std::size_t byte = table.requiredColumn("byte", file);
     const std::size_t hex = table.requiredColumn("hex", file);
     const auto identity = table.column("device_type_id");
-    const DeviceReport device = makeReport(module.device());
+    const DeviceReport device = module.report();
     const Configuration standard = configurationOf(module, device.parameterBlock, fieldbus);
     TableBytes bytes(standard.bytes, file);
     TableImage written;

@@ -30,8 +30,8 @@ ModuleContent::Parameter parameterOf(const DeviceReport::Parameter& parameter)
     }
     content.widthBits = widthOf(parameter);
     content.defaultValue = forTerminal(valueText(parameter));
-    content.minimum = forTerminal(parameter.min);
-    content.maximum = forTerminal(parameter.max);
+    content.minimum = forTerminal(minimumDigits(parameter));
+    content.maximum = forTerminal(maximumDigits(parameter));
     content.unit = forTerminal(parameter.unit);
     for (const DeviceReport::Option& option : parameter.options) {
         content.options.push_back({forTerminal(option.text), forTerminal(option.value)});

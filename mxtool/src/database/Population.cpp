@@ -62,7 +62,7 @@ public:
 
     void insert(const DeviceProperties& record, const OpenParser& parser)
     {
-        store(record, catalogueContent(makeReport(*parser.dev)));
+        store(record, catalogueContent(makeReport(*parser.dev, conversionsOf(*record.mxFileData))));
         const ModuleKey key{record.family, record.moduleIdText};
         replacedCount += present.insert(key).second ? 0 : 1;
         if (!inserted.insert(key).second) {

@@ -32,9 +32,9 @@ constexpr const char* configFooter = R"(Example:
   Raw parameter image: 9 bytes
     0000  01 00 c8 00 0f 00 0f 00 0f
 
-  Byte  Bits  Bytes  Parameter of  Name               Value         Default
-  0           01     module        Wiring             Delta         Star
-  1-2         00 c8  module        Transformer ratio  100.000000 A
+  Byte  Bits  Bytes  Parameter of  Name               Value   Default
+  0           01     module        Wiring             Delta   Star
+  1-2         00 c8  module        Transformer ratio  100 A
   3-4         00 0f  10 L1 U       Demand interval    15 min
   5-6         00 0f  11 L1 I       Demand interval    15 min
   7-8         00 0f  12 L1 P       Demand interval    15 min
@@ -144,7 +144,7 @@ std::string placeOfBase(const ConfigOptions& options, const WantedValues& wanted
 std::optional<Configuration> composed(const ConfigOptions& options, TranslatedModule& module,
                                       ExitCode& code)
 {
-    const DeviceReport device = makeReport(module.device());
+    const DeviceReport device = module.report();
     const WantedValues wanted = wantedValues(options, device);
     const std::vector<char> image = baseImage(options, wanted, device);
     const std::string place = placeOfBase(options, wanted);

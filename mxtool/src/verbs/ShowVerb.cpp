@@ -45,7 +45,7 @@ struct ShowOptions
 ExitCode show(const ShowOptions& options, const std::string& logLevel)
 {
     TranslatedModule module(options.module, logLevel);
-    const DeviceReport device = makeReport(module.device());
+    const DeviceReport device = module.report();
     writeOutput(options.output,
                 options.format == "json" ? jsonText(deviceJson(device)) : deviceText(device));
     return ExitCode::Done;

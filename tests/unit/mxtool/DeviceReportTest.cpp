@@ -17,7 +17,8 @@ DeviceReport reportOf(const std::string& module)
     std::vector<char> bytes;
     devices::parser::mx::loadFile(std::string(EXAMPLE_MODULES) + "/" + module, bytes);
     devices::parser::mx::Parser_kv38 parser;
-    return mxtool::makeReport(*parser.parse(bytes, nullptr, 0, 0));
+    const auto device = parser.parse(bytes, nullptr, 0, 0);
+    return mxtool::makeReport(*device, mxtool::conversionsOf(bytes));
 }
 
 TEST(DeviceReport, holdsTheChannelsInTheirOrder)
@@ -78,7 +79,7 @@ TEST(DeviceJson, givesTheShownValueBesideTheRawOne)
 {
     const mxtool::Json json = mxtool::deviceJson(reportOf("MX0404.bin"));
     EXPECT_EQ(json["parameters"][0]["value"], "20.000000");
-    EXPECT_EQ(json["parameters"][0]["shown"], "20.000000 mA");
+    EXPECT_EQ(json["parameters"][0]["shown"], "20 mA");
     const mxtool::Json listed = mxtool::deviceJson(reportOf("MX0108.bin"));
     EXPECT_EQ(listed["parameters"][0]["value"], "1");
     EXPECT_EQ(listed["parameters"][0]["shown"], "3 ms");

@@ -127,17 +127,44 @@ TEST_F(AcceptedValue, ofAConvertedParameterIsPhysical)
     // Factor 0.5: raw 0 to 255 is 0 to 127.5.
     EXPECT_EQ(outcome(gain, "127.5"), "127.5");
     EXPECT_EQ(outcome(gain, "1e1 V"), "1e1");
-    EXPECT_THAT(outcome(gain, "127.6"), HasSubstr("expected a number, 0.000000 to 127.500000 V"));
+    EXPECT_EQ(outcome(gain, "127.7"), "127.7"); // nearest to raw 255, with a note
+    EXPECT_THAT(outcome(gain, "127.8"), HasSubstr("expected a number, 0 to 127.5 V"));
     EXPECT_THAT(outcome(gain, "inf", ValueCheck::NumberOnly), HasSubstr("expected a number"));
 }
 
 TEST_F(AcceptedValue, bigNumbersAreComparedExactly)
 {
-    level.min = "-9223372036854775808";
-    level.max = "18446744073709551614";
+    level.rawMin = {true, 9223372036854775808U};
+    level.rawMax = {false, 18446744073709551614U};
     EXPECT_EQ(outcome(level, "18446744073709551614"), "18446744073709551614");
     EXPECT_THAT(outcome(level, "18446744073709551615"), HasSubstr("refused"));
     EXPECT_THAT(outcome(level, "-9223372036854775809"), HasSubstr("refused"));
+}
+
+TEST_F(AcceptedValue, aBareNumberIsOneWhateverTheUnit)
+{
+    level.unit = "1";
+    EXPECT_EQ(outcome(level, "11"), "11");
+    EXPECT_EQ(outcome(level, "12 1"), "12");
+    level.unit = "1/s";
+    EXPECT_EQ(outcome(level, "12 1/s"), "12");
+    EXPECT_THAT(outcome(level, "121/s"), HasSubstr("refused"));
+    level.unit = "mA";
+    EXPECT_EQ(outcome(level, "12mA"), "12");
+    gain.unit = "e1";
+    EXPECT_EQ(outcome(gain, "1e1"), "1e1");
+    EXPECT_EQ(outcome(gain, "7 e1"), "7");
+}
+
+TEST_F(AcceptedValue, theRangeIsOneOfRawValues)
+{
+    // 16777219 and 16777220 are one binary32.
+    gain.scale = {1, 0};
+    gain.rawMin = {};
+    gain.rawMax = {false, 16777219};
+    EXPECT_EQ(outcome(gain, "16777219"), "16777219");
+    EXPECT_THAT(outcome(gain, "16777220"), HasSubstr("expected a number, 0 to 16777219 V"));
+    EXPECT_EQ(outcome(gain, "16777220", ValueCheck::NumberOnly), "16777220");
 }
 
 } // namespace

@@ -162,7 +162,7 @@ TEST_F(Compose, notesAValueThatIsRounded)
     const Composition composition = with({{"Gain", "10.3"}});
     EXPECT_EQ(bytesOf(composition), hexBytes("00 0a 0b 05 07 15 00 00"));
     EXPECT_THAT(linesOf(composition), ElementsAre(HasSubstr("note: parameter \"Gain\"")));
-    EXPECT_THAT(linesOf(composition)[0], HasSubstr("is set to 10.500000, the nearest value"));
+    EXPECT_THAT(linesOf(composition)[0], HasSubstr("is set to 10.5, the nearest value"));
 }
 
 } // namespace

@@ -100,7 +100,7 @@ TEST(ConfigurationText, marksWhatDiffersFromTheDefault)
     const std::string text = configurationText(
         configurationOf(*module, chars("05 0a 0b 05 07 64 00 00"), FieldbusType::Raw));
     EXPECT_THAT(text, HasSubstr("  0000  05 0a 0b 05 07 64 00 00\n"));
-    EXPECT_THAT(text, HasSubstr("0           05     module        Filter      slow         off\n"));
+    EXPECT_THAT(text, HasSubstr("0           05     module        Filter      slow   off\n"));
     EXPECT_THAT(text, HasSubstr("1           0a     0 AI 1        Level       10 mA\n"));
     EXPECT_THAT(text, HasSubstr("4     0-2   07     module        Low bits    7\n"));
     EXPECT_THAT(text, HasSubstr("1 of 9 parameters differ from the default\n"));
@@ -148,7 +148,7 @@ protected:
     // The device's image with one random value that it accepts in each parameter.
     std::vector<char> randomAccepted(std::mt19937& random)
     {
-        const auto device = mxtool::makeReport(module.device());
+        const auto device = module.report();
         std::vector<mxtool::Assignment> assignments;
         for (const auto& parameter : device.parameters) {
             std::string value = random() % 2 == 0 ? parameter.min : parameter.max;
@@ -163,7 +163,7 @@ protected:
     // The image that the values of a file make of the defaults.
     std::vector<char> composedOf(const std::string& content, const std::string& file)
     {
-        const auto device = mxtool::makeReport(module.device());
+        const auto device = module.report();
         mxtool::WantedValues wanted(device, "example");
         wanted.add(mxtool::readValues(content, file), file);
         return compose(module, module.device(), wanted.assignments(), mxtool::ValueCheck::Full)
@@ -175,7 +175,7 @@ protected:
 
 TEST_P(EveryExampleImage, isTheSameDecodedAndComposedAgain)
 {
-    const std::vector<char> standard = mxtool::makeReport(module.device()).parameterBlock;
+    const std::vector<char> standard = module.report().parameterBlock;
     EXPECT_EQ(decodedAndComposed(standard), standard);
     std::mt19937 random(38);
     for (int i = 0; i < 12; ++i) {

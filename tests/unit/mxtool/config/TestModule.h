@@ -14,7 +14,7 @@ public:
 
     mxtool::TranslatedModule& operator*() { return translated; }
     mxtool::TranslatedModule* operator->() { return &translated; }
-    mxtool::DeviceReport report() { return mxtool::makeReport(translated.device()); }
+    mxtool::DeviceReport report() { return translated.report(); }
 
     static std::vector<char> file()
     {

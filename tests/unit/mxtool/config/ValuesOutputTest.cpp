@@ -36,7 +36,7 @@ TEST_F(ValuesOutput, namesRangesOptionsAndDefaults)
     EXPECT_THAT(text, HasSubstr("\n# off = #0 | slow = #5 | 5 = #2 | same = #3 | same = #4 | "
                                 "9 = #7; default off\nFilter: slow\n"));
     EXPECT_THAT(text, HasSubstr("\nAI 2:\n  # 10 to 20 mA; default 11 mA\n  Level: 12 mA\n"));
-    EXPECT_THAT(text, HasSubstr("\nGain: 50.500000 V\n"));
+    EXPECT_THAT(text, HasSubstr("\nGain: 50.5 V\n"));
 }
 
 TEST_F(ValuesOutput, optionsWhoseTextSaysTooLittleAreNumbers)
