@@ -6,6 +6,7 @@
 #include "mxauthor/CheckText.h"
 #include "mxauthor/CodePage.h"
 #include "mxauthor/ModuleTypes.h"
+#include "mxauthor/Utf8.h"
 #include "text/Integer.h"
 #include "text/YamlText.h"
 
@@ -71,6 +72,9 @@ std::string readName(const SkeletonRequest& request)
 {
     if (request.name.empty() || std::any_of(request.name.begin(), request.name.end(), isControl)) {
         throw SkeletonError("name", "one line of text expected, without control characters");
+    }
+    if (const auto wrong = findNonUtf8(request.name)) {
+        throw SkeletonError("name", wrong->text);
     }
     std::string rejected;
     const auto bytes = utf8ToWindows1252(request.name, &rejected);

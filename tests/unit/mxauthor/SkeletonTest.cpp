@@ -178,6 +178,8 @@ TEST(WrongSkeleton, namesWhatIsWrong)
     EXPECT_THAT(errorOf(request), HasSubstr("name: one line of text expected"));
     request.name = "日";
     EXPECT_THAT(errorOf(request), HasSubstr("name: \"日\" is no character of Windows-1252"));
+    request.name = "a\xFC";
+    EXPECT_THAT(errorOf(request), HasSubstr("UTF-8"));
     request = requestFor("");
     for (const char* schema : {"", "a b", "a\nmodule: x", "ä.json", "a\xff"}) {
         request.schema = schema;
