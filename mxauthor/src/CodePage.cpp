@@ -1,41 +1,10 @@
 #include "mxauthor/CodePage.h"
 
-#include <algorithm>
-#include <array>
+#include <datamodel/Utf8Text.h>
 
 namespace mxauthor {
 
 namespace {
-
-// Windows-1252 differs from Latin-1 in these 32 places; five of them are unassigned there and stand
-// for the control character of the same number.
-constexpr std::array<char16_t, 32> upperControls = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-constexpr unsigned upperControlsStart = 0x80;
-
-unsigned codePoint(unsigned char byte)
-{
-    const bool differs = byte >= upperControlsStart && byte < 0xA0;
-    return differs ? upperControls[byte - upperControlsStart] : byte;
-}
-
-// Appends a code point below 0x10000.
-void appendUtf8(std::string& text, unsigned point)
-{
-    if (point < 0x80) {
-        text += static_cast<char>(point);
-    } else if (point < 0x800) {
-        text += static_cast<char>(0xC0U | point >> 6);
-        text += static_cast<char>(0x80U | (point & 0x3FU));
-    } else {
-        text += static_cast<char>(0xE0U | point >> 12);
-        text += static_cast<char>(0x80U | (point >> 6 & 0x3FU));
-        text += static_cast<char>(0x80U | (point & 0x3FU));
-    }
-}
 
 bool continues(char byte)
 {
@@ -70,12 +39,12 @@ std::optional<char> byteOf(unsigned point)
     if (point < 0x100) {
         return static_cast<char>(point);
     }
-    const auto* const found = std::find(upperControls.begin(), upperControls.end(), point);
-    if (found == upperControls.end()) {
-        return std::nullopt;
+    for (unsigned byte = 0x80; byte < 0xA0; ++byte) {
+        if (datamodel::windows1252Character(static_cast<unsigned char>(byte)) == point) {
+            return static_cast<char>(byte);
+        }
     }
-    return static_cast<char>(upperControlsStart +
-                             static_cast<unsigned>(found - upperControls.begin()));
+    return std::nullopt;
 }
 
 } // namespace
@@ -84,7 +53,8 @@ std::string windows1252ToUtf8(const std::string& bytes)
 {
     std::string text;
     for (const char byte : bytes) {
-        appendUtf8(text, codePoint(static_cast<unsigned char>(byte)));
+        datamodel::appendUtf8(text,
+                              datamodel::windows1252Character(static_cast<unsigned char>(byte)));
     }
     return text;
 }

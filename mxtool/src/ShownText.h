@@ -1,12 +1,12 @@
 #pragma once
 
+#include <datamodel/Utf8Text.h>
+
 #include <string>
 
 namespace mxtool {
 
-/// Returns the bytes of an mx text as valid UTF-8: as they are where they are valid UTF-8,
-/// otherwise read as Windows-1252.
-std::string toUtf8(const std::string& bytes);
+using datamodel::toUtf8;
 
 /// Returns `toUtf8(bytes)` with every control character as \xNN, line separators and marks of
 /// direction as \uNNNN, so that no text of a file acts on a terminal or turns its line around.

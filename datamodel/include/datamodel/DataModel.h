@@ -1,6 +1,6 @@
 #pragma once
 
-/// Includes every class of the data model.
+/// Includes every class of the data model, and the functions for their texts.
 
 #include "datamodel/Attribute.h"
 #include "datamodel/BaseObject.h"
@@ -17,3 +17,4 @@
 #include "datamodel/Set.h"
 #include "datamodel/StaticProperty.h"
 #include "datamodel/TypeCode.h"
+#include "datamodel/Utf8Text.h"

@@ -7,46 +7,6 @@ namespace {
 using mxtool::forTerminal;
 using mxtool::toUtf8;
 
-TEST(ShownText, validUtf8StaysAsItIs)
-{
-    for (const char* text : {"", "plain",
-                             "\xC2\xB1"
-                             "10 V",
-                             "\xE2\x80\xA6", "\xF0\x9F\x98\x80"}) {
-        EXPECT_EQ(toUtf8(text), text);
-    }
-}
-
-TEST(ShownText, otherBytesAreReadAsWindows1252)
-{
-    EXPECT_EQ(toUtf8("\xB1"
-                     "10 V"),
-              "\xC2\xB1"
-              "10 V");
-    EXPECT_EQ(toUtf8("\x80"), "\xE2\x82\xAC"); // euro sign, U+20AC
-    EXPECT_EQ(toUtf8("\x85"), "\xE2\x80\xA6"); // ellipsis, U+2026
-    EXPECT_EQ(toUtf8("\x9F"), "\xC5\xB8");     // Y with diaeresis, U+0178
-    EXPECT_EQ(toUtf8("\xFF"), "\xC3\xBF");     // y with diaeresis, U+00FF
-    EXPECT_EQ(toUtf8("\x81"), "\xC2\x81");     // unassigned: the control character of that number
-}
-
-TEST(ShownText, malformedUtf8IsNotTakenForUtf8)
-{
-    // A lone lead byte, an overlong slash, a surrogate, a number beyond U+10FFFF, a cut sequence.
-    for (const char* text : {"\xC2", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x82"}) {
-        EXPECT_NE(toUtf8(text), text);
-    }
-    EXPECT_EQ(toUtf8("\xC0\xAF"), "\xC3\x80\xC2\xAF");
-}
-
-TEST(ShownText, everySingleByteGivesValidUtf8)
-{
-    for (int byte = 0; byte < 256; ++byte) {
-        const std::string text = toUtf8(std::string(1, static_cast<char>(byte)));
-        EXPECT_EQ(toUtf8(text), text) << byte; // what is valid stays as it is
-    }
-}
-
 TEST(ShownText, controlCharactersAreEscapedForTheTerminal)
 {
     EXPECT_EQ(forTerminal("a\033[31mb"), "a\\x1b[31mb");
