@@ -114,9 +114,21 @@ TEST(CheckVerb, sarifNamesRulesAndPlaces)
         EXPECT_EQ(driver["rules"][result["ruleIndex"].get<std::size_t>()]["id"], result["ruleId"]);
         const json& place = result["locations"][0]["physicalLocation"];
         EXPECT_EQ(place["region"]["byteOffset"], 8);
-        EXPECT_THAT(place["artifactLocation"]["uri"].get<std::string>(),
-                    testing::EndsWith("/MX%201%25.bin"));
+        EXPECT_EQ(place["artifactLocation"],
+                  json({{"uri", "file://" + directory.path() + "/MX%201%25.bin"}}));
     }
+}
+
+TEST(CheckVerb, sarifSaysWhereARelativePathBegins)
+{
+    const ToolRun run = runTool({"check", "--format", "sarif", "examples/modules/MX9999.bin"});
+    const json log = json::parse(run.out)["runs"][0];
+    EXPECT_EQ(log["results"][0]["locations"][0]["physicalLocation"]["artifactLocation"],
+              json({{"uri", "examples/modules/MX9999.bin"}, {"uriBaseId", "WORKINGFOLDER"}}));
+    // Described and not resolved: the same report wherever it is made.
+    EXPECT_EQ(log["originalUriBaseIds"],
+              json({{"WORKINGFOLDER",
+                     {{"description", {{"text", "The folder in which mxtool was called."}}}}}}));
 }
 
 TEST(CheckVerb, listsAndExplainsItsRules)

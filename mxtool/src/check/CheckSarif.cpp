@@ -12,6 +12,9 @@ namespace {
 
 using mxauthor::CheckRule;
 
+constexpr const char* sarifSchema =
+    "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json";
+
 Json sarifRules()
 {
     Json rules = Json::array();
@@ -31,8 +34,12 @@ bool staysInUri(unsigned char c)
            std::string("-._~/").find(static_cast<char>(c)) != std::string::npos;
 }
 
-// A path as a relative reference: what a URI cannot hold becomes %XX.
-std::string uriOf(const std::string& path)
+// The base of relative references: the folder in which mxtool was called. Which one that is,
+// readers know, and the report is the same on every machine.
+constexpr const char* workingFolder = "WORKINGFOLDER";
+
+// A path as it is in a URI: what that cannot hold becomes %XX.
+std::string uriPathOf(const std::string& path)
 {
     std::string uri;
     for (const char c : path) {
@@ -56,13 +63,22 @@ std::string messageOf(const CheckReport::Entry& entry)
     return entry.inText ? entry.inText->where.text : mxauthor::describe(entry.finding);
 }
 
+Json artifactLocation(const std::string& path)
+{
+    const std::string uriPath = uriPathOf(path);
+    if (!path.empty() && path[0] == '/') {
+        return {{"uri", "file://" + uriPath}};
+    }
+    return {{"uri", uriPath}, {"uriBaseId", workingFolder}};
+}
+
 Json sarifResult(const std::string& file, const CheckReport::Entry& entry)
 {
     const mxauthor::Finding& finding = entry.finding;
     const auto index = finding.rule - mxauthor::checkRules().data();
     const Json region = regionOf(entry);
     const Json location = {
-        {"physicalLocation", {{"artifactLocation", {{"uri", uriOf(file)}}}, {"region", region}}}};
+        {"physicalLocation", {{"artifactLocation", artifactLocation(file)}, {"region", region}}}};
     return {{"ruleId", finding.rule->name},
             {"ruleIndex", index},
             {"level", mxauthor::severityName(entry.severity)},
@@ -81,8 +97,11 @@ Json checkSarif(const CheckReport& report)
         }
     }
     const Json driver = {{"name", "mxtool"}, {"version", MXTOOL_VERSION}, {"rules", sarifRules()}};
-    const Json run = {{"tool", {{"driver", driver}}}, {"results", results}};
-    return {{"version", "2.1.0"}, {"runs", Json::array({run})}};
+    const Json base = {{"description", {{"text", "The folder in which mxtool was called."}}}};
+    const Json run = {{"tool", {{"driver", driver}}},
+                      {"originalUriBaseIds", {{workingFolder, base}}},
+                      {"results", results}};
+    return {{"$schema", sarifSchema}, {"version", "2.1.0"}, {"runs", Json::array({run})}};
 }
 
 } // namespace mxtool
