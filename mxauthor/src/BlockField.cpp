@@ -59,6 +59,12 @@ std::uint64_t BlockField::highest() const
     return isSigned ? lowBits(bits) >> 1 : lowBits(bits);
 }
 
+bool isSignedDatatype(std::uint8_t datatype)
+{
+    const auto width = widthOf(datatype);
+    return width && width->isSigned;
+}
+
 std::uint8_t blockPosition(const ParameterRecord& record)
 {
     return static_cast<std::uint8_t>(record.position.value - positionBias);

@@ -27,6 +27,9 @@ struct BlockField
 /// one byte does not have.
 std::optional<BlockField> blockFieldOf(const ParameterRecord& record);
 
+/// Returns whether values of the datatype have a sign; false for an invalid one.
+bool isSignedDatatype(std::uint8_t datatype);
+
 /// Returns the byte of the block at which the parameter stands.
 std::uint8_t blockPosition(const ParameterRecord& record);
 

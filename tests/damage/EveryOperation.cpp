@@ -174,7 +174,8 @@ void useAsEngineer(const std::vector<char>& file, Run& run, Printing printing)
         }
     });
     run([&] {
-        const auto map = mxtool::makeChannelMap(module->parser(), module->device());
+        const auto map =
+            mxtool::makeChannelMap(module->parser(), module->device(), module->bytes());
         const auto image = mxtool::makeProcessImage(map);
         if (printing == Printing::EveryForm) {
             printChannels(map, image);

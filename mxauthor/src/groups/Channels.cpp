@@ -1,3 +1,4 @@
+#include "BlockField.h"
 #include "GroupCodecs.h"
 
 namespace mxauthor {
@@ -6,6 +7,7 @@ namespace {
 
 constexpr std::size_t recordHeaderSize = 7;
 constexpr std::size_t wordCountOffset = 6;
+constexpr std::uint8_t kindNumberMask = 0x1F;
 
 bool wholeRecordFollows(const PayloadReader& in)
 {
@@ -27,6 +29,11 @@ void transferHead(Io& io, Record& record)
 }
 
 } // namespace
+
+bool ChannelRecord::isSigned() const
+{
+    return isSignedDatatype(kind.value & kindNumberMask);
+}
 
 void read(PayloadReader& in, Channels& group)
 {

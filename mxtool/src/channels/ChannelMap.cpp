@@ -1,13 +1,52 @@
 #include "channels/ChannelMap.h"
 
+#include <mxauthor/MxFile.h>
+
 namespace mxtool {
 
 namespace {
 
 constexpr std::size_t shortestSymbol = 2;
 
+// The records of the channels, none where the group has another shape.
+std::vector<mxauthor::ChannelRecord> recordsOf(const std::vector<char>& mxData)
+{
+    std::string failure; // what follows is nothing that the parser has read
+    for (const mxauthor::Group& group : mxauthor::readWholeGroups(mxData, &failure).groups) {
+        if (const auto* channels = std::get_if<mxauthor::Channels>(&group.content)) {
+            return channels->records;
+        }
+    }
+    return {};
+}
+
+// Finds the record of each channel of a device. The device has them in the order of the records,
+// without those that are left out by their name; a number has one name, so that none of its records
+// is in the device, or all are.
+class RecordSearch
+{
+public:
+    explicit RecordSearch(const std::vector<char>& mxData) : records(recordsOf(mxData)) {}
+
+    // Returns whether the value of the next channel, which has this number, has a sign.
+    bool isSigned(std::uint8_t number)
+    {
+        while (next < records.size()) {
+            const mxauthor::ChannelRecord& record = records[next++];
+            if (record.number.value == number) {
+                return record.isSigned();
+            }
+        }
+        return false;
+    }
+
+private:
+    std::vector<mxauthor::ChannelRecord> records;
+    std::size_t next = 0;
+};
+
 ChannelMap::Channel join(const devices::parser::IDeviceParser::ChannelMappingInfo& info,
-                         const DeviceReport::Channel& channel)
+                         const DeviceReport::Channel& channel, bool isSigned)
 {
     return {channel.id,
             channel.number,
@@ -18,7 +57,8 @@ ChannelMap::Channel join(const devices::parser::IDeviceParser::ChannelMappingInf
             info.byteAddress,
             info.bitOffset,
             channel.bitLength,
-            info.mask};
+            info.mask,
+            isSigned};
 }
 
 ChannelMap::Data dataOf(const DeviceReport& report, const char* offset, const char* size)
@@ -58,7 +98,8 @@ unsigned ChannelMap::Channel::bits() const
 }
 
 ChannelMap makeChannelMap(devices::parser::IDeviceParser& parser,
-                          devices::parser::mx::Parser_kv38::DeviceP& device)
+                          devices::parser::mx::Parser_kv38::DeviceP& device,
+                          const std::vector<char>& mxData)
 {
     const DeviceReport report = makeReport(device, {}); // of the channels alone
     const auto mapping = parser.getChannelMappingInfoList(&device);
@@ -68,12 +109,14 @@ ChannelMap makeChannelMap(devices::parser::IDeviceParser& parser,
                    dataOf(report, "outDataOffset", "outDataSize"),
                    {},
                    {}};
+    RecordSearch records(mxData);
     auto info = mapping.begin();
     for (const DeviceReport::Channel& channel : report.channels) {
+        const bool isSigned = records.isSigned(channel.number);
         if (channel.symbol.size() < shortestSymbol) {
             map.withoutSymbol.push_back(channel);
         } else {
-            map.channels.push_back(join(**info, channel));
+            map.channels.push_back(join(**info, channel, isSigned));
             ++info;
         }
     }

@@ -27,6 +27,7 @@ struct ChannelMap
         std::uint8_t bitOffset; ///< As the mx file has it; may be above 7.
         std::uint8_t bitLength;
         std::uint8_t mask;
+        bool isSigned = false; ///< Whether the value has a sign; never true of a bit field.
 
         bool isInput() const { return area == 'I'; }
         const char* direction() const { return isInput() ? "in" : "out"; }
@@ -50,9 +51,10 @@ struct ChannelMap
     std::vector<DeviceReport::Channel> withoutSymbol; ///< These lie in no image.
 };
 
-/// Joins the mapping list that `parser` gives for `device` with the channels of the device. The
-/// parser logs each channel that has no symbol.
+/// Joins the mapping list that `parser` gives for `device` with the channels of the device and with
+/// their records in its mx data. The parser logs each channel that has no symbol.
 ChannelMap makeChannelMap(devices::parser::IDeviceParser& parser,
-                          devices::parser::mx::Parser_kv38::DeviceP& device);
+                          devices::parser::mx::Parser_kv38::DeviceP& device,
+                          const std::vector<char>& mxData);
 
 } // namespace mxtool

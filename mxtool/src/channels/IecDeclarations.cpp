@@ -12,19 +12,19 @@ using Channel = ChannelMap::Channel;
 
 constexpr unsigned mostBits = 32;
 
-const char* typeOf(char sizeLetter)
+const char* typeOf(const Channel& channel)
 {
-    switch (sizeLetter) {
+    switch (channel.sizeLetter) {
     case 'X':
         return "BOOL";
     case 'B':
-        return "BYTE";
+        return channel.isSigned ? "SINT" : "BYTE";
     case 'W':
-        return "WORD";
+        return channel.isSigned ? "INT" : "WORD";
     case 'D':
-        return "DWORD";
+        return channel.isSigned ? "DINT" : "DWORD";
     default:
-        return "LWORD";
+        return channel.isSigned ? "LINT" : "LWORD";
     }
 }
 
@@ -95,7 +95,7 @@ std::string channelDeclarations(const Channel& channel, IecNames& names)
             ? bitAddress(channel, channel.firstBit())
             : fmt::format("%{}{}{}", channel.area, channel.sizeLetter, channel.byteAddress);
     const std::string name = names.unique(identifier);
-    return declaration(name, address, typeOf(channel.sizeLetter), nameComment(channel, name));
+    return declaration(name, address, typeOf(channel), nameComment(channel, name));
 }
 
 } // namespace

@@ -19,10 +19,10 @@ constexpr const char* channelsFooter = R"(Example:
   $ mxtool channels --format st examples/modules/MX0304.bin
   (* 4 AI ±10 V / 0-20 mA (kv38.5a030304). Addresses count bytes. *)
   VAR_GLOBAL
-      AI_1 AT %IW0 : WORD; (* AI 1 *)
-      AI_2 AT %IW2 : WORD; (* AI 2 *)
-      AI_3 AT %IW4 : WORD; (* AI 3 *)
-      AI_4 AT %IW6 : WORD; (* AI 4 *)
+      AI_1 AT %IW0 : INT; (* AI 1 *)
+      AI_2 AT %IW2 : INT; (* AI 2 *)
+      AI_3 AT %IW4 : INT; (* AI 3 *)
+      AI_4 AT %IW6 : INT; (* AI 4 *)
   END_VAR
 )";
 
@@ -69,7 +69,7 @@ void checkWords(const ChannelsOptions& options)
 ExitCode channels(const ChannelsOptions& options, const std::string& logLevel)
 {
     TranslatedModule module(options.module, logLevel);
-    const ChannelMap map = makeChannelMap(module.parser(), module.device());
+    const ChannelMap map = makeChannelMap(module.parser(), module.device(), module.bytes());
     const ProcessImage image = makeProcessImage(map);
     std::vector<Output> outputs;
     if (!options.picture.empty()) {

@@ -15,6 +15,9 @@ struct ChannelRecord
     Field<std::uint8_t> unread5;
     Field<std::uint8_t> wordCount; ///< Of `words`.
     std::vector<Field<std::uint16_t>> words;
+
+    /// Returns whether the channel's value has a sign. Kinds have the numbers of datatypes.
+    bool isSigned() const;
 };
 
 /// Group 0x20d0.

@@ -1,6 +1,7 @@
 #include "channels/ChannelMapOutput.h"
 
 #include "ChannelMaps.h"
+#include "MxBuffer.h"
 
 #include <devices/parser/mx/LoadFile.h>
 
@@ -17,7 +18,8 @@ ChannelMap mapOf(const std::string& module, unsigned inOffset = 0, unsigned outO
     devices::parser::mx::loadFile(std::string(EXAMPLE_MODULES) + "/" + module, bytes);
     devices::parser::mx::Parser_kv38 parser;
     parser.setLoggingLevel("none");
-    return mxtool::makeChannelMap(parser, *parser.parse(bytes, nullptr, inOffset, outOffset));
+    return mxtool::makeChannelMap(parser, *parser.parse(bytes, nullptr, inOffset, outOffset),
+                                  bytes);
 }
 
 TEST(ChannelMap, joinsTheMappingWithTheChannelsInTheirOrder)
@@ -46,6 +48,36 @@ TEST(ChannelMap, namesTheChannelsWithoutASymbol)
     EXPECT_EQ(map.withoutSymbol[0].name, "Reserved");
     EXPECT_EQ(map.withoutSymbol[1].name, "No image");
     EXPECT_EQ(map.channels.back().name, "Set value"); // joined across the gap
+}
+
+// Kinds 1 to 9: UInt8, UInt16, SInt8, SInt16, two bits, UInt32, SInt32,
+// UInt64, SInt64; then kind 30, which has no symbol, and SInt16 once more with the number of the
+// first. The sixth is left out by its name.
+TEST(ChannelMap, knowsWhichValuesHaveASign)
+{
+    testkit::Bytes records;
+    const auto add = [&records](std::uint8_t number, std::uint8_t kind) {
+        const auto inputKind = static_cast<std::uint8_t>(0x80U | kind);
+        const auto record = testkit::ChannelRecord{number, inputKind, 2}.bytes();
+        records.insert(records.end(), record.begin(), record.end());
+    };
+    for (const std::uint8_t kind : testkit::Bytes{1, 2, 3, 4, 5, 6, 7, 8, 9, 30}) {
+        add(kind, kind);
+    }
+    add(1, 4);
+    const auto bytes = testkit::minimalModule()
+                           .group(0x20D7, testkit::hexBytes("06 00 05"))
+                           .group(0x20D3, testkit::textTablePayload({{5, "-"}}))
+                           .group(0x20D0, records)
+                           .chars();
+    devices::parser::mx::Parser_kv38 parser;
+    parser.setLoggingLevel("none");
+    const auto device = parser.parse(bytes, nullptr, 0, 0);
+    std::string signs;
+    for (const auto& channel : mxtool::makeChannelMap(parser, *device, bytes).channels) {
+        signs += channel.symbol.substr(0, 2) + (channel.isSigned ? "- " : "+ ");
+    }
+    EXPECT_EQ(signs, "IB+ IW+ IB- IW- IB+ ID- IL+ IL- IW- ");
 }
 
 TEST(ChannelMap, knowsTheDataOfTheModule)

@@ -35,6 +35,24 @@ TEST(IecDeclarations, giveTheTypeByTheSizeLetter)
         "    E AT %IL16 : LWORD;\n");
 }
 
+ChannelMap::Channel withSign(ChannelMap::Channel channel)
+{
+    channel.isSigned = true;
+    return channel;
+}
+
+TEST(IecDeclarations, tellWhichValuesHaveASign)
+{
+    EXPECT_EQ(declarationsOf({withSign(wholeChannel("B", 'I', 'B', 4, 8)),
+                              withSign(wholeChannel("C", 'Q', 'W', 6, 16)),
+                              withSign(wholeChannel("D1", 'Q', 'D', 8, 32)),
+                              withSign(wholeChannel("E", 'I', 'L', 16, 64))}),
+              "    B AT %IB4 : SINT;\n"
+              "    C AT %QW6 : INT;\n"
+              "    D1 AT %QD8 : DINT;\n"
+              "    E AT %IL16 : LINT;\n");
+}
+
 TEST(IecDeclarations, tellTheNameWhereItIsNoIdentifier)
 {
     EXPECT_EQ(declarationsOf({bitChannel("DI 1", 'I', 0, 0), bitChannel("DI_1", 'I', 0, 1)}),
