@@ -113,6 +113,13 @@ if(PARSER_MX_BUILD_TOOL)
             COMPONENT tool
             OPTIONAL)
     endforeach()
+    # As Debian has its manual pages; without the time, which would be another in each build.
+    install(CODE "
+        file(GLOB pages \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATAROOTDIR}/man/man1/mxtool*.1\")
+        if(pages)
+            execute_process(COMMAND gzip -9nf \${pages} COMMAND_ERROR_IS_FATAL ANY)
+        endif()"
+        COMPONENT tool)
 endif()
 
 install(

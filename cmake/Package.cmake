@@ -1,4 +1,9 @@
-# The Debian packages, one for each component of the installation; scripts/package builds them.
+# The Debian packages, one for each component of the installation; scripts/package builds them. They
+# hold the shared libraries, laid out for /usr; anything else is left to the installation.
+if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" OR PARSER_MX_STATIC)
+    return()
+endif()
+
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL parser mxfileext database dev)
@@ -22,26 +27,45 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(same "(= ${PROJECT_VERSION})")
 set(since "(>= ${PROJECT_VERSION})")
 
-# Describes one package: component, Debian name, section, summary and the text below it.
+# The change log of the packages. Its date is that of the version, so that equal sources give equal bytes.
+set(changelog_date "Sat, 21 Nov 2026 16:15:41 +0000")
+configure_file(cmake/changelog.in ${PROJECT_BINARY_DIR}/changelog @ONLY)
+execute_process(COMMAND gzip -9n INPUT_FILE ${PROJECT_BINARY_DIR}/changelog
+                OUTPUT_FILE ${PROJECT_BINARY_DIR}/changelog.gz COMMAND_ERROR_IS_FATAL ANY)
+
+# Describes one package: component, Debian name, section, summary and the lines of the text below it.
 macro(parser_mx_package component name section summary)
     string(TOUPPER ${component} upper)
     set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${name})
     set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section})
-    string(CONCAT CPACK_DEBIAN_${upper}_DESCRIPTION "${summary}\n" ${ARGN})
+    string(JOIN "\n" CPACK_DEBIAN_${upper}_DESCRIPTION "${summary}" ${ARGN})
+    install(
+        FILES ${PROJECT_SOURCE_DIR}/cmake/copyright ${PROJECT_BINARY_DIR}/changelog.gz
+        DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${name}
+        COMPONENT ${component})
 endmacro()
 
 parser_mx_package(
     parser libparser-mx3 libs "device-description parser of the kv38 module family"
-    "Turns binary mx files, one per I/O module type, into devices with channels, "
-    "parameters and properties, and computes the parameter image of a configured "
+    "Turns binary mx files, one per I/O module type, into devices with channels,"
+    "parameters and properties, and computes the parameter image of a configured"
     "module.")
 # A host with a companion library or a device database of its own provides these names itself.
 set(CPACK_DEBIAN_PARSER_PACKAGE_DEPENDS
     "libmxfileext1 ${since} | mxfileext-1, libdevice-database1 ${since} | device-database-1")
 
+# After the libraries came or went, a trigger renews the loader's cache. CPack would add scripts that do
+# the same, which Debian does not want: it leaves out those whose names are given here, and there is no
+# such file.
+foreach(component PARSER MXFILEEXT DATABASE)
+    set(CPACK_DEBIAN_${component}_PACKAGE_CONTROL_EXTRA
+        ${PROJECT_SOURCE_DIR}/cmake/triggers ${PROJECT_BINARY_DIR}/none/postinst
+        ${PROJECT_BINARY_DIR}/none/postrm)
+endforeach()
+
 parser_mx_package(
     mxfileext libmxfileext1 libs "coding of parameter values of kv38 modules"
-    "The companion library of libparser-mx3: it reads, converts and sets the values "
+    "The companion library of libparser-mx3: it reads, converts and sets the values"
     "in a parameter image.")
 set(CPACK_DEBIAN_MXFILEEXT_PACKAGE_PROVIDES mxfileext-1)
 
@@ -72,13 +96,10 @@ if(PARSER_MX_BUILD_TOOL)
     list(APPEND CPACK_COMPONENTS_ALL tool)
     parser_mx_package(
         tool mxtool utils "device descriptions of kv38 modules on the command line"
-        "Shows what an mx file describes, configures a module and keeps a device "
+        "Shows what an mx file describes, configures a module and keeps a device"
         "database.")
     string(CONCAT CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
         "libparser-mx3 ${same}, libmxfileext1 ${since} | mxfileext-1, libdevice-database1 ${same}")
 endif()
 
-# Packages hold the shared libraries, laid out for /usr; anything else is left to the installation.
-if(CMAKE_INSTALL_PREFIX STREQUAL "/usr" AND NOT PARSER_MX_STATIC)
-    include(CPack)
-endif()
+include(CPack)
