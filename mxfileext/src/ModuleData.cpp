@@ -5,11 +5,13 @@
 #include <devices/parser/mx/ByteReaders.h>
 
 #include <algorithm>
+#include <atomic>
 
 namespace mxfileext {
 
 namespace {
 
+using devices::parser::mx::OneThreadAtATime;
 using devices::parser::mx::readU16BE;
 
 constexpr std::uint16_t textGroup = 0x20D3;
@@ -23,11 +25,8 @@ std::map<std::uint8_t, ModuleData>& allModules()
     return modules;
 }
 
-std::uint16_t& sizeOfBlock()
-{
-    static std::uint16_t size = 0;
-    return size;
-}
+// One number, which a second thread may read at any time.
+std::atomic<std::uint16_t> sizeOfBlock{0};
 
 // Where the line end of the text at `pos` begins, `size` when there is none. A bare line feed ends
 // a text too; the byte before it then belongs to the two-byte line end.
@@ -103,20 +102,22 @@ ModuleData& moduleData(std::uint8_t module)
 
 std::uint16_t blockSize()
 {
-    return sizeOfBlock();
+    return sizeOfBlock.load(std::memory_order_relaxed);
 }
 
 void clearParsedData(unsigned char module)
 {
+    const OneThreadAtATime::Use use(keptTables, "mxfileext::clearParsedData");
     allModules().erase(module);
     if (module == 0) {
-        sizeOfBlock() = 0;
+        sizeOfBlock.store(0, std::memory_order_relaxed);
     }
 }
 
 void parseGroup(unsigned char module, unsigned short group, const unsigned char* data,
                 unsigned short size)
 {
+    const OneThreadAtATime::Use use(keptTables, "mxfileext::parseGroup");
     if (size >= groupOverhead) {
         moduleData(module).addGroup(group, data + groupHeaderSize, size - groupOverhead);
     }
@@ -124,7 +125,7 @@ void parseGroup(unsigned char module, unsigned short group, const unsigned char*
 
 void initializeModule(char* /*block*/, unsigned short size)
 {
-    sizeOfBlock() = size;
+    sizeOfBlock.store(size, std::memory_order_relaxed);
 }
 
 } // namespace mxfileext

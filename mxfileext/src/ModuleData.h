@@ -1,5 +1,6 @@
 #pragma once
 
+#include <OneThreadAtATime.h>
 #include <mxformat/ConversionTable.h>
 
 #include <cstdint>
@@ -38,6 +39,9 @@ private:
     mxformat::ConversionTable conversions;
     std::map<std::uint8_t, std::string> units; // of the conversions that were looked up
 };
+
+/// The tables that are kept, for the whole process.
+inline devices::parser::mx::OneThreadAtATime keptTables;
 
 /// Returns what is kept for the module index `module`.
 ModuleData& moduleData(std::uint8_t module);

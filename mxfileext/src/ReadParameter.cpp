@@ -76,6 +76,8 @@ void parameterValueToString(const ParameterValue_t& parameter, std::string& valu
 void getConvertedParameter(unsigned char module, unsigned char* block, unsigned char* record,
                            float* value, float* min, float* max, std::string& unit)
 {
+    const devices::parser::mx::OneThreadAtATime::Use use(keptTables,
+                                                         "mxfileext::getConvertedParameter");
     const ParameterField field(record);
     const Conversion conversion = conversionOf(module, record);
     const bool present = block != nullptr && field.liesWithin(blockSize());

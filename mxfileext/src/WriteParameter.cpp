@@ -117,6 +117,7 @@ std::string misplacement(const std::uint8_t* record, const ParameterField& field
 void setParameter(unsigned char module, unsigned char* raw, unsigned char* record,
                   const std::string& value)
 {
+    const devices::parser::mx::OneThreadAtATime::Use use(keptTables, "mxfileext::setParameter");
     const ParameterField field(record);
     const std::string misplaced = misplacement(record, field, raw == nullptr ? 0 : blockSize());
     if (!misplaced.empty()) {

@@ -1,15 +1,20 @@
 // Uses the libraries from many threads at once as docs/guide/threads.md allows it, for
-// ThreadSanitizer to watch. With the word "unlocked" it leaves the mutex out, which ThreadSanitizer
-// has to notice.
+// ThreadSanitizer to watch. With a word it leaves the mutex out:
+//
+//     unlocked    of the parsers: operations are refused, none goes wrong
+//     companion   of the companion library, called by the host itself: the same
+//     database    of the chosen database, where ThreadSanitizer has to notice it
 
 #include <devices/database/DeviceDatabase.h>
 #include <devices/parser/mx/ByteReaders.h>
 #include <devices/parser/mx/HexText.h>
 #include <devices/parser/mx/LoadFile.h>
 #include <devices/parser/mx/Parser_kv38.h>
+#include <mxfileext/mxfileext.h>
 
 #include <unistd.h>
 
+#include <atomic>
 #include <filesystem>
 #include <iostream>
 #include <mutex>
@@ -27,6 +32,7 @@ constexpr const char* files[] = {"MX0502.bin", "MX0304.bin", "MX0108.bin", "MX08
 
 std::mutex oneAtATime;
 bool isLocked = true;
+std::atomic<int> refused;
 
 std::unique_lock<std::mutex> lock()
 {
@@ -78,6 +84,19 @@ datamodel::ParamDevice firstValue(const Device& device)
     return values;
 }
 
+// Does `operation`; without the mutex it may be refused, which has to say what helps.
+template <class Operation>
+void attempt(Operation&& operation)
+{
+    try {
+        operation();
+    } catch (const std::logic_error& refusal) {
+        ++refused;
+        const std::string text = refusal.what();
+        require(!isLocked && text.find("docs/guide/threads.md") != std::string::npos, "refusal");
+    }
+}
+
 // One operation after the other, each under the mutex; the threads take turns between them.
 void translateAndConfigure(const std::vector<char>& mxData)
 {
@@ -127,21 +146,82 @@ void store(const Shared& shared, const std::string& url, int thread)
     require(database.find(record.moduleIdText).has_value(), "record");
 }
 
+// What a host does that calls the companion library itself, with a module index of its own.
+void useCompanion(Shared& shared, unsigned char index)
+{
+    auto& block = *shared.device->privateProps.defaultParameterBlock;
+    std::vector<unsigned char> image(block.begin(), block.end());
+    std::uint32_t size = 0;
+    const std::uint8_t* texts = shared.container.getGroup(0x20D3, &size);
+    attempt([&] { mxfileext::clearParsedData(index); });
+    attempt([&] {
+        mxfileext::parseGroup(index, 0x20D3, texts - 4, static_cast<unsigned short>(size + 6));
+    });
+    attempt([&] {
+        mxfileext::initializeModule(block.data(), static_cast<unsigned short>(block.size()));
+    });
+    for (const auto& attribute : shared.device->attributes) {
+        if (attribute->typeCode() != datamodel::parameterTypeCode) {
+            continue;
+        }
+        const auto& parameter = static_cast<const mx::Parser_kv38::ParameterP&>(*attribute);
+        auto* const record = const_cast<unsigned char*>(parameter.privateProps.record);
+        mxfileext::ParameterValue_t value{};
+        attempt([&] { mxfileext::getParameterValue(record, image.data(), &value); });
+        float number = 0;
+        std::string unit;
+        attempt([&] {
+            mxfileext::getConvertedParameter(index, image.data(), record, &number, &number, &number,
+                                             unit);
+        });
+        attempt([&] { mxfileext::setParameter(index, image.data(), record, "0"); });
+    }
+}
+
 void work(Shared& shared, const std::string& url, int thread)
 {
     const std::vector<char> mxData = bytesOf(files[thread % 4]);
     for (int round = 0; round < rounds; ++round) {
-        translateAndConfigure(mxData);
+        attempt([&mxData] { translateAndConfigure(mxData); });
         read(shared);
     }
     store(shared, url, thread);
 }
 
+void workWithCompanion(Shared& shared, const std::string& /*url*/, int thread)
+{
+    for (int round = 0; round < rounds; ++round) {
+        useCompanion(shared, static_cast<unsigned char>(thread + 1));
+    }
+}
+
+void chooseDatabase(Shared& /*shared*/, const std::string& /*url*/, int /*thread*/)
+{
+    devices::database::insertThrough([](auto& /*record*/) {});
+}
+
+// A parser that has an operation of another thread fall into its own.
+class Disturbed : public mx::Parser_kv38
+{
+protected:
+    void parseContent() override
+    {
+        std::thread([this] {
+            attempt([this] { mx::Parser_kv38().getChannelMappingInfoList(dev.get()); });
+        }).join();
+        Parser_kv38::parseContent();
+    }
+};
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    isLocked = argc < 2 || std::string(argv[1]) != "unlocked";
+    const std::string word = argc < 2 ? "" : argv[1];
+    isLocked = word.empty();
+    auto* const job = word == "companion"  ? workWithCompanion
+                      : word == "database" ? chooseDatabase
+                                           : work;
     const auto file = std::filesystem::temp_directory_path() /
                       ("shared-use-" + std::to_string(getpid()) + ".sqlite");
     {
@@ -149,12 +229,18 @@ int main(int argc, char** argv)
         std::vector<std::thread> threads;
         for (int i = 0; i < threadCount; ++i) {
             threads.emplace_back(
-                [&shared, &file, i] { work(shared, "sqlite:" + file.string(), i); });
+                [&shared, &file, i, job] { job(shared, "sqlite:" + file.string(), i); });
         }
         for (std::thread& thread : threads) {
             thread.join();
         }
+        if (word == "unlocked") {
+            const int before = refused;
+            require(Disturbed().parse(shared.mxData, nullptr, 0, 0) != nullptr, "device");
+            require(refused == before + 1, "a second thread that was let in");
+        }
     }
     std::filesystem::remove(file);
-    std::cout << threadCount << " threads, " << rounds << " rounds each\n";
+    std::cout << threadCount << " threads, " << rounds << " rounds each, " << refused
+              << " operations refused\n";
 }

@@ -9,7 +9,8 @@
 ///
 /// It keeps the parsed data of one mx file per module index; the parser always uses module 0. A
 /// host may put a library of its own with these functions in its place. Not safe for concurrent
-/// calls.
+/// calls: `clearParsedData`, `parseGroup`, `getConvertedParameter` and `setParameter` throw
+/// `std::logic_error` while another thread is in one of them.
 namespace mxfileext {
 
 /// A parameter's value and range, decoded from its record and the parameter block.

@@ -2,6 +2,8 @@
 #include "devices/parser/mx/HexText.h"
 #include "devices/parser/mx/Parser.h"
 
+#include "OneThreadAtATime.h"
+
 #include <algorithm>
 #include <cassert>
 #include <cstring>
@@ -73,6 +75,7 @@ const std::uint8_t* Parser::getGroup(std::uint16_t id, std::uint32_t* size)
 
 const std::string& Parser::getGroupEntry(std::uint16_t id, const std::string& key)
 {
+    const OneThreadAtATime::Use use(parsers, "Parser::getGroupEntry");
     static std::string value;
     value.clear();
 

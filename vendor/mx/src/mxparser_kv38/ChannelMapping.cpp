@@ -1,6 +1,7 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include "LogLine.h"
+#include "OneThreadAtATime.h"
 
 #include <cassert>
 
@@ -38,6 +39,7 @@ Parser_kv38::getChannelMappingInfoList(datamodel::Device* dev)
 {
     traceEntry(logger, "getChannelMappingInfoList");
     assert(dev != nullptr);
+    const OneThreadAtATime::Use use(parsers, "Parser_kv38::getChannelMappingInfoList");
     std::vector<std::unique_ptr<ChannelMappingInfo>> list;
     for (const auto& attribute : dev->attributes) {
         if (attribute->typeCode() != datamodel::channelTypeCode) {

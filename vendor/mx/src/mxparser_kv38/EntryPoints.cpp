@@ -4,6 +4,7 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include "LogLine.h"
+#include "OneThreadAtATime.h"
 #include "TextIndex.h"
 
 #include <mxfileext/mxfileext.h>
@@ -84,6 +85,7 @@ std::shared_ptr<Parser_kv38::DeviceP> Parser_kv38::parse(const std::vector<char>
                                                          unsigned inOffset, unsigned outOffset)
 {
     traceEntry(logger, "parse");
+    const OneThreadAtATime::Use use(parsers, "Parser_kv38::parse");
     return parseInternal(mxData, customParamBuffer, inOffset, outOffset);
 }
 
@@ -147,6 +149,7 @@ void Parser_kv38::initializeDataStructs(const std::vector<char>& mxData,
 unsigned Parser_kv38::populateDatabase(const std::string& directory)
 {
     traceEntry(logger, "populateDatabase");
+    const OneThreadAtATime::Use use(parsers, "Parser_kv38::populateDatabase");
     unsigned inserted = 0;
     Directory handle(opendir(directory.c_str()));
     while (const dirent64* entry = handle != nullptr ? readdir64(handle.get()) : nullptr) {

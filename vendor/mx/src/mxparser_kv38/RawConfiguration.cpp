@@ -1,6 +1,7 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include "LogLine.h"
+#include "OneThreadAtATime.h"
 #include "RecordLayout.h"
 
 #include <mxfileext/mxfileext.h>
@@ -133,6 +134,7 @@ Parser_kv38::getCalculatedRawConfig(FieldbusType fieldbus, const std::vector<cha
 {
     traceEntry(logger, "getCalculatedRawConfig");
     assert(vanillaDev != nullptr);
+    const OneThreadAtATime::Use use(parsers, "Parser_kv38::getCalculatedRawConfig");
     auto* const device = static_cast<DeviceP*>(vanillaDev);
     auto image = std::make_shared<std::vector<char>>(*device->privateProps.defaultParameterBlock);
     if (paramDev != nullptr) {

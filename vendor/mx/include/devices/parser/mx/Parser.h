@@ -51,7 +51,8 @@ public:
     /// Returns the value of the entry `key` of the text group `id`.
     ///
     /// The result is one string for the whole process: it holds until the next call. Throws when
-    /// the group or the key is missing.
+    /// the group or the key is missing, and `std::logic_error` while another thread is in this
+    /// operation or in one of a `Parser_kv38`.
     const std::string& getGroupEntry(std::uint16_t id, const std::string& key);
 
     /// Returns the data of the first dataset `datasetId` in group `id` and stores its length in

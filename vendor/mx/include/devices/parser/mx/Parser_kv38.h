@@ -25,8 +25,10 @@ class TextIndex;
 /// The parser of the kv38 module family.
 ///
 /// One object serves any number of translations, one after the other. At most one translation may
-/// run in the process at a time. Failures are `std::runtime_error`; a null pointer where an object
-/// is required is a failed assertion. Every operation logs ">> NAME()." at trace priority.
+/// run in the process at a time: `parse`, `populateDatabase`, `getCalculatedRawConfig` and
+/// `getChannelMappingInfoList` throw `std::logic_error` while another thread is in one of them.
+/// Other failures are `std::runtime_error`; a null pointer where an object is required is a failed
+/// assertion. Every operation logs ">> NAME()." at trace priority.
 class PARSER_MX_API Parser_kv38 : public IDeviceParser, protected Parser
 {
 public:
