@@ -9,22 +9,17 @@ namespace {
 
 using Parameter = ModuleView::Parameter;
 
-std::string subjectOf(const Parameter& parameter)
-{
-    return named("parameter", parameter.record->number.value, parameter.name);
-}
-
 void checkType(const Parameter& parameter, Findings& findings)
 {
     const ParameterRecord& record = *parameter.record;
     if (!parameter.value.known) {
-        findings.add("parameter-datatype", record.datatype.place, subjectOf(parameter),
+        findings.add("parameter-datatype", record.datatype.place, named(parameter),
                      "datatype " + std::to_string(record.datatype.value) + ", expected 1 to 9");
     } else if (record.datatype.value == byteDatatype &&
                record.bitOffset.value + std::max<unsigned>(record.bitLength.value, 1) > 8) {
         const bool isLength = record.bitLength.value > 8;
         findings.add("bit-field", (isLength ? record.bitLength : record.bitOffset).place,
-                     subjectOf(parameter),
+                     named(parameter),
                      std::to_string(record.bitLength.value) + " bits from bit " +
                          std::to_string(record.bitOffset.value) + " leave their byte, bits 0 to 7");
     }
@@ -38,7 +33,7 @@ void checkChannel(const ModuleView& module, const Parameter& parameter, Findings
         std::none_of(channels.begin(), channels.end(), [&channel](const auto& candidate) {
             return candidate.record->number.value == channel.value;
         })) {
-        findings.add("parameter-channel", channel.place, subjectOf(parameter),
+        findings.add("parameter-channel", channel.place, named(parameter),
                      "belongs to channel " + std::to_string(channel.value) +
                          ", which does not exist");
     }
@@ -54,11 +49,11 @@ void checkParameters(const ModuleView& module, Findings& findings)
         checkType(parameter, findings);
         checkChannel(module, parameter, findings);
         if (parameter.name.empty() && module.text(record.nameId.value) != nullptr) {
-            findings.add("parameter-unnamed", record.nameId.place, subjectOf(parameter),
+            findings.add("parameter-unnamed", record.nameId.place, named(parameter),
                          "its name is an empty text");
         }
         if (!numbers.insert(record.number.value).second) {
-            findings.add("parameter-repeated", record.number.place, subjectOf(parameter),
+            findings.add("parameter-repeated", record.number.place, named(parameter),
                          "another parameter has this number as well");
         }
     }

@@ -36,7 +36,7 @@ bool stands(const std::string& text, const Wordings& wordings)
     return wordings.count(text) != 0;
 }
 
-std::string quoted(const std::string& text)
+std::string quotedWording(const std::string& text)
 {
     return "\"" + shortened(text) + "\"";
 }
@@ -59,16 +59,16 @@ void compareTexts(const ModuleView& before, const ModuleView& after, Differences
         if (found != now.end() && !stands(found->second, oldWordings)) {
             reworded.insert(id);
             differences.add(Effect::Cosmetic, "text", named("text", id, ""),
-                            quoted(text) + " becomes " + quoted(found->second));
+                            quotedWording(text) + " becomes " + quotedWording(found->second));
         } else {
             differences.add(Effect::Cosmetic, "text", named("text", id, ""),
-                            quoted(text) + " is gone");
+                            quotedWording(text) + " is gone");
         }
     }
     for (const auto& [id, text] : now) {
         if (reworded.count(id) == 0 && !stands(text, oldWordings)) {
             differences.add(Effect::Cosmetic, "text", named("text", id, ""),
-                            quoted(text) + " is new");
+                            quotedWording(text) + " is new");
         }
     }
 }
