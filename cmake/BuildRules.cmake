@@ -2,6 +2,7 @@
 
 # Compile rules: language, visibility, warnings, assertions, paths, instrumentation.
 function(parser_mx_rules target)
+    parser_mx_unity_by_folder(${target})
     target_compile_features(${target} PUBLIC cxx_std_17)
     set_target_properties(
         ${target}
@@ -46,6 +47,21 @@ function(parser_mx_rules target)
         target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
         target_link_options(${target} PUBLIC --coverage)
     endif()
+endfunction()
+
+# A build of several sources at a time takes the sources of one folder together: a local name is used
+# once in a folder, and a new source moves no other one.
+function(parser_mx_unity_by_folder target)
+    get_target_property(sources ${target} SOURCES)
+    foreach(source IN LISTS sources)
+        cmake_path(GET source PARENT_PATH folder)
+        string(MAKE_C_IDENTIFIER "${folder}" group)
+        if(source MATCHES "\\$<" OR group STREQUAL "")
+            continue()
+        endif()
+        set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
+    endforeach()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
 endfunction()
 
 # A released library also tells its types, to abidw and the debugger; the packages are stripped of

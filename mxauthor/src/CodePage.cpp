@@ -1,15 +1,12 @@
 #include "mxauthor/CodePage.h"
 
+#include "mxauthor/Utf8.h"
+
 #include <datamodel/Utf8Text.h>
 
 namespace mxauthor {
 
 namespace {
-
-bool continues(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
-}
 
 constexpr unsigned noCharacter = 0xFFFF;
 
@@ -65,7 +62,7 @@ std::optional<std::string> utf8ToWindows1252(const std::string& utf8, std::strin
     for (std::size_t pos = 0; pos < utf8.size();) {
         const bool isLead = static_cast<unsigned char>(utf8[pos]) >= 0xC0;
         std::size_t end = pos + 1;
-        while (isLead && end < utf8.size() && continues(utf8[end])) {
+        while (isLead && end < utf8.size() && continuesCharacter(utf8[end])) {
             ++end;
         }
         const std::string character = utf8.substr(pos, end - pos);

@@ -15,7 +15,6 @@ namespace {
 namespace mx = devices::parser::mx;
 
 constexpr std::uint32_t groupHeaderSize = 4;
-constexpr std::uint32_t groupOverhead = 6;
 constexpr std::size_t headerSize = 6; // identifier, length, content length
 constexpr std::uint32_t checksumSize = 2;
 constexpr std::size_t groupSizeLimit = 0xFFFF;

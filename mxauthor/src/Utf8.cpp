@@ -15,11 +15,6 @@ unsigned byteAt(const std::string& text, std::size_t pos)
     return pos < text.size() ? static_cast<unsigned char>(text[pos]) : 0;
 }
 
-bool continues(unsigned byte)
-{
-    return (byte & 0xC0U) == 0x80;
-}
-
 // How many bytes the character with this lead byte has, 0 when there is none.
 std::size_t lengthOf(unsigned lead)
 {
@@ -49,7 +44,7 @@ std::size_t characterAt(const std::string& text, std::size_t pos)
         return 0;
     }
     for (std::size_t i = 1; i < length; ++i) {
-        if (!continues(byteAt(text, pos + i))) {
+        if (pos + i >= text.size() || !continuesCharacter(text[pos + i])) {
             return 0;
         }
     }
@@ -83,6 +78,11 @@ std::string describeByte(const std::string& text, std::size_t pos)
 
 } // namespace
 
+bool continuesCharacter(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
+}
+
 std::optional<SourceError> findNonUtf8(const std::string& text)
 {
     const std::size_t bad = nextBadByte(text, 0);
@@ -95,7 +95,7 @@ std::optional<SourceError> findNonUtf8(const std::string& text)
     error.line += static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
     error.column += static_cast<std::size_t>(
         std::count_if(before.begin() + static_cast<std::ptrdiff_t>(error.lineStart), before.end(),
-                      [](char c) { return !continues(static_cast<unsigned char>(c)); }));
+                      [](char c) { return !continuesCharacter(c); }));
     error.text = describeByte(text, bad);
     return error;
 }

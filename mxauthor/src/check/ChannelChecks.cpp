@@ -14,11 +14,6 @@ constexpr std::uint8_t kindBits = 0x1F;
 constexpr std::uint8_t bitKind = 5;
 constexpr std::uint8_t noDataKind = 31;
 
-std::string subjectOf(const Channel& channel)
-{
-    return named("channel", channel.record->number.value, channel.name);
-}
-
 void checkKind(const Channel& channel, Findings& findings)
 {
     const ChannelRecord& record = *channel.record;
@@ -26,15 +21,15 @@ void checkKind(const Channel& channel, Findings& findings)
     const unsigned stated = record.bitLength.value;
     if (channel.place.symbol.empty()) {
         if (kind != noDataKind) {
-            findings.add("channel-kind", record.kind.place, subjectOf(channel),
+            findings.add("channel-kind", record.kind.place, named(channel),
                          "kind " + std::to_string(kind) + " stands for no data, expected 1 to 9");
         }
     } else if (kind != bitKind && stated != channel.place.bits) {
-        findings.add("channel-bits", record.bitLength.place, subjectOf(channel),
+        findings.add("channel-bits", record.bitLength.place, named(channel),
                      std::to_string(stated) + " bits stated, its kind has " +
                          std::to_string(channel.place.bits));
     } else if (kind == bitKind && (stated == 0 || stated > 8)) {
-        findings.add("channel-bits", record.bitLength.place, subjectOf(channel),
+        findings.add("channel-bits", record.bitLength.place, named(channel),
                      std::to_string(stated) + " bits stated, a bit field has 1 to 8");
     }
 }
@@ -61,7 +56,7 @@ void checkNumber(const ModuleView& module, const Channel& channel,
         return;
     }
     if (sameDirection || otherDirection) {
-        findings.add("channel-repeated", number.place, subjectOf(channel),
+        findings.add("channel-repeated", number.place, named(channel),
                      "another channel has this number as well: name and parameters stand for both");
     }
 }
@@ -84,7 +79,7 @@ void checkChannelNames(const ModuleView& module, Findings& findings)
     for (const Channel& channel : module.channels()) {
         const bool first = numbers.insert(channel.record->number.value).second;
         if (first && module.channelName(channel.record->number.value) == nullptr) {
-            findings.add("channel-unnamed", channel.record->number.place, subjectOf(channel),
+            findings.add("channel-unnamed", channel.record->number.place, named(channel),
                          "has no name in group 20d7");
         }
     }

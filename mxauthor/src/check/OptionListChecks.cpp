@@ -21,11 +21,6 @@ bool usesList(const Parameter& parameter)
     return parameter.record->optionList.value != 0 && !isConverted(parameter);
 }
 
-std::string subjectOf(const Parameter& parameter)
-{
-    return named("parameter", parameter.record->number.value, parameter.name);
-}
-
 void checkReference(const ModuleView& module, const Parameter& parameter, Findings& findings)
 {
     const Field<std::uint8_t>& id = parameter.record->optionList;
@@ -35,11 +30,11 @@ void checkReference(const ModuleView& module, const Parameter& parameter, Findin
                                                             return list.id.value == id.value;
                                                         });
     if (id.value != 0 && isConverted(parameter)) {
-        findings.add("option-list-ignored", id.place, subjectOf(parameter),
+        findings.add("option-list-ignored", id.place, named(parameter),
                      "names option list " + std::to_string(id.value) +
                          ", but is shown in physical units");
     } else if (usesList(parameter) && !exists) {
-        findings.add("option-list-missing", id.place, subjectOf(parameter),
+        findings.add("option-list-missing", id.place, named(parameter),
                      "names option list " + std::to_string(id.value) +
                          ", which group 20c1 does not hold");
     }
@@ -52,11 +47,11 @@ void checkValues(const ModuleView& module, const Parameter& parameter, Findings&
     for (const Option* option : module.options(parameter.record->optionList.value)) {
         const std::uint64_t slot = option->value.value;
         if (!holdsSlot(parameter.value, slot)) {
-            findings.add("option-value", option->value.place, subjectOf(parameter),
+            findings.add("option-value", option->value.place, named(parameter),
                          "its option value " + std::to_string(slot) + " does not fit in " +
                              std::to_string(parameter.value.bits) + " bits");
         } else if (++seen[numberOfSlot(parameter.value, slot).bits] == 2) {
-            findings.add("option-repeated", option->value.place, subjectOf(parameter),
+            findings.add("option-repeated", option->value.place, named(parameter),
                          "its option value " + numberOfSlot(parameter.value, slot).text() +
                              " stands here again, the first text is shown");
         }
@@ -74,7 +69,7 @@ ListUse useOf(const Parameter& parameter)
 void checkWidth(const Parameter& parameter, Findings& findings)
 {
     if (parameter.value.size > 1) {
-        findings.add("option-list-wide", parameter.record->optionList.place, subjectOf(parameter),
+        findings.add("option-list-wide", parameter.record->optionList.place, named(parameter),
                      "has options and " + std::to_string(parameter.value.size) +
                          " bytes, of which Modbus registers compare the first");
     }

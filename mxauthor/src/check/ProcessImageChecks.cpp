@@ -9,11 +9,6 @@ namespace {
 
 using Channel = ModuleView::Channel;
 
-std::string subjectOf(const Channel& channel)
-{
-    return named("channel", channel.record->number.value, channel.name);
-}
-
 bool shareBits(const ChannelPlace& a, const ChannelPlace& b)
 {
     return a.input == b.input && a.bits != 0 && b.bits != 0 && a.firstBit < b.firstBit + b.bits &&
@@ -24,9 +19,9 @@ void checkOverlap(const std::vector<Channel>& channels, const Channel& channel, 
 {
     for (const Channel* other = channels.data(); other != &channel; ++other) {
         if (shareBits(other->place, channel.place)) {
-            findings.add("channel-overlap", channel.record->bitOffset.place, subjectOf(channel),
+            findings.add("channel-overlap", channel.record->bitOffset.place, named(channel),
                          channel.place.symbol + " shares bits with " + other->place.symbol +
-                             " of " + subjectOf(*other));
+                             " of " + named(*other));
             return;
         }
     }
@@ -36,7 +31,7 @@ void checkAlignment(const Channel& channel, Findings& findings)
 {
     const ChannelPlace& place = channel.place;
     if (place.byteAddress % place.naturalSize != 0) {
-        findings.add("channel-unaligned", channel.record->number.place, subjectOf(channel),
+        findings.add("channel-unaligned", channel.record->number.place, named(channel),
                      place.symbol + " follows from the address rules, byte " +
                          std::to_string(place.byteAddress) + " is no multiple of " +
                          std::to_string(place.naturalSize));
@@ -56,9 +51,8 @@ void checkProcessImage(const ModuleView& module, Findings& findings)
         checkAlignment(channel, findings);
         const auto [first, isNew] = symbols.emplace(channel.place.symbol, &channel);
         if (!isNew) {
-            findings.add("symbol-repeated", channel.record->number.place, subjectOf(channel),
-                         "has the symbol " + channel.place.symbol + " of " +
-                             subjectOf(*first->second));
+            findings.add("symbol-repeated", channel.record->number.place, named(channel),
+                         "has the symbol " + channel.place.symbol + " of " + named(*first->second));
         }
     }
 }

@@ -8,7 +8,7 @@ constexpr std::size_t conversionSize = 11;
 
 // Lists the fields of an entry in file order, for reading and writing.
 template <typename Io, typename Entry>
-void transfer(Io& io, Entry& entry)
+void transferEntry(Io& io, Entry& entry)
 {
     io.field(entry.id);
     io.field(entry.factor);
@@ -21,7 +21,7 @@ void transfer(Io& io, Entry& entry)
 void read(PayloadReader& in, Conversions& group)
 {
     while (in.left() >= conversionSize) {
-        transfer(in, group.entries.emplace_back());
+        transferEntry(in, group.entries.emplace_back());
     }
     in.rest(group.rest);
 }
@@ -29,7 +29,7 @@ void read(PayloadReader& in, Conversions& group)
 void write(PayloadWriter& out, const Conversions& group)
 {
     for (const Conversion& entry : group.entries) {
-        transfer(out, entry);
+        transferEntry(out, entry);
     }
     out.rest(group.rest);
 }

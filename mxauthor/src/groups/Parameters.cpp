@@ -8,7 +8,7 @@ constexpr std::size_t recordSize = 29;
 
 // Lists the fields of a record in file order, for reading and writing.
 template <typename Io, typename Record>
-void transfer(Io& io, Record& record)
+void transferRecord(Io& io, Record& record)
 {
     io.field(record.number);
     io.field(record.nameId);
@@ -30,7 +30,7 @@ void transfer(Io& io, Record& record)
 void read(PayloadReader& in, Parameters& group)
 {
     while (in.left() >= recordSize) {
-        transfer(in, group.records.emplace_back());
+        transferRecord(in, group.records.emplace_back());
     }
     in.rest(group.rest);
 }
@@ -38,7 +38,7 @@ void read(PayloadReader& in, Parameters& group)
 void write(PayloadWriter& out, const Parameters& group)
 {
     for (const ParameterRecord& record : group.records) {
-        transfer(out, record);
+        transferRecord(out, record);
     }
     out.rest(group.rest);
 }

@@ -185,4 +185,9 @@ std::string named(const ModuleView::Parameter& parameter)
     return named("parameter", parameter.record->number.value, parameter.name);
 }
 
+std::string named(const ModuleView::Channel& channel)
+{
+    return named("channel", channel.record->number.value, channel.name);
+}
+
 } // namespace mxauthor

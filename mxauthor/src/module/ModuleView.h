@@ -96,7 +96,8 @@ std::string shortened(const std::string& text);
 /// Returns how messages name a channel or parameter: `parameter 3 "Filter"`; the name shortened.
 std::string named(const char* what, unsigned number, const std::string& name);
 
-/// The same for `parameter`.
+/// The same for `parameter` and `channel`.
 std::string named(const ModuleView::Parameter& parameter);
+std::string named(const ModuleView::Channel& channel);
 
 } // namespace mxauthor

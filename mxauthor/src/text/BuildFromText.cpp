@@ -13,7 +13,6 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t groupOverhead = 6;
 constexpr std::size_t sizeLimit = 0xFFFF; // of a group, and of a file with a header
 
 // The one document of the text; an error and nothing when there is another number of them.

@@ -6,7 +6,6 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t groupOverhead = 6;
 constexpr std::size_t mostLookedAt = 60; // characters of a text that make a word
 
 bool isAlphanumeric(char c)

@@ -7,7 +7,7 @@ namespace mxauthor {
 
 namespace {
 
-const std::vector<std::pair<std::uint16_t, const char*>> words = {
+const std::vector<std::pair<std::uint16_t, const char*>> namedGroups = {
     {headerGroup, "header"},
     {moduleGroup, "module"},
     {catalogueGroup, "catalogue"},
@@ -32,8 +32,8 @@ const std::vector<std::uint16_t>& usualOrder()
 {
     static const std::vector<std::uint16_t> order = [] {
         std::vector<std::uint16_t> ids;
-        ids.reserve(words.size());
-        for (const auto& [id, word] : words) {
+        ids.reserve(namedGroups.size());
+        for (const auto& [id, word] : namedGroups) {
             ids.push_back(id);
         }
         return ids;
@@ -43,23 +43,23 @@ const std::vector<std::uint16_t>& usualOrder()
 
 std::string groupWord(std::uint16_t id)
 {
-    const auto found = std::find_if(words.begin(), words.end(),
+    const auto found = std::find_if(namedGroups.begin(), namedGroups.end(),
                                     [id](const auto& entry) { return entry.first == id; });
-    return found == words.end() ? rawWord : found->second;
+    return found == namedGroups.end() ? rawWord : found->second;
 }
 
 std::optional<std::uint16_t> groupOfWord(const std::string& word)
 {
-    const auto found = std::find_if(words.begin(), words.end(),
+    const auto found = std::find_if(namedGroups.begin(), namedGroups.end(),
                                     [&word](const auto& entry) { return entry.second == word; });
-    return found == words.end() ? std::nullopt : std::optional(found->first);
+    return found == namedGroups.end() ? std::nullopt : std::optional(found->first);
 }
 
 std::vector<std::string> groupWords()
 {
     std::vector<std::string> all;
-    all.reserve(words.size());
-    for (const auto& [id, word] : words) {
+    all.reserve(namedGroups.size());
+    for (const auto& [id, word] : namedGroups) {
         all.emplace_back(word);
     }
     return all;

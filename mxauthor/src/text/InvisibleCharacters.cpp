@@ -7,7 +7,7 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::array<InvisibleCharacter, 13> characters = {
+constexpr std::array<InvisibleCharacter, 13> invisibleCharacters = {
     {{"\xC2\xA0", "U+00A0 (no-break space)"},
      {"\xC2\xAD", "U+00AD (soft hyphen)"},
      {"\xE2\x80\x82", "U+2002 (en space)"},
@@ -28,7 +28,7 @@ constexpr std::size_t numberLength = 6; // "U+00A0"
 
 const InvisibleCharacter* invisibleAt(const std::string& text, std::size_t pos)
 {
-    for (const InvisibleCharacter& character : characters) {
+    for (const InvisibleCharacter& character : invisibleCharacters) {
         if (text.compare(pos, std::strlen(character.bytes), character.bytes) == 0) {
             return &character;
         }

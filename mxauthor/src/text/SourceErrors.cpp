@@ -12,11 +12,6 @@ namespace mxauthor {
 
 namespace {
 
-bool continues(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
-}
-
 // The line that starts here.
 std::string lineAt(const std::string& source, std::size_t start)
 {
@@ -26,15 +21,15 @@ std::string lineAt(const std::string& source, std::size_t start)
 std::size_t characters(const std::string& text)
 {
     return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return !continues(c); }));
+        std::count_if(text.begin(), text.end(), [](char c) { return !continuesCharacter(c); }));
 }
 
 // Where the character of this number starts.
 std::size_t byteOfCharacter(const std::string& text, std::size_t number)
 {
     std::size_t pos = 0;
-    while (pos < text.size() && (number > 0 || continues(text[pos]))) {
-        number -= continues(text[pos]) ? 0 : 1;
+    while (pos < text.size() && (number > 0 || continuesCharacter(text[pos]))) {
+        number -= continuesCharacter(text[pos]) ? 0 : 1;
         ++pos;
     }
     return pos;

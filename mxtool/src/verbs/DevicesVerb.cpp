@@ -49,11 +49,6 @@ struct DevicesOptions
     ModuleQuery query; // what search and where say
 };
 
-std::string modulesText(std::size_t count)
-{
-    return fmt::format("{} {}", count, count == 1 ? "module" : "modules");
-}
-
 std::string knownIdentifiers(DeviceDatabase& database)
 {
     constexpr std::size_t most = 20;

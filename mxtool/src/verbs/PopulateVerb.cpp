@@ -3,6 +3,7 @@
 #include "OutputFile.h"
 #include "ShownText.h"
 #include "Verbs.h"
+#include "database/DeviceListing.h"
 #include "database/MxDirectory.h"
 #include "database/Population.h"
 
@@ -30,11 +31,6 @@ struct PopulateOptions
     std::string databaseUrl;
     bool replace = false;
 };
-
-std::string modulesText(std::size_t count)
-{
-    return fmt::format("{} {}", count, count == 1 ? "module" : "modules");
-}
 
 // Removes what the directory no longer holds, listed before. Returns how many modules went.
 std::size_t removeMissing(const PopulateOptions& options, DeviceDatabase& database, bool quiet)

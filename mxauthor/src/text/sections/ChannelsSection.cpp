@@ -16,7 +16,6 @@ constexpr std::uint8_t flagBits = 0x60;
 constexpr std::uint8_t kindBits = 0x1F;
 constexpr std::uint8_t bitField = 5; // kind of channels that share bytes
 constexpr std::size_t mostWords = 0xFF;
-constexpr std::size_t largestPayload = 0xFFFF - 6; // of a group
 constexpr std::size_t leastRecordSize = 7;
 
 // What a record is when nothing else is stated about it.

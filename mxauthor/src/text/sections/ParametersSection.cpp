@@ -12,7 +12,6 @@ namespace {
 constexpr std::uint8_t byteDatatype = 5; // the one that may be a bit field
 constexpr std::uint8_t ofModule = 0xFF;  // channel of parameters that belong to none
 constexpr std::uint8_t positionBias = 4;
-constexpr std::size_t largestPayload = 0xFFFF - 6; // of a group
 constexpr std::size_t recordSize = 29;
 
 // Visible and writable, and shown in physical units when there is a conversion.
