@@ -73,11 +73,11 @@ void compareTextsOf(const OptionValues& old, const OptionValues& now, Difference
 
 void addGone(const OptionValues& old, const OptionValues& now, Differences& differences)
 {
-    std::vector<std::uint64_t> gone = old.missingIn(now);
-    const auto storable = std::stable_partition(
-        gone.begin(), gone.end(), [&old](std::uint64_t value) { return old.isStorable(value); });
-    const std::vector<std::uint64_t> neverHeld(storable, gone.end());
-    gone.erase(storable, gone.end());
+    std::vector<std::uint64_t> gone;
+    std::vector<std::uint64_t> neverHeld;
+    for (const std::uint64_t value : old.missingIn(now)) {
+        (old.isStorable(value) ? gone : neverHeld).push_back(value);
+    }
     if (!gone.empty()) {
         differences.addBreakingImage("parameter", "", old.named(gone) + "gone");
     }
