@@ -59,7 +59,7 @@ private:
     {
         const std::size_t end =
             std::min(content.find_first_of(std::string("\r\n") + separator, at), content.size());
-        const std::string text = content.substr(at, end - at);
+        std::string text = content.substr(at, end - at);
         at = end;
         return text;
     }

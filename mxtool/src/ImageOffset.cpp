@@ -7,7 +7,7 @@ namespace mxtool {
 namespace {
 
 constexpr std::uint64_t mostAddressed = std::uint64_t{1} << 32U;
-constexpr std::uint64_t mostOfModbus = 2U * 65536U; // registers have 16-bit numbers
+constexpr std::uint64_t mostOfModbus = std::uint64_t{2} * 65536; // registers have 16-bit numbers
 
 } // namespace
 

@@ -119,6 +119,7 @@ void writeOutput(const std::string& path, const std::string& content)
 void writeOutputs(const std::vector<Output>& outputs)
 {
     std::vector<std::string> paths;
+    paths.reserve(outputs.size());
     for (const Output& output : outputs) {
         paths.push_back(output.path);
     }

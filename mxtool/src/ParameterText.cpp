@@ -62,7 +62,7 @@ bool isInRange(const DeviceReport::Parameter& parameter)
 
 std::string valueWithUnit(const DeviceReport::Parameter& parameter)
 {
-    const std::string text = valueText(parameter);
+    std::string text = valueText(parameter);
     if (parameter.hasOptionList || text.empty()) {
         return text;
     }

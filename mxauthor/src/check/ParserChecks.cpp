@@ -18,15 +18,16 @@ struct Speech
     std::uint16_t group;
 };
 
-constexpr std::array<Speech, 9> speeches = {{{"Cannot find requested text string", 0x20D3},
-                                             {"Invalid textstring termination", 0x0011},
-                                             {"Invalid textstring termination", 0x20D3},
-                                             {"Invalid datatype", 0x20C0},
-                                             {"Parser::getModuleIdAndType()", 0x0001},
-                                             {"Default parameter block in mx data", 0x0010},
-                                             {"The current parameter array size", 0x0011},
-                                             {"Parameter out of bounds", 0x20C0},
-                                             {"Parameter option list", 0x20C1}}};
+constexpr std::array<Speech, 10> speeches = {{{"Cannot find requested text string", 0x20D3},
+                                              {"Invalid textstring termination", 0x0011},
+                                              {"Invalid textstring termination", 0x20D3},
+                                              {"Invalid datatype", 0x20C0},
+                                              {"Parser::getModuleIdAndType()", 0x0001},
+                                              {"Default parameter block in mx data", 0x0010},
+                                              {"The current parameter array size", 0x0011},
+                                              {"Parameter out of bounds", 0x20C0},
+                                              {"Bit field of", 0x20C0},
+                                              {"Parameter option list", 0x20C1}}};
 
 bool speaksOf(const std::string& message, std::uint16_t group)
 {

@@ -180,7 +180,7 @@ PatternSet AcceptedValues::patternsOf(const Parameter& parameter, const Paramete
         parts.insert(parts.end(), found.intervals().begin(), found.intervals().end());
     }
     PatternSet set(other.bits);
-    set.add(std::move(parts));
+    set.add(parts);
     return set;
 }
 

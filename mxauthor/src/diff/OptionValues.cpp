@@ -27,7 +27,7 @@ OptionValues::OptionValues(const ModuleView& ofModule, const ModuleView::Paramet
         }
         values.push_back(number.bits);
     }
-    storable.add(std::move(points));
+    storable.add(points);
 }
 
 bool OptionValues::isStorable(std::uint64_t value) const

@@ -24,7 +24,7 @@ std::uint64_t highestPattern(unsigned bits)
     return bits >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << bits) - 1;
 }
 
-void PatternSet::add(std::vector<Interval> more)
+void PatternSet::add(const std::vector<Interval>& more)
 {
     const std::uint64_t mask = highestPattern(bitCount);
     for (const Interval& part : more) {

@@ -26,7 +26,7 @@ public:
     const std::vector<Interval>& intervals() const { return parts; }
 
     /// Adds what lies in `more`; bits above the width do not count.
-    void add(std::vector<Interval> more);
+    void add(const std::vector<Interval>& more);
 
     bool holds(std::uint64_t pattern) const;
     PatternSet complement() const;

@@ -52,7 +52,7 @@ std::string takeDigits(std::string& text)
 {
     const std::size_t begin = std::min(text.find_first_not_of(" \t"), text.size());
     const std::size_t end = std::min(text.find_first_not_of("0123456789", begin), text.size());
-    const std::string digits = text.substr(begin, end - begin);
+    std::string digits = text.substr(begin, end - begin);
     text.erase(0, end);
     return digits;
 }

@@ -206,7 +206,7 @@ Found explainMessage(const Lines& lines, const YAML::Exception& failure)
 
 YamlMistake explainYamlFailure(const std::string& source, const YAML::Exception& failure)
 {
-    const YamlMistake general{failure.mark, "this is no YAML: " + failure.msg};
+    YamlMistake general{failure.mark, "this is no YAML: " + failure.msg};
     const Lines lines = linesOf(source);
     if (failure.mark.is_null() || static_cast<std::size_t>(failure.mark.line) >= lines.size()) {
         return general;

@@ -233,8 +233,7 @@ std::pair<std::string, std::string> splitAssignment(const std::string& words,
     if (first == std::string::npos) {
         throw Refusal(fmt::format("Found \"{}\", expected NAME=VALUE", words));
     }
-    const std::pair<std::string, std::string> plain{words.substr(0, first),
-                                                    words.substr(first + 1)};
+    std::pair<std::string, std::string> plain{words.substr(0, first), words.substr(first + 1)};
     const std::vector<Reading> readings = readingsOf(words, device);
     if (isIdentifier(plain.first) || readings.empty()) {
         return plain;

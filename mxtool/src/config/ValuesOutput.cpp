@@ -60,7 +60,7 @@ std::string valueInCalls(const Parameter& parameter)
                (parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit));
     }
     const auto* option = parameter.currentOption();
-    const std::string text = option != nullptr ? toUtf8(option->text) : "";
+    std::string text = option != nullptr ? toUtf8(option->text) : "";
     try {
         if (option != nullptr &&
             acceptedValue(parameter, text, ValueCheck::Full) == parameter.value) {

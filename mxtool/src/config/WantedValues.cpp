@@ -71,6 +71,7 @@ void WantedValues::add(Values values, const std::string& file)
 void WantedValues::add(const std::vector<std::string>& words, ValueCheck check)
 {
     std::vector<Assignment> ofCall;
+    ofCall.reserve(words.size());
     for (const std::string& one : words) {
         ofCall.push_back(assignmentOf(one, device, check));
     }

@@ -38,6 +38,7 @@ std::vector<std::string> exportPaths(const std::vector<ModuleSummary>& modules,
                                      const std::string& directory)
 {
     std::vector<std::string> paths;
+    paths.reserve(modules.size());
     for (const ModuleSummary& module : modules) {
         paths.push_back(exportPath(module, directory));
     }
