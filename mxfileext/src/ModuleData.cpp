@@ -53,6 +53,9 @@ void ModuleData::addGroup(std::uint16_t group, const std::uint8_t* payload, std:
     } else if (group == mxformat::ConversionTable::group && !conversionsRead) {
         conversionsRead = true;
         conversions = mxformat::ConversionTable(payload, size);
+    } else if (group == OptionLists::group && !optionListsRead) {
+        optionListsRead = true;
+        optionLists = OptionLists(payload, size);
     }
 }
 

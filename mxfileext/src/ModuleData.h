@@ -1,5 +1,7 @@
 #pragma once
 
+#include "OptionLists.h"
+
 #include <OneThreadAtATime.h>
 #include <mxformat/ConversionTable.h>
 
@@ -17,7 +19,7 @@ struct Conversion
     std::string unit;
 };
 
-/// What is kept of one mx file: copies of its text and conversion tables.
+/// What is kept of one mx file: copies of its text table, conversions and option lists.
 class ModuleData
 {
 public:
@@ -27,16 +29,22 @@ public:
     /// Returns the conversion `id`; one that changes nothing when `id` names none that is usable.
     Conversion conversion(std::uint8_t id);
 
-private:
+    /// Returns the bytes of the first text `id`, empty when there is none.
     std::string text(std::uint16_t id) const;
 
+    /// Returns the options of the lists `id`.
+    std::vector<Option> options(std::uint8_t id) const { return optionLists.options(id); }
+
+private:
     /// Looks the unit's text up once: many parameters share a conversion.
     const std::string& unitOf(const mxformat::ConversionTable::Entry& entry);
 
     bool textsRead = false;
     bool conversionsRead = false;
+    bool optionListsRead = false;
     std::vector<std::uint8_t> textTable; // whole: in a damaged table the texts may overlap
     mxformat::ConversionTable conversions;
+    OptionLists optionLists;                   // for messages only
     std::map<std::uint8_t, std::string> units; // of the conversions that were looked up
 };
 

@@ -76,9 +76,11 @@ MXFILEEXT_API void getLeftAlignedRawParameter(const std::vector<char>& raw, unsi
 /// that text. The text of the lowest or highest value that the parameter can hold sets that value,
 /// even where "%f" rounds it to a number beyond.
 ///
-/// Throws `std::runtime_error` naming the parameter and the text, with the image unchanged, when
-/// the text is no number, the datatype or bit field cannot hold the value (the text says what it
-/// can hold), or its place lies outside the image.
+/// Throws `std::runtime_error` with the parameter's number, its name where the text table has one,
+/// and `value`, the image unchanged, when the text is no number, the datatype or bit field cannot
+/// hold the value, or its place lies outside the image. In the first two cases it says what the
+/// parameter can hold and names up to twenty options of its list. Names and options are bytes of
+/// the mx file, shortened and with control bytes spelled out: "\x1b".
 MXFILEEXT_API void setParameter(unsigned char module, unsigned char* raw, unsigned char* record,
                                 const std::string& value);
 

@@ -23,9 +23,9 @@ std::string failureText(const std::string& value, const std::string& reason)
 
 TEST_F(SetParameterErrorTest, textIsADecimalInteger)
 {
-    const std::vector<std::string> texts{"",     " ",     "abc", "-",   "+",   "--1",  "+-1", "-+1",
-                                         "++1",  " 1",    "1 ",  "1\n", "1.0", "1,0",  "1.",  "1e2",
-                                         "0x1F", "1'000", "inf", "nan", "12a", "\xB2", "1-"};
+    const std::vector<std::string> texts{"",      " ",   "abc", "-",   "+",    "--1", "+-1", "-+1",
+                                         "++1",   " 1",  "1 ",  "1.0", "1,0",  "1.",  "1e2", "0x1F",
+                                         "1'000", "inf", "nan", "12a", "\xB2", "1-"};
     for (const std::string& text : texts) {
         EXPECT_EQ(failureToSet(recordOf(1), {0xA5}, text),
                   failureText(text, "expected a decimal integer, 0 to 255"));
@@ -37,18 +37,20 @@ TEST_F(SetParameterErrorTest, textIsADecimalNumberWhereConverted)
     ParameterRecord record = recordOf(1);
     record.showMe = 4;
     const std::vector<std::string> texts{
-        "",    " ",    "abc", "-",    "+",        ".",      "--1", "+-1",  "-+1",
-        "++1", " 1",   "1 ",  "1,5",  "1.5.5",    "1e",     "e1",  "0x1F", "1.5\n",
-        "inf", "-inf", "nan", "+inf", "infinity", "nan(1)", "NAN", "1.5f"};
+        "",     " ",   "abc",  "-",        "+",      ".",   "--1", "+-1",  "-+1",
+        "++1",  " 1",  "1 ",   "1,5",      "1.5.5",  "1e",  "e1",  "0x1F", "inf",
+        "-inf", "nan", "+inf", "infinity", "nan(1)", "NAN", "1.5f"};
     for (const std::string& text : texts) {
         EXPECT_EQ(failureToSet(record, {0xA5}, text),
                   failureText(text, "expected a decimal number, 0 to 255"));
     }
 }
 
-// A NUL in the text does not cut the message.
-TEST_F(SetParameterErrorTest, nulIsNoPartOfANumber)
+// Messages spell control bytes out: a NUL in the text would cut them.
+TEST_F(SetParameterErrorTest, controlByteIsNoPartOfANumber)
 {
+    EXPECT_EQ(failureToSet(recordOf(1), {0xA5}, "1\n"),
+              failureText("1\\x0a", "expected a decimal integer, 0 to 255"));
     EXPECT_EQ(failureToSet(recordOf(1), {0xA5}, std::string("1\0", 2)),
               failureText("1\\0", "expected a decimal integer, 0 to 255"));
     ParameterRecord record = recordOf(1);

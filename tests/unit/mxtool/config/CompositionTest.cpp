@@ -112,11 +112,11 @@ TEST_F(Compose, refusesAParameterThatIsSetTwice)
 TEST_F(Compose, refusesAParameterOutsideTheImage)
 {
     EXPECT_THAT(linesOf(with({{"Far", "1"}})),
-                ElementsAre(HasSubstr("parameter \"Far\" of the module (#" +
-                                      module.report().parameters[7].id +
-                                      ", byte 9): Parameter 8: cannot set value \"1\": its place, "
-                                      "1 byte(s) at byte offset 9, lies outside the raw image of "
-                                      "8 byte(s)")));
+                ElementsAre(HasSubstr(
+                    "parameter \"Far\" of the module (#" + module.report().parameters[7].id +
+                    ", byte 9): Parameter 8 \"Far\": cannot set value \"1\": its place, "
+                    "1 byte(s) at byte offset 9, lies outside the raw image of "
+                    "8 byte(s)")));
 }
 
 TEST_F(Compose, forceCannotMakeAParameterHoldMore)

@@ -1,0 +1,95 @@
+#include "ParameterWords.h"
+
+#include "PhysicalValue.h"
+
+#include <devices/parser/mx/ByteReaders.h>
+
+namespace mxfileext {
+
+namespace {
+
+using devices::parser::mx::readU16BE;
+using devices::parser::mx::readU8;
+
+std::string escaped(char byte)
+{
+    constexpr char digits[] = "0123456789abcdef";
+    const auto code = static_cast<unsigned char>(byte);
+    return code == 0 ? "\\0" : std::string("\\x") + digits[code >> 4] + digits[code & 0xFU];
+}
+
+bool isControl(char byte)
+{
+    const auto code = static_cast<unsigned char>(byte);
+    return code < 0x20 || code == 0x7F;
+}
+
+// A text of the file as messages show it: one may have 65,000 bytes.
+std::string shortened(const std::string& text)
+{
+    constexpr std::size_t most = 60;
+    constexpr std::size_t longestCharacter = 4;
+    if (text.size() <= most) {
+        return text;
+    }
+    // Not within a character, should the text be UTF-8.
+    std::size_t end = most;
+    while (most - end < longestCharacter &&
+           (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+        --end;
+    }
+    return text.substr(0, end) + "...";
+}
+
+// The text `id` of the file, ready to follow a number; empty where there is none.
+std::string quotedText(std::uint8_t module, std::uint16_t id)
+{
+    const std::string text = moduleData(module).text(id);
+    return text.empty() ? text : " " + quoted(shortened(text));
+}
+
+std::string enumeration(std::uint8_t module, const std::vector<Option>& options,
+                        const ParameterField& field)
+{
+    constexpr std::size_t most = 20;
+    std::string text;
+    std::size_t count = 0;
+    for (const Option& option : options) {
+        const std::uint64_t raw = field.fromSlot(option.slot);
+        if (!field.holds(field.number(raw)) || ++count > most) {
+            continue;
+        }
+        text += (count == 1 ? "" : ", ") + field.text(raw) + quotedText(module, option.textId);
+    }
+    return count <= most ? text : text + " and " + std::to_string(count - most) + " more";
+}
+
+} // namespace
+
+std::string quoted(const std::string& text)
+{
+    std::string shown;
+    for (const char byte : text) {
+        shown += isControl(byte) ? escaped(byte) : std::string(1, byte);
+    }
+    return '"' + shown + '"';
+}
+
+std::string parameterName(std::uint8_t module, const std::uint8_t* record)
+{
+    return "Parameter " + std::to_string(readU8(record)) +
+           quotedText(module, readU16BE(record + 1));
+}
+
+std::string optionsText(std::uint8_t module, const std::uint8_t* record,
+                        const ParameterField& field)
+{
+    if (isConverted(record)) {
+        return {};
+    }
+    const auto options = moduleData(module).options(readU8(record + 7));
+    const std::string text = enumeration(module, options, field);
+    return text.empty() ? text : "; its options: " + text;
+}
+
+} // namespace mxfileext
