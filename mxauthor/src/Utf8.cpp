@@ -2,6 +2,7 @@
 
 #include "mxauthor/CodePage.h"
 
+#include <datamodel/Utf8Text.h>
 #include <devices/parser/mx/HexText.h>
 
 #include <algorithm>
@@ -10,54 +11,17 @@ namespace mxauthor {
 
 namespace {
 
-unsigned byteAt(const std::string& text, std::size_t pos)
-{
-    return pos < text.size() ? static_cast<unsigned char>(text[pos]) : 0;
-}
-
-// How many bytes the character with this lead byte has, 0 when there is none.
-std::size_t lengthOf(unsigned lead)
-{
-    if (lead < 0x80) {
-        return 1;
-    }
-    if (lead < 0xC2 || lead > 0xF4) {
-        return 0;
-    }
-    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-}
-
-// Longer forms than necessary, halves of surrogate pairs and points above U+10FFFF are none.
-bool mayFollow(unsigned lead, unsigned second)
-{
-    const bool tooLong = (lead == 0xE0 && second < 0xA0) || (lead == 0xF0 && second < 0x90);
-    const bool noPoint = (lead == 0xED && second >= 0xA0) || (lead == 0xF4 && second >= 0x90);
-    return !tooLong && !noPoint;
-}
-
-// The length of the character at `pos`, 0 where the byte begins none.
-std::size_t characterAt(const std::string& text, std::size_t pos)
-{
-    const unsigned lead = byteAt(text, pos);
-    const std::size_t length = lengthOf(lead);
-    if (length > 1 && !mayFollow(lead, byteAt(text, pos + 1))) {
-        return 0;
-    }
-    for (std::size_t i = 1; i < length; ++i) {
-        if (pos + i >= text.size() || !continuesCharacter(text[pos + i])) {
-            return 0;
-        }
-    }
-    return length;
-}
-
 // The first byte from `pos` on that is no part of a character.
 std::size_t nextBadByte(const std::string& text, std::size_t pos)
 {
-    while (pos < text.size() && characterAt(text, pos) != 0) {
-        pos += characterAt(text, pos);
+    while (pos < text.size()) {
+        const std::size_t length = datamodel::utf8CharacterLength(text, pos);
+        if (length == 0) {
+            return pos;
+        }
+        pos += length;
     }
-    return std::min(pos, text.size());
+    return text.size();
 }
 
 std::string describeByte(const std::string& text, std::size_t pos)
