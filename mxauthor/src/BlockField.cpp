@@ -1,6 +1,7 @@
 #include "BlockField.h"
 
 #include <devices/parser/mx/MxParameterDatatype.h>
+#include <mxformat/BitPlace.h>
 
 namespace mxauthor {
 
@@ -82,16 +83,12 @@ std::optional<BlockField> blockFieldOf(const ParameterRecord& record)
     field.bits = bitsOfByte * width->bytes;
     field.isSigned = width->isSigned;
     if (static_cast<MxParameterDatatype>(record.datatype.value) == MxParameterDatatype::Byte) {
-        field.firstBit = record.bitOffset.value;
-        if (field.firstBit >= bitsOfByte) {
+        if (mxformat::leavesItsByte(record.bitLength.value, record.bitOffset.value)) {
             return std::nullopt;
         }
-        // No number of bits means all from the first one up.
-        field.bits =
-            record.bitLength.value == 0 ? bitsOfByte - field.firstBit : record.bitLength.value;
-        if (field.firstBit + field.bits > bitsOfByte) {
-            return std::nullopt;
-        }
+        const auto place = mxformat::bitPlace(record.bitLength.value, record.bitOffset.value);
+        field.firstBit = place.shift;
+        field.bits = place.count;
     }
     return field;
 }

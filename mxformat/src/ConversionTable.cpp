@@ -25,12 +25,12 @@ float readFloatBE(const std::uint8_t* bytes)
     return number;
 }
 
+} // namespace
+
 bool isUsable(const PhysicalScale& scale)
 {
     return scale.factor != 0 && std::isfinite(scale.factor) && std::isfinite(scale.offset);
 }
-
-} // namespace
 
 ConversionTable::ConversionTable(const std::uint8_t* payload, std::size_t size)
 {

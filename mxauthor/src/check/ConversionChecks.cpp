@@ -1,8 +1,6 @@
 #include "check/Checks.h"
 #include "module/ConversionNumbers.h"
 
-#include <algorithm>
-#include <cmath>
 #include <set>
 
 namespace mxauthor {
@@ -11,8 +9,7 @@ namespace {
 
 bool isUsable(const Conversion& entry)
 {
-    const float factor = floatOf(entry.factor.value);
-    return std::isfinite(factor) && factor != 0 && std::isfinite(floatOf(entry.offset.value));
+    return mxformat::isUsable({floatOf(entry.factor.value), floatOf(entry.offset.value)});
 }
 
 void checkEntry(const Conversion& entry, bool isUsed, bool isFirst, Findings& findings)

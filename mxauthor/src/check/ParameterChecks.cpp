@@ -1,5 +1,7 @@
 #include "check/Checks.h"
 
+#include <mxformat/BitPlace.h>
+
 #include <algorithm>
 #include <set>
 
@@ -16,7 +18,7 @@ void checkType(const Parameter& parameter, Findings& findings)
         findings.add("parameter-datatype", record.datatype.place, named(parameter),
                      "datatype " + std::to_string(record.datatype.value) + ", expected 1 to 9");
     } else if (record.datatype.value == byteDatatype &&
-               record.bitOffset.value + std::max<unsigned>(record.bitLength.value, 1) > 8) {
+               mxformat::leavesItsByte(record.bitLength.value, record.bitOffset.value)) {
         const bool isLength = record.bitLength.value > 8;
         findings.add("bit-field", (isLength ? record.bitLength : record.bitOffset).place,
                      named(parameter),

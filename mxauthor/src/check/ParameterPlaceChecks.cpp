@@ -18,7 +18,8 @@ std::string bytesText(const ParameterValue& value)
 
 bool overlaps(const ParameterValue& a, const ParameterValue& b)
 {
-    return a.firstBit < b.firstBit + b.bits && b.firstBit < a.firstBit + a.bits;
+    return a.bits != 0 && b.bits != 0 && a.firstBit < b.firstBit + b.bits &&
+           b.firstBit < a.firstBit + a.bits;
 }
 
 // Every parameter with those in front of it.

@@ -1,6 +1,6 @@
 #include "diff/AcceptedValues.h"
 #include "diff/Differences.h"
-#include "diff/PhysicalScale.h"
+#include "diff/ParameterScale.h"
 #include "diff/StoredImages.h"
 
 #include <algorithm>
@@ -67,7 +67,7 @@ void pairUp(const ModuleView& before, const ModuleView& after, bool byName, Take
     }
 }
 
-std::string unitText(const PhysicalScale& scale)
+std::string unitText(const ParameterScale& scale)
 {
     return scale.unit.empty() ? "none" : "\"" + shortened(scale.unit) + "\"";
 }
@@ -161,8 +161,8 @@ void ParameterComparison::comparePlaces(const ParameterPair& pair)
 void ParameterComparison::compareScales(const ParameterPair& pair)
 {
     const std::string subject = subjectOf(*pair.after);
-    const PhysicalScale old = scaleOf(before, *pair.before);
-    const PhysicalScale now = scaleOf(after, *pair.after);
+    const ParameterScale old = scaleOf(before, *pair.before);
+    const ParameterScale now = scaleOf(after, *pair.after);
     const std::string otherValues = std::string(": ") + sameBytesOtherValues;
     if (old.unit != now.unit) {
         differences.addBreakingImage("parameter", subject,

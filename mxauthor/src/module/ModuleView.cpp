@@ -33,6 +33,10 @@ ModuleView::ModuleView(const MxFile& file) : source(file)
             channelNames.emplace(entry.channel.value, &entry);
         }
     }
+    if (const Group* const table = group(mxformat::ConversionTable::group)) {
+        const Bytes payload = writePayload(table->content);
+        allConversions = {payload.data(), payload.size()};
+    }
     addChannels();
     addParameters();
 }

@@ -4,6 +4,8 @@
 #include "module/ParameterValues.h"
 #include "mxauthor/MxFile.h"
 
+#include <mxformat/ConversionTable.h>
+
 #include <array>
 #include <map>
 
@@ -59,6 +61,9 @@ public:
     /// Returns the options of every list `id`, in file order.
     std::vector<const Option*> options(std::uint8_t id) const;
 
+    /// Returns the conversions of group 0x20c2, as readers use them.
+    const mxformat::ConversionTable& conversions() const { return allConversions; }
+
     /// Returns the default parameter block, empty when there is none.
     const Bytes& block() const;
 
@@ -76,6 +81,7 @@ private:
     std::map<std::uint16_t, const Group*> groups;
     std::map<std::uint16_t, const TextRecord*> texts;
     std::map<std::uint8_t, const ChannelName*> channelNames;
+    mxformat::ConversionTable allConversions;
     std::vector<Channel> allChannels;
     std::vector<Parameter> allParameters;
 };

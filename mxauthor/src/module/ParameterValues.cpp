@@ -4,8 +4,8 @@
 
 #include <devices/parser/mx/ByteReaders.h>
 #include <mxfileext/mxfileext.h>
+#include <mxformat/BitPlace.h>
 
-#include <algorithm>
 #include <array>
 
 namespace mxauthor {
@@ -31,14 +31,11 @@ constexpr std::array<Datatype, 10> datatypes = {{{0, false},
                                                  {8, false},
                                                  {8, true}}};
 
-// Where a bit field lies in its byte: all from the bit offset up when it states no length.
 void narrowToBitField(ParameterValue& value, const ParameterRecord& record)
 {
-    const unsigned offset = record.bitOffset.value;
-    const unsigned room = offset < 8 ? 8 - offset : 0;
-    const unsigned stated = record.bitLength.value;
-    value.firstBit += std::min(offset, 7U);
-    value.bits = stated == 0 ? room : std::min(stated, room);
+    const auto place = mxformat::bitPlace(record.bitLength.value, record.bitOffset.value);
+    value.firstBit += place.shift;
+    value.bits = place.count;
 }
 
 WideNumber numberFrom(const unsigned char* slot, bool isSigned)

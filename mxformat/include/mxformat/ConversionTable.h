@@ -8,6 +8,9 @@
 
 namespace mxformat {
 
+/// Whether a conversion with this scale is used: its factor is not 0, both numbers are finite.
+bool isUsable(const PhysicalScale& scale);
+
 /// The conversions of group 0x20c2, as far as they are used.
 class ConversionTable
 {
@@ -26,8 +29,8 @@ public:
     /// Reads the payload of `size` bytes. One that is no whole number of entries converts nothing.
     ConversionTable(const std::uint8_t* payload, std::size_t size);
 
-    /// Returns the first entry `id`; null for 0, for one that is not there, and for one whose
-    /// factor is 0 or not finite or whose offset is not finite.
+    /// Returns the first entry `id`; null for 0, for one that is not there, and for one that
+    /// is not usable.
     const Entry* find(std::uint8_t id) const;
 
     /// Returns the scale of the entry `id`, factor 1 and offset 0 without one.

@@ -372,6 +372,23 @@ TEST(Diff, anotherFactorGivesTheSameBytesOtherValues)
                     .imageStaysValid);
 }
 
+TEST(Diff, aConversionThatReadersLeaveOutIsNone)
+{
+    const std::string half = "01 3f000000 00000000 0000";
+    // A byte after the last whole entry: readers use none of the table.
+    const Comparison found = compare(convertedModule(half), convertedModule(half + "00"));
+    expectBroken(found, "parameter 2 \"Limit\" of channel 0: conversion x 0.5 + 0 becomes none: "
+                        "same bytes, other values");
+    // A factor of 0 and one that is infinite, an entry after the first with its identifier.
+    EXPECT_FALSE(compare(convertedModule(half), convertedModule("01 00000000 00000000 0000"))
+                     .imageStaysValid);
+    EXPECT_TRUE(compare(convertedModule("01 00000000 00000000 0000"),
+                        convertedModule("01 7f800000 00000000 0000"))
+                    .imageStaysValid);
+    EXPECT_TRUE(compare(convertedModule(half), convertedModule(half + "01 3e800000 00000000 0000"))
+                    .imageStaysValid);
+}
+
 TEST(Diff, aParameterThatIsGoneIsNotSaidToLieWhereItLay)
 {
     Module before;

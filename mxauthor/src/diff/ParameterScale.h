@@ -2,13 +2,14 @@
 
 #include "module/ModuleView.h"
 
+#include <mxformat/PhysicalScale.h>
+
 namespace mxauthor {
 
 /// How the raw value of a parameter becomes what people read: raw x factor + offset, and its unit.
-struct PhysicalScale
+struct ParameterScale
 {
-    float factor = 1;
-    float offset = 0;
+    mxformat::PhysicalScale numbers;
     std::string unit;         ///< Empty: none.
     bool isConverted = false; ///< Whether a conversion is used.
 
@@ -16,9 +17,9 @@ struct PhysicalScale
 };
 
 /// Returns the scale by which readers show `parameter`. A conversion that they leave out is none.
-PhysicalScale scaleOf(const ModuleView& module, const ModuleView::Parameter& parameter);
+ParameterScale scaleOf(const ModuleView& module, const ModuleView::Parameter& parameter);
 
 /// Whether a raw value stands for the same number under both.
-bool giveSameNumbers(const PhysicalScale& a, const PhysicalScale& b);
+bool giveSameNumbers(const ParameterScale& a, const ParameterScale& b);
 
 } // namespace mxauthor

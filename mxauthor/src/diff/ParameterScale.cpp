@@ -1,0 +1,41 @@
+#include "diff/ParameterScale.h"
+
+#include "module/ConversionNumbers.h"
+
+namespace mxauthor {
+
+std::string ParameterScale::text() const
+{
+    return isConverted ? "x " + numberText(numbers.factor) + " + " + numberText(numbers.offset)
+                       : "none";
+}
+
+ParameterScale scaleOf(const ModuleView& module, const ModuleView::Parameter& parameter)
+{
+    ParameterScale scale;
+    const ParameterRecord& record = *parameter.record;
+    std::uint16_t unitId = 0;
+    const auto* const entry = module.conversions().find(record.conversion.value);
+    if (entry != nullptr && (record.flags.value & convertedFlag) != 0) {
+        scale.isConverted = true;
+        scale.numbers = entry->scale;
+        unitId = entry->unitTextId;
+    }
+    if (record.unitId.value != 0) {
+        unitId = record.unitId.value;
+    }
+    if (unitId != 0) {
+        scale.unit = module.textOf(unitId);
+    }
+    return scale;
+}
+
+bool giveSameNumbers(const ParameterScale& a, const ParameterScale& b)
+{
+    const mxformat::PhysicalScale& one = a.numbers;
+    const mxformat::PhysicalScale& other = b.numbers;
+    return !(one.factor < other.factor) && !(other.factor < one.factor) &&
+           !(one.offset < other.offset) && !(other.offset < one.offset);
+}
+
+} // namespace mxauthor
