@@ -34,6 +34,9 @@ function(parser_mx_rules target)
         ${target} PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>
                           $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-free-nonheap-object>)
     target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now,-z,noexecstack)
+    # An identifier would come from the debug information, which names where the build lies: equal
+    # sources give equal packages without.
+    target_link_options(${target} PRIVATE -Wl,--build-id=none)
     if(PARSER_MX_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
@@ -95,9 +98,6 @@ function(parser_mx_link_rules target map)
     target_link_options(${target} PRIVATE -Wl,--version-script=${map})
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${map})
     target_link_options(${target} PRIVATE -Wl,--as-needed -Wl,-Bsymbolic-functions)
-    # An identifier would come from the debug information, which names where the build lies: equal
-    # sources give equal packages without.
-    target_link_options(${target} PRIVATE -Wl,--build-id=none)
     if(NOT PARSER_MX_SANITIZE)
         # A sanitizer's own functions come from the program, so they stay undefined here.
         target_link_options(${target} PRIVATE -Wl,--no-undefined)
