@@ -42,9 +42,11 @@ struct Repeat
 class Writer
 {
 public:
-    Writer(const RepeatableList& listForm, SourceErrors& sourceErrors)
+    Writer(const YAML::Node& list, const RepeatableList& listForm, SourceErrors& sourceErrors)
         : form(listForm), errors(sourceErrors)
-    {}
+    {
+        made.push_back(list);
+    }
 
     void add(const YAML::Node& line);
     std::vector<YAML::Node> lines;
@@ -58,10 +60,12 @@ private:
     void writeOut(const Repeat& repeat);
     YAML::Node numbered(const YAML::Node& node, std::uint32_t n, int depth);
     YAML::Node numberedText(const YAML::Node& node, std::uint32_t n);
+    YAML::Node newNode(const YAML::Node& node);
 
     const RepeatableList& form;
     SourceErrors& errors;
     std::size_t characters = 0; // of all lines that were written out
+    YAML::Node made;            // holds the list of the text and every node that is made
 };
 
 void Writer::addLine(const YAML::Node& line, Repeat& repeat)
@@ -170,6 +174,14 @@ bool Writer::fits(const Repeat& repeat)
     return true;
 }
 
+// A node that owns no memory of its own: else each one would take over all nodes of the text when
+// one of them is put into it, in time that grows with the square of the text.
+YAML::Node Writer::newNode(const YAML::Node& node)
+{
+    made.push_back(node);
+    return node;
+}
+
 YAML::Node Writer::numberedText(const YAML::Node& node, std::uint32_t n)
 {
     characters += node.Scalar().size();
@@ -183,7 +195,7 @@ YAML::Node Writer::numberedText(const YAML::Node& node, std::uint32_t n)
                                  "<2*n+1> with other numbers)");
         return node;
     }
-    return errors.madeFrom(YAML::Node(*text), node.Mark());
+    return errors.madeFrom(newNode(YAML::Node(*text)), node.Mark());
 }
 
 // Deeper than a list or mapping within a line nothing is looked for: there is nothing.
@@ -195,22 +207,23 @@ YAML::Node Writer::numbered(const YAML::Node& node, std::uint32_t n, int depth)
     if (depth == 0 || node.size() > mostItems || !(node.IsSequence() || node.IsMap())) {
         return node;
     }
-    YAML::Node made(node.IsMap() ? YAML::NodeType::Map : YAML::NodeType::Sequence);
+    const auto type = node.IsMap() ? YAML::NodeType::Map : YAML::NodeType::Sequence;
+    YAML::Node copy = newNode(YAML::Node(type));
     for (const auto& item : node) {
         if (node.IsMap()) {
-            made.force_insert(item.first, numbered(item.second, n, depth - 1));
+            copy.force_insert(item.first, numbered(item.second, n, depth - 1));
         } else {
-            made.push_back(numbered(item, n, depth - 1));
+            copy.push_back(numbered(item, n, depth - 1));
         }
     }
-    return errors.madeFrom(made, node.Mark());
+    return errors.madeFrom(copy, node.Mark());
 }
 
 void Writer::writeOut(const Repeat& repeat)
 {
     for (std::uint32_t n = 1; n <= repeat.repetitions; ++n) {
         for (std::size_t i = 0; i < repeat.lines.size(); ++i) {
-            YAML::Node line(YAML::NodeType::Map);
+            YAML::Node line = newNode(YAML::Node(YAML::NodeType::Map));
             for (const auto& [key, value] : repeat.lines[i]) {
                 line.force_insert(key, numbered(value, n, 1));
             }
@@ -247,7 +260,7 @@ void Writer::add(const YAML::Node& line)
 std::vector<YAML::Node> writtenOutLines(const YAML::Node& list, const RepeatableList& form,
                                         SourceErrors& errors)
 {
-    Writer writer(form, errors);
+    Writer writer(list, form, errors);
     for (const YAML::Node& line : readSequence(list, errors)) {
         writer.add(line);
     }
