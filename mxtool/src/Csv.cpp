@@ -25,12 +25,15 @@ bool holdsOperator(const std::string& cell)
                        [&cell](const char* one) { return cell.find(one, 1) != std::string::npos; });
 }
 
+// Whether the cell is a formula but for apostrophes in front.
+bool holdsFormula(const std::string& cell)
+{
+    return looksLikeFormula(cell.substr(std::min(cell.find_first_not_of('\''), cell.size())));
+}
+
 std::string csvCell(const std::string& bytes, char separator)
 {
-    std::string cell = forTerminal(bytes);
-    if (looksLikeFormula(cell)) {
-        cell.insert(0, 1, '\'');
-    }
+    const std::string cell = guarded(forTerminal(bytes));
     if (cell.find(separator) == std::string::npos && cell.find('"') == std::string::npos) {
         return cell;
     }
@@ -48,6 +51,16 @@ bool looksLikeFormula(const std::string& cell)
     constexpr std::array<const char*, 6> always = {"=", "@", "\t", "\r", "\uFF1D", "\uFF20"};
     constexpr std::array<const char*, 4> signs = {"+", "-", "\uFF0B", "\uFF0D"};
     return beginsWithOneOf(cell, always) || (beginsWithOneOf(cell, signs) && holdsOperator(cell));
+}
+
+std::string guarded(const std::string& cell)
+{
+    return holdsFormula(cell) ? "'" + cell : cell;
+}
+
+std::string unguarded(const std::string& cell)
+{
+    return !cell.empty() && cell[0] == '\'' && holdsFormula(cell) ? cell.substr(1) : cell;
 }
 
 void append(const CsvRow& cells, CsvRow& row)

@@ -30,4 +30,11 @@ std::string csvText(const std::vector<CsvRow>& rows, const CsvStyle& style);
 /// such as "-Temp" or a value such as "-9.5 V" is none.
 bool looksLikeFormula(const std::string& cell);
 
+/// Returns `cell` (UTF-8) with an apostrophe in front where it is a formula, or one after
+/// apostrophes: each such text gets one more, so that `unguarded` gives back any text.
+std::string guarded(const std::string& cell);
+
+/// Returns the text of which `cell` is the guarded one.
+std::string unguarded(const std::string& cell);
+
 } // namespace mxtool

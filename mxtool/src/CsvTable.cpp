@@ -48,11 +48,7 @@ private:
     std::string cell()
     {
         const bool isQuoted = !atEnd() && content[at] == '"';
-        std::string text = toUtf8(isQuoted ? quoted() : plain());
-        if (text.size() > 1 && text[0] == '\'' && looksLikeFormula(text.substr(1))) {
-            text.erase(0, 1);
-        }
-        return text;
+        return unguarded(toUtf8(isQuoted ? quoted() : plain()));
     }
 
     std::string plain()

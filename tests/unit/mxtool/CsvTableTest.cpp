@@ -5,6 +5,9 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+#include <random>
+
 namespace {
 
 using mxtool::CsvTable;
@@ -66,6 +69,27 @@ TEST(CsvTable, readsWhatIsWritten)
         ASSERT_EQ(table.rows.size(), 2U);
         EXPECT_EQ(table.rows[0].cells, rows[1]);
         EXPECT_EQ(table.rows[1].cells, rows[2]);
+    }
+}
+
+// Any text that has no control character: those are written as \xNN.
+TEST(CsvTable, readsEveryTextAsItWasWritten)
+{
+    constexpr std::array<const char*, 22> parts = {
+        "'", "=", "@", "+",  "-",   "(", "!",      "|",      ",",      ";",      "\"",
+        " ", "a", "1", "\\", "x0d", "#", "\uFF1D", "\uFF20", "\uFF0B", "\uFF08", "\u00FC"};
+    std::mt19937 random(14);
+    for (int i = 0; i < 20000; ++i) {
+        mxtool::CsvRow row = {"", "x", ""};
+        for (auto length = random() % 7; length > 0; --length) {
+            row.front() += parts[random() % parts.size()];
+            row.back() += parts[random() % parts.size()];
+        }
+        const char separator = std::array{',', ';', '\t'}[random() % 3];
+        const CsvTable table =
+            readCsv(mxtool::csvText({{"h", "i", "j"}, row}, {separator, false}), "v.csv");
+        ASSERT_EQ(table.rows.size(), 1U);
+        ASSERT_EQ(table.rows[0].cells, row);
     }
 }
 

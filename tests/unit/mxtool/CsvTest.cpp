@@ -31,6 +31,12 @@ TEST(Csv, noTextBecomesAFormula)
               "'\uFF1D1,'\uFF20x,'\uFF0Dx\uFF08,\\x09=1\r\n");
 }
 
+TEST(Csv, anApostropheBeforeAFormulaGetsAnother)
+{
+    EXPECT_EQ(csvLine({"'=x", "''=x", "'-f(x)", "'a", "'-Temp", "'", "''"}),
+              "''=x,'''=x,''-f(x),'a,'-Temp,',''\r\n");
+}
+
 TEST(Csv, namesAndValuesThatBeginWithASignStay)
 {
     EXPECT_EQ(csvLine({"-Temp", "+24 V", "-9.5 V", "-", "\uFF0BTemp"}),
