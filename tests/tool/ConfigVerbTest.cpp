@@ -26,11 +26,50 @@ TEST(ConfigVerb, writesTheImageAsBytes)
 {
     const testkit::TemporaryDirectory directory;
     const std::string out = directory.path("image");
-    const ToolRun run = runTool(
-        {"config", serial, "--set", "Parity=odd", "--set", "Receive timeout=1000 ms", "-o", out});
+    const ToolRun run = runTool({"config", serial, "--set", "Parity=odd", "--set",
+                                 "Receive timeout=1000 ms", "-q", "-o", out});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out + run.err, "");
     EXPECT_EQ(readFile(out), std::string("\x03\x02\x03\xE8\xEE\xDD\xEF\x0B\x82\x16\x7E\xEB", 12));
+}
+
+TEST(ConfigVerb, bareBytesAreNotedUnlessTheCallNamesThem)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string out = directory.path("image.bin");
+    const ToolRun run = runTool({"config", serial, "-o", out});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.err, out + ": note: The bytes carry no identity: nothing in the file tells that "
+                             "they are those of a kv38.5a070701\n"
+                             "hint: -o NAME.json or NAME.csv keeps it; --format binary or -q "
+                             "leaves out this note\n");
+    EXPECT_EQ(runTool({"config", serial, "-q", "-o", out}).err, "");
+    EXPECT_EQ(runTool({"config", serial, "--format", "binary", "-o", out}).err, "");
+    EXPECT_EQ(runTool({"config", serial, "-o", directory.path("image.json")}).err, "");
+}
+
+// What a script hands over whose reading of the module failed.
+TEST(ConfigVerb, noBytesAreNotTheDefaults)
+{
+    for (const char* option : {"--compare", "--decode"}) {
+        const ToolRun run = runTool({"config", serial, option, ""});
+        EXPECT_EQ(run.exitCode, 2) << run.out;
+        EXPECT_EQ(run.out, "");
+        EXPECT_THAT(run.err, HasSubstr(std::string(option) + ": Found nothing, expected bytes or "
+                                                             "the name of a file of them\n"));
+    }
+}
+
+TEST(ConfigVerb, filesThatHoldNoImageAreCalledWhatTheyAre)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string values = directory.path("v.yaml");
+    runTool({"config", serial, "-o", values});
+    EXPECT_THAT(runTool({"config", serial, "--compare", values}).err,
+                HasSubstr("hint: --values takes a file of values\n"));
+    EXPECT_THAT(runTool({"config", serial, "--decode", analogue}).err,
+                HasSubstr("hint: the file is an mx file, not bytes that were read from a "
+                          "module\n"));
 }
 
 TEST(ConfigVerb, writesModbusRegisters)

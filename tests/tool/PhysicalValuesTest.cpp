@@ -137,6 +137,44 @@ TEST_F(PhysicalValues, jsonHasTheDigitsBesideTheLibrarysText)
     FAIL() << run.out;
 }
 
+// Q is 0x112210f47de98115; 16777219 (0x01000003) is no binary32, its neighbours are 16777218 and
+// 16777220.
+TEST_F(PhysicalValues, everyFormThatIsReadBackGivesTheSameImage)
+{
+    const std::string path = module("  - {name: Q, at: 0, type: UInt64, default: 0, "
+                                    "conversion: one}\n"
+                                    "  - {name: R, at: 8, type: UInt32, default: 0, "
+                                    "range: [0, 16777219], conversion: one}\n",
+                                    "conversions:\n  one: {factor: 1.0}\n");
+    const std::string image("\x11\x22\x10\xF4\x7D\xE9\x81\x15\x01\0\0\x03", 12);
+    for (const std::string fieldbus : {"raw", "modbus"}) {
+        for (const char* name : {"v.yaml", "v.csv", "v.json"}) {
+            const std::string values = directory.path(fieldbus + name);
+            runTool({"config", path, "--set", "Q=1234567890123456789", "--set", "R=16777219",
+                     "--fieldbus", fieldbus, "-o", values});
+            const ToolRun run = runTool({"config", path, "--values", values, "--format", "binary"});
+            EXPECT_EQ(run.err, "") << values;
+            EXPECT_EQ(run.out, image) << values;
+        }
+    }
+}
+
+// As binary32 both are 16777216.
+TEST_F(PhysicalValues, aComparisonHasTheDigitsBesideTheLibrarysText)
+{
+    const std::string path =
+        module("  - {name: R, at: 0, type: UInt32, default: 0, conversion: one}\n",
+               "conversions:\n  one: {factor: 1.0}\n");
+    const ToolRun run = runTool(
+        {"config", path, "--set", "R=16777217", "--compare", "01000000", "--format", "json"});
+    EXPECT_EQ(run.exitCode, 1) << run.err;
+    const json deviation = json::parse(run.out).at("deviations").at(0);
+    EXPECT_EQ(deviation.at("wanted"), "16777216.000000");
+    EXPECT_EQ(deviation.at("read"), "16777216.000000");
+    EXPECT_EQ(deviation.at("wanted_digits"), "16777217");
+    EXPECT_EQ(deviation.at("read_digits"), "16777216");
+}
+
 TEST_F(PhysicalValues, whatLiesOutsideTheImageIsNotGivenBack)
 {
     const std::string path = module("  - {name: Near, at: 0, type: UInt8, default: 3}\n"

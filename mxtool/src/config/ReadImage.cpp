@@ -1,5 +1,6 @@
 #include "config/ReadImage.h"
 
+#include "FileKind.h"
 #include "FormatOfName.h"
 #include "HexBytes.h"
 #include "InputFile.h"
@@ -57,6 +58,17 @@ Content contentOf(const std::string& name, const std::string& text, std::size_t 
     return text[first] == '{' ? Content::Json : (isOwnTable(text) ? Content::Csv : Content::Bytes);
 }
 
+// What to do with a file that holds no image.
+std::string hintFor(const std::string& name, const std::string& text)
+{
+    const FileKind kind = kindOf(text);
+    if (kind != FileKind::Other) {
+        return fmt::format("the file is {}, not bytes that were read from a module", nameOf(kind));
+    }
+    const bool isYaml = endsInExtension(name, ".yaml") || endsInExtension(name, ".yml");
+    return isYaml ? "--values takes a file of values" : "";
+}
+
 class ImageReader
 {
 public:
@@ -77,7 +89,7 @@ public:
         case Content::Words:
             return bare(bytesOfWords(text));
         default:
-            return bare(bytes);
+            return ofBytes(bytes, path);
         }
     }
 
@@ -105,6 +117,18 @@ private:
     ReadImage bare(const std::vector<char>& bytes)
     {
         return {decodedImage(bytes, fieldbus, module, place), {missingIdentity()}};
+    }
+
+    ReadImage ofBytes(const std::vector<char>& bytes, const std::string& path)
+    {
+        try {
+            return bare(bytes);
+        } catch (Failure& failure) {
+            if (failure.diagnostic.hint.empty()) {
+                failure.diagnostic.hint = hintFor(path, {bytes.begin(), bytes.end()});
+            }
+            throw;
+        }
     }
 
     ReadImage ofJson(const std::string& text, const std::string& name)

@@ -115,7 +115,18 @@ std::string formatOf(const ConfigOptions& options)
                : options.format;
 }
 
-void writeConfiguration(const Configuration& configuration, const ConfigOptions& options)
+// Who names the form knows what it holds; a file that merely has no telling name may be mistaken
+// later for that of another module.
+void noteMissingIdentity(const ConfigOptions& options, const DeviceReport& device)
+{
+    report({"note", options.output,
+            "The bytes carry no identity: nothing in the file tells that they are those of a " +
+                device.deviceTypeId,
+            "-o NAME.json or NAME.csv keeps it; --format binary or -q leaves out this note"});
+}
+
+void writeConfiguration(const Configuration& configuration, const ConfigOptions& options,
+                        bool quiet)
 {
     const std::string format = formatOf(options);
     std::string content;
@@ -130,6 +141,9 @@ void writeConfiguration(const Configuration& configuration, const ConfigOptions&
                                      : configurationText(configuration);
     }
     writeOutput(options.output, content);
+    if (format == "binary" && options.format.empty() && !quiet) {
+        noteMissingIdentity(options, configuration.device);
+    }
 }
 
 std::string placeOfBase(const ConfigOptions& options, const WantedValues& wanted)
@@ -162,12 +176,12 @@ std::optional<Configuration> composed(const ConfigOptions& options, TranslatedMo
     return configuration;
 }
 
-ExitCode composeImage(const ConfigOptions& options, TranslatedModule& module)
+ExitCode composeImage(const ConfigOptions& options, TranslatedModule& module, bool quiet)
 {
     ExitCode code = ExitCode::Done;
     if (auto configuration = composed(options, module, code)) {
         configuration->changedOnly = options.changed;
-        writeConfiguration(*configuration, options);
+        writeConfiguration(*configuration, options, quiet);
     }
     return code;
 }
@@ -190,7 +204,7 @@ ExitCode decodeImage(const ConfigOptions& options, TranslatedModule& module, boo
     Configuration configuration = configurationOf(module, read.image, FieldbusType::Raw);
     configuration.changedOnly = options.changed;
     reportAll(notesOf(configuration, "--decode " + options.decode));
-    writeConfiguration(configuration, options);
+    writeConfiguration(configuration, options, quiet);
     return ExitCode::Done;
 }
 
@@ -236,8 +250,14 @@ ExitCode config(ConfigOptions options, const GlobalOptions& global)
     if (options.compares()) {
         return compareImages(options, module, global.quiet);
     }
-    return options.decode.empty() ? composeImage(options, module)
+    return options.decode.empty() ? composeImage(options, module, global.quiet)
                                   : decodeImage(options, module, global.quiet);
+}
+
+// A script whose reading of the module failed may give nothing.
+std::string refusalOfNothing(const std::string& bytes)
+{
+    return bytes.empty() ? "Found nothing, expected bytes or the name of a file of them" : "";
 }
 
 void addOptions(CLI::App& verb, ConfigOptions& options)
@@ -261,10 +281,12 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
         "--decode", options.decode,
         "Show the values in these bytes instead of composing: hexadecimal, Modbus registers in "
         "decimal as well, or a file of them, of JSON or of CSV; with --values as --compare");
+    decode->check(refusalOfNothing, "");
     decode->excludes(set)->excludes(force)->excludes("--param-block");
     verb.add_option("--compare", options.compare,
                     "Compare these bytes, given as to --decode, with those that the call composes; "
                     "exit code 1 when they differ")
+        ->check(refusalOfNothing, "")
         ->excludes(decode);
     verb.add_option("--fieldbus", options.fieldbus,
                     "raw (parameter image) or modbus (registers); of the bytes to decode as well")
