@@ -170,4 +170,13 @@ void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
         ->transform(CLI::Validator(read, ""));
 }
 
+void refuseEmptyValue(CLI::Option& option)
+{
+    option.check(CLI::Validator(
+        [](const std::string& value) {
+            return value.empty() ? "the value is empty; leave the option out, or give it one" : "";
+        },
+        ""));
+}
+
 } // namespace mxtool

@@ -29,4 +29,8 @@ std::string helpHint(const CLI::App& program);
 void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
                      const std::string& description);
 
+/// Makes the parsing refuse an empty value of `option`, such as that of an unset variable of a
+/// script, which would otherwise count as the option left out.
+void refuseEmptyValue(CLI::Option& option);
+
 } // namespace mxtool

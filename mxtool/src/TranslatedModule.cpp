@@ -18,9 +18,11 @@ void addModuleOptions(CLI::App& verb, ModuleOptions& options)
                     "Byte of the input image at which the module's data begins");
     addOffsetOption(verb, "--out-offset", options.outOffset,
                     "Byte of the output image at which the module's data begins");
-    verb.add_option("--param-block", options.parameterBlockFile,
-                    "File whose bytes replace the default parameter block")
-        ->type_name("FILE");
+    CLI::Option* const block =
+        verb.add_option("--param-block", options.parameterBlockFile,
+                        "File whose bytes replace the default parameter block");
+    block->type_name("FILE");
+    refuseEmptyValue(*block);
 }
 
 TranslatedModule::TranslatedModule(const ModuleOptions& options, const std::string& logLevel)

@@ -49,17 +49,6 @@ TEST(ConfigVerb, bareBytesAreNotedUnlessTheCallNamesThem)
 }
 
 // What a script hands over whose reading of the module failed.
-TEST(ConfigVerb, noBytesAreNotTheDefaults)
-{
-    for (const char* option : {"--compare", "--decode"}) {
-        const ToolRun run = runTool({"config", serial, option, ""});
-        EXPECT_EQ(run.exitCode, 2) << run.out;
-        EXPECT_EQ(run.out, "");
-        EXPECT_THAT(run.err, HasSubstr(std::string(option) + ": Found nothing, expected bytes or "
-                                                             "the name of a file of them\n"));
-    }
-}
-
 TEST(ConfigVerb, filesThatHoldNoImageAreCalledWhatTheyAre)
 {
     const testkit::TemporaryDirectory directory;
@@ -368,6 +357,17 @@ TEST(ConfigVerb, decodeNeedsTheSizeOfTheImage)
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_EQ(run.err, "--decode 03 0g: error: Found \"0g\" at character 4, expected two "
                        "hexadecimal digits for each byte, or the name of an existing file\n");
+}
+
+// Such as that of an unset variable: the default image is no answer to it.
+TEST(ConfigVerb, anEmptyValueOfAnOptionIsRefused)
+{
+    for (const char* option : {"--decode", "--compare", "--param-block"}) {
+        const ToolRun run = runTool({"config", "examples/modules/MX0108.bin", option, ""});
+        EXPECT_EQ(run.exitCode, 2) << option;
+        EXPECT_EQ(run.out, "");
+        EXPECT_THAT(run.err, HasSubstr(std::string("error: ") + option + ": the value is empty"));
+    }
 }
 
 TEST(ConfigVerb, decodeGoesWithNothingThatSetsValues)

@@ -65,6 +65,15 @@ TEST(ExplainVerb, findsNames)
     EXPECT_THAT(none.err, HasSubstr("did you mean \"Upper limit\""));
 }
 
+TEST(ExplainVerb, anEmptyNameOrPlaceIsRefused)
+{
+    for (const char* option : {"--at", "--where"}) {
+        const ToolRun run = runTool({"explain", "examples/modules/MX0304.bin", option, ""});
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_THAT(run.err, HasSubstr(std::string("error: ") + option + ": the value is empty"));
+    }
+}
+
 TEST(ExplainVerb, jsonCoversTheFile)
 {
     const json report = json::parse(runTool({"explain", "--format", "json", analogue}).out);

@@ -1,3 +1,4 @@
+#include "CallWords.h"
 #include "CsvOptions.h"
 #include "FormatOfName.h"
 #include "InputFile.h"
@@ -254,12 +255,6 @@ ExitCode config(ConfigOptions options, const GlobalOptions& global)
                                   : decodeImage(options, module, global.quiet);
 }
 
-// A script whose reading of the module failed may give nothing.
-std::string refusalOfNothing(const std::string& bytes)
-{
-    return bytes.empty() ? "Found nothing, expected bytes or the name of a file of them" : "";
-}
-
 void addOptions(CLI::App& verb, ConfigOptions& options)
 {
     addModuleOptions(verb, options.module);
@@ -281,13 +276,14 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
         "--decode", options.decode,
         "Show the values in these bytes instead of composing: hexadecimal, Modbus registers in "
         "decimal as well, or a file of them, of JSON or of CSV; with --values as --compare");
-    decode->check(refusalOfNothing, "");
     decode->excludes(set)->excludes(force)->excludes("--param-block");
-    verb.add_option("--compare", options.compare,
-                    "Compare these bytes, given as to --decode, with those that the call composes; "
-                    "exit code 1 when they differ")
-        ->check(refusalOfNothing, "")
-        ->excludes(decode);
+    refuseEmptyValue(*decode);
+    auto* const compare = verb.add_option(
+        "--compare", options.compare,
+        "Compare these bytes, given as to --decode, with those that the call composes; "
+        "exit code 1 when they differ");
+    compare->excludes(decode);
+    refuseEmptyValue(*compare);
     verb.add_option("--fieldbus", options.fieldbus,
                     "raw (parameter image) or modbus (registers); of the bytes to decode as well")
         ->check(CLI::IsMember({"raw", "modbus"}));

@@ -1,3 +1,4 @@
+#include "CallWords.h"
 #include "Diagnostic.h"
 #include "ModuleFile.h"
 #include "OutputFile.h"
@@ -76,6 +77,8 @@ void addOptions(CLI::App& verb, ExplainOptions& options)
     CLI::Option* const where = verb.add_option(
         "--where", options.name, "Tell where the parameters, channels and texts of this name lie");
     at->excludes(where);
+    refuseEmptyValue(*at);
+    refuseEmptyValue(*where);
     CLI::Option* const format =
         verb.add_option("--format", options.format, "text, json or html (a page of its own)")
             ->check(CLI::IsMember({"text", "json", "html"}));
