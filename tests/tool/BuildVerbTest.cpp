@@ -56,6 +56,18 @@ std::string longText(int wrongLine)
     return text;
 }
 
+TEST_F(BuildVerb, anMxFileIsNoText)
+{
+    const std::string output = directory.path("out.bin");
+    const ToolRun run = runTool({"build", example, "-o", output});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.err, example +
+                           ": error: This is an mx file already, expected its text form\n"
+                           "hint: mxtool dump FILE -o FILE.yaml writes the text form of an mx "
+                           "file\n");
+    EXPECT_FALSE(std::filesystem::exists(output));
+}
+
 TEST_F(BuildVerb, givesBackTheFileThatWasDumped)
 {
     const std::string text = directory.path("module.yaml");

@@ -370,6 +370,16 @@ TEST(ConfigVerb, anEmptyValueOfAnOptionIsRefused)
     }
 }
 
+TEST(ConfigVerb, valuesAreNoMxFile)
+{
+    const ToolRun run = runTool(
+        {"config", "examples/modules/MX0108.bin", "--values", "examples/modules/MX0304.bin"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.err, "examples/modules/MX0304.bin: error: This is an mx file, expected a file of "
+                       "names and values\nhint: mxtool config FILE --format values writes one to "
+                       "start from\n");
+}
+
 TEST(ConfigVerb, decodeGoesWithNothingThatSetsValues)
 {
     for (const char* option : {"--set", "--compare", "--param-block"}) {

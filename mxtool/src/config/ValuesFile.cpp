@@ -1,6 +1,7 @@
 #include "config/ValuesFile.h"
 
 #include "Diagnostic.h"
+#include "FileKind.h"
 #include "FormatOfName.h"
 #include "HexBytes.h"
 #include "Refusal.h"
@@ -138,6 +139,11 @@ void checkJson(const std::string& content, const std::string& file)
 
 Values readValues(const std::string& content, const std::string& file)
 {
+    if (kindOf(content) == FileKind::MxFile) {
+        throw Failure(ExitCode::Input,
+                      {"error", file, "This is an mx file, expected a file of names and values",
+                       "mxtool config FILE --format values writes one to start from"});
+    }
     if (const auto error = mxauthor::findNonUtf8(content)) {
         throw Failure(ExitCode::Input, {"error", placeInText(file, *error), error->text, ""});
     }

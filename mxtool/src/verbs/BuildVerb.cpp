@@ -1,4 +1,5 @@
 #include "Diagnostic.h"
+#include "FileKind.h"
 #include "InputFile.h"
 #include "OutputFile.h"
 #include "ShownText.h"
@@ -122,6 +123,12 @@ std::optional<std::string> builtBytes(const std::string& file, bool force, bool 
 {
     const std::vector<char> chars = loadBytes(file);
     const std::string source(chars.begin(), chars.end());
+    if (kindOf(source) == FileKind::MxFile) {
+        throw Failure(ExitCode::Input,
+                      {"error", inputName(file),
+                       "This is an mx file already, expected its text form",
+                       "mxtool dump FILE -o FILE.yaml writes the text form of an mx file"});
+    }
     const mxauthor::BuildResult result = buildInput(source, file);
     if (!isAccepted(file, source, result, force, quiet)) {
         return std::nullopt;
