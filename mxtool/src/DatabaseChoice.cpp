@@ -1,6 +1,8 @@
 #include "DatabaseChoice.h"
 
 #include "CallFiles.h"
+#include "CallWords.h"
+#include "NearestWords.h"
 
 #include <CLI/CLI.hpp>
 
@@ -31,14 +33,37 @@ std::string hintForMissing(const std::string& url)
     return "";
 }
 
+// What a URL of no known scheme may have been meant to be; what follows a colon may hold a
+// password.
+std::string hintForScheme(const std::string& url)
+{
+    const std::size_t colon = url.find(':');
+    if (colon == std::string::npos) {
+        return "name a file as " + sqliteUrlBegin + url;
+    }
+    const std::string scheme = url.substr(0, colon);
+    const auto nearest = nearestWords(scheme, {"sqlite", "postgresql"});
+    return nearest.empty() || nearest.front() == scheme
+               ? ""
+               : "did you mean \"" + nearest.front() + ":\"?";
+}
+
+std::string hintFor(const std::string& url)
+{
+    const std::string hint = hintForScheme(url);
+    return hint.empty() ? hintForMissing(url) : hint;
+}
+
 } // namespace
 
 void addDatabaseOption(CLI::App& verb, std::string& url)
 {
-    verb.add_option("--db", url,
-                    "Database URL, sqlite:PATH or postgresql:CONNECTION; without it the one of "
-                    "DEVICE_DATABASE_URL, else sqlite:devices.sqlite")
-        ->type_name("URL");
+    CLI::Option* const option =
+        verb.add_option("--db", url,
+                        "Database URL, sqlite:PATH or postgresql:CONNECTION; without it the one of "
+                        "DEVICE_DATABASE_URL, else sqlite:devices.sqlite");
+    option->type_name("URL");
+    refuseEmptyValue(*option);
 }
 
 DeviceDatabase openExistingDatabase(const std::string& url)
@@ -48,7 +73,7 @@ DeviceDatabase openExistingDatabase(const std::string& url)
     try {
         return DeviceDatabase(chosen, OpenMode::ExistingOnly);
     } catch (const std::runtime_error& failure) {
-        throw Failure(ExitCode::Output, {"error", "", failure.what(), hintForMissing(chosen)});
+        throw Failure(ExitCode::Output, {"error", "", failure.what(), hintFor(chosen)});
     }
 }
 
@@ -56,7 +81,7 @@ DeviceDatabase openDatabaseForWriting(const std::string& url)
 {
     const std::string chosen = chosenUrl(url);
     callFiles().addOutputDatabase(chosen);
-    return withDatabase("", [&] { return DeviceDatabase(chosen); });
+    return withDatabase(hintForScheme(chosen).c_str(), [&] { return DeviceDatabase(chosen); });
 }
 
 } // namespace mxtool

@@ -127,11 +127,28 @@ std::string withoutUnit(const Parameter& parameter, const std::string& value)
                                           : number.substr(0, number.find_last_not_of(' ') + 1);
 }
 
-std::string expectation(const Parameter& parameter)
+// What a number with a decimal comma, or with another unit, has to look like.
+std::string numberHint(const Parameter& parameter, const std::string& value)
+{
+    const std::string text = withoutUnit(parameter, value);
+    const std::size_t comma = text.find(',');
+    if (parameter.converted && comma != std::string::npos &&
+        Decimal::ofText(std::string(text).replace(comma, 1, "."))) {
+        return ", with a decimal point";
+    }
+    const std::size_t end = text.find_first_not_of("+-.0123456789");
+    const bool hasOtherUnit = end != std::string::npos && text[end] != ',' &&
+                              text.compare(0, 2, "0x") != 0 && Decimal::ofText(text.substr(0, end));
+    return hasOtherUnit && !parameter.unit.empty()
+               ? fmt::format(", in {} or without a unit", toUtf8(parameter.unit))
+               : "";
+}
+
+std::string expectation(const Parameter& parameter, const std::string& value)
 {
     const std::string unit = parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit);
-    return fmt::format("expected {}, {}{}", parameter.converted ? "a number" : "a whole number",
-                       acceptedValues(parameter), unit);
+    return fmt::format("expected {}, {}{}{}", parameter.converted ? "a number" : "a whole number",
+                       acceptedValues(parameter), unit, numberHint(parameter, value));
 }
 
 // Whether `text`, the number `number`, is what the parameter shows already.
@@ -146,12 +163,12 @@ std::string rangedNumber(const Parameter& parameter, const std::string& value, V
     std::string text = withoutUnit(parameter, value);
     const auto number = Decimal::ofText(text);
     if (!number || (!parameter.converted && !isInteger(text))) {
-        refuse(parameter, value, expectation(parameter));
+        refuse(parameter, value, expectation(parameter, value));
     }
     // What counts is the raw value: texts of physical values may be rounded.
     if (check == ValueCheck::Full && !isShown(parameter, text, *number) &&
         !parameter.scale.nearestRaw(*number, parameter.rawMin, parameter.rawMax)) {
-        refuse(parameter, value, expectation(parameter));
+        refuse(parameter, value, expectation(parameter, value));
     }
     return text;
 }

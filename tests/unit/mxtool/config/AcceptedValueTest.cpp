@@ -132,6 +132,19 @@ TEST_F(AcceptedValue, ofAConvertedParameterIsPhysical)
     EXPECT_THAT(outcome(gain, "inf", ValueCheck::NumberOnly), HasSubstr("expected a number"));
 }
 
+TEST_F(AcceptedValue, saysWhatMakesANumberNone)
+{
+    for (const char* text : {"5,3", "5,3 V", "-5,3V"}) {
+        EXPECT_THAT(outcome(gain, text), HasSubstr("0 to 127.5 V, with a decimal point")) << text;
+    }
+    for (const char* text : {"5.3 mV", "53 kV", "5 v", "5 Ohm"}) {
+        EXPECT_THAT(outcome(gain, text), HasSubstr("0 to 127.5 V, in V or without a unit")) << text;
+    }
+    for (const char* text : {"500", "500 V", "", "0x10", "V", "five V", "5,3,1"}) {
+        EXPECT_THAT(outcome(gain, text), testing::Not(HasSubstr("127.5 V,"))) << text;
+    }
+}
+
 TEST_F(AcceptedValue, bigNumbersAreComparedExactly)
 {
     level.rawMin = {true, 9223372036854775808U};
