@@ -105,8 +105,10 @@ std::string parameterSections(const std::vector<ChannelGroup>& groups)
     Usage usage;
     std::string text =
         "# What a user sets, in the order of the bytes of the parameter block. Without channel a\n"
-        "# parameter belongs to the module. default and range are raw values, or default is the "
-        "text\n# of an option.\n"
+        "# parameter belongs to the module. default and range are raw values such as 9500, or "
+        "physical\n# ones with the unit of the conversion such as 9.5 V; default may be the text "
+        "of "
+        "an option.\n"
         "parameters:\n"
         "  - {name: Diagnosis, type: UInt8, default: \"on\", options: switch}\n";
     for (const ChannelGroup& group : groups) {

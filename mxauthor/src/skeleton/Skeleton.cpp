@@ -22,7 +22,9 @@ std::uint64_t readNumber(const std::string& member, const std::string& text, std
 {
     const auto number = parseInteger(text);
     if (!number || number->negative || number->magnitude > limit) {
-        throw SkeletonError(member, "\"" + text + "\" is no number from " + accepted);
+        const bool isHexadecimal = !number && parseInteger("0x" + text);
+        throw SkeletonError(member, "\"" + text + "\" is no number from " + accepted +
+                                        (isHexadecimal ? ", did you mean 0x" + text + "?" : ""));
     }
     return number->magnitude;
 }

@@ -170,6 +170,9 @@ TEST(WrongSkeleton, namesWhatIsWrong)
     SkeletonRequest request = requestFor("");
     request.id = "0x100000000";
     EXPECT_EQ(errorOf(request), "id: \"0x100000000\" is no number from 0 to 0xffffffff");
+    request.id = "5a0303aa";
+    EXPECT_EQ(errorOf(request),
+              "id: \"5a0303aa\" is no number from 0 to 0xffffffff, did you mean 0x5a0303aa?");
     request = requestFor("");
     request.type = "256";
     EXPECT_EQ(errorOf(request), "type: \"256\" is no number from 0 to 255");
