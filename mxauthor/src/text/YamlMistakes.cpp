@@ -133,6 +133,13 @@ Found explainMapValue(const Lines& lines, const YAML::Mark& mark)
     const bool isFirstColon = lines[number].substr(0, column).find(": ") == std::string::npos;
     const std::size_t indent = indentOf(lines[number]);
     if (isFirstColon && before != number && indent > indentOf(lines[before])) {
+        const std::size_t key = indentOf(lines[before]);
+        if (lines[before].find(':') == std::string::npos && lines[before][key] != '-') {
+            return YamlMistake{
+                markAt(before, key),
+                "\"KEY:\" expected, there is no colon, and the next line is indented "
+                "as its value"};
+        }
         return YamlMistake{markAt(number, indent),
                            "this line is indented by " + std::to_string(indent) +
                                ", the line above by " + std::to_string(indentOf(lines[before])) +

@@ -183,6 +183,8 @@ INSTANTIATE_TEST_SUITE_P(
               "this \"[\" is not closed, \"]\" is missing"},
         Wrong{"catalogue:\n  A:1\n  B: 2\n", 2, 4, "a blank is missing after this colon"},
         Wrong{"catalogue:\n  A = 1\n  B: 2\n", 2, 3, "\"KEY: VALUE\" expected, there is no colon"},
+        Wrong{"module: {type: 1}\ncatalogue\n  A: 1\n", 2, 1,
+              "\"KEY:\" expected, there is no colon, and the next line is indented as its value"},
         Wrong{"catalogue:\n  A: B: 1\n", 2, 7, "a second colon in one value"},
         Wrong{"catalogue:\n  A: 1\n   B: 2\n", 3, 4,
               "indented by 3, the line above by 2: it goes on with its value"},
@@ -254,6 +256,9 @@ INSTANTIATE_TEST_SUITE_P(
                           "\"AI 1\" is no number of a channel: the first has 0"},
                     Wrong{"parameters: [{name: A, type: Byte, options: {0: a}}]\n", 1, 45,
                           "the name of an entry expected here"},
+                    Wrong{"parameters: [{name: A, type: Byte, channel: <i-1>}]\n", 1, 45,
+                          "\"<i-1>\" is no placeholder: with repeat, <n-1> is the number of each "
+                          "channel from 0"},
                     Wrong{"parameters: [{name: A, type: Byte, range: 0-10}]\n", 1, 43,
                           "least and greatest value expected, such as [0, 10]"},
                     Wrong{"optionLists: {L: {options: [off, on]}}\n", 1, 29,

@@ -128,11 +128,14 @@ void checkHasField(const Section& section, const ParameterRecord& record)
 std::uint8_t readChannel(const Section& section)
 {
     const auto node = section.find("channel");
-    if (node && node->IsScalar() && !parseInteger(node->Scalar()) &&
-        node->Scalar().find('<') == std::string::npos) {
+    if (node && node->IsScalar() && !parseInteger(node->Scalar())) {
+        const bool isPlaceholder = node->Scalar().find_first_of("<>") != std::string::npos;
         section.errors().add(*node, "\"" + node->Scalar() +
-                                        "\" is no number of a channel: the first has 0; a "
-                                        "parameter of the module has none, or 255");
+                                        (isPlaceholder
+                                             ? "\" is no placeholder: with repeat, <n-1> is the "
+                                               "number of each channel from 0"
+                                             : "\" is no number of a channel: the first has 0; a "
+                                               "parameter of the module has none, or 255"));
         return ofModule;
     }
     return section.byte("channel", ofModule);
