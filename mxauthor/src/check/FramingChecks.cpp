@@ -11,6 +11,13 @@ namespace mx = devices::parser::mx;
 
 constexpr std::uint32_t contentLengthEnd = 6;
 
+// Whether the header itself is well framed, and only the content length leads beyond the file.
+bool isCutOff(const std::uint8_t* data, std::uint32_t start, std::size_t size)
+{
+    return start == 0 && size >= 8 && mx::readU16BE(data) == 0 && mx::readU16BE(data + 2) >= 8 &&
+           mx::readU16BE(data + 2) <= size && mx::readU16BE(data + 4) > size;
+}
+
 // States what stands at `start`, where the container reader failed.
 std::string statedLength(const std::uint8_t* data, std::uint32_t start, std::size_t left)
 {
@@ -62,7 +69,10 @@ void checkFraming(const std::vector<char>& bytes, const MxFile& file,
     const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
     const std::size_t left = bytesLeft(file, start, bytes.size());
     findings.addToFile("framing", {mx::readU16BE(data + start), start, 4},
-                       statedLength(data, start, left));
+                       isCutOff(data, start, bytes.size())
+                           ? "content length " + std::to_string(mx::readU16BE(data + 4)) +
+                                 ", the file has " + byteCount(bytes.size())
+                           : statedLength(data, start, left));
 }
 
 void checkFileEnds(const ModuleView& module, Findings& findings)

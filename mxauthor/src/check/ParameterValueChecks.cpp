@@ -19,10 +19,10 @@ bool statesRange(const Parameter& parameter)
     return parameter.record->minimum.value != 0 || parameter.record->maximum.value != 0;
 }
 
-// A slot as people read it for the datatype; a value too large for a signed one may be negative.
+// A slot as people read it for the datatype. What is too large for a narrower one was negative.
 std::string slotText(const ParameterValue& value, std::uint64_t slot)
 {
-    return WideNumber{slot, value.isSigned}.text();
+    return WideNumber{slot, value.isSigned || value.bits < 64}.text();
 }
 
 std::string acceptedNumbers(const ParameterValue& value)

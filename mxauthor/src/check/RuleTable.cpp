@@ -20,8 +20,7 @@ const std::vector<CheckRule> rules = {
     {"framing", error,
      "The length of a group leads beyond the end or is below the least, or the content length is "
      "above the size of the file. Nothing behind it can be read.",
-     "group 0000 states a length of 10 bytes, 754 are left and 8 are the least; content length "
-     "755"},
+     "content length 755, the file has 754 bytes"},
     {"content-length", warning,
      "The content length of the header is not the size of the file. Readers stop at it.",
      "group 0000: content length 689, the file has 755 bytes"},

@@ -83,6 +83,9 @@ TEST(TextFindings, ofARangeAreAtTheEndThatDoesNotFit)
     EXPECT_EQ(findingOfParameter("name: A, type: SInt16, range: [-100000, 10]"),
               "range-datatype 14:37 parameter 1 \"A\": minimum -100000 does not fit in 16 bits, "
               "-32768 to 32767 is accepted");
+    EXPECT_EQ(findingOfParameter("name: A, type: UInt16, range: [-10000, 10000]"),
+              "range-datatype 14:37 parameter 1 \"A\": minimum -10000 does not fit in 16 bits, "
+              "0 to 65535 is accepted");
     EXPECT_EQ(findingOfParameter("name: A, type: UInt8, range: [0, 256]"),
               "range-datatype 14:39 parameter 1 \"A\": maximum 256 does not fit in 8 bits, "
               "0 to 255 is accepted");
