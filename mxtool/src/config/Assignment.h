@@ -13,6 +13,8 @@ struct Assignment
     std::string name;  ///< As `parameterCalled` takes it.
     std::string value; ///< As `acceptedValue` takes it.
     ExitCode code;     ///< How the program ends when it is refused.
+    /// What a row of a table calls the parameter of this identifier; empty: not stated.
+    std::string statedName = {};
 };
 
 } // namespace mxtool

@@ -18,7 +18,7 @@ public:
     ValueColumns(const CsvTable& table, const std::string& file)
         : id(table.column("id")),
           channel(table.column("channel")),
-          name(id ? *id : table.requiredColumn("name", file)),
+          name(id ? table.column("name") : table.requiredColumn("name", file)),
           value(table.requiredColumn("value", file)),
           identity(table.column("device_type_id"))
     {}
@@ -26,10 +26,16 @@ public:
     std::string nameIn(const CsvTable::Row& row) const
     {
         if (id) {
-            return "#" + row.cells[name];
+            return "#" + row.cells[*id];
         }
         const std::string owner = channel ? row.cells[*channel] : "";
-        return (owner.empty() ? "" : owner + "/") + row.cells[name];
+        return (owner.empty() ? "" : owner + "/") + row.cells[*name];
+    }
+
+    // What the parameter of the row's identifier is called.
+    std::string statedNameIn(const CsvTable::Row& row) const
+    {
+        return id && name ? row.cells[*name] : "";
     }
 
     const std::string& valueIn(const CsvTable::Row& row) const { return row.cells[value]; }
@@ -43,7 +49,7 @@ public:
 private:
     std::optional<std::size_t> id;
     std::optional<std::size_t> channel;
-    std::size_t name;
+    std::optional<std::size_t> name; // there is one, or identifiers
     std::size_t value;
     std::optional<std::size_t> identity;
 };
@@ -82,7 +88,7 @@ Values readValuesCsv(const std::string& content, const std::string& file)
         const std::string place = fmt::format("{}:{}", file, row.line);
         takeIdentity(columns.identityIn(row), place, values);
         const Assignment assignment{place, columns.nameIn(row), columns.valueIn(row),
-                                    ExitCode::Input};
+                                    ExitCode::Input, columns.statedNameIn(row)};
         if (!assignment.value.empty() && !isSaid(assignment, values.assignments)) {
             values.assignments.push_back(assignment);
         }

@@ -2,8 +2,11 @@
 
 #include "Diagnostic.h"
 #include "Refusal.h"
+#include "ShownText.h"
 #include "config/ModuleIdentity.h"
 #include "config/ParameterNames.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <iterator>
@@ -38,6 +41,31 @@ std::string meantBy(const Assignment& assignment, const DeviceReport& device)
     return found.size() == 1 ? found.front()->id : "";
 }
 
+// Whether a table names `parameter` so: as it is, or as a cell spells control characters.
+bool isNamedSo(const std::string& name, const DeviceReport::Parameter& parameter)
+{
+    return name == toUtf8(parameter.name) || name == forTerminal(parameter.name);
+}
+
+// An identifier counts parameters, so another version of a module gives it to another one.
+void requireStatedNames(const std::vector<Assignment>& assignments, const DeviceReport& device)
+{
+    for (const Assignment& assignment : assignments) {
+        const auto found = parametersCalled(assignment.name, device);
+        if (assignment.statedName.empty() || found.size() != 1 ||
+            isNamedSo(assignment.statedName, *found.front())) {
+            continue;
+        }
+        throw Failure(
+            ExitCode::Input,
+            {"error", assignment.place,
+             fmt::format("Found \"{}\" as the name of parameter {}, expected \"{}\": the "
+                         "table is of another version of the module",
+                         assignment.statedName, assignment.name, toUtf8(found.front()->name)),
+             "without the column id the rows go by their names"});
+    }
+}
+
 Assignment assignmentOf(const std::string& words, const DeviceReport& device, ValueCheck check)
 {
     const std::string place = "--set " + words;
@@ -58,6 +86,7 @@ WantedValues::WantedValues(const DeviceReport& describedDevice, std::string modu
 void WantedValues::add(Values values, const std::string& file)
 {
     requireIdentity(values.deviceTypeId, device, module, file);
+    requireStatedNames(values.assignments, device);
     if (values.optionsByNumber) {
         nameOptionsByNumber(values.assignments, device);
     }

@@ -87,6 +87,21 @@ std::vector<char> hexIn(const TableRow& row, std::size_t column, const std::stri
     }
 }
 
+// A row of another version of the module would fill a part of a parameter.
+void requirePlace(const TableRow& row, std::size_t begin, std::size_t size,
+                  const Configuration& configuration, const std::string& file)
+{
+    const auto& places = configuration.places;
+    if (std::none_of(places.begin(), places.end(), [&](const ParameterPlace& place) {
+            return place.begin == begin && place.size == size;
+        })) {
+        failAt(file, row,
+               fmt::format("Found {} bytes from byte {}, where the module has no parameter of that "
+                           "size: the table is of another version of the module",
+                           size, begin));
+    }
+}
+
 // What `mxtool config --format csv` has written.
 TableImage imageOfOwnTable(const CsvTable& table, TranslatedModule& module, const std::string& file)
 {
@@ -94,6 +109,7 @@ TableImage imageOfOwnTable(const CsvTable& table, TranslatedModule& module, cons
         table.column("register_from_0") ? FieldbusType::Modbus : FieldbusType::Raw;
     const std::size_t byte = table.requiredColumn("byte", file);
     const std::size_t hex = table.requiredColumn("hex", file);
+    const auto size = table.column("size");
     const auto identity = table.column("device_type_id");
     const DeviceReport device = module.report();
     const Configuration standard = configurationOf(module, device.parameterBlock, fieldbus);
@@ -103,7 +119,12 @@ TableImage imageOfOwnTable(const CsvTable& table, TranslatedModule& module, cons
         const std::string deviceTypeId = identity ? row.cells[*identity] : "";
         requireIdentity(deviceTypeId, device, module.name(), fmt::format("{}:{}", file, row.line));
         written.hasIdentity = written.hasIdentity || !deviceTypeId.empty();
-        bytes.write(row, numberIn(row, byte, file), hexIn(row, hex, file));
+        const std::vector<char> part = hexIn(row, hex, file);
+        const std::size_t begin = numberIn(row, byte, file);
+        if (size) {
+            requirePlace(row, begin, numberIn(row, *size, file), standard, file);
+        }
+        bytes.write(row, begin, part);
     }
     if (!bytes.isComplete(standard.places)) {
         written.notes.push_back({"note", file,

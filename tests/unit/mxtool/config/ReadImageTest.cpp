@@ -133,6 +133,13 @@ TEST_F(ReadImage, ofATableThatLeavesOutParametersSaysSo)
     EXPECT_THAT(notes, ElementsAre(HasSubstr("does not hold every parameter")));
 }
 
+TEST_F(ReadImage, ofATableWithAnotherLayoutIsRefused)
+{
+    EXPECT_THAT(failureOf("v.csv", "id,byte,size,hex\n1,0,3,01 02 03\n"),
+                HasSubstr("v.csv:2: error: Found 3 bytes from byte 0, where the module has no "
+                          "parameter of that size: the table is of another version of the module"));
+}
+
 TEST_F(ReadImage, ofATableMustNotContradictItself)
 {
     EXPECT_THAT(failureOf("v.csv", "id,byte,hex\n1,1,01\n2,1,02\n"),

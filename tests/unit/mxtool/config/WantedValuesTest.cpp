@@ -54,6 +54,23 @@ TEST_F(Wanted, whatAFileSaysTwiceStaysForTheRefusal)
     EXPECT_EQ(lines().size(), 2U);
 }
 
+// Another version of a module may count its parameters in another way.
+TEST_F(Wanted, theNameOfARowIsThatOfItsIdentifier)
+{
+    const std::string filter = device.parameters[0].id; // called "Filter"
+    addFile("id,name,value\n" + filter + ",Filter,5\n", "a.csv");
+    EXPECT_THAT(lines(), ElementsAre("#" + filter + "=#5"));
+    try {
+        addFile("id,name,value\n" + filter + ",Level,5\n", "b.csv");
+        FAIL() << "nothing was thrown";
+    } catch (const mxtool::Failure& failure) {
+        EXPECT_EQ(mxtool::toText(failure.diagnostic, false),
+                  "b.csv:2: error: Found \"Level\" as the name of parameter #" + filter +
+                      ", expected \"Filter\": the table is of another version of the module\n"
+                      "hint: without the column id the rows go by their names\n");
+    }
+}
+
 TEST_F(Wanted, theImageIsThatOfTheLastFileWithOne)
 {
     const std::string begin = R"({"schema": {"name": "mxtool.config", "version": 1},
