@@ -33,7 +33,7 @@ bool holdsFormula(const std::string& cell)
 
 std::string csvCell(const std::string& bytes, char separator)
 {
-    const std::string cell = guarded(forTerminal(bytes));
+    std::string cell = guarded(forTerminal(bytes));
     if (cell.find(separator) == std::string::npos && cell.find('"') == std::string::npos) {
         return cell;
     }
