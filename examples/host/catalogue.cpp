@@ -13,7 +13,7 @@ using devices::database::DeviceDatabase;
 using devices::database::DeviceProperties;
 
 // The record of a device does not hold the file that the device was read from: whoever has loaded
-// the file gives its bytes along, as `loadFile` left them, with the one byte behind the last.
+// the file gives its bytes along, as `loadFile` left them, with the one byte after the last.
 DeviceProperties recordOf(const std::string& file)
 {
     std::vector<char> mxData;
