@@ -10,9 +10,28 @@ namespace {
 constexpr std::size_t longestWord = 200; // the comparison is quadratic
 constexpr std::size_t mostWords = 3;
 
+void replaceAll(std::string& text, const std::string& from, const std::string& to)
+{
+    for (std::size_t at = text.find(from); at != std::string::npos;
+         at = text.find(from, at + to.size())) {
+        text.replace(at, from.size(), to);
+    }
+}
+
+// Characters that most keyboards lack, as people type them.
+std::string typed(std::string text)
+{
+    replaceAll(text, "+/-", "+-");
+    replaceAll(text, "±", "+-");
+    replaceAll(text, "\u00B5", "u"); // micro sign
+    replaceAll(text, "\u03BC", "u"); // Greek letter
+    return text;
+}
+
 std::string lowered(std::string text)
 {
     text.resize(std::min(text.size(), longestWord));
+    text = typed(std::move(text));
     std::transform(text.begin(), text.end(), text.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
@@ -75,6 +94,11 @@ std::vector<std::string> nearestWords(const std::string& word,
     std::stable_sort(near.begin(), near.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     near.resize(std::min(near.size(), mostWords));
+    if (!near.empty() && near.front().first == 0) { // typed in another way: nothing else is meant
+        near.erase(
+            std::find_if(near.begin(), near.end(), [](const auto& one) { return one.first != 0; }),
+            near.end());
+    }
     std::vector<std::string> words;
     std::transform(near.begin(), near.end(), std::back_inserter(words),
                    [](const auto& one) { return one.second; });

@@ -21,6 +21,16 @@ TEST(NearestWords, disregardUpperAndLowerCase)
     EXPECT_THAT(nearestWords("EVEN", {"odd one", "even"}), ElementsAre("even"));
 }
 
+TEST(NearestWords, disregardHowARareCharacterIsTyped)
+{
+    const std::vector<std::string> ranges = {"0-10 V", "\u00B110 V", "10 \u00B5s", "10 \u03BCs"};
+    for (const char* typed : {"+-10 V", "+/-10 V", "\u00B110 v"}) {
+        EXPECT_THAT(nearestWords(typed, ranges), ElementsAre("\u00B110 V")) << typed;
+    }
+    EXPECT_THAT(nearestWords("10 us", ranges), ElementsAre("10 \u00B5s", "10 \u03BCs"));
+    EXPECT_EQ(nearestWords("+-10V", ranges).front(), "\u00B110 V"); // one blank, the others two
+}
+
 TEST(NearestWords, includeThoseThatBeginSo)
 {
     EXPECT_THAT(nearestWords("Upper", {"Upper limit of the range", "Lower limit"}),
