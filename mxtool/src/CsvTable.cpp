@@ -12,9 +12,10 @@ namespace mxtool {
 
 namespace {
 
-[[noreturn]] void failAt(const std::string& file, std::size_t line, const std::string& text)
+[[noreturn]] void failAt(const std::string& file, std::size_t line, const std::string& text,
+                         const std::string& hint = {})
 {
-    throw Failure(ExitCode::Input, {"error", fmt::format("{}:{}", file, line), text, ""});
+    throw Failure(ExitCode::Input, {"error", fmt::format("{}:{}", file, line), text, hint});
 }
 
 char separatorOf(const std::string& content)
@@ -162,7 +163,10 @@ CsvTable readCsv(const std::string& content, const std::string& file)
         if (row.cells.size() > table.columns.size()) {
             failAt(file, row.line,
                    fmt::format("Found {} cells, expected the {} that the first line names",
-                               row.cells.size(), table.columns.size()));
+                               row.cells.size(), table.columns.size()),
+                   separatorOf(text) == ',' ? "numbers have a decimal point: 9.5, not 9,5; a "
+                                              "cell that holds a comma is in quotes"
+                                            : "");
         }
         row.cells.resize(table.columns.size());
         table.rows.push_back(std::move(row));

@@ -22,14 +22,34 @@ namespace {
 
 constexpr const char* writtenSchema = "mxtool.config";
 
+bool isDigits(const std::string& text)
+{
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+}
+
+// What `text` should have ended with, where it ends with a number with a decimal comma.
+std::string decimalPointHint(const std::string& text)
+{
+    const std::size_t comma = text.rfind(',');
+    if (comma == std::string::npos || !isDigits(text.substr(comma + 1))) {
+        return "";
+    }
+    const std::string before = text.substr(0, comma);
+    const std::string whole = before.substr(before.find_last_not_of("0123456789") + 1);
+    return whole.empty()
+               ? ""
+               : fmt::format("numbers have a decimal point: {}.{}", whole, text.substr(comma + 1));
+}
+
 std::string placeOf(const YAML::Mark& mark, const std::string& file)
 {
     return mark.is_null() ? file : fmt::format("{}:{}:{}", file, mark.line + 1, mark.column + 1);
 }
 
-[[noreturn]] void fail(const YAML::Mark& mark, const std::string& file, const std::string& text)
+[[noreturn]] void fail(const YAML::Mark& mark, const std::string& file, const std::string& text,
+                       const std::string& hint = {})
 {
-    throw Failure(ExitCode::Input, {"error", placeOf(mark, file), text, ""});
+    throw Failure(ExitCode::Input, {"error", placeOf(mark, file), text, hint});
 }
 
 std::string kindOf(const YAML::Node& node)
@@ -58,14 +78,20 @@ std::string textOf(const YAML::Node& node, const std::string& file, const char* 
 void addAssignments(const YAML::Node& map, const std::string& owner, const std::string& file,
                     std::vector<Assignment>& assignments)
 {
+    std::string before; // the value of the entry before
     for (const auto& entry : map) {
         const std::string name = owner + textOf(entry.first, file, "the name of a parameter");
+        if (entry.second.IsNull()) { // "{a: 9,5}" has the value 9 and the key 5
+            fail(entry.second.Mark(), file, "Found nothing, expected the value of a parameter",
+                 decimalPointHint(before + "," + entry.first.Scalar()));
+        }
         if (entry.second.IsMap() && owner.empty()) {
             addAssignments(entry.second, name + "/", file, assignments);
             continue;
         }
         const std::string value = textOf(entry.second, file, "the value of a parameter");
         assignments.push_back({placeOf(entry.first.Mark(), file), name, value, ExitCode::Input});
+        before = value;
     }
 }
 
@@ -126,7 +152,7 @@ void checkJson(const std::string& content, const std::string& file)
                       {"error", fmt::format("{}:{}:{}", file, line + 1, column + 1),
                        "Cannot read the values: " +
                            text.substr(std::min(text.find("syntax error"), text.size())),
-                       ""});
+                       decimalPointHint(content.substr(0, failure.byte))});
     } catch (const nlohmann::json::exception& failure) {
         const std::string text = failure.what(); // "[json.exception.KIND.NUMBER] REASON"
         throw Failure(

@@ -96,6 +96,10 @@ TEST(CsvTable, readsEveryTextAsItWasWritten)
 TEST(CsvTable, failuresNameTheLine)
 {
     EXPECT_EQ(failureOf("a,b\n1,2,3\n"),
+              "v.csv:2: error: Found 3 cells, expected the 2 that the first line names\n"
+              "hint: numbers have a decimal point: 9.5, not 9,5; a cell that holds a comma is in "
+              "quotes\n");
+    EXPECT_EQ(failureOf("a;b\n1;2;3\n"),
               "v.csv:2: error: Found 3 cells, expected the 2 that the first line names\n");
     EXPECT_EQ(failureOf("a\n\"x\ny\n"), "v.csv:2: error: A quoted cell has no closing \"\n");
     EXPECT_EQ(failureOf("a\n\"x\"y\n"),

@@ -94,6 +94,22 @@ TEST(ValuesFile, failuresNameLineAndColumn)
               "v.yaml:3:1: error: Cannot read the values: end of sequence flow not found\n");
 }
 
+// In braces the comma ends the value.
+TEST(ValuesFile, aDecimalCommaIsTold)
+{
+    EXPECT_EQ(failureOf("AI 1: {Limit: 9,5}\n"),
+              "v.yaml:1:18: error: Found nothing, expected the value of a parameter\n"
+              "hint: numbers have a decimal point: 9.5\n");
+    EXPECT_THAT(failureOf("{a: on, 5}\n"), testing::Not(HasSubstr("hint")));
+    try {
+        readValues("{\"Limit\": 9,25}", "v.json");
+        ADD_FAILURE() << "accepted";
+    } catch (const mxtool::Failure& failure) {
+        EXPECT_EQ(failure.diagnostic.place, "v.json:1:14");
+        EXPECT_EQ(failure.diagnostic.hint, "numbers have a decimal point: 9.25");
+    }
+}
+
 TEST(ValuesFile, jsonIsReadStrictly)
 {
     // As YAML these would pass.
