@@ -4,6 +4,7 @@
 #include <mxfileext/mxfileext.h>
 
 #include <algorithm>
+#include <array>
 
 namespace mxtool {
 
@@ -13,6 +14,9 @@ using devices::parser::mx::Parser_kv38;
 
 constexpr std::size_t flagsOfRecord = 5;
 constexpr std::size_t conversionOfRecord = 6;
+constexpr std::size_t recordSize = 29;
+constexpr std::size_t rangeOfRecord = 8;
+constexpr std::size_t rangeSize = 16; // minimum and maximum
 constexpr std::uint8_t convertedFlag = 0x04;
 
 DeviceReport::Channel makeChannel(const Parser_kv38::ChannelP& channel)
@@ -59,6 +63,15 @@ DeviceReport::Parameter makeParameter(const Parser_kv38::ParameterP& parameter)
             place.bitLength};
 }
 
+// Signed values come sign-extended; of the others only UInt64 reaches the highest bit.
+mxformat::WholeNumber numberIn(const unsigned char* slot, const mxfileext::ParameterValue_t& of)
+{
+    using devices::parser::mx::MxParameterDatatype;
+    const bool isSigned =
+        static_cast<MxParameterDatatype>(of.datatype) != MxParameterDatatype::UInt64;
+    return mxformat::WholeNumber::ofBits(devices::parser::mx::readU64BE(slot), isSigned);
+}
+
 // Value and range as the companion library reads them, before they become texts.
 void addRawValues(const Parser_kv38::ParameterP& parameter, const std::vector<char>& block,
                   DeviceReport::Parameter& shown)
@@ -67,18 +80,25 @@ void addRawValues(const Parser_kv38::ParameterP& parameter, const std::vector<ch
     const auto* const bytes = reinterpret_cast<const unsigned char*>(block.data());
     mxfileext::getParameterValue(parameter.privateProps.record, block.empty() ? nullptr : bytes,
                                  &decoded);
-    // Signed values come sign-extended; of the others only UInt64 reaches the highest bit.
-    using devices::parser::mx::MxParameterDatatype;
-    const bool isSigned =
-        static_cast<MxParameterDatatype>(decoded.datatype) != MxParameterDatatype::UInt64;
-    const auto number = [isSigned](const unsigned char* slot) {
-        return mxformat::WholeNumber::ofBits(devices::parser::mx::readU64BE(slot), isSigned);
-    };
     if (decoded.present) {
-        shown.raw = number(decoded.value);
+        shown.raw = numberIn(decoded.value, decoded);
     }
-    shown.rawMin = number(decoded.minimum);
-    shown.rawMax = number(decoded.maximum);
+    shown.rawMin = numberIn(decoded.minimum, decoded);
+    shown.rawMax = numberIn(decoded.maximum, decoded);
+}
+
+// A record without a range has that of its bits.
+void addLimits(const Parser_kv38::ParameterP& parameter, DeviceReport::Parameter& shown)
+{
+    std::array<std::uint8_t, recordSize> record{};
+    std::copy_n(parameter.privateProps.record, rangeOfRecord, record.begin());
+    std::copy(parameter.privateProps.record + rangeOfRecord + rangeSize,
+              parameter.privateProps.record + recordSize,
+              record.begin() + rangeOfRecord + rangeSize);
+    mxfileext::ParameterValue_t limits{};
+    mxfileext::getParameterValue(record.data(), nullptr, &limits);
+    shown.rawLowest = numberIn(limits.minimum, limits);
+    shown.rawHighest = numberIn(limits.maximum, limits);
 }
 
 void addParameter(const Parser_kv38::ParameterP& parameter,
@@ -86,6 +106,7 @@ void addParameter(const Parser_kv38::ParameterP& parameter,
 {
     DeviceReport::Parameter& shown = report.parameters.emplace_back(makeParameter(parameter));
     addRawValues(parameter, report.parameterBlock, shown);
+    addLimits(parameter, shown);
     if (shown.converted) {
         shown.scale = conversions.scale(parameter.privateProps.record[conversionOfRecord]);
     }

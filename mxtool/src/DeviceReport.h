@@ -64,7 +64,9 @@ struct DeviceReport
         std::optional<mxformat::WholeNumber> raw{}; ///< Nothing: it lies outside the image.
         mxformat::WholeNumber rawMin{};
         mxformat::WholeNumber rawMax{};
-        mxformat::PhysicalScale scale{}; ///< Factor 1, offset 0 unless `converted`.
+        mxformat::WholeNumber rawLowest{};  ///< The least value that its bits can hold.
+        mxformat::WholeNumber rawHighest{}; ///< The greatest one.
+        mxformat::PhysicalScale scale{};    ///< Factor 1, offset 0 unless `converted`.
 
         bool ofModule() const { return channelNumber == 255; }
         /// Returns the option that the value stands for, null without one.

@@ -64,8 +64,6 @@ def means_two(module: Module, words: str) -> bool | None:
     texts = [text for _, text in found]
     if len(set(texts)) != len(texts) or words.startswith("#") or any(may_be_number(*one) for one in found):
         return None
-    if any(is_beyond_its_field(module, *one) for one in found):
-        return None
     fitting = [one for one, text in found if is_accepted(module, one, text)]
     return len(fitting) > 1 if fitting else None
 
@@ -73,11 +71,6 @@ def means_two(module: Module, words: str) -> bool | None:
 def may_be_number(one: Parameter, text: str) -> bool:
     """Physical values, numbers with their units and "#N": other checks look at these."""
     return one.converted or text.startswith("#") or (not one.has_options and re.fullmatch("-?[0-9]+", text) is None)
-
-
-def is_beyond_its_field(module: Module, one: Parameter, text: str) -> bool:
-    """The text of an option that the parameter cannot hold: listed, but no value."""
-    return any(its_text == text and not holds(one, number) for number, its_text in options(module, one))
 
 
 def is_accepted(module: Module, one: Parameter, text: str) -> bool:

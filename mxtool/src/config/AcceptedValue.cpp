@@ -39,6 +39,13 @@ bool sameNumber(const std::string& a, const std::string& b)
                               value, reason));
 }
 
+// Whether `text`, the number `number`, is what the parameter shows already.
+bool isShown(const Parameter& parameter, const std::string& text, const Decimal& number)
+{
+    return text == parameter.value ||
+           (parameter.raw && parameter.scale.states(number, *parameter.raw));
+}
+
 bool isListed(const Parameter& parameter, const std::string& number)
 {
     return std::any_of(
@@ -79,6 +86,29 @@ std::vector<std::string> optionTexts(const Parameter& parameter)
     refuse(parameter, value,
            fmt::format("no such option{} Accepted: {}", guess.empty() ? "." : guess,
                        toUtf8(acceptedValues(parameter))));
+}
+
+std::string limitsOf(const Parameter& parameter)
+{
+    std::string low = parameter.scale.text(parameter.rawLowest);
+    std::string high = parameter.scale.text(parameter.rawHighest);
+    if (parameter.scale.factor < 0) {
+        low.swap(high);
+    }
+    return low + " to " + high;
+}
+
+// Options, ranges and calls with --force may ask for more than the bits of a parameter can hold.
+void requireHeld(const Parameter& parameter, const std::string& value, const std::string& number)
+{
+    const auto wanted = Decimal::ofText(number);
+    const bool hasBits = parameter.rawLowest != parameter.rawHighest; // else the library says why
+    if (hasBits && wanted && !isShown(parameter, number, *wanted) &&
+        !parameter.scale.nearestRaw(*wanted, parameter.rawLowest, parameter.rawHighest)) {
+        refuse(parameter, value,
+               fmt::format("{} does not fit, expected {}, all that the parameter can hold",
+                           number == value ? "it" : "its number " + number, limitsOf(parameter)));
+    }
 }
 
 // Where one option is called by the number of another, nobody can tell which is meant.
@@ -127,14 +157,23 @@ std::string withoutUnit(const Parameter& parameter, const std::string& value)
                                           : number.substr(0, number.find_last_not_of(' ') + 1);
 }
 
+// `text` with a point in place of its decimal comma; empty where it is no such number.
+std::string withDecimalPoint(std::string text)
+{
+    const std::size_t comma = text.find(',');
+    if (comma != std::string::npos) {
+        text[comma] = '.';
+    }
+    return comma != std::string::npos && Decimal::ofText(text) ? text : "";
+}
+
 // What a number with a decimal comma, or with another unit, has to look like.
 std::string numberHint(const Parameter& parameter, const std::string& value)
 {
     const std::string text = withoutUnit(parameter, value);
-    const std::size_t comma = text.find(',');
-    if (parameter.converted && comma != std::string::npos &&
-        Decimal::ofText(std::string(text).replace(comma, 1, "."))) {
-        return ", with a decimal point";
+    const std::string pointed = withDecimalPoint(text);
+    if (parameter.converted && !pointed.empty()) {
+        return ", with a decimal point: " + pointed;
     }
     const std::size_t end = text.find_first_not_of("+-.0123456789");
     const bool hasOtherUnit = end != std::string::npos && text[end] != ',' &&
@@ -149,13 +188,6 @@ std::string expectation(const Parameter& parameter, const std::string& value)
     const std::string unit = parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit);
     return fmt::format("expected {}, {}{}{}", parameter.converted ? "a number" : "a whole number",
                        acceptedValues(parameter), unit, numberHint(parameter, value));
-}
-
-// Whether `text`, the number `number`, is what the parameter shows already.
-bool isShown(const Parameter& parameter, const std::string& text, const Decimal& number)
-{
-    return text == parameter.value ||
-           (parameter.raw && parameter.scale.states(number, *parameter.raw));
 }
 
 std::string rangedNumber(const Parameter& parameter, const std::string& value, ValueCheck check)
@@ -177,8 +209,10 @@ std::string rangedNumber(const Parameter& parameter, const std::string& value, V
 
 std::string acceptedValue(const Parameter& parameter, const std::string& value, ValueCheck check)
 {
-    return parameter.hasOptionList ? optionNumber(parameter, value, check)
-                                   : rangedNumber(parameter, value, check);
+    std::string number = parameter.hasOptionList ? optionNumber(parameter, value, check)
+                                                 : rangedNumber(parameter, value, check);
+    requireHeld(parameter, value, number);
+    return number;
 }
 
 } // namespace mxtool

@@ -16,7 +16,8 @@ enum class ValueCheck
 /// Returns the text by which the parsing library sets `parameter` to what `value` (UTF-8) means:
 /// the text of an option, its number, "#N" for the number N whatever the options are called, or a
 /// number, in physical units where the parameter is converted, with or without the unit. What the
-/// parameter shows already is always accepted. Throws a `Refusal` that says what is accepted.
+/// parameter shows already is always accepted, what its bits cannot hold never is. Throws a
+/// `Refusal` that says what is accepted.
 std::string acceptedValue(const DeviceReport::Parameter& parameter, const std::string& value,
                           ValueCheck check);
 

@@ -133,6 +133,12 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
         throw Refusal(fmt::format("No parameter has the identifier {}, expected one of {}", name,
                                   fmt::join(ids, ", ")));
     }
+    const auto byId = parametersCalled("#" + name, device);
+    if (!byId.empty()) {
+        throw Refusal(
+            fmt::format("No parameter is called \"{}\", did you mean \"#{}\"?", name, name),
+            fmt::format("#{} is {}", name, toUtf8(described(*byId.front()))));
+    }
     throw Refusal(fmt::format("No parameter is called \"{}\"{}", name, nearestNames(name, device)),
                   "mxtool config FILE without more words lists the parameters");
 }
@@ -171,19 +177,40 @@ bool isAccepted(const Reading& reading, ValueCheck check)
                        });
 }
 
+std::string waysOf(const std::vector<Reading>& readings)
+{
+    std::vector<std::string> ways(readings.size());
+    std::transform(readings.begin(), readings.end(), ways.begin(), [](const Reading& reading) {
+        return fmt::format("\"{}\" set to \"{}\"", reading.name, reading.value);
+    });
+    return fmt::format("{}", fmt::join(ways, ", or "));
+}
+
 [[noreturn]] void refuseReadings(const std::string& words, const std::vector<Reading>& readings)
 {
-    std::vector<std::string> ways;
     std::vector<std::string> byId;
     for (const Reading& reading : readings) {
-        ways.push_back(fmt::format("\"{}\" set to \"{}\"", reading.name, reading.value));
         for (const auto* parameter : reading.parameters) {
             byId.push_back(fmt::format("\"#{}={}\"", parameter->id, reading.value));
         }
     }
-    throw Refusal(fmt::format("\"{}\" can be read in {} ways: {}", words, ways.size(),
-                              fmt::join(ways, ", or ")),
-                  fmt::format("write one of {}", fmt::join(byId, ", ")));
+    throw Refusal(
+        fmt::format("\"{}\" can be read in {} ways: {}", words, readings.size(), waysOf(readings)),
+        fmt::format("write one of {}", fmt::join(byId, ", ")));
+}
+
+[[noreturn]] void refuseEach(const std::string& words, const std::vector<Reading>& readings)
+{
+    std::vector<std::string> accepted;
+    for (const Reading& reading : readings) {
+        for (const auto* parameter : reading.parameters) {
+            accepted.push_back(
+                fmt::format("#{} accepts {}", parameter->id, toUtf8(acceptedValues(*parameter))));
+        }
+    }
+    throw Refusal(fmt::format("\"{}\" can be read in {} ways, no value is accepted: {}", words,
+                              readings.size(), waysOf(readings)),
+                  fmt::format("{}", fmt::join(accepted, "; ")));
 }
 
 } // namespace
@@ -241,11 +268,14 @@ std::pair<std::string, std::string> splitAssignment(const std::string& words,
     std::vector<Reading> accepted;
     std::copy_if(readings.begin(), readings.end(), std::back_inserter(accepted),
                  [check](const Reading& reading) { return isAccepted(reading, check); });
-    const std::vector<Reading>& possible = accepted.empty() ? readings : accepted;
-    if (possible.size() > 1) {
-        refuseReadings(words, possible);
+    if (accepted.size() > 1) {
+        refuseReadings(words, accepted);
     }
-    return {possible.front().name, possible.front().value};
+    if (accepted.empty() && readings.size() > 1) {
+        refuseEach(words, readings);
+    }
+    const Reading& meant = accepted.empty() ? readings.front() : accepted.front();
+    return {meant.name, meant.value};
 }
 
 } // namespace mxtool

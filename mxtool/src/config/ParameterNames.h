@@ -23,8 +23,9 @@ const DeviceReport::Parameter& parameterCalled(const std::string& name, const De
 std::string nameInCalls(const DeviceReport::Parameter& parameter, const DeviceReport& device);
 
 /// Splits "NAME=VALUE" after the name of a parameter of `device`, at the first "=" when there is
-/// none. Names and values may hold "=": of several names the one counts whose parameter accepts the
-/// value. Throws a `Refusal` with both readings where more than one does, and without any "=".
+/// none. Names and values may hold "=": a reading counts where the parameter exists and accepts the
+/// value, as `acceptedValue` says. Throws a `Refusal` with all readings unless one alone counts,
+/// and without any "=".
 std::pair<std::string, std::string> splitAssignment(const std::string& words,
                                                     const DeviceReport& device, ValueCheck check);
 

@@ -135,8 +135,9 @@ TEST_F(AcceptedValue, ofAConvertedParameterIsPhysical)
 TEST_F(AcceptedValue, saysWhatMakesANumberNone)
 {
     for (const char* text : {"5,3", "5,3 V", "-5,3V"}) {
-        EXPECT_THAT(outcome(gain, text), HasSubstr("0 to 127.5 V, with a decimal point")) << text;
+        EXPECT_THAT(outcome(gain, text), HasSubstr("0 to 127.5 V, with a decimal point: ")) << text;
     }
+    EXPECT_THAT(outcome(gain, "-5,3 V"), testing::EndsWith("with a decimal point: -5.3"));
     for (const char* text : {"5.3 mV", "53 kV", "5 v", "5 Ohm"}) {
         EXPECT_THAT(outcome(gain, text), HasSubstr("0 to 127.5 V, in V or without a unit")) << text;
     }
@@ -149,9 +150,26 @@ TEST_F(AcceptedValue, bigNumbersAreComparedExactly)
 {
     level.rawMin = {true, 9223372036854775808U};
     level.rawMax = {false, 18446744073709551614U};
+    level.rawLowest = level.rawMin;
+    level.rawHighest = level.rawMax;
     EXPECT_EQ(outcome(level, "18446744073709551614"), "18446744073709551614");
     EXPECT_THAT(outcome(level, "18446744073709551615"), HasSubstr("refused"));
     EXPECT_THAT(outcome(level, "-9223372036854775809"), HasSubstr("refused"));
+}
+
+TEST_F(AcceptedValue, fitsIntoTheBits)
+{
+    filter.rawHighest = {false, 3};
+    EXPECT_THAT(
+        outcome(filter, "slow"),
+        HasSubstr("value \"slow\" is not accepted: its number 5 does not fit, expected 0 to "
+                  "3, all that the parameter can hold"));
+    EXPECT_THAT(outcome(filter, "#5", ValueCheck::NumberOnly), HasSubstr("does not fit"));
+    EXPECT_EQ(outcome(filter, "#2"), "2");
+    level.rawMax = {false, 300}; // a range beyond the byte
+    EXPECT_THAT(outcome(level, "256"), HasSubstr("it does not fit, expected 0 to 255"));
+    EXPECT_EQ(outcome(level, "255"), "255");
+    EXPECT_THAT(outcome(gain, "127.8", ValueCheck::NumberOnly), HasSubstr("expected 0 to 127.5"));
 }
 
 TEST_F(AcceptedValue, aBareNumberIsOneWhateverTheUnit)
@@ -175,6 +193,7 @@ TEST_F(AcceptedValue, theRangeIsOneOfRawValues)
     gain.scale = {1, 0};
     gain.rawMin = {};
     gain.rawMax = {false, 16777219};
+    gain.rawHighest = {false, 4294967295U};
     EXPECT_EQ(outcome(gain, "16777219"), "16777219");
     EXPECT_THAT(outcome(gain, "16777220"), HasSubstr("expected a number, 0 to 16777219 V"));
     EXPECT_EQ(outcome(gain, "16777220", ValueCheck::NumberOnly), "16777220");

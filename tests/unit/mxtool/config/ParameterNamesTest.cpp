@@ -176,6 +176,44 @@ TEST_F(ParameterNames, whatCanBeReadInTwoWaysIsRefusedWithBoth)
     EXPECT_EQ(nameInCalls(device.parameters[3], device), "#" + number);
 }
 
+// A reading that cannot be carried out is none: the bits hold less than the option's number.
+TEST_F(ParameterNames, aValueThatDoesNotFitIsNoReading)
+{
+    device.parameters[0].name = "A";
+    device.parameters[0].options[1].text = "B=5"; // of the number 5
+    device.parameters[0].rawHighest = {false, 3};
+    EXPECT_THAT(split("A=B=5"), Pair("A=B", "5"));
+    EXPECT_THAT(splitAssignment("A=B=5", device, mxtool::ValueCheck::NumberOnly), Pair("A=B", "5"));
+}
+
+TEST_F(ParameterNames, ofReadingsWithoutAnAcceptedValueEachIsTold)
+{
+    device.parameters[4].name = "A"; // 0 to 255, as "A=B"
+    try {
+        split("A=B=256");
+        ADD_FAILURE() << "accepted";
+    } catch (const Refusal& refusal) {
+        EXPECT_STREQ(refusal.what(), "\"A=B=256\" can be read in 2 ways, no value is accepted: "
+                                     "\"A\" set to \"B=256\", or \"A=B\" set to \"256\"");
+        EXPECT_EQ(refusal.hint, "#" + device.parameters[4].id + " accepts 0 to 255; #" +
+                                    device.parameters[3].id + " accepts -128 to 127");
+    }
+}
+
+TEST_F(ParameterNames, anIdentifierWithoutItsCrossIsRecognised)
+{
+    const std::string id = device.parameters[1].id;
+    try {
+        parameterCalled(id, device);
+        ADD_FAILURE() << "accepted";
+    } catch (const Refusal& refusal) {
+        EXPECT_EQ(refusal.what(),
+                  "No parameter is called \"" + id + "\", did you mean \"#" + id + "\"?");
+        EXPECT_EQ(refusal.hint,
+                  "#" + id + " is parameter \"Level\" of channel 0 AI 1 (#" + id + ", byte 1)");
+    }
+}
+
 TEST_F(ParameterNames, anIdentifierIsNeverTheBeginningOfAName)
 {
     const std::string id = device.parameters[0].id;
