@@ -1,13 +1,17 @@
 #include "check/Svgz.h"
 
 #include "module/ModuleView.h"
+#include "mxauthor/ForeignContent.h"
 
 #include <Poco/SAX/DefaultHandler.h>
 #include <Poco/SAX/SAXException.h>
 #include <Poco/SAX/SAXParser.h>
 
+#include <devices/parser/mx/HexText.h>
+
 #include <zlib.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace mxauthor {
@@ -18,6 +22,20 @@ namespace {
 // long name or value.
 constexpr std::size_t imageLimit = std::size_t{1} << 20;
 constexpr int gzipOnly = 16 + MAX_WBITS;
+
+constexpr std::ptrdiff_t judgedBytes = 4096; // enough to tell what the content is
+const std::string gzipMagic = "\x1F\x8B";
+const std::string expectedDrawing = ", expected an SVG drawing compressed with gzip";
+
+std::string shownBegin(const std::string& content)
+{
+    constexpr std::size_t shown = 4;
+    std::string text;
+    for (const char c : content.substr(0, shown)) {
+        text += (text.empty() ? "" : " ") + devices::parser::mx::u8AsHex(static_cast<uint8_t>(c));
+    }
+    return text;
+}
 
 class Inflation
 {
@@ -34,8 +52,10 @@ public:
     Inflation(const Inflation&) = delete;
     Inflation& operator=(const Inflation&) = delete;
 
+    // Throws with what the bytes are instead, or where they are damaged.
     std::string text()
     {
+        requireGzip();
         std::string all;
         Bytes chunk(std::size_t{1} << 14);
         int state = Z_OK;
@@ -50,6 +70,19 @@ public:
     }
 
 private:
+    void requireGzip() const
+    {
+        const auto length = std::min<std::ptrdiff_t>(judgedBytes, input.end() - input.begin());
+        const std::string begin(input.begin(), input.begin() + length);
+        if (begin.substr(0, gzipMagic.size()) == gzipMagic.substr(0, begin.size())) {
+            return;
+        }
+        const std::string found = foreignContent(begin);
+        throw std::runtime_error(
+            (found.empty() ? "begins with the bytes " + shownBegin(begin) : "is " + found) +
+            expectedDrawing);
+    }
+
     void requireEnd(int state) const
     {
         if (state == Z_OK) {
@@ -59,8 +92,9 @@ private:
             throw std::runtime_error("the compressed data ends early");
         }
         if (state != Z_STREAM_END) {
-            throw std::runtime_error(std::string("cannot be inflated: ") +
-                                     (stream.msg == nullptr ? "damaged" : stream.msg));
+            throw std::runtime_error("the compressed data is damaged in its first " +
+                                     byteCount(stream.total_in) +
+                                     (stream.msg == nullptr ? "" : std::string(": ") + stream.msg));
         }
         if (stream.avail_in > 0) {
             throw std::runtime_error(byteCount(stream.avail_in) + " behind the compressed data");
@@ -99,11 +133,15 @@ std::string rootElement(const std::string& text)
 
 std::string svgzProblem(const Bytes& bytes)
 {
+    std::string text;
     try {
-        const std::string root = rootElement(Inflation(bytes).text());
+        text = Inflation(bytes).text();
+        const std::string root = rootElement(text);
         return root == "svg" ? "" : "is an XML document of \"" + root + "\", expected \"svg\"";
     } catch (const Poco::Exception& failure) {
-        return "is no well-formed XML: " + failure.message();
+        const std::string found = text.compare(0, 1, "<") == 0 ? "" : foreignContent(text);
+        return found.empty() ? "is no well-formed XML: " + failure.message()
+                             : "is " + found + " compressed with gzip" + expectedDrawing;
     } catch (const std::runtime_error& failure) {
         return failure.what();
     }

@@ -33,8 +33,12 @@ std::string shownText(const Finding& finding)
 
 std::string hintOf(const Finding& finding)
 {
-    const bool isMissing = std::string(finding.rule->name) == "group-missing";
-    return isMissing ? "the key \"" + groupWord(finding.place.group) + "\" states it" : "";
+    const std::string rule = finding.rule->name;
+    if (rule == "image-unreadable") {
+        return "the build compresses a file whose name ends in .svg";
+    }
+    return rule == "group-missing" ? "the key \"" + groupWord(finding.place.group) + "\" states it"
+                                   : "";
 }
 
 bool isEarlier(const TextFinding& a, const TextFinding& b)
