@@ -1,5 +1,10 @@
 #include "FileKind.h"
 
+#include "Diagnostic.h"
+#include "InputFile.h"
+#include "ValuesComment.h"
+
+#include <mxauthor/ForeignContent.h>
 #include <mxauthor/MxFile.h>
 #include <mxauthor/TextForm.h>
 
@@ -27,12 +32,54 @@ bool isMxFile(const std::string& content)
     });
 }
 
-// The two keys that every station has.
-bool isStation(const std::string& content)
+bool contains(const std::vector<std::string>& words, const std::string& word)
 {
-    const auto keys = mxauthor::outermostKeys(content);
-    return std::count(keys.begin(), keys.end(), "station") != 0 &&
-           std::count(keys.begin(), keys.end(), "modules") != 0;
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+// The two keys that every station has.
+bool isStation(const std::vector<std::string>& keys)
+{
+    return contains(keys, "station") && contains(keys, "modules");
+}
+
+// The name in the schema of what mxtool writes as JSON; empty for another text.
+std::string schemaName(const std::string& content, const std::vector<std::string>& keys)
+{
+    const std::string begin = "\"mxtool.";
+    const std::size_t schema = contains(keys, "schema") ? content.find("\"schema\"") : content.npos;
+    const std::size_t name = content.find(begin, std::min(schema, content.size()));
+    const std::size_t from = name == content.npos ? content.size() : name + 1;
+    return content.substr(from, content.find('"', from) - from);
+}
+
+// The first line of the table that `config` writes, whatever separates its cells.
+bool isConfigurationTable(const std::string& content)
+{
+    const std::string line = content.substr(0, content.find_first_of("\r\n"));
+    const std::string last = "device_type_id";
+    return line.find("channel") != line.npos && line.find("value") != line.npos &&
+           line.size() > last.size() &&
+           line.compare(line.size() - last.size(), last.size(), last) == 0;
+}
+
+FileKind kindOfText(const std::string& content)
+{
+    const std::vector<std::string> keys = mxauthor::outermostKeys(content);
+    if (isStation(keys)) {
+        return FileKind::Station;
+    }
+    const std::string schema = schemaName(content, keys);
+    if (!schema.empty()) {
+        return schema == "mxtool.config" ? FileKind::Configuration : FileKind::Result;
+    }
+    if (hasValuesMark(content)) {
+        return FileKind::Values;
+    }
+    if (isConfigurationTable(content)) {
+        return FileKind::Configuration;
+    }
+    return mxauthor::isTextForm(content) ? FileKind::TextForm : FileKind::Other;
 }
 
 } // namespace
@@ -46,13 +93,7 @@ FileKind kindOf(const std::string& content)
     if (isMxFile(judged)) {
         return FileKind::MxFile;
     }
-    if (judged.find('\0') != std::string::npos) {
-        return FileKind::Other;
-    }
-    if (isStation(judged)) {
-        return FileKind::Station;
-    }
-    return mxauthor::isTextForm(judged) ? FileKind::TextForm : FileKind::Other;
+    return judged.find('\0') != std::string::npos ? FileKind::Other : kindOfText(judged);
 }
 
 FileKind kindOfFile(const std::string& path)
@@ -78,9 +119,65 @@ const char* nameOf(FileKind kind)
     case FileKind::Station:
         return "a station";
     case FileKind::Database:
-        return "a database";
+        return "a database (SQLite)";
+    case FileKind::Values:
+        return "a file of parameter values";
+    case FileKind::Configuration:
+        return "a configuration that mxtool config wrote";
+    case FileKind::Result:
+        return "a result that mxtool wrote as JSON";
     default:
         return "something else";
+    }
+}
+
+bool costsWork(FileKind kind)
+{
+    return kind != FileKind::Other && kind != FileKind::Configuration && kind != FileKind::Result;
+}
+
+std::string callThatTakes(FileKind kind, const std::string& path)
+{
+    switch (path == "-" ? FileKind::Other : kind) {
+    case FileKind::MxFile:
+    case FileKind::TextForm:
+        return "mxtool show " + path + " shows the device that it describes";
+    case FileKind::Database:
+        return "mxtool devices --db sqlite:" + path + " lists the modules that it holds";
+    case FileKind::Values:
+        return "mxtool config FILE --values " + path + " takes it, FILE being the mx file";
+    case FileKind::Configuration:
+        return "mxtool config FILE --values " + path + " or --decode " + path +
+               " takes it, FILE being the mx file";
+    default:
+        return "";
+    }
+}
+
+void requireModule(const std::string& path, const std::string& content, const std::string& expected)
+{
+    const FileKind kind = kindOf(content);
+    if (kind == FileKind::MxFile || kind == FileKind::TextForm) {
+        return;
+    }
+    const std::string found =
+        kind == FileKind::Other ? mxauthor::foreignContent(content) : nameOf(kind);
+    if (!found.empty()) {
+        throw Failure(ExitCode::Input,
+                      {"error", inputName(path), "This is " + found + ", expected " + expected,
+                       callThatTakes(kind, path)});
+    }
+}
+
+void requireKeyOfTextForm(const std::string& path, const std::string& source,
+                          const std::string& expected)
+{
+    if (!mxauthor::hasKeyOfTextForm(source)) {
+        throw Failure(
+            ExitCode::Input,
+            {"error", inputName(path),
+             "This text has no key of the text form, such as \"module:\", expected " + expected,
+             "mxtool config FILE --values " + path + " takes a file of parameter values"});
     }
 }
 

@@ -15,6 +15,8 @@ namespace mxtool {
 
 namespace {
 
+constexpr const char* expectedModule = "an mx file or its text form";
+
 [[noreturn]] void refuse(const std::string& path, const std::string& text, const std::string& hint)
 {
     throw Failure(ExitCode::Input, {"error", inputName(path), text, hint});
@@ -24,13 +26,6 @@ bool isControl(char c)
 {
     const auto byte = static_cast<unsigned char>(c);
     return byte < 0x20 && c != '\t' && c != '\n' && c != '\r';
-}
-
-bool isDatabase(const std::vector<char>& content)
-{
-    constexpr std::size_t judged = 16; // one shows in its first bytes
-    const auto length = static_cast<std::ptrdiff_t>(std::min(judged, content.size()));
-    return kindOf({content.begin(), content.begin() + length}) == FileKind::Database;
 }
 
 // Text in UTF-16 is refused, but as a text.
@@ -51,12 +46,9 @@ bool isText(const std::vector<char>& content)
 ModuleFile::ModuleFile(const std::string& file) : path(file), content(loadBytes(file))
 {
     if (content.empty()) {
-        refuse(path, "The file is empty, expected an mx file or its text form", "");
+        refuse(path, fmt::format("The file is empty, expected {}", expectedModule), "");
     }
-    if (isDatabase(content)) {
-        refuse(path, "This is a database (SQLite), expected an mx file or its text form",
-               "mxtool devices --db sqlite:" + path + " lists the modules that it holds");
-    }
+    requireModule(path, {content.begin(), content.end()}, expectedModule);
     if (mxtool::isText(content)) {
         build();
     }
@@ -69,18 +61,18 @@ ModuleFile::ModuleFile(std::string file, std::vector<char> bytes)
 void ModuleFile::build()
 {
     source.assign(content.begin(), content.end());
-    if (kindOf(source) == FileKind::Station) {
-        refuse(path, "This is a station, expected an mx file or its text form", "");
-    }
     auto result = std::make_unique<mxauthor::BuildResult>(buildInput(source, path));
     const std::size_t errors = result->errors.size();
+    if (errors > 1) {
+        requireKeyOfTextForm(path, source, expectedModule);
+    }
     if (errors != 0) {
         for (const mxauthor::SourceError& error : result->errors) {
             reportAt(name(), source, error, "error", "");
         }
         refuse(path,
-               fmt::format("A text with {} error{}, expected an mx file or its text form", errors,
-                           errors == 1 ? "" : "s"),
+               fmt::format("A text with {} error{}, expected {}", errors, errors == 1 ? "" : "s",
+                           expectedModule),
                "");
     }
     const mxauthor::Bytes bytes = mxauthor::writeMxFile(result->file);

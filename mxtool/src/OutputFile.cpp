@@ -100,7 +100,7 @@ void writeChecked(const std::string& path, const std::string& content)
 void requireSameKind(const std::string& path, FileKind kind)
 {
     const FileKind present = kindOfFile(path);
-    if (present == FileKind::Other || present == kind || callFiles().overwrites()) {
+    if (!costsWork(present) || present == kind || callFiles().overwrites()) {
         return;
     }
     throw Failure(ExitCode::Usage, {"error", path,

@@ -93,7 +93,7 @@ TEST_F(Overwrite, isAskedForADatabase)
 {
     const std::string file = directory.path("devices.sqlite");
     runTool({"populate", "examples/modules", "--db", "sqlite:" + file});
-    expectRefused({"dump", module, "-o", file}, file, "a database");
+    expectRefused({"dump", module, "-o", file}, file, "a database (SQLite)");
 }
 
 TEST_F(Overwrite, isAskedForByAnExportBeforeItWritesAnything)

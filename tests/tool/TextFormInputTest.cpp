@@ -116,6 +116,75 @@ TEST(TextFormInput, everyVerbSaysWhatElseAFileIs)
     }
 }
 
+// One line, where each line of the file was an error of the text form.
+TEST(TextFormInput, everyVerbSendsFilesOfValuesToConfig)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string values = directory.path("v.yaml");
+    const std::string written = directory.path("v.json");
+    const std::string csv = directory.path("v.csv");
+    for (const std::string& file : {values, written, csv}) {
+        EXPECT_EQ(runTool({"config", mxFile, "-o", file}).exitCode, 0);
+    }
+    for (const std::string& verb : verbsOfModules()) {
+        EXPECT_EQ(runTool(callOf(verb, values)).err,
+                  values +
+                      ": error: This is a file of parameter values, expected an mx file or its "
+                      "text form\nhint: mxtool config FILE --values " +
+                      values + " takes it, FILE being the mx file\n")
+            << verb;
+        for (const std::string& file : {written, csv}) {
+            const ToolRun run = runTool(callOf(verb, file));
+            EXPECT_EQ(run.exitCode, 3) << verb;
+            EXPECT_EQ(run.err, file +
+                                   ": error: This is a configuration that mxtool config wrote, "
+                                   "expected an mx file or its text form\nhint: mxtool config "
+                                   "FILE --values " +
+                                   file + " or --decode " + file +
+                                   " takes it, FILE being the mx file\n")
+                << verb;
+        }
+    }
+    EXPECT_THAT(runTool({"build", values, "-o", directory.path("b.bin")}).err,
+                StartsWith(values + ": error: This is a file of parameter values, expected the "
+                                    "text form of an mx file\n"));
+}
+
+TEST(TextFormInput, aTextWithoutAKeyOfTheTextFormIsOneError)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string text =
+        directory.write("a.yaml", charsOf("AI 1: {Upper limit: 5}\nWiring: Delta\n"));
+    for (const auto& call :
+         {std::vector<std::string>{"show", text}, {"build", text, "-o", directory.path("b.bin")}}) {
+        const ToolRun run = runTool(call);
+        EXPECT_EQ(run.exitCode, 3);
+        EXPECT_THAT(run.err, StartsWith(text + ": error: This text has no key of the text form, "
+                                               "such as \"module:\", expected "));
+        EXPECT_THAT(run.err, testing::EndsWith("\nhint: mxtool config FILE --values " + text +
+                                               " takes a file of parameter values\n"));
+    }
+    const std::string misspelt =
+        directory.write("b.yaml", charsOf("Modul: {type: 1}\nchanels: []\n"));
+    EXPECT_THAT(runTool({"show", misspelt}).err, HasSubstr("did you mean \"module\"?"));
+}
+
+TEST(TextFormInput, aFileOfAnotherFormIsNamed)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string png = directory.write("a.png", charsOf("\x89PNG\r\n\x1a\n\x01\x02\x03"));
+    const std::string drawing = directory.write("a.svg", charsOf("<svg/>"));
+    for (const std::string& verb : verbsOfModules()) {
+        const ToolRun run = runTool(callOf(verb, png));
+        EXPECT_EQ(run.exitCode, 3) << verb;
+        EXPECT_EQ(run.err,
+                  png + ": error: This is a PNG picture, expected an mx file or its text form\n");
+        EXPECT_EQ(runTool(callOf(verb, drawing)).err,
+                  drawing +
+                      ": error: This is an SVG drawing, expected an mx file or its text form\n");
+    }
+}
+
 TEST(TextFormInput, everyVerbTellsTheErrorsOfATextAtTheirPlaces)
 {
     const testkit::TemporaryDirectory directory;

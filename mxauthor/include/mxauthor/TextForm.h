@@ -40,6 +40,10 @@ std::string dumpText(const MxFile& file);
 /// Returns whether `text` has the keys of the text form at its outermost level. It may have errors.
 bool isTextForm(const std::string& text);
 
+/// Returns whether a key at the outermost level of `text` is one of the text form, or looks like
+/// one that is misspelt.
+bool hasKeyOfTextForm(const std::string& text);
+
 /// Returns the words in front of a colon at the outermost level of the YAML or JSON text `text`,
 /// and empty ones, whether the rest of it is correct or not.
 std::vector<std::string> outermostKeys(const std::string& text);

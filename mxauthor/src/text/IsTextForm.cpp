@@ -1,4 +1,5 @@
 #include "FormKeys.h"
+#include "mxauthor/NearestWords.h"
 #include "mxauthor/TextForm.h"
 
 #include <algorithm>
@@ -74,6 +75,14 @@ std::vector<std::string> outermostKeys(const std::string& text)
         return keysInBraces(text, first);
     }
     return keysOfLines(text.substr(start));
+}
+
+bool hasKeyOfTextForm(const std::string& text)
+{
+    const std::vector<std::string> keys = outermostKeys(text);
+    return std::any_of(keys.begin(), keys.end(), [](const std::string& key) {
+        return !key.empty() && !nearestWords(key, keysOf("file")).empty();
+    });
 }
 
 bool isTextForm(const std::string& text)

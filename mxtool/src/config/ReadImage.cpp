@@ -62,6 +62,9 @@ Content contentOf(const std::string& name, const std::string& text, std::size_t 
 std::string hintFor(const std::string& name, const std::string& text)
 {
     const FileKind kind = kindOf(text);
+    if (kind == FileKind::Values) {
+        return "--values takes a file of values";
+    }
     if (kind != FileKind::Other) {
         return fmt::format("the file is {}, not bytes that were read from a module", nameOf(kind));
     }

@@ -4,6 +4,7 @@
 #include "ParameterText.h"
 #include "Refusal.h"
 #include "ShownText.h"
+#include "ValuesComment.h"
 #include "config/AcceptedValue.h"
 #include "config/ParameterNames.h"
 
@@ -91,9 +92,9 @@ std::string rangeText(const Parameter& parameter)
 // What may be written in place of the value.
 std::string comment(const Parameter& parameter, const Parameter& standard)
 {
-    return forTerminal(fmt::format(
-        "{}; default {}{}", parameter.hasOptionList ? optionsText(parameter) : rangeText(parameter),
-        valueInCalls(standard), isInRange(parameter) ? "" : "; takes --force"));
+    return forTerminal(
+        valuesComment(parameter.hasOptionList ? optionsText(parameter) : rangeText(parameter),
+                      valueInCalls(standard), isInRange(parameter) ? "" : "takes --force"));
 }
 
 std::string lines(const std::string& key, const Parameter& parameter, const Parameter& standard,
@@ -176,10 +177,9 @@ private:
 std::string configurationValues(const Configuration& configuration)
 {
     const DeviceReport& device = configuration.device;
-    std::string text =
-        fmt::format("# {} ({}){}\n", forTerminal(device.label), device.deviceTypeId,
-                    configuration.changedOnly ? ": what differs from the defaults" : "");
-    text += "# Read by: mxtool config FILE --values THIS\n";
+    std::string text = valuesTitle(
+        fmt::format("{} ({}){}", forTerminal(device.label), device.deviceTypeId,
+                    configuration.changedOnly ? ": what differs from the defaults" : ""));
     const ValuesWriter writer(configuration);
     Parameters group;
     for (std::size_t i = 0; i < device.parameters.size(); ++i) {

@@ -28,6 +28,8 @@ Example:
   /tmp/MX0302.bin: 1051 bytes
 )";
 
+constexpr const char* expectedText = "the text form of an mx file";
+
 struct BuildOptions
 {
     std::vector<std::string> files;
@@ -129,7 +131,11 @@ std::optional<std::string> builtBytes(const std::string& file, bool force, bool 
                        "This is an mx file already, expected its text form",
                        "mxtool dump FILE -o FILE.yaml writes the text form of an mx file"});
     }
+    requireModule(file, source, expectedText);
     const mxauthor::BuildResult result = buildInput(source, file);
+    if (result.errors.size() > 1) {
+        requireKeyOfTextForm(file, source, expectedText);
+    }
     if (!isAccepted(file, source, result, force, quiet)) {
         return std::nullopt;
     }

@@ -26,7 +26,7 @@ Example:
 void protectText(const std::string& output, bool overwrite)
 {
     const FileKind present = output == "-" ? FileKind::Other : kindOfFile(output);
-    if (present != FileKind::Other && !overwrite) {
+    if (costsWork(present) && !overwrite) {
         throw Failure(
             ExitCode::Usage,
             {"error", output,
