@@ -268,6 +268,31 @@ TEST(TextFormInput, checkGivesLineAndColumnInJsonAndSarif)
     }
 }
 
+TEST(TextFormInput, checkGivesOneResultForTheRepetitionsOfALineInJsonAndSarif)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string repeated =
+        "parameters: [{repeat: 3, name: A <n>, channel: 7, type: UInt8}]\n";
+    const std::string text = directory.write("a.yaml", charsOf(repeated));
+    const std::string said = "belongs to channel 7, which does not exist (in all 3 repetitions)";
+    std::vector<std::string> told;
+    const json report = json::parse(runTool({"check", "--format", "json", text}).out);
+    for (const json& finding : report["files"][0]["findings"]) {
+        if (finding["rule"] == "parameter-channel") {
+            told.push_back(finding["text"]);
+        }
+    }
+    EXPECT_THAT(told, testing::ElementsAre(said));
+    told.clear();
+    const json log = json::parse(runTool({"check", "--format", "sarif", text}).out);
+    for (const json& result : log["runs"][0]["results"]) {
+        if (result["ruleId"] == "parameter-channel") {
+            told.push_back(result["message"]["text"]);
+        }
+    }
+    EXPECT_THAT(told, testing::ElementsAre("parameter 1 \"A 1\": " + said));
+}
+
 TEST(TextFormInput, whatTheParserRefusesSendsToTheText)
 {
     const testkit::TemporaryDirectory directory;

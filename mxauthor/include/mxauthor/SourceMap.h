@@ -22,6 +22,9 @@ public:
     /// the default of its parameter, also where several parameters share the byte.
     SourceError of(const Finding& finding, const std::string& what) const;
 
+    /// Returns which repetition of a repeated line the finding comes from.
+    Repetition repetitionOf(const Finding& finding) const;
+
 private:
     class Content;
     std::unique_ptr<const Content> content;

@@ -17,6 +17,13 @@ struct SourceError
     std::size_t lineStart = 0; ///< Where the line starts in the text, in bytes.
 };
 
+/// Which repetition of a repeated line something comes from.
+struct Repetition
+{
+    std::uint32_t number = 0; ///< From 1.
+    std::uint32_t count = 0;  ///< Of the line; 0: the line is not repeated.
+};
+
 struct TextOrigins;
 
 /// What a text form stands for. `file` counts only when there are no errors.

@@ -10,6 +10,7 @@ void noteTextOrigin(const YAML::Node& node, BuildContext& context)
 {
     RecordOrigin origin;
     origin.mark = context.errors.markOf(node);
+    origin.repetition = context.errors.repetitionOf(node);
     context.records[textsGroup].resize(context.texts.records().size(), origin);
 }
 

@@ -1,12 +1,14 @@
 #include "mxauthor/CheckText.h"
 
 #include "GroupWords.h"
+#include "Repetitions.h"
 #include "mxauthor/CodePage.h"
 #include "mxauthor/SourceMap.h"
 
 #include <devices/parser/mx/HexText.h>
 
 #include <algorithm>
+#include <map>
 #include <tuple>
 
 namespace mxauthor {
@@ -46,19 +48,54 @@ bool isEarlier(const TextFinding& a, const TextFinding& b)
     return std::tie(a.where.line, a.where.column) < std::tie(b.where.line, b.where.column);
 }
 
+// The findings of a text, each told once for all repetitions of a line.
+class FindingsOfText
+{
+public:
+    void add(TextFinding finding, const Repetition& repetition)
+    {
+        const Key key{finding.rule, finding.where.lineStart, finding.where.column};
+        std::vector<std::size_t>& told = toldAt[key];
+        for (const std::size_t index : told) {
+            if (repetition.count != 0 && repetitions[index].add(repetition)) {
+                return;
+            }
+        }
+        told.push_back(findings.size());
+        repetitions.emplace_back().add(repetition);
+        findings.push_back(std::move(finding));
+    }
+
+    std::vector<TextFinding> inOrder() &&
+    {
+        for (std::size_t i = 0; i < findings.size(); ++i) {
+            findings[i].where.text += repetitions[i].text();
+            findings[i].finding.text += repetitions[i].text();
+        }
+        std::stable_sort(findings.begin(), findings.end(), isEarlier);
+        return std::move(findings);
+    }
+
+private:
+    using Key = std::tuple<const CheckRule*, std::size_t, std::size_t>;
+
+    std::vector<TextFinding> findings;
+    std::vector<Repetitions> repetitions;           // of each finding
+    std::map<Key, std::vector<std::size_t>> toldAt; // several where one repetition has several
+};
+
 } // namespace
 
 std::vector<TextFinding> checkText(const std::string& source, const BuildResult& built)
 {
     const Bytes bytes = writeMxFile(built.file);
     const SourceMap map(source, built);
-    std::vector<TextFinding> findings;
+    FindingsOfText findings;
     for (const Finding& finding : check({bytes.begin(), bytes.end()})) {
-        findings.push_back(
-            {finding.rule, map.of(finding, shownText(finding)), hintOf(finding), finding});
+        findings.add({finding.rule, map.of(finding, shownText(finding)), hintOf(finding), finding},
+                     map.repetitionOf(finding));
     }
-    std::stable_sort(findings.begin(), findings.end(), isEarlier);
-    return findings;
+    return std::move(findings).inOrder();
 }
 
 bool isRefused(const std::vector<TextFinding>& findings)

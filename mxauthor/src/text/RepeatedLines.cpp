@@ -58,8 +58,8 @@ private:
     bool isTold(const Repeat& repeat, std::size_t line);
     bool fits(const Repeat& repeat);
     void writeOut(const Repeat& repeat);
-    YAML::Node numbered(const YAML::Node& node, std::uint32_t n, int depth);
-    YAML::Node numberedText(const YAML::Node& node, std::uint32_t n);
+    YAML::Node numbered(const YAML::Node& node, const Repetition& repetition, int depth);
+    YAML::Node numberedText(const YAML::Node& node, const Repetition& repetition);
     YAML::Node newNode(const YAML::Node& node);
 
     const RepeatableList& form;
@@ -182,27 +182,27 @@ YAML::Node Writer::newNode(const YAML::Node& node)
     return node;
 }
 
-YAML::Node Writer::numberedText(const YAML::Node& node, std::uint32_t n)
+YAML::Node Writer::numberedText(const YAML::Node& node, const Repetition& repetition)
 {
     characters += node.Scalar().size();
     if (!hasPlaceholder(node.Scalar())) {
         return node;
     }
     std::string wrong;
-    const auto text = withNumbers(node.Scalar(), n, &wrong);
+    const auto text = withNumbers(node.Scalar(), repetition.number, &wrong);
     if (!text) {
         errors.add(node, wrong + " is no placeholder (accepted: <n>, <n-1>, <n+1>, <2*n>, "
                                  "<2*n+1> with other numbers)");
         return node;
     }
-    return errors.madeFrom(newNode(YAML::Node(*text)), node.Mark());
+    return errors.madeFrom(newNode(YAML::Node(*text)), node.Mark(), repetition);
 }
 
 // Deeper than a list or mapping within a line nothing is looked for: there is nothing.
-YAML::Node Writer::numbered(const YAML::Node& node, std::uint32_t n, int depth)
+YAML::Node Writer::numbered(const YAML::Node& node, const Repetition& repetition, int depth)
 {
     if (node.IsScalar()) {
-        return numberedText(node, n);
+        return numberedText(node, repetition);
     }
     if (depth == 0 || node.size() > mostItems || !(node.IsSequence() || node.IsMap())) {
         return node;
@@ -211,23 +211,24 @@ YAML::Node Writer::numbered(const YAML::Node& node, std::uint32_t n, int depth)
     YAML::Node copy = newNode(YAML::Node(type));
     for (const auto& item : node) {
         if (node.IsMap()) {
-            copy.force_insert(item.first, numbered(item.second, n, depth - 1));
+            copy.force_insert(item.first, numbered(item.second, repetition, depth - 1));
         } else {
-            copy.push_back(numbered(item, n, depth - 1));
+            copy.push_back(numbered(item, repetition, depth - 1));
         }
     }
-    return errors.madeFrom(copy, node.Mark());
+    return errors.madeFrom(copy, node.Mark(), repetition);
 }
 
 void Writer::writeOut(const Repeat& repeat)
 {
     for (std::uint32_t n = 1; n <= repeat.repetitions; ++n) {
+        const Repetition repetition{n, repeat.repetitions};
         for (std::size_t i = 0; i < repeat.lines.size(); ++i) {
             YAML::Node line = newNode(YAML::Node(YAML::NodeType::Map));
             for (const auto& [key, value] : repeat.lines[i]) {
-                line.force_insert(key, numbered(value, n, 1));
+                line.force_insert(key, numbered(value, repetition, 1));
             }
-            lines.push_back(errors.madeFrom(line, repeat.marks[i]));
+            lines.push_back(errors.madeFrom(line, repeat.marks[i], repetition));
             if (characters > mostCharacters) {
                 errors.add(repeat.count, "the repeated lines are longer than any mx file");
                 return;

@@ -247,6 +247,7 @@ RecordOrigin Section::origin() const
 {
     RecordOrigin origin;
     origin.mark = problems.markOf(mapping);
+    origin.repetition = problems.repetitionOf(mapping);
     for (const auto& [key, value] : values) {
         std::vector<YAML::Mark>& marks = origin.values[key];
         marks.push_back(problems.markOf(value));

@@ -52,6 +52,7 @@ void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
         return; // the same for each line that a repeat wrote out
     }
     if (errors.size() == most) {
+        isComplete = false;
         append(YAML::Mark::null_mark(), "after 100 errors the rest is not looked for");
         throw TooManyErrors();
     }
@@ -59,35 +60,70 @@ void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
 
 void SourceErrors::add(const YAML::Node& node, const std::string& what)
 {
-    const YAML::Mark mark = markOf(node);
-    if (!node.Mark().is_null() || knownOfMade.insert(mark.pos).second) {
+    if (const Origin* const origin = originOf(node)) {
+        addRepeated(origin->mark, origin->repetition, what);
+    } else {
+        add(node.Mark(), what);
+    }
+}
+
+void SourceErrors::addInLine(const YAML::Node& line, const YAML::Node& node,
+                             const std::string& what)
+{
+    const Origin* const origin = originOf(line);
+    if (origin == nullptr) {
+        add(node, what);
+    } else {
+        addRepeated(markOf(node), origin->repetition, what);
+    }
+}
+
+void SourceErrors::addRepeated(const YAML::Mark& mark, const Repetition& repetition,
+                               const std::string& what)
+{
+    const auto [place, isFirst] = repeated.try_emplace(mark.pos);
+    place->second.add(repetition);
+    if (isFirst) {
         add(mark, what);
     }
 }
 
-YAML::Node SourceErrors::madeFrom(const YAML::Node& made, const YAML::Mark& mark)
+YAML::Node SourceErrors::madeFrom(const YAML::Node& made, const YAML::Mark& mark,
+                                  const Repetition& repetition)
 {
     YAML::Node tagged = made;
-    tagged.SetTag(std::to_string(marksOfMade.size()));
-    marksOfMade.push_back(mark);
+    tagged.SetTag(std::to_string(originsOfMade.size()));
+    originsOfMade.push_back({mark, repetition});
     return tagged;
+}
+
+const SourceErrors::Origin* SourceErrors::originOf(const YAML::Node& node) const
+{
+    if (!node.Mark().is_null()) {
+        return nullptr;
+    }
+    const auto number = parseInteger(node.Tag()); // only what was made has no mark, and a tag
+    return number && number->magnitude < originsOfMade.size() ? &originsOfMade[number->magnitude]
+                                                              : nullptr;
 }
 
 YAML::Mark SourceErrors::markOf(const YAML::Node& node) const
 {
-    const YAML::Mark mark = node.Mark();
-    if (!mark.is_null()) {
-        return mark;
-    }
-    const auto number = parseInteger(node.Tag()); // only what was made has no mark, and a tag
-    return number && number->magnitude < marksOfMade.size() ? marksOfMade[number->magnitude] : mark;
+    const Origin* const origin = originOf(node);
+    return origin == nullptr ? node.Mark() : origin->mark;
+}
+
+Repetition SourceErrors::repetitionOf(const YAML::Node& node) const
+{
+    const Origin* const origin = originOf(node);
+    return origin == nullptr ? Repetition{} : origin->repetition;
 }
 
 bool SourceErrors::append(const YAML::Mark& mark, const std::string& what)
 {
     const bool isNew = known.emplace(mark.pos, what).second;
     if (isNew) {
-        errors.push_back(located(mark, what));
+        errors.push_back({located(mark, what), mark.pos});
     }
     return isNew;
 }
@@ -107,7 +143,15 @@ SourceError SourceErrors::located(const YAML::Mark& mark, const std::string& wha
 std::vector<SourceError> SourceErrors::sorted() const
 {
     const auto key = [](const SourceError& e) { return std::tie(e.line, e.column, e.text); };
-    std::vector<SourceError> all = errors;
+    std::vector<SourceError> all;
+    all.reserve(errors.size());
+    for (const Entry& entry : errors) {
+        all.push_back(entry.error);
+        const auto repetitions = repeated.find(entry.position);
+        if (isComplete && repetitions != repeated.end()) {
+            all.back().text += repetitions->second.text();
+        }
+    }
     std::stable_sort(all.begin(), all.end(),
                      [key](const auto& a, const auto& b) { return key(a) < key(b); });
     return all;

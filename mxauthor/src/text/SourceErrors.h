@@ -1,9 +1,10 @@
 #pragma once
 
-#include "mxauthor/TextForm.h"
+#include "Repetitions.h"
 
 #include <yaml-cpp/yaml.h>
 
+#include <map>
 #include <set>
 
 namespace mxauthor {
@@ -22,15 +23,23 @@ public:
     /// Throws `TooManyErrors` with the hundredth, which is kept.
     void add(const YAML::Mark& mark, const std::string& what);
 
-    /// At a node that was made, only the first error is kept: the others follow from it, or are the
-    /// same for the next number.
+    /// At a node that was made, only the first error is kept, with the repetitions that have one:
+    /// the others follow from it, or are the same for the next number.
     void add(const YAML::Node& node, const std::string& what);
 
+    /// The same for `node` in a line that may be repeated: of what differs between the repetitions
+    /// of the line, the first is kept.
+    void addInLine(const YAML::Node& line, const YAML::Node& node, const std::string& what);
+
     /// Returns `made`, a node that is not in the text: its errors are told at `mark`.
-    YAML::Node madeFrom(const YAML::Node& made, const YAML::Mark& mark);
+    YAML::Node madeFrom(const YAML::Node& made, const YAML::Mark& mark,
+                        const Repetition& repetition);
 
     /// Returns where `node` is in the text, or what it was made from.
     YAML::Mark markOf(const YAML::Node& node) const;
+
+    /// Returns the repetition that `node` was made for.
+    Repetition repetitionOf(const YAML::Node& node) const;
 
     bool empty() const { return errors.empty(); }
 
@@ -41,15 +50,34 @@ public:
     std::vector<SourceError> sorted() const;
 
 private:
+    struct Origin
+    {
+        YAML::Mark mark;
+        Repetition repetition;
+    };
+
+    struct Entry
+    {
+        SourceError error;
+        int position; // in the text
+    };
+
+    /// Returns where `node` was made from, null for a node of the text.
+    const Origin* originOf(const YAML::Node& node) const;
+
+    /// Adds an error of one repetition, once for all of them.
+    void addRepeated(const YAML::Mark& mark, const Repetition& repetition, const std::string& what);
+
     /// Returns false when the same error is there already.
     bool append(const YAML::Mark& mark, const std::string& what);
 
     const std::string& text;
     std::vector<std::size_t> lineStarts{0};
-    std::vector<SourceError> errors;
+    std::vector<Entry> errors;
     std::set<std::pair<int, std::string>> known; // by position
-    std::set<int> knownOfMade;                   // positions that nodes were made from
-    std::vector<YAML::Mark> marksOfMade;         // by the numbers in their tags
+    std::map<int, Repetitions> repeated;         // of the errors of repeated lines, by position
+    std::vector<Origin> originsOfMade;           // by the numbers in their tags
+    bool isComplete = true;                      // false: there were too many errors
 };
 
 } // namespace mxauthor

@@ -20,6 +20,13 @@ struct Value
     bool itemPerField = false; // the item is the number of the field in its record, from 0
 };
 
+// Where a text states something.
+struct TextPlace
+{
+    YAML::Mark mark = YAML::Mark::null_mark();
+    Repetition repetition{};
+};
+
 // What the text form calls a field of a group's records.
 using FieldNames = std::map<std::string, Value>;
 
@@ -139,29 +146,36 @@ public:
         parts = explain({bytes.begin(), bytes.end()}).parts;
     }
 
-    YAML::Mark markAt(std::uint32_t offset) const
+    TextPlace placeAt(std::uint32_t offset) const
     {
         const ExplainedPart* const part = partAt(offset);
         const GroupOrigin* const group = part == nullptr ? nullptr : originOf(part->group);
         if (group == nullptr) {
-            return YAML::Mark::null_mark();
+            return {};
         }
-        const YAML::Mark mark = part->place.group == blockGroup && part->field == "block"
-                                    ? markOfBlockByte(*part, offset)
-                                    : markInRecord(*group, *part);
-        return mark.is_null() ? group->mark : mark;
+        const TextPlace place = part->place.group == blockGroup && part->field == "block"
+                                    ? placeOfBlockByte(*part, offset)
+                                    : placeInRecord(*group, *part);
+        return place.mark.is_null() ? TextPlace{group->mark} : place;
     }
 
     // Where the default of the parameter is stated whose record has a byte at `offset`.
-    YAML::Mark markOfDefault(std::uint32_t offset) const
+    TextPlace placeOfDefault(std::uint32_t offset) const
     {
         const ExplainedPart* const part = partAt(offset);
         const GroupOrigin* const group = part == nullptr ? nullptr : originOf(part->group);
         const bool isStated = group != nullptr && part->record >= 0 &&
                               static_cast<std::size_t>(part->record) < group->records.size();
-        return isStated ? mxauthor::markOf(group->records[static_cast<std::size_t>(part->record)],
-                                           "default", 0)
-                        : YAML::Mark::null_mark();
+        return isStated ? placeOfDefaultIn(group->records[static_cast<std::size_t>(part->record)])
+                        : TextPlace{};
+    }
+
+    TextPlace placeOf(const Finding& finding) const
+    {
+        if (finding.parameter.length != 0) {
+            return placeOfDefault(finding.parameter.offset);
+        }
+        return finding.inGroup ? placeAt(finding.place.offset) : TextPlace{};
     }
 
     SourceErrors positions;
@@ -182,12 +196,17 @@ private:
         return isGroup ? &origins->groups[static_cast<std::size_t>(group)] : nullptr;
     }
 
-    YAML::Mark markInRecord(const GroupOrigin& group, const ExplainedPart& part) const
+    static TextPlace placeOfDefaultIn(const RecordOrigin& record)
+    {
+        return {mxauthor::markOf(record, "default", 0), record.repetition};
+    }
+
+    TextPlace placeInRecord(const GroupOrigin& group, const ExplainedPart& part) const
     {
         // A group without a list of records is its only one.
         const std::size_t record = part.record < 0 ? 0 : static_cast<std::size_t>(part.record);
         if (record >= group.records.size() || (part.record < 0 && !isRecord(part))) {
-            return YAML::Mark::null_mark();
+            return {};
         }
         std::size_t number = 0;
         for (const ExplainedPart* other = &part;
@@ -196,7 +215,8 @@ private:
              --other) {
             number += (other - 1)->field == part.field ? 1 : 0;
         }
-        return mxauthor::markOf(group.records[record], part, number);
+        return {mxauthor::markOf(group.records[record], part, number),
+                group.records[record].repetition};
     }
 
     static bool isRecord(const ExplainedPart& part)
@@ -205,7 +225,7 @@ private:
                part.field != "checksum";
     }
 
-    YAML::Mark markOfBlockByte(const ExplainedPart& part, std::uint32_t offset) const
+    TextPlace placeOfBlockByte(const ExplainedPart& part, std::uint32_t offset) const
     {
         const auto start = std::find_if(parts.begin(), parts.end(), [&part](const auto& other) {
             return other.group == part.group && other.field == part.field;
@@ -213,10 +233,10 @@ private:
         const auto parameter = parameterAt(defaults, offset - start->place.offset);
         for (const GroupOrigin& group : origins->groups) {
             if (parameter && group.id == parametersGroup && *parameter < group.records.size()) {
-                return mxauthor::markOf(group.records[*parameter], "default", 0);
+                return placeOfDefaultIn(group.records[*parameter]);
             }
         }
-        return YAML::Mark::null_mark();
+        return {};
     }
 
     std::shared_ptr<const TextOrigins> origins;
@@ -232,18 +252,17 @@ SourceMap::~SourceMap() = default;
 
 SourceError SourceMap::at(std::uint32_t offset, const std::string& what) const
 {
-    return content->positions.located(content->markAt(offset), what);
+    return content->positions.located(content->placeAt(offset).mark, what);
 }
 
 SourceError SourceMap::of(const Finding& finding, const std::string& what) const
 {
-    if (finding.parameter.length != 0) {
-        return content->positions.located(content->markOfDefault(finding.parameter.offset), what);
-    }
-    if (!finding.inGroup) {
-        return content->positions.located(YAML::Mark::null_mark(), what);
-    }
-    return at(finding.place.offset, what);
+    return content->positions.located(content->placeOf(finding).mark, what);
+}
+
+Repetition SourceMap::repetitionOf(const Finding& finding) const
+{
+    return content->placeOf(finding).repetition;
 }
 
 } // namespace mxauthor

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "mxauthor/TextForm.h"
+
 #include <yaml-cpp/yaml.h>
 
 #include <map>
@@ -14,7 +16,9 @@ struct RecordOrigin
     YAML::Mark mark = YAML::Mark::null_mark();
 
     /// By key: the value, then its items where it is a list.
-    std::map<std::string, std::vector<YAML::Mark>> values;
+    std::map<std::string, std::vector<YAML::Mark>> values{};
+
+    Repetition repetition{};
 };
 
 /// Where a text states a group; null where the group is computed.

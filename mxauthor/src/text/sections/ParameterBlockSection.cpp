@@ -91,10 +91,10 @@ void writeDefaults(Bytes& block, const BuildContext& context)
             continue;
         }
         if (field->end() > block.size()) {
-            context.errors.add(*parameter.initial, "the parameter block has " +
-                                                       std::to_string(block.size()) +
-                                                       " bytes, no place for a default at byte " +
-                                                       std::to_string(field->byte));
+            context.errors.addInLine(parameter.node, *parameter.initial,
+                                     "the parameter block has " + std::to_string(block.size()) +
+                                         " bytes, no place for a default at byte " +
+                                         std::to_string(field->byte));
             continue;
         }
         writeBlockField(block, *field, parameter.value);
