@@ -30,7 +30,7 @@ struct TextOrigins;
 struct BuildResult
 {
     MxFile file;
-    std::vector<SourceError> errors;              ///< All of them, in the order of the text.
+    std::vector<SourceError> errors;              ///< In the order of the text, causes first.
     std::shared_ptr<const TextOrigins> origins;   ///< For `SourceMap`; null when there are errors.
     std::vector<std::filesystem::path> filesRead; ///< That the text names: drawings, raw bytes.
 };

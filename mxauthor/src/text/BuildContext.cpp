@@ -39,33 +39,34 @@ std::uint16_t readTextId(const Section& section, const std::string& key, BuildCo
     return node ? readTextId(*node, context) : 0;
 }
 
-std::uint8_t readEntryId(const YAML::Node& node, const std::vector<NamedEntry>& entries,
-                         const std::string& what, SourceErrors& errors)
+EntryReference readEntryReference(const YAML::Node& node, const std::vector<NamedEntry>& entries,
+                                  const std::string& what, SourceErrors& errors)
 {
     if (node.IsMap() || node.IsSequence()) {
         errors.add(node, "the name of an entry expected here: " + what +
                              "s are stated by name "
                              "under a key of their own");
-        return 0;
+        return {0, false};
     }
     const auto word = readScalar(node, errors);
     if (!word) {
-        return 0;
+        return {0, false};
     }
     const auto found =
         std::find_if(entries.begin(), entries.end(),
                      [&word](const NamedEntry& entry) { return entry.name == *word; });
     if (found != entries.end()) {
-        return found->id;
+        return {found->id, found->isCertain};
     }
     if (parseInteger(*word)) {
-        return static_cast<std::uint8_t>(readNumber(node, 0xFF, errors).value_or(0));
+        const auto id = readNumber(node, 0xFF, errors);
+        return {static_cast<std::uint8_t>(id.value_or(0)), id.has_value()};
     }
     std::vector<std::string> names;
     std::transform(entries.begin(), entries.end(), std::back_inserter(names),
                    [](const NamedEntry& entry) { return entry.name; });
     errors.add(node, "unknown " + what + " \"" + *word + "\"" + acceptedWords(*word, names));
-    return 0;
+    return {0, false};
 }
 
 NamedEntry namedEntry(const YAML::Node& key, const Section& section,

@@ -21,6 +21,8 @@ struct BuiltParameter
     std::optional<YAML::Node> initial; ///< Its default as stated.
     std::uint64_t value = 0;           ///< The same as a number, when it fits.
     bool mayOverlap = false;
+    bool placeIsCertain = true; ///< False: errors that were told leave it open.
+    bool isCertain = true;      ///< The same for what its values mean.
 };
 
 /// An option list or conversion of the text form, which parameters refer to by its name.
@@ -31,6 +33,14 @@ struct NamedEntry
     std::map<std::string, std::uint64_t> options; ///< Values by their texts, the first of each.
     mxformat::PhysicalScale scale;                ///< Of a conversion.
     std::string unit;                             ///< Of a conversion, in UTF-8; empty: none.
+    bool isCertain = true;                        ///< False: it has errors, which were told.
+};
+
+/// What a parameter refers to.
+struct EntryReference
+{
+    std::uint8_t id = 0;
+    bool isCertain = true; ///< False: what it is remains open for an error that was told.
 };
 
 /// What the sections of one text form share while its file is built. Sections are built in one
@@ -43,7 +53,9 @@ struct BuildContext
     std::vector<NamedEntry> optionLists{};
     std::vector<NamedEntry> conversions{};
     std::vector<BuiltParameter> parameters{};
-    std::vector<ChannelName> channelNames{};        ///< As the channels state them.
+    bool listsAreKnown = true;               ///< False: their key is misspelt, which was told.
+    bool conversionsAreKnown = true;         ///< The same.
+    std::vector<ChannelName> channelNames{}; ///< As the channels state them.
     std::map<std::uint16_t, GroupContent> groups{}; ///< Those with a form of their own.
     std::map<std::uint16_t, YAML::Mark> marks{};    ///< Where each of `groups` is stated.
     std::vector<Group> rawGroups{};
@@ -68,10 +80,10 @@ std::uint16_t readTextId(const YAML::Node& node, BuildContext& context);
 /// The same for the value of a key; 0, which stands for no text, when it is not stated.
 std::uint16_t readTextId(const Section& section, const std::string& key, BuildContext& context);
 
-/// Returns the identifier of the entry that `node` names, or which it gives as a number. `what` is
-/// what such an entry is called.
-std::uint8_t readEntryId(const YAML::Node& node, const std::vector<NamedEntry>& entries,
-                         const std::string& what, SourceErrors& errors);
+/// Returns the entry that `node` names, or whose identifier it gives as a number. `what` is what
+/// such an entry is called.
+EntryReference readEntryReference(const YAML::Node& node, const std::vector<NamedEntry>& entries,
+                                  const std::string& what, SourceErrors& errors);
 
 /// Returns a new entry of the name `key`, with the identifier that the section states, or one more
 /// than the largest before it.

@@ -46,6 +46,8 @@ void buildStated(const Section& file, const std::string& key,
 // In the order in which texts get their identifiers, then what is computed from the others.
 void buildSections(const Section& file, BuildContext& context)
 {
+    context.listsAreKnown = !file.isMisspelt("optionLists");
+    context.conversionsAreKnown = !file.isMisspelt("conversions");
     startTexts(file.find("texts"), context);
     buildStated(file, "optionLists", buildOptionLists, context);
     buildStated(file, "conversions", buildConversions, context);

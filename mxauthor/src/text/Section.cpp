@@ -218,13 +218,25 @@ Section::Section(const YAML::Node& node, const std::string& mappingName, SourceE
     for (const auto& [key, value] : pairsOf(node, errors)) {
         const std::string& name = key.Scalar();
         if (std::find(keys.begin(), keys.end(), name) == keys.end()) {
-            errors.add(key, unknownKey(name, value, keys));
+            errors.addCause(key, mapping, unknownKey(name, value, keys));
+            unknown.push_back(name);
             continue;
         }
         if (value.IsNull()) {
             reportMissingValue(key, errors);
         }
         values.emplace(name, value);
+    }
+    noteMisspeltKeys(keys);
+}
+
+void Section::noteMisspeltKeys(const std::vector<std::string>& keys)
+{
+    for (const std::string& name : unknown) {
+        const std::vector<std::string> nearest = nearestWords(name.substr(0, name.find(':')), keys);
+        if (!nearest.empty() && !has(nearest.front())) {
+            misspelt.insert(nearest.front());
+        }
     }
 }
 
@@ -237,7 +249,7 @@ std::optional<YAML::Node> Section::find(const std::string& key) const
 std::optional<YAML::Node> Section::require(const std::string& key) const
 {
     auto value = find(key);
-    if (!value && mapping.IsMap()) {
+    if (!value && mapping.IsMap() && !isMisspelt(key) && !isMisspelt("each")) {
         problems.add(mapping, "\"" + key + "\" is missing");
     }
     return value;
@@ -263,7 +275,11 @@ std::uint64_t Section::number(const std::string& key, std::uint64_t limit,
                               std::uint64_t fallback) const
 {
     const auto value = find(key);
-    return value ? readNumber(*value, limit, problems).value_or(fallback) : fallback;
+    const bool isOfRepeat = value && isMisspelt("repeat") && value->IsScalar();
+    if (!value || (isOfRepeat && hasPlaceholder(value->Scalar()))) {
+        return fallback;
+    }
+    return readNumber(*value, limit, problems).value_or(fallback);
 }
 
 std::uint8_t Section::byte(const std::string& key, std::uint8_t fallback) const

@@ -6,6 +6,7 @@
 #include "mxauthor/Field.h"
 
 #include <map>
+#include <set>
 
 namespace mxauthor {
 
@@ -27,7 +28,8 @@ std::optional<Bytes> readHex(const YAML::Node& node, SourceErrors& errors);
 /// The text of any scalar as it stands, in UTF-8.
 std::optional<std::string> readScalar(const YAML::Node& node, SourceErrors& errors);
 
-/// A mapping of the text form with its known keys. Others, and a key stated twice, are errors.
+/// A mapping of the text form with its known keys. Others, and a key stated twice, are errors. What
+/// only follows from a misspelt key is not told: that the key is missing, for instance.
 class Section
 {
 public:
@@ -41,6 +43,12 @@ public:
     std::optional<YAML::Node> require(const std::string& key) const;
 
     bool has(const std::string& key) const { return values.count(key) != 0; }
+
+    /// Returns whether an unknown key was most likely meant to be `key`, which is not stated.
+    bool isMisspelt(const std::string& key) const { return misspelt.count(key) != 0; }
+
+    /// Returns whether there are unknown keys.
+    bool hasUnknownKeys() const { return !unknown.empty(); }
 
     // Values with what holds when the key is not stated, or its value is wrong.
 
@@ -57,9 +65,13 @@ public:
     SourceErrors& errors() const { return problems; }
 
 private:
+    void noteMisspeltKeys(const std::vector<std::string>& keys);
+
     YAML::Node mapping;
     SourceErrors& problems;
     std::map<std::string, YAML::Node> values;
+    std::vector<std::string> unknown;
+    std::set<std::string> misspelt; // the known keys that unknown ones are most likely
 };
 
 /// Returns the items of a sequence; an error and nothing when it is none.

@@ -88,6 +88,17 @@ void SourceErrors::addRepeated(const YAML::Mark& mark, const Repetition& repetit
     }
 }
 
+void SourceErrors::addCause(const YAML::Node& key, const YAML::Node& mapping,
+                            const std::string& what)
+{
+    const std::size_t before = errors.size();
+    add(key, what);
+    if (errors.size() > before) {
+        errors.back().order = markOf(mapping);
+        errors.back().isCause = true;
+    }
+}
+
 YAML::Node SourceErrors::madeFrom(const YAML::Node& made, const YAML::Mark& mark,
                                   const Repetition& repetition)
 {
@@ -123,7 +134,7 @@ bool SourceErrors::append(const YAML::Mark& mark, const std::string& what)
 {
     const bool isNew = known.emplace(mark.pos, what).second;
     if (isNew) {
-        errors.push_back({located(mark, what), mark.pos});
+        errors.push_back({located(mark, what), mark.pos, mark});
     }
     return isNew;
 }
@@ -140,20 +151,29 @@ SourceError SourceErrors::located(const YAML::Mark& mark, const std::string& wha
     return {line + 1, characters(before) + 1, what, lineStarts[line]};
 }
 
+bool SourceErrors::Entry::isToldBefore(const Entry& other) const
+{
+    const auto key = [](const Entry& entry) {
+        return std::make_tuple(entry.order.line, entry.order.column, !entry.isCause,
+                               entry.error.line, entry.error.column);
+    };
+    return key(*this) != key(other) ? key(*this) < key(other) : error.text < other.error.text;
+}
+
 std::vector<SourceError> SourceErrors::sorted() const
 {
-    const auto key = [](const SourceError& e) { return std::tie(e.line, e.column, e.text); };
+    std::vector<Entry> ordered = errors;
+    std::stable_sort(ordered.begin(), ordered.end(),
+                     [](const Entry& a, const Entry& b) { return a.isToldBefore(b); });
     std::vector<SourceError> all;
-    all.reserve(errors.size());
-    for (const Entry& entry : errors) {
+    all.reserve(ordered.size());
+    for (const Entry& entry : ordered) {
         all.push_back(entry.error);
         const auto repetitions = repeated.find(entry.position);
         if (isComplete && repetitions != repeated.end()) {
             all.back().text += repetitions->second.text();
         }
     }
-    std::stable_sort(all.begin(), all.end(),
-                     [key](const auto& a, const auto& b) { return key(a) < key(b); });
     return all;
 }
 

@@ -31,6 +31,10 @@ public:
     /// of the line, the first is kept.
     void addInLine(const YAML::Node& line, const YAML::Node& node, const std::string& what);
 
+    /// The same for `key` of `mapping`, told ahead of what is wrong with the values of the mapping:
+    /// that may follow from it.
+    void addCause(const YAML::Node& key, const YAML::Node& mapping, const std::string& what);
+
     /// Returns `made`, a node that is not in the text: its errors are told at `mark`.
     YAML::Node madeFrom(const YAML::Node& made, const YAML::Mark& mark,
                         const Repetition& repetition);
@@ -42,11 +46,13 @@ public:
     Repetition repetitionOf(const YAML::Node& node) const;
 
     bool empty() const { return errors.empty(); }
+    std::size_t size() const { return errors.size(); }
 
     /// Returns an error at `mark`, the start of the text for none, without adding it.
     SourceError located(const YAML::Mark& mark, const std::string& what) const;
 
-    /// Returns the errors in the order of the text, each once.
+    /// Returns the errors in the order of the text, each once, causes at the start of their
+    /// mapping.
     std::vector<SourceError> sorted() const;
 
 private:
@@ -59,7 +65,11 @@ private:
     struct Entry
     {
         SourceError error;
-        int position; // in the text
+        int position;         // in the text
+        YAML::Mark order;     // where the error is told, null: ahead of all
+        bool isCause = false; // told ahead of the other errors there
+
+        bool isToldBefore(const Entry& other) const;
     };
 
     /// Returns where `node` was made from, null for a node of the text.

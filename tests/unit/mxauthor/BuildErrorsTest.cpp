@@ -288,11 +288,71 @@ TEST(WrongSizes, ofAListAreToldThere)
 
 TEST(WrongTexts, areAllToldInTheOrderOfTheText)
 {
-    EXPECT_THAT(errorsOf("raw: 1\nmodule: {type: x, id: y}\nimage: []\nfoo: 1\n"),
+    EXPECT_THAT(errorsOf("raw: 1\nmodule: {type: x, id: y}\nimage: []\nheader: 1\n"),
                 ElementsAre(errorAt(1, 6, "a list"), errorAt(2, 16, "\"x\""),
                             errorAt(2, 23, "\"y\""), errorAt(3, 8, "keys with values"),
-                            errorAt(3, 8, "stated once"), errorAt(4, 1, "\"foo\"")));
+                            errorAt(3, 8, "stated once"), errorAt(4, 9, "keys with values")));
 }
+
+// Line 2 has unknown keys that nothing is like: what may follow from them comes after them.
+TEST(UnknownKeys, areToldAheadOfWhatTheirMappingHas)
+{
+    EXPECT_THAT(errorsOf("module: {type: x, id: 1}\n"
+                         "parameters: [{name: A, type: UInt8, default: 3 ms, zzzz: 1, yyyy: 2},"
+                         " {name: B, type: UInt8, default: 4 ms}]\n"),
+                ElementsAre(errorAt(1, 16, "\"x\""), errorAt(2, 52, "unknown key \"zzzz\""),
+                            errorAt(2, 61, "unknown key \"yyyy\""),
+                            errorAt(2, 46, "\"3 ms\" is no whole number"),
+                            errorAt(2, 103, "\"4 ms\" is no whole number")));
+    EXPECT_THAT(errorsOf("module: {type: x, id: 1}\nremark: 1\n"),
+                ElementsAre(errorAt(2, 1, "unknown key \"remark\""), errorAt(1, 16, "\"x\"")));
+}
+
+const std::string statedVolts = "conversions: {volts: {factor: 0.001, unit: V}}\n";
+const std::string statedModes = "optionLists: {modes: {options: {0: slow, 1: fast}}}\n";
+
+// What is not found for a misspelt key or name alone, is no error of its own.
+INSTANTIATE_TEST_SUITE_P(
+    Misspelt, WrongText,
+    testing::Values(
+        Wrong{statedVolts +
+                  "parameters: [{name: A, type: SInt16, default: 9.5 V, range: [-10 V, 10 V], "
+                  "conversoin: volts}]\n",
+              2, 76, "unknown key \"conversoin\", did you mean \"conversion\"?"},
+        Wrong{statedModes + "parameters: [{name: A, type: UInt8, default: fast, option: modes}]\n",
+              2, 52, "unknown key \"option\", did you mean \"options\"?"},
+        Wrong{"parameters: [{name: A, type: UInt8, default: 5 s, range: [1 s, 9 s], units: s}]\n",
+              1, 70, "unknown key \"units\", did you mean \"unit\"?"},
+        Wrong{"parameters: [{name: A, typ: UInt16, default: 1000}]\n", 1, 24,
+              "unknown key \"typ\", did you mean \"type\"?"},
+        Wrong{"parameters: [{nam: A, type: UInt16}]\n", 1, 15,
+              "unknown key \"nam\", did you mean \"name\"?"},
+        Wrong{"parameters: [{name: A, at: 0, type: Byte, bis: 1, bit: 0},"
+              " {name: B, at: 0, type: Byte, bits: 1, bit: 1}]\n",
+              1, 43, "unknown key \"bis\", did you mean \"bits\""},
+        Wrong{"channels: [{name: A, inn: Bit}]\n", 1, 22,
+              "unknown key \"inn\", did you mean \"in\"?"},
+        Wrong{"channels: [{repaet: 2, name: AI <n>, number: <n>, in: Bit}]\n", 1, 13,
+              "unknown key \"repaet\", did you mean \"repeat\"?"},
+        Wrong{"parameters: [{repeat: 2, eahc: [{name: AI <n>, type: UInt8}]}]\n", 1, 26,
+              "unknown key \"eahc\", did you mean \"each\"?"},
+        Wrong{"conversion: {volts: {factor: 0.001, unit: V}}\n"
+              "parameters: [{name: A, type: SInt16, default: 9.5 V, conversion: volts}]\n",
+              1, 1, "unknown key \"conversion\", did you mean \"conversions\"?"},
+        Wrong{"optionList: {modes: {options: {0: slow, 1: fast}}}\n"
+              "parameters: [{name: A, type: UInt8, default: fast, options: modes}]\n",
+              1, 1, "unknown key \"optionList\", did you mean \"optionLists\"?"},
+        Wrong{statedVolts +
+                  "parameters: [{name: A, type: SInt16, default: 9.5 V, conversion: vlots}]\n",
+              2, 66, "unknown conversion \"vlots\", did you mean \"volts\"?"},
+        Wrong{statedModes + "parameters: [{name: A, type: UInt8, default: fast, options: mode}]\n",
+              2, 61, "unknown option list \"mode\", did you mean \"modes\"?"},
+        Wrong{"conversions: {volts: {factr: 0.001, unit: V}}\n"
+              "parameters: [{name: A, type: SInt16, default: 9.5 V, conversion: volts}]\n",
+              1, 23, "unknown key \"factr\", did you mean \"factor\"?"},
+        Wrong{"conversions: {volts: {factor: \"0,001\", unit: V}}\n"
+              "parameters: [{name: A, type: SInt16, default: 9.5 V, conversion: volts}]\n",
+              1, 31, "is no number of 32 bits"}));
 
 TEST(StatedOddities, areNoErrors)
 {

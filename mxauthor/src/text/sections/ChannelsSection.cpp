@@ -99,6 +99,11 @@ std::pair<std::uint8_t, std::uint8_t> readChannelKind(const Section& section)
     if (!section.node().IsMap()) {
         return {0, 0};
     }
+    const bool isMisspelt =
+        section.isMisspelt("in") || section.isMisspelt("out") || section.isMisspelt("each");
+    if (!in && !out && isMisspelt) {
+        return {0, 0};
+    }
     if (!in == !out) {
         section.errors().add(section.node(), "either in or out expected, with the kind of the "
                                              "channel: in: Bit");

@@ -83,11 +83,13 @@ void buildConversions(const YAML::Node& node, BuildContext& context)
 {
     Conversions group;
     for (const auto& [key, value] : readMapping(node, context.errors)) {
+        const std::size_t errorsBefore = context.errors.size();
         const Section section(value, "conversion", context.errors);
         NamedEntry entry = namedEntry(key, section, context.conversions);
         Conversion conversion = readConversion(section, context);
         conversion.id = entry.id;
         takeScale(section, conversion, entry);
+        entry.isCertain = context.errors.size() == errorsBefore;
         group.entries.push_back(conversion);
         context.records[conversionsGroup].push_back(section.origin());
         context.conversions.push_back(std::move(entry));

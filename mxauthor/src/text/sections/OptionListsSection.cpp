@@ -98,6 +98,7 @@ void buildOptionLists(const YAML::Node& node, BuildContext& context)
 {
     OptionLists group;
     for (const auto& [key, value] : readMapping(node, context.errors)) {
+        const std::size_t errorsBefore = context.errors.size();
         const Section section(value, "optionList", context.errors);
         NamedEntry entry = namedEntry(key, section, context.optionLists);
         context.records[optionListsGroup].push_back(section.origin());
@@ -106,6 +107,7 @@ void buildOptionLists(const YAML::Node& node, BuildContext& context)
             list = readOptions(*options, context, entry);
         }
         list.id = entry.id;
+        entry.isCertain = context.errors.size() == errorsBefore;
         group.lists.push_back(std::move(list));
         context.optionLists.push_back(std::move(entry));
     }

@@ -29,7 +29,7 @@ void checkOverlaps(const BuildContext& context)
     std::vector<std::pair<BlockField, const BuiltParameter*>> before;
     for (const BuiltParameter& parameter : context.parameters) {
         const auto field = blockFieldOf(parameter.record);
-        if (!field) {
+        if (!field || !parameter.placeIsCertain) {
             continue;
         }
         const auto other = std::find_if(before.begin(), before.end(), [&field](const auto& entry) {

@@ -96,13 +96,18 @@ const NamedEntry* conversionOf(const ParameterRecord& record, const BuildContext
 
 } // namespace
 
-ParameterUnit unitOf(const Section& section, const ParameterRecord& record,
+ParameterUnit unitOf(const Section& section, const BuiltParameter& parameter,
                      const BuildContext& context)
 {
+    if (!parameter.isCertain) {
+        return {{}, "", false};
+    }
+    const ParameterRecord& record = parameter.record;
     ParameterUnit shown;
     const NamedEntry* const conversion = conversionOf(record, context);
     if (conversion != nullptr) {
-        shown = {conversion->scale, conversion->unit};
+        shown.scale = conversion->scale;
+        shown.unit = conversion->unit;
     }
     if (const auto unit = section.find("unit")) {
         shown.unit = unit->IsScalar() ? unit->Scalar() : "";
@@ -123,6 +128,9 @@ std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
     }
     if (const auto raw = parseInteger(*text)) {
         return ParameterNumber{*raw, false};
+    }
+    if (!unit.isCertain) {
+        return std::nullopt;
     }
     const Limits limits(field);
     if (const auto value = physicalNumber(*text, unit.unit)) {

@@ -9,10 +9,11 @@ struct ParameterUnit
 {
     mxformat::PhysicalScale scale; ///< As it is without a conversion.
     std::string unit;              ///< In UTF-8; empty: there are no physical values.
+    bool isCertain = true;         ///< False: an error that was told leaves it open.
 };
 
 /// Returns the unit of a parameter: the one that its section states, else that of its conversion.
-ParameterUnit unitOf(const Section& section, const ParameterRecord& record,
+ParameterUnit unitOf(const Section& section, const BuiltParameter& parameter,
                      const BuildContext& context);
 
 /// A value of a parameter as a text states it.
@@ -23,8 +24,8 @@ struct ParameterNumber
 };
 
 /// Reads a value that is no option: the raw value, or the physical value with its unit where there
-/// is one, which has to be that of a raw value that `field` holds. An error and nothing for another
-/// text; `options` are what the error offers beside.
+/// is one, which has to be that of a raw value that `field` holds. Nothing for another text, with
+/// an error where the unit is certain; `options` are what the error offers beside.
 std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
                                                    const ParameterUnit& unit,
                                                    const std::optional<BlockField>& field,

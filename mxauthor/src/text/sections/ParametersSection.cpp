@@ -69,8 +69,9 @@ std::string parameterLine(const ParameterRecord& record, const StatedDefault& in
     return line.text();
 }
 
-void readRange(const Section& section, const BuildContext& context, ParameterRecord& record)
+void readRange(const Section& section, const BuildContext& context, BuiltParameter& parameter)
 {
+    ParameterRecord& record = parameter.record;
     const auto node = section.find("range");
     if (!node || node->IsNull()) {
         return;
@@ -79,7 +80,7 @@ void readRange(const Section& section, const BuildContext& context, ParameterRec
         section.errors().add(*node, "least and greatest value expected, such as [0, 10]");
         return;
     }
-    const ParameterUnit unit = unitOf(section, record, context);
+    const ParameterUnit unit = unitOf(section, parameter, context);
     const auto field = blockFieldOf(record);
     auto least = readParameterNumber((*node)[0], unit, field, {}, section.errors());
     auto greatest = readParameterNumber((*node)[1], unit, field, {}, section.errors());
@@ -146,7 +147,7 @@ bool readPlace(const Section& section, const BlockCursor& cursor, ParameterRecor
 {
     const auto type = section.require("type");
     record.datatype =
-        type ? readTypeWord(*type, typeWords(), 0xFF, section.errors()) : std::uint8_t{1};
+        type ? readTypeWord(*type, typeWords(), 0xFF, section.errors()) : std::uint8_t{0};
     record.bitLength = section.byte("bits", 0);
     const std::uint8_t datatype = record.datatype.value;
     const std::uint8_t bits = record.bitLength.value;
@@ -162,24 +163,36 @@ bool readPlace(const Section& section, const BlockCursor& cursor, ParameterRecor
     return hasPlace;
 }
 
-// The references come in the order in which texts get their identifiers.
-void readContent(const Section& section, BuildContext& context, ParameterRecord& record)
+EntryReference readReference(const Section& section, const std::string& key,
+                             const std::vector<NamedEntry>& entries, const std::string& what,
+                             bool entriesAreKnown)
 {
+    const auto node = section.find(key);
+    if (!node) {
+        return {0, !section.isMisspelt(key)};
+    }
+    return entriesAreKnown ? readEntryReference(*node, entries, what, section.errors())
+                           : EntryReference{0, false};
+}
+
+// The references come in the order in which texts get their identifiers.
+void readContent(const Section& section, BuildContext& context, BuiltParameter& parameter)
+{
+    ParameterRecord& record = parameter.record;
     if (const auto name = section.require("name")) {
         record.nameId = readTextId(*name, context);
     }
     record.unitId = readTextId(section, "unit", context);
-    if (const auto options = section.find("options")) {
-        record.optionList =
-            readEntryId(*options, context.optionLists, "option list", context.errors);
-    }
-    if (const auto conversion = section.find("conversion")) {
-        record.conversion =
-            readEntryId(*conversion, context.conversions, "conversion", context.errors);
-    }
+    const EntryReference options = readReference(section, "options", context.optionLists,
+                                                 "option list", context.listsAreKnown);
+    const EntryReference conversion = readReference(section, "conversion", context.conversions,
+                                                    "conversion", context.conversionsAreKnown);
+    record.optionList = options.id;
+    record.conversion = conversion.id;
+    parameter.isCertain = options.isCertain && conversion.isCertain && !section.isMisspelt("unit");
     record.channel = readChannel(section);
     record.flags = section.byte("flags", usualFlags(record.conversion.value));
-    readRange(section, context, record);
+    readRange(section, context, parameter);
 }
 
 std::string shownName(const Section& section)
@@ -220,16 +233,17 @@ void buildParameters(const YAML::Node& node, BuildContext& context)
         const Section section(item, "parameter", context.errors);
         BuiltParameter parameter;
         const bool hasPlace = readPlace(section, cursor, parameter.record);
-        readContent(section, context, parameter.record);
+        readContent(section, context, parameter);
         parameter.record.number = section.byte("number", usualNumber);
         parameter.name = shownName(section);
         parameter.node = item;
         parameter.initial = section.find("default");
         parameter.mayOverlap = section.flag("overlaps") || !hasPlace;
+        parameter.placeIsCertain = !section.hasUnknownKeys();
         cursor.pass(parameter.record);
         usualNumber = static_cast<std::uint8_t>(parameter.record.number.value + 1);
         checkHasField(section, parameter.record);
-        readDefault(parameter, unitOf(section, parameter.record, context), context);
+        readDefault(parameter, unitOf(section, parameter, context), context);
         group.records.push_back(parameter.record);
         context.records[parametersGroup].push_back(section.origin());
         context.parameters.push_back(std::move(parameter));
