@@ -126,6 +126,18 @@ bool isBlank(const std::vector<std::string>& cells)
                        [](const std::string& cell) { return cell.empty(); });
 }
 
+// A row has a cell for each column, stated or not: a short text could ask for much memory.
+constexpr std::size_t mostColumns = 100;
+constexpr std::size_t mostRows = 65536; // registers that Modbus can address
+
+void requireAtMost(std::size_t most, std::size_t found, const char* what, const std::string& file,
+                   std::size_t line)
+{
+    if (found > most) {
+        failAt(file, line, fmt::format("Found {} {}, expected at most {}", found, what, most));
+    }
+}
+
 } // namespace
 
 std::optional<std::size_t> CsvTable::column(const std::string& name) const
@@ -142,7 +154,7 @@ std::size_t CsvTable::requiredColumn(const std::string& name, const std::string&
     if (!found) {
         failAt(file, 1,
                fmt::format("Found the columns \"{}\", expected one called \"{}\"",
-                           fmt::join(columns, "\", \""), name));
+                           abbreviated(fmt::format("{}", fmt::join(columns, "\", \""))), name));
     }
     return *found;
 }
@@ -154,12 +166,14 @@ CsvTable readCsv(const std::string& content, const std::string& file)
     CsvTable table;
     if (!reader.atEnd()) {
         table.columns = columnNames(reader.row().cells);
+        requireAtMost(mostColumns, table.columns.size(), "columns", file, 1);
     }
     while (!reader.atEnd()) {
         CsvTable::Row row = reader.row();
         if (isBlank(row.cells)) {
             continue;
         }
+        requireAtMost(mostRows, table.rows.size() + 1, "rows", file, row.line);
         if (row.cells.size() > table.columns.size()) {
             failAt(file, row.line,
                    fmt::format("Found {} cells, expected the {} that the first line names",

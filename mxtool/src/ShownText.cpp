@@ -69,6 +69,13 @@ std::string beginningOf(const std::string& bytes, std::size_t most)
     return bytes.substr(0, end);
 }
 
+std::string abbreviated(const std::string& text)
+{
+    constexpr std::size_t most = 300; // more than an option or a name of a real module has
+    const std::string beginning = beginningOf(text, most);
+    return beginning.size() == text.size() ? text : beginning + " ...";
+}
+
 std::u32string codePoints(const std::string& bytes)
 {
     const std::string text = toUtf8(bytes);

@@ -1,10 +1,9 @@
-#include "Documents.h"
 #include "GroupOrder.h"
 #include "UnreadBytes.h"
-#include "YamlMistakes.h"
 #include "mxauthor/NearestWords.h"
 #include "mxauthor/TextForm.h"
 #include "mxauthor/Utf8.h"
+#include "mxauthor/YamlDocument.h"
 #include "sections/Sections.h"
 
 #include <devices/parser/mx/HexText.h>
@@ -15,23 +14,21 @@ namespace {
 
 constexpr std::size_t sizeLimit = 0xFFFF; // of a group, and of a file with a header
 
-// The one document of the text; an error and nothing when there is another number of them.
+// Why the text is not read at all; nothing where it is one YAML document.
+std::optional<SourceError> findUnreadable(const std::string& source)
+{
+    const auto error = findNonUtf8(source);
+    return error ? error : findYamlMistake(source, "a text describes one module");
+}
+
+// The keys of the text; an error and nothing when it has none.
 std::optional<YAML::Node> loadDocument(const std::string& source, SourceErrors& errors)
 {
-    try {
-        if (const auto second = secondDocument(source)) {
-            errors.add(*second, "a second document, a text describes one module");
-            return std::nullopt;
-        }
-        const YAML::Node document = YAML::Load(source);
-        if (document.IsMap()) {
-            return document;
-        }
-        errors.add(YAML::Mark::null_mark(), "no module here: keys such as \"module:\" expected");
-    } catch (const YAML::Exception& failure) {
-        const YamlMistake mistake = explainYamlFailure(source, failure);
-        errors.add(mistake.mark, mistake.text);
+    const YAML::Node document = YAML::Load(source);
+    if (document.IsMap()) {
+        return document;
     }
+    errors.add(YAML::Mark::null_mark(), "no module here: keys such as \"module:\" expected");
     return std::nullopt;
 }
 
@@ -149,7 +146,7 @@ MxFile buildFile(const Section& section, BuildContext& context, TextOrigins& ori
 BuildResult buildFromText(const std::string& source, const std::filesystem::path& directory)
 {
     BuildResult result;
-    if (const auto error = findNonUtf8(source)) {
+    if (const auto error = findUnreadable(source)) {
         result.errors = {*error};
         return result;
     }

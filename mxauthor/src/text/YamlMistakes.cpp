@@ -3,6 +3,8 @@
 #include "InvisibleCharacters.h"
 #include "YamlTokens.h"
 
+#include <yaml-cpp/depthguard.h>
+
 #include <algorithm>
 #include <optional>
 
@@ -213,6 +215,10 @@ Found explainMessage(const Lines& lines, const YAML::Exception& failure)
 
 YamlMistake explainYamlFailure(const std::string& source, const YAML::Exception& failure)
 {
+    if (const auto* const deep = dynamic_cast<const YAML::DeepRecursion*>(&failure)) {
+        return {failure.mark, std::to_string(deep->depth()) +
+                                  " lists and maps within each other, which is too many"};
+    }
     YamlMistake general{failure.mark, "this is no YAML: " + failure.msg};
     const Lines lines = linesOf(source);
     if (failure.mark.is_null() || static_cast<std::size_t>(failure.mark.line) >= lines.size()) {

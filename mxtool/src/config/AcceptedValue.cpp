@@ -36,7 +36,7 @@ bool sameNumber(const std::string& a, const std::string& b)
                          const std::string& reason)
 {
     throw Refusal(fmt::format("{}: value \"{}\" is not accepted: {}", toUtf8(described(parameter)),
-                              value, reason));
+                              abbreviated(value), reason));
 }
 
 // Whether `text`, the number `number`, is what the parameter shows already.

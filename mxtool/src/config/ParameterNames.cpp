@@ -118,7 +118,8 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
 [[noreturn]] void refuseUnknown(const std::string& name, const DeviceReport& device)
 {
     if (device.parameters.empty()) {
-        throw Refusal(fmt::format("No parameter \"{}\": the module has no parameters", name));
+        throw Refusal(
+            fmt::format("No parameter \"{}\": the module has no parameters", abbreviated(name)));
     }
     if (isIdentifier(name)) {
         constexpr std::size_t mostIds = 50;
@@ -130,8 +131,8 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
             }
             ids.push_back("#" + parameter.id);
         }
-        throw Refusal(fmt::format("No parameter has the identifier {}, expected one of {}", name,
-                                  fmt::join(ids, ", ")));
+        throw Refusal(fmt::format("No parameter has the identifier {}, expected one of {}",
+                                  abbreviated(name), fmt::join(ids, ", ")));
     }
     const auto byId = parametersCalled("#" + name, device);
     if (!byId.empty()) {
@@ -139,7 +140,8 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
             fmt::format("No parameter is called \"{}\", did you mean \"#{}\"?", name, name),
             fmt::format("#{} is {}", name, toUtf8(described(*byId.front()))));
     }
-    throw Refusal(fmt::format("No parameter is called \"{}\"{}", name, nearestNames(name, device)),
+    throw Refusal(fmt::format("No parameter is called \"{}\"{}", abbreviated(name),
+                              nearestNames(name, device)),
                   "mxtool config FILE without more words lists the parameters");
 }
 
@@ -258,7 +260,7 @@ std::pair<std::string, std::string> splitAssignment(const std::string& words,
     }
     const std::size_t first = words.find('=');
     if (first == std::string::npos) {
-        throw Refusal(fmt::format("Found \"{}\", expected NAME=VALUE", words));
+        throw Refusal(fmt::format("Found \"{}\", expected NAME=VALUE", abbreviated(words)));
     }
     std::pair<std::string, std::string> plain{words.substr(0, first), words.substr(first + 1)};
     const std::vector<Reading> readings = readingsOf(words, device);

@@ -5,7 +5,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <set>
+#include <utility>
 
 namespace mxtool {
 
@@ -54,14 +55,6 @@ private:
     std::optional<std::size_t> identity;
 };
 
-// A parameter has a row for each of its places in the registers.
-bool isSaid(const Assignment& assignment, const std::vector<Assignment>& assignments)
-{
-    return std::any_of(assignments.begin(), assignments.end(), [&](const Assignment& other) {
-        return other.name == assignment.name && other.value == assignment.value;
-    });
-}
-
 void takeIdentity(const std::string& identity, const std::string& place, Values& values)
 {
     if (!identity.empty() && !values.deviceTypeId.empty() && identity != values.deviceTypeId) {
@@ -84,13 +77,15 @@ Values readValuesCsv(const std::string& content, const std::string& file)
     }
     const ValueColumns columns(table, file);
     values.optionsByNumber = columns.hasIds();
+    std::set<std::pair<std::string, std::string>> said;
     for (const CsvTable::Row& row : table.rows) {
         const std::string place = fmt::format("{}:{}", file, row.line);
         takeIdentity(columns.identityIn(row), place, values);
         const Assignment assignment{place, columns.nameIn(row), columns.valueIn(row),
                                     ExitCode::Input, columns.statedNameIn(row)};
-        if (!assignment.value.empty() && !isSaid(assignment, values.assignments)) {
-            values.assignments.push_back(assignment);
+        // A parameter has a row for each of its places in the registers.
+        if (!assignment.value.empty() && said.emplace(assignment.name, assignment.value).second) {
+            addAssignment(assignment, values.assignments);
         }
     }
     return values;

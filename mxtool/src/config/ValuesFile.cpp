@@ -5,10 +5,12 @@
 #include "FormatOfName.h"
 #include "HexBytes.h"
 #include "Refusal.h"
+#include "ShownText.h"
 #include "SourceReport.h"
 #include "config/ValuesCsv.h"
 
 #include <mxauthor/Utf8.h>
+#include <mxauthor/YamlDocument.h>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -60,7 +62,7 @@ std::string kindOf(const YAML::Node& node)
     case YAML::NodeType::Map:
         return "a map";
     case YAML::NodeType::Scalar:
-        return "\"" + node.Scalar() + "\"";
+        return "\"" + abbreviated(node.Scalar()) + "\"";
     default:
         return "nothing";
     }
@@ -90,7 +92,8 @@ void addAssignments(const YAML::Node& map, const std::string& owner, const std::
             continue;
         }
         const std::string value = textOf(entry.second, file, "the value of a parameter");
-        assignments.push_back({placeOf(entry.first.Mark(), file), name, value, ExitCode::Input});
+        addAssignment({placeOf(entry.first.Mark(), file), name, value, ExitCode::Input, ""},
+                      assignments);
         before = value;
     }
 }
@@ -108,7 +111,7 @@ Values readWritten(const YAML::Node& root, const std::string& file)
     values.deviceTypeId = root["device_type_id"].as<std::string>("");
     const YAML::Node image = root["image"];
     const YAML::Node assigned = root["values"];
-    if (!image.IsDefined() || !assigned.IsMap()) {
+    if (!image.IsDefined() || !assigned.IsDefined() || !assigned.IsMap()) {
         fail(root.Mark(), file, "Expected the members \"image\" and \"values\"");
     }
     try {
@@ -163,6 +166,18 @@ void checkJson(const std::string& content, const std::string& file)
 
 } // namespace
 
+void addAssignment(const Assignment& assignment, std::vector<Assignment>& assignments)
+{
+    constexpr std::size_t most = 10000;
+    if (assignments.size() == most) {
+        throw Failure(assignment.code,
+                      {"error", assignment.place,
+                       fmt::format("More than {} values, no module has so many parameters", most),
+                       ""});
+    }
+    assignments.push_back(assignment);
+}
+
 Values readValues(const std::string& content, const std::string& file)
 {
     if (kindOf(content) == FileKind::MxFile) {
@@ -179,11 +194,11 @@ Values readValues(const std::string& content, const std::string& file)
     if (endsInExtension(file, ".json")) {
         checkJson(content, file);
     }
-    try {
-        return readMap(YAML::Load(content), file);
-    } catch (const YAML::Exception& failure) {
-        fail(failure.mark, file, "Cannot read the values: " + failure.msg);
+    if (const auto mistake = mxauthor::findYamlMistake(content, "a file holds one map of values")) {
+        throw Failure(ExitCode::Input, {"error", placeInText(file, *mistake),
+                                        "Cannot read the values: " + mistake->text, ""});
     }
+    return readMap(YAML::Load(content), file);
 }
 
 } // namespace mxtool

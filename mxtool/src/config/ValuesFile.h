@@ -17,6 +17,10 @@ struct Values
     bool optionsByNumber = false; ///< A number is that of an option, never its text.
 };
 
+/// Adds what one place of a file asks for. Throws a `Failure` when there are far more values than a
+/// module can have parameters.
+void addAssignment(const Assignment& assignment, std::vector<Assignment>& assignments);
+
 /// Reads the values in `content`, a YAML or (named so) JSON or CSV file: a map of parameter names
 /// to values, where a channel's parameters may stand together in a map under the channel's name; or
 /// the JSON or CSV that `mxtool config` writes. `file` is the name for diagnostics. Throws a

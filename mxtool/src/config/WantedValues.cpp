@@ -56,13 +56,13 @@ void requireStatedNames(const std::vector<Assignment>& assignments, const Device
             isNamedSo(assignment.statedName, *found.front())) {
             continue;
         }
-        throw Failure(
-            ExitCode::Input,
-            {"error", assignment.place,
-             fmt::format("Found \"{}\" as the name of parameter {}, expected \"{}\": the "
-                         "table is of another version of the module",
-                         assignment.statedName, assignment.name, toUtf8(found.front()->name)),
-             "without the column id the rows go by their names"});
+        throw Failure(ExitCode::Input,
+                      {"error", assignment.place,
+                       fmt::format("Found \"{}\" as the name of parameter {}, expected \"{}\": the "
+                                   "table is of another version of the module",
+                                   abbreviated(assignment.statedName), assignment.name,
+                                   toUtf8(found.front()->name)),
+                       "without the column id the rows go by their names"});
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "HexBytes.h"
 #include "Refusal.h"
+#include "ShownText.h"
 #include "config/Configuration.h"
 #include "config/DecodedImage.h"
 #include "config/ModuleIdentity.h"
@@ -31,7 +32,7 @@ std::size_t numberIn(const TableRow& row, std::size_t column, const std::string&
     std::size_t number = 0;
     const auto [rest, error] = std::from_chars(cell.data(), cell.data() + cell.size(), number);
     if (error != std::errc() || rest != cell.data() + cell.size() || cell.empty()) {
-        failAt(file, row, fmt::format("Found \"{}\", expected a whole number", cell));
+        failAt(file, row, fmt::format("Found \"{}\", expected a whole number", abbreviated(cell)));
     }
     return number;
 }
@@ -151,7 +152,7 @@ std::vector<char> registersIn(const CsvTable& table, std::size_t address, const 
         if (!found) {
             failAt(file, *row,
                    fmt::format("Found \"{}\", expected a register in decimal or as 0x1194",
-                               row->cells[value]));
+                               abbreviated(row->cells[value])));
         }
         if (number - byAddress.begin()->first != bytes.size() / registerSize) {
             failAt(file, *row,

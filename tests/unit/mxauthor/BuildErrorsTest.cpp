@@ -165,6 +165,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Wrong{"module: []\n---\nmodule: []\n", 3, 1, "a second document"},
                     Wrong{",module: []\n", 1, 1, "a second document"},
                     Wrong{"module: []\n--- 1\n--- [", 2, 5, "a second document"},
+                    Wrong{std::string("module: []\nx\0b: 1\n", 18), 2, 2, "byte 00"},
+                    Wrong{"raw: " + std::string(1000, '[') + "\n", 2, 1,
+                          "500 lists and maps within each other, which is too many"},
                     Wrong{"module: [1, 2\nb: c\n", 1, 9,
                           "this \"[\" is not closed, \"]\" is missing"}));
 

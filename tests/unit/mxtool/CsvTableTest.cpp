@@ -101,6 +101,14 @@ TEST(CsvTable, failuresNameTheLine)
               "quotes\n");
     EXPECT_EQ(failureOf("a;b\n1;2;3\n"),
               "v.csv:2: error: Found 3 cells, expected the 2 that the first line names\n");
+    EXPECT_EQ(failureOf(std::string(100, ',') + "\na\n"),
+              "v.csv:1: error: Found 101 columns, expected at most 100\n");
+    std::string rows;
+    for (int i = 0; i < 65537; ++i) {
+        rows += "1\n";
+    }
+    EXPECT_EQ(failureOf("a\n" + rows),
+              "v.csv:65538: error: Found 65537 rows, expected at most 65536\n");
     EXPECT_EQ(failureOf("a\n\"x\ny\n"), "v.csv:2: error: A quoted cell has no closing \"\n");
     EXPECT_EQ(failureOf("a\n\"x\"y\n"),
               "v.csv:2: error: Found \"y\" after the closing \" of a cell, expected the end of the "

@@ -58,4 +58,12 @@ TEST(BeginningOf, doesNotEndWithinACharacter)
     EXPECT_EQ(beginningOf(std::string(100, '\x80'), 50).size(), 46U);
 }
 
+TEST(Abbreviated, cutsWhatIsTooLongForAMessage)
+{
+    using mxtool::abbreviated;
+    EXPECT_EQ(abbreviated("\u20AC 5"), "\u20AC 5");
+    EXPECT_EQ(abbreviated(std::string(300, 'a')), std::string(300, 'a'));
+    EXPECT_EQ(abbreviated(std::string(301, 'a')), std::string(300, 'a') + " ...");
+}
+
 } // namespace

@@ -59,6 +59,13 @@ TEST_F(AcceptedValue, aTextThatIsItsOwnNumberHasOneMeaning)
     EXPECT_EQ(outcome(filter, "2"), "2");
 }
 
+TEST_F(AcceptedValue, aLongTextIsRefusedByItsBeginning)
+{
+    const std::string digits(100000, '1');
+    EXPECT_THAT(outcome(filter, digits), HasSubstr("value \"" + digits.substr(0, 300) + " ...\""));
+    EXPECT_THAT(outcome(level, digits), HasSubstr("value \"" + digits.substr(0, 300) + " ...\""));
+}
+
 TEST_F(AcceptedValue, aCrossIsAlwaysTheNumber)
 {
     EXPECT_EQ(outcome(filter, "#5"), "5");

@@ -90,8 +90,9 @@ TEST(ValuesFile, failuresNameLineAndColumn)
               "v.yaml:3:1: error: Found nothing, expected the value of a parameter\n");
     EXPECT_EQ(failureOf("AI 1:\n  Level: {x: 1}\n"),
               "v.yaml:2:10: error: Found a map, expected the value of a parameter\n");
-    EXPECT_EQ(failureOf("a: 1\nb: [x\n"),
-              "v.yaml:3:1: error: Cannot read the values: end of sequence flow not found\n");
+    EXPECT_EQ(
+        failureOf("a: 1\nb: [x\n"),
+        "v.yaml:2:4: error: Cannot read the values: this \"[\" is not closed, \"]\" is missing\n");
 }
 
 // In braces the comma ends the value.
@@ -142,6 +143,8 @@ TEST(ValuesFile, otherSchemasAreRefused)
               "v.yaml:1:10: error: Found another schema, expected mxtool.config version 1\n");
     EXPECT_EQ(failureOf("{schema: {name: mxtool.config, version: 1}, values: {}}"),
               "v.yaml:1:1: error: Expected the members \"image\" and \"values\"\n");
+    EXPECT_EQ(failureOf("{schema: {name: mxtool.config, version: 1}, image: ''}"),
+              "v.yaml:1:1: error: Expected the members \"image\" and \"values\"\n");
     EXPECT_EQ(failureOf("{schema: {name: mxtool.config, version: 1}, image: 0g, values: {}}"),
               "v.yaml:1:52: error: Found \"0g\" at character 1, expected two hexadecimal digits "
               "for each byte\n");
@@ -156,8 +159,49 @@ TEST(ValuesFile, aParameterMayBeCalledSchema)
 
 TEST(ValuesFile, deepNestingIsRefused)
 {
-    EXPECT_THAT(failureOf(std::string(100000, '[')), HasSubstr("v.yaml:"));
+    EXPECT_THAT(failureOf(std::string(100000, '[')),
+                HasSubstr("lists and maps within each other, which is too many"));
     EXPECT_THAT(failureOf("a: &x {b: *x}\n"), HasSubstr("v.yaml:1:"));
+}
+
+// What follows the first document would be left out without a word.
+TEST(ValuesFile, isOneDocument)
+{
+    const std::string reason =
+        "error: Cannot read the values: a second document, a file holds one map of values\n";
+    EXPECT_EQ(failureOf("a: 1\n---\nb: 2\n"), "v.yaml:3:1: " + reason);
+    EXPECT_EQ(failureOf("{a: 1}\nb: 2\n"), "v.yaml:2:1: " + reason);
+    EXPECT_THAT(linesOf(readValues("---\na: 1\n...\n", "v.yaml")), ElementsAre("v.yaml:2:1 a=1"));
+}
+
+// The YAML library would read "b" after it as the control character 08.
+TEST(ValuesFile, aZeroByteIsRefused)
+{
+    EXPECT_EQ(failureOf(std::string("a: 1\nx\0b: 2\n", 12)),
+              "v.yaml:2:2: error: Cannot read the values: byte 00, expected the characters of a "
+              "text\n");
+}
+
+TEST(ValuesFile, moreValuesThanAnyModuleHasAreRefused)
+{
+    std::string entries;
+    std::string aliases;
+    std::string csv = "name,value\n";
+    for (int i = 0; i < 101; ++i) {
+        entries += "p" + std::to_string(i) + ": 1, ";
+        aliases += "c" + std::to_string(i) + ": *one\n";
+    }
+    for (int i = 0; i < 10001; ++i) {
+        csv += "p" + std::to_string(i) + ",1\n";
+    }
+    const std::string reason = "error: More than 10000 values, no module has so many parameters\n";
+    EXPECT_THAT(failureOf("one: &one {" + entries + "}\n" + aliases), HasSubstr(reason));
+    try {
+        readValues(csv, "v.csv");
+        ADD_FAILURE() << "accepted";
+    } catch (const mxtool::Failure& failure) {
+        EXPECT_EQ(toText(failure.diagnostic, false), "v.csv:10002: " + reason);
+    }
 }
 
 } // namespace

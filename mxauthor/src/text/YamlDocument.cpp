@@ -1,7 +1,11 @@
-#include "Documents.h"
+#include "mxauthor/YamlDocument.h"
+
+#include "SourceErrors.h"
+#include "YamlMistakes.h"
 
 #include <yaml-cpp/eventhandler.h>
 
+#include <algorithm>
 #include <sstream>
 
 namespace mxauthor {
@@ -45,10 +49,8 @@ private:
     }
 };
 
-} // namespace
-
-// Not by reading all documents: of a stray "," the YAML library makes one empty document after the
-// other, without end.
+// Where the second document begins. Not by reading all documents: of a stray "," the YAML library
+// makes one empty document after the other, without end.
 std::optional<YAML::Mark> secondDocument(const std::string& source)
 {
     std::istringstream stream(source);
@@ -56,6 +58,40 @@ std::optional<YAML::Mark> secondDocument(const std::string& source)
     RootPlace place;
     const bool isThere = parser.HandleNextDocument(place) && parser.HandleNextDocument(place);
     return isThere ? place.root : std::nullopt;
+}
+
+// The YAML library takes a byte 00 for the sign that begins an escape.
+std::optional<YAML::Mark> zeroByte(const std::string& source)
+{
+    const std::size_t at = source.find('\0');
+    if (at == std::string::npos) {
+        return std::nullopt;
+    }
+    const std::size_t lineStart = source.rfind('\n', at) + 1;
+    YAML::Mark mark;
+    mark.pos = static_cast<int>(at);
+    mark.line = static_cast<int>(std::count(source.begin(), source.begin() + mark.pos, '\n'));
+    mark.column = static_cast<int>(at - lineStart);
+    return mark;
+}
+
+} // namespace
+
+std::optional<SourceError> findYamlMistake(const std::string& text, const std::string& oneDocument)
+{
+    const SourceErrors places(text);
+    if (const auto zero = zeroByte(text)) {
+        return places.located(*zero, "byte 00, expected the characters of a text");
+    }
+    try {
+        if (const auto second = secondDocument(text)) {
+            return places.located(*second, "a second document, " + oneDocument);
+        }
+    } catch (const YAML::Exception& failure) {
+        const YamlMistake mistake = explainYamlFailure(text, failure);
+        return places.located(mistake.mark, mistake.text);
+    }
+    return std::nullopt;
 }
 
 } // namespace mxauthor
