@@ -46,15 +46,23 @@ TEST_F(DatabaseVerbs, populateInsertsWhatCanBeTranslatedAndSaysWhatNot)
 {
     const ToolRun run = runTool({"populate", "examples/modules", "--db", url});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.out, "38 modules inserted, 1 failed\n");
+    EXPECT_EQ(run.out, url + ": 38 modules inserted, 1 failed\n");
     EXPECT_EQ(run.err, "error: File MX9999.bin: Parser::parse(): Truncated mx buffer\n");
+}
+
+TEST_F(DatabaseVerbs, populateWithoutDbSaysWhereItWrites)
+{
+    ToolSetup setup;
+    setup.environment["DEVICE_DATABASE_URL"] = url;
+    const ToolRun run = runTool({"populate", modules(false)}, setup);
+    EXPECT_EQ(run.out, url + ": 1 module inserted, 0 failed\n");
 }
 
 TEST_F(DatabaseVerbs, populateOfGoodFilesIsDone)
 {
     const ToolRun run = runTool({"populate", modules(false), "--db", url});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.out, "1 module inserted, 0 failed\n");
+    EXPECT_EQ(run.out, url + ": 1 module inserted, 0 failed\n");
     EXPECT_EQ(run.err, "");
 }
 

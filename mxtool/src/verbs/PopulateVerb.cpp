@@ -22,7 +22,7 @@ who reads meanwhile sees the state before.
 Example:
   $ mxtool populate examples/modules --db sqlite:/tmp/devices.sqlite
   error: File MX9999.bin: Parser::parse(): Truncated mx buffer
-  38 modules inserted, 1 failed
+  sqlite:/tmp/devices.sqlite: 38 modules inserted, 1 failed
 )";
 
 struct PopulateOptions
@@ -71,8 +71,9 @@ ExitCode populateAtOnce(const PopulateOptions& options, const GlobalOptions& glo
     if (!global.quiet) {
         const std::string replaced =
             count.replaced != 0 ? fmt::format(", {} replaced", count.replaced) : "";
-        writeOutput("-", fmt::format("{} inserted{}, {} failed{}\n", modulesText(count.inserted),
-                                     replaced, count.failed, removed));
+        writeOutput("-",
+                    fmt::format("{}: {} inserted{}, {} failed{}\n", forTerminal(database.name()),
+                                modulesText(count.inserted), replaced, count.failed, removed));
     }
     return count.failed == 0 ? ExitCode::Done : ExitCode::Findings;
 }
