@@ -1,11 +1,13 @@
 #include "CallWords.h"
 
+#include "FileKind.h"
 #include "NearestWords.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 #include <map>
 #include <optional>
 
@@ -63,16 +65,45 @@ std::string unknownOption(const CLI::App& program, const std::string& word)
     return fmt::format("{} has no option \"{}\"{}", callOf(program), name, didYouMean(name, names));
 }
 
-std::string unknownWord(const CLI::App& program, const std::string& word)
+// A file or directory in the place of a verb: what it is, and the verb that takes it.
+std::optional<Diagnostic> forgottenVerb(const std::string& word)
+{
+    std::error_code ignored;
+    if (std::filesystem::is_directory(word, ignored)) {
+        return Diagnostic{"error", "", "A verb is missing, found the directory " + word,
+                          "mxtool check " + word + " checks the mx files in it, mxtool populate " +
+                              word + " inserts them into a database"};
+    }
+    const std::string call = callThatTakes(kindOfFile(word), word);
+    if (call.empty()) {
+        return std::nullopt;
+    }
+    return Diagnostic{
+        "error", "", fmt::format("A verb is missing, found {}: {}", nameOf(kindOfFile(word)), word),
+        call};
+}
+
+Diagnostic unknownVerb(const CLI::App& program, const std::string& word)
+{
+    if (auto forgotten = forgottenVerb(word)) {
+        return *forgotten;
+    }
+    const std::vector<std::string> verbs = verbNames(program);
+    return {"error", "",
+            fmt::format("There is no verb \"{}\"{}{}", word, didYouMean(word, verbs),
+                        nearestWords(word, verbs).empty()
+                            ? fmt::format(", expected one of {}", fmt::join(verbs, ", "))
+                            : ""),
+            ""};
+}
+
+Diagnostic unknownWord(const CLI::App& program, const std::string& word)
 {
     if (verbOf(program) == nullptr) {
-        const std::vector<std::string> verbs = verbNames(program);
-        return fmt::format("There is no verb \"{}\"{}{}", word, didYouMean(word, verbs),
-                           nearestWords(word, verbs).empty()
-                               ? fmt::format(", expected one of {}", fmt::join(verbs, ", "))
-                               : "");
+        return unknownVerb(program, word);
     }
-    return fmt::format("{} takes no further word, found \"{}\"", callOf(program), word);
+    return {"error", "",
+            fmt::format("{} takes no further word, found \"{}\"", callOf(program), word), ""};
 }
 
 // Those of `words` that the parsing left over, in their order.
@@ -131,7 +162,7 @@ std::vector<Diagnostic> unknownWords(const CLI::App& program, const std::vector<
         if (isOption(word)) {
             found.push_back({"error", "", unknownOption(program, word), ""});
         } else if (!isExplained) {
-            found.push_back({"error", "", unknownWord(program, word), ""});
+            found.push_back(unknownWord(program, word));
             break; // further ones depend on this one
         }
     }

@@ -47,9 +47,11 @@ void addGlobalOptions(CLI::App& program, GlobalOptions& options)
     program.description(description);
     program.set_version_flag("--version", "mxtool " MXTOOL_VERSION);
     program.add_flag("-q,--quiet", options.quiet, "Print results only, no closing lines");
-    program.add_flag("--overwrite", options.overwrite,
-                     "Let an output replace an mx file, a text form, a station or a database by "
-                     "something else");
+    program.add_flag(
+        "--overwrite", options.overwrite,
+        "Let an output replace an mx file, a text form, a file of values, a station or "
+        "a database by something else, or a text whose comments and repeats it does "
+        "not keep");
     program
         .add_option("--log-level", options.logLevel,
                     "Least priority of the parser's log lines shown")
@@ -115,7 +117,9 @@ ExitCode reportWrongWords(const CLI::App& program, const CLI::ParseError& end,
                                CLI::ExitCodes::RequiredError})) {
         wrong.push_back({"error", "", end.what(), ""});
     }
-    wrong.back().hint = helpHint(program);
+    if (wrong.back().hint.empty()) {
+        wrong.back().hint = helpHint(program);
+    }
     for (const Diagnostic& diagnostic : wrong) {
         report(diagnostic);
     }

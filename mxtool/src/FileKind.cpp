@@ -32,22 +32,22 @@ bool isMxFile(const std::string& content)
     });
 }
 
-bool contains(const std::vector<std::string>& words, const std::string& word)
+bool hasKey(const std::vector<std::string>& keys, const std::string& key)
 {
-    return std::find(words.begin(), words.end(), word) != words.end();
+    return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
 // The two keys that every station has.
 bool isStation(const std::vector<std::string>& keys)
 {
-    return contains(keys, "station") && contains(keys, "modules");
+    return hasKey(keys, "station") && hasKey(keys, "modules");
 }
 
 // The name in the schema of what mxtool writes as JSON; empty for another text.
 std::string schemaName(const std::string& content, const std::vector<std::string>& keys)
 {
     const std::string begin = "\"mxtool.";
-    const std::size_t schema = contains(keys, "schema") ? content.find("\"schema\"") : content.npos;
+    const std::size_t schema = hasKey(keys, "schema") ? content.find("\"schema\"") : content.npos;
     const std::size_t name = content.find(begin, std::min(schema, content.size()));
     const std::size_t from = name == content.npos ? content.size() : name + 1;
     return content.substr(from, content.find('"', from) - from);
@@ -96,17 +96,22 @@ FileKind kindOf(const std::string& content)
     return judged.find('\0') != std::string::npos ? FileKind::Other : kindOfText(judged);
 }
 
-FileKind kindOfFile(const std::string& path)
+std::string judgedContent(const std::string& path)
 {
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(path, ignored)) {
-        return FileKind::Other;
+        return "";
     }
     std::ifstream file(path, std::ios::binary);
     std::string content(judgedBytes, '\0');
     file.read(content.data(), static_cast<std::streamsize>(content.size()));
     content.resize(static_cast<std::size_t>(file.gcount()));
-    return kindOf(content);
+    return content;
+}
+
+FileKind kindOfFile(const std::string& path)
+{
+    return kindOf(judgedContent(path));
 }
 
 const char* nameOf(FileKind kind)
@@ -140,8 +145,10 @@ std::string callThatTakes(FileKind kind, const std::string& path)
 {
     switch (path == "-" ? FileKind::Other : kind) {
     case FileKind::MxFile:
-    case FileKind::TextForm:
         return "mxtool show " + path + " shows the device that it describes";
+    case FileKind::TextForm:
+        return "mxtool show " + path + " shows the device that it describes, mxtool build " + path +
+               " -o FILE.bin writes the mx file";
     case FileKind::Database:
         return "mxtool devices --db sqlite:" + path + " lists the modules that it holds";
     case FileKind::Values:

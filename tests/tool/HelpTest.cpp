@@ -131,6 +131,29 @@ INSTANTIATE_TEST_SUITE_P(
         std::pair{"show --out-offset 1.5 a", "--out-offset: found \"1.5\""},
         std::pair{"--log-level loud groups a", "\"loud\" is no logging level"}));
 
+TEST(Help, aFileInThePlaceOfAVerbGetsItsVerb)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string values = directory.path("v.yaml");
+    const std::string text = directory.path("t.yaml");
+    const std::string module = "examples/modules/MX0304.bin";
+    runTool({"config", module, "-o", values});
+    runTool({"dump", module, "-o", text});
+    for (const auto& [call, hint] : {
+             std::pair{module + " --format json", "mxtool show " + module + " shows the device"},
+             std::pair{text, "mxtool build " + text + " -o FILE.bin"},
+             std::pair{values, "mxtool config FILE --values " + values},
+             std::pair{std::string("examples/modules"),
+                       std::string("mxtool check examples/modules")},
+         }) {
+        const ToolRun run = runTool(tooltest::words(call));
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_THAT(run.err, StartsWith("error: A verb is missing, found "));
+        EXPECT_THAT(run.err, HasSubstr("hint: "));
+        EXPECT_THAT(run.err, HasSubstr(hint));
+    }
+}
+
 TEST(Help, comesAsAVerbToo)
 {
     EXPECT_EQ(runTool({"help", "config"}).out, runTool({"config", "--help"}).out);
