@@ -20,6 +20,10 @@ enum class FileKind
 /// Returns what `content` is, judged by nothing but its bytes; a damaged one counts too.
 FileKind kindOf(const std::string& content);
 
+/// Returns as much of the file at `path` as it is judged by; nothing where there is none to be
+/// read.
+std::string judgedContent(const std::string& path);
+
 /// Returns what the file at `path` is; other than all of them where there is no file to be read.
 FileKind kindOfFile(const std::string& path);
 

@@ -3,6 +3,7 @@
 #include "CallFiles.h"
 #include "Diagnostic.h"
 #include "FilePlace.h"
+#include "LostHandWriting.h"
 
 #include <unistd.h>
 
@@ -109,6 +110,20 @@ void requireSameKind(const std::string& path, FileKind kind)
                                     "name another file, or add --overwrite to replace this one"});
 }
 
+// Comments of people, and what they wrote once for many: mxtool writes neither again.
+void requireNoLoss(const std::string& path, const std::string& content)
+{
+    const auto lost =
+        callFiles().overwrites() ? std::nullopt : lostHandWriting(judgedContent(path), content);
+    if (lost) {
+        throw Failure(
+            ExitCode::Usage,
+            {"error", path + ":" + std::to_string(lost->line),
+             "The file has " + shownHandWriting(*lost) + ", which the output would not keep",
+             "name another file, or add --overwrite to replace this one"});
+    }
+}
+
 } // namespace
 
 void writeOutput(const std::string& path, const std::string& content)
@@ -127,6 +142,7 @@ void writeOutputs(const std::vector<Output>& outputs)
     for (const Output& output : outputs) {
         if (output.path != "-") {
             requireSameKind(output.path, kindOf(output.content));
+            requireNoLoss(output.path, output.content);
         }
     }
     for (const Output& output : outputs) {

@@ -18,7 +18,8 @@ struct Output
 ///
 /// A file is written beside its place and renamed: after a failure what was there before is still
 /// there. Throws a `Failure` naming the file and the reason; an input of the call, another output
-/// of it, and without --overwrite a file of another kind, are such reasons.
+/// of it, and without --overwrite a file of another kind or comments that would be lost, are such
+/// reasons.
 void writeOutput(const std::string& path, const std::string& content);
 
 /// Writes all of them, after each was checked. Everything that a verb writes to files goes through

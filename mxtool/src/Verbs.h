@@ -13,7 +13,7 @@ namespace mxtool {
 struct GlobalOptions
 {
     bool quiet = false;                   ///< No closing lines, no notes.
-    bool overwrite = false;               ///< An output may replace a file of another kind.
+    bool overwrite = false;               ///< An output may replace what somebody made.
     std::string logLevel = "information"; ///< Of the device parser's log lines.
 };
 

@@ -111,6 +111,81 @@ TEST_F(Overwrite, isAskedForByAnExportBeforeItWritesAnything)
     EXPECT_EQ(std::distance(fs::directory_iterator(directory.path("out")), {}), 1);
 }
 
+TEST_F(Overwrite, isAskedForWhereATextLosesItsCommentsOrRepeats)
+{
+    const std::string whole = "module: {type: 1, id: 1}\n";
+    for (const auto& [text, lost] : {
+             std::pair{"# made for pump 2\n" + whole,
+                       ":1: error: The file has the comment \"# made "
+                       "for pump 2\", which the output would"},
+             std::pair{whole + "texts: {first: 1} # see #4\n",
+                       ":2: error: The file has the comment "
+                       "\"# see #4\""},
+             std::pair{whole + "channels:\n  - {repeat: 4, name: AI <n>, in: INT}\n",
+                       ":3: error: The file has the key \"repeat\""},
+             std::pair{whole + "channels:\n  - each:\n      - {name: a, in: INT}\n    repeat: 2\n",
+                       ":3: error: The file has the key \"each\""},
+         }) {
+        const std::string file = write("text.yaml", text);
+        const ToolRun refused = runTool({"dump", module, "-o", file});
+        EXPECT_EQ(refused.exitCode, 2) << text;
+        EXPECT_THAT(refused.err, HasSubstr(file + lost));
+        EXPECT_THAT(refused.err, HasSubstr("\nhint: name another file, or add --overwrite"));
+        EXPECT_EQ(readFile(file), text);
+        EXPECT_EQ(runTool({"dump", module, "-o", file, "--overwrite"}).exitCode, 0);
+        EXPECT_EQ(readFile(file), runTool({"dump", module}).out);
+    }
+}
+
+TEST_F(Overwrite, isAskedForWhereAFileOfValuesLosesAComment)
+{
+    const std::string file = directory.path("values.yaml");
+    const std::string written = runTool({"config", module, "--format", "values"}).out;
+    for (const std::string& text :
+         {written + "# as agreed on Monday\n",
+          std::string("# as agreed on Monday\nMains suppression: 60\n")}) {
+        write("values.yaml", text);
+        const ToolRun refused = runTool({"config", module, "-o", file});
+        EXPECT_EQ(refused.exitCode, 2);
+        EXPECT_THAT(refused.err, HasSubstr("the comment \"# as agreed on Monday\""));
+        EXPECT_EQ(readFile(file), text);
+    }
+    EXPECT_EQ(runTool({"config", module, "-o", file, "--overwrite"}).exitCode, 0);
+    EXPECT_EQ(readFile(file), written);
+}
+
+// Of the same module or another, all or what differs: mxtool's own comments are no loss.
+TEST_F(Overwrite, isNotAskedForFilesOfValuesThatAreMadeAgain)
+{
+    const std::string file = directory.path("values.yaml");
+    for (const char* call :
+         {"config examples/modules/MX0304.bin --format values",
+          "config examples/modules/MX0803.bin --changed --format values --set Wiring=Delta",
+          "config examples/modules/MX0502.bin --changed --format values",
+          "config examples/modules/MX0803.bin --format values"}) {
+        auto words = tooltest::words(call);
+        words.insert(words.end(), {"-o", file});
+        EXPECT_NE(runTool(words).exitCode, 2) << call;
+    }
+    EXPECT_EQ(readFile(file),
+              runTool({"config", "examples/modules/MX0803.bin", "--format", "values"}).out);
+}
+
+// "#" is a colour in a drawing, and part of a text in quotation marks.
+TEST_F(Overwrite, isNotAskedForATextThatDumpWrote)
+{
+    const std::string file = write("text.yaml", R"(module: {type: 1, id: 1}
+catalogue: {BrandLabelName: "Filter # 4", BrandOrderCode: 'K38 # 5', repeat#: 1}
+image:
+  svg: |
+    <svg style="fill: #ccc"
+     # no comment
+    />
+texts: {first: 1}
+)");
+    EXPECT_EQ(runTool({"dump", module, "-o", file}).exitCode, 0);
+}
+
 TEST_F(Overwrite, isNotAskedForWhereTheKindStaysTheSame)
 {
     const std::string text = directory.path("text.yaml");

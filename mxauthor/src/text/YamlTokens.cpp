@@ -35,6 +35,7 @@ private:
     void readCharacter(char c)
     {
         if (c == '#' && (column == 0 || lines[line][column - 1] == ' ')) {
+            tokens.words.push_back({line, lines[line].substr(column)});
             nextLine();
         } else if (startsValue && (c == '"' || c == '\'')) {
             readQuoted(c);
@@ -62,10 +63,23 @@ private:
     void readPlain(char c)
     {
         const bool endsWord = column + 1 >= lines[line].size() || lines[line][column + 1] == ' ';
+        if (c == ':' && endsWord) {
+            takeKey();
+        }
         const bool separates = (c == ',' && !tokens.open.empty()) ||
                                ((c == ':' || (c == '-' && startsValue)) && endsWord);
         startsValue = separates || (startsValue && c == ' ');
         ++column;
+    }
+
+    // The word in front of the colon.
+    void takeKey()
+    {
+        const std::string before = lines[line].substr(0, column);
+        const std::size_t begin = before.find_last_of(" ,{[") + 1;
+        if (begin < column) {
+            tokens.words.push_back({line, before.substr(begin)});
+        }
     }
 
     void readQuoted(char mark)

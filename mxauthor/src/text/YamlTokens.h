@@ -27,8 +27,16 @@ struct OpenBracket
     char character;
 };
 
+/// A comment from its "#" to the end of its line, or a key that is not quoted.
+struct YamlWord
+{
+    std::size_t line;
+    std::string text;
+};
+
 struct YamlTokens
 {
+    std::vector<YamlWord> words;           ///< In the order of the text.
     std::vector<QuotedText> quotes;        ///< In the order of the text.
     std::vector<OpenBracket> open;         ///< Those not closed, the outermost first.
     std::optional<OpenBracket> mismatched; ///< The first one that another bracket closes.

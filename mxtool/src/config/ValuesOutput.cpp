@@ -97,11 +97,12 @@ std::string comment(const Parameter& parameter, const Parameter& standard)
                       valueInCalls(standard), isInRange(parameter) ? "" : "takes --force"));
 }
 
+// `owner` goes before the comment.
 std::string lines(const std::string& key, const Parameter& parameter, const Parameter& standard,
-                  const std::string& indent)
+                  const std::string& indent, const std::string& owner = "")
 {
-    return fmt::format("{0}# {1}\n{0}{2}: {3}\n", indent, comment(parameter, standard), scalar(key),
-                       scalar(valueInCalls(parameter)));
+    return fmt::format("{0}# {1}{2}\n{0}{3}: {4}\n", indent, owner, comment(parameter, standard),
+                       scalar(key), scalar(valueInCalls(parameter)));
 }
 
 // A file whose map is called "schema" is one that `config` has written as JSON.
@@ -155,11 +156,11 @@ private:
     {
         const std::string name = nameInCalls(parameter, configuration.device);
         const std::string owner = name[0] == '#'
-                                      ? fmt::format("# {} of {}\n", forTerminal(parameter.name),
+                                      ? fmt::format("{} of {}: ", forTerminal(parameter.name),
                                                     forTerminal(ownerOf(parameter)))
                                       : "";
-        return owner + lines(isUsable(name) ? name : "#" + parameter.id, parameter,
-                             standard(parameter), "");
+        return lines(isUsable(name) ? name : "#" + parameter.id, parameter, standard(parameter), "",
+                     owner);
     }
 
     const Parameter& standard(const Parameter& parameter) const

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace mxauthor {
+
+/// Something in a YAML text that no reader of its content gives back.
+struct HandWriting
+{
+    std::size_t line; ///< From 1.
+    std::string text; ///< A comment from its "#" on, or the key "repeat" or "each".
+};
+
+/// Returns the comments of the YAML text `text` and its keys "repeat" and "each", in order. Quoted
+/// texts and blocks (`|`, `>`) hold none. The text may have errors.
+std::vector<HandWriting> handWritingIn(const std::string& text);
+
+} // namespace mxauthor

@@ -1,0 +1,63 @@
+#include "mxauthor/HandWriting.h"
+
+#include "YamlTokens.h"
+
+#include <algorithm>
+
+namespace mxauthor {
+
+namespace {
+
+// Where the first key or value of a line begins: lists may stand in one another.
+std::size_t indentOf(const std::string& line)
+{
+    return std::min(line.find_first_not_of(" -"), line.size());
+}
+
+// Whether the lines below, as far as they are indented, are a block.
+bool opensBlock(const std::string& line)
+{
+    const std::size_t mark = line.find_last_of("|>");
+    if (mark == std::string::npos || mark == 0 || line[mark - 1] != ' ') {
+        return false;
+    }
+    const std::size_t rest = line.find_first_not_of("+-0123456789", mark + 1);
+    return rest == std::string::npos || line.find_first_not_of(' ', rest) == std::string::npos;
+}
+
+// The lines of `text`, those of blocks empty.
+std::vector<std::string> linesWithoutBlocks(const std::string& text)
+{
+    std::vector<std::string> lines = linesOf(text);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::size_t indent = indentOf(lines[i]);
+        for (std::size_t next = i + 1;
+             opensBlock(lines[i]) && next < lines.size() &&
+             (lines[next].empty() || lines[next].find_first_not_of(' ') > indent);
+             ++next) {
+            lines[next].clear();
+        }
+    }
+    return lines;
+}
+
+bool isRepeating(const std::string& key)
+{
+    return key == "repeat" || key == "each";
+}
+
+} // namespace
+
+std::vector<HandWriting> handWritingIn(const std::string& text)
+{
+    const std::vector<std::string> lines = linesWithoutBlocks(text);
+    std::vector<HandWriting> found;
+    for (const YamlWord& word : tokensUpTo(lines, lines.size()).words) {
+        if (word.text[0] == '#' || isRepeating(word.text)) {
+            found.push_back({word.line + 1, word.text});
+        }
+    }
+    return found;
+}
+
+} // namespace mxauthor
