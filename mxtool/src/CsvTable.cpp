@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <set>
 
 namespace mxtool {
 
@@ -138,6 +139,18 @@ void requireAtMost(std::size_t most, std::size_t found, const char* what, const 
     }
 }
 
+// Columns without a name are not read.
+void requireUniqueNames(const std::vector<std::string>& names, const std::string& file)
+{
+    std::set<std::string> seen;
+    for (const std::string& name : names) {
+        if (!name.empty() && !seen.insert(name).second) {
+            failAt(file, 1,
+                   fmt::format("Found two columns \"{}\", expected one", abbreviated(name)));
+        }
+    }
+}
+
 } // namespace
 
 std::optional<std::size_t> CsvTable::column(const std::string& name) const
@@ -167,6 +180,7 @@ CsvTable readCsv(const std::string& content, const std::string& file)
     if (!reader.atEnd()) {
         table.columns = columnNames(reader.row().cells);
         requireAtMost(mostColumns, table.columns.size(), "columns", file, 1);
+        requireUniqueNames(table.columns, file);
     }
     while (!reader.atEnd()) {
         CsvTable::Row row = reader.row();

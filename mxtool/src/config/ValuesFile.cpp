@@ -17,6 +17,7 @@
 #include <yaml-cpp/yaml.h>
 
 #include <algorithm>
+#include <set>
 
 namespace mxtool {
 
@@ -98,6 +99,25 @@ void addAssignments(const YAML::Node& map, const std::string& owner, const std::
     }
 }
 
+// The YAML library would take the first of two members of one name.
+void requireUniqueMembers(const YAML::Node& root, const std::string& file)
+{
+    std::set<std::string> names;
+    for (const auto& member : root) {
+        if (member.first.IsScalar() && !names.insert(member.first.Scalar()).second) {
+            fail(member.first.Mark(), file,
+                 fmt::format("The member {} is there twice", kindOf(member.first)));
+        }
+    }
+}
+
+// Of the module that the values were made for; empty where that is not stated.
+std::string deviceTypeIdIn(const YAML::Node& root, const std::string& file)
+{
+    const YAML::Node id = root["device_type_id"];
+    return id.IsDefined() ? textOf(id, file, "a device type such as \"kv38.5a030304\"") : "";
+}
+
 // What `mxtool config --format json` has written.
 Values readWritten(const YAML::Node& root, const std::string& file)
 {
@@ -107,8 +127,9 @@ Values readWritten(const YAML::Node& root, const std::string& file)
         fail(schema.Mark(), file,
              fmt::format("Found another schema, expected {} version 1", writtenSchema));
     }
+    requireUniqueMembers(root, file);
     Values values;
-    values.deviceTypeId = root["device_type_id"].as<std::string>("");
+    values.deviceTypeId = deviceTypeIdIn(root, file);
     const YAML::Node image = root["image"];
     const YAML::Node assigned = root["values"];
     if (!image.IsDefined() || !assigned.IsDefined() || !assigned.IsMap()) {

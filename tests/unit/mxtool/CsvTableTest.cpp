@@ -101,6 +101,8 @@ TEST(CsvTable, failuresNameTheLine)
               "quotes\n");
     EXPECT_EQ(failureOf("a;b\n1;2;3\n"),
               "v.csv:2: error: Found 3 cells, expected the 2 that the first line names\n");
+    EXPECT_EQ(failureOf("name,value,Value\na,1,2\n"),
+              "v.csv:1: error: Found two columns \"value\", expected one\n");
     EXPECT_EQ(failureOf(std::string(100, ',') + "\na\n"),
               "v.csv:1: error: Found 101 columns, expected at most 100\n");
     std::string rows;

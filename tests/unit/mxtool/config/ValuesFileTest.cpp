@@ -145,6 +145,12 @@ TEST(ValuesFile, otherSchemasAreRefused)
               "v.yaml:1:1: error: Expected the members \"image\" and \"values\"\n");
     EXPECT_EQ(failureOf("{schema: {name: mxtool.config, version: 1}, image: ''}"),
               "v.yaml:1:1: error: Expected the members \"image\" and \"values\"\n");
+    EXPECT_EQ(failureOf("{schema: {name: mxtool.config, version: 1}, image: '', values: {}, "
+                        "values: {a: 1}}"),
+              "v.yaml:1:68: error: The member \"values\" is there twice\n");
+    EXPECT_EQ(failureOf("{schema: {name: mxtool.config, version: 1}, device_type_id: [a]}"),
+              "v.yaml:1:61: error: Found a list, expected a device type such as "
+              "\"kv38.5a030304\"\n");
     EXPECT_EQ(failureOf("{schema: {name: mxtool.config, version: 1}, image: 0g, values: {}}"),
               "v.yaml:1:52: error: Found \"0g\" at character 1, expected two hexadecimal digits "
               "for each byte\n");
