@@ -10,6 +10,9 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <thread>
 
 namespace {
@@ -160,6 +163,38 @@ TEST_F(SecondThread, IsNotTheSameThreadAgain)
     };
     held.parse(mxData, nullptr, 0, 0);
     EXPECT_EQ(attributes, device->attributes.size());
+}
+
+// The exit code of a child process in which `operation` returns (0) or is refused (1).
+int endOfChild(const std::function<void()>& operation)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        try {
+            operation();
+            _exit(0);
+        } catch (const std::logic_error&) {
+            _exit(1);
+        }
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST_F(SecondThread, ThatForksDuringATranslationLeavesTheLibraryInUseInTheChild)
+{
+    int ofOther = -1;
+    int ofSame = -1;
+    const auto operation = [this] { other.getChannelMappingInfoList(device.get()); };
+    held.meanwhile = [&] {
+        std::thread([&] { ofOther = endOfChild(operation); }).join();
+        ofSame = endOfChild(operation);
+    };
+    held.parse(mxData, nullptr, 0, 0);
+    EXPECT_EQ(ofOther, 1);
+    EXPECT_EQ(ofSame, 0); // the thread that is inside goes on in the child
+    EXPECT_EQ(endOfChild(operation), 0);
 }
 
 } // namespace
