@@ -36,7 +36,11 @@ std::vector<char> loadInput(const std::string& path)
         devices::parser::mx::loadFile(path, bytes);
     } catch (const std::runtime_error& failure) {
         const std::string reason = errno != 0 ? std::string(": ") + std::strerror(errno) : "";
-        throw Failure(ExitCode::Input, {"error", path, failure.what() + reason, ""});
+        std::error_code ignored;
+        throw Failure(
+            ExitCode::Input,
+            {"error", path, failure.what() + reason,
+             std::filesystem::is_directory(path, ignored) ? "name a file in this directory" : ""});
     }
     return bytes;
 }

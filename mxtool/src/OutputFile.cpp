@@ -17,10 +17,24 @@ namespace mxtool {
 
 namespace {
 
+// What the system's reason does not say.
+std::string hintForWrite(const std::string& place)
+{
+    std::error_code ignored;
+    if (std::filesystem::is_directory(place, ignored)) {
+        return "name a file in this directory";
+    }
+    const auto directory = std::filesystem::path(place).parent_path();
+    return directory.empty() || std::filesystem::exists(directory, ignored)
+               ? ""
+               : "there is no directory " + directory.string() + ", make it first";
+}
+
 [[noreturn]] void failWrite(const std::string& place, int error)
 {
     const std::string reason = error != 0 ? std::strerror(error) : "write failed";
-    throw Failure(ExitCode::Output, {"error", place, "Cannot write: " + reason, ""});
+    throw Failure(ExitCode::Output,
+                  {"error", place, "Cannot write: " + reason, hintForWrite(place)});
 }
 
 void writeStream(std::ostream& stream, const std::string& place, const std::string& content)

@@ -31,7 +31,30 @@ TEST(BadInput, aDirectoryIsNoFile)
 {
     const ToolRun run = runTool({"show", "examples"});
     EXPECT_EQ(run.exitCode, 3);
-    EXPECT_EQ(run.err, "examples: error: Cannot open file: examples: Is a directory\n");
+    EXPECT_EQ(run.err, "examples: error: Cannot open file: examples: Is a directory\n"
+                       "hint: name a file in this directory\n");
+}
+
+TEST(BadInput, whatCannotBeWrittenOrReadSaysWhatToName)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string module = std::string(EXAMPLE_MODULES) + "/MX0001.bin";
+    const std::string below = directory.path("none/x.yaml");
+    EXPECT_EQ(runTool({"dump", module, "-o", below}).err,
+              below +
+                  ": error: Cannot write: No such file or directory\nhint: there is no "
+                  "directory " +
+                  directory.path("none") + ", make it first\n");
+    EXPECT_EQ(runTool({"dump", module, "-o", directory.path()}).err,
+              directory.path() + ": error: Cannot write: Is a directory\nhint: name a file in this "
+                                 "directory\n");
+    EXPECT_EQ(runTool({"populate", module, "--db", "sqlite:" + directory.path("d")}).err,
+              module + ": error: Cannot read the directory: Not a directory\nhint: name the "
+                       "directory that holds this file\n");
+    const std::string empty = directory.write("e.yaml", {});
+    EXPECT_EQ(runTool({"build", empty, "-o", directory.path("e.bin")}).err,
+              empty + ": error: The file is empty, expected the text form of an mx file\nhint: "
+                      "mxtool new writes the text of a new module\n");
 }
 
 TEST(BadInput, framingFailuresStillListTheGroupsInFront)

@@ -43,7 +43,10 @@ void requireMxFiles(const std::string& directory)
     const std::filesystem::directory_iterator entries(directory, error);
     if (error) {
         throw Failure(ExitCode::Input,
-                      {"error", directory, "Cannot read the directory: " + error.message(), ""});
+                      {"error", directory, "Cannot read the directory: " + error.message(),
+                       std::filesystem::is_regular_file(directory, error)
+                           ? "name the directory that holds this file"
+                           : ""});
     }
     if (mxFilesIn(directory).empty()) {
         throw Failure(ExitCode::Input, {"error", directory,

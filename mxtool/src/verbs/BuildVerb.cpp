@@ -131,6 +131,11 @@ std::optional<std::string> builtBytes(const std::string& file, bool force, bool 
                        "This is an mx file already, expected its text form",
                        "mxtool dump FILE -o FILE.yaml writes the text form of an mx file"});
     }
+    if (source.empty()) {
+        throw Failure(ExitCode::Input, {"error", inputName(file),
+                                        std::string("The file is empty, expected ") + expectedText,
+                                        "mxtool new writes the text of a new module"});
+    }
     requireModule(file, source, expectedText);
     const mxauthor::BuildResult result = buildInput(source, file);
     if (result.errors.size() > 1) {
