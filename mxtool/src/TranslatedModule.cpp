@@ -7,6 +7,7 @@
 #include "ModuleFile.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 namespace mxtool {
 
@@ -36,7 +37,14 @@ TranslatedModule::TranslatedModule(const ModuleOptions& options, const std::stri
     const ModuleFile input(options.file);
     mxData = input.loadedBytes();
     isText = input.isText();
-    builtDevice = translate(hasBlock ? &block : nullptr);
+    try {
+        builtDevice = translate(hasBlock ? &block : nullptr);
+    } catch (const Failure&) {
+        if (hasBlock) {
+            requireBlockSize(block.size(), options.parameterBlockFile);
+        }
+        throw;
+    }
     conversions = conversionsOf(mxData);
     const auto& properties = builtDevice->privateProps;
     for (const auto& warning : {offsetWarning("--in-offset", inOffset, properties.inDataSize),
@@ -55,6 +63,19 @@ TranslatedModule::TranslatedModule(std::string file, std::vector<char> bytes,
       builtDevice(translate(nullptr)),
       conversions(conversionsOf(mxData))
 {}
+
+void TranslatedModule::requireBlockSize(std::size_t size, const std::string& file)
+{
+    const std::size_t expected = translate(nullptr)->privateProps.defaultParameterBlock->size();
+    if (size != expected) {
+        throw Failure(ExitCode::Input,
+                      {"error", inputName(file),
+                       fmt::format("Found {} bytes, expected the {} bytes of the module's "
+                                   "parameter block",
+                                   size, expected),
+                       ""});
+    }
+}
 
 std::string TranslatedModule::name() const
 {

@@ -65,6 +65,7 @@ private:
     };
 
     std::shared_ptr<Device> translate(std::vector<char>* block);
+    void requireBlockSize(std::size_t size, const std::string& file);
 
     std::string path;
     bool isText = false; // the file is the text form
