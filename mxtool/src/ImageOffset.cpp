@@ -1,5 +1,7 @@
 #include "ImageOffset.h"
 
+#include "Counted.h"
+
 #include <fmt/format.h>
 
 namespace mxtool {
@@ -21,9 +23,9 @@ std::optional<Diagnostic> offsetWarning(const std::string& option, std::uint64_t
     const std::string wrapped =
         end > mostAddressed ? "; byte addresses have 32 bits and begin again at 0" : "";
     return Diagnostic{"warning", fmt::format("{} {}", option, offset),
-                      fmt::format("The module's {} bytes end at byte {}, after the {} bytes of the "
+                      fmt::format("The module's {} end at byte {}, after the {} bytes of the "
                                   "largest process image, the 65536 registers of Modbus{}",
-                                  size, end, mostOfModbus, wrapped),
+                                  counted(size, "byte"), end, mostOfModbus, wrapped),
                       ""};
 }
 

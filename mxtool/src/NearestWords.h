@@ -4,6 +4,7 @@
 
 namespace mxtool {
 
+using mxauthor::acceptedWords;
 using mxauthor::didYouMean;
 using mxauthor::nearestWords;
 

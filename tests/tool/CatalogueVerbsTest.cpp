@@ -376,7 +376,7 @@ TEST_P(CatalogueVerbs, aModuleWithoutItsFileIsNamed)
 TEST(CatalogueWords, ofAConditionAreChecked)
 {
     const std::vector<std::pair<std::string, std::string>> refused = {
-        {"inbytes>4", "names no field, did you mean \"in_bytes\""},
+        {"inbytes>4", "names no field, did you mean \"in_bytes\"? (accepted: module_id, "},
         {"in_bytes>four", "compares in_bytes with \"four\", expected a whole number"},
         {"in_bytes~4", "looks for a text in the number in_bytes"},
         {"in_bytes", "is no condition, expected a field"},

@@ -148,7 +148,7 @@ TEST(CheckVerb, refusesWrongWords)
     const ToolRun rule = runTool({"check", "-E", "text-mising", cleanFile});
     EXPECT_EQ(rule.exitCode, 2);
     EXPECT_THAT(rule.err, HasSubstr("there is no rule \"text-mising\", did you mean "
-                                    "\"text-missing\""));
+                                    "\"text-missing\"? mxtool check --list-rules names them"));
     EXPECT_THAT(runTool({"check", "-W", "framing", cleanFile}).err, HasSubstr("takes no-RULE"));
     EXPECT_EQ(runTool({"check"}).exitCode, 2);
 }

@@ -1,5 +1,6 @@
 #include "channels/IecDeclarations.h"
 
+#include "Counted.h"
 #include "channels/IecNames.h"
 
 #include <fmt/format.h>
@@ -73,8 +74,8 @@ std::string fieldDeclarations(const Channel& channel, IecNames& names,
 {
     const bool fillsBytes = channel.firstBit() % 8 == 0 && channel.bits() % 8 == 0;
     if (channel.bits() == 0 || (channel.bits() > mostBits && !fillsBytes)) {
-        return fmt::format("    (* {}: {} bits from {} on, not declared *)\n",
-                           iecCommentText(channel.name), channel.bits(),
+        return fmt::format("    (* {}: {} from {} on, not declared *)\n",
+                           iecCommentText(channel.name), counted(channel.bits(), "bit"),
                            bitAddress(channel, channel.firstBit()));
     }
     return fillsBytes ? bytesDeclaration(channel, names, identifier)

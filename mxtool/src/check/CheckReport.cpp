@@ -1,5 +1,6 @@
 #include "check/CheckReport.h"
 
+#include "Counted.h"
 #include "Diagnostic.h"
 #include "ShownText.h"
 #include "SourceReport.h"
@@ -22,11 +23,6 @@ using mxauthor::Severity;
 bool contains(const std::vector<std::string>& names, const std::string& name)
 {
     return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-std::string counted(unsigned count, const char* what)
-{
-    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
 std::string entryText(const std::string& file, const CheckReport::Entry& entry, bool coloured)

@@ -1,5 +1,6 @@
 #include "config/Configuration.h"
 
+#include "Counted.h"
 #include "ParameterText.h"
 #include "ShownText.h"
 
@@ -18,11 +19,12 @@ using devices::parser::FieldbusType;
 std::string obstacle(const DeviceReport::Parameter& parameter, std::size_t imageSize)
 {
     if (!liesWithin(parameter, imageSize)) {
-        return fmt::format("it lies outside the parameter image of {} bytes", imageSize);
+        return fmt::format("it lies outside the parameter image of {}", counted(imageSize, "byte"));
     }
     if (mxformat::leavesItsByte(parameter.bitLength, parameter.bitOffset)) {
-        return fmt::format("its {} bits from bit {} lie outside its byte", parameter.bitLength,
-                           parameter.bitOffset);
+        return fmt::format("its {} from bit {} {} outside its byte",
+                           counted(parameter.bitLength, "bit"), parameter.bitOffset,
+                           parameter.bitLength == 1 ? "lies" : "lie");
     }
     if (parameter.hasOptionList && parameter.currentOption() == nullptr) {
         return fmt::format("its value {} is none of its options {}", parameter.value,
@@ -109,8 +111,9 @@ void noteUnreadable(const Configuration& configuration, const std::string& place
     for (const auto& parameter : configuration.device.parameters) {
         if (!liesWithin(parameter, configuration.image.size())) {
             notes.push_back({"note", place,
-                             fmt::format("{} lies outside the parameter image of {} bytes",
-                                         toUtf8(described(parameter)), configuration.image.size()),
+                             fmt::format("{} lies outside the parameter image of {}",
+                                         toUtf8(described(parameter)),
+                                         counted(configuration.image.size(), "byte")),
                              ""});
         }
     }

@@ -1,5 +1,6 @@
 #include "config/DecodedImage.h"
 
+#include "Counted.h"
 #include "HexBytes.h"
 #include "ParameterText.h"
 #include "Refusal.h"
@@ -48,13 +49,14 @@ void refuseOtherKind(std::size_t size, FieldbusType fieldbus, TranslatedModule& 
     if (size == decodedSize(fieldbus, module) || size != decodedSize(other, module)) {
         return;
     }
-    throw Failure(ExitCode::Input,
-                  {"error", place,
-                   fmt::format("Found {} bytes, expected the {} bytes of the module's {}", size,
-                               decodedSize(fieldbus, module),
-                               isModbus ? "Modbus registers" : "parameter image"),
-                   isModbus ? "they may be the raw parameter image: leave out --fieldbus modbus"
-                            : "they may be the module's Modbus registers: add --fieldbus modbus"});
+    throw Failure(
+        ExitCode::Input,
+        {"error", place,
+         fmt::format("Found {}, expected the {} of the module's {}", counted(size, "byte"),
+                     counted(decodedSize(fieldbus, module), "byte"),
+                     isModbus ? "Modbus registers" : "parameter image"),
+         isModbus ? "they may be the raw parameter image: leave out --fieldbus modbus"
+                  : "they may be the module's Modbus registers: add --fieldbus modbus"});
 }
 
 } // namespace
@@ -73,9 +75,9 @@ void requireImageSize(const std::vector<char>& image, const DeviceReport& device
     if (image.size() != device.parameterBlock.size()) {
         throw Failure(ExitCode::Input,
                       {"error", place,
-                       fmt::format("Found {} bytes, expected the {} bytes of the module's "
-                                   "parameter image",
-                                   image.size(), device.parameterBlock.size()),
+                       fmt::format("Found {}, expected the {} of the module's parameter image",
+                                   counted(image.size(), "byte"),
+                                   counted(device.parameterBlock.size(), "byte")),
                        ""});
     }
 }

@@ -1,5 +1,6 @@
 #include "config/ModbusRegisters.h"
 
+#include "Counted.h"
 #include "HexBytes.h"
 #include "ParameterText.h"
 #include "Refusal.h"
@@ -55,7 +56,7 @@ void writeField(const RegisterValue& value, unsigned raw, char& byte)
     const auto place = mxformat::bitPlace(value.parameter.bitLength, value.parameter.bitOffset);
     const unsigned highest = place.mask() >> place.shift;
     if (raw > highest) {
-        value.refuse(fmt::format("00 to {:02x}, its {} bits", highest, place.count));
+        value.refuse(fmt::format("00 to {:02x}, its {}", highest, counted(place.count, "bit")));
     }
     byte =
         static_cast<char>((static_cast<unsigned char>(byte) & ~place.mask()) | raw << place.shift);
@@ -65,7 +66,8 @@ void writeParameter(const RegisterValue& value, std::vector<char>& image)
 {
     const Parameter& parameter = value.parameter;
     if (!liesWithin(parameter, image.size())) {
-        value.refuse(fmt::format("none: it lies outside the image of {} bytes", image.size()));
+        value.refuse(
+            fmt::format("none: it lies outside the image of {}", counted(image.size(), "byte")));
     }
     if (mxformat::leavesItsByte(parameter.bitLength, parameter.bitOffset)) {
         value.refuse("none: its bits lie outside its byte");
@@ -95,9 +97,9 @@ std::vector<char> imageOfRegisters(const std::vector<char>& registers,
                                    const DeviceReport& device, std::vector<char> image)
 {
     if (registers.size() != sizeOfRegisters(places)) {
-        throw Refusal(fmt::format("Found {} bytes, expected the {} bytes of the module's Modbus "
-                                  "registers",
-                                  registers.size(), sizeOfRegisters(places)));
+        throw Refusal(fmt::format("Found {}, expected the {} of the module's Modbus registers",
+                                  counted(registers.size(), "byte"),
+                                  counted(sizeOfRegisters(places), "byte")));
     }
     for (const ParameterPlace& place : places) {
         writeParameter({device.parameters[place.parameter], place, registers}, image);

@@ -1,5 +1,6 @@
 #include "config/WrittenTable.h"
 
+#include "Counted.h"
 #include "HexBytes.h"
 #include "Refusal.h"
 #include "ShownText.h"
@@ -49,8 +50,8 @@ public:
     {
         if (begin > bytes.size() || part.size() > bytes.size() - begin) {
             failAt(file, row,
-                   fmt::format("Found {} bytes from byte {}, expected a place within the {} bytes",
-                               part.size(), begin, bytes.size()));
+                   fmt::format("Found {} from byte {}, expected a place within the {}",
+                               counted(part.size(), "byte"), begin, counted(bytes.size(), "byte")));
         }
         for (std::size_t i = 0; i < part.size(); ++i) {
             if (isWritten[begin + i] && bytes[begin + i] != part[i]) {
@@ -97,9 +98,9 @@ void requirePlace(const TableRow& row, std::size_t begin, std::size_t size,
             return place.begin == begin && place.size == size;
         })) {
         failAt(file, row,
-               fmt::format("Found {} bytes from byte {}, where the module has no parameter of that "
+               fmt::format("Found {} from byte {}, where the module has no parameter of that "
                            "size: the table is of another version of the module",
-                           size, begin));
+                           counted(size, "byte"), begin));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "database/DeviceListing.h"
 
+#include "Counted.h"
 #include "Csv.h"
 #include "DeviceJson.h"
 #include "ShownText.h"
@@ -94,12 +95,13 @@ std::string recordText(const DeviceProperties& record)
     table.add({"module identifier", record.moduleIdText});
     table.add({"family", record.family});
     table.add({"label", record.brandLabelName});
-    table.add({"input", fmt::format("{} bytes", record.inDataSize)});
-    table.add({"output", fmt::format("{} bytes", record.outDataSize)});
-    table.add({"parameter block", fmt::format("{} bytes: {}", record.defaultParameterBlock->size(),
-                                              bufferAsHex(*record.defaultParameterBlock))});
-    table.add({"mx file", fmt::format("{} bytes", summaryOf(record).mxFileSize)});
-    table.add({"host data", fmt::format("{} bytes", record.hostBytes->size())});
+    table.add({"input", counted(record.inDataSize, "byte")});
+    table.add({"output", counted(record.outDataSize, "byte")});
+    table.add({"parameter block",
+               fmt::format("{}: {}", counted(record.defaultParameterBlock->size(), "byte"),
+                           bufferAsHex(*record.defaultParameterBlock))});
+    table.add({"mx file", counted(summaryOf(record).mxFileSize, "byte")});
+    table.add({"host data", counted(record.hostBytes->size(), "byte")});
     return table.text();
 }
 

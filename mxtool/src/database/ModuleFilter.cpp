@@ -64,8 +64,7 @@ const ModuleField& fieldOf(const std::string& text, const std::string& name)
             return field;
         }
     }
-    refuse(text, fmt::format("names no field{}, expected one of {}", didYouMean(name, fieldNames()),
-                             fmt::join(fieldNames(), ", ")));
+    refuse(text, "names no field" + acceptedWords(name, fieldNames()));
 }
 
 // Blanks belong to a text, which may begin or end with them. One is put after an operator that has

@@ -4,6 +4,8 @@
 #include "TextTable.h"
 #include "explain/ExplainOutput.h"
 
+#include "Counted.h"
+
 #include <devices/parser/mx/HexText.h>
 
 #include <fmt/format.h>
@@ -32,7 +34,8 @@ std::size_t offsetOf(const std::string& word, std::size_t size)
                       "a number in decimal, or in hexadecimal behind 0x");
     }
     if (offset >= size) {
-        throw Refusal(fmt::format("{0} ({0:#x}) lies outside the file of {1} bytes", offset, size));
+        throw Refusal(fmt::format("{0} ({0:#x}) lies outside the file of {1}", offset,
+                                  counted(size, "byte")));
     }
     return offset;
 }

@@ -6,6 +6,8 @@
 #include "SourceReport.h"
 #include "Verbs.h"
 
+#include "Counted.h"
+
 #include <mxauthor/CheckText.h>
 
 #include <fmt/format.h>
@@ -184,7 +186,8 @@ void writeBuilt(const std::vector<Output>& outputs, const BuildOptions& options,
     std::string lines;
     for (const Output& output : outputs) {
         if (output.path != "-") {
-            lines += fmt::format("{}: {} bytes\n", forTerminal(output.path), output.content.size());
+            lines += fmt::format("{}: {}\n", forTerminal(output.path),
+                                 counted(output.content.size(), "byte"));
         }
     }
     if (!quiet && !lines.empty()) {

@@ -42,9 +42,10 @@ void requireRule(const std::string& option, const std::string& name)
     for (const mxauthor::CheckRule& rule : mxauthor::checkRules()) {
         names.emplace_back(rule.name);
     }
-    throw CLI::ValidationError(option, "there is no rule \"" + name + "\"" +
-                                           didYouMean(name, names) +
-                                           "; mxtool check --list-rules names them");
+    const std::string guess = didYouMean(name, names);
+    throw CLI::ValidationError(option, "there is no rule \"" + name + "\"" + guess +
+                                           (guess.empty() ? ", " : " ") +
+                                           "mxtool check --list-rules names them");
 }
 
 void takeWarnings(CheckOptions& options)

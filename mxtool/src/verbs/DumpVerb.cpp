@@ -3,6 +3,8 @@
 #include "OutputFile.h"
 #include "Verbs.h"
 
+#include "Counted.h"
+
 #include <mxauthor/TextForm.h>
 
 #include <fmt/format.h>
@@ -60,9 +62,10 @@ ExitCode dump(const DumpOptions& options)
         return ExitCode::Done;
     }
     const std::size_t readable = input.bytes().size() - file.tail.value.size();
-    report({"warning", input.placeOf(readable), failure,
-            fmt::format("{} bytes from here on stand as they are under \"tail\"",
-                        file.tail.value.size())});
+    report(
+        {"warning", input.placeOf(readable), failure,
+         fmt::format("{} from here on {} under \"tail\"", counted(file.tail.value.size(), "byte"),
+                     file.tail.value.size() == 1 ? "stands as it is" : "stand as they are")});
     return ExitCode::Findings;
 }
 

@@ -9,6 +9,8 @@
 #include "TextTable.h"
 #include "Verbs.h"
 
+#include "Counted.h"
+
 #include <devices/parser/mx/HexText.h>
 
 #include <fmt/format.h>
@@ -96,16 +98,17 @@ ExitCode listGroupsOf(const GroupsOptions& options)
         return ExitCode::Input;
     }
     if (listing.groups.empty()) {
-        report(
-            {"error", place,
-             fmt::format("No group found in {} bytes, expected the groups of an mx file", fileSize),
-             ""});
+        report({"error", place,
+                fmt::format("No group found in {}, expected the groups of an mx file",
+                            counted(fileSize, "byte")),
+                ""});
         return ExitCode::Input;
     }
     if (listing.framedSize < fileSize) {
         report({"note", place,
-                fmt::format("{} bytes behind the last group are not read",
-                            fileSize - listing.framedSize),
+                fmt::format("{} behind the last group {} not read",
+                            counted(fileSize - listing.framedSize, "byte"),
+                            fileSize - listing.framedSize == 1 ? "is" : "are"),
                 ""});
     }
     return ExitCode::Done;

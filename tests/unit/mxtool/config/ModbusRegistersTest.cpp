@@ -82,6 +82,8 @@ TEST_F(ModbusRegisters, keepTheBitsThatTheyDoNotHold)
 
 TEST_F(ModbusRegisters, haveOneSize)
 {
+    EXPECT_EQ(refusalOf("02"),
+              "Found 1 byte, expected the 16 bytes of the module's Modbus registers");
     EXPECT_EQ(refusalOf("0200"),
               "Found 2 bytes, expected the 16 bytes of the module's Modbus registers");
     EXPECT_THAT(refusalOf("0200 ff00 0900 0500 1500 4000 0b00 0c00 00"),

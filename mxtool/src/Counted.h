@@ -1,0 +1,9 @@
+#pragma once
+
+#include <mxauthor/Counted.h>
+
+namespace mxtool {
+
+using mxauthor::counted;
+
+} // namespace mxtool
