@@ -1,4 +1,5 @@
 #include "check/Checks.h"
+#include "mxauthor/Counted.h"
 
 #include <algorithm>
 #include <map>
@@ -26,11 +27,11 @@ void checkKind(const Channel& channel, Findings& findings)
         }
     } else if (kind != bitKind && stated != channel.place.bits) {
         findings.add("channel-bits", record.bitLength.place, named(channel),
-                     std::to_string(stated) + " bits stated, its kind has " +
+                     counted(stated, "bit") + " stated, its kind has " +
                          std::to_string(channel.place.bits));
     } else if (kind == bitKind && (stated == 0 || stated > 8)) {
         findings.add("channel-bits", record.bitLength.place, named(channel),
-                     std::to_string(stated) + " bits stated, a bit field has 1 to 8");
+                     counted(stated, "bit") + " stated, a bit field has 1 to 8");
     }
 }
 

@@ -111,6 +111,26 @@ void checkEntries(const ModuleView& module, Findings& findings)
     checkEntriesOf(module, 0x0040, componentKeys, findings);
 }
 
+namespace {
+
+// A GTIN has 8, 12, 13 or 14 digits.
+bool isGtin(const std::string& text)
+{
+    const bool hasLength = text.size() == 8 || (text.size() >= 12 && text.size() <= 14);
+    return hasLength && text.find_first_not_of("0123456789") == std::string::npos;
+}
+
+void checkGtin(const ModuleView& module, const Extension& extension, Findings& findings)
+{
+    const std::string gtin = module.textOf(extension.gtinId.value);
+    if (extension.gtinId.value != 0 && !gtin.empty() && !isGtin(gtin)) {
+        findings.add("gtin-digits", extension.gtinId.place, "GTIN",
+                     "\"" + shortened(gtin) + "\" is none, 8, 12, 13 or 14 digits are expected");
+    }
+}
+
+} // namespace
+
 void checkExtension(const ModuleView& module, Findings& findings)
 {
     const auto* const extension = module.content<Extension>(0x20F0);
@@ -121,6 +141,7 @@ void checkExtension(const ModuleView& module, Findings& findings)
         findings.add("extension-version", extension->version.place, "",
                      "version " + std::to_string(extension->version.value) + ", expected 1");
     }
+    checkGtin(module, *extension, findings);
     const Bytes& date = extension->date.value;
     const auto end = std::find_if(date.begin(), date.end(),
                                   [](std::uint8_t byte) { return byte == 0 || byte == '\r'; });

@@ -1,4 +1,5 @@
 #include "check/Checks.h"
+#include "mxauthor/Counted.h"
 
 #include <algorithm>
 #include <map>
@@ -49,7 +50,7 @@ void checkValues(const ModuleView& module, const Parameter& parameter, Findings&
         if (!holdsSlot(parameter.value, slot)) {
             findings.add("option-value", option->value.place, named(parameter),
                          "its option value " + std::to_string(slot) + " does not fit in " +
-                             std::to_string(parameter.value.bits) + " bits");
+                             counted(parameter.value.bits, "bit"));
         } else if (++seen[numberOfSlot(parameter.value, slot).bits] == 2) {
             findings.add("option-repeated", option->value.place, named(parameter),
                          "its option value " + numberOfSlot(parameter.value, slot).text() +

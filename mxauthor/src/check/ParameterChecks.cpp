@@ -1,4 +1,5 @@
 #include "check/Checks.h"
+#include "mxauthor/Counted.h"
 
 #include <mxformat/BitPlace.h>
 
@@ -11,6 +12,12 @@ namespace {
 
 using Parameter = ModuleView::Parameter;
 
+std::string statedBits(const ParameterRecord& record)
+{
+    return counted(record.bitLength.value, "bit") + " from bit " +
+           std::to_string(record.bitOffset.value);
+}
+
 void checkType(const Parameter& parameter, Findings& findings)
 {
     const ParameterRecord& record = *parameter.record;
@@ -20,10 +27,17 @@ void checkType(const Parameter& parameter, Findings& findings)
     } else if (record.datatype.value == byteDatatype &&
                mxformat::leavesItsByte(record.bitLength.value, record.bitOffset.value)) {
         const bool isLength = record.bitLength.value > 8;
-        findings.add("bit-field", (isLength ? record.bitLength : record.bitOffset).place,
+        findings.add(
+            "bit-field", (isLength ? record.bitLength : record.bitOffset).place, named(parameter),
+            statedBits(record) + (record.bitLength.value == 1 ? " leaves its" : " leave their") +
+                " byte, bits 0 to 7");
+    } else if (record.datatype.value != byteDatatype &&
+               (record.bitLength.value != 0 || record.bitOffset.value != 0)) {
+        const bool isLength = record.bitLength.value != 0;
+        findings.add("bits-ignored", (isLength ? record.bitLength : record.bitOffset).place,
                      named(parameter),
-                     std::to_string(record.bitLength.value) + " bits from bit " +
-                         std::to_string(record.bitOffset.value) + " leave their byte, bits 0 to 7");
+                     statedBits(record) + " stated, which readers ignore: its datatype is " +
+                         datatypeNames.at(record.datatype.value) + ", bit fields are of Byte");
     }
 }
 

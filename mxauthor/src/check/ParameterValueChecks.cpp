@@ -1,4 +1,6 @@
 #include "check/Checks.h"
+#include "module/ParameterScale.h"
+#include "mxauthor/Counted.h"
 
 #include <algorithm>
 
@@ -19,43 +21,74 @@ bool statesRange(const Parameter& parameter)
     return parameter.record->minimum.value != 0 || parameter.record->maximum.value != 0;
 }
 
-// A slot as people read it for the datatype. What is too large for a narrower one was negative.
-std::string slotText(const ParameterValue& value, std::uint64_t slot)
+mxformat::WholeNumber wholeOf(const WideNumber& raw)
 {
-    return WideNumber{slot, value.isSigned || value.bits < 64}.text();
+    return mxformat::WholeNumber::ofBits(raw.bits, raw.isSigned);
 }
 
-std::string acceptedNumbers(const ParameterValue& value)
+std::string withUnit(const ParameterScale& scale, const WideNumber& raw)
+{
+    return scale.numbers.text(wholeOf(raw)) +
+           (scale.unit.empty() ? "" : " " + shortened(scale.unit));
+}
+
+// "12 V (raw 12000)"; the raw number alone where it is what people see.
+std::string shownNumber(const ParameterScale& scale, const WideNumber& raw)
+{
+    return scale.isConverted ? withUnit(scale, raw) + " (raw " + raw.text() + ")" : raw.text();
+}
+
+// "-10 V to 10 V (raw -10000 to 10000)", the least physical value first.
+std::string shownRange(const ParameterScale& scale, WideNumber low, WideNumber high)
+{
+    if (!scale.isConverted) {
+        return low.text() + " to " + high.text();
+    }
+    if (scale.numbers.factor < 0) {
+        std::swap(low, high);
+    }
+    return withUnit(scale, low) + " to " + withUnit(scale, high) + " (raw " + low.text() + " to " +
+           high.text() + ")";
+}
+
+// A slot as people read it for the datatype. What is too large for a narrower one was negative.
+WideNumber slotNumber(const ParameterValue& value, std::uint64_t slot)
+{
+    return {slot, value.isSigned || value.bits < 64};
+}
+
+std::string acceptedNumbers(const ParameterValue& value, const ParameterScale& scale)
 {
     const unsigned digits = value.bits - (value.isSigned ? 1 : 0);
     const std::uint64_t highest = digits == 0 ? 0 : ~std::uint64_t{0} >> (64 - digits);
     const WideNumber lowest{value.isSigned ? ~highest : 0, value.isSigned};
-    return lowest.text() + " to " + std::to_string(highest) + " is accepted";
+    return shownRange(scale, lowest, {highest, false}) + " is accepted";
 }
 
 // Returns whether readers take the bound as it is stated.
-bool checkBound(const Parameter& parameter, const Field<std::uint64_t>& bound, const char* what,
-                Findings& findings)
+bool checkBound(const Parameter& parameter, const ParameterScale& scale,
+                const Field<std::uint64_t>& bound, const char* what, Findings& findings)
 {
     const bool isHeld = holdsSlot(parameter.value, bound.value);
     if (!isHeld) {
         findings.add("range-datatype", bound.place, named(parameter),
-                     std::string(what) + " " + slotText(parameter.value, bound.value) +
-                         " does not fit in " + std::to_string(parameter.value.bits) + " bits, " +
-                         acceptedNumbers(parameter.value));
+                     std::string(what) + " " +
+                         shownNumber(scale, slotNumber(parameter.value, bound.value)) +
+                         " does not fit in " + counted(parameter.value.bits, "bit") + ", " +
+                         acceptedNumbers(parameter.value, scale));
     }
     return isHeld;
 }
 
-void checkRange(const Parameter& parameter, Findings& findings)
+void checkRange(const Parameter& parameter, const ParameterScale& scale, Findings& findings)
 {
     const ParameterValue& value = parameter.value;
-    bool areHeld = checkBound(parameter, parameter.record->minimum, "minimum", findings);
-    areHeld &= checkBound(parameter, parameter.record->maximum, "maximum", findings);
+    bool areHeld = checkBound(parameter, scale, parameter.record->minimum, "minimum", findings);
+    areHeld &= checkBound(parameter, scale, parameter.record->maximum, "maximum", findings);
     if (areHeld && value.maximum.isBelow(value.minimum)) {
         findings.add("range-order", parameter.record->minimum.place, named(parameter),
-                     "minimum " + value.minimum.text() + " is above maximum " +
-                         value.maximum.text());
+                     "minimum " + shownNumber(scale, value.minimum) + " is above maximum " +
+                         shownNumber(scale, value.maximum));
     }
 }
 
@@ -67,7 +100,8 @@ Place placeOfDefault(const ModuleView& module, const ParameterValue& value)
     return place;
 }
 
-void checkDefaultInRange(const ModuleView& module, const Parameter& parameter, Findings& findings)
+void checkDefaultInRange(const ModuleView& module, const Parameter& parameter,
+                         const ParameterScale& scale, Findings& findings)
 {
     const ParameterValue& value = parameter.value;
     if (value.maximum.isBelow(value.minimum)) {
@@ -76,8 +110,8 @@ void checkDefaultInRange(const ModuleView& module, const Parameter& parameter, F
     if (value.value.isBelow(value.minimum) || value.maximum.isBelow(value.value)) {
         findings.addDefault("default-range", placeOfDefault(module, value),
                             parameter.record->number.place, named(parameter),
-                            "default " + value.value.text() + " lies outside " +
-                                value.minimum.text() + " to " + value.maximum.text());
+                            "default " + shownNumber(scale, value.value) + " lies outside " +
+                                shownRange(scale, value.minimum, value.maximum));
     }
 }
 
@@ -103,13 +137,14 @@ void checkParameterValues(const ModuleView& module, Findings& findings)
         if (!parameter.value.known) {
             continue;
         }
+        const ParameterScale scale = scaleOf(module, parameter);
         if (statesRange(parameter)) {
-            checkRange(parameter, findings);
+            checkRange(parameter, scale, findings);
         }
         if (parameter.value.present && usesOptions(parameter)) {
             checkDefaultInOptions(module, parameter, findings);
         } else if (parameter.value.present && statesRange(parameter)) {
-            checkDefaultInRange(module, parameter, findings);
+            checkDefaultInRange(module, parameter, scale, findings);
         }
     }
 }

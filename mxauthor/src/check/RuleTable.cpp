@@ -68,6 +68,8 @@ const std::vector<CheckRule> rules = {
     {"date-cut", note,
      "The calibration date has ten characters. Readers take nine: databases hold no more.",
      "group 20f0, calibration date: \"2024-05-31\" has 10 characters, readers take 9"},
+    {"gtin-digits", warning, "A GTIN has 8, 12, 13 or 14 digits. Readers show what is there.",
+     "group 20f0, GTIN: \"200000000001X\" is none, 8, 12, 13 or 14 digits are expected"},
     {"image-empty", warning, "Group 20f1 is there, but holds no product image.",
      "group 20f1: the product image is empty"},
     {"image-unreadable", error,
@@ -110,6 +112,11 @@ const std::vector<CheckRule> rules = {
      "A text holds control characters, which displays show as something else.",
      "group 20d3, text 100 \"\x1b"
      "ilter\": holds control characters"},
+    {"text-quotes", warning,
+     "A text is in typographic quotation marks, which are part of it and shown. In a text form "
+     "only "
+     "\" and ' are quotation marks.",
+     "group 20d3, text 100 \"\x93ilte\x94\": its quotation marks are part of it"},
     // Options and conversions.
     {"option-list-missing", error,
      "A parameter names an option list that is not there: it can take no value at all.",
@@ -160,6 +167,11 @@ const std::vector<CheckRule> rules = {
      "group 20c0, parameter 1 \"Filter\": datatype 10, expected 1 to 9"},
     {"bit-field", error, "A bit field has to lie within its byte.",
      "group 20c0, parameter 3 \"Invert\": 3 bits from bit 6 leave their byte, bits 0 to 7"},
+    {"bits-ignored", warning,
+     "A number of bits or a bit offset is stated for a parameter that is no Byte (datatype 5). "
+     "Readers take all bits of its datatype.",
+     "group 20c0, parameter 4 \"Delay\": 3 bits from bit 2 stated, which readers ignore: its "
+     "datatype is UInt16, bit fields are of Byte"},
     {"parameter-outside", error,
      "The value of a parameter lies outside the parameter block: it has no value and cannot be "
      "set.",

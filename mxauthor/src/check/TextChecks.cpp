@@ -13,6 +13,14 @@ bool isControl(char c)
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
 
+// Whether the Windows-1252 text begins and ends with typographic quotation marks.
+bool isInTypographicQuotes(const std::string& text)
+{
+    static const std::string marks = "\x82\x84\x91\x92\x93\x94";
+    return text.size() > 1 && marks.find(text.front()) != std::string::npos &&
+           marks.find(text.back()) != std::string::npos;
+}
+
 void checkReferences(const ModuleView& module, const std::vector<TextReference>& references,
                      Findings& findings)
 {
@@ -36,6 +44,10 @@ void checkText(const TextRecord& record, bool isFirst, bool isUsed, Findings& fi
     }
     if (std::any_of(record.text.value.begin(), record.text.value.end(), isControl)) {
         findings.add("text-control", record.text.place, subject, "holds control characters");
+    }
+    if (isInTypographicQuotes(record.text.value)) {
+        findings.add("text-quotes", record.text.place, subject,
+                     "its quotation marks are part of it");
     }
 }
 

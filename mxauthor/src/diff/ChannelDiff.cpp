@@ -1,4 +1,5 @@
 #include "diff/Differences.h"
+#include "mxauthor/Counted.h"
 
 #include <algorithm>
 #include <map>
@@ -39,7 +40,7 @@ std::string addressOf(const Channel& channel)
 std::string kindText(const Channel& channel)
 {
     return std::to_string(channel.record->kind.value & 0x1FU) + " of " +
-           std::to_string(channel.record->bitLength.value) + " bits";
+           counted(channel.record->bitLength.value, "bit");
 }
 
 void comparePair(const Channel& old, const Channel& now, Differences& differences)

@@ -1,7 +1,7 @@
 #include "diff/AcceptedValues.h"
 #include "diff/Differences.h"
-#include "diff/ParameterScale.h"
 #include "diff/StoredImages.h"
+#include "module/ParameterScale.h"
 
 #include <algorithm>
 #include <deque>

@@ -1,4 +1,4 @@
-#include "diff/ParameterScale.h"
+#include "module/ParameterScale.h"
 
 #include "module/ConversionNumbers.h"
 

@@ -49,7 +49,19 @@ unsigned usualType(const std::vector<ChannelGroup>& groups)
 
 std::uint64_t readType(const SkeletonRequest& request, const std::vector<ChannelGroup>& groups)
 {
-    return request.type ? readNumber("type", *request.type, 0xFF, "0 to 255") : usualType(groups);
+    if (!request.type) {
+        return usualType(groups);
+    }
+    const std::uint64_t number = readNumber("type", *request.type, 0xFF, "0 to 255");
+    std::string known;
+    for (const ModuleType& type : moduleTypes()) {
+        if (type.number == number) {
+            return number;
+        }
+        known += (known.empty() ? "" : ", ") + std::to_string(type.number) + " " + type.meaning;
+    }
+    throw SkeletonError("type", std::to_string(number) + " is no module type in use (accepted: " +
+                                    known + "); the text may be given another one");
 }
 
 bool isControl(char c)

@@ -39,6 +39,9 @@ std::string hintOf(const Finding& finding)
     if (rule == "image-unreadable") {
         return "the build compresses a file whose name ends in .svg";
     }
+    if (rule == "text-quotes") {
+        return "quotation marks of YAML are \" and '";
+    }
     return rule == "group-missing" ? "the key \"" + groupWord(finding.place.group) + "\" states it"
                                    : "";
 }

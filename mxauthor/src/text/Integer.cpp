@@ -34,6 +34,15 @@ std::optional<Integer> parseInteger(const std::string& text)
     return number;
 }
 
+bool isIntegerText(const std::string& text)
+{
+    const std::string digits = text.substr(text.compare(0, 1, "-") == 0 ? 1 : 0);
+    const bool isHexadecimal = digits.compare(0, 2, "0x") == 0 || digits.compare(0, 2, "0X") == 0;
+    const char* const accepted = isHexadecimal ? "0123456789abcdefABCDEF" : "0123456789";
+    const std::size_t first = isHexadecimal ? 2 : 0;
+    return digits.size() > first && digits.find_first_not_of(accepted, first) == std::string::npos;
+}
+
 std::string signedText(std::uint64_t bits)
 {
     return std::to_string(static_cast<std::int64_t>(bits));

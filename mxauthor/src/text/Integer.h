@@ -20,6 +20,9 @@ struct Integer
 /// is negative. Empty when it is none, or too large.
 std::optional<Integer> parseInteger(const std::string& text);
 
+/// Returns whether `text` spells a whole number, of any size, as `parseInteger` takes it.
+bool isIntegerText(const std::string& text);
+
 /// Returns the decimal text of a slot, read as a signed number.
 std::string signedText(std::uint64_t bits);
 

@@ -107,6 +107,10 @@ std::optional<std::uint64_t> readNumber(const YAML::Node& node, std::uint64_t li
     }
     const std::string accepted = "0 to " + std::to_string(limit) + " is accepted";
     const auto number = parseInteger(*text);
+    if (!number && isIntegerText(*text)) {
+        errors.add(node, *text + " is out of range, " + accepted);
+        return std::nullopt;
+    }
     if (!number) {
         errors.add(node, shown(node) + (hasPlaceholder(*text)
                                             ? " is a number only in a line with \"repeat\""

@@ -24,6 +24,18 @@ std::size_t characters(const std::string& text)
         std::count_if(text.begin(), text.end(), [](char c) { return !continuesCharacter(c); }));
 }
 
+// An author who meant quotation marks of YAML has them in the value.
+std::string quotesHint(const YAML::Node& node)
+{
+    static const char* const marks[] = {"\u201C", "\u201D", "\u201E", "\u2018", "\u2019", "\u201A"};
+    const std::string text = node.IsScalar() ? node.Scalar() : "";
+    const bool isQuoted =
+        std::any_of(std::begin(marks), std::end(marks), [&text](const char* mark) {
+            return text.compare(0, std::string(mark).size(), mark) == 0;
+        });
+    return isQuoted ? "; quotation marks of YAML are \" and '" : "";
+}
+
 // Where the character of this number starts.
 std::size_t byteOfCharacter(const std::string& text, std::size_t number)
 {
@@ -61,9 +73,9 @@ void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
 void SourceErrors::add(const YAML::Node& node, const std::string& what)
 {
     if (const Origin* const origin = originOf(node)) {
-        addRepeated(origin->mark, origin->repetition, what);
+        addRepeated(origin->mark, origin->repetition, what + quotesHint(node));
     } else {
-        add(node.Mark(), what);
+        add(node.Mark(), what + quotesHint(node));
     }
 }
 

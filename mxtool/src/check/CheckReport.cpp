@@ -158,7 +158,7 @@ Json ruleListJson()
         rules.push_back({{"name", rule.name},
                          {"severity", mxauthor::severityName(rule.severity)},
                          {"explanation", rule.explanation},
-                         {"example", rule.example}});
+                         {"example", toUtf8(rule.example)}});
     }
     return {{"schema", jsonSchema("mxtool.check-rules", 1)}, {"rules", rules}};
 }

@@ -22,7 +22,7 @@ Json sarifRules()
         rules.push_back(
             {{"id", rule.name},
              {"fullDescription", {{"text", rule.explanation}}},
-             {"help", {{"text", fmt::format("Example: {}", rule.example)}}},
+             {"help", {{"text", fmt::format("Example: {}", toUtf8(rule.example))}}},
              {"defaultConfiguration", {{"level", mxauthor::severityName(rule.severity)}}}});
     }
     return rules;

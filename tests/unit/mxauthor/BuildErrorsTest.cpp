@@ -146,11 +146,11 @@ INSTANTIATE_TEST_SUITE_P(
               "the parameter block would have 259 bytes, 255 at most"},
         Wrong{"parameters:\n  - {name: A, type: UInt16, default: 1}\n"
               "parameterBlock: {bytes: '00'}\n",
-              2, 38, "the parameter block has 1 bytes, no place for a default at byte 0"},
+              2, 38, "the parameter block has 1 byte, no place for a default at byte 0"},
         Wrong{"parameterBlock: {descriptor: 1, skipped: '00'}\n", 1, 42,
-              "1 bytes, descriptor 1 asks for 5"},
+              "1 byte, descriptor 1 asks for 5"},
         Wrong{"parameterBlock: {descriptor: 0xff, skipped: '00'}\n", 1, 45,
-              "1 bytes, descriptor 255 asks for 251"}));
+              "1 byte, descriptor 255 asks for 251"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Channels, WrongText,
@@ -313,6 +313,28 @@ TEST(UnknownKeys, areToldAheadOfWhatTheirMappingHas)
 
 const std::string statedVolts = "conversions: {volts: {factor: 0.001, unit: V}}\n";
 const std::string statedModes = "optionLists: {modes: {options: {0: slow, 1: fast}}}\n";
+
+INSTANTIATE_TEST_SUITE_P(TypographicQuotes, WrongText,
+                         testing::Values(Wrong{"module: {type: \u201C1\u201D, id: 1}\n", 1, 16,
+                                               "; quotation marks of YAML are \" and '"},
+                                         Wrong{"module: {\u201Etype\u201C: 1, type: 1, id: 1}\n", 1,
+                                               10, "; quotation marks of YAML are \" and '"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    LargeNumbers, WrongText,
+    testing::Values(
+        Wrong{"parameters: [{name: A, type: UInt16, range: [-10000000000000000000000, 3]}]\n", 1,
+              46,
+              "-10000000000000000000000 is outside of what the parameter holds, 0 to 65535 is "
+              "accepted"},
+        Wrong{"parameters: [{name: A, type: SInt8, default: 0x10000000000000000}]\n", 1, 46,
+              "0x10000000000000000 is outside of what the parameter holds, -128 to 127"},
+        Wrong{"module: {type: 99999999999999999999, id: 1}\n", 1, 16,
+              "99999999999999999999 is out of range, 0 to 255 is accepted"},
+        Wrong{"parameters: [{name: A, type: Byte, bits: 1, default: 3}]\n", 1, 54,
+              "default 3 does not fit into 1 bit, 0 to 1 is accepted"},
+        Wrong{"parameters: [{name: A, at: 0, type: Byte, bits: 1, bit: 8, default: 0}]\n", 1, 57,
+              "1 bit from bit 8 leaves its byte, bit 0 to 7 is accepted"}));
 
 // What is not found for a misspelt key or name alone, is no error of its own.
 INSTANTIATE_TEST_SUITE_P(

@@ -176,6 +176,9 @@ TEST(WrongSkeleton, namesWhatIsWrong)
     request = requestFor("");
     request.type = "256";
     EXPECT_EQ(errorOf(request), "type: \"256\" is no number from 0 to 255");
+    request.type = "33";
+    EXPECT_THAT(errorOf(request), StartsWith("type: 33 is no module type in use (accepted: 0 "
+                                             "supply, 1 digital inputs, 2 digital outputs, "));
     request = requestFor("");
     request.name = "a\nb";
     EXPECT_THAT(errorOf(request), HasSubstr("name: one line of text expected"));

@@ -49,6 +49,56 @@ std::string findingOfParameter(const std::string& line, const std::string& rest 
     return all.empty() ? "" : all.front();
 }
 
+// 12 V are 12000 times 0.001 V. With a negative factor the least physical value has the greatest
+// raw one: -1 times -10 mA is 10 mA.
+TEST(TextFindings, sayPhysicalAndRawValues)
+{
+    const std::string volts = "conversions: {volts: {factor: 0.001, unit: V}}\n";
+    const std::string inverse = "conversions: {volts: {factor: -10, unit: mA}}\n";
+    EXPECT_EQ(findingOfParameter("name: A, type: SInt16, default: 12 V, range: [-10 V, 10 V], "
+                                 "conversion: volts",
+                                 volts),
+              "default-range 14:38 parameter 1 \"A\": default 12 V (raw 12000) lies outside -10 V "
+              "to 10 V (raw -10000 to 10000)");
+    EXPECT_EQ(findingOfParameter("name: A, type: SInt8, default: 0 mA, range: [10 mA, 30 mA], "
+                                 "conversion: volts",
+                                 inverse),
+              "default-range 14:37 parameter 1 \"A\": default 0 mA (raw 0) lies outside 10 mA to "
+              "30 mA (raw -1 to -3)");
+    EXPECT_EQ(findingOfParameter("name: A, type: UInt8, range: [0, 300], conversion: volts", volts),
+              "range-datatype 14:39 parameter 1 \"A\": maximum 0.3 V (raw 300) does not fit in 8 "
+              "bits, 0 V to 0.255 V (raw 0 to 255) is accepted");
+}
+
+TEST(TextFindings, ofBitsThatAreIgnoredAreAtTheKey)
+{
+    EXPECT_EQ(findingOfParameter("name: A, type: UInt8, bits: 3, bit: 2"),
+              "bits-ignored 14:34 parameter 1 \"A\": 3 bits from bit 2 stated, which readers "
+              "ignore: its datatype is UInt8, bit fields are of Byte");
+    EXPECT_EQ(findingOfParameter("name: A, type: UInt16, bit: 2"),
+              "bits-ignored 14:34 parameter 1 \"A\": 0 bits from bit 2 stated, which readers "
+              "ignore: its datatype is UInt16, bit fields are of Byte");
+}
+
+TEST(TextFindings, ofTypographicQuotesAreAtTheText)
+{
+    EXPECT_EQ(findingOfParameter("name: \u201CA\u201D, type: UInt8"),
+              "text-quotes 14:12 text 1 \"\u201CA\u201D\": its quotation marks are part of it");
+    EXPECT_THAT(findingsOf(sound + "  - {name: \u201CA\u201D B, type: UInt8}\n"), IsEmpty());
+}
+
+TEST(TextFindings, ofAGtinAreAtIt)
+{
+    for (const char* gtin : {"12345670", "123456789012", "2000000000108", "20000003020001", ""}) {
+        EXPECT_THAT(
+            findingsOf(sound + "  - {name: A, type: UInt8}\nextension: {gtin: \"" + gtin + "\"}\n"),
+            IsEmpty())
+            << gtin;
+    }
+    EXPECT_EQ(findingOfParameter("name: A, type: UInt8", "extension: {gtin: \"123\"}\n"),
+              "gtin-digits 15:19 GTIN: \"123\" is none, 8, 12, 13 or 14 digits are expected");
+}
+
 TEST(TextFindings, ofASoundModuleAreNone)
 {
     EXPECT_THAT(findingsOf(sound + "  - {name: A, type: UInt8}\n"), IsEmpty());

@@ -1,4 +1,5 @@
 #include "Sections.h"
+#include "mxauthor/Counted.h"
 #include "text/ByteText.h"
 #include "text/ImageWalk.h"
 #include "text/RepeatedLines.h"
@@ -146,8 +147,8 @@ void readUnread(const Section& section, ChannelRecord& record)
 {
     const Bytes unread = section.hex("unread", Bytes(2));
     if (unread.size() != 2) {
-        section.errors().add(*section.find("unread"), std::to_string(unread.size()) +
-                                                          " bytes, there are 2: those at offsets "
+        section.errors().add(*section.find("unread"), counted(unread.size(), "byte") +
+                                                          ", there are 2: those at offsets "
                                                           "2 and 5 of the record");
         return;
     }

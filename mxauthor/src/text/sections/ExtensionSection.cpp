@@ -1,4 +1,5 @@
 #include "Sections.h"
+#include "mxauthor/Counted.h"
 #include "text/ByteText.h"
 
 #include <algorithm>
@@ -40,7 +41,7 @@ Bytes readDate(const Section& section)
     }
     Bytes date = section.hex("dateBytes", Bytes(dateSize));
     if (date.size() != dateSize) {
-        section.errors().add(*bytes, std::to_string(date.size()) + " bytes, a date has 10");
+        section.errors().add(*bytes, counted(date.size(), "byte") + ", a date has 10");
         date.resize(dateSize);
     }
     return date;

@@ -1,5 +1,6 @@
 #include "ParameterDefaults.h"
 #include "Sections.h"
+#include "mxauthor/Counted.h"
 #include "text/ByteText.h"
 
 #include <algorithm>
@@ -57,8 +58,8 @@ void readHeader(const Section& section, ParameterBlock& group)
     const std::size_t skipped = size - fixedHeader;
     group.skipped = section.hex("skipped", Bytes(skipped));
     if (group.skipped.value.size() != skipped) {
-        section.errors().add(*section.find("skipped"), std::to_string(group.skipped.value.size()) +
-                                                           " bytes, descriptor " +
+        section.errors().add(*section.find("skipped"), counted(group.skipped.value.size(), "byte") +
+                                                           ", descriptor " +
                                                            std::to_string(group.descriptor.value) +
                                                            " asks for " + std::to_string(skipped));
     }
@@ -92,8 +93,8 @@ void writeDefaults(Bytes& block, const BuildContext& context)
         }
         if (field->end() > block.size()) {
             context.errors.addInLine(parameter.node, *parameter.initial,
-                                     "the parameter block has " + std::to_string(block.size()) +
-                                         " bytes, no place for a default at byte " +
+                                     "the parameter block has " + counted(block.size(), "byte") +
+                                         ", no place for a default at byte " +
                                          std::to_string(field->byte));
             continue;
         }

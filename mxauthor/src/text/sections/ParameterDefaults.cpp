@@ -1,4 +1,5 @@
 #include "ParameterDefaults.h"
+#include "mxauthor/Counted.h"
 
 #include <devices/parser/mx/MxParameterDatatype.h>
 
@@ -46,8 +47,8 @@ void takeDefault(BuiltParameter& parameter, const std::string& text, const Integ
 {
     if (!holds(field, number)) {
         errors.add(*parameter.initial, "default " + text + " does not fit into " +
-                                           std::to_string(field.bits) + " bits, " +
-                                           naturalRange(field) + " is accepted");
+                                           counted(field.bits, "bit") + ", " + naturalRange(field) +
+                                           " is accepted");
         return;
     }
     parameter.value = number.bits();

@@ -129,10 +129,16 @@ std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
     if (const auto raw = parseInteger(*text)) {
         return ParameterNumber{*raw, false};
     }
+    const Limits limits(field);
+    if (isIntegerText(*text)) {
+        errors.add(node, *text + " is outside of what the parameter holds, " +
+                             rawText(limits.lowest) + " to " + rawText(limits.highest) +
+                             " is accepted");
+        return std::nullopt;
+    }
     if (!unit.isCertain) {
         return std::nullopt;
     }
-    const Limits limits(field);
     if (const auto value = physicalNumber(*text, unit.unit)) {
         return readPhysical(node, *value, unit, limits, errors);
     }

@@ -1,6 +1,7 @@
 #include "ParameterDefaults.h"
 #include "ParameterNumbers.h"
 #include "Sections.h"
+#include "mxauthor/Counted.h"
 #include "text/BlockCursor.h"
 #include "text/RepeatedLines.h"
 #include "text/TypeWords.h"
@@ -102,11 +103,11 @@ void addBitError(const Section& section, const ParameterRecord& record)
     const auto node = section.find("bit");
     if (bits > 8 || !node) {
         section.errors().add(section.find("bits").value_or(section.node()),
-                             std::to_string(bits) + " bits do not fit into a byte, 1 to 8 is "
-                                                    "accepted");
+                             counted(bits, "bit") + " do not fit into a byte, 1 to 8 is accepted");
     } else {
-        section.errors().add(*node, std::to_string(bits) + " bits from bit " + std::to_string(bit) +
-                                        " leave their byte, bit 0 to " +
+        section.errors().add(*node, counted(bits, "bit") + " from bit " + std::to_string(bit) +
+                                        (bits == 1 ? " leaves its" : " leave their") +
+                                        " byte, bit 0 to " +
                                         std::to_string(8 - std::max(bits, 1U)) + " is accepted");
     }
 }
