@@ -201,6 +201,21 @@ void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
         ->transform(CLI::Validator(read, ""));
 }
 
+std::string notAccepted(const std::string& word, const std::vector<std::string>& accepted)
+{
+    return fmt::format("found \"{}\"{}", word, acceptedWords(word, accepted));
+}
+
+void acceptOneOf(CLI::Option& option, const std::vector<std::string>& accepted)
+{
+    option.check(CLI::Validator(
+        [accepted](const std::string& word) {
+            const bool found = std::find(accepted.begin(), accepted.end(), word) != accepted.end();
+            return found ? "" : notAccepted(word, accepted);
+        },
+        fmt::format("{{{}}}", fmt::join(accepted, ","))));
+}
+
 void refuseEmptyValue(CLI::Option& option)
 {
     option.check(CLI::Validator(

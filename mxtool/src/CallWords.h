@@ -29,6 +29,12 @@ std::string helpHint(const CLI::App& program);
 void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
                      const std::string& description);
 
+/// Returns why `word` is no value of an option that takes one of `accepted`: the nearest, and all.
+std::string notAccepted(const std::string& word, const std::vector<std::string>& accepted);
+
+/// Makes the parsing refuse a value of `option` that is none of `accepted`, which its help names.
+void acceptOneOf(CLI::Option& option, const std::vector<std::string>& accepted);
+
 /// Makes the parsing refuse an empty value of `option`, such as that of an unset variable of a
 /// script, which would otherwise count as the option left out.
 void refuseEmptyValue(CLI::Option& option);

@@ -7,6 +7,8 @@
 #include "OutputFile.h"
 #include "Verbs.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <iostream>
 
@@ -41,6 +43,9 @@ Example:
   0011   data sizes       0x000109 (265)  40
 )";
 
+const std::vector<std::string> loggingLevels = {
+    "none", "fatal", "critical", "error", "warning", "notice", "information", "debug", "trace"};
+
 void addGlobalOptions(CLI::App& program, GlobalOptions& options)
 {
     program.name("mxtool");
@@ -52,14 +57,13 @@ void addGlobalOptions(CLI::App& program, GlobalOptions& options)
         "Let an output replace an mx file, a text form, a file of values, a station or "
         "a database by something else, or a text whose comments and repeats it does "
         "not keep");
-    program
-        .add_option("--log-level", options.logLevel,
-                    "Least priority of the parser's log lines shown")
-        ->check(CLI::Validator(
-            [](const std::string& level) {
-                return isLoggingLevel(level) ? "" : "\"" + level + "\" is no logging level";
-            },
-            "{none,fatal,critical,error,warning,notice,information,debug,trace}"));
+    auto* const level = program.add_option("--log-level", options.logLevel,
+                                           "Least priority of the parser's log lines shown");
+    level->check(CLI::Validator( // numbers and upper case are accepted as well
+        [](const std::string& word) {
+            return isLoggingLevel(word) ? "" : notAccepted(word, loggingLevels);
+        },
+        fmt::format("{{{}}}", fmt::join(loggingLevels, ","))));
     program.fallthrough();
     program.require_subcommand(1);
     program.footer(footer);

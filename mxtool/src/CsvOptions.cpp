@@ -1,5 +1,7 @@
 #include "CsvOptions.h"
 
+#include "CallWords.h"
+
 #include <CLI/CLI.hpp>
 
 namespace mxtool {
@@ -25,8 +27,8 @@ void addCsvOptions(CLI::App& verb, CsvOptions& options)
     auto* const separator = verb.add_option("--separator", options.separator,
                                             "What separates the cells of CSV, comma by default: "
                                             "comma, semicolon, tab, or the character itself");
-    separator->check(CLI::IsMember({"comma", "semicolon", "tab"}))
-        ->transform(CLI::Validator(namedSeparator, "", "named separator"))
+    acceptOneOf(*separator, {"comma", "semicolon", "tab"});
+    separator->transform(CLI::Validator(namedSeparator, "", "named separator"))
         ->each([&options](const std::string& /*word*/) { options.given = true; });
     verb.add_flag("--bom", options.byteOrderMark,
                   "Begin CSV with a byte order mark, by which spreadsheets know UTF-8")

@@ -1,3 +1,4 @@
+#include "CallWords.h"
 #include "CsvOptions.h"
 #include "FormatOfName.h"
 #include "OutputFile.h"
@@ -85,8 +86,9 @@ ExitCode channels(const ChannelsOptions& options, const std::string& logLevel)
 void addOptions(CLI::App& verb, ChannelsOptions& options)
 {
     addModuleOptions(verb, options.module);
-    verb.add_option("--format", options.format, "text, json, csv or st (IEC 61131-3 declarations)")
-        ->check(CLI::IsMember({"text", "json", "csv", "st"}));
+    acceptOneOf(*verb.add_option("--format", options.format,
+                                 "text, json, csv or st (IEC 61131-3 declarations)"),
+                {"text", "json", "csv", "st"});
     addCsvOptions(verb, options.csv);
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output")
         ->type_name("FILE");

@@ -1,3 +1,4 @@
+#include "CallWords.h"
 #include "Diagnostic.h"
 #include "NearestWords.h"
 #include "OutputFile.h"
@@ -166,8 +167,8 @@ void addOptions(CLI::App& verb, CheckOptions& options)
     verb.add_flag("--strict", options.strict, "End with 1 on any finding");
     verb.add_flag("--list-rules", options.listRules, "List the rules (text or json)");
     verb.add_option("--explain", options.explained, "Tell what RULE is about, with an example");
-    verb.add_option("--format", options.format, "text, json or sarif (SARIF 2.1.0)")
-        ->check(CLI::IsMember({"text", "json", "sarif"}));
+    acceptOneOf(*verb.add_option("--format", options.format, "text, json or sarif (SARIF 2.1.0)"),
+                {"text", "json", "sarif"});
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
 }
 

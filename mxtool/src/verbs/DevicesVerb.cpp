@@ -1,3 +1,4 @@
+#include "CallWords.h"
 #include "CsvOptions.h"
 #include "DatabaseChoice.h"
 #include "Diagnostic.h"
@@ -210,8 +211,8 @@ void addOptions(CLI::App& verb, DevicesOptions& options)
     id->excludes(search)->excludes(where)->excludes(toDirectory)->excludes(toDatabase);
     removal->excludes(id)->excludes(search)->excludes(where)->excludes(toDirectory);
     toDatabase->excludes(toDirectory)->excludes(removal);
-    verb.add_option("--format", options.format, "text (or table), json or csv")
-        ->check(CLI::IsMember({"text", "table", "json", "csv"}));
+    acceptOneOf(*verb.add_option("--format", options.format, "text (or table), json or csv"),
+                {"text", "table", "json", "csv"});
     addCsvOptions(verb, options.csv);
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
 }

@@ -1,3 +1,4 @@
+#include "CallWords.h"
 #include "Diagnostic.h"
 #include "InputFile.h"
 #include "ModuleFile.h"
@@ -63,8 +64,7 @@ void addOptions(CLI::App& verb, DiffOptions& options)
     verb.add_option("AFTER", options.after,
                     "The mx file that is to take its place, or its text form")
         ->required();
-    verb.add_option("--format", options.format, "text or json")
-        ->check(CLI::IsMember({"text", "json"}));
+    acceptOneOf(*verb.add_option("--format", options.format, "text or json"), {"text", "json"});
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
 }
 

@@ -80,8 +80,8 @@ void addOptions(CLI::App& verb, ExplainOptions& options)
     refuseEmptyValue(*at);
     refuseEmptyValue(*where);
     CLI::Option* const format =
-        verb.add_option("--format", options.format, "text, json or html (a page of its own)")
-            ->check(CLI::IsMember({"text", "json", "html"}));
+        verb.add_option("--format", options.format, "text, json or html (a page of its own)");
+    acceptOneOf(*format, {"text", "json", "html"});
     format->excludes(at);
     format->excludes(where);
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");

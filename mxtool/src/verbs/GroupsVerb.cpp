@@ -1,3 +1,4 @@
+#include "CallWords.h"
 #include "CsvOptions.h"
 #include "DeviceJson.h"
 #include "Diagnostic.h"
@@ -122,8 +123,8 @@ void addGroupsVerb(CLI::App& program, const GlobalOptions& /*options*/, const Ve
     auto options = std::make_shared<GroupsOptions>();
     verb->add_option("FILE", options->file, "The mx file or its text form, - for standard input")
         ->required();
-    verb->add_option("--format", options->format, "text, json or csv")
-        ->check(CLI::IsMember({"text", "json", "csv"}));
+    acceptOneOf(*verb->add_option("--format", options->format, "text, json or csv"),
+                {"text", "json", "csv"});
     addCsvOptions(*verb, options->csv);
     verb->add_option("-o,--output", options->output, "Write to this file, - for standard output")
         ->type_name("FILE");

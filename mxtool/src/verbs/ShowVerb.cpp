@@ -1,3 +1,4 @@
+#include "CallWords.h"
 #include "DeviceJson.h"
 #include "DeviceText.h"
 #include "OutputFile.h"
@@ -58,8 +59,7 @@ void addShowVerb(CLI::App& program, const GlobalOptions& global, const VerbChoic
     CLI::App* verb = program.add_subcommand("show", "Show the device that an mx file describes");
     auto options = std::make_shared<ShowOptions>();
     addModuleOptions(*verb, options->module);
-    verb->add_option("--format", options->format, "text or json")
-        ->check(CLI::IsMember({"text", "json"}));
+    acceptOneOf(*verb->add_option("--format", options->format, "text or json"), {"text", "json"});
     verb->add_option("-o,--output", options->output, "Write to this file, - for standard output")
         ->type_name("FILE");
     verb->footer(showFooter);
