@@ -9,6 +9,7 @@ namespace mxtool {
 namespace {
 
 const std::string fileScheme = "sqlite:";
+const std::string standardInput = "<standard input>";
 const std::string standardOutput = "<standard output>";
 
 } // namespace
@@ -48,10 +49,22 @@ void CallFiles::addInputEntry(Entry input)
     inputs.push_back(std::move(input));
 }
 
+// The second reading would find nothing, which may well pass for a file that asks for nothing.
+void CallFiles::requireUnreadStandardInput()
+{
+    if (readsStandardInput) {
+        throw Failure(ExitCode::Usage,
+                      {"error", standardInput, "Two inputs of this call are standard input",
+                       "name a file for one of them"});
+    }
+    readsStandardInput = true;
+}
+
 void CallFiles::addInput(const std::string& path)
 {
     if (path == "-") {
-        addInputEntry({"<standard input>", FilePlace::ofDescriptor(STDIN_FILENO)});
+        requireUnreadStandardInput();
+        addInputEntry({standardInput, FilePlace::ofDescriptor(STDIN_FILENO)});
     } else {
         addInputEntry({path, FilePlace::ofPath(path)});
     }

@@ -20,7 +20,7 @@ public:
     explicit CallFiles(bool overwrite = false) : mayOverwrite(overwrite) {}
 
     /// Says that the file at `path` is an input, "-" for standard input. Throws a `Failure` when it
-    /// is an output too, standard output included.
+    /// is an output too, standard output included, and for standard input when it was read already.
     void addInput(const std::string& path);
 
     /// Says that the database at `url` is read. An SQLite file has further ones beside it.
@@ -46,6 +46,7 @@ private:
 
     static std::vector<Entry> entriesOfDatabase(const std::string& url);
     void addInputEntry(Entry input);
+    void requireUnreadStandardInput();
     void requireOutput(const Entry& output);
     [[noreturn]] void refuse(const std::string& output, const std::string& text,
                              const std::string& hint);
@@ -54,6 +55,7 @@ private:
 
     bool mayOverwrite;
     bool namedFiles = false; // as outputs
+    bool readsStandardInput = false;
     std::vector<Entry> inputs;
     std::vector<Entry> outputs;
     std::optional<Failure> refusal; // for a verb that goes on after it

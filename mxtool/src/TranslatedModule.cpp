@@ -11,19 +11,24 @@
 
 namespace mxtool {
 
-void addModuleOptions(CLI::App& verb, ModuleOptions& options)
+void addModuleFile(CLI::App& verb, ModuleOptions& options)
 {
     verb.add_option("FILE", options.file, "The mx file or its text form, - for standard input")
         ->required();
-    addOffsetOption(verb, "--in-offset", options.inOffset,
-                    "Byte of the input image at which the module's data begins");
-    addOffsetOption(verb, "--out-offset", options.outOffset,
-                    "Byte of the output image at which the module's data begins");
     CLI::Option* const block =
         verb.add_option("--param-block", options.parameterBlockFile,
                         "File whose bytes replace the default parameter block");
     block->type_name("FILE");
     refuseEmptyValue(*block);
+}
+
+void addModuleOptions(CLI::App& verb, ModuleOptions& options)
+{
+    addModuleFile(verb, options);
+    addOffsetOption(verb, "--in-offset", options.inOffset,
+                    "Byte of the input image at which the module's data begins");
+    addOffsetOption(verb, "--out-offset", options.outOffset,
+                    "Byte of the output image at which the module's data begins");
 }
 
 TranslatedModule::TranslatedModule(const ModuleOptions& options, const std::string& logLevel)

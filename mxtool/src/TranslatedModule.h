@@ -24,8 +24,11 @@ struct ModuleOptions
     unsigned outOffset = 0;         ///< First byte of the module in the output image.
 };
 
-/// Adds FILE, --in-offset, --out-offset and --param-block to `verb`. `options` outlives the
+/// Adds FILE and --param-block to `verb`, for what has no addresses. `options` outlives the
 /// parsing.
+void addModuleFile(CLI::App& verb, ModuleOptions& options);
+
+/// Adds the same, --in-offset and --out-offset.
 void addModuleOptions(CLI::App& verb, ModuleOptions& options);
 
 /// An mx file, or its text form, and the device that it describes. The parser's log lines are shown

@@ -380,6 +380,42 @@ TEST(ConfigVerb, valuesAreNoMxFile)
                        "start from\n");
 }
 
+// What cannot have an effect is a mistake of the call.
+TEST(ConfigVerb, nothingIsIgnored)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string image = directory.write("i.bin", std::vector<char>(12));
+    const std::string values = directory.path("i.json");
+    runTool({"config", serial, "-o", values});
+    const std::vector<std::pair<std::vector<std::string>, std::string>> calls = {
+        {{"--changed", "--compare", image}, "--changed: does not go with a comparison"},
+        {{"--changed", "--decode", image, "--values", values}, "--changed: does not go with a"},
+        {{"--changed", "-o", directory.path("o.bin")}, "--changed: lists parameters, not with"},
+        {{"--force"}, "--force: accepts values of --set and --values, there are none"},
+        {{"--force", "--compare", image}, "--force: accepts values of"},
+        {{"--in-offset", "4"}, "mxtool config has no option \"--in-offset\""},
+        {{"--param-block", image, "--values", values},
+         "--param-block " + image + ": error: " + values + " has an image to write values into"}};
+    for (const auto& [words, text] : calls) {
+        std::vector<std::string> call = {"config", serial};
+        call.insert(call.end(), words.begin(), words.end());
+        const ToolRun run = runTool(call);
+        EXPECT_EQ(run.exitCode, 2) << text;
+        EXPECT_EQ(run.out, "") << text;
+        EXPECT_THAT(run.err, HasSubstr(text));
+    }
+}
+
+TEST(ConfigVerb, standardInputIsOneInput)
+{
+    tooltest::ToolSetup setup;
+    setup.standardInput = std::string(PROJECT_BUILD) + "/" + serial;
+    const ToolRun run = runTool({"config", "-", "--values", "-"}, setup);
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_THAT(run.err, HasSubstr("<standard input>: error: Two inputs of this call are standard "
+                                   "input\nhint: name a file for one of them\n"));
+}
+
 TEST(ConfigVerb, decodeGoesWithNothingThatSetsValues)
 {
     for (const char* option : {"--set", "--compare", "--param-block"}) {

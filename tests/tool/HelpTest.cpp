@@ -118,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(
                                         "you mean \"--format\"?\nhint: mxtool show --help"},
         std::pair{"channels --pciture a.svg X", "did you mean \"--picture\"?\nhint"},
         std::pair{"config --foo X --format xml", "has no option \"--foo\""},
-        std::pair{"config --foo X --format xml", "--format: xml not in"},
+        std::pair{"config --foo X --format xml", "--format: found \"xml\" (accepted: text, json, "},
         std::pair{"show a -x", "mxtool show has no option \"-x\""},
         std::pair{"show", "FILE is required"},
         std::pair{"show a b", "mxtool show takes no further word, found \"b\""},
@@ -129,7 +129,8 @@ INSTANTIATE_TEST_SUITE_P(
         std::pair{"show --out-offset 4294967296 a", "--out-offset: found \"4294967296\""},
         std::pair{"show --out-offset 0x a", "--out-offset: found \"0x\""},
         std::pair{"show --out-offset 1.5 a", "--out-offset: found \"1.5\""},
-        std::pair{"--log-level loud groups a", "\"loud\" is no logging level"}));
+        std::pair{"--log-level loud groups a",
+                  "--log-level: found \"loud\" (accepted: none, fatal,"}));
 
 TEST(Help, aFileInThePlaceOfAVerbGetsItsVerb)
 {
@@ -171,6 +172,29 @@ TEST(WrongWords, areToldInTheOrderInWhichTheyWereTyped)
               "hint: mxtool show --help tells what is accepted\n");
 }
 
+// Every option with a fixed list of values: the nearest one first.
+TEST(Choices, areTheNearestWhereAValueIsNone)
+{
+    const std::vector<std::pair<std::string, std::string>> calls = {
+        {"config X --format cvs", "--format: found \"cvs\", did you mean \"csv\"?"},
+        {"config X --fieldbus Modbus", "--fieldbus: found \"Modbus\", did you mean \"modbus\"?"},
+        {"config X --separator Tab", "--separator: found \"Tab\", did you mean \"tab\"?"},
+        {"config X --log-level warn", "--log-level: found \"warn\", did you mean \"warning\"?"},
+        {"show X --format JSON", "--format: found \"JSON\", did you mean \"json\"?"},
+        {"channels X --format ST", "--format: found \"ST\", did you mean \"st\"?"},
+        {"groups X --format jsn", "--format: found \"jsn\", did you mean \"json\"?"},
+        {"check X --format sarfi", "--format: found \"sarfi\", did you mean \"sarif\"?"},
+        {"diff X Y --format jason", "--format: found \"jason\", did you mean \"json\"?"},
+        {"explain X --format htlm", "--format: found \"htlm\", did you mean \"html\"?"},
+        {"devices --format tabel", "--format: found \"tabel\", did you mean \"table\"?"}};
+    for (const auto& [call, text] : calls) {
+        const ToolRun run = runTool(tooltest::words(call));
+        EXPECT_EQ(run.exitCode, 2) << call;
+        EXPECT_THAT(run.err, HasSubstr(text)) << call;
+        EXPECT_THAT(run.err, HasSubstr(" (accepted: ")) << call;
+    }
+}
+
 TEST(Offsets, areDecimalOrHexadecimal)
 {
     const std::string module = "examples/modules/MX0304.bin";
@@ -178,7 +202,7 @@ TEST(Offsets, areDecimalOrHexadecimal)
     EXPECT_THAT(ten, HasSubstr("IW10"));
     EXPECT_EQ(runTool({"channels", "--in-offset", "0xA", module}).out, ten);
     EXPECT_EQ(runTool({"channels", "--in-offset", "010", module}).out, ten); // not octal
-    for (const char* verb : {"show", "channels", "config"}) {
+    for (const char* verb : {"show", "channels"}) { // config shows no addresses
         EXPECT_THAT(
             runTool({verb, "--help"}).out,
             HasSubstr("module's data begins, 0 to 4294967295, in decimal or, after 0x, in"));

@@ -50,10 +50,12 @@ TEST_F(Overwrite, isAskedForWhereAnMxFileIsReplacedBySomethingElse)
     const std::string file = directory.path("precious");
     const std::string devices = "sqlite:" + directory.path("devices.sqlite");
     runTool({"populate", "examples/modules", "--db", devices});
+    const std::string values = directory.write("values.yaml", {});
     for (const std::string& call :
          {"groups " + module, "show " + module, "channels " + module, "config " + module,
-          "config " + module + " --force --format json", "check " + module, "explain " + module,
-          "diff " + module + " " + module, "dump " + module, "devices --db " + devices}) {
+          "config " + module + " --values " + values + " --force --format json", "check " + module,
+          "explain " + module, "diff " + module + " " + module, "dump " + module,
+          "devices --db " + devices}) {
         fs::copy_file(fs::path(EXAMPLE_MODULES) / "MX0108.bin", file,
                       fs::copy_options::overwrite_existing);
         auto words = tooltest::words(call);

@@ -93,8 +93,15 @@ WantedValues wantedValues(const ConfigOptions& options, const DeviceReport& devi
 std::vector<char> baseImage(const ConfigOptions& options, const WantedValues& wanted,
                             const DeviceReport& device)
 {
-    if (!options.module.parameterBlockFile.empty()) {
-        return loadBytes(options.module.parameterBlockFile);
+    const std::string& blockFile = options.module.parameterBlockFile;
+    if (!blockFile.empty() && wanted.image()) {
+        throw Failure(ExitCode::Usage,
+                      {"error", "--param-block " + blockFile,
+                       wanted.imageFile() + " has an image to write values into as well",
+                       "leave one of them out; a file of --format values has no image"});
+    }
+    if (!blockFile.empty()) {
+        return loadBytes(blockFile);
     }
     return wanted.image().value_or(device.parameterBlock);
 }
@@ -229,17 +236,28 @@ ExitCode compareImages(const ConfigOptions& options, TranslatedModule& module, b
     return comparison.isSame() ? ExitCode::Done : ExitCode::Findings;
 }
 
+void refuseWhere(bool isRefused, const char* option, const std::string& reason)
+{
+    if (isRefused) {
+        throw CLI::ValidationError(option, reason);
+    }
+}
+
+// What would be ignored; what contradicts itself is excluded where the options are added.
 void checkWords(const ConfigOptions& options)
 {
-    requireCsv(options.csv, formatOf(options));
-    if (options.compares() && std::find(comparisonFormats.begin(), comparisonFormats.end(),
-                                        formatOf(options)) == comparisonFormats.end()) {
-        throw CLI::ValidationError("--format",
-                                   "A comparison is text, json or csv, not " + formatOf(options));
-    }
-    if (options.changed && formatOf(options) == "binary") {
-        throw CLI::ValidationError("--changed", "lists parameters, not with --format binary");
-    }
+    const std::string format = formatOf(options);
+    requireCsv(options.csv, format);
+    refuseWhere(options.compares() && std::find(comparisonFormats.begin(), comparisonFormats.end(),
+                                                format) == comparisonFormats.end(),
+                "--format", "A comparison is text, json or csv, not " + format);
+    refuseWhere(options.changed && options.compares(), "--changed",
+                "does not go with a comparison, which lists what deviates");
+    refuseWhere(options.changed && format == "binary", "--changed",
+                "lists parameters, not with --format binary");
+    refuseWhere(options.force && options.set.empty() && options.valuesFiles.empty(), "--force",
+                "accepts values of --set and --values, there are none; --overwrite is what lets an "
+                "output replace another file");
 }
 
 ExitCode config(ConfigOptions options, const GlobalOptions& global)
@@ -257,7 +275,7 @@ ExitCode config(ConfigOptions options, const GlobalOptions& global)
 
 void addOptions(CLI::App& verb, ConfigOptions& options)
 {
-    addModuleOptions(verb, options.module);
+    addModuleFile(verb, options.module);
     auto* const set = verb.add_option(
         "--set", options.set,
         "NAME=VALUE, repeatable. NAME: the parameter's name, CHANNEL/NAME or #ID; VALUE: the text "
@@ -284,13 +302,17 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
         "exit code 1 when they differ");
     compare->excludes(decode);
     refuseEmptyValue(*compare);
-    verb.add_option("--fieldbus", options.fieldbus,
-                    "raw (parameter image) or modbus (registers); of the bytes to decode as well")
-        ->check(CLI::IsMember({"raw", "modbus"}));
-    verb.add_option("--format", options.format,
-                    "text, json, csv, values (a commented values file) or binary; without it "
-                    "the end of the name of -o says it, or else it is binary")
-        ->check(CLI::IsMember(configFormats));
+    acceptOneOf(*verb.add_option("--fieldbus", options.fieldbus,
+                                 "raw (parameter image) or modbus (registers); of the bytes to "
+                                 "decode as well"),
+                {"raw", "modbus"});
+    acceptOneOf(
+        *verb.add_option("--format", options.format,
+                         "text, json, csv, values (a commented values file) or binary; a "
+                         "comparison is text, json or csv. Without it: what the name of -o "
+                         "ends in (.txt, .json, .csv, .yaml or .yml for values, .bin), else "
+                         "binary; text for standard output and for a comparison"),
+        configFormats);
     verb.add_flag("--changed", options.changed, "List only what differs from the defaults");
     addCsvOptions(verb, options.csv);
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output")
