@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <filesystem>
 
 namespace {
@@ -57,8 +58,12 @@ TEST(ConfigVerb, filesThatHoldNoImageAreCalledWhatTheyAre)
     EXPECT_THAT(runTool({"config", serial, "--compare", values}).err,
                 HasSubstr("hint: --values takes a file of values\n"));
     EXPECT_THAT(runTool({"config", serial, "--decode", analogue}).err,
-                HasSubstr("hint: the file is an mx file, not bytes that were read from a "
-                          "module\n"));
+                HasSubstr("hint: the file is an mx file, not bytes that were read from a module; "
+                          "mxtool show " +
+                          analogue + " shows the device that it describes\n"));
+    const std::string table = directory.write("v.csv", charsOf("name,value\nParity,odd\n"));
+    EXPECT_THAT(runTool({"config", serial, "--compare", table}).err,
+                HasSubstr("hint: --values takes a file of values\n"));
 }
 
 TEST(ConfigVerb, writesModbusRegisters)
@@ -370,14 +375,40 @@ TEST(ConfigVerb, anEmptyValueOfAnOptionIsRefused)
     }
 }
 
-TEST(ConfigVerb, valuesAreNoMxFile)
+TEST(ConfigVerb, filesThatHoldNoValuesAreCalledWhatTheyAre)
 {
-    const ToolRun run = runTool(
-        {"config", "examples/modules/MX0108.bin", "--values", "examples/modules/MX0304.bin"});
-    EXPECT_EQ(run.exitCode, 3);
-    EXPECT_EQ(run.err, "examples/modules/MX0304.bin: error: This is an mx file, expected a file of "
-                       "names and values\nhint: mxtool config FILE --format values writes one to "
-                       "start from\n");
+    const testkit::TemporaryDirectory directory;
+    const std::string text = directory.path("module.yaml");
+    const std::string database = directory.path("d.sqlite");
+    const std::string picture = directory.write("p.svg", charsOf("<svg/>"));
+    const std::string image = directory.write("image", {'\x03', '\0', '\xFF'});
+    const std::string hexadecimal = directory.write("image.txt", charsOf("03 00 ff\n"));
+    runTool({"dump", analogue, "-o", text});
+    runTool({"populate", "examples/modules", "--db", "sqlite:" + database});
+    const std::string bytes = "--decode shows the values in bytes, --param-block sets values in "
+                              "them";
+    const std::vector<std::array<std::string, 3>> files = {
+        {analogue, "an mx file", "mxtool config " + analogue + " --format values writes one"},
+        {text, "the text form of an mx file", "mxtool config " + text + " --format values writes"},
+        {database, "a database (SQLite)", "mxtool devices --db sqlite:" + database},
+        {picture, "an SVG drawing", ""},
+        {image, "an image of bytes", bytes},
+        {hexadecimal, "an image of bytes", bytes}};
+    for (const auto& [file, kind, hint] : files) {
+        const ToolRun run = runTool({"config", serial, "--values", file});
+        EXPECT_EQ(run.exitCode, 3) << file;
+        EXPECT_THAT(run.err, StartsWith(file + ": error: This is " + kind +
+                                        ", expected a file of names and values\n" +
+                                        (hint.empty() ? "" : "hint: " + hint)));
+    }
+}
+
+// "module" is the module itself in a file of values, and a key of the text form.
+TEST(ConfigVerb, valuesOfTheModuleAreNoTextForm)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string values = directory.write("v.yaml", charsOf("module:\n  Parity: odd\n"));
+    EXPECT_EQ(runTool({"config", serial, "--values", values}).exitCode, 0);
 }
 
 // What cannot have an effect is a mistake of the call.

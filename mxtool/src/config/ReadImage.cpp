@@ -11,6 +11,8 @@
 #include "config/ValuesFile.h"
 #include "config/WrittenTable.h"
 
+#include <mxauthor/ForeignContent.h>
+
 #include <fmt/format.h>
 
 #include <filesystem>
@@ -58,18 +60,26 @@ Content contentOf(const std::string& name, const std::string& text, std::size_t 
     return text[first] == '{' ? Content::Json : (isOwnTable(text) ? Content::Csv : Content::Bytes);
 }
 
+bool isTableOfValues(const CsvTable& table)
+{
+    return table.column("name") && table.column("value") && !table.column("byte") &&
+           !table.column("register") && !table.column("address");
+}
+
 // What to do with a file that holds no image.
 std::string hintFor(const std::string& name, const std::string& text)
 {
     const FileKind kind = kindOf(text);
-    if (kind == FileKind::Values) {
+    const bool isYaml = endsInExtension(name, ".yaml") || endsInExtension(name, ".yml");
+    if (kind == FileKind::Values || (kind == FileKind::Other && isYaml)) {
         return "--values takes a file of values";
     }
-    if (kind != FileKind::Other) {
-        return fmt::format("the file is {}, not bytes that were read from a module", nameOf(kind));
-    }
-    const bool isYaml = endsInExtension(name, ".yaml") || endsInExtension(name, ".yml");
-    return isYaml ? "--values takes a file of values" : "";
+    const std::string found =
+        kind == FileKind::Other ? mxauthor::foreignContent(text) : nameOf(kind);
+    const std::string taker = callThatTakes(kind, name);
+    return found.empty() ? ""
+                         : fmt::format("the file is {}, not bytes that were read from a module{}{}",
+                                       found, taker.empty() ? "" : "; ", taker);
 }
 
 class ImageReader
@@ -136,6 +146,13 @@ private:
 
     ReadImage ofJson(const std::string& text, const std::string& name)
     {
+        if (kindOf(text) == FileKind::Result) {
+            throw Failure(ExitCode::Input,
+                          {"error", name,
+                           std::string("This is ") + nameOf(FileKind::Result) +
+                               ", expected what mxtool config --format json writes",
+                           ""});
+        }
         Values values = readValues(text, name);
         if (!values.image) {
             throw Failure(ExitCode::Input, {"error", name,
@@ -155,6 +172,12 @@ private:
 
     ReadImage ofTable(const CsvTable& table, const std::string& name)
     {
+        if (isTableOfValues(table)) {
+            throw Failure(ExitCode::Input,
+                          {"error", name,
+                           "Found a table of names and values, expected bytes or registers",
+                           "--values takes a file of values"});
+        }
         TableImage written = imageOfTable(table, fieldbus, module, name);
         if (!written.hasIdentity) {
             written.notes.push_back(missingIdentity());

@@ -1,12 +1,12 @@
 #include "config/ValuesFile.h"
 
 #include "Diagnostic.h"
-#include "FileKind.h"
 #include "FormatOfName.h"
 #include "HexBytes.h"
 #include "Refusal.h"
 #include "ShownText.h"
 #include "SourceReport.h"
+#include "config/OtherThanValues.h"
 #include "config/ValuesCsv.h"
 
 #include <mxauthor/Utf8.h>
@@ -185,6 +185,21 @@ void checkJson(const std::string& content, const std::string& file)
     }
 }
 
+Values readText(const std::string& content, const std::string& file)
+{
+    if (endsInExtension(file, ".csv")) {
+        return readValuesCsv(content, file);
+    }
+    if (endsInExtension(file, ".json")) {
+        checkJson(content, file);
+    }
+    if (const auto mistake = mxauthor::findYamlMistake(content, "a file holds one map of values")) {
+        throw Failure(ExitCode::Input, {"error", placeInText(file, *mistake),
+                                        "Cannot read the values: " + mistake->text, ""});
+    }
+    return readMap(YAML::Load(content), file);
+}
+
 } // namespace
 
 void addAssignment(const Assignment& assignment, std::vector<Assignment>& assignments)
@@ -201,25 +216,23 @@ void addAssignment(const Assignment& assignment, std::vector<Assignment>& assign
 
 Values readValues(const std::string& content, const std::string& file)
 {
-    if (kindOf(content) == FileKind::MxFile) {
-        throw Failure(ExitCode::Input,
-                      {"error", file, "This is an mx file, expected a file of names and values",
-                       "mxtool config FILE --format values writes one to start from"});
+    const auto other = otherThanValues(content, file);
+    const auto error = mxauthor::findNonUtf8(content);
+    if (other && (error || content.find('\0') != std::string::npos)) {
+        throw Failure(*other);
     }
-    if (const auto error = mxauthor::findNonUtf8(content)) {
+    if (error) {
         throw Failure(ExitCode::Input, {"error", placeInText(file, *error), error->text, ""});
     }
-    if (endsInExtension(file, ".csv")) {
-        return readValuesCsv(content, file);
+    // A map of values may have a key of the text form: "module" is the module itself.
+    try {
+        return readText(content, file);
+    } catch (const Failure&) {
+        if (other) {
+            throw Failure(*other);
+        }
+        throw;
     }
-    if (endsInExtension(file, ".json")) {
-        checkJson(content, file);
-    }
-    if (const auto mistake = mxauthor::findYamlMistake(content, "a file holds one map of values")) {
-        throw Failure(ExitCode::Input, {"error", placeInText(file, *mistake),
-                                        "Cannot read the values: " + mistake->text, ""});
-    }
-    return readMap(YAML::Load(content), file);
 }
 
 } // namespace mxtool

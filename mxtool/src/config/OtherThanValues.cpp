@@ -1,0 +1,78 @@
+#include "config/OtherThanValues.h"
+
+#include "FileKind.h"
+
+#include <mxauthor/ForeignContent.h>
+
+#include <algorithm>
+
+namespace mxtool {
+
+namespace {
+
+// A text in UTF-16 has zeros as well.
+bool isUtf16(const std::string& content)
+{
+    return content.compare(0, 2, "\xFF\xFE") == 0 || content.compare(0, 2, "\xFE\xFF") == 0;
+}
+
+bool isControl(char c)
+{
+    return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r';
+}
+
+// Small numbers are many of a parameter image's bytes; a text may have a stray zero byte.
+bool isBinary(const std::string& content)
+{
+    const auto found = std::count_if(content.begin(), content.end(), isControl);
+    return content.find('\0') != std::string::npos &&
+           static_cast<std::size_t>(found) >= content.size() / 4;
+}
+
+// Whether `content` may be a parameter image: bytes, or their text.
+bool isImage(const std::string& content)
+{
+    const bool isHexadecimal =
+        content.find_first_not_of("0123456789abcdefABCDEFx, \t\r\n") == std::string::npos;
+    return !content.empty() && !isUtf16(content) && (isHexadecimal || isBinary(content));
+}
+
+// What `content` is; empty for what may hold values.
+std::string nameOfOther(const std::string& content, FileKind kind)
+{
+    if (kind == FileKind::Values || kind == FileKind::Configuration) {
+        return "";
+    }
+    const std::string foreign = mxauthor::foreignContent(content);
+    return kind != FileKind::Other ? nameOf(kind)
+           : !foreign.empty()      ? foreign
+           : isImage(content)      ? "an image of bytes"
+                                   : "";
+}
+
+std::string takerOf(const std::string& content, FileKind kind, const std::string& file)
+{
+    if (kind == FileKind::MxFile || kind == FileKind::TextForm) {
+        return "mxtool config " + (file[0] == '<' ? "FILE" : file) +
+               " --format values writes one to start from";
+    }
+    return kind == FileKind::Other && isImage(content)
+               ? "--decode shows the values in bytes, --param-block sets values in them"
+               : callThatTakes(kind, file);
+}
+
+} // namespace
+
+std::optional<Failure> otherThanValues(const std::string& content, const std::string& file)
+{
+    const FileKind kind = kindOf(content);
+    const std::string found = nameOfOther(content, kind);
+    if (found.empty()) {
+        return std::nullopt;
+    }
+    return Failure(ExitCode::Input,
+                   {"error", file, "This is " + found + ", expected a file of names and values",
+                    takerOf(content, kind, file)});
+}
+
+} // namespace mxtool
