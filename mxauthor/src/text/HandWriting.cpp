@@ -9,7 +9,7 @@ namespace mxauthor {
 namespace {
 
 // Where the first key or value of a line begins: lists may stand in one another.
-std::size_t indentOf(const std::string& line)
+std::size_t columnOfContent(const std::string& line)
 {
     return std::min(line.find_first_not_of(" -"), line.size());
 }
@@ -30,7 +30,7 @@ std::vector<std::string> linesWithoutBlocks(const std::string& text)
 {
     std::vector<std::string> lines = linesOf(text);
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        const std::size_t indent = indentOf(lines[i]);
+        const std::size_t indent = columnOfContent(lines[i]);
         for (std::size_t next = i + 1;
              opensBlock(lines[i]) && next < lines.size() &&
              (lines[next].empty() || lines[next].find_first_not_of(' ') > indent);
