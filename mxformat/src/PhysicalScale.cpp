@@ -143,7 +143,10 @@ std::string PhysicalScale::text(const WholeNumber& raw) const
 
 bool PhysicalScale::states(const Decimal& value, const WholeNumber& raw) const
 {
-    return value == inDecimal(*this, raw) || value == *Decimal::ofText(text(raw));
+    // With many digits the decimal factor and the binary32 lead to different raw values.
+    const Decimal twiceError = ((value - exactly(*this, raw)) * two).absolute();
+    return twiceError < Decimal(factor).absolute() &&
+           (value == inDecimal(*this, raw) || value == *Decimal::ofText(text(raw)));
 }
 
 } // namespace mxformat

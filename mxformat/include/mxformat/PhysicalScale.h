@@ -29,7 +29,7 @@ struct PhysicalScale
     std::string text(const WholeNumber& raw) const;
 
     /// Whether `value` is the physical value of `raw`, factor and offset taken in decimal: 9.9 for
-    /// 9900 times 0.001, or what `text` gives.
+    /// 9900 times 0.001, or what `text` gives. Never where another raw value is nearer to `value`.
     bool states(const Decimal& value, const WholeNumber& raw) const;
 };
 

@@ -101,6 +101,16 @@ TEST(PhysicalScaleTest, statesWhatItIsInDecimal)
     EXPECT_FALSE(scale.states(*Decimal::ofText("9.900001"), raw(9900)));
 }
 
+TEST(PhysicalScaleTest, statesNoValueThatAnotherRawValueIsNearerTo)
+{
+    // 57643566 * 0.01F + 0.1F is 576435.7471...: 576435.76 is nearer to the next one,
+    // 576435.7571...
+    const PhysicalScale scale{0.01F, 0.1F};
+    EXPECT_FALSE(scale.states(*Decimal::ofText("576435.76"), raw(57643566)));
+    EXPECT_EQ(nearest(scale, "576435.76"), "57643567");
+    EXPECT_TRUE(scale.states(*Decimal::ofText(scale.text(raw(57643566))), raw(57643566)));
+}
+
 TEST(PhysicalScaleTest, valueIsTheNearestFloat)
 {
     EXPECT_EQ((PhysicalScale{0.5F, 10}.value(raw(100))), 60.0F);
