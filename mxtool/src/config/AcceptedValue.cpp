@@ -102,8 +102,12 @@ std::string limitsOf(const Parameter& parameter)
 void requireHeld(const Parameter& parameter, const std::string& value, const std::string& number)
 {
     const auto wanted = Decimal::ofText(number);
-    const bool hasBits = parameter.rawLowest != parameter.rawHighest; // else the library says why
-    if (hasBits && wanted && !isShown(parameter, number, *wanted) &&
+    if (parameter.rawLowest == parameter.rawHighest) {
+        refuse(parameter, value,
+               fmt::format("the parameter has no bits: its bit offset is {}, expected 0 to 7",
+                           parameter.bitOffset));
+    }
+    if (wanted && !isShown(parameter, number, *wanted) &&
         !parameter.scale.nearestRaw(*wanted, parameter.rawLowest, parameter.rawHighest)) {
         refuse(parameter, value,
                fmt::format("{} does not fit, expected {}, all that the parameter can hold",

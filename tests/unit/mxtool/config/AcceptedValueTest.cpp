@@ -179,6 +179,17 @@ TEST_F(AcceptedValue, fitsIntoTheBits)
     EXPECT_THAT(outcome(gain, "127.8", ValueCheck::NumberOnly), HasSubstr("expected 0 to 127.5"));
 }
 
+TEST_F(AcceptedValue, aParameterWithoutBitsHasNone)
+{
+    filter.bitOffset = 8;
+    filter.rawHighest = filter.rawLowest;
+    for (const auto check : {ValueCheck::Full, ValueCheck::NumberOnly}) {
+        EXPECT_THAT(outcome(filter, "slow", check),
+                    HasSubstr("value \"slow\" is not accepted: the parameter has no bits: its bit "
+                              "offset is 8, expected 0 to 7"));
+    }
+}
+
 TEST_F(AcceptedValue, aBareNumberIsOneWhateverTheUnit)
 {
     level.unit = "1";
@@ -204,6 +215,13 @@ TEST_F(AcceptedValue, theRangeIsOneOfRawValues)
     EXPECT_EQ(outcome(gain, "16777219"), "16777219");
     EXPECT_THAT(outcome(gain, "16777220"), HasSubstr("expected a number, 0 to 16777219 V"));
     EXPECT_EQ(outcome(gain, "16777220", ValueCheck::NumberOnly), "16777220");
+    // The parameter has its greatest value, of which 576435.76 would be the text if the factor
+    // were decimal; the nearest raw value is one more.
+    gain.scale = {0.01F, 0.1F};
+    gain.rawMax = {false, 57643566};
+    gain.raw = gain.rawMax;
+    EXPECT_THAT(outcome(gain, "576435.76"), HasSubstr("is not accepted"));
+    EXPECT_EQ(outcome(gain, "576435.75"), "576435.75");
 }
 
 } // namespace
