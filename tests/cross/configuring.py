@@ -111,7 +111,8 @@ def composing(case: Case) -> bytes:
 def reading_back(case: Case, values: bytes, image: bytes, name: str = "values.json") -> None:
     """What config writes is a values file for the same image."""
     (case.tool.folder / name).write_bytes(values)
-    accepted = all(read(one, image) in Accepted(case.module, one) for one in case.usable())
+    accepted = all(one.fits_its_byte and read(one, image) in Accepted(case.module, one)
+                   for one in case.module.parameters if case.module.lies_in_image(one))
     answer = case.config("--values", name, "--format", "binary", *([] if accepted else ["--force"]))
     expect(answer.code == 0 and answer.output == image, f"{name} read back: {image.hex(' ')} expected", answer,
            answer.output.hex(" "), values.decode("utf-8", "replace") if name != "values.json" else "")
