@@ -91,6 +91,11 @@ class Parameter:
     def fits_its_byte(self) -> bool:
         return self.datatype != BYTE or (self.bit < 8 and self.bit + self.bit_count <= 8)
 
+    @property
+    def lowest_bit(self) -> int:
+        """Its place in the image: bit 0 of byte 0 is 0."""
+        return 8 * (self.position + self.width - 1) + (self.bit if self.datatype == BYTE else 0)
+
     def places(self) -> set[int]:
         """The bits of the image that the value takes, counted from bit 0 of byte 0."""
         if self.datatype != BYTE:

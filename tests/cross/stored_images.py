@@ -162,7 +162,7 @@ def judge(old: Module, new: Module, choose: random.Random) -> Verdict:
     verdict.too_strict = sum(len(one.places()) for one in old.parameters) != len(
         set().union(*(one.places() for one in old.parameters)))
     pairs = same_parameters(old, new)
-    verdict.too_strict |= any(not before.places() & after.places() for before, after in pairs)
+    verdict.too_strict |= any(before.lowest_bit != after.lowest_bit for before, after in pairs)
     for before, after in pairs:
         if has_other_unit(old, before, new, after):
             verdict.means_other = f"{before.name!r}: another unit"
