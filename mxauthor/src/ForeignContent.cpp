@@ -61,7 +61,7 @@ bool isWebP(const std::string& content)
     return beginsWith(content, 0, "RIFF") && content.size() > 12 && beginsWith(content, 8, "WEBP");
 }
 
-// A drawing has a declaration or comments ahead of its root element, if it has any.
+// An XML declaration and comments may come before the root element.
 bool isDrawing(const std::string& content)
 {
     constexpr std::size_t judged = 4096;

@@ -18,7 +18,7 @@ void replaceAll(std::string& text, const std::string& from, const std::string& t
     }
 }
 
-// Characters that most keyboards lack, as people type them.
+// Replaces characters that most keyboards lack by what is typed for them.
 std::string typed(std::string text)
 {
     replaceAll(text, "+/-", "+-");
@@ -94,7 +94,7 @@ std::vector<std::string> nearestWords(const std::string& word,
     std::stable_sort(near.begin(), near.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     near.resize(std::min(near.size(), mostWords));
-    if (!near.empty() && near.front().first == 0) { // typed in another way: nothing else is meant
+    if (!near.empty() && near.front().first == 0) { // the same word, typed in another way
         near.erase(
             std::find_if(near.begin(), near.end(), [](const auto& one) { return one.first != 0; }),
             near.end());

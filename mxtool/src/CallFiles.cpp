@@ -49,7 +49,7 @@ void CallFiles::addInputEntry(Entry input)
     inputs.push_back(std::move(input));
 }
 
-// The second reading would find nothing, which may well pass for a file that asks for nothing.
+// A second reading finds no bytes: it would pass for an empty file.
 void CallFiles::requireUnreadStandardInput()
 {
     if (readsStandardInput) {

@@ -29,10 +29,10 @@ std::string helpHint(const CLI::App& program);
 void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
                      const std::string& description);
 
-/// Returns why `word` is no value of an option that takes one of `accepted`: the nearest, and all.
+/// Returns a message for a value `word` that is not one of `accepted`: the nearest ones, and all.
 std::string notAccepted(const std::string& word, const std::vector<std::string>& accepted);
 
-/// Makes the parsing refuse a value of `option` that is none of `accepted`, which its help names.
+/// Makes the parsing refuse values of `option` other than `accepted`, which its help lists.
 void acceptOneOf(CLI::Option& option, const std::vector<std::string>& accepted);
 
 /// Makes the parsing refuse an empty value of `option`, such as that of an unset variable of a

@@ -20,8 +20,8 @@ enum class FileKind
 /// Returns what `content` is, judged by nothing but its bytes; a damaged one counts too.
 FileKind kindOf(const std::string& content);
 
-/// Returns as much of the file at `path` as it is judged by; nothing where there is none to be
-/// read.
+/// Returns the first bytes of the file at `path`, as many as `kindOf` needs; nothing where it
+/// cannot be read.
 std::string judgedContent(const std::string& path);
 
 /// Returns what the file at `path` is; other than all of them where there is no file to be read.
@@ -30,7 +30,8 @@ FileKind kindOfFile(const std::string& path);
 /// Returns how a text calls a kind: "an mx file"; "something else" for the first.
 const char* nameOf(FileKind kind);
 
-/// Returns whether losing a file of this kind would cost work; what a verb makes again does not.
+/// Returns whether losing a file of this kind would cost work: one that a verb can make again does
+/// not.
 bool costsWork(FileKind kind);
 
 /// Returns the call that takes the file of this kind at `path`; empty when there is none, and for

@@ -7,9 +7,9 @@
 
 namespace mxtool {
 
-/// Returns the first comment or repetition that somebody wrote in the text `present` and that is
-/// lost when `output`, a text form or a file of values, replaces it; nothing when none is, and for
-/// an output of another kind. Comments that mxtool writes itself are no loss.
+/// Returns the first comment or repetition in the text `present` that is lost when `output`, a text
+/// form or a file of values, replaces it; nothing when none is lost, and for an output of another
+/// kind. Comments that mxtool wrote itself do not count.
 std::optional<mxauthor::HandWriting> lostHandWriting(const std::string& present,
                                                      const std::string& output);
 

@@ -124,7 +124,7 @@ void requireSameKind(const std::string& path, FileKind kind)
                                     "name another file, or add --overwrite to replace this one"});
 }
 
-// Comments of people, and what they wrote once for many: mxtool writes neither again.
+// mxtool writes no comments of a user, no `repeat` and no `each`.
 void requireNoLoss(const std::string& path, const std::string& content)
 {
     const auto lost =

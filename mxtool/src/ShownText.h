@@ -20,8 +20,7 @@ std::string harmlessJson(const std::string& json);
 /// as much of a long text as is needed to show its beginning.
 std::string beginningOf(const std::string& bytes, std::size_t most);
 
-/// Returns a text for a message: its beginning, and " ..." in place of the rest, where it is longer
-/// than anybody reads.
+/// Returns `text`, or its first 300 bytes and " ..." where it is longer, for a message.
 std::string abbreviated(const std::string& text);
 
 /// Returns the characters of `toUtf8(bytes)`.

@@ -13,7 +13,7 @@ namespace mxtool {
 struct GlobalOptions
 {
     bool quiet = false;                   ///< No closing lines, no notes.
-    bool overwrite = false;               ///< An output may replace what somebody made.
+    bool overwrite = false;               ///< An output may replace another kind, or comments.
     std::string logLevel = "information"; ///< Of the device parser's log lines.
 };
 

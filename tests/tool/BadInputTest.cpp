@@ -93,7 +93,7 @@ TEST(BadInput, aRepeatedAndAnUnknownGroupAreListedAsTheyStand)
     const ToolRun run = runTool({"groups", file, "--format", "csv"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out, "group,name,offset,size\r\n7abc,,4,0\r\n7abc,,10,1\r\n");
-    EXPECT_EQ(run.err, file + ":0x00000d: note: 2 bytes behind the last group are not read\n");
+    EXPECT_EQ(run.err, file + ":0x00000d: note: 2 bytes after the last group are not read\n");
 }
 
 TEST(BadInput, controlCharactersOfANameNeverReachTheTerminal)

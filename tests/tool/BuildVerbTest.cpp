@@ -162,7 +162,7 @@ TEST_F(BuildVerb, dumpsADamagedFileWithAWarning)
     EXPECT_EQ(dump.exitCode, 1);
     EXPECT_EQ(dump.err,
               "examples/modules/MX9999.bin:0x000412: warning: Parser::parse(): Truncated mx "
-              "buffer\nhint: 227 bytes from here on stand as they are under \"tail\"\n");
+              "buffer\nhint: 227 bytes from here on are kept under \"tail\"\n");
     const std::string binary = directory.path("damaged.bin");
     EXPECT_EQ(runTool({"build", text, "-o", binary}).exitCode, 3);
     EXPECT_EQ(runTool({"build", text, "-o", binary, "--force"}).exitCode, 0);

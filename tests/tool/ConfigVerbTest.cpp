@@ -422,8 +422,8 @@ TEST(ConfigVerb, nothingIsIgnored)
         {{"--changed", "--compare", image}, "--changed: does not go with a comparison"},
         {{"--changed", "--decode", image, "--values", values}, "--changed: does not go with a"},
         {{"--changed", "-o", directory.path("o.bin")}, "--changed: lists parameters, not with"},
-        {{"--force"}, "--force: accepts values of --set and --values, there are none"},
-        {{"--force", "--compare", image}, "--force: accepts values of"},
+        {{"--force"}, "--force: is about values of --set and --values, and there are none"},
+        {{"--force", "--compare", image}, "--force: is about values of"},
         {{"--in-offset", "4"}, "mxtool config has no option \"--in-offset\""},
         {{"--param-block", image, "--values", values},
          "--param-block " + image + ": error: " + values + " has an image to write values into"}};

@@ -6,7 +6,7 @@
 
 namespace mxauthor {
 
-/// Something in a YAML text that no reader of its content gives back.
+/// A part of a YAML text that is lost when its content is read and written again.
 struct HandWriting
 {
     std::size_t line; ///< From 1.

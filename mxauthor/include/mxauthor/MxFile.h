@@ -42,7 +42,7 @@ struct Group
 struct MxFile
 {
     std::vector<Group> groups; ///< In file order, repeated ones included.
-    Field<Bytes> tail;         ///< Bytes behind the last group, which nobody reads.
+    Field<Bytes> tail;         ///< Bytes after the last group, not read.
 };
 
 /// Reads the mx data `bytes` (those of the file, nothing behind them). A payload without the shape

@@ -6,8 +6,8 @@
 namespace mxauthor {
 
 /// Returns the at most three of `candidates` that `word` was most likely meant to be, best first;
-/// none where nothing is near. Upper and lower case count as the same letter; "+-" and "+/-" count
-/// as "±", "u" as "µ".
+/// none where nothing is near. Upper and lower case are the same letter; "+-" and "+/-" are the
+/// same as "±", "u" is the same as "µ".
 std::vector<std::string> nearestWords(const std::string& word,
                                       const std::vector<std::string>& candidates);
 

@@ -7,8 +7,8 @@
 
 namespace mxauthor {
 
-/// Returns where `text`, which is UTF-8, is not one YAML document, and what is wrong there; nothing
-/// where it is one, or empty. `oneDocument` says what a text is, to whoever wrote several into one.
+/// Returns the first mistake in `text`, which is UTF-8; nothing where it is one YAML document, or
+/// empty. `oneDocument` ends the message about a second document: "a text describes one module".
 std::optional<SourceError> findYamlMistake(const std::string& text, const std::string& oneDocument);
 
 } // namespace mxauthor

@@ -64,7 +64,7 @@ void checkConversions(const ModuleView& module, Findings& findings)
     if (conversions != nullptr && !conversions->rest.value.empty()) {
         findings.add("conversion-table", conversions->rest.place, "",
                      byteCount(conversions->rest.value.size()) +
-                         " behind the last whole conversion: nothing is converted");
+                         " after the last whole conversion: nothing is converted");
     }
     for (const ModuleView::Parameter& parameter : module.parameters()) {
         checkReference(parameter, known, findings);

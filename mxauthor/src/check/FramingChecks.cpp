@@ -85,7 +85,7 @@ void checkFileEnds(const ModuleView& module, Findings& findings)
     checkContentLength(module, findings);
     if (tail.length > 0) {
         findings.addToFile("trailing-bytes", tail,
-                           byteCount(tail.length) + " behind the last group that nobody reads");
+                           byteCount(tail.length) + " after the last group, not read");
     }
 }
 

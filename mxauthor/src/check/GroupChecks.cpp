@@ -43,7 +43,7 @@ void checkRest(const Field<Bytes>& rest, const char* what, Findings& findings)
 {
     if (!rest.value.empty()) {
         findings.add("dead-record", rest.place, "",
-                     byteCount(rest.value.size()) + " behind the last whole " + what);
+                     byteCount(rest.value.size()) + " after the last whole " + what);
     }
 }
 

@@ -125,7 +125,7 @@ void checkGtin(const ModuleView& module, const Extension& extension, Findings& f
     const std::string gtin = module.textOf(extension.gtinId.value);
     if (extension.gtinId.value != 0 && !gtin.empty() && !isGtin(gtin)) {
         findings.add("gtin-digits", extension.gtinId.place, "GTIN",
-                     "\"" + shortened(gtin) + "\" is none, 8, 12, 13 or 14 digits are expected");
+                     "\"" + shortened(gtin) + "\", expected 8, 12, 13 or 14 digits");
     }
 }
 

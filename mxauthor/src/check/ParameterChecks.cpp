@@ -37,7 +37,7 @@ void checkType(const Parameter& parameter, Findings& findings)
         findings.add("bits-ignored", (isLength ? record.bitLength : record.bitOffset).place,
                      named(parameter),
                      statedBits(record) + " stated, which readers ignore: its datatype is " +
-                         datatypeNames.at(record.datatype.value) + ", bit fields are of Byte");
+                         datatypeNames.at(record.datatype.value) + ", only a Byte has bit fields");
     }
 }
 

@@ -32,7 +32,7 @@ std::string withUnit(const ParameterScale& scale, const WideNumber& raw)
            (scale.unit.empty() ? "" : " " + shortened(scale.unit));
 }
 
-// "12 V (raw 12000)"; the raw number alone where it is what people see.
+// "12 V (raw 12000)"; the raw number alone without a conversion.
 std::string shownNumber(const ParameterScale& scale, const WideNumber& raw)
 {
     return scale.isConverted ? withUnit(scale, raw) + " (raw " + raw.text() + ")" : raw.text();

@@ -54,7 +54,7 @@ const Group* groupOf(const std::string& message, const MxFile& file)
     return found;
 }
 
-// A refusal of the framing speaks of what stands behind the last whole group, others of a group.
+// Framing errors point after the last whole group, others at the group that they name.
 void addRefusal(const char* rule, const std::string& message, const MxFile& file,
                 Findings& findings)
 {

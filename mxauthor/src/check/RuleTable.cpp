@@ -28,8 +28,8 @@ const std::vector<CheckRule> rules = {
      "Without a header nobody notices when a file was cut between two groups.",
      "no group 0000 states how long the file is"},
     {"trailing-bytes", warning,
-     "Bytes behind the last group or the content length. Nobody reads them.",
-     "3 bytes behind the last group that nobody reads"},
+     "Bytes after the last group or the content length. They are not read.",
+     "3 bytes after the last group, not read"},
     // Groups.
     {"group-missing", error, "A group that every module must have is missing.",
      "group 0001 (module identity) is missing"},
@@ -44,9 +44,9 @@ const std::vector<CheckRule> rules = {
      "size that ends a list early. Readers differ in what they take of it.",
      "group 0020: does not have the shape of this group, readers differ in what they take"},
     {"dead-record", warning,
-     "Bytes behind the last whole record of a group. Readers ignore them, or read a record that "
+     "Bytes after the last whole record of a group. Readers ignore them, or read a record that "
      "runs into the next group.",
-     "group 20d0: 3 bytes behind the last whole channel record"},
+     "group 20d0: 3 bytes after the last whole channel record"},
     {"unread-bytes", note, "Bytes of a group that nobody reads.",
      "group 20f0: 2 bytes behind the calibration date that nobody reads"},
     // Identity.
@@ -69,14 +69,14 @@ const std::vector<CheckRule> rules = {
      "The calibration date has ten characters. Readers take nine: databases hold no more.",
      "group 20f0, calibration date: \"2024-05-31\" has 10 characters, readers take 9"},
     {"gtin-digits", warning, "A GTIN has 8, 12, 13 or 14 digits. Readers show what is there.",
-     "group 20f0, GTIN: \"200000000001X\" is none, 8, 12, 13 or 14 digits are expected"},
+     "group 20f0, GTIN: \"200000000001X\", expected 8, 12, 13 or 14 digits"},
     {"image-empty", warning, "Group 20f1 is there, but holds no product image.",
      "group 20f1: the product image is empty"},
     {"image-unreadable", error,
      "The product image has to be an SVG compressed with gzip (SVGZ): it is inflated, and has to "
      "be "
      "well-formed XML with the root element \"svg\".",
-     "group 20f1: 1 byte behind the compressed data"},
+     "group 20f1: 1 byte after the compressed data"},
     // Sizes.
     {"block-version", error, "The version of group 0010 has to be 0.",
      "group 0010: version 1, expected 0"},
@@ -145,7 +145,7 @@ const std::vector<CheckRule> rules = {
      "shown"},
     {"conversion-table", error,
      "Group 20c2 is no whole number of conversions. Readers then convert nothing at all.",
-     "group 20c2: 1 byte behind the last whole conversion: nothing is converted"},
+     "group 20c2: 1 byte after the last whole conversion: nothing is converted"},
     {"conversion-missing", error,
      "A parameter that is shown in physical units names a conversion that is not there: its raw "
      "value is shown.",
@@ -168,10 +168,10 @@ const std::vector<CheckRule> rules = {
     {"bit-field", error, "A bit field has to lie within its byte.",
      "group 20c0, parameter 3 \"Invert\": 3 bits from bit 6 leave their byte, bits 0 to 7"},
     {"bits-ignored", warning,
-     "A number of bits or a bit offset is stated for a parameter that is no Byte (datatype 5). "
-     "Readers take all bits of its datatype.",
+     "A number of bits or a bit offset is stated for a parameter of another datatype than Byte "
+     "(5). Readers take all bits of the datatype.",
      "group 20c0, parameter 4 \"Delay\": 3 bits from bit 2 stated, which readers ignore: its "
-     "datatype is UInt16, bit fields are of Byte"},
+     "datatype is UInt16, only a Byte has bit fields"},
     {"parameter-outside", error,
      "The value of a parameter lies outside the parameter block: it has no value and cannot be "
      "set.",

@@ -97,7 +97,7 @@ private:
                                      (stream.msg == nullptr ? "" : std::string(": ") + stream.msg));
         }
         if (stream.avail_in > 0) {
-            throw std::runtime_error(byteCount(stream.avail_in) + " behind the compressed data");
+            throw std::runtime_error(byteCount(stream.avail_in) + " after the compressed data");
         }
     }
 

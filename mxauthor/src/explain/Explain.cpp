@@ -55,7 +55,7 @@ void explainTail(Explanation& result, const Place& tail)
     ExplainedPart part;
     part.place = tail;
     part.field = "tail";
-    part.meaning = result.failure.empty() ? "bytes behind the last group" : result.failure;
+    part.meaning = result.failure.empty() ? "bytes after the last group" : result.failure;
     part.isRead = false;
     result.parts.push_back(part);
 }

@@ -21,8 +21,8 @@ struct BuiltParameter
     std::optional<YAML::Node> initial; ///< Its default as stated.
     std::uint64_t value = 0;           ///< The same as a number, when it fits.
     bool mayOverlap = false;
-    bool placeIsCertain = true; ///< False: errors that were told leave it open.
-    bool isCertain = true;      ///< The same for what its values mean.
+    bool placeIsCertain = true; ///< False: unknown because of an error already reported.
+    bool isCertain = true;      ///< The same for the meaning of its values.
 };
 
 /// An option list or conversion of the text form, which parameters refer to by its name.
@@ -33,14 +33,14 @@ struct NamedEntry
     std::map<std::string, std::uint64_t> options; ///< Values by their texts, the first of each.
     mxformat::PhysicalScale scale;                ///< Of a conversion.
     std::string unit;                             ///< Of a conversion, in UTF-8; empty: none.
-    bool isCertain = true;                        ///< False: it has errors, which were told.
+    bool isCertain = true;                        ///< False: it has errors, already reported.
 };
 
 /// What a parameter refers to.
 struct EntryReference
 {
     std::uint8_t id = 0;
-    bool isCertain = true; ///< False: what it is remains open for an error that was told.
+    bool isCertain = true; ///< False: unknown because of an error already reported.
 };
 
 /// What the sections of one text form share while its file is built. Sections are built in one
@@ -53,9 +53,9 @@ struct BuildContext
     std::vector<NamedEntry> optionLists{};
     std::vector<NamedEntry> conversions{};
     std::vector<BuiltParameter> parameters{};
-    bool listsAreKnown = true;               ///< False: their key is misspelt, which was told.
-    bool conversionsAreKnown = true;         ///< The same.
-    std::vector<ChannelName> channelNames{}; ///< As the channels state them.
+    bool listsAreKnown = true;                      ///< False: their key is misspelt.
+    bool conversionsAreKnown = true;                ///< The same.
+    std::vector<ChannelName> channelNames{};        ///< As the channels state them.
     std::map<std::uint16_t, GroupContent> groups{}; ///< Those with a form of their own.
     std::map<std::uint16_t, YAML::Mark> marks{};    ///< Where each of `groups` is stated.
     std::vector<Group> rawGroups{};

@@ -51,7 +51,7 @@ bool isEarlier(const TextFinding& a, const TextFinding& b)
     return std::tie(a.where.line, a.where.column) < std::tie(b.where.line, b.where.column);
 }
 
-// The findings of a text, each told once for all repetitions of a line.
+// The findings of a text, each once for all repetitions of a line.
 class FindingsOfText
 {
 public:

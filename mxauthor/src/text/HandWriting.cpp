@@ -8,13 +8,13 @@ namespace mxauthor {
 
 namespace {
 
-// Where the first key or value of a line begins: lists may stand in one another.
+// The column of the first key or value of a line, after the dashes of nested lists.
 std::size_t columnOfContent(const std::string& line)
 {
     return std::min(line.find_first_not_of(" -"), line.size());
 }
 
-// Whether the lines below, as far as they are indented, are a block.
+// Whether the indented lines that follow are the text of a block (`|`, `>`).
 bool opensBlock(const std::string& line)
 {
     const std::size_t mark = line.find_last_of("|>");

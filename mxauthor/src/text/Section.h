@@ -28,8 +28,8 @@ std::optional<Bytes> readHex(const YAML::Node& node, SourceErrors& errors);
 /// The text of any scalar as it stands, in UTF-8.
 std::optional<std::string> readScalar(const YAML::Node& node, SourceErrors& errors);
 
-/// A mapping of the text form with its known keys. Others, and a key stated twice, are errors. What
-/// only follows from a misspelt key is not told: that the key is missing, for instance.
+/// A mapping of the text form with its known keys. Others, and a key stated twice, are errors.
+/// Errors that only follow from a misspelt key, such as a missing one, are not reported.
 class Section
 {
 public:

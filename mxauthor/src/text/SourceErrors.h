@@ -31,8 +31,8 @@ public:
     /// of the line, the first is kept.
     void addInLine(const YAML::Node& line, const YAML::Node& node, const std::string& what);
 
-    /// The same for `key` of `mapping`, told ahead of what is wrong with the values of the mapping:
-    /// that may follow from it.
+    /// The same for `key` of `mapping`, reported before the errors in the values of the mapping,
+    /// which may follow from it.
     void addCause(const YAML::Node& key, const YAML::Node& mapping, const std::string& what);
 
     /// Returns `made`, a node that is not in the text: its errors are told at `mark`.
@@ -66,8 +66,8 @@ private:
     {
         SourceError error;
         int position;         // in the text
-        YAML::Mark order;     // where the error is told, null: ahead of all
-        bool isCause = false; // told ahead of the other errors there
+        YAML::Mark order;     // where the error is reported, null: first
+        bool isCause = false; // reported before the others of its place
 
         bool isToldBefore(const Entry& other) const;
     };

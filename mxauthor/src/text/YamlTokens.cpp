@@ -72,7 +72,7 @@ private:
         ++column;
     }
 
-    // The word in front of the colon.
+    // The word before the colon.
     void takeKey()
     {
         const std::string before = lines[line].substr(0, column);

@@ -161,7 +161,7 @@ std::string withoutUnit(const Parameter& parameter, const std::string& value)
                                           : number.substr(0, number.find_last_not_of(' ') + 1);
 }
 
-// `text` with a point in place of its decimal comma; empty where it is no such number.
+// `text` with a decimal point for its decimal comma; empty where it is no number with one.
 std::string withDecimalPoint(std::string text)
 {
     const std::size_t comma = text.find(',');

@@ -7,8 +7,9 @@
 
 namespace mxtool {
 
-/// Returns why `content`, that of the input called `file`, is no file of values where it shows to
-/// be something else: what it is, and what takes it. A text may hold values all the same.
+/// Returns what `content`, that of the input called `file`, seems to be other than a file of
+/// values, and what takes it; nothing where it may be one. What looks like another text may hold
+/// values all the same.
 std::optional<Failure> otherThanValues(const std::string& content, const std::string& file);
 
 } // namespace mxtool

@@ -30,7 +30,7 @@ bool isDigits(const std::string& text)
     return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
 }
 
-// What `text` should have ended with, where it ends with a number with a decimal comma.
+// The number at the end of `text` with a decimal point, where it has a decimal comma.
 std::string decimalPointHint(const std::string& text)
 {
     const std::size_t comma = text.rfind(',');

@@ -255,9 +255,10 @@ void checkWords(const ConfigOptions& options)
                 "does not go with a comparison, which lists what deviates");
     refuseWhere(options.changed && format == "binary", "--changed",
                 "lists parameters, not with --format binary");
-    refuseWhere(options.force && options.set.empty() && options.valuesFiles.empty(), "--force",
-                "accepts values of --set and --values, there are none; --overwrite is what lets an "
-                "output replace another file");
+    refuseWhere(
+        options.force && options.set.empty() && options.valuesFiles.empty(), "--force",
+        "is about values of --set and --values, and there are none; to replace another file, "
+        "add --overwrite");
 }
 
 ExitCode config(ConfigOptions options, const GlobalOptions& global)

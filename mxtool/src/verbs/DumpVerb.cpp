@@ -65,7 +65,7 @@ ExitCode dump(const DumpOptions& options)
     report(
         {"warning", input.placeOf(readable), failure,
          fmt::format("{} from here on {} under \"tail\"", counted(file.tail.value.size(), "byte"),
-                     file.tail.value.size() == 1 ? "stands as it is" : "stand as they are")});
+                     file.tail.value.size() == 1 ? "is kept" : "are kept")});
     return ExitCode::Findings;
 }
 

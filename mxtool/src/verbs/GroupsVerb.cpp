@@ -107,7 +107,7 @@ ExitCode listGroupsOf(const GroupsOptions& options)
     }
     if (listing.framedSize < fileSize) {
         report({"note", place,
-                fmt::format("{} behind the last group {} not read",
+                fmt::format("{} after the last group {} not read",
                             counted(fileSize - listing.framedSize, "byte"),
                             fileSize - listing.framedSize == 1 ? "is" : "are"),
                 ""});

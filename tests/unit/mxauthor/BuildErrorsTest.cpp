@@ -297,7 +297,7 @@ TEST(WrongTexts, areAllToldInTheOrderOfTheText)
                             errorAt(3, 8, "stated once"), errorAt(4, 9, "keys with values")));
 }
 
-// Line 2 has unknown keys that nothing is like: what may follow from them comes after them.
+// The unknown keys are like no known one: errors that may follow from them come after them.
 TEST(UnknownKeys, areToldAheadOfWhatTheirMappingHas)
 {
     EXPECT_THAT(errorsOf("module: {type: x, id: 1}\n"
@@ -336,7 +336,7 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"parameters: [{name: A, at: 0, type: Byte, bits: 1, bit: 8, default: 0}]\n", 1, 57,
               "1 bit from bit 8 leaves its byte, bit 0 to 7 is accepted"}));
 
-// What is not found for a misspelt key or name alone, is no error of its own.
+// Errors that only follow from a misspelt key or name are not reported.
 INSTANTIATE_TEST_SUITE_P(
     Misspelt, WrongText,
     testing::Values(

@@ -201,8 +201,8 @@ TEST(RepeatedLine, hasItsFindingsWhereItStands)
                                                      "has 16 (in both repetitions)")));
 }
 
-// The channels 0 to 3 and a parameter for each line that `parameters` stands for: "RULE TEXT" of
-// the findings that have `rule`.
+// Builds a module of the channels 0 to 3 and the lines `parameters`, and returns the texts of the
+// findings of `rule`.
 std::vector<std::string> findings(const std::string& rule, const std::string& parameters)
 {
     const std::string source = "channels: [{repeat: 4, name: AI <n>, in: SInt16}]\n"

@@ -74,10 +74,10 @@ TEST(TextFindings, ofBitsThatAreIgnoredAreAtTheKey)
 {
     EXPECT_EQ(findingOfParameter("name: A, type: UInt8, bits: 3, bit: 2"),
               "bits-ignored 14:34 parameter 1 \"A\": 3 bits from bit 2 stated, which readers "
-              "ignore: its datatype is UInt8, bit fields are of Byte");
+              "ignore: its datatype is UInt8, only a Byte has bit fields");
     EXPECT_EQ(findingOfParameter("name: A, type: UInt16, bit: 2"),
               "bits-ignored 14:34 parameter 1 \"A\": 0 bits from bit 2 stated, which readers "
-              "ignore: its datatype is UInt16, bit fields are of Byte");
+              "ignore: its datatype is UInt16, only a Byte has bit fields");
 }
 
 TEST(TextFindings, ofTypographicQuotesAreAtTheText)
@@ -96,7 +96,7 @@ TEST(TextFindings, ofAGtinAreAtIt)
             << gtin;
     }
     EXPECT_EQ(findingOfParameter("name: A, type: UInt8", "extension: {gtin: \"123\"}\n"),
-              "gtin-digits 15:19 GTIN: \"123\" is none, 8, 12, 13 or 14 digits are expected");
+              "gtin-digits 15:19 GTIN: \"123\", expected 8, 12, 13 or 14 digits");
 }
 
 TEST(TextFindings, ofASoundModuleAreNone)

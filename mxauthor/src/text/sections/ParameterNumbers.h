@@ -9,7 +9,7 @@ struct ParameterUnit
 {
     mxformat::PhysicalScale scale; ///< As it is without a conversion.
     std::string unit;              ///< In UTF-8; empty: there are no physical values.
-    bool isCertain = true;         ///< False: an error that was told leaves it open.
+    bool isCertain = true;         ///< False: unknown because of an error already reported.
 };
 
 /// Returns the unit of a parameter: the one that its section states, else that of its conversion.
@@ -25,7 +25,7 @@ struct ParameterNumber
 
 /// Reads a value that is no option: the raw value, or the physical value with its unit where there
 /// is one, which has to be that of a raw value that `field` holds. Nothing for another text, with
-/// an error where the unit is certain; `options` are what the error offers beside.
+/// an error where the unit is certain; `options` are offered by the error as well.
 std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
                                                    const ParameterUnit& unit,
                                                    const std::optional<BlockField>& field,

@@ -176,7 +176,7 @@ TEST_F(ParameterNames, whatCanBeReadInTwoWaysIsRefusedWithBoth)
     EXPECT_EQ(nameInCalls(device.parameters[3], device), "#" + number);
 }
 
-// A reading that cannot be carried out is none: the bits hold less than the option's number.
+// The bits of "A" cannot hold the number of its option: that reading does not count.
 TEST_F(ParameterNames, aValueThatDoesNotFitIsNoReading)
 {
     device.parameters[0].name = "A";
