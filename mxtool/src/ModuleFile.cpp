@@ -1,15 +1,15 @@
 #include "ModuleFile.h"
 
+#include "Counted.h"
 #include "Diagnostic.h"
 #include "FileKind.h"
 #include "InputFile.h"
 #include "SourceReport.h"
+#include "TextContent.h"
 
 #include <mxauthor/SourceMap.h>
 
 #include <fmt/format.h>
-
-#include <algorithm>
 
 namespace mxtool {
 
@@ -22,23 +22,11 @@ constexpr const char* expectedModule = "an mx file or its text form";
     throw Failure(ExitCode::Input, {"error", inputName(path), text, hint});
 }
 
-bool isControl(char c)
+// Every mx file has bytes that no text has: those of its identifiers and lengths. Text in UTF-16 is
+// refused, but as a text.
+bool isText(std::string_view content)
 {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 && c != '\t' && c != '\n' && c != '\r';
-}
-
-// Text in UTF-16 is refused, but as a text.
-bool isUtf16(const std::vector<char>& content)
-{
-    const std::string begin(content.begin(), content.begin() + (content.size() < 2 ? 0 : 2));
-    return begin == "\xFF\xFE" || begin == "\xFE\xFF";
-}
-
-// Every mx file has bytes that no text has: those of its identifiers and lengths.
-bool isText(const std::vector<char>& content)
-{
-    return isUtf16(content) || std::none_of(content.begin(), content.end(), isControl);
+    return isUtf16(content) || countOfControls(content) == 0;
 }
 
 } // namespace
@@ -49,7 +37,7 @@ ModuleFile::ModuleFile(const std::string& file) : path(file), content(loadBytes(
         refuse(path, fmt::format("The file is empty, expected {}", expectedModule), "");
     }
     requireModule(path, {content.begin(), content.end()}, expectedModule);
-    if (mxtool::isText(content)) {
+    if (mxtool::isText({content.data(), content.size()})) {
         build();
     }
 }
@@ -71,8 +59,7 @@ void ModuleFile::build()
             reportAt(name(), source, error, "error", "");
         }
         refuse(path,
-               fmt::format("A text with {} error{}, expected {}", errors, errors == 1 ? "" : "s",
-                           expectedModule),
+               fmt::format("A text with {}, expected {}", counted(errors, "error"), expectedModule),
                "");
     }
     const mxauthor::Bytes bytes = mxauthor::writeMxFile(result->file);

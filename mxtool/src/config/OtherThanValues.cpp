@@ -1,35 +1,22 @@
 #include "config/OtherThanValues.h"
 
 #include "FileKind.h"
+#include "TextContent.h"
 
 #include <mxauthor/ForeignContent.h>
-
-#include <algorithm>
 
 namespace mxtool {
 
 namespace {
 
-// A text in UTF-16 has zeros as well.
-bool isUtf16(const std::string& content)
-{
-    return content.compare(0, 2, "\xFF\xFE") == 0 || content.compare(0, 2, "\xFE\xFF") == 0;
-}
-
-bool isControl(char c)
-{
-    return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r';
-}
-
 // Small numbers are many of a parameter image's bytes; a text may have a stray zero byte.
 bool isBinary(const std::string& content)
 {
-    const auto found = std::count_if(content.begin(), content.end(), isControl);
     return content.find('\0') != std::string::npos &&
-           static_cast<std::size_t>(found) >= content.size() / 4;
+           countOfControls(content) >= content.size() / 4;
 }
 
-// Whether `content` may be a parameter image: bytes, or their text.
+// Whether `content` may be a parameter image: bytes, or their text. UTF-16 has zeros as well.
 bool isImage(const std::string& content)
 {
     const bool isHexadecimal =
