@@ -72,8 +72,7 @@ TEST_P(CatalogueVerbs, populateFillsRecordsAndCatalogue)
 {
     const ToolRun run = populate("examples/modules");
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_THAT(run.out, EndsWith(": "
-                                  "38 modules inserted, 1 failed\n"));
+    EXPECT_THAT(run.out, EndsWith(": 38 modules inserted, 1 failed\n"));
     EXPECT_EQ(run.err, "error: File MX9999.bin: Parser::parse(): Truncated mx buffer\n");
     EXPECT_EQ(found({}).size(), 38U);
     // Words in a label with a byte of Windows-1252, in a channel and in a parameter.
@@ -104,15 +103,13 @@ TEST_P(CatalogueVerbs, aSecondFileOfAModuleReplacesTheFirst)
     fs::copy(from + "/MX0108.bin", from + "/MXcopy.bin");
     const ToolRun run = populate(from);
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_THAT(run.out, EndsWith(": "
-                                  "2 modules inserted, 1 replaced, 0 failed\n"));
+    EXPECT_THAT(run.out, EndsWith(": 2 modules inserted, 1 replaced, 0 failed\n"));
     EXPECT_EQ(run.err, from +
                            ": warning: Module 5a010108 has several files, of which one is stored: "
                            "MX0108.bin, MXcopy.bin\n"
                            "hint: leave one of them in the directory\n");
     EXPECT_THAT(found({}), ElementsAre("0bc1e800", "5a010108"));
-    EXPECT_THAT(populate(from).out, EndsWith(": "
-                                             "0 modules inserted, 3 replaced, 0 failed\n"));
+    EXPECT_THAT(populate(from).out, EndsWith(": 0 modules inserted, 3 replaced, 0 failed\n"));
 }
 
 // A label that begins with a blank.
@@ -169,8 +166,7 @@ TEST_P(CatalogueVerbs, replaceKeepsTheModuleOfAFileThatCannotBeTranslated)
     std::ofstream(changed + "/MX0108.bin", std::ios::binary) << whole.substr(0, 600);
     const ToolRun run = populate(changed, {"--replace"});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_THAT(run.out, EndsWith(": "
-                                  "0 modules inserted, 1 replaced, 1 failed, 0 removed\n"));
+    EXPECT_THAT(run.out, EndsWith(": 0 modules inserted, 1 replaced, 1 failed, 0 removed\n"));
     EXPECT_THAT(found({}), ElementsAre("0bc1e800", "5a010108"));
 }
 
@@ -181,8 +177,7 @@ TEST_P(CatalogueVerbs, replaceRemovesNothingWhereAFileStatesNoModule)
     std::ofstream(changed + "/MXjunk.bin", std::ios::binary) << "junk";
     const ToolRun run = populate(changed, {"--replace"});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_THAT(run.out, EndsWith(": "
-                                  "0 modules inserted, 1 replaced, 1 failed, 0 removed\n"));
+    EXPECT_THAT(run.out, EndsWith(": 0 modules inserted, 1 replaced, 1 failed, 0 removed\n"));
     EXPECT_THAT(run.err, HasSubstr("nothing is removed"));
     EXPECT_THAT(found({}), ElementsAre("0bc1e800", "5a010108"));
 }
@@ -197,8 +192,7 @@ TEST_P(CatalogueVerbs, aRefusedRecordCostsItsFileAlone)
                       : "ALTER TABLE modules ADD CONSTRAINT refuse CHECK (module <> '5a010108')");
     const ToolRun run = populate(modules("all", {"MX0001.bin", "MX0108.bin", "MX0304.bin"}));
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_THAT(run.out, EndsWith(": "
-                                  "1 module inserted, 1 replaced, 1 failed\n"));
+    EXPECT_THAT(run.out, EndsWith(": 1 module inserted, 1 replaced, 1 failed\n"));
     EXPECT_THAT(run.err, StartsWith("error: File MX0108.bin: Cannot write to device database " +
                                     place.name() + ": "));
     EXPECT_THAT(run.err, HasSubstr("refuse"));
@@ -227,8 +221,7 @@ TEST_P(CatalogueVerbs, exportWritesTheFilesBackAsTheyWere)
     EXPECT_TRUE(exported == originals);
     EXPECT_EQ(readFile(target + "/MX5a010108.bin"),
               readFile(std::string(EXAMPLE_MODULES) + "/MX0108.bin"));
-    EXPECT_THAT(populate(target).out, EndsWith(": "
-                                               "0 modules inserted, 38 replaced, 0 failed\n"));
+    EXPECT_THAT(populate(target).out, EndsWith(": 0 modules inserted, 38 replaced, 0 failed\n"));
 }
 
 TEST_P(CatalogueVerbs, aFileOf65535BytesWithEveryByteValueComesBack)
@@ -244,8 +237,7 @@ TEST_P(CatalogueVerbs, aFileOf65535BytesWithEveryByteValueComesBack)
     }
     const std::string from = modules("long", {});
     std::ofstream(from + "/MXlong.bin", std::ios::binary) << mx;
-    ASSERT_THAT(populate(from).out, EndsWith(": "
-                                             "1 module inserted, 0 failed\n"));
+    ASSERT_THAT(populate(from).out, EndsWith(": 1 module inserted, 0 failed\n"));
     ASSERT_EQ(devices({"--export", directory.path("out")}).exitCode, 0);
     EXPECT_EQ(readFile(directory.path("out/MX0bc1e800.bin")), mx);
     EXPECT_THAT(devices({"--format", "csv"}).out, HasSubstr(",65535\r\n"));

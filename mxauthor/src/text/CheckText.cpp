@@ -58,13 +58,15 @@ public:
     void add(TextFinding finding, const Repetition& repetition)
     {
         const Key key{finding.rule, finding.where.lineStart, finding.where.column};
-        std::vector<std::size_t>& told = toldAt[key];
-        for (const std::size_t index : told) {
-            if (repetition.count != 0 && repetitions[index].add(repetition)) {
-                return;
-            }
+        std::vector<std::size_t>& indices = indicesAt[key];
+        const bool isKnown = repetition.count != 0 &&
+                             std::any_of(indices.begin(), indices.end(), [&](std::size_t index) {
+                                 return repetitions[index].add(repetition);
+                             });
+        if (isKnown) {
+            return;
         }
-        told.push_back(findings.size());
+        indices.push_back(findings.size());
         repetitions.emplace_back().add(repetition);
         findings.push_back(std::move(finding));
     }
@@ -83,8 +85,8 @@ private:
     using Key = std::tuple<const CheckRule*, std::size_t, std::size_t>;
 
     std::vector<TextFinding> findings;
-    std::vector<Repetitions> repetitions;           // of each finding
-    std::map<Key, std::vector<std::size_t>> toldAt; // several where one repetition has several
+    std::vector<Repetitions> repetitions;              // of each finding
+    std::map<Key, std::vector<std::size_t>> indicesAt; // several where one repetition has several
 };
 
 } // namespace

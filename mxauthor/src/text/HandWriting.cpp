@@ -3,6 +3,7 @@
 #include "YamlTokens.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace mxauthor {
 
@@ -29,13 +30,15 @@ bool opensBlock(const std::string& line)
 std::vector<std::string> linesWithoutBlocks(const std::string& text)
 {
     std::vector<std::string> lines = linesOf(text);
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const std::size_t indent = columnOfContent(lines[i]);
-        for (std::size_t next = i + 1;
-             opensBlock(lines[i]) && next < lines.size() &&
-             (lines[next].empty() || lines[next].find_first_not_of(' ') > indent);
-             ++next) {
-            lines[next].clear();
+    std::optional<std::size_t> blockIndent; // of the line that opened the block
+    for (std::string& line : lines) {
+        if (blockIndent && line.find_first_not_of(' ') <= *blockIndent) {
+            blockIndent.reset();
+        }
+        if (blockIndent) {
+            line.clear();
+        } else if (opensBlock(line)) {
+            blockIndent = columnOfContent(line);
         }
     }
     return lines;
