@@ -1,5 +1,6 @@
 #include "DeviceText.h"
 
+#include "Counted.h"
 #include "ParameterText.h"
 #include "ShownText.h"
 #include "TextTable.h"
@@ -59,7 +60,7 @@ std::string channelSize(const DeviceReport::Channel& channel)
     if (channel.sizeLetter.empty()) {
         return "-";
     }
-    return fmt::format("{} {}", channel.bitLength, channel.bitLength == 1 ? "bit" : "bits");
+    return counted(channel.bitLength, "bit");
 }
 
 std::string channelSection(const DeviceReport& report)

@@ -1,5 +1,6 @@
 #include "check/Checks.h"
 #include "module/ConversionNumbers.h"
+#include "mxauthor/Counted.h"
 
 #include <set>
 
@@ -63,7 +64,7 @@ void checkConversions(const ModuleView& module, Findings& findings)
     }
     if (conversions != nullptr && !conversions->rest.value.empty()) {
         findings.add("conversion-table", conversions->rest.place, "",
-                     byteCount(conversions->rest.value.size()) +
+                     counted(conversions->rest.value.size(), "byte") +
                          " after the last whole conversion: nothing is converted");
     }
     for (const ModuleView::Parameter& parameter : module.parameters()) {

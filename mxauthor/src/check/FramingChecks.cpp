@@ -1,4 +1,5 @@
 #include "check/Checks.h"
+#include "mxauthor/Counted.h"
 
 #include <devices/parser/mx/ByteReaders.h>
 #include <devices/parser/mx/HexText.h>
@@ -23,9 +24,9 @@ std::string statedLength(const std::uint8_t* data, std::uint32_t start, std::siz
 {
     const std::uint16_t id = mx::readU16BE(data + start);
     const std::uint16_t length = mx::readU16BE(data + start + 2);
-    std::string text = "group " + mx::u16AsHex(id) + " states a length of " + byteCount(length) +
-                       ", " + std::to_string(left) + " are left and " + (id == 0 ? "8" : "6") +
-                       " are the least";
+    std::string text = "group " + mx::u16AsHex(id) + " states a length of " +
+                       counted(length, "byte") + ", " + std::to_string(left) + " are left and " +
+                       (id == 0 ? "8" : "6") + " are the least";
     if (id == 0 && left >= contentLengthEnd) {
         text += "; content length " + std::to_string(mx::readU16BE(data + start + 4));
     }
@@ -56,7 +57,7 @@ void checkContentLength(const ModuleView& module, Findings& findings)
     if (header->contentLength.value != size) {
         findings.add("content-length", header->contentLength.place, "",
                      "content length " + std::to_string(header->contentLength.value) +
-                         ", the file has " + byteCount(size));
+                         ", the file has " + counted(size, "byte"));
     }
 }
 
@@ -71,7 +72,7 @@ void checkFraming(const std::vector<char>& bytes, const MxFile& file,
     findings.addToFile("framing", {mx::readU16BE(data + start), start, 4},
                        isCutOff(data, start, bytes.size())
                            ? "content length " + std::to_string(mx::readU16BE(data + 4)) +
-                                 ", the file has " + byteCount(bytes.size())
+                                 ", the file has " + counted(bytes.size(), "byte")
                            : statedLength(data, start, left));
 }
 
@@ -79,13 +80,13 @@ void checkFileEnds(const ModuleView& module, Findings& findings)
 {
     const Place& tail = module.file().tail.place;
     if (module.file().groups.empty()) {
-        findings.addToFile("no-groups", tail, "no group in " + byteCount(tail.length));
+        findings.addToFile("no-groups", tail, "no group in " + counted(tail.length, "byte"));
         return;
     }
     checkContentLength(module, findings);
     if (tail.length > 0) {
         findings.addToFile("trailing-bytes", tail,
-                           byteCount(tail.length) + " after the last group, not read");
+                           counted(tail.length, "byte") + " after the last group, not read");
     }
 }
 

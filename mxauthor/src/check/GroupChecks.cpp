@@ -1,4 +1,5 @@
 #include "check/Checks.h"
+#include "mxauthor/Counted.h"
 #include "mxauthor/Explain.h"
 
 #include <devices/parser/mx/HexText.h>
@@ -31,7 +32,7 @@ void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings
                      "stands here again, only the first one is read");
     } else if (groupTitle(group.id).empty()) {
         findings.add("unknown-group", group.place, "",
-                     "not a group of the format, " + byteCount(group.place.length - 6) +
+                     "not a group of the format, " + counted(group.place.length - 6, "byte") +
                          " skipped");
     } else if (std::holds_alternative<RawGroup>(group.content)) {
         findings.add("group-shape", group.place, "",
@@ -43,7 +44,7 @@ void checkRest(const Field<Bytes>& rest, const char* what, Findings& findings)
 {
     if (!rest.value.empty()) {
         findings.add("dead-record", rest.place, "",
-                     byteCount(rest.value.size()) + " after the last whole " + what);
+                     counted(rest.value.size(), "byte") + " after the last whole " + what);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "RequiredEntries.h"
 #include "check/Checks.h"
+#include "mxauthor/Counted.h"
 #include "mxauthor/NearestWords.h"
 
 #include <algorithm>
@@ -95,7 +96,7 @@ void checkIdentity(const ModuleView& module, Findings& findings)
         if (dataset.id.value == identityDataset) {
             if (dataset.data.value.size() != identitySize) {
                 findings.add("identity-size", dataset.size.place, "dataset 0xfb",
-                             "has " + byteCount(dataset.data.value.size()) +
+                             "has " + counted(dataset.data.value.size(), "byte") +
                                  ", expected 5: module type and identifier");
             }
             return;
@@ -152,7 +153,7 @@ void checkExtension(const ModuleView& module, Findings& findings)
     }
     if (!extension->rest.value.empty()) {
         findings.add("unread-bytes", extension->rest.place, "",
-                     byteCount(extension->rest.value.size()) +
+                     counted(extension->rest.value.size(), "byte") +
                          " behind the calibration date that nobody reads");
     }
 }

@@ -1,4 +1,5 @@
 #include "check/Checks.h"
+#include "mxauthor/Counted.h"
 
 #include <algorithm>
 
@@ -90,7 +91,7 @@ void checkParameterPlaces(const ModuleView& module, Findings& findings)
         const ParameterValue& value = parameter.value;
         if (value.byteOffset + value.size > size) {
             findings.add("parameter-outside", parameter.record->position.place, named(parameter),
-                         bytesText(value) + " of the block, which has " + byteCount(size));
+                         bytesText(value) + " of the block, which has " + counted(size, "byte"));
         }
     }
     checkOverlaps(module.parameters(), findings);

@@ -1,4 +1,5 @@
 #include "check/Checks.h"
+#include "mxauthor/Counted.h"
 
 #include <algorithm>
 
@@ -57,10 +58,10 @@ void checkDirection(const ModuleView& module, bool input, Findings& findings)
     const Place& place = module.group(0x0011)->place;
     if (used > size) {
         findings.add(input ? "input-size" : "output-size", place, key,
-                     byteCount(size) + ", the channels take " + std::to_string(used));
+                     counted(size, "byte") + ", the channels take " + std::to_string(used));
     } else if (used < std::min(size, stated)) {
         findings.add("data-without-channel", place, key,
-                     byteCount(stated) + ", the channels take " + std::to_string(used));
+                     counted(stated, "byte") + ", the channels take " + std::to_string(used));
     }
 }
 
@@ -78,7 +79,7 @@ void checkParameterBlock(const ModuleView& module, Findings& findings)
     }
     if (block->block.value.size() > blockLimit) {
         findings.add("block-limit", block->block.place, "",
-                     byteCount(block->block.value.size()) +
+                     counted(block->block.value.size(), "byte") +
                          " of parameters, 255 at most: readers count them in a byte");
     }
 }
@@ -97,7 +98,7 @@ void checkDataSizes(const ModuleView& module, Findings& findings)
         blockGroup == nullptr || std::holds_alternative<ParameterBlock>(blockGroup->content);
     if (blockIsKnown && module.dataSize("Parameter") != module.block().size()) {
         findings.add("block-size", module.group(0x0011)->place, "Parameter",
-                     byteCount(module.dataSize("Parameter")) + ", the parameter block has " +
+                     counted(module.dataSize("Parameter"), "byte") + ", the parameter block has " +
                          std::to_string(module.block().size()));
     }
     checkDirection(module, true, findings);

@@ -1,6 +1,7 @@
 #include "check/Svgz.h"
 
 #include "module/ModuleView.h"
+#include "mxauthor/Counted.h"
 #include "mxauthor/ForeignContent.h"
 
 #include <Poco/SAX/DefaultHandler.h>
@@ -93,11 +94,12 @@ private:
         }
         if (state != Z_STREAM_END) {
             throw std::runtime_error("the compressed data is damaged in its first " +
-                                     byteCount(stream.total_in) +
+                                     counted(stream.total_in, "byte") +
                                      (stream.msg == nullptr ? "" : std::string(": ") + stream.msg));
         }
         if (stream.avail_in > 0) {
-            throw std::runtime_error(byteCount(stream.avail_in) + " after the compressed data");
+            throw std::runtime_error(counted(stream.avail_in, "byte") +
+                                     " after the compressed data");
         }
     }
 

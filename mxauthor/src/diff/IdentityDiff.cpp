@@ -1,4 +1,5 @@
 #include "diff/Differences.h"
+#include "mxauthor/Counted.h"
 
 #include <devices/parser/mx/HexText.h>
 
@@ -95,8 +96,8 @@ void compareIdentity(const ModuleView& before, const ModuleView& after, Differen
                         dateOf(after));
     if (imageOf(before) != imageOf(after)) {
         differences.add(Effect::Cosmetic, "image", "",
-                        "the product image of " + byteCount(imageOf(before).size()) +
-                            " becomes another one of " + byteCount(imageOf(after).size()));
+                        "the product image of " + counted(imageOf(before).size(), "byte") +
+                            " becomes another one of " + counted(imageOf(after).size(), "byte"));
     }
 }
 
@@ -105,11 +106,11 @@ void compareSizes(const ModuleView& before, const ModuleView& after, Differences
     for (const char* key : {"InData", "OutData", "Diagnosis"}) {
         const bool isProcessData = key != std::string("Diagnosis");
         differences.changed(isProcessData ? Effect::Breaking : Effect::Compatible, "size", key,
-                            "size", byteCount(before.dataSize(key)),
-                            byteCount(after.dataSize(key)));
+                            "size", counted(before.dataSize(key), "byte"),
+                            counted(after.dataSize(key), "byte"));
     }
-    const std::string old = byteCount(before.block().size());
-    const std::string now = byteCount(after.block().size());
+    const std::string old = counted(before.block().size(), "byte");
+    const std::string now = counted(after.block().size(), "byte");
     if (old != now) {
         differences.addBreakingImage("size", "parameter block", "size " + old + " becomes " + now);
     }

@@ -2,6 +2,7 @@
 #include "diff/Differences.h"
 #include "diff/StoredImages.h"
 #include "module/ParameterScale.h"
+#include "mxauthor/Counted.h"
 
 #include <algorithm>
 #include <deque>
@@ -25,8 +26,8 @@ std::string placeText(const Parameter& parameter)
     const ParameterValue& value = parameter.value;
     std::string text = "byte " + std::to_string(value.byteOffset);
     if (parameter.record->datatype.value == byteDatatype) {
-        text += ", " + std::to_string(value.bits) + (value.bits == 1 ? " bit" : " bits") +
-                " from bit " + std::to_string(value.firstBit % 8);
+        text +=
+            ", " + counted(value.bits, "bit") + " from bit " + std::to_string(value.firstBit % 8);
     }
     return text;
 }

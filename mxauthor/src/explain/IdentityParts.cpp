@@ -1,4 +1,5 @@
 #include "explain/GroupParts.h"
+#include "mxauthor/Counted.h"
 
 #include <devices/parser/mx/HexText.h>
 
@@ -39,15 +40,15 @@ std::string sizeMeaning(const std::string& line)
         if (line.compare(0, key.size(), key) != 0) {
             continue;
         }
-        int size = 0;
+        std::uint64_t size = 0;
         for (const char code : line.substr(key.size())) {
             const int more = dataSizeOfCode(code);
             if (more < 0) {
                 return "\"" + std::string(1, code) + "\" stands for no size";
             }
-            size += more;
+            size += static_cast<unsigned>(more);
         }
-        return std::to_string(size) + (size == 1 ? " byte" : " bytes");
+        return counted(size, "byte");
     }
     return "";
 }

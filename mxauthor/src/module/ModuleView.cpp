@@ -159,11 +159,6 @@ int dataSizeOfCode(char code)
     return static_cast<int>(size);
 }
 
-std::string byteCount(std::size_t count)
-{
-    return std::to_string(count) + (count == 1 ? " byte" : " bytes");
-}
-
 std::string shortened(const std::string& text)
 {
     constexpr std::size_t most = 60;

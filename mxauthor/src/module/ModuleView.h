@@ -93,9 +93,6 @@ constexpr std::array<const char*, 4> dataSizeKeys = {"InData", "OutData", "Param
 /// that stands for nothing.
 int dataSizeOfCode(char code);
 
-/// Returns "1 byte" or "5 bytes".
-std::string byteCount(std::size_t count);
-
 /// Returns as much of a text of the file as messages show; a text may have 65,000 bytes.
 std::string shortened(const std::string& text);
 

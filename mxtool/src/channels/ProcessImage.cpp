@@ -1,5 +1,6 @@
 #include "channels/ProcessImage.h"
 
+#include "Counted.h"
 #include "ShownText.h"
 #include "TextWidth.h"
 
@@ -232,8 +233,7 @@ std::string dataText(const ChannelMap::Data& data)
     if (data.size == 0) {
         return "no data";
     }
-    return fmt::format("{} {} from byte {}", data.size, data.size == 1 ? "byte" : "bytes",
-                       data.firstByte);
+    return fmt::format("{} from byte {}", counted(data.size, "byte"), data.firstByte);
 }
 
 std::uint64_t totalBits(const std::vector<BitRun>& runs)

@@ -1,5 +1,6 @@
 #include "channels/ProcessImageMap.h"
 
+#include "Counted.h"
 #include "TextWidth.h"
 
 #include <fmt/format.h>
@@ -119,7 +120,7 @@ std::string runsLine(const char* what, const std::vector<ProcessImage::BitRun>& 
         return "";
     }
     const std::uint64_t total = totalBits(runs);
-    std::string line = fmt::format("  {}: {} {}, from", what, total, total == 1 ? "bit" : "bits");
+    std::string line = fmt::format("  {}: {}, from", what, counted(total, "bit"));
     for (std::size_t i = 0; i < std::min(runs.size(), listedRuns); ++i) {
         line += fmt::format("{} byte {} bit {}", i == 0 ? "" : ",", runs[i].firstBit / 8,
                             runs[i].firstBit % 8);

@@ -1,5 +1,6 @@
 #include "channels/ProcessImageSvg.h"
 
+#include "Counted.h"
 #include "TextWidth.h"
 
 #include <fmt/format.h>
@@ -219,10 +220,10 @@ std::string areaTitle(const Area& area)
 {
     std::string title = area.title + ": " + dataText(area.data);
     if (const auto free = totalBits(area.gaps()); free != 0) {
-        title += fmt::format(", {} {} without a channel", free, free == 1 ? "bit" : "bits");
+        title += fmt::format(", {} without a channel", counted(free, "bit"));
     }
     if (const auto shared = totalBits(area.overlaps()); shared != 0) {
-        title += fmt::format(", {} {} of several channels", shared, shared == 1 ? "bit" : "bits");
+        title += fmt::format(", {} of several channels", counted(shared, "bit"));
     }
     return title;
 }

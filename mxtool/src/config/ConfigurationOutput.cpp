@@ -1,5 +1,6 @@
 #include "config/ConfigurationOutput.h"
 
+#include "Counted.h"
 #include "Csv.h"
 #include "DeviceJson.h"
 #include "HexBytes.h"
@@ -44,7 +45,7 @@ std::vector<PlaceRow> rowsOf(const Configuration& configuration)
 std::string heading(const Configuration& configuration)
 {
     const std::size_t size = configuration.bytes.size();
-    const std::string bytes = fmt::format("{} {}", size, size == 1 ? "byte" : "bytes");
+    const std::string bytes = counted(size, "byte");
     return configuration.fieldbus == FieldbusType::Modbus
                ? fmt::format("Modbus registers: {}, {} registers", bytes, size / registerSize)
                : fmt::format("Raw parameter image: {}", bytes);

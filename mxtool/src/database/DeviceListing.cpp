@@ -56,11 +56,6 @@ ModuleSummary summaryOf(const DeviceProperties& record)
     return summary;
 }
 
-std::string modulesText(std::size_t count)
-{
-    return fmt::format("{} {}", count, count == 1 ? "module" : "modules");
-}
-
 std::string moduleTable(const std::vector<ModuleSummary>& modules)
 {
     TextTable table({"Module", "Family", "Label", "In", "Out", "Parameters", "File"});

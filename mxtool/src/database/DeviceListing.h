@@ -11,9 +11,6 @@ namespace mxtool {
 
 // Modules of a device database for people and for programs.
 
-/// Returns "1 module", "2 modules" and so on.
-std::string modulesText(std::size_t count);
-
 std::string moduleTable(const std::vector<devices::database::ModuleSummary>& modules);
 std::string moduleCsv(const std::vector<devices::database::ModuleSummary>& modules,
                       const CsvStyle& style = {});

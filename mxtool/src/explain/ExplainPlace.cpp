@@ -1,10 +1,9 @@
+#include "Counted.h"
 #include "NearestWords.h"
 #include "Refusal.h"
 #include "ShownText.h"
 #include "TextTable.h"
 #include "explain/ExplainOutput.h"
-
-#include "Counted.h"
 
 #include <devices/parser/mx/HexText.h>
 

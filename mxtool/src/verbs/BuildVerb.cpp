@@ -1,3 +1,4 @@
+#include "Counted.h"
 #include "Diagnostic.h"
 #include "FileKind.h"
 #include "InputFile.h"
@@ -5,8 +6,6 @@
 #include "ShownText.h"
 #include "SourceReport.h"
 #include "Verbs.h"
-
-#include "Counted.h"
 
 #include <mxauthor/CheckText.h>
 

@@ -1,4 +1,5 @@
 #include "CallWords.h"
+#include "Counted.h"
 #include "CsvOptions.h"
 #include "DatabaseChoice.h"
 #include "Diagnostic.h"
@@ -91,7 +92,7 @@ void warnOfUnknownContent(DeviceDatabase& database, const ModuleQuery& query)
         report({"warning", "",
                 fmt::format("The catalogue does not know what is inside {}: it may be missing in "
                             "what is found",
-                            modulesText(unknown)),
+                            counted(unknown, "module")),
                 "mxtool populate DIRECTORY stores it"});
     }
 }
@@ -133,7 +134,7 @@ ExitCode exportAll(DeviceDatabase& database, const DevicesOptions& options, bool
     const std::size_t written = exportModules(modules, database, options.exportDirectory);
     const std::size_t missing = reportWithoutFile(modules);
     if (!quiet) {
-        writeOutput("-", fmt::format("{} written to {}\n", modulesText(written),
+        writeOutput("-", fmt::format("{} written to {}\n", counted(written, "module"),
                                      forTerminal(options.exportDirectory)));
     }
     return missing == 0 && written == modules.size() ? ExitCode::Done : ExitCode::Findings;
@@ -144,8 +145,8 @@ ExitCode copyAll(DeviceDatabase& database, const DevicesOptions& options, bool q
     DeviceDatabase target = openDatabaseForWriting(options.copyUrl);
     const std::size_t copied = copyModules(database.search(options.query), database, target);
     if (!quiet) {
-        writeOutput(
-            "-", fmt::format("{} copied to {}\n", modulesText(copied), forTerminal(target.name())));
+        writeOutput("-", fmt::format("{} copied to {}\n", counted(copied, "module"),
+                                     forTerminal(target.name())));
     }
     return ExitCode::Done;
 }

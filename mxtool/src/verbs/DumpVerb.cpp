@@ -1,9 +1,8 @@
+#include "Counted.h"
 #include "Diagnostic.h"
 #include "ModuleFile.h"
 #include "OutputFile.h"
 #include "Verbs.h"
-
-#include "Counted.h"
 
 #include <mxauthor/TextForm.h>
 

@@ -1,4 +1,5 @@
 #include "CallWords.h"
+#include "Counted.h"
 #include "CsvOptions.h"
 #include "DeviceJson.h"
 #include "Diagnostic.h"
@@ -9,8 +10,6 @@
 #include "ShownText.h"
 #include "TextTable.h"
 #include "Verbs.h"
-
-#include "Counted.h"
 
 #include <devices/parser/mx/HexText.h>
 

@@ -1,3 +1,4 @@
+#include "Counted.h"
 #include "DatabaseChoice.h"
 #include "Diagnostic.h"
 #include "OutputFile.h"
@@ -71,9 +72,9 @@ ExitCode populateAtOnce(const PopulateOptions& options, const GlobalOptions& glo
     if (!global.quiet) {
         const std::string replaced =
             count.replaced != 0 ? fmt::format(", {} replaced", count.replaced) : "";
-        writeOutput("-",
-                    fmt::format("{}: {} inserted{}, {} failed{}\n", forTerminal(database.name()),
-                                modulesText(count.inserted), replaced, count.failed, removed));
+        writeOutput(
+            "-", fmt::format("{}: {} inserted{}, {} failed{}\n", forTerminal(database.name()),
+                             counted(count.inserted, "module"), replaced, count.failed, removed));
     }
     return count.failed == 0 ? ExitCode::Done : ExitCode::Findings;
 }
