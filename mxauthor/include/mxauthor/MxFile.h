@@ -1,19 +1,9 @@
 #pragma once
 
-#include "mxauthor/groups/ChannelNames.h"
 #include "mxauthor/groups/Channels.h"
-#include "mxauthor/groups/Conversions.h"
-#include "mxauthor/groups/DataSizes.h"
-#include "mxauthor/groups/Entries.h"
-#include "mxauthor/groups/Extension.h"
-#include "mxauthor/groups/Header.h"
-#include "mxauthor/groups/Identity.h"
-#include "mxauthor/groups/OptionLists.h"
-#include "mxauthor/groups/ParameterBlock.h"
+#include "mxauthor/groups/Module.h"
 #include "mxauthor/groups/Parameters.h"
-#include "mxauthor/groups/ProductImage.h"
-#include "mxauthor/groups/RawGroup.h"
-#include "mxauthor/groups/TextTable.h"
+#include "mxauthor/groups/Texts.h"
 
 #include <variant>
 

@@ -7,6 +7,7 @@ namespace {
 
 constexpr std::size_t recordHeaderSize = 7;
 constexpr std::size_t wordCountOffset = 6;
+constexpr std::size_t channelNameSize = 3;
 constexpr std::uint8_t kindNumberMask = 0x1F;
 
 bool wholeRecordFollows(const PayloadReader& in)
@@ -55,6 +56,25 @@ void write(PayloadWriter& out, const Channels& group)
         for (const Field<std::uint16_t>& word : record.words) {
             out.field(word);
         }
+    }
+    out.rest(group.rest);
+}
+
+void read(PayloadReader& in, ChannelNames& group)
+{
+    while (in.left() >= channelNameSize) {
+        ChannelName& entry = group.entries.emplace_back();
+        in.field(entry.channel);
+        in.field(entry.textId);
+    }
+    in.rest(group.rest);
+}
+
+void write(PayloadWriter& out, const ChannelNames& group)
+{
+    for (const ChannelName& entry : group.entries) {
+        out.field(entry.channel);
+        out.field(entry.textId);
     }
     out.rest(group.rest);
 }

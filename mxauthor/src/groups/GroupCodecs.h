@@ -6,8 +6,8 @@
 
 namespace mxauthor {
 
-// Reading and writing of each group's payload, each pair in a file of its own. A reader leaves
-// nothing unread or throws `UnexpectedShape`.
+// Reading and writing of each group's payload, in the file of its subject. A reader leaves nothing
+// unread or throws `UnexpectedShape`.
 
 void read(PayloadReader& in, RawGroup& group);
 void read(PayloadReader& in, Header& group);

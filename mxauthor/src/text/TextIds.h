@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mxauthor/groups/TextTable.h"
+#include "mxauthor/groups/Texts.h"
 
 #include <map>
 #include <optional>

@@ -5,7 +5,7 @@
 
 namespace mxauthor {
 
-// The sections of the text form, each pair in a file of its own.
+// The sections of the text form, in the file of their subject.
 //
 // A dump returns the whole section as YAML, empty where nothing has to be stated. It is called for
 // any content of the right type; what it cannot express is found by building the text again.

@@ -5,8 +5,21 @@ namespace mxauthor {
 namespace {
 
 constexpr std::uint8_t datasetSizeLimit = 128; // from here on a size ends the list
+constexpr std::size_t dateSize = 10;
 
 } // namespace
+
+void read(PayloadReader& in, Header& group)
+{
+    in.field(group.contentLength);
+    in.rest(group.rest);
+}
+
+void write(PayloadWriter& out, const Header& group)
+{
+    out.field(group.contentLength);
+    out.rest(group.rest);
+}
 
 void read(PayloadReader& in, Identity& group)
 {
@@ -33,6 +46,42 @@ void write(PayloadWriter& out, const Identity& group)
         out.rest(dataset.data);
         out.field(dataset.trailer);
     }
+}
+
+void read(PayloadReader& in, Extension& group)
+{
+    in.field(group.version);
+    in.field(group.gtinId);
+    in.bytes(group.date, dateSize);
+    in.rest(group.rest);
+}
+
+void write(PayloadWriter& out, const Extension& group)
+{
+    out.field(group.version);
+    out.field(group.gtinId);
+    out.rest(group.date);
+    out.rest(group.rest);
+}
+
+void read(PayloadReader& in, ProductImage& group)
+{
+    in.rest(group.bytes);
+}
+
+void write(PayloadWriter& out, const ProductImage& group)
+{
+    out.rest(group.bytes);
+}
+
+void read(PayloadReader& in, RawGroup& group)
+{
+    in.rest(group.bytes);
+}
+
+void write(PayloadWriter& out, const RawGroup& group)
+{
+    out.rest(group.bytes);
 }
 
 } // namespace mxauthor

@@ -18,4 +18,24 @@ struct Entries
     std::vector<Entry> entries;
 };
 
+/// Group 0x0011: lines, each followed by CR LF.
+struct DataSizes
+{
+    std::vector<Field<std::string>> lines; ///< Bytes without CR, LF and NUL.
+};
+
+/// A text record of group 0x20d3; the line end CR LF follows the text.
+struct TextRecord
+{
+    Field<std::uint16_t> id;
+    Field<std::string> text; ///< Bytes without CR, LF and NUL.
+};
+
+/// Group 0x20d3.
+struct TextTable
+{
+    Field<std::uint16_t> head; ///< Not read by anybody.
+    std::vector<TextRecord> texts;
+};
+
 } // namespace mxauthor

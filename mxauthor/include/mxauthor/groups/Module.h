@@ -1,0 +1,55 @@
+#pragma once
+
+#include "mxauthor/Field.h"
+
+namespace mxauthor {
+
+/// Group 0x0000.
+struct Header
+{
+    Field<std::uint16_t> contentLength; ///< Meaningful bytes of the file, from its start.
+    Field<Bytes> rest;                  ///< Bytes that nobody reads.
+};
+
+/// A dataset record of group 0x0001.
+struct Dataset
+{
+    Field<std::uint8_t> id;
+    Field<std::uint8_t> size; ///< Of `data`, in bytes, below 128.
+    Field<std::uint8_t> unread;
+    Field<Bytes> data;
+    Field<std::uint16_t> trailer; ///< Not read by anybody.
+};
+
+/// The dataset that identifies the module: type (u8) and module identifier (u32).
+constexpr std::uint8_t identityDataset = 0xFB;
+
+/// Group 0x0001.
+struct Identity
+{
+    std::vector<Dataset> datasets;
+};
+
+/// Group 0x20f0.
+struct Extension
+{
+    Field<std::uint8_t> version;
+    Field<std::uint16_t> gtinId; ///< Text identifier, 0 = none.
+    Field<Bytes> date;           ///< 10 bytes, ended early by 0x00 or CR.
+    Field<Bytes> rest;           ///< Bytes that nobody reads.
+};
+
+/// Group 0x20f1.
+struct ProductImage
+{
+    Field<Bytes> bytes;
+};
+
+/// The payload of a group whose identifier is not known, or which does not have the shape that its
+/// identifier asks for.
+struct RawGroup
+{
+    Field<Bytes> bytes;
+};
+
+} // namespace mxauthor

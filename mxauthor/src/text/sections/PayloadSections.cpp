@@ -1,0 +1,198 @@
+#include "Sections.h"
+#include "text/ByteText.h"
+#include "text/Gzip.h"
+
+#include <algorithm>
+#include <fstream>
+
+namespace mxauthor {
+
+namespace {
+
+constexpr std::uintmax_t largestFile = 0x1000000;
+constexpr std::size_t largestDrawing = 0x100000; // as text; larger ones stay compressed
+constexpr std::size_t longestHex = 512;          // larger payloads are shorter as Base64
+
+// The content of a file of a reasonable size; an error at `node` and nothing when there is none.
+std::optional<std::string> readFileOf(const YAML::Node& node, const std::filesystem::path& path,
+                                      SourceErrors& errors)
+{
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {
+        errors.add(node, "there is no file " + path.string());
+        return std::nullopt;
+    }
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    std::ifstream file(path, std::ios::binary);
+    std::string content(error || size > largestFile ? 0 : size, '\0');
+    file.read(content.data(), static_cast<std::streamsize>(content.size()));
+    if (!file || error || size > largestFile) {
+        errors.add(node,
+                   "cannot read " + path.string() + (size > largestFile ? ": too large" : ""));
+        return std::nullopt;
+    }
+    return content;
+}
+
+Bytes readBase64(const YAML::Node& node, SourceErrors& errors)
+{
+    const auto text = readScalar(node, errors);
+    const auto bytes = text ? fromBase64(*text) : std::nullopt;
+    if (text && !bytes) {
+        errors.add(node, "Base64 text with its padding expected");
+    }
+    return bytes.value_or(Bytes());
+}
+
+Bytes readDrawing(const YAML::Node& node, SourceErrors& errors)
+{
+    const auto text = readScalar(node, errors);
+    return text ? gzipped(*text) : Bytes();
+}
+
+// The bytes of the file that `node` names: of FILE.svg the text compressed, of FILE.hex the bytes
+// that it spells, of others the bytes as they are.
+Bytes readPayloadFile(const YAML::Node& node, BuildContext& context)
+{
+    const auto name = readScalar(node, context.errors);
+    if (!name) {
+        return {};
+    }
+    const std::filesystem::path path = context.directory / *name;
+    context.filesRead.push_back(path);
+    const auto content = readFileOf(node, path, context.errors);
+    if (!content) {
+        return {};
+    }
+    if (path.extension() == ".svg") {
+        return gzipped(*content);
+    }
+    if (path.extension() != ".hex") {
+        return {content->begin(), content->end()};
+    }
+    const auto bytes = fromHex(*content);
+    if (!bytes) {
+        context.errors.add(node, path.string() + " holds something else than hexadecimal digits");
+    }
+    return bytes.value_or(Bytes());
+}
+
+// The bytes that a mapping gives by one of the keys "hex", "base64", "file" and "svg".
+Bytes readPayloadKeys(const Section& section, BuildContext& context)
+{
+    const auto hex = section.find("hex");
+    const auto base64 = section.find("base64");
+    const auto file = section.find("file");
+    const auto svg = section.find("svg");
+    if (int{hex.has_value()} + int{base64.has_value()} + int{file.has_value()} +
+            int{svg.has_value()} !=
+        1) {
+        section.errors().add(section.node(), "the bytes are stated once: hex, base64 or file");
+    }
+    if (hex) {
+        return section.hex("hex");
+    }
+    if (base64) {
+        return readBase64(*base64, context.errors);
+    }
+    if (svg) {
+        return readDrawing(*svg, context.errors);
+    }
+    return file ? readPayloadFile(*file, context) : Bytes();
+}
+
+// Whether a literal block of YAML gives this text back, character by character.
+bool isLiteral(const std::string& text)
+{
+    const auto isPrintable = [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); };
+    const bool endsTwice = text.size() > 1 && text.compare(text.size() - 2, 2, "\n\n") == 0;
+    return !text.empty() && text.front() != ' ' && text.front() != '\n' && !endsTwice &&
+           std::all_of(text.begin(), text.end(), isPrintable);
+}
+
+// The drawing as text, when compressing it again gives these bytes.
+std::optional<std::string> drawingOf(const Bytes& image)
+{
+    const auto text = gunzipped(image, largestDrawing);
+    return text && isLiteral(*text) && gzipped(*text) == image ? text : std::nullopt;
+}
+
+std::string literalBlock(const std::string& text, const std::string& indent)
+{
+    const bool ended = text.back() == '\n';
+    std::string block = ended ? "|\n" : "|-\n";
+    for (std::size_t from = 0; from < text.size();) {
+        const std::size_t end = std::min(text.find('\n', from), text.size());
+        block += (end == from ? "" : indent) + text.substr(from, end - from) + "\n";
+        from = end + 1;
+    }
+    return block;
+}
+
+std::string rawGroupLines(const Group& group)
+{
+    const Bytes payload = writePayload(group.content);
+    std::string text = "  - id: " + hexText(group.id, 4) + "\n";
+    if (group.checksum.value != 0) {
+        text += "    checksum: " + hexText(group.checksum.value, 4) + "\n";
+    }
+    return text + (payload.size() <= longestHex
+                       ? "    hex: " + yamlDigits(toHex(payload), "      ")
+                       : "    base64: " + yamlDigits(toBase64(payload), "      "));
+}
+
+} // namespace
+
+std::string dumpImage(const DumpContext& context)
+{
+    const auto* group = context.group<ProductImage>(imageGroup);
+    if (group == nullptr) {
+        return "";
+    }
+    const Bytes& image = group->bytes.value;
+    if (const auto drawing = drawingOf(image)) {
+        return "image:\n  svg: " + literalBlock(*drawing, "    ");
+    }
+    return "image:\n  base64: " + yamlDigits(toBase64(image), "    ");
+}
+
+void buildImage(const YAML::Node& node, BuildContext& context)
+{
+    ProductImage group;
+    if (node.IsScalar()) {
+        group.bytes = readPayloadFile(node, context);
+    } else {
+        group.bytes = readPayloadKeys(Section(node, "image", context.errors), context);
+    }
+    context.setGroup(imageGroup, std::move(group), node);
+}
+
+std::string dumpRawGroups(const DumpContext& context)
+{
+    std::string text;
+    const std::vector<Group>& groups = context.file().groups;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        if (!context.isTyped(i)) {
+            text += (text.empty() ? "raw:\n" : "") + rawGroupLines(groups[i]);
+        }
+    }
+    return text;
+}
+
+void buildRawGroups(const YAML::Node& node, BuildContext& context)
+{
+    for (const YAML::Node& item : readSequence(node, context.errors)) {
+        const Section section(item, "rawGroup", context.errors);
+        section.require("id");
+        Group group;
+        group.id = section.word("id", 0);
+        group.checksum = section.word("checksum", 0);
+        RawGroup content;
+        content.bytes = readPayloadKeys(section, context);
+        group.content = std::move(content);
+        context.rawGroups.push_back(std::move(group));
+        context.rawMarks.push_back(item.Mark());
+    }
+}
+
+} // namespace mxauthor
