@@ -54,11 +54,6 @@ if(TARGET device-database-postgresql)
 endif()
 
 # The CMake package. A static library brings its own needs to whoever links it.
-set(poco_components Foundation)
-if(PARSER_MX_STATIC)
-    list(APPEND poco_components Data DataSQLite)
-endif()
-list(JOIN poco_components " " poco_components)
 configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/parser-mx-config.cmake.in
     ${PROJECT_BINARY_DIR}/parser-mx-config.cmake
@@ -83,7 +78,7 @@ file(RELATIVE_PATH pkgconfig_to_prefix /${pkgconfig_dir} /)
 string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
 if(PARSER_MX_STATIC)
     set(pkgconfig_requires Requires)
-    set(pkgconfig_driver_libs " -lPocoDataSQLite -lPocoData -lsqlite3 -ldl")
+    set(pkgconfig_driver_libs " -lsqlite3 -ldl")
 else()
     set(pkgconfig_requires Requires.private)
     set(pkgconfig_driver_libs "")

@@ -42,7 +42,6 @@ const SqlDialect& PostgresqlConnection::dialect() const
         "BYTEA",
         "BIGINT",
         "",
-        "CAST('' AS BYTEA)",
         "strpos",
         "SELECT count(*), coalesce(sum(CASE WHEN table_name IN ('schema_version',"
         " 'device_properties') THEN 1 ELSE 0 END), 0) FROM information_schema.tables"

@@ -39,8 +39,7 @@ DeviceProperties toRecord(const SqlConnection::Row& row)
 
 RowSql::Value bytesValue(const SqlDialect& dialect)
 {
-    return {std::string("coalesce(CAST(? AS ") + dialect.bytes + "), " + dialect.noBytes + ")",
-            true};
+    return {std::string("CAST(? AS ") + dialect.bytes + ")", true};
 }
 
 RowSql recordInsertion(const SqlDialect& dialect)

@@ -9,7 +9,6 @@ struct SqlDialect
     const char* bytes;        ///< Column type of bytes.
     const char* number;       ///< Column type of numbers of at least 33 bits.
     const char* tableEnd;     ///< What ends the definition of a table of rows found by their key.
-    const char* noBytes;      ///< Bytes of length 0; the drivers bind an empty blob as NULL.
     const char* findText;     ///< Function of (text, part): 0 when the text does not hold the part.
     const char* countTables;  ///< Selects how many tables there are, and how many of our two first.
     const char* beginReading; ///< Starts a transaction that sees the database of one moment.

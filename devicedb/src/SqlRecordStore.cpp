@@ -11,6 +11,9 @@ namespace devices::database {
 
 namespace {
 
+constexpr const char* ofModule = " WHERE module_id = $1";
+constexpr const char* ofRecord = " WHERE module_id = $1 AND family = $2";
+
 std::optional<DeviceProperties> firstOf(const std::vector<DeviceProperties>& records)
 {
     return records.empty() ? std::nullopt : std::optional(records.front());
@@ -238,22 +241,12 @@ void SqlRecordStore::insert(const DeviceProperties& record, const ModuleContent*
     });
 }
 
-std::string SqlRecordStore::ofModule() const
-{
-    return std::string(" WHERE module_id = coalesce($1, ") + connection->dialect().noBytes + ")";
-}
-
-std::string SqlRecordStore::ofRecord() const
-{
-    return ofModule() + " AND family = coalesce($2, " + connection->dialect().noBytes + ")";
-}
-
 std::optional<DeviceProperties> SqlRecordStore::find(const std::string& moduleId)
 {
     return attempt("read", [&] {
-        return firstOf(fetchRecords(*connection,
-                                    recordSelect + ofModule() + " ORDER BY family LIMIT 1",
-                                    {{moduleId, true}}));
+        return firstOf(fetchRecords(
+            *connection, std::string(recordSelect) + ofModule + " ORDER BY family LIMIT 1",
+            {{moduleId, true}}));
     });
 }
 
@@ -261,7 +254,7 @@ std::optional<DeviceProperties> SqlRecordStore::findExactly(const std::string& f
                                                             const std::string& moduleId)
 {
     return attempt("read", [&] {
-        return firstOf(fetchRecords(*connection, recordSelect + ofRecord(),
+        return firstOf(fetchRecords(*connection, std::string(recordSelect) + ofRecord,
                                     {{moduleId, true}, {family, true}}));
     });
 }
@@ -303,7 +296,7 @@ bool SqlRecordStore::remove(const std::string& moduleId)
 {
     bool removed = false;
     change("write to", [&] {
-        removed = connection->change("DELETE FROM device_properties" + ofModule(),
+        removed = connection->change(std::string("DELETE FROM device_properties") + ofModule,
                                      {{moduleId, true}}) != 0;
     });
     return removed;
@@ -313,7 +306,7 @@ bool SqlRecordStore::removeExactly(const std::string& family, const std::string&
 {
     bool removed = false;
     change("write to", [&] {
-        removed = connection->change("DELETE FROM device_properties" + ofRecord(),
+        removed = connection->change(std::string("DELETE FROM device_properties") + ofRecord,
                                      {{moduleId, true}, {family, true}}) != 0;
     });
     return removed;

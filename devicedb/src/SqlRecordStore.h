@@ -53,8 +53,6 @@ private:
     void change(const char* attempted, const std::function<void()>& work);
     void takeBack(bool wholeTransaction);
     Prepared& prepared();
-    std::string ofModule() const; ///< Condition on $1, the module identifier.
-    std::string ofRecord() const; ///< And on $2, the family.
 
     std::string shownName;
     std::unique_ptr<SqlConnection> connection;

@@ -3,105 +3,41 @@
 #include "SqliteFile.h"
 #include "SqliteRowStatement.h"
 
-#include <Poco/Data/SQLite/Connector.h>
-#include <Poco/Data/SQLite/SQLiteException.h>
-#include <Poco/Data/SQLite/Utility.h>
-#include <Poco/Data/Statement.h>
-
-#include <deque>
+#include <sqlite3.h>
 
 namespace devices::database {
 
-using namespace Poco::Data::Keywords;
-using Poco::Data::BLOB;
-
 namespace {
 
-// What the driver says, without the name of its exception class, and once where it says
-// "reason: reason".
-std::string reasonOf(const Poco::Exception& failure)
-{
-    const std::string& message = failure.message();
-    if (message.empty()) {
-        return failure.what();
-    }
-    const std::string half = message.substr(0, (message.size() - 1) / 2);
-    return message == half + ": " + half ? half : message;
-}
-
-template <typename... Kinds>
-bool isAnyOf(const Poco::Exception& failure)
-{
-    return (... || (dynamic_cast<const Kinds*>(&failure) != nullptr));
-}
-
-SqlFailure::Concern concernOf(const Poco::Exception& failure)
-{
-    using namespace Poco::Data::SQLite;
-    return isAnyOf<CantOpenDBFileException, CorruptImageException, DatabaseFullException,
-                   DBAccessDeniedException, DBLockedException, InternalDBErrorException,
-                   IOErrorException, LockProtocolException, NoMemoryException, ReadOnlyException,
-                   TableLockedException>(failure)
-               ? SqlFailure::Concern::Database
-               : SqlFailure::Concern::Statement;
-}
-
-Poco::Data::Session openSession(const std::string& path, OpenMode mode)
+sqlite3* openFile(const std::string& path, OpenMode mode)
 {
     if (mode == OpenMode::ExistingOnly && isMissing(path)) {
         throw SqlFailure("there is no such file");
     }
-    try {
-        // The driver would try a file that cannot be opened again and again, for a minute.
-        constexpr std::size_t noRetry = 0;
-        return Poco::Data::Session(
-            Poco::Data::SQLite::Connector().createSession(sqliteFileName(path), noRetry));
-    } catch (const Poco::Exception&) {
+    sqlite3* opened = nullptr;
+    constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI;
+    if (sqlite3_open_v2(sqliteFileName(path).c_str(), &opened, flags, nullptr) != SQLITE_OK) {
+        sqlite3_close(opened);
         throw SqlFailure(whyNotOpened(path));
     }
+    return opened;
 }
 
-BLOB toBlob(const std::string& bytes)
+SqliteStatement prepared(sqlite3* connection, const std::string& sql,
+                         const std::vector<SqlParameter>& parameters)
 {
-    return {reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()};
-}
-
-// Runs `work`; turns an exception of the driver into a failure of ours.
-void withDriver(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (const Poco::Exception& failure) {
-        throw SqlFailure(reasonOf(failure), concernOf(failure));
+    SqliteStatement statement(connection, sql);
+    int number = 0;
+    for (const SqlParameter& parameter : parameters) {
+        statement.bind(++number, parameter.value, parameter.isBytes);
     }
+    return statement;
 }
-
-// The values of a statement, in places that stay where they are while it lives.
-class BoundValues
-{
-public:
-    void bind(Poco::Data::Statement& statement, const std::vector<SqlParameter>& parameters)
-    {
-        for (const SqlParameter& parameter : parameters) {
-            if (parameter.isBytes) {
-                blobs.push_back(toBlob(parameter.value));
-                statement, use(blobs.back());
-            } else {
-                texts.push_back(parameter.value);
-                statement, use(texts.back());
-            }
-        }
-    }
-
-private:
-    std::deque<BLOB> blobs;
-    std::deque<std::string> texts;
-};
 
 } // namespace
 
 SqliteConnection::SqliteConnection(const std::string& path, OpenMode mode, unsigned patience)
-    : session(openSession(path, mode))
+    : connection(openFile(path, mode), &sqlite3_close)
 {
     execute("PRAGMA busy_timeout = " + std::to_string(patience * 1000)); // milliseconds
     execute("PRAGMA foreign_keys = ON");
@@ -122,7 +58,6 @@ const SqlDialect& SqliteConnection::dialect() const
         "BLOB",
         "INTEGER",
         " WITHOUT ROWID",
-        "x''",
         "instr",
         "SELECT count(*), coalesce(sum(name IN ('schema_version', 'device_properties')), 0)"
         " FROM sqlite_master WHERE type = 'table'",
@@ -150,7 +85,8 @@ void SqliteConnection::useWriteAheadLog()
 
 void SqliteConnection::execute(const std::string& sql)
 {
-    executeSqlite(Poco::Data::SQLite::Utility::dbHandle(session), sql);
+    checkSqlite(connection.get(),
+                sqlite3_exec(connection.get(), sql.c_str(), nullptr, nullptr, nullptr));
 }
 
 void SqliteConnection::executeOften(const std::string& sql)
@@ -165,53 +101,31 @@ void SqliteConnection::executeOften(const std::string& sql)
 std::size_t SqliteConnection::change(const std::string& sql,
                                      const std::vector<SqlParameter>& parameters)
 {
-    std::size_t rows = 0;
-    withDriver([&] {
-        BoundValues values;
-        Poco::Data::Statement statement(session);
-        statement << sql;
-        values.bind(statement, parameters);
-        rows = statement.execute();
-    });
-    return rows;
+    prepared(connection.get(), sql, parameters).step();
+    return static_cast<std::size_t>(sqlite3_changes(connection.get()));
 }
 
-// Every cell is fetched as bytes: SQLite gives numbers in decimal then, and cuts no text at a NUL.
 void SqliteConnection::query(const std::string& sql, const std::vector<SqlParameter>& parameters,
                              std::size_t columns, const std::function<void(const Row&)>& take)
 {
-    withDriver([&] {
-        BoundValues values;
-        std::vector<BLOB> cells(columns);
-        Poco::Data::Statement select(session);
-        select << sql;
-        values.bind(select, parameters);
-        for (BLOB& cell : cells) {
-            select, into(cell);
+    SqliteStatement select = prepared(connection.get(), sql, parameters);
+    Row row(columns);
+    while (select.step()) {
+        for (std::size_t column = 0; column < columns; ++column) {
+            row[column] = select.cell(static_cast<int>(column));
         }
-        select, range(0, 1);
-        Row row(columns);
-        while (!select.done()) {
-            if (select.execute() == 0) {
-                continue;
-            }
-            for (std::size_t column = 0; column < columns; ++column) {
-                row[column].assign(cells[column].begin(), cells[column].end());
-            }
-            take(row);
-        }
-    });
+        take(row);
+    }
 }
 
 std::unique_ptr<RowStatement> SqliteConnection::makeRowStatement(const RowSql& rowSql)
 {
-    return std::make_unique<SqliteRowStatement>(Poco::Data::SQLite::Utility::dbHandle(session),
-                                                rowSql);
+    return std::make_unique<SqliteRowStatement>(connection.get(), rowSql);
 }
 
 bool SqliteConnection::holdsTransaction()
 {
-    return !session.getFeature("autoCommit");
+    return sqlite3_get_autocommit(connection.get()) == 0;
 }
 
 // After some failures, a full disk for one, SQLite has rolled the whole transaction back by itself.

@@ -4,13 +4,13 @@
 
 #include "devices/database/DeviceDatabase.h"
 
-#include <Poco/Data/Session.h>
-
 #include <map>
+
+struct sqlite3;
 
 namespace devices::database {
 
-/// An SQLite file, or a database in memory for the path ":memory:", through Poco Data.
+/// An SQLite file, or a database in memory for the path ":memory:".
 ///
 /// Readers see the last committed state while a writer works (write-ahead log), and a committed
 /// transaction survives a power cut: the log is synchronised before a commit returns.
@@ -35,7 +35,7 @@ public:
 private:
     void useWriteAheadLog();
 
-    Poco::Data::Session session;
+    std::unique_ptr<sqlite3, int (*)(sqlite3*)> connection;
     std::map<std::string, std::unique_ptr<RowStatement>> often; // what `executeOften` has prepared
 };
 

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace devices::database {
+
+/// One prepared statement of SQLite. Whatever fails is a `SqlFailure` with SQLite's own reason.
+class SqliteStatement
+{
+public:
+    /// `openConnection` must outlive the object.
+    SqliteStatement(sqlite3* openConnection, const std::string& sql);
+
+    /// Gives parameter `number`, from 1, its value for the next steps, which `value` must outlive.
+    void bind(int number, const std::string& value, bool isBytes);
+
+    /// Takes all values back.
+    void unbind();
+
+    /// Goes on to the next row. Returns false after the last one; the next step starts again.
+    bool step();
+
+    /// Returns column `column`, from 0, of the row: bytes and texts as they are, numbers
+    /// in decimal.
+    std::string cell(int column) const;
+
+private:
+    sqlite3* connection;
+    std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement;
+};
+
+/// Throws what SQLite says of the last call on `connection` unless `result` is success.
+void checkSqlite(sqlite3* connection, int result);
+
+} // namespace devices::database
