@@ -201,6 +201,18 @@ TEST_F(Container, SecondHeaderGroupReducesTheEndFurtherButNeverRaisesIt)
               "Parser::parse(): Truncated mx buffer");
 }
 
+TEST_F(Container, ContentLengthBeyondTheReducedEndIsReadFromTheBuffer)
+{
+    // The first header reduces the end to 13, in the middle of the second one's content length.
+    EXPECT_EQ(failureOf("0000 0008 000d 0000 0000 0008 ffff 0000 0000 0000"),
+              "Parser::parse(): Truncated mx buffer");
+    EXPECT_EQ(failureOf("0000 0008 000d 0000 0000 0008 000d 0000 0000 0000"),
+              "Parser::parse(): Error in group 0 (@ 8): Index position out of bounds");
+    // Here the buffer ends there as well.
+    EXPECT_EQ(failureOf("0000 0008 000d 0000 0000 0008 ff"),
+              "Parser::parse(): Error in group 0 (@ 8): Index position out of bounds");
+}
+
 TEST_F(Container, RepeatedIdentifierIsIndexedFirstAndListedTwice)
 {
     parse(hexBytes("0005 0007 aa 0000 0006 0006 0000 0005 0008 bbcc 0000"));

@@ -12,6 +12,7 @@ constexpr std::uint16_t headerGroup = 0;
 constexpr std::uint32_t groupHeaderSize = 4;    // identifier and length
 constexpr std::uint32_t groupOverhead = 6;      // header and checksum
 constexpr std::uint32_t headerGroupMinSize = 8; // overhead and content length
+constexpr std::uint32_t contentLengthEnd = 6;   // from the start of a header group
 
 [[noreturn]] void failAtGroup(std::uint16_t id, std::uint32_t start, const char* reason)
 {
@@ -38,14 +39,15 @@ void checkGroup(std::uint16_t id, std::uint32_t pos, std::uint32_t length, std::
     }
 }
 
-// Checks a header group and returns the end that its content length sets.
-std::uint32_t checkHeaderGroup(const std::uint8_t* data, std::uint32_t pos, std::uint32_t length,
-                               std::uint32_t end)
+// Checks a header group and returns the end that its content length sets. The content length may
+// lie beyond an end that an earlier header group has reduced, but not beyond the buffer.
+std::uint32_t checkHeaderGroup(const std::uint8_t* data, std::uint32_t bufferSize,
+                               std::uint32_t pos, std::uint32_t length, std::uint32_t end)
 {
     if (length < headerGroupMinSize) {
         failAtGroup(headerGroup, pos, invalidLength);
     }
-    if (!fits(pos, groupOverhead, end)) {
+    if (!fits(pos, contentLengthEnd, bufferSize)) {
         failAtGroup(headerGroup, pos, outOfBounds);
     }
     const std::uint32_t declared = readU16BE(data + pos + groupHeaderSize);
@@ -76,7 +78,7 @@ void Parser::parse(const std::uint8_t* data, std::uint32_t length)
         const std::uint16_t id = readU16BE(data + pos);
         const std::uint32_t groupLength = readU16BE(data + pos + 2);
         if (id == headerGroup) {
-            end = checkHeaderGroup(data, pos, groupLength, end);
+            end = checkHeaderGroup(data, length, pos, groupLength, end);
         } else {
             checkGroup(id, pos, groupLength, end);
         }
