@@ -22,26 +22,21 @@ const char* severityOf(Poco::Message::Priority priority)
     return priority == Poco::Message::PRIO_WARNING ? "warning" : "note";
 }
 
-} // namespace
-
-class LogToDiagnostics::Reporter : public Poco::Channel
+class Reporter : public Poco::Channel
 {
 public:
     void log(const Poco::Message& message) override
     {
-        if (message.getPriority() <= Poco::Message::PRIO_ERROR) {
-            ++errors;
-        }
         report({severityOf(message.getPriority()), "", message.getText(), ""});
     }
-
-    unsigned errors = 0;
 };
 
+} // namespace
+
 LogToDiagnostics::LogToDiagnostics(const std::string& level)
-    : reporter(new Reporter), previousChannel(parserLogger().getChannel())
+    : previousChannel(parserLogger().getChannel())
 {
-    parserLogger().setChannel(reporter);
+    parserLogger().setChannel(new Reporter);
     parserLogger().setLevel(level);
 }
 
@@ -50,9 +45,9 @@ LogToDiagnostics::~LogToDiagnostics()
     parserLogger().setChannel(previousChannel);
 }
 
-unsigned LogToDiagnostics::errorLines() const
+void LogToDiagnostics::debug(const std::string& line) const
 {
-    return reporter->errors;
+    parserLogger().debug(line);
 }
 
 bool isLoggingLevel(const std::string& level)

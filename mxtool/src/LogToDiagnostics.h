@@ -18,11 +18,9 @@ public:
     LogToDiagnostics(const LogToDiagnostics&) = delete;
     LogToDiagnostics& operator=(const LogToDiagnostics&) = delete;
 
-    unsigned errorLines() const; ///< How many lines had error priority or above.
+    void debug(const std::string& line) const; ///< Adds a line of debug priority to the parser's.
 
 private:
-    class Reporter;
-    Poco::AutoPtr<Reporter> reporter;
     Poco::AutoPtr<Poco::Channel> previousChannel;
 };
 

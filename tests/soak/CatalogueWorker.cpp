@@ -33,7 +33,8 @@ int write(const std::string& url, const fs::path& sets, Clock::time_point end)
     while (Clock::now() < end) {
         auto transaction = database.beginTransaction();
         const fs::path set = sets / (transactions % 2 == 0 ? "a" : "b");
-        if (mxtool::populate(set.string(), database, transaction, "error").failed != 0) {
+        if (mxtool::populate(mxtool::listMxDirectory(set.string()), database, transaction, "error")
+                .failed != 0) {
             throw std::runtime_error("a file was refused");
         }
         transaction.commit();

@@ -14,6 +14,8 @@ namespace mxtool {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 class Container : public devices::parser::mx::Parser
 {};
 
@@ -35,44 +37,73 @@ std::optional<std::string> statedModule(const std::vector<char>& mxData)
     }
 }
 
+// What a directory holds at `path` in the place of a file; reading it may never end.
+std::optional<std::string> foundInsteadOfFile(const fs::path& path)
+{
+    std::error_code ignored;
+    switch (fs::status(path, ignored).type()) {
+    case fs::file_type::regular:
+        return std::nullopt;
+    case fs::file_type::directory:
+        return "a directory";
+    case fs::file_type::fifo:
+        return "a pipe";
+    case fs::file_type::socket:
+        return "a socket";
+    case fs::file_type::block:
+    case fs::file_type::character:
+        return "a device";
+    default:
+        return "a link that leads to no file";
+    }
+}
+
+void addEntry(const std::string& path, MxDirectory& directory)
+{
+    if (const auto found = foundInsteadOfFile(path)) {
+        report({"error", path, "Found " + *found + ", expected a file: it is left out", ""});
+        ++directory.leftOut;
+    } else {
+        callFiles().addInput(path);
+        directory.files.push_back(path);
+    }
+}
+
 } // namespace
 
-void requireMxFiles(const std::string& directory)
+MxDirectory listMxDirectory(const std::string& path)
 {
+    MxDirectory directory{path, {}, 0};
     std::error_code error;
-    const std::filesystem::directory_iterator entries(directory, error);
-    if (error) {
-        throw Failure(ExitCode::Input,
-                      {"error", directory, "Cannot read the directory: " + error.message(),
-                       std::filesystem::is_regular_file(directory, error)
-                           ? "name the directory that holds this file"
-                           : ""});
-    }
-    if (mxFilesIn(directory).empty()) {
-        throw Failure(ExitCode::Input, {"error", directory,
-                                        "The directory holds no file MX*.bin, nothing is inserted",
-                                        "files of other names, and those in directories below it, "
-                                        "are not looked at"});
-    }
-}
-
-std::vector<std::string> mxFilesIn(const std::string& directory)
-{
-    std::vector<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(directory)) {
-        if (isMxFileName(entry.path().filename().string())) {
-            requireNoDevice(entry.path().string());
-            callFiles().addInput(entry.path().string());
-            files.push_back(entry.path().string());
+    for (fs::directory_iterator entry(path, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        if (isMxFileName(entry->path().filename().string())) {
+            addEntry(entry->path().string(), directory);
         }
     }
-    return files;
+    if (error) {
+        std::error_code ignored;
+        throw Failure(
+            ExitCode::Input,
+            {"error", path, "Cannot read the directory: " + error.message(),
+             fs::is_regular_file(path, ignored) ? "name the directory that holds this file" : ""});
+    }
+    if (directory.files.empty()) {
+        throw Failure(ExitCode::Input,
+                      {"error", path, "The directory holds no file MX*.bin, nothing is inserted",
+                       "files of other names, and those in directories below it, are not looked "
+                       "at"});
+    }
+    return directory;
 }
 
-std::optional<std::set<std::string>> statedModules(const std::string& directory)
+std::optional<std::set<std::string>> statedModules(const MxDirectory& directory)
 {
+    if (directory.leftOut != 0) {
+        return std::nullopt;
+    }
     std::set<std::string> modules;
-    for (const std::string& file : mxFilesIn(directory)) {
+    for (const std::string& file : directory.files) {
         const auto module = statedModule(loadInput(file));
         if (!module) {
             return std::nullopt;
@@ -82,12 +113,12 @@ std::optional<std::set<std::string>> statedModules(const std::string& directory)
     return modules;
 }
 
-std::vector<std::string> filesStating(const std::string& module, const std::string& directory)
+std::vector<std::string> filesStating(const std::string& module, const MxDirectory& directory)
 {
     std::vector<std::string> names;
-    for (const std::string& file : mxFilesIn(directory)) {
+    for (const std::string& file : directory.files) {
         if (statedModule(loadInput(file)) == module) {
-            names.push_back(std::filesystem::path(file).filename().string());
+            names.push_back(fs::path(file).filename().string());
         }
     }
     std::sort(names.begin(), names.end());

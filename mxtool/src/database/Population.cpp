@@ -1,15 +1,16 @@
 #include "database/Population.h"
 
 #include "Diagnostic.h"
+#include "InputFile.h"
 #include "LogToDiagnostics.h"
 #include "Progress.h"
 #include "database/CatalogueContent.h"
-#include "database/MxDirectory.h"
 
 #include <devices/parser/mx/Parser_kv38.h>
 
 #include <fmt/format.h>
 
+#include <filesystem>
 #include <set>
 #include <utility>
 
@@ -19,32 +20,9 @@ namespace {
 
 using devices::database::DeviceDatabase;
 using devices::database::DeviceProperties;
+using devices::parser::mx::Parser_kv38;
 
-// Opens the device that is being inserted.
-class OpenParser : public devices::parser::mx::Parser_kv38
-{
-public:
-    using Parser_kv38::dev;
-};
-
-// No exception of the standard's: the parser goes on with the next file after one of those.
-struct TransactionLost
-{
-    std::string reason;
-};
-
-// What `insertDeviceProperties` does while this lives.
-class Insertion
-{
-public:
-    explicit Insertion(std::function<void(DeviceProperties&)> work)
-    {
-        devices::database::insertThrough(std::move(work));
-    }
-    ~Insertion() { devices::database::insertThrough({}); }
-    Insertion(const Insertion&) = delete;
-    Insertion& operator=(const Insertion&) = delete;
-};
+constexpr const char* unchanged = "the database is unchanged";
 
 using ModuleKey = std::pair<std::string, std::string>; // family and identifier
 
@@ -60,9 +38,10 @@ public:
         }
     }
 
-    void insert(const DeviceProperties& record, const OpenParser& parser)
+    void insert(const Parser_kv38::DeviceP& device)
     {
-        store(record, catalogueContent(makeReport(*parser.dev, conversionsOf(*record.mxFileData))));
+        const DeviceProperties& record = device.privateProps;
+        store(record, catalogueContent(makeReport(device, conversionsOf(*record.mxFileData))));
         const ModuleKey key{record.family, record.moduleIdText};
         replacedCount += present.insert(key).second ? 0 : 1;
         if (!inserted.insert(key).second) {
@@ -80,7 +59,7 @@ private:
             database.insert(record, content);
         } catch (const std::runtime_error& failure) {
             if (!transaction.isAlive()) {
-                throw TransactionLost{failure.what()};
+                throw Failure(ExitCode::Output, {"error", "", failure.what(), unchanged});
             }
             throw;
         }
@@ -94,45 +73,68 @@ private:
     unsigned replacedCount = 0;
 };
 
-void reportRepeated(const std::set<std::string>& modules, const std::string& directory)
+void reportRepeated(const std::set<std::string>& modules, const MxDirectory& directory)
 {
     for (const std::string& module : modules) {
-        report({"warning", directory,
+        report({"warning", directory.path,
                 fmt::format("Module {} has several files, of which one is stored: {}", module,
                             fmt::join(filesStating(module, directory), ", ")),
                 "leave one of them in the directory"});
     }
 }
 
-} // namespace
-
-PopulationCount populate(const std::string& directory, DeviceDatabase& database,
-                         const DeviceDatabase::Transaction& transaction,
-                         const std::string& logLevel)
+std::vector<char> load(const std::string& file)
 {
-    OpenParser parser;
-    const LogToDiagnostics log(logLevel);
-    Progress progress("files", mxFilesIn(directory).size());
-    unsigned done = 0;
-    Records records(database, transaction);
-    const Insertion insertion([&](DeviceProperties& record) {
-        records.insert(record, parser);
-        progress.show(++done + log.errorLines());
-    });
     try {
-        const unsigned stored = parser.populateDatabase(directory);
-        reportRepeated(records.ofSeveralFiles(), directory);
-        return {stored - records.replaced(), records.replaced(), log.errorLines()};
-    } catch (const TransactionLost& lost) {
-        throw Failure(ExitCode::Output, {"error", "", lost.reason, "the database is unchanged"});
-    } catch (const std::runtime_error& failure) {
-        throw Failure(ExitCode::Input,
-                      {"error", directory, failure.what(), "the database is unchanged"});
+        return loadInput(file);
+    } catch (Failure& failure) {
+        failure.diagnostic.hint = unchanged;
+        throw;
     }
 }
 
+// Translates `file` and stores its record. Returns false when either failed, which is reported.
+bool populateFrom(const std::string& file, Parser_kv38& parser, Records& records,
+                  const LogToDiagnostics& log)
+{
+    const std::string name = std::filesystem::path(file).filename().string();
+    log.debug("Loading mx file " + name);
+    const std::vector<char> mxData = load(file);
+    try {
+        const auto device = parser.parse(mxData, nullptr, 0, 0);
+        device->privateProps.mxFileData = new std::vector<char>(mxData);
+        records.insert(*device);
+        return true;
+    } catch (const Failure&) {
+        throw;
+    } catch (const std::exception& failure) {
+        report({"error", "", "File " + name + ": " + failure.what(), ""});
+        return false;
+    }
+}
+
+} // namespace
+
+PopulationCount populate(const MxDirectory& directory, DeviceDatabase& database,
+                         const DeviceDatabase::Transaction& transaction,
+                         const std::string& logLevel)
+{
+    Parser_kv38 parser;
+    const LogToDiagnostics log(logLevel);
+    Progress progress("files", directory.files.size());
+    Records records(database, transaction);
+    unsigned stored = 0;
+    unsigned failed = 0;
+    for (const std::string& file : directory.files) {
+        ++(populateFrom(file, parser, records, log) ? stored : failed);
+        progress.show(stored + failed);
+    }
+    reportRepeated(records.ofSeveralFiles(), directory);
+    return {stored - records.replaced(), records.replaced(), failed + directory.leftOut};
+}
+
 std::optional<std::vector<devices::database::ModuleSummary>>
-modulesNotIn(const std::string& directory, DeviceDatabase& database)
+modulesNotIn(const MxDirectory& directory, DeviceDatabase& database)
 {
     const auto stated = statedModules(directory);
     if (!stated) {

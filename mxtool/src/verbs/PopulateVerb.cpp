@@ -18,7 +18,7 @@ using devices::database::DeviceDatabase;
 
 constexpr const char* populateFooter =
     R"(Either every file that can be translated is in the database afterwards, or nothing has changed;
-who reads meanwhile sees the state before.
+who reads meanwhile sees the state before. What is called MX*.bin and is no file is named and left out.
 
 Example:
   $ mxtool populate examples/modules --db sqlite:/tmp/devices.sqlite
@@ -34,14 +34,14 @@ struct PopulateOptions
 };
 
 // Removes what the directory no longer holds, listed before. Returns how many modules went.
-std::size_t removeMissing(const PopulateOptions& options, DeviceDatabase& database, bool quiet)
+std::size_t removeMissing(const MxDirectory& directory, DeviceDatabase& database, bool quiet)
 {
-    const auto missing = modulesNotIn(options.directory, database);
+    const auto missing = modulesNotIn(directory, database);
     if (!missing) {
-        report({"warning", options.directory,
-                "A file does not state its module, which may be any in the database: nothing is "
-                "removed",
-                ""});
+        const std::string reason =
+            directory.leftOut != 0 ? "An entry was left out" : "A file does not state its module";
+        report({"warning", directory.path,
+                reason + ", which may be any in the database: nothing is removed", ""});
         return 0;
     }
     std::string lines;
@@ -58,15 +58,14 @@ std::size_t removeMissing(const PopulateOptions& options, DeviceDatabase& databa
     return missing->size();
 }
 
-ExitCode populateAtOnce(const PopulateOptions& options, const GlobalOptions& global,
+ExitCode populateAtOnce(const MxDirectory& directory, bool replace, const GlobalOptions& global,
                         DeviceDatabase& database)
 {
     auto transaction = database.beginTransaction();
-    const PopulationCount count =
-        populate(options.directory, database, transaction, global.logLevel);
+    const PopulationCount count = populate(directory, database, transaction, global.logLevel);
     std::string removed;
-    if (options.replace) {
-        removed = fmt::format(", {} removed", removeMissing(options, database, global.quiet));
+    if (replace) {
+        removed = fmt::format(", {} removed", removeMissing(directory, database, global.quiet));
     }
     transaction.commit();
     if (!global.quiet) {
@@ -81,10 +80,11 @@ ExitCode populateAtOnce(const PopulateOptions& options, const GlobalOptions& glo
 
 ExitCode runPopulate(const PopulateOptions& options, const GlobalOptions& global)
 {
-    requireMxFiles(options.directory);
+    const MxDirectory directory = listMxDirectory(options.directory);
     auto database = openDatabaseForWriting(options.databaseUrl);
-    return withDatabase("the database is unchanged",
-                        [&] { return populateAtOnce(options, global, database); });
+    return withDatabase("the database is unchanged", [&] {
+        return populateAtOnce(directory, options.replace, global, database);
+    });
 }
 
 } // namespace
