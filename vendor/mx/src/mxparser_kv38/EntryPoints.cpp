@@ -10,7 +10,6 @@
 #include <mxfileext/mxfileext.h>
 
 #include <dirent.h>
-#include <sys/stat.h>
 
 #include <memory>
 #include <stdexcept>
@@ -43,24 +42,13 @@ struct CloseDirectory
 };
 using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
-// A pipe or device may never end, or never begin. A directory fails by itself when it is read.
-bool mayBeEndless(const std::string& path)
-{
-    struct stat status = {};
-    return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
-}
-
 // Loads the file `name` of the directory. A file that cannot be loaded ends the walk as it stands,
 // the directory still open: hosts tell this failure from that of a file that cannot be translated.
 std::vector<char> loadFrom(Directory& handle, const std::string& directory, const std::string& name)
 {
     DIR* const open = handle.release();
-    const std::string path = pathIn(directory, name);
-    if (mayBeEndless(path)) {
-        throw std::runtime_error("Cannot open file: " + path);
-    }
     std::vector<char> mxData;
-    loadFile(path, mxData);
+    loadFile(pathIn(directory, name), mxData);
     handle.reset(open);
     return mxData;
 }
