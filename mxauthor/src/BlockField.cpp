@@ -83,7 +83,7 @@ std::optional<BlockField> blockFieldOf(const ParameterRecord& record)
     field.bits = bitsOfByte * width->bytes;
     field.isSigned = width->isSigned;
     if (static_cast<MxParameterDatatype>(record.datatype.value) == MxParameterDatatype::Byte) {
-        if (mxformat::leavesItsByte(record.bitLength.value, record.bitOffset.value)) {
+        if (!mxformat::bitPlace(record.bitLength.value, record.bitOffset.value).exists()) {
             return std::nullopt;
         }
         const auto place = mxformat::bitPlace(record.bitLength.value, record.bitOffset.value);

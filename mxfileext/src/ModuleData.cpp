@@ -2,7 +2,8 @@
 
 #include "mxfileext/mxfileext.h"
 
-#include <devices/parser/mx/ByteReaders.h>
+#include <mxformat/BigEndian.h>
+#include <mxformat/Groups.h>
 
 #include <algorithm>
 #include <atomic>
@@ -12,11 +13,6 @@ namespace mxfileext {
 namespace {
 
 using devices::parser::mx::OneThreadAtATime;
-using devices::parser::mx::readU16BE;
-
-constexpr std::uint16_t textGroup = 0x20D3;
-constexpr std::uint32_t groupHeaderSize = 4;
-constexpr std::uint32_t groupOverhead = 6; // header and checksum
 
 // Everything that is kept, by module index.
 std::map<std::uint8_t, ModuleData>& allModules()
@@ -47,13 +43,13 @@ bool endsText(std::uint8_t byte)
 
 void ModuleData::addGroup(std::uint16_t group, const std::uint8_t* payload, std::uint32_t size)
 {
-    if (group == textGroup && !textsRead) {
+    if (group == mxformat::group::texts && !textsRead) {
         textsRead = true;
         textTable.assign(payload, payload + size);
-    } else if (group == mxformat::ConversionTable::group && !conversionsRead) {
+    } else if (group == mxformat::group::conversions && !conversionsRead) {
         conversionsRead = true;
         conversions = mxformat::ConversionTable(payload, size);
-    } else if (group == OptionLists::group && !optionListsRead) {
+    } else if (group == mxformat::group::optionLists && !optionListsRead) {
         optionListsRead = true;
         optionLists = OptionLists(payload, size);
     }
@@ -66,7 +62,7 @@ std::string ModuleData::text(std::uint16_t id) const
     const std::size_t size = textTable.size();
     for (std::size_t pos = 2; size >= 2 && size - 2 > pos;) {
         const std::uint8_t* const begin = table + pos + 2;
-        if (readU16BE(table + pos) == id) {
+        if (mxformat::readBigEndian<std::uint16_t>(table + pos) == id) {
             const std::uint8_t* const end = std::find_if(begin, table + size, endsText);
             return end == table + size ? std::string() : std::string(begin, end);
         }
@@ -121,8 +117,9 @@ void parseGroup(unsigned char module, unsigned short group, const unsigned char*
                 unsigned short size)
 {
     const OneThreadAtATime::Use use(keptTables, "mxfileext::parseGroup");
-    if (size >= groupOverhead) {
-        moduleData(module).addGroup(group, data + groupHeaderSize, size - groupOverhead);
+    if (size >= mxformat::groupOverhead) {
+        moduleData(module).addGroup(group, data + mxformat::groupHeaderSize,
+                                    size - mxformat::groupOverhead);
     }
 }
 

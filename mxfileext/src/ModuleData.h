@@ -33,7 +33,10 @@ public:
     std::string text(std::uint16_t id) const;
 
     /// Returns the options of the lists `id`.
-    std::vector<Option> options(std::uint8_t id) const { return optionLists.options(id); }
+    std::vector<mxformat::OptionRecord> options(std::uint8_t id) const
+    {
+        return optionLists.options(id);
+    }
 
 private:
     /// Looks the unit's text up once: many parameters share a conversion.

@@ -2,14 +2,9 @@
 
 #include "PhysicalValue.h"
 
-#include <devices/parser/mx/ByteReaders.h>
-
 namespace mxfileext {
 
 namespace {
-
-using devices::parser::mx::readU16BE;
-using devices::parser::mx::readU8;
 
 std::string escaped(char byte)
 {
@@ -48,18 +43,18 @@ std::string quotedText(std::uint8_t module, std::uint16_t id)
     return text.empty() ? text : " " + quoted(shortened(text));
 }
 
-std::string enumeration(std::uint8_t module, const std::vector<Option>& options,
-                        const ParameterField& field)
+std::string enumeration(std::uint8_t module, const std::vector<mxformat::OptionRecord>& options,
+                        const Parameter& parameter)
 {
     constexpr std::size_t most = 20;
     std::string text;
     std::size_t count = 0;
-    for (const Option& option : options) {
-        const std::uint64_t raw = field.fromSlot(option.slot);
-        if (!field.holds(field.number(raw)) || ++count > most) {
+    for (const mxformat::OptionRecord& option : options) {
+        const std::uint64_t raw = parameter.field.fromSlot(option.value);
+        if (!parameter.field.holds(parameter.field.number(raw)) || ++count > most) {
             continue;
         }
-        text += (count == 1 ? "" : ", ") + field.text(raw) + quotedText(module, option.textId);
+        text += (count == 1 ? "" : ", ") + parameter.text(raw) + quotedText(module, option.textId);
     }
     return count <= most ? text : text + " and " + std::to_string(count - most) + " more";
 }
@@ -75,20 +70,19 @@ std::string quoted(const std::string& text)
     return '"' + shown + '"';
 }
 
-std::string parameterName(std::uint8_t module, const std::uint8_t* record)
+std::string parameterName(std::uint8_t module, const Parameter& parameter)
 {
-    return "Parameter " + std::to_string(readU8(record)) +
-           quotedText(module, readU16BE(record + 1));
+    return "Parameter " + std::to_string(parameter.record.number) +
+           quotedText(module, parameter.record.nameId);
 }
 
-std::string optionsText(std::uint8_t module, const std::uint8_t* record,
-                        const ParameterField& field)
+std::string optionsText(std::uint8_t module, const Parameter& parameter)
 {
-    if (isConverted(record)) {
+    if (parameter.isConverted()) {
         return {};
     }
-    const auto options = moduleData(module).options(readU8(record + 7));
-    const std::string text = enumeration(module, options, field);
+    const auto options = moduleData(module).options(parameter.record.optionList);
+    const std::string text = enumeration(module, options, parameter);
     return text.empty() ? text : "; its options: " + text;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ParameterField.h"
+#include "Parameter.h"
 
 #include <cstdint>
 #include <string>
@@ -10,13 +10,12 @@ namespace mxfileext {
 /// Returns `text` in quotation marks, its control bytes spelled out: NUL as "\0", others as "\x1b".
 std::string quoted(const std::string& text);
 
-/// Returns how messages name the parameter of `record`: `Parameter 3 "Filter"`, without the name
-/// where the text table of `module` has none.
-std::string parameterName(std::uint8_t module, const std::uint8_t* record);
+/// Returns how messages name `parameter`: `Parameter 3 "Filter"`, without the name where the text
+/// table of `module` has none.
+std::string parameterName(std::uint8_t module, const Parameter& parameter);
 
-/// Returns the options of the parameter that `field` can hold, as an addition to what is expected:
+/// Returns the options that `parameter` can hold, as an addition to what is expected:
 /// `; its options: 0 "off", 5 "slow"`. At most twenty are named. Empty where there is none.
-std::string optionsText(std::uint8_t module, const std::uint8_t* record,
-                        const ParameterField& field);
+std::string optionsText(std::uint8_t module, const Parameter& parameter);
 
 } // namespace mxfileext

@@ -1,29 +1,14 @@
 #include "PhysicalValue.h"
 
-#include <devices/parser/mx/ByteReaders.h>
-
 #include <array>
 #include <charconv>
 #include <limits>
 
 namespace mxfileext {
 
-namespace {
-
-using devices::parser::mx::readU8;
-
-constexpr std::uint8_t convertedFlag = 0x04;
-
-} // namespace
-
-bool isConverted(const std::uint8_t* record)
+Conversion conversionOf(std::uint8_t module, const Parameter& parameter)
 {
-    return (readU8(record + 5) & convertedFlag) != 0;
-}
-
-Conversion conversionOf(std::uint8_t module, const std::uint8_t* record)
-{
-    return moduleData(module).conversion(readU8(record + 6));
+    return moduleData(module).conversion(parameter.record.conversion);
 }
 
 std::string physicalText(float value)

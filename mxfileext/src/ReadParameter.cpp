@@ -1,10 +1,9 @@
-#include "ParameterField.h"
 #include "PhysicalValue.h"
 
 #include "mxfileext/mxfileext.h"
 
-#include <devices/parser/mx/ByteReaders.h>
-#include <mxformat/BitPlace.h>
+#include <OneThreadAtATime.h>
+#include <mxformat/BigEndian.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -14,27 +13,19 @@ namespace mxfileext {
 
 namespace {
 
-using devices::parser::mx::readU64BE;
-using devices::parser::mx::readU8;
-
 constexpr unsigned slotSize = 8;
 
-// Lower and upper bound as raw values: those that the record states, else the natural ones.
-std::pair<std::uint64_t, std::uint64_t> rangeOf(const std::uint8_t* record,
-                                                const ParameterField& field)
+void toSlot(std::uint64_t value, unsigned char* slot)
 {
-    const std::uint64_t minimum = readU64BE(record + 8);
-    const std::uint64_t maximum = readU64BE(record + 16);
-    if (minimum == 0 && maximum == 0) {
-        return {field.lowest(), field.highest()};
-    }
-    return {field.fromSlot(minimum), field.fromSlot(maximum)};
+    mxformat::writeBigEndian(value, slotSize, slot);
 }
 
 std::string slotText(unsigned char datatype, const unsigned char* slot)
 {
-    return devices::parser::mx::kv38ParameterValueToString(
-        slot, static_cast<devices::parser::mx::MxParameterDatatype>(datatype));
+    const mxformat::Datatype* const type = mxformat::findDatatype(datatype);
+    return type == nullptr
+               ? std::string()
+               : type->numberInSlot(mxformat::readBigEndian<std::uint64_t>(slot)).text();
 }
 
 [[noreturn]] void failOutside(unsigned byteOffset, unsigned dataSize, std::size_t imageSize)
@@ -51,12 +42,13 @@ void getParameterValue(const unsigned char* record, const unsigned char* block,
                        ParameterValue_t* out)
 {
     *out = ParameterValue_t{};
-    const ParameterField field(record);
-    if (field.byteCount() == 0) {
+    const Parameter parameter(record);
+    const mxformat::BlockField& field = parameter.field;
+    if (field.datatype() == nullptr) {
         return;
     }
-    out->datatype = readU8(record + 4);
-    const auto [minimum, maximum] = rangeOf(record, field);
+    out->datatype = parameter.record.datatype;
+    const auto [minimum, maximum] = rangeOf(parameter.record, field);
     toSlot(minimum, out->minimum);
     toSlot(maximum, out->maximum);
     out->present = block != nullptr && field.liesWithin(blockSize());
@@ -78,10 +70,11 @@ void getConvertedParameter(unsigned char module, unsigned char* block, unsigned 
 {
     const devices::parser::mx::OneThreadAtATime::Use use(keptTables,
                                                          "mxfileext::getConvertedParameter");
-    const ParameterField field(record);
-    const Conversion conversion = conversionOf(module, record);
+    const Parameter parameter(record);
+    const mxformat::BlockField& field = parameter.field;
+    const Conversion conversion = conversionOf(module, parameter);
     const bool present = block != nullptr && field.liesWithin(blockSize());
-    const auto [minimum, maximum] = rangeOf(record, field);
+    const auto [minimum, maximum] = rangeOf(parameter.record, field);
     const mxformat::PhysicalScale& scale = conversion.scale;
     *value = scale.value(field.number(present ? field.read(block) : 0));
     *min = scale.value(field.number(minimum));
@@ -107,14 +100,14 @@ void getLeftAlignedRawParameter(const std::vector<char>& raw, unsigned char* out
     if (byteOffset + needed > raw.size()) {
         failOutside(byteOffset, needed, raw.size());
     }
-    if (isBitField && mxformat::leavesItsByte(bitLength, bitOffset)) {
+    const mxformat::BitPlace place = mxformat::bitPlace(bitLength, bitOffset);
+    if (!place.exists()) {
         throw std::runtime_error("Bit field of " + std::to_string(bitLength) +
                                  " bit(s) at bit offset " + std::to_string(bitOffset) +
                                  " lies outside its byte: bits 0 to 7 are accepted");
     }
     const auto* const bytes = reinterpret_cast<const unsigned char*>(raw.data()) + byteOffset;
     if (isBitField) {
-        const mxformat::BitPlace place = mxformat::bitPlace(bitLength, bitOffset);
         out[0] = static_cast<unsigned char>((bytes[0] & place.mask()) >> place.shift);
     } else {
         std::copy_n(bytes, dataSize, out);

@@ -1,10 +1,8 @@
-#include "ParameterField.h"
 #include "ParameterWords.h"
 #include "PhysicalValue.h"
 
 #include "mxfileext/mxfileext.h"
 
-#include <devices/parser/mx/ByteReaders.h>
 #include <mxformat/Decimal.h>
 
 #include <charconv>
@@ -15,36 +13,38 @@ namespace mxfileext {
 
 namespace {
 
+using mxformat::BlockField;
 using mxformat::WholeNumber;
 
 // The parameter that a text is written to.
 struct Target
 {
     std::uint8_t module;
-    const std::uint8_t* record;
-    ParameterField field;
+    Parameter parameter;
 };
 
 [[noreturn]] void fail(const Target& target, const std::string& text, const std::string& reason)
 {
-    throw std::runtime_error(parameterName(target.module, target.record) + ": cannot set value " +
-                             quoted(text) + ": " + reason);
+    throw std::runtime_error(parameterName(target.module, target.parameter) +
+                             ": cannot set value " + quoted(text) + ": " + reason);
 }
 
 // The text in which `getParameterValue` or `getConvertedParameter` give a raw value.
 std::string shownText(const Target& target, const Conversion& conversion, std::uint64_t rawValue)
 {
-    const ParameterField& field = target.field;
-    return isConverted(target.record) ? physicalText(conversion.scale.value(field.number(rawValue)))
-                                      : field.text(rawValue);
+    const Parameter& parameter = target.parameter;
+    return parameter.isConverted()
+               ? physicalText(conversion.scale.value(parameter.field.number(rawValue)))
+               : parameter.text(rawValue);
 }
 
 // What the parameter can hold, in the form in which it is set.
 std::string limitsText(const Target& target, const Conversion& conversion)
 {
-    const ParameterField& field = target.field;
-    if (!isConverted(target.record)) {
-        return field.text(field.lowest()) + " to " + field.text(field.highest());
+    const BlockField& field = target.parameter.field;
+    if (!target.parameter.isConverted()) {
+        return target.parameter.text(field.lowest()) + " to " +
+               target.parameter.text(field.highest());
     }
     std::string low = conversion.scale.text(field.number(field.lowest()));
     std::string high = conversion.scale.text(field.number(field.highest()));
@@ -59,8 +59,7 @@ std::string limitsText(const Target& target, const Conversion& conversion)
                          const std::string& text, const std::string& expected)
 {
     fail(target, text,
-         expected + limitsText(target, conversion) +
-             optionsText(target.module, target.record, target.field));
+         expected + limitsText(target, conversion) + optionsText(target.module, target.parameter));
 }
 
 // The raw value that the text of a parameter without conversion asks for; nothing when the field
@@ -76,8 +75,8 @@ std::optional<WholeNumber> rawOfInteger(const Target& target, const Conversion& 
         refuse(target, conversion, text, "expected a decimal integer, ");
     }
     const WholeNumber number(sign && text[0] == '-', magnitude);
-    return error == std::errc() && target.field.holds(number) ? std::optional(number)
-                                                              : std::nullopt;
+    return error == std::errc() && target.parameter.field.holds(number) ? std::optional(number)
+                                                                        : std::nullopt;
 }
 
 // The same for the physical value of a converted parameter.
@@ -88,7 +87,7 @@ std::optional<WholeNumber> rawOfPhysical(const Target& target, const Conversion&
     if (!wanted) {
         refuse(target, conversion, text, "expected a decimal number, ");
     }
-    const ParameterField& field = target.field;
+    const BlockField& field = target.parameter.field;
     if (const auto raw = conversion.scale.nearestRaw(*wanted, field.number(field.lowest()),
                                                      field.number(field.highest()))) {
         return raw;
@@ -102,21 +101,26 @@ std::optional<WholeNumber> rawOfPhysical(const Target& target, const Conversion&
     return std::nullopt;
 }
 
+std::string bitFieldOutside(unsigned bitLength, unsigned bitOffset)
+{
+    return "its bit field of " + std::to_string(bitLength) + " bit(s) at bit offset " +
+           std::to_string(bitOffset) + " lies outside its byte, expected bits 0 to 7";
+}
+
 // Why there is nothing to write to; empty where the value lies in a raw image of `imageSize` bytes.
 std::string misplacement(const Target& target, std::size_t imageSize)
 {
-    using devices::parser::mx::readU8;
-    const ParameterField& field = target.field;
-    if (field.byteCount() == 0) {
-        return "its datatype is " + std::to_string(readU8(target.record + 4)) + ", expected 1 to 9";
+    const auto& [record, field] = target.parameter;
+    if (field.datatype() == nullptr) {
+        return "its datatype is " + std::to_string(record.datatype) + ", expected 1 to " +
+               std::to_string(mxformat::datatypes.size());
     }
-    if (field.bitCount() == 0) {
-        return "its bit offset is " + std::to_string(readU8(target.record + 27)) +
-               ", expected 0 to 7";
+    if (!field.exists()) {
+        return bitFieldOutside(record.bitLength, record.bitOffset);
     }
     if (!field.liesWithin(imageSize)) {
-        return "its place, " + std::to_string(field.byteCount()) + " byte(s) at byte offset " +
-               std::to_string(field.byteOffset()) + ", lies outside the raw image of " +
+        return "its place, " + std::to_string(field.size()) + " byte(s) at byte offset " +
+               std::to_string(field.begin()) + ", lies outside the raw image of " +
                std::to_string(imageSize) + " byte(s)";
     }
     return {};
@@ -128,22 +132,23 @@ void setParameter(unsigned char module, unsigned char* raw, unsigned char* recor
                   const std::string& value)
 {
     const devices::parser::mx::OneThreadAtATime::Use use(keptTables, "mxfileext::setParameter");
-    const Target target{module, record, ParameterField(record)};
+    const Target target{module, Parameter(record)};
+    const Parameter& parameter = target.parameter;
     const std::string misplaced = misplacement(target, raw == nullptr ? 0 : blockSize());
     if (!misplaced.empty()) {
         fail(target, value, misplaced);
     }
-    const Conversion conversion = conversionOf(module, record);
+    const Conversion conversion = conversionOf(module, parameter);
     // A physical text may stand for several raw values: the one that shows it now is kept.
-    if (value == shownText(target, conversion, target.field.read(raw))) {
+    if (value == shownText(target, conversion, parameter.field.read(raw))) {
         return;
     }
-    const auto wanted = isConverted(record) ? rawOfPhysical(target, conversion, value)
-                                            : rawOfInteger(target, conversion, value);
+    const auto wanted = parameter.isConverted() ? rawOfPhysical(target, conversion, value)
+                                                : rawOfInteger(target, conversion, value);
     if (!wanted) {
         refuse(target, conversion, value, "expected ");
     }
-    target.field.write(raw, wanted->bits());
+    parameter.field.write(raw, wanted->bits());
 }
 
 } // namespace mxfileext

@@ -1,6 +1,6 @@
 #include "mxformat/ConversionTable.h"
 
-#include <devices/parser/mx/ByteReaders.h>
+#include "mxformat/BigEndian.h"
 
 #include <algorithm>
 #include <bitset>
@@ -11,15 +11,11 @@ namespace mxformat {
 
 namespace {
 
-using devices::parser::mx::readU16BE;
-using devices::parser::mx::readU32BE;
-using devices::parser::mx::readU8;
-
 constexpr std::size_t entrySize = 11;
 
 float readFloatBE(const std::uint8_t* bytes)
 {
-    const std::uint32_t bits = readU32BE(bytes);
+    const std::uint32_t bits = readBigEndian<std::uint32_t>(bytes);
     float number = 0;
     std::memcpy(&number, &bits, sizeof number);
     return number;
@@ -40,11 +36,12 @@ ConversionTable::ConversionTable(const std::uint8_t* payload, std::size_t size)
     std::bitset<256> known;
     for (std::size_t at = 0; at < size; at += entrySize) {
         const std::uint8_t* const entry = payload + at;
-        const std::uint8_t id = readU8(entry);
+        const std::uint8_t id = entry[0];
         if (!known.test(id)) {
             known.set(id);
-            entries.push_back(
-                {id, {readFloatBE(entry + 1), readFloatBE(entry + 5)}, readU16BE(entry + 9)});
+            entries.push_back({id,
+                               {readFloatBE(entry + 1), readFloatBE(entry + 5)},
+                               readBigEndian<std::uint16_t>(entry + 9)});
         }
     }
 }

@@ -8,6 +8,11 @@ WholeNumber WholeNumber::ofBits(std::uint64_t bits, bool isSigned)
     return {negative, negative ? 0 - bits : bits};
 }
 
+std::string WholeNumber::text() const
+{
+    return (negative ? "-" : "") + std::to_string(absolute);
+}
+
 WholeNumber WholeNumber::plus(std::uint64_t steps) const
 {
     if (!negative) {

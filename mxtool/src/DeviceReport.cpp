@@ -2,6 +2,7 @@
 
 #include <devices/parser/mx/ByteReaders.h>
 #include <mxfileext/mxfileext.h>
+#include <mxformat/Groups.h>
 
 #include <algorithm>
 #include <array>
@@ -194,7 +195,7 @@ mxformat::ConversionTable conversionsOf(const std::vector<char>& mxData)
     devices::parser::mx::Parser container;
     container.parse(mxData.data(), static_cast<std::uint32_t>(mxData.size()));
     std::uint32_t size = 0;
-    const std::uint8_t* const payload = container.getGroup(mxformat::ConversionTable::group, &size);
+    const std::uint8_t* const payload = container.getGroup(mxformat::group::conversions, &size);
     return payload == nullptr ? mxformat::ConversionTable()
                               : mxformat::ConversionTable(payload, size);
 }

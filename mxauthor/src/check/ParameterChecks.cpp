@@ -25,7 +25,7 @@ void checkType(const Parameter& parameter, Findings& findings)
         findings.add("parameter-datatype", record.datatype.place, named(parameter),
                      "datatype " + std::to_string(record.datatype.value) + ", expected 1 to 9");
     } else if (record.datatype.value == byteDatatype &&
-               mxformat::leavesItsByte(record.bitLength.value, record.bitOffset.value)) {
+               !mxformat::bitPlace(record.bitLength.value, record.bitOffset.value).exists()) {
         const bool isLength = record.bitLength.value > 8;
         findings.add(
             "bit-field", (isLength ? record.bitLength : record.bitOffset).place, named(parameter),

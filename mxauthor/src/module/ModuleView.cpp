@@ -1,6 +1,7 @@
 #include "module/ModuleView.h"
 
 #include <devices/parser/mx/Parser_kv38.h>
+#include <mxformat/Groups.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -33,7 +34,7 @@ ModuleView::ModuleView(const MxFile& file) : source(file)
             channelNames.emplace(entry.channel.value, &entry);
         }
     }
-    if (const Group* const table = group(mxformat::ConversionTable::group)) {
+    if (const Group* const table = group(mxformat::group::conversions)) {
         const Bytes payload = writePayload(table->content);
         allConversions = {payload.data(), payload.size()};
     }

@@ -7,6 +7,11 @@
 
 /// The companion library of the device parser: the coding of parameter values.
 ///
+/// A parameter of datatype 5 is a bit field of one byte: the bits that its record states, with the
+/// length 0 those from its bit offset up to bit 7. A field with a bit outside its byte (a bit
+/// offset above 7, or more bits than there are from it on) has no value: reading it gives an absent
+/// one, and writing or aligning it fails.
+///
 /// It keeps the parsed data of one mx file per module index; the parser always uses module 0. A
 /// host may put a library of its own with these functions in its place. Not safe for concurrent
 /// calls: `clearParsedData`, `parseGroup`, `getConvertedParameter` and `setParameter` throw
@@ -47,7 +52,8 @@ MXFILEEXT_API void parameterValueToString(const ParameterValue_t& parameter, std
                                           std::string& min, std::string& max);
 
 /// Gives value, minimum and maximum in physical units, raw * factor + offset, and the unit's text,
-/// by the conversion that `record` names (none: factor 1, offset 0, no unit). Each is the binary32
+/// by the conversion that `record` names. Where there is none, or its factor is 0 or not finite, or
+/// its offset is not finite, the factor is 1, the offset 0 and the unit empty. Each is the binary32
 /// nearest to the exact number, so that large raw values share one: their text ("%f") is for
 /// people, not for storing. An absent value counts as raw 0. For a negative factor minimum and
 /// maximum change places.

@@ -11,12 +11,10 @@ namespace mxformat {
 /// Whether a conversion with this scale is used: its factor is not 0, both numbers are finite.
 bool isUsable(const PhysicalScale& scale);
 
-/// The conversions of group 0x20c2, as far as they are used.
+/// The conversions of the group `conversions`, as far as they are used.
 class ConversionTable
 {
 public:
-    static constexpr std::uint16_t group = 0x20C2;
-
     struct Entry
     {
         std::uint8_t id = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace mxformat {
 
@@ -21,6 +22,8 @@ public:
 
     /// Returns the number in two's complement; the sign of a number beyond 63 bits is lost.
     std::uint64_t bits() const { return negative ? 0 - absolute : absolute; }
+
+    std::string text() const; ///< In decimal.
 
     /// Returns the number `steps` above this one, which must be in reach.
     WholeNumber plus(std::uint64_t steps) const;

@@ -21,7 +21,7 @@ std::string obstacle(const DeviceReport::Parameter& parameter, std::size_t image
     if (!liesWithin(parameter, imageSize)) {
         return fmt::format("it lies outside the parameter image of {}", counted(imageSize, "byte"));
     }
-    if (mxformat::leavesItsByte(parameter.bitLength, parameter.bitOffset)) {
+    if (!mxformat::bitPlace(parameter.bitLength, parameter.bitOffset).exists()) {
         return fmt::format("its {} from bit {} {} outside its byte",
                            counted(parameter.bitLength, "bit"), parameter.bitOffset,
                            parameter.bitLength == 1 ? "lies" : "lie");

@@ -69,7 +69,7 @@ void writeParameter(const RegisterValue& value, std::vector<char>& image)
         value.refuse(
             fmt::format("none: it lies outside the image of {}", counted(image.size(), "byte")));
     }
-    if (mxformat::leavesItsByte(parameter.bitLength, parameter.bitOffset)) {
+    if (!mxformat::bitPlace(parameter.bitLength, parameter.bitOffset).exists()) {
         value.refuse("none: its bits lie outside its byte");
     }
     const std::size_t count =

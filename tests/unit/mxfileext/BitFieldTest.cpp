@@ -1,5 +1,7 @@
 #include "CompanionTest.h"
 
+#include <utility>
+
 namespace {
 
 using testkit::Bytes;
@@ -34,27 +36,22 @@ TEST_F(BitFieldTest, lengthZeroIsTheRestOfTheByte)
     EXPECT_EQ(read(bitField(0, 7), {0xB4}), (Texts{"1", "0", "1"}));
 }
 
-TEST_F(BitFieldTest, endsWithItsByte)
+// Writing some of its bits would set another value than the one asked for.
+TEST_F(BitFieldTest, fieldThatLeavesItsByteHasNoValue)
 {
-    EXPECT_EQ(read(bitField(6, 5), {0xB4, 0xFF}), (Texts{"5", "0", "7"}));
-    EXPECT_EQ(read(bitField(255, 0), {0xB4, 0xFF}), (Texts{"180", "0", "255"}));
-    EXPECT_EQ(imageAfter(bitField(6, 5), {0x00, 0x00}, "7"), (Bytes{0xE0, 0x00}));
-    EXPECT_EQ(failureToSet(bitField(6, 5), {0x00, 0x00}, "8"),
-              "Parameter 7: cannot set value \"8\": expected 0 to 7");
-}
-
-TEST_F(BitFieldTest, beyondTheByteHasNoBits)
-{
-    for (const unsigned bitOffset : {8U, 63U, 64U, 255U}) {
-        ParameterRecord record = bitField(1, static_cast<std::uint8_t>(bitOffset));
-        EXPECT_EQ(read(record, {0xFF}), (Texts{"", "0", "0"}));
+    for (const auto& [bitLength, bitOffset] :
+         {std::pair(6U, 5U), std::pair(9U, 0U), std::pair(255U, 0U), std::pair(1U, 8U),
+          std::pair(0U, 8U), std::pair(1U, 63U), std::pair(1U, 64U), std::pair(1U, 255U)}) {
+        ParameterRecord record =
+            bitField(static_cast<std::uint8_t>(bitLength), static_cast<std::uint8_t>(bitOffset));
+        EXPECT_EQ(read(record, {0xFF, 0xFF}), (Texts{"", "0", "0"}));
         record.maximum = 9;
-        EXPECT_EQ(read(record, {0xFF}), (Texts{"", "0", "9"}));
-        EXPECT_EQ(failureToSet(record, {0xFF}, "0"),
-                  "Parameter 7: cannot set value \"0\": its bit offset is " +
-                      std::to_string(bitOffset) + ", expected 0 to 7");
+        EXPECT_EQ(read(record, {0xFF, 0xFF}), (Texts{"", "0", "9"}));
+        EXPECT_EQ(failureToSet(record, {0xFF, 0xFF}, "0"),
+                  "Parameter 7: cannot set value \"0\": its bit field of " +
+                      std::to_string(bitLength) + " bit(s) at bit offset " +
+                      std::to_string(bitOffset) + " lies outside its byte, expected bits 0 to 7");
     }
-    EXPECT_EQ(read(bitField(0, 8), {0xFF})[0], "");
 }
 
 TEST_F(BitFieldTest, statedRangeIsNotCutToTheField)

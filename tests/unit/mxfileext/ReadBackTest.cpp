@@ -62,8 +62,8 @@ public:
             4 + below(static_cast<unsigned>(imageSize) - widths[record.datatype] + 1));
         record.showMe = static_cast<std::uint8_t>(bits(8));
         record.conversionId = static_cast<std::uint8_t>(bits(8));
-        record.bitLength = below(12);
         record.bitOffset = below(8);
+        record.bitLength = below(9U - record.bitOffset);
         return record;
     }
 
@@ -119,7 +119,7 @@ Bytes maskOf(const ParameterRecord& record)
         mask[offset + i] = 0xFF;
     }
     if (record.datatype == 5) {
-        const unsigned length = record.bitLength == 0 ? 8U : record.bitLength;
+        const unsigned length = record.bitLength == 0 ? 8U - record.bitOffset : record.bitLength;
         mask[offset] = static_cast<std::uint8_t>(((1U << length) - 1) << record.bitOffset);
     }
     return mask;

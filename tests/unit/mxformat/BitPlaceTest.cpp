@@ -2,10 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 using mxformat::bitPlace;
-using mxformat::leavesItsByte;
 
 TEST(BitPlaceTest, goesFromItsOffsetUp)
 {
@@ -19,18 +20,18 @@ TEST(BitPlaceTest, lengthZeroIsTheRestOfTheByte)
 {
     EXPECT_EQ(bitPlace(0, 0).mask(), 0xFF);
     EXPECT_EQ(bitPlace(0, 5).mask(), 0xE0);
-    EXPECT_FALSE(leavesItsByte(0, 5));
 }
 
-TEST(BitPlaceTest, endsWithItsByte)
+TEST(BitPlaceTest, fieldOutsideItsByteHasNoPlace)
 {
-    EXPECT_EQ(bitPlace(8, 4).mask(), 0xF0);
-    EXPECT_EQ(bitPlace(1, 8).mask(), 0x00);
-    EXPECT_FALSE(leavesItsByte(4, 4));
-    EXPECT_TRUE(leavesItsByte(5, 4));
-    EXPECT_TRUE(leavesItsByte(8, 4));
-    EXPECT_TRUE(leavesItsByte(0, 8));
-    EXPECT_TRUE(leavesItsByte(1, 255));
+    EXPECT_EQ(bitPlace(4, 4).mask(), 0xF0);
+    EXPECT_TRUE(bitPlace(4, 4).exists());
+    for (const auto& [length, offset] :
+         {std::pair(5U, 4U), std::pair(8U, 4U), std::pair(1U, 8U), std::pair(0U, 8U),
+          std::pair(1U, 255U), std::pair(255U, 0U)}) {
+        EXPECT_FALSE(bitPlace(length, offset).exists());
+        EXPECT_EQ(bitPlace(length, offset).mask(), 0x00);
+    }
 }
 
 } // namespace

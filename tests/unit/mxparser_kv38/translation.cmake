@@ -9,4 +9,4 @@ parser_mx_test(
             OptionListsTest.cpp
             ParametersTest.cpp
             ReferencesTest.cpp
-    LINK mxparser_kv38 mxparser mx-byte-readers)
+    LINK mxparser_kv38 mxparser mxformat)

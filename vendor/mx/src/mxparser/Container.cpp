@@ -2,17 +2,18 @@
 #include "devices/parser/mx/HexText.h"
 #include "devices/parser/mx/Parser.h"
 
+#include <mxformat/Groups.h>
+
 #include <stdexcept>
 
 namespace devices::parser::mx {
 
 namespace {
 
-constexpr std::uint16_t headerGroup = 0;
-constexpr std::uint32_t groupHeaderSize = 4;    // identifier and length
-constexpr std::uint32_t groupOverhead = 6;      // header and checksum
-constexpr std::uint32_t headerGroupMinSize = 8; // overhead and content length
-constexpr std::uint32_t contentLengthEnd = 6;   // from the start of a header group
+using mxformat::groupHeaderSize;
+using mxformat::groupOverhead;
+constexpr std::uint32_t headerGroupMinSize = groupOverhead + 2; // with the content length
+constexpr std::uint32_t contentLengthEnd = groupHeaderSize + 2; // from the start of the group
 
 [[noreturn]] void failAtGroup(std::uint16_t id, std::uint32_t start, const char* reason)
 {
@@ -45,17 +46,17 @@ std::uint32_t checkHeaderGroup(const std::uint8_t* data, std::uint32_t bufferSiz
                                std::uint32_t pos, std::uint32_t length, std::uint32_t end)
 {
     if (length < headerGroupMinSize) {
-        failAtGroup(headerGroup, pos, invalidLength);
+        failAtGroup(mxformat::group::header, pos, invalidLength);
     }
     if (!fits(pos, contentLengthEnd, bufferSize)) {
-        failAtGroup(headerGroup, pos, outOfBounds);
+        failAtGroup(mxformat::group::header, pos, outOfBounds);
     }
     const std::uint32_t declared = readU16BE(data + pos + groupHeaderSize);
     if (declared > end) {
         throw std::runtime_error("Parser::parse(): Truncated mx buffer");
     }
     if (!fits(pos, length, declared)) {
-        failAtGroup(headerGroup, pos, outOfBounds);
+        failAtGroup(mxformat::group::header, pos, outOfBounds);
     }
     return declared;
 }
@@ -77,7 +78,7 @@ void Parser::parse(const std::uint8_t* data, std::uint32_t length)
     while (pos < end && end - pos > groupHeaderSize) {
         const std::uint16_t id = readU16BE(data + pos);
         const std::uint32_t groupLength = readU16BE(data + pos + 2);
-        if (id == headerGroup) {
+        if (id == mxformat::group::header) {
             end = checkHeaderGroup(data, length, pos, groupLength, end);
         } else {
             checkGroup(id, pos, groupLength, end);

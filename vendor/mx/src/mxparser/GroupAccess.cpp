@@ -4,6 +4,9 @@
 
 #include "OneThreadAtATime.h"
 
+#include <mxformat/Groups.h>
+#include <mxformat/ModuleIdentity.h>
+
 #include <algorithm>
 #include <cassert>
 #include <cstring>
@@ -14,13 +17,8 @@ namespace devices::parser::mx {
 
 namespace {
 
-constexpr std::uint16_t identityGroup = 0x0001;
-constexpr std::uint8_t identityDataset = 0xFB;
-constexpr std::uint32_t identitySize = 5;
-
-constexpr std::uint8_t datasetLengthLimit = 128;
-constexpr std::uint32_t datasetHeaderSize = 3;
-constexpr std::uint32_t datasetOverhead = 5; // header and two bytes behind the data
+constexpr std::uint32_t datasetOverhead =
+    mxformat::datasetHeaderSize + mxformat::datasetTrailerSize;
 
 // "," one byte "=" and at least two bytes more: an entry that ends closer to the payload's end than
 // this is not looked at.
@@ -107,12 +105,12 @@ const std::uint8_t* Parser::getTavoDatasetFromGroup(std::uint16_t id, std::uint8
     for (std::uint32_t pos = 0; pos + datasetOverhead < size;) {
         const std::uint8_t dataLength = readU8(payload + pos + 1);
         // The length is looked at first: one that ends the list hides the record it stands in.
-        if (dataLength >= datasetLengthLimit) {
+        if (dataLength >= mxformat::datasetLengthLimit) {
             return nullptr;
         }
         if (readU8(payload + pos) == datasetId) {
             *len = dataLength;
-            return payload + pos + datasetHeaderSize;
+            return payload + pos + mxformat::datasetHeaderSize;
         }
         pos += dataLength + datasetOverhead;
     }
@@ -124,11 +122,12 @@ void Parser::getModuleIdAndType(std::uint32_t* moduleId, std::uint8_t* moduleTyp
     assert(moduleId);
     assert(moduleType);
     std::uint32_t size = 0;
-    const std::uint8_t* identity = getTavoDatasetFromGroup(identityGroup, identityDataset, &size);
+    const std::uint8_t* identity =
+        getTavoDatasetFromGroup(mxformat::group::identity, mxformat::identityDataset, &size);
     if (identity == nullptr) {
         throw std::runtime_error("Parser::getModuleIdAndType(): Tavo dataset not found");
     }
-    if (size != identitySize) {
+    if (size != mxformat::identitySize) {
         throw std::runtime_error("Parser::getModuleIdAndType(): Unexpected tavo dataset size");
     }
     *moduleType = readU8(identity);

@@ -3,8 +3,11 @@
 
 #include "DecimalText.h"
 #include "LogLine.h"
-#include "RecordLayout.h"
 #include "TextIndex.h"
+
+#include <mxformat/ChannelRecord.h>
+#include <mxformat/Groups.h>
+#include <mxformat/ImageAllocator.h>
 
 #include <cassert>
 
@@ -12,157 +15,17 @@ namespace devices::parser::mx {
 
 namespace {
 
-constexpr std::uint16_t channelNameGroup = 0x20D7;
+namespace group = mxformat::group;
 
-constexpr std::uint8_t inputFlag = 0x80;
-constexpr std::uint8_t kindMask = 0x1F;
-constexpr std::uint8_t unknownKind = 31;
-
-// The next free place of a process image.
-struct ImagePosition
+// Takes the next free place of an image, whose counters are given.
+std::optional<mxformat::ChannelPlace> takePlace(std::uint8_t kindNumber, std::uint8_t bitLength,
+                                                std::uint32_t& nextByte, std::uint32_t& nextBit)
 {
-    std::uint32_t& byte;
-    std::uint32_t& bit; // within the open byte; 0: no byte is open
-};
-
-std::uint32_t bitMask(std::uint8_t bitLength)
-{
-    return bitLength >= 32 ? 0xFFFFFFFFU : (1U << bitLength) - 1;
-}
-
-// Where a value of `size` bytes starts when bits of the byte `byte` are already taken. These are
-// the modules' own rules: they do not always give a multiple of the size.
-std::uint32_t behindOpenByte(std::uint32_t byte, std::uint32_t size)
-{
-    const std::uint32_t next = byte + 1;
-    switch (size) {
-    case 2:
-        return (byte + 2) & ~1U;
-    case 4:
-        return next + (next & 3U);
-    case 8:
-        return next + (next & 7U);
-    default:
-        return next;
-    }
-}
-
-// Takes one bit. Returns its byte.
-std::uint32_t takeBit(ImagePosition position)
-{
-    const std::uint32_t address = position.byte;
-    position.bit += 1;
-    if (position.bit % 8 == 0) {
-        position.bit = 0;
-        position.byte += 1;
-    }
-    return address;
-}
-
-// Takes a bit field. Returns its first byte. However long the field, the image grows by one byte at
-// most.
-std::uint32_t takeBits(ImagePosition position, std::uint8_t bitLength)
-{
-    const std::uint32_t address = position.byte;
-    position.bit += bitLength;
-    if (position.bit >= 8) {
-        position.bit &= 7U;
-        position.byte += 1;
-    }
-    return address;
-}
-
-// Takes `size` whole bytes. Returns the first.
-std::uint32_t takeBytes(ImagePosition position, std::uint32_t size)
-{
-    if (position.bit != 0) {
-        position.byte = behindOpenByte(position.byte, size);
-    }
-    const std::uint32_t address = position.byte;
-    position.bit = 0;
-    position.byte += size;
-    return address;
-}
-
-// The IEC size letter of a value of `size` bytes.
-const char* sizeLetter(std::uint32_t size)
-{
-    switch (size) {
-    case 1:
-        return "B";
-    case 2:
-        return "W";
-    case 4:
-        return "D";
-    default:
-        return "L";
-    }
-}
-
-// The size in bytes of a channel kind that stands for whole bytes, else 0.
-std::uint32_t wholeBytes(std::uint8_t kind)
-{
-    switch (static_cast<MxParameterDatatype>(kind)) {
-    case MxParameterDatatype::UInt8:
-    case MxParameterDatatype::SInt8:
-        return 1;
-    case MxParameterDatatype::UInt16:
-    case MxParameterDatatype::SInt16:
-        return 2;
-    case MxParameterDatatype::UInt32:
-    case MxParameterDatatype::SInt32:
-        return 4;
-    case MxParameterDatatype::UInt64:
-    case MxParameterDatatype::SInt64:
-        return 8;
-    default:
-        return 0;
-    }
-}
-
-bool isBitField(std::uint8_t kind)
-{
-    return static_cast<MxParameterDatatype>(kind) == MxParameterDatatype::Byte;
-}
-
-// Which bits of its byte a bit field takes: _2 for one bit, #2,7 for three.
-void appendBits(std::string& symbol, const MxChannelPrivateProps& props)
-{
-    symbol += props.bitLength == 1 ? '_' : '#';
-    appendDecimal(symbol, props.bitOffset);
-    if (props.bitLength != 1) {
-        symbol += ',';
-        appendDecimal(symbol, bitMask(props.bitLength));
-    }
-}
-
-// Allocates the channel's place and sets size letter, address and symbol. A kind that stands for no
-// data gets none of them.
-void allocate(Parser_kv38::ChannelP& channel, std::uint8_t kind, char area, ImagePosition position)
-{
-    auto& props = channel.privateProps;
-    if (isBitField(kind) && props.bitLength == 1) {
-        channel.dataType = "X";
-        props.byteAddress = takeBit(position);
-    } else if (isBitField(kind)) {
-        channel.dataType = "B";
-        props.byteAddress = takeBits(position, props.bitLength);
-    } else if (const std::uint32_t size = wholeBytes(kind)) {
-        channel.dataType = sizeLetter(size);
-        props.byteAddress = takeBytes(position, size);
-    } else {
-        if (kind == unknownKind) {
-            channel.dataType.clear();
-        }
-        channel.iecSymbol.clear();
-        return;
-    }
-    channel.iecSymbol.assign(1, area);
-    channel.iecSymbol += channel.dataType;
-    appendDecimal(channel.iecSymbol, props.byteAddress);
-    if (isBitField(kind)) {
-        appendBits(channel.iecSymbol, props);
-    }
+    mxformat::ImageAllocator image(nextByte, nextBit);
+    const auto place = image.take(kindNumber, bitLength);
+    nextByte = image.byte();
+    nextBit = image.bit();
+    return place;
 }
 
 // The symbol of the byte that holds the single-bit channel `symbol`: IX3_2 lies in IB3.
@@ -180,28 +43,28 @@ std::uint32_t Parser_kv38::parseChannel(const std::uint8_t* x20D0)
     traceEntry(logger, "parseChannel");
     assert(this->dev);
     assert(x20D0);
-    const std::uint8_t channelNumber = readU8(x20D0);
-    const std::uint32_t recordLength = 2U * readU8(x20D0 + 6) + channelRecordHeaderSize;
+    const auto record = mxformat::readChannelRecord(x20D0);
+    const std::uint32_t recordLength = mxformat::channelRecordSize(record.wordCount);
 
     std::string name;
     std::uint32_t size = 0;
-    if (const std::uint8_t* names = getGroup(channelNameGroup, &size)) {
-        if (const auto entry = texts().channelNames.find(names, size, channelNumber)) {
+    if (const std::uint8_t* names = getGroup(group::channelNames, &size)) {
+        if (const auto entry = texts().channelNames.find(names, size, record.number)) {
             // The last entry may end behind the payload, but not behind the mx buffer.
-            const std::uint8_t* textId = bytesAt(names, *entry + 1, 2, channelNameGroup);
+            const std::uint8_t* textId = bytesAt(names, *entry + 1, 2, group::channelNames);
             name = getTextStringById(readU16BE(textId));
         }
     }
 
     const auto channel = std::make_shared<ChannelP>();
-    setupChannel(channel.get(), name, channelNumber, readU8(x20D0 + 1), readU8(x20D0 + 3),
-                 readU8(x20D0 + 4));
+    setupChannel(channel.get(), name, record.number, record.kind, record.bitLength,
+                 record.bitOffset);
     // A dropped channel has taken its place in the process image all the same.
     if (channel->name == "-") {
         return recordLength;
     }
     if (channel->name.empty()) {
-        channel->name = "channel_" + std::to_string(channelNumber);
+        channel->name = "channel_" + std::to_string(record.number);
     }
     const std::uint32_t id = assignIdAndAddAttribute(channel);
     if (channel->dataType == "X") {
@@ -217,19 +80,27 @@ void Parser_kv38::setupChannel(datamodel::Channel* chan, const std::string& name
     traceEntry(logger, "setupChannel");
     assert(chan);
     auto& channel = static_cast<ChannelP&>(*chan);
-    channel.privateProps.channelNumber = channelNumber;
-    channel.privateProps.bitOffset = bitOffset;
-    channel.privateProps.bitLength = bitLength;
-    channel.privateProps.flagBit6 = kind >> 6 & 1;
+    MxChannelPrivateProps& props = channel.privateProps;
+    props.channelNumber = channelNumber;
+    props.bitOffset = bitOffset;
+    props.bitLength = bitLength;
+    props.flagBit6 = (kind & mxformat::channelFlagMask) != 0 ? 1 : 0;
 
-    const std::uint8_t channelKind = kind & kindMask;
-    if ((kind & inputFlag) != 0) {
-        allocate(channel, channelKind, 'I', {inBytePosition, inBitPosition});
-        channel.direction = "in";
+    const bool isInput = mxformat::isInput(kind);
+    const std::uint8_t kindNumber = mxformat::channelKind(kind);
+    const auto place = isInput ? takePlace(kindNumber, bitLength, inBytePosition, inBitPosition)
+                               : takePlace(kindNumber, bitLength, outBytePosition, outBitPosition);
+    if (place) {
+        channel.dataType.assign(1, place->sizeLetter);
+        channel.iecSymbol = place->symbol(isInput, bitLength, bitOffset);
+        props.byteAddress = place->byte;
     } else {
-        allocate(channel, channelKind, 'Q', {outBytePosition, outBitPosition});
-        channel.direction = "out";
+        channel.iecSymbol.clear();
+        if (kindNumber == mxformat::kindWithoutData) {
+            channel.dataType.clear();
+        }
     }
+    channel.direction = isInput ? "in" : "out";
     channel.name = name;
     channel.numberText1 = "0.0";
     channel.numberText2 = "0.0";

@@ -3,13 +3,13 @@
 
 #include "LogLine.h"
 
+#include <mxformat/Groups.h>
+
 #include <stdexcept>
 
 namespace devices::parser::mx {
 
 namespace {
-
-constexpr std::uint16_t parameterBlockGroup = 0x0010;
 
 // The header length counts itself; the sum is kept in eight bits.
 std::uint8_t headerLength(std::uint8_t descriptor)
@@ -26,7 +26,7 @@ void Parser_kv38::setupDefaultParams()
     block.clear();
 
     std::uint32_t size = 0;
-    const std::uint8_t* payload = getGroup(parameterBlockGroup, &size);
+    const std::uint8_t* payload = getGroup(mxformat::group::parameterBlock, &size);
     if (payload == nullptr) {
         return;
     }

@@ -5,7 +5,11 @@
 #include "Base64.h"
 #include "DecimalText.h"
 #include "LogLine.h"
-#include "RecordLayout.h"
+
+#include <mxformat/ChannelRecord.h>
+#include <mxformat/Extension.h>
+#include <mxformat/Groups.h>
+#include <mxformat/ParameterRecord.h>
 
 #include <stdexcept>
 
@@ -13,17 +17,7 @@ namespace devices::parser::mx {
 
 namespace {
 
-constexpr std::uint16_t catalogueGroup = 0x0020;
-constexpr std::uint16_t componentGroup = 0x0040;
-constexpr std::uint16_t parameterGroup = 0x20C0;
-constexpr std::uint16_t channelGroup = 0x20D0;
-constexpr std::uint16_t extensionGroup = 0x20F0;
-constexpr std::uint16_t productImageGroup = 0x20F1;
-
-constexpr std::uint32_t extensionSize = 13;
-constexpr std::uint8_t extensionVersion = 1;
-constexpr std::uint32_t calibrationDateOffset = 3;
-constexpr std::uint32_t calibrationDateMaxLength = 9;
+namespace group = mxformat::group;
 
 constexpr std::size_t objectsOfEveryDevice = 24; // static properties, image, sets and role
 
@@ -44,19 +38,20 @@ const CatalogueProperty catalogueProperties[] = {
 // Checks the extension block before anything of it is used.
 void checkExtension(const std::uint8_t* payload, std::uint32_t size)
 {
-    if (size < extensionSize) {
+    if (size < mxformat::extensionSize) {
         throw std::runtime_error("Invalid length of group 0x20f0");
     }
-    if (readU8(payload) != extensionVersion) {
+    if (readU8(payload) != mxformat::extensionVersion) {
         throw std::runtime_error("Invalid mx extension version in group 0x20f0");
     }
 }
 
 std::string calibrationDate(const std::uint8_t* extension)
 {
-    const std::uint8_t* text = extension + calibrationDateOffset;
+    const std::uint8_t* text = extension + mxformat::calibrationDateOffset;
     std::uint32_t length = 0;
-    while (length < calibrationDateMaxLength && text[length] != 0x00 && text[length] != '\r') {
+    while (length < mxformat::calibrationDateReadLength && text[length] != 0x00 &&
+           text[length] != '\r') {
         ++length;
     }
     return {text, text + length};
@@ -90,11 +85,11 @@ std::size_t Parser_kv38::attributesExpected()
 {
     std::uint32_t parameters = 0;
     std::uint32_t channels = 0;
-    getGroup(parameterGroup, &parameters);
-    getGroup(channelGroup, &channels);
+    getGroup(group::parameters, &parameters);
+    getGroup(group::channels, &channels);
     // A channel may have a set of its own.
-    return objectsOfEveryDevice + parameters / parameterRecordSize +
-           2 * channels / channelRecordHeaderSize;
+    return objectsOfEveryDevice + parameters / mxformat::parameterRecordSize +
+           2 * channels / mxformat::channelRecordHeaderSize;
 }
 
 void Parser_kv38::parseContent()
@@ -102,20 +97,20 @@ void Parser_kv38::parseContent()
     traceEntry(logger, "parseContent");
     std::uint8_t moduleType = 0;
     getModuleIdAndType(&moduleId, &moduleType);
-    dev->brandLabelName = getGroupEntry(catalogueGroup, "BrandLabelName");
-    mxVersion = getGroupEntry(componentGroup, "Component");
+    dev->brandLabelName = getGroupEntry(group::catalogue, "BrandLabelName");
+    mxVersion = getGroupEntry(group::component, "Component");
     dev->deviceTypeId = "kv38." + u32AsHex(moduleId);
 
     dev->attributes.reserve(attributesExpected());
     addStaticProperty("moduleId", u32AsHex(moduleId));
     addStaticProperty("moduleType", u8AsHex(moduleType));
     for (const CatalogueProperty& property : catalogueProperties) {
-        addStaticProperty(property.name, getGroupEntry(catalogueGroup, property.entry));
+        addStaticProperty(property.name, getGroupEntry(group::catalogue, property.entry));
     }
     addStaticProperty("mxVersion", mxVersion);
 
     std::uint32_t size = 0;
-    if (const std::uint8_t* extension = getGroup(extensionGroup, &size)) {
+    if (const std::uint8_t* extension = getGroup(group::extension, &size)) {
         checkExtension(extension, size);
         if (const std::uint16_t gtinTextId = readU16BE(extension + 1)) {
             addStaticProperty("gtin", getTextStringById(gtinTextId));
@@ -136,23 +131,25 @@ void Parser_kv38::parseContent()
     addStaticProperty("paramDataSize", decimalText(paramDataSize));
     addStaticProperty("diagDataSize", decimalText(diagDataSize));
 
-    if (const std::uint8_t* image = getGroup(productImageGroup, &size)) {
+    if (const std::uint8_t* image = getGroup(group::productImage, &size)) {
         assignIdAndAddAttribute(makeProductImage(image, size));
     }
     // The last record of either group may end behind its payload, but not behind the mx buffer.
-    if (const std::uint8_t* records = getGroup(parameterGroup, &size)) {
+    if (const std::uint8_t* records = getGroup(group::parameters, &size)) {
         for (std::uint32_t pos = 0; pos < size;) {
-            pos += parseParameter(bytesAt(records, pos, parameterRecordSize, parameterGroup));
+            pos += parseParameter(
+                bytesAt(records, pos, mxformat::parameterRecordSize, group::parameters));
         }
     }
-    if (const std::uint8_t* records = getGroup(channelGroup, &size)) {
+    if (const std::uint8_t* records = getGroup(group::channels, &size)) {
         for (std::uint32_t pos = 0; pos < size;) {
-            pos += parseChannel(bytesAt(records, pos, channelRecordHeaderSize, channelGroup));
+            pos += parseChannel(
+                bytesAt(records, pos, mxformat::channelRecordHeaderSize, group::channels));
         }
     }
     setupReferences();
 
-    fillRecord(dev->privateProps, moduleId, getGroupEntry(catalogueGroup, "BrandLabelName"));
+    fillRecord(dev->privateProps, moduleId, getGroupEntry(group::catalogue, "BrandLabelName"));
     dev->privateProps.inDataSize = inDataSize;
     dev->privateProps.outDataSize = outDataSize;
 }

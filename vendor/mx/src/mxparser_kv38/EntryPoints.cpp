@@ -8,6 +8,7 @@
 #include "TextIndex.h"
 
 #include <mxfileext/mxfileext.h>
+#include <mxformat/Groups.h>
 
 #include <dirent.h>
 
@@ -17,9 +18,6 @@
 namespace devices::parser::mx {
 
 namespace {
-
-constexpr std::uint32_t groupHeaderSize = 4; // in front of the payload
-constexpr std::uint32_t groupOverhead = 6;   // header and checksum
 
 bool isMxFileName(const std::string& name)
 {
@@ -116,8 +114,8 @@ void Parser_kv38::initializeDataStructs(const std::vector<char>& mxData,
             logLine(logger, Poco::Message::PRIO_DEBUG, "parseGroup: %s (%i bytes)", u16AsHex(id),
                     static_cast<int>(size));
         }
-        mxfileext::parseGroup(0, id, payload - groupHeaderSize,
-                              static_cast<unsigned short>(size + groupOverhead));
+        mxfileext::parseGroup(0, id, payload - mxformat::groupHeaderSize,
+                              static_cast<unsigned short>(size + mxformat::groupOverhead));
     }
 
     setupDefaultParams();

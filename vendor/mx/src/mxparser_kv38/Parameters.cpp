@@ -2,9 +2,11 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include "LogLine.h"
-#include "RecordLayout.h"
 
 #include <mxfileext/mxfileext.h>
+#include <mxformat/BlockField.h>
+#include <mxformat/Groups.h>
+#include <mxformat/OptionRecord.h>
 
 #include <array>
 #include <cassert>
@@ -16,16 +18,6 @@
 namespace devices::parser::mx {
 
 namespace {
-
-constexpr std::uint8_t blockPositionBias = 4; // a record counts positions from 4
-
-constexpr std::uint8_t showMeFlag0 = 0x01;
-constexpr std::uint8_t showMeFlag1 = 0x02;
-constexpr std::uint8_t showMeConverted = 0x04;
-
-constexpr std::uint16_t optionGroup = 0x20C1;
-constexpr std::uint32_t optionListHeaderSize = 2; // identifier and number of options
-constexpr std::uint32_t optionSize = 10;          // 8-byte value and text identifier
 
 // The text that "%f" gives in the C locale, whatever the host's locale is.
 std::string fixedText(float value)
@@ -84,37 +76,34 @@ std::uint32_t Parser_kv38::parseParameter(const std::uint8_t* x20C0)
     traceEntry(logger, "parseParameter");
     assert(this->dev);
     assert(x20C0);
-    const std::uint8_t number = readU8(x20C0);
-    const auto datatype = static_cast<MxParameterDatatype>(readU8(x20C0 + 4));
-    const std::uint8_t showMe = readU8(x20C0 + 5);
-    const std::uint8_t mapId = readU8(x20C0 + 7);
-    const std::uint16_t unitTextId = readU16BE(x20C0 + 24);
+    const auto record = mxformat::readParameterRecord(x20C0);
+    const auto datatype = static_cast<MxParameterDatatype>(record.datatype);
 
     auto parameter = std::make_shared<ParameterP>();
     MxParameterPrivateProps& props = parameter->privateProps;
-    props.byteOffset = static_cast<std::uint8_t>(readU8(x20C0 + 3) - blockPositionBias);
+    props.byteOffset = mxformat::blockPosition(record.position);
     props.dataSize = static_cast<std::uint8_t>(getDatatypeSize(datatype) >> 3);
     if (datatype == MxParameterDatatype::Byte) {
-        props.bitLength = readU8(x20C0 + 26);
-        props.bitOffset = readU8(x20C0 + 27);
+        props.bitLength = record.bitLength;
+        props.bitOffset = record.bitOffset;
     }
-    parameter->name = getTextStringById(readU16BE(x20C0 + 1));
-    parameter->flagBit0 = (showMe & showMeFlag0) != 0;
-    parameter->flagBit1 = (showMe & showMeFlag1) != 0;
-    props.channelNumber = readU8(x20C0 + 28);
+    parameter->name = getTextStringById(record.nameId);
+    parameter->flagBit0 = (record.flags & mxformat::parameterFlag0) != 0;
+    parameter->flagBit1 = (record.flags & mxformat::parameterFlag1) != 0;
+    props.channelNumber = record.channel;
     props.record = x20C0;
 
-    if ((showMe & showMeConverted) != 0) {
-        logLine(logger, Poco::Message::PRIO_DEBUG, "showMe = %i, mapId = %i", int{showMe},
-                int{mapId});
+    if (mxformat::isConverted(record.flags)) {
+        logLine(logger, Poco::Message::PRIO_DEBUG, "showMe = %i, mapId = %i", int{record.flags},
+                int{record.optionList});
         readConverted(*parameter, paramBuffer, paramBufferSize);
         logLine(logger, Poco::Message::PRIO_DEBUG,
                 "%s: Parameter %i (%s): value = %s, min = %s, max = %s, unit = [%s]", mxVersion,
-                int{number}, parameter->name, parameter->value, parameter->valueRange->min,
+                int{record.number}, parameter->name, parameter->value, parameter->valueRange->min,
                 parameter->valueRange->max, parameter->unit);
-    } else if (mapId != 0) {
+    } else if (record.optionList != 0) {
         parameter->hasOptionList = true;
-        getOptionListById(mapId, datatype, parameter.get());
+        getOptionListById(record.optionList, datatype, parameter.get());
         if (paramBufferSize != 0) {
             readRaw(*parameter, paramBuffer);
         }
@@ -122,11 +111,11 @@ std::uint32_t Parser_kv38::parseParameter(const std::uint8_t* x20C0)
         readRaw(*parameter, paramBuffer);
     }
 
-    if (unitTextId != 0) {
-        parameter->unit = getTextStringById(unitTextId);
+    if (record.unitId != 0) {
+        parameter->unit = getTextStringById(record.unitId);
     }
     assignIdAndAddAttribute(std::move(parameter));
-    return parameterRecordSize;
+    return mxformat::parameterRecordSize;
 }
 
 void Parser_kv38::getOptionListById(std::uint8_t listId, MxParameterDatatype datatype,
@@ -137,25 +126,25 @@ void Parser_kv38::getOptionListById(std::uint8_t listId, MxParameterDatatype dat
     param->options.clear();
 
     std::uint32_t size = 0;
-    const std::uint8_t* payload = getGroup(optionGroup, &size);
+    const std::uint8_t* payload = getGroup(mxformat::group::optionLists, &size);
     if (payload == nullptr) {
         throw std::runtime_error("Cannot find group 20c1");
     }
     // Every list with the identifier counts, not only the first.
     for (std::uint32_t pos = 0; pos + 1 < size;) {
-        const std::uint32_t next =
-            pos + optionListHeaderSize + optionSize * readU8(payload + pos + 1);
+        const auto list = mxformat::readOptionListHeader(payload + pos);
+        const std::uint32_t next = pos + mxformat::optionListSize(list.count);
         if (next > size) {
             throw std::runtime_error("Bad alignment in group 20c1");
         }
-        if (readU8(payload + pos) == listId) {
-            reserveOptions(*param, readU8(payload + pos + 1));
-            for (std::uint32_t at = pos + optionListHeaderSize; at < next; at += optionSize) {
-                const std::uint8_t* entry = payload + at;
+        if (list.id == listId) {
+            reserveOptions(*param, list.count);
+            for (pos += mxformat::optionListHeaderSize; pos < next; pos += mxformat::optionSize) {
+                const auto entry = mxformat::readOptionRecord(payload + pos);
                 auto option = std::make_shared<datamodel::ParameterOption>();
-                option->text = getTextStringById(readU16BE(entry + 8));
-                option->value = kv38ParameterValueToString(entry, datatype);
-                param->privateProps.optionValues.push_back(readU8(entry + 7));
+                option->text = getTextStringById(entry.textId);
+                option->value = kv38ParameterValueToString(payload + pos, datatype);
+                param->privateProps.optionValues.push_back(static_cast<std::uint8_t>(entry.value));
                 param->options.push_back(std::move(option));
             }
         }

@@ -2,9 +2,9 @@
 
 #include "LogLine.h"
 #include "OneThreadAtATime.h"
-#include "RecordLayout.h"
 
 #include <mxfileext/mxfileext.h>
+#include <mxformat/ParameterRecord.h>
 
 #include <algorithm>
 #include <array>
@@ -87,7 +87,8 @@ ParameterList Parser_kv38::getParameterListOrderdLikeKv38(DeviceP* device)
 {
     traceEntry(logger, "getParameterListOrderdLikeKv38");
     const auto parameters = byChannelNumber(device->attributes);
-    ParameterList list(parameters[moduleLevel].begin(), parameters[moduleLevel].end());
+    ParameterList list(parameters[mxformat::moduleLevel].begin(),
+                       parameters[mxformat::moduleLevel].end());
     for (const auto& attribute : device->attributes) {
         if (attribute->typeCode() == datamodel::channelTypeCode) {
             const auto& channel = static_cast<const ChannelP&>(*attribute);

@@ -2,7 +2,8 @@
 
 #include "DecimalText.h"
 #include "LogLine.h"
-#include "RecordLayout.h"
+
+#include <mxformat/ParameterRecord.h>
 
 #include <array>
 #include <cassert>
@@ -90,7 +91,7 @@ struct SetsOfDevice
     {
         basicInformation->members.reserve(census.basicInformation);
         channels->members.reserve(census.channels);
-        deviceParameters->members = census.idsOfParameters(moduleLevel);
+        deviceParameters->members = census.idsOfParameters(mxformat::moduleLevel);
         for (const auto& attribute : attributes) {
             add(*attribute);
         }

@@ -4,24 +4,22 @@
 #include "LogLine.h"
 #include "TextIndex.h"
 
+#include <mxformat/DataSizes.h>
+#include <mxformat/Datatype.h>
+#include <mxformat/Groups.h>
+
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <stdexcept>
-#include <utility>
 
 namespace devices::parser::mx {
 
 namespace {
 
-constexpr std::uint16_t textGroup = 0x20D3;
 constexpr std::uint32_t textIdSize = 2;
 constexpr std::uint32_t lineEndSize = 2;
 
-constexpr std::uint16_t dataSizesGroup = 0x0011;
-const std::string inDataKey = "InData";
-const std::string outDataKey = "OutData";
-const std::string parameterKey = "Parameter";
-const std::string diagnosisKey = "Diagnosis";
 constexpr std::uint32_t moduleWithoutData = 0x0BC1E800;
 constexpr std::uint32_t moduleWithStatusWord = 0x0E81276D;
 constexpr std::uint32_t statusWordSize = 2;
@@ -56,26 +54,6 @@ std::uint32_t findLineEnd(const std::uint8_t* payload, std::uint32_t size, std::
         }
     }
     failTextTermination();
-}
-
-// The size in bytes that one datatype code of group 0x0011 stands for.
-std::uint32_t sizeOfCode(char code)
-{
-    switch (code) {
-    case 'D':
-        return 4;
-    case 'W':
-        return 2;
-    case 'B':
-        return 1;
-    case 's':
-    case ' ':
-    case ',':
-    case '=':
-        return 0;
-    default:
-        throw std::runtime_error("Error in group 0x0011: Unknown datatype identifier");
-    }
 }
 
 } // namespace
@@ -113,7 +91,7 @@ TextIndex& Parser_kv38::texts()
 {
     if (!textIndex->isAttachedTo(indexings())) {
         std::uint32_t size = 0;
-        const std::uint8_t* const payload = getGroup(textGroup, &size);
+        const std::uint8_t* const payload = getGroup(mxformat::group::texts, &size);
         textIndex->attachTo(indexings(), payload, size);
     }
     return *textIndex;
@@ -131,7 +109,7 @@ std::uint32_t Parser_kv38::findText(TextIndex& index, std::uint16_t id)
             return 0;
         }
         const std::uint8_t* const record =
-            bytesAt(index.payload, index.next, textIdSize, textGroup);
+            bytesAt(index.payload, index.next, textIdSize, mxformat::group::texts);
         // Where memory runs out, the record is read again by the next look-up.
         index.add(readU16BE(record), index.next + textIdSize);
         index.skippedText = index.next + textIdSize;
@@ -142,22 +120,11 @@ std::uint32_t Parser_kv38::findText(TextIndex& index, std::uint16_t id)
 std::uint32_t Parser_kv38::getDatatypeSize(MxParameterDatatype type)
 {
     traceEntry(logger, "getDatatypeSize");
-    switch (type) {
-    case MxParameterDatatype::UInt8:
-    case MxParameterDatatype::SInt8:
-    case MxParameterDatatype::Byte:
-        return 8;
-    case MxParameterDatatype::UInt16:
-    case MxParameterDatatype::SInt16:
-        return 16;
-    case MxParameterDatatype::UInt32:
-    case MxParameterDatatype::SInt32:
-        return 32;
-    case MxParameterDatatype::UInt64:
-    case MxParameterDatatype::SInt64:
-        return 64;
+    const auto* const datatype = mxformat::findDatatype(static_cast<std::uint8_t>(type));
+    if (datatype == nullptr) {
+        throw std::runtime_error("Invalid datatype");
     }
-    throw std::runtime_error("Invalid datatype");
+    return 8U * datatype->bytes;
 }
 
 // The assertions name the parameters, which are called like the members that they usually point to.
@@ -174,16 +141,14 @@ void Parser_kv38::getDataArraySizes(std::uint32_t* inDataSize, std::uint32_t* ou
     assert(diagDataSize);
 
     std::uint32_t remaining = 0;
-    const std::uint8_t* payload = getGroup(dataSizesGroup, &remaining);
+    const std::uint8_t* payload = getGroup(mxformat::group::dataSizes, &remaining);
     if (payload == nullptr) {
         throw std::runtime_error("Missing group 0x0011");
     }
-    const std::pair<const std::string&, std::uint32_t*> arrays[] = {{inDataKey, inDataSize},
-                                                                    {outDataKey, outDataSize},
-                                                                    {parameterKey, paramDataSize},
-                                                                    {diagnosisKey, diagDataSize}};
-    for (const auto& array : arrays) {
-        *array.second = 0;
+    const std::array<std::uint32_t*, mxformat::dataSizeKeys.size()> sizes = {
+        inDataSize, outDataSize, paramDataSize, diagDataSize};
+    for (std::uint32_t* const size : sizes) {
+        *size = 0;
     }
     // The lines have to fill the payload exactly: otherwise `remaining` wraps and the walk goes on
     // behind the payload, to the end of the mx buffer at most.
@@ -191,11 +156,8 @@ void Parser_kv38::getDataArraySizes(std::uint32_t* inDataSize, std::uint32_t* ou
         const unsigned length = lengthWithin(bytesFrom(payload, pos), remaining);
         const std::string line = mxTextToStdString(payload + pos, length);
         std::uint32_t used = 0;
-        for (const auto& [key, size] : arrays) {
-            used = updateDataArraySize(line, key, size);
-            if (used != 0) {
-                break;
-            }
+        for (std::size_t i = 0; i < sizes.size() && used == 0; ++i) {
+            used = updateDataArraySize(line, mxformat::dataSizeKeys[i], sizes[i]);
         }
         if (used == 0) {
             used = static_cast<std::uint32_t>(line.size()) + lineEndSize;
@@ -224,7 +186,11 @@ std::uint32_t Parser_kv38::updateDataArraySize(const std::string& line, const st
     }
     for (auto code = line.begin() + static_cast<std::ptrdiff_t>(key.size()); code != line.end();
          ++code) {
-        *size += sizeOfCode(*code);
+        const auto more = mxformat::sizeOfDataCode(*code);
+        if (!more) {
+            throw std::runtime_error("Error in group 0x0011: Unknown datatype identifier");
+        }
+        *size += *more;
     }
     return static_cast<std::uint32_t>(line.size()) + lineEndSize;
 }
