@@ -90,8 +90,9 @@ TEST(MalformedFiles, areSixtyAtLeast)
 TEST(MalformedFiles, showTheExampleOfEveryRule)
 {
     const auto stated = everythingStated();
-    for (const mxauthor::CheckRule& rule : mxauthor::checkRules()) {
-        EXPECT_THAT(stated, testing::Contains("[" + std::string(rule.name) + "] " + rule.example));
+    for (const mxauthor::CheckRule* rule : mxauthor::checkRules()) {
+        EXPECT_THAT(stated,
+                    testing::Contains("[" + std::string(rule->name) + "] " + rule->example));
     }
 }
 

@@ -24,10 +24,11 @@ struct CheckRule
     Severity severity;
     const char* explanation; ///< What is wrong, and what readers make of it.
     const char* example;     ///< A finding, as `describe` gives it.
+    const char* hint = "";   ///< What to do in a text form, {key} being the key of the group.
 };
 
 /// Returns every rule, in the order in which the documentation lists them.
-const std::vector<CheckRule>& checkRules();
+const std::vector<const CheckRule*>& checkRules();
 
 /// Returns the rule `name`, null when there is none.
 const CheckRule* findRule(const std::string& name);
@@ -42,6 +43,9 @@ struct Finding
     std::string text;
     Place parameter; ///< For a finding about a default: the number in its parameter's record.
 };
+
+/// Returns whether the finding says that the device parser refuses the file.
+bool isRefusal(const Finding& finding);
 
 /// Returns the finding as `group 20c0, parameter 3 "Filter": text`.
 std::string describe(const Finding& finding);

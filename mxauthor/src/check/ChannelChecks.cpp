@@ -9,6 +9,41 @@ namespace mxauthor {
 
 namespace {
 
+const CheckRule channelRows[] = {
+    {"channel-kind", warning,
+     "The kind of a channel stands for no data: it gets no symbol and no address. Kind 31 says "
+     "that on purpose.",
+     "group 20d0, channel 1 \"Input 2\": kind 11 stands for no data, expected 1 to 9"},
+    {"channel-bits", warning,
+     "The number of bits is not that of the channel's kind, or no bit field of one byte.",
+     "group 20d0, channel 0 \"Input 1\": 8 bits stated, its kind has 16"},
+    {"channel-repeated", warning,
+     "Two channels have one number. Its parameters stand in the Modbus registers once for each; an "
+     "input and an output without parameters may share one.",
+     "group 20d0, channel 0 \"Input 1\": another channel has this number as well: name and "
+     "parameters stand for both"},
+    {"channel-overlap", error, "Two channels share bits of a process image.",
+     "group 20d0, channel 3 \"Output 1\": QX0_0 shares bits with QX0_0 of channel 2 \"Output 1\""},
+    {"symbol-repeated", error, "Two channels have one IEC symbol.",
+     "group 20d0, channel 3 \"Output 1\": has the symbol QX0_0 of channel 2 \"Output 1\""},
+    {"channel-unaligned", note,
+     "The rules for addresses put a channel at a byte that is no multiple of its size. Modules do "
+     "so; processors and fieldbuses may mind.",
+     "group 20d0, channel 0 \"Input 1\": ID2 follows from the address rules, byte 2 is no multiple "
+     "of 4"},
+    {"channel-unnamed", note,
+     "A channel has no entry in group 20d7. It is called \"channel_\" and its number.",
+     "group 20d0, channel 2: has no name in group 20d7"},
+    {"channel-name-repeated", warning,
+     "A channel has two entries in group 20d7. Only the first one is read.",
+     "group 20d7, channel 1: is named here again, only the first name is read"},
+    {"channel-name-unused", warning, "Group 20d7 names a channel that does not exist.",
+     "group 20d7, channel 9: is named here, but does not exist"},
+};
+const auto& [channelKind, channelBits, channelRepeated, channelOverlap, symbolRepeated,
+             channelUnaligned, channelUnnamed, channelNameRepeated, channelNameUnused] =
+    channelRows;
+
 using Channel = ModuleView::Channel;
 
 constexpr std::uint8_t kindBits = 0x1F;
@@ -22,15 +57,15 @@ void checkKind(const Channel& channel, Findings& findings)
     const unsigned stated = record.bitLength.value;
     if (channel.place.symbol.empty()) {
         if (kind != noDataKind) {
-            findings.add("channel-kind", record.kind.place, named(channel),
+            findings.add(channelKind, record.kind.place, named(channel),
                          "kind " + std::to_string(kind) + " stands for no data, expected 1 to 9");
         }
     } else if (kind != bitKind && stated != channel.place.bits) {
-        findings.add("channel-bits", record.bitLength.place, named(channel),
+        findings.add(channelBits, record.bitLength.place, named(channel),
                      counted(stated, "bit") + " stated, its kind has " +
                          std::to_string(channel.place.bits));
     } else if (kind == bitKind && (stated == 0 || stated > 8)) {
-        findings.add("channel-bits", record.bitLength.place, named(channel),
+        findings.add(channelBits, record.bitLength.place, named(channel),
                      counted(stated, "bit") + " stated, a bit field has 1 to 8");
     }
 }
@@ -57,12 +92,39 @@ void checkNumber(const ModuleView& module, const Channel& channel,
         return;
     }
     if (sameDirection || otherDirection) {
-        findings.add("channel-repeated", number.place, named(channel),
+        findings.add(channelRepeated, number.place, named(channel),
                      "another channel has this number as well: name and parameters stand for both");
     }
 }
 
-} // namespace
+bool shareBits(const ChannelPlace& a, const ChannelPlace& b)
+{
+    return a.input == b.input && a.bits != 0 && b.bits != 0 && a.firstBit < b.firstBit + b.bits &&
+           b.firstBit < a.firstBit + a.bits;
+}
+
+void checkOverlap(const std::vector<Channel>& channels, const Channel& channel, Findings& findings)
+{
+    for (const Channel* other = channels.data(); other != &channel; ++other) {
+        if (shareBits(other->place, channel.place)) {
+            findings.add(channelOverlap, channel.record->bitOffset.place, named(channel),
+                         channel.place.symbol + " shares bits with " + other->place.symbol +
+                             " of " + named(*other));
+            return;
+        }
+    }
+}
+
+void checkAlignment(const Channel& channel, Findings& findings)
+{
+    const ChannelPlace& place = channel.place;
+    if (place.byteAddress % place.naturalSize != 0) {
+        findings.add(channelUnaligned, channel.record->number.place, named(channel),
+                     place.symbol + " follows from the address rules, byte " +
+                         std::to_string(place.byteAddress) + " is no multiple of " +
+                         std::to_string(place.naturalSize));
+    }
+}
 
 void checkChannels(const ModuleView& module, Findings& findings)
 {
@@ -80,7 +142,7 @@ void checkChannelNames(const ModuleView& module, Findings& findings)
     for (const Channel& channel : module.channels()) {
         const bool first = numbers.insert(channel.record->number.value).second;
         if (first && module.channelName(channel.record->number.value) == nullptr) {
-            findings.add("channel-unnamed", channel.record->number.place, named(channel),
+            findings.add(channelUnnamed, channel.record->number.place, named(channel),
                          "has no name in group 20d7");
         }
     }
@@ -89,13 +151,41 @@ void checkChannelNames(const ModuleView& module, Findings& findings)
         const Field<std::uint8_t>& number = names->entries[i].channel;
         const std::string subject = named("channel", number.value, "");
         if (!seen.insert(number.value).second) {
-            findings.add("channel-name-repeated", number.place, subject,
+            findings.add(channelNameRepeated, number.place, subject,
                          "is named here again, only the first name is read");
         } else if (numbers.count(number.value) == 0) {
-            findings.add("channel-name-unused", number.place, subject,
+            findings.add(channelNameUnused, number.place, subject,
                          "is named here, but does not exist");
         }
     }
 }
+
+void checkProcessImage(const ModuleView& module, Findings& findings)
+{
+    std::map<std::string, const Channel*> symbols;
+    for (const Channel& channel : module.channels()) {
+        if (channel.place.symbol.empty()) {
+            continue;
+        }
+        checkOverlap(module.channels(), channel, findings);
+        checkAlignment(channel, findings);
+        const auto [first, isNew] = symbols.emplace(channel.place.symbol, &channel);
+        if (!isNew) {
+            findings.add(symbolRepeated, channel.record->number.place, named(channel),
+                         "has the symbol " + channel.place.symbol + " of " + named(*first->second));
+        }
+    }
+}
+
+void checkAllOfChannels(const ModuleView& module, Findings& findings)
+{
+    checkChannels(module, findings);
+    checkChannelNames(module, findings);
+    checkProcessImage(module, findings);
+}
+
+} // namespace
+
+const Check channelCheck(channelRows, checkAllOfChannels);
 
 } // namespace mxauthor

@@ -4,19 +4,27 @@
 
 #include <devices/parser/mx/HexText.h>
 
+#include <algorithm>
+
 namespace mxauthor {
 
 namespace {
 
-using ContentCheck = void (*)(const ModuleView&, Findings&);
+// In the order in which the documentation lists the rules.
+const Check* const checks[] = {&fileCheck,  &groupCheck,      &identityCheck,   &sizeCheck,
+                               &textCheck,  &optionListCheck, &conversionCheck, &parameterCheck,
+                               &valueCheck, &channelCheck,    &parserCheck};
 
-constexpr ContentCheck contentChecks[] = {
-    checkFileEnds,        checkGroups,     checkIdentity,
-    checkEntries,         checkExtension,  checkParameterBlock,
-    checkDataSizes,       checkTexts,      checkOptionLists,
-    checkConversions,     checkParameters, checkParameterPlaces,
-    checkParameterValues, checkChannels,   checkChannelNames,
-    checkProcessImage,    checkImage};
+std::vector<const CheckRule*> rulesOfChecks()
+{
+    std::vector<const CheckRule*> rules;
+    for (const Check* subject : checks) {
+        for (const CheckRule* rule = subject->begin; rule != subject->end; ++rule) {
+            rules.push_back(rule);
+        }
+    }
+    return rules;
+}
 
 } // namespace
 
@@ -30,6 +38,19 @@ const char* severityName(Severity severity)
     default:
         return "note";
     }
+}
+
+const std::vector<const CheckRule*>& checkRules()
+{
+    static const std::vector<const CheckRule*> rules = rulesOfChecks();
+    return rules;
+}
+
+const CheckRule* findRule(const std::string& name)
+{
+    const auto found = std::find_if(checkRules().begin(), checkRules().end(),
+                                    [&name](const CheckRule* rule) { return rule->name == name; });
+    return found == checkRules().end() ? nullptr : *found;
 }
 
 std::string describe(const Finding& finding)
@@ -52,12 +73,14 @@ std::vector<Finding> check(const std::vector<char>& bytes)
     Findings findings;
     if (failure.empty()) {
         const ModuleView module(file);
-        for (const ContentCheck checkContent : contentChecks) {
-            checkContent(module, findings);
+        for (const Check* subject : checks) {
+            if (subject->walk != nullptr) {
+                subject->walk(module, findings);
+            }
         }
     } else {
-        // What stands behind the failure is unknown, so nothing can be said to be missing.
-        checkFraming(bytes, file, failure, findings);
+        // What follows the failure is unknown, so nothing can be said to be missing.
+        checkFraming(bytes, file, findings);
     }
     checkWithParser(bytes, file, findings);
     return std::move(findings).sorted();

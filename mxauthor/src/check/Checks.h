@@ -5,31 +5,39 @@
 
 namespace mxauthor {
 
-// The checks, each group of rules in a file of its own.
+/// The rules of one subject, and the walk through a module that looks for them.
+struct Check
+{
+    using Walk = void (*)(const ModuleView&, Findings&);
+
+    template <std::size_t count>
+    constexpr Check(const CheckRule (&rows)[count], Walk function)
+        : begin(rows), end(rows + count), walk(function)
+    {}
+
+    const CheckRule* begin;
+    const CheckRule* end;
+    Walk walk;
+};
+
+// Each in a file of its own: the rules as rows of a table, whose names in the code follow it.
+
+extern const Check fileCheck;
+extern const Check groupCheck;
+extern const Check identityCheck;
+extern const Check sizeCheck;
+extern const Check textCheck;
+extern const Check optionListCheck;
+extern const Check conversionCheck;
+extern const Check parameterCheck;
+extern const Check valueCheck;
+extern const Check channelCheck;
+extern const Check parserCheck; ///< Without a walk: it needs the bytes.
 
 /// The failure of the container reader on `bytes`, whose whole groups are `file`.
-void checkFraming(const std::vector<char>& bytes, const MxFile& file, const std::string& failure,
-                  Findings& findings);
+void checkFraming(const std::vector<char>& bytes, const MxFile& file, Findings& findings);
 
-void checkFileEnds(const ModuleView& module, Findings& findings);
-void checkGroups(const ModuleView& module, Findings& findings);
-void checkIdentity(const ModuleView& module, Findings& findings);
-void checkEntries(const ModuleView& module, Findings& findings);
-void checkExtension(const ModuleView& module, Findings& findings);
-void checkParameterBlock(const ModuleView& module, Findings& findings);
-void checkDataSizes(const ModuleView& module, Findings& findings);
-void checkTexts(const ModuleView& module, Findings& findings);
-void checkOptionLists(const ModuleView& module, Findings& findings);
-void checkConversions(const ModuleView& module, Findings& findings);
-void checkParameters(const ModuleView& module, Findings& findings);
-void checkParameterPlaces(const ModuleView& module, Findings& findings);
-void checkParameterValues(const ModuleView& module, Findings& findings);
-void checkChannels(const ModuleView& module, Findings& findings);
-void checkChannelNames(const ModuleView& module, Findings& findings);
-void checkProcessImage(const ModuleView& module, Findings& findings);
-void checkImage(const ModuleView& module, Findings& findings);
-
-/// What the device parser makes of `bytes` with the byte behind them that every loaded file has.
+/// What the device parser makes of `bytes` with the byte after them that every loaded file has.
 void checkWithParser(const std::vector<char>& bytes, const MxFile& file, Findings& findings);
 
 } // namespace mxauthor

@@ -8,6 +8,30 @@ namespace mxauthor {
 
 namespace {
 
+const CheckRule conversionRows[] = {
+    {"conversion-table", error,
+     "Group 20c2 is no whole number of conversions. Readers then convert nothing at all.",
+     "group 20c2: 1 byte after the last whole conversion: nothing is converted"},
+    {"conversion-missing", error,
+     "A parameter that is shown in physical units names a conversion that is not there: its raw "
+     "value is shown.",
+     "group 20c0, parameter 2 \"Limit\": names conversion 5, which group 20c2 does not hold"},
+    {"conversion-factor", error,
+     "A factor of 0, or a factor or offset that is not finite. The conversion is left out.",
+     "group 20c2, conversion 1: its factor is 0, or a number of it is not finite: nothing is "
+     "converted"},
+    {"conversion-repeated", warning,
+     "Two conversions have one identifier. Only the first one is read.",
+     "group 20c2, conversion 1: stands here again, only the first one is read"},
+    {"conversion-unused", note, "No parameter names the conversion.",
+     "group 20c2, conversion 1: no parameter names it"},
+    {"conversion-ignored", note,
+     "A parameter names a conversion, but is not shown in physical units.",
+     "group 20c0, parameter 2 \"Limit\": names conversion 1, but is not shown in physical units"},
+};
+const auto& [conversionTable, conversionMissing, conversionFactor, conversionRepeated,
+             conversionUnused, conversionIgnored] = conversionRows;
+
 bool isUsable(const Conversion& entry)
 {
     return mxformat::isUsable({floatOf(entry.factor.value), floatOf(entry.offset.value)});
@@ -17,14 +41,14 @@ void checkEntry(const Conversion& entry, bool isUsed, bool isFirst, Findings& fi
 {
     const std::string subject = named("conversion", entry.id.value, "");
     if (!isUsable(entry)) {
-        findings.add("conversion-factor", entry.factor.place, subject,
+        findings.add(conversionFactor, entry.factor.place, subject,
                      "its factor is 0, or a number of it is not finite: nothing is converted");
     }
     if (!isFirst) {
-        findings.add("conversion-repeated", entry.id.place, subject,
+        findings.add(conversionRepeated, entry.id.place, subject,
                      "stands here again, only the first one is read");
     } else if (!isUsed) {
-        findings.add("conversion-unused", entry.id.place, subject, "no parameter names it");
+        findings.add(conversionUnused, entry.id.place, subject, "no parameter names it");
     }
 }
 
@@ -39,15 +63,13 @@ void checkReference(const ModuleView::Parameter& parameter, const std::set<std::
     }
     const std::string names = "names conversion " + std::to_string(id);
     if ((record.flags.value & convertedFlag) == 0) {
-        findings.add("conversion-ignored", record.conversion.place, subject,
+        findings.add(conversionIgnored, record.conversion.place, subject,
                      names + ", but is not shown in physical units");
     } else if (known.count(id) == 0) {
-        findings.add("conversion-missing", record.conversion.place, subject,
+        findings.add(conversionMissing, record.conversion.place, subject,
                      names + ", which group 20c2 does not hold");
     }
 }
-
-} // namespace
 
 void checkConversions(const ModuleView& module, Findings& findings)
 {
@@ -63,7 +85,7 @@ void checkConversions(const ModuleView& module, Findings& findings)
         checkEntry(entry, used.count(entry.id.value) != 0, isFirst, findings);
     }
     if (conversions != nullptr && !conversions->rest.value.empty()) {
-        findings.add("conversion-table", conversions->rest.place, "",
+        findings.add(conversionTable, conversions->rest.place, "",
                      counted(conversions->rest.value.size(), "byte") +
                          " after the last whole conversion: nothing is converted");
     }
@@ -71,5 +93,9 @@ void checkConversions(const ModuleView& module, Findings& findings)
         checkReference(parameter, known, findings);
     }
 }
+
+} // namespace
+
+const Check conversionCheck(conversionRows, checkConversions);
 
 } // namespace mxauthor

@@ -1,25 +1,22 @@
 #include "check/Findings.h"
 
 #include <algorithm>
-#include <cassert>
 
 namespace mxauthor {
 
-void Findings::add(const char* rule, const Place& place, const std::string& subject,
+void Findings::add(const CheckRule& rule, const Place& place, const std::string& subject,
                    const std::string& text)
 {
-    const CheckRule* const found = findRule(rule);
-    assert(found != nullptr);
-    all.push_back({found, place, true, subject, text, {}});
+    all.push_back({&rule, place, true, subject, text, {}});
 }
 
-void Findings::addToFile(const char* rule, const Place& place, const std::string& text)
+void Findings::addToFile(const CheckRule& rule, const Place& place, const std::string& text)
 {
     add(rule, place, "", text);
     all.back().inGroup = false;
 }
 
-void Findings::addDefault(const char* rule, const Place& place, const Place& parameter,
+void Findings::addDefault(const CheckRule& rule, const Place& place, const Place& parameter,
                           const std::string& subject, const std::string& text)
 {
     add(rule, place, subject, text);

@@ -8,6 +8,27 @@ namespace mxauthor {
 
 namespace {
 
+const CheckRule fileRows[] = {
+    {"no-groups", error,
+     "The file holds no group at all. Readers take it without complaint and fail at the first "
+     "group that they look for.",
+     "no group in 4 bytes"},
+    {"framing", error,
+     "The length of a group leads beyond the end or is below the least, or the content length is "
+     "above the size of the file. Nothing behind it can be read.",
+     "content length 755, the file has 754 bytes"},
+    {"content-length", warning,
+     "The content length of the header is not the size of the file. Readers stop at it.",
+     "group 0000: content length 689, the file has 755 bytes"},
+    {"header-missing", note,
+     "Without a header nobody notices when a file was cut between two groups.",
+     "no group 0000 states how long the file is"},
+    {"trailing-bytes", warning,
+     "Bytes after the last group or the content length. They are not read.",
+     "3 bytes after the last group, not read"},
+};
+const auto& [noGroups, framing, contentLength, headerMissing, trailingBytes] = fileRows;
+
 namespace mx = devices::parser::mx;
 
 constexpr std::uint32_t contentLengthEnd = 6;
@@ -49,45 +70,46 @@ void checkContentLength(const ModuleView& module, Findings& findings)
 {
     const auto* const header = module.content<Header>(0x0000);
     if (header == nullptr) {
-        findings.addToFile("header-missing", {}, "no group 0000 states how long the file is");
+        findings.addToFile(headerMissing, {}, "no group 0000 states how long the file is");
         return;
     }
     const Place& tail = module.file().tail.place;
     const std::uint32_t size = tail.offset + tail.length;
     if (header->contentLength.value != size) {
-        findings.add("content-length", header->contentLength.place, "",
+        findings.add(contentLength, header->contentLength.place, "",
                      "content length " + std::to_string(header->contentLength.value) +
                          ", the file has " + counted(size, "byte"));
     }
-}
-
-} // namespace
-
-void checkFraming(const std::vector<char>& bytes, const MxFile& file,
-                  const std::string& /*failure*/, Findings& findings)
-{
-    const std::uint32_t start = file.tail.place.offset;
-    const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
-    const std::size_t left = bytesLeft(file, start, bytes.size());
-    findings.addToFile("framing", {mx::readU16BE(data + start), start, 4},
-                       isCutOff(data, start, bytes.size())
-                           ? "content length " + std::to_string(mx::readU16BE(data + 4)) +
-                                 ", the file has " + counted(bytes.size(), "byte")
-                           : statedLength(data, start, left));
 }
 
 void checkFileEnds(const ModuleView& module, Findings& findings)
 {
     const Place& tail = module.file().tail.place;
     if (module.file().groups.empty()) {
-        findings.addToFile("no-groups", tail, "no group in " + counted(tail.length, "byte"));
+        findings.addToFile(noGroups, tail, "no group in " + counted(tail.length, "byte"));
         return;
     }
     checkContentLength(module, findings);
     if (tail.length > 0) {
-        findings.addToFile("trailing-bytes", tail,
+        findings.addToFile(trailingBytes, tail,
                            counted(tail.length, "byte") + " after the last group, not read");
     }
+}
+
+} // namespace
+
+const Check fileCheck(fileRows, checkFileEnds);
+
+void checkFraming(const std::vector<char>& bytes, const MxFile& file, Findings& findings)
+{
+    const std::uint32_t start = file.tail.place.offset;
+    const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    const std::size_t left = bytesLeft(file, start, bytes.size());
+    findings.addToFile(framing, {mx::readU16BE(data + start), start, 4},
+                       isCutOff(data, start, bytes.size())
+                           ? "content length " + std::to_string(mx::readU16BE(data + 4)) +
+                                 ", the file has " + counted(bytes.size(), "byte")
+                           : statedLength(data, start, left));
 }
 
 } // namespace mxauthor

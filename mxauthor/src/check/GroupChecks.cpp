@@ -11,6 +11,29 @@ namespace mxauthor {
 
 namespace {
 
+const CheckRule groupRows[] = {
+    {"group-missing", error, "A group that every module must have is missing.",
+     "group 0001 (module identity) is missing", "the key \"{key}\" states it"},
+    {"repeated-group", warning, "A group stands twice. Only the first one is ever read.",
+     "group 0040: stands here again, only the first one is read"},
+    {"unknown-group", note,
+     "The identifier is none of the format. Readers skip the group; makers keep private data in "
+     "such groups.",
+     "group 7abc: not a group of the format, 5 bytes skipped"},
+    {"group-shape", error,
+     "The payload does not have the shape of its group: a line or a record without its end, or a "
+     "size that ends a list early. Readers differ in what they take of it.",
+     "group 0020: does not have the shape of this group, readers differ in what they take"},
+    {"dead-record", warning,
+     "Bytes after the last whole record of a group. Readers ignore them, or read a record that "
+     "runs into the next group.",
+     "group 20d0: 3 bytes after the last whole channel record"},
+    {"unread-bytes", note, "Bytes of a group that nobody reads.",
+     "group 20f0: 2 bytes behind the calibration date that nobody reads"},
+};
+const auto& [groupMissing, repeatedGroup, unknownGroup, groupShape, deadRecord, unreadBytes] =
+    groupRows;
+
 constexpr std::array<std::uint16_t, 4> requiredGroups = {0x0001, 0x0011, 0x0020, 0x0040};
 
 void checkPresence(const ModuleView& module, Findings& findings)
@@ -18,7 +41,7 @@ void checkPresence(const ModuleView& module, Findings& findings)
     const std::uint32_t end = module.file().tail.place.offset;
     for (const std::uint16_t id : requiredGroups) {
         if (module.group(id) == nullptr) {
-            findings.addToFile("group-missing", {id, end, 0},
+            findings.addToFile(groupMissing, {id, end, 0},
                                "group " + devices::parser::mx::u16AsHex(id) + " (" +
                                    groupTitle(id) + ") is missing");
         }
@@ -28,14 +51,14 @@ void checkPresence(const ModuleView& module, Findings& findings)
 void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings& findings)
 {
     if (!seen.insert(group.id).second) {
-        findings.add("repeated-group", group.place, "",
+        findings.add(repeatedGroup, group.place, "",
                      "stands here again, only the first one is read");
     } else if (groupTitle(group.id).empty()) {
-        findings.add("unknown-group", group.place, "",
+        findings.add(unknownGroup, group.place, "",
                      "not a group of the format, " + counted(group.place.length - 6, "byte") +
                          " skipped");
     } else if (std::holds_alternative<RawGroup>(group.content)) {
-        findings.add("group-shape", group.place, "",
+        findings.add(groupShape, group.place, "",
                      "does not have the shape of this group, readers differ in what they take");
     }
 }
@@ -43,7 +66,7 @@ void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings
 void checkRest(const Field<Bytes>& rest, const char* what, Findings& findings)
 {
     if (!rest.value.empty()) {
-        findings.add("dead-record", rest.place, "",
+        findings.add(deadRecord, rest.place, "",
                      counted(rest.value.size(), "byte") + " after the last whole " + what);
     }
 }
@@ -56,7 +79,15 @@ void checkRestOf(const ModuleView& module, std::uint16_t id, const char* what, F
     }
 }
 
-} // namespace
+void checkUnreadBytes(const ModuleView& module, Findings& findings)
+{
+    const auto* const extension = module.content<Extension>(0x20F0);
+    if (extension != nullptr && !extension->rest.value.empty()) {
+        findings.add(unreadBytes, extension->rest.place, "",
+                     counted(extension->rest.value.size(), "byte") +
+                         " behind the calibration date that nobody reads");
+    }
+}
 
 void checkGroups(const ModuleView& module, Findings& findings)
 {
@@ -71,6 +102,11 @@ void checkGroups(const ModuleView& module, Findings& findings)
     checkRestOf<OptionLists>(module, 0x20C1, "option list", findings);
     checkRestOf<Channels>(module, 0x20D0, "channel record", findings);
     checkRestOf<ChannelNames>(module, 0x20D7, "channel name", findings);
+    checkUnreadBytes(module, findings);
 }
+
+} // namespace
+
+const Check groupCheck(groupRows, checkGroups);
 
 } // namespace mxauthor

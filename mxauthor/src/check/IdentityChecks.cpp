@@ -1,5 +1,6 @@
 #include "RequiredEntries.h"
 #include "check/Checks.h"
+#include "check/Svgz.h"
 #include "mxauthor/Counted.h"
 #include "mxauthor/NearestWords.h"
 
@@ -10,7 +11,39 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t identitySize = 5;
+const CheckRule identityRows[] = {
+    {"identity-missing", error, "Group 0001 holds no dataset 0xfb with module type and identifier.",
+     "group 0001: no dataset 0xfb with the module type and identifier"},
+    {"identity-size", error, "The dataset 0xfb has to have 5 bytes: module type and identifier.",
+     "group 0001, dataset 0xfb: has 4 bytes, expected 5: module type and identifier"},
+    {"entry-missing", error, "An entry that every module must have is missing.",
+     "group 0020: entry \"BrandId\" is missing, did you mean it by \"BrandiD\"?"},
+    {"entry-unreachable", error,
+     "An entry that is empty and stands last in its group is not found: readers try a line only "
+     "while more bytes than its shortest form are left.",
+     "group 0020, entry \"BrandHwRevision\": is empty and stands last, where readers do not find "
+     "it"},
+    {"entry-repeated", warning, "A key stands twice in a group. Only the first entry is read.",
+     "group 0040, entry \"Component\": stands here again, only the first one is read"},
+    {"extension-version", error, "The version of group 20f0 has to be 1.",
+     "group 20f0: version 2, expected 1"},
+    {"date-cut", note,
+     "The calibration date has ten characters. Readers take nine: databases hold no more.",
+     "group 20f0, calibration date: \"2024-05-31\" has 10 characters, readers take 9"},
+    {"gtin-digits", warning, "A GTIN has 8, 12, 13 or 14 digits. Readers show what is there.",
+     "group 20f0, GTIN: \"200000000001X\", expected 8, 12, 13 or 14 digits"},
+    {"image-empty", warning, "Group 20f1 is there, but holds no product image.",
+     "group 20f1: the product image is empty"},
+    {"image-unreadable", error,
+     "The product image has to be an SVG compressed with gzip (SVGZ): it is inflated, and has to "
+     "be well-formed XML with the root element \"svg\".",
+     "group 20f1: 1 byte after the compressed data",
+     "the build compresses a file whose name ends in .svg"},
+};
+const auto& [identityMissing, identitySize, entryMissing, entryUnreachable, entryRepeated,
+             extensionVersion, dateCut, gtinDigits, imageEmpty, imageUnreadable] = identityRows;
+
+constexpr std::size_t identityBytes = 5;
 constexpr std::size_t dateLimit = 9; // characters that readers take
 
 const Entry* findEntry(const Entries& entries, const std::string& key)
@@ -39,10 +72,10 @@ void addMissing(const Group& group, const Entries& entries, const std::string& k
 {
     const std::string text = "entry \"" + key + "\" is missing";
     if (const Entry* const misspelt = findMisspelt(entries, key)) {
-        findings.add("entry-missing", misspelt->key.place, "",
+        findings.add(entryMissing, misspelt->key.place, "",
                      text + ", did you mean it by \"" + shortened(misspelt->key.value) + "\"?");
     } else {
-        findings.add("entry-missing", group.place, "", text);
+        findings.add(entryMissing, group.place, "", text);
     }
 }
 
@@ -54,7 +87,7 @@ void checkKey(const Group& group, const Entries& entries, const std::string& key
         addMissing(group, entries, key, findings);
     } else if (entry == &entries.entries.back() && entry->value.value.empty()) {
         // Readers try a line only while more bytes than its shortest form are left.
-        findings.add("entry-unreachable", entry->key.place, "entry \"" + key + "\"",
+        findings.add(entryUnreachable, entry->key.place, "entry \"" + key + "\"",
                      "is empty and stands last, where readers do not find it");
     }
 }
@@ -64,7 +97,7 @@ void checkRepeatedKeys(const Entries& entries, Findings& findings)
     std::set<std::string> seen;
     for (const Entry& entry : entries.entries) {
         if (!seen.insert(entry.key.value).second) {
-            findings.add("entry-repeated", entry.key.place, "entry \"" + entry.key.value + "\"",
+            findings.add(entryRepeated, entry.key.place, "entry \"" + entry.key.value + "\"",
                          "stands here again, only the first one is read");
         }
     }
@@ -84,8 +117,6 @@ void checkEntriesOf(const ModuleView& module, std::uint16_t id, const Keys& keys
     checkRepeatedKeys(*entries, findings);
 }
 
-} // namespace
-
 void checkIdentity(const ModuleView& module, Findings& findings)
 {
     const auto* const identity = module.content<Identity>(0x0001);
@@ -94,15 +125,15 @@ void checkIdentity(const ModuleView& module, Findings& findings)
     }
     for (const Dataset& dataset : identity->datasets) {
         if (dataset.id.value == identityDataset) {
-            if (dataset.data.value.size() != identitySize) {
-                findings.add("identity-size", dataset.size.place, "dataset 0xfb",
+            if (dataset.data.value.size() != identityBytes) {
+                findings.add(identitySize, dataset.size.place, "dataset 0xfb",
                              "has " + counted(dataset.data.value.size(), "byte") +
                                  ", expected 5: module type and identifier");
             }
             return;
         }
     }
-    findings.add("identity-missing", module.group(0x0001)->place, "",
+    findings.add(identityMissing, module.group(0x0001)->place, "",
                  "no dataset 0xfb with the module type and identifier");
 }
 
@@ -125,7 +156,7 @@ void checkGtin(const ModuleView& module, const Extension& extension, Findings& f
 {
     const std::string gtin = module.textOf(extension.gtinId.value);
     if (extension.gtinId.value != 0 && !gtin.empty() && !isGtin(gtin)) {
-        findings.add("gtin-digits", extension.gtinId.place, "GTIN",
+        findings.add(gtinDigits, extension.gtinId.place, "GTIN",
                      "\"" + shortened(gtin) + "\", expected 8, 12, 13 or 14 digits");
     }
 }
@@ -139,7 +170,7 @@ void checkExtension(const ModuleView& module, Findings& findings)
         return;
     }
     if (extension->version.value != 1) {
-        findings.add("extension-version", extension->version.place, "",
+        findings.add(extensionVersion, extension->version.place, "",
                      "version " + std::to_string(extension->version.value) + ", expected 1");
     }
     checkGtin(module, *extension, findings);
@@ -147,15 +178,38 @@ void checkExtension(const ModuleView& module, Findings& findings)
     const auto end = std::find_if(date.begin(), date.end(),
                                   [](std::uint8_t byte) { return byte == 0 || byte == '\r'; });
     if (static_cast<std::size_t>(end - date.begin()) > dateLimit) {
-        findings.add("date-cut", extension->date.place, "calibration date",
+        findings.add(dateCut, extension->date.place, "calibration date",
                      "\"" + std::string(date.begin(), end) +
                          "\" has 10 characters, readers take 9");
     }
-    if (!extension->rest.value.empty()) {
-        findings.add("unread-bytes", extension->rest.place, "",
-                     counted(extension->rest.value.size(), "byte") +
-                         " behind the calibration date that nobody reads");
+}
+
+void checkImage(const ModuleView& module, Findings& findings)
+{
+    const auto* const image = module.content<ProductImage>(0x20F1);
+    if (image == nullptr) {
+        return;
+    }
+    if (image->bytes.value.empty()) {
+        findings.add(imageEmpty, module.group(0x20F1)->place, "", "the product image is empty");
+        return;
+    }
+    const std::string problem = svgzProblem(image->bytes.value);
+    if (!problem.empty()) {
+        findings.add(imageUnreadable, image->bytes.place, "", problem);
     }
 }
+
+void checkIdentityAndImage(const ModuleView& module, Findings& findings)
+{
+    checkIdentity(module, findings);
+    checkEntries(module, findings);
+    checkExtension(module, findings);
+    checkImage(module, findings);
+}
+
+} // namespace
+
+const Check identityCheck(identityRows, checkIdentityAndImage);
 
 } // namespace mxauthor

@@ -10,6 +10,36 @@ namespace mxauthor {
 
 namespace {
 
+const CheckRule optionListRows[] = {
+    {"option-list-missing", error,
+     "A parameter names an option list that is not there: it can take no value at all.",
+     "group 20c0, parameter 1 \"Filter\": names option list 9, which group 20c1 does not hold"},
+    {"option-list-ignored", warning,
+     "The option list of a parameter that is shown in physical units is not read.",
+     "group 20c0, parameter 2 \"Limit\": names option list 1, but is shown in physical units"},
+    {"option-list-wide", warning,
+     "Modbus registers compare the first byte of a value with the last byte of the options. That "
+     "can hold for parameters of one byte only.",
+     "group 20c0, parameter 4 \"Delay\": has options and 2 bytes, of which Modbus registers "
+     "compare the first"},
+    {"option-list-empty", warning, "An option list without options.",
+     "group 20c1, option list 1: has no options"},
+    {"option-list-repeated", note,
+     "Two option lists have one identifier. Readers join them, in file order.",
+     "group 20c1, option list 1: stands here again, its options are added to those in front"},
+    {"option-list-unused", note, "No parameter names the option list.",
+     "group 20c1, option list 2: no parameter names it"},
+    {"option-value", error,
+     "The datatype or bit field of a parameter cannot hold the value of one of its options.",
+     "group 20c1, parameter 1 \"Filter\": its option value 300 does not fit in 8 bits"},
+    {"option-repeated", warning,
+     "Two options of a parameter have one value. The text of the second is never shown.",
+     "group 20c1, parameter 1 \"Filter\": its option value 1 stands here again, the first text is "
+     "shown"},
+};
+const auto& [optionListMissing, optionListIgnored, optionListWide, optionListEmpty,
+             optionListRepeated, optionListUnused, optionValue, optionRepeated] = optionListRows;
+
 using Parameter = ModuleView::Parameter;
 
 bool isConverted(const Parameter& parameter)
@@ -31,11 +61,11 @@ void checkReference(const ModuleView& module, const Parameter& parameter, Findin
                                                             return list.id.value == id.value;
                                                         });
     if (id.value != 0 && isConverted(parameter)) {
-        findings.add("option-list-ignored", id.place, named(parameter),
+        findings.add(optionListIgnored, id.place, named(parameter),
                      "names option list " + std::to_string(id.value) +
                          ", but is shown in physical units");
     } else if (usesList(parameter) && !exists) {
-        findings.add("option-list-missing", id.place, named(parameter),
+        findings.add(optionListMissing, id.place, named(parameter),
                      "names option list " + std::to_string(id.value) +
                          ", which group 20c1 does not hold");
     }
@@ -48,11 +78,11 @@ void checkValues(const ModuleView& module, const Parameter& parameter, Findings&
     for (const Option* option : module.options(parameter.record->optionList.value)) {
         const std::uint64_t slot = option->value.value;
         if (!holdsSlot(parameter.value, slot)) {
-            findings.add("option-value", option->value.place, named(parameter),
+            findings.add(optionValue, option->value.place, named(parameter),
                          "its option value " + std::to_string(slot) + " does not fit in " +
                              counted(parameter.value.bits, "bit"));
         } else if (++seen[numberOfSlot(parameter.value, slot).bits] == 2) {
-            findings.add("option-repeated", option->value.place, named(parameter),
+            findings.add(optionRepeated, option->value.place, named(parameter),
                          "its option value " + numberOfSlot(parameter.value, slot).text() +
                              " stands here again, the first text is shown");
         }
@@ -70,7 +100,7 @@ ListUse useOf(const Parameter& parameter)
 void checkWidth(const Parameter& parameter, Findings& findings)
 {
     if (parameter.value.size > 1) {
-        findings.add("option-list-wide", parameter.record->optionList.place, named(parameter),
+        findings.add(optionListWide, parameter.record->optionList.place, named(parameter),
                      "has options and " + std::to_string(parameter.value.size) +
                          " bytes, of which Modbus registers compare the first");
     }
@@ -81,17 +111,15 @@ void checkList(const OptionList& list, bool isUsed, std::set<std::uint8_t>& seen
 {
     const std::string subject = named("option list", list.id.value, "");
     if (list.options.empty()) {
-        findings.add("option-list-empty", list.id.place, subject, "has no options");
+        findings.add(optionListEmpty, list.id.place, subject, "has no options");
     }
     if (!seen.insert(list.id.value).second) {
-        findings.add("option-list-repeated", list.id.place, subject,
+        findings.add(optionListRepeated, list.id.place, subject,
                      "stands here again, its options are added to those in front");
     } else if (!isUsed) {
-        findings.add("option-list-unused", list.id.place, subject, "no parameter names it");
+        findings.add(optionListUnused, list.id.place, subject, "no parameter names it");
     }
 }
-
-} // namespace
 
 void checkOptionLists(const ModuleView& module, Findings& findings)
 {
@@ -114,5 +142,9 @@ void checkOptionLists(const ModuleView& module, Findings& findings)
         checkList(list, used.count(list.id.value) != 0, seen, findings);
     }
 }
+
+} // namespace
+
+const Check optionListCheck(optionListRows, checkOptionLists);
 
 } // namespace mxauthor

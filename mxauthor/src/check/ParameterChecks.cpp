@@ -10,6 +10,38 @@ namespace mxauthor {
 
 namespace {
 
+const CheckRule parameterRows[] = {
+    {"parameter-datatype", error, "The datatype of a parameter has to be 1 to 9.",
+     "group 20c0, parameter 1 \"Filter\": datatype 10, expected 1 to 9"},
+    {"bit-field", error, "A bit field has to lie within its byte.",
+     "group 20c0, parameter 3 \"Invert\": 3 bits from bit 6 leave their byte, bits 0 to 7"},
+    {"bits-ignored", warning,
+     "A number of bits or a bit offset is stated for a parameter of another datatype than Byte "
+     "(5). Readers take all bits of the datatype.",
+     "group 20c0, parameter 4 \"Delay\": 3 bits from bit 2 stated, which readers ignore: its "
+     "datatype is UInt16, only a Byte has bit fields"},
+    {"parameter-outside", error,
+     "The value of a parameter lies outside the parameter block: it has no value and cannot be "
+     "set.",
+     "group 20c0, parameter 4 \"Delay\": bytes 5 to 6 of the block, which has 6 bytes"},
+    {"parameter-overlap", error,
+     "Two parameters share bits of the parameter block: setting one changes the other.",
+     "group 20c0, parameter 2 \"Limit\": bytes 0 to 1 of the block, which it shares with parameter "
+     "1 \"Filter\""},
+    {"block-gap", note, "A byte of the parameter block belongs to no parameter.",
+     "group 0010: byte 6 of the block belongs to no parameter"},
+    {"parameter-channel", error,
+     "A parameter belongs to a channel that does not exist. It is in no set and in no register.",
+     "group 20c0, parameter 4 \"Delay\": belongs to channel 7, which does not exist"},
+    {"parameter-unnamed", warning, "The name of a parameter is an empty text.",
+     "group 20c0, parameter 1: its name is an empty text"},
+    {"parameter-repeated", warning,
+     "Two parameters have one number, so messages do not tell them apart.",
+     "group 20c0, parameter 1 \"Delay\": another parameter has this number as well"},
+};
+const auto& [parameterDatatype, bitField, bitsIgnored, parameterOutside, parameterOverlap, blockGap,
+             parameterChannel, parameterUnnamed, parameterRepeated] = parameterRows;
+
 using Parameter = ModuleView::Parameter;
 
 std::string statedBits(const ParameterRecord& record)
@@ -22,19 +54,19 @@ void checkType(const Parameter& parameter, Findings& findings)
 {
     const ParameterRecord& record = *parameter.record;
     if (!parameter.value.known) {
-        findings.add("parameter-datatype", record.datatype.place, named(parameter),
+        findings.add(parameterDatatype, record.datatype.place, named(parameter),
                      "datatype " + std::to_string(record.datatype.value) + ", expected 1 to 9");
     } else if (record.datatype.value == byteDatatype &&
                !mxformat::bitPlace(record.bitLength.value, record.bitOffset.value).exists()) {
         const bool isLength = record.bitLength.value > 8;
         findings.add(
-            "bit-field", (isLength ? record.bitLength : record.bitOffset).place, named(parameter),
+            bitField, (isLength ? record.bitLength : record.bitOffset).place, named(parameter),
             statedBits(record) + (record.bitLength.value == 1 ? " leaves its" : " leave their") +
                 " byte, bits 0 to 7");
     } else if (record.datatype.value != byteDatatype &&
                (record.bitLength.value != 0 || record.bitOffset.value != 0)) {
         const bool isLength = record.bitLength.value != 0;
-        findings.add("bits-ignored", (isLength ? record.bitLength : record.bitOffset).place,
+        findings.add(bitsIgnored, (isLength ? record.bitLength : record.bitOffset).place,
                      named(parameter),
                      statedBits(record) + " stated, which readers ignore: its datatype is " +
                          datatypeNames.at(record.datatype.value) + ", only a Byte has bit fields");
@@ -49,15 +81,82 @@ void checkChannel(const ModuleView& module, const Parameter& parameter, Findings
         std::none_of(channels.begin(), channels.end(), [&channel](const auto& candidate) {
             return candidate.record->number.value == channel.value;
         })) {
-        findings.add("parameter-channel", channel.place, named(parameter),
+        findings.add(parameterChannel, channel.place, named(parameter),
                      "belongs to channel " + std::to_string(channel.value) +
                          ", which does not exist");
     }
 }
 
-} // namespace
+std::string bytesText(const ParameterValue& value)
+{
+    const std::string first = std::to_string(value.byteOffset);
+    return value.size == 1
+               ? "byte " + first
+               : "bytes " + first + " to " + std::to_string(value.byteOffset + value.size - 1);
+}
 
-void checkParameters(const ModuleView& module, Findings& findings)
+bool overlaps(const ParameterValue& a, const ParameterValue& b)
+{
+    return a.bits != 0 && b.bits != 0 && a.firstBit < b.firstBit + b.bits &&
+           b.firstBit < a.firstBit + a.bits;
+}
+
+// Every parameter with those in front of it.
+void checkOverlaps(const std::vector<Parameter>& parameters, Findings& findings)
+{
+    for (auto later = parameters.begin(); later != parameters.end(); ++later) {
+        const auto earlier = std::find_if(parameters.begin(), later, [&later](const auto& other) {
+            return overlaps(other.value, later->value);
+        });
+        if (earlier != later) {
+            findings.add(parameterOverlap, later->record->position.place, named(*later),
+                         bytesText(later->value) + " of the block, which it shares with " +
+                             named(*earlier));
+        }
+    }
+}
+
+// Whether each byte of a block of `size` bytes belongs to a parameter.
+std::vector<bool> heldBytes(const ModuleView& module, std::size_t size)
+{
+    std::vector<bool> held(size);
+    for (const Parameter& parameter : module.parameters()) {
+        const ParameterValue& value = parameter.value;
+        const std::size_t end = std::min<std::size_t>(value.byteOffset + value.size, size);
+        for (std::size_t byte = value.byteOffset; byte < end; ++byte) {
+            held[byte] = true;
+        }
+    }
+    return held;
+}
+
+std::string runText(std::uint32_t begin, std::uint32_t end)
+{
+    if (end - begin == 1) {
+        return "byte " + std::to_string(begin) + " of the block belongs to no parameter";
+    }
+    return "bytes " + std::to_string(begin) + " to " + std::to_string(end - 1) +
+           " of the block belong to no parameter";
+}
+
+// A finding for each run of bytes without a parameter.
+void checkGaps(const ModuleView& module, const Place& block, Findings& findings)
+{
+    const std::vector<bool> held = heldBytes(module, block.length);
+    for (std::uint32_t begin = 0; begin < block.length; ++begin) {
+        std::uint32_t end = begin;
+        while (end < block.length && !held[end]) {
+            ++end;
+        }
+        if (end > begin) {
+            findings.add(blockGap, {block.group, block.offset + begin, end - begin}, "",
+                         runText(begin, end));
+            begin = end;
+        }
+    }
+}
+
+void checkRecords(const ModuleView& module, Findings& findings)
 {
     std::set<std::uint8_t> numbers;
     for (const Parameter& parameter : module.parameters()) {
@@ -65,14 +164,44 @@ void checkParameters(const ModuleView& module, Findings& findings)
         checkType(parameter, findings);
         checkChannel(module, parameter, findings);
         if (parameter.name.empty() && module.text(record.nameId.value) != nullptr) {
-            findings.add("parameter-unnamed", record.nameId.place, named(parameter),
+            findings.add(parameterUnnamed, record.nameId.place, named(parameter),
                          "its name is an empty text");
         }
         if (!numbers.insert(record.number.value).second) {
-            findings.add("parameter-repeated", record.number.place, named(parameter),
+            findings.add(parameterRepeated, record.number.place, named(parameter),
                          "another parameter has this number as well");
         }
     }
 }
+
+void checkParameterPlaces(const ModuleView& module, Findings& findings)
+{
+    const Group* const group = module.group(0x0010);
+    if (group != nullptr && !std::holds_alternative<ParameterBlock>(group->content)) {
+        return; // nobody can say where its bytes begin
+    }
+    const std::size_t size = module.block().size();
+    for (const Parameter& parameter : module.parameters()) {
+        const ParameterValue& value = parameter.value;
+        if (value.byteOffset + value.size > size) {
+            findings.add(parameterOutside, parameter.record->position.place, named(parameter),
+                         bytesText(value) + " of the block, which has " + counted(size, "byte"));
+        }
+    }
+    checkOverlaps(module.parameters(), findings);
+    if (group != nullptr) {
+        checkGaps(module, std::get<ParameterBlock>(group->content).block.place, findings);
+    }
+}
+
+void checkParameters(const ModuleView& module, Findings& findings)
+{
+    checkRecords(module, findings);
+    checkParameterPlaces(module, findings);
+}
+
+} // namespace
+
+const Check parameterCheck(parameterRows, checkParameters);
 
 } // namespace mxauthor

@@ -8,6 +8,22 @@ namespace mxauthor {
 
 namespace {
 
+const CheckRule valueRows[] = {
+    {"range-datatype", error,
+     "The datatype or bit field of a parameter cannot hold its minimum or maximum. Readers take "
+     "the last bytes.",
+     "group 20c0, parameter 4 \"Delay\": maximum 70000 does not fit in 16 bits, 0 to 65535 is "
+     "accepted"},
+    {"range-order", error, "The minimum is above the maximum: no value is accepted.",
+     "group 20c0, parameter 4 \"Delay\": minimum 600 is above maximum 500"},
+    {"default-range", error, "The default of a parameter lies outside its range.",
+     "group 0010, parameter 4 \"Delay\": default 501 lies outside 1 to 500"},
+    {"default-option", error,
+     "The default of a parameter is none of its options. It has no Modbus register.",
+     "group 0010, parameter 1 \"Filter\": default 7 is none of its options"},
+};
+const auto& [rangeDatatype, rangeOrder, defaultRange, defaultOption] = valueRows;
+
 using Parameter = ModuleView::Parameter;
 
 bool usesOptions(const Parameter& parameter)
@@ -71,7 +87,7 @@ bool checkBound(const Parameter& parameter, const ParameterScale& scale,
 {
     const bool isHeld = holdsSlot(parameter.value, bound.value);
     if (!isHeld) {
-        findings.add("range-datatype", bound.place, named(parameter),
+        findings.add(rangeDatatype, bound.place, named(parameter),
                      std::string(what) + " " +
                          shownNumber(scale, slotNumber(parameter.value, bound.value)) +
                          " does not fit in " + counted(parameter.value.bits, "bit") + ", " +
@@ -86,7 +102,7 @@ void checkRange(const Parameter& parameter, const ParameterScale& scale, Finding
     bool areHeld = checkBound(parameter, scale, parameter.record->minimum, "minimum", findings);
     areHeld &= checkBound(parameter, scale, parameter.record->maximum, "maximum", findings);
     if (areHeld && value.maximum.isBelow(value.minimum)) {
-        findings.add("range-order", parameter.record->minimum.place, named(parameter),
+        findings.add(rangeOrder, parameter.record->minimum.place, named(parameter),
                      "minimum " + shownNumber(scale, value.minimum) + " is above maximum " +
                          shownNumber(scale, value.maximum));
     }
@@ -108,7 +124,7 @@ void checkDefaultInRange(const ModuleView& module, const Parameter& parameter,
         return; // no value lies in such a range
     }
     if (value.value.isBelow(value.minimum) || value.maximum.isBelow(value.value)) {
-        findings.addDefault("default-range", placeOfDefault(module, value),
+        findings.addDefault(defaultRange, placeOfDefault(module, value),
                             parameter.record->number.place, named(parameter),
                             "default " + shownNumber(scale, value.value) + " lies outside " +
                                 shownRange(scale, value.minimum, value.maximum));
@@ -123,13 +139,11 @@ void checkDefaultInOptions(const ModuleView& module, const Parameter& parameter,
         std::none_of(options.begin(), options.end(), [&value](const Option* option) {
             return numberOfSlot(value, option->value.value).bits == value.value.bits;
         })) {
-        findings.addDefault("default-option", placeOfDefault(module, value),
+        findings.addDefault(defaultOption, placeOfDefault(module, value),
                             parameter.record->number.place, named(parameter),
                             "default " + value.value.text() + " is none of its options");
     }
 }
-
-} // namespace
 
 void checkParameterValues(const ModuleView& module, Findings& findings)
 {
@@ -148,5 +162,9 @@ void checkParameterValues(const ModuleView& module, Findings& findings)
         }
     }
 }
+
+} // namespace
+
+const Check valueCheck(valueRows, checkParameterValues);
 
 } // namespace mxauthor

@@ -9,6 +9,15 @@ namespace mxauthor {
 
 namespace {
 
+const CheckRule parserRows[] = {
+    {"parser-refuses", error, "The device parser refuses the file, with this message.",
+     "group 0010: Invalid size property in group 0x0010 (2)"},
+    {"modbus-refuses", error,
+     "The default parameters have no Modbus registers; the device parser says why.",
+     "group 20c0: Parameter out of bounds: Filter"},
+};
+const auto& [parserRefuses, modbusRefuses] = parserRows;
+
 using devices::parser::mx::Parser_kv38;
 
 // The groups that the parser's messages speak of without naming them.
@@ -55,7 +64,7 @@ const Group* groupOf(const std::string& message, const MxFile& file)
 }
 
 // Framing errors point after the last whole group, others at the group that they name.
-void addRefusal(const char* rule, const std::string& message, const MxFile& file,
+void addRefusal(const CheckRule& rule, const std::string& message, const MxFile& file,
                 Findings& findings)
 {
     const bool isFraming = message.rfind("Parser::parse()", 0) == 0;
@@ -69,19 +78,26 @@ void addRefusal(const char* rule, const std::string& message, const MxFile& file
 
 } // namespace
 
+const Check parserCheck(parserRows, nullptr);
+
+bool isRefusal(const Finding& finding)
+{
+    return finding.rule == &parserRefuses;
+}
+
 void checkWithParser(const std::vector<char>& bytes, const MxFile& file, Findings& findings)
 {
     std::vector<char> loaded = bytes;
     loaded.push_back('\xFF'); // the byte that stands behind every loaded file
-    const char* rule = "parser-refuses";
+    const CheckRule* rule = &parserRefuses;
     try {
         Parser_kv38 parser;
         const auto device = parser.parse(loaded, nullptr, 0, 0);
-        rule = "modbus-refuses";
+        rule = &modbusRefuses;
         parser.getCalculatedRawConfig(devices::parser::FieldbusType::Modbus, loaded, device.get(),
                                       nullptr);
     } catch (const std::runtime_error& failure) {
-        addRefusal(rule, failure.what(), file, findings);
+        addRefusal(*rule, failure.what(), file, findings);
     }
 }
 

@@ -7,7 +7,35 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t blockLimit = 255;
+const CheckRule sizeRows[] = {
+    {"block-version", error, "The version of group 0010 has to be 0.",
+     "group 0010: version 1, expected 0"},
+    {"block-limit", error,
+     "A parameter block has 255 bytes at most. One of 256 bytes is stored empty, a larger one is "
+     "refused.",
+     "group 0010: 256 bytes of parameters, 255 at most: readers count them in a byte"},
+    {"block-size", error,
+     "The parameter size that group 0011 states has to be that of the parameter block.",
+     "group 0011, Parameter: 5 bytes, the parameter block has 6"},
+    {"data-size-code", error,
+     "Behind a key of group 0011 only D, W and B stand for sizes; \"s\", blank, comma and \"=\" "
+     "separate.",
+     "group 0011, InData: 'Q' stands for no size, expected D, W or B"},
+    {"input-size", error,
+     "The input channels reach beyond the input data that group 0011 states: other modules' data "
+     "stand there.",
+     "group 0011, InData: 2 bytes, the channels take 3"},
+    {"output-size", error,
+     "The output channels reach beyond the output data that group 0011 states: they write to other "
+     "modules.",
+     "group 0011, OutData: 0 bytes, the channels take 1"},
+    {"data-without-channel", note, "Group 0011 states more data than the channels take.",
+     "group 0011, OutData: 2 bytes, the channels take 1"},
+};
+const auto& [blockVersion, blockLimit, blockSize, dataSizeCode, inputSize, outputSize,
+             dataWithoutChannel] = sizeRows;
+
+constexpr std::size_t largestBlock = 255;
 constexpr std::uint32_t withoutData = 0x0BC1E800;
 constexpr std::uint32_t withTwoBytesMore = 0x0E81276D;
 
@@ -21,7 +49,7 @@ void checkLine(const Field<std::string>& line, Findings& findings)
         const auto bad = std::find_if(codes.begin(), codes.end(),
                                       [](char code) { return dataSizeOfCode(code) < 0; });
         if (bad != codes.end()) {
-            findings.add("data-size-code", line.place, key,
+            findings.add(dataSizeCode, line.place, key,
                          std::string("'") + *bad + "' stands for no size, expected D, W or B");
         }
         return;
@@ -57,15 +85,13 @@ void checkDirection(const ModuleView& module, bool input, Findings& findings)
     const std::uint32_t used = bytesOfChannels(module, input);
     const Place& place = module.group(0x0011)->place;
     if (used > size) {
-        findings.add(input ? "input-size" : "output-size", place, key,
+        findings.add(input ? inputSize : outputSize, place, key,
                      counted(size, "byte") + ", the channels take " + std::to_string(used));
     } else if (used < std::min(size, stated)) {
-        findings.add("data-without-channel", place, key,
+        findings.add(dataWithoutChannel, place, key,
                      counted(stated, "byte") + ", the channels take " + std::to_string(used));
     }
 }
-
-} // namespace
 
 void checkParameterBlock(const ModuleView& module, Findings& findings)
 {
@@ -74,11 +100,11 @@ void checkParameterBlock(const ModuleView& module, Findings& findings)
         return;
     }
     if (block->version.value != 0) {
-        findings.add("block-version", block->version.place, "",
+        findings.add(blockVersion, block->version.place, "",
                      "version " + std::to_string(block->version.value) + ", expected 0");
     }
-    if (block->block.value.size() > blockLimit) {
-        findings.add("block-limit", block->block.place, "",
+    if (block->block.value.size() > largestBlock) {
+        findings.add(blockLimit, block->block.place, "",
                      counted(block->block.value.size(), "byte") +
                          " of parameters, 255 at most: readers count them in a byte");
     }
@@ -97,12 +123,22 @@ void checkDataSizes(const ModuleView& module, Findings& findings)
     const bool blockIsKnown =
         blockGroup == nullptr || std::holds_alternative<ParameterBlock>(blockGroup->content);
     if (blockIsKnown && module.dataSize("Parameter") != module.block().size()) {
-        findings.add("block-size", module.group(0x0011)->place, "Parameter",
+        findings.add(blockSize, module.group(0x0011)->place, "Parameter",
                      counted(module.dataSize("Parameter"), "byte") + ", the parameter block has " +
                          std::to_string(module.block().size()));
     }
     checkDirection(module, true, findings);
     checkDirection(module, false, findings);
 }
+
+void checkSizes(const ModuleView& module, Findings& findings)
+{
+    checkParameterBlock(module, findings);
+    checkDataSizes(module, findings);
+}
+
+} // namespace
+
+const Check sizeCheck(sizeRows, checkSizes);
 
 } // namespace mxauthor

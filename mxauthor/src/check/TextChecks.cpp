@@ -8,6 +8,24 @@ namespace mxauthor {
 
 namespace {
 
+const CheckRule textRows[] = {
+    {"text-missing", error, "A name, unit, option or the GTIN refers to a text that is not there.",
+     "group 20c0, parameter 1: name is text 999, which group 20d3 does not hold"},
+    {"text-repeated", warning, "Two texts have one identifier. Only the first one is read.",
+     "group 20d3, text 100 \"ms\": the identifier stands here again, only the first text is read"},
+    {"text-unused", note, "Nothing refers to the text; a group of the maker may do so.",
+     "group 20d3, text 112 \"ms\": nothing refers to it"},
+    {"text-control", warning,
+     "A text holds control characters, which displays show as something else.",
+     "group 20d3, text 100 \"\x1bilter\": holds control characters"},
+    {"text-quotes", warning,
+     "A text is in typographic quotation marks, which are part of it and shown. In a text form "
+     "only \" and ' are quotation marks.",
+     "group 20d3, text 100 \"\x93ilte\x94\": its quotation marks are part of it",
+     "quotation marks of YAML are \" and '"},
+};
+const auto& [textMissing, textRepeated, textUnused, textControl, textQuotes] = textRows;
+
 bool isControl(char c)
 {
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
@@ -26,7 +44,7 @@ void checkReferences(const ModuleView& module, const std::vector<TextReference>&
 {
     for (const TextReference& reference : references) {
         if (module.text(reference.id) == nullptr) {
-            findings.add("text-missing", reference.place, reference.subject,
+            findings.add(textMissing, reference.place, reference.subject,
                          std::string(reference.what) + " is text " + std::to_string(reference.id) +
                              ", which group 20d3 does not hold");
         }
@@ -37,21 +55,18 @@ void checkText(const TextRecord& record, bool isFirst, bool isUsed, Findings& fi
 {
     const std::string subject = named("text", record.id.value, record.text.value);
     if (!isFirst) {
-        findings.add("text-repeated", record.id.place, subject,
+        findings.add(textRepeated, record.id.place, subject,
                      "the identifier stands here again, only the first text is read");
     } else if (!isUsed) {
-        findings.add("text-unused", record.id.place, subject, "nothing refers to it");
+        findings.add(textUnused, record.id.place, subject, "nothing refers to it");
     }
     if (std::any_of(record.text.value.begin(), record.text.value.end(), isControl)) {
-        findings.add("text-control", record.text.place, subject, "holds control characters");
+        findings.add(textControl, record.text.place, subject, "holds control characters");
     }
     if (isInTypographicQuotes(record.text.value)) {
-        findings.add("text-quotes", record.text.place, subject,
-                     "its quotation marks are part of it");
+        findings.add(textQuotes, record.text.place, subject, "its quotation marks are part of it");
     }
 }
-
-} // namespace
 
 void checkTexts(const ModuleView& module, Findings& findings)
 {
@@ -72,5 +87,9 @@ void checkTexts(const ModuleView& module, Findings& findings)
         }
     }
 }
+
+} // namespace
+
+const Check textCheck(textRows, checkTexts);
 
 } // namespace mxauthor

@@ -35,15 +35,11 @@ std::string shownText(const Finding& finding)
 
 std::string hintOf(const Finding& finding)
 {
-    const std::string rule = finding.rule->name;
-    if (rule == "image-unreadable") {
-        return "the build compresses a file whose name ends in .svg";
-    }
-    if (rule == "text-quotes") {
-        return "quotation marks of YAML are \" and '";
-    }
-    return rule == "group-missing" ? "the key \"" + groupWord(finding.place.group) + "\" states it"
-                                   : "";
+    const std::string key = "{key}";
+    std::string hint = finding.rule->hint;
+    const std::size_t at = hint.find(key);
+    return at == std::string::npos ? hint
+                                   : hint.replace(at, key.size(), groupWord(finding.place.group));
 }
 
 bool isEarlier(const TextFinding& a, const TextFinding& b)
@@ -105,9 +101,8 @@ std::vector<TextFinding> checkText(const std::string& source, const BuildResult&
 
 bool isRefused(const std::vector<TextFinding>& findings)
 {
-    return std::any_of(findings.begin(), findings.end(), [](const TextFinding& finding) {
-        return std::string(finding.rule->name) == "parser-refuses";
-    });
+    return std::any_of(findings.begin(), findings.end(),
+                       [](const TextFinding& finding) { return isRefusal(finding.finding); });
 }
 
 } // namespace mxauthor

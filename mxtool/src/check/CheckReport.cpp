@@ -145,8 +145,8 @@ Json checkJson(const CheckReport& report)
 std::string ruleListText()
 {
     TextTable table({"Rule", "Severity", "What is wrong"});
-    for (const CheckRule& rule : mxauthor::checkRules()) {
-        table.add({rule.name, mxauthor::severityName(rule.severity), rule.explanation});
+    for (const CheckRule* rule : mxauthor::checkRules()) {
+        table.add({rule->name, mxauthor::severityName(rule->severity), rule->explanation});
     }
     return table.text();
 }
@@ -154,11 +154,11 @@ std::string ruleListText()
 Json ruleListJson()
 {
     Json rules = Json::array();
-    for (const CheckRule& rule : mxauthor::checkRules()) {
-        rules.push_back({{"name", rule.name},
-                         {"severity", mxauthor::severityName(rule.severity)},
-                         {"explanation", rule.explanation},
-                         {"example", toUtf8(rule.example)}});
+    for (const CheckRule* rule : mxauthor::checkRules()) {
+        rules.push_back({{"name", rule->name},
+                         {"severity", mxauthor::severityName(rule->severity)},
+                         {"explanation", rule->explanation},
+                         {"example", toUtf8(rule->example)}});
     }
     return {{"schema", jsonSchema("mxtool.check-rules", 1)}, {"rules", rules}};
 }

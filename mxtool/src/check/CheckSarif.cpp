@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include <map>
+#include <algorithm>
 
 namespace mxtool {
 
@@ -18,12 +18,12 @@ constexpr const char* sarifSchema =
 Json sarifRules()
 {
     Json rules = Json::array();
-    for (const CheckRule& rule : mxauthor::checkRules()) {
+    for (const CheckRule* rule : mxauthor::checkRules()) {
         rules.push_back(
-            {{"id", rule.name},
-             {"fullDescription", {{"text", rule.explanation}}},
-             {"help", {{"text", fmt::format("Example: {}", toUtf8(rule.example))}}},
-             {"defaultConfiguration", {{"level", mxauthor::severityName(rule.severity)}}}});
+            {{"id", rule->name},
+             {"fullDescription", {{"text", rule->explanation}}},
+             {"help", {{"text", fmt::format("Example: {}", toUtf8(rule->example))}}},
+             {"defaultConfiguration", {{"level", mxauthor::severityName(rule->severity)}}}});
     }
     return rules;
 }
@@ -75,7 +75,8 @@ Json artifactLocation(const std::string& path)
 Json sarifResult(const std::string& file, const CheckReport::Entry& entry)
 {
     const mxauthor::Finding& finding = entry.finding;
-    const auto index = finding.rule - mxauthor::checkRules().data();
+    const auto& rules = mxauthor::checkRules();
+    const auto index = std::find(rules.begin(), rules.end(), finding.rule) - rules.begin();
     const Json region = regionOf(entry);
     const Json location = {
         {"physicalLocation", {{"artifactLocation", artifactLocation(file)}, {"region", region}}}};

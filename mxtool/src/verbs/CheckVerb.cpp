@@ -40,8 +40,8 @@ void requireRule(const std::string& option, const std::string& name)
         return;
     }
     std::vector<std::string> names;
-    for (const mxauthor::CheckRule& rule : mxauthor::checkRules()) {
-        names.emplace_back(rule.name);
+    for (const mxauthor::CheckRule* rule : mxauthor::checkRules()) {
+        names.emplace_back(rule->name);
     }
     const std::string guess = didYouMean(name, names);
     throw CLI::ValidationError(option, "there is no rule \"" + name + "\"" + guess +
