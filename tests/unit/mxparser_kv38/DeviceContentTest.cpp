@@ -204,6 +204,14 @@ TEST_F(DeviceContent, ImageIsPaddedAndInTheStandardAlphabet)
     };
     EXPECT_EQ(image({0xFB}), "+w==");
     EXPECT_EQ(image({0xFF, 0xFF}), "//8=");
+    // 00 10 83 10 51 87 ... : the numbers 0 to 63, six bits each.
+    Bytes numbers;
+    for (unsigned number = 0; number < 64; number += 4) {
+        numbers.push_back(static_cast<std::uint8_t>(number << 2 | (number + 1) >> 4));
+        numbers.push_back(static_cast<std::uint8_t>((number + 1) << 4 | (number + 2) >> 2));
+        numbers.push_back(static_cast<std::uint8_t>((number + 2) << 6 | (number + 3)));
+    }
+    EXPECT_EQ(image(numbers), "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/");
 }
 
 TEST_F(DeviceContent, ImageOf100BytesIsOneLineOf136Characters)

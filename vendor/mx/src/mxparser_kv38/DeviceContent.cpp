@@ -2,7 +2,6 @@
 #include "devices/parser/mx/HexText.h"
 #include "devices/parser/mx/Parser_kv38.h"
 
-#include "Base64.h"
 #include "DecimalText.h"
 #include "LogLine.h"
 
@@ -11,6 +10,9 @@
 #include <mxformat/Groups.h>
 #include <mxformat/ParameterRecord.h>
 
+#include <Poco/Base64Encoder.h>
+
+#include <sstream>
 #include <stdexcept>
 
 namespace devices::parser::mx {
@@ -55,6 +57,18 @@ std::string calibrationDate(const std::uint8_t* extension)
         ++length;
     }
     return {text, text + length};
+}
+
+// One line of base64 text, padded with "=".
+std::string base64(const std::uint8_t* data, std::uint32_t size)
+{
+    std::ostringstream text;
+    Poco::Base64Encoder encoder(text);
+    encoder.rdbuf()->setLineLength(0);
+    encoder.exceptions(std::ios::badbit); // where memory runs out, the text must not end early
+    encoder.write(reinterpret_cast<const char*>(data), size);
+    encoder.close();
+    return text.str();
 }
 
 std::shared_ptr<datamodel::BinaryObject> makeProductImage(const std::uint8_t* data,
