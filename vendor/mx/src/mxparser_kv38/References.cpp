@@ -5,7 +5,6 @@
 
 #include <mxformat/ParameterRecord.h>
 
-#include <array>
 #include <cassert>
 #include <utility>
 
@@ -15,67 +14,12 @@ namespace {
 
 using Attributes = std::vector<std::shared_ptr<datamodel::Attribute>>;
 
-std::uint8_t channelNumberOfParameter(const datamodel::Attribute& attribute)
+bool isParameterOf(const datamodel::Attribute& attribute, std::uint8_t channelNumber)
 {
-    return static_cast<const Parser_kv38::ParameterP&>(attribute).privateProps.channelNumber;
+    return attribute.typeCode() == datamodel::parameterTypeCode &&
+           static_cast<const Parser_kv38::ParameterP&>(attribute).privateProps.channelNumber ==
+               channelNumber;
 }
-
-// What the sets are made of, found in one walk. The parameters of a channel number are a chain
-// through the attributes, which takes one allocation however many channels there are.
-class Census
-{
-public:
-    std::size_t channels = 0;
-    std::size_t basicInformation = 0; // static properties and binary objects
-
-    explicit Census(const Attributes& inAttributes)
-        : attributes(inAttributes), next(inAttributes.size())
-    {
-        first.fill(end());
-        for (std::uint32_t position = end(); position-- > 0;) {
-            count(*attributes[position], position);
-        }
-    }
-
-    // The ids of the parameters of a channel number, in the order of the device.
-    std::vector<std::string> idsOfParameters(std::uint8_t channelNumber) const
-    {
-        std::size_t length = 0;
-        for (std::uint32_t at = first[channelNumber]; at != end(); at = next[at]) {
-            ++length;
-        }
-        std::vector<std::string> ids;
-        ids.reserve(length);
-        for (std::uint32_t at = first[channelNumber]; at != end(); at = next[at]) {
-            ids.push_back(attributes[at]->id);
-        }
-        return ids;
-    }
-
-private:
-    std::uint32_t end() const { return static_cast<std::uint32_t>(attributes.size()); }
-
-    void count(const datamodel::Attribute& attribute, std::uint32_t position)
-    {
-        switch (attribute.typeCode()) {
-        case datamodel::parameterTypeCode: {
-            std::uint32_t& begin = first[channelNumberOfParameter(attribute)];
-            next[position] = begin;
-            begin = position;
-            break;
-        }
-        case datamodel::channelTypeCode:
-            ++channels;
-            break;
-        default:
-            ++basicInformation;
-        }
-    }
-
-    const Attributes& attributes;
-    std::array<std::uint32_t, 256> first;
-    std::vector<std::uint32_t> next;
-};
 
 // The sets of a device while its attributes are walked; none is registered yet.
 struct SetsOfDevice
@@ -85,38 +29,25 @@ struct SetsOfDevice
     std::shared_ptr<datamodel::Set> channels = std::make_shared<datamodel::Set>();
     std::vector<std::shared_ptr<datamodel::Set>> channelParameters;
 
-    Census census;
-
-    explicit SetsOfDevice(const Attributes& attributes) : census(attributes)
+    explicit SetsOfDevice(const Attributes& all) : attributes(all)
     {
-        basicInformation->members.reserve(census.basicInformation);
-        channels->members.reserve(census.channels);
-        deviceParameters->members = census.idsOfParameters(mxformat::moduleLevel);
         for (const auto& attribute : attributes) {
             add(*attribute);
         }
     }
 
-    void addChannel(const Parser_kv38::ChannelP& channel)
-    {
-        std::vector<std::string> ids = census.idsOfParameters(channel.privateProps.channelNumber);
-        if (!ids.empty()) {
-            auto parameters = std::make_shared<datamodel::Set>();
-            parameters->name = "channelParams_" + channel.id;
-            parameters->members = std::move(ids);
-            channelParameters.push_back(std::move(parameters));
-        }
-        if (!channel.dataType.empty()) {
-            channels->members.push_back(channel.id);
-        }
-    }
-
+private:
     void add(const datamodel::Attribute& attribute)
     {
         switch (attribute.typeCode()) {
         case datamodel::binaryObjectTypeCode:
         case datamodel::staticPropertyTypeCode:
             basicInformation->members.push_back(attribute.id);
+            break;
+        case datamodel::parameterTypeCode:
+            if (isParameterOf(attribute, mxformat::moduleLevel)) {
+                deviceParameters->members.push_back(attribute.id);
+            }
             break;
         case datamodel::channelTypeCode:
             addChannel(static_cast<const Parser_kv38::ChannelP&>(attribute));
@@ -125,6 +56,27 @@ struct SetsOfDevice
             break;
         }
     }
+
+    // A channel's parameters are found by walking all attributes once more: a module has few of
+    // both.
+    void addChannel(const Parser_kv38::ChannelP& channel)
+    {
+        auto parameters = std::make_shared<datamodel::Set>();
+        for (const auto& attribute : attributes) {
+            if (isParameterOf(*attribute, channel.privateProps.channelNumber)) {
+                parameters->members.push_back(attribute->id);
+            }
+        }
+        if (!parameters->members.empty()) {
+            parameters->name = "channelParams_" + channel.id;
+            channelParameters.push_back(std::move(parameters));
+        }
+        if (!channel.dataType.empty()) {
+            channels->members.push_back(channel.id);
+        }
+    }
+
+    const Attributes& attributes;
 };
 
 } // namespace
@@ -153,7 +105,7 @@ void Parser_kv38::setupReferences()
 {
     traceEntry(logger, "setupReferences");
     assert(this->dev);
-    SetsOfDevice sets(dev->attributes);
+    const SetsOfDevice sets(dev->attributes);
 
     // Registers `set` as a member of `owner`, unless it stayed empty.
     const auto place = [this](const std::shared_ptr<datamodel::Set>& set, const char* name,
