@@ -1,5 +1,10 @@
 #include "DeviceTree.h"
 
+#include <Poco/Base64Decoder.h>
+#include <Poco/Base64Encoder.h>
+
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -27,13 +32,23 @@ std::shared_ptr<Attribute> copyOf(const datamodel::StaticProperty& ready)
     return property;
 }
 
-std::shared_ptr<Attribute> copyOf(const datamodel::BinaryObject& ready)
+std::string encoded(const std::string& bytes)
+{
+    std::ostringstream text;
+    Poco::Base64Encoder encoder(text);
+    encoder.rdbuf()->setLineLength(0);
+    encoder << bytes;
+    encoder.close();
+    return text.str();
+}
+
+std::shared_ptr<Attribute> copyOf(const datamodel::BinaryObject& ready, const std::string& image)
 {
     auto object = std::make_shared<datamodel::BinaryObject>();
     object->name = ready.name;
     object->mimeType = ready.mimeType;
     object->encoding = ready.encoding;
-    object->data = ready.data;
+    object->data = encoded(image);
     return object;
 }
 
@@ -154,7 +169,7 @@ std::shared_ptr<Attribute> copyOf(const datamodel::Role& ready)
 }
 
 // Null for a set, which needs the attributes before it.
-std::shared_ptr<Attribute> copyOf(const Attribute& ready)
+std::shared_ptr<Attribute> copyOf(const Attribute& ready, const std::string& image)
 {
     switch (ready.typeCode()) {
     case datamodel::channelTypeCode:
@@ -162,7 +177,7 @@ std::shared_ptr<Attribute> copyOf(const Attribute& ready)
     case datamodel::parameterTypeCode:
         return copyOf(as<ParameterP>(ready));
     case datamodel::binaryObjectTypeCode:
-        return copyOf(as<datamodel::BinaryObject>(ready));
+        return copyOf(as<datamodel::BinaryObject>(ready), image);
     case datamodel::staticPropertyTypeCode:
         return copyOf(as<datamodel::StaticProperty>(ready));
     case datamodel::roleTypeCode:
@@ -226,7 +241,19 @@ std::vector<std::string> textsOf(const Attribute& attribute)
 
 } // namespace
 
-std::shared_ptr<Device> buildFromReadyValues(const Device& ready)
+std::string imageOf(const Device& device)
+{
+    for (const auto& attribute : device.attributes) {
+        if (attribute->typeCode() == datamodel::binaryObjectTypeCode) {
+            std::istringstream text(as<datamodel::BinaryObject>(*attribute).data);
+            Poco::Base64Decoder decoder(text);
+            return {std::istreambuf_iterator<char>(decoder), {}};
+        }
+    }
+    return "";
+}
+
+std::shared_ptr<Device> buildFromReadyValues(const Device& ready, const std::string& image)
 {
     auto device = std::make_shared<Device>();
     auto next = ready.attributes.begin();
@@ -234,12 +261,13 @@ std::shared_ptr<Device> buildFromReadyValues(const Device& ready)
     for (; next != end && (*next)->typeCode() != datamodel::setTypeCode &&
            (*next)->typeCode() != datamodel::roleTypeCode;
          ++next) {
-        add(*device, copyOf(**next), **next);
+        add(*device, copyOf(**next, image), **next);
     }
     SetCopier sets(groupByChannel(device->attributes));
     for (; next != end; ++next) {
         const bool isSet = (*next)->typeCode() == datamodel::setTypeCode;
-        add(*device, isSet ? sets.copyOf(as<datamodel::Set>(**next)) : copyOf(**next), **next);
+        add(*device, isSet ? sets.copyOf(as<datamodel::Set>(**next)) : copyOf(**next, image),
+            **next);
     }
     copyRecord(*device, ready);
     return device;

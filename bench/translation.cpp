@@ -27,13 +27,14 @@ void floorOfTree(benchmark::State& state, const bench::ModuleShape& shape)
     const std::vector<char> file = bench::generateModule(shape);
     Parser_kv38 parser;
     const auto ready = parser.parse(file, nullptr, 0, 0);
-    if (!bench::sameTree(*ready, *bench::buildFromReadyValues(*ready))) {
+    const std::string image = bench::imageOf(*ready);
+    if (!bench::sameTree(*ready, *bench::buildFromReadyValues(*ready, image))) {
         state.SkipWithError("The tree is another one than the parser's");
     }
     // As a parser keeps its last device until the next is built.
     std::shared_ptr<bench::Device> last;
     for (auto _ : state) {
-        last = bench::buildFromReadyValues(*ready);
+        last = bench::buildFromReadyValues(*ready, image);
         benchmark::DoNotOptimize(last);
     }
 }
