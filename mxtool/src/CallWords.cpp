@@ -1,7 +1,8 @@
 #include "CallWords.h"
 
 #include "FileKind.h"
-#include "NearestWords.h"
+
+#include <mxauthor/NearestWords.h>
 
 #include <fmt/format.h>
 
@@ -62,7 +63,8 @@ std::string unknownOption(const CLI::App& program, const std::string& word)
     if (const CLI::App* const verb = verbOf(program)) {
         addLongNames(*verb, names);
     }
-    return fmt::format("{} has no option \"{}\"{}", callOf(program), name, didYouMean(name, names));
+    return fmt::format("{} has no option \"{}\"{}", callOf(program), name,
+                       mxauthor::didYouMean(name, names));
 }
 
 // A file or directory in the place of a verb: what it is, and the verb that takes it.
@@ -90,8 +92,8 @@ Diagnostic unknownVerb(const CLI::App& program, const std::string& word)
     }
     const std::vector<std::string> verbs = verbNames(program);
     return {"error", "",
-            fmt::format("There is no verb \"{}\"{}{}", word, didYouMean(word, verbs),
-                        nearestWords(word, verbs).empty()
+            fmt::format("There is no verb \"{}\"{}{}", word, mxauthor::didYouMean(word, verbs),
+                        mxauthor::nearestWords(word, verbs).empty()
                             ? fmt::format(", expected one of {}", fmt::join(verbs, ", "))
                             : ""),
             ""};
@@ -203,7 +205,7 @@ void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
 
 std::string notAccepted(const std::string& word, const std::vector<std::string>& accepted)
 {
-    return fmt::format("found \"{}\"{}", word, acceptedWords(word, accepted));
+    return fmt::format("found \"{}\"{}", word, mxauthor::acceptedWords(word, accepted));
 }
 
 void acceptOneOf(CLI::Option& option, const std::vector<std::string>& accepted)

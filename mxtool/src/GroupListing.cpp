@@ -2,7 +2,6 @@
 
 #include <devices/parser/mx/ByteReaders.h>
 #include <devices/parser/mx/Parser.h>
-#include <mxauthor/Explain.h>
 
 #include <stdexcept>
 
@@ -40,11 +39,6 @@ GroupListing listGroups(const std::vector<char>& bytes)
         listing.framedSize += length;
     }
     return listing;
-}
-
-std::string groupName(std::uint16_t id)
-{
-    return mxauthor::groupTitle(id);
 }
 
 } // namespace mxtool

@@ -26,7 +26,4 @@ struct GroupListing
 /// listed.
 GroupListing listGroups(const std::vector<char>& bytes);
 
-/// Returns what the group `id` holds, empty where it is not known.
-std::string groupName(std::uint16_t id);
-
 } // namespace mxtool

@@ -1,9 +1,10 @@
 #include "config/AcceptedValue.h"
 
-#include "NearestWords.h"
 #include "ParameterText.h"
 #include "Refusal.h"
 #include "ShownText.h"
+
+#include <mxauthor/NearestWords.h>
 
 #include <fmt/format.h>
 
@@ -82,7 +83,7 @@ std::vector<std::string> optionTexts(const Parameter& parameter)
 
 [[noreturn]] void refuseOption(const Parameter& parameter, const std::string& value)
 {
-    const std::string guess = didYouMean(value, optionTexts(parameter));
+    const std::string guess = mxauthor::didYouMean(value, optionTexts(parameter));
     refuse(parameter, value,
            fmt::format("no such option{} Accepted: {}", guess.empty() ? "." : guess,
                        toUtf8(acceptedValues(parameter))));

@@ -1,10 +1,10 @@
 #include "config/ParameterNames.h"
 
-#include "NearestWords.h"
 #include "ParameterText.h"
 #include "Refusal.h"
 #include "ShownText.h"
 
+#include <mxauthor/NearestWords.h>
 #include <mxauthor/Utf8.h>
 
 #include <fmt/format.h>
@@ -102,7 +102,7 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
         names.push_back(qualifiedName(parameter));
     }
     std::vector<std::string> offered;
-    for (const std::string& near : nearestWords(name, names)) {
+    for (const std::string& near : mxauthor::nearestWords(name, names)) {
         for (const auto* parameter : parametersCalled(near, device)) {
             const std::string called = nameInCalls(*parameter, device);
             if (std::find(offered.begin(), offered.end(), called) == offered.end()) {

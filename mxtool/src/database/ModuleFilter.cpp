@@ -1,7 +1,8 @@
 #include "database/ModuleFilter.h"
 
-#include "NearestWords.h"
 #include "ShownText.h"
+
+#include <mxauthor/NearestWords.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -64,7 +65,7 @@ const ModuleField& fieldOf(const std::string& text, const std::string& name)
             return field;
         }
     }
-    refuse(text, "names no field" + acceptedWords(name, fieldNames()));
+    refuse(text, "names no field" + mxauthor::acceptedWords(name, fieldNames()));
 }
 
 // Blanks belong to a text, which may begin or end with them. One is put after an operator that has

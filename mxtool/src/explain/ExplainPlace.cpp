@@ -1,11 +1,11 @@
 #include "Counted.h"
-#include "NearestWords.h"
 #include "Refusal.h"
 #include "ShownText.h"
 #include "TextTable.h"
 #include "explain/ExplainOutput.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <mxauthor/NearestWords.h>
 
 #include <fmt/format.h>
 
@@ -103,7 +103,7 @@ std::string explainName(const ExplainedFile& file, const std::string& name)
             names.insert(toUtf8(place.name));
         }
         throw Refusal("No parameter, channel or text is called \"" + name + "\"" +
-                      didYouMean(name, {names.begin(), names.end()}));
+                      mxauthor::didYouMean(name, {names.begin(), names.end()}));
     }
     TextTable table({"What", "Group", "Offset", "Bytes"});
     for (const NamedPlace* place : found) {

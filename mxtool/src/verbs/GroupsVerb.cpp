@@ -12,6 +12,7 @@
 #include "Verbs.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <mxauthor/Explain.h>
 
 #include <fmt/format.h>
 
@@ -43,7 +44,7 @@ std::string listingText(const GroupListing& listing)
 {
     TextTable table({"Group", "Name", "Payload at", "Size"});
     for (const GroupEntry& group : listing.groups) {
-        table.add({u16AsHex(group.id), groupName(group.id),
+        table.add({u16AsHex(group.id), mxauthor::groupTitle(group.id),
                    fmt::format("{0:#08x} ({0})", group.payloadOffset),
                    std::to_string(group.payloadSize)});
     }
@@ -54,7 +55,7 @@ std::string listingCsv(const GroupListing& listing, const CsvStyle& style)
 {
     std::vector<CsvRow> rows = {{"group", "name", "offset", "size"}};
     for (const GroupEntry& group : listing.groups) {
-        rows.push_back({u16AsHex(group.id), groupName(group.id),
+        rows.push_back({u16AsHex(group.id), mxauthor::groupTitle(group.id),
                         std::to_string(group.payloadOffset), std::to_string(group.payloadSize)});
     }
     return csvText(rows, style);
@@ -65,7 +66,7 @@ std::string listingJson(const GroupListing& listing, const std::string& file, st
     Json groups = Json::array();
     for (const GroupEntry& group : listing.groups) {
         groups.push_back({{"id", u16AsHex(group.id)},
-                          {"name", groupName(group.id)},
+                          {"name", mxauthor::groupTitle(group.id)},
                           {"offset", group.payloadOffset},
                           {"size", group.payloadSize}});
     }

@@ -36,10 +36,4 @@ TEST(GroupListing, aFailureKeepsTheGroupsInFront)
               "Parser::parse(): Error in group 8 (@ 6): Index position out of bounds");
 }
 
-TEST(GroupListing, namesTheGroupsThatAreRead)
-{
-    EXPECT_EQ(mxtool::groupName(0x20C2), "conversions");
-    EXPECT_EQ(mxtool::groupName(0x7ABC), "");
-}
-
 } // namespace

@@ -1,11 +1,11 @@
-#include "NearestWords.h"
+#include <mxauthor/NearestWords.h>
 
 #include <gmock/gmock.h>
 
 namespace {
 
-using mxtool::didYouMean;
-using mxtool::nearestWords;
+using mxauthor::didYouMean;
+using mxauthor::nearestWords;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
