@@ -3,6 +3,7 @@
 #include <devices/parser/mx/ByteReaders.h>
 #include <devices/parser/mx/HexText.h>
 #include <devices/parser/mx/Parser.h>
+#include <mxformat/Groups.h>
 
 #include <algorithm>
 #include <limits>
@@ -14,30 +15,22 @@ namespace {
 
 namespace mx = devices::parser::mx;
 
-constexpr std::uint32_t groupHeaderSize = 4;
-constexpr std::size_t headerSize = 6; // identifier, length, content length
-constexpr std::uint32_t checksumSize = 2;
+using mxformat::groupChecksumSize;
+using mxformat::groupHeaderSize;
+constexpr std::size_t headerSize = groupHeaderSize + 2; // with the content length
 constexpr std::size_t groupSizeLimit = 0xFFFF;
 
-// Opens the container reader's list of groups.
-class Container : public mx::Parser
+Group readGroup(const mx::GroupPlace& place, const std::uint8_t* data)
 {
-public:
-    const std::vector<std::uint16_t>& order() const { return groupOrder; }
-};
-
-Group readGroup(std::uint16_t id, const std::uint8_t* data, std::uint32_t start)
-{
-    const std::uint32_t length = mx::readU16BE(data + start + 2);
-    const std::uint8_t* const payload = data + start + groupHeaderSize;
-    const Bytes bytes(payload, payload + (length - groupOverhead));
+    const std::uint8_t* const payload = data + place.payloadOffset;
+    const Bytes bytes(payload, payload + place.payloadSize);
     Group group;
-    group.id = id;
-    group.place = {id, start, length};
-    group.content = readPayload(id, bytes, start + groupHeaderSize);
-    const std::uint32_t checksumStart = start + length - checksumSize;
-    group.checksum.value = mx::readU16BE(data + checksumStart);
-    group.checksum.place = {id, checksumStart, checksumSize};
+    group.id = place.id;
+    group.place = {place.id, place.payloadOffset - groupHeaderSize,
+                   place.payloadSize + mxformat::groupOverhead};
+    group.content = readPayload(place.id, bytes, place.payloadOffset);
+    group.checksum.value = mx::readU16BE(payload + place.payloadSize);
+    group.checksum.place = {place.id, place.payloadOffset + place.payloadSize, groupChecksumSize};
     return group;
 }
 
@@ -55,7 +48,7 @@ void appendU16(Bytes& target, std::size_t value)
 void appendGroup(Bytes& target, const Group& group)
 {
     const Bytes payload = writePayload(group.content);
-    const std::size_t length = payload.size() + groupOverhead;
+    const std::size_t length = payload.size() + mxformat::groupOverhead;
     if (length > groupSizeLimit) {
         throw std::length_error("Group " + mx::u16AsHex(group.id) + " would have " +
                                 std::to_string(length) + " bytes, 65535 at most");
@@ -74,32 +67,31 @@ std::uint32_t sizeOf(const std::vector<char>& bytes)
     return static_cast<std::uint32_t>(bytes.size());
 }
 
-// The groups stand back to back, so the order and the lengths give every place.
-MxFile contentOf(const std::vector<char>& bytes, const std::vector<std::uint16_t>& order)
+MxFile contentOf(const std::vector<char>& bytes, const std::vector<mx::GroupPlace>& places)
 {
     const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
     MxFile file;
-    std::uint32_t pos = 0;
-    for (const std::uint16_t id : order) {
-        file.groups.push_back(readGroup(id, data, pos));
-        pos += file.groups.back().place.length;
+    file.groups.reserve(places.size());
+    for (const mx::GroupPlace& place : places) {
+        file.groups.push_back(readGroup(place, data));
     }
+    const std::uint32_t pos = file.groups.empty() ? 0 : file.groups.back().place.end();
     file.tail.value.assign(bytes.begin() + pos, bytes.end());
     file.tail.place = {0, pos, static_cast<std::uint32_t>(file.tail.value.size())};
     return file;
 }
 
 // The groups that the container reader finds in front of a failure, which goes to `*failure`.
-std::vector<std::uint16_t> wholeGroups(const std::vector<char>& bytes, std::string* failure)
+std::vector<mx::GroupPlace> wholeGroups(const std::vector<char>& bytes, std::string* failure)
 {
     failure->clear();
-    Container container;
+    mx::Parser container;
     try {
         container.parse(bytes.data(), sizeOf(bytes));
     } catch (const std::runtime_error& found) {
         *failure = found.what();
     }
-    return container.order();
+    return container.groups();
 }
 
 // The file with a header that asks for no more bytes than there are.
@@ -132,9 +124,9 @@ MxFile readWholeGroups(const std::vector<char>& bytes, std::string* failure)
 
 MxFile readDamagedMxFile(const std::vector<char>& bytes, std::string* failure)
 {
-    const std::vector<std::uint16_t> order = wholeGroups(bytes, failure);
+    const std::vector<mx::GroupPlace> places = wholeGroups(bytes, failure);
     if (failure->empty()) {
-        return contentOf(bytes, order);
+        return contentOf(bytes, places);
     }
     // A header that asks for more bytes than there are hides the groups behind it.
     std::string ignored;

@@ -1,23 +1,17 @@
 #pragma once
 
+#include <devices/parser/mx/Parser.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
 
 namespace mxtool {
 
-/// One group of an mx file, as it stands there.
-struct GroupEntry
-{
-    std::uint16_t id;
-    std::uint32_t payloadOffset; ///< From the start of the file, in bytes.
-    std::uint32_t payloadSize;   ///< In bytes.
-};
-
 /// The groups of an mx file in file order, repeated ones included.
 struct GroupListing
 {
-    std::vector<GroupEntry> groups;
+    std::vector<devices::parser::mx::GroupPlace> groups;
     std::uint32_t framedSize = 0; ///< Where the last group ends, in bytes from the start.
     std::string failure;          ///< The container reader's message; empty when the framing holds.
 };

@@ -15,6 +15,8 @@ struct Place
     std::uint16_t group = 0;  ///< Identifier of the group that holds it.
     std::uint32_t offset = 0; ///< From the start of the file, in bytes.
     std::uint32_t length = 0; ///< In bytes.
+
+    std::uint32_t end() const { return offset + length; }
 };
 
 /// A value of an mx file and the place that it was read from. The place of a value that was never

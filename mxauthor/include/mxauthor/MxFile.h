@@ -5,6 +5,8 @@
 #include "mxauthor/groups/Parameters.h"
 #include "mxauthor/groups/Texts.h"
 
+#include <mxformat/Groups.h>
+
 #include <variant>
 
 namespace mxauthor {
@@ -13,11 +15,8 @@ using GroupContent = std::variant<RawGroup, Header, Identity, ParameterBlock, Da
                                   Parameters, OptionLists, Conversions, Channels, TextTable,
                                   ChannelNames, Extension, ProductImage>;
 
-/// Bytes of a group beside its payload: identifier, length and checksum.
-constexpr std::size_t groupOverhead = 6;
-
 /// Most bytes of a payload: a group's length has 16 bits.
-constexpr std::size_t largestPayload = 0xFFFF - groupOverhead;
+constexpr std::size_t largestPayload = 0xFFFF - mxformat::groupOverhead;
 
 /// A group as it stands in an mx file.
 struct Group

@@ -87,7 +87,7 @@ std::size_t checkSizes(const std::vector<std::pair<Group, YAML::Mark>>& groups,
 {
     std::size_t size = 0;
     for (const auto& [group, mark] : groups) {
-        const std::size_t length = writePayload(group.content).size() + groupOverhead;
+        const std::size_t length = writePayload(group.content).size() + mxformat::groupOverhead;
         size += length;
         if (length > sizeLimit) {
             errors.add(mark, "group " + devices::parser::mx::u16AsHex(group.id) + " (" +

@@ -86,7 +86,7 @@ DumpContext::DumpContext(const MxFile& file, const std::set<std::size_t>& raw, b
     std::set<std::uint16_t> seen;
     for (std::size_t i = 0; i < file.groups.size(); ++i) {
         const Group& group = file.groups[i];
-        size += writePayload(group.content).size() + groupOverhead;
+        size += writePayload(group.content).size() + mxformat::groupOverhead;
         const bool first = seen.insert(group.id).second;
         if (first && raw.count(i) == 0 && !std::holds_alternative<RawGroup>(group.content)) {
             typed.emplace(group.id, &group);

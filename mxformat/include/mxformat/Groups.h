@@ -59,7 +59,7 @@ inline constexpr std::array<GroupName, 14> groupNames = {{
     {group::productImage, "product image"},
 }};
 
-/// Returns the name of the group `id`, null when its shape is not known.
+/// Returns the name of the group `id`, empty when its shape is not known.
 constexpr const char* groupName(std::uint16_t id)
 {
     for (const GroupName& known : groupNames) {
@@ -67,7 +67,7 @@ constexpr const char* groupName(std::uint16_t id)
             return known.name;
         }
     }
-    return nullptr;
+    return "";
 }
 
 } // namespace mxformat

@@ -16,13 +16,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Container : public devices::parser::mx::Parser
-{};
-
 // The groups in front of a framing failure are read all the same, and the identity is the second.
 std::optional<std::string> statedModule(const std::vector<char>& mxData)
 {
-    Container container;
+    devices::parser::mx::Parser container;
     try {
         container.parse(mxData.data(), static_cast<std::uint32_t>(mxData.size()));
     } catch (const std::runtime_error&) {

@@ -12,7 +12,7 @@
 #include "Verbs.h"
 
 #include <devices/parser/mx/HexText.h>
-#include <mxauthor/Explain.h>
+#include <mxformat/Groups.h>
 
 #include <fmt/format.h>
 
@@ -20,6 +20,7 @@ namespace mxtool {
 
 namespace {
 
+using devices::parser::mx::GroupPlace;
 using devices::parser::mx::u16AsHex;
 
 constexpr const char* groupsFooter = R"(Example:
@@ -43,8 +44,8 @@ struct GroupsOptions
 std::string listingText(const GroupListing& listing)
 {
     TextTable table({"Group", "Name", "Payload at", "Size"});
-    for (const GroupEntry& group : listing.groups) {
-        table.add({u16AsHex(group.id), mxauthor::groupTitle(group.id),
+    for (const GroupPlace& group : listing.groups) {
+        table.add({u16AsHex(group.id), mxformat::groupName(group.id),
                    fmt::format("{0:#08x} ({0})", group.payloadOffset),
                    std::to_string(group.payloadSize)});
     }
@@ -54,8 +55,8 @@ std::string listingText(const GroupListing& listing)
 std::string listingCsv(const GroupListing& listing, const CsvStyle& style)
 {
     std::vector<CsvRow> rows = {{"group", "name", "offset", "size"}};
-    for (const GroupEntry& group : listing.groups) {
-        rows.push_back({u16AsHex(group.id), mxauthor::groupTitle(group.id),
+    for (const GroupPlace& group : listing.groups) {
+        rows.push_back({u16AsHex(group.id), mxformat::groupName(group.id),
                         std::to_string(group.payloadOffset), std::to_string(group.payloadSize)});
     }
     return csvText(rows, style);
@@ -64,9 +65,9 @@ std::string listingCsv(const GroupListing& listing, const CsvStyle& style)
 std::string listingJson(const GroupListing& listing, const std::string& file, std::size_t fileSize)
 {
     Json groups = Json::array();
-    for (const GroupEntry& group : listing.groups) {
+    for (const GroupPlace& group : listing.groups) {
         groups.push_back({{"id", u16AsHex(group.id)},
-                          {"name", mxauthor::groupTitle(group.id)},
+                          {"name", mxformat::groupName(group.id)},
                           {"offset", group.payloadOffset},
                           {"size", group.payloadSize}});
     }

@@ -306,6 +306,32 @@ TEST_F(Container, EveryPrefixOfAFileWithAHeaderGroupFailsUnlessTiny)
     EXPECT_THAT(reader.groupOrder, ElementsAre(0, 5, 6));
 }
 
+TEST_F(Container, GroupsHaveTheirPlacesRepeatedOnesTheirOwn)
+{
+    parse(hexBytes("20d3 0008 aabb 0000"
+                   "0005 0006 0000"
+                   "20d3 0009 010203 0000"));
+    const auto places = reader.groups();
+    ASSERT_EQ(places.size(), 3U);
+    EXPECT_EQ(places[0].id, 0x20D3);
+    EXPECT_EQ(places[0].payloadOffset, 4U);
+    EXPECT_EQ(places[0].payloadSize, 2U);
+    EXPECT_EQ(places[1].id, 0x0005);
+    EXPECT_EQ(places[1].payloadOffset, 12U);
+    EXPECT_EQ(places[1].payloadSize, 0U);
+    EXPECT_EQ(places[2].payloadOffset, 18U);
+    EXPECT_EQ(places[2].payloadSize, 3U);
+}
+
+TEST_F(Container, GroupsBeforeAFailureKeepTheirPlaces)
+{
+    EXPECT_NE(failureOf("0005 0006 0000 0007 00ff 0000"), "");
+    ASSERT_EQ(reader.groups().size(), 1U);
+    EXPECT_EQ(reader.groups()[0].id, 0x0005);
+    parse({});
+    EXPECT_THAT(reader.groups(), IsEmpty());
+}
+
 TEST_F(Container, GateGivesPlacesInTheBufferOnly)
 {
     parse(hexBytes("20d3 0008 aabb 0000 ff")); // nine bytes, the payload at 4

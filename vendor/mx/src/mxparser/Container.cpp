@@ -90,6 +90,20 @@ void Parser::parse(const std::uint8_t* data, std::uint32_t length)
     }
 }
 
+// The groups lie one after the other, so their order and lengths give every place.
+std::vector<GroupPlace> Parser::groups() const
+{
+    std::vector<GroupPlace> places;
+    places.reserve(groupOrder.size());
+    std::uint32_t start = 0;
+    for (const std::uint16_t id : groupOrder) {
+        const std::uint32_t length = readU16BE(buffer + start + 2);
+        places.push_back({id, start + groupHeaderSize, length - groupOverhead});
+        start += length;
+    }
+    return places;
+}
+
 void Parser::parse(const char* data, std::uint32_t length)
 {
     parse(reinterpret_cast<const std::uint8_t*>(data), length);

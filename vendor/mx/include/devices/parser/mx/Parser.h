@@ -12,6 +12,14 @@
 /// The parser of mx files, and the container that they are.
 namespace devices::parser::mx {
 
+/// Where a group lies in an mx buffer.
+struct GroupPlace
+{
+    std::uint16_t id;
+    std::uint32_t payloadOffset; ///< From the start of the buffer, in bytes.
+    std::uint32_t payloadSize;   ///< In bytes.
+};
+
 /// The container reader: indexes the groups of an mx buffer and gives access to them.
 ///
 /// The buffer is neither copied nor owned: it must outlive every access. All results point into it,
@@ -42,6 +50,9 @@ public:
 
     /// Returns 0: group checksums are never compared. The one place where one would be computed.
     std::uint16_t calculateCrc(const std::uint8_t* data, std::uint32_t length);
+
+    /// Returns the place of every indexed group in file order, repeated ones included.
+    std::vector<GroupPlace> groups() const;
 
     /// Returns the payload of the first group `id`, or null when there is none. Stores its size in
     /// bytes in `*size` (may be null) when found. The payload is part of the indexed buffer. Never
