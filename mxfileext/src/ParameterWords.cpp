@@ -1,6 +1,10 @@
 #include "ParameterWords.h"
 
-#include "PhysicalValue.h"
+#include "ModuleData.h"
+
+#include <text/Beginning.h>
+#include <text/ControlCharacters.h>
+#include <text/Hexadecimal.h>
 
 namespace mxfileext {
 
@@ -8,39 +12,15 @@ namespace {
 
 std::string escaped(char byte)
 {
-    constexpr char digits[] = "0123456789abcdef";
     const auto code = static_cast<unsigned char>(byte);
-    return code == 0 ? "\\0" : std::string("\\x") + digits[code >> 4] + digits[code & 0xFU];
-}
-
-bool isControl(char byte)
-{
-    const auto code = static_cast<unsigned char>(byte);
-    return code < 0x20 || code == 0x7F;
-}
-
-// A text of the file as messages show it: one may have 65,000 bytes.
-std::string shortened(const std::string& text)
-{
-    constexpr std::size_t most = 60;
-    constexpr std::size_t longestCharacter = 4;
-    if (text.size() <= most) {
-        return text;
-    }
-    // Not within a character, should the text be UTF-8.
-    std::size_t end = most;
-    while (most - end < longestCharacter &&
-           (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
-        --end;
-    }
-    return text.substr(0, end) + "...";
+    return code == 0 ? "\\0" : "\\x" + text::hexOf(code, 2);
 }
 
 // The text `id` of the file, ready to follow a number; empty where there is none.
 std::string quotedText(std::uint8_t module, std::uint16_t id)
 {
     const std::string text = moduleData(module).text(id);
-    return text.empty() ? text : " " + quoted(shortened(text));
+    return text.empty() ? text : " " + quoted(text::shortened(text));
 }
 
 std::string enumeration(std::uint8_t module, const std::vector<mxformat::OptionRecord>& options,
@@ -65,7 +45,7 @@ std::string quoted(const std::string& text)
 {
     std::string shown;
     for (const char byte : text) {
-        shown += isControl(byte) ? escaped(byte) : std::string(1, byte);
+        shown += text::isControl(byte) ? escaped(byte) : std::string(1, byte);
     }
     return '"' + shown + '"';
 }

@@ -1,4 +1,5 @@
-#include "PhysicalValue.h"
+#include "ModuleData.h"
+#include "Parameter.h"
 
 #include "mxfileext/mxfileext.h"
 
@@ -72,7 +73,7 @@ void getConvertedParameter(unsigned char module, unsigned char* block, unsigned 
                                                          "mxfileext::getConvertedParameter");
     const Parameter parameter(record);
     const mxformat::BlockField& field = parameter.field;
-    const Conversion conversion = conversionOf(module, parameter);
+    const Conversion conversion = moduleData(module).conversion(parameter.record.conversion);
     const bool present = block != nullptr && field.liesWithin(blockSize());
     const auto [minimum, maximum] = rangeOf(parameter.record, field);
     const mxformat::PhysicalScale& scale = conversion.scale;

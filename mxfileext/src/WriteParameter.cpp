@@ -1,9 +1,10 @@
+#include "ModuleData.h"
 #include "ParameterWords.h"
-#include "PhysicalValue.h"
 
 #include "mxfileext/mxfileext.h"
 
 #include <mxformat/Decimal.h>
+#include <text/FixedDecimals.h>
 
 #include <charconv>
 #include <optional>
@@ -34,7 +35,7 @@ std::string shownText(const Target& target, const Conversion& conversion, std::u
 {
     const Parameter& parameter = target.parameter;
     return parameter.isConverted()
-               ? physicalText(conversion.scale.value(parameter.field.number(rawValue)))
+               ? text::fixedDecimals(conversion.scale.value(parameter.field.number(rawValue)))
                : parameter.text(rawValue);
 }
 
@@ -138,7 +139,7 @@ void setParameter(unsigned char module, unsigned char* raw, unsigned char* recor
     if (!misplaced.empty()) {
         fail(target, value, misplaced);
     }
-    const Conversion conversion = conversionOf(module, parameter);
+    const Conversion conversion = moduleData(module).conversion(parameter.record.conversion);
     // A physical text may stand for several raw values: the one that shows it now is kept.
     if (value == shownText(target, conversion, parameter.field.read(raw))) {
         return;

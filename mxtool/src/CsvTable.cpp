@@ -5,6 +5,7 @@
 #include "ShownText.h"
 
 #include <fmt/format.h>
+#include <text/Beginning.h>
 
 #include <algorithm>
 #include <set>
@@ -83,9 +84,10 @@ private:
     {
         if (!atEnd() && content[at] != separator && content[at] != '\r' && content[at] != '\n') {
             failAt(name, line,
-                   fmt::format("Found \"{}\" after the closing \" of a cell, expected the end of "
-                               "the cell",
-                               beginningOf(content.substr(at, content.find('\n', at) - at), 20)));
+                   fmt::format(
+                       "Found \"{}\" after the closing \" of a cell, expected the end of "
+                       "the cell",
+                       text::beginningOf(content.substr(at, content.find('\n', at) - at), 20)));
         }
     }
 
@@ -146,7 +148,7 @@ void requireUniqueNames(const std::vector<std::string>& names, const std::string
     for (const std::string& name : names) {
         if (!name.empty() && !seen.insert(name).second) {
             failAt(file, 1,
-                   fmt::format("Found two columns \"{}\", expected one", abbreviated(name)));
+                   fmt::format("Found two columns \"{}\", expected one", text::abbreviated(name)));
         }
     }
 }
@@ -167,7 +169,8 @@ std::size_t CsvTable::requiredColumn(const std::string& name, const std::string&
     if (!found) {
         failAt(file, 1,
                fmt::format("Found the columns \"{}\", expected one called \"{}\"",
-                           abbreviated(fmt::format("{}", fmt::join(columns, "\", \""))), name));
+                           text::abbreviated(fmt::format("{}", fmt::join(columns, "\", \""))),
+                           name));
     }
     return *found;
 }

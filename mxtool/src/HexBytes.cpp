@@ -3,6 +3,7 @@
 #include "Refusal.h"
 
 #include <fmt/format.h>
+#include <text/Hexadecimal.h>
 
 #include <algorithm>
 #include <optional>
@@ -10,18 +11,6 @@
 namespace mxtool {
 
 namespace {
-
-std::optional<unsigned> digitOf(char c)
-{
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    const char lower = static_cast<char>(c | 0x20);
-    if (lower >= 'a' && lower <= 'f') {
-        return lower - 'a' + 10;
-    }
-    return std::nullopt;
-}
 
 bool isSeparator(char c)
 {
@@ -44,8 +33,8 @@ std::vector<char> bytesOfHex(const std::string& text)
         } else if (startsPrefix(text, at)) {
             at += 2;
         } else {
-            const auto high = digitOf(text[at]);
-            const auto low = at + 1 < text.size() ? digitOf(text[at + 1]) : std::nullopt;
+            const auto high = text::hexDigit(text[at]);
+            const auto low = at + 1 < text.size() ? text::hexDigit(text[at + 1]) : std::nullopt;
             if (!high || !low) {
                 throw Refusal(fmt::format("Found \"{}\" at character {}, expected two hexadecimal "
                                           "digits for each byte",
@@ -60,13 +49,8 @@ std::vector<char> bytesOfHex(const std::string& text)
 
 std::string hexOfBytes(const std::vector<char>& bytes, std::size_t begin, std::size_t count)
 {
-    std::string text;
-    const std::size_t end = std::min(bytes.size(), begin + count);
-    for (std::size_t at = begin; at < end; ++at) {
-        text +=
-            fmt::format("{}{:02x}", text.empty() ? "" : " ", static_cast<unsigned char>(bytes[at]));
-    }
-    return text;
+    const std::size_t first = std::min(bytes.size(), begin);
+    return text::hexOfBytes(bytes.data() + first, std::min(bytes.size() - first, count), " ");
 }
 
 } // namespace mxtool

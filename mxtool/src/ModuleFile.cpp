@@ -10,6 +10,7 @@
 #include <mxauthor/SourceMap.h>
 
 #include <fmt/format.h>
+#include <text/ControlCharacters.h>
 
 namespace mxtool {
 
@@ -26,7 +27,7 @@ constexpr const char* expectedModule = "an mx file or its text form";
 // refused, but as a text.
 bool isText(std::string_view content)
 {
-    return isUtf16(content) || countOfControls(content) == 0;
+    return isUtf16(content) || text::countOfControls(content) == 0;
 }
 
 } // namespace

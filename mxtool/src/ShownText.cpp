@@ -8,13 +8,6 @@ namespace {
 
 using datamodel::appendUtf8;
 
-constexpr std::size_t longestSequence = 4;
-
-bool isContinuation(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 bool isControl(char32_t point)
 {
     return point < 0x20 || (point >= 0x7F && point < 0xA0);
@@ -55,25 +48,6 @@ std::string harmlessJson(const std::string& json)
         }
     }
     return text;
-}
-
-std::string beginningOf(const std::string& bytes, std::size_t most)
-{
-    if (bytes.size() <= most) {
-        return bytes;
-    }
-    std::size_t end = most;
-    while (end > 0 && most - end < longestSequence && isContinuation(bytes[end])) {
-        --end;
-    }
-    return bytes.substr(0, end);
-}
-
-std::string abbreviated(const std::string& text)
-{
-    constexpr std::size_t most = 300; // more than an option or a name of a real module has
-    const std::string beginning = beginningOf(text, most);
-    return beginning.size() == text.size() ? text : beginning + " ...";
 }
 
 std::u32string codePoints(const std::string& bytes)

@@ -16,13 +16,6 @@ std::string forTerminal(const std::string& bytes);
 /// same values, and it can be read on a terminal.
 std::string harmlessJson(const std::string& json);
 
-/// Returns the first `most` bytes of a text, fewer where they would end within a UTF-8 character:
-/// as much of a long text as is needed to show its beginning.
-std::string beginningOf(const std::string& bytes, std::size_t most);
-
-/// Returns `text`, or its first 300 bytes and " ..." where it is longer, for a message.
-std::string abbreviated(const std::string& text);
-
 /// Returns the characters of `toUtf8(bytes)`.
 std::u32string codePoints(const std::string& bytes);
 

@@ -2,6 +2,8 @@
 
 #include "ShownText.h"
 
+#include <text/Beginning.h>
+
 #include <algorithm>
 #include <array>
 
@@ -97,7 +99,7 @@ std::string fitted(const std::string& text, std::size_t columns)
 
 std::string labelOf(const std::string& bytes)
 {
-    const std::string beginning = beginningOf(bytes, longestLabelBytes);
+    const std::string beginning = text::beginningOf(bytes, longestLabelBytes);
     const std::string shown =
         forTerminal(beginning) + (beginning.size() < bytes.size() ? ellipsis : "");
     std::string label;

@@ -4,6 +4,8 @@
 #include "mxauthor/Counted.h"
 #include "mxauthor/NearestWords.h"
 
+#include <text/Beginning.h>
+
 #include <algorithm>
 #include <set>
 
@@ -73,7 +75,8 @@ void addMissing(const Group& group, const Entries& entries, const std::string& k
     const std::string text = "entry \"" + key + "\" is missing";
     if (const Entry* const misspelt = findMisspelt(entries, key)) {
         findings.add(entryMissing, misspelt->key.place, "",
-                     text + ", did you mean it by \"" + shortened(misspelt->key.value) + "\"?");
+                     text + ", did you mean it by \"" + text::shortened(misspelt->key.value) +
+                         "\"?");
     } else {
         findings.add(entryMissing, group.place, "", text);
     }
@@ -157,7 +160,7 @@ void checkGtin(const ModuleView& module, const Extension& extension, Findings& f
     const std::string gtin = module.textOf(extension.gtinId.value);
     if (extension.gtinId.value != 0 && !gtin.empty() && !isGtin(gtin)) {
         findings.add(gtinDigits, extension.gtinId.place, "GTIN",
-                     "\"" + shortened(gtin) + "\", expected 8, 12, 13 or 14 digits");
+                     "\"" + text::shortened(gtin) + "\", expected 8, 12, 13 or 14 digits");
     }
 }
 

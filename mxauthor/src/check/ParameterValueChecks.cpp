@@ -2,6 +2,8 @@
 #include "module/ParameterScale.h"
 #include "mxauthor/Counted.h"
 
+#include <text/Beginning.h>
+
 #include <algorithm>
 
 namespace mxauthor {
@@ -45,7 +47,7 @@ mxformat::WholeNumber wholeOf(const WideNumber& raw)
 std::string withUnit(const ParameterScale& scale, const WideNumber& raw)
 {
     return scale.numbers.text(wholeOf(raw)) +
-           (scale.unit.empty() ? "" : " " + shortened(scale.unit));
+           (scale.unit.empty() ? "" : " " + text::shortened(scale.unit));
 }
 
 // "12 V (raw 12000)"; the raw number alone without a conversion.

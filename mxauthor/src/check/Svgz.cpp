@@ -8,7 +8,7 @@
 #include <Poco/SAX/SAXException.h>
 #include <Poco/SAX/SAXParser.h>
 
-#include <devices/parser/mx/HexText.h>
+#include <text/Hexadecimal.h>
 
 #include <zlib.h>
 
@@ -31,11 +31,7 @@ const std::string expectedDrawing = ", expected an SVG drawing compressed with g
 std::string shownBegin(const std::string& content)
 {
     constexpr std::size_t shown = 4;
-    std::string text;
-    for (const char c : content.substr(0, shown)) {
-        text += (text.empty() ? "" : " ") + devices::parser::mx::u8AsHex(static_cast<uint8_t>(c));
-    }
-    return text;
+    return text::hexOfBytes(content.data(), std::min(shown, content.size()), " ");
 }
 
 class Inflation

@@ -1,6 +1,8 @@
 #include "check/Checks.h"
 #include "module/TextReferences.h"
 
+#include <text/ControlCharacters.h>
+
 #include <algorithm>
 #include <set>
 
@@ -25,11 +27,6 @@ const CheckRule textRows[] = {
      "quotation marks of YAML are \" and '"},
 };
 const auto& [textMissing, textRepeated, textUnused, textControl, textQuotes] = textRows;
-
-bool isControl(char c)
-{
-    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
 
 // Whether the Windows-1252 text begins and ends with typographic quotation marks.
 bool isInTypographicQuotes(const std::string& text)
@@ -60,7 +57,7 @@ void checkText(const TextRecord& record, bool isFirst, bool isUsed, Findings& fi
     } else if (!isUsed) {
         findings.add(textUnused, record.id.place, subject, "nothing refers to it");
     }
-    if (std::any_of(record.text.value.begin(), record.text.value.end(), isControl)) {
+    if (std::any_of(record.text.value.begin(), record.text.value.end(), text::isControl)) {
         findings.add(textControl, record.text.place, subject, "holds control characters");
     }
     if (isInTypographicQuotes(record.text.value)) {

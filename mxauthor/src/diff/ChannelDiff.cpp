@@ -1,6 +1,8 @@
 #include "diff/Differences.h"
 #include "mxauthor/Counted.h"
 
+#include <text/Beginning.h>
+
 #include <algorithm>
 #include <map>
 #include <tuple>
@@ -57,7 +59,8 @@ void comparePair(const Channel& old, const Channel& now, Differences& difference
                             kindText(now) + " at " + addressOf(now));
     }
     differences.changed(Effect::Cosmetic, "channel", subject, "name",
-                        "\"" + shortened(old.name) + "\"", "\"" + shortened(now.name) + "\"");
+                        "\"" + text::shortened(old.name) + "\"",
+                        "\"" + text::shortened(now.name) + "\"");
     differences.changed(Effect::Compatible, "channel", subject, "flag 6",
                         std::to_string(old.record->kind.value >> 6 & 1),
                         std::to_string(now.record->kind.value >> 6 & 1));

@@ -1,5 +1,7 @@
 #include "diff/OptionValues.h"
 
+#include <text/Beginning.h>
+
 #include <algorithm>
 
 namespace mxauthor {
@@ -43,7 +45,7 @@ std::string OptionValues::number(std::uint64_t value) const
 
 std::string OptionValues::text(std::uint64_t value) const
 {
-    return "\"" + shortened(module.textOf(texts.at(value))) + "\"";
+    return "\"" + text::shortened(module.textOf(texts.at(value))) + "\"";
 }
 
 std::vector<std::uint64_t> OptionValues::missingIn(const OptionValues& others) const

@@ -4,6 +4,8 @@
 #include "module/ParameterScale.h"
 #include "mxauthor/Counted.h"
 
+#include <text/Beginning.h>
+
 #include <algorithm>
 #include <deque>
 #include <map>
@@ -70,7 +72,7 @@ void pairUp(const ModuleView& before, const ModuleView& after, bool byName, Take
 
 std::string unitText(const ParameterScale& scale)
 {
-    return scale.unit.empty() ? "none" : "\"" + shortened(scale.unit) + "\"";
+    return scale.unit.empty() ? "none" : "\"" + text::shortened(scale.unit) + "\"";
 }
 
 // The parameters of two files, and the images that are stored for the first.
@@ -186,8 +188,8 @@ void ParameterComparison::compareShown(const ParameterPair& pair)
     const ParameterRecord& old = *pair.before->record;
     const ParameterRecord& now = *pair.after->record;
     differences.changed(Effect::Cosmetic, "parameter", subject, "name",
-                        "\"" + shortened(pair.before->name) + "\"",
-                        "\"" + shortened(pair.after->name) + "\"");
+                        "\"" + text::shortened(pair.before->name) + "\"",
+                        "\"" + text::shortened(pair.after->name) + "\"");
     differences.changed(Effect::Cosmetic, "parameter", subject, "number",
                         std::to_string(old.number.value), std::to_string(now.number.value));
     differences.changed(Effect::Compatible, "parameter", subject, "flags",

@@ -1,5 +1,7 @@
 #include "diff/Differences.h"
 
+#include <text/Beginning.h>
+
 #include <map>
 #include <set>
 
@@ -38,7 +40,7 @@ bool stands(const std::string& text, const Wordings& wordings)
 
 std::string quotedWording(const std::string& text)
 {
-    return "\"" + shortened(text) + "\"";
+    return "\"" + text::shortened(text) + "\"";
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <devices/parser/mx/Parser_kv38.h>
 #include <mxformat/Groups.h>
+#include <text/Beginning.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -160,24 +161,10 @@ int dataSizeOfCode(char code)
     return static_cast<int>(size);
 }
 
-std::string shortened(const std::string& text)
-{
-    constexpr std::size_t most = 60;
-    if (text.size() <= most) {
-        return text;
-    }
-    // Not within a character, should the text be UTF-8.
-    std::size_t end = most;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
-        --end;
-    }
-    return text.substr(0, end) + "...";
-}
-
 std::string named(const char* what, unsigned number, const std::string& name)
 {
     const std::string base = std::string(what) + " " + std::to_string(number);
-    return name.empty() ? base : base + " \"" + shortened(name) + "\"";
+    return name.empty() ? base : base + " \"" + text::shortened(name) + "\"";
 }
 
 std::string named(const ModuleView::Parameter& parameter)

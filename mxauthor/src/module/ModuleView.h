@@ -93,9 +93,6 @@ constexpr std::array<const char*, 4> dataSizeKeys = {"InData", "OutData", "Param
 /// that stands for nothing.
 int dataSizeOfCode(char code);
 
-/// Returns as much of a text of the file as messages show; a text may have 65,000 bytes.
-std::string shortened(const std::string& text);
-
 /// Returns how messages name a channel or parameter: `parameter 3 "Filter"`; the name shortened.
 std::string named(const char* what, unsigned number, const std::string& name);
 

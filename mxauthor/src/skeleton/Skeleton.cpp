@@ -10,6 +10,8 @@
 #include "text/Integer.h"
 #include "text/YamlText.h"
 
+#include <text/ControlCharacters.h>
+
 #include <algorithm>
 #include <map>
 
@@ -64,11 +66,6 @@ std::uint64_t readType(const SkeletonRequest& request, const std::vector<Channel
                                     known + "); the text may be given another one");
 }
 
-bool isControl(char c)
-{
-    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
-
 bool isPrintableAscii(char c)
 {
     return c > ' ' && c <= '~';
@@ -84,7 +81,8 @@ void checkSchema(const std::string& schema)
 
 std::string readName(const SkeletonRequest& request)
 {
-    if (request.name.empty() || std::any_of(request.name.begin(), request.name.end(), isControl)) {
+    if (request.name.empty() ||
+        std::any_of(request.name.begin(), request.name.end(), text::isControl)) {
         throw SkeletonError("name", "one line of text expected, without control characters");
     }
     if (const auto wrong = findNonUtf8(request.name)) {

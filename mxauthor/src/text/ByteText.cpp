@@ -1,6 +1,6 @@
 #include "ByteText.h"
 
-#include <devices/parser/mx/HexText.h>
+#include <text/Hexadecimal.h>
 
 #include <algorithm>
 #include <array>
@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::string_view base64Digits =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-constexpr std::string_view hexDigits = "0123456789abcdef";
 
 std::string withoutBlanks(const std::string& text)
 {
@@ -21,23 +20,11 @@ std::string withoutBlanks(const std::string& text)
     return kept;
 }
 
-std::optional<unsigned> hexDigit(char c)
-{
-    const char lower = c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c;
-    const std::size_t digit = hexDigits.find(lower);
-    return digit == std::string_view::npos ? std::nullopt
-                                           : std::optional(static_cast<unsigned>(digit));
-}
-
 } // namespace
 
 std::string toHex(const Bytes& bytes)
 {
-    std::string text;
-    for (const std::uint8_t byte : bytes) {
-        text += devices::parser::mx::u8AsHex(byte);
-    }
-    return text;
+    return text::hexOfBytes(bytes.data(), bytes.size(), "");
 }
 
 std::optional<Bytes> fromHex(const std::string& text)
@@ -48,8 +35,8 @@ std::optional<Bytes> fromHex(const std::string& text)
     }
     Bytes bytes;
     for (std::size_t i = 0; i < digits.size(); i += 2) {
-        const auto high = hexDigit(digits[i]);
-        const auto low = hexDigit(digits[i + 1]);
+        const auto high = text::hexDigit(digits[i]);
+        const auto low = text::hexDigit(digits[i + 1]);
         if (!high || !low) {
             return std::nullopt;
         }

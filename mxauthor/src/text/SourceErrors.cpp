@@ -5,6 +5,8 @@
 #include "Integer.h"
 #include "InvisibleCharacters.h"
 
+#include <text/ControlCharacters.h>
+
 #include <algorithm>
 #include <tuple>
 
@@ -200,8 +202,7 @@ SourceExcerpt sourceExcerpt(const std::string& source, const SourceError& error)
     const std::size_t from = byteOfCharacter(whole, first);
     std::string line = whole.substr(from, byteOfCharacter(whole, first + widest) - from);
     for (char& c : line) {
-        const auto byte = static_cast<unsigned char>(c);
-        c = byte < 0x20 || byte == 0x7F ? ' ' : c;
+        c = text::isControl(c) ? ' ' : c;
     }
     return {line, std::string(caret - first, ' ') + "^"};
 }

@@ -3,6 +3,8 @@
 #include "ShownText.h"
 #include "TextWidth.h"
 
+#include <text/Beginning.h>
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -273,7 +275,7 @@ std::string iecIdentifier(const std::string& bytes)
 {
     std::string identifier;
     bool separated = false;
-    for (const char32_t point : codePoints(beginningOf(bytes, bytesLookedAt))) {
+    for (const char32_t point : codePoints(text::beginningOf(bytes, bytesLookedAt))) {
         const std::string letters = plainLetters(point);
         const bool needsSeparator = separated && !identifier.empty();
         if (identifier.size() + letters.size() + (needsSeparator ? 1 : 0) > longestIdentifier) {

@@ -7,6 +7,7 @@
 #include <mxauthor/NearestWords.h>
 
 #include <fmt/format.h>
+#include <text/Beginning.h>
 
 #include <algorithm>
 #include <optional>
@@ -37,7 +38,7 @@ bool sameNumber(const std::string& a, const std::string& b)
                          const std::string& reason)
 {
     throw Refusal(fmt::format("{}: value \"{}\" is not accepted: {}", toUtf8(described(parameter)),
-                              abbreviated(value), reason));
+                              text::abbreviated(value), reason));
 }
 
 // Whether `text`, the number `number`, is what the parameter shows already.

@@ -4,6 +4,7 @@
 #include "TextContent.h"
 
 #include <mxauthor/ForeignContent.h>
+#include <text/ControlCharacters.h>
 
 namespace mxtool {
 
@@ -13,7 +14,7 @@ namespace {
 bool isBinary(const std::string& content)
 {
     return content.find('\0') != std::string::npos &&
-           countOfControls(content) >= content.size() / 4;
+           text::countOfControls(content) >= content.size() / 4;
 }
 
 // Whether `content` may be a parameter image: bytes, or their text. UTF-16 has zeros as well.

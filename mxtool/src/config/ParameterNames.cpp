@@ -8,6 +8,7 @@
 #include <mxauthor/Utf8.h>
 
 #include <fmt/format.h>
+#include <text/Beginning.h>
 
 #include <algorithm>
 #include <iterator>
@@ -118,8 +119,8 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
 [[noreturn]] void refuseUnknown(const std::string& name, const DeviceReport& device)
 {
     if (device.parameters.empty()) {
-        throw Refusal(
-            fmt::format("No parameter \"{}\": the module has no parameters", abbreviated(name)));
+        throw Refusal(fmt::format("No parameter \"{}\": the module has no parameters",
+                                  text::abbreviated(name)));
     }
     if (isIdentifier(name)) {
         constexpr std::size_t mostIds = 50;
@@ -132,7 +133,7 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
             ids.push_back("#" + parameter.id);
         }
         throw Refusal(fmt::format("No parameter has the identifier {}, expected one of {}",
-                                  abbreviated(name), fmt::join(ids, ", ")));
+                                  text::abbreviated(name), fmt::join(ids, ", ")));
     }
     const auto byId = parametersCalled("#" + name, device);
     if (!byId.empty()) {
@@ -140,7 +141,7 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
             fmt::format("No parameter is called \"{}\", did you mean \"#{}\"?", name, name),
             fmt::format("#{} is {}", name, toUtf8(described(*byId.front()))));
     }
-    throw Refusal(fmt::format("No parameter is called \"{}\"{}", abbreviated(name),
+    throw Refusal(fmt::format("No parameter is called \"{}\"{}", text::abbreviated(name),
                               nearestNames(name, device)),
                   "mxtool config FILE without more words lists the parameters");
 }
@@ -260,7 +261,7 @@ std::pair<std::string, std::string> splitAssignment(const std::string& words,
     }
     const std::size_t first = words.find('=');
     if (first == std::string::npos) {
-        throw Refusal(fmt::format("Found \"{}\", expected NAME=VALUE", abbreviated(words)));
+        throw Refusal(fmt::format("Found \"{}\", expected NAME=VALUE", text::abbreviated(words)));
     }
     std::pair<std::string, std::string> plain{words.substr(0, first), words.substr(first + 1)};
     const std::vector<Reading> readings = readingsOf(words, device);

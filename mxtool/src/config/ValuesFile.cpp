@@ -14,6 +14,7 @@
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
+#include <text/Beginning.h>
 #include <yaml-cpp/yaml.h>
 
 #include <algorithm>
@@ -63,7 +64,7 @@ std::string kindOf(const YAML::Node& node)
     case YAML::NodeType::Map:
         return "a map";
     case YAML::NodeType::Scalar:
-        return "\"" + abbreviated(node.Scalar()) + "\"";
+        return "\"" + text::abbreviated(node.Scalar()) + "\"";
     default:
         return "nothing";
     }

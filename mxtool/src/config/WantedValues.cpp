@@ -7,6 +7,7 @@
 #include "config/ParameterNames.h"
 
 #include <fmt/format.h>
+#include <text/Beginning.h>
 
 #include <algorithm>
 #include <iterator>
@@ -60,7 +61,7 @@ void requireStatedNames(const std::vector<Assignment>& assignments, const Device
                       {"error", assignment.place,
                        fmt::format("Found \"{}\" as the name of parameter {}, expected \"{}\": the "
                                    "table is of another version of the module",
-                                   abbreviated(assignment.statedName), assignment.name,
+                                   text::abbreviated(assignment.statedName), assignment.name,
                                    toUtf8(found.front()->name)),
                        "without the column id the rows go by their names"});
     }

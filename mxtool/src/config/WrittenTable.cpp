@@ -10,6 +10,7 @@
 #include "config/RegisterWords.h"
 
 #include <fmt/format.h>
+#include <text/Beginning.h>
 
 #include <algorithm>
 #include <charconv>
@@ -33,7 +34,8 @@ std::size_t numberIn(const TableRow& row, std::size_t column, const std::string&
     std::size_t number = 0;
     const auto [rest, error] = std::from_chars(cell.data(), cell.data() + cell.size(), number);
     if (error != std::errc() || rest != cell.data() + cell.size() || cell.empty()) {
-        failAt(file, row, fmt::format("Found \"{}\", expected a whole number", abbreviated(cell)));
+        failAt(file, row,
+               fmt::format("Found \"{}\", expected a whole number", text::abbreviated(cell)));
     }
     return number;
 }
@@ -153,7 +155,7 @@ std::vector<char> registersIn(const CsvTable& table, std::size_t address, const 
         if (!found) {
             failAt(file, *row,
                    fmt::format("Found \"{}\", expected a register in decimal or as 0x1194",
-                               abbreviated(row->cells[value])));
+                               text::abbreviated(row->cells[value])));
         }
         if (number - byAddress.begin()->first != bytes.size() / registerSize) {
             failAt(file, *row,

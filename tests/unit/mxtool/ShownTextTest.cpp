@@ -45,25 +45,4 @@ TEST(CodePoints, becomeTheSameTextAgain)
     EXPECT_EQ(text, "\x7F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF");
 }
 
-TEST(BeginningOf, doesNotEndWithinACharacter)
-{
-    using mxtool::beginningOf;
-    EXPECT_EQ(beginningOf("abc", 3), "abc");
-    EXPECT_EQ(beginningOf("abcd", 3), "abc");
-    EXPECT_EQ(beginningOf("ab\u20ACd", 3), "ab");
-    EXPECT_EQ(beginningOf("ab\u20ACd", 4), "ab");
-    EXPECT_EQ(beginningOf("ab\u20ACd", 5), "ab\u20AC");
-    EXPECT_EQ(beginningOf("\U0001F600", 3), "");
-    // Continuation bytes without a lead byte are no UTF-8: they are cut anywhere.
-    EXPECT_EQ(beginningOf(std::string(100, '\x80'), 50).size(), 46U);
-}
-
-TEST(Abbreviated, cutsWhatIsTooLongForAMessage)
-{
-    using mxtool::abbreviated;
-    EXPECT_EQ(abbreviated("\u20AC 5"), "\u20AC 5");
-    EXPECT_EQ(abbreviated(std::string(300, 'a')), std::string(300, 'a'));
-    EXPECT_EQ(abbreviated(std::string(301, 'a')), std::string(300, 'a') + " ...");
-}
-
 } // namespace

@@ -7,29 +7,15 @@
 #include <mxformat/BlockField.h>
 #include <mxformat/Groups.h>
 #include <mxformat/OptionRecord.h>
+#include <text/FixedDecimals.h>
 
-#include <array>
 #include <cassert>
-#include <charconv>
-#include <limits>
 #include <stdexcept>
 #include <utility>
 
 namespace devices::parser::mx {
 
 namespace {
-
-// The text that "%f" gives in the C locale, whatever the host's locale is.
-std::string fixedText(float value)
-{
-    constexpr int decimals = 6;
-    constexpr int otherCharacters = 4; // sign, first digit, point and one to spare
-    std::array<char, std::numeric_limits<float>::max_exponent10 + decimals + otherCharacters> text;
-    const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value,
-                                            std::chars_format::fixed, decimals);
-    assert(error == std::errc());
-    return {text.data(), end};
-}
 
 // Value and range in physical units. The parameter keeps its range object.
 void readConverted(Parser_kv38::ParameterP& parameter, char* block, std::uint16_t blockSize)
@@ -44,9 +30,9 @@ void readConverted(Parser_kv38::ParameterP& parameter, char* block, std::uint16_
                                          const_cast<unsigned char*>(parameter.privateProps.record),
                                          &value, &min, &max, unit);
     }
-    parameter.value = fixedText(value);
-    parameter.valueRange->min = fixedText(min);
-    parameter.valueRange->max = fixedText(max);
+    parameter.value = text::fixedDecimals(value);
+    parameter.valueRange->min = text::fixedDecimals(min);
+    parameter.valueRange->max = text::fixedDecimals(max);
     parameter.unit = unit;
 }
 

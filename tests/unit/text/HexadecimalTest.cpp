@@ -1,0 +1,38 @@
+#include <text/Hexadecimal.h>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+TEST(Hexadecimal, hasTheDigitsThatAreAskedFor)
+{
+    EXPECT_EQ(text::hexOf(0xFEDCBA9876543210, 16), "fedcba9876543210");
+    EXPECT_EQ(text::hexOf(0x1FF, 2), "ff");
+    EXPECT_EQ(text::hexOf(0, 0), "");
+}
+
+TEST(Hexadecimal, joinsBytes)
+{
+    const unsigned char bytes[] = {0x00, 0x9A, 0xFF};
+    EXPECT_EQ(text::hexOfBytes(bytes, 3, " "), "00 9a ff");
+    EXPECT_EQ(text::hexOfBytes(bytes, 3, ""), "009aff");
+    EXPECT_EQ(text::hexOfBytes(bytes, 1, ", "), "00");
+    EXPECT_EQ(text::hexOfBytes(nullptr, 0, " "), "");
+}
+
+TEST(Hexadecimal, readsDigitsOfEitherCase)
+{
+    std::string accepted;
+    for (int value = 0; value < 256; ++value) {
+        if (text::hexDigit(static_cast<char>(value))) {
+            accepted += static_cast<char>(value);
+        }
+    }
+    EXPECT_EQ(accepted, "0123456789ABCDEFabcdef");
+    EXPECT_EQ(text::hexDigit('0'), 0U);
+    EXPECT_EQ(text::hexDigit('9'), 9U);
+    EXPECT_EQ(text::hexDigit('A'), 10U);
+    EXPECT_EQ(text::hexDigit('f'), 15U);
+}
+
+} // namespace

@@ -1,0 +1,46 @@
+#include "text/Hexadecimal.h"
+
+#include <cstring>
+
+namespace text {
+
+// Poco's HexBinaryEncoder takes a stream for each text: far more than a log line may cost.
+void appendHex(std::string& text, std::uint64_t value, int digits)
+{
+    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
+        text += "0123456789abcdef"[value >> shift & 0xFU];
+    }
+}
+
+std::string hexOf(std::uint64_t value, int digits)
+{
+    std::string text;
+    appendHex(text, value, digits);
+    return text;
+}
+
+std::string hexOfBytes(const void* data, std::size_t count, const char* between)
+{
+    const auto* const bytes = static_cast<const std::uint8_t*>(data);
+    std::string text;
+    text.reserve((2 + std::strlen(between)) * count);
+    for (std::size_t i = 0; i < count; ++i) {
+        text += i == 0 ? "" : between;
+        appendHex(text, bytes[i], 2);
+    }
+    return text;
+}
+
+std::optional<unsigned> hexDigit(char digit)
+{
+    if (digit >= '0' && digit <= '9') {
+        return digit - '0';
+    }
+    const char lower = static_cast<char>(digit | 0x20);
+    if (lower >= 'a' && lower <= 'f') {
+        return lower - 'a' + 10;
+    }
+    return std::nullopt;
+}
+
+} // namespace text
