@@ -45,11 +45,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const std::vector<char> chars(data, data + size);
     const Bytes bytes(data, data + size);
-    std::string failure;
-    const MxFile damaged = mxauthor::readDamagedMxFile(chars, &failure);
+    const MxFile damaged = mxauthor::readDamagedMxFile(chars).file;
     require(mxauthor::writeMxFile(damaged) == bytes);
     throughText(damaged, bytes);
-    const MxFile whole = mxauthor::readWholeGroups(chars, &failure);
+    const auto [whole, failure] = mxauthor::readWholeGroups(chars);
     require(mxauthor::writeMxFile(whole) == bytes);
     bool isFramed = true;
     try {
@@ -57,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     } catch (const std::runtime_error&) {
         isFramed = false;
     }
-    require(isFramed == failure.empty());
+    require(isFramed == !failure.has_value());
     explainOnce(chars);
     for (const mxauthor::Finding& finding : mxauthor::check(chars)) {
         mxauthor::describe(finding);

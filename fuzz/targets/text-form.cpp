@@ -42,8 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!isGood) {
         return 0;
     }
-    std::string failure;
-    const auto file = mxauthor::readDamagedMxFile({bytes.begin(), bytes.end()}, &failure);
+    const auto file = mxauthor::readDamagedMxFile({bytes.begin(), bytes.end()}).file;
     const mxauthor::Bytes again = build(mxauthor::dumpText(file), &isGood);
     if (!isGood || again != bytes) {
         std::abort();

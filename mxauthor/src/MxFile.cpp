@@ -81,17 +81,24 @@ MxFile contentOf(const std::vector<char>& bytes, const std::vector<mx::GroupPlac
     return file;
 }
 
-// The groups that the container reader finds in front of a failure, which goes to `*failure`.
-std::vector<mx::GroupPlace> wholeGroups(const std::vector<char>& bytes, std::string* failure)
+// The groups that the container reader finds up to a failure.
+struct FramedGroups
 {
-    failure->clear();
+    std::vector<mx::GroupPlace> places;
+    std::optional<std::string> failure;
+};
+
+FramedGroups framedGroups(const std::vector<char>& bytes)
+{
+    FramedGroups framed;
     mx::Parser container;
     try {
         container.parse(bytes.data(), sizeOf(bytes));
     } catch (const std::runtime_error& found) {
-        *failure = found.what();
+        framed.failure = found.what();
     }
-    return container.groups();
+    framed.places = container.groups();
+    return framed;
 }
 
 // The file with a header that asks for no more bytes than there are.
@@ -109,28 +116,26 @@ std::vector<char> withReachableEnd(std::vector<char> bytes)
 
 MxFile readMxFile(const std::vector<char>& bytes)
 {
-    std::string failure;
-    MxFile file = readWholeGroups(bytes, &failure);
-    if (!failure.empty()) {
-        throw std::runtime_error(failure);
+    ReadGroups read = readWholeGroups(bytes);
+    if (read.failure) {
+        throw std::runtime_error(*read.failure);
     }
-    return file;
+    return std::move(read.file);
 }
 
-MxFile readWholeGroups(const std::vector<char>& bytes, std::string* failure)
+ReadGroups readWholeGroups(const std::vector<char>& bytes)
 {
-    return contentOf(bytes, wholeGroups(bytes, failure));
+    const FramedGroups framed = framedGroups(bytes);
+    return {contentOf(bytes, framed.places), framed.failure};
 }
 
-MxFile readDamagedMxFile(const std::vector<char>& bytes, std::string* failure)
+ReadGroups readDamagedMxFile(const std::vector<char>& bytes)
 {
-    const std::vector<mx::GroupPlace> places = wholeGroups(bytes, failure);
-    if (failure->empty()) {
-        return contentOf(bytes, places);
-    }
-    // A header that asks for more bytes than there are hides the groups behind it.
-    std::string ignored;
-    return contentOf(bytes, wholeGroups(withReachableEnd(bytes), &ignored));
+    const FramedGroups framed = framedGroups(bytes);
+    // A header that asks for more bytes than there are hides the groups after it.
+    return {contentOf(bytes, framed.failure ? framedGroups(withReachableEnd(bytes)).places
+                                            : framed.places),
+            framed.failure};
 }
 
 Bytes writeMxFile(const MxFile& file)

@@ -24,9 +24,8 @@ constexpr std::size_t judgedBytes = 0x100000;
 // Raw bytes may look like any group, but hardly like one that says what the file is.
 bool isMxFile(const std::string& content)
 {
-    std::string failure;
     const mxauthor::MxFile file =
-        mxauthor::readDamagedMxFile({content.begin(), content.end()}, &failure);
+        mxauthor::readDamagedMxFile({content.begin(), content.end()}).file;
     return std::any_of(file.groups.begin(), file.groups.end(), [](const mxauthor::Group& group) {
         return std::holds_alternative<mxauthor::Identity>(group.content);
     });

@@ -2,7 +2,6 @@
 
 #include "DeviceText.h"
 #include "Diagnostic.h"
-#include "GroupListing.h"
 #include "channels/ChannelMapOutput.h"
 #include "channels/IecDeclarations.h"
 #include "channels/ProcessImageMap.h"
@@ -88,22 +87,20 @@ void useAsHost(const std::vector<char>& file, Run& run)
 // What an author does: read, write, check, explain, compare.
 void useAsAuthor(const std::vector<char>& file, const std::vector<char>& original, Run& run)
 {
-    std::string failure;
-    run([&] { mxtool::listGroups(file); });
+    run([&] { mxauthor::readWholeGroups(file); });
     run([&] { mxauthor::writeMxFile(mxauthor::readMxFile(file)); });
-    run([&] { mxauthor::writeMxFile(mxauthor::readDamagedMxFile(file, &failure)); });
+    run([&] { mxauthor::writeMxFile(mxauthor::readDamagedMxFile(file).file); });
     run([&] { mxauthor::check(file); });
     run([&] { mxauthor::explain(file); });
     run([&] {
-        mxauthor::compare(mxauthor::readWholeGroups(original, &failure),
-                          mxauthor::readWholeGroups(file, &failure));
+        mxauthor::compare(mxauthor::readWholeGroups(original).file,
+                          mxauthor::readWholeGroups(file).file);
     });
 }
 
 void printAsAuthor(const std::vector<char>& file, const std::vector<char>& original, Run& run)
 {
-    std::string failure;
-    run([&] { mxauthor::dumpText(mxauthor::readDamagedMxFile(file, &failure)); });
+    run([&] { mxauthor::dumpText(mxauthor::readDamagedMxFile(file).file); });
     run([&] {
         mxtool::CheckReport report;
         report.files = {mxtool::checkedFile(mxtool::ModuleFile("damaged.bin", file), {})};
@@ -118,8 +115,8 @@ void printAsAuthor(const std::vector<char>& file, const std::vector<char>& origi
         mxtool::explainHtml(explained);
     });
     run([&] {
-        const auto comparison = mxauthor::compare(mxauthor::readWholeGroups(original, &failure),
-                                                  mxauthor::readWholeGroups(file, &failure));
+        const auto comparison = mxauthor::compare(mxauthor::readWholeGroups(original).file,
+                                                  mxauthor::readWholeGroups(file).file);
         mxtool::diffText(comparison, "original.bin", "damaged.bin", false);
         mxtool::jsonText(mxtool::diffJson(comparison, "original.bin", "damaged.bin"));
     });

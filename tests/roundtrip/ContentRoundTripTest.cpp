@@ -53,7 +53,7 @@ TEST_P(ExampleContent, isExplainedEveryByteOnce)
     const std::vector<char> chars = loadExample(GetParam());
     const mxauthor::Explanation explanation = mxauthor::explain(chars);
     expectEveryByteOnce(explanation, chars.size());
-    EXPECT_EQ(explanation.failure, "");
+    EXPECT_EQ(explanation.failure, std::nullopt);
 }
 
 TEST_P(ExampleContent, isTheSameAsItself)

@@ -176,9 +176,9 @@ TEST(DamagedText, buildsTheSameBytesAtEveryLengthOfAFile)
     for (std::size_t length = 0; length < whole.size(); length += 7) {
         const std::vector<char> cut(whole.begin(),
                                     whole.begin() + static_cast<std::ptrdiff_t>(length));
-        std::string failure;
-        const std::string text = mxauthor::dumpText(mxauthor::readDamagedMxFile(cut, &failure));
-        EXPECT_EQ(failure.empty(), length <= 4) << length;
+        const auto [file, failure] = mxauthor::readDamagedMxFile(cut);
+        const std::string text = mxauthor::dumpText(file);
+        EXPECT_EQ(!failure.has_value(), length <= 4) << length;
         ASSERT_EQ(builtAgain(text), asBytes(cut)) << length << "\n" << text;
     }
 }
@@ -186,8 +186,8 @@ TEST(DamagedText, buildsTheSameBytesAtEveryLengthOfAFile)
 TEST(DamagedText, hasAFormForTheGroupsInFrontOfTheDamage)
 {
     const std::vector<char> chars = loadExample("MX9999.bin");
-    std::string failure;
-    const std::string text = mxauthor::dumpText(mxauthor::readDamagedMxFile(chars, &failure));
+    const auto [file, failure] = mxauthor::readDamagedMxFile(chars);
+    const std::string text = mxauthor::dumpText(file);
     EXPECT_EQ(failure, "Parser::parse(): Truncated mx buffer");
     EXPECT_TRUE(hasSection(text, "module"));
     EXPECT_TRUE(hasSection(text, "tail"));

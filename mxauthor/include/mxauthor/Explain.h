@@ -2,6 +2,7 @@
 
 #include "mxauthor/Field.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -49,9 +50,9 @@ struct NamedPlace
 struct Explanation
 {
     std::vector<ExplainedGroup> groups;
-    std::vector<ExplainedPart> parts; ///< One behind the other, every byte in exactly one.
-    std::vector<NamedPlace> names;    ///< Parameters, channels and texts, by their place.
-    std::string failure;              ///< Message of a framing failure; empty: there is none.
+    std::vector<ExplainedPart> parts;   ///< One behind the other, every byte in exactly one.
+    std::vector<NamedPlace> names;      ///< Parameters, channels and texts, by their place.
+    std::optional<std::string> failure; ///< Message of a framing failure.
 };
 
 /// Explains the mx data `bytes` (those of the file, nothing behind them). After a framing failure

@@ -7,6 +7,7 @@
 
 #include <mxformat/Groups.h>
 
+#include <optional>
 #include <variant>
 
 namespace mxauthor {
@@ -39,13 +40,19 @@ struct MxFile
 /// container reader's message when the framing does not hold.
 MxFile readMxFile(const std::vector<char>& bytes);
 
-/// Reads the groups in front of a framing failure, which goes to `*failure` with the container
-/// reader's message (empty: there is none). What follows the last whole group is the tail.
-MxFile readWholeGroups(const std::vector<char>& bytes, std::string* failure);
+/// What can be read of an mx file.
+struct ReadGroups
+{
+    MxFile file;                        ///< What follows the last whole group is the tail.
+    std::optional<std::string> failure; ///< Of the framing: the container reader's message.
+};
+
+/// Reads the groups up to a framing failure.
+ReadGroups readWholeGroups(const std::vector<char>& bytes);
 
 /// The same, but a header that asks for more bytes than there are does not hide the groups behind
 /// it.
-MxFile readDamagedMxFile(const std::vector<char>& bytes, std::string* failure);
+ReadGroups readDamagedMxFile(const std::vector<char>& bytes);
 
 /// Returns the bytes of `file`. Lengths and counts are computed, the header's content length is
 /// written as it stands. Throws `std::length_error` when a group would have more than 65,535 bytes,

@@ -68,10 +68,9 @@ std::string describe(const Finding& finding)
 
 std::vector<Finding> check(const std::vector<char>& bytes)
 {
-    std::string failure;
-    const MxFile file = readWholeGroups(bytes, &failure);
+    const auto [file, failure] = readWholeGroups(bytes);
     Findings findings;
-    if (failure.empty()) {
+    if (!failure) {
         const ModuleView module(file);
         for (const Check* subject : checks) {
             if (subject->walk != nullptr) {

@@ -55,7 +55,7 @@ void explainTail(Explanation& result, const Place& tail)
     ExplainedPart part;
     part.place = tail;
     part.field = "tail";
-    part.meaning = result.failure.empty() ? "bytes after the last group" : result.failure;
+    part.meaning = result.failure.value_or("bytes after the last group");
     part.isRead = false;
     result.parts.push_back(part);
 }
@@ -64,8 +64,9 @@ void explainTail(Explanation& result, const Place& tail)
 
 Explanation explain(const std::vector<char>& bytes)
 {
+    const auto [file, failure] = readWholeGroups(bytes);
     Explanation result;
-    const MxFile file = readWholeGroups(bytes, &result.failure);
+    result.failure = failure;
     const ModuleView module(file);
     for (const Group& group : file.groups) {
         explainFramedGroup(result, module, group, bytes);

@@ -11,8 +11,8 @@ constexpr std::size_t shortestSymbol = 2;
 // The records of the channels, none where the group has another shape.
 std::vector<mxauthor::ChannelRecord> recordsOf(const std::vector<char>& mxData)
 {
-    std::string failure; // what follows is nothing that the parser has read
-    for (const mxauthor::Group& group : mxauthor::readWholeGroups(mxData, &failure).groups) {
+    // What follows a failure is nothing that the parser has read.
+    for (const mxauthor::Group& group : mxauthor::readWholeGroups(mxData).file.groups) {
         if (const auto* channels = std::get_if<mxauthor::Channels>(&group.content)) {
             return channels->records;
         }

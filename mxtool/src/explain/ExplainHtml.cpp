@@ -109,16 +109,15 @@ std::string groupTables(const ExplainedFile& file)
 std::string explainHtml(const ExplainedFile& file)
 {
     const std::string name = escaped(file.name);
-    return fmt::format(
-        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-        "<meta name=\"viewport\" content=\"width=device-width\">\n"
-        "<title>{}</title>\n<style>{}</style>\n</head>\n<body>\n"
-        "<h1>{}, {} bytes</h1>\n{}{}{}</body>\n</html>\n",
-        name, style, name, file.bytes.size(),
-        file.explanation.failure.empty()
-            ? ""
-            : fmt::format("<p><strong>{}</strong></p>\n", escaped(file.explanation.failure)),
-        navigation(file), groupTables(file));
+    return fmt::format("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+                       "<meta name=\"viewport\" content=\"width=device-width\">\n"
+                       "<title>{}</title>\n<style>{}</style>\n</head>\n<body>\n"
+                       "<h1>{}, {} bytes</h1>\n{}{}{}</body>\n</html>\n",
+                       name, style, name, file.bytes.size(),
+                       !file.explanation.failure ? ""
+                                                 : fmt::format("<p><strong>{}</strong></p>\n",
+                                                               escaped(*file.explanation.failure)),
+                       navigation(file), groupTables(file));
 }
 
 } // namespace mxtool

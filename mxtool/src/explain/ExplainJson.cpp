@@ -59,13 +59,13 @@ Json explainJson(const ExplainedFile& file)
     for (const ExplainedPart& part : file.explanation.parts) {
         parts.push_back(partJson(file, part));
     }
-    const std::string& failure = file.explanation.failure;
+    const auto& failure = file.explanation.failure;
     return {{"schema", jsonSchema("mxtool.explain", 1)},
             {"file", toUtf8(file.name)},
             {"size", file.bytes.size()},
             {"groups", groups},
             {"parts", parts},
-            {"failure", failure.empty() ? Json() : Json(failure)}};
+            {"failure", failure ? Json(*failure) : Json()}};
 }
 
 } // namespace mxtool

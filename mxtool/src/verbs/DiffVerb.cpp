@@ -32,13 +32,12 @@ struct DiffOptions
 mxauthor::MxFile readFile(const std::string& path)
 {
     const ModuleFile input(path);
-    std::string failure;
-    mxauthor::MxFile file = mxauthor::readWholeGroups(input.bytes(), &failure);
-    if (!failure.empty()) {
-        throw Failure(ExitCode::Input, {"error", input.placeOf(file.tail.place.offset), failure,
-                                        "mxtool check " + path + " tells more"});
+    mxauthor::ReadGroups read = mxauthor::readWholeGroups(input.bytes());
+    if (read.failure) {
+        throw Failure(ExitCode::Input, {"error", input.placeOf(read.file.tail.place.offset),
+                                        *read.failure, "mxtool check " + path + " tells more"});
     }
-    return file;
+    return std::move(read.file);
 }
 
 ExitCode diffFiles(const DiffOptions& options)

@@ -54,15 +54,14 @@ struct DumpOptions
 ExitCode dump(const DumpOptions& options)
 {
     const ModuleFile input(options.file);
-    std::string failure;
-    const mxauthor::MxFile file = mxauthor::readDamagedMxFile(input.bytes(), &failure);
+    const auto [file, failure] = mxauthor::readDamagedMxFile(input.bytes());
     writeOutput(options.output, mxauthor::dumpText(file));
-    if (failure.empty()) {
+    if (!failure) {
         return ExitCode::Done;
     }
     const std::size_t readable = input.bytes().size() - file.tail.value.size();
     report(
-        {"warning", input.placeOf(readable), failure,
+        {"warning", input.placeOf(readable), *failure,
          fmt::format("{} from here on {} under \"tail\"", counted(file.tail.value.size(), "byte"),
                      file.tail.value.size() == 1 ? "is kept" : "are kept")});
     return ExitCode::Findings;

@@ -59,9 +59,8 @@ ExitCode explainFile(const ExplainOptions& options)
     } catch (const Refusal& refusal) {
         throw Failure(ExitCode::Usage, {"error", file.name, refusal.what(), refusal.hint});
     }
-    const std::string& failure = file.explanation.failure;
-    if (!failure.empty()) {
-        report({"error", input.placeOf(file.explanation.parts.back().place.offset), failure,
+    if (const auto& failure = file.explanation.failure) {
+        report({"error", input.placeOf(file.explanation.parts.back().place.offset), *failure,
                 "mxtool check " + options.file + " tells more"});
         return ExitCode::Input;
     }

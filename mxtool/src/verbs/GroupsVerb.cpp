@@ -3,7 +3,6 @@
 #include "CsvOptions.h"
 #include "DeviceJson.h"
 #include "Diagnostic.h"
-#include "GroupListing.h"
 #include "InputFile.h"
 #include "ModuleFile.h"
 #include "OutputFile.h"
@@ -12,6 +11,7 @@
 #include "Verbs.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <mxauthor/MxFile.h>
 #include <mxformat/Groups.h>
 
 #include <fmt/format.h>
@@ -20,8 +20,9 @@ namespace mxtool {
 
 namespace {
 
-using devices::parser::mx::GroupPlace;
 using devices::parser::mx::u16AsHex;
+using mxauthor::Group;
+using mxauthor::ReadGroups;
 
 constexpr const char* groupsFooter = R"(Example:
   $ mxtool groups examples/modules/MX0001.bin
@@ -41,76 +42,85 @@ struct GroupsOptions
     std::string output = "-";
 };
 
-std::string listingText(const GroupListing& listing)
+std::uint32_t payloadOffset(const Group& group)
+{
+    return group.place.offset + mxformat::groupHeaderSize;
+}
+
+std::uint32_t payloadSize(const Group& group)
+{
+    return group.place.length - mxformat::groupOverhead;
+}
+
+std::string listingText(const ReadGroups& read)
 {
     TextTable table({"Group", "Name", "Payload at", "Size"});
-    for (const GroupPlace& group : listing.groups) {
+    for (const Group& group : read.file.groups) {
         table.add({u16AsHex(group.id), mxformat::groupName(group.id),
-                   fmt::format("{0:#08x} ({0})", group.payloadOffset),
-                   std::to_string(group.payloadSize)});
+                   fmt::format("{0:#08x} ({0})", payloadOffset(group)),
+                   std::to_string(payloadSize(group))});
     }
     return table.text();
 }
 
-std::string listingCsv(const GroupListing& listing, const CsvStyle& style)
+std::string listingCsv(const ReadGroups& read, const CsvStyle& style)
 {
     std::vector<CsvRow> rows = {{"group", "name", "offset", "size"}};
-    for (const GroupPlace& group : listing.groups) {
+    for (const Group& group : read.file.groups) {
         rows.push_back({u16AsHex(group.id), mxformat::groupName(group.id),
-                        std::to_string(group.payloadOffset), std::to_string(group.payloadSize)});
+                        std::to_string(payloadOffset(group)), std::to_string(payloadSize(group))});
     }
     return csvText(rows, style);
 }
 
-std::string listingJson(const GroupListing& listing, const std::string& file, std::size_t fileSize)
+std::string listingJson(const ReadGroups& read, const std::string& file, std::size_t fileSize)
 {
     Json groups = Json::array();
-    for (const GroupPlace& group : listing.groups) {
+    for (const Group& group : read.file.groups) {
         groups.push_back({{"id", u16AsHex(group.id)},
                           {"name", mxformat::groupName(group.id)},
-                          {"offset", group.payloadOffset},
-                          {"size", group.payloadSize}});
+                          {"offset", payloadOffset(group)},
+                          {"size", payloadSize(group)}});
     }
     return jsonText({{"schema", jsonSchema("mxtool.groups", 1)},
                      {"file", toUtf8(file)},
                      {"size", fileSize},
                      {"groups", groups},
-                     {"failure", listing.failure.empty() ? Json() : Json(listing.failure)}});
+                     {"failure", read.failure ? Json(*read.failure) : Json()}});
 }
 
-std::string formatted(const GroupListing& listing, const GroupsOptions& options,
-                      std::size_t fileSize)
+std::string formatted(const ReadGroups& read, const GroupsOptions& options, std::size_t fileSize)
 {
     if (options.format == "json") {
-        return listingJson(listing, inputName(options.file), fileSize);
+        return listingJson(read, inputName(options.file), fileSize);
     }
-    return options.format == "csv" ? listingCsv(listing, options.csv.style())
-                                   : listingText(listing);
+    return options.format == "csv" ? listingCsv(read, options.csv.style()) : listingText(read);
 }
 
 ExitCode listGroupsOf(const GroupsOptions& options)
 {
     const ModuleFile input(options.file);
     const std::size_t fileSize = input.bytes().size();
-    const GroupListing listing = listGroups(input.loadedBytes());
-    writeOutput(options.output, formatted(listing, options, fileSize));
-    const std::string place = input.placeOf(listing.framedSize);
-    if (!listing.failure.empty()) {
-        report({"error", place, listing.failure, ""});
+    const ReadGroups read = mxauthor::readWholeGroups(input.loadedBytes());
+    const std::size_t framedSize = read.file.tail.place.offset;
+    writeOutput(options.output, formatted(read, options, fileSize));
+    const std::string place = input.placeOf(framedSize);
+    if (read.failure) {
+        report({"error", place, *read.failure, ""});
         return ExitCode::Input;
     }
-    if (listing.groups.empty()) {
+    if (read.file.groups.empty()) {
         report({"error", place,
                 fmt::format("No group found in {}, expected the groups of an mx file",
                             counted(fileSize, "byte")),
                 ""});
         return ExitCode::Input;
     }
-    if (listing.framedSize < fileSize) {
+    if (framedSize < fileSize) {
         report({"note", place,
                 fmt::format("{} after the last group {} not read",
-                            counted(fileSize - listing.framedSize, "byte"),
-                            fileSize - listing.framedSize == 1 ? "is" : "are"),
+                            counted(fileSize - framedSize, "byte"),
+                            fileSize - framedSize == 1 ? "is" : "are"),
                 ""});
     }
     return ExitCode::Done;
