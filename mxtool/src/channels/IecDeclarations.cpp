@@ -5,6 +5,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace mxtool {
 
 namespace {
@@ -47,6 +49,18 @@ std::string nameComment(const Channel& channel, const std::string& identifier)
     return channel.name == identifier ? "" : iecCommentText(channel.name);
 }
 
+bool fillsBytes(const Channel& channel)
+{
+    return channel.firstBit() % 8 == 0 && channel.bits() % 8 == 0;
+}
+
+// No type is as wide as a long field that shares its bytes.
+bool isDeclared(const Channel& channel)
+{
+    return !channel.isBitField() || channel.sizeLetter == 'X' ||
+           (channel.bits() != 0 && (channel.bits() <= mostBits || fillsBytes(channel)));
+}
+
 // A bit field that fills whole bytes.
 std::string bytesDeclaration(const Channel& channel, IecNames& names, const std::string& identifier)
 {
@@ -72,14 +86,13 @@ std::string bitDeclarations(const Channel& channel, IecNames& names, const std::
 std::string fieldDeclarations(const Channel& channel, IecNames& names,
                               const std::string& identifier)
 {
-    const bool fillsBytes = channel.firstBit() % 8 == 0 && channel.bits() % 8 == 0;
-    if (channel.bits() == 0 || (channel.bits() > mostBits && !fillsBytes)) {
+    if (!isDeclared(channel)) {
         return fmt::format("    (* {}: {} from {} on, not declared *)\n",
                            iecCommentText(channel.name), counted(channel.bits(), "bit"),
                            bitAddress(channel, channel.firstBit()));
     }
-    return fillsBytes ? bytesDeclaration(channel, names, identifier)
-                      : bitDeclarations(channel, names, identifier);
+    return fillsBytes(channel) ? bytesDeclaration(channel, names, identifier)
+                               : bitDeclarations(channel, names, identifier);
 }
 
 std::string channelDeclarations(const Channel& channel, IecNames& names)
@@ -103,13 +116,17 @@ std::string channelDeclarations(const Channel& channel, IecNames& names)
 
 std::string iecDeclarations(const ChannelMap& map)
 {
-    std::string text = fmt::format("(* {} ({}). Addresses count bytes. *)\nVAR_GLOBAL\n",
-                                   iecCommentText(map.label), iecCommentText(map.deviceTypeId));
+    const std::string head =
+        fmt::format("(* {} ({}). Addresses count bytes. *)\n", iecCommentText(map.label),
+                    iecCommentText(map.deviceTypeId));
+    std::string body;
     IecNames names;
     for (const Channel& channel : map.channels) {
-        text += channelDeclarations(channel, names);
+        body += channelDeclarations(channel, names);
     }
-    return text + "END_VAR\n";
+    // Compilers refuse an empty list.
+    const bool declares = std::any_of(map.channels.begin(), map.channels.end(), isDeclared);
+    return head + (declares ? "VAR_GLOBAL\n" + body + "END_VAR\n" : body);
 }
 
 } // namespace mxtool

@@ -95,11 +95,23 @@ TEST(IecDeclarations, aBitFieldOfWholeBytesBecomesBytes)
 
 TEST(IecDeclarations, aBitFieldThatNoTypeHoldsBecomesAComment)
 {
-    EXPECT_EQ(declarationsOf({fieldChannel("A", 'I', 2, 3, 33), fieldChannel("B", 'I', 9, 0, 0)}),
+    EXPECT_EQ(declarationsOf({fieldChannel("A", 'I', 2, 3, 33), fieldChannel("B", 'I', 9, 0, 0),
+                              bitChannel("C", 'I', 9, 0)}),
               "    (* A: 33 bits from %IX2.3 on, not declared *)\n"
-              "    (* B: 0 bits from %IX9.0 on, not declared *)\n");
+              "    (* B: 0 bits from %IX9.0 on, not declared *)\n"
+              "    C AT %IX9.0 : BOOL;\n");
     EXPECT_THAT(declarationsOf({fieldChannel("A", 'I', 2, 3, 32)}),
                 HasSubstr("A_Bit31 AT %IX6.2 : BOOL;"));
+}
+
+// Compilers refuse VAR_GLOBAL without a declaration.
+TEST(IecDeclarations, withoutADeclarationAreComments)
+{
+    const std::string head = "(* Module (kv38.01020304). Addresses count bytes. *)\n";
+    ChannelMap map = emptyMap(0);
+    EXPECT_EQ(iecDeclarations(map), head);
+    map.channels = {fieldChannel("A", 'I', 2, 3, 33)};
+    EXPECT_EQ(iecDeclarations(map), head + "    (* A: 33 bits from %IX2.3 on, not declared *)\n");
 }
 
 } // namespace
