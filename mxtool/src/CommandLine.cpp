@@ -154,6 +154,8 @@ ExitCode runReporting(const std::vector<std::string>& words)
         } catch (const CLI::ParseError& end) {
             return endOfParsing(program, end, words);
         }
+    } catch (const ReaderLeft& left) {
+        return left.code;
     } catch (const Failure& failure) {
         report(failure.diagnostic);
         return failure.code;

@@ -38,4 +38,12 @@ public:
     Diagnostic diagnostic;
 };
 
+/// Ends a verb whose output goes to a reader that has left (`mxtool ... | head`): nothing is
+/// reported.
+class ReaderLeft : public Failure
+{
+public:
+    ReaderLeft() : Failure(ExitCode::Output, {}) {}
+};
+
 } // namespace mxtool

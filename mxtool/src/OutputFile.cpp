@@ -32,6 +32,9 @@ std::string hintForWrite(const std::string& place)
 
 [[noreturn]] void failWrite(const std::string& place, int error)
 {
+    if (error == EPIPE) {
+        throw ReaderLeft();
+    }
     const std::string reason = error != 0 ? std::strerror(error) : "write failed";
     throw Failure(ExitCode::Output,
                   {"error", place, "Cannot write: " + reason, hintForWrite(place)});

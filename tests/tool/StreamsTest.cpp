@@ -95,6 +95,19 @@ TEST(Streams, aFullDeviceIsAFailedOutput)
     EXPECT_EQ(runTool({"--help"}, full).exitCode, 4);
 }
 
+TEST(Streams, aReaderThatLeavesEarlyIsNotTold)
+{
+    ToolSetup left;
+    left.readerLeft = true;
+    for (const auto& call : {std::vector<std::string>{"show", example},
+                             {"--help"},
+                             {"check", example, "--format", "json"}}) {
+        const ToolRun run = runTool(call, left);
+        EXPECT_EQ(run.exitCode, 4);
+        EXPECT_EQ(run.err, "");
+    }
+}
+
 TEST(Streams, anOutputInAMissingDirectoryIsAFailedOutput)
 {
     const ToolRun run = runTool({"show", example, "-o", "/nonexistent/show.txt"});

@@ -26,11 +26,25 @@ void redirect(const std::string& path, int flags, int descriptor)
     close(file);
 }
 
+void redirectToBrokenPipe(int descriptor)
+{
+    int ends[2];
+    if (pipe(ends) != 0 || dup2(ends[1], descriptor) < 0) {
+        _exit(cannotStart);
+    }
+    close(ends[0]);
+    close(ends[1]);
+}
+
 [[noreturn]] void becomeTool(const std::vector<std::string>& arguments, const ToolSetup& setup,
                              const std::string& out, const std::string& err)
 {
     redirect(setup.standardInput, O_RDONLY, STDIN_FILENO);
-    redirect(out, O_WRONLY | O_CREAT, STDOUT_FILENO);
+    if (setup.readerLeft) {
+        redirectToBrokenPipe(STDOUT_FILENO);
+    } else {
+        redirect(out, O_WRONLY | O_CREAT, STDOUT_FILENO);
+    }
     redirect(err, O_WRONLY | O_CREAT, STDERR_FILENO);
     for (const auto& [name, value] : setup.environment) {
         setenv(name.c_str(), value.c_str(), 1);

@@ -20,6 +20,7 @@ struct ToolSetup
     std::string standardInput = "/dev/null";        ///< File to read standard input from.
     std::string standardOutput;                     ///< File to write to instead of catching it.
     std::map<std::string, std::string> environment; ///< Variables to set.
+    bool readerLeft = false;                        ///< Standard output is a pipe without reader.
 };
 
 /// Runs mxtool as a process in the root of the build, where the built examples are, and waits for
