@@ -62,10 +62,10 @@ Json parameterJson(const DeviceReport::Parameter& parameter)
             {"flag_bit_0", parameter.flagBit0},
             {"flag_bit_1", parameter.flagBit1},
             {"place",
-             {{"byte_offset", parameter.byteOffset},
-              {"data_size", parameter.dataSize},
-              {"bit_offset", parameter.bitOffset},
-              {"bit_length", parameter.bitLength}}}};
+             {{"byte_offset", parameter.field.begin()},
+              {"data_size", parameter.field.size()},
+              {"bit_offset", parameter.bitOffset()},
+              {"bit_length", parameter.bitLength()}}}};
 }
 
 Json setJson(const DeviceReport::Set& set)

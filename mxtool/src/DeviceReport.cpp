@@ -1,24 +1,14 @@
 #include "DeviceReport.h"
 
-#include <devices/parser/mx/ByteReaders.h>
-#include <mxfileext/mxfileext.h>
 #include <mxformat/Groups.h>
 
 #include <algorithm>
-#include <array>
 
 namespace mxtool {
 
 namespace {
 
 using devices::parser::mx::Parser_kv38;
-
-constexpr std::size_t flagsOfRecord = 5;
-constexpr std::size_t conversionOfRecord = 6;
-constexpr std::size_t recordSize = 29;
-constexpr std::size_t rangeOfRecord = 8;
-constexpr std::size_t rangeSize = 16; // minimum and maximum
-constexpr std::uint8_t convertedFlag = 0x04;
 
 DeviceReport::Channel makeChannel(const Parser_kv38::ChannelP& channel)
 {
@@ -44,9 +34,9 @@ std::vector<DeviceReport::Option> makeOptions(const Parser_kv38::ParameterP& par
 
 DeviceReport::Parameter makeParameter(const Parser_kv38::ParameterP& parameter)
 {
-    const auto& place = parameter.privateProps;
+    const auto record = mxformat::readParameterRecord(parameter.privateProps.record);
     return {parameter.id,
-            place.channelNumber,
+            record.channel,
             {},
             parameter.name,
             parameter.value,
@@ -57,59 +47,24 @@ DeviceReport::Parameter makeParameter(const Parser_kv38::ParameterP& parameter)
             makeOptions(parameter),
             parameter.flagBit0,
             parameter.flagBit1,
-            (place.record[flagsOfRecord] & convertedFlag) != 0,
-            place.byteOffset,
-            place.dataSize,
-            place.bitOffset,
-            place.bitLength};
-}
-
-// Signed values come sign-extended; of the others only UInt64 reaches the highest bit.
-mxformat::WholeNumber numberIn(const unsigned char* slot, const mxfileext::ParameterValue_t& of)
-{
-    using devices::parser::mx::MxParameterDatatype;
-    const bool isSigned =
-        static_cast<MxParameterDatatype>(of.datatype) != MxParameterDatatype::UInt64;
-    return mxformat::WholeNumber::ofBits(devices::parser::mx::readU64BE(slot), isSigned);
-}
-
-// Value and range as the companion library reads them, before they become texts.
-void addRawValues(const Parser_kv38::ParameterP& parameter, const std::vector<char>& block,
-                  DeviceReport::Parameter& shown)
-{
-    mxfileext::ParameterValue_t decoded{};
-    const auto* const bytes = reinterpret_cast<const unsigned char*>(block.data());
-    mxfileext::getParameterValue(parameter.privateProps.record, block.empty() ? nullptr : bytes,
-                                 &decoded);
-    if (decoded.present) {
-        shown.raw = numberIn(decoded.value, decoded);
-    }
-    shown.rawMin = numberIn(decoded.minimum, decoded);
-    shown.rawMax = numberIn(decoded.maximum, decoded);
-}
-
-// A record without a range has that of its bits.
-void addLimits(const Parser_kv38::ParameterP& parameter, DeviceReport::Parameter& shown)
-{
-    std::array<std::uint8_t, recordSize> record{};
-    std::copy_n(parameter.privateProps.record, rangeOfRecord, record.begin());
-    std::copy(parameter.privateProps.record + rangeOfRecord + rangeSize,
-              parameter.privateProps.record + recordSize,
-              record.begin() + rangeOfRecord + rangeSize);
-    mxfileext::ParameterValue_t limits{};
-    mxfileext::getParameterValue(record.data(), nullptr, &limits);
-    shown.rawLowest = numberIn(limits.minimum, limits);
-    shown.rawHighest = numberIn(limits.maximum, limits);
+            mxformat::isConverted(record.flags),
+            record};
 }
 
 void addParameter(const Parser_kv38::ParameterP& parameter,
                   const mxformat::ConversionTable& conversions, DeviceReport& report)
 {
     DeviceReport::Parameter& shown = report.parameters.emplace_back(makeParameter(parameter));
-    addRawValues(parameter, report.parameterBlock, shown);
-    addLimits(parameter, shown);
+    const mxformat::BlockField& field = shown.field;
+    const std::vector<char>& block = report.parameterBlock;
+    if (field.liesWithin(block.size())) {
+        shown.raw = field.number(field.read(reinterpret_cast<const std::uint8_t*>(block.data())));
+    }
+    const auto [minimum, maximum] = rangeOf(shown.record, field);
+    shown.rawMin = field.number(minimum);
+    shown.rawMax = field.number(maximum);
     if (shown.converted) {
-        shown.scale = conversions.scale(parameter.privateProps.record[conversionOfRecord]);
+        shown.scale = conversions.scale(shown.record.conversion);
     }
 }
 
@@ -149,6 +104,19 @@ void addAttribute(const datamodel::Attribute& attribute,
 
 } // namespace
 
+unsigned DeviceReport::Parameter::bitOffset() const
+{
+    return record.datatype == mxformat::bitFieldDatatype ? record.bitOffset : 0;
+}
+
+unsigned DeviceReport::Parameter::bitLength() const
+{
+    if (record.datatype != mxformat::bitFieldDatatype) {
+        return 0;
+    }
+    return record.bitLength == 0 && record.bitOffset != 0 ? field.bits() : record.bitLength;
+}
+
 const DeviceReport::Option* DeviceReport::Parameter::currentOption() const
 {
     const auto found = std::find_if(options.begin(), options.end(),
@@ -171,9 +139,6 @@ DeviceReport makeReport(const Parser_kv38::DeviceP& device,
     report.label = device.brandLabelName;
     report.deviceTypeId = device.deviceTypeId;
     report.parameterBlock = *device.privateProps.defaultParameterBlock;
-    // The companion library is told the size only: it gets the block with each parameter.
-    mxfileext::initializeModule(report.parameterBlock.data(),
-                                static_cast<unsigned short>(report.parameterBlock.size()));
     for (const auto& attribute : device.attributes) {
         addAttribute(*attribute, conversions, report);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <devices/parser/mx/Parser_kv38.h>
+#include <mxformat/BlockField.h>
 #include <mxformat/ConversionTable.h>
 
 #include <cstdint>
@@ -45,7 +46,7 @@ struct DeviceReport
     struct Parameter
     {
         std::string id;
-        std::uint8_t channelNumber;            ///< 255: of the module itself.
+        std::uint8_t channelNumber;            ///< `moduleLevel`: of the module itself.
         std::vector<std::string> channelNames; ///< Of the channels with that number.
         std::string name;
         std::string value;
@@ -57,18 +58,20 @@ struct DeviceReport
         bool flagBit0;
         bool flagBit1;
         bool converted; ///< Shown and set in physical units.
-        std::uint8_t byteOffset;
-        std::uint8_t dataSize;
-        std::uint8_t bitOffset;
-        std::uint8_t bitLength;
-        std::optional<mxformat::WholeNumber> raw{}; ///< Nothing: it lies outside the image.
+        mxformat::ParameterRecord record;
+        mxformat::BlockField field{record}; ///< Where the value lies in the parameter image.
+        std::optional<mxformat::WholeNumber> raw{}; ///< Nothing: the image does not hold it.
         mxformat::WholeNumber rawMin{};
         mxformat::WholeNumber rawMax{};
-        mxformat::WholeNumber rawLowest{};  ///< The least value that its bits can hold.
-        mxformat::WholeNumber rawHighest{}; ///< The greatest one.
-        mxformat::PhysicalScale scale{};    ///< Factor 1, offset 0 unless `converted`.
+        mxformat::PhysicalScale scale{}; ///< Factor 1, offset 0 unless `converted`.
 
-        bool ofModule() const { return channelNumber == 255; }
+        bool ofModule() const { return channelNumber == mxformat::moduleLevel; }
+
+        /// The bits of a bit field as outputs name them: those that its record states, a length of
+        /// 0 above bit 0 in full. Both are 0 for whole bytes.
+        unsigned bitOffset() const;
+        unsigned bitLength() const;
+
         /// Returns the option that the value stands for, null without one.
         const Option* currentOption() const;
     };

@@ -93,9 +93,10 @@ std::string described(const DeviceReport::Parameter& parameter)
         return count < 2 ? fmt::format("{} {}", what, first)
                          : fmt::format("{}s {} to {}", what, first, first + count - 1);
     };
-    const std::string bits =
-        parameter.bitLength == 0 ? "" : " " + span("bit", parameter.bitOffset, parameter.bitLength);
-    const std::string bytes = span("byte", parameter.byteOffset, parameter.dataSize);
+    const std::string bits = parameter.bitLength() == 0
+                                 ? ""
+                                 : " " + span("bit", parameter.bitOffset(), parameter.bitLength());
+    const std::string bytes = span("byte", parameter.field.begin(), parameter.field.size());
     return fmt::format("parameter \"{}\"{} (#{}, {}{})", parameter.name, owner, parameter.id, bytes,
                        bits);
 }

@@ -193,11 +193,12 @@ TEST_F(PhysicalValues, aBitFieldOutsideItsByteIsInNoRegister)
     const ToolRun run = runTool({"config", path, "--fieldbus", "modbus"});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_THAT(run.err, HasSubstr("\"Flags\" of the module"));
-    EXPECT_THAT(run.err, HasSubstr("its 8 bits from bit 4 lie outside its byte"));
+    EXPECT_THAT(run.err, HasSubstr("its 8 bits from bit 4 leave their byte, bits 0 to 7"));
     EXPECT_EQ(run.out, "");
     const ToolRun decoded = runTool({"config", path, "--fieldbus", "modbus", "--decode", "0100"});
     EXPECT_EQ(decoded.exitCode, 3);
-    EXPECT_THAT(decoded.err, HasSubstr("its bits lie outside its byte"));
+    EXPECT_THAT(decoded.err,
+                HasSubstr("expected none: its 8 bits from bit 4 leave their byte, bits 0 to 7"));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "ParameterText.h"
 #include "Refusal.h"
 #include "ShownText.h"
+#include "config/ParameterPlace.h"
 
 #include <mxauthor/NearestWords.h>
 
@@ -92,8 +93,9 @@ std::vector<std::string> optionTexts(const Parameter& parameter)
 
 std::string limitsOf(const Parameter& parameter)
 {
-    std::string low = parameter.scale.text(parameter.rawLowest);
-    std::string high = parameter.scale.text(parameter.rawHighest);
+    const mxformat::BlockField& field = parameter.field;
+    std::string low = parameter.scale.text(field.number(field.lowest()));
+    std::string high = parameter.scale.text(field.number(field.highest()));
     if (parameter.scale.factor < 0) {
         low.swap(high);
     }
@@ -104,13 +106,13 @@ std::string limitsOf(const Parameter& parameter)
 void requireHeld(const Parameter& parameter, const std::string& value, const std::string& number)
 {
     const auto wanted = Decimal::ofText(number);
-    if (parameter.rawLowest == parameter.rawHighest) {
-        refuse(parameter, value,
-               fmt::format("the parameter has no bits: its bit offset is {}, expected 0 to 7",
-                           parameter.bitOffset));
+    const mxformat::BlockField& field = parameter.field;
+    if (!field.exists()) {
+        refuse(parameter, value, "the parameter has no value: " + faultOfBits(parameter));
     }
     if (wanted && !isShown(parameter, number, *wanted) &&
-        !parameter.scale.nearestRaw(*wanted, parameter.rawLowest, parameter.rawHighest)) {
+        !parameter.scale.nearestRaw(*wanted, field.number(field.lowest()),
+                                    field.number(field.highest()))) {
         refuse(parameter, value,
                fmt::format("{} does not fit, expected {}, all that the parameter can hold",
                            number == value ? "it" : "its number " + number, limitsOf(parameter)));

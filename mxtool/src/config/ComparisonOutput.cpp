@@ -91,8 +91,8 @@ Json deviationJson(const Deviation& one)
             {"register", modbus ? Json(one.place.begin / registerSize) : Json()},
             {"byte", one.place.begin},
             {"size", one.place.size},
-            {"bit_offset", wanted.bitOffset},
-            {"bit_length", wanted.bitLength},
+            {"bit_offset", wanted.bitOffset()},
+            {"bit_length", wanted.bitLength()},
             {"wanted_hex", one.wantedHex()},
             {"read_hex", one.readHex()}};
 }
@@ -118,8 +118,8 @@ CsvRow deviationCells(const Deviation& one)
             valueWithUnit(one.read()),
             std::to_string(one.place.begin),
             std::to_string(one.place.size),
-            std::to_string(wanted.bitOffset),
-            std::to_string(wanted.bitLength),
+            std::to_string(wanted.bitOffset()),
+            std::to_string(wanted.bitLength()),
             one.wantedHex(),
             one.readHex()};
 }

@@ -1,11 +1,9 @@
 #include "config/Configuration.h"
 
-#include "Counted.h"
 #include "ParameterText.h"
 #include "ShownText.h"
 
 #include <fmt/format.h>
-#include <mxformat/BitPlace.h>
 
 #include <set>
 
@@ -18,19 +16,12 @@ using devices::parser::FieldbusType;
 // Why the Modbus registers cannot hold a parameter; empty where they can.
 std::string obstacle(const DeviceReport::Parameter& parameter, std::size_t imageSize)
 {
-    if (!liesWithin(parameter, imageSize)) {
-        return fmt::format("it lies outside the parameter image of {}", counted(imageSize, "byte"));
-    }
-    if (!mxformat::bitPlace(parameter.bitLength, parameter.bitOffset).exists()) {
-        return fmt::format("its {} from bit {} {} outside its byte",
-                           counted(parameter.bitLength, "bit"), parameter.bitOffset,
-                           parameter.bitLength == 1 ? "lies" : "lie");
-    }
-    if (parameter.hasOptionList && parameter.currentOption() == nullptr) {
+    std::string reason = whyNotHeld(parameter, imageSize);
+    if (reason.empty() && parameter.hasOptionList && parameter.currentOption() == nullptr) {
         return fmt::format("its value {} is none of its options {}", parameter.value,
                            toUtf8(acceptedValues(parameter)));
     }
-    return "";
+    return reason;
 }
 
 // The library's text, and every parameter that it may be about.
@@ -109,12 +100,10 @@ void noteUnreadable(const Configuration& configuration, const std::string& place
                     std::vector<Diagnostic>& notes)
 {
     for (const auto& parameter : configuration.device.parameters) {
-        if (!liesWithin(parameter, configuration.image.size())) {
-            notes.push_back({"note", place,
-                             fmt::format("{} lies outside the parameter image of {}",
-                                         toUtf8(described(parameter)),
-                                         counted(configuration.image.size(), "byte")),
-                             ""});
+        const std::string reason = whyNotHeld(parameter, configuration.image.size());
+        if (!reason.empty()) {
+            notes.push_back(
+                {"note", place, toUtf8(described(parameter)) + " has no value: " + reason, ""});
         }
     }
 }

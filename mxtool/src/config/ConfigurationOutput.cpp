@@ -120,8 +120,8 @@ Json rowJson(const PlaceRow& row, const Configuration& configuration)
             {"changed", row.changed},
             {"byte", row.place.begin},
             {"size", row.place.size},
-            {"bit_offset", parameter.bitOffset},
-            {"bit_length", parameter.bitLength},
+            {"bit_offset", parameter.bitOffset()},
+            {"bit_length", parameter.bitLength()},
             {"hex", hexOfBytes(configuration.bytes, row.place.begin, row.place.size)}};
 }
 
@@ -151,8 +151,8 @@ CsvRow parameterCells(const PlaceRow& row, const Configuration& configuration)
             row.changed ? "true" : "false",
             std::to_string(row.place.begin),
             std::to_string(row.place.size),
-            std::to_string(parameter.bitOffset),
-            std::to_string(parameter.bitLength),
+            std::to_string(parameter.bitOffset()),
+            std::to_string(parameter.bitLength()),
             hexOfBytes(configuration.bytes, row.place.begin, row.place.size)};
 }
 

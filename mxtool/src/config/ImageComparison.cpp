@@ -10,23 +10,16 @@ namespace {
 
 using devices::parser::FieldbusType;
 
-unsigned differingBits(const ImageComparison& comparison, std::size_t byte)
-{
-    return static_cast<unsigned char>(comparison.wanted.bytes[byte] ^ comparison.read.bytes[byte]);
-}
-
 bool deviates(const ImageComparison& comparison, const ParameterPlace& place)
 {
-    const bool isRegister = comparison.wanted.fieldbus == FieldbusType::Modbus;
-    const unsigned bits =
-        isRegister ? 0xFFU : maskOf(comparison.wanted.device.parameters[place.parameter]);
-    const std::size_t end = std::min(place.begin + place.size, comparison.wanted.bytes.size());
-    for (std::size_t byte = place.begin; byte < end; ++byte) {
-        if ((differingBits(comparison, byte) & bits) != 0) {
-            return true;
-        }
+    const Configuration& wanted = comparison.wanted;
+    const Configuration& read = comparison.read;
+    if (wanted.fieldbus == FieldbusType::Raw) {
+        return wanted.device.parameters[place.parameter].raw !=
+               read.device.parameters[place.parameter].raw;
     }
-    return false;
+    const char* const registers = wanted.bytes.data() + place.begin;
+    return !std::equal(registers, registers + place.size, read.bytes.data() + place.begin);
 }
 
 } // namespace
@@ -41,7 +34,9 @@ ImageComparison compared(Configuration wanted, Configuration read)
         const std::size_t size = comparison.wanted.bytes.size();
         const auto held = bitsOfParameters(comparison.wanted.device, size);
         for (std::size_t byte = 0; byte < size; ++byte) {
-            if ((differingBits(comparison, byte) & ~unsigned{held[byte]}) != 0) {
+            const auto differing = static_cast<std::uint8_t>(comparison.wanted.bytes[byte] ^
+                                                             comparison.read.bytes[byte]);
+            if ((differing & ~held[byte]) != 0) {
                 comparison.strayBytes.push_back(byte);
             }
         }

@@ -7,9 +7,6 @@
 #include "ShownText.h"
 
 #include <fmt/format.h>
-#include <mxformat/BitPlace.h>
-
-#include <algorithm>
 
 namespace mxtool {
 
@@ -50,39 +47,34 @@ unsigned char rawOption(const RegisterValue& value)
     return options[value.byte(0)].raw;
 }
 
-// Writes the shifted-down `raw` into its bits.
-void writeField(const RegisterValue& value, unsigned raw, char& byte)
+std::uint64_t rawNumber(const RegisterValue& value)
 {
-    const auto place = mxformat::bitPlace(value.parameter.bitLength, value.parameter.bitOffset);
-    const unsigned highest = place.mask() >> place.shift;
-    if (raw > highest) {
-        value.refuse(fmt::format("00 to {:02x}, its {}", highest, counted(place.count, "bit")));
+    std::uint64_t number = 0;
+    for (std::uint32_t i = 0; i < value.parameter.field.size(); ++i) {
+        number = number << 8U | value.byte(i);
     }
-    byte =
-        static_cast<char>((static_cast<unsigned char>(byte) & ~place.mask()) | raw << place.shift);
+    return number;
 }
 
 void writeParameter(const RegisterValue& value, std::vector<char>& image)
 {
     const Parameter& parameter = value.parameter;
-    if (!liesWithin(parameter, image.size())) {
+    const mxformat::BlockField& field = parameter.field;
+    const std::string reason = whyNotHeld(parameter, image.size());
+    if (!reason.empty()) {
+        value.refuse("none: " + reason);
+    }
+    if (parameter.hasOptionList && field.size() > 1) { // an option tells its first byte alone
+        image[field.begin()] = static_cast<char>(rawOption(value));
+        return;
+    }
+    const std::uint64_t raw =
+        field.fromSlot(parameter.hasOptionList ? rawOption(value) : rawNumber(value));
+    if (!field.holds(field.number(raw))) {
         value.refuse(
-            fmt::format("none: it lies outside the image of {}", counted(image.size(), "byte")));
+            fmt::format("00 to {:02x}, its {}", field.highest(), counted(field.bits(), "bit")));
     }
-    if (!mxformat::bitPlace(parameter.bitLength, parameter.bitOffset).exists()) {
-        value.refuse("none: its bits lie outside its byte");
-    }
-    const std::size_t count =
-        parameter.hasOptionList ? std::min<std::size_t>(parameter.dataSize, 1) : parameter.dataSize;
-    for (std::size_t i = 0; i < count; ++i) {
-        const unsigned char byte = parameter.hasOptionList ? rawOption(value) : value.byte(i);
-        char& place = image[parameter.byteOffset + i];
-        if (parameter.bitLength == 0 && parameter.bitOffset == 0) {
-            place = static_cast<char>(byte);
-        } else {
-            writeField(value, byte, place);
-        }
-    }
+    field.write(reinterpret_cast<std::uint8_t*>(image.data()), raw);
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "config/ParameterPlace.h"
 
-#include <mxformat/BitPlace.h>
+#include "Counted.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <tuple>
@@ -17,7 +19,7 @@ std::size_t sizeInRegisters(const Parameter& parameter)
     if (parameter.hasOptionList) {
         return registerSize;
     }
-    return (parameter.dataSize + registerSize - 1) / registerSize * registerSize;
+    return (parameter.field.size() + registerSize - 1) / registerSize * registerSize;
 }
 
 } // namespace
@@ -26,11 +28,11 @@ std::vector<ParameterPlace> placesInImage(const DeviceReport& device)
 {
     std::vector<ParameterPlace> places;
     for (std::size_t i = 0; i < device.parameters.size(); ++i) {
-        const Parameter& parameter = device.parameters[i];
-        places.push_back({i, parameter.byteOffset, parameter.dataSize});
+        const mxformat::BlockField& field = device.parameters[i].field;
+        places.push_back({i, field.begin(), field.size()});
     }
     const auto position = [&device](const ParameterPlace& place) {
-        return std::tuple(place.begin, device.parameters[place.parameter].bitOffset);
+        return std::tuple(place.begin, device.parameters[place.parameter].bitOffset());
     };
     std::stable_sort(places.begin(), places.end(),
                      [&position](const ParameterPlace& a, const ParameterPlace& b) {
@@ -57,24 +59,34 @@ std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device,
     return places;
 }
 
-bool liesWithin(const Parameter& parameter, std::size_t imageSize)
+std::string faultOfBits(const Parameter& parameter)
 {
-    return std::size_t{parameter.byteOffset} + parameter.dataSize <= imageSize;
+    const unsigned length = parameter.record.bitLength;
+    const unsigned offset = parameter.record.bitOffset;
+    if (length == 0) {
+        return fmt::format("its bit offset is {}, expected 0 to 7", offset);
+    }
+    return fmt::format("its {} from bit {} {} byte, bits 0 to 7", counted(length, "bit"), offset,
+                       length == 1 ? "leaves its" : "leave their");
 }
 
-unsigned char maskOf(const Parameter& parameter)
+std::string whyNotHeld(const Parameter& parameter, std::size_t imageSize)
 {
-    return mxformat::bitPlace(parameter.bitLength, parameter.bitOffset).mask();
+    if (!parameter.field.exists()) {
+        return faultOfBits(parameter);
+    }
+    return parameter.field.liesWithin(imageSize)
+               ? ""
+               : "it lies outside the parameter image of " + counted(imageSize, "byte");
 }
 
-std::vector<unsigned char> bitsOfParameters(const DeviceReport& device, std::size_t imageSize)
+std::vector<std::uint8_t> bitsOfParameters(const DeviceReport& device, std::size_t imageSize)
 {
-    std::vector<unsigned char> bits(imageSize);
+    constexpr auto allBits = ~std::uint64_t{0};
+    std::vector<std::uint8_t> bits(imageSize);
     for (const Parameter& parameter : device.parameters) {
-        for (std::size_t i = 0; i < parameter.dataSize; ++i) {
-            if (parameter.byteOffset + i < imageSize) {
-                bits[parameter.byteOffset + i] |= maskOf(parameter);
-            }
+        if (parameter.field.liesWithin(imageSize)) {
+            parameter.field.write(bits.data(), allBits);
         }
     }
     return bits;

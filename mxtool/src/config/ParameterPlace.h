@@ -25,13 +25,14 @@ std::vector<ParameterPlace> placesInImage(const DeviceReport& device);
 std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device,
                                               const std::vector<std::string>& ids);
 
-/// Whether the raw image of `imageSize` bytes holds the parameter.
-bool liesWithin(const DeviceReport::Parameter& parameter, std::size_t imageSize);
+/// Returns what is wrong with the bits of a parameter that has none, such as "its 3 bits from bit 6
+/// leave their byte, bits 0 to 7".
+std::string faultOfBits(const DeviceReport::Parameter& parameter);
 
-/// Returns the bits of each of its bytes that the parameter holds.
-unsigned char maskOf(const DeviceReport::Parameter& parameter);
+/// Returns why the raw image of `imageSize` bytes does not hold the parameter; empty where it does.
+std::string whyNotHeld(const DeviceReport::Parameter& parameter, std::size_t imageSize);
 
 /// Returns the bits of an image of `imageSize` bytes that parameters hold, as a mask for each byte.
-std::vector<unsigned char> bitsOfParameters(const DeviceReport& device, std::size_t imageSize);
+std::vector<std::uint8_t> bitsOfParameters(const DeviceReport& device, std::size_t imageSize);
 
 } // namespace mxtool

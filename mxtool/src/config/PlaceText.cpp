@@ -11,7 +11,8 @@ std::string rangeText(std::size_t begin, std::size_t size)
 
 std::string bitsText(const DeviceReport::Parameter& parameter)
 {
-    return parameter.bitLength == 0 ? "" : rangeText(parameter.bitOffset, parameter.bitLength);
+    return parameter.bitLength() == 0 ? ""
+                                      : rangeText(parameter.bitOffset(), parameter.bitLength());
 }
 
 std::string registersText(const ParameterPlace& place)

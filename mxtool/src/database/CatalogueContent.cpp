@@ -9,12 +9,6 @@ namespace {
 
 using devices::database::ModuleContent;
 
-unsigned widthOf(const DeviceReport::Parameter& parameter)
-{
-    constexpr unsigned bitsOfByte = 8;
-    return parameter.bitLength != 0 ? parameter.bitLength : parameter.dataSize * bitsOfByte;
-}
-
 ModuleContent::Channel channelOf(const DeviceReport::Channel& channel)
 {
     return {channel.number, forTerminal(channel.name), channel.direction, channel.sizeLetter,
@@ -28,7 +22,7 @@ ModuleContent::Parameter parameterOf(const DeviceReport::Parameter& parameter)
     if (!parameter.ofModule()) {
         content.channel = parameter.channelNumber;
     }
-    content.widthBits = widthOf(parameter);
+    content.widthBits = parameter.field.bits();
     content.defaultValue = forTerminal(valueText(parameter));
     content.minimum = forTerminal(minimumDigits(parameter));
     content.maximum = forTerminal(maximumDigits(parameter));

@@ -155,10 +155,9 @@ TEST_F(AcceptedValue, saysWhatMakesANumberNone)
 
 TEST_F(AcceptedValue, bigNumbersAreComparedExactly)
 {
+    level.field = {mxformat::statedPosition(0), 8, 0, 0};
     level.rawMin = {true, 9223372036854775808U};
     level.rawMax = {false, 18446744073709551614U};
-    level.rawLowest = level.rawMin;
-    level.rawHighest = level.rawMax;
     EXPECT_EQ(outcome(level, "18446744073709551614"), "18446744073709551614");
     EXPECT_THAT(outcome(level, "18446744073709551615"), HasSubstr("refused"));
     EXPECT_THAT(outcome(level, "-9223372036854775809"), HasSubstr("refused"));
@@ -166,7 +165,7 @@ TEST_F(AcceptedValue, bigNumbersAreComparedExactly)
 
 TEST_F(AcceptedValue, fitsIntoTheBits)
 {
-    filter.rawHighest = {false, 3};
+    filter.field = {mxformat::statedPosition(0), 5, 2, 0};
     EXPECT_THAT(
         outcome(filter, "slow"),
         HasSubstr("value \"slow\" is not accepted: its number 5 does not fit, expected 0 to "
@@ -181,11 +180,11 @@ TEST_F(AcceptedValue, fitsIntoTheBits)
 
 TEST_F(AcceptedValue, aParameterWithoutBitsHasNone)
 {
-    filter.bitOffset = 8;
-    filter.rawHighest = filter.rawLowest;
+    filter.record.bitOffset = 8;
+    filter.field = {mxformat::statedPosition(0), 5, 0, 8};
     for (const auto check : {ValueCheck::Full, ValueCheck::NumberOnly}) {
         EXPECT_THAT(outcome(filter, "slow", check),
-                    HasSubstr("value \"slow\" is not accepted: the parameter has no bits: its bit "
+                    HasSubstr("value \"slow\" is not accepted: the parameter has no value: its bit "
                               "offset is 8, expected 0 to 7"));
     }
 }
@@ -211,7 +210,7 @@ TEST_F(AcceptedValue, theRangeIsOneOfRawValues)
     gain.scale = {1, 0};
     gain.rawMin = {};
     gain.rawMax = {false, 16777219};
-    gain.rawHighest = {false, 4294967295U};
+    gain.field = {mxformat::statedPosition(0), 6, 0, 0}; // UInt32
     EXPECT_EQ(outcome(gain, "16777219"), "16777219");
     EXPECT_THAT(outcome(gain, "16777220"), HasSubstr("expected a number, 0 to 16777219 V"));
     EXPECT_EQ(outcome(gain, "16777220", ValueCheck::NumberOnly), "16777220");

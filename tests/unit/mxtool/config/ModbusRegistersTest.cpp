@@ -45,6 +45,11 @@ protected:
         return "accepted";
     }
 
+    void setType(std::size_t parameter, std::uint8_t datatype)
+    {
+        device.parameters[parameter].field = {0, datatype, 0, 0};
+    }
+
     TestModule module;
     mxtool::DeviceReport device = module.report();
     std::vector<std::string> ids;
@@ -52,16 +57,16 @@ protected:
 
 TEST_F(ModbusRegisters, standInWholeRegistersBehindEachOther)
 {
-    device.parameters[3].dataSize = 4; // A=B
-    device.parameters[4].dataSize = 3; // X/Y
-    device.parameters[5].dataSize = 0; // Low bits
+    setType(3, 6);  // A=B: UInt32
+    setType(4, 2);  // X/Y: UInt16
+    setType(5, 10); // Low bits: of no datatype
     std::vector<std::pair<std::size_t, std::size_t>> places;
     for (const auto& place : placesInRegisters(device, ids)) {
         places.emplace_back(place.begin, place.size);
     }
     using Pair = std::pair<std::size_t, std::size_t>;
-    EXPECT_THAT(places, ElementsAre(Pair(0, 2), Pair(2, 4), Pair(6, 4), Pair(10, 0), Pair(10, 2),
-                                    Pair(12, 2), Pair(14, 2), Pair(16, 2)));
+    EXPECT_THAT(places, ElementsAre(Pair(0, 2), Pair(2, 4), Pair(6, 2), Pair(8, 0), Pair(8, 2),
+                                    Pair(10, 2), Pair(12, 2), Pair(14, 2)));
 }
 
 TEST_F(ModbusRegisters, giveTheImageBack)
@@ -110,9 +115,9 @@ TEST_F(ModbusRegisters, holdNoMoreThanABitField)
 
 TEST_F(ModbusRegisters, ofAParameterOutsideTheImageStandForNothing)
 {
-    device.parameters[4].byteOffset = 8;
+    device.parameters[4].field = {mxformat::statedPosition(8), 1, 0, 0};
     EXPECT_THAT(refusalOf("0200 ff00 0900 0500 1500 4000 0b00 0c00"),
-                HasSubstr("none: it lies outside the image of 8 bytes"));
+                HasSubstr("none: it lies outside the parameter image of 8 bytes"));
 }
 
 } // namespace

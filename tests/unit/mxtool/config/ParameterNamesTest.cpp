@@ -181,7 +181,7 @@ TEST_F(ParameterNames, aValueThatDoesNotFitIsNoReading)
 {
     device.parameters[0].name = "A";
     device.parameters[0].options[1].text = "B=5"; // of the number 5
-    device.parameters[0].rawHighest = {false, 3};
+    device.parameters[0].field = {mxformat::statedPosition(0), 5, 2, 0};
     EXPECT_THAT(split("A=B=5"), Pair("A=B", "5"));
     EXPECT_THAT(splitAssignment("A=B=5", device, mxtool::ValueCheck::NumberOnly), Pair("A=B", "5"));
 }
@@ -226,11 +226,11 @@ TEST_F(ParameterNames, placesAreStatedInBytesAndBits)
     EXPECT_EQ(mxtool::described(device.parameters[5]), "parameter \"Low bits\" of the module (#" +
                                                            device.parameters[5].id +
                                                            ", byte 4 bits 0 to 2)");
-    device.parameters[1].dataSize = 4;
+    device.parameters[1].field = {mxformat::statedPosition(1), 6, 0, 0};
     EXPECT_EQ(mxtool::described(device.parameters[1]), "parameter \"Level\" of channel 0 AI 1 (#" +
                                                            device.parameters[1].id +
                                                            ", bytes 1 to 4)");
-    device.parameters[5].bitLength = 1;
+    device.parameters[5].record.bitLength = 1;
     EXPECT_THAT(mxtool::described(device.parameters[5]), HasSubstr("byte 4 bit 0)"));
 }
 
