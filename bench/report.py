@@ -7,7 +7,7 @@ UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 # What is compared, with what, and the largest ratio that is promised (None: stated only).
 RATIOS = [
-    ("translation: parse/{}", "translation: floorOfTree/{}", {"small": 1.5, "medium": 1.5, "large": 1.3}),
+    ("translation: parse/{}", "translation: floorOfTree/{}", {"small": 1.3, "medium": 1.2, "large": 1.2}),
     ("translation: parseWithTraceLines/{}", "translation: parse/{}", {"small": None, "medium": None, "large": None}),
     ("loading: loadFile/{}", "loading: oneRead/{}", {"small": 1.2, "medium": 1.2, "large": 1.2}),
     ("process: mxtoolShow/real_time", "process: loadOnly/real_time", {"": 3}),

@@ -1,5 +1,8 @@
 #include "mxformat/WholeNumber.h"
 
+#include <array>
+#include <charconv>
+
 namespace mxformat {
 
 WholeNumber WholeNumber::ofBits(std::uint64_t bits, bool isSigned)
@@ -10,7 +13,10 @@ WholeNumber WholeNumber::ofBits(std::uint64_t bits, bool isSigned)
 
 std::string WholeNumber::text() const
 {
-    return (negative ? "-" : "") + std::to_string(absolute);
+    std::array<char, 21> digits; // a sign and as many as 2^64 - 1 has
+    digits[0] = '-';
+    const auto written = std::to_chars(digits.data() + 1, digits.data() + digits.size(), absolute);
+    return {digits.data() + (negative ? 0 : 1), written.ptr};
 }
 
 WholeNumber WholeNumber::plus(std::uint64_t steps) const

@@ -12,6 +12,8 @@ namespace devices::parser::mx {
 
 namespace {
 
+constexpr std::size_t mostBasicInformation = 19; // static properties and product image
+
 using Attributes = std::vector<std::shared_ptr<datamodel::Attribute>>;
 
 bool isParameterOf(const datamodel::Attribute& attribute, std::uint8_t channelNumber)
@@ -31,6 +33,7 @@ struct SetsOfDevice
 
     explicit SetsOfDevice(const Attributes& all) : attributes(all)
     {
+        basicInformation->members.reserve(mostBasicInformation);
         for (const auto& attribute : attributes) {
             add(*attribute);
         }
@@ -121,6 +124,7 @@ void Parser_kv38::setupReferences()
     place(sets.basicInformation, "basicInformation", *role);
     const auto parameters = std::make_shared<datamodel::Set>();
     place(sets.deviceParameters, "deviceParameter", *parameters);
+    parameters->members.reserve(1 + sets.channelParameters.size());
     for (const auto& set : sets.channelParameters) {
         parameters->members.push_back(decimalText(assignIdAndAddAttribute(set)));
     }
