@@ -9,4 +9,4 @@ parser_mx_test(
             OptionListsTest.cpp
             ParametersTest.cpp
             ReferencesTest.cpp
-    LINK mxparser_kv38 mxparser mxformat)
+    LINK mxparser_kv38 mxparser mxformat text-plain)
