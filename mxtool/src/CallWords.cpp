@@ -2,7 +2,7 @@
 
 #include "FileKind.h"
 
-#include <mxauthor/NearestWords.h>
+#include <text/NearestWords.h>
 
 #include <fmt/format.h>
 
@@ -64,7 +64,7 @@ std::string unknownOption(const CLI::App& program, const std::string& word)
         addLongNames(*verb, names);
     }
     return fmt::format("{} has no option \"{}\"{}", callOf(program), name,
-                       mxauthor::didYouMean(name, names));
+                       text::didYouMean(name, names));
 }
 
 // A file or directory in the place of a verb: what it is, and the verb that takes it.
@@ -92,8 +92,8 @@ Diagnostic unknownVerb(const CLI::App& program, const std::string& word)
     }
     const std::vector<std::string> verbs = verbNames(program);
     return {"error", "",
-            fmt::format("There is no verb \"{}\"{}{}", word, mxauthor::didYouMean(word, verbs),
-                        mxauthor::nearestWords(word, verbs).empty()
+            fmt::format("There is no verb \"{}\"{}{}", word, text::didYouMean(word, verbs),
+                        text::nearestWords(word, verbs).empty()
                             ? fmt::format(", expected one of {}", fmt::join(verbs, ", "))
                             : ""),
             ""};
@@ -205,7 +205,7 @@ void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
 
 std::string notAccepted(const std::string& word, const std::vector<std::string>& accepted)
 {
-    return fmt::format("found \"{}\"{}", word, mxauthor::acceptedWords(word, accepted));
+    return fmt::format("found \"{}\"{}", word, text::acceptedWords(word, accepted));
 }
 
 void acceptOneOf(CLI::Option& option, const std::vector<std::string>& accepted)

@@ -1,6 +1,6 @@
 #include "Csv.h"
 
-#include "ShownText.h"
+#include <text/ShownText.h>
 
 #include <algorithm>
 #include <array>
@@ -33,7 +33,7 @@ bool holdsFormula(const std::string& cell)
 
 std::string csvCell(const std::string& bytes, char separator)
 {
-    std::string cell = guarded(forTerminal(bytes));
+    std::string cell = guarded(text::forTerminal(bytes));
     if (cell.find(separator) == std::string::npos && cell.find('"') == std::string::npos) {
         return cell;
     }

@@ -2,10 +2,10 @@
 
 #include "Csv.h"
 #include "Diagnostic.h"
-#include "ShownText.h"
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
+#include <text/Utf8.h>
 
 #include <algorithm>
 #include <set>
@@ -51,7 +51,7 @@ private:
     std::string cell()
     {
         const bool isQuoted = !atEnd() && content[at] == '"';
-        return unguarded(toUtf8(isQuoted ? quoted() : plain()));
+        return unguarded(text::toUtf8(isQuoted ? quoted() : plain()));
     }
 
     std::string plain()

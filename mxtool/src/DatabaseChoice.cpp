@@ -3,9 +3,8 @@
 #include "CallFiles.h"
 #include "CallWords.h"
 
-#include <mxauthor/NearestWords.h>
-
 #include <CLI/CLI.hpp>
+#include <text/NearestWords.h>
 
 #include <filesystem>
 
@@ -43,7 +42,7 @@ std::string hintForScheme(const std::string& url)
         return "name a file as " + sqliteUrlBegin + url;
     }
     const std::string scheme = url.substr(0, colon);
-    const auto nearest = mxauthor::nearestWords(scheme, {"sqlite", "postgresql"});
+    const auto nearest = text::nearestWords(scheme, {"sqlite", "postgresql"});
     return nearest.empty() || nearest.front() == scheme
                ? ""
                : "did you mean \"" + nearest.front() + ":\"?";

@@ -1,9 +1,10 @@
 #include "DeviceJson.h"
 
 #include "ParameterText.h"
-#include "ShownText.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 namespace mxtool {
 
@@ -11,14 +12,14 @@ namespace {
 
 Json propertyJson(const DeviceReport::Property& property)
 {
-    return {{"id", property.id}, {"name", property.name}, {"value", toUtf8(property.value)}};
+    return {{"id", property.id}, {"name", property.name}, {"value", text::toUtf8(property.value)}};
 }
 
 Json channelJson(const DeviceReport::Channel& channel)
 {
     return {{"id", channel.id},
             {"number", channel.number},
-            {"name", toUtf8(channel.name)},
+            {"name", text::toUtf8(channel.name)},
             {"direction", channel.direction},
             {"symbol", channel.symbol},
             {"size_letter", channel.sizeLetter},
@@ -29,7 +30,7 @@ Json channelJson(const DeviceReport::Channel& channel)
 
 Json optionJson(const DeviceReport::Option& option)
 {
-    return {{"text", toUtf8(option.text)},
+    return {{"text", text::toUtf8(option.text)},
             {"value", option.value},
             {"raw", option.raw},
             {"current", option.current}};
@@ -48,11 +49,11 @@ Json parameterJson(const DeviceReport::Parameter& parameter)
 {
     return {{"id", parameter.id},
             {"channel", parameter.ofModule() ? Json() : Json(parameter.channelNumber)},
-            {"name", toUtf8(parameter.name)},
+            {"name", text::toUtf8(parameter.name)},
             {"value", parameter.value},
             {"digits", valueDigits(parameter)},
-            {"shown", toUtf8(valueWithUnit(parameter))},
-            {"unit", toUtf8(parameter.unit)},
+            {"shown", text::toUtf8(valueWithUnit(parameter))},
+            {"unit", text::toUtf8(parameter.unit)},
             {"min", parameter.min},
             {"max", parameter.max},
             {"min_digits", minimumDigits(parameter)},
@@ -105,13 +106,13 @@ Json jsonSchema(const char* name, int version)
 std::string jsonText(const Json& json)
 {
     constexpr int indent = 2;
-    return harmlessJson(json.dump(indent)) + "\n";
+    return text::harmlessJson(json.dump(indent)) + "\n";
 }
 
 Json deviceJson(const DeviceReport& report)
 {
     return {{"schema", jsonSchema("mxtool.device", 1)},
-            {"label", toUtf8(report.label)},
+            {"label", text::toUtf8(report.label)},
             {"device_type_id", report.deviceTypeId},
             {"properties", listJson(report.properties, propertyJson)},
             {"channels", listJson(report.channels, channelJson)},

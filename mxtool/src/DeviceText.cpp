@@ -2,8 +2,9 @@
 
 #include "Counted.h"
 #include "ParameterText.h"
-#include "ShownText.h"
 #include "TextTable.h"
+
+#include <text/ShownText.h>
 
 #include <fmt/format.h>
 
@@ -99,7 +100,7 @@ std::string setSection(const DeviceReport& report)
 
 std::string deviceText(const DeviceReport& report)
 {
-    return forTerminal(report.label) + " (" + report.deviceTypeId + ")\n" +
+    return text::forTerminal(report.label) + " (" + report.deviceTypeId + ")\n" +
            propertySection(report) + dataSection(report) + channelSection(report) +
            parameterSection(report) + setSection(report);
 }

@@ -1,10 +1,11 @@
 #include "Diagnostic.h"
 
 #include "Progress.h"
-#include "ShownText.h"
 #include "TerminalColour.h"
 
 #include <mxauthor/Utf8.h>
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -33,7 +34,7 @@ const char* colourOf(const std::string& severity)
 // are.
 std::string shown(const std::string& text)
 {
-    return forTerminal(mxauthor::repairedUtf8(text));
+    return text::forTerminal(text::repairedUtf8(text));
 }
 
 } // namespace

@@ -5,12 +5,12 @@
 #include "FileKind.h"
 #include "InputFile.h"
 #include "SourceReport.h"
-#include "TextContent.h"
 
 #include <mxauthor/SourceMap.h>
 
 #include <fmt/format.h>
 #include <text/ControlCharacters.h>
+#include <text/Utf8.h>
 
 namespace mxtool {
 
@@ -27,7 +27,7 @@ constexpr const char* expectedModule = "an mx file or its text form";
 // refused, but as a text.
 bool isText(std::string_view content)
 {
-    return isUtf16(content) || text::countOfControls(content) == 0;
+    return text::isUtf16(content) || text::countOfControls(content) == 0;
 }
 
 } // namespace

@@ -1,7 +1,8 @@
 #include "SourceReport.h"
 
 #include "Diagnostic.h"
-#include "ShownText.h"
+
+#include <text/ShownText.h>
 
 #include <fmt/format.h>
 
@@ -17,7 +18,7 @@ std::string placeInText(const std::string& file, const mxauthor::SourceError& wh
 std::string shownExcerpt(const std::string& source, const mxauthor::SourceError& where)
 {
     const auto excerpt = mxauthor::sourceExcerpt(source, where);
-    return forTerminal(excerpt.line) + "\n" + excerpt.caret + "\n";
+    return text::forTerminal(excerpt.line) + "\n" + excerpt.caret + "\n";
 }
 
 void reportAt(const std::string& file, const std::string& source,

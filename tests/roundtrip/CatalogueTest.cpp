@@ -2,11 +2,10 @@
 
 #include "RoundTripFiles.h"
 
-#include "text/Gzip.h"
-
 #include <mxauthor/MxFile.h>
 
 #include <gmock/gmock.h>
+#include <text/Gzip.h>
 
 #include <fstream>
 #include <set>
@@ -52,7 +51,7 @@ TEST(Catalogue, hasImagesThatAreDrawingsAndAllDifferent)
         if (image == nullptr) {
             continue;
         }
-        const auto drawing = mxauthor::gunzipped(image->bytes.value, 0x100000);
+        const auto drawing = text::gunzipped(image->bytes.value, 0x100000);
         ASSERT_TRUE(drawing) << name;
         EXPECT_EQ(drawing->compare(0, 5, "<svg "), 0) << name;
         drawings.insert(*drawing);

@@ -31,6 +31,33 @@ std::string hexOfBytes(const void* data, std::size_t count, const char* between)
     return text;
 }
 
+std::string toHex(const std::vector<std::uint8_t>& bytes)
+{
+    return hexOfBytes(bytes.data(), bytes.size(), "");
+}
+
+// Poco's HexBinaryDecoder would read on after a digit without its second.
+std::optional<std::vector<std::uint8_t>> fromHex(const std::string& text)
+{
+    std::vector<std::uint8_t> bytes;
+    bool isHigh = true;
+    for (const char c : text) {
+        if (c == ' ' || c == '\n' || c == '\t' || c == '\r') {
+            continue;
+        }
+        const auto digit = hexDigit(c);
+        if (!digit) {
+            return std::nullopt;
+        }
+        if (isHigh) {
+            bytes.push_back(0);
+        }
+        bytes.back() = static_cast<std::uint8_t>(bytes.back() << 4U | *digit);
+        isHigh = !isHigh;
+    }
+    return isHigh ? std::optional(bytes) : std::nullopt;
+}
+
 std::optional<unsigned> hexDigit(char digit)
 {
     if (digit >= '0' && digit <= '9') {

@@ -2,9 +2,9 @@
 #include "check/Checks.h"
 #include "check/Svgz.h"
 #include "mxauthor/Counted.h"
-#include "mxauthor/NearestWords.h"
 
 #include <text/Beginning.h>
+#include <text/NearestWords.h>
 
 #include <algorithm>
 #include <set>
@@ -65,7 +65,7 @@ const Entry* findMisspelt(const Entries& entries, const std::string& key)
             unknown.push_back(entry.key.value);
         }
     }
-    const std::vector<std::string> near = nearestWords(key, unknown);
+    const std::vector<std::string> near = text::nearestWords(key, unknown);
     return near.empty() ? nullptr : findEntry(entries, near.front());
 }
 

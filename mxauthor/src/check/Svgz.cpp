@@ -8,9 +8,8 @@
 #include <Poco/SAX/SAXException.h>
 #include <Poco/SAX/SAXParser.h>
 
+#include <text/Gzip.h>
 #include <text/Hexadecimal.h>
-
-#include <zlib.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -22,7 +21,6 @@ namespace {
 // A few kilobytes may inflate to any size, and the XML reader's time grows with the square of a
 // long name or value.
 constexpr std::size_t imageLimit = std::size_t{1} << 20;
-constexpr int gzipOnly = 16 + MAX_WBITS;
 
 constexpr std::ptrdiff_t judgedBytes = 4096; // enough to tell what the content is
 const std::string gzipMagic = "\x1F\x8B";
@@ -34,74 +32,41 @@ std::string shownBegin(const std::string& content)
     return text::hexOfBytes(content.data(), std::min(shown, content.size()), " ");
 }
 
-class Inflation
+// Throws with what the bytes are instead of gzip data.
+void requireGzip(const Bytes& bytes)
 {
-public:
-    explicit Inflation(const Bytes& bytes) : input(bytes)
-    {
-        stream.next_in = input.data();
-        stream.avail_in = static_cast<uInt>(input.size());
-        if (inflateInit2(&stream, gzipOnly) != Z_OK) {
-            throw std::bad_alloc();
-        }
+    const auto length = std::min<std::ptrdiff_t>(judgedBytes, bytes.end() - bytes.begin());
+    const std::string begin(bytes.begin(), bytes.begin() + length);
+    if (begin.substr(0, gzipMagic.size()) == gzipMagic.substr(0, begin.size())) {
+        return;
     }
-    ~Inflation() { inflateEnd(&stream); }
-    Inflation(const Inflation&) = delete;
-    Inflation& operator=(const Inflation&) = delete;
+    const std::string found = foreignContent(begin);
+    throw std::runtime_error(
+        (found.empty() ? "begins with the bytes " + shownBegin(begin) : "is " + found) +
+        expectedDrawing);
+}
 
-    // Throws with what the bytes are instead, or where they are damaged.
-    std::string text()
-    {
-        requireGzip();
-        std::string all;
-        Bytes chunk(std::size_t{1} << 14);
-        int state = Z_OK;
-        while (state == Z_OK && all.size() <= imageLimit) {
-            stream.next_out = chunk.data();
-            stream.avail_out = static_cast<uInt>(chunk.size());
-            state = inflate(&stream, Z_NO_FLUSH);
-            all.append(chunk.begin(), chunk.end() - stream.avail_out);
-        }
-        requireEnd(state);
-        return all;
+// Returns what the bytes hold. Throws where they are damaged.
+std::string inflated(const Bytes& bytes)
+{
+    using text::Gunzipped;
+    Gunzipped found = text::gunzip(bytes, imageLimit);
+    if (found.end == Gunzipped::End::Longer) {
+        throw std::runtime_error("inflates to more than 1 MiB");
     }
-
-private:
-    void requireGzip() const
-    {
-        const auto length = std::min<std::ptrdiff_t>(judgedBytes, input.end() - input.begin());
-        const std::string begin(input.begin(), input.begin() + length);
-        if (begin.substr(0, gzipMagic.size()) == gzipMagic.substr(0, begin.size())) {
-            return;
-        }
-        const std::string found = foreignContent(begin);
-        throw std::runtime_error(
-            (found.empty() ? "begins with the bytes " + shownBegin(begin) : "is " + found) +
-            expectedDrawing);
+    if (found.end == Gunzipped::End::CutOff) {
+        throw std::runtime_error("the compressed data ends early");
     }
-
-    void requireEnd(int state) const
-    {
-        if (state == Z_OK) {
-            throw std::runtime_error("inflates to more than 1 MiB");
-        }
-        if (state == Z_BUF_ERROR) {
-            throw std::runtime_error("the compressed data ends early");
-        }
-        if (state != Z_STREAM_END) {
-            throw std::runtime_error("the compressed data is damaged in its first " +
-                                     counted(stream.total_in, "byte") +
-                                     (stream.msg == nullptr ? "" : std::string(": ") + stream.msg));
-        }
-        if (stream.avail_in > 0) {
-            throw std::runtime_error(counted(stream.avail_in, "byte") +
-                                     " after the compressed data");
-        }
+    if (found.end == Gunzipped::End::Damaged) {
+        throw std::runtime_error("the compressed data is damaged in its first " +
+                                 counted(found.bytesRead, "byte") +
+                                 (found.reason.empty() ? "" : ": " + found.reason));
     }
-
-    Bytes input; // zlib takes no constant pointer
-    z_stream stream{};
-};
+    if (found.bytesLeft > 0) {
+        throw std::runtime_error(counted(found.bytesLeft, "byte") + " after the compressed data");
+    }
+    return std::move(found.content);
+}
 
 class RootElement : public Poco::XML::DefaultHandler
 {
@@ -133,7 +98,8 @@ std::string svgzProblem(const Bytes& bytes)
 {
     std::string text;
     try {
-        text = Inflation(bytes).text();
+        requireGzip(bytes);
+        text = inflated(bytes);
         const std::string root = rootElement(text);
         return root == "svg" ? "" : "is an XML document of \"" + root + "\", expected \"svg\"";
     } catch (const Poco::Exception& failure) {

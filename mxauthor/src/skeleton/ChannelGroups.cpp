@@ -1,8 +1,9 @@
 #include "ChannelGroups.h"
 
-#include "mxauthor/NearestWords.h"
 #include "mxauthor/Skeleton.h"
 #include "text/TypeWords.h"
+
+#include <text/NearestWords.h>
 
 #include <algorithm>
 #include <charconv>
@@ -76,14 +77,14 @@ void readStatedKind(const std::vector<std::string>& words, ChannelGroup& group)
     group.isInput = upper(words[0]) == "IN";
     group.prefix = group.isInput ? "Input" : "Output";
     if (words.size() != 2) {
-        refuse("\"" + words[0] + "\" asks for one kind" + acceptedWords("", kindWords()));
+        refuse("\"" + words[0] + "\" asks for one kind" + text::acceptedWords("", kindWords()));
     }
     const std::vector<std::string>& kinds = kindWords();
     const auto found = std::find_if(kinds.begin(), kinds.end(), [&words](const auto& kind) {
         return upper(kind) == upper(words[1]);
     });
     if (found == kinds.end()) {
-        refuse("unknown kind \"" + words[1] + "\"" + acceptedWords(words[1], kinds));
+        refuse("unknown kind \"" + words[1] + "\"" + text::acceptedWords(words[1], kinds));
     }
     group.kind = *found;
 }
@@ -105,7 +106,8 @@ void readShortKind(const std::vector<std::string>& words, ChannelGroup& group)
                "\" is more than one kind, a comma separates them: \"3 AI, 2 DO\"");
     }
     accepted.insert(accepted.end(), {"in TYPE", "out TYPE"});
-    refuse("unknown kind of channels \"" + words[0] + "\"" + acceptedWords(words[0], accepted));
+    refuse("unknown kind of channels \"" + words[0] + "\"" +
+           text::acceptedWords(words[0], accepted));
 }
 
 ChannelGroup readGroup(const std::string& part)

@@ -4,13 +4,13 @@
 #include "ParameterLines.h"
 #include "RequiredEntries.h"
 #include "mxauthor/CheckText.h"
-#include "mxauthor/CodePage.h"
 #include "mxauthor/ModuleTypes.h"
 #include "mxauthor/Utf8.h"
 #include "text/Integer.h"
 #include "text/YamlText.h"
 
 #include <text/ControlCharacters.h>
+#include <text/Windows1252.h>
 
 #include <algorithm>
 #include <map>
@@ -89,7 +89,7 @@ std::string readName(const SkeletonRequest& request)
         throw SkeletonError("name", wrong->text);
     }
     std::string rejected;
-    const auto bytes = utf8ToWindows1252(request.name, &rejected);
+    const auto bytes = text::utf8ToWindows1252(request.name, &rejected);
     if (!bytes) {
         throw SkeletonError("name", "\"" + rejected +
                                         "\" is no character of Windows-1252, the code page of mx "

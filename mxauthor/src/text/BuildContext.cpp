@@ -1,6 +1,6 @@
 #include "BuildContext.h"
 
-#include "mxauthor/NearestWords.h"
+#include <text/NearestWords.h>
 
 #include <algorithm>
 
@@ -65,7 +65,7 @@ EntryReference readEntryReference(const YAML::Node& node, const std::vector<Name
     std::vector<std::string> names;
     std::transform(entries.begin(), entries.end(), std::back_inserter(names),
                    [](const NamedEntry& entry) { return entry.name; });
-    errors.add(node, "unknown " + what + " \"" + *word + "\"" + acceptedWords(*word, names));
+    errors.add(node, "unknown " + what + " \"" + *word + "\"" + text::acceptedWords(*word, names));
     return {0, false};
 }
 

@@ -1,12 +1,12 @@
 #include "GroupOrder.h"
 #include "UnreadBytes.h"
-#include "mxauthor/NearestWords.h"
 #include "mxauthor/TextForm.h"
 #include "mxauthor/Utf8.h"
 #include "mxauthor/YamlDocument.h"
 #include "sections/Sections.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <text/NearestWords.h>
 
 namespace mxauthor {
 
@@ -71,7 +71,7 @@ void setChecksums(const YAML::Node& node, MxFile& file, SourceErrors& errors)
         const auto found = std::find_if(file.groups.begin(), file.groups.end(), isMeant);
         if (!id) {
             errors.add(key, "unknown group \"" + key.Scalar() + "\"" +
-                                acceptedWords(key.Scalar(), groupWords()));
+                                text::acceptedWords(key.Scalar(), groupWords()));
         } else if (found == file.groups.end()) {
             errors.add(key, "there is no group \"" + key.Scalar() + "\" in this text");
         } else {

@@ -2,10 +2,10 @@
 
 #include "GroupWords.h"
 #include "Repetitions.h"
-#include "mxauthor/CodePage.h"
 #include "mxauthor/SourceMap.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <text/Windows1252.h>
 
 #include <algorithm>
 #include <map>
@@ -30,7 +30,7 @@ std::string shownText(const Finding& finding)
     } else if (finding.inGroup) {
         text = shownGroup(finding.place.group) + ": " + text;
     }
-    return windows1252ToUtf8(text);
+    return text::windows1252ToUtf8(text);
 }
 
 std::string hintOf(const Finding& finding)

@@ -1,7 +1,8 @@
-#include "ByteText.h"
 #include "UnreadBytes.h"
 #include "mxauthor/TextForm.h"
 #include "sections/Sections.h"
+
+#include <text/Hexadecimal.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -38,7 +39,7 @@ std::string dumpUnreadBytes(const DumpContext& context)
         const Group& group = context.file().groups[i];
         const Bytes* bytes = context.isTyped(i) ? unreadBytes(group.content) : nullptr;
         if (bytes != nullptr && !bytes->empty()) {
-            line.add(groupWord(group.id), yamlQuoted(toHex(*bytes)));
+            line.add(groupWord(group.id), yamlQuoted(text::toHex(*bytes)));
         }
     }
     return line.empty() ? "" : "unread: " + line.text() + "\n";
@@ -83,7 +84,7 @@ std::string dumpOrder(const DumpContext& context)
 std::string dumpTail(const DumpContext& context)
 {
     const Bytes& tail = context.file().tail.value;
-    return tail.empty() ? "" : "tail: " + yamlDigits(toHex(tail), "  ");
+    return tail.empty() ? "" : "tail: " + yamlDigits(text::toHex(tail), "  ");
 }
 
 std::size_t lineCount(const std::string& text)

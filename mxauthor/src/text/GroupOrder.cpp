@@ -1,6 +1,6 @@
 #include "GroupOrder.h"
 
-#include "mxauthor/NearestWords.h"
+#include <text/NearestWords.h>
 
 namespace mxauthor {
 
@@ -66,7 +66,7 @@ void takeWord(const YAML::Node& node, Taker& taker, SourceErrors& errors)
     if (!id && *word != rawWord) {
         std::vector<std::string> words = groupWords();
         words.push_back(rawWord);
-        errors.add(node, "unknown group \"" + *word + "\"" + acceptedWords(*word, words));
+        errors.add(node, "unknown group \"" + *word + "\"" + text::acceptedWords(*word, words));
     } else if (!(id ? taker.take(*id) : taker.takeRaw())) {
         errors.add(node, "there is no (other) group \"" + *word + "\" in this text");
     }

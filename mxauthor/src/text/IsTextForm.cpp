@@ -1,6 +1,7 @@
 #include "FormKeys.h"
-#include "mxauthor/NearestWords.h"
 #include "mxauthor/TextForm.h"
+
+#include <text/NearestWords.h>
 
 #include <algorithm>
 #include <cctype>
@@ -81,7 +82,7 @@ bool hasKeyOfTextForm(const std::string& text)
 {
     const std::vector<std::string> keys = outermostKeys(text);
     return std::any_of(keys.begin(), keys.end(), [](const std::string& key) {
-        return !key.empty() && !nearestWords(key, keysOf("file")).empty();
+        return !key.empty() && !text::nearestWords(key, keysOf("file")).empty();
     });
 }
 

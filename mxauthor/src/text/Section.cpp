@@ -1,10 +1,11 @@
 #include "Section.h"
 
-#include "ByteText.h"
 #include "FormKeys.h"
 #include "Placeholders.h"
-#include "mxauthor/CodePage.h"
-#include "mxauthor/NearestWords.h"
+
+#include <text/Hexadecimal.h>
+#include <text/NearestWords.h>
+#include <text/Windows1252.h>
 
 #include <algorithm>
 #include <set>
@@ -54,7 +55,7 @@ std::string unknownKey(const std::string& name, const YAML::Node& value,
     if (value.IsNull() && name.find_first_of("0123456789") == 0) {
         return text + ", a comma begins another key: numbers have a decimal point";
     }
-    return text + acceptedWords(name, keys);
+    return text + text::acceptedWords(name, keys);
 }
 
 // A key without a value: readers of the value say nothing of their own.
@@ -131,7 +132,7 @@ std::optional<std::string> readText(const YAML::Node& node, SourceErrors& errors
         return std::nullopt;
     }
     std::string rejected;
-    auto bytes = utf8ToWindows1252(*utf8, &rejected);
+    auto bytes = text::utf8ToWindows1252(*utf8, &rejected);
     if (!bytes) {
         errors.add(node, "character \"" + rejected +
                              "\" is not in Windows-1252, the code page of "
@@ -149,7 +150,7 @@ std::optional<Bytes> readHex(const YAML::Node& node, SourceErrors& errors)
     if (!text) {
         return std::nullopt;
     }
-    auto bytes = fromHex(*text);
+    auto bytes = text::fromHex(*text);
     if (!bytes) {
         errors.add(node, "hexadecimal text of whole bytes expected, such as \"00 1f\"");
     }
@@ -237,7 +238,8 @@ Section::Section(const YAML::Node& node, const std::string& mappingName, SourceE
 void Section::noteMisspeltKeys(const std::vector<std::string>& keys)
 {
     for (const std::string& name : unknown) {
-        const std::vector<std::string> nearest = nearestWords(name.substr(0, name.find(':')), keys);
+        const std::vector<std::string> nearest =
+            text::nearestWords(name.substr(0, name.find(':')), keys);
         if (!nearest.empty() && !has(nearest.front())) {
             misspelt.insert(nearest.front());
         }

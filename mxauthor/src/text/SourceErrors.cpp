@@ -3,9 +3,11 @@
 #include "mxauthor/Utf8.h"
 
 #include "Integer.h"
-#include "InvisibleCharacters.h"
 
+#include <text/Beginning.h>
 #include <text/ControlCharacters.h>
+#include <text/InvisibleCharacters.h>
+#include <text/Utf8.h>
 
 #include <algorithm>
 #include <tuple>
@@ -18,12 +20,6 @@ namespace {
 std::string lineAt(const std::string& source, std::size_t start)
 {
     return source.substr(start, source.find('\n', start) - start);
-}
-
-std::size_t characters(const std::string& text)
-{
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return !continuesCharacter(c); }));
 }
 
 // An author who meant quotation marks of YAML has them in the value.
@@ -42,8 +38,8 @@ std::string quotesHint(const YAML::Node& node)
 std::size_t byteOfCharacter(const std::string& text, std::size_t number)
 {
     std::size_t pos = 0;
-    while (pos < text.size() && (number > 0 || continuesCharacter(text[pos]))) {
-        number -= continuesCharacter(text[pos]) ? 0 : 1;
+    while (pos < text.size() && (number > 0 || text::continuesCharacter(text[pos]))) {
+        number -= text::continuesCharacter(text[pos]) ? 0 : 1;
         ++pos;
     }
     return pos;
@@ -62,7 +58,7 @@ SourceErrors::SourceErrors(const std::string& source) : text(source)
 void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
 {
     constexpr std::size_t most = 100; // each may name everything that is accepted
-    if (!append(mark, withInvisibleNamed(what))) {
+    if (!append(mark, text::withInvisibleNamed(what))) {
         return; // the same for each line that a repeat wrote out
     }
     if (errors.size() == most) {
@@ -162,7 +158,7 @@ SourceError SourceErrors::located(const YAML::Mark& mark, const std::string& wha
     // The YAML reader counts columns in bytes.
     const std::string before =
         lineAt(text, lineStarts[line]).substr(0, static_cast<std::size_t>(mark.column));
-    return {line + 1, characters(before) + 1, what, lineStarts[line]};
+    return {line + 1, text::characterCount(before) + 1, what, lineStarts[line]};
 }
 
 bool SourceErrors::Entry::isToldBefore(const Entry& other) const
@@ -196,7 +192,7 @@ SourceExcerpt sourceExcerpt(const std::string& source, const SourceError& error)
     constexpr std::size_t before = 70; // characters shown at most in front of the caret
     constexpr std::size_t widest = 98;
     const std::string whole =
-        repairedUtf8(lineAt(source, std::min(error.lineStart, source.size())));
+        text::repairedUtf8(lineAt(source, std::min(error.lineStart, source.size())));
     const std::size_t caret = error.column - 1;
     const std::size_t first = caret > before ? caret - before : 0;
     const std::size_t from = byteOfCharacter(whole, first);

@@ -1,7 +1,8 @@
 #include "TypeWords.h"
 
 #include "Section.h"
-#include "mxauthor/NearestWords.h"
+
+#include <text/NearestWords.h>
 
 #include <algorithm>
 #include <map>
@@ -52,9 +53,9 @@ std::string unknownType(const std::string& word, const std::vector<std::string>&
         text += ", values are whole numbers, which a conversion turns into physical ones";
     } else if ((meant == bitWord || lowered(meant) == "bit") && &words == &typeWords()) {
         return text + ", a parameter of one bit has {type: Byte, bits: 1}" +
-               acceptedWords("", words);
+               text::acceptedWords("", words);
     }
-    return text + acceptedWords(meant, words);
+    return text + text::acceptedWords(meant, words);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "UnreadBytes.h"
 
-#include "mxauthor/NearestWords.h"
+#include <text/NearestWords.h>
 
 #include <algorithm>
 
@@ -50,7 +50,8 @@ void buildUnreadBytes(const YAML::Node& node, BuildContext& context)
     for (const auto& [key, value] : readMapping(node, context.errors)) {
         const std::string& word = key.Scalar();
         if (std::find(words.begin(), words.end(), word) == words.end()) {
-            context.errors.add(key, "unknown group \"" + word + "\"" + acceptedWords(word, words));
+            context.errors.add(key,
+                               "unknown group \"" + word + "\"" + text::acceptedWords(word, words));
             continue;
         }
         const auto found = context.groups.find(*groupOfWord(word));

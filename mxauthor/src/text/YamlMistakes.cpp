@@ -1,8 +1,8 @@
 #include "YamlMistakes.h"
 
-#include "InvisibleCharacters.h"
 #include "YamlTokens.h"
 
+#include <text/InvisibleCharacters.h>
 #include <yaml-cpp/depthguard.h>
 
 #include <algorithm>
@@ -54,7 +54,7 @@ Found findWrongIndent(const Lines& lines, std::size_t number)
     if (indent < line.size() && line[indent] == '\t') {
         return YamlMistake{markAt(number, indent), "a tab in the indentation, blanks are expected"};
     }
-    const InvisibleCharacter* const character = invisibleAt(line, indent);
+    const text::InvisibleCharacter* const character = text::invisibleAt(line, indent);
     if (character == nullptr) {
         return std::nullopt;
     }

@@ -1,8 +1,7 @@
 #include "YamlText.h"
 
-#include "mxauthor/CodePage.h"
-
 #include <devices/parser/mx/HexText.h>
+#include <text/Windows1252.h>
 
 #include <algorithm>
 #include <set>
@@ -67,7 +66,7 @@ std::string escaped(char c)
     if (byte < 0x20 || byte == 0x7F || (byte >= 0x80 && !isUpperLetter(c))) {
         return "\\x" + devices::parser::mx::u8AsHex(byte);
     }
-    return windows1252ToUtf8(std::string(1, c));
+    return text::windows1252ToUtf8(std::string(1, c));
 }
 
 std::string joined(const std::vector<std::string>& values)
@@ -84,7 +83,7 @@ std::string joined(const std::vector<std::string>& values)
 std::string yamlText(const std::string& bytes)
 {
     if (isPlain(bytes)) {
-        return windows1252ToUtf8(bytes);
+        return text::windows1252ToUtf8(bytes);
     }
     std::string text = "\"";
     for (const char c : bytes) {

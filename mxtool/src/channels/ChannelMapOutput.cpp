@@ -1,8 +1,9 @@
 #include "channels/ChannelMapOutput.h"
 
 #include "Csv.h"
-#include "ShownText.h"
 #include "TextTable.h"
+
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -14,7 +15,7 @@ Json channelJson(const ChannelMap::Channel& channel)
 {
     return {{"id", channel.id},
             {"number", channel.number},
-            {"name", toUtf8(channel.name)},
+            {"name", text::toUtf8(channel.name)},
             {"direction", channel.direction()},
             {"symbol", channel.symbol},
             {"area", std::string(1, channel.area)},
@@ -40,7 +41,7 @@ Json withoutSymbolJson(const ChannelMap& map)
     for (const auto& channel : map.withoutSymbol) {
         channels.push_back({{"id", channel.id},
                             {"number", channel.number},
-                            {"name", toUtf8(channel.name)},
+                            {"name", text::toUtf8(channel.name)},
                             {"direction", channel.direction}});
     }
     return channels;
@@ -92,7 +93,7 @@ std::string channelMapCsv(const ChannelMap& map, const CsvStyle& style)
 
 Json channelMapJson(const ChannelMap& map, const ProcessImage& image)
 {
-    return {{"schema", jsonSchema("mxtool.channels", 1)}, {"label", toUtf8(map.label)},
+    return {{"schema", jsonSchema("mxtool.channels", 1)}, {"label", text::toUtf8(map.label)},
             {"device_type_id", map.deviceTypeId},         {"input", areaJson(image.input)},
             {"output", areaJson(image.output)},           {"channels", channelsJson(map)},
             {"without_symbol", withoutSymbolJson(map)}};

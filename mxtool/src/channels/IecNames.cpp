@@ -1,9 +1,8 @@
 #include "channels/IecNames.h"
 
-#include "ShownText.h"
-#include "TextWidth.h"
-
 #include <text/Beginning.h>
+#include <text/TextWidth.h>
+#include <text/Utf8.h>
 
 #include <algorithm>
 #include <array>
@@ -275,7 +274,7 @@ std::string iecIdentifier(const std::string& bytes)
 {
     std::string identifier;
     bool separated = false;
-    for (const char32_t point : codePoints(text::beginningOf(bytes, bytesLookedAt))) {
+    for (const char32_t point : text::codePoints(text::beginningOf(bytes, bytesLookedAt))) {
         const std::string letters = plainLetters(point);
         const bool needsSeparator = separated && !identifier.empty();
         if (identifier.size() + letters.size() + (needsSeparator ? 1 : 0) > longestIdentifier) {
@@ -296,7 +295,7 @@ std::string iecIdentifier(const std::string& bytes)
 std::string iecCommentText(const std::string& bytes)
 {
     std::string text;
-    for (const char c : labelOf(bytes)) {
+    for (const char c : text::labelOf(bytes)) {
         const char before = text.empty() ? ' ' : text.back();
         if ((before == '*' && c == ')') || (before == '(' && c == '*')) {
             text += ' ';

@@ -1,8 +1,9 @@
 #include "channels/ProcessImage.h"
 
 #include "Counted.h"
-#include "ShownText.h"
-#include "TextWidth.h"
+
+#include <text/ShownText.h>
+#include <text/TextWidth.h>
 
 #include <fmt/format.h>
 
@@ -155,7 +156,7 @@ Area makeArea(const ChannelMap& map, bool input)
             continue;
         }
         const std::size_t index = area.channels.size();
-        area.channels.push_back({labelOf(channel.name), channel.symbol, channel.number,
+        area.channels.push_back({text::labelOf(channel.name), channel.symbol, channel.number,
                                  channel.bits(),
                                  static_cast<unsigned>(index % ProcessImage::colours)});
         if (channel.bits() != 0) {
@@ -204,10 +205,10 @@ std::string shortenedName(const std::string& name, std::size_t columns)
 {
     const std::size_t begin = name.find_last_not_of("0123456789") + 1;
     const std::string number = name.substr(begin);
-    if (columnsOf(name) <= columns || number.size() > columns / 2) {
-        return shortened(name, columns);
+    if (text::columnsOf(name) <= columns || number.size() > columns / 2) {
+        return text::shortened(name, columns);
     }
-    return shortened(name.substr(0, begin), columns - number.size()) + number;
+    return text::shortened(name.substr(0, begin), columns - number.size()) + number;
 }
 
 } // namespace
@@ -224,8 +225,8 @@ std::vector<BitRun> Area::overlaps() const
 
 ProcessImage makeProcessImage(const ChannelMap& map)
 {
-    return {labelOf(map.label) + " (" + forTerminal(map.deviceTypeId) + ")", makeArea(map, true),
-            makeArea(map, false)};
+    return {text::labelOf(map.label) + " (" + text::forTerminal(map.deviceTypeId) + ")",
+            makeArea(map, true), makeArea(map, false)};
 }
 
 std::string dataText(const ChannelMap::Data& data)
@@ -252,7 +253,7 @@ std::string pieceText(const ProcessImage::Channel& channel, const Piece& piece, 
         return shortenedName(channel.name, columns - number.size()) + number;
     }
     const std::string both = channel.name + "  " + channel.symbol;
-    return columnsOf(both) <= columns ? both : shortenedName(channel.name, columns);
+    return text::columnsOf(both) <= columns ? both : shortenedName(channel.name, columns);
 }
 
 std::string runText(const Row& row)

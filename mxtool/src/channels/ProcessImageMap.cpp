@@ -1,7 +1,8 @@
 #include "channels/ProcessImageMap.h"
 
 #include "Counted.h"
-#include "TextWidth.h"
+
+#include <text/TextWidth.h>
 
 #include <fmt/format.h>
 
@@ -45,7 +46,7 @@ std::string pieceCell(const Area& area, const Piece& piece, bool coloured)
 {
     const auto& channel = area.channels[piece.channel];
     const std::size_t width = widthOf(piece.highBit - piece.lowBit + 1);
-    const std::string text = fitted(pieceText(channel, piece, width), width);
+    const std::string text = text::fitted(pieceText(channel, piece, width), width);
     return coloured ? fmt::format("\033[30;48;5;{}m{}\033[0m", backgrounds[channel.colour], text)
                     : text;
 }
@@ -89,7 +90,7 @@ std::string rowLines(const Area& area, const Row& row, bool coloured)
 {
     if (row.count > 1) {
         return fmt::format("{:>{}} {}{}{}\n", "...", byteWidth, border,
-                           fitted(runText(row), widthOf(8)), border);
+                           text::fitted(runText(row), widthOf(8)), border);
     }
     std::string lines;
     for (unsigned lane = 0; lane < row.lanes; ++lane) {
@@ -98,8 +99,9 @@ std::string rowLines(const Area& area, const Row& row, bool coloured)
                              laneLine(area, row, lane, coloured));
     }
     if (row.hidden != 0) {
-        lines += fmt::format("{:>{}}!{}{}{}\n", "", byteWidth, border,
-                             fitted(fmt::format("and {} more", row.hidden), widthOf(8)), border);
+        lines +=
+            fmt::format("{:>{}}!{}{}{}\n", "", byteWidth, border,
+                        text::fitted(fmt::format("and {} more", row.hidden), widthOf(8)), border);
     }
     return lines;
 }

@@ -1,7 +1,8 @@
 #include "channels/ProcessImageSvg.h"
 
 #include "Counted.h"
-#include "TextWidth.h"
+
+#include <text/TextWidth.h>
 
 #include <fmt/format.h>
 
@@ -256,8 +257,8 @@ Legend legendOf(const Area& area)
     std::size_t symbol = 7; // the heading "Address"
     std::size_t name = 7;   // "Channel"
     for (const auto& channel : area.channels) {
-        symbol = std::max(symbol, columnsOf(channel.symbol));
-        name = std::max(name, columnsOf(shortened(channel.name, longestLegendName)));
+        symbol = std::max(symbol, text::columnsOf(channel.symbol));
+        name = std::max(name, text::columnsOf(text::shortened(channel.name, longestLegendName)));
     }
     const std::size_t count = area.channels.size();
     const std::size_t fitting = std::max(leastLegendLines, rowsHeight(area) / lineHeight);
@@ -279,7 +280,7 @@ std::string legendEntry(const Legend& legend, std::size_t left, std::size_t y,
     return rectangle(left, y - baseline + padding, 11, 11,
                      fmt::format("fill=\"{}\" stroke=\"#555\"", fills[channel.colour])) +
            textAt(text, y, channel.symbol) +
-           textAt(text + legend.symbolWidth, y, shortened(channel.name, longestLegendName)) +
+           textAt(text + legend.symbolWidth, y, text::shortened(channel.name, longestLegendName)) +
            textAt(text + legend.symbolWidth + legend.nameWidth, y, std::to_string(channel.number),
                   " class=\"faint\"");
 }
@@ -359,7 +360,7 @@ std::string processImageSvg(const ProcessImage& image)
     const std::size_t keyTop = outputTop + heightOf(image.output) + lineHeight;
     const std::size_t height = keyTop + lineHeight + margin;
     const std::size_t width = std::max({widthOf(image.input), widthOf(image.output),
-                                        2 * margin + letterWidth * columnsOf(image.title)});
+                                        2 * margin + letterWidth * text::columnsOf(image.title)});
     return fmt::format("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{0}\" height=\"{1}\" "
                        "viewBox=\"0 0 {0} {1}\">\n",
                        width, height) +

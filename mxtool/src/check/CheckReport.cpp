@@ -2,11 +2,12 @@
 
 #include "Counted.h"
 #include "Diagnostic.h"
-#include "ShownText.h"
 #include "SourceReport.h"
 #include "TextTable.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -52,8 +53,8 @@ Json entryJson(const CheckReport::Entry& entry)
             {"length", finding.place.length},
             {"group",
              finding.inGroup ? Json(devices::parser::mx::u16AsHex(finding.place.group)) : Json()},
-            {"subject", toUtf8(finding.subject)},
-            {"text", toUtf8(finding.text)}};
+            {"subject", text::toUtf8(finding.subject)},
+            {"text", text::toUtf8(finding.text)}};
 }
 
 Json fileJson(const CheckReport::File& file)
@@ -62,7 +63,7 @@ Json fileJson(const CheckReport::File& file)
     for (const CheckReport::Entry& entry : file.entries) {
         findings.push_back(entryJson(entry));
     }
-    return {{"file", toUtf8(file.name)}, {"findings", findings}};
+    return {{"file", text::toUtf8(file.name)}, {"findings", findings}};
 }
 
 // Every finding, as severe as its rule.
@@ -158,7 +159,7 @@ Json ruleListJson()
         rules.push_back({{"name", rule->name},
                          {"severity", mxauthor::severityName(rule->severity)},
                          {"explanation", rule->explanation},
-                         {"example", toUtf8(rule->example)}});
+                         {"example", text::toUtf8(rule->example)}});
     }
     return {{"schema", jsonSchema("mxtool.check-rules", 1)}, {"rules", rules}};
 }
@@ -167,7 +168,7 @@ std::string ruleText(const CheckRule& rule)
 {
     return fmt::format("{} ({})\n\n{}\n\nExample:\n  {}\n", rule.name,
                        mxauthor::severityName(rule.severity), rule.explanation,
-                       forTerminal(rule.example));
+                       text::forTerminal(rule.example));
 }
 
 } // namespace mxtool

@@ -1,6 +1,6 @@
 #include "check/CheckReport.h"
 
-#include "ShownText.h"
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -22,7 +22,7 @@ Json sarifRules()
         rules.push_back(
             {{"id", rule->name},
              {"fullDescription", {{"text", rule->explanation}}},
-             {"help", {{"text", fmt::format("Example: {}", toUtf8(rule->example))}}},
+             {"help", {{"text", fmt::format("Example: {}", text::toUtf8(rule->example))}}},
              {"defaultConfiguration", {{"level", mxauthor::severityName(rule->severity)}}}});
     }
     return rules;
@@ -83,7 +83,7 @@ Json sarifResult(const std::string& file, const CheckReport::Entry& entry)
     return {{"ruleId", finding.rule->name},
             {"ruleIndex", index},
             {"level", mxauthor::severityName(entry.severity)},
-            {"message", {{"text", toUtf8(messageOf(entry))}}},
+            {"message", {{"text", text::toUtf8(messageOf(entry))}}},
             {"locations", Json::array({location})}};
 }
 

@@ -2,13 +2,12 @@
 
 #include "ParameterText.h"
 #include "Refusal.h"
-#include "ShownText.h"
 #include "config/ParameterPlace.h"
-
-#include <mxauthor/NearestWords.h>
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
+#include <text/NearestWords.h>
+#include <text/Utf8.h>
 
 #include <algorithm>
 #include <optional>
@@ -38,8 +37,9 @@ bool sameNumber(const std::string& a, const std::string& b)
 [[noreturn]] void refuse(const Parameter& parameter, const std::string& value,
                          const std::string& reason)
 {
-    throw Refusal(fmt::format("{}: value \"{}\" is not accepted: {}", toUtf8(described(parameter)),
-                              text::abbreviated(value), reason));
+    throw Refusal(fmt::format("{}: value \"{}\" is not accepted: {}",
+                              text::toUtf8(described(parameter)), text::abbreviated(value),
+                              reason));
 }
 
 // Whether `text`, the number `number`, is what the parameter shows already.
@@ -61,13 +61,13 @@ std::optional<std::string> numberOfText(const Parameter& parameter, const std::s
 {
     std::optional<std::string> number;
     for (const Option& option : parameter.options) {
-        if (toUtf8(option.text) != text) {
+        if (text::toUtf8(option.text) != text) {
             continue;
         }
         if (number && *number != option.value) {
             refuse(parameter, text,
                    fmt::format("several options are called so, expected one of the numbers in {}",
-                               toUtf8(acceptedValues(parameter))));
+                               text::toUtf8(acceptedValues(parameter))));
         }
         number = option.value;
     }
@@ -78,17 +78,17 @@ std::vector<std::string> optionTexts(const Parameter& parameter)
 {
     std::vector<std::string> texts;
     for (const Option& option : parameter.options) {
-        texts.push_back(toUtf8(option.text));
+        texts.push_back(text::toUtf8(option.text));
     }
     return texts;
 }
 
 [[noreturn]] void refuseOption(const Parameter& parameter, const std::string& value)
 {
-    const std::string guess = mxauthor::didYouMean(value, optionTexts(parameter));
+    const std::string guess = text::didYouMean(value, optionTexts(parameter));
     refuse(parameter, value,
            fmt::format("no such option{} Accepted: {}", guess.empty() ? "." : guess,
-                       toUtf8(acceptedValues(parameter))));
+                       text::toUtf8(acceptedValues(parameter))));
 }
 
 std::string limitsOf(const Parameter& parameter)
@@ -128,7 +128,7 @@ void refuseTwoMeanings(const Parameter& parameter, const std::string& value,
                fmt::format("it is the text of option {} and the number of another one, write #{} "
                            "or #{}. Accepted: {}",
                            numberOfItsText, numberOfItsText, value,
-                           toUtf8(acceptedValues(parameter))));
+                           text::toUtf8(acceptedValues(parameter))));
     }
 }
 
@@ -154,7 +154,7 @@ std::string optionNumber(const Parameter& parameter, const std::string& value, V
 // rest of a number stands after a blank.
 std::string withoutUnit(const Parameter& parameter, const std::string& value)
 {
-    const std::string unit = toUtf8(parameter.unit);
+    const std::string unit = text::toUtf8(parameter.unit);
     if (Decimal::ofText(value) || unit.empty() || value.size() <= unit.size() ||
         value.compare(value.size() - unit.size(), unit.size(), unit) != 0) {
         return value;
@@ -187,13 +187,13 @@ std::string numberHint(const Parameter& parameter, const std::string& value)
     const bool hasOtherUnit = end != std::string::npos && text[end] != ',' &&
                               text.compare(0, 2, "0x") != 0 && Decimal::ofText(text.substr(0, end));
     return hasOtherUnit && !parameter.unit.empty()
-               ? fmt::format(", in {} or without a unit", toUtf8(parameter.unit))
+               ? fmt::format(", in {} or without a unit", text::toUtf8(parameter.unit))
                : "";
 }
 
 std::string expectation(const Parameter& parameter, const std::string& value)
 {
-    const std::string unit = parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit);
+    const std::string unit = parameter.unit.empty() ? "" : " " + text::toUtf8(parameter.unit);
     return fmt::format("expected {}, {}{}{}", parameter.converted ? "a number" : "a whole number",
                        acceptedValues(parameter), unit, numberHint(parameter, value));
 }

@@ -3,11 +3,12 @@
 #include "DeviceJson.h"
 #include "HexBytes.h"
 #include "ParameterText.h"
-#include "ShownText.h"
 #include "TextTable.h"
 #include "config/PlaceText.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -80,14 +81,14 @@ Json deviationJson(const Deviation& one)
     const bool modbus = isModbus(one.comparison);
     return {{"id", wanted.id},
             {"channel", wanted.ofModule() ? Json() : Json(wanted.channelNumber)},
-            {"name", toUtf8(wanted.name)},
-            {"unit", toUtf8(wanted.unit)},
+            {"name", text::toUtf8(wanted.name)},
+            {"unit", text::toUtf8(wanted.unit)},
             {"wanted", wanted.value},
             {"wanted_digits", valueDigits(wanted)},
-            {"wanted_shown", toUtf8(valueWithUnit(wanted))},
+            {"wanted_shown", text::toUtf8(valueWithUnit(wanted))},
             {"read", one.read().value},
             {"read_digits", valueDigits(one.read())},
-            {"read_shown", toUtf8(valueWithUnit(one.read()))},
+            {"read_shown", text::toUtf8(valueWithUnit(one.read()))},
             {"register", modbus ? Json(one.place.begin / registerSize) : Json()},
             {"byte", one.place.begin},
             {"size", one.place.size},
@@ -129,7 +130,7 @@ CsvRow deviationCells(const Deviation& one)
 std::string comparisonText(const ImageComparison& comparison)
 {
     const DeviceReport& device = comparison.wanted.device;
-    return forTerminal(device.label) + " (" + device.deviceTypeId + ")\n\n" +
+    return text::forTerminal(device.label) + " (" + device.deviceTypeId + ")\n\n" +
            (comparison.deviations.empty() ? "" : tableOf(comparison) + "\n") + summary(comparison);
 }
 
@@ -159,8 +160,8 @@ std::string comparisonJson(const ImageComparison& comparison, const std::string&
     }
     const DeviceReport& device = comparison.wanted.device;
     return jsonText({{"schema", jsonSchema("mxtool.config-comparison", 1)},
-                     {"file", toUtf8(file)},
-                     {"label", toUtf8(device.label)},
+                     {"file", text::toUtf8(file)},
+                     {"label", text::toUtf8(device.label)},
                      {"device_type_id", device.deviceTypeId},
                      {"fieldbus", isModbus(comparison) ? "modbus" : "raw"},
                      {"same", comparison.isSame()},

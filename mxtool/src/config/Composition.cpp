@@ -2,9 +2,10 @@
 
 #include "ParameterText.h"
 #include "Refusal.h"
-#include "ShownText.h"
 #include "config/ParameterNames.h"
 #include "config/ParameterPlace.h"
+
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -88,7 +89,8 @@ private:
                 return setting.parameter == position;
             });
         if (earlier != settings.end()) {
-            throw Refusal(fmt::format("{} is set twice, first by {}", toUtf8(described(parameter)),
+            throw Refusal(fmt::format("{} is set twice, first by {}",
+                                      text::toUtf8(described(parameter)),
                                       earlier->assignment->place));
         }
         Setting setting{
@@ -110,8 +112,8 @@ private:
                 parameter.hasOptionList || parameter.unit.empty() ? "" : " " + parameter.unit;
             warn("warning", assignment.place,
                  fmt::format("{} is forced to \"{}\", accepted otherwise: {}",
-                             toUtf8(described(parameter)), assignment.value,
-                             toUtf8(acceptedValues(parameter) + unit)));
+                             text::toUtf8(described(parameter)), assignment.value,
+                             text::toUtf8(acceptedValues(parameter) + unit)));
         }
     }
 
@@ -126,7 +128,7 @@ private:
         } catch (const Failure&) {
             throw;
         } catch (const std::runtime_error& failure) {
-            throw Refusal(toUtf8(described(parameter)) + ": " + failure.what());
+            throw Refusal(text::toUtf8(described(parameter)) + ": " + failure.what());
         }
     }
 
@@ -138,7 +140,7 @@ private:
             !parameter.scale.states(*wanted, *parameter.raw)) {
             warn("note", setting.assignment->place,
                  fmt::format("{} is set to {}, the nearest value that the module can hold",
-                             toUtf8(described(parameter)), valueDigits(parameter)));
+                             text::toUtf8(described(parameter)), valueDigits(parameter)));
         }
     }
 
@@ -175,13 +177,13 @@ private:
                 refuse(*found->second->assignment,
                        fmt::format("{}: another value of this call overwrites it with \"{}\": they "
                                    "share bits of the image",
-                                   toUtf8(described(parameter)), valueDigits(parameter)));
+                                   text::toUtf8(described(parameter)), valueDigits(parameter)));
             } else if (found == set.end() && parameter.raw != before.parameters[i].raw) {
                 warn("warning", module.name(),
                      fmt::format("{} changes from {} to {}: it shares bits of the image with a "
                                  "parameter that is set",
-                                 toUtf8(described(parameter)), valueDigits(before.parameters[i]),
-                                 valueDigits(parameter)));
+                                 text::toUtf8(described(parameter)),
+                                 valueDigits(before.parameters[i]), valueDigits(parameter)));
             }
         }
     }

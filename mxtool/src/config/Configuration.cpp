@@ -1,7 +1,8 @@
 #include "config/Configuration.h"
 
 #include "ParameterText.h"
-#include "ShownText.h"
+
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -19,7 +20,7 @@ std::string obstacle(const DeviceReport::Parameter& parameter, std::size_t image
     std::string reason = whyNotHeld(parameter, imageSize);
     if (reason.empty() && parameter.hasOptionList && parameter.currentOption() == nullptr) {
         return fmt::format("its value {} is none of its options {}", parameter.value,
-                           toUtf8(acceptedValues(parameter)));
+                           text::toUtf8(acceptedValues(parameter)));
     }
     return reason;
 }
@@ -35,7 +36,7 @@ std::string obstacle(const DeviceReport::Parameter& parameter, std::size_t image
         const auto& parameter = configuration.device.parameters[place.parameter];
         const std::string reason = obstacle(parameter, configuration.image.size());
         if (!reason.empty() && seen.insert(place.parameter).second && seen.size() <= mostNamed) {
-            all += fmt::format("; {}: {}", toUtf8(described(parameter)), reason);
+            all += fmt::format("; {}: {}", text::toUtf8(described(parameter)), reason);
         }
     }
     if (seen.size() > mostNamed) {
@@ -89,7 +90,7 @@ void noteAbsentParameters(const Configuration& configuration, std::vector<bool> 
     for (std::size_t i = 0; i < isPlaced.size(); ++i) {
         if (!isPlaced[i]) {
             notes.push_back({"note", place,
-                             toUtf8(described(configuration.device.parameters[i])) +
+                             text::toUtf8(described(configuration.device.parameters[i])) +
                                  " is in no Modbus register",
                              ""});
         }
@@ -102,8 +103,8 @@ void noteUnreadable(const Configuration& configuration, const std::string& place
     for (const auto& parameter : configuration.device.parameters) {
         const std::string reason = whyNotHeld(parameter, configuration.image.size());
         if (!reason.empty()) {
-            notes.push_back(
-                {"note", place, toUtf8(described(parameter)) + " has no value: " + reason, ""});
+            notes.push_back({"note", place,
+                             text::toUtf8(described(parameter)) + " has no value: " + reason, ""});
         }
     }
 }

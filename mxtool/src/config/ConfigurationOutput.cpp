@@ -5,11 +5,12 @@
 #include "DeviceJson.h"
 #include "HexBytes.h"
 #include "ParameterText.h"
-#include "ShownText.h"
 #include "TextTable.h"
 #include "config/PlaceText.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -109,14 +110,14 @@ Json rowJson(const PlaceRow& row, const Configuration& configuration)
     const DeviceReport::Parameter& parameter = row.parameter;
     return {{"id", parameter.id},
             {"channel", parameter.ofModule() ? Json() : Json(parameter.channelNumber)},
-            {"name", toUtf8(parameter.name)},
+            {"name", text::toUtf8(parameter.name)},
             {"value", parameter.value},
             {"digits", valueDigits(parameter)},
-            {"shown", toUtf8(valueWithUnit(parameter))},
-            {"unit", toUtf8(parameter.unit)},
+            {"shown", text::toUtf8(valueWithUnit(parameter))},
+            {"unit", text::toUtf8(parameter.unit)},
             {"default", row.standard.value},
             {"default_digits", valueDigits(row.standard)},
-            {"default_shown", toUtf8(valueWithUnit(row.standard))},
+            {"default_shown", text::toUtf8(valueWithUnit(row.standard))},
             {"changed", row.changed},
             {"byte", row.place.begin},
             {"size", row.place.size},
@@ -165,9 +166,9 @@ const char* nameOf(FieldbusType fieldbus)
 
 std::string configurationText(const Configuration& configuration)
 {
-    return forTerminal(configuration.device.label) + " (" + configuration.device.deviceTypeId +
-           ")\n\n" + heading(configuration) + "\n" + hexDump(configuration.bytes) +
-           tableOf(configuration) + "\n" + summary(configuration);
+    return text::forTerminal(configuration.device.label) + " (" +
+           configuration.device.deviceTypeId + ")\n\n" + heading(configuration) + "\n" +
+           hexDump(configuration.bytes) + tableOf(configuration) + "\n" + summary(configuration);
 }
 
 std::string configurationCsv(const Configuration& configuration, const CsvStyle& style)
@@ -196,8 +197,8 @@ std::string configurationJson(const Configuration& configuration, const std::str
         parameters.push_back(rowJson(row, configuration));
     }
     return jsonText({{"schema", jsonSchema("mxtool.config", 1)},
-                     {"file", toUtf8(file)},
-                     {"label", toUtf8(configuration.device.label)},
+                     {"file", text::toUtf8(file)},
+                     {"label", text::toUtf8(configuration.device.label)},
                      {"device_type_id", configuration.device.deviceTypeId},
                      {"fieldbus", nameOf(configuration.fieldbus)},
                      {"size", configuration.bytes.size()},

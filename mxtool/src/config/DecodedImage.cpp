@@ -4,9 +4,10 @@
 #include "HexBytes.h"
 #include "ParameterText.h"
 #include "Refusal.h"
-#include "ShownText.h"
 #include "config/Configuration.h"
 #include "config/ModbusRegisters.h"
+
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -35,7 +36,7 @@ void checkRegisters(const std::vector<char>& registers, const Configuration& aga
                   {"error", place,
                    fmt::format("{}: found {} in byte {} of the registers, expected {} as in its "
                                "other registers, or 00 where there is padding",
-                               toUtf8(described(again.device.parameters[holder->parameter])),
+                               text::toUtf8(described(again.device.parameters[holder->parameter])),
                                hexOfBytes(registers, at, 1), at, hexOfBytes(again.bytes, at, 1)),
                    ""});
 }

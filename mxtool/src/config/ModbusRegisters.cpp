@@ -4,7 +4,8 @@
 #include "HexBytes.h"
 #include "ParameterText.h"
 #include "Refusal.h"
-#include "ShownText.h"
+
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -28,9 +29,10 @@ struct RegisterValue
 
     [[noreturn]] void refuse(const std::string& expected) const
     {
-        throw Refusal(fmt::format(
-            "{}: found {} in byte {} of the registers, expected {}", toUtf8(described(parameter)),
-            hexOfBytes(registers, place.begin, place.size), place.begin, expected));
+        throw Refusal(fmt::format("{}: found {} in byte {} of the registers, expected {}",
+                                  text::toUtf8(described(parameter)),
+                                  hexOfBytes(registers, place.begin, place.size), place.begin,
+                                  expected));
     }
 };
 
@@ -42,7 +44,7 @@ unsigned char rawOption(const RegisterValue& value)
                          ? "no value at all: its option list is empty"
                          : fmt::format("00 00 to {:02x} 00, the position of one of its options {}",
                                        options.size() - 1,
-                                       toUtf8(acceptedValues(value.parameter))));
+                                       text::toUtf8(acceptedValues(value.parameter))));
     }
     return options[value.byte(0)].raw;
 }

@@ -1,10 +1,10 @@
 #include "config/OtherThanValues.h"
 
 #include "FileKind.h"
-#include "TextContent.h"
 
 #include <mxauthor/ForeignContent.h>
 #include <text/ControlCharacters.h>
+#include <text/Utf8.h>
 
 namespace mxtool {
 
@@ -22,7 +22,7 @@ bool isImage(const std::string& content)
 {
     const bool isHexadecimal =
         content.find_first_not_of("0123456789abcdefABCDEFx, \t\r\n") == std::string::npos;
-    return !content.empty() && !isUtf16(content) && (isHexadecimal || isBinary(content));
+    return !content.empty() && !text::isUtf16(content) && (isHexadecimal || isBinary(content));
 }
 
 // What `content` is; empty for what may hold values.

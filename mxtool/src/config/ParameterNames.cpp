@@ -2,13 +2,14 @@
 
 #include "ParameterText.h"
 #include "Refusal.h"
-#include "ShownText.h"
 
-#include <mxauthor/NearestWords.h>
 #include <mxauthor/Utf8.h>
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
+#include <text/NearestWords.h>
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 #include <algorithm>
 #include <iterator>
@@ -25,7 +26,7 @@ bool isIdentifier(const std::string& name)
 
 bool belongsTo(const DeviceReport::Parameter& parameter, const std::string& owner)
 {
-    if (owner == toUtf8(ownerOf(parameter))) {
+    if (owner == text::toUtf8(ownerOf(parameter))) {
         return true;
     }
     const std::string number = std::to_string(parameter.channelNumber);
@@ -33,7 +34,7 @@ bool belongsTo(const DeviceReport::Parameter& parameter, const std::string& owne
     return !parameter.ofModule() &&
            (owner == number ||
             std::any_of(names.begin(), names.end(), [&](const std::string& name) {
-                return owner == toUtf8(name) || owner == number + " " + toUtf8(name);
+                return owner == text::toUtf8(name) || owner == number + " " + text::toUtf8(name);
             }));
 }
 
@@ -42,7 +43,7 @@ bool isCalled(const DeviceReport::Parameter& parameter, const std::string& name)
     if (isIdentifier(name)) {
         return parameter.id == name.substr(1);
     }
-    const std::string own = toUtf8(parameter.name);
+    const std::string own = text::toUtf8(parameter.name);
     if (own == name) {
         return true;
     }
@@ -69,8 +70,8 @@ std::string qualifiedName(const DeviceReport::Parameter& parameter)
     const std::string owner = parameter.ofModule() ? "module"
                               : parameter.channelNames.empty()
                                   ? std::to_string(parameter.channelNumber)
-                                  : toUtf8(parameter.channelNames.front());
-    return owner + "/" + toUtf8(parameter.name);
+                                  : text::toUtf8(parameter.channelNames.front());
+    return owner + "/" + text::toUtf8(parameter.name);
 }
 
 // Whether "NAME=VALUE" with `name` could be taken for a shorter name and a value that begins with
@@ -89,8 +90,8 @@ bool meansAlone(const std::string& name, const DeviceReport::Parameter& paramete
                 const DeviceReport& device)
 {
     const auto found = parametersCalled(name, device);
-    return found.size() == 1 && found.front()->id == parameter.id && forTerminal(name) == name &&
-           !beginsWithAnotherName(name, device);
+    return found.size() == 1 && found.front()->id == parameter.id &&
+           text::forTerminal(name) == name && !beginsWithAnotherName(name, device);
 }
 
 // The nearest names, each in a form that means one parameter.
@@ -99,11 +100,11 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
     constexpr std::size_t mostNames = 3;
     std::vector<std::string> names;
     for (const auto& parameter : device.parameters) {
-        names.push_back(toUtf8(parameter.name));
+        names.push_back(text::toUtf8(parameter.name));
         names.push_back(qualifiedName(parameter));
     }
     std::vector<std::string> offered;
-    for (const std::string& near : mxauthor::nearestWords(name, names)) {
+    for (const std::string& near : text::nearestWords(name, names)) {
         for (const auto* parameter : parametersCalled(near, device)) {
             const std::string called = nameInCalls(*parameter, device);
             if (std::find(offered.begin(), offered.end(), called) == offered.end()) {
@@ -139,7 +140,7 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
     if (!byId.empty()) {
         throw Refusal(
             fmt::format("No parameter is called \"{}\", did you mean \"#{}\"?", name, name),
-            fmt::format("#{} is {}", name, toUtf8(described(*byId.front()))));
+            fmt::format("#{} is {}", name, text::toUtf8(described(*byId.front()))));
     }
     throw Refusal(fmt::format("No parameter is called \"{}\"{}", text::abbreviated(name),
                               nearestNames(name, device)),
@@ -207,8 +208,8 @@ std::string waysOf(const std::vector<Reading>& readings)
     std::vector<std::string> accepted;
     for (const Reading& reading : readings) {
         for (const auto* parameter : reading.parameters) {
-            accepted.push_back(
-                fmt::format("#{} accepts {}", parameter->id, toUtf8(acceptedValues(*parameter))));
+            accepted.push_back(fmt::format("#{} accepts {}", parameter->id,
+                                           text::toUtf8(acceptedValues(*parameter))));
         }
     }
     throw Refusal(fmt::format("\"{}\" can be read in {} ways, no value is accepted: {}", words,
@@ -245,7 +246,7 @@ const DeviceReport::Parameter& parameterCalled(const std::string& name, const De
 
 std::string nameInCalls(const DeviceReport::Parameter& parameter, const DeviceReport& device)
 {
-    for (const std::string& name : {toUtf8(parameter.name), qualifiedName(parameter)}) {
+    for (const std::string& name : {text::toUtf8(parameter.name), qualifiedName(parameter)}) {
         if (meansAlone(name, parameter, device)) {
             return name;
         }

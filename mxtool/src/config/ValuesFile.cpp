@@ -4,7 +4,6 @@
 #include "FormatOfName.h"
 #include "HexBytes.h"
 #include "Refusal.h"
-#include "ShownText.h"
 #include "SourceReport.h"
 #include "config/OtherThanValues.h"
 #include "config/ValuesCsv.h"

@@ -3,10 +3,12 @@
 #include "DeviceJson.h"
 #include "ParameterText.h"
 #include "Refusal.h"
-#include "ShownText.h"
 #include "ValuesComment.h"
 #include "config/AcceptedValue.h"
 #include "config/ParameterNames.h"
+
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -47,10 +49,10 @@ bool isPlain(const std::string& text)
 // A scalar of YAML: plain where that is safe, else in double quotes, which JSON has as well.
 std::string scalar(const std::string& utf8)
 {
-    if (!utf8.empty() && forTerminal(utf8) == utf8 && isPlain(utf8)) {
+    if (!utf8.empty() && text::forTerminal(utf8) == utf8 && isPlain(utf8)) {
         return utf8;
     }
-    return harmlessJson(Json(utf8).dump());
+    return text::harmlessJson(Json(utf8).dump());
 }
 
 // The value as a call takes it back: an option by its text where that means it alone.
@@ -58,10 +60,10 @@ std::string valueInCalls(const Parameter& parameter)
 {
     if (!parameter.hasOptionList) {
         return valueDigits(parameter) +
-               (parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit));
+               (parameter.unit.empty() ? "" : " " + text::toUtf8(parameter.unit));
     }
     const auto* option = parameter.currentOption();
-    std::string text = option != nullptr ? toUtf8(option->text) : "";
+    std::string text = option != nullptr ? text::toUtf8(option->text) : "";
     try {
         if (option != nullptr &&
             acceptedValue(parameter, text, ValueCheck::Full) == parameter.value) {
@@ -77,8 +79,8 @@ std::string optionsText(const Parameter& parameter)
 {
     std::string text;
     for (const auto& option : parameter.options) {
-        text +=
-            fmt::format("{}{} = #{}", text.empty() ? "" : " | ", toUtf8(option.text), option.value);
+        text += fmt::format("{}{} = #{}", text.empty() ? "" : " | ", text::toUtf8(option.text),
+                            option.value);
     }
     return text.empty() ? "no option" : text;
 }
@@ -86,13 +88,13 @@ std::string optionsText(const Parameter& parameter)
 std::string rangeText(const Parameter& parameter)
 {
     return fmt::format("{}{}", acceptedValues(parameter),
-                       parameter.unit.empty() ? "" : " " + toUtf8(parameter.unit));
+                       parameter.unit.empty() ? "" : " " + text::toUtf8(parameter.unit));
 }
 
 // What may be written in place of the value.
 std::string comment(const Parameter& parameter, const Parameter& standard)
 {
-    return forTerminal(
+    return text::forTerminal(
         valuesComment(parameter.hasOptionList ? optionsText(parameter) : rangeText(parameter),
                       valueInCalls(standard), isInRange(parameter) ? "" : "takes --force"));
 }
@@ -108,14 +110,15 @@ std::string lines(const std::string& key, const Parameter& parameter, const Para
 // A file whose map is called "schema" is one that `config` has written as JSON.
 bool isUsable(const std::string& key)
 {
-    return key != "schema" && forTerminal(key) == key;
+    return key != "schema" && text::forTerminal(key) == key;
 }
 
 bool namesEach(const std::string& owner, const Parameters& parameters, const DeviceReport& device)
 {
     return isUsable(owner) &&
            std::all_of(parameters.begin(), parameters.end(), [&](const Parameter* parameter) {
-               const auto found = parametersCalled(owner + "/" + toUtf8(parameter->name), device);
+               const auto found =
+                   parametersCalled(owner + "/" + text::toUtf8(parameter->name), device);
                return found.size() == 1 && found.front() == parameter;
            });
 }
@@ -125,7 +128,7 @@ std::string groupName(const Parameters& parameters, const DeviceReport& device)
 {
     std::vector<std::string> owners;
     for (const std::string& name : parameters.front()->channelNames) {
-        owners.push_back(toUtf8(name));
+        owners.push_back(text::toUtf8(name));
     }
     owners.push_back(std::to_string(parameters.front()->channelNumber));
     const auto found = std::find_if(owners.begin(), owners.end(), [&](const std::string& owner) {
@@ -144,9 +147,9 @@ public:
         const std::string name = groupName(parameters, configuration.device);
         std::string text = name.empty() ? "" : "\n" + scalar(name) + ":\n";
         for (const Parameter* parameter : parameters) {
-            text += name.empty()
-                        ? "\n" + alone(*parameter)
-                        : lines(toUtf8(parameter->name), *parameter, standard(*parameter), "  ");
+            text += name.empty() ? "\n" + alone(*parameter)
+                                 : lines(text::toUtf8(parameter->name), *parameter,
+                                         standard(*parameter), "  ");
         }
         return text;
     }
@@ -156,8 +159,8 @@ private:
     {
         const std::string name = nameInCalls(parameter, configuration.device);
         const std::string owner = name[0] == '#'
-                                      ? fmt::format("{} of {}: ", forTerminal(parameter.name),
-                                                    forTerminal(ownerOf(parameter)))
+                                      ? fmt::format("{} of {}: ", text::forTerminal(parameter.name),
+                                                    text::forTerminal(ownerOf(parameter)))
                                       : "";
         return lines(isUsable(name) ? name : "#" + parameter.id, parameter, standard(parameter), "",
                      owner);
@@ -179,7 +182,7 @@ std::string configurationValues(const Configuration& configuration)
 {
     const DeviceReport& device = configuration.device;
     std::string text = valuesTitle(
-        fmt::format("{} ({}){}", forTerminal(device.label), device.deviceTypeId,
+        fmt::format("{} ({}){}", text::forTerminal(device.label), device.deviceTypeId,
                     configuration.changedOnly ? ": what differs from the defaults" : ""));
     const ValuesWriter writer(configuration);
     Parameters group;

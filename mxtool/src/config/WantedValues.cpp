@@ -2,12 +2,13 @@
 
 #include "Diagnostic.h"
 #include "Refusal.h"
-#include "ShownText.h"
 #include "config/ModuleIdentity.h"
 #include "config/ParameterNames.h"
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 #include <algorithm>
 #include <iterator>
@@ -45,7 +46,7 @@ std::string meantBy(const Assignment& assignment, const DeviceReport& device)
 // Whether a table names `parameter` so: as it is, or as a cell spells control characters.
 bool isNamedSo(const std::string& name, const DeviceReport::Parameter& parameter)
 {
-    return name == toUtf8(parameter.name) || name == forTerminal(parameter.name);
+    return name == text::toUtf8(parameter.name) || name == text::forTerminal(parameter.name);
 }
 
 // An identifier counts parameters, so another version of a module gives it to another one.
@@ -62,7 +63,7 @@ void requireStatedNames(const std::vector<Assignment>& assignments, const Device
                        fmt::format("Found \"{}\" as the name of parameter {}, expected \"{}\": the "
                                    "table is of another version of the module",
                                    text::abbreviated(assignment.statedName), assignment.name,
-                                   toUtf8(found.front()->name)),
+                                   text::toUtf8(found.front()->name)),
                        "without the column id the rows go by their names"});
     }
 }

@@ -3,7 +3,6 @@
 #include "Counted.h"
 #include "HexBytes.h"
 #include "Refusal.h"
-#include "ShownText.h"
 #include "config/Configuration.h"
 #include "config/DecodedImage.h"
 #include "config/ModuleIdentity.h"

@@ -1,7 +1,8 @@
 #include "database/CatalogueContent.h"
 
 #include "ParameterText.h"
-#include "ShownText.h"
+
+#include <text/ShownText.h>
 
 namespace mxtool {
 
@@ -11,24 +12,25 @@ using devices::database::ModuleContent;
 
 ModuleContent::Channel channelOf(const DeviceReport::Channel& channel)
 {
-    return {channel.number, forTerminal(channel.name), channel.direction, channel.sizeLetter,
+    return {channel.number, text::forTerminal(channel.name), channel.direction, channel.sizeLetter,
             channel.symbol};
 }
 
 ModuleContent::Parameter parameterOf(const DeviceReport::Parameter& parameter)
 {
     ModuleContent::Parameter content;
-    content.name = forTerminal(parameter.name);
+    content.name = text::forTerminal(parameter.name);
     if (!parameter.ofModule()) {
         content.channel = parameter.channelNumber;
     }
     content.widthBits = parameter.field.bits();
-    content.defaultValue = forTerminal(valueText(parameter));
-    content.minimum = forTerminal(minimumDigits(parameter));
-    content.maximum = forTerminal(maximumDigits(parameter));
-    content.unit = forTerminal(parameter.unit);
+    content.defaultValue = text::forTerminal(valueText(parameter));
+    content.minimum = text::forTerminal(minimumDigits(parameter));
+    content.maximum = text::forTerminal(maximumDigits(parameter));
+    content.unit = text::forTerminal(parameter.unit);
     for (const DeviceReport::Option& option : parameter.options) {
-        content.options.push_back({forTerminal(option.text), forTerminal(option.value)});
+        content.options.push_back(
+            {text::forTerminal(option.text), text::forTerminal(option.value)});
     }
     return content;
 }
@@ -38,8 +40,8 @@ ModuleContent::Parameter parameterOf(const DeviceReport::Parameter& parameter)
 ModuleContent catalogueContent(const DeviceReport& device)
 {
     ModuleContent content;
-    content.label = forTerminal(device.label);
-    content.orderCode = forTerminal(device.property("brandOrderCode"));
+    content.label = text::forTerminal(device.label);
+    content.orderCode = text::forTerminal(device.property("brandOrderCode"));
     for (const DeviceReport::Channel& channel : device.channels) {
         content.channels.push_back(channelOf(channel));
     }

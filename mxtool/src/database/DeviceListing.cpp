@@ -3,10 +3,10 @@
 #include "Counted.h"
 #include "Csv.h"
 #include "DeviceJson.h"
-#include "ShownText.h"
 #include "TextTable.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -31,9 +31,9 @@ std::vector<std::string> cellsOf(const ModuleSummary& module)
 
 Json jsonOf(const DeviceProperties& record)
 {
-    return {{"module_id", toUtf8(record.moduleIdText)},
-            {"family", toUtf8(record.family)},
-            {"label", toUtf8(record.brandLabelName)},
+    return {{"module_id", text::toUtf8(record.moduleIdText)},
+            {"family", text::toUtf8(record.family)},
+            {"label", text::toUtf8(record.brandLabelName)},
             {"in_bytes", record.inDataSize},
             {"out_bytes", record.outDataSize},
             {"parameter_block", bufferAsHex(*record.defaultParameterBlock)},

@@ -1,11 +1,9 @@
 #include "database/ModuleFilter.h"
 
-#include "ShownText.h"
-
-#include <mxauthor/NearestWords.h>
-
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
+#include <text/NearestWords.h>
+#include <text/ShownText.h>
 
 #include <algorithm>
 #include <array>
@@ -65,7 +63,7 @@ const ModuleField& fieldOf(const std::string& text, const std::string& name)
             return field;
         }
     }
-    refuse(text, "names no field" + mxauthor::acceptedWords(name, fieldNames()));
+    refuse(text, "names no field" + text::acceptedWords(name, fieldNames()));
 }
 
 // Blanks belong to a text, which may begin or end with them. One is put after an operator that has
@@ -108,12 +106,13 @@ ModuleCondition moduleCondition(const std::string& text)
         refuse(text, "compares " + field.name + " with \"" + trimmed(value) +
                          "\", expected a whole number");
     }
-    return {field.name, found->comparison, field.isNumber ? trimmed(value) : forTerminal(value)};
+    return {field.name, found->comparison,
+            field.isNumber ? trimmed(value) : text::forTerminal(value)};
 }
 
 std::vector<std::string> searchWords(const std::string& text)
 {
-    std::istringstream stream(forTerminal(text));
+    std::istringstream stream(text::forTerminal(text));
     return {std::istream_iterator<std::string>(stream), {}};
 }
 

@@ -3,7 +3,8 @@
 #include "Diagnostic.h"
 #include "OutputFile.h"
 #include "Progress.h"
-#include "ShownText.h"
+
+#include <text/ShownText.h>
 
 #include <fmt/format.h>
 
@@ -110,7 +111,7 @@ std::size_t reportWithoutFile(const std::vector<ModuleSummary>& modules)
     std::vector<std::string> ids;
     for (const ModuleSummary& module : modules) {
         if (module.mxFileSize == 0) {
-            ids.push_back(forTerminal(module.moduleIdText));
+            ids.push_back(text::forTerminal(module.moduleIdText));
         }
     }
     if (ids.empty()) {

@@ -1,6 +1,7 @@
 #include "diff/DiffOutput.h"
 
-#include "ShownText.h"
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -25,15 +26,17 @@ std::string differenceLine(const Difference& difference, bool coloured)
     const std::string shown =
         coloured ? fmt::format("\033[{}m{}\033[0m", colourOf(difference.effect), effect) : effect;
     const std::string& where = difference.subject.empty() ? difference.area : difference.subject;
-    return fmt::format("{}  {}: {}\n", shown, forTerminal(where), forTerminal(difference.text));
+    return fmt::format("{}  {}: {}\n", shown, text::forTerminal(where),
+                       text::forTerminal(difference.text));
 }
 
 std::string verdict(const mxauthor::Comparison& comparison, const std::string& before,
                     const std::string& after)
 {
     return fmt::format("a parameter image stored for {} stays valid for {}: {}, because {}\n",
-                       forTerminal(before), forTerminal(after),
-                       comparison.imageStaysValid ? "yes" : "no", forTerminal(comparison.because));
+                       text::forTerminal(before), text::forTerminal(after),
+                       comparison.imageStaysValid ? "yes" : "no",
+                       text::forTerminal(comparison.because));
 }
 
 Json differenceJson(const Difference& difference)
@@ -41,8 +44,8 @@ Json differenceJson(const Difference& difference)
     return {{"effect", mxauthor::effectName(difference.effect)},
             {"breaks_parameter_image", difference.breaksImage},
             {"area", difference.area},
-            {"subject", toUtf8(difference.subject)},
-            {"text", toUtf8(difference.text)}};
+            {"subject", text::toUtf8(difference.subject)},
+            {"text", text::toUtf8(difference.text)}};
 }
 
 } // namespace
@@ -69,12 +72,12 @@ Json diffJson(const mxauthor::Comparison& comparison, const std::string& before,
         differences.push_back(differenceJson(difference));
     }
     return {{"schema", jsonSchema("mxtool.diff", 1)},
-            {"before", toUtf8(before)},
-            {"after", toUtf8(after)},
+            {"before", text::toUtf8(before)},
+            {"after", text::toUtf8(after)},
             {"same", comparison.differences.empty()},
             {"differences", differences},
             {"parameter_image_stays_valid", comparison.imageStaysValid},
-            {"because", toUtf8(comparison.because)}};
+            {"because", text::toUtf8(comparison.because)}};
 }
 
 } // namespace mxtool

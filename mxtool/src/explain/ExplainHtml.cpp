@@ -1,5 +1,6 @@
-#include "ShownText.h"
 #include "explain/ExplainOutput.h"
+
+#include <text/ShownText.h>
 
 #include <fmt/format.h>
 
@@ -34,7 +35,7 @@ nav a { margin-right: 1em; white-space: nowrap; }
 std::string escaped(const std::string& text)
 {
     std::string html;
-    for (const char c : forTerminal(text)) {
+    for (const char c : text::forTerminal(text)) {
         switch (c) {
         case '&':
             html += "&amp;";

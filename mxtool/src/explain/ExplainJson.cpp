@@ -1,7 +1,7 @@
-#include "ShownText.h"
 #include "explain/ExplainOutput.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <text/Utf8.h>
 
 namespace mxtool {
 
@@ -18,7 +18,7 @@ Json valueJson(const ExplainedPart& part)
     case ExplainedPart::Kind::Number:
         return part.place.length > 4 ? Json(part.value) : Json(std::stoul(part.value));
     case ExplainedPart::Kind::Text:
-        return toUtf8(part.value);
+        return text::toUtf8(part.value);
     default:
         return {};
     }
@@ -31,11 +31,16 @@ Json indexJson(int index)
 
 Json partJson(const ExplainedFile& file, const ExplainedPart& part)
 {
-    return {{"offset", part.place.offset},     {"length", part.place.length},
-            {"group", indexJson(part.group)},  {"record", indexJson(part.record)},
-            {"subject", toUtf8(part.subject)}, {"field", part.field},
-            {"value", valueJson(part)},        {"bytes", hexOfPart(file, part)},
-            {"meaning", toUtf8(part.meaning)}, {"read", part.isRead}};
+    return {{"offset", part.place.offset},
+            {"length", part.place.length},
+            {"group", indexJson(part.group)},
+            {"record", indexJson(part.record)},
+            {"subject", text::toUtf8(part.subject)},
+            {"field", part.field},
+            {"value", valueJson(part)},
+            {"bytes", hexOfPart(file, part)},
+            {"meaning", text::toUtf8(part.meaning)},
+            {"read", part.isRead}};
 }
 
 Json groupJson(const ExplainedGroup& group)
@@ -61,7 +66,7 @@ Json explainJson(const ExplainedFile& file)
     }
     const auto& failure = file.explanation.failure;
     return {{"schema", jsonSchema("mxtool.explain", 1)},
-            {"file", toUtf8(file.name)},
+            {"file", text::toUtf8(file.name)},
             {"size", file.bytes.size()},
             {"groups", groups},
             {"parts", parts},

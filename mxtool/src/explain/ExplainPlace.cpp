@@ -1,11 +1,12 @@
 #include "Counted.h"
 #include "Refusal.h"
-#include "ShownText.h"
 #include "TextTable.h"
 #include "explain/ExplainOutput.h"
 
 #include <devices/parser/mx/HexText.h>
-#include <mxauthor/NearestWords.h>
+#include <text/NearestWords.h>
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -49,7 +50,7 @@ const ExplainedPart& partAt(const ExplainedFile& file, std::size_t offset)
 
 std::string line(const char* what, const std::string& text)
 {
-    return text.empty() ? "" : fmt::format("{:<8} {}\n", what, forTerminal(text));
+    return text.empty() ? "" : fmt::format("{:<8} {}\n", what, text::forTerminal(text));
 }
 
 std::string groupLine(const ExplainedFile& file, const ExplainedPart& part)
@@ -72,7 +73,7 @@ std::vector<const NamedPlace*> placesOf(const ExplainedFile& file, const std::st
 {
     std::vector<const NamedPlace*> found;
     for (const NamedPlace& place : file.explanation.names) {
-        if (toUtf8(place.name) == toUtf8(name)) {
+        if (text::toUtf8(place.name) == text::toUtf8(name)) {
             found.push_back(&place);
         }
     }
@@ -100,10 +101,10 @@ std::string explainName(const ExplainedFile& file, const std::string& name)
     if (found.empty()) {
         std::set<std::string> names;
         for (const NamedPlace& place : file.explanation.names) {
-            names.insert(toUtf8(place.name));
+            names.insert(text::toUtf8(place.name));
         }
         throw Refusal("No parameter, channel or text is called \"" + name + "\"" +
-                      mxauthor::didYouMean(name, {names.begin(), names.end()}));
+                      text::didYouMean(name, {names.begin(), names.end()}));
     }
     TextTable table({"What", "Group", "Offset", "Bytes"});
     for (const NamedPlace* place : found) {

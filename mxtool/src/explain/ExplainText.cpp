@@ -1,10 +1,9 @@
 #include "explain/ExplainOutput.h"
 
 #include "HexBytes.h"
-#include "ShownText.h"
-#include "TextWidth.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <text/ShownText.h>
 
 #include <fmt/format.h>
 
@@ -68,14 +67,14 @@ std::string hexOfPart(const ExplainedFile& file, const ExplainedPart& part)
 std::string valueOfPart(const ExplainedPart& part)
 {
     if (part.kind == ExplainedPart::Kind::Text) {
-        return "\"" + forTerminal(part.value) + "\"";
+        return "\"" + text::forTerminal(part.value) + "\"";
     }
     return part.value;
 }
 
 std::string meaningOfPart(const ExplainedPart& part)
 {
-    std::string meaning = forTerminal(part.meaning);
+    std::string meaning = text::forTerminal(part.meaning);
     if (part.isRead) {
         return meaning;
     }
@@ -102,7 +101,7 @@ std::string explainText(const ExplainedFile& file, bool coloured)
         const bool begins =
             previous == nullptr || previous->record != part.record || previous->group != part.group;
         if (begins && !part.subject.empty()) {
-            text += inColour(" " + forTerminal(part.subject), "36", coloured) + "\n";
+            text += inColour(" " + text::forTerminal(part.subject), "36", coloured) + "\n";
         }
         text += partLines(file, part, coloured);
         previous = &part;

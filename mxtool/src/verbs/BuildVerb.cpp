@@ -3,11 +3,11 @@
 #include "FileKind.h"
 #include "InputFile.h"
 #include "OutputFile.h"
-#include "ShownText.h"
 #include "SourceReport.h"
 #include "Verbs.h"
 
 #include <mxauthor/CheckText.h>
+#include <text/ShownText.h>
 
 #include <fmt/format.h>
 
@@ -185,7 +185,7 @@ void writeBuilt(const std::vector<Output>& outputs, const BuildOptions& options,
     std::string lines;
     for (const Output& output : outputs) {
         if (output.path != "-") {
-            lines += fmt::format("{}: {}\n", forTerminal(output.path),
+            lines += fmt::format("{}: {}\n", text::forTerminal(output.path),
                                  counted(output.content.size(), "byte"));
         }
     }

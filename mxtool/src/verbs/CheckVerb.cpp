@@ -6,7 +6,7 @@
 #include "check/CheckReport.h"
 #include "check/MxFilesOf.h"
 
-#include <mxauthor/NearestWords.h>
+#include <text/NearestWords.h>
 
 #include <unistd.h>
 
@@ -44,7 +44,7 @@ void requireRule(const std::string& option, const std::string& name)
     for (const mxauthor::CheckRule* rule : mxauthor::checkRules()) {
         names.emplace_back(rule->name);
     }
-    const std::string guess = mxauthor::didYouMean(name, names);
+    const std::string guess = text::didYouMean(name, names);
     throw CLI::ValidationError(option, "there is no rule \"" + name + "\"" + guess +
                                            (guess.empty() ? ", " : " ") +
                                            "mxtool check --list-rules names them");

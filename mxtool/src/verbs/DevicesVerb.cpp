@@ -4,11 +4,12 @@
 #include "DatabaseChoice.h"
 #include "Diagnostic.h"
 #include "OutputFile.h"
-#include "ShownText.h"
 #include "Verbs.h"
 #include "database/DeviceListing.h"
 #include "database/ModuleFilter.h"
 #include "database/Transfer.h"
+
+#include <text/ShownText.h>
 
 #include <fmt/format.h>
 
@@ -135,7 +136,7 @@ ExitCode exportAll(DeviceDatabase& database, const DevicesOptions& options, bool
     const std::size_t missing = reportWithoutFile(modules);
     if (!quiet) {
         writeOutput("-", fmt::format("{} written to {}\n", counted(written, "module"),
-                                     forTerminal(options.exportDirectory)));
+                                     text::forTerminal(options.exportDirectory)));
     }
     return missing == 0 && written == modules.size() ? ExitCode::Done : ExitCode::Findings;
 }
@@ -146,7 +147,7 @@ ExitCode copyAll(DeviceDatabase& database, const DevicesOptions& options, bool q
     const std::size_t copied = copyModules(database.search(options.query), database, target);
     if (!quiet) {
         writeOutput("-", fmt::format("{} copied to {}\n", counted(copied, "module"),
-                                     forTerminal(target.name())));
+                                     text::forTerminal(target.name())));
     }
     return ExitCode::Done;
 }
@@ -157,7 +158,7 @@ ExitCode removeOne(DeviceDatabase& database, const DevicesOptions& options, bool
         return reportUnknown(database, options.removedId);
     }
     if (!quiet) {
-        writeOutput("-", fmt::format("{} removed\n", forTerminal(options.removedId)));
+        writeOutput("-", fmt::format("{} removed\n", text::forTerminal(options.removedId)));
     }
     return ExitCode::Done;
 }

@@ -6,13 +6,13 @@
 #include "InputFile.h"
 #include "ModuleFile.h"
 #include "OutputFile.h"
-#include "ShownText.h"
 #include "TextTable.h"
 #include "Verbs.h"
 
 #include <devices/parser/mx/HexText.h>
 #include <mxauthor/MxFile.h>
 #include <mxformat/Groups.h>
+#include <text/Utf8.h>
 
 #include <fmt/format.h>
 
@@ -83,7 +83,7 @@ std::string listingJson(const ReadGroups& read, const std::string& file, std::si
                           {"size", payloadSize(group)}});
     }
     return jsonText({{"schema", jsonSchema("mxtool.groups", 1)},
-                     {"file", toUtf8(file)},
+                     {"file", text::toUtf8(file)},
                      {"size", fileSize},
                      {"groups", groups},
                      {"failure", read.failure ? Json(*read.failure) : Json()}});

@@ -1,10 +1,10 @@
 #include "Diagnostic.h"
 #include "FileKind.h"
 #include "OutputFile.h"
-#include "ShownText.h"
 #include "Verbs.h"
 
 #include <mxauthor/Skeleton.h>
+#include <text/ShownText.h>
 
 #include <fmt/format.h>
 
@@ -43,8 +43,9 @@ ExitCode writeSkeleton(const mxauthor::SkeletonRequest& request, const std::stri
         protectText(output, global.overwrite);
         writeOutput(output, text);
         if (!global.quiet && output != "-") {
-            writeOutput("-", fmt::format("{}: {} lines, to be filled in\n", forTerminal(output),
-                                         std::count(text.begin(), text.end(), '\n')));
+            writeOutput("-",
+                        fmt::format("{}: {} lines, to be filled in\n", text::forTerminal(output),
+                                    std::count(text.begin(), text.end(), '\n')));
         }
         return ExitCode::Done;
     } catch (const mxauthor::SkeletonError& error) {

@@ -2,11 +2,12 @@
 #include "DatabaseChoice.h"
 #include "Diagnostic.h"
 #include "OutputFile.h"
-#include "ShownText.h"
 #include "Verbs.h"
 #include "database/DeviceListing.h"
 #include "database/MxDirectory.h"
 #include "database/Population.h"
+
+#include <text/ShownText.h>
 
 #include <fmt/format.h>
 
@@ -46,8 +47,8 @@ std::size_t removeMissing(const MxDirectory& directory, DeviceDatabase& database
     }
     std::string lines;
     for (const auto& module : *missing) {
-        lines += fmt::format("removing {} {}\n", forTerminal(module.moduleIdText),
-                             forTerminal(module.brandLabelName));
+        lines += fmt::format("removing {} {}\n", text::forTerminal(module.moduleIdText),
+                             text::forTerminal(module.brandLabelName));
     }
     if (!quiet) {
         writeOutput("-", lines);
@@ -72,7 +73,7 @@ ExitCode populateAtOnce(const MxDirectory& directory, bool replace, const Global
         const std::string replaced =
             count.replaced != 0 ? fmt::format(", {} replaced", count.replaced) : "";
         writeOutput(
-            "-", fmt::format("{}: {} inserted{}, {} failed{}\n", forTerminal(database.name()),
+            "-", fmt::format("{}: {} inserted{}, {} failed{}\n", text::forTerminal(database.name()),
                              counted(count.inserted, "module"), replaced, count.failed, removed));
     }
     return count.failed == 0 ? ExitCode::Done : ExitCode::Findings;

@@ -6,9 +6,8 @@
 #include <mxauthor/MxFile.h>
 #include <mxauthor/TextForm.h>
 
-#include "text/Gzip.h"
-
 #include <gmock/gmock.h>
+#include <text/Gzip.h>
 
 namespace {
 
@@ -36,7 +35,7 @@ std::string problemOf(const std::string& image)
 
 std::string compressed(const std::string& text)
 {
-    const Bytes bytes = mxauthor::gzipped(text);
+    const Bytes bytes = text::gzipped(text);
     return {bytes.begin(), bytes.end()};
 }
 

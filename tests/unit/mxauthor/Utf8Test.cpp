@@ -8,7 +8,6 @@ namespace {
 
 using mxauthor::buildFromText;
 using mxauthor::findNonUtf8;
-using mxauthor::repairedUtf8;
 
 void expectAt(const std::string& text, std::size_t line, std::size_t column)
 {
@@ -57,13 +56,6 @@ TEST(Utf8, namesTheByteAndTheCharacterThatWasMeant)
               "\"\xE2\x82\xAC\"): save the text as UTF-8");
     EXPECT_EQ(findNonUtf8(std::string("\xFF\xFEm\0", 4))->text,
               "this text is UTF-16, expected UTF-8: save it as UTF-8");
-}
-
-TEST(Utf8, badBytesDoNotChangeTheCharactersAroundThem)
-{
-    EXPECT_EQ(repairedUtf8("\xC2\xB5s T\xFCr \xC2\xB0\x43"), "\xC2\xB5s T\xC3\xBCr \xC2\xB0\x43");
-    EXPECT_EQ(repairedUtf8("\xC3"), "\xC3\x83");
-    EXPECT_EQ(repairedUtf8(""), "");
 }
 
 TEST(Utf8, aTextFormIsReadNoFurther)

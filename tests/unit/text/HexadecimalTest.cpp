@@ -35,4 +35,16 @@ TEST(Hexadecimal, readsDigitsOfEitherCase)
     EXPECT_EQ(text::hexDigit('f'), 15U);
 }
 
+TEST(Hexadecimal, spellsBytesWithAnyWhiteSpace)
+{
+    using Bytes = std::vector<std::uint8_t>;
+    EXPECT_EQ(text::toHex({0x00, 0x9A}), "009a");
+    EXPECT_EQ(text::fromHex(" 0\t09\r\na "), (Bytes{0x00, 0x9A}));
+    EXPECT_EQ(text::fromHex("FfaA"), (Bytes{0xFF, 0xAA}));
+    EXPECT_EQ(text::fromHex(""), Bytes());
+    for (const char* const other : {"0", "009", "0g", "0x00", "00,01", "0 \f0"}) {
+        EXPECT_EQ(text::fromHex(other), std::nullopt) << other;
+    }
+}
+
 } // namespace

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace text {
 
@@ -15,6 +16,13 @@ std::string hexOf(std::uint64_t value, int digits);
 
 /// Returns the `count` bytes at `data` as two digits each, `between` between them.
 std::string hexOfBytes(const void* data, std::size_t count, const char* between);
+
+/// Returns `bytes` as two digits each, without blanks.
+std::string toHex(const std::vector<std::uint8_t>& bytes);
+
+/// Returns the bytes that `text` spells by two digits each; white space is left out of account.
+/// Nothing where it is no such text.
+std::optional<std::vector<std::uint8_t>> fromHex(const std::string& text);
 
 /// Returns the value of a hexadecimal digit of either case; nothing for another character.
 std::optional<unsigned> hexDigit(char digit);

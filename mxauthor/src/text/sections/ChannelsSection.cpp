@@ -1,9 +1,10 @@
 #include "Sections.h"
 #include "mxauthor/Counted.h"
-#include "text/ByteText.h"
 #include "text/ImageWalk.h"
 #include "text/RepeatedLines.h"
 #include "text/TypeWords.h"
+
+#include <text/Hexadecimal.h>
 
 #include <algorithm>
 #include <array>
@@ -60,7 +61,7 @@ void addOddities(FlowMapping& line, const ChannelRecord& record, bool again)
     }
     if (record.unread2.value != 0 || record.unread5.value != 0) {
         const Bytes unread = {record.unread2.value, record.unread5.value};
-        line.add("unread", yamlQuoted(toHex(unread)));
+        line.add("unread", yamlQuoted(text::toHex(unread)));
     }
     if (again) {
         line.add("again", "true");

@@ -1,5 +1,4 @@
 #include "Sections.h"
-#include "mxauthor/CodePage.h"
 
 #include <algorithm>
 #include <set>

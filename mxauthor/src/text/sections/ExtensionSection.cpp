@@ -1,6 +1,7 @@
 #include "Sections.h"
 #include "mxauthor/Counted.h"
-#include "text/ByteText.h"
+
+#include <text/Hexadecimal.h>
 
 #include <algorithm>
 
@@ -62,7 +63,7 @@ std::string dumpExtension(const DumpContext& context)
     const Bytes& date = group->date.value;
     const std::string text = textOf(date);
     if (dateOf(text) != date || text.find_first_of("\r\n") != std::string::npos) {
-        line.add("dateBytes", yamlQuoted(toHex(date)));
+        line.add("dateBytes", yamlQuoted(text::toHex(date)));
     } else if (!text.empty()) {
         line.add("calibrationDate", yamlText(text));
     }
@@ -70,7 +71,7 @@ std::string dumpExtension(const DumpContext& context)
         line.add("version", std::to_string(group->version.value));
     }
     if (!group->rest.value.empty()) {
-        line.add("rest", yamlQuoted(toHex(group->rest.value)));
+        line.add("rest", yamlQuoted(text::toHex(group->rest.value)));
     }
     return "extension: " + line.text() + "\n";
 }

@@ -1,7 +1,7 @@
 #include "Sections.h"
-#include "text/ByteText.h"
 
 #include <devices/parser/mx/ByteReaders.h>
+#include <text/Hexadecimal.h>
 
 #include <algorithm>
 
@@ -23,7 +23,7 @@ std::string datasetText(const Dataset& dataset)
 {
     FlowMapping line;
     line.add("id", hexText(dataset.id.value, 2));
-    line.add("data", yamlQuoted(toHex(dataset.data.value)));
+    line.add("data", yamlQuoted(text::toHex(dataset.data.value)));
     if (dataset.unread.value != 0) {
         line.add("unread", std::to_string(dataset.unread.value));
     }
@@ -96,7 +96,7 @@ std::string dumpHeader(const DumpContext& context)
         line.add("contentLength", std::to_string(group->contentLength.value));
     }
     if (group->rest.value != usualRest) {
-        line.add("rest", yamlQuoted(toHex(group->rest.value)));
+        line.add("rest", yamlQuoted(text::toHex(group->rest.value)));
     }
     return line.empty() ? "" : "header: " + line.text() + "\n";
 }

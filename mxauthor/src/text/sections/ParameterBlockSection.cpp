@@ -1,7 +1,8 @@
 #include "ParameterDefaults.h"
 #include "Sections.h"
 #include "mxauthor/Counted.h"
-#include "text/ByteText.h"
+
+#include <text/Hexadecimal.h>
 
 #include <algorithm>
 
@@ -121,10 +122,10 @@ std::string dumpParameterBlock(const DumpContext& context)
     }
     const Bytes& skipped = group->skipped.value;
     if (std::any_of(skipped.begin(), skipped.end(), [](std::uint8_t byte) { return byte != 0; })) {
-        line.add("skipped", yamlQuoted(toHex(skipped)));
+        line.add("skipped", yamlQuoted(text::toHex(skipped)));
     }
     if (group->block.value != defaultsOf(context).block) {
-        line.add("bytes", yamlQuoted(toHex(group->block.value)));
+        line.add("bytes", yamlQuoted(text::toHex(group->block.value)));
     }
     return implied && line.empty() ? "" : "parameterBlock: " + line.text() + "\n";
 }

@@ -1,6 +1,6 @@
 #include "ParameterNumbers.h"
 
-#include "mxauthor/NearestWords.h"
+#include <text/NearestWords.h>
 
 #include <algorithm>
 
@@ -146,7 +146,7 @@ std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
     errors.add(node, "\"" + *text + "\" is " +
                          (options.empty() ? "no whole number" + hint
                                           : "neither an option nor a whole number" + hint +
-                                                acceptedWords(*text, options)));
+                                                text::acceptedWords(*text, options)));
     return std::nullopt;
 }
 

@@ -1,6 +1,8 @@
 #include "Sections.h"
-#include "text/ByteText.h"
-#include "text/Gzip.h"
+
+#include <text/Base64.h>
+#include <text/Gzip.h>
+#include <text/Hexadecimal.h>
 
 #include <algorithm>
 #include <fstream>
@@ -37,7 +39,7 @@ std::optional<std::string> readFileOf(const YAML::Node& node, const std::filesys
 Bytes readBase64(const YAML::Node& node, SourceErrors& errors)
 {
     const auto text = readScalar(node, errors);
-    const auto bytes = text ? fromBase64(*text) : std::nullopt;
+    const auto bytes = text ? text::fromBase64(*text) : std::nullopt;
     if (text && !bytes) {
         errors.add(node, "Base64 text with its padding expected");
     }
@@ -47,7 +49,7 @@ Bytes readBase64(const YAML::Node& node, SourceErrors& errors)
 Bytes readDrawing(const YAML::Node& node, SourceErrors& errors)
 {
     const auto text = readScalar(node, errors);
-    return text ? gzipped(*text) : Bytes();
+    return text ? text::gzipped(*text) : Bytes();
 }
 
 // The bytes of the file that `node` names: of FILE.svg the text compressed, of FILE.hex the bytes
@@ -65,12 +67,12 @@ Bytes readPayloadFile(const YAML::Node& node, BuildContext& context)
         return {};
     }
     if (path.extension() == ".svg") {
-        return gzipped(*content);
+        return text::gzipped(*content);
     }
     if (path.extension() != ".hex") {
         return {content->begin(), content->end()};
     }
-    const auto bytes = fromHex(*content);
+    const auto bytes = text::fromHex(*content);
     if (!bytes) {
         context.errors.add(node, path.string() + " holds something else than hexadecimal digits");
     }
@@ -113,8 +115,8 @@ bool isLiteral(const std::string& text)
 // The drawing as text, when compressing it again gives these bytes.
 std::optional<std::string> drawingOf(const Bytes& image)
 {
-    const auto text = gunzipped(image, largestDrawing);
-    return text && isLiteral(*text) && gzipped(*text) == image ? text : std::nullopt;
+    const auto text = text::gunzipped(image, largestDrawing);
+    return text && isLiteral(*text) && text::gzipped(*text) == image ? text : std::nullopt;
 }
 
 std::string literalBlock(const std::string& text, const std::string& indent)
@@ -137,8 +139,8 @@ std::string rawGroupLines(const Group& group)
         text += "    checksum: " + hexText(group.checksum.value, 4) + "\n";
     }
     return text + (payload.size() <= longestHex
-                       ? "    hex: " + yamlDigits(toHex(payload), "      ")
-                       : "    base64: " + yamlDigits(toBase64(payload), "      "));
+                       ? "    hex: " + yamlDigits(text::toHex(payload), "      ")
+                       : "    base64: " + yamlDigits(text::toBase64(payload), "      "));
 }
 
 } // namespace
@@ -153,7 +155,7 @@ std::string dumpImage(const DumpContext& context)
     if (const auto drawing = drawingOf(image)) {
         return "image:\n  svg: " + literalBlock(*drawing, "    ");
     }
-    return "image:\n  base64: " + yamlDigits(toBase64(image), "    ");
+    return "image:\n  base64: " + yamlDigits(text::toBase64(image), "    ");
 }
 
 void buildImage(const YAML::Node& node, BuildContext& context)

@@ -1,9 +1,9 @@
 #include "channels/ProcessImageMap.h"
 
 #include "ChannelMaps.h"
-#include "TextWidth.h"
 
 #include <gmock/gmock.h>
+#include <text/TextWidth.h>
 
 #include <sstream>
 
@@ -46,7 +46,7 @@ TEST(ProcessImageMap, everyLineFitsInEightyColumns)
     }
     std::istringstream lines(mapOf(map));
     for (std::string line; std::getline(lines, line);) {
-        EXPECT_LE(mxtool::columnsOf(line), 80U) << line;
+        EXPECT_LE(text::columnsOf(line), 80U) << line;
     }
 }
 

@@ -1,10 +1,10 @@
 #include "channels/ProcessImageSvg.h"
 
 #include "ChannelMaps.h"
-#include "ShownText.h"
-#include "TextWidth.h"
 
 #include <gmock/gmock.h>
+#include <text/TextWidth.h>
+#include <text/Utf8.h>
 
 #include <Poco/DOM/AutoPtr.h>
 #include <Poco/DOM/DOMParser.h>
@@ -43,7 +43,7 @@ long number(const Poco::XML::Element& element, const char* attribute)
 Text boxOf(const Poco::XML::Element& element)
 {
     const std::string text = element.innerText();
-    const long width = 67 * static_cast<long>(mxtool::columnsOf(text));
+    const long width = 67 * static_cast<long>(text::columnsOf(text));
     long left = 10 * number(element, "x");
     const std::string anchor = element.getAttribute("text-anchor");
     if (anchor == "end") {
@@ -192,7 +192,7 @@ TEST(ProcessImageSvg, whateverANameHoldsItIsXml)
                                           static_cast<std::uint8_t>(byte % 8)));
     }
     map.channels.push_back(
-        bitChannel("</text><script>&\"'\xEF\xBF\xBF" + mxtool::toUtf8(U'\u202E'), 'I', 0, 0));
+        bitChannel("</text><script>&\"'\xEF\xBF\xBF" + text::toUtf8(U'\u202E'), 'I', 0, 0));
     const std::string svg = svgOf(map);
     EXPECT_THAT(svg, HasSubstr("&lt;/text&gt;&lt;script&gt;&amp;"));
     expectReadable(Picture(svg));

@@ -1,9 +1,9 @@
 #include "channels/ProcessImage.h"
 
 #include "ChannelMaps.h"
-#include "TextWidth.h"
 
 #include <gmock/gmock.h>
+#include <text/TextWidth.h>
 
 namespace {
 
@@ -183,7 +183,7 @@ TEST(ProcessImage, nineThousandLongFieldsStaySmall)
         pieces += row.pieces.size();
     }
     EXPECT_LE(pieces, 4 * area.rows.size());
-    EXPECT_EQ(mxtool::columnsOf(area.channels[0].name), 100U);
+    EXPECT_EQ(text::columnsOf(area.channels[0].name), 100U);
 }
 
 TEST(PieceText, showsTheSymbolWhereThereIsRoom)

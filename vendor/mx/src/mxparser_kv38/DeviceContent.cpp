@@ -9,10 +9,8 @@
 #include <mxformat/Extension.h>
 #include <mxformat/Groups.h>
 #include <mxformat/ParameterRecord.h>
+#include <text/Base64.h>
 
-#include <Poco/Base64Encoder.h>
-
-#include <sstream>
 #include <stdexcept>
 
 namespace devices::parser::mx {
@@ -59,18 +57,6 @@ std::string calibrationDate(const std::uint8_t* extension)
     return {text, text + length};
 }
 
-// One line of base64 text, padded with "=".
-std::string base64(const std::uint8_t* data, std::uint32_t size)
-{
-    std::ostringstream text;
-    Poco::Base64Encoder encoder(text);
-    encoder.rdbuf()->setLineLength(0);
-    encoder.exceptions(std::ios::badbit); // where memory runs out, the text must not end early
-    encoder.write(reinterpret_cast<const char*>(data), size);
-    encoder.close();
-    return text.str();
-}
-
 std::shared_ptr<datamodel::BinaryObject> makeProductImage(const std::uint8_t* data,
                                                           std::uint32_t size)
 {
@@ -78,7 +64,7 @@ std::shared_ptr<datamodel::BinaryObject> makeProductImage(const std::uint8_t* da
     image->name = "productImage";
     image->mimeType = "image/svgz";
     image->encoding = "base64";
-    image->data = base64(data, size);
+    image->data = text::toBase64(data, size);
     return image;
 }
 

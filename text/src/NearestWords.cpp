@@ -1,41 +1,31 @@
-#include "mxauthor/NearestWords.h"
+#include "text/NearestWords.h"
+
+#include <Poco/String.h>
 
 #include <algorithm>
 #include <numeric>
 
-namespace mxauthor {
+namespace text {
 
 namespace {
 
 constexpr std::size_t longestWord = 200; // the comparison is quadratic
 constexpr std::size_t mostWords = 3;
 
-void replaceAll(std::string& text, const std::string& from, const std::string& to)
-{
-    for (std::size_t at = text.find(from); at != std::string::npos;
-         at = text.find(from, at + to.size())) {
-        text.replace(at, from.size(), to);
-    }
-}
-
 // Replaces characters that most keyboards lack by what is typed for them.
 std::string typed(std::string text)
 {
-    replaceAll(text, "+/-", "+-");
-    replaceAll(text, "±", "+-");
-    replaceAll(text, "\u00B5", "u"); // micro sign
-    replaceAll(text, "\u03BC", "u"); // Greek letter
+    Poco::replaceInPlace(text, "+/-", "+-");
+    Poco::replaceInPlace(text, "±", "+-");
+    Poco::replaceInPlace(text, "\u00B5", "u"); // micro sign
+    Poco::replaceInPlace(text, "\u03BC", "u"); // Greek letter
     return text;
 }
 
 std::string lowered(std::string text)
 {
     text.resize(std::min(text.size(), longestWord));
-    text = typed(std::move(text));
-    std::transform(text.begin(), text.end(), text.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return text;
+    return Poco::toLower(typed(std::move(text)));
 }
 
 // The number of characters to insert, remove or replace to make `b` of `a`.
@@ -69,11 +59,7 @@ std::size_t distance(const std::string& word, const std::string& candidate)
 
 std::string joined(const std::vector<std::string>& words, const std::string& between)
 {
-    std::string text;
-    for (const std::string& word : words) {
-        text += (text.empty() ? "" : between) + word;
-    }
-    return text;
+    return Poco::cat(between, words.begin(), words.end());
 }
 
 } // namespace
@@ -121,4 +107,4 @@ std::string acceptedWords(const std::string& word, const std::vector<std::string
     return didYouMean(word, nearest) + " (accepted: " + joined(accepted, ", ") + ")";
 }
 
-} // namespace mxauthor
+} // namespace text

@@ -1,9 +1,9 @@
-#include "InvisibleCharacters.h"
+#include "text/InvisibleCharacters.h"
 
 #include <array>
 #include <cstring>
 
-namespace mxauthor {
+namespace text {
 
 namespace {
 
@@ -53,4 +53,4 @@ std::string withInvisibleNamed(const std::string& text)
     return first == nullptr ? text : shown + "; the text holds " + first->name;
 }
 
-} // namespace mxauthor
+} // namespace text

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-namespace mxauthor {
+namespace text {
 
 // Texts of mx files are bytes. Where people read or write them they stand for Windows-1252, whose
 // five unassigned bytes are the control characters of the same number: each byte has a character.
@@ -16,4 +16,4 @@ std::string windows1252ToUtf8(const std::string& bytes);
 /// has no byte the result is empty and `*rejected` is that character in UTF-8.
 std::optional<std::string> utf8ToWindows1252(const std::string& utf8, std::string* rejected);
 
-} // namespace mxauthor
+} // namespace text

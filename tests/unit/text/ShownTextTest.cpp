@@ -1,11 +1,12 @@
-#include "ShownText.h"
+#include <text/ShownText.h>
+#include <text/Utf8.h>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using mxtool::forTerminal;
-using mxtool::toUtf8;
+using text::forTerminal;
+using text::toUtf8;
 
 TEST(ShownText, controlCharactersAreEscapedForTheTerminal)
 {
@@ -24,15 +25,15 @@ TEST(ShownText, whatTurnsTheLineIsEscapedForTheTerminal)
 
 TEST(HarmlessJson, hasWhatJsonLeavesAsItIsEscaped)
 {
-    EXPECT_EQ(mxtool::harmlessJson("{\n\"a\": \"\x7F\u009B\u202E\u00B5\\u001b\"\n}"),
+    EXPECT_EQ(text::harmlessJson("{\n\"a\": \"\x7F\u009B\u202E\u00B5\\u001b\"\n}"),
               "{\n\"a\": \"\\u007f\\u009b\\u202e\u00B5\\u001b\"\n}");
 }
 
 TEST(CodePoints, areThoseOfTheText)
 {
-    EXPECT_EQ(mxtool::codePoints("a\u00E4\u20AC\U0001F600"), U"a\u00E4\u20AC\U0001F600");
-    EXPECT_EQ(mxtool::codePoints("\x80"), U"\u20AC"); // Windows-1252
-    EXPECT_EQ(mxtool::codePoints(""), U"");
+    EXPECT_EQ(text::codePoints("a\u00E4\u20AC\U0001F600"), U"a\u00E4\u20AC\U0001F600");
+    EXPECT_EQ(text::codePoints("\x80"), U"\u20AC"); // Windows-1252
+    EXPECT_EQ(text::codePoints(""), U"");
 }
 
 TEST(CodePoints, becomeTheSameTextAgain)

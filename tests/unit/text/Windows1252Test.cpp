@@ -1,13 +1,13 @@
 // Bytes of mx texts as characters and back.
 
-#include <mxauthor/CodePage.h>
+#include <text/Windows1252.h>
 
 #include <gmock/gmock.h>
 
 namespace {
 
-using mxauthor::utf8ToWindows1252;
-using mxauthor::windows1252ToUtf8;
+using text::utf8ToWindows1252;
+using text::windows1252ToUtf8;
 
 TEST(CodePage, givesEveryByteACharacterOfItsOwn)
 {

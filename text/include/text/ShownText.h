@@ -1,12 +1,8 @@
 #pragma once
 
-#include <datamodel/Utf8Text.h>
-
 #include <string>
 
-namespace mxtool {
-
-using datamodel::toUtf8;
+namespace text {
 
 /// Returns `toUtf8(bytes)` with every control character as \xNN, line separators and marks of
 /// direction as \uNNNN, so that no text of a file acts on a terminal or turns its line around.
@@ -16,10 +12,4 @@ std::string forTerminal(const std::string& bytes);
 /// same values, and it can be read on a terminal.
 std::string harmlessJson(const std::string& json);
 
-/// Returns the characters of `toUtf8(bytes)`.
-std::u32string codePoints(const std::string& bytes);
-
-/// Returns one character as UTF-8.
-std::string toUtf8(char32_t point);
-
-} // namespace mxtool
+} // namespace text

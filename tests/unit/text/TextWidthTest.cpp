@@ -1,15 +1,14 @@
-#include "TextWidth.h"
-
-#include "ShownText.h"
+#include <text/TextWidth.h>
+#include <text/Utf8.h>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using mxtool::columnsOf;
-using mxtool::fitted;
-using mxtool::labelOf;
-using mxtool::shortened;
+using text::columnsOf;
+using text::fitted;
+using text::labelOf;
+using text::shortened;
 
 TEST(TextWidth, countsCharactersWideOnesTwiceAndCombiningOnesNot)
 {
@@ -45,7 +44,7 @@ TEST(TextWidth, aFittedTextTakesExactlyTheColumns)
 TEST(LabelOf, makesVisibleWhatIsNoText)
 {
     EXPECT_EQ(labelOf("a\033b\n"), "a\\x1bb\\x0a");
-    EXPECT_EQ(labelOf("a" + mxtool::toUtf8(U'\u202E') + "b"), "a\\u202eb");
+    EXPECT_EQ(labelOf("a" + text::toUtf8(U'\u202E') + "b"), "a\\u202eb");
     EXPECT_EQ(labelOf("a\xEF\xBF\xBF"), "a\uFFFD");
     EXPECT_EQ(labelOf("20 \xB0"), "20 \u00B0");
 }

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace mxauthor {
+namespace text {
 
 /// Returns the at most three of `candidates` that `word` was most likely meant to be, best first;
 /// none where nothing is near. Upper and lower case are the same letter; "+-" and "+/-" are the
@@ -17,4 +17,4 @@ std::string didYouMean(const std::string& word, const std::vector<std::string>& 
 /// Returns how an unknown word is explained: the nearest of `accepted`, and all of them.
 std::string acceptedWords(const std::string& word, const std::vector<std::string>& accepted);
 
-} // namespace mxauthor
+} // namespace text

@@ -1,13 +1,13 @@
-#include <mxauthor/NearestWords.h>
+#include <text/NearestWords.h>
 
 #include <gmock/gmock.h>
 
 namespace {
 
-using mxauthor::didYouMean;
-using mxauthor::nearestWords;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using text::didYouMean;
+using text::nearestWords;
 
 TEST(NearestWords, areThoseOfFewestChanges)
 {

@@ -1,14 +1,15 @@
 // Product images as gzip files.
 
-#include "text/Gzip.h"
+#include <text/Gzip.h>
 
 #include <gmock/gmock.h>
 
 namespace {
 
-using mxauthor::Bytes;
-using mxauthor::gunzipped;
-using mxauthor::gzipped;
+using Bytes = std::vector<std::uint8_t>;
+using text::gunzip;
+using text::gunzipped;
+using text::gzipped;
 
 TEST(Gzip, hasNeitherNameNorTimeNorSystem)
 {
@@ -39,6 +40,35 @@ TEST(Gzip, isNotFoundInOtherBytes)
     Bytes longer = gzipped("some text");
     longer.push_back(0);
     EXPECT_EQ(gunzipped(longer, 100), std::nullopt);
+}
+
+TEST(Gzip, tellsHowFarTheBytesGo)
+{
+    using End = text::Gunzipped::End;
+    const std::string content(70000, 'x');
+    Bytes bytes = gzipped(content);
+    const std::size_t size = bytes.size();
+    bytes.insert(bytes.end(), {7, 8, 9});
+    const auto whole = gunzip(bytes, content.size());
+    EXPECT_EQ(whole.end, End::Whole);
+    EXPECT_EQ(whole.content, content);
+    EXPECT_EQ(whole.bytesRead, size);
+    EXPECT_EQ(whole.bytesLeft, 3U);
+
+    EXPECT_EQ(gunzip(bytes, 100).end, End::Longer);
+    EXPECT_EQ(gunzip({bytes.begin(), bytes.begin() + 20}, content.size()).end, End::CutOff);
+    EXPECT_EQ(gunzip({}, 1).end, End::CutOff);
+}
+
+TEST(Gzip, tellsWhatIsDamaged)
+{
+    Bytes bytes = gzipped("some text");
+    bytes[bytes.size() - 8] ^= 1U; // of the checksum
+    const auto found = gunzip(bytes, 100);
+    EXPECT_EQ(found.end, text::Gunzipped::End::Damaged);
+    EXPECT_EQ(found.content, "some text");
+    EXPECT_EQ(found.reason, "incorrect data check");
+    EXPECT_EQ(gunzip({1, 2, 3}, 100).reason, "incorrect header check");
 }
 
 } // namespace

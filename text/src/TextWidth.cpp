@@ -1,13 +1,13 @@
-#include "TextWidth.h"
+#include "text/TextWidth.h"
 
-#include "ShownText.h"
-
-#include <text/Beginning.h>
+#include "text/Beginning.h"
+#include "text/ShownText.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <array>
 
-namespace mxtool {
+namespace text {
 
 namespace {
 
@@ -99,7 +99,7 @@ std::string fitted(const std::string& text, std::size_t columns)
 
 std::string labelOf(const std::string& bytes)
 {
-    const std::string beginning = text::beginningOf(bytes, longestLabelBytes);
+    const std::string beginning = beginningOf(bytes, longestLabelBytes);
     const std::string shown =
         forTerminal(beginning) + (beginning.size() < bytes.size() ? ellipsis : "");
     std::string label;
@@ -109,4 +109,4 @@ std::string labelOf(const std::string& bytes)
     return label;
 }
 
-} // namespace mxtool
+} // namespace text

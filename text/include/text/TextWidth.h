@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-namespace mxtool {
+namespace text {
 
 /// Returns how many columns a terminal or a monospaced font takes for `text` (UTF-8 without control
 /// characters).
@@ -19,4 +19,4 @@ std::string fitted(const std::string& text, std::size_t columns);
 /// those that turn the direction of writing are made visible, at most 100 columns.
 std::string labelOf(const std::string& bytes);
 
-} // namespace mxtool
+} // namespace text

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-namespace mxauthor {
+namespace text {
 
 /// An invisible character of a text in UTF-8 that looks like a blank or like nothing at all.
 struct InvisibleCharacter
@@ -19,4 +19,4 @@ const InvisibleCharacter* invisibleAt(const std::string& text, std::size_t pos);
 /// that has one ends with what it is.
 std::string withInvisibleNamed(const std::string& text);
 
-} // namespace mxauthor
+} // namespace text
