@@ -1,5 +1,6 @@
 #include "SqlRecordStore.h"
 
+#include "CatalogueWidths.h"
 #include "DatabaseFailure.h"
 #include "ModuleSearch.h"
 #include "RecordRow.h"
@@ -135,10 +136,14 @@ int SqlRecordStore::readSchemaVersion()
 
 void SqlRecordStore::migrateFrom(int version)
 {
+    constexpr int versionOfWidths = 3;
     const auto steps = sqlMigrations(connection->dialect());
     for (; version < schemaVersion; ++version) {
         for (const std::string& statement : steps[static_cast<std::size_t>(version)]) {
             connection->execute(statement);
+        }
+        if (version + 1 == versionOfWidths) {
+            takeWidthsFromFiles(*connection);
         }
     }
     connection->execute("DELETE FROM schema_version");

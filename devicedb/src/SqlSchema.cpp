@@ -79,6 +79,8 @@ const auto& migrations = *new std::vector<std::vector<const char*>>{
         " FOREIGN KEY (family, module, parameter_position)"
         " REFERENCES parameters (family, module, position) ON DELETE CASCADE){table end}",
     },
+    // Version 3: the same tables, bit fields with their own widths (`takeWidthsFromFiles`).
+    {},
 };
 
 std::string inDialect(std::string statement, const SqlDialect& dialect)

@@ -2,6 +2,7 @@
 
 #include <Failure.h>
 #include <TemporaryDirectory.h>
+#include <TestDatabase.h>
 
 #include <Poco/Data/RecordSet.h>
 #include <Poco/Data/SQLite/Connector.h>
@@ -75,7 +76,7 @@ TEST_F(Migration, KeepsEveryRecordByteForByte)
     const auto before = rows();
     DeviceDatabase{url};
     EXPECT_EQ(rows(), before);
-    EXPECT_EQ(number("SELECT version FROM schema_version"), 2);
+    EXPECT_EQ(number("SELECT version FROM schema_version"), 3);
     EXPECT_EQ(number("SELECT count(*) FROM schema_version"), 1);
 }
 
@@ -115,9 +116,81 @@ TEST_F(Migration, OfANewerVersionIsRefusedWithBothNamed)
     otherProgram() << "UPDATE schema_version SET version = 7", Poco::Data::Keywords::now;
     EXPECT_EQ(failureOf([&] { DeviceDatabase database(url); }),
               "Cannot open device database " + url +
-                  ": its schema has version 7, this library knows 2 at most");
+                  ": its schema has version 7, this library knows 3 at most");
     EXPECT_EQ(number("SELECT version FROM schema_version"), 7);
     EXPECT_EQ(number("SELECT count(*) FROM sqlite_master WHERE name = 'modules'"), 0);
+}
+
+// A database of version 2, whose catalogue had 8 bits for a bit field without a length.
+class OldWidths : public testkit::OnEachEngine
+{
+protected:
+    // Number, name, position; the datatype; flags to unit, all 0; the bits; of the module.
+    static std::string record(char datatype, char bitLength, char bitOffset)
+    {
+        return std::string("\x01\0\x64\x04", 4) + datatype + std::string(21, '\0') + bitLength +
+               bitOffset + '\xFF';
+    }
+
+    // A group without payload, then the parameter records.
+    static std::string fileOf(const std::string& records)
+    {
+        const auto length = static_cast<char>(records.size() + 6);
+        return std::string("\x7A\xBC\0\x06\0\0", 6) + std::string("\x20\xC0\0", 3) + length +
+               records + std::string("\0\0\xFF", 3);
+    }
+
+    static std::string fiveParameters()
+    {
+        return record(5, 0, 6) + record(5, 3, 2) + record(2, 0, 0) + record(5, 3, 6) +
+               record(5, 0, 0);
+    }
+
+    void store(const std::string& id, const std::string& file)
+    {
+        DeviceProperties stored = device(id);
+        stored.mxFileData = new std::vector<char>(file.begin(), file.end());
+        devices::database::ModuleContent content;
+        for (const unsigned width : {8U, 3U, 16U, 3U, 8U}) {
+            content.parameters.emplace_back().widthBits = width;
+        }
+        DeviceDatabase(url).insert(stored, content);
+    }
+
+    std::vector<unsigned> widthsOf(const std::string& id)
+    {
+        std::vector<unsigned> widths;
+        for (const auto& parameter : DeviceDatabase(url).content("kv38", id)->parameters) {
+            widths.push_back(parameter.widthBits);
+        }
+        return widths;
+    }
+
+    void becomeVersion2() const { place.execute("UPDATE schema_version SET version = 2"); }
+};
+
+RUN_ON_EACH_ENGINE(OldWidths);
+
+TEST_P(OldWidths, AreTakenFromTheStoredFiles)
+{
+    store("1", fileOf(fiveParameters()));
+    becomeVersion2();
+    // Bits 6 and 7; three; a UInt16; bits 6 to 8, which no byte has; a byte.
+    EXPECT_THAT(widthsOf("1"), ElementsAre(2, 3, 16, 0, 8));
+}
+
+TEST_P(OldWidths, StayWhereNoFileStatesThem)
+{
+    const std::string whole = fileOf(fiveParameters());
+    store("without", "");
+    store("cut", whole.substr(0, whole.size() - 10));
+    store("framing", whole.substr(0, 6) + "\x20\xC0" + std::string("\0\x05", 2) + whole.substr(10));
+    store("four", fileOf(fiveParameters().substr(29)));
+    store("other", whole.substr(0, 6));
+    becomeVersion2();
+    for (const char* id : {"without", "cut", "framing", "four", "other"}) {
+        EXPECT_THAT(widthsOf(id), ElementsAre(8, 3, 16, 3, 8)) << id;
+    }
 }
 
 } // namespace

@@ -34,7 +34,7 @@ struct ModuleContent
     {
         std::string name;                ///< As shown.
         std::optional<unsigned> channel; ///< Number of its channel; none: of the module itself.
-        unsigned widthBits = 0;          ///< Width of the value in bits.
+        unsigned widthBits = 0;          ///< Width of the value in bits; 0: it has none.
         std::string defaultValue;        ///< As people read it, like the two limits.
         std::string minimum;             ///< The lower limit.
         std::string maximum;             ///< The upper limit.
