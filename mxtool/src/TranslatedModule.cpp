@@ -93,15 +93,6 @@ TranslatedModule::withParameterBlock(std::vector<char> block)
     return translate(&block);
 }
 
-std::vector<std::string> TranslatedModule::modbusOrder(Device& ofDevice)
-{
-    std::vector<std::string> ids;
-    for (const auto* parameter : deviceParser.getParameterListOrderdLikeKv38(&ofDevice)) {
-        ids.push_back(parameter->id);
-    }
-    return ids;
-}
-
 std::shared_ptr<TranslatedModule::Device> TranslatedModule::translate(std::vector<char>* block)
 {
     try {

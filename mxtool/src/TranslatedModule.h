@@ -56,17 +56,7 @@ public:
     /// Translates the same file with `block` in place of its default parameter block.
     std::shared_ptr<Device> withParameterBlock(std::vector<char> block);
 
-    /// Returns the ids of the parameters of `ofDevice` in the order of its Modbus registers.
-    std::vector<std::string> modbusOrder(Device& ofDevice);
-
 private:
-    // The order of the registers is the parser's own affair; here it is shown to people.
-    class OrderingParser : public devices::parser::mx::Parser_kv38
-    {
-    public:
-        using Parser_kv38::getParameterListOrderdLikeKv38;
-    };
-
     std::shared_ptr<Device> translate(std::vector<char>* block);
     void requireBlockSize(std::size_t size, const std::string& file);
 
@@ -74,7 +64,7 @@ private:
     bool isText = false; // the file is the text form
     unsigned inOffset = 0;
     unsigned outOffset = 0;
-    OrderingParser deviceParser;
+    devices::parser::mx::Parser_kv38 deviceParser;
     LogToDiagnostics log; // takes the logger that the parser has set up
     std::vector<char> mxData;
     std::shared_ptr<Device> builtDevice; // its parameters point into mxData

@@ -122,10 +122,9 @@ Configuration configurationOf(TranslatedModule& module, const std::vector<char>&
     Configuration configuration{module.report(), {}, fieldbus, image, {}, {}};
     const auto device = module.withParameterBlock(image);
     configuration.device = module.report(*device);
-    configuration.places =
-        fieldbus == FieldbusType::Modbus
-            ? placesInRegisters(configuration.device, module.modbusOrder(*device))
-            : placesInImage(configuration.device);
+    configuration.places = fieldbus == FieldbusType::Modbus
+                               ? placesInRegisters(configuration.device)
+                               : placesInImage(configuration.device);
     configuration.bytes = bytesFor(module, *device, configuration);
     return configuration;
 }

@@ -65,9 +65,8 @@ void refuseOtherKind(std::size_t size, FieldbusType fieldbus, TranslatedModule& 
 std::size_t decodedSize(FieldbusType fieldbus, TranslatedModule& module)
 {
     const DeviceReport device = module.report();
-    return fieldbus == FieldbusType::Raw
-               ? device.parameterBlock.size()
-               : sizeOfRegisters(placesInRegisters(device, module.modbusOrder(module.device())));
+    return fieldbus == FieldbusType::Raw ? device.parameterBlock.size()
+                                         : sizeOfRegisters(placesInRegisters(device));
 }
 
 void requireImageSize(const std::vector<char>& image, const DeviceReport& device,
@@ -94,8 +93,7 @@ std::vector<char> decodedImage(const std::vector<char>& bytes, FieldbusType fiel
     }
     try {
         std::vector<char> image =
-            imageOfRegisters(bytes, placesInRegisters(device, module.modbusOrder(module.device())),
-                             device, device.parameterBlock);
+            imageOfRegisters(bytes, placesInRegisters(device), device, device.parameterBlock);
         checkRegisters(bytes, configurationOf(module, image, FieldbusType::Modbus), place);
         return image;
     } catch (const Refusal& refusal) {

@@ -3,10 +3,10 @@
 #include "Counted.h"
 
 #include <fmt/format.h>
+#include <mxformat/RegisterOrder.h>
 
 #include <algorithm>
 #include <tuple>
-#include <unordered_map>
 
 namespace mxtool {
 
@@ -20,6 +20,15 @@ std::size_t sizeInRegisters(const Parameter& parameter)
         return registerSize;
     }
     return (parameter.field.size() + registerSize - 1) / registerSize * registerSize;
+}
+
+template <typename Item>
+std::vector<std::uint8_t> numbersOf(const std::vector<Item>& items, std::uint8_t Item::*number)
+{
+    std::vector<std::uint8_t> numbers(items.size());
+    std::transform(items.begin(), items.end(), numbers.begin(),
+                   [number](const Item& item) { return item.*number; });
+    return numbers;
 }
 
 } // namespace
@@ -41,17 +50,13 @@ std::vector<ParameterPlace> placesInImage(const DeviceReport& device)
     return places;
 }
 
-std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device,
-                                              const std::vector<std::string>& ids)
+std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device)
 {
-    std::unordered_map<std::string, std::size_t> positions;
-    for (std::size_t i = 0; i < device.parameters.size(); ++i) {
-        positions.emplace(device.parameters[i].id, i);
-    }
     std::vector<ParameterPlace> places;
     std::size_t begin = 0;
-    for (const std::string& id : ids) {
-        const std::size_t parameter = positions.at(id);
+    for (const std::size_t parameter :
+         mxformat::registerOrder(numbersOf(device.parameters, &Parameter::channelNumber),
+                                 numbersOf(device.channels, &DeviceReport::Channel::number))) {
         const std::size_t size = sizeInRegisters(device.parameters[parameter]);
         places.push_back({parameter, begin, size});
         begin += size;

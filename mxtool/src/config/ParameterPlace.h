@@ -20,10 +20,9 @@ struct ParameterPlace
 /// Returns the places of all parameters in the raw image, by byte and bit.
 std::vector<ParameterPlace> placesInImage(const DeviceReport& device);
 
-/// Returns the places in the Modbus registers, in which the parameters stand in the order of `ids`.
-/// A parameter that stands there twice has two places.
-std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device,
-                                              const std::vector<std::string>& ids);
+/// Returns the places in the Modbus registers, in their order. A parameter that stands there twice
+/// has two places.
+std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device);
 
 /// Returns what is wrong with the bits of a parameter that has none, such as "its 3 bits from bit 6
 /// leave their byte, bits 0 to 7".

@@ -19,19 +19,16 @@ class ModbusRegisters : public testing::Test
 protected:
     ModbusRegisters()
     {
-        device.parameters.erase(device.parameters.begin() + 7); // the one outside the image
-        // Module: Filter, A=B, X/Y, Low bits, Whole byte, Gain; then Level of AI 1 and AI 2.
-        for (const std::size_t i : {0U, 3U, 4U, 5U, 6U, 7U, 1U, 2U}) {
-            ids.push_back(device.parameters[i].id);
-        }
+        // Without the one outside the image, the module's are Filter, A=B, X/Y, Low bits, Whole
+        // byte, Gain; then comes Level of AI 1 and AI 2.
+        device.parameters.erase(device.parameters.begin() + 7);
     }
 
     Bytes image(const std::string& registers)
     {
         const Bytes bytes = hexBytes(registers);
-        const auto decoded =
-            imageOfRegisters({bytes.begin(), bytes.end()}, placesInRegisters(device, ids), device,
-                             device.parameterBlock);
+        const auto decoded = imageOfRegisters(
+            {bytes.begin(), bytes.end()}, placesInRegisters(device), device, device.parameterBlock);
         return {decoded.begin(), decoded.end()};
     }
 
@@ -52,7 +49,6 @@ protected:
 
     TestModule module;
     mxtool::DeviceReport device = module.report();
-    std::vector<std::string> ids;
 };
 
 TEST_F(ModbusRegisters, standInWholeRegistersBehindEachOther)
@@ -61,7 +57,7 @@ TEST_F(ModbusRegisters, standInWholeRegistersBehindEachOther)
     setType(4, 2);  // X/Y: UInt16
     setType(5, 10); // Low bits: of no datatype
     std::vector<std::pair<std::size_t, std::size_t>> places;
-    for (const auto& place : placesInRegisters(device, ids)) {
+    for (const auto& place : placesInRegisters(device)) {
         places.emplace_back(place.begin, place.size);
     }
     using Pair = std::pair<std::size_t, std::size_t>;
@@ -80,7 +76,6 @@ TEST_F(ModbusRegisters, giveTheImageBack)
 TEST_F(ModbusRegisters, keepTheBitsThatTheyDoNotHold)
 {
     device.parameters.erase(device.parameters.begin() + 6); // Whole byte
-    ids.erase(ids.begin() + 4);
     device.parameterBlock[4] = '\xF2';
     EXPECT_EQ(image("0000 0500 0000 0500 6400 0a00 0b00"), hexBytes("00 0a 0b 05 f5 64 00 00"));
 }
@@ -98,7 +93,7 @@ TEST_F(ModbusRegisters, haveOneSize)
 TEST_F(ModbusRegisters, holdPositionsInOptionLists)
 {
     EXPECT_THAT(refusalOf("0600 ff00 0900 0500 1500 4000 0b00 0c00"),
-                HasSubstr("parameter \"Filter\" of the module (#" + ids[0] +
+                HasSubstr("parameter \"Filter\" of the module (#" + device.parameters[0].id +
                           ", byte 0): found 06 00 in byte 0 of the registers, expected 00 00 to "
                           "05 00, the position of one of its options [off = 0]"));
     EXPECT_THAT(refusalOf("0001 ff00 0900 0500 1500 4000 0b00 0c00"), HasSubstr("found 00 01"));

@@ -4,7 +4,7 @@
 #include "OneThreadAtATime.h"
 
 #include <mxfileext/mxfileext.h>
-#include <mxformat/ParameterRecord.h>
+#include <mxformat/RegisterOrder.h>
 
 #include <algorithm>
 #include <array>
@@ -16,21 +16,7 @@ namespace devices::parser::mx {
 
 namespace {
 
-using Attributes = std::vector<std::shared_ptr<datamodel::Attribute>>;
 using ParameterList = std::list<Parser_kv38::ParameterP*>;
-
-// The parameters of each channel number, in the order of the device.
-std::array<std::vector<Parser_kv38::ParameterP*>, 256> byChannelNumber(const Attributes& attributes)
-{
-    std::array<std::vector<Parser_kv38::ParameterP*>, 256> parameters;
-    for (const auto& attribute : attributes) {
-        if (attribute->typeCode() == datamodel::parameterTypeCode) {
-            auto* const parameter = static_cast<Parser_kv38::ParameterP*>(attribute.get());
-            parameters[parameter->privateProps.channelNumber].push_back(parameter);
-        }
-    }
-    return parameters;
-}
 
 // The position of the raw value in the parameter's option list.
 std::uint8_t optionIndex(const Parser_kv38::ParameterP& parameter, std::uint8_t rawValue)
@@ -86,15 +72,20 @@ Parser_kv38::ParameterP* findParameter(const datamodel::Device& device, const st
 ParameterList Parser_kv38::getParameterListOrderdLikeKv38(DeviceP* device)
 {
     traceEntry(logger, "getParameterListOrderdLikeKv38");
-    const auto parameters = byChannelNumber(device->attributes);
-    ParameterList list(parameters[mxformat::moduleLevel].begin(),
-                       parameters[mxformat::moduleLevel].end());
+    std::vector<ParameterP*> parameters;
+    std::vector<std::uint8_t> owners;
+    std::vector<std::uint8_t> channels;
     for (const auto& attribute : device->attributes) {
-        if (attribute->typeCode() == datamodel::channelTypeCode) {
-            const auto& channel = static_cast<const ChannelP&>(*attribute);
-            const auto& own = parameters[channel.privateProps.channelNumber];
-            list.insert(list.end(), own.begin(), own.end());
+        if (attribute->typeCode() == datamodel::parameterTypeCode) {
+            parameters.push_back(static_cast<ParameterP*>(attribute.get()));
+            owners.push_back(parameters.back()->privateProps.channelNumber);
+        } else if (attribute->typeCode() == datamodel::channelTypeCode) {
+            channels.push_back(static_cast<ChannelP&>(*attribute).privateProps.channelNumber);
         }
+    }
+    ParameterList list;
+    for (const std::size_t position : mxformat::registerOrder(owners, channels)) {
+        list.push_back(parameters[position]);
     }
     return list;
 }
