@@ -50,6 +50,15 @@ std::string statedBits(const ParameterRecord& record)
            std::to_string(record.bitOffset.value);
 }
 
+std::string faultOfBits(const ParameterRecord& record)
+{
+    if (record.bitLength.value == 0) {
+        return "bit offset " + std::to_string(record.bitOffset.value) + ", expected 0 to 7";
+    }
+    return statedBits(record) + (record.bitLength.value == 1 ? " leaves its" : " leave their") +
+           " byte, bits 0 to 7";
+}
+
 void checkType(const Parameter& parameter, Findings& findings)
 {
     const ParameterRecord& record = *parameter.record;
@@ -59,10 +68,8 @@ void checkType(const Parameter& parameter, Findings& findings)
     } else if (record.datatype.value == byteDatatype &&
                !mxformat::bitPlace(record.bitLength.value, record.bitOffset.value).exists()) {
         const bool isLength = record.bitLength.value > 8;
-        findings.add(
-            bitField, (isLength ? record.bitLength : record.bitOffset).place, named(parameter),
-            statedBits(record) + (record.bitLength.value == 1 ? " leaves its" : " leave their") +
-                " byte, bits 0 to 7");
+        findings.add(bitField, (isLength ? record.bitLength : record.bitOffset).place,
+                     named(parameter), faultOfBits(record));
     } else if (record.datatype.value != byteDatatype &&
                (record.bitLength.value != 0 || record.bitOffset.value != 0)) {
         const bool isLength = record.bitLength.value != 0;
