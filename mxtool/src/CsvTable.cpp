@@ -3,6 +3,8 @@
 #include "Csv.h"
 #include "Diagnostic.h"
 
+#include <Poco/String.h>
+
 #include <fmt/format.h>
 #include <text/Beginning.h>
 #include <text/Utf8.h>
@@ -116,9 +118,7 @@ std::vector<std::string> columnNames(std::vector<std::string> cells)
     for (std::string& name : cells) {
         name.erase(0, name.find_first_not_of(' '));
         name.erase(name.find_last_not_of(' ') + 1);
-        std::transform(name.begin(), name.end(), name.begin(), [](char c) {
-            return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-        });
+        Poco::toLowerInPlace(name);
     }
     return cells;
 }

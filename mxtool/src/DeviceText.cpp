@@ -18,11 +18,6 @@ namespace {
 const std::set<std::string> dataProperties = {"inDataSize",    "outDataSize",   "inDataOffset",
                                               "outDataOffset", "paramDataSize", "diagDataSize"};
 
-std::string joined(const std::vector<std::string>& texts, const char* separator)
-{
-    return fmt::format("{}", fmt::join(texts, separator));
-}
-
 std::string bytes(const std::string& count)
 {
     return count + (count == "1" ? " byte" : " bytes");
@@ -91,7 +86,8 @@ std::string setSection(const DeviceReport& report)
 {
     TextTable table({"Set or role", "Id", "Members"});
     for (const auto& set : report.sets) {
-        table.add({set.isRole ? set.name + " (role)" : set.name, set.id, joined(set.members, " ")});
+        table.add({set.isRole ? set.name + " (role)" : set.name, set.id,
+                   fmt::format("{}", fmt::join(set.members, " "))});
     }
     return table.empty() ? "" : "\n" + table.text();
 }

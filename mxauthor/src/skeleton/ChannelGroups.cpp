@@ -3,6 +3,8 @@
 #include "mxauthor/Skeleton.h"
 #include "text/TypeWords.h"
 
+#include <Poco/String.h>
+
 #include <text/NearestWords.h>
 
 #include <algorithm>
@@ -28,14 +30,6 @@ constexpr ShortKind shortKinds[] = {
 [[noreturn]] void refuse(const std::string& text)
 {
     throw SkeletonError("channels", text);
-}
-
-std::string upper(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(), [](char c) {
-        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    });
-    return text;
 }
 
 std::vector<std::string> wordsOf(const std::string& text)
@@ -74,14 +68,14 @@ unsigned countOf(const std::string& digits)
 
 void readStatedKind(const std::vector<std::string>& words, ChannelGroup& group)
 {
-    group.isInput = upper(words[0]) == "IN";
+    group.isInput = Poco::toUpper(words[0]) == "IN";
     group.prefix = group.isInput ? "Input" : "Output";
     if (words.size() != 2) {
         refuse("\"" + words[0] + "\" asks for one kind" + text::acceptedWords("", kindWords()));
     }
     const std::vector<std::string>& kinds = kindWords();
     const auto found = std::find_if(kinds.begin(), kinds.end(), [&words](const auto& kind) {
-        return upper(kind) == upper(words[1]);
+        return Poco::toUpper(kind) == Poco::toUpper(words[1]);
     });
     if (found == kinds.end()) {
         refuse("unknown kind \"" + words[1] + "\"" + text::acceptedWords(words[1], kinds));
@@ -94,7 +88,7 @@ void readShortKind(const std::vector<std::string>& words, ChannelGroup& group)
     std::vector<std::string> accepted;
     for (const ShortKind& kind : shortKinds) {
         accepted.emplace_back(kind.word);
-        if (words.size() == 1 && upper(words[0]) == kind.word) {
+        if (words.size() == 1 && Poco::toUpper(words[0]) == kind.word) {
             group.prefix = kind.word;
             group.isInput = kind.isInput;
             group.kind = kind.kind;
@@ -123,7 +117,7 @@ ChannelGroup readGroup(const std::string& part)
     }
     ChannelGroup group;
     group.count = countOf(digits);
-    if (upper(words[0]) == "IN" || upper(words[0]) == "OUT") {
+    if (Poco::toUpper(words[0]) == "IN" || Poco::toUpper(words[0]) == "OUT") {
         readStatedKind(words, group);
     } else {
         readShortKind(words, group);

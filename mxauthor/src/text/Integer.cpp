@@ -1,6 +1,6 @@
 #include "Integer.h"
 
-#include <devices/parser/mx/HexText.h>
+#include <text/Hexadecimal.h>
 
 #include <charconv>
 
@@ -50,8 +50,7 @@ std::string signedText(std::uint64_t bits)
 
 std::string hexText(std::uint64_t value, int digits)
 {
-    const std::string all = devices::parser::mx::u32AsHex(static_cast<std::uint32_t>(value));
-    return "0x" + all.substr(all.size() - static_cast<std::size_t>(digits));
+    return "0x" + text::hexOf(value, digits);
 }
 
 } // namespace mxauthor

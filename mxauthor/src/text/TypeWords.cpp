@@ -2,6 +2,8 @@
 
 #include "Section.h"
 
+#include <Poco/String.h>
+
 #include <text/NearestWords.h>
 
 #include <algorithm>
@@ -35,23 +37,15 @@ bool isFloatWord(const std::string& lower)
     return lower == "real" || lower == "lreal" || lower == "float" || lower == "double";
 }
 
-std::string lowered(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return text;
-}
-
 std::string unknownType(const std::string& word, const std::vector<std::string>& words)
 {
-    const std::string lower = lowered(word);
+    const std::string lower = Poco::toLower(word);
     const auto foreign = foreignWords().find(lower);
     const std::string meant = foreign == foreignWords().end() ? word : foreign->second;
     std::string text = "unknown type \"" + word + "\"";
     if (isFloatWord(lower)) {
         text += ", values are whole numbers, which a conversion turns into physical ones";
-    } else if ((meant == bitWord || lowered(meant) == "bit") && &words == &typeWords()) {
+    } else if ((meant == bitWord || Poco::toLower(meant) == "bit") && &words == &typeWords()) {
         return text + ", a parameter of one bit has {type: Byte, bits: 1}" +
                text::acceptedWords("", words);
     }

@@ -1,5 +1,7 @@
 #include "YamlText.h"
 
+#include <Poco/String.h>
+
 #include <devices/parser/mx/HexText.h>
 #include <text/Windows1252.h>
 
@@ -39,11 +41,7 @@ bool isReserved(const std::string& text)
 {
     static const std::set<std::string> words = {"null", "true", "false", "yes", "no",
                                                 "on",   "off",  "y",     "n"};
-    std::string lower = text;
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return words.count(lower) != 0;
+    return words.count(Poco::toLower(text)) != 0;
 }
 
 bool isPlain(const std::string& text)
@@ -71,11 +69,7 @@ std::string escaped(char c)
 
 std::string joined(const std::vector<std::string>& values)
 {
-    std::string text;
-    for (const std::string& value : values) {
-        text += (text.empty() ? "" : ", ") + value;
-    }
-    return text;
+    return Poco::cat(std::string(", "), values.begin(), values.end());
 }
 
 } // namespace

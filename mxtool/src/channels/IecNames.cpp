@@ -1,5 +1,7 @@
 #include "channels/IecNames.h"
 
+#include <Poco/String.h>
+
 #include <text/Beginning.h>
 #include <text/TextWidth.h>
 #include <text/Utf8.h>
@@ -257,17 +259,6 @@ std::string plainLetters(char32_t point)
     return found == otherLetters.end() ? "" : found->second;
 }
 
-char upperLetter(char letter)
-{
-    return 'a' <= letter && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
-std::string upperCase(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(), upperLetter);
-    return text;
-}
-
 } // namespace
 
 std::string iecIdentifier(const std::string& bytes)
@@ -286,7 +277,7 @@ std::string iecIdentifier(const std::string& bytes)
         separated = letters.empty();
     }
     const bool startsWithDigit = !identifier.empty() && identifier[0] <= '9';
-    if (startsWithDigit || keywords.count(upperCase(identifier)) != 0) {
+    if (startsWithDigit || keywords.count(Poco::toUpper(identifier)) != 0) {
         identifier.insert(0, prefix);
     }
     return identifier;
@@ -308,8 +299,8 @@ std::string iecCommentText(const std::string& bytes)
 std::string IecNames::unique(const std::string& identifier)
 {
     std::string name = identifier;
-    unsigned& number = next.try_emplace(upperCase(identifier), 2).first->second;
-    while (!used.insert(upperCase(name)).second) {
+    unsigned& number = next.try_emplace(Poco::toUpper(identifier), 2).first->second;
+    while (!used.insert(Poco::toUpper(name)).second) {
         name = identifier + "_" + std::to_string(number++);
     }
     return name;

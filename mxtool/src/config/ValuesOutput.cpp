@@ -7,6 +7,8 @@
 #include "config/AcceptedValue.h"
 #include "config/ParameterNames.h"
 
+#include <Poco/String.h>
+
 #include <text/ShownText.h>
 #include <text/Utf8.h>
 
@@ -23,14 +25,12 @@ using Parameter = DeviceReport::Parameter;
 using Parameters = std::vector<const Parameter*>;
 
 // Words that readers of YAML take for something else than their text.
-bool isYamlWord(std::string text)
+bool isYamlWord(const std::string& text)
 {
     constexpr std::array<const char*, 9> words = {"true", "false", "yes",  "no", "on",
                                                   "off",  "null",  "none", "~"};
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
     return text.size() < 2 ||
-           std::find(words.begin(), words.end(), std::string(text)) != words.end();
+           std::find(words.begin(), words.end(), Poco::toLower(text)) != words.end();
 }
 
 bool isPlain(const std::string& text)
