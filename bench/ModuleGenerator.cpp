@@ -2,6 +2,10 @@
 
 #include "MxBuffer.h"
 
+#include <mxformat/Datatype.h>
+#include <mxformat/Groups.h>
+#include <mxformat/ParameterRecord.h>
+
 #include <algorithm>
 #include <random>
 #include <stdexcept>
@@ -20,7 +24,6 @@ constexpr unsigned firstTextId = 100;
 constexpr std::size_t shortestText = 4;
 constexpr unsigned blockSize = 248;   // the largest block is 255 bytes; this one holds whole slots
 constexpr std::size_t headerSize = 8; // group 0 with the content length
-constexpr unsigned datatypes = 9;
 
 // The generator's own numbers: those of <random>'s distributions differ between libraries.
 class Dice
@@ -67,17 +70,17 @@ testkit::ParameterRecord parameterRecord(const ModuleShape& shape, unsigned inde
     testkit::ParameterRecord record;
     record.number = static_cast<std::uint8_t>(index);
     record.nameId = static_cast<std::uint16_t>(firstTextId + dice.below(shape.texts));
-    record.position = static_cast<std::uint8_t>(4 + index * 8 % blockSize);
-    record.datatype = static_cast<std::uint8_t>(1 + index % datatypes);
-    record.channelNumber =
-        static_cast<std::uint8_t>(shape.channels == 0 ? 255 : index % (shape.channels + 1));
+    record.position = mxformat::statedPosition(static_cast<std::uint8_t>(index * 8 % blockSize));
+    record.datatype = static_cast<std::uint8_t>(1 + index % mxformat::datatypes.size());
+    record.channelNumber = static_cast<std::uint8_t>(
+        shape.channels == 0 ? mxformat::moduleLevel : index % (shape.channels + 1));
     if (record.channelNumber == shape.channels) {
-        record.channelNumber = 255;
+        record.channelNumber = mxformat::moduleLevel;
     }
     if (shape.parametersPerChoice != 0 && index % shape.parametersPerChoice == 0) {
         record.mapId = listIdentifier(shape, index % shape.optionLists);
     } else if (index % 8 == 7) {
-        record.showMe |= 4;
+        record.showMe |= mxformat::convertedFlag;
         record.conversionId = static_cast<std::uint8_t>(1 + index % 3);
     } else if (index % 3 == 0) {
         record.unitId = static_cast<std::uint16_t>(firstTextId + dice.below(shape.texts));
@@ -152,15 +155,15 @@ testkit::MxBuffer groups(const ModuleShape& shape, std::uint32_t moduleId, std::
     std::string sizes = "Parameter=";
     sizes.append(blockSize / 4, 'D');
     testkit::MxBuffer module = testkit::minimalModule({"InData=W", "OutData=W", sizes}, moduleId);
-    module.group(0x0010, parameterBlock())
-        .group(0x20C0, parameterRecords(shape, dice))
-        .group(0x20C1, optionLists(shape, dice))
-        .group(0x20C2, conversions())
-        .group(0x20D0, channelRecords(shape))
-        .group(0x20D7, channelNames(shape))
-        .group(0x20D3, texts(shape, spare));
+    module.group(mxformat::group::parameterBlock, parameterBlock())
+        .group(mxformat::group::parameters, parameterRecords(shape, dice))
+        .group(mxformat::group::optionLists, optionLists(shape, dice))
+        .group(mxformat::group::conversions, conversions())
+        .group(mxformat::group::channels, channelRecords(shape))
+        .group(mxformat::group::channelNames, channelNames(shape))
+        .group(mxformat::group::texts, texts(shape, spare));
     if (shape.imageBytes != 0) {
-        module.group(0x20F1, image(shape.imageBytes, dice));
+        module.group(mxformat::group::productImage, image(shape.imageBytes, dice));
     }
     return module;
 }

@@ -2,6 +2,11 @@
 
 #include "MxBuffer.h"
 
+#include <mxformat/ChannelRecord.h>
+#include <mxformat/Groups.h>
+#include <mxformat/OptionRecord.h>
+#include <mxformat/ParameterRecord.h>
+
 #include <algorithm>
 #include <string>
 #include <utility>
@@ -16,10 +21,9 @@ constexpr std::uint8_t anyNumber = 7; // of every channel, and of the parameters
 constexpr std::uint8_t anyList = 1;
 constexpr std::uint16_t unknownGroup = 0x7ABC;
 constexpr unsigned firstIdOfTexts = 100;
-constexpr std::size_t parameterSize = 29;
-constexpr std::size_t channelSize = 7;
+constexpr std::size_t parameterSize = mxformat::parameterRecordSize;
+constexpr std::size_t channelSize = mxformat::channelRecordHeaderSize;
 constexpr std::size_t channelNameSize = 3;
-constexpr std::size_t optionSize = 10;
 constexpr std::size_t largestList = 255;
 constexpr std::size_t otherBytes = 750; // the groups that every module has, and all overheads
 
@@ -67,7 +71,7 @@ Content oneLongOptionList(std::size_t size)
     testkit::ParameterRecord record;
     record.mapId = anyList;
     content.parameters = parameters(size / 2 / parameterSize, record);
-    for (std::size_t left = size / 2 / optionSize; left != 0;) {
+    for (std::size_t left = size / 2 / mxformat::optionSize; left != 0;) {
         const std::size_t count = std::min(left, largestList);
         append(content.options,
                testkit::optionList(anyList,
@@ -180,12 +184,12 @@ std::vector<char> worstModule(WorstShape shape, std::size_t size)
 {
     const Content content = contentOf(shape, size - otherBytes);
     testkit::MxBuffer module = testkit::minimalModule({"Parameter=D"});
-    module.group(0x0010, Bytes{0, 0, 0, 0, 0, 0})
-        .group(0x20C0, content.parameters)
-        .group(0x20C1, content.options)
-        .group(0x20D0, content.channels)
-        .group(0x20D7, content.names)
-        .group(0x20D3, testkit::textTablePayload(content.texts));
+    module.group(mxformat::group::parameterBlock, Bytes{0, 0, 0, 0, 0, 0})
+        .group(mxformat::group::parameters, content.parameters)
+        .group(mxformat::group::optionLists, content.options)
+        .group(mxformat::group::channels, content.channels)
+        .group(mxformat::group::channelNames, content.names)
+        .group(mxformat::group::texts, testkit::textTablePayload(content.texts));
     for (std::size_t i = 0; i < content.emptyGroups; ++i) {
         module.group(unknownGroup, {});
     }

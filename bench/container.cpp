@@ -2,6 +2,7 @@
 #include "ModuleGenerator.h"
 
 #include <devices/parser/mx/Parser.h>
+#include <mxformat/Groups.h>
 
 #include <benchmark/benchmark.h>
 
@@ -15,7 +16,7 @@ void indexGroups(benchmark::State& state, const bench::ModuleShape& shape)
     devices::parser::mx::Parser parser;
     for (auto _ : state) {
         parser.parse(file.data(), static_cast<std::uint32_t>(file.size()));
-        benchmark::DoNotOptimize(parser.getGroup(0x20D3, nullptr));
+        benchmark::DoNotOptimize(parser.getGroup(mxformat::group::texts, nullptr));
     }
 }
 

@@ -5,6 +5,8 @@
 #include "FuzzTarget.h"
 
 #include <mxfileext/mxfileext.h>
+#include <mxformat/Groups.h>
+#include <mxformat/ParameterRecord.h>
 
 #include <array>
 #include <cstdlib>
@@ -15,17 +17,14 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-constexpr std::size_t recordSize = 29;
-constexpr std::uint8_t convertedFlag = 0x04;
-
 void giveGroup(std::uint16_t id, const Bytes& payload)
 {
     Bytes group{static_cast<unsigned char>(id >> 8), static_cast<unsigned char>(id)};
-    const auto length = static_cast<std::uint16_t>(payload.size() + 6);
+    const auto length = static_cast<std::uint16_t>(payload.size() + mxformat::groupOverhead);
     group.push_back(static_cast<unsigned char>(length >> 8));
     group.push_back(static_cast<unsigned char>(length));
     group.insert(group.end(), payload.begin(), payload.end());
-    group.insert(group.end(), 2, 0);
+    group.insert(group.end(), mxformat::groupChecksumSize, 0);
     mxfileext::parseGroup(0, id, group.data(), static_cast<unsigned short>(group.size()));
 }
 
@@ -78,7 +77,7 @@ void writeValues(const Bytes& record, const Bytes& block, const std::string& tex
         readConverted(record, image);
     }
     // What was read from a parameter leaves the image as it is.
-    if ((record[5] & convertedFlag) == 0) {
+    if (!mxformat::isConverted(mxformat::readParameterRecord(record.data()).flags)) {
         image = block;
         const std::string own = readTexts(record, block).value;
         if (write(record, image, own) && image != block) {
@@ -107,14 +106,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Bytes conversions = words.takeBytes(words.takeU16() % 4096U);
     const Bytes texts = words.takeBytes(words.takeU16() % 4096U);
     const Bytes block = words.takeBytes(words.takeByte());
-    Bytes record = words.takeBytes(recordSize);
-    record.resize(recordSize);
+    Bytes record = words.takeBytes(mxformat::parameterRecordSize);
+    record.resize(mxformat::parameterRecordSize);
     const Bytes rest = words.takeRest();
 
     mxfileext::clearParsedData(0);
-    giveGroup(0x20D3, texts);
-    giveGroup(0x20C2, conversions);
-    giveGroup(0x20C2, texts); // the first of a group holds
+    giveGroup(mxformat::group::texts, texts);
+    giveGroup(mxformat::group::conversions, conversions);
+    giveGroup(mxformat::group::conversions, texts); // the first of a group holds
     Bytes told = block;
     mxfileext::initializeModule(told.empty() ? nullptr : reinterpret_cast<char*>(told.data()),
                                 static_cast<unsigned short>(told.size()));

@@ -10,11 +10,7 @@
 
 namespace {
 
-class OpenParser : public devices::parser::mx::Parser
-{
-public:
-    using Parser::groupOrder;
-};
+using devices::parser::mx::Parser;
 
 template <typename Action>
 void allowFailure(const Action& action)
@@ -27,7 +23,7 @@ void allowFailure(const Action& action)
 }
 
 // Reads every byte of the payload, so that a wrong size is seen.
-void readGroup(OpenParser& parser, std::uint16_t id, const std::string& key, std::uint8_t dataset)
+void readGroup(Parser& parser, std::uint16_t id, const std::string& key, std::uint8_t dataset)
 {
     std::uint32_t size = 0;
     if (const std::uint8_t* payload = parser.getGroup(id, &size)) {
@@ -54,12 +50,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::FuzzInput input(data, size);
     const std::uint8_t dataset = input.words.empty() ? 0xFB : input.words.takeByte();
     const std::string key = input.words.takeLine();
-    OpenParser parser;
+    Parser parser;
     allowFailure(
         [&] { parser.parse(input.file.data(), static_cast<std::uint32_t>(input.file.size())); });
     parser.parseContent();
-    for (const std::uint16_t id : parser.groupOrder) {
-        readGroup(parser, id, key, dataset);
+    for (const auto& group : parser.groups()) {
+        readGroup(parser, group.id, key, dataset);
     }
     allowFailure([&] {
         std::uint32_t moduleId = 0;
