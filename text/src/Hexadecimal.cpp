@@ -52,7 +52,7 @@ std::optional<std::vector<std::uint8_t>> fromHex(const std::string& text)
         if (isHigh) {
             bytes.push_back(0);
         }
-        bytes.back() = static_cast<std::uint8_t>(bytes.back() << 4U | *digit);
+        bytes.back() = static_cast<std::uint8_t>(bytes.back() * 16U + *digit);
         isHigh = !isHigh;
     }
     return isHigh ? std::optional(bytes) : std::nullopt;
