@@ -44,6 +44,16 @@ std::uint32_t allBits(std::uint8_t count)
 
 } // namespace
 
+std::uint8_t bytesOfSizeLetter(char sizeLetter)
+{
+    for (const Datatype& type : datatypes) {
+        if (letterOf(type.bytes) == sizeLetter) {
+            return type.bytes;
+        }
+    }
+    return 0;
+}
+
 std::string ChannelPlace::symbol(bool isInput, std::uint8_t bitLength, std::uint8_t bitOffset) const
 {
     std::string text = {isInput ? 'I' : 'Q', sizeLetter};

@@ -6,6 +6,9 @@
 
 namespace mxformat {
 
+/// Returns the bytes of a channel with the IEC size letter B, W, D or L; 0 for any other.
+std::uint8_t bytesOfSizeLetter(char sizeLetter);
+
 /// What a channel takes of a process image.
 struct ChannelPlace
 {

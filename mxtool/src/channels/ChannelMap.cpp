@@ -1,6 +1,7 @@
 #include "channels/ChannelMap.h"
 
 #include <mxauthor/MxFile.h>
+#include <mxformat/ImageAllocator.h>
 
 namespace mxtool {
 
@@ -66,20 +67,6 @@ ChannelMap::Data dataOf(const DeviceReport& report, const char* offset, const ch
     return {std::stoul(report.property(offset)), std::stoul(report.property(size))};
 }
 
-unsigned bitsOf(char sizeLetter)
-{
-    switch (sizeLetter) {
-    case 'B':
-        return 8;
-    case 'W':
-        return 16;
-    case 'D':
-        return 32;
-    default:
-        return 64;
-    }
-}
-
 } // namespace
 
 bool ChannelMap::Channel::isBitField() const
@@ -94,7 +81,7 @@ std::uint64_t ChannelMap::Channel::firstBit() const
 
 unsigned ChannelMap::Channel::bits() const
 {
-    return isBitField() ? bitLength : bitsOf(sizeLetter);
+    return isBitField() ? bitLength : 8U * mxformat::bytesOfSizeLetter(sizeLetter);
 }
 
 ChannelMap makeChannelMap(devices::parser::IDeviceParser& parser,

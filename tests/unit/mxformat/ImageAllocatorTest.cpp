@@ -74,6 +74,15 @@ TEST(ImageAllocatorTest, kindWithoutDataTakesNothing)
     }
 }
 
+TEST(ImageAllocatorTest, aSizeLetterStandsForItsBytes)
+{
+    EXPECT_EQ(mxformat::bytesOfSizeLetter('B'), 1);
+    EXPECT_EQ(mxformat::bytesOfSizeLetter('W'), 2);
+    EXPECT_EQ(mxformat::bytesOfSizeLetter('D'), 4);
+    EXPECT_EQ(mxformat::bytesOfSizeLetter('L'), 8);
+    EXPECT_EQ(mxformat::bytesOfSizeLetter('X'), 0);
+}
+
 TEST(ImageAllocatorTest, outputsBeginWithQ)
 {
     EXPECT_EQ(ImageAllocator(7).take(bitKind, 1)->symbol(false, 1, 5), "QX7_5");
