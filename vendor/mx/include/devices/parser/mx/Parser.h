@@ -15,7 +15,7 @@ namespace devices::parser::mx {
 /// Where a group lies in an mx buffer.
 struct GroupPlace
 {
-    std::uint16_t id;
+    std::uint16_t id;            ///< Of the group.
     std::uint32_t payloadOffset; ///< From the start of the buffer, in bytes.
     std::uint32_t payloadSize;   ///< In bytes.
 };
