@@ -1,11 +1,11 @@
-"""Prints the medians of benchmark reports and the ratios that the project promises."""
+"""Prints the medians of benchmark reports and checks the promised ratios."""
 
 import json
 import sys
 
 UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
-# What is compared, with what, and the largest ratio that is promised (None: stated only).
+# What is compared, with what, and the largest promised ratio (None: printed only).
 RATIOS = [
     ("translation: parse/{}", "translation: floorOfTree/{}", {"small": 1.3, "medium": 1.2, "large": 1.2}),
     ("translation: parseWithTraceLines/{}", "translation: parse/{}", {"small": None, "medium": None, "large": None}),
@@ -29,7 +29,7 @@ def medians(path):
 
 
 def natural(name):
-    """The numbers of a name by their value, the sizes by theirs."""
+    """A sort key: numbers in a name and sizes are ordered by value."""
     sizes = {"small": "1", "medium": "2", "large": "3"}
     return [part.zfill(9) for part in "/".join(sizes.get(word, word) for word in name.split("/")).split("/")]
 

@@ -1,4 +1,4 @@
-# The rules under which every target of this project is compiled and linked.
+# The compile and link rules of every target of this project.
 
 # Compile rules: language, visibility, warnings, assertions, paths, instrumentation.
 function(parser_mx_rules target)
@@ -17,25 +17,24 @@ function(parser_mx_rules target)
                 -Wpedantic
                 -Wshadow
                 -Wconversion
-                # Nobody replaces a function of a library inside that library.
+                # Functions of a library are never replaced inside that library.
                 -fno-semantic-interposition
                 # Assertions are part of the behaviour, in every build type.
                 -UNDEBUG
-                # __FILE__ starts at the root of the project, never at a path of the build machine.
+                # __FILE__ is relative to the root of the project, without a path of the build machine.
                 -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
-    # A mistake that no test has met ends the process, and is no way in. The checks of the C library
-    # need an optimised build.
+    # Hardening: memory errors abort. The checks of the C library need an optimised build.
     target_compile_options(
         ${target}
         PRIVATE "$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-D_GLIBCXX_ASSERTIONS>"
                 -fstack-protector-strong)
-    # With them gcc 12 sees overlapping copies and foreign pointers inside its own strings and vectors.
+    # With them gcc 12 reports overlapping copies and invalid pointers inside its own strings and vectors.
     target_compile_options(
         ${target} PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>
                           $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-free-nonheap-object>)
     target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now,-z,noexecstack)
-    # An identifier would come from the debug information, which names where the build lies: equal
-    # sources give equal packages without.
+    # A build identifier would depend on the debug information, which has the build's path. Without it equal
+    # sources give equal packages.
     target_link_options(${target} PRIVATE -Wl,--build-id=none)
     if(PARSER_MX_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
@@ -52,8 +51,8 @@ function(parser_mx_rules target)
     endif()
 endfunction()
 
-# A build of several sources at a time takes the sources of one folder together: a local name is used
-# once in a folder, and a new source moves no other one.
+# A unity build compiles the sources of one folder together: local names are unique in a folder, and a new
+# source does not regroup the others.
 function(parser_mx_unity_by_folder target)
     get_target_property(sources ${target} SOURCES)
     foreach(source IN LISTS sources)
@@ -67,15 +66,14 @@ function(parser_mx_unity_by_folder target)
     set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
 endfunction()
 
-# A released library also tells its types, to abidw and the debugger; the packages are stripped of
-# that.
+# A released library also contains its types, for abidw and the debugger; in the packages they are stripped.
 function(parser_mx_library_rules target)
     parser_mx_rules(${target})
     target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-g>)
 endfunction()
 
-# A library made of object libraries, with its version, the map of what it exports and its package
-# target name. The first number of the version is the SONAME's.
+# A library made of object libraries, with its version, its export map and its target name in the CMake
+# package. The first number of the version is the SONAME's.
 function(parser_mx_library target version map)
     cmake_parse_arguments(ARG "" "" "OBJECTS" ${ARGN})
     list(TRANSFORM ARG_OBJECTS REPLACE "(.+)" "$<TARGET_OBJECTS:\\1>")
@@ -93,13 +91,13 @@ function(parser_mx_library target version map)
         ${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>)
 endfunction()
 
-# Link rules of a shared library: it exports what the map names, and finds all that it needs.
+# Link rules of a shared library: it exports what the map names, and has no undefined symbols.
 function(parser_mx_link_rules target map)
     target_link_options(${target} PRIVATE -Wl,--version-script=${map})
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${map})
     target_link_options(${target} PRIVATE -Wl,--as-needed -Wl,-Bsymbolic-functions)
     if(NOT PARSER_MX_SANITIZE)
-        # A sanitizer's own functions come from the program, so they stay undefined here.
+        # The program provides the functions of a sanitizer, so they stay undefined here.
         target_link_options(${target} PRIVATE -Wl,--no-undefined)
     endif()
 endfunction()

@@ -1,4 +1,4 @@
-# Reference of the public headers: target docs, made by scripts/docs. No part of the build itself.
+# Reference of the public headers: target docs, built by scripts/docs. Not part of the default build.
 configure_file(${PROJECT_SOURCE_DIR}/docs/Doxyfile.in ${PROJECT_BINARY_DIR}/docs/Doxyfile @ONLY)
 find_program(PARSER_MX_DOXYGEN doxygen)
 mark_as_advanced(PARSER_MX_DOXYGEN)

@@ -1,4 +1,4 @@
-# What `cmake --install` puts where. Each component is one Debian package.
+# The files of `cmake --install` and their places. Each component is one Debian package.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -6,12 +6,12 @@ set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/parser-mx)
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 set(documents_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/libparser-mx-dev)
 
-# The same permissions whatever the umask of who installs.
+# The same permissions for every umask.
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
-# In a prefix of its own everything is found from where it lies, so that the prefix can be moved.
-# Below /usr the system's search order holds, in which a host's own companion library comes first.
+# In a separate prefix all paths are relative, so that the prefix can be moved. Below /usr the system's search
+# order applies, in which a host's own companion library comes first.
 set(relocatable_rpath "")
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     file(RELATIVE_PATH bin_to_lib /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
@@ -43,7 +43,7 @@ foreach(room datamodel devicedb mxfileext vendor/mx)
         COMPONENT dev)
 endforeach()
 
-# A store that the device database loads when it is asked for, so that its driver is nobody's need.
+# An engine that the device database loads on demand, so that its driver is optional.
 if(TARGET device-database-postgresql)
     if(relocatable_rpath)
         set_target_properties(device-database-postgresql PROPERTIES INSTALL_RPATH "$ORIGIN/..")
@@ -53,7 +53,7 @@ if(TARGET device-database-postgresql)
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/device-database COMPONENT postgresql)
 endif()
 
-# The CMake package. A static library brings its own needs to whoever links it.
+# The CMake package. Users of a static library must link its dependencies too.
 configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/parser-mx-config.cmake.in
     ${PROJECT_BINARY_DIR}/parser-mx-config.cmake
@@ -73,7 +73,7 @@ install(
     DESTINATION ${package_dir}
     COMPONENT dev)
 
-# The pkg-config files say where they lie relative to the prefix.
+# The pkg-config files state their place relative to the prefix.
 file(RELATIVE_PATH pkgconfig_to_prefix /${pkgconfig_dir} /)
 string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
 if(PARSER_MX_STATIC)
@@ -108,7 +108,7 @@ if(PARSER_MX_BUILD_TOOL)
             COMPONENT tool
             OPTIONAL)
     endforeach()
-    # As Debian has its manual pages; without the time, which would be another in each build.
+    # Compressed like Debian's manual pages; without the time, which would differ in each build.
     install(CODE "
         file(GLOB pages \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATAROOTDIR}/man/man1/mxtool*.1\")
         if(pages)

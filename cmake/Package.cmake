@@ -1,5 +1,5 @@
-# The Debian packages, one for each component of the installation; scripts/package builds them. They
-# hold the shared libraries, laid out for /usr; anything else is left to the installation.
+# The Debian packages, one for each component of the installation; scripts/package builds them. They contain
+# the shared libraries, for the prefix /usr; other layouts need an installation.
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" OR PARSER_MX_STATIC)
     return()
 endif()
@@ -18,16 +18,16 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 
-# What the binaries need of the system is read off them; what they need of each other is said below.
+# Dependencies on the system are read from the binaries; those between these packages are stated below.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
-# A host's own package learns from the libraries what it needs, as these do from others.
+# The libraries provide the dependency information for a host's own package.
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(same "(= ${PROJECT_VERSION})")
 set(since "(>= ${PROJECT_VERSION})")
 
-# The change log of the packages. Its date is that of the version, so that equal sources give equal bytes.
+# The change log of the packages. Its date is fixed per version, so that equal sources give equal bytes.
 set(changelog_date "Sat, 21 Nov 2026 16:15:41 +0000")
 configure_file(cmake/changelog.in ${PROJECT_BINARY_DIR}/changelog @ONLY)
 execute_process(COMMAND gzip -9n INPUT_FILE ${PROJECT_BINARY_DIR}/changelog
@@ -50,13 +50,13 @@ parser_mx_package(
     "Turns binary mx files, one per I/O module type, into devices with channels,"
     "parameters and properties, and computes the parameter image of a configured"
     "module.")
-# A host with a companion library or a device database of its own provides these names itself.
+# A host with its own companion library or device database provides these names itself.
 set(CPACK_DEBIAN_PARSER_PACKAGE_DEPENDS
     "libmxfileext1 ${since} | mxfileext-1, libdevice-database1 ${since} | device-database-1")
 
-# After the libraries came or went, a trigger renews the loader's cache. CPack would add scripts that do
-# the same, which Debian does not want: it leaves out those whose names are given here, and there is no
-# such file.
+# When the libraries are installed or removed, a trigger renews the loader's cache. CPack would add scripts
+# that do the same, against Debian's rules. It omits scripts whose names are given here; these files do not
+# exist.
 foreach(component PARSER MXFILEEXT DATABASE)
     set(CPACK_DEBIAN_${component}_PACKAGE_CONTROL_EXTRA
         ${PROJECT_SOURCE_DIR}/cmake/triggers ${PROJECT_BINARY_DIR}/none/postinst
@@ -74,7 +74,7 @@ parser_mx_package(
     "Stores one record for each module type that libparser-mx3 reads.")
 set(CPACK_DEBIAN_DATABASE_PACKAGE_PROVIDES device-database-1)
 
-# The store in a PostgreSQL server is a package of its own: recommended, and not needed.
+# The PostgreSQL engine is a separate package: recommended, not required.
 if(TARGET device-database-postgresql)
     list(APPEND CPACK_COMPONENTS_ALL postgresql)
     parser_mx_package(
