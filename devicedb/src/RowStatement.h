@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -37,8 +36,5 @@ public:
 
     virtual void execute(const std::vector<Row>& rows) = 0;
 };
-
-/// Makes the statements of the engine at hand.
-using MakeRowStatement = std::function<std::unique_ptr<RowStatement>(const RowSql&)>;
 
 } // namespace devices::database

@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <cstdint>
+#include <functional>
 #include <stdexcept>
 
 namespace devices::database {

@@ -70,7 +70,7 @@ bool isDrawing(const std::string& content)
 
 } // namespace
 
-std::string foreignContent(const std::string& content)
+std::optional<std::string> foreignContent(const std::string& content)
 {
     if (content.size() > 10 && isBitmap(content)) {
         return "a BMP picture";
@@ -84,7 +84,7 @@ std::string foreignContent(const std::string& content)
         return beginsWith(content, start, one.begin);
     });
     if (form == forms().end()) {
-        return "";
+        return std::nullopt;
     }
     return form->begin == "<?xml" && isDrawing(content) ? "an SVG drawing" : form->name;
 }

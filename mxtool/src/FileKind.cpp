@@ -166,11 +166,10 @@ void requireModule(const std::string& path, const std::string& content, const st
     if (kind == FileKind::MxFile || kind == FileKind::TextForm) {
         return;
     }
-    const std::string found =
-        kind == FileKind::Other ? mxauthor::foreignContent(content) : nameOf(kind);
-    if (!found.empty()) {
+    const auto found = kind == FileKind::Other ? mxauthor::foreignContent(content) : nameOf(kind);
+    if (found) {
         throw Failure(ExitCode::Input,
-                      {"error", inputName(path), "This is " + found + ", expected " + expected,
+                      {"error", inputName(path), "This is " + *found + ", expected " + expected,
                        callThatTakes(kind, path)});
     }
 }

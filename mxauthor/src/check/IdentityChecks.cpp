@@ -197,9 +197,8 @@ void checkImage(const ModuleView& module, Findings& findings)
         findings.add(imageEmpty, module.group(0x20F1)->place, "", "the product image is empty");
         return;
     }
-    const std::string problem = svgzProblem(image->bytes.value);
-    if (!problem.empty()) {
-        findings.add(imageUnreadable, image->bytes.place, "", problem);
+    if (const auto problem = svgzProblem(image->bytes.value)) {
+        findings.add(imageUnreadable, image->bytes.place, "", *problem);
     }
 }
 

@@ -1,6 +1,8 @@
 #include "check/Checks.h"
 #include "mxauthor/Counted.h"
 
+#include <mxformat/DataSizes.h>
+
 #include <algorithm>
 
 namespace mxauthor {
@@ -41,13 +43,13 @@ constexpr std::uint32_t withTwoBytesMore = 0x0E81276D;
 
 void checkLine(const Field<std::string>& line, Findings& findings)
 {
-    for (const std::string key : dataSizeKeys) {
+    for (const std::string key : mxformat::dataSizeKeys) {
         if (line.value.compare(0, key.size(), key) != 0) {
             continue;
         }
         const std::string codes = line.value.substr(key.size());
         const auto bad = std::find_if(codes.begin(), codes.end(),
-                                      [](char code) { return dataSizeOfCode(code) < 0; });
+                                      [](char code) { return !mxformat::sizeOfDataCode(code); });
         if (bad != codes.end()) {
             findings.add(dataSizeCode, line.place, key,
                          std::string("'") + *bad + "' stands for no size, expected D, W or B");
@@ -59,8 +61,8 @@ void checkLine(const Field<std::string>& line, Findings& findings)
 // What the module really has, where readers correct what its file states.
 std::uint32_t correctedSize(const ModuleView& module, std::uint32_t stated)
 {
-    std::uint32_t id = 0;
-    if (module.moduleId(id) && id == withoutData) {
+    const auto id = module.moduleId();
+    if (id == withoutData) {
         return 0;
     }
     return stated + (id == withTwoBytesMore ? 2 : 0);

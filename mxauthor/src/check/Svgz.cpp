@@ -40,10 +40,9 @@ void requireGzip(const Bytes& bytes)
     if (begin.substr(0, gzipMagic.size()) == gzipMagic.substr(0, begin.size())) {
         return;
     }
-    const std::string found = foreignContent(begin);
+    const auto found = foreignContent(begin);
     throw std::runtime_error(
-        (found.empty() ? "begins with the bytes " + shownBegin(begin) : "is " + found) +
-        expectedDrawing);
+        (found ? "is " + *found : "begins with the bytes " + shownBegin(begin)) + expectedDrawing);
 }
 
 // Returns what the bytes hold. Throws where they are damaged.
@@ -94,18 +93,21 @@ std::string rootElement(const std::string& text)
 
 } // namespace
 
-std::string svgzProblem(const Bytes& bytes)
+std::optional<std::string> svgzProblem(const Bytes& bytes)
 {
     std::string text;
     try {
         requireGzip(bytes);
         text = inflated(bytes);
         const std::string root = rootElement(text);
-        return root == "svg" ? "" : "is an XML document of \"" + root + "\", expected \"svg\"";
+        if (root == "svg") {
+            return std::nullopt;
+        }
+        return "is an XML document of \"" + root + "\", expected \"svg\"";
     } catch (const Poco::Exception& failure) {
-        const std::string found = text.compare(0, 1, "<") == 0 ? "" : foreignContent(text);
-        return found.empty() ? "is no well-formed XML: " + failure.message()
-                             : "is " + found + " compressed with gzip" + expectedDrawing;
+        const auto found = text.compare(0, 1, "<") == 0 ? std::nullopt : foreignContent(text);
+        return found ? "is " + *found + " compressed with gzip" + expectedDrawing
+                     : "is no well-formed XML: " + failure.message();
     } catch (const std::runtime_error& failure) {
         return failure.what();
     }

@@ -2,10 +2,12 @@
 
 #include "mxauthor/Field.h"
 
+#include <optional>
+
 namespace mxauthor {
 
 /// Returns why `bytes` are no compressed SVG image: no gzip data, damaged, no well-formed XML or of
-/// another root element. Empty when they are one.
-std::string svgzProblem(const Bytes& bytes);
+/// another root element; nothing when they are one.
+[[nodiscard]] std::optional<std::string> svgzProblem(const Bytes& bytes);
 
 } // namespace mxauthor

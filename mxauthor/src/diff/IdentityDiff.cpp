@@ -16,8 +16,8 @@ std::string quoted(const std::string& text)
 
 std::string moduleIdText(const ModuleView& module)
 {
-    std::uint32_t id = 0;
-    return module.moduleId(id) ? devices::parser::mx::u32AsHex(id) : "none";
+    const auto id = module.moduleId();
+    return id ? devices::parser::mx::u32AsHex(*id) : "none";
 }
 
 std::map<std::string, std::string> entriesOf(const ModuleView& module, std::uint16_t id)

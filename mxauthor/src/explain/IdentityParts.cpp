@@ -2,6 +2,7 @@
 #include "mxauthor/Counted.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <mxformat/DataSizes.h>
 
 #include <algorithm>
 #include <set>
@@ -36,17 +37,17 @@ const std::set<std::string>& readKeys()
 // What a line of group 0x0011 adds to a size; empty for a line that is skipped.
 std::string sizeMeaning(const std::string& line)
 {
-    for (const std::string key : dataSizeKeys) {
+    for (const std::string key : mxformat::dataSizeKeys) {
         if (line.compare(0, key.size(), key) != 0) {
             continue;
         }
         std::uint64_t size = 0;
         for (const char code : line.substr(key.size())) {
-            const int more = dataSizeOfCode(code);
-            if (more < 0) {
+            const auto more = mxformat::sizeOfDataCode(code);
+            if (!more) {
                 return "\"" + std::string(1, code) + "\" stands for no size";
             }
-            size += static_cast<unsigned>(more);
+            size += *more;
         }
         return counted(size, "byte");
     }

@@ -1,24 +1,10 @@
 #include "module/ModuleView.h"
 
-#include <devices/parser/mx/Parser_kv38.h>
+#include <mxformat/DataSizes.h>
 #include <mxformat/Groups.h>
 #include <text/Beginning.h>
 
-#include <algorithm>
-#include <stdexcept>
-
 namespace mxauthor {
-
-namespace {
-
-// Reads lines of group 0x0011 by the device parser's own rules.
-class SizeRules : public devices::parser::mx::Parser_kv38
-{
-public:
-    using Parser_kv38::updateDataArraySize;
-};
-
-} // namespace
 
 ModuleView::ModuleView(const MxFile& file) : source(file)
 {
@@ -99,26 +85,26 @@ std::uint32_t ModuleView::dataSize(const std::string& key) const
             continue;
         }
         for (const char code : line.substr(key.size())) {
-            size += static_cast<std::uint32_t>(std::max(dataSizeOfCode(code), 0));
+            size += mxformat::sizeOfDataCode(code).value_or(0);
         }
     }
     return size;
 }
 
-bool ModuleView::moduleId(std::uint32_t& id) const
+std::optional<std::uint32_t> ModuleView::moduleId() const
 {
     const auto* const identity = content<Identity>(0x0001);
     for (std::size_t i = 0; identity != nullptr && i < identity->datasets.size(); ++i) {
         const Dataset& dataset = identity->datasets[i];
         if (dataset.id.value == identityDataset) {
-            id = 0;
+            std::uint32_t id = 0;
             for (std::size_t byte = 1; byte < dataset.data.value.size(); ++byte) {
                 id = id << 8 | dataset.data.value[byte];
             }
-            return dataset.data.value.size() == 5;
+            return dataset.data.value.size() == 5 ? std::optional(id) : std::nullopt;
         }
     }
-    return false;
+    return std::nullopt;
 }
 
 void ModuleView::addChannels()
@@ -147,18 +133,6 @@ void ModuleView::addParameters()
         const ParameterRecord& record = parameters->records[i];
         allParameters.push_back({&record, textOf(record.nameId.value), values[i]});
     }
-}
-
-int dataSizeOfCode(char code)
-{
-    static SizeRules rules;
-    std::uint32_t size = 0;
-    try {
-        rules.updateDataArraySize(std::string("InData") + code, "InData", &size);
-    } catch (const std::runtime_error&) {
-        return -1;
-    }
-    return static_cast<int>(size);
 }
 
 std::string named(const char* what, unsigned number, const std::string& name)

@@ -6,8 +6,8 @@
 
 #include <mxformat/ConversionTable.h>
 
-#include <array>
 #include <map>
+#include <optional>
 
 namespace mxauthor {
 
@@ -70,8 +70,8 @@ public:
     /// Returns the stated bytes of "InData", "OutData", "Parameter" or "Diagnosis".
     std::uint32_t dataSize(const std::string& key) const;
 
-    /// Returns the module identifier; false when the file has none.
-    bool moduleId(std::uint32_t& id) const;
+    /// Returns the module identifier; nothing when the file has none.
+    [[nodiscard]] std::optional<std::uint32_t> moduleId() const;
 
 private:
     void addChannels();
@@ -85,13 +85,6 @@ private:
     std::vector<Channel> allChannels;
     std::vector<Parameter> allParameters;
 };
-
-/// The keys of group 0x0011.
-constexpr std::array<const char*, 4> dataSizeKeys = {"InData", "OutData", "Parameter", "Diagnosis"};
-
-/// Returns the bytes that the character `code` of a line of group 0x0011 stands for; -1 for one
-/// that stands for nothing.
-int dataSizeOfCode(char code);
 
 /// Returns how messages name a channel or parameter: `parameter 3 "Filter"`; the name shortened.
 std::string named(const char* what, unsigned number, const std::string& name);

@@ -35,6 +35,11 @@ std::optional<Piece> nextPlaceholder(const std::string& text, std::size_t from)
     return std::nullopt;
 }
 
+std::string inside(const std::string& text, const Piece& piece)
+{
+    return text.substr(piece.begin + 1, piece.end - piece.begin - 2);
+}
+
 // Takes digits from the front of `text`. Empty when there are none, or too many.
 std::optional<std::int64_t> takeNumber(std::string& text)
 {
@@ -85,18 +90,25 @@ bool hasPlaceholder(const std::string& text)
     return nextPlaceholder(text, 0).has_value();
 }
 
-std::optional<std::string> withNumbers(const std::string& text, std::uint32_t n, std::string* wrong)
+std::optional<std::string> wrongPlaceholder(const std::string& text)
+{
+    std::size_t from = 0;
+    while (const auto piece = nextPlaceholder(text, from)) {
+        if (!valueOf(inside(text, *piece), 0)) {
+            return text.substr(piece->begin, piece->end - piece->begin);
+        }
+        from = piece->end;
+    }
+    return std::nullopt;
+}
+
+std::string withNumbers(const std::string& text, std::uint32_t n)
 {
     std::string result;
     std::size_t from = 0;
     while (const auto piece = nextPlaceholder(text, from)) {
-        const std::string inner = text.substr(piece->begin + 1, piece->end - piece->begin - 2);
-        const auto value = valueOf(inner, n);
-        if (!value) {
-            *wrong = "<" + inner + ">";
-            return std::nullopt;
-        }
-        result += text.substr(from, piece->begin - from) + std::to_string(*value);
+        result += text.substr(from, piece->begin - from) +
+                  std::to_string(valueOf(inside(text, *piece), n).value());
         from = piece->end;
     }
     return result + text.substr(from);

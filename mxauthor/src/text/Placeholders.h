@@ -11,9 +11,11 @@ namespace mxauthor {
 /// Returns whether `text` holds something that is, or was meant to be, such a placeholder.
 bool hasPlaceholder(const std::string& text);
 
-/// Returns `text` with the numbers of repetition `n` in place of its placeholders. Empty when one
-/// of them is wrong, which `wrong` then names.
-std::optional<std::string> withNumbers(const std::string& text, std::uint32_t n,
-                                       std::string* wrong);
+/// Returns the first one that is wrong; nothing when all are right.
+[[nodiscard]] std::optional<std::string> wrongPlaceholder(const std::string& text);
+
+/// Returns `text`, none of whose placeholders is wrong, with the numbers of repetition `n` in their
+/// place.
+std::string withNumbers(const std::string& text, std::uint32_t n);
 
 } // namespace mxauthor

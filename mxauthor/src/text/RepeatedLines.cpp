@@ -188,14 +188,13 @@ YAML::Node Writer::numberedText(const YAML::Node& node, const Repetition& repeti
     if (!hasPlaceholder(node.Scalar())) {
         return node;
     }
-    std::string wrong;
-    const auto text = withNumbers(node.Scalar(), repetition.number, &wrong);
-    if (!text) {
-        errors.add(node, wrong + " is no placeholder (accepted: <n>, <n-1>, <n+1>, <2*n>, "
-                                 "<2*n+1> with other numbers)");
+    if (const auto wrong = wrongPlaceholder(node.Scalar())) {
+        errors.add(node, *wrong + " is no placeholder (accepted: <n>, <n-1>, <n+1>, <2*n>, "
+                                  "<2*n+1> with other numbers)");
         return node;
     }
-    return errors.madeFrom(newNode(YAML::Node(*text)), node.Mark(), repetition);
+    const std::string text = withNumbers(node.Scalar(), repetition.number);
+    return errors.madeFrom(newNode(YAML::Node(text)), node.Mark(), repetition);
 }
 
 // Deeper than a list or mapping within a line nothing is looked for: there is nothing.

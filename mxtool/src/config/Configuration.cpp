@@ -14,11 +14,11 @@ namespace {
 
 using devices::parser::FieldbusType;
 
-// Why the Modbus registers cannot hold a parameter; empty where they can.
-std::string obstacle(const DeviceReport::Parameter& parameter, std::size_t imageSize)
+// Why the Modbus registers cannot hold a parameter; nothing where they can.
+std::optional<std::string> obstacle(const DeviceReport::Parameter& parameter, std::size_t imageSize)
 {
-    std::string reason = whyNotHeld(parameter, imageSize);
-    if (reason.empty() && parameter.hasOptionList && parameter.currentOption() == nullptr) {
+    auto reason = whyNotHeld(parameter, imageSize);
+    if (!reason && parameter.hasOptionList && parameter.currentOption() == nullptr) {
         return fmt::format("its value {} is none of its options {}", parameter.value,
                            text::toUtf8(acceptedValues(parameter)));
     }
@@ -34,9 +34,9 @@ std::string obstacle(const DeviceReport::Parameter& parameter, std::size_t image
     std::set<std::size_t> seen;
     for (const ParameterPlace& place : configuration.places) {
         const auto& parameter = configuration.device.parameters[place.parameter];
-        const std::string reason = obstacle(parameter, configuration.image.size());
-        if (!reason.empty() && seen.insert(place.parameter).second && seen.size() <= mostNamed) {
-            all += fmt::format("; {}: {}", text::toUtf8(described(parameter)), reason);
+        const auto reason = obstacle(parameter, configuration.image.size());
+        if (reason && seen.insert(place.parameter).second && seen.size() <= mostNamed) {
+            all += fmt::format("; {}: {}", text::toUtf8(described(parameter)), *reason);
         }
     }
     if (seen.size() > mostNamed) {
@@ -101,10 +101,9 @@ void noteUnreadable(const Configuration& configuration, const std::string& place
                     std::vector<Diagnostic>& notes)
 {
     for (const auto& parameter : configuration.device.parameters) {
-        const std::string reason = whyNotHeld(parameter, configuration.image.size());
-        if (!reason.empty()) {
+        if (const auto reason = whyNotHeld(parameter, configuration.image.size())) {
             notes.push_back({"note", place,
-                             text::toUtf8(described(parameter)) + " has no value: " + reason, ""});
+                             text::toUtf8(described(parameter)) + " has no value: " + *reason, ""});
         }
     }
 }

@@ -62,9 +62,8 @@ void writeParameter(const RegisterValue& value, std::vector<char>& image)
 {
     const Parameter& parameter = value.parameter;
     const mxformat::BlockField& field = parameter.field;
-    const std::string reason = whyNotHeld(parameter, image.size());
-    if (!reason.empty()) {
-        value.refuse("none: " + reason);
+    if (const auto reason = whyNotHeld(parameter, image.size())) {
+        value.refuse("none: " + *reason);
     }
     if (parameter.hasOptionList && field.size() > 1) { // an option tells its first byte alone
         image[field.begin()] = static_cast<char>(rawOption(value));

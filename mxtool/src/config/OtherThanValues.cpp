@@ -25,17 +25,17 @@ bool isImage(const std::string& content)
     return !content.empty() && !text::isUtf16(content) && (isHexadecimal || isBinary(content));
 }
 
-// What `content` is; empty for what may hold values.
-std::string nameOfOther(const std::string& content, FileKind kind)
+// What `content` is; nothing for what may hold values.
+std::optional<std::string> nameOfOther(const std::string& content, FileKind kind)
 {
     if (kind == FileKind::Values || kind == FileKind::Configuration) {
-        return "";
+        return std::nullopt;
     }
-    const std::string foreign = mxauthor::foreignContent(content);
-    return kind != FileKind::Other ? nameOf(kind)
-           : !foreign.empty()      ? foreign
-           : isImage(content)      ? "an image of bytes"
-                                   : "";
+    if (kind != FileKind::Other) {
+        return nameOf(kind);
+    }
+    const auto foreign = mxauthor::foreignContent(content);
+    return !foreign && isImage(content) ? "an image of bytes" : foreign;
 }
 
 std::string takerOf(const std::string& content, FileKind kind, const std::string& file)
@@ -54,12 +54,12 @@ std::string takerOf(const std::string& content, FileKind kind, const std::string
 std::optional<Failure> otherThanValues(const std::string& content, const std::string& file)
 {
     const FileKind kind = kindOf(content);
-    const std::string found = nameOfOther(content, kind);
-    if (found.empty()) {
+    const auto found = nameOfOther(content, kind);
+    if (!found) {
         return std::nullopt;
     }
     return Failure(ExitCode::Input,
-                   {"error", file, "This is " + found + ", expected a file of names and values",
+                   {"error", file, "This is " + *found + ", expected a file of names and values",
                     takerOf(content, kind, file)});
 }
 

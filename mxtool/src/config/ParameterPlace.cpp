@@ -75,14 +75,15 @@ std::string faultOfBits(const Parameter& parameter)
                        length == 1 ? "leaves its" : "leave their");
 }
 
-std::string whyNotHeld(const Parameter& parameter, std::size_t imageSize)
+std::optional<std::string> whyNotHeld(const Parameter& parameter, std::size_t imageSize)
 {
     if (!parameter.field.exists()) {
         return faultOfBits(parameter);
     }
-    return parameter.field.liesWithin(imageSize)
-               ? ""
-               : "it lies outside the parameter image of " + counted(imageSize, "byte");
+    if (!parameter.field.liesWithin(imageSize)) {
+        return "it lies outside the parameter image of " + counted(imageSize, "byte");
+    }
+    return std::nullopt;
 }
 
 std::vector<std::uint8_t> bitsOfParameters(const DeviceReport& device, std::size_t imageSize)

@@ -2,6 +2,7 @@
 
 #include "DeviceReport.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,8 +29,10 @@ std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device);
 /// leave their byte, bits 0 to 7".
 std::string faultOfBits(const DeviceReport::Parameter& parameter);
 
-/// Returns why the raw image of `imageSize` bytes does not hold the parameter; empty where it does.
-std::string whyNotHeld(const DeviceReport::Parameter& parameter, std::size_t imageSize);
+/// Returns why the raw image of `imageSize` bytes does not hold the parameter; nothing where it
+/// does.
+[[nodiscard]] std::optional<std::string> whyNotHeld(const DeviceReport::Parameter& parameter,
+                                                    std::size_t imageSize);
 
 /// Returns the bits of an image of `imageSize` bytes that parameters hold, as a mask for each byte.
 std::vector<std::uint8_t> bitsOfParameters(const DeviceReport& device, std::size_t imageSize);

@@ -74,12 +74,11 @@ std::string hintFor(const std::string& name, const std::string& text)
     if (kind == FileKind::Values || (kind == FileKind::Other && isYaml)) {
         return "--values takes a file of values";
     }
-    const std::string found =
-        kind == FileKind::Other ? mxauthor::foreignContent(text) : nameOf(kind);
+    const auto found = kind == FileKind::Other ? mxauthor::foreignContent(text) : nameOf(kind);
     const std::string taker = callThatTakes(kind, name);
-    return found.empty() ? ""
-                         : fmt::format("the file is {}, not bytes that were read from a module{}{}",
-                                       found, taker.empty() ? "" : "; ", taker);
+    return found ? fmt::format("the file is {}, not bytes that were read from a module{}{}", *found,
+                               taker.empty() ? "" : "; ", taker)
+                 : "";
 }
 
 class ImageReader

@@ -57,9 +57,9 @@ TEST(ForeignContent, isToldByItsFirstBytes)
 TEST(ForeignContent, isNothingWhereTheFirstBytesShowNothing)
 {
     for (const char* text : {"", "B", "BM", "RIFF", "module: {type: 1}", "BMP: 5\nAI 1: 7\n"}) {
-        EXPECT_EQ(foreignContent(text), "") << text;
+        EXPECT_EQ(foreignContent(text), std::nullopt) << text;
     }
-    EXPECT_EQ(foreignContent(std::string("\0\0\0\x0a", 4)), ""); // an mx file
+    EXPECT_EQ(foreignContent(std::string("\0\0\0\x0a", 4)), std::nullopt); // an mx file
 }
 
 TEST(ForeignContent, inAProductImageIsNamed)
