@@ -25,7 +25,7 @@ struct BlockField
 
 /// Returns where the value of the parameter lies; empty for an invalid datatype and for bits that
 /// one byte does not have.
-std::optional<BlockField> blockFieldOf(const ParameterRecord& record);
+[[nodiscard]] std::optional<BlockField> blockFieldOf(const ParameterRecord& record);
 
 /// Returns whether values of the datatype have a sign; false for an invalid one.
 bool isSignedDatatype(std::uint8_t datatype);

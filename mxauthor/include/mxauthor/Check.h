@@ -52,6 +52,6 @@ std::string describe(const Finding& finding);
 
 /// Holds the mx data `bytes` (those of the file, nothing behind them) against every rule and lets
 /// the device parser read them. Returns all findings, ordered by their place in the file.
-std::vector<Finding> check(const std::vector<char>& bytes);
+[[nodiscard]] std::vector<Finding> check(const std::vector<char>& bytes);
 
 } // namespace mxauthor

@@ -17,9 +17,10 @@ struct TextFinding
 /// Holds the file that was `built` from `source`, without errors, against every rule of `check`.
 /// Returns all findings in the order of the text. What several repetitions of a line have in common
 /// (the rule and the place in the text) is one finding, that of the first, whose text says so.
-std::vector<TextFinding> checkText(const std::string& source, const BuildResult& built);
+[[nodiscard]] std::vector<TextFinding> checkText(const std::string& source,
+                                                 const BuildResult& built);
 
 /// Returns whether one of `findings` says that the device parser refuses the file.
-bool isRefused(const std::vector<TextFinding>& findings);
+[[nodiscard]] bool isRefused(const std::vector<TextFinding>& findings);
 
 } // namespace mxauthor

@@ -41,7 +41,7 @@ struct MxFile
 MxFile readMxFile(const std::vector<char>& bytes);
 
 /// What can be read of an mx file.
-struct ReadGroups
+struct [[nodiscard]] ReadGroups
 {
     MxFile file;                        ///< What follows the last whole group is the tail.
     std::optional<std::string> failure; ///< Of the framing: the container reader's message.

@@ -27,7 +27,7 @@ struct Repetition
 struct TextOrigins;
 
 /// What a text form stands for. `file` counts only when there are no errors.
-struct BuildResult
+struct [[nodiscard]] BuildResult
 {
     MxFile file;
     std::vector<SourceError> errors;              ///< In the order of the text, causes first.

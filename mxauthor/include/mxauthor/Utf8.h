@@ -9,6 +9,6 @@ namespace mxauthor {
 
 /// Returns where `text`, which people wrote, is not UTF-8, and which byte is there; nothing where
 /// all of it is.
-std::optional<SourceError> findNonUtf8(const std::string& text);
+[[nodiscard]] std::optional<SourceError> findNonUtf8(const std::string& text);
 
 } // namespace mxauthor

@@ -12,6 +12,6 @@ std::string floatText(std::uint32_t bits);
 
 /// Returns the bits of the binary32 nearest to the number that `text` spells, or those that stand
 /// behind "bits ". Empty when it is no number, or out of range.
-std::optional<std::uint32_t> parseFloat(const std::string& text);
+[[nodiscard]] std::optional<std::uint32_t> parseFloat(const std::string& text);
 
 } // namespace mxauthor

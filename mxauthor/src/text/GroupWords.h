@@ -32,7 +32,7 @@ const std::vector<std::uint16_t>& usualOrder();
 std::string groupWord(std::uint16_t id);
 
 /// Returns the group that `word` names, empty for another word.
-std::optional<std::uint16_t> groupOfWord(const std::string& word);
+[[nodiscard]] std::optional<std::uint16_t> groupOfWord(const std::string& word);
 
 /// Returns all words, in the usual order.
 std::vector<std::string> groupWords();

@@ -18,7 +18,7 @@ struct Integer
 
 /// Returns the number that `text` spells: decimal, or hexadecimal behind "0x", behind "-" where it
 /// is negative. Empty when it is none, or too large.
-std::optional<Integer> parseInteger(const std::string& text);
+[[nodiscard]] std::optional<Integer> parseInteger(const std::string& text);
 
 /// Returns whether `text` spells a whole number, of any size, as `parseInteger` takes it.
 bool isIntegerText(const std::string& text);

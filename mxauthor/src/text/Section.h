@@ -13,20 +13,20 @@ namespace mxauthor {
 // Scalars of the text form. Each reports what is wrong at its node and is empty then.
 
 /// A whole number from 0 to `limit`.
-std::optional<std::uint64_t> readNumber(const YAML::Node& node, std::uint64_t limit,
-                                        SourceErrors& errors);
+[[nodiscard]] std::optional<std::uint64_t> readNumber(const YAML::Node& node, std::uint64_t limit,
+                                                      SourceErrors& errors);
 
 /// A whole number that an 8-byte slot can hold.
-std::optional<Integer> readInteger(const YAML::Node& node, SourceErrors& errors);
+[[nodiscard]] std::optional<Integer> readInteger(const YAML::Node& node, SourceErrors& errors);
 
 /// The Windows-1252 bytes of a text that can stand in a line of an mx file: without CR, LF and NUL.
-std::optional<std::string> readText(const YAML::Node& node, SourceErrors& errors);
+[[nodiscard]] std::optional<std::string> readText(const YAML::Node& node, SourceErrors& errors);
 
 /// Bytes as hexadecimal text.
-std::optional<Bytes> readHex(const YAML::Node& node, SourceErrors& errors);
+[[nodiscard]] std::optional<Bytes> readHex(const YAML::Node& node, SourceErrors& errors);
 
 /// The text of any scalar as it stands, in UTF-8.
-std::optional<std::string> readScalar(const YAML::Node& node, SourceErrors& errors);
+[[nodiscard]] std::optional<std::string> readScalar(const YAML::Node& node, SourceErrors& errors);
 
 /// A mapping of the text form with its known keys. Others, and a key stated twice, are errors.
 /// Errors that only follow from a misspelt key, such as a missing one, are not reported.

@@ -21,7 +21,7 @@ public:
     void fix(std::uint16_t id, const std::string& text);
 
     /// Returns the identifier of `text`; empty when there is none left.
-    std::optional<std::uint16_t> idOf(const std::string& text);
+    [[nodiscard]] std::optional<std::uint16_t> idOf(const std::string& text);
 
     /// Returns all texts: the fixed ones, then the others in order of use.
     const std::vector<TextRecord>& records() const { return texts; }

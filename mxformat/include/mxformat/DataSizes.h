@@ -16,7 +16,7 @@ inline constexpr std::array<const char*, 4> dataSizeKeys = {inDataKey, outDataKe
 
 /// Returns the bytes that the character `code` after a key stands for, 0 for one that separates;
 /// nothing for any other.
-constexpr std::optional<std::uint32_t> sizeOfDataCode(char code)
+[[nodiscard]] constexpr std::optional<std::uint32_t> sizeOfDataCode(char code)
 {
     switch (code) {
     case 'D':

@@ -25,7 +25,7 @@ public:
     /// Reads "[+-]DIGITS[.DIGITS][e[+-]DIGITS]"; nothing when `text` is not of this form. A number
     /// beyond the 71st digit becomes 10^71, a part behind the 161st decimal is kept as one digit
     /// that is not 0: both compare with any raw * factor + offset as the number itself does.
-    static std::optional<Decimal> ofText(std::string_view text);
+    [[nodiscard]] static std::optional<Decimal> ofText(std::string_view text);
 
     Decimal operator-() const;
     Decimal operator+(const Decimal& other) const;

@@ -40,7 +40,7 @@ public:
 
     /// Takes the place of a channel with the kind (its number alone) and number of bits that a
     /// record states; nothing for a kind that stands for no data.
-    std::optional<ChannelPlace> take(std::uint8_t kindNumber, std::uint8_t bitLength);
+    [[nodiscard]] std::optional<ChannelPlace> take(std::uint8_t kindNumber, std::uint8_t bitLength);
 
 private:
     ChannelPlace takeBits(std::uint8_t bitLength);

@@ -20,8 +20,8 @@ struct PhysicalScale
 
     /// Returns the raw value from `lowest` to `highest` whose physical value is nearest to `value`,
     /// half way the one away from zero; nothing when the nearest raw value lies outside.
-    std::optional<WholeNumber> nearestRaw(const Decimal& value, const WholeNumber& lowest,
-                                          const WholeNumber& highest) const;
+    [[nodiscard]] std::optional<WholeNumber>
+    nearestRaw(const Decimal& value, const WholeNumber& lowest, const WholeNumber& highest) const;
 
     /// Returns the physical value of `raw` for people: with the fewest decimals that are the value
     /// as far as a binary32 tells factor and offset (9.9 for 9900 times 0.001F, which is

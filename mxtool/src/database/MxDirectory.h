@@ -23,7 +23,7 @@ MxDirectory listMxDirectory(const std::string& path);
 /// Returns the module identifiers, as records have them, that the files of `directory` state, those
 /// that cannot be translated included; nothing when a file does not state one, or an entry was left
 /// out.
-std::optional<std::set<std::string>> statedModules(const MxDirectory& directory);
+[[nodiscard]] std::optional<std::set<std::string>> statedModules(const MxDirectory& directory);
 
 /// Returns the names of the files of `directory` that state `module`, in order.
 std::vector<std::string> filesStating(const std::string& module, const MxDirectory& directory);

@@ -30,7 +30,7 @@ PopulationCount populate(const MxDirectory& directory, devices::database::Device
 
 /// Returns the modules of `database` that no file of `directory` states any more; nothing when a
 /// file does not state its module or an entry was left out, since that may be any of them.
-std::optional<std::vector<devices::database::ModuleSummary>>
+[[nodiscard]] std::optional<std::vector<devices::database::ModuleSummary>>
 modulesNotIn(const MxDirectory& directory, devices::database::DeviceDatabase& database);
 
 } // namespace mxtool

@@ -14,6 +14,7 @@ std::string windows1252ToUtf8(const std::string& bytes);
 /// Returns the Windows-1252 bytes of `utf8`. A character of the range U+0080 to U+009F stands for
 /// the byte of the same number, so that every byte can be written as an escape. When a character
 /// has no byte the result is empty and `*rejected` is that character in UTF-8.
-std::optional<std::string> utf8ToWindows1252(const std::string& utf8, std::string* rejected);
+[[nodiscard]] std::optional<std::string> utf8ToWindows1252(const std::string& utf8,
+                                                           std::string* rejected);
 
 } // namespace text

@@ -26,10 +26,9 @@ struct ParameterNumber
 /// Reads a value that is no option: the raw value, or the physical value with its unit where there
 /// is one, which has to be that of a raw value that `field` holds. Nothing for another text, with
 /// an error where the unit is certain; `options` are offered by the error as well.
-std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
-                                                   const ParameterUnit& unit,
-                                                   const std::optional<BlockField>& field,
-                                                   const std::vector<std::string>& options,
-                                                   SourceErrors& errors);
+[[nodiscard]] std::optional<ParameterNumber>
+readParameterNumber(const YAML::Node& node, const ParameterUnit& unit,
+                    const std::optional<BlockField>& field, const std::vector<std::string>& options,
+                    SourceErrors& errors);
 
 } // namespace mxauthor
