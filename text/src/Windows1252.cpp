@@ -43,20 +43,20 @@ std::string windows1252ToUtf8(const std::string& bytes)
     return text;
 }
 
-std::optional<std::string> utf8ToWindows1252(const std::string& utf8, std::string* rejected)
+Windows1252Bytes utf8ToWindows1252(const std::string& utf8)
 {
-    std::string bytes;
+    Windows1252Bytes result;
     for (std::size_t position = 0; position < utf8.size();) {
         const std::size_t length = datamodel::utf8CharacterLength(utf8, position);
         const auto byte = length == 0 ? std::nullopt : byteOf(codePointAt(utf8, position, length));
         if (!byte) {
-            *rejected = characterAt(utf8, position);
-            return std::nullopt;
+            result.rejected = characterAt(utf8, position);
+            return result;
         }
-        bytes += *byte;
+        result.bytes += *byte;
         position += length;
     }
-    return bytes;
+    return result;
 }
 
 } // namespace text

@@ -88,14 +88,13 @@ std::string readName(const SkeletonRequest& request)
     if (const auto wrong = findNonUtf8(request.name)) {
         throw SkeletonError("name", wrong->text);
     }
-    std::string rejected;
-    const auto bytes = text::utf8ToWindows1252(request.name, &rejected);
-    if (!bytes) {
-        throw SkeletonError("name", "\"" + rejected +
+    const auto [bytes, rejected] = text::utf8ToWindows1252(request.name);
+    if (rejected) {
+        throw SkeletonError("name", "\"" + *rejected +
                                         "\" is no character of Windows-1252, the code page of mx "
                                         "files");
     }
-    return yamlText(*bytes);
+    return yamlText(bytes);
 }
 
 std::string head(const SkeletonRequest& request)

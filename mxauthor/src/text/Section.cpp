@@ -131,13 +131,14 @@ std::optional<std::string> readText(const YAML::Node& node, SourceErrors& errors
     if (!utf8) {
         return std::nullopt;
     }
-    std::string rejected;
-    auto bytes = text::utf8ToWindows1252(*utf8, &rejected);
-    if (!bytes) {
-        errors.add(node, "character \"" + rejected +
+    const auto [bytes, rejected] = text::utf8ToWindows1252(*utf8);
+    if (rejected) {
+        errors.add(node, "character \"" + *rejected +
                              "\" is not in Windows-1252, the code page of "
                              "mx files");
-    } else if (bytes->find_first_of(std::string("\0\r\n", 3)) != std::string::npos) {
+        return std::nullopt;
+    }
+    if (bytes.find_first_of(std::string("\0\r\n", 3)) != std::string::npos) {
         errors.add(node, "a text of an mx file holds no line end and no NUL");
         return std::nullopt;
     }

@@ -31,6 +31,6 @@ inline std::string toBase64(const std::vector<std::uint8_t>& bytes)
 
 /// Returns the bytes that `text` spells in base64 with its padding; white space is left out of
 /// account. Nothing where it is no such text.
-std::optional<std::vector<std::uint8_t>> fromBase64(const std::string& text);
+[[nodiscard]] std::optional<std::vector<std::uint8_t>> fromBase64(const std::string& text);
 
 } // namespace text

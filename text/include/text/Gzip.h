@@ -14,10 +14,11 @@ std::vector<std::uint8_t> gzipped(const std::string& content);
 
 /// Returns what the gzip file `bytes` holds; nothing when it is none, has bytes after its end or
 /// holds more than `limit` bytes.
-std::optional<std::string> gunzipped(const std::vector<std::uint8_t>& bytes, std::size_t limit);
+[[nodiscard]] std::optional<std::string> gunzipped(const std::vector<std::uint8_t>& bytes,
+                                                   std::size_t limit);
 
 /// What bytes hold as a gzip file.
-struct Gunzipped
+struct [[nodiscard]] Gunzipped
 {
     enum class End
     {

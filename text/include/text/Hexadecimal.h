@@ -22,7 +22,7 @@ std::string toHex(const std::vector<std::uint8_t>& bytes);
 
 /// Returns the bytes that `text` spells by two digits each; white space is left out of account.
 /// Nothing where it is no such text.
-std::optional<std::vector<std::uint8_t>> fromHex(const std::string& text);
+[[nodiscard]] std::optional<std::vector<std::uint8_t>> fromHex(const std::string& text);
 
 /// Returns the value of a hexadecimal digit of either case; nothing for another character.
 std::optional<unsigned> hexDigit(char digit);
