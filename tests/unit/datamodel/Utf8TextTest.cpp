@@ -1,7 +1,6 @@
 #include <datamodel/Utf8Text.h>
 
 #include <gtest/gtest.h>
-#include <text/Utf8.h>
 
 namespace {
 
@@ -14,29 +13,29 @@ TEST(Utf8Text, validUtf8StaysAsItIs)
                              "\xC2\xB1"
                              "10 V",
                              "\xE2\x80\xA6", "\xF0\x9F\x98\x80"}) {
-        EXPECT_EQ(text::toUtf8(text), text);
+        EXPECT_EQ(toUtf8(text), text);
     }
     const std::string withNul("a\0\xC2\xB1", 4);
-    EXPECT_EQ(text::toUtf8(withNul), withNul);
+    EXPECT_EQ(toUtf8(withNul), withNul);
 }
 
 TEST(Utf8Text, otherBytesAreReadAsWindows1252)
 {
-    EXPECT_EQ(text::toUtf8("\xB1"
-                           "10 V"),
+    EXPECT_EQ(toUtf8("\xB1"
+                     "10 V"),
               "\xC2\xB1"
               "10 V");
-    EXPECT_EQ(text::toUtf8("\x80"), "\xE2\x82\xAC"); // euro sign, U+20AC
-    EXPECT_EQ(text::toUtf8("\x85"), "\xE2\x80\xA6"); // ellipsis, U+2026
-    EXPECT_EQ(text::toUtf8("\x9F"), "\xC5\xB8");     // Y with diaeresis, U+0178
-    EXPECT_EQ(text::toUtf8("\xFF"), "\xC3\xBF");     // y with diaeresis, U+00FF
-    EXPECT_EQ(text::toUtf8("\x81"), "\xC2\x81"); // unassigned: the control character of that number
-    EXPECT_EQ(text::toUtf8(std::string("\xB0\0\xB0", 3)), std::string("\xC2\xB0\0\xC2\xB0", 5));
+    EXPECT_EQ(toUtf8("\x80"), "\xE2\x82\xAC"); // euro sign, U+20AC
+    EXPECT_EQ(toUtf8("\x85"), "\xE2\x80\xA6"); // ellipsis, U+2026
+    EXPECT_EQ(toUtf8("\x9F"), "\xC5\xB8");     // Y with diaeresis, U+0178
+    EXPECT_EQ(toUtf8("\xFF"), "\xC3\xBF");     // y with diaeresis, U+00FF
+    EXPECT_EQ(toUtf8("\x81"), "\xC2\x81");     // unassigned: the control character of that number
+    EXPECT_EQ(toUtf8(std::string("\xB0\0\xB0", 3)), std::string("\xC2\xB0\0\xC2\xB0", 5));
 }
 
 TEST(Utf8Text, oneByteThatIsNoUtf8DecidesForTheWholeText)
 {
-    EXPECT_EQ(text::toUtf8("\xC2\xB0 \xB0"), "\xC3\x82\xC2\xB0 \xC2\xB0");
+    EXPECT_EQ(toUtf8("\xC2\xB0 \xB0"), "\xC3\x82\xC2\xB0 \xC2\xB0");
 }
 
 TEST(Utf8Text, malformedUtf8IsNotTakenForUtf8)
@@ -45,13 +44,13 @@ TEST(Utf8Text, malformedUtf8IsNotTakenForUtf8)
     for (const char* text : {"\xC2", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x82"}) {
         EXPECT_FALSE(isUtf8(text));
     }
-    EXPECT_EQ(text::toUtf8("\xC0\xAF"), "\xC3\x80\xC2\xAF");
+    EXPECT_EQ(toUtf8("\xC0\xAF"), "\xC3\x80\xC2\xAF");
 }
 
 TEST(Utf8Text, everySingleByteGivesValidUtf8)
 {
     for (int byte = 0; byte < 256; ++byte) {
-        EXPECT_TRUE(isUtf8(text::toUtf8(std::string(1, static_cast<char>(byte))))) << byte;
+        EXPECT_TRUE(isUtf8(toUtf8(std::string(1, static_cast<char>(byte))))) << byte;
     }
 }
 
