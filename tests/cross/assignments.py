@@ -1,4 +1,4 @@
-"""What to write after --set: names and values that can be read in one way only."""
+"""Arguments of --set: names and values that can be read in only one way."""
 
 from __future__ import annotations
 
@@ -50,7 +50,7 @@ def readings(module: Module, assignment: str) -> list[tuple[Parameter, str]]:
 
 
 def assignment(module: Module, one: Parameter, value: str, choose: random.Random) -> str:
-    """NAME=VALUE in a form that means this parameter alone."""
+    """NAME=VALUE in a form that means only this parameter."""
     words = [one.name] + [f"{channel}/{one.name}" for channel in sorted(channel_words(module, one.channel))]
     word = choose.choice(words)
     sure = f"{word}={value}"
@@ -59,7 +59,7 @@ def assignment(module: Module, one: Parameter, value: str, choose: random.Random
 
 
 def means_two(module: Module, words: str) -> bool | None:
-    """Whether two parameters accept what NAME=VALUE leaves for them; None where a name alone is ambiguous."""
+    """Whether two parameters accept their value in NAME=VALUE; None if a name alone is ambiguous."""
     found = readings(module, words)
     texts = [text for _, text in found]
     if len(set(texts)) != len(texts) or words.startswith("#") or any(may_be_number(*one) for one in found):
@@ -69,7 +69,7 @@ def means_two(module: Module, words: str) -> bool | None:
 
 
 def may_be_number(one: Parameter, text: str) -> bool:
-    """Physical values, numbers with their units and "#N": other checks look at these."""
+    """Physical values, numbers with their units and "#N": these have other checks."""
     return one.converted or text.startswith("#") or (not one.has_options and re.fullmatch("-?[0-9]+", text) is None)
 
 
@@ -84,7 +84,7 @@ def is_accepted(module: Module, one: Parameter, text: str) -> bool:
 
 
 def rounded(value: Fraction, digits: int) -> Fraction:
-    """To so many significant decimal digits."""
+    """Rounds to this number of significant decimal digits."""
     if value == 0:
         return value
     exponent = len(str(abs(value.numerator))) - len(str(value.denominator))
@@ -111,7 +111,7 @@ def decimal_text(value: Fraction) -> str:
 
 
 def physical_text(module: Module, one: Parameter, raw: int, choose: random.Random) -> str | None:
-    """Digits to which this raw value alone is the nearest; None where none were found."""
+    """Digits to which only this raw value is the nearest; None if none were found."""
     value = physical(module, one, raw)
     enough = [digits for digits in range(1, 60)
               if nearest(module, one, rounded(value, digits)) == {raw}]
@@ -129,7 +129,7 @@ def option_text(module: Module, one: Parameter, raw: int, choose: random.Random)
 
 
 def is_unmistakable(listed: list[tuple[int, str]], number: int, text: str) -> bool:
-    """A text of one option only, and no number of another one."""
+    """A text of only one option that is not the number of another one."""
     alike = {other for other, its_text in listed if its_text.strip().lower() == text.strip().lower()}
     as_number = [other for other, _ in listed if str(other) == text.strip() and other != number]
     return alike == {number} and not as_number and not text.startswith("#")

@@ -1,4 +1,4 @@
-"""One module under test, and what to do with an answer that is not right."""
+"""One module under test, and the handling of a wrong answer."""
 
 from __future__ import annotations
 
@@ -13,7 +13,7 @@ MX_FILE = "module.bin"
 
 
 class Wrong(Exception):
-    """An answer that is not the one computed here."""
+    """An answer that differs from the one computed here."""
 
 
 def expect(holds_true: bool, what: str, answer: Answer, *details: object) -> None:

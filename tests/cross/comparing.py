@@ -1,4 +1,4 @@
-"""Texts that have to build the same bytes, and newer versions that diff has to judge."""
+"""Texts that must build the same bytes, and newer versions to be compared by diff."""
 
 from __future__ import annotations
 
@@ -24,7 +24,7 @@ def diffing(case: Case) -> None:
 
 
 def compare(case: Case, old: Module, newer: Module) -> None:
-    """The verdict on stored images against the images themselves."""
+    """Compares the verdict on stored images with the images themselves."""
     if not stored_images.is_comparable(old, newer):
         return
     verdict = stored_images.judge(old, newer, case.choose)
@@ -43,7 +43,7 @@ def compare(case: Case, old: Module, newer: Module) -> None:
 
 
 def building(tool: Tool, modules: dict[str, Module], seed: str) -> dict[str, str]:
-    """Builds the texts of many modules in one call; tells what is wrong by the module's name."""
+    """Builds the texts of many modules in one call; returns the failures by the module's name."""
     for name, module in modules.items():
         text = text_form(module, random.Random(f"{seed}/{name}"))
         (tool.folder / f"{name}.yaml").write_text(text, encoding="utf-8")

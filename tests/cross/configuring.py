@@ -1,4 +1,4 @@
-"""Images and registers that mxtool config composes and takes apart."""
+"""Images and registers that mxtool config composes and decodes."""
 
 from __future__ import annotations
 
@@ -109,7 +109,7 @@ def composing(case: Case) -> bytes:
 
 
 def reading_back(case: Case, values: bytes, image: bytes, name: str = "values.json") -> None:
-    """What config writes is a values file for the same image."""
+    """The output of config is a values file for the same image."""
     (case.tool.folder / name).write_bytes(values)
     accepted = all(one.fits_its_byte and read(one, image) in Accepted(case.module, one)
                    for one in case.module.parameters if case.module.lies_in_image(one))
@@ -119,7 +119,7 @@ def reading_back(case: Case, values: bytes, image: bytes, name: str = "values.js
 
 
 def other_values_files(case: Case, words: list[str], image: bytes) -> None:
-    """The same as CSV, whatever its separator, or as a values file to start from."""
+    """The same as CSV, with any separator, or as a values file to start from."""
     if case.choose.random() < 0.5:
         separator = case.choose.choice(["comma", "semicolon", "tab"])
         name, form = "values.csv", ["csv", "--separator", separator, *case.choose.choice([[], ["--bom"]])]

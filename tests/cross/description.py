@@ -1,4 +1,4 @@
-"""A module as plain data: what an mx file says, without its bytes."""
+"""A module as plain data: the content of an mx file, without its bytes."""
 
 from __future__ import annotations
 
@@ -18,7 +18,7 @@ CONVERTED = 4  # bit 2 of a parameter's flags
 
 
 def binary32(bits: int) -> Fraction | None:
-    """The exact number of a binary32, None where it is not finite."""
+    """The exact number of a binary32, None if it is not finite."""
     if bits & 0x7F800000 == 0x7F800000:
         return None
     return Fraction(struct.unpack(">f", struct.pack(">I", bits))[0])
@@ -82,7 +82,7 @@ class Parameter:
 
     @property
     def bit_count(self) -> int:
-        """Bits that the value takes; those up to the end of the byte where a bit field states none."""
+        """Bits that the value takes; those up to the end of the byte if a bit field states none."""
         if self.datatype != BYTE:
             return 8 * self.width
         return self.bits or max(8 - self.bit, 0)
@@ -131,7 +131,7 @@ class Module:
                 for option in one.options]
 
     def conversion_of(self, parameter: Parameter) -> tuple[Fraction, Fraction, str | None]:
-        """Factor, offset and unit; 1, 0 and none where there is no conversion that can be used."""
+        """Factor, offset and unit; 1, 0 and none if there is no usable conversion."""
         found = next((one for one in self.conversions if one.ident == parameter.conversion), None)
         if not parameter.converted or parameter.conversion == 0 or found is None:
             return Fraction(1), Fraction(0), None

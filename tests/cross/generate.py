@@ -65,7 +65,7 @@ def channels(choose: random.Random) -> list[Channel]:
 
 
 def place(choose: random.Random, one: Parameter, free: int) -> int:
-    """Where the parameter lies, and the first byte that is free then; bit fields may share a byte."""
+    """The place of the parameter, and the first free byte after it; bit fields may share a byte."""
     if one.datatype == BYTE and choose.random() < 0.8:
         one.bits = choose.randint(0, 8)
         one.bit = choose.randint(0, 8 - one.bits) if one.bits else choose.randint(0, 7)
@@ -124,7 +124,7 @@ def parameters(choose: random.Random, module: Module) -> int:
 
 
 def fill_block(choose: random.Random, module: Module, size: int) -> None:
-    """Random bytes where no parameter lies, defaults that are accepted where there is one."""
+    """Random bytes where there is no parameter, accepted defaults where there is one."""
     block = bytearray(choose.randbytes(size) if choose.random() < 0.7 else size)
     module.block = bytes(block)
     for one in module.parameters:
@@ -135,7 +135,7 @@ def fill_block(choose: random.Random, module: Module, size: int) -> None:
 
 
 def odd_record(choose: random.Random, module: Module) -> None:
-    """Records that no text form says: bit fields outside their byte, ranges wider than the datatype."""
+    """Records that the text form cannot express: bit fields outside their byte, ranges wider than the datatype."""
     one = choose.choice(module.parameters)
     if one.datatype == BYTE:
         one.bits, one.bit = choose.choice([(8, 4), (3, 7), (9, 0), (1, 8), (0, 8), (2, 255)])

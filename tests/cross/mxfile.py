@@ -1,4 +1,4 @@
-"""The bytes of an mx file, written from docs/format alone."""
+"""The bytes of an mx file, written only from docs/format."""
 
 from __future__ import annotations
 
@@ -14,7 +14,7 @@ SLOT = 1 << 64
 
 
 class TextTable:
-    """Identifiers from 1 on, in the order of first use; a text that is used twice stands once."""
+    """Identifiers from 1 on, in the order of first use; a text that is used twice is stored once."""
 
     def __init__(self) -> None:
         self.identifiers: dict[str, int] = {}

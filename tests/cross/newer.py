@@ -48,7 +48,7 @@ def gone(choose: random.Random, module: Module, one: Parameter) -> None:
 
 
 def into_a_gap(choose: random.Random, module: Module, one: Parameter) -> None:
-    """To bits that no parameter takes, whole bytes or the rest of one."""
+    """Moves to bits that no parameter takes, whole bytes or the rest of one."""
     taken = set().union(*(other.places() for other in module.parameters))
     gaps = [bit for bit in range(8 * len(module.block)) if bit not in taken]
     if gaps:
@@ -123,7 +123,7 @@ def another_unit(choose: random.Random, module: Module, one: Parameter) -> None:
 
 
 def plain_change(choose: random.Random, module: Module, one: Parameter) -> None:
-    """What changes no meaning: name, number, host's flags."""
+    """Changes without a change of meaning: name, number, host's flags."""
     if choose.random() < 0.5:
         one.flags ^= choose.randint(0, 3)
     else:
@@ -139,7 +139,7 @@ def another_default(choose: random.Random, module: Module, one: Parameter) -> No
 
 
 def other_gaps(choose: random.Random, module: Module, one: Parameter) -> None:
-    """Another size, or other bytes where no parameter lies."""
+    """Another size, or other bytes where there is no parameter."""
     change = choose.randint(0, 2)
     if change == 0 and len(module.block) > 1:
         module.block = module.block[:-1]
@@ -156,7 +156,7 @@ CHANGES = [another_range, narrower_range, another_type, other_bits, moved, gone,
 
 
 def comparable(module: Module) -> Module:
-    """The module without what leaves a verdict open: unusable parameters, and those that are called alike."""
+    """The module without parameters for which the verdict is open: unusable ones, and those of equal names."""
     old = module.copy()
     old.parameters = [one for one in old.parameters if old.is_usable(one)]
     for one in old.parameters:

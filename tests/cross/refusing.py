@@ -1,4 +1,4 @@
-"""What mxtool config refuses: values that do not fit, and words that mean two parameters."""
+"""Arguments that mxtool config refuses: values that do not fit, and names that mean two parameters."""
 
 from __future__ import annotations
 
@@ -50,7 +50,7 @@ def refused_value(case: Case, one: Parameter) -> tuple[int, str | None]:
 
 
 def choosing_between_names(case: Case) -> None:
-    """NAME=VALUE where names hold "=": the parameter that accepts the rest; refused where two do."""
+    """NAME=VALUE with "=" in names: sets the parameter that accepts the rest; refused if two do."""
     words = [f"{one.name}={text}" for one in case.usable()
              for raw in assignments.good_values(case.module, one, case.choose)
              for text in sorted({str(raw)} | {text for number, text in options(case.module, one) if number == raw})]

@@ -7,11 +7,11 @@ from values import read
 
 
 class NoRegisters(Exception):
-    """A parameter that has no registers with this image."""
+    """A parameter without registers for this image."""
 
 
 def order(module: Module) -> list[Parameter]:
-    """Parameters of the module, then those of each channel; a hidden channel is none."""
+    """Parameters of the module, then those of each channel; hidden channels do not count."""
     listed = [one for one in module.parameters if one.channel == MODULE]
     for channel in shown_channels(module):
         listed += [one for one in module.parameters if one.channel == channel]

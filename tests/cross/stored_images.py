@@ -1,4 +1,4 @@
-"""What a newer description makes of the images that were stored for the older one.
+"""The meaning of images stored for an older description, when read with the newer one.
 
 The images are those that the old description allows: every parameter at a value that it accepts, the default
 block's bits between them. Parameters that share bits, in either description, are looked at together. Their values
@@ -24,8 +24,8 @@ class Verdict:
     refused: str = ""       # an image that the new description does not take, and why
     means_other: str = ""   # an image whose bytes mean something else
     every_image: bool = True  # all were tried
-    # A refusal is no mistake: it may look at each of several values of the same bits alone, or mind that a value
-    # lies elsewhere, though it is the same number by chance.
+    # A refusal is not an error: it may judge each of several values of the same bits separately, or refuse a
+    # value at another place that is the same number by chance.
     too_strict: bool = False
 
     @property
@@ -34,7 +34,7 @@ class Verdict:
 
 
 def is_comparable(old: Module, new: Module) -> bool:
-    """Pairs whose verdict the rules settle: all parameters usable, the defaults values of theirs."""
+    """Pairs whose verdict follows from the rules: all parameters usable, all defaults accepted."""
     keys = [[(one.name, one.channel) for one in module.parameters] for module in (old, new)]
     numbers = [[one.number for one in module.parameters] for module in (old, new)]
     unique = all(len(set(some)) == len(some) for some in keys + numbers)
@@ -53,7 +53,7 @@ def same_parameters(old: Module, new: Module) -> list[tuple[Parameter, Parameter
 
 
 def meaning(module: Module, one: Parameter, raw: int) -> tuple:
-    """What a person reads: a number with its unit; an option by its number."""
+    """The displayed value: a number with its unit; an option by its number."""
     return (physical(module, one, raw),)
 
 
@@ -171,7 +171,7 @@ def judge(old: Module, new: Module, choose: random.Random) -> Verdict:
             judge_image(old, new, family, pairs, image, verdict)
             if verdict.refused:
                 return verdict
-    # Values that lie across others are too many to be sure by trying some.
+    # Overlapping values have too many combinations for a sample to be conclusive.
     verdict.too_strict |= not verdict.every_image and any(
         one.places() & other.places() and one.places() != other.places()
         for one in new.parameters for other in old.parameters)

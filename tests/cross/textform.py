@@ -1,4 +1,4 @@
-"""The text form of a module, written from docs/text-form.md alone."""
+"""The text form of a module, written only from docs/text-form.md."""
 
 from __future__ import annotations
 
@@ -20,7 +20,7 @@ def quoted(text: str) -> str:
 
 
 def number_text(bits: int) -> str:
-    """A decimal that reads as this binary32; its bits where there is none."""
+    """A decimal that is read as this binary32; its bits if there is none."""
     value = struct.unpack(">f", struct.pack(">I", bits))[0]
     for digits in range(1, 10):
         text = f"{value:.{digits}g}"
@@ -39,13 +39,13 @@ def channel_line(one: Channel, taken: set[int]) -> str:
 
 
 def decimal(bits: int) -> Fraction | None:
-    """The number that an author writes for a binary32, such as 0.1; None where it is stated by its bits."""
+    """The number that an author writes for a binary32, such as 0.1; None if it is stated by its bits."""
     text = number_text(bits)
     return Fraction(text) if "bits" not in text else None
 
 
 def physical_text(module: Module, one: Parameter, raw: int) -> str | None:
-    """The physical value of few digits with its unit; None where there is none."""
+    """The physical value with few digits and its unit; None if there is none."""
     found = next((other for other in module.conversions if other.ident == one.conversion), None)
     if found is None or not one.converted or not module.unit_of(one):
         return None
@@ -68,7 +68,7 @@ def range_text(module: Module, one: Parameter, choose: random.Random) -> str:
 
 
 def default_text(module: Module, one: Parameter, choose: random.Random) -> str | None:
-    """The default in words, None where it cannot be said in an unmistakable way."""
+    """The default as text, None if it has no unambiguous text."""
     value = read(one, module.block)
     options = module.options_of(one)
     same_text = [number for number, text in options if text == str(value)]

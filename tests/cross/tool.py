@@ -1,4 +1,4 @@
-"""Calls of mxtool, each a process."""
+"""Calls of mxtool, each in its own process."""
 
 from __future__ import annotations
 

@@ -71,7 +71,7 @@ def physical(module: Module, one: Parameter, raw: int) -> Fraction:
 
 
 def nearest(module: Module, one: Parameter, value: Fraction) -> set[int]:
-    """The raw values whose physical values lie nearest to `value`; two where it lies in the middle."""
+    """The raw values whose physical values are nearest to `value`; two if it is in the middle."""
     factor, offset, _ = module.conversion_of(one)
     exact = (value - offset) / factor
     low = exact.numerator // exact.denominator

@@ -1,5 +1,5 @@
-// Lets the YAML language server, as editors run it, complete and check texts of modules by the JSON
-// Schema: fails where a sound text is underlined, a wrong one is not, or a word is not offered.
+// Runs the YAML language server, as editors do, to complete and check texts of modules with the JSON Schema.
+// Fails if a valid text is underlined, an invalid one is not, or a word is not offered.
 //
 // Usage: node editor-completes-and-checks.cjs PROJECT MXTOOL SERVER
 

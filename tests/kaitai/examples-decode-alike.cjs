@@ -1,4 +1,4 @@
-// Decodes every example with what the Kaitai Struct compiler makes of docs/format/mx.ksy, and fails
+// Decodes every example with the reader that Kaitai Struct compiles from docs/format/mx.ksy, and fails
 // where it and `mxtool explain` do not say the same of every field.
 //
 // Usage: node examples-decode-alike.cjs PROJECT MXTOOL EXAMPLES   (NODE_PATH: the packages)

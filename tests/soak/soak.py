@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Uses device databases as hard as plants and accidents do, on both engines, and prints figures.
+"""Tests device databases under load and faults, on both engines, and prints figures.
 
 Usage: with-postgresql soak.py BIN [--short]
 
-BIN holds mxtool and catalogue-worker; the examples are built beside it. --short: the same in seconds, for the test suite. Ends with 1 at
-the first thing that is not as it should be.
+BIN holds mxtool and catalogue-worker; the examples are built beside it. --short: the same in seconds, for
+the test suite. Ends with 1 at the first failure.
 """
 import os
 import pathlib
@@ -35,7 +35,7 @@ def expect(holds, text):
 
 
 def generate(folder, count, state, first=0x10000000):
-    """Makes `count` modules of their own: examples with another identifier and serial number."""
+    """Makes `count` different modules: examples with another identifier and serial number."""
     folder.mkdir(parents=True)
     for number in range(count):
         original = EXAMPLES[number % len(EXAMPLES)].read_bytes()
@@ -109,7 +109,7 @@ class Postgresql:
 
 
 def state_of(engine, states, folder):
-    """Returns which of the states the catalogue is in, by all of its files."""
+    """Returns the state in which the catalogue is, by all of its files."""
     engine.check()
     target = folder / "exported"
     done("devices", "--db", engine.url, "--export", str(target))
@@ -124,7 +124,7 @@ def state_of(engine, states, folder):
 
 
 def killed(make, folder):
-    """A populate is killed at a random moment: the old or the new catalogue, whole."""
+    """A populate is killed at a random moment: the catalogue is the complete old or new one."""
     times, modules = (6, 40) if SHORT else (200, 300)
     engine = make(folder)
     for state in "ab":
@@ -153,7 +153,7 @@ def killed(make, folder):
 
 
 def crowd(make, folder):
-    """Eight write and eight read one catalogue."""
+    """Eight writers and eight readers use one catalogue."""
     each, seconds = (3, 3) if SHORT else (8, 60)
     engine = make(folder)
     root = folder / "writers"
@@ -212,7 +212,7 @@ def accidents_of_a_file(folder):
             environment={"DEVICE_DATABASE_WAIT": "1"})
     other.close()
     os.chmod(engine.path, 0o444)
-    # Without this capability permissions hold for root as well. Another user might not reach the program.
+    # Without this capability permissions also apply to root. Another user might have no access to the program.
     as_others = ["setpriv", "--bounding-set=-dac_override"] if os.geteuid() == 0 else []
     refused(engine, states, folder, "read-only", "readonly database", *populate, through=as_others)
     os.chmod(engine.path, 0o644)
@@ -263,7 +263,7 @@ def lost_server(engine, states, folder, populate):
 
 
 def full_server(engine, states, folder, populate):
-    """Moves the tables to a small file system, where this machine lets us make one."""
+    """Moves the tables to a small file system, if one can be made on this machine."""
     small = pathlib.Path(tempfile.mkdtemp(prefix="soak-small-", dir="/tmp"))
     mount = ["mount", "-t", "tmpfs", "-o", "size=2m,mode=777", "tmpfs", str(small)]
     if os.geteuid() != 0 or subprocess.run(mount, check=False, stderr=subprocess.DEVNULL).returncode:
