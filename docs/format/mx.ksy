@@ -6,8 +6,8 @@ meta:
   endian: be
   ks-version: "0.10"
 doc: |
-  A flat sequence of groups. Texts are bytes with no code page. What no reader looks at has a field
-  all the same; files whose groups do not have their shape cannot be decoded.
+  A flat sequence of groups. Texts are bytes with no code page. Bytes that no reader uses have a field too;
+  files with malformed groups cannot be decoded.
 seq:
   - id: groups
     type: group
@@ -17,7 +17,7 @@ seq:
 instances:
   content_end:
     doc: |
-      Where the groups end: at the content length of the header in front, else at the end of the
+      The end of the groups: the content length of a header at the start of the file, else the end of the
       file.
     value: "groups[0].id == 0 ? groups[0].payload.as<header>.content_length : _io.size"
 types:
@@ -171,7 +171,7 @@ types:
         type: u1
       - id: minimum
         size: 8
-        doc: A slot; a narrower value stands in the last bytes.
+        doc: A slot; a narrower value is in the last bytes.
       - id: maximum
         size: 8
       - id: unit_id
@@ -278,7 +278,7 @@ types:
         type: u2
       - id: date
         size: 10
-        doc: Ended early by 0x00 or CR; nine characters are read at most.
+        doc: Ended early by 0x00 or CR; at most nine characters are read.
       - id: rest
         size-eos: true
   product_image:

@@ -18,7 +18,7 @@ class Wrong(Exception):
 
 def expect(holds_true: bool, what: str, answer: Answer, *details: object) -> None:
     if not holds_true:
-        raise Wrong("\n  ".join([what, *map(str, details), answer.told()]))
+        raise Wrong("\n  ".join([what, *map(str, details), answer.details()]))
 
 
 class Case:

@@ -53,7 +53,7 @@ def building(tool: Tool, modules: dict[str, Module], seed: str) -> dict[str, str
     for name, module in modules.items():
         built = tool.folder / "built" / f"{name}.bin"
         if not built.exists() or built.read_bytes() != mx_file(module):
-            told = [line for line in answer.errors.splitlines() if line.startswith(f"{name}.yaml")]
+            reported = [line for line in answer.errors.splitlines() if line.startswith(f"{name}.yaml")]
             text = (tool.folder / f"{name}.yaml").read_text(encoding="utf-8")
-            wrong[name] = "\n  ".join(["the text form builds other bytes, or none", *told, text])
+            wrong[name] = "\n  ".join(["the text form builds other bytes, or none", *reported, text])
     return wrong

@@ -35,7 +35,7 @@ class Conversion:
 @dataclass
 class OptionList:
     ident: int
-    options: list[tuple[int, str]]  # number as it stands in the slot, text
+    options: list[tuple[int, str]]  # number as it is in the slot, text
 
 
 @dataclass

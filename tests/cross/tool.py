@@ -14,7 +14,7 @@ class Answer:
     errors: str
     command: list[str]
 
-    def told(self) -> str:
+    def details(self) -> str:
         return f"{' '.join(repr(word) for word in self.command)}\n  exit {self.code}\n  {self.errors.strip()}"
 
 

@@ -12,7 +12,7 @@ const vm = require("vm");
 
 const [project, mxtool, examples] = process.argv.slice(2);
 
-// Fields that mxtool explain shows as what stands between fields.
+// Fields that mxtool explain shows as bytes between fields.
 const fillings = new Set(["lineFeed", "equalsSign"]);
 const explainedFillings = new Set(["line_end", "separator", "tail"]);
 
@@ -108,7 +108,7 @@ function difference(decoded, part) {
 
 function compareFile(Mx, file) {
   const { KaitaiStream } = { KaitaiStream: require("kaitai-struct/KaitaiStream") };
-  const bytes = new Uint8Array(fs.readFileSync(file)); // a buffer of its own, from offset 0
+  const bytes = new Uint8Array(fs.readFileSync(file)); // a separate buffer, from offset 0
   const mx = new Mx(new (KaitaiStream.KaitaiStream || KaitaiStream)(bytes.buffer));
   mx._read();
   const decoded = [];

@@ -309,7 +309,7 @@ def sizes(make, folder):
     took = seconds_of("populate", str(folder / "many"), "--db", engine.url)
     again = seconds_of("populate", str(folder / "many"), "--db", engine.url)
     print(f"{engine.name}: {modules} modules: populate {took:.2f} s ({took / modules * 1e6:.0f} us per "
-          f"module), anew over the old ones {again:.2f} s")
+          f"module), again over the old ones {again:.2f} s")
     for what, words in (("list", []), ("find", [any_id]), ("search", ["--search", "ai ±10"]),
                         ("filter", ["--where", "in_bytes>22", "--where", "unit~V"]),
                         ("list as JSON", ["--format", "json"]),
