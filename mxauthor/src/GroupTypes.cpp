@@ -17,13 +17,20 @@ GroupContent contentFor(std::uint16_t id)
 {
     using Make = GroupContent (*)();
     static const std::map<std::uint16_t, Make> types = {
-        {0x0000, emptyContent<Header>},         {0x0001, emptyContent<Identity>},
-        {0x0010, emptyContent<ParameterBlock>}, {0x0011, emptyContent<DataSizes>},
-        {0x0020, emptyContent<Entries>},        {0x0040, emptyContent<Entries>},
-        {0x20C0, emptyContent<Parameters>},     {0x20C1, emptyContent<OptionLists>},
-        {0x20C2, emptyContent<Conversions>},    {0x20D0, emptyContent<Channels>},
-        {0x20D3, emptyContent<TextTable>},      {0x20D7, emptyContent<ChannelNames>},
-        {0x20F0, emptyContent<Extension>},      {0x20F1, emptyContent<ProductImage>},
+        {mxformat::group::header, emptyContent<Header>},
+        {mxformat::group::identity, emptyContent<Identity>},
+        {mxformat::group::parameterBlock, emptyContent<ParameterBlock>},
+        {mxformat::group::dataSizes, emptyContent<DataSizes>},
+        {mxformat::group::catalogue, emptyContent<Entries>},
+        {mxformat::group::component, emptyContent<Entries>},
+        {mxformat::group::parameters, emptyContent<Parameters>},
+        {mxformat::group::optionLists, emptyContent<OptionLists>},
+        {mxformat::group::conversions, emptyContent<Conversions>},
+        {mxformat::group::channels, emptyContent<Channels>},
+        {mxformat::group::texts, emptyContent<TextTable>},
+        {mxformat::group::channelNames, emptyContent<ChannelNames>},
+        {mxformat::group::extension, emptyContent<Extension>},
+        {mxformat::group::productImage, emptyContent<ProductImage>},
     };
     const auto found = types.find(id);
     return found == types.end() ? GroupContent(RawGroup{}) : found->second();

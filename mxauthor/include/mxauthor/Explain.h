@@ -59,7 +59,4 @@ struct Explanation
 /// the rest of the file is one part.
 Explanation explain(const std::vector<char>& bytes);
 
-/// Returns what the group `id` holds, empty where it is not known.
-std::string groupTitle(std::uint16_t id);
-
 } // namespace mxauthor

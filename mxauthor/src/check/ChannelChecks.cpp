@@ -137,7 +137,7 @@ void checkChannels(const ModuleView& module, Findings& findings)
 
 void checkChannelNames(const ModuleView& module, Findings& findings)
 {
-    const auto* const names = module.content<ChannelNames>(0x20D7);
+    const auto* const names = module.content<ChannelNames>(mxformat::group::channelNames);
     std::set<std::uint8_t> numbers;
     for (const Channel& channel : module.channels()) {
         const bool first = numbers.insert(channel.record->number.value).second;

@@ -78,7 +78,7 @@ void checkConversions(const ModuleView& module, Findings& findings)
         used.insert(parameter.record->conversion.value);
     }
     std::set<std::uint8_t> known;
-    const auto* const conversions = module.content<Conversions>(0x20C2);
+    const auto* const conversions = module.content<Conversions>(mxformat::group::conversions);
     for (std::size_t i = 0; conversions != nullptr && i < conversions->entries.size(); ++i) {
         const Conversion& entry = conversions->entries[i];
         const bool isFirst = known.insert(entry.id.value).second;

@@ -68,7 +68,7 @@ std::size_t bytesLeft(const MxFile& file, std::uint32_t start, std::size_t size)
 
 void checkContentLength(const ModuleView& module, Findings& findings)
 {
-    const auto* const header = module.content<Header>(0x0000);
+    const auto* const header = module.content<Header>(mxformat::group::header);
     if (header == nullptr) {
         findings.addToFile(headerMissing, {}, "no group 0000 states how long the file is");
         return;

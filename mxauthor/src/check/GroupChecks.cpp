@@ -1,6 +1,5 @@
 #include "check/Checks.h"
 #include "mxauthor/Counted.h"
-#include "mxauthor/Explain.h"
 
 #include <devices/parser/mx/HexText.h>
 
@@ -34,7 +33,9 @@ const CheckRule groupRows[] = {
 const auto& [groupMissing, repeatedGroup, unknownGroup, groupShape, deadRecord, unreadBytes] =
     groupRows;
 
-constexpr std::array<std::uint16_t, 4> requiredGroups = {0x0001, 0x0011, 0x0020, 0x0040};
+constexpr std::array<std::uint16_t, 4> requiredGroups = {
+    mxformat::group::identity, mxformat::group::dataSizes, mxformat::group::catalogue,
+    mxformat::group::component};
 
 void checkPresence(const ModuleView& module, Findings& findings)
 {
@@ -43,7 +44,7 @@ void checkPresence(const ModuleView& module, Findings& findings)
         if (module.group(id) == nullptr) {
             findings.addToFile(groupMissing, {id, end, 0},
                                "group " + devices::parser::mx::u16AsHex(id) + " (" +
-                                   groupTitle(id) + ") is missing");
+                                   mxformat::groupName(id) + ") is missing");
         }
     }
 }
@@ -53,9 +54,10 @@ void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings
     if (!seen.insert(group.id).second) {
         findings.add(repeatedGroup, group.place, "",
                      "stands here again, only the first one is read");
-    } else if (groupTitle(group.id).empty()) {
+    } else if (std::string_view(mxformat::groupName(group.id)).empty()) {
         findings.add(unknownGroup, group.place, "",
-                     "not a group of the format, " + counted(group.place.length - 6, "byte") +
+                     "not a group of the format, " +
+                         counted(group.place.length - mxformat::groupOverhead, "byte") +
                          " skipped");
     } else if (std::holds_alternative<RawGroup>(group.content)) {
         findings.add(groupShape, group.place, "",
@@ -81,7 +83,7 @@ void checkRestOf(const ModuleView& module, std::uint16_t id, const char* what, F
 
 void checkUnreadBytes(const ModuleView& module, Findings& findings)
 {
-    const auto* const extension = module.content<Extension>(0x20F0);
+    const auto* const extension = module.content<Extension>(mxformat::group::extension);
     if (extension != nullptr && !extension->rest.value.empty()) {
         findings.add(unreadBytes, extension->rest.place, "",
                      counted(extension->rest.value.size(), "byte") +
@@ -98,10 +100,10 @@ void checkGroups(const ModuleView& module, Findings& findings)
     if (!seen.empty()) {
         checkPresence(module, findings);
     }
-    checkRestOf<Parameters>(module, 0x20C0, "parameter record", findings);
-    checkRestOf<OptionLists>(module, 0x20C1, "option list", findings);
-    checkRestOf<Channels>(module, 0x20D0, "channel record", findings);
-    checkRestOf<ChannelNames>(module, 0x20D7, "channel name", findings);
+    checkRestOf<Parameters>(module, mxformat::group::parameters, "parameter record", findings);
+    checkRestOf<OptionLists>(module, mxformat::group::optionLists, "option list", findings);
+    checkRestOf<Channels>(module, mxformat::group::channels, "channel record", findings);
+    checkRestOf<ChannelNames>(module, mxformat::group::channelNames, "channel name", findings);
     checkUnreadBytes(module, findings);
 }
 

@@ -122,7 +122,7 @@ void checkEntriesOf(const ModuleView& module, std::uint16_t id, const Keys& keys
 
 void checkIdentity(const ModuleView& module, Findings& findings)
 {
-    const auto* const identity = module.content<Identity>(0x0001);
+    const auto* const identity = module.content<Identity>(mxformat::group::identity);
     if (identity == nullptr) {
         return;
     }
@@ -136,14 +136,14 @@ void checkIdentity(const ModuleView& module, Findings& findings)
             return;
         }
     }
-    findings.add(identityMissing, module.group(0x0001)->place, "",
+    findings.add(identityMissing, module.group(mxformat::group::identity)->place, "",
                  "no dataset 0xfb with the module type and identifier");
 }
 
 void checkEntries(const ModuleView& module, Findings& findings)
 {
-    checkEntriesOf(module, 0x0020, catalogueKeys, findings);
-    checkEntriesOf(module, 0x0040, componentKeys, findings);
+    checkEntriesOf(module, mxformat::group::catalogue, catalogueKeys, findings);
+    checkEntriesOf(module, mxformat::group::component, componentKeys, findings);
 }
 
 namespace {
@@ -168,7 +168,7 @@ void checkGtin(const ModuleView& module, const Extension& extension, Findings& f
 
 void checkExtension(const ModuleView& module, Findings& findings)
 {
-    const auto* const extension = module.content<Extension>(0x20F0);
+    const auto* const extension = module.content<Extension>(mxformat::group::extension);
     if (extension == nullptr) {
         return;
     }
@@ -189,12 +189,13 @@ void checkExtension(const ModuleView& module, Findings& findings)
 
 void checkImage(const ModuleView& module, Findings& findings)
 {
-    const auto* const image = module.content<ProductImage>(0x20F1);
+    const auto* const image = module.content<ProductImage>(mxformat::group::productImage);
     if (image == nullptr) {
         return;
     }
     if (image->bytes.value.empty()) {
-        findings.add(imageEmpty, module.group(0x20F1)->place, "", "the product image is empty");
+        findings.add(imageEmpty, module.group(mxformat::group::productImage)->place, "",
+                     "the product image is empty");
         return;
     }
     if (const auto problem = svgzProblem(image->bytes.value)) {

@@ -55,7 +55,7 @@ bool usesList(const Parameter& parameter)
 void checkReference(const ModuleView& module, const Parameter& parameter, Findings& findings)
 {
     const Field<std::uint8_t>& id = parameter.record->optionList;
-    const auto* const lists = module.content<OptionLists>(0x20C1);
+    const auto* const lists = module.content<OptionLists>(mxformat::group::optionLists);
     const bool exists = lists != nullptr && std::any_of(lists->lists.begin(), lists->lists.end(),
                                                         [&id](const OptionList& list) {
                                                             return list.id.value == id.value;
@@ -136,7 +136,7 @@ void checkOptionLists(const ModuleView& module, Findings& findings)
         }
     }
     std::set<std::uint8_t> seen;
-    const auto* const lists = module.content<OptionLists>(0x20C1);
+    const auto* const lists = module.content<OptionLists>(mxformat::group::optionLists);
     for (std::size_t i = 0; lists != nullptr && i < lists->lists.size(); ++i) {
         const OptionList& list = lists->lists[i];
         checkList(list, used.count(list.id.value) != 0, seen, findings);

@@ -183,7 +183,7 @@ void checkRecords(const ModuleView& module, Findings& findings)
 
 void checkParameterPlaces(const ModuleView& module, Findings& findings)
 {
-    const Group* const group = module.group(0x0010);
+    const Group* const group = module.group(mxformat::group::parameterBlock);
     if (group != nullptr && !std::holds_alternative<ParameterBlock>(group->content)) {
         return; // nobody can say where its bytes begin
     }

@@ -112,7 +112,7 @@ void checkRange(const Parameter& parameter, const ParameterScale& scale, Finding
 
 Place placeOfDefault(const ModuleView& module, const ParameterValue& value)
 {
-    Place place = module.content<ParameterBlock>(0x0010)->block.place;
+    Place place = module.content<ParameterBlock>(mxformat::group::parameterBlock)->block.place;
     place.offset += value.byteOffset;
     place.length = value.size;
     return place;

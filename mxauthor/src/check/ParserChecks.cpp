@@ -27,16 +27,17 @@ struct Speech
     std::uint16_t group;
 };
 
-constexpr std::array<Speech, 10> speeches = {{{"Cannot find requested text string", 0x20D3},
-                                              {"Invalid textstring termination", 0x0011},
-                                              {"Invalid textstring termination", 0x20D3},
-                                              {"Invalid datatype", 0x20C0},
-                                              {"Parser::getModuleIdAndType()", 0x0001},
-                                              {"Default parameter block in mx data", 0x0010},
-                                              {"The current parameter array size", 0x0011},
-                                              {"Parameter out of bounds", 0x20C0},
-                                              {"Bit field of", 0x20C0},
-                                              {"Parameter option list", 0x20C1}}};
+constexpr std::array<Speech, 10> speeches = {
+    {{"Cannot find requested text string", mxformat::group::texts},
+     {"Invalid textstring termination", mxformat::group::dataSizes},
+     {"Invalid textstring termination", mxformat::group::texts},
+     {"Invalid datatype", mxformat::group::parameters},
+     {"Parser::getModuleIdAndType()", mxformat::group::identity},
+     {"Default parameter block in mx data", mxformat::group::parameterBlock},
+     {"The current parameter array size", mxformat::group::dataSizes},
+     {"Parameter out of bounds", mxformat::group::parameters},
+     {"Bit field of", mxformat::group::parameters},
+     {"Parameter option list", mxformat::group::optionLists}}};
 
 bool speaksOf(const std::string& message, std::uint16_t group)
 {

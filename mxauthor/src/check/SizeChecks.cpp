@@ -85,7 +85,7 @@ void checkDirection(const ModuleView& module, bool input, Findings& findings)
     const std::uint32_t stated = module.dataSize(key);
     const std::uint32_t size = correctedSize(module, stated);
     const std::uint32_t used = bytesOfChannels(module, input);
-    const Place& place = module.group(0x0011)->place;
+    const Place& place = module.group(mxformat::group::dataSizes)->place;
     if (used > size) {
         findings.add(input ? inputSize : outputSize, place, key,
                      counted(size, "byte") + ", the channels take " + std::to_string(used));
@@ -97,7 +97,7 @@ void checkDirection(const ModuleView& module, bool input, Findings& findings)
 
 void checkParameterBlock(const ModuleView& module, Findings& findings)
 {
-    const auto* const block = module.content<ParameterBlock>(0x0010);
+    const auto* const block = module.content<ParameterBlock>(mxformat::group::parameterBlock);
     if (block == nullptr) {
         return;
     }
@@ -114,18 +114,18 @@ void checkParameterBlock(const ModuleView& module, Findings& findings)
 
 void checkDataSizes(const ModuleView& module, Findings& findings)
 {
-    const auto* const sizes = module.content<DataSizes>(0x0011);
+    const auto* const sizes = module.content<DataSizes>(mxformat::group::dataSizes);
     if (sizes == nullptr) {
         return;
     }
     for (const Field<std::string>& line : sizes->lines) {
         checkLine(line, findings);
     }
-    const Group* const blockGroup = module.group(0x0010);
+    const Group* const blockGroup = module.group(mxformat::group::parameterBlock);
     const bool blockIsKnown =
         blockGroup == nullptr || std::holds_alternative<ParameterBlock>(blockGroup->content);
     if (blockIsKnown && module.dataSize("Parameter") != module.block().size()) {
-        findings.add(blockSize, module.group(0x0011)->place, "Parameter",
+        findings.add(blockSize, module.group(mxformat::group::dataSizes)->place, "Parameter",
                      counted(module.dataSize("Parameter"), "byte") + ", the parameter block has " +
                          std::to_string(module.block().size()));
     }

@@ -68,7 +68,7 @@ void checkText(const TextRecord& record, bool isFirst, bool isUsed, Findings& fi
 void checkTexts(const ModuleView& module, Findings& findings)
 {
     const std::vector<TextReference> references = textReferences(module);
-    const Group* const group = module.group(0x20D3);
+    const Group* const group = module.group(mxformat::group::texts);
     if (group != nullptr && std::holds_alternative<RawGroup>(group->content)) {
         return; // nobody can say which texts there are
     }
@@ -77,7 +77,7 @@ void checkTexts(const ModuleView& module, Findings& findings)
     for (const TextReference& reference : references) {
         used.insert(reference.id);
     }
-    if (const auto* table = module.content<TextTable>(0x20D3)) {
+    if (const auto* table = module.content<TextTable>(mxformat::group::texts)) {
         for (const TextRecord& record : table->texts) {
             checkText(record, module.text(record.id.value) == &record,
                       used.count(record.id.value) != 0, findings);

@@ -1,7 +1,5 @@
 #include "diff/Differences.h"
 
-#include "mxauthor/Explain.h"
-
 #include <devices/parser/mx/HexText.h>
 
 #include <set>
@@ -29,7 +27,7 @@ void compareGroup(const ModuleView& before, const ModuleView& after, std::uint16
 {
     const auto old = payloadOf(before, id);
     const auto now = payloadOf(after, id);
-    const bool isMakers = groupTitle(id).empty();
+    const bool isMakers = std::string_view(mxformat::groupName(id)).empty();
     const bool isUnknown = isRaw(before, id) || isRaw(after, id);
     const char* text = "holds other bytes";
     if (old.empty() != now.empty()) {

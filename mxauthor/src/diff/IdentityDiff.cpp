@@ -50,7 +50,7 @@ void compareEntries(const ModuleView& before, const ModuleView& after, std::uint
 
 std::string gtinOf(const ModuleView& module)
 {
-    const auto* const extension = module.content<Extension>(0x20F0);
+    const auto* const extension = module.content<Extension>(mxformat::group::extension);
     if (extension == nullptr || extension->gtinId.value == 0) {
         return "none";
     }
@@ -59,7 +59,7 @@ std::string gtinOf(const ModuleView& module)
 
 std::string dateOf(const ModuleView& module)
 {
-    const auto* const extension = module.content<Extension>(0x20F0);
+    const auto* const extension = module.content<Extension>(mxformat::group::extension);
     if (extension == nullptr) {
         return "none";
     }
@@ -76,7 +76,7 @@ std::string dateOf(const ModuleView& module)
 const Bytes& imageOf(const ModuleView& module)
 {
     static const Bytes none;
-    const auto* const image = module.content<ProductImage>(0x20F1);
+    const auto* const image = module.content<ProductImage>(mxformat::group::productImage);
     return image == nullptr ? none : image->bytes.value;
 }
 
@@ -89,8 +89,8 @@ void compareIdentity(const ModuleView& before, const ModuleView& after, Differen
     if (old != now) {
         differences.addBreakingImage("module", "", "module identifier " + old + " becomes " + now);
     }
-    compareEntries(before, after, 0x0020, differences);
-    compareEntries(before, after, 0x0040, differences);
+    compareEntries(before, after, mxformat::group::catalogue, differences);
+    compareEntries(before, after, mxformat::group::component, differences);
     differences.changed(Effect::Cosmetic, "module", "", "GTIN", gtinOf(before), gtinOf(after));
     differences.changed(Effect::Cosmetic, "module", "", "calibration date", dateOf(before),
                         dateOf(after));

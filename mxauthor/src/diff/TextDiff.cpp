@@ -14,7 +14,7 @@ using Texts = std::map<std::uint16_t, std::string>;
 Texts textsOf(const ModuleView& module)
 {
     Texts texts;
-    if (const auto* table = module.content<TextTable>(0x20D3)) {
+    if (const auto* table = module.content<TextTable>(mxformat::group::texts)) {
         for (const TextRecord& record : table->texts) {
             texts.emplace(record.id.value, record.text.value);
         }

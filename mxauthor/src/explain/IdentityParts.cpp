@@ -34,7 +34,7 @@ const std::set<std::string>& readKeys()
     return keys;
 }
 
-// What a line of group 0x0011 adds to a size; empty for a line that is skipped.
+// What a line of the data sizes adds to a size; empty for a line that is skipped.
 std::string sizeMeaning(const std::string& line)
 {
     for (const std::string key : mxformat::dataSizeKeys) {

@@ -18,7 +18,7 @@ Place from(const Place& first, std::uint32_t end)
 
 void addParameters(const ModuleView& module, std::vector<NamedPlace>& all)
 {
-    const auto* const block = module.content<ParameterBlock>(0x0010);
+    const auto* const block = module.content<ParameterBlock>(mxformat::group::parameterBlock);
     for (const ModuleView::Parameter& parameter : module.parameters()) {
         const std::string what = named("parameter", parameter.record->number.value, "");
         const Place& number = parameter.record->number.place;
@@ -43,7 +43,7 @@ void addChannels(const ModuleView& module, std::vector<NamedPlace>& all)
                            (channel.place.symbol.empty() ? "" : " (" + channel.place.symbol + ")"),
                        channel.name, from(record.number.place, last.offset + last.length)});
     }
-    const auto* const names = module.content<ChannelNames>(0x20D7);
+    const auto* const names = module.content<ChannelNames>(mxformat::group::channelNames);
     for (std::size_t i = 0; names != nullptr && i < names->entries.size(); ++i) {
         const ChannelName& entry = names->entries[i];
         all.push_back({"name of " + named("channel", entry.channel.value, ""),
@@ -54,7 +54,7 @@ void addChannels(const ModuleView& module, std::vector<NamedPlace>& all)
 
 void addTexts(const ModuleView& module, std::vector<NamedPlace>& all)
 {
-    const auto* const table = module.content<TextTable>(0x20D3);
+    const auto* const table = module.content<TextTable>(mxformat::group::texts);
     for (std::size_t i = 0; table != nullptr && i < table->texts.size(); ++i) {
         const TextRecord& record = table->texts[i];
         const Place& text = record.text.place;

@@ -11,12 +11,12 @@ ModuleView::ModuleView(const MxFile& file) : source(file)
     for (const Group& found : file.groups) {
         groups.emplace(found.id, &found);
     }
-    if (const auto* table = content<TextTable>(0x20D3)) {
+    if (const auto* table = content<TextTable>(mxformat::group::texts)) {
         for (const TextRecord& record : table->texts) {
             texts.emplace(record.id.value, &record);
         }
     }
-    if (const auto* names = content<ChannelNames>(0x20D7)) {
+    if (const auto* names = content<ChannelNames>(mxformat::group::channelNames)) {
         for (const ChannelName& entry : names->entries) {
             channelNames.emplace(entry.channel.value, &entry);
         }
@@ -56,7 +56,7 @@ const ChannelName* ModuleView::channelName(std::uint8_t number) const
 std::vector<const Option*> ModuleView::options(std::uint8_t id) const
 {
     std::vector<const Option*> found;
-    if (const auto* lists = content<OptionLists>(0x20C1)) {
+    if (const auto* lists = content<OptionLists>(mxformat::group::optionLists)) {
         for (const OptionList& list : lists->lists) {
             for (const Option& option : list.options) {
                 if (list.id.value == id) {
@@ -71,14 +71,14 @@ std::vector<const Option*> ModuleView::options(std::uint8_t id) const
 const Bytes& ModuleView::block() const
 {
     static const Bytes none;
-    const auto* const found = content<ParameterBlock>(0x0010);
+    const auto* const found = content<ParameterBlock>(mxformat::group::parameterBlock);
     return found == nullptr ? none : found->block.value;
 }
 
 std::uint32_t ModuleView::dataSize(const std::string& key) const
 {
     std::uint32_t size = 0;
-    const auto* const sizes = content<DataSizes>(0x0011);
+    const auto* const sizes = content<DataSizes>(mxformat::group::dataSizes);
     for (std::size_t i = 0; sizes != nullptr && i < sizes->lines.size(); ++i) {
         const std::string& line = sizes->lines[i].value;
         if (line.compare(0, key.size(), key) != 0) {
@@ -93,7 +93,7 @@ std::uint32_t ModuleView::dataSize(const std::string& key) const
 
 std::optional<std::uint32_t> ModuleView::moduleId() const
 {
-    const auto* const identity = content<Identity>(0x0001);
+    const auto* const identity = content<Identity>(mxformat::group::identity);
     for (std::size_t i = 0; identity != nullptr && i < identity->datasets.size(); ++i) {
         const Dataset& dataset = identity->datasets[i];
         if (dataset.id.value == identityDataset) {
@@ -109,7 +109,7 @@ std::optional<std::uint32_t> ModuleView::moduleId() const
 
 void ModuleView::addChannels()
 {
-    const auto* const channels = content<Channels>(0x20D0);
+    const auto* const channels = content<Channels>(mxformat::group::channels);
     if (channels == nullptr) {
         return;
     }
@@ -124,7 +124,7 @@ void ModuleView::addChannels()
 
 void ModuleView::addParameters()
 {
-    const auto* const parameters = content<Parameters>(0x20C0);
+    const auto* const parameters = content<Parameters>(mxformat::group::parameters);
     if (parameters == nullptr) {
         return;
     }

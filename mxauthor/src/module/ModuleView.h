@@ -52,7 +52,7 @@ public:
     /// Returns the bytes of the text `id`, empty when there is none.
     std::string textOf(std::uint16_t id) const;
 
-    /// Returns the first entry of group 0x20d7 for the channel `number`, null when there is none.
+    /// Returns the first name for the channel `number`, null when there is none.
     const ChannelName* channelName(std::uint8_t number) const;
 
     const std::vector<Channel>& channels() const { return allChannels; }
@@ -61,7 +61,7 @@ public:
     /// Returns the options of every list `id`, in file order.
     std::vector<const Option*> options(std::uint8_t id) const;
 
-    /// Returns the conversions of group 0x20c2, as readers use them.
+    /// Returns the conversions, as readers use them.
     const mxformat::ConversionTable& conversions() const { return allConversions; }
 
     /// Returns the default parameter block, empty when there is none.

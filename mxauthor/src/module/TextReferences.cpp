@@ -25,7 +25,7 @@ public:
 
 void addOptions(const ModuleView& module, References& references)
 {
-    const auto* const lists = module.content<OptionLists>(0x20C1);
+    const auto* const lists = module.content<OptionLists>(mxformat::group::optionLists);
     for (std::size_t i = 0; lists != nullptr && i < lists->lists.size(); ++i) {
         const std::string subject = named("option list", lists->lists[i].id.value, "");
         for (const Option& option : lists->lists[i].options) {
@@ -36,7 +36,7 @@ void addOptions(const ModuleView& module, References& references)
 
 void addConversions(const ModuleView& module, References& references)
 {
-    const auto* const conversions = module.content<Conversions>(0x20C2);
+    const auto* const conversions = module.content<Conversions>(mxformat::group::conversions);
     for (std::size_t i = 0; conversions != nullptr && i < conversions->entries.size(); ++i) {
         const Conversion& entry = conversions->entries[i];
         references.addUnlessNone(entry.unitId, named("conversion", entry.id.value, ""), "unit");
@@ -45,7 +45,7 @@ void addConversions(const ModuleView& module, References& references)
 
 void addChannelNames(const ModuleView& module, References& references)
 {
-    const auto* const names = module.content<ChannelNames>(0x20D7);
+    const auto* const names = module.content<ChannelNames>(mxformat::group::channelNames);
     for (std::size_t i = 0; names != nullptr && i < names->entries.size(); ++i) {
         const ChannelName& entry = names->entries[i];
         references.add(entry.textId, named("channel", entry.channel.value, ""), "name");
@@ -66,7 +66,7 @@ std::vector<TextReference> textReferences(const ModuleView& module)
     addOptions(module, references);
     addConversions(module, references);
     addChannelNames(module, references);
-    if (const auto* extension = module.content<Extension>(0x20F0)) {
+    if (const auto* extension = module.content<Extension>(mxformat::group::extension)) {
         references.addUnlessNone(extension->gtinId, "", "GTIN");
     }
     return references.all;

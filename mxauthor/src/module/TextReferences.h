@@ -4,7 +4,7 @@
 
 namespace mxauthor {
 
-/// A reference to a text of group 0x20d3.
+/// A reference to a text of the file.
 struct TextReference
 {
     std::uint16_t id;

@@ -11,7 +11,7 @@ void noteTextOrigin(const YAML::Node& node, BuildContext& context)
     RecordOrigin origin;
     origin.mark = context.errors.markOf(node);
     origin.repetition = context.errors.repetitionOf(node);
-    context.records[textsGroup].resize(context.texts.records().size(), origin);
+    context.records[mxformat::group::texts].resize(context.texts.records().size(), origin);
 }
 
 std::uint16_t readTextId(const YAML::Node& node, BuildContext& context)

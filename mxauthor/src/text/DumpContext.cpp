@@ -92,7 +92,7 @@ DumpContext::DumpContext(const MxFile& file, const std::set<std::size_t>& raw, b
             typed.emplace(group.id, &group);
         }
     }
-    if (const auto* table = group<TextTable>(textsGroup)) {
+    if (const auto* table = group<TextTable>(mxformat::group::texts)) {
         for (const TextRecord& record : table->texts) {
             if (texts.emplace(record.id.value, record.text.value).second) {
                 idOfText.emplace(record.text.value, record.id.value);
@@ -134,8 +134,8 @@ std::string DumpContext::text(std::uint16_t id) const
 // An option list is named after the first parameter that uses it and has a name.
 void DumpContext::nameOptionLists()
 {
-    const auto* lists = group<OptionLists>(optionListsGroup);
-    const auto* parameters = group<Parameters>(parametersGroup);
+    const auto* lists = group<OptionLists>(mxformat::group::optionLists);
+    const auto* parameters = group<Parameters>(mxformat::group::parameters);
     std::map<std::uint8_t, std::string> users;
     for (std::size_t i = 0; parameters != nullptr && i < parameters->records.size(); ++i) {
         const ParameterRecord& record = parameters->records[i];
@@ -154,7 +154,7 @@ void DumpContext::nameOptionLists()
 void DumpContext::nameConversions()
 {
     Names names("conversion");
-    if (const auto* conversions = group<Conversions>(conversionsGroup)) {
+    if (const auto* conversions = group<Conversions>(mxformat::group::conversions)) {
         for (const Conversion& entry : conversions->entries) {
             conversionWords.push_back(names.unique(bytesOfText(entry.unitId.value)));
         }
@@ -163,13 +163,13 @@ void DumpContext::nameConversions()
 
 std::string DumpContext::optionListWord(std::uint8_t id) const
 {
-    const auto* lists = group<OptionLists>(optionListsGroup);
+    const auto* lists = group<OptionLists>(mxformat::group::optionLists);
     return lists == nullptr ? std::to_string(id) : nameOfId(lists->lists, listNames, id);
 }
 
 std::string DumpContext::conversionWord(std::uint8_t id) const
 {
-    const auto* conversions = group<Conversions>(conversionsGroup);
+    const auto* conversions = group<Conversions>(mxformat::group::conversions);
     return conversions == nullptr ? std::to_string(id)
                                   : nameOfId(conversions->entries, conversionWords, id);
 }

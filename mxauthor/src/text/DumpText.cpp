@@ -21,13 +21,20 @@ struct DumpedSection
 const std::vector<DumpedSection>& sections()
 {
     static const std::vector<DumpedSection> all = {
-        {moduleGroup, dumpModule},           {catalogueGroup, dumpCatalogue},
-        {componentGroup, dumpComponent},     {extensionGroup, dumpExtension},
-        {channelsGroup, dumpChannels},       {channelNamesGroup, dumpChannelNames},
-        {parametersGroup, dumpParameters},   {optionListsGroup, dumpOptionLists},
-        {conversionsGroup, dumpConversions}, {blockGroup, dumpParameterBlock},
-        {dataSizesGroup, dumpDataSizes},     {textsGroup, dumpTexts},
-        {headerGroup, dumpHeader},           {imageGroup, dumpImage},
+        {mxformat::group::identity, dumpModule},
+        {mxformat::group::catalogue, dumpCatalogue},
+        {mxformat::group::component, dumpComponent},
+        {mxformat::group::extension, dumpExtension},
+        {mxformat::group::channels, dumpChannels},
+        {mxformat::group::channelNames, dumpChannelNames},
+        {mxformat::group::parameters, dumpParameters},
+        {mxformat::group::optionLists, dumpOptionLists},
+        {mxformat::group::conversions, dumpConversions},
+        {mxformat::group::parameterBlock, dumpParameterBlock},
+        {mxformat::group::dataSizes, dumpDataSizes},
+        {mxformat::group::texts, dumpTexts},
+        {mxformat::group::header, dumpHeader},
+        {mxformat::group::productImage, dumpImage},
     };
     return all;
 }
@@ -100,7 +107,7 @@ struct Draft
 
     std::uint16_t groupOfLine(std::size_t line) const
     {
-        std::uint16_t group = headerGroup;
+        std::uint16_t group = mxformat::group::header;
         for (const auto& [start, id] : starts) {
             group = start <= line ? id : group;
         }
@@ -115,7 +122,7 @@ Draft draftOf(const DumpContext& context)
         draft.starts.emplace_back(lineCount(draft.text) + 1, section.group);
         draft.text += section.dump(context);
     }
-    draft.starts.emplace_back(lineCount(draft.text) + 1, headerGroup);
+    draft.starts.emplace_back(lineCount(draft.text) + 1, mxformat::group::header);
     draft.text += dumpUnreadBytes(context) + dumpOrder(context) + dumpChecksums(context) +
                   dumpRawGroups(context) + dumpTail(context);
     return draft;
@@ -183,7 +190,7 @@ std::string dumpText(const MxFile& file)
         if (failed.empty()) {
             return draft.text;
         }
-        if (!fixedTexts && failed.count(textsGroup) != 0) {
+        if (!fixedTexts && failed.count(mxformat::group::texts) != 0) {
             fixedTexts = true;
         } else if (!makeRaw(failed, file, raw)) {
             throw std::logic_error("The text form cannot hold this file");

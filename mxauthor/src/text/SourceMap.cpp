@@ -33,15 +33,16 @@ using FieldNames = std::map<std::string, Value>;
 const std::map<std::uint16_t, FieldNames>& fieldsOfGroups()
 {
     static const std::map<std::uint16_t, FieldNames> fields = {
-        {moduleGroup, {{"id", {"id"}}, {"unread", {"unread"}}, {"trailer", {"trailer"}}}},
-        {catalogueGroup, {{"key", {"key"}}, {"kind", {"kind"}}, {"value", {"value"}}}},
-        {componentGroup, {{"key", {"key"}}, {"kind", {"kind"}}, {"value", {"value"}}}},
-        {extensionGroup,
+        {mxformat::group::identity,
+         {{"id", {"id"}}, {"unread", {"unread"}}, {"trailer", {"trailer"}}}},
+        {mxformat::group::catalogue, {{"key", {"key"}}, {"kind", {"kind"}}, {"value", {"value"}}}},
+        {mxformat::group::component, {{"key", {"key"}}, {"kind", {"kind"}}, {"value", {"value"}}}},
+        {mxformat::group::extension,
          {{"version", {"version"}},
           {"gtin_id", {"gtin"}},
           {"date", {"calibrationDate"}},
           {"rest", {"rest"}}}},
-        {channelsGroup,
+        {mxformat::group::channels,
          {{"number", {"number"}},
           {"unread_2", {"unread"}},
           {"bit_length", {"bits"}},
@@ -49,8 +50,8 @@ const std::map<std::uint16_t, FieldNames>& fieldsOfGroups()
           {"unread_5", {"unread"}},
           {"word_count", {"words"}},
           {"word", {"words", 1, true}}}},
-        {channelNamesGroup, {{"channel", {"channel"}}, {"text_id", {"name"}}}},
-        {parametersGroup,
+        {mxformat::group::channelNames, {{"channel", {"channel"}}, {"text_id", {"name"}}}},
+        {mxformat::group::parameters,
          {{"number", {"number"}},
           {"name_id", {"name"}},
           {"position", {"at"}},
@@ -64,9 +65,9 @@ const std::map<std::uint16_t, FieldNames>& fieldsOfGroups()
           {"bit_length", {"bits"}},
           {"bit_offset", {"bit"}},
           {"channel", {"channel"}}}},
-        {optionListsGroup,
+        {mxformat::group::optionLists,
          {{"id", {"id"}}, {"value", {"values", 0, true}}, {"text_id", {"texts", 0, true}}}},
-        {conversionsGroup,
+        {mxformat::group::conversions,
          {{"id", {"id"}}, {"factor", {"factor"}}, {"offset", {"offset"}}, {"unit_id", {"unit"}}}},
     };
     return fields;
@@ -94,10 +95,10 @@ YAML::Mark markOf(const RecordOrigin& record, const std::string& key, std::size_
 // Where a record states the part's field; `number` is that of the field in its record.
 YAML::Mark markOf(const RecordOrigin& record, const ExplainedPart& part, std::size_t number)
 {
-    if (part.place.group == channelsGroup && part.field == "kind") {
+    if (part.place.group == mxformat::group::channels && part.field == "kind") {
         return markOf(record, record.values.count("in") != 0 ? "in" : "out", 0);
     }
-    if (part.place.group == extensionGroup && record.values.count("dateBytes") != 0 &&
+    if (part.place.group == mxformat::group::extension && record.values.count("dateBytes") != 0 &&
         part.field == "date") {
         return markOf(record, "dateBytes", 0);
     }
@@ -153,9 +154,10 @@ public:
         if (group == nullptr) {
             return {};
         }
-        const TextPlace place = part->place.group == blockGroup && part->field == "block"
-                                    ? placeOfBlockByte(*part, offset)
-                                    : placeInRecord(*group, *part);
+        const TextPlace place =
+            part->place.group == mxformat::group::parameterBlock && part->field == "block"
+                ? placeOfBlockByte(*part, offset)
+                : placeInRecord(*group, *part);
         return place.mark.is_null() ? TextPlace{group->mark} : place;
     }
 
@@ -221,8 +223,8 @@ private:
 
     static bool isRecord(const ExplainedPart& part)
     {
-        return part.place.group == extensionGroup && part.field != "id" && part.field != "length" &&
-               part.field != "checksum";
+        return part.place.group == mxformat::group::extension && part.field != "id" &&
+               part.field != "length" && part.field != "checksum";
     }
 
     TextPlace placeOfBlockByte(const ExplainedPart& part, std::uint32_t offset) const
@@ -232,7 +234,8 @@ private:
         });
         const auto parameter = parameterAt(defaults, offset - start->place.offset);
         for (const GroupOrigin& group : origins->groups) {
-            if (parameter && group.id == parametersGroup && *parameter < group.records.size()) {
+            if (parameter && group.id == mxformat::group::parameters &&
+                *parameter < group.records.size()) {
                 return placeOfDefaultIn(group.records[*parameter]);
             }
         }

@@ -15,12 +15,12 @@ public:
         addOptions();
         addConversions();
         addParameters();
-        if (const auto* names = context.group<ChannelNames>(channelNamesGroup)) {
+        if (const auto* names = context.group<ChannelNames>(mxformat::group::channelNames)) {
             for (const ChannelName& entry : names->entries) {
                 add(entry.textId.value);
             }
         }
-        if (const auto* extension = context.group<Extension>(extensionGroup)) {
+        if (const auto* extension = context.group<Extension>(mxformat::group::extension)) {
             add(extension->gtinId.value);
         }
     }
@@ -45,7 +45,7 @@ private:
 
     void addOptions()
     {
-        const auto* lists = context.group<OptionLists>(optionListsGroup);
+        const auto* lists = context.group<OptionLists>(mxformat::group::optionLists);
         for (std::size_t i = 0; lists != nullptr && i < lists->lists.size(); ++i) {
             for (const Option& option : lists->lists[i].options) {
                 add(option.textId.value);
@@ -55,7 +55,7 @@ private:
 
     void addConversions()
     {
-        const auto* conversions = context.group<Conversions>(conversionsGroup);
+        const auto* conversions = context.group<Conversions>(mxformat::group::conversions);
         for (std::size_t i = 0; conversions != nullptr && i < conversions->entries.size(); ++i) {
             addUnit(conversions->entries[i].unitId.value);
         }
@@ -63,7 +63,7 @@ private:
 
     void addParameters()
     {
-        const auto* parameters = context.group<Parameters>(parametersGroup);
+        const auto* parameters = context.group<Parameters>(mxformat::group::parameters);
         for (std::size_t i = 0; parameters != nullptr && i < parameters->records.size(); ++i) {
             add(parameters->records[i].nameId.value);
             addUnit(parameters->records[i].unitId.value);

@@ -4,7 +4,7 @@
 
 namespace mxauthor {
 
-/// A channel record of group 0x20d0.
+/// A record of the group `channels`.
 struct ChannelRecord
 {
     Field<std::uint8_t> number;
@@ -20,21 +20,21 @@ struct ChannelRecord
     bool isSigned() const;
 };
 
-/// Group 0x20d0.
+/// Group `channels`.
 struct Channels
 {
     std::vector<ChannelRecord> records;
     Field<Bytes> rest; ///< Bytes behind the last record that is whole.
 };
 
-/// An entry of group 0x20d7.
+/// An entry of the group `channelNames`.
 struct ChannelName
 {
     Field<std::uint8_t> channel; ///< Its number.
     Field<std::uint16_t> textId;
 };
 
-/// Group 0x20d7.
+/// Group `channelNames`.
 struct ChannelNames
 {
     std::vector<ChannelName> entries;

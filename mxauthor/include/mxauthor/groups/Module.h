@@ -4,14 +4,14 @@
 
 namespace mxauthor {
 
-/// Group 0x0000.
+/// Group `header`.
 struct Header
 {
     Field<std::uint16_t> contentLength; ///< Meaningful bytes of the file, from its start.
     Field<Bytes> rest;                  ///< Bytes that nobody reads.
 };
 
-/// A dataset record of group 0x0001.
+/// A dataset record of the group `identity`.
 struct Dataset
 {
     Field<std::uint8_t> id;
@@ -24,13 +24,13 @@ struct Dataset
 /// The dataset that identifies the module: type (u8) and module identifier (u32).
 constexpr std::uint8_t identityDataset = 0xFB;
 
-/// Group 0x0001.
+/// Group `identity`.
 struct Identity
 {
     std::vector<Dataset> datasets;
 };
 
-/// Group 0x20f0.
+/// Group `extension`.
 struct Extension
 {
     Field<std::uint8_t> version;
@@ -39,7 +39,7 @@ struct Extension
     Field<Bytes> rest;           ///< Bytes that nobody reads.
 };
 
-/// Group 0x20f1.
+/// Group `productImage`.
 struct ProductImage
 {
     Field<Bytes> bytes;

@@ -4,7 +4,7 @@
 
 namespace mxauthor {
 
-/// Group 0x0010, the default parameter block behind a header of variable length.
+/// Group `parameterBlock`, the default parameter block after a header of variable length.
 struct ParameterBlock
 {
     Field<std::uint8_t> version;
@@ -35,7 +35,7 @@ struct ParameterRecord
     Field<std::uint8_t> channel; ///< 255 = the module itself.
 };
 
-/// Group 0x20c0.
+/// Group `parameters`.
 struct Parameters
 {
     std::vector<ParameterRecord> records;
@@ -55,15 +55,15 @@ struct OptionList
     std::vector<Option> options;
 };
 
-/// Group 0x20c1.
+/// Group `optionLists`.
 struct OptionLists
 {
     std::vector<OptionList> lists;
     Field<Bytes> rest; ///< Bytes behind the last list that is whole.
 };
 
-/// An entry of group 0x20c2. The numbers are kept as the bits of IEEE-754 binary32: there are some,
-/// such as the many that are no number, which no text of a float tells apart.
+/// An entry of the group `conversions`. The numbers are kept as the bits of IEEE-754 binary32:
+/// there are some, such as the many that are no number, which no text of a float tells apart.
 struct Conversion
 {
     Field<std::uint8_t> id;
@@ -72,7 +72,7 @@ struct Conversion
     Field<std::uint16_t> unitId; ///< 0 = none.
 };
 
-/// Group 0x20c2.
+/// Group `conversions`.
 struct Conversions
 {
     std::vector<Conversion> entries;

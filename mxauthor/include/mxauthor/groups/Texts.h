@@ -12,26 +12,26 @@ struct Entry
     Field<std::string> value; ///< Bytes without CR and LF.
 };
 
-/// Groups 0x0020 (catalogue) and 0x0040 (component).
+/// Groups `catalogue` and `component`.
 struct Entries
 {
     std::vector<Entry> entries;
 };
 
-/// Group 0x0011: lines, each followed by CR LF.
+/// Group `dataSizes`: lines, each followed by CR LF.
 struct DataSizes
 {
     std::vector<Field<std::string>> lines; ///< Bytes without CR, LF and NUL.
 };
 
-/// A text record of group 0x20d3; the line end CR LF follows the text.
+/// A text record of the group `texts`; the line end CR LF follows the text.
 struct TextRecord
 {
     Field<std::uint16_t> id;
     Field<std::string> text; ///< Bytes without CR, LF and NUL.
 };
 
-/// Group 0x20d3.
+/// Group `texts`.
 struct TextTable
 {
     Field<std::uint16_t> head; ///< Not read by anybody.

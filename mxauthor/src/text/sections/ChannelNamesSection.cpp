@@ -15,7 +15,7 @@ std::string nameLine(const ChannelName& entry, const DumpContext& context)
 ChannelName readName(const YAML::Node& node, BuildContext& context)
 {
     const Section section(node, "channelName", context.errors);
-    context.records[channelNamesGroup].push_back(section.origin());
+    context.records[mxformat::group::channelNames].push_back(section.origin());
     ChannelName entry;
     section.require("channel");
     entry.channel = section.byte("channel", 0);
@@ -29,8 +29,8 @@ ChannelName readName(const YAML::Node& node, BuildContext& context)
 
 std::optional<std::vector<std::optional<std::uint16_t>>> namesAtChannels(const DumpContext& context)
 {
-    const auto* names = context.group<ChannelNames>(channelNamesGroup);
-    const auto* channels = context.group<Channels>(channelsGroup);
+    const auto* names = context.group<ChannelNames>(mxformat::group::channelNames);
+    const auto* channels = context.group<Channels>(mxformat::group::channels);
     if (names == nullptr || channels == nullptr || names->entries.empty()) {
         return std::nullopt;
     }
@@ -46,7 +46,7 @@ std::optional<std::vector<std::optional<std::uint16_t>>> namesAtChannels(const D
 
 std::string dumpChannelNames(const DumpContext& context)
 {
-    const auto* group = context.group<ChannelNames>(channelNamesGroup);
+    const auto* group = context.group<ChannelNames>(mxformat::group::channelNames);
     if (group == nullptr || namesAtChannels(context)) {
         return "";
     }
@@ -66,9 +66,9 @@ void buildChannelNames(const std::optional<YAML::Node>& node, BuildContext& cont
     group.entries = context.channelNames;
     if (!node) {
         if (!group.entries.empty()) {
-            const YAML::Mark mark = context.marks[channelsGroup];
-            context.groups[channelNamesGroup] = std::move(group);
-            context.marks[channelNamesGroup] = mark;
+            const YAML::Mark mark = context.marks[mxformat::group::channels];
+            context.groups[mxformat::group::channelNames] = std::move(group);
+            context.marks[mxformat::group::channelNames] = mark;
         }
         return;
     }
@@ -76,11 +76,11 @@ void buildChannelNames(const std::optional<YAML::Node>& node, BuildContext& cont
         context.errors.add(*node, "the channels state their names already");
     }
     group.entries.clear();
-    context.records[channelNamesGroup].clear();
+    context.records[mxformat::group::channelNames].clear();
     for (const YAML::Node& item : readSequence(*node, context.errors)) {
         group.entries.push_back(readName(item, context));
     }
-    context.setGroup(channelNamesGroup, std::move(group), *node);
+    context.setGroup(mxformat::group::channelNames, std::move(group), *node);
 }
 
 } // namespace mxauthor

@@ -186,7 +186,7 @@ ChannelRecord readChannel(const Section& section, Usual& usual)
 
 std::string dumpChannels(const DumpContext& context)
 {
-    const auto* group = context.group<Channels>(channelsGroup);
+    const auto* group = context.group<Channels>(mxformat::group::channels);
     if (group == nullptr) {
         return "";
     }
@@ -218,7 +218,7 @@ void buildChannels(const YAML::Node& node, BuildContext& context)
         const Section section(item, "channel", context.errors);
         const ChannelRecord& record = group.records.emplace_back(readChannel(section, usual));
         usual.pass(record);
-        context.records[channelsGroup].push_back(section.origin());
+        context.records[mxformat::group::channels].push_back(section.origin());
         const std::uint8_t number = record.number.value;
         const int line = context.errors.markOf(item).line + 1;
         const auto [first, isFirst] = lines.emplace(number, line);
@@ -234,10 +234,10 @@ void buildChannels(const YAML::Node& node, BuildContext& context)
             ChannelName& entry = context.channelNames.emplace_back();
             entry.channel = number;
             entry.textId = readTextId(*name, context);
-            context.records[channelNamesGroup].push_back(section.origin());
+            context.records[mxformat::group::channelNames].push_back(section.origin());
         }
     }
-    context.setGroup(channelsGroup, std::move(group), node);
+    context.setGroup(mxformat::group::channels, std::move(group), node);
 }
 
 } // namespace mxauthor

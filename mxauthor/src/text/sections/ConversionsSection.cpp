@@ -64,7 +64,7 @@ std::string conversionText(const Conversion& conversion, const DumpContext& cont
 
 std::string dumpConversions(const DumpContext& context)
 {
-    const auto* group = context.group<Conversions>(conversionsGroup);
+    const auto* group = context.group<Conversions>(mxformat::group::conversions);
     if (group == nullptr) {
         return "";
     }
@@ -91,10 +91,10 @@ void buildConversions(const YAML::Node& node, BuildContext& context)
         takeScale(section, conversion, entry);
         entry.isCertain = context.errors.size() == errorsBefore;
         group.entries.push_back(conversion);
-        context.records[conversionsGroup].push_back(section.origin());
+        context.records[mxformat::group::conversions].push_back(section.origin());
         context.conversions.push_back(std::move(entry));
     }
-    context.setGroup(conversionsGroup, std::move(group), node);
+    context.setGroup(mxformat::group::conversions, std::move(group), node);
 }
 
 } // namespace mxauthor

@@ -96,8 +96,9 @@ DataSizes computedSizes(const std::optional<YAML::Node>& node, BuildContext& con
         section.emplace(*node, "dataSizes", context.errors);
     }
     DataSizes group;
-    for (const auto& [key, codes] : codesFor(builtGroup<Channels>(channelsGroup, context),
-                                             builtGroup<ParameterBlock>(blockGroup, context))) {
+    for (const auto& [key, codes] :
+         codesFor(builtGroup<Channels>(mxformat::group::channels, context),
+                  builtGroup<ParameterBlock>(mxformat::group::parameterBlock, context))) {
         const auto stated = section ? section->find(key) : std::nullopt;
         group.lines.emplace_back(key + separator +
                                  (stated ? readCodes(*stated, context.errors) : codes));
@@ -109,12 +110,12 @@ DataSizes computedSizes(const std::optional<YAML::Node>& node, BuildContext& con
 
 std::string dumpDataSizes(const DumpContext& context)
 {
-    const auto* group = context.group<DataSizes>(dataSizesGroup);
+    const auto* group = context.group<DataSizes>(mxformat::group::dataSizes);
     if (group == nullptr) {
         return "dataSizes: none\n";
     }
-    const Codes usual =
-        codesFor(context.group<Channels>(channelsGroup), context.group<ParameterBlock>(blockGroup));
+    const Codes usual = codesFor(context.group<Channels>(mxformat::group::channels),
+                                 context.group<ParameterBlock>(mxformat::group::parameterBlock));
     const auto codes = codesOf(*group, usual);
     if (!codes) {
         return "dataSizes: " + lineList(*group) + "\n";
@@ -135,8 +136,8 @@ void buildDataSizes(const std::optional<YAML::Node>& node, BuildContext& context
     }
     const bool listed = node && node->IsSequence();
     DataSizes group = listed ? readLines(*node, context.errors) : computedSizes(node, context);
-    context.groups[dataSizesGroup] = std::move(group);
-    context.marks[dataSizesGroup] = node ? node->Mark() : YAML::Mark::null_mark();
+    context.groups[mxformat::group::dataSizes] = std::move(group);
+    context.marks[mxformat::group::dataSizes] = node ? node->Mark() : YAML::Mark::null_mark();
 }
 
 } // namespace mxauthor

@@ -113,22 +113,22 @@ void buildEntries(const YAML::Node& node, std::uint16_t id, BuildContext& contex
 
 std::string dumpCatalogue(const DumpContext& context)
 {
-    return dumpEntries(context, catalogueGroup);
+    return dumpEntries(context, mxformat::group::catalogue);
 }
 
 std::string dumpComponent(const DumpContext& context)
 {
-    return dumpEntries(context, componentGroup);
+    return dumpEntries(context, mxformat::group::component);
 }
 
 void buildCatalogue(const YAML::Node& node, BuildContext& context)
 {
-    buildEntries(node, catalogueGroup, context);
+    buildEntries(node, mxformat::group::catalogue, context);
 }
 
 void buildComponent(const YAML::Node& node, BuildContext& context)
 {
-    buildEntries(node, componentGroup, context);
+    buildEntries(node, mxformat::group::component, context);
 }
 
 } // namespace mxauthor

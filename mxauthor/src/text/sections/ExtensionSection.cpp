@@ -52,7 +52,7 @@ Bytes readDate(const Section& section)
 
 std::string dumpExtension(const DumpContext& context)
 {
-    const auto* group = context.group<Extension>(extensionGroup);
+    const auto* group = context.group<Extension>(mxformat::group::extension);
     if (group == nullptr) {
         return "";
     }
@@ -84,8 +84,8 @@ void buildExtension(const YAML::Node& node, BuildContext& context)
     group.gtinId = readTextId(section, "gtin", context);
     group.date = readDate(section);
     group.rest = section.hex("rest");
-    context.records[extensionGroup].push_back(section.origin());
-    context.setGroup(extensionGroup, std::move(group), node);
+    context.records[mxformat::group::extension].push_back(section.origin());
+    context.setGroup(mxformat::group::extension, std::move(group), node);
 }
 
 } // namespace mxauthor

@@ -47,7 +47,7 @@ Dataset readDataset(const YAML::Node& node, BuildContext& context)
 {
     SourceErrors& errors = context.errors;
     const Section section(node, "dataset", errors);
-    context.records[moduleGroup].push_back(section.origin());
+    context.records[mxformat::group::identity].push_back(section.origin());
     section.require("id");
     Dataset dataset;
     dataset.id = section.byte("id", 0);
@@ -87,7 +87,7 @@ Dataset readIdentity(const Section& section)
 
 std::string dumpHeader(const DumpContext& context)
 {
-    const auto* group = context.group<Header>(headerGroup);
+    const auto* group = context.group<Header>(mxformat::group::header);
     if (group == nullptr) {
         return "header: none\n";
     }
@@ -115,14 +115,14 @@ bool buildHeader(const std::optional<YAML::Node>& node, BuildContext& context)
         group.rest = section.hex("rest", usualRest);
         computed = !section.has("contentLength");
     }
-    context.groups[headerGroup] = std::move(group);
-    context.marks[headerGroup] = node ? node->Mark() : YAML::Mark::null_mark();
+    context.groups[mxformat::group::header] = std::move(group);
+    context.marks[mxformat::group::header] = node ? node->Mark() : YAML::Mark::null_mark();
     return computed;
 }
 
 std::string dumpModule(const DumpContext& context)
 {
-    const auto* identity = context.group<Identity>(moduleGroup);
+    const auto* identity = context.group<Identity>(mxformat::group::identity);
     if (identity == nullptr) {
         return "";
     }
@@ -154,9 +154,9 @@ void buildModule(const YAML::Node& node, BuildContext& context)
             identity.datasets = readDatasets(*datasets, context);
         }
         identity.datasets.push_back(readIdentity(section));
-        context.records[moduleGroup].push_back(section.origin());
+        context.records[mxformat::group::identity].push_back(section.origin());
     }
-    context.setGroup(moduleGroup, std::move(identity), node);
+    context.setGroup(mxformat::group::identity, std::move(identity), node);
 }
 
 } // namespace mxauthor

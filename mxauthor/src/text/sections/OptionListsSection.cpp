@@ -34,7 +34,7 @@ std::string optionsText(const OptionList& list, const DumpContext& context)
 void readOption(const YAML::Node& value, const YAML::Node& text, BuildContext& context,
                 OptionList& list, NamedEntry& entry)
 {
-    RecordOrigin& origin = context.records[optionListsGroup].back();
+    RecordOrigin& origin = context.records[mxformat::group::optionLists].back();
     origin.values["values"].push_back(value.Mark());
     origin.values["texts"].push_back(text.Mark());
     Option option;
@@ -77,7 +77,7 @@ OptionList readOptions(const YAML::Node& node, BuildContext& context, NamedEntry
 
 std::string dumpOptionLists(const DumpContext& context)
 {
-    const auto* group = context.group<OptionLists>(optionListsGroup);
+    const auto* group = context.group<OptionLists>(mxformat::group::optionLists);
     if (group == nullptr) {
         return "";
     }
@@ -101,7 +101,7 @@ void buildOptionLists(const YAML::Node& node, BuildContext& context)
         const std::size_t errorsBefore = context.errors.size();
         const Section section(value, "optionList", context.errors);
         NamedEntry entry = namedEntry(key, section, context.optionLists);
-        context.records[optionListsGroup].push_back(section.origin());
+        context.records[mxformat::group::optionLists].push_back(section.origin());
         OptionList list;
         if (const auto options = section.require("options")) {
             list = readOptions(*options, context, entry);
@@ -111,7 +111,7 @@ void buildOptionLists(const YAML::Node& node, BuildContext& context)
         group.lists.push_back(std::move(list));
         context.optionLists.push_back(std::move(entry));
     }
-    context.setGroup(optionListsGroup, std::move(group), node);
+    context.setGroup(mxformat::group::optionLists, std::move(group), node);
 }
 
 } // namespace mxauthor

@@ -107,8 +107,8 @@ void writeDefaults(Bytes& block, const BuildContext& context)
 
 std::string dumpParameterBlock(const DumpContext& context)
 {
-    const auto* group = context.group<ParameterBlock>(blockGroup);
-    const auto* parameters = context.group<Parameters>(parametersGroup);
+    const auto* group = context.group<ParameterBlock>(mxformat::group::parameterBlock);
+    const auto* parameters = context.group<Parameters>(mxformat::group::parameters);
     const bool implied = parameters != nullptr && !parameters->records.empty();
     if (group == nullptr) {
         return implied ? "parameterBlock: none\n" : "";
@@ -144,9 +144,9 @@ void buildParameterBlock(const std::optional<YAML::Node>& node, BuildContext& co
     }
     group.block = blankBlock(section, context);
     writeDefaults(group.block.value, context);
-    const YAML::Mark mark = node ? node->Mark() : context.marks[parametersGroup];
-    context.groups[blockGroup] = std::move(group);
-    context.marks[blockGroup] = mark;
+    const YAML::Mark mark = node ? node->Mark() : context.marks[mxformat::group::parameters];
+    context.groups[mxformat::group::parameterBlock] = std::move(group);
+    context.marks[mxformat::group::parameterBlock] = mark;
 }
 
 } // namespace mxauthor

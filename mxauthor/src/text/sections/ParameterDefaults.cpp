@@ -64,7 +64,7 @@ Integer fromSlot(std::uint64_t bits, const BlockField& field)
 std::optional<std::string> optionText(std::uint8_t list, std::uint64_t value,
                                       const DumpContext& context)
 {
-    const auto* lists = context.group<OptionLists>(optionListsGroup);
+    const auto* lists = context.group<OptionLists>(mxformat::group::optionLists);
     std::map<std::string, std::uint64_t> first;
     for (std::size_t i = 0; lists != nullptr && list != 0 && i < lists->lists.size(); ++i) {
         if (lists->lists[i].id.value != list) {
@@ -100,11 +100,11 @@ std::string slotText(std::uint64_t bits, std::uint8_t datatype)
 DefaultsOfBlock defaultsOf(const DumpContext& context)
 {
     DefaultsOfBlock defaults;
-    const auto* parameters = context.group<Parameters>(parametersGroup);
+    const auto* parameters = context.group<Parameters>(mxformat::group::parameters);
     if (parameters == nullptr) {
         return defaults;
     }
-    const auto* group = context.group<ParameterBlock>(blockGroup);
+    const auto* group = context.group<ParameterBlock>(mxformat::group::parameterBlock);
     const Bytes block = group == nullptr ? Bytes() : group->block.value;
     defaults.block.resize(
         blockSizeFor(parameters->records, [](const auto& record) { return record; }));

@@ -206,7 +206,7 @@ std::string shownName(const Section& section)
 
 std::string dumpParameters(const DumpContext& context)
 {
-    const auto* group = context.group<Parameters>(parametersGroup);
+    const auto* group = context.group<Parameters>(mxformat::group::parameters);
     if (group == nullptr) {
         return "";
     }
@@ -246,10 +246,10 @@ void buildParameters(const YAML::Node& node, BuildContext& context)
         checkHasField(section, parameter.record);
         readDefault(parameter, unitOf(section, parameter, context), context);
         group.records.push_back(parameter.record);
-        context.records[parametersGroup].push_back(section.origin());
+        context.records[mxformat::group::parameters].push_back(section.origin());
         context.parameters.push_back(std::move(parameter));
     }
-    context.setGroup(parametersGroup, std::move(group), node);
+    context.setGroup(mxformat::group::parameters, std::move(group), node);
 }
 
 } // namespace mxauthor

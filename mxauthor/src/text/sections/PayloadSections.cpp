@@ -147,7 +147,7 @@ std::string rawGroupLines(const Group& group)
 
 std::string dumpImage(const DumpContext& context)
 {
-    const auto* group = context.group<ProductImage>(imageGroup);
+    const auto* group = context.group<ProductImage>(mxformat::group::productImage);
     if (group == nullptr) {
         return "";
     }
@@ -166,7 +166,7 @@ void buildImage(const YAML::Node& node, BuildContext& context)
     } else {
         group.bytes = readPayloadKeys(Section(node, "image", context.errors), context);
     }
-    context.setGroup(imageGroup, std::move(group), node);
+    context.setGroup(mxformat::group::productImage, std::move(group), node);
 }
 
 std::string dumpRawGroups(const DumpContext& context)

@@ -98,7 +98,7 @@ std::uint16_t readStep(const Section& section)
 
 std::string dumpTexts(const DumpContext& context)
 {
-    const auto* table = context.group<TextTable>(textsGroup);
+    const auto* table = context.group<TextTable>(mxformat::group::texts);
     if (table == nullptr) {
         return "";
     }
@@ -134,8 +134,8 @@ void buildTextTable(const std::optional<YAML::Node>& node, BuildContext& context
     }
     table.texts = context.texts.records();
     if (node || !table.texts.empty()) {
-        context.groups[textsGroup] = std::move(table);
-        context.marks[textsGroup] = node ? node->Mark() : YAML::Mark::null_mark();
+        context.groups[mxformat::group::texts] = std::move(table);
+        context.marks[mxformat::group::texts] = node ? node->Mark() : YAML::Mark::null_mark();
     }
 }
 
