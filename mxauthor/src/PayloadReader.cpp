@@ -1,12 +1,8 @@
 #include "PayloadReader.h"
 
-#include <devices/parser/mx/ByteReaders.h>
-
 #include <algorithm>
 
 namespace mxauthor {
-
-namespace mx = devices::parser::mx;
 
 PayloadReader::PayloadReader(std::uint16_t groupId, const Bytes& bytesOfGroup,
                              std::uint32_t fileOffset)
@@ -23,26 +19,6 @@ const std::uint8_t* PayloadReader::take(Place& place, std::size_t count)
     const std::uint8_t* const taken = payload.data() + pos;
     pos += count;
     return taken;
-}
-
-void PayloadReader::field(Field<std::uint8_t>& field)
-{
-    field.value = mx::readU8(take(field.place, 1));
-}
-
-void PayloadReader::field(Field<std::uint16_t>& field)
-{
-    field.value = mx::readU16BE(take(field.place, 2));
-}
-
-void PayloadReader::field(Field<std::uint32_t>& field)
-{
-    field.value = mx::readU32BE(take(field.place, 4));
-}
-
-void PayloadReader::field(Field<std::uint64_t>& field)
-{
-    field.value = mx::readU64BE(take(field.place, 8));
 }
 
 void PayloadReader::bytes(Field<Bytes>& field, std::size_t count)
@@ -68,12 +44,9 @@ void PayloadReader::literal(char expected)
     }
 }
 
-std::uint8_t PayloadReader::peek(std::size_t ahead) const
+const std::uint8_t* PayloadReader::peek(std::size_t count) const
 {
-    if (ahead >= left()) {
-        throw UnexpectedShape();
-    }
-    return payload[pos + ahead];
+    return count > left() ? nullptr : payload.data() + pos;
 }
 
 } // namespace mxauthor

@@ -2,6 +2,8 @@
 
 #include "mxauthor/Field.h"
 
+#include <mxformat/BigEndian.h>
+
 #include <stdexcept>
 
 namespace mxauthor {
@@ -24,10 +26,12 @@ public:
 
     std::size_t left() const { return payload.size() - pos; }
 
-    void field(Field<std::uint8_t>& field);
-    void field(Field<std::uint16_t>& field);
-    void field(Field<std::uint32_t>& field);
-    void field(Field<std::uint64_t>& field);
+    /// Reads a number.
+    template <typename Number>
+    void field(Field<Number>& field)
+    {
+        field.value = mxformat::readBigEndian<Number>(take(field.place, sizeof(Number)));
+    }
 
     /// Reads `count` bytes.
     void bytes(Field<Bytes>& field, std::size_t count);
@@ -35,17 +39,14 @@ public:
     /// Reads all that is left.
     void rest(Field<Bytes>& field) { bytes(field, left()); }
 
-    /// Reads a count, which is kept for its place; the parts follow it.
-    void count(Field<std::uint8_t>& field, std::size_t /*parts*/) { this->field(field); }
-
     /// Reads text up to the byte in front of the next `stop`, which stays to be read.
     void textUpTo(Field<std::string>& field, char stop);
 
     /// Reads the byte `expected`.
     void literal(char expected);
 
-    /// Returns the byte `ahead` bytes behind the next one. Throws when there is none.
-    std::uint8_t peek(std::size_t ahead) const;
+    /// Returns the next `count` bytes, which stay to be read; null when fewer are left.
+    const std::uint8_t* peek(std::size_t count) const;
 
 private:
     const std::uint8_t* take(Place& place, std::size_t count);

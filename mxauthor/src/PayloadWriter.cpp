@@ -16,12 +16,12 @@ void PayloadWriter::rest(const Field<Bytes>& field)
     payload.insert(payload.end(), field.value.begin(), field.value.end());
 }
 
-void PayloadWriter::count(const Field<std::uint8_t>& /*field*/, std::size_t parts)
+std::uint8_t byteCount(std::size_t parts)
 {
     if (parts > 0xFF) {
         throw std::length_error(std::to_string(parts) + " parts, 255 at most");
     }
-    number(parts, 1);
+    return static_cast<std::uint8_t>(parts);
 }
 
 void PayloadWriter::text(const Field<std::string>& field)

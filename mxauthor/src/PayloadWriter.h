@@ -8,14 +8,14 @@ namespace mxauthor {
 class PayloadWriter
 {
 public:
-    void field(const Field<std::uint8_t>& field) { number(field.value, 1); }
-    void field(const Field<std::uint16_t>& field) { number(field.value, 2); }
-    void field(const Field<std::uint32_t>& field) { number(field.value, 4); }
-    void field(const Field<std::uint64_t>& field) { number(field.value, 8); }
-    void rest(const Field<Bytes>& field);
+    /// Writes a number.
+    template <typename Number>
+    void field(const Field<Number>& field)
+    {
+        number(field.value, sizeof(Number));
+    }
 
-    /// Writes `parts`. Throws `std::length_error` when a byte cannot hold it.
-    void count(const Field<std::uint8_t>& field, std::size_t parts);
+    void rest(const Field<Bytes>& field);
 
     void text(const Field<std::string>& field);
     void literal(char byte) { number(static_cast<std::uint8_t>(byte), 1); }
@@ -25,5 +25,9 @@ public:
 private:
     void number(std::uint64_t value, unsigned size);
 };
+
+/// Returns the number of `parts` that a record states in a byte. Throws `std::length_error` when it
+/// has more.
+std::uint8_t byteCount(std::size_t parts);
 
 } // namespace mxauthor

@@ -46,25 +46,22 @@ const auto& [channelKind, channelBits, channelRepeated, channelOverlap, symbolRe
 
 using Channel = ModuleView::Channel;
 
-constexpr std::uint8_t kindBits = 0x1F;
-constexpr std::uint8_t bitKind = 5;
-constexpr std::uint8_t noDataKind = 31;
-
 void checkKind(const Channel& channel, Findings& findings)
 {
     const ChannelRecord& record = *channel.record;
-    const unsigned kind = record.kind.value & kindBits;
+    const unsigned kind = mxformat::channelKind(record.kind.value);
     const unsigned stated = record.bitLength.value;
     if (channel.place.symbol.empty()) {
-        if (kind != noDataKind) {
+        if (kind != mxformat::kindWithoutData) {
             findings.add(channelKind, record.kind.place, named(channel),
-                         "kind " + std::to_string(kind) + " stands for no data, expected 1 to 9");
+                         "kind " + std::to_string(kind) + " stands for no data, expected " +
+                             datatypeNumbers());
         }
-    } else if (kind != bitKind && stated != channel.place.bits) {
+    } else if (kind != mxformat::bitFieldDatatype && stated != channel.place.bits) {
         findings.add(channelBits, record.bitLength.place, named(channel),
                      counted(stated, "bit") + " stated, its kind has " +
                          std::to_string(channel.place.bits));
-    } else if (kind == bitKind && (stated == 0 || stated > 8)) {
+    } else if (kind == mxformat::bitFieldDatatype && (stated == 0 || stated > 8)) {
         findings.add(channelBits, record.bitLength.place, named(channel),
                      counted(stated, "bit") + " stated, a bit field has 1 to 8");
     }

@@ -62,7 +62,7 @@ void checkReference(const ModuleView::Parameter& parameter, const std::set<std::
         return;
     }
     const std::string names = "names conversion " + std::to_string(id);
-    if ((record.flags.value & convertedFlag) == 0) {
+    if (!mxformat::isConverted(record.flags.value)) {
         findings.add(conversionIgnored, record.conversion.place, subject,
                      names + ", but is not shown in physical units");
     } else if (known.count(id) == 0) {

@@ -45,9 +45,6 @@ const CheckRule identityRows[] = {
 const auto& [identityMissing, identitySize, entryMissing, entryUnreachable, entryRepeated,
              extensionVersion, dateCut, gtinDigits, imageEmpty, imageUnreadable] = identityRows;
 
-constexpr std::size_t identityBytes = 5;
-constexpr std::size_t dateLimit = 9; // characters that readers take
-
 const Entry* findEntry(const Entries& entries, const std::string& key)
 {
     const auto found = std::find_if(entries.entries.begin(), entries.entries.end(),
@@ -127,8 +124,8 @@ void checkIdentity(const ModuleView& module, Findings& findings)
         return;
     }
     for (const Dataset& dataset : identity->datasets) {
-        if (dataset.id.value == identityDataset) {
-            if (dataset.data.value.size() != identityBytes) {
+        if (dataset.id.value == mxformat::identityDataset) {
+            if (dataset.data.value.size() != mxformat::identitySize) {
                 findings.add(identitySize, dataset.size.place, "dataset 0xfb",
                              "has " + counted(dataset.data.value.size(), "byte") +
                                  ", expected 5: module type and identifier");
@@ -172,7 +169,7 @@ void checkExtension(const ModuleView& module, Findings& findings)
     if (extension == nullptr) {
         return;
     }
-    if (extension->version.value != 1) {
+    if (extension->version.value != mxformat::extensionVersion) {
         findings.add(extensionVersion, extension->version.place, "",
                      "version " + std::to_string(extension->version.value) + ", expected 1");
     }
@@ -180,7 +177,7 @@ void checkExtension(const ModuleView& module, Findings& findings)
     const Bytes& date = extension->date.value;
     const auto end = std::find_if(date.begin(), date.end(),
                                   [](std::uint8_t byte) { return byte == 0 || byte == '\r'; });
-    if (static_cast<std::size_t>(end - date.begin()) > dateLimit) {
+    if (static_cast<std::size_t>(end - date.begin()) > mxformat::calibrationDateReadLength) {
         findings.add(dateCut, extension->date.place, "calibration date",
                      "\"" + std::string(date.begin(), end) +
                          "\" has 10 characters, readers take 9");

@@ -42,16 +42,6 @@ const auto& [optionListMissing, optionListIgnored, optionListWide, optionListEmp
 
 using Parameter = ModuleView::Parameter;
 
-bool isConverted(const Parameter& parameter)
-{
-    return (parameter.record->flags.value & convertedFlag) != 0;
-}
-
-bool usesList(const Parameter& parameter)
-{
-    return parameter.record->optionList.value != 0 && !isConverted(parameter);
-}
-
 void checkReference(const ModuleView& module, const Parameter& parameter, Findings& findings)
 {
     const Field<std::uint8_t>& id = parameter.record->optionList;
@@ -60,11 +50,11 @@ void checkReference(const ModuleView& module, const Parameter& parameter, Findin
                                                         [&id](const OptionList& list) {
                                                             return list.id.value == id.value;
                                                         });
-    if (id.value != 0 && isConverted(parameter)) {
+    if (id.value != 0 && mxformat::isConverted(parameter.record->flags.value)) {
         findings.add(optionListIgnored, id.place, named(parameter),
                      "names option list " + std::to_string(id.value) +
                          ", but is shown in physical units");
-    } else if (usesList(parameter) && !exists) {
+    } else if (parameter.usesOptions() && !exists) {
         findings.add(optionListMissing, id.place, named(parameter),
                      "names option list " + std::to_string(id.value) +
                          ", which group 20c1 does not hold");
@@ -74,16 +64,17 @@ void checkReference(const ModuleView& module, const Parameter& parameter, Findin
 // Values that the parameter cannot take, or that stand there twice; each once.
 void checkValues(const ModuleView& module, const Parameter& parameter, Findings& findings)
 {
+    const mxformat::BlockField& field = parameter.value.field;
     std::map<std::uint64_t, unsigned> seen;
     for (const Option* option : module.options(parameter.record->optionList.value)) {
         const std::uint64_t slot = option->value.value;
-        if (!holdsSlot(parameter.value, slot)) {
+        if (!holdsSlot(field, slot)) {
             findings.add(optionValue, option->value.place, named(parameter),
                          "its option value " + std::to_string(slot) + " does not fit in " +
-                             counted(parameter.value.bits, "bit"));
-        } else if (++seen[numberOfSlot(parameter.value, slot).bits] == 2) {
+                             counted(field.bits(), "bit"));
+        } else if (++seen[numberOfSlot(field, slot).bits()] == 2) {
             findings.add(optionRepeated, option->value.place, named(parameter),
-                         "its option value " + numberOfSlot(parameter.value, slot).text() +
+                         "its option value " + numberOfSlot(field, slot).text() +
                              " stands here again, the first text is shown");
         }
     }
@@ -94,14 +85,15 @@ using ListUse = std::tuple<std::uint8_t, unsigned, bool>;
 
 ListUse useOf(const Parameter& parameter)
 {
-    return {parameter.record->optionList.value, parameter.value.bits, parameter.value.isSigned};
+    return {parameter.record->optionList.value, parameter.value.field.bits(),
+            parameter.value.field.isSigned()};
 }
 
 void checkWidth(const Parameter& parameter, Findings& findings)
 {
-    if (parameter.value.size > 1) {
+    if (parameter.value.field.size() > 1) {
         findings.add(optionListWide, parameter.record->optionList.place, named(parameter),
-                     "has options and " + std::to_string(parameter.value.size) +
+                     "has options and " + std::to_string(parameter.value.field.size()) +
                          " bytes, of which Modbus registers compare the first");
     }
 }
@@ -127,7 +119,7 @@ void checkOptionLists(const ModuleView& module, Findings& findings)
     std::set<ListUse> checked;
     for (const Parameter& parameter : module.parameters()) {
         checkReference(module, parameter, findings);
-        if (usesList(parameter)) {
+        if (parameter.usesOptions()) {
             used.insert(parameter.record->optionList.value);
             if (checked.insert(useOf(parameter)).second) {
                 checkValues(module, parameter, findings);

@@ -1,8 +1,6 @@
 #include "check/Checks.h"
 #include "mxauthor/Counted.h"
 
-#include <mxformat/BitPlace.h>
-
 #include <algorithm>
 #include <set>
 
@@ -62,21 +60,22 @@ std::string faultOfBits(const ParameterRecord& record)
 void checkType(const Parameter& parameter, Findings& findings)
 {
     const ParameterRecord& record = *parameter.record;
-    if (!parameter.value.known) {
+    const mxformat::BlockField& field = parameter.value.field;
+    if (field.datatype() == nullptr) {
         findings.add(parameterDatatype, record.datatype.place, named(parameter),
-                     "datatype " + std::to_string(record.datatype.value) + ", expected 1 to 9");
-    } else if (record.datatype.value == byteDatatype &&
-               !mxformat::bitPlace(record.bitLength.value, record.bitOffset.value).exists()) {
+                     "datatype " + std::to_string(record.datatype.value) + ", expected " +
+                         datatypeNumbers());
+    } else if (!field.exists()) {
         const bool isLength = record.bitLength.value > 8;
         findings.add(bitField, (isLength ? record.bitLength : record.bitOffset).place,
                      named(parameter), faultOfBits(record));
-    } else if (record.datatype.value != byteDatatype &&
+    } else if (record.datatype.value != mxformat::bitFieldDatatype &&
                (record.bitLength.value != 0 || record.bitOffset.value != 0)) {
         const bool isLength = record.bitLength.value != 0;
         findings.add(bitsIgnored, (isLength ? record.bitLength : record.bitOffset).place,
                      named(parameter),
                      statedBits(record) + " stated, which readers ignore: its datatype is " +
-                         datatypeNames.at(record.datatype.value) + ", only a Byte has bit fields");
+                         field.datatype()->name + ", only a Byte has bit fields");
     }
 }
 
@@ -84,7 +83,7 @@ void checkChannel(const ModuleView& module, const Parameter& parameter, Findings
 {
     const Field<std::uint8_t>& channel = parameter.record->channel;
     const auto& channels = module.channels();
-    if (channel.value != moduleChannel &&
+    if (channel.value != mxformat::moduleLevel &&
         std::none_of(channels.begin(), channels.end(), [&channel](const auto& candidate) {
             return candidate.record->number.value == channel.value;
         })) {
@@ -94,18 +93,11 @@ void checkChannel(const ModuleView& module, const Parameter& parameter, Findings
     }
 }
 
-std::string bytesText(const ParameterValue& value)
+std::string bytesText(const mxformat::BlockField& field)
 {
-    const std::string first = std::to_string(value.byteOffset);
-    return value.size == 1
-               ? "byte " + first
-               : "bytes " + first + " to " + std::to_string(value.byteOffset + value.size - 1);
-}
-
-bool overlaps(const ParameterValue& a, const ParameterValue& b)
-{
-    return a.bits != 0 && b.bits != 0 && a.firstBit < b.firstBit + b.bits &&
-           b.firstBit < a.firstBit + a.bits;
+    const std::string first = std::to_string(field.begin());
+    return field.size() == 1 ? "byte " + first
+                             : "bytes " + first + " to " + std::to_string(field.end() - 1);
 }
 
 // Every parameter with those in front of it.
@@ -113,11 +105,11 @@ void checkOverlaps(const std::vector<Parameter>& parameters, Findings& findings)
 {
     for (auto later = parameters.begin(); later != parameters.end(); ++later) {
         const auto earlier = std::find_if(parameters.begin(), later, [&later](const auto& other) {
-            return overlaps(other.value, later->value);
+            return other.value.field.overlaps(later->value.field);
         });
         if (earlier != later) {
             findings.add(parameterOverlap, later->record->position.place, named(*later),
-                         bytesText(later->value) + " of the block, which it shares with " +
+                         bytesText(later->value.field) + " of the block, which it shares with " +
                              named(*earlier));
         }
     }
@@ -128,9 +120,9 @@ std::vector<bool> heldBytes(const ModuleView& module, std::size_t size)
 {
     std::vector<bool> held(size);
     for (const Parameter& parameter : module.parameters()) {
-        const ParameterValue& value = parameter.value;
-        const std::size_t end = std::min<std::size_t>(value.byteOffset + value.size, size);
-        for (std::size_t byte = value.byteOffset; byte < end; ++byte) {
+        const mxformat::BlockField& field = parameter.value.field;
+        const std::size_t end = std::min<std::size_t>(field.end(), size);
+        for (std::size_t byte = field.begin(); byte < end; ++byte) {
             held[byte] = true;
         }
     }
@@ -189,10 +181,10 @@ void checkParameterPlaces(const ModuleView& module, Findings& findings)
     }
     const std::size_t size = module.block().size();
     for (const Parameter& parameter : module.parameters()) {
-        const ParameterValue& value = parameter.value;
-        if (value.byteOffset + value.size > size) {
+        const mxformat::BlockField& field = parameter.value.field;
+        if (field.end() > size) {
             findings.add(parameterOutside, parameter.record->position.place, named(parameter),
-                         bytesText(value) + " of the block, which has " + counted(size, "byte"));
+                         bytesText(field) + " of the block, which has " + counted(size, "byte"));
         }
     }
     checkOverlaps(module.parameters(), findings);

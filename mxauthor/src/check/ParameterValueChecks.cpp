@@ -26,38 +26,27 @@ const CheckRule valueRows[] = {
 };
 const auto& [rangeDatatype, rangeOrder, defaultRange, defaultOption] = valueRows;
 
+using mxformat::WholeNumber;
 using Parameter = ModuleView::Parameter;
-
-bool usesOptions(const Parameter& parameter)
-{
-    return parameter.record->optionList.value != 0 &&
-           (parameter.record->flags.value & convertedFlag) == 0;
-}
 
 bool statesRange(const Parameter& parameter)
 {
     return parameter.record->minimum.value != 0 || parameter.record->maximum.value != 0;
 }
 
-mxformat::WholeNumber wholeOf(const WideNumber& raw)
+std::string withUnit(const ParameterScale& scale, const WholeNumber& raw)
 {
-    return mxformat::WholeNumber::ofBits(raw.bits, raw.isSigned);
-}
-
-std::string withUnit(const ParameterScale& scale, const WideNumber& raw)
-{
-    return scale.numbers.text(wholeOf(raw)) +
-           (scale.unit.empty() ? "" : " " + text::shortened(scale.unit));
+    return scale.numbers.text(raw) + (scale.unit.empty() ? "" : " " + text::shortened(scale.unit));
 }
 
 // "12 V (raw 12000)"; the raw number alone without a conversion.
-std::string shownNumber(const ParameterScale& scale, const WideNumber& raw)
+std::string shownNumber(const ParameterScale& scale, const WholeNumber& raw)
 {
     return scale.isConverted ? withUnit(scale, raw) + " (raw " + raw.text() + ")" : raw.text();
 }
 
 // "-10 V to 10 V (raw -10000 to 10000)", the least physical value first.
-std::string shownRange(const ParameterScale& scale, WideNumber low, WideNumber high)
+std::string shownRange(const ParameterScale& scale, WholeNumber low, WholeNumber high)
 {
     if (!scale.isConverted) {
         return low.text() + " to " + high.text();
@@ -70,30 +59,28 @@ std::string shownRange(const ParameterScale& scale, WideNumber low, WideNumber h
 }
 
 // A slot as people read it for the datatype. What is too large for a narrower one was negative.
-WideNumber slotNumber(const ParameterValue& value, std::uint64_t slot)
+WholeNumber slotNumber(const mxformat::BlockField& field, std::uint64_t slot)
 {
-    return {slot, value.isSigned || value.bits < 64};
+    return WholeNumber::ofBits(slot, field.isSigned() || field.bits() < 64);
 }
 
-std::string acceptedNumbers(const ParameterValue& value, const ParameterScale& scale)
+std::string acceptedNumbers(const mxformat::BlockField& field, const ParameterScale& scale)
 {
-    const unsigned digits = value.bits - (value.isSigned ? 1 : 0);
-    const std::uint64_t highest = digits == 0 ? 0 : ~std::uint64_t{0} >> (64 - digits);
-    const WideNumber lowest{value.isSigned ? ~highest : 0, value.isSigned};
-    return shownRange(scale, lowest, {highest, false}) + " is accepted";
+    return shownRange(scale, field.number(field.lowest()), field.number(field.highest())) +
+           " is accepted";
 }
 
 // Returns whether readers take the bound as it is stated.
 bool checkBound(const Parameter& parameter, const ParameterScale& scale,
                 const Field<std::uint64_t>& bound, const char* what, Findings& findings)
 {
-    const bool isHeld = holdsSlot(parameter.value, bound.value);
+    const mxformat::BlockField& field = parameter.value.field;
+    const bool isHeld = holdsSlot(field, bound.value);
     if (!isHeld) {
         findings.add(rangeDatatype, bound.place, named(parameter),
-                     std::string(what) + " " +
-                         shownNumber(scale, slotNumber(parameter.value, bound.value)) +
-                         " does not fit in " + counted(parameter.value.bits, "bit") + ", " +
-                         acceptedNumbers(parameter.value, scale));
+                     std::string(what) + " " + shownNumber(scale, slotNumber(field, bound.value)) +
+                         " does not fit in " + counted(field.bits(), "bit") + ", " +
+                         acceptedNumbers(field, scale));
     }
     return isHeld;
 }
@@ -103,7 +90,7 @@ void checkRange(const Parameter& parameter, const ParameterScale& scale, Finding
     const ParameterValue& value = parameter.value;
     bool areHeld = checkBound(parameter, scale, parameter.record->minimum, "minimum", findings);
     areHeld &= checkBound(parameter, scale, parameter.record->maximum, "maximum", findings);
-    if (areHeld && value.maximum.isBelow(value.minimum)) {
+    if (areHeld && value.maximum < value.minimum) {
         findings.add(rangeOrder, parameter.record->minimum.place, named(parameter),
                      "minimum " + shownNumber(scale, value.minimum) + " is above maximum " +
                          shownNumber(scale, value.maximum));
@@ -113,8 +100,8 @@ void checkRange(const Parameter& parameter, const ParameterScale& scale, Finding
 Place placeOfDefault(const ModuleView& module, const ParameterValue& value)
 {
     Place place = module.content<ParameterBlock>(mxformat::group::parameterBlock)->block.place;
-    place.offset += value.byteOffset;
-    place.length = value.size;
+    place.offset += value.field.begin();
+    place.length = value.field.size();
     return place;
 }
 
@@ -122,10 +109,10 @@ void checkDefaultInRange(const ModuleView& module, const Parameter& parameter,
                          const ParameterScale& scale, Findings& findings)
 {
     const ParameterValue& value = parameter.value;
-    if (value.maximum.isBelow(value.minimum)) {
+    if (value.maximum < value.minimum) {
         return; // no value lies in such a range
     }
-    if (value.value.isBelow(value.minimum) || value.maximum.isBelow(value.value)) {
+    if (value.value < value.minimum || value.maximum < value.value) {
         findings.addDefault(defaultRange, placeOfDefault(module, value),
                             parameter.record->number.place, named(parameter),
                             "default " + shownNumber(scale, value.value) + " lies outside " +
@@ -139,7 +126,7 @@ void checkDefaultInOptions(const ModuleView& module, const Parameter& parameter,
     const ParameterValue& value = parameter.value;
     if (!options.empty() &&
         std::none_of(options.begin(), options.end(), [&value](const Option* option) {
-            return numberOfSlot(value, option->value.value).bits == value.value.bits;
+            return numberOfSlot(value.field, option->value.value) == value.value;
         })) {
         findings.addDefault(defaultOption, placeOfDefault(module, value),
                             parameter.record->number.place, named(parameter),
@@ -150,14 +137,14 @@ void checkDefaultInOptions(const ModuleView& module, const Parameter& parameter,
 void checkParameterValues(const ModuleView& module, Findings& findings)
 {
     for (const Parameter& parameter : module.parameters()) {
-        if (!parameter.value.known) {
+        if (!parameter.value.isKnown()) {
             continue;
         }
         const ParameterScale scale = scaleOf(module, parameter);
         if (statesRange(parameter)) {
             checkRange(parameter, scale, findings);
         }
-        if (parameter.value.present && usesOptions(parameter)) {
+        if (parameter.value.present && parameter.usesOptions()) {
             checkDefaultInOptions(module, parameter, findings);
         } else if (parameter.value.present && statesRange(parameter)) {
             checkDefaultInRange(module, parameter, scale, findings);

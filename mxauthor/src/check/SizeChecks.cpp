@@ -81,7 +81,7 @@ std::uint32_t bytesOfChannels(const ModuleView& module, bool input)
 
 void checkDirection(const ModuleView& module, bool input, Findings& findings)
 {
-    const char* const key = input ? "InData" : "OutData";
+    const char* const key = input ? mxformat::inDataKey : mxformat::outDataKey;
     const std::uint32_t stated = module.dataSize(key);
     const std::uint32_t size = correctedSize(module, stated);
     const std::uint32_t used = bytesOfChannels(module, input);
@@ -124,10 +124,11 @@ void checkDataSizes(const ModuleView& module, Findings& findings)
     const Group* const blockGroup = module.group(mxformat::group::parameterBlock);
     const bool blockIsKnown =
         blockGroup == nullptr || std::holds_alternative<ParameterBlock>(blockGroup->content);
-    if (blockIsKnown && module.dataSize("Parameter") != module.block().size()) {
-        findings.add(blockSize, module.group(mxformat::group::dataSizes)->place, "Parameter",
-                     counted(module.dataSize("Parameter"), "byte") + ", the parameter block has " +
-                         std::to_string(module.block().size()));
+    if (blockIsKnown && module.dataSize(mxformat::parameterKey) != module.block().size()) {
+        findings.add(blockSize, module.group(mxformat::group::dataSizes)->place,
+                     mxformat::parameterKey,
+                     counted(module.dataSize(mxformat::parameterKey), "byte") +
+                         ", the parameter block has " + std::to_string(module.block().size()));
     }
     checkDirection(module, true, findings);
     checkDirection(module, false, findings);

@@ -7,6 +7,8 @@ namespace mxauthor {
 
 namespace {
 
+using mxformat::BlockField;
+using mxformat::WholeNumber;
 using Parameter = ModuleView::Parameter;
 
 // Modbus registers hold the place of an option in its list.
@@ -127,16 +129,16 @@ bool placesAreValues(const OptionValues& options, const PatternSet& values)
                        });
 }
 
-using NumberRanges = std::vector<std::pair<WideNumber, WideNumber>>;
+using NumberRanges = std::vector<std::pair<WholeNumber, WholeNumber>>;
 
-// The numbers that `patterns` are for `value`; patterns go from the positive to the negative ones.
-NumberRanges numbersOf(const ParameterValue& value, const PatternSet& patterns)
+// The numbers that `patterns` are for `field`; patterns go from the positive to the negative ones.
+NumberRanges numbersOf(const BlockField& field, const PatternSet& patterns)
 {
-    const std::uint64_t lastPositive = highestPattern(value.bits - (value.isSigned ? 1 : 0));
+    const std::uint64_t lastPositive = field.highest();
     NumberRanges ranges;
     for (const PatternSet::Interval& part : patterns.intervals()) {
         const auto add = [&](std::uint64_t first, std::uint64_t last) {
-            ranges.emplace_back(numberOfPattern(value, first), numberOfPattern(value, last));
+            ranges.emplace_back(numberOfSlot(field, first), numberOfSlot(field, last));
         };
         if (part.first <= lastPositive && part.last > lastPositive) {
             add(part.first, lastPositive);
@@ -150,7 +152,7 @@ NumberRanges numbersOf(const ParameterValue& value, const PatternSet& patterns)
 
 PatternSet rangeOf(const ParameterValue& value)
 {
-    return patternsBetween(value, value.minimum, value.maximum);
+    return patternsBetween(value.field, value.minimum, value.maximum);
 }
 
 } // namespace
@@ -165,13 +167,13 @@ const OptionValues& AcceptedValues::optionsOf(const Parameter& parameter)
 
 PatternSet AcceptedValues::patternsOf(const Parameter& parameter)
 {
-    return usesOptions(parameter) ? optionsOf(parameter).patterns() : rangeOf(parameter.value);
+    return parameter.usesOptions() ? optionsOf(parameter).patterns() : rangeOf(parameter.value);
 }
 
-PatternSet AcceptedValues::patternsOf(const Parameter& parameter, const ParameterValue& other)
+PatternSet AcceptedValues::patternsOf(const Parameter& parameter, const BlockField& other)
 {
-    const ParameterValue& own = parameter.value;
-    if (own.bits == other.bits && own.isSigned == other.isSigned) {
+    const BlockField& own = parameter.value.field;
+    if (own.bits() == other.bits() && own.isSigned() == other.isSigned()) {
         return patternsOf(parameter);
     }
     std::vector<PatternSet::Interval> parts;
@@ -179,7 +181,7 @@ PatternSet AcceptedValues::patternsOf(const Parameter& parameter, const Paramete
         const PatternSet found = patternsBetween(other, minimum, maximum);
         parts.insert(parts.end(), found.intervals().begin(), found.intervals().end());
     }
-    PatternSet set(other.bits);
+    PatternSet set(other.bits());
     set.add(parts);
     return set;
 }
@@ -188,7 +190,7 @@ PatternSet AcceptedValues::patternsOf(const Parameter& parameter, const Paramete
 PatternSet AcceptedValueComparison::missingAfter(const ParameterPair& pair)
 {
     const PatternSet taken = before.patternsOf(*pair.before);
-    return taken.without(after.patternsOf(*pair.after, pair.before->value));
+    return taken.without(after.patternsOf(*pair.after, pair.before->value.field));
 }
 
 void AcceptedValueComparison::compareOptions(const ParameterPair& pair, Differences& differences)
@@ -224,22 +226,22 @@ void AcceptedValueComparison::compareRanges(const ParameterPair& pair, Differenc
 // Whether every value that the parameter took has the same Modbus register as before.
 bool AcceptedValueComparison::registersStay(const ParameterPair& pair)
 {
-    const bool hadOptions = usesOptions(*pair.before);
+    const bool hadOptions = pair.before->usesOptions();
     const Parameter& listed = hadOptions ? *pair.before : *pair.after;
     AcceptedValues& values = hadOptions ? before : after;
-    return pair.before->value.size == 1 && pair.after->value.size == 1 &&
+    return pair.before->value.field.size() == 1 && pair.after->value.field.size() == 1 &&
            placesAreValues(values.optionsOf(listed), before.patternsOf(*pair.before));
 }
 
 void AcceptedValueComparison::compareRangeWithOptions(const ParameterPair& pair,
                                                       Differences& differences)
 {
-    const bool hadOptions = usesOptions(*pair.before);
+    const bool hadOptions = pair.before->usesOptions();
     const std::string subject = subjectOf(*pair.after);
     const std::string text =
         hadOptions ? "its option list becomes a range" : "its range becomes an option list";
     if (const auto missing = missingAfter(pair).lowest()) {
-        const WideNumber number = numberOfPattern(pair.before->value, *missing);
+        const WholeNumber number = numberOfSlot(pair.before->value.field, *missing);
         differences.addBreakingImage("parameter", subject, text + " without " + number.text());
     } else if (registersStay(pair)) {
         differences.add(Effect::Compatible, "parameter", subject, text + " with all its values");
@@ -252,8 +254,8 @@ void AcceptedValueComparison::compareRangeWithOptions(const ParameterPair& pair,
 
 void AcceptedValueComparison::compare(const ParameterPair& pair, Differences& differences)
 {
-    const bool oldOptions = usesOptions(*pair.before);
-    const bool newOptions = usesOptions(*pair.after);
+    const bool oldOptions = pair.before->usesOptions();
+    const bool newOptions = pair.after->usesOptions();
     if (oldOptions && newOptions) {
         compareOptions(pair, differences);
     } else if (oldOptions || newOptions) {

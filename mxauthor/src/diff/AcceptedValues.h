@@ -27,7 +27,8 @@ public:
     PatternSet patternsOf(const ModuleView::Parameter& parameter);
 
     /// Returns the same numbers as the bits of `other` spell them.
-    PatternSet patternsOf(const ModuleView::Parameter& parameter, const ParameterValue& other);
+    PatternSet patternsOf(const ModuleView::Parameter& parameter,
+                          const mxformat::BlockField& other);
 
 private:
     const ModuleView& module;

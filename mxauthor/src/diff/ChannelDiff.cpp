@@ -41,7 +41,7 @@ std::string addressOf(const Channel& channel)
 
 std::string kindText(const Channel& channel)
 {
-    return std::to_string(channel.record->kind.value & 0x1FU) + " of " +
+    return std::to_string(mxformat::channelKind(channel.record->kind.value)) + " of " +
            counted(channel.record->bitLength.value, "bit");
 }
 

@@ -4,82 +4,36 @@
 
 namespace mxauthor {
 
-namespace {
+using mxformat::BlockField;
+using mxformat::WholeNumber;
 
-// The numbers that the bits of a value can hold.
-WideNumber lowestNumber(const ParameterValue& value)
+ImageField imageFieldOf(const BlockField& field)
 {
-    return {value.isSigned ? ~highestPattern(value.bits - 1) : 0, value.isSigned};
+    const std::uint32_t lastByte = std::max(field.end(), field.begin() + 1) - 1;
+    return {lastByte * 8 + 8 - field.firstBit() - field.bits(), field.bits()};
 }
 
-WideNumber highestNumber(const ParameterValue& value)
+PatternSet patternsBetween(const BlockField& field, const WholeNumber& minimum,
+                           const WholeNumber& maximum)
 {
-    return {highestPattern(value.isSigned ? value.bits - 1 : value.bits), value.isSigned};
-}
-
-bool isNegative(const WideNumber& number)
-{
-    return number.isSigned && number.bits >> 63 != 0;
-}
-
-// Brings a range to the sign of `value`; false when `value` can hold no number of it.
-bool takeSignOf(const ParameterValue& value, WideNumber& minimum, WideNumber& maximum)
-{
-    if (value.isSigned && !minimum.isSigned) {
-        const std::uint64_t most = highestPattern(63);
-        const bool holdsSome = minimum.bits <= most;
-        minimum = {std::min(minimum.bits, most), true};
-        maximum = {std::min(maximum.bits, most), true};
-        return holdsSome;
-    }
-    if (!value.isSigned && minimum.isSigned) {
-        const bool holdsSome = !isNegative(maximum);
-        minimum = {isNegative(minimum) ? 0 : minimum.bits, false};
-        maximum = {maximum.bits, false};
-        return holdsSome;
-    }
-    return true;
-}
-
-} // namespace
-
-ImageField fieldOf(const ParameterValue& value)
-{
-    const unsigned lastByte = value.byteOffset + (value.size == 0 ? 0 : value.size - 1);
-    const unsigned lowBit = value.size == 1 ? value.firstBit % 8 : 0;
-    return {lastByte * 8 + 8 - lowBit - value.bits, value.bits};
-}
-
-WideNumber numberOfPattern(const ParameterValue& value, std::uint64_t pattern)
-{
-    const bool negative = value.isSigned && (pattern >> (value.bits - 1) & 1U) != 0;
-    return {negative ? pattern | ~highestPattern(value.bits) : pattern, value.isSigned};
-}
-
-PatternSet patternsBetween(const ParameterValue& value, WideNumber minimum, WideNumber maximum)
-{
-    PatternSet set(value.bits);
-    if (value.bits == 0 || !takeSignOf(value, minimum, maximum)) {
+    PatternSet set(field.bits());
+    const WholeNumber first = std::max(minimum, field.number(field.lowest()));
+    const WholeNumber last = std::min(maximum, field.number(field.highest()));
+    if (!field.exists() || last < first) {
         return set;
     }
-    const WideNumber lowest = lowestNumber(value);
-    const WideNumber highest = highestNumber(value);
-    const WideNumber first = minimum.isBelow(lowest) ? lowest : minimum;
-    const WideNumber last = highest.isBelow(maximum) ? highest : maximum;
-    if (last.isBelow(first)) {
-        return set;
-    }
-    if (isNegative(first) && !isNegative(last)) {
-        set.add({{first.bits, ~std::uint64_t{0}}, {0, last.bits}});
+    if (first.isNegative() && !last.isNegative()) {
+        set.add({{first.bits(), ~std::uint64_t{0}}, {0, last.bits()}});
     } else {
-        set.add({{first.bits, last.bits}});
+        set.add({{first.bits(), last.bits()}});
     }
     return set;
 }
 
-PatternSet patternsOfSameNumber(const ParameterValue& wider, const ParameterValue& narrower)
+PatternSet patternsOfSameNumber(const BlockField& wider, const BlockField& narrower)
 {
-    return patternsBetween(wider, lowestNumber(narrower), highestNumber(narrower));
+    return patternsBetween(wider, narrower.number(narrower.lowest()),
+                           narrower.number(narrower.highest()));
 }
 
 } // namespace mxauthor

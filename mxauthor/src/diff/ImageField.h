@@ -24,18 +24,17 @@ inline bool operator==(const ImageField& a, const ImageField& b)
     return a.first == b.first && a.width == b.width;
 }
 
-/// Returns the bits of the value `value`.
-ImageField fieldOf(const ParameterValue& value);
+/// Returns the bits of `field`.
+ImageField imageFieldOf(const mxformat::BlockField& field);
 
-/// Returns the number that the bits `pattern` are for `value`.
-WideNumber numberOfPattern(const ParameterValue& value, std::uint64_t pattern);
+/// Returns the patterns of the bits of `field` for the numbers `minimum` to `maximum`. Numbers that
+/// the bits cannot hold are left out.
+PatternSet patternsBetween(const mxformat::BlockField& field, const mxformat::WholeNumber& minimum,
+                           const mxformat::WholeNumber& maximum);
 
-/// Returns the patterns of the bits of `value` for the numbers `minimum` to `maximum`, which may
-/// have another sign than `value`. Numbers that the bits cannot hold are left out.
-PatternSet patternsBetween(const ParameterValue& value, WideNumber minimum, WideNumber maximum);
-
-/// Returns the patterns of the wider of two values with the same last bit for which both are the
+/// Returns the patterns of the wider of two fields with the same last bit for which both hold the
 /// same number.
-PatternSet patternsOfSameNumber(const ParameterValue& wider, const ParameterValue& narrower);
+PatternSet patternsOfSameNumber(const mxformat::BlockField& wider,
+                                const mxformat::BlockField& narrower);
 
 } // namespace mxauthor

@@ -8,39 +8,33 @@ namespace mxauthor {
 
 OptionUse optionUse(const ModuleView::Parameter& parameter)
 {
-    return {parameter.record->optionList.value, parameter.value.size, parameter.value.bits,
-            parameter.value.isSigned};
-}
-
-bool usesOptions(const ModuleView::Parameter& parameter)
-{
-    return parameter.record->optionList.value != 0 &&
-           (parameter.record->flags.value & convertedFlag) == 0;
+    const mxformat::BlockField& field = parameter.value.field;
+    return {parameter.record->optionList.value, field.size(), field.bits(), field.isSigned()};
 }
 
 OptionValues::OptionValues(const ModuleView& ofModule, const ModuleView::Parameter& parameter)
-    : module(ofModule), shape(parameter.value), storable(parameter.value.bits)
+    : module(ofModule), shape(parameter.value.field), storable(shape.bits())
 {
     std::vector<PatternSet::Interval> points;
     for (const Option* option : module.options(parameter.record->optionList.value)) {
-        const WideNumber number = numberOfSlot(shape, option->value.value);
-        if (texts.emplace(number.bits, option->textId.value).second && isStorable(number.bits)) {
-            points.push_back({number.bits, number.bits});
+        const std::uint64_t value = numberOfSlot(shape, option->value.value).bits();
+        if (texts.emplace(value, option->textId.value).second && isStorable(value)) {
+            points.push_back({value, value});
         }
-        values.push_back(number.bits);
+        values.push_back(value);
     }
     storable.add(points);
 }
 
 bool OptionValues::isStorable(std::uint64_t value) const
 {
-    const WideNumber number{value, shape.isSigned};
+    const mxformat::WholeNumber number = shape.number(value);
     return !patternsBetween(shape, number, number).empty();
 }
 
 std::string OptionValues::number(std::uint64_t value) const
 {
-    return WideNumber{value, shape.isSigned}.text();
+    return shape.number(value).text();
 }
 
 std::string OptionValues::text(std::uint64_t value) const

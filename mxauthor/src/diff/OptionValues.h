@@ -13,9 +13,6 @@ using OptionUse = std::tuple<std::uint8_t, unsigned, unsigned, bool>;
 
 OptionUse optionUse(const ModuleView::Parameter& parameter);
 
-/// Whether the parameter has options in place of a range.
-bool usesOptions(const ModuleView::Parameter& parameter);
-
 /// The options of a parameter, found by their place and by their value. Refers to its module.
 class OptionValues
 {
@@ -40,7 +37,7 @@ public:
 
 private:
     const ModuleView& module;
-    ParameterValue shape; // what the parameter can hold; its own value does not count
+    mxformat::BlockField shape;
     PatternSet storable;
     std::vector<std::uint64_t> values;
     std::map<std::uint64_t, std::uint16_t> texts; // the first text of a value is the one shown

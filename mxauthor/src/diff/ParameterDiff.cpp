@@ -15,21 +15,22 @@ namespace mxauthor {
 
 namespace {
 
+using mxformat::BlockField;
 using Parameter = ModuleView::Parameter;
 
 std::string datatypeText(const Parameter& parameter)
 {
-    return parameter.value.known ? datatypeNames.at(parameter.record->datatype.value)
-                                 : std::to_string(parameter.record->datatype.value);
+    const auto* const type = parameter.value.field.datatype();
+    return type == nullptr ? std::to_string(parameter.record->datatype.value) : type->name;
 }
 
 std::string placeText(const Parameter& parameter)
 {
-    const ParameterValue& value = parameter.value;
-    std::string text = "byte " + std::to_string(value.byteOffset);
-    if (parameter.record->datatype.value == byteDatatype) {
+    const BlockField& field = parameter.value.field;
+    std::string text = "byte " + std::to_string(field.begin());
+    if (parameter.record->datatype.value == mxformat::bitFieldDatatype) {
         text +=
-            ", " + counted(value.bits, "bit") + " from bit " + std::to_string(value.firstBit % 8);
+            ", " + counted(field.bits(), "bit") + " from bit " + std::to_string(field.firstBit());
     }
     return text;
 }
@@ -37,7 +38,7 @@ std::string placeText(const Parameter& parameter)
 std::string channelText(const Parameter& parameter)
 {
     const std::uint8_t channel = parameter.record->channel.value;
-    return channel == moduleChannel ? "the module" : "channel " + std::to_string(channel);
+    return channel == mxformat::moduleLevel ? "the module" : "channel " + std::to_string(channel);
 }
 
 // Parameters are the same one when channel and name are, or else when the number is.
@@ -91,7 +92,7 @@ public:
     {
         for (const Parameter& parameter : before.parameters()) {
             if (parameter.value.present) {
-                images.add(fieldOf(parameter.value), oldValues.patternsOf(parameter));
+                images.add(imageFieldOf(parameter.value.field), oldValues.patternsOf(parameter));
             }
         }
     }
@@ -122,23 +123,25 @@ private:
 // lacks.
 bool ParameterComparison::keepsNumber(const ParameterPair& pair)
 {
-    const ParameterValue& old = pair.before->value;
-    const ParameterValue& now = pair.after->value;
-    if (!old.known || !now.known || fieldOf(old).end() != fieldOf(now).end()) {
+    const BlockField& old = pair.before->value.field;
+    const BlockField& now = pair.after->value.field;
+    if (old.datatype() == nullptr || now.datatype() == nullptr ||
+        imageFieldOf(old).end() != imageFieldOf(now).end()) {
         return false;
     }
-    if (now.bits <= old.bits) {
+    if (now.bits() <= old.bits()) {
         const PatternSet same = patternsOfSameNumber(old, now);
         return oldValues.patternsOf(*pair.before).without(same).empty();
     }
     const PatternSet others = patternsOfSameNumber(now, old).complement();
-    return now.present == old.present && !images.holding(fieldOf(now), others);
+    return pair.after->value.present == pair.before->value.present &&
+           !images.holding(imageFieldOf(now), others);
 }
 
 void ParameterComparison::comparePlaces(const ParameterPair& pair)
 {
-    const ParameterValue& old = pair.before->value;
-    const ParameterValue& now = pair.after->value;
+    const BlockField& old = pair.before->value.field;
+    const BlockField& now = pair.after->value.field;
     const std::string oldPlace = placeText(*pair.before);
     const std::string newPlace = placeText(*pair.after);
     const std::string oldType = datatypeText(*pair.before);
@@ -146,7 +149,7 @@ void ParameterComparison::comparePlaces(const ParameterPair& pair)
     if (oldPlace == newPlace && oldType == newType) {
         return;
     }
-    fates.keepTheirPlaces &= fieldOf(old) == fieldOf(now);
+    fates.keepTheirPlaces &= imageFieldOf(old) == imageFieldOf(now);
     const std::string subject = subjectOf(*pair.after);
     if (!keepsNumber(pair)) {
         differences.changedBreakingImage("parameter", subject, "place", oldPlace, newPlace);
@@ -155,7 +158,7 @@ void ParameterComparison::comparePlaces(const ParameterPair& pair)
     }
     differences.changed(Effect::Compatible, "parameter", subject, "place", oldPlace, newPlace);
     const bool registersStay =
-        old.size == now.size || (usesOptions(*pair.before) && usesOptions(*pair.after));
+        old.size() == now.size() || (pair.before->usesOptions() && pair.after->usesOptions());
     differences.changed(registersStay ? Effect::Compatible : Effect::Breaking, "parameter", subject,
                         "datatype", oldType,
                         newType + (registersStay ? "" : ": its Modbus registers change"));
@@ -223,20 +226,20 @@ void ParameterComparison::addGone(const Parameter& parameter)
 void ParameterComparison::addNew(const Parameter& parameter)
 {
     const std::string subject = subjectOf(parameter);
-    const ParameterValue then = parameterValues({*parameter.record}, before.block()).front();
+    const ParameterValue then = parameterValue(*parameter.record, before.block());
     if (!then.present) {
         differences.addBreakingImage("parameter", subject,
                                      "is new, and a stored image has no bytes for it");
         return;
     }
-    const ImageField field = fieldOf(then);
+    const ImageField field = imageFieldOf(then.field);
     const bool varies = images.mayVary(field);
     const auto refused = images.holding(field, newValues.patternsOf(parameter).complement());
     if (refused) {
         differences.addBreakingImage(
             "parameter", subject,
             std::string("is new, and a stored image ") + (varies ? "may hold " : "holds ") +
-                numberOfPattern(then, *refused).text() + ", which it does not accept");
+                numberOfSlot(then.field, *refused).text() + ", which it does not accept");
     } else {
         differences.add(Effect::Compatible, "parameter", subject,
                         varies ? "is new; it accepts all that a stored image may hold there"
@@ -265,7 +268,7 @@ std::string subjectOf(const Parameter& parameter)
 {
     const std::uint8_t channel = parameter.record->channel.value;
     return named(parameter) +
-           (channel == moduleChannel ? "" : " of channel " + std::to_string(channel));
+           (channel == mxformat::moduleLevel ? "" : " of channel " + std::to_string(channel));
 }
 
 ParameterFates compareParameters(const ModuleView& before, const ModuleView& after,

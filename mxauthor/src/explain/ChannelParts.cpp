@@ -4,15 +4,11 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::uint8_t inputFlag = 0x80;
-constexpr std::uint8_t hostFlag = 0x40;
-constexpr std::uint8_t kindBits = 0x1F;
-
 std::string kindMeaning(std::uint8_t kind, const ChannelPlace& place)
 {
-    std::string text = (kind & inputFlag) != 0 ? "input" : "output";
-    text += ", kind " + std::to_string(kind & kindBits);
-    text += (kind & hostFlag) != 0 ? ", flag 6" : "";
+    std::string text = mxformat::isInput(kind) ? "input" : "output";
+    text += ", kind " + std::to_string(mxformat::channelKind(kind));
+    text += (kind & mxformat::channelFlagMask) != 0 ? ", flag 6" : "";
     return text + (place.symbol.empty() ? ", no address" : ", " + place.symbol);
 }
 

@@ -4,6 +4,8 @@
 #include <devices/parser/mx/HexText.h>
 #include <mxformat/DataSizes.h>
 
+#include <mxformat/DataSizes.h>
+
 #include <algorithm>
 #include <set>
 
@@ -11,12 +13,10 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t identitySize = 5;
-
 std::string identityMeaning(const Dataset& dataset)
 {
     const Bytes& data = dataset.data.value;
-    if (data.size() != identitySize) {
+    if (data.size() != mxformat::identitySize) {
         return "5 bytes expected: module type and identifier";
     }
     std::string id;
@@ -76,7 +76,7 @@ void explainGroup(PartList& parts, const ModuleView& /*module*/, const Identity&
     bool isFound = false;
     for (std::size_t i = 0; i < group.datasets.size(); ++i) {
         const Dataset& dataset = group.datasets[i];
-        const bool isIdentity = dataset.id.value == identityDataset && !isFound;
+        const bool isIdentity = dataset.id.value == mxformat::identityDataset && !isFound;
         isFound |= isIdentity;
         parts.beginRecord(i, "dataset 0x" + devices::parser::mx::u8AsHex(dataset.id.value));
         parts.number(dataset.id, "id", isIdentity ? "module identity" : "");

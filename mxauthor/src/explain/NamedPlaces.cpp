@@ -6,8 +6,6 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::uint32_t parameterRecordSize = 29;
-constexpr std::uint32_t channelNameSize = 3;
 constexpr std::uint32_t lineEndSize = 2;
 
 // From the first field of a record to the end of its last.
@@ -22,13 +20,14 @@ void addParameters(const ModuleView& module, std::vector<NamedPlace>& all)
     for (const ModuleView::Parameter& parameter : module.parameters()) {
         const std::string what = named("parameter", parameter.record->number.value, "");
         const Place& number = parameter.record->number.place;
-        all.push_back({what, parameter.name, from(number, number.offset + parameterRecordSize)});
+        all.push_back(
+            {what, parameter.name, from(number, number.offset + mxformat::parameterRecordSize)});
         if (block != nullptr && parameter.value.present) {
             const Place& bytes = block->block.place;
-            all.push_back(
-                {"default of " + what,
-                 parameter.name,
-                 {bytes.group, bytes.offset + parameter.value.byteOffset, parameter.value.size}});
+            const mxformat::BlockField& field = parameter.value.field;
+            all.push_back({"default of " + what,
+                           parameter.name,
+                           {bytes.group, bytes.offset + field.begin(), field.size()}});
         }
     }
 }
@@ -41,14 +40,14 @@ void addChannels(const ModuleView& module, std::vector<NamedPlace>& all)
             record.words.empty() ? record.wordCount.place : record.words.back().place;
         all.push_back({named("channel", record.number.value, "") +
                            (channel.place.symbol.empty() ? "" : " (" + channel.place.symbol + ")"),
-                       channel.name, from(record.number.place, last.offset + last.length)});
+                       channel.name, from(record.number.place, last.end())});
     }
     const auto* const names = module.content<ChannelNames>(mxformat::group::channelNames);
     for (std::size_t i = 0; names != nullptr && i < names->entries.size(); ++i) {
         const ChannelName& entry = names->entries[i];
         all.push_back({"name of " + named("channel", entry.channel.value, ""),
                        module.textOf(entry.textId.value),
-                       from(entry.channel.place, entry.channel.place.offset + channelNameSize)});
+                       from(entry.channel.place, entry.textId.place.end())});
     }
 }
 
@@ -59,7 +58,7 @@ void addTexts(const ModuleView& module, std::vector<NamedPlace>& all)
         const TextRecord& record = table->texts[i];
         const Place& text = record.text.place;
         all.push_back({named("text", record.id.value, ""), record.text.value,
-                       from(record.id.place, text.offset + text.length + lineEndSize)});
+                       from(record.id.place, text.end() + lineEndSize)});
     }
 }
 

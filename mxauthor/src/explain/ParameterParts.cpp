@@ -11,15 +11,15 @@ using Parameter = ModuleView::Parameter;
 
 std::string datatypeMeaning(std::uint8_t datatype)
 {
-    return datatype == 0 || datatype >= datatypeNames.size() ? "no datatype, expected 1 to 9"
-                                                             : datatypeNames.at(datatype);
+    const auto* const type = mxformat::findDatatype(datatype);
+    return type == nullptr ? "no datatype, expected " + datatypeNumbers() : type->name;
 }
 
 std::string flagsMeaning(std::uint8_t flags)
 {
-    std::string text = (flags & convertedFlag) != 0 ? "shown in physical units" : "shown as it is";
-    text += (flags & 1) != 0 ? ", flag 0" : "";
-    return text + ((flags & 2) != 0 ? ", flag 1" : "");
+    std::string text = mxformat::isConverted(flags) ? "shown in physical units" : "shown as it is";
+    text += (flags & mxformat::parameterFlag0) != 0 ? ", flag 0" : "";
+    return text + ((flags & mxformat::parameterFlag1) != 0 ? ", flag 1" : "");
 }
 
 // "none" for an identifier 0.
@@ -28,7 +28,7 @@ std::string idMeaning(const char* what, std::uint8_t id)
     return id == 0 ? "none" : std::string(what) + " " + std::to_string(id);
 }
 
-std::string boundMeaning(const ParameterRecord& record, const WideNumber& number)
+std::string boundMeaning(const ParameterRecord& record, const mxformat::WholeNumber& number)
 {
     const bool isNone = record.minimum.value == 0 && record.maximum.value == 0;
     return isNone ? "no range is stated" : number.text();
@@ -36,7 +36,8 @@ std::string boundMeaning(const ParameterRecord& record, const WideNumber& number
 
 std::string bitMeaning(const ParameterRecord& record, const char* meaning)
 {
-    return record.datatype.value == byteDatatype ? meaning : "for datatype Byte alone";
+    return record.datatype.value == mxformat::bitFieldDatatype ? meaning
+                                                               : "for datatype Byte alone";
 }
 
 void explainRecord(PartList& parts, const ModuleView& module, const Parameter& parameter)
@@ -47,7 +48,7 @@ void explainRecord(PartList& parts, const ModuleView& module, const Parameter& p
     parts.number(record.nameId, "name_id",
                  "name: " + textMeaning(module, record.nameId.value, false));
     parts.number(record.position, "position",
-                 "byte " + std::to_string(value.byteOffset) + " of the parameter block");
+                 "byte " + std::to_string(value.field.begin()) + " of the parameter block");
     parts.number(record.datatype, "datatype", datatypeMeaning(record.datatype.value));
     parts.number(record.flags, "flags", flagsMeaning(record.flags.value));
     parts.number(record.conversion, "conversion", idMeaning("conversion", record.conversion.value));
@@ -60,7 +61,7 @@ void explainRecord(PartList& parts, const ModuleView& module, const Parameter& p
     parts.number(record.bitLength, "bit_length", bitMeaning(record, "bits"));
     parts.number(record.bitOffset, "bit_offset", bitMeaning(record, "first bit"));
     parts.number(record.channel, "channel",
-                 record.channel.value == moduleChannel ? "the module itself" : "channel");
+                 record.channel.value == mxformat::moduleLevel ? "the module itself" : "channel");
 }
 
 using Holders = std::vector<const Parameter*>;
@@ -70,9 +71,9 @@ std::vector<Holders> holdersOfBytes(const ModuleView& module)
 {
     std::vector<Holders> holders;
     for (const Parameter& parameter : module.parameters()) {
-        const std::size_t end = std::size_t{parameter.value.byteOffset} + parameter.value.size;
-        holders.resize(std::max(holders.size(), end));
-        for (std::size_t byte = parameter.value.byteOffset; byte < end; ++byte) {
+        const mxformat::BlockField& field = parameter.value.field;
+        holders.resize(std::max<std::size_t>(holders.size(), field.end()));
+        for (std::size_t byte = field.begin(); byte < field.end(); ++byte) {
             holders[byte].push_back(&parameter);
         }
     }
@@ -80,15 +81,15 @@ std::vector<Holders> holdersOfBytes(const ModuleView& module)
 }
 
 // Which bits of its byte a bit field has; empty for whole bytes.
-std::string bitsText(const ParameterValue& value)
+std::string bitsText(const mxformat::BlockField& field)
 {
-    if (value.bits % 8 == 0) {
+    if (field.bits() % 8 == 0) {
         return "";
     }
-    const std::string first = std::to_string(value.firstBit % 8);
-    return value.bits == 1 ? " (bit " + first + ")"
-                           : " (bits " + first + " to " +
-                                 std::to_string(value.firstBit % 8 + value.bits - 1) + ")";
+    const std::string first = std::to_string(field.firstBit());
+    return field.bits() == 1 ? " (bit " + first + ")"
+                             : " (bits " + first + " to " +
+                                   std::to_string(field.firstBit() + field.bits() - 1) + ")";
 }
 
 std::string defaultsMeaning(const Holders& holders)
@@ -104,7 +105,7 @@ std::string defaultsMeaning(const Holders& holders)
         if (parameter->value.present) {
             text += ": " + parameter->value.value.text();
         }
-        text += bitsText(parameter->value);
+        text += bitsText(parameter->value.field);
     }
     return text;
 }
@@ -139,11 +140,11 @@ void explainGroup(PartList& parts, const ModuleView& module, const ParameterBloc
 
 void explainGroup(PartList& parts, const ModuleView& module, const Parameters& group)
 {
-    // A repeated group is no part of the module: its values are decoded here.
-    const std::vector<ParameterValue> values = parameterValues(group.records, module.block());
     for (std::size_t i = 0; i < group.records.size(); ++i) {
         const ParameterRecord& record = group.records[i];
-        const Parameter parameter{&record, module.textOf(record.nameId.value), values[i]};
+        // A repeated group is no part of the module: its values are decoded here.
+        const Parameter parameter{&record, module.textOf(record.nameId.value),
+                                  parameterValue(record, module.block())};
         parts.beginRecord(i, named(parameter));
         explainRecord(parts, module, parameter);
     }

@@ -1,46 +1,34 @@
-#include "BlockField.h"
 #include "GroupCodecs.h"
+
+#include <mxformat/Datatype.h>
 
 namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t recordHeaderSize = 7;
-constexpr std::size_t wordCountOffset = 6;
 constexpr std::size_t channelNameSize = 3;
-constexpr std::uint8_t kindNumberMask = 0x1F;
 
 bool wholeRecordFollows(const PayloadReader& in)
 {
-    return in.left() >= recordHeaderSize &&
-           in.left() >= recordHeaderSize + std::size_t{2} * in.peek(wordCountOffset);
-}
-
-// Lists the fields of a record up to its words, for reading and writing.
-template <typename Io, typename Record>
-void transferHead(Io& io, Record& record)
-{
-    io.field(record.number);
-    io.field(record.kind);
-    io.field(record.unread2);
-    io.field(record.bitLength);
-    io.field(record.bitOffset);
-    io.field(record.unread5);
-    io.count(record.wordCount, record.words.size());
+    const std::uint8_t* const head = in.peek(mxformat::channelRecordHeaderSize);
+    return head != nullptr &&
+           in.peek(mxformat::channelRecordSize(mxformat::readChannelRecord(head).wordCount)) !=
+               nullptr;
 }
 
 } // namespace
 
 bool ChannelRecord::isSigned() const
 {
-    return isSignedDatatype(kind.value & kindNumberMask);
+    const auto* const type = mxformat::findDatatype(mxformat::channelKind(kind.value));
+    return type != nullptr && type->isSigned;
 }
 
 void read(PayloadReader& in, Channels& group)
 {
     while (wholeRecordFollows(in)) {
         ChannelRecord& record = group.records.emplace_back();
-        transferHead(in, record);
+        mxformat::transferChannelRecord(in, record);
         record.words.resize(record.wordCount.value);
         for (Field<std::uint16_t>& word : record.words) {
             in.field(word);
@@ -52,7 +40,9 @@ void read(PayloadReader& in, Channels& group)
 void write(PayloadWriter& out, const Channels& group)
 {
     for (const ChannelRecord& record : group.records) {
-        transferHead(out, record);
+        mxformat::ChannelRecordOf<Field> head = record;
+        head.wordCount = byteCount(record.words.size());
+        mxformat::transferChannelRecord(out, head);
         for (const Field<std::uint16_t>& word : record.words) {
             out.field(word);
         }

@@ -2,13 +2,6 @@
 
 namespace mxauthor {
 
-namespace {
-
-constexpr std::uint8_t datasetSizeLimit = 128; // from here on a size ends the list
-constexpr std::size_t dateSize = 10;
-
-} // namespace
-
 void read(PayloadReader& in, Header& group)
 {
     in.field(group.contentLength);
@@ -27,7 +20,7 @@ void read(PayloadReader& in, Identity& group)
         Dataset dataset;
         in.field(dataset.id);
         in.field(dataset.size);
-        if (dataset.size.value >= datasetSizeLimit) {
+        if (dataset.size.value >= mxformat::datasetLengthLimit) {
             throw UnexpectedShape();
         }
         in.field(dataset.unread);
@@ -41,7 +34,7 @@ void write(PayloadWriter& out, const Identity& group)
 {
     for (const Dataset& dataset : group.datasets) {
         out.field(dataset.id);
-        out.count(dataset.size, dataset.data.value.size());
+        out.field(Field<std::uint8_t>(byteCount(dataset.data.value.size())));
         out.field(dataset.unread);
         out.rest(dataset.data);
         out.field(dataset.trailer);
@@ -52,7 +45,7 @@ void read(PayloadReader& in, Extension& group)
 {
     in.field(group.version);
     in.field(group.gtinId);
-    in.bytes(group.date, dateSize);
+    in.bytes(group.date, mxformat::calibrationDateSize);
     in.rest(group.rest);
 }
 

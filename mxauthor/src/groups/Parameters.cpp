@@ -5,33 +5,13 @@ namespace mxauthor {
 namespace {
 
 constexpr std::uint8_t fixedHeaderSize = 2; // version and descriptor
-constexpr std::size_t recordSize = 29;
-constexpr std::size_t listHeaderSize = 2;
-constexpr std::size_t optionSize = 10;
 constexpr std::size_t conversionSize = 11;
-
-// Lists the fields of a record in file order, for reading and writing.
-template <typename Io, typename Record>
-void transferRecord(Io& io, Record& record)
-{
-    io.field(record.number);
-    io.field(record.nameId);
-    io.field(record.position);
-    io.field(record.datatype);
-    io.field(record.flags);
-    io.field(record.conversion);
-    io.field(record.optionList);
-    io.field(record.minimum);
-    io.field(record.maximum);
-    io.field(record.unitId);
-    io.field(record.bitLength);
-    io.field(record.bitOffset);
-    io.field(record.channel);
-}
 
 bool wholeListFollows(const PayloadReader& in)
 {
-    return in.left() >= listHeaderSize && in.left() >= listHeaderSize + optionSize * in.peek(1);
+    const std::uint8_t* const head = in.peek(mxformat::optionListHeaderSize);
+    return head != nullptr &&
+           in.peek(mxformat::optionListSize(mxformat::readOptionListHeader(head).count)) != nullptr;
 }
 
 // Lists the fields of an entry in file order, for reading and writing.
@@ -49,6 +29,18 @@ void transferEntry(Io& io, Entry& entry)
 std::uint8_t parameterBlockHeaderSize(std::uint8_t descriptor)
 {
     return static_cast<std::uint8_t>(descriptor + 4 * (descriptor & 0x3F) + fixedHeaderSize);
+}
+
+mxformat::ParameterRecord plainRecord(const ParameterRecord& record)
+{
+    PayloadWriter out;
+    mxformat::transferParameterRecord(out, record);
+    return mxformat::readParameterRecord(out.payload.data());
+}
+
+mxformat::BlockField blockFieldOf(const ParameterRecord& record)
+{
+    return mxformat::BlockField(plainRecord(record));
 }
 
 void read(PayloadReader& in, ParameterBlock& group)
@@ -73,8 +65,8 @@ void write(PayloadWriter& out, const ParameterBlock& group)
 
 void read(PayloadReader& in, Parameters& group)
 {
-    while (in.left() >= recordSize) {
-        transferRecord(in, group.records.emplace_back());
+    while (in.left() >= mxformat::parameterRecordSize) {
+        mxformat::transferParameterRecord(in, group.records.emplace_back());
     }
     in.rest(group.rest);
 }
@@ -82,7 +74,7 @@ void read(PayloadReader& in, Parameters& group)
 void write(PayloadWriter& out, const Parameters& group)
 {
     for (const ParameterRecord& record : group.records) {
-        transferRecord(out, record);
+        mxformat::transferParameterRecord(out, record);
     }
     out.rest(group.rest);
 }
@@ -91,12 +83,10 @@ void read(PayloadReader& in, OptionLists& group)
 {
     while (wholeListFollows(in)) {
         OptionList& list = group.lists.emplace_back();
-        in.field(list.id);
-        in.field(list.count);
+        mxformat::transferOptionListHeader(in, list);
         list.options.resize(list.count.value);
         for (Option& option : list.options) {
-            in.field(option.value);
-            in.field(option.textId);
+            mxformat::transferOptionRecord(in, option);
         }
     }
     in.rest(group.rest);
@@ -105,11 +95,11 @@ void read(PayloadReader& in, OptionLists& group)
 void write(PayloadWriter& out, const OptionLists& group)
 {
     for (const OptionList& list : group.lists) {
-        out.field(list.id);
-        out.count(list.count, list.options.size());
+        mxformat::OptionListHeaderOf<Field> header = list;
+        header.count = byteCount(list.options.size());
+        mxformat::transferOptionListHeader(out, header);
         for (const Option& option : list.options) {
-            out.field(option.value);
-            out.field(option.textId);
+            mxformat::transferOptionRecord(out, option);
         }
     }
     out.rest(group.rest);

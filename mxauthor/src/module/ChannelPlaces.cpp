@@ -1,56 +1,30 @@
 #include "module/ChannelPlaces.h"
 
-#include <devices/parser/mx/Parser_kv38.h>
+#include <mxformat/ImageAllocator.h>
+
+#include <array>
 
 namespace mxauthor {
 
 namespace {
 
-using devices::parser::mx::Parser_kv38;
-
-constexpr std::uint8_t inputFlag = 0x80;
-
-// Lets the device parser's own rules allocate, record by record.
-class Allocation : public Parser_kv38
+ChannelPlace placeOf(const mxformat::ChannelPlace& taken, const ChannelRecord& record)
 {
-public:
-    using Parser_kv38::setupChannel;
-};
-
-unsigned bytesOfLetter(const std::string& letter)
-{
-    if (letter == "W") {
-        return 2;
-    }
-    if (letter == "D") {
-        return 4;
-    }
-    return letter == "L" ? 8 : 1;
-}
-
-bool isBitField(const Parser_kv38::ChannelP& channel)
-{
-    return channel.dataType == "X" || channel.iecSymbol.find('#') != std::string::npos;
-}
-
-ChannelPlace placeOf(const Parser_kv38::ChannelP& channel, bool input)
-{
+    const std::uint8_t bitLength = record.bitLength.value;
+    const std::uint8_t bitOffset = record.bitOffset.value;
     ChannelPlace place;
-    place.symbol = channel.iecSymbol;
-    place.input = input;
-    if (place.symbol.empty()) {
-        return place;
-    }
-    place.byteAddress = channel.privateProps.byteAddress;
-    place.firstBit = std::uint64_t{place.byteAddress} * 8;
-    if (isBitField(channel)) {
+    place.input = mxformat::isInput(record.kind.value);
+    place.symbol = taken.symbol(place.input, bitLength, bitOffset);
+    place.byteAddress = taken.byte;
+    place.firstBit = std::uint64_t{taken.byte} * 8;
+    if (taken.isBitField) {
         // The byte address counts whole bytes already: only the place within the byte counts.
-        place.firstBit += channel.privateProps.bitOffset % 8U;
-        place.bits = channel.privateProps.bitLength;
-        return place;
+        place.firstBit += bitOffset % 8U;
+        place.bits = bitLength;
+    } else {
+        place.naturalSize = taken.size;
+        place.bits = taken.size * 8U;
     }
-    place.naturalSize = bytesOfLetter(channel.dataType);
-    place.bits = place.naturalSize * 8;
     return place;
 }
 
@@ -58,14 +32,15 @@ ChannelPlace placeOf(const Parser_kv38::ChannelP& channel, bool input)
 
 std::vector<ChannelPlace> channelPlaces(const std::vector<ChannelRecord>& records)
 {
-    Allocation allocation;
+    std::array<mxformat::ImageAllocator, 2> images; // of outputs and inputs
     std::vector<ChannelPlace> places;
     places.reserve(records.size());
     for (const ChannelRecord& record : records) {
-        Parser_kv38::ChannelP channel;
-        allocation.setupChannel(&channel, "", record.number.value, record.kind.value,
-                                record.bitLength.value, record.bitOffset.value);
-        places.push_back(placeOf(channel, (record.kind.value & inputFlag) != 0));
+        const std::uint8_t kind = record.kind.value;
+        const bool input = mxformat::isInput(kind);
+        const auto taken =
+            images.at(input ? 1 : 0).take(mxformat::channelKind(kind), record.bitLength.value);
+        places.push_back(taken ? placeOf(*taken, record) : ChannelPlace{"", input});
     }
     return places;
 }

@@ -17,7 +17,7 @@ struct ChannelPlace
     std::uint32_t naturalSize = 1; ///< Bytes by which such values are best aligned.
 };
 
-/// Returns the places of `records`, by the rules of the device parser.
+/// Returns the places of `records`.
 std::vector<ChannelPlace> channelPlaces(const std::vector<ChannelRecord>& records);
 
 } // namespace mxauthor

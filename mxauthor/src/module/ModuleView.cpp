@@ -1,7 +1,6 @@
 #include "module/ModuleView.h"
 
 #include <mxformat/DataSizes.h>
-#include <mxformat/Groups.h>
 #include <text/Beginning.h>
 
 namespace mxauthor {
@@ -96,12 +95,13 @@ std::optional<std::uint32_t> ModuleView::moduleId() const
     const auto* const identity = content<Identity>(mxformat::group::identity);
     for (std::size_t i = 0; identity != nullptr && i < identity->datasets.size(); ++i) {
         const Dataset& dataset = identity->datasets[i];
-        if (dataset.id.value == identityDataset) {
+        if (dataset.id.value == mxformat::identityDataset) {
             std::uint32_t id = 0;
             for (std::size_t byte = 1; byte < dataset.data.value.size(); ++byte) {
                 id = id << 8 | dataset.data.value[byte];
             }
-            return dataset.data.value.size() == 5 ? std::optional(id) : std::nullopt;
+            return dataset.data.value.size() == mxformat::identitySize ? std::optional(id)
+                                                                       : std::nullopt;
         }
     }
     return std::nullopt;
@@ -128,10 +128,10 @@ void ModuleView::addParameters()
     if (parameters == nullptr) {
         return;
     }
-    const std::vector<ParameterValue> values = parameterValues(parameters->records, block());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        const ParameterRecord& record = parameters->records[i];
-        allParameters.push_back({&record, textOf(record.nameId.value), values[i]});
+    allParameters.reserve(parameters->records.size());
+    for (const ParameterRecord& record : parameters->records) {
+        allParameters.push_back(
+            {&record, textOf(record.nameId.value), parameterValue(record, block())});
     }
 }
 

@@ -31,6 +31,12 @@ public:
         const ParameterRecord* record;
         std::string name; ///< Empty: none is stated.
         ParameterValue value;
+
+        /// Whether it has options in place of a range: those of a converted one are not read.
+        bool usesOptions() const
+        {
+            return record->optionList.value != 0 && !mxformat::isConverted(record->flags.value);
+        }
     };
 
     const MxFile& file() const { return source; }
@@ -67,7 +73,7 @@ public:
     /// Returns the default parameter block, empty when there is none.
     const Bytes& block() const;
 
-    /// Returns the stated bytes of "InData", "OutData", "Parameter" or "Diagnosis".
+    /// Returns the stated bytes of one of `mxformat::dataSizeKeys`.
     std::uint32_t dataSize(const std::string& key) const;
 
     /// Returns the module identifier; nothing when the file has none.

@@ -16,7 +16,7 @@ ParameterScale scaleOf(const ModuleView& module, const ModuleView::Parameter& pa
     const ParameterRecord& record = *parameter.record;
     std::uint16_t unitId = 0;
     const auto* const entry = module.conversions().find(record.conversion.value);
-    if (entry != nullptr && (record.flags.value & convertedFlag) != 0) {
+    if (entry != nullptr && mxformat::isConverted(record.flags.value)) {
         scale.isConverted = true;
         scale.numbers = entry->scale;
         unitId = entry->unitTextId;

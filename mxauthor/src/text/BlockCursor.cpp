@@ -1,7 +1,5 @@
 #include "BlockCursor.h"
 
-#include <devices/parser/mx/MxParameterDatatype.h>
-
 namespace mxauthor {
 
 namespace {
@@ -10,8 +8,7 @@ constexpr std::uint32_t bitsOfByte = 8;
 
 bool isBitField(std::uint8_t datatype, std::uint8_t bits)
 {
-    using devices::parser::mx::MxParameterDatatype;
-    return static_cast<MxParameterDatatype>(datatype) == MxParameterDatatype::Byte && bits != 0;
+    return datatype == mxformat::bitFieldDatatype && bits != 0;
 }
 
 } // namespace
@@ -30,13 +27,13 @@ std::uint8_t BlockCursor::bitFor(std::uint8_t datatype, std::uint8_t bits, std::
 
 void BlockCursor::pass(const ParameterRecord& record)
 {
-    const auto field = blockFieldOf(record);
-    if (!field) {
+    const mxformat::BlockField field = blockFieldOf(record);
+    if (!field.exists()) {
         return;
     }
-    const std::uint32_t endBit = field->firstBit + field->bits;
-    const bool opensByte = field->size == 1 && endBit < bitsOfByte;
-    byte = opensByte ? field->byte : field->end();
+    const std::uint32_t endBit = field.firstBit() + field.bits();
+    const bool opensByte = field.size() == 1 && endBit < bitsOfByte;
+    byte = opensByte ? field.begin() : field.end();
     bit = opensByte ? endBit : 0;
 }
 

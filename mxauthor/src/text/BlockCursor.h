@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BlockField.h"
+#include "mxauthor/groups/Parameters.h"
 
 namespace mxauthor {
 

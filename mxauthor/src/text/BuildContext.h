@@ -1,6 +1,5 @@
 #pragma once
 
-#include "BlockField.h"
 #include "GroupWords.h"
 #include "Section.h"
 #include "TextIds.h"

@@ -1,6 +1,5 @@
 #include "mxauthor/SourceMap.h"
 
-#include "BlockField.h"
 #include "GroupWords.h"
 #include "SourceErrors.h"
 #include "TextOrigins.h"
@@ -124,8 +123,8 @@ const Parameters* parametersOf(const MxFile& file)
 std::optional<std::size_t> parameterAt(const Parameters& parameters, std::uint32_t byte)
 {
     for (std::size_t i = 0; i < parameters.records.size(); ++i) {
-        const auto field = blockFieldOf(parameters.records[i]);
-        if (field && field->byte <= byte && byte < field->end()) {
+        const mxformat::BlockField field = blockFieldOf(parameters.records[i]);
+        if (field.exists() && field.begin() <= byte && byte < field.end()) {
             return i;
         }
     }

@@ -6,6 +6,8 @@
 
 #include <text/NearestWords.h>
 
+#include <mxformat/Datatype.h>
+
 #include <algorithm>
 #include <map>
 
@@ -15,7 +17,18 @@ const std::string bitWord = "Bit";
 
 namespace {
 
-constexpr std::uint8_t bitField = 5;
+using mxformat::datatypes;
+
+// Null for another word.
+const mxformat::Datatype* typeOfWord(const std::string& word)
+{
+    for (const mxformat::Datatype& type : datatypes) {
+        if (type.name == word) {
+            return &type;
+        }
+    }
+    return nullptr;
+}
 
 // The types of IEC 61131-3 and of C, which authors know, in lower case.
 const std::map<std::string, std::string>& foreignWords()
@@ -56,8 +69,14 @@ std::string unknownType(const std::string& word, const std::vector<std::string>&
 
 const std::vector<std::string>& typeWords()
 {
-    static const std::vector<std::string> words = {"UInt8",  "UInt16", "SInt8",  "SInt16", "Byte",
-                                                   "UInt32", "SInt32", "UInt64", "SInt64"};
+    static const std::vector<std::string> words = [] {
+        std::vector<std::string> names;
+        names.reserve(datatypes.size());
+        for (const mxformat::Datatype& type : datatypes) {
+            names.emplace_back(type.name);
+        }
+        return names;
+    }();
     return words;
 }
 
@@ -73,17 +92,17 @@ const std::vector<std::string>& kindWords()
 
 std::string typeWord(std::uint8_t type)
 {
-    const bool named = type >= 1 && type <= typeWords().size();
-    return named ? typeWords()[type - 1U] : std::to_string(type);
+    const auto* const found = mxformat::findDatatype(type);
+    return found == nullptr ? std::to_string(type) : found->name;
 }
 
 std::uint8_t bitsOfKindWord(const std::string& word)
 {
-    static const std::map<std::string, std::uint8_t> bits = {
-        {"UInt8", 8},   {"UInt16", 16}, {"SInt8", 8},   {"SInt16", 16}, {"Byte", 8},
-        {"UInt32", 32}, {"SInt32", 32}, {"UInt64", 64}, {"SInt64", 64}, {"Bit", 1}};
-    const auto found = bits.find(word);
-    return found == bits.end() ? std::uint8_t{0} : found->second;
+    if (word == bitWord) {
+        return 1;
+    }
+    const auto* const type = typeOfWord(word);
+    return type == nullptr ? std::uint8_t{0} : static_cast<std::uint8_t>(8 * type->bytes);
 }
 
 std::uint8_t readTypeWord(const YAML::Node& node, const std::vector<std::string>& words,
@@ -94,11 +113,10 @@ std::uint8_t readTypeWord(const YAML::Node& node, const std::vector<std::string>
         return 0;
     }
     if (*word == bitWord && &words == &kindWords()) {
-        return bitField;
+        return mxformat::bitFieldDatatype;
     }
-    const auto found = std::find(typeWords().begin(), typeWords().end(), *word);
-    if (found != typeWords().end()) {
-        return static_cast<std::uint8_t>(found - typeWords().begin() + 1);
+    if (const auto* const type = typeOfWord(*word)) {
+        return type->number;
     }
     if (parseInteger(*word)) {
         return static_cast<std::uint8_t>(readNumber(node, limit, errors).value_or(0));

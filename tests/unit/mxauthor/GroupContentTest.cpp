@@ -43,7 +43,7 @@ TEST(GroupContent, identityIsAListOfDatasets)
     ASSERT_EQ(identity.datasets.size(), 2U);
     expectField<std::uint8_t>(identity.datasets[0].unread, 7, 2, 1);
     expectField<Bytes>(identity.datasets[0].data, {1, 4}, 3, 2);
-    expectField<std::uint8_t>(identity.datasets[1].id, identityDataset, 7, 1);
+    expectField<std::uint8_t>(identity.datasets[1].id, mxformat::identityDataset, 7, 1);
     expectField<std::uint16_t>(identity.datasets[1].trailer, 0xABCD, 15, 2);
 }
 

@@ -2,19 +2,14 @@
 
 #include "mxauthor/Field.h"
 
+#include <mxformat/ChannelRecord.h>
+
 namespace mxauthor {
 
 /// A record of the group `channels`.
-struct ChannelRecord
+struct ChannelRecord : mxformat::ChannelRecordOf<Field>
 {
-    Field<std::uint8_t> number;
-    Field<std::uint8_t> kind; ///< Bit 7: input; bit 6: a flag; bits 0 to 4: kind.
-    Field<std::uint8_t> unread2;
-    Field<std::uint8_t> bitLength;
-    Field<std::uint8_t> bitOffset;
-    Field<std::uint8_t> unread5;
-    Field<std::uint8_t> wordCount; ///< Of `words`.
-    std::vector<Field<std::uint16_t>> words;
+    std::vector<Field<std::uint16_t>> words; ///< As many are written, whatever `wordCount` is.
 
     /// Returns whether the channel's value has a sign. Kinds have the numbers of datatypes.
     bool isSigned() const;
@@ -24,7 +19,7 @@ struct ChannelRecord
 struct Channels
 {
     std::vector<ChannelRecord> records;
-    Field<Bytes> rest; ///< Bytes behind the last record that is whole.
+    Field<Bytes> rest; ///< Bytes after the last record that is whole.
 };
 
 /// An entry of the group `channelNames`.
@@ -38,7 +33,7 @@ struct ChannelName
 struct ChannelNames
 {
     std::vector<ChannelName> entries;
-    Field<Bytes> rest; ///< Fewer bytes than an entry, behind the last one.
+    Field<Bytes> rest; ///< Fewer bytes than an entry, after the last one.
 };
 
 } // namespace mxauthor

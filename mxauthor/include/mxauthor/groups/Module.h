@@ -2,6 +2,9 @@
 
 #include "mxauthor/Field.h"
 
+#include <mxformat/Extension.h>
+#include <mxformat/ModuleIdentity.h>
+
 namespace mxauthor {
 
 /// Group `header`.
@@ -20,9 +23,6 @@ struct Dataset
     Field<Bytes> data;
     Field<std::uint16_t> trailer; ///< Not read by anybody.
 };
-
-/// The dataset that identifies the module: type (u8) and module identifier (u32).
-constexpr std::uint8_t identityDataset = 0xFB;
 
 /// Group `identity`.
 struct Identity

@@ -2,6 +2,9 @@
 
 #include "mxauthor/Field.h"
 
+#include <mxformat/BlockField.h>
+#include <mxformat/OptionRecord.h>
+
 namespace mxauthor {
 
 /// Group `parameterBlock`, the default parameter block after a header of variable length.
@@ -17,49 +20,34 @@ struct ParameterBlock
 /// 256, as readers compute it.
 std::uint8_t parameterBlockHeaderSize(std::uint8_t descriptor);
 
-/// A parameter record of group 0x20c0.
-struct ParameterRecord
-{
-    Field<std::uint8_t> number;
-    Field<std::uint16_t> nameId;
-    Field<std::uint8_t> position; ///< Of the value in the block, plus 4 (modulo 256).
-    Field<std::uint8_t> datatype;
-    Field<std::uint8_t> flags;      ///< Bit 2: shown in physical units.
-    Field<std::uint8_t> conversion; ///< Identifier, 0 = none.
-    Field<std::uint8_t> optionList; ///< Identifier, 0 = none.
-    Field<std::uint64_t> minimum;
-    Field<std::uint64_t> maximum;
-    Field<std::uint16_t> unitId; ///< 0 = none.
-    Field<std::uint8_t> bitLength;
-    Field<std::uint8_t> bitOffset;
-    Field<std::uint8_t> channel; ///< 255 = the module itself.
-};
+/// A record of the group `parameters`.
+using ParameterRecord = mxformat::ParameterRecordOf<Field>;
+
+/// Returns the values of `record` without their places in the file.
+mxformat::ParameterRecord plainRecord(const ParameterRecord& record);
+
+/// Returns where the value of the parameter lies in the block.
+mxformat::BlockField blockFieldOf(const ParameterRecord& record);
 
 /// Group `parameters`.
 struct Parameters
 {
     std::vector<ParameterRecord> records;
-    Field<Bytes> rest; ///< Fewer bytes than a record, behind the last one.
+    Field<Bytes> rest; ///< Fewer bytes than a record, after the last one.
 };
 
-struct Option
-{
-    Field<std::uint64_t> value;
-    Field<std::uint16_t> textId;
-};
+using Option = mxformat::OptionRecordOf<Field>;
 
-struct OptionList
+struct OptionList : mxformat::OptionListHeaderOf<Field>
 {
-    Field<std::uint8_t> id;
-    Field<std::uint8_t> count; ///< Of `options`.
-    std::vector<Option> options;
+    std::vector<Option> options; ///< As many are written, whatever `count` is.
 };
 
 /// Group `optionLists`.
 struct OptionLists
 {
     std::vector<OptionList> lists;
-    Field<Bytes> rest; ///< Bytes behind the last list that is whole.
+    Field<Bytes> rest; ///< Bytes after the last list that is whole.
 };
 
 /// An entry of the group `conversions`. The numbers are kept as the bits of IEEE-754 binary32:
@@ -76,7 +64,7 @@ struct Conversion
 struct Conversions
 {
     std::vector<Conversion> entries;
-    Field<Bytes> rest; ///< Fewer bytes than an entry, behind the last one.
+    Field<Bytes> rest; ///< Fewer bytes than an entry, after the last one.
 };
 
 } // namespace mxauthor

@@ -13,12 +13,13 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::uint8_t inputBit = 0x80;
-constexpr std::uint8_t flagBits = 0x60;
-constexpr std::uint8_t kindBits = 0x1F;
-constexpr std::uint8_t bitField = 5; // kind of channels that share bytes
+constexpr std::uint8_t flagBits = 0xFF & ~(mxformat::inputFlag | mxformat::channelKindMask);
 constexpr std::size_t mostWords = 0xFF;
-constexpr std::size_t leastRecordSize = 7;
+
+bool isBitField(std::uint8_t kind)
+{
+    return mxformat::channelKind(kind) == mxformat::bitFieldDatatype;
+}
 
 // What a record is when nothing else is stated about it.
 struct Usual
@@ -26,23 +27,24 @@ struct Usual
     std::uint8_t number = 0;
     std::array<ImageWalk, 2> images; // outputs, inputs
 
-    ImageWalk& image(std::uint8_t kind) { return images[(kind & inputBit) != 0 ? 1 : 0]; }
+    ImageWalk& image(std::uint8_t kind) { return images.at(mxformat::isInput(kind) ? 1 : 0); }
     std::uint8_t bit(std::uint8_t kind)
     {
-        return (kind & kindBits) == bitField ? image(kind).bit() : std::uint8_t{0};
+        return isBitField(kind) ? image(kind).bit() : std::uint8_t{0};
     }
     void pass(const ChannelRecord& record)
     {
         number = static_cast<std::uint8_t>(record.number.value + 1);
         const std::uint8_t kind = record.kind.value;
-        image(kind).pass(kind & kindBits, record.bitLength.value);
+        image(kind).pass(mxformat::channelKind(kind), record.bitLength.value);
     }
 };
 
 std::string kindWord(const ChannelRecord& record)
 {
-    const std::uint8_t kind = record.kind.value & kindBits;
-    return kind == bitField && record.bitLength.value == 1 ? bitWord : typeWord(kind);
+    const std::uint8_t kind = record.kind.value;
+    return isBitField(kind) && record.bitLength.value == 1 ? bitWord
+                                                           : typeWord(mxformat::channelKind(kind));
 }
 
 std::string wordList(const std::vector<Field<std::uint16_t>>& words)
@@ -79,7 +81,7 @@ std::string channelLine(const ChannelRecord& record, const std::string& name, Us
         line.add("number", std::to_string(record.number.value));
     }
     const std::uint8_t kind = record.kind.value;
-    line.add((kind & inputBit) != 0 ? "in" : "out", kindWord(record));
+    line.add(mxformat::isInput(kind) ? "in" : "out", kindWord(record));
     if (record.bitLength.value != bitsOfKindWord(kindWord(record))) {
         line.add("bits", std::to_string(record.bitLength.value));
     }
@@ -113,8 +115,9 @@ std::pair<std::uint8_t, std::uint8_t> readChannelKind(const Section& section)
     }
     const YAML::Node& node = in ? *in : *out;
     const auto word = readScalar(node, section.errors());
-    const std::uint8_t kind = readTypeWord(node, kindWords(), kindBits, section.errors());
-    const std::uint8_t direction = in ? inputBit : std::uint8_t{0};
+    const std::uint8_t kind =
+        readTypeWord(node, kindWords(), mxformat::channelKindMask, section.errors());
+    const std::uint8_t direction = in ? mxformat::inputFlag : std::uint8_t{0};
     return {static_cast<std::uint8_t>(direction | kind), bitsOfKindWord(word.value_or(""))};
 }
 
@@ -122,7 +125,8 @@ std::uint8_t readFlags(const Section& section)
 {
     const std::uint8_t flags = section.byte("flags", 0);
     if ((flags & flagBits) != flags) {
-        section.errors().add(*section.find("flags"), "only the bits 0x60 are flags");
+        section.errors().add(*section.find("flags"),
+                             "only the bits " + hexText(flagBits, 2) + " are flags");
     }
     return flags & flagBits;
 }
@@ -213,7 +217,8 @@ void buildChannels(const YAML::Node& node, BuildContext& context)
     Channels group;
     Usual usual;
     std::map<std::uint8_t, int> lines;
-    const RepeatableList form{"channels", {"name"}, largestPayload / leastRecordSize};
+    const RepeatableList form{
+        "channels", {"name"}, largestPayload / mxformat::channelRecordHeaderSize};
     for (const YAML::Node& item : writtenOutLines(node, form, context.errors)) {
         const Section section(item, "channel", context.errors);
         const ChannelRecord& record = group.records.emplace_back(readChannel(section, usual));

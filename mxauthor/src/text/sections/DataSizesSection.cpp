@@ -2,6 +2,8 @@
 #include "text/FormKeys.h"
 #include "text/ImageWalk.h"
 
+#include <mxformat/DataSizes.h>
+
 #include <algorithm>
 
 namespace mxauthor {
@@ -9,7 +11,6 @@ namespace mxauthor {
 namespace {
 
 const std::string separator = ",s=";
-const std::string codeLetters = "DWBs ,=";
 
 // Codes by their keys, in the order in which they are written.
 using Codes = std::vector<std::pair<std::string, std::string>>;
@@ -22,18 +23,20 @@ Codes codesFor(const Channels* channels, const ParameterBlock* block)
     for (std::size_t i = 0; channels != nullptr && i < channels->records.size(); ++i) {
         const ChannelRecord& record = channels->records[i];
         const std::uint8_t kind = record.kind.value;
-        ((kind & 0x80) != 0 ? in : out).pass(kind & 0x1F, record.bitLength.value);
+        (mxformat::isInput(kind) ? in : out)
+            .pass(mxformat::channelKind(kind), record.bitLength.value);
     }
     const std::size_t blockSize = block == nullptr ? 0 : block->block.value.size();
-    return {{"InData", in.codes()},
-            {"OutData", out.codes()},
-            {"Parameter", std::string(blockSize, 'B')},
-            {"Diagnosis", ""}};
+    return {{mxformat::inDataKey, in.codes()},
+            {mxformat::outDataKey, out.codes()},
+            {mxformat::parameterKey, std::string(blockSize, 'B')},
+            {mxformat::diagnosisKey, ""}};
 }
 
 bool areCodes(const std::string& text)
 {
-    return text.find_first_not_of(codeLetters) == std::string::npos;
+    return std::all_of(text.begin(), text.end(),
+                       [](char code) { return mxformat::sizeOfDataCode(code).has_value(); });
 }
 
 // The lines as codes, when they are one line for each key.

@@ -9,13 +9,10 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t dateSize = 10;
-constexpr std::uint8_t usualVersion = 1;
-
 Bytes dateOf(const std::string& text)
 {
     Bytes date(text.begin(), text.end());
-    date.resize(dateSize);
+    date.resize(mxformat::calibrationDateSize);
     return date;
 }
 
@@ -32,7 +29,7 @@ Bytes readDate(const Section& section)
     if (!bytes) {
         const std::string date =
             text ? readText(*text, section.errors()).value_or("") : std::string();
-        if (date.size() > dateSize) {
+        if (date.size() > mxformat::calibrationDateSize) {
             section.errors().add(*text, "a date has 10 characters at most, such as 2024-05-31");
         }
         return dateOf(date);
@@ -40,10 +37,10 @@ Bytes readDate(const Section& section)
     if (text) {
         section.errors().add(*bytes, "calibrationDate and dateBytes state the same");
     }
-    Bytes date = section.hex("dateBytes", Bytes(dateSize));
-    if (date.size() != dateSize) {
+    Bytes date = section.hex("dateBytes", Bytes(mxformat::calibrationDateSize));
+    if (date.size() != mxformat::calibrationDateSize) {
         section.errors().add(*bytes, counted(date.size(), "byte") + ", a date has 10");
-        date.resize(dateSize);
+        date.resize(mxformat::calibrationDateSize);
     }
     return date;
 }
@@ -67,7 +64,7 @@ std::string dumpExtension(const DumpContext& context)
     } else if (!text.empty()) {
         line.add("calibrationDate", yamlText(text));
     }
-    if (group->version.value != usualVersion) {
+    if (group->version.value != mxformat::extensionVersion) {
         line.add("version", std::to_string(group->version.value));
     }
     if (!group->rest.value.empty()) {
@@ -80,7 +77,7 @@ void buildExtension(const YAML::Node& node, BuildContext& context)
 {
     const Section section(node, "extension", context.errors);
     Extension group;
-    group.version = section.byte("version", usualVersion);
+    group.version = section.byte("version", mxformat::extensionVersion);
     group.gtinId = readTextId(section, "gtin", context);
     group.date = readDate(section);
     group.rest = section.hex("rest");

@@ -9,14 +9,14 @@ namespace mxauthor {
 
 namespace {
 
-const Bytes usualRest = {0x00, 0x03};   // as all files of the family have it
-constexpr std::size_t identitySize = 5; // module type and identifier
-constexpr std::size_t datasetLimit = 127;
+const Bytes usualRest = {0x00, 0x03}; // as all files of the family have it
+constexpr std::size_t datasetLimit = mxformat::datasetLengthLimit - 1;
 
 bool isUsualIdentity(const Dataset& dataset)
 {
-    return dataset.id.value == identityDataset && dataset.data.value.size() == identitySize &&
-           dataset.unread.value == 0 && dataset.trailer.value == 0;
+    return dataset.id.value == mxformat::identityDataset &&
+           dataset.data.value.size() == mxformat::identitySize && dataset.unread.value == 0 &&
+           dataset.trailer.value == 0;
 }
 
 std::string datasetText(const Dataset& dataset)
@@ -76,7 +76,7 @@ Dataset readIdentity(const Section& section)
     section.require("id");
     const auto id = static_cast<std::uint32_t>(section.number("id", 0xFFFFFFFF, 0));
     Dataset dataset;
-    dataset.id = identityDataset;
+    dataset.id = mxformat::identityDataset;
     dataset.data.value = {section.byte("type", 0), static_cast<std::uint8_t>(id >> 24),
                           static_cast<std::uint8_t>(id >> 16), static_cast<std::uint8_t>(id >> 8),
                           static_cast<std::uint8_t>(id)};

@@ -28,21 +28,21 @@ std::string sharedBits(const BuiltParameter& parameter, const BuiltParameter& ot
 
 void checkOverlaps(const BuildContext& context)
 {
-    std::vector<std::pair<BlockField, const BuiltParameter*>> before;
+    std::vector<std::pair<mxformat::BlockField, const BuiltParameter*>> before;
     for (const BuiltParameter& parameter : context.parameters) {
-        const auto field = blockFieldOf(parameter.record);
-        if (!field || !parameter.placeIsCertain) {
+        const mxformat::BlockField field = blockFieldOf(parameter.record);
+        if (!field.exists() || !parameter.placeIsCertain) {
             continue;
         }
         const auto other = std::find_if(before.begin(), before.end(), [&field](const auto& entry) {
-            return overlap(entry.first, *field);
+            return entry.first.overlaps(field);
         });
         if (other != before.end() && !parameter.mayOverlap) {
-            const std::uint32_t byte = std::max(field->byte, other->first.byte);
+            const std::uint32_t byte = std::max(field.begin(), other->first.begin());
             context.errors.add(parameter.node,
                                sharedBits(parameter, *other->second, byte, context.errors));
         }
-        before.emplace_back(*field, &parameter);
+        before.emplace_back(field, &parameter);
     }
 }
 
@@ -77,7 +77,7 @@ Bytes blankBlock(const std::optional<Section>& section, const BuildContext& cont
     if (size > largestBlock) {
         const auto last = std::max_element(
             context.parameters.begin(), context.parameters.end(), [](const auto& a, const auto& b) {
-                return blockPosition(a.record) < blockPosition(b.record);
+                return blockFieldOf(a.record).begin() < blockFieldOf(b.record).begin();
             });
         context.errors.add(last->node, "the parameter block would have " + std::to_string(size) +
                                            " bytes, 255 at most");
@@ -88,18 +88,18 @@ Bytes blankBlock(const std::optional<Section>& section, const BuildContext& cont
 void writeDefaults(Bytes& block, const BuildContext& context)
 {
     for (const BuiltParameter& parameter : context.parameters) {
-        const auto field = blockFieldOf(parameter.record);
-        if (!parameter.initial || !field) {
+        const mxformat::BlockField field = blockFieldOf(parameter.record);
+        if (!parameter.initial || !field.exists()) {
             continue;
         }
-        if (field->end() > block.size()) {
+        if (!field.liesWithin(block.size())) {
             context.errors.addInLine(parameter.node, *parameter.initial,
                                      "the parameter block has " + counted(block.size(), "byte") +
                                          ", no place for a default at byte " +
-                                         std::to_string(field->byte));
+                                         std::to_string(field.begin()));
             continue;
         }
-        writeBlockField(block, *field, parameter.value);
+        field.write(block.data(), parameter.value);
     }
 }
 

@@ -1,13 +1,14 @@
 #include "ParameterDefaults.h"
 #include "mxauthor/Counted.h"
 
-#include <devices/parser/mx/MxParameterDatatype.h>
-
 #include <algorithm>
 
 namespace mxauthor {
 
 namespace {
+
+using mxformat::BlockField;
+using mxformat::WholeNumber;
 
 // All options of the lists with this identifier, values by texts; readers join such lists.
 std::map<std::string, std::uint64_t> optionsOf(std::uint8_t id, const BuildContext& context)
@@ -33,31 +34,19 @@ std::vector<std::string> textsOf(const std::map<std::string, std::uint64_t>& opt
 
 std::string naturalRange(const BlockField& field)
 {
-    const std::uint64_t low = field.lowestMagnitude();
-    return (low == 0 ? "0" : "-" + std::to_string(low)) + " to " + std::to_string(field.highest());
+    return field.number(field.lowest()).text() + " to " + field.number(field.highest()).text();
 }
 
-bool holds(const BlockField& field, const Integer& number)
-{
-    return number.magnitude <= (number.negative ? field.lowestMagnitude() : field.highest());
-}
-
-void takeDefault(BuiltParameter& parameter, const std::string& text, const Integer& number,
+void takeDefault(BuiltParameter& parameter, const std::string& text, const WholeNumber& number,
                  const BlockField& field, SourceErrors& errors)
 {
-    if (!holds(field, number)) {
+    if (!field.holds(number)) {
         errors.add(*parameter.initial, "default " + text + " does not fit into " +
-                                           counted(field.bits, "bit") + ", " + naturalRange(field) +
-                                           " is accepted");
+                                           counted(field.bits(), "bit") + ", " +
+                                           naturalRange(field) + " is accepted");
         return;
     }
     parameter.value = number.bits();
-}
-
-Integer fromSlot(std::uint64_t bits, const BlockField& field)
-{
-    const bool negative = field.isSigned && bits >> 63 != 0;
-    return {negative, negative ? std::uint64_t{0} - bits : bits};
 }
 
 // The text of the option with this value, when the same text leads back to it.
@@ -85,16 +74,16 @@ std::optional<std::string> optionText(std::uint8_t list, std::uint64_t value,
 bool overlapsOneBefore(const std::vector<BlockField>& before, const BlockField& field)
 {
     return std::any_of(before.begin(), before.end(),
-                       [&field](const BlockField& other) { return overlap(other, field); });
+                       [&field](const BlockField& other) { return other.overlaps(field); });
 }
 
 } // namespace
 
 std::string slotText(std::uint64_t bits, std::uint8_t datatype)
 {
-    using devices::parser::mx::MxParameterDatatype;
-    const bool isLarge = static_cast<MxParameterDatatype>(datatype) == MxParameterDatatype::UInt64;
-    return isLarge ? std::to_string(bits) : signedText(bits);
+    const auto* const type = mxformat::findDatatype(datatype);
+    const bool isLarge = type != nullptr && type->bytes == 8 && !type->isSigned;
+    return WholeNumber::ofBits(bits, !isLarge).text();
 }
 
 DefaultsOfBlock defaultsOf(const DumpContext& context)
@@ -111,15 +100,15 @@ DefaultsOfBlock defaultsOf(const DumpContext& context)
     std::vector<BlockField> before;
     for (const ParameterRecord& record : parameters->records) {
         StatedDefault& stated = defaults.stated.emplace_back();
-        const auto field = blockFieldOf(record);
-        if (!field) {
+        const BlockField field = blockFieldOf(record);
+        if (!field.exists()) {
             continue;
         }
-        stated.overlaps = overlapsOneBefore(before, *field);
-        before.push_back(*field);
-        if (!stated.overlaps && field->end() <= block.size()) {
-            const std::uint64_t value = readBlockField(block, *field);
-            writeBlockField(defaults.block, *field, value);
+        stated.overlaps = overlapsOneBefore(before, field);
+        before.push_back(field);
+        if (!stated.overlaps && field.liesWithin(block.size())) {
+            const std::uint64_t value = field.read(block.data());
+            field.write(defaults.block.data(), value);
             stated.text = optionText(record.optionList.value, value, context)
                               .value_or(slotText(value, record.datatype.value));
         }
@@ -129,20 +118,20 @@ DefaultsOfBlock defaultsOf(const DumpContext& context)
 
 void readDefault(BuiltParameter& parameter, const ParameterUnit& unit, const BuildContext& context)
 {
-    const auto field = blockFieldOf(parameter.record);
-    const auto text =
-        parameter.initial && field ? readScalar(*parameter.initial, context.errors) : std::nullopt;
+    const BlockField field = blockFieldOf(parameter.record);
+    const auto text = parameter.initial && field.exists()
+                          ? readScalar(*parameter.initial, context.errors)
+                          : std::nullopt;
     if (!text) {
         return;
     }
     const auto options = optionsOf(parameter.record.optionList.value, context);
     const auto option = options.find(*text);
     if (option != options.end()) {
-        const Integer number = fromSlot(option->second, *field);
-        takeDefault(parameter, *text, number, *field, context.errors);
+        takeDefault(parameter, *text, field.number(option->second), field, context.errors);
     } else if (const auto number = readParameterNumber(*parameter.initial, unit, field,
                                                        textsOf(options), context.errors)) {
-        takeDefault(parameter, *text, number->raw, *field, context.errors);
+        takeDefault(parameter, *text, number->raw, field, context.errors);
     }
 }
 

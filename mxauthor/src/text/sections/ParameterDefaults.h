@@ -33,8 +33,9 @@ std::size_t blockSizeFor(const Records& records, Get recordOf)
 {
     std::size_t size = 0;
     for (const auto& record : records) {
-        if (const auto field = blockFieldOf(recordOf(record))) {
-            size = std::max<std::size_t>(size, field->end());
+        const mxformat::BlockField field = blockFieldOf(recordOf(record));
+        if (field.exists()) {
+            size = std::max<std::size_t>(size, field.end());
         }
     }
     return size;

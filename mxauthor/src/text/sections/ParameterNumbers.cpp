@@ -14,9 +14,11 @@ using mxformat::WholeNumber;
 // The values that a parameter can have: those of its field, without a field those of a slot.
 struct Limits
 {
-    explicit Limits(const std::optional<BlockField>& field)
-        : lowest(true, field ? field->lowestMagnitude() : std::uint64_t{1} << 63),
-          highest(false, field ? field->highest() : ~std::uint64_t{0} >> 1)
+    explicit Limits(const mxformat::BlockField& field)
+        : lowest(field.exists() ? field.number(field.lowest())
+                                : WholeNumber(true, std::uint64_t{1} << 63)),
+          highest(field.exists() ? field.number(field.highest())
+                                 : WholeNumber(false, ~std::uint64_t{0} >> 1))
     {}
 
     WholeNumber lowest;
@@ -26,11 +28,6 @@ struct Limits
 std::string shownValue(const WholeNumber& raw, const ParameterUnit& unit)
 {
     return unit.scale.text(raw) + " " + unit.unit;
-}
-
-std::string rawText(const WholeNumber& raw)
-{
-    return (raw.isNegative() ? "-" : "") + std::to_string(raw.magnitude());
 }
 
 // The number in front of the unit. A unit that begins with a digit needs a blank in front of it.
@@ -65,10 +62,10 @@ std::optional<ParameterNumber> readPhysical(const YAML::Node& node, const Decima
     }
     if (!unit.scale.states(value, *raw)) {
         errors.add(node, "\"" + node.Scalar() + "\" is between two values, the nearest one is " +
-                             shownValue(*raw, unit) + ", raw " + rawText(*raw));
+                             shownValue(*raw, unit) + ", raw " + raw->text());
         return std::nullopt;
     }
-    return ParameterNumber{{raw->isNegative(), raw->magnitude()}, true};
+    return ParameterNumber{*raw, true};
 }
 
 // What a number without unit may have been meant to be: a physical value has its unit.
@@ -83,7 +80,7 @@ std::string physicalHint(const std::string& text, const ParameterUnit& unit, con
     if (!raw || !unit.scale.states(*value, *raw)) {
         return ", nor a physical value such as \"" + shownValue(limits.highest, unit) + "\"";
     }
-    return ": state \"" + text + " " + unit.unit + "\", or the raw value " + rawText(*raw);
+    return ": state \"" + text + " " + unit.unit + "\", or the raw value " + raw->text();
 }
 
 const NamedEntry* conversionOf(const ParameterRecord& record, const BuildContext& context)
@@ -118,7 +115,7 @@ ParameterUnit unitOf(const Section& section, const BuiltParameter& parameter,
 
 std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
                                                    const ParameterUnit& unit,
-                                                   const std::optional<BlockField>& field,
+                                                   const mxformat::BlockField& field,
                                                    const std::vector<std::string>& options,
                                                    SourceErrors& errors)
 {
@@ -127,12 +124,12 @@ std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
         return std::nullopt;
     }
     if (const auto raw = parseInteger(*text)) {
-        return ParameterNumber{*raw, false};
+        return ParameterNumber{WholeNumber(raw->negative, raw->magnitude), false};
     }
     const Limits limits(field);
     if (isIntegerText(*text)) {
         errors.add(node, *text + " is outside of what the parameter holds, " +
-                             rawText(limits.lowest) + " to " + rawText(limits.highest) +
+                             limits.lowest.text() + " to " + limits.highest.text() +
                              " is accepted");
         return std::nullopt;
     }

@@ -19,16 +19,17 @@ ParameterUnit unitOf(const Section& section, const BuiltParameter& parameter,
 /// A value of a parameter as a text states it.
 struct ParameterNumber
 {
-    Integer raw;
+    mxformat::WholeNumber raw;
     bool isPhysical = false;
 };
 
 /// Reads a value that is no option: the raw value, or the physical value with its unit where there
-/// is one, which has to be that of a raw value that `field` holds. Nothing for another text, with
-/// an error where the unit is certain; `options` are offered by the error as well.
+/// is one, which has to be that of a raw value that `field` holds, where it exists. Nothing for
+/// another text, with an error where the unit is certain; `options` are offered by the error as
+/// well.
 [[nodiscard]] std::optional<ParameterNumber>
 readParameterNumber(const YAML::Node& node, const ParameterUnit& unit,
-                    const std::optional<BlockField>& field, const std::vector<std::string>& options,
+                    const mxformat::BlockField& field, const std::vector<std::string>& options,
                     SourceErrors& errors);
 
 } // namespace mxauthor

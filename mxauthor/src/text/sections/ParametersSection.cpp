@@ -1,6 +1,7 @@
 #include "ParameterDefaults.h"
 #include "ParameterNumbers.h"
 #include "Sections.h"
+#include "module/ParameterValues.h"
 #include "mxauthor/Counted.h"
 #include "text/BlockCursor.h"
 #include "text/RepeatedLines.h"
@@ -10,15 +11,11 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::uint8_t byteDatatype = 5; // the one that may be a bit field
-constexpr std::uint8_t ofModule = 0xFF;  // channel of parameters that belong to none
-constexpr std::uint8_t positionBias = 4;
-constexpr std::size_t recordSize = 29;
-
 // Visible and writable, and shown in physical units when there is a conversion.
 std::uint8_t usualFlags(std::uint8_t conversion)
 {
-    return conversion == 0 ? 3 : 7;
+    constexpr std::uint8_t flags = mxformat::parameterFlag0 | mxformat::parameterFlag1;
+    return conversion == 0 ? flags : std::uint8_t{flags | mxformat::convertedFlag};
 }
 
 // What is written at a parameter but for its place: the rest of its line.
@@ -57,10 +54,10 @@ std::string parameterLine(const ParameterRecord& record, const StatedDefault& in
     if (record.number.value != usualNumber) {
         line.add("number", std::to_string(record.number.value));
     }
-    if (record.channel.value != ofModule) {
+    if (record.channel.value != mxformat::moduleLevel) {
         line.add("channel", std::to_string(record.channel.value));
     }
-    line.add("at", std::to_string(blockPosition(record)));
+    line.add("at", std::to_string(blockFieldOf(record).begin()));
     line.add("type", typeWord(record.datatype.value));
     if (record.bitLength.value != 0 || record.bitOffset.value != 0) {
         line.add("bits", std::to_string(record.bitLength.value));
@@ -82,7 +79,7 @@ void readRange(const Section& section, const BuildContext& context, BuiltParamet
         return;
     }
     const ParameterUnit unit = unitOf(section, parameter, context);
-    const auto field = blockFieldOf(record);
+    const mxformat::BlockField field = blockFieldOf(record);
     auto least = readParameterNumber((*node)[0], unit, field, {}, section.errors());
     auto greatest = readParameterNumber((*node)[1], unit, field, {}, section.errors());
     if (!least || !greatest) {
@@ -116,14 +113,14 @@ void addBitError(const Section& section, const ParameterRecord& record)
 void checkHasField(const Section& section, const ParameterRecord& record)
 {
     const auto type = section.find("type");
-    if (!section.has("default") || blockFieldOf(record)) {
+    if (!section.has("default") || blockFieldOf(record).exists()) {
         return;
     }
-    if (record.datatype.value == byteDatatype) {
+    if (record.datatype.value == mxformat::bitFieldDatatype) {
         addBitError(section, record);
     } else if (type && type->IsScalar() && parseInteger(type->Scalar())) {
-        section.errors().add(*type, "a parameter of type " + type->Scalar() +
-                                        " has no default, 1 to 9 are the types of values");
+        section.errors().add(*type, "a parameter of type " + type->Scalar() + " has no default, " +
+                                        datatypeNumbers() + " are the types of values");
     }
 }
 
@@ -138,9 +135,9 @@ std::uint8_t readChannel(const Section& section)
                                                "number of each channel from 0"
                                              : "\" is no number of a channel: the first has 0; a "
                                                "parameter of the module has none, or 255"));
-        return ofModule;
+        return mxformat::moduleLevel;
     }
-    return section.byte("channel", ofModule);
+    return section.byte("channel", mxformat::moduleLevel);
 }
 
 // Returns whether there is a place for the parameter.
@@ -159,7 +156,7 @@ bool readPlace(const Section& section, const BlockCursor& cursor, ParameterRecor
                                              "255 is the last that can be stated");
     }
     const std::uint8_t at = section.byte("at", static_cast<std::uint8_t>(usualByte));
-    record.position = static_cast<std::uint8_t>(at + positionBias);
+    record.position = mxformat::statedPosition(at);
     record.bitOffset = section.byte("bit", cursor.bitFor(datatype, bits, at));
     return hasPlace;
 }
@@ -229,7 +226,8 @@ void buildParameters(const YAML::Node& node, BuildContext& context)
     Parameters group;
     BlockCursor cursor;
     std::uint8_t usualNumber = 1;
-    const RepeatableList form{"parameters", {"name", "channel"}, largestPayload / recordSize};
+    const RepeatableList form{
+        "parameters", {"name", "channel"}, largestPayload / mxformat::parameterRecordSize};
     for (const YAML::Node& item : writtenOutLines(node, form, context.errors)) {
         const Section section(item, "parameter", context.errors);
         BuiltParameter parameter;
