@@ -37,7 +37,7 @@ public:
     sqlite3* handle = nullptr;
 };
 
-// A statement whose values are bound in their order.
+// A statement whose values are bound in order.
 class Insertion
 {
 public:
@@ -159,7 +159,7 @@ void insertModule(Insertions& into, const GeneratedModules::Module& module)
     }
 }
 
-// The bytes and the 0xFF behind them, as a record keeps them.
+// The bytes followed by 0xFF, as in a record.
 std::vector<char> readWithOneCall(const std::string& path)
 {
     std::vector<char> bytes(std::filesystem::file_size(path) + 1, '\xFF');

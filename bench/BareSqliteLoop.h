@@ -8,7 +8,7 @@ namespace bench {
 /// prepared statement per table, one transaction, the same rows and the same settings.
 void bareSqliteLoop(const std::string& path, const std::vector<GeneratedModules::Module>& modules);
 
-/// The same with the records alone, their mx files read from `files`, which are those of `modules`.
+/// The same for the records alone; reads the mx files of `modules` from `files`.
 void bareSqliteRecordLoop(const std::string& path, const std::vector<std::string>& files,
                           const std::vector<GeneratedModules::Module>& modules);
 

@@ -137,7 +137,7 @@ void fill(datamodel::Set& set, const datamodel::Set& ready)
     }
 }
 
-// Copies the sets and the role, those of channels with the members that were grouped.
+// Copies the sets and the role; sets of channels get the grouped members.
 class SetCopier
 {
 public:
@@ -209,7 +209,7 @@ void copyRecord(Device& device, const Device& ready)
     *record.defaultParameterBlock = *readyRecord.defaultParameterBlock;
 }
 
-// What a person sees of one attribute, for comparing.
+// The visible content of one attribute, for comparison.
 std::vector<std::string> textsOf(const Attribute& attribute)
 {
     std::vector<std::string> texts{std::to_string(attribute.typeCode()), attribute.id};

@@ -29,7 +29,7 @@ std::vector<std::string> exampleFiles()
     return contents;
 }
 
-// The identifier stands behind the dataset's identifier, its length, a byte and the module type.
+// The identifier follows the dataset's identifier, its length, a byte and the module type.
 std::string withIdentifier(std::string mx, std::size_t number)
 {
     const auto dataset = mx.find(std::string("\xFB\x05\x00", 3));
@@ -49,7 +49,7 @@ GeneratedModules::GeneratedModules(const std::filesystem::path& directory, std::
         std::ofstream(directory / fmt::format("MX{:08x}.bin", number), std::ios::binary)
             << withIdentifier(examples[number % examples.size()], number);
     }
-    // In the order in which the parser's walk meets them: a populate inserts in this one.
+    // In the order of the parser's walk, in which populating inserts them.
     for (const auto& file : std::filesystem::directory_iterator(directory)) {
         paths.push_back(file.path().string());
     }

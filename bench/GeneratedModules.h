@@ -8,7 +8,7 @@
 
 namespace bench {
 
-/// Modules of their own, made of the examples with other identifiers: as files and translated.
+/// Copies of the examples with identifiers of their own, as files and translated.
 class GeneratedModules
 {
 public:
@@ -21,7 +21,7 @@ public:
         devices::database::ModuleContent content;
     };
 
-    /// Translates every file anew.
+    /// Translates every file.
     std::vector<Module> translate() const;
 
     const std::vector<std::string>& files() const { return paths; }

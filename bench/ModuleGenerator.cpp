@@ -25,7 +25,7 @@ constexpr std::size_t shortestText = 4;
 constexpr unsigned blockSize = 248;   // the largest block is 255 bytes; this one holds whole slots
 constexpr std::size_t headerSize = 8; // group 0 with the content length
 
-// The generator's own numbers: those of <random>'s distributions differ between libraries.
+// Own random numbers: the distributions of <random> differ between libraries.
 class Dice
 {
 public:
@@ -64,7 +64,7 @@ std::uint8_t listIdentifier(const ModuleShape& shape, unsigned list)
     return static_cast<std::uint8_t>(shape.sameList ? 1 : 1 + list);
 }
 
-// Every eighth parameter is shown in physical units, every n-th is chosen from a list.
+// Every eighth parameter has a conversion, every n-th an option list.
 testkit::ParameterRecord parameterRecord(const ModuleShape& shape, unsigned index, Dice& dice)
 {
     testkit::ParameterRecord record;
@@ -118,7 +118,7 @@ Bytes conversions()
                           testkit::hexBytes("03 c0000000 00000000"), u16(firstTextId + 2)});
 }
 
-// `spare` characters more than the shortest texts have, shared out as evenly as they can be.
+// Distributes `spare` characters evenly over the shortest texts.
 Bytes texts(const ModuleShape& shape, std::size_t spare)
 {
     std::vector<std::pair<unsigned, std::string>> table;

@@ -38,7 +38,7 @@ std::string TemporaryCatalogue::freshSqliteFile() const
     for (const char* end : {"", "-wal", "-shm"}) {
         fs::remove(path + end);
     }
-    devices::database::DeviceDatabase{"sqlite:" + path}; // makes the tables
+    devices::database::DeviceDatabase{"sqlite:" + path}; // creates the tables
     return path;
 }
 

@@ -8,7 +8,7 @@
 
 namespace bench {
 
-/// A directory with generated modules and a place for a database; it goes with the object.
+/// A temporary directory with generated modules and a database, removed by the destructor.
 class TemporaryCatalogue
 {
 public:
@@ -22,7 +22,7 @@ public:
 
     const GeneratedModules& modules() const { return generated; }
 
-    /// Makes a device database with empty tables and returns its path.
+    /// Creates a device database with empty tables and returns its path.
     std::string freshSqliteFile() const;
 
 private:

@@ -17,7 +17,7 @@ namespace {
 
 using testkit::Bytes;
 
-constexpr std::uint8_t anyNumber = 7; // of every channel, and of the parameters that belong to one
+constexpr std::uint8_t anyNumber = 7; // of every channel, and of parameters of channels
 constexpr std::uint8_t anyList = 1;
 constexpr std::uint16_t unknownGroup = 0x7ABC;
 constexpr unsigned firstIdOfTexts = 100;
@@ -25,7 +25,7 @@ constexpr std::size_t parameterSize = mxformat::parameterRecordSize;
 constexpr std::size_t channelSize = mxformat::channelRecordHeaderSize;
 constexpr std::size_t channelNameSize = 3;
 constexpr std::size_t largestList = 255;
-constexpr std::size_t otherBytes = 750; // the groups that every module has, and all overheads
+constexpr std::size_t otherBytes = 750; // groups in every module, and all headers
 
 // The groups that differ between the shapes.
 struct Content

@@ -13,8 +13,8 @@
 #include <cstdlib>
 #include <memory>
 
-// What a catalogue costs, against SQLite alone; and whether finding a module stays as fast in a
-// large one. With TEST_POSTGRESQL set (tests/devicedb/with-postgresql) on both engines.
+// The cost of a catalogue compared with SQLite alone, and whether a search stays fast in a large
+// one. With TEST_POSTGRESQL set (tests/devicedb/with-postgresql) on both engines.
 
 namespace {
 
@@ -23,7 +23,7 @@ using devices::database::DeviceDatabase;
 
 constexpr std::size_t moduleCount = 10000;
 
-// Lives until the last benchmark is done.
+// Exists until the last benchmark is done.
 std::unique_ptr<bench::TemporaryCatalogue> catalogue;
 
 const std::vector<GeneratedModules::Module>& translated()
@@ -101,7 +101,7 @@ void insert(benchmark::State& state, bool postgresql)
     perModule(state);
 }
 
-// What mxtool populate does.
+// As mxtool populate does.
 void populate(benchmark::State& state, bool postgresql)
 {
     for (auto _ : state) {

@@ -1,4 +1,4 @@
-// What does a configured module cost: its raw image, its registers, its mapping list?
+// The cost of a configured module: raw image, registers, mapping list.
 #include "ModuleGenerator.h"
 
 #include <devices/parser/mx/Parser_kv38.h>
@@ -19,7 +19,7 @@ struct Module
     std::shared_ptr<Parser_kv38::DeviceP> device = parser.parse(file, nullptr, 0, 0);
 };
 
-// A host's copy of the device with its first `count` parameters, each at its own value.
+// A host's copy of the device with its first `count` parameters, each with its present value.
 datamodel::ParamDevice configured(const Parser_kv38::DeviceP& device, std::size_t count)
 {
     datamodel::ParamDevice chosen;

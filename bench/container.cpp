@@ -1,4 +1,4 @@
-// How long does it take to index the groups of an mx buffer?
+// The time to index the groups of an mx buffer.
 #include "ModuleGenerator.h"
 
 #include <devices/parser/mx/Parser.h>

@@ -1,4 +1,4 @@
-// How does a translation grow with the file, its parameters and its option lists?
+// The growth of the translation time with the file, its parameters and its option lists.
 #include "ModuleGenerator.h"
 
 #include <devices/parser/mx/Parser_kv38.h>
@@ -37,7 +37,7 @@ void parametersAtEqualSize(benchmark::State& state)
     parse(state, shape);
 }
 
-// Every parameter names the same list; the texts are few.
+// Every parameter has the same list; few texts.
 void optionsOfOneList(benchmark::State& state)
 {
     bench::ModuleShape shape;
@@ -50,7 +50,7 @@ void optionsOfOneList(benchmark::State& state)
     parse(state, shape);
 }
 
-// The list that every parameter names stands in the file several times, and all of them count.
+// The list of every parameter is in the file several times, and all of them count.
 void repeatedLists(benchmark::State& state)
 {
     bench::ModuleShape shape;

@@ -1,4 +1,4 @@
-// What mxtool costs before it does anything: linked with the same libraries, it only returns.
+// The start time of mxtool: linked with the same libraries, it only returns.
 int main()
 {
     return 0;

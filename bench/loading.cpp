@@ -1,4 +1,4 @@
-// How does loadFile compare with one read of the file?
+// loadFile compared with a single read of the file.
 #include "ModuleGenerator.h"
 
 #include "TemporaryDirectory.h"

@@ -1,4 +1,4 @@
-// How much memory does a translation take at most, and how much does it leave in the tree?
+// The peak memory of a translation, and the memory of the resulting tree.
 #include "HeldMemory.h"
 #include "ModuleGenerator.h"
 
@@ -23,7 +23,7 @@ void translate(benchmark::State& state, const bench::ModuleShape& shape)
         auto parser = std::make_unique<devices::parser::mx::Parser_kv38>();
         const auto device = parser->parse(file, nullptr, 0, 0);
         most = testkit::peakBytes() - before;
-        // Without the parser and what the companion keeps, the tree is left.
+        // Without the parser and the companion's state, only the tree is left.
         parser.reset();
         mxfileext::clearParsedData(0);
         tree = testkit::heldBytes() - before;

@@ -6,8 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
-// What populateDatabase costs inside one transaction, beside SQLite alone storing the same records,
-// which reads the same files, and beside the same walk with nothing stored.
+// The cost of populateDatabase in one transaction, compared with SQLite alone reading the same
+// files and storing the same records, and with the same walk without storing.
 
 namespace {
 

@@ -1,4 +1,4 @@
-// How long does a person wait for mxtool, from the shell's prompt to the next?
+// The run time of mxtool as a process.
 #include "ModuleGenerator.h"
 
 #include "TemporaryDirectory.h"
@@ -17,7 +17,7 @@ extern char** environ;
 
 namespace {
 
-// Runs a program with its output thrown away. Returns whether it ended with exit code 0.
+// Runs a program and discards its output. Returns whether its exit code is 0.
 bool succeeds(std::vector<std::string> words)
 {
     std::vector<char*> arguments;

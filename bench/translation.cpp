@@ -1,4 +1,4 @@
-// How far above the device tree itself does a translation cost?
+// The cost of a translation relative to building the device tree alone.
 #include "DeviceTree.h"
 #include "ModuleGenerator.h"
 
@@ -31,7 +31,7 @@ void floorOfTree(benchmark::State& state, const bench::ModuleShape& shape)
     if (!bench::sameTree(*ready, *bench::buildFromReadyValues(*ready, image))) {
         state.SkipWithError("The tree is another one than the parser's");
     }
-    // As a parser keeps its last device until the next is built.
+    // A parser keeps its last device until the next is built.
     std::shared_ptr<bench::Device> last;
     for (auto _ : state) {
         last = bench::buildFromReadyValues(*ready, image);

@@ -1,4 +1,4 @@
-// What do files cost that were made to be expensive, and how does it grow when they double?
+// The cost of files made to be expensive, and its growth when their size doubles.
 #include "HeldMemory.h"
 #include "WorstModules.h"
 
@@ -116,7 +116,7 @@ MEASURE(check);
 MEASURE(dumpAndBuild);
 MEASURE(explain);
 
-// Its answer grows with the third power of the size: at 65,535 bytes it would not fit into memory.
+// Its result grows with the cube of the size: at 65,535 bytes it would not fit into memory.
 BENCHMARK_CAPTURE(translate, longOptionTexts, WorstShape::LongOptionTexts)
     ->Arg(4096)
     ->Arg(8192)

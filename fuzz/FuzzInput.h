@@ -7,8 +7,8 @@
 
 namespace fuzz {
 
-/// The words of a fuzz input: bytes that steer a target, taken one after the other. Behind the last
-/// one there are zeros.
+/// The words of a fuzz input: bytes that control a target, read one after the other. After the last
+/// one all are zero.
 class Words
 {
 public:
@@ -18,11 +18,11 @@ public:
     std::uint8_t takeByte();
     std::uint16_t takeU16();
     std::uint32_t takeU32();
-    /// Takes `count` bytes, fewer at the end.
+    /// Reads `count` bytes, fewer at the end.
     std::vector<std::uint8_t> takeBytes(std::size_t count);
-    /// Takes the bytes up to the next line feed, which is dropped.
+    /// Reads the bytes up to the next line feed and drops that.
     std::string takeLine();
-    /// Takes the rest.
+    /// Reads the rest.
     std::vector<std::uint8_t> takeRest() { return takeBytes(content.size()); }
 
 private:
@@ -30,19 +30,19 @@ private:
     std::size_t next = 0;
 };
 
-/// An input of the targets that read mx files: the file and, behind the first `separator`, words.
-/// Every mx file is such an input, without words.
+/// An input of the targets that read mx files: the file and, after the first `separator`, words.
+/// Every mx file is also such an input, without words.
 struct FuzzInput
 {
     static constexpr const char* separator = "<words>";
 
     FuzzInput(const std::uint8_t* data, std::size_t size);
 
-    std::vector<char> file; ///< Nothing behind it: one byte too far is seen by AddressSanitizer.
+    std::vector<char> file; ///< Exactly sized: AddressSanitizer detects a read after the end.
     Words words;
 };
 
-/// Keeps the library's log lines and complaints from the terminal: they are formatted, for nobody.
+/// Formats and discards the library's log lines and error output.
 void silence();
 
 } // namespace fuzz

@@ -3,6 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 
-/// What every file of fuzz/targets defines: uses the library on the input; returns 0. A defect is a
-/// crash, a failed assertion or a finding of a sanitizer; `std::exception` is an answer.
+/// Defined by every file of fuzz/targets: runs the library on the input and returns 0. Crashes,
+/// failed assertions and sanitizer findings are defects; a `std::exception` is a valid result.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -1,5 +1,5 @@
-// Mutates an mx file group by group: plain mutation of bytes breaks the framing nearly always, and
-// what lies behind it is never reached. A quarter of the mutations stays plain.
+// Mutates an mx file group by group: a mutation of plain bytes nearly always breaks the framing, so
+// that the code after it is never reached. A quarter of the mutations is plain.
 #include "FuzzInput.h"
 
 #include <algorithm>
@@ -23,7 +23,7 @@ struct Group
     Bytes payload;
 };
 
-// The groups of an input as far as the framing holds, and the bytes behind them.
+// The groups of an input as far as the framing is valid, and the bytes after them.
 struct Parts
 {
     std::vector<Group> groups;
@@ -58,7 +58,7 @@ void appendU16(Bytes& bytes, std::size_t value)
     bytes.push_back(static_cast<std::uint8_t>(value));
 }
 
-// Returns the input again. The content length of a header covers all groups.
+// Reassembles the input. The content length of a header covers all groups.
 Bytes join(const Parts& parts)
 {
     std::size_t total = 0;

@@ -1,4 +1,4 @@
-// Hands files to a fuzz target, one after the other: regressions, seeds, a corpus.
+// Runs a fuzz target on files: regressions, seeds, a corpus.
 #include "FuzzTarget.h"
 
 #include <algorithm>
@@ -65,5 +65,5 @@ int main(int count, char** words)
         return 1;
     }
     std::fprintf(stdout, "%u files replayed\n", files);
-    return files == 0 ? 1 : 0; // a replay of nothing proves nothing
+    return files == 0 ? 1 : 0; // a replay of no files is a failure
 }

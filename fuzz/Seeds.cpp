@@ -1,4 +1,4 @@
-// Builds the mx files of the example texts, for targets to begin with. Usage: fuzz-seeds FROM TO
+// Builds the mx files of the example texts as seeds for the targets. Usage: fuzz-seeds FROM TO
 #include <mxauthor/TextForm.h>
 
 #include <filesystem>

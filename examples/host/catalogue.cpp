@@ -12,8 +12,8 @@ namespace {
 using devices::database::DeviceDatabase;
 using devices::database::DeviceProperties;
 
-// The record of a device does not hold the file that the device was read from: whoever has loaded
-// the file gives its bytes along, as `loadFile` left them, with the one byte after the last.
+// The record of a device does not contain its mx file: the host adds the bytes, as returned by
+// `loadFile`, with the one byte appended.
 DeviceProperties recordOf(const std::string& file)
 {
     std::vector<char> mxData;

@@ -1,4 +1,4 @@
-// The smallest host: linked with the parser, it lists what the module of an mx file offers.
+// The smallest host: linked with the parser, it lists the content of the module in an mx file.
 
 #include <devices/parser/mx/LoadFile.h>
 #include <devices/parser/mx/Parser_kv38.h>
@@ -28,7 +28,7 @@ int main(int argc, char** argv)
         return 2;
     }
     try {
-        std::vector<char> mxData; // the device's parameters point into it: keep it as long
+        std::vector<char> mxData; // the device's parameters point into it: must outlive the device
         devices::parser::mx::loadFile(argv[1], mxData);
 
         devices::parser::mx::Parser_kv38 parser;

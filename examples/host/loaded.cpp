@@ -1,5 +1,5 @@
-// A host that knows the interface alone: it loads the parser library whose path it is told, and
-// creates the parser by the name of its class.
+// A host that uses the interface alone: it loads the parser library at the given path and creates
+// the parser by its class name.
 
 #include <devices/parser/IDeviceParser.h>
 
@@ -23,7 +23,7 @@ std::vector<char> bytesOf(const std::string& path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-// Parser and device are gone when this returns: their code lies in the loaded library.
+// Parser and device must be destroyed before the library is unloaded: their code is in it.
 void listChannels(const Loader& loader, const std::string& path)
 {
     const std::vector<char> mxData = bytesOf(path);

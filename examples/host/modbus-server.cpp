@@ -1,5 +1,5 @@
-// A Modbus TCP server on this machine with 256 registers. It prints the free port that it took, and
-// answers one client until that hangs up.
+// A Modbus TCP server on this machine with 256 registers. It prints the port that it listens on and
+// serves one client until the client disconnects.
 
 #include <modbus.h>
 

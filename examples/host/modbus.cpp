@@ -14,7 +14,7 @@ namespace {
 
 using Registers = std::vector<std::uint16_t>;
 
-// The user's copy of `device`: its parameters called `name` get the value `value`.
+// The user's copy of `device`; its parameters called `name` have the value `value`.
 datamodel::ParamDevice withValue(const datamodel::Device& device, const std::string& name,
                                  const std::string& value)
 {
@@ -49,7 +49,7 @@ void check(int result)
     }
 }
 
-// Writes `registers` to the server and returns what it then holds there.
+// Writes `registers` to the server and reads them back.
 Registers writeAndReadBack(int port, const Registers& registers)
 {
     const std::unique_ptr<modbus_t, decltype(&modbus_free)> bus(modbus_new_tcp("127.0.0.1", port),

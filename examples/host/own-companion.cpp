@@ -1,5 +1,5 @@
-// A companion library of the host's own, in place of the one that comes with the parser: it shows
-// and sets the bytes of every value in hexadecimal. The host is linked.cpp, as it stands.
+// A companion library of the host's own, in place of the one supplied with the parser: it reads and
+// writes the bytes of every value in hexadecimal. The host is linked.cpp, unchanged.
 
 #include <Poco/ByteOrder.h>
 #include <Poco/NumberFormatter.h>
@@ -13,7 +13,7 @@ namespace {
 unsigned blockSize = 0; // parameter block of module 0, in bytes
 constexpr unsigned char widths[] = {0, 1, 2, 1, 2, 1, 4, 4, 8, 8}; // by datatype, in bytes
 
-struct Place // of a value in the block, as its 29-byte record states it
+struct Place // of a value in the block, as in its 29-byte record
 {
     explicit Place(const unsigned char* record)
         : offset((record[3] - 4U) & 0xFFU), width(widths[record[4] % 10])
@@ -80,7 +80,7 @@ void mxfileext::getLeftAlignedRawParameter(const std::vector<char>& raw, unsigne
         throw std::runtime_error("value at byte " + std::to_string(offset) + " lies outside");
     }
     std::fill(std::copy_n(raw.begin() + offset, size, out), out + 8, '\0');
-    if (bitLength > 0) { // a bit field lies in one byte
+    if (bitLength > 0) { // a bit field is within one byte
         out[0] = static_cast<unsigned char>(out[0] >> bitOffset & ((1U << bitLength) - 1U));
     }
 }

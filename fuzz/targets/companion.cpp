@@ -1,6 +1,6 @@
 // The companion library: groups, a parameter block, records, values to write. Input: the groups
-// 0x20c2 and 0x20d3 and the block, each behind its length (2, 2 and 1 byte), a record of 29 bytes,
-// the rest is the value.
+// 0x20c2 and 0x20d3 and the block, each preceded by its length (2, 2 and 1 byte), then a record of
+// 29 bytes; the rest is the value.
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 
@@ -54,7 +54,7 @@ void readConverted(Bytes record, Bytes block)
                                      &value, &min, &max, unit);
 }
 
-// Writes `text` into a copy of `block`. Returns whether the parameter took it.
+// Writes `text` into a copy of `block`. Returns whether the parameter accepted it.
 bool write(Bytes record, Bytes& block, const std::string& text)
 {
     const Bytes before = block;
@@ -63,7 +63,7 @@ bool write(Bytes record, Bytes& block, const std::string& text)
         return true;
     } catch (const std::exception&) {
         if (block != before) {
-            std::abort(); // refused, and the image is another one
+            std::abort(); // rejected, but the image has changed
         }
         return false;
     }
@@ -76,7 +76,7 @@ void writeValues(const Bytes& record, const Bytes& block, const std::string& tex
         readTexts(record, image);
         readConverted(record, image);
     }
-    // What was read from a parameter leaves the image as it is.
+    // Writing the value read from a parameter must not change the image.
     if (!mxformat::isConverted(mxformat::readParameterRecord(record.data()).flags)) {
         image = block;
         const std::string own = readTexts(record, block).value;
@@ -94,7 +94,7 @@ void readLeftAligned(const Bytes& record, const Bytes& block)
         mxfileext::getLeftAlignedRawParameter(raw, out.data(), record[3], record[4], record[27],
                                               record[26]);
     } catch (const std::exception&) {
-        // an answer
+        // a valid result
     }
 }
 
@@ -113,7 +113,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     mxfileext::clearParsedData(0);
     giveGroup(mxformat::group::texts, texts);
     giveGroup(mxformat::group::conversions, conversions);
-    giveGroup(mxformat::group::conversions, texts); // the first of a group holds
+    giveGroup(mxformat::group::conversions, texts); // the first group of an identifier counts
     Bytes told = block;
     mxfileext::initializeModule(told.empty() ? nullptr : reinterpret_cast<char*>(told.data()),
                                 static_cast<unsigned short>(told.size()));

@@ -18,11 +18,11 @@ void allowFailure(const Action& action)
     try {
         action();
     } catch (const std::exception&) {
-        // an answer
+        // a valid result
     }
 }
 
-// Reads every byte of the payload, so that a wrong size is seen.
+// Reads every byte of the payload, so that a wrong size is detected.
 void readGroup(Parser& parser, std::uint16_t id, const std::string& key, std::uint8_t dataset)
 {
     std::uint32_t size = 0;
@@ -34,7 +34,7 @@ void readGroup(Parser& parser, std::uint16_t id, const std::string& key, std::ui
     allowFailure([&] {
         std::uint32_t length = 0;
         if (const std::uint8_t* data = parser.getTavoDatasetFromGroup(id, dataset, &length)) {
-            // The format looks only whether the first bytes lie inside the group.
+            // The format requires only that the first bytes are inside the group.
             const volatile std::uint8_t first = *data;
             static_cast<void>(first);
         }

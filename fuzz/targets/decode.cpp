@@ -16,7 +16,7 @@ namespace {
 using devices::parser::FieldbusType;
 using mxtool::TranslatedModule;
 
-// What is shown of an image, in every form.
+// Writes an image in every output format.
 void show(TranslatedModule& module, const std::vector<char>& image, FieldbusType fieldbus)
 {
     const auto configuration = mxtool::configurationOf(module, image, fieldbus);
@@ -26,7 +26,7 @@ void show(TranslatedModule& module, const std::vector<char>& image, FieldbusType
     const auto values =
         mxtool::readValues(mxtool::configurationJson(configuration, "words"), "words.json");
     if (values.image != image) {
-        std::abort(); // the JSON is there to be read back
+        std::abort(); // the JSON must be readable
     }
 }
 
@@ -36,16 +36,16 @@ void decode(TranslatedModule& module, const std::vector<char>& bytes, FieldbusTy
         const std::vector<char> image = mxtool::decodedImage(bytes, fieldbus, module, "words");
         const auto again = mxtool::configurationOf(module, image, fieldbus);
         if (again.bytes != bytes) {
-            std::abort(); // the bytes of the image that was read from them
+            std::abort(); // the image must give the same bytes again
         }
         show(module, image, FieldbusType::Raw);
         show(module, image, fieldbus);
     } catch (const mxtool::Failure&) {
-        // an answer
+        // a valid result
     }
 }
 
-// The bytes that the module itself is configured with.
+// The bytes of the module's default configuration.
 std::vector<char> ownBytes(TranslatedModule& module, FieldbusType fieldbus)
 {
     return mxtool::configurationOf(module, module.report().parameterBlock, fieldbus).bytes;
@@ -71,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const auto bytes = input.words.takeRest();
         decode(module, {bytes.begin(), bytes.end()}, fieldbus);
     } catch (const mxtool::Failure&) {
-        // an answer
+        // a valid result
     }
     return 0;
 }

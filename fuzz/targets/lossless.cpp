@@ -1,5 +1,5 @@
-// An mx file as typed content and as text: both give the same bytes again. Every byte is explained
-// once; the file checks, and differs from itself nowhere.
+// An mx file as typed content and as text: both must give the same bytes again. Every byte must be
+// explained once. The file is checked and compared with itself, without a difference.
 #include "FuzzTarget.h"
 
 #include <mxauthor/Check.h>
@@ -32,7 +32,7 @@ void explainOnce(const std::vector<char>& chars)
     require(next == chars.size());
 }
 
-// The text form gives the bytes of `file` again.
+// The text form must give the bytes of `file` again.
 void throughText(const MxFile& file, const Bytes& bytes)
 {
     const auto result = mxauthor::buildFromText(mxauthor::dumpText(file), "/nonexistent");

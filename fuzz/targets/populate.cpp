@@ -1,4 +1,4 @@
-// A directory with one mx file, from the disk into a device record.
+// A directory with one mx file, read from disk into a device record.
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A directory of this process, removed at its end; in memory where the system has one there.
+// A temporary directory of this process, in memory if the system has such a file system.
 class Directory
 {
 public:
@@ -56,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     unsigned inserted = 0;
     devices::database::insertThrough([&](devices::database::DeviceProperties& record) {
         if (record.mxFileData->size() != size + 1) {
-            std::abort(); // the file, and the byte behind every loaded one
+            std::abort(); // the file and the byte that loading appends
         }
         ++inserted;
     });

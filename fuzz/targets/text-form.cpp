@@ -1,5 +1,5 @@
-// The text form of an mx file: what is built without an error is checked, written, read, dumped and
-// built again to the same bytes.
+// The text form of an mx file: a file built without errors is checked, written, read, dumped and
+// built again, and must have the same bytes.
 #include "FuzzTarget.h"
 
 #include <mxauthor/CheckText.h>
@@ -9,7 +9,7 @@
 
 namespace {
 
-// No file is named in it that exists there.
+// File names in the text must not name an existing file.
 constexpr const char* directory = "/nonexistent";
 
 mxauthor::Bytes build(const std::string& source, bool* isGood)

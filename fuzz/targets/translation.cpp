@@ -1,7 +1,7 @@
-// A whole translation: device, channel mapping list, both raw configurations, and a ParamDevice
-// made of the input's words. Words: place of the data (2 x 2 bytes), custom block (count, bytes),
-// 'X' for another device type, then a line per value: one byte that chooses the parameter, the
-// text.
+// A complete translation: device, channel mapping list, both raw configurations, and a ParamDevice
+// made from the input's words. Words: offsets of the data (2 x 2 bytes), custom block (count,
+// bytes), 'X' for another device type, then a line per value: one byte that selects the parameter,
+// then the text.
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 
@@ -36,7 +36,7 @@ void setValue(ParamDevice& copy, const std::string& id, const std::string& value
     copy.attributes.push_back(parameter);
 }
 
-// Every parameter with the value that it has already.
+// Every parameter with its present value.
 ParamDevice ownValues(const Device& device)
 {
     ParamDevice copy = copyOf(device);
@@ -54,12 +54,12 @@ ParamDevice chosenValues(const Device& device, fuzz::Words& words)
 {
     ParamDevice copy = copyOf(device);
     if (words.takeByte() == 'X') {
-        copy.deviceTypeId += 'X'; // of another module: refused
+        copy.deviceTypeId += 'X'; // of another module: rejected
     }
     while (!words.empty()) {
         const std::size_t chosen = words.takeByte();
         const std::string line = words.takeLine();
-        // Beyond the list: an identifier that no parameter has.
+        // After the end of the list: an identifier of no parameter.
         const std::string id = chosen < device.attributes.size() ? device.attributes[chosen]->id
                                                                  : std::to_string(chosen * chosen);
         setValue(copy, id, line);
@@ -77,7 +77,7 @@ void configure(Parser_kv38& parser, const std::vector<char>& file, Device& devic
                 std::abort();
             }
         } catch (const std::exception&) {
-            // an answer
+            // a valid result
         }
     }
 }
@@ -98,13 +98,13 @@ void translate(Parser_kv38& parser, const std::vector<char>& file, fuzz::Words& 
         block[i] = static_cast<char>(given[i]);
     }
     if (given.size() > block.size()) {
-        block.push_back('\0'); // one byte too long: refused
+        block.push_back('\0'); // one byte too long: rejected
     }
     ParamDevice chosen = chosenValues(*device, words);
     configure(parser, file, *device, &chosen);
     const auto configured = parser.parse(file, &block, outOffset, inOffset);
     configure(parser, file, *configured, nullptr);
-    // The first device still works after the second translation, and with a file not its own.
+    // The first device must still work after the second translation, and with another file.
     configure(parser, file, *device, &own);
     configure(parser, {}, *device, &own);
 }
@@ -117,12 +117,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static_cast<void>(silent);
     fuzz::FuzzInput input(data, size);
     Parser_kv38 parser;
-    // The lines are formatted for every other input: with and without is not the same code.
+    // Log lines are formatted for every second input, to run the code with and without them.
     parser.setLoggingLevel(size % 2 == 0 ? "trace" : "information");
     try {
         translate(parser, input.file, input.words);
     } catch (const std::exception&) {
-        // an answer
+        // a valid result
     }
     return 0;
 }

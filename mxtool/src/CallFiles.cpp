@@ -49,7 +49,7 @@ void CallFiles::addInputEntry(Entry input)
     inputs.push_back(std::move(input));
 }
 
-// A second reading finds no bytes: it would pass for an empty file.
+// Reading it again gives no bytes, like an empty file.
 void CallFiles::requireUnreadStandardInput()
 {
     if (readsStandardInput) {
@@ -70,7 +70,7 @@ void CallFiles::addInput(const std::string& path)
     }
 }
 
-// A password in the URL of a server is not shown.
+// Does not show a password in the URL of a server.
 std::vector<CallFiles::Entry> CallFiles::entriesOfDatabase(const std::string& url)
 {
     if (url.compare(0, fileScheme.size(), fileScheme) != 0) {
@@ -78,7 +78,7 @@ std::vector<CallFiles::Entry> CallFiles::entriesOfDatabase(const std::string& ur
     }
     const std::string path = url.substr(fileScheme.size());
     if (path == ":memory:") {
-        return {}; // each is one of its own
+        return {}; // each is a database of its own
     }
     std::vector<Entry> entries = {{path, FilePlace::ofPath(path)}};
     for (const char* beside : {"-wal", "-shm", "-journal"}) {
@@ -117,7 +117,7 @@ void CallFiles::addOutputs(const std::vector<std::string>& paths)
     const bool again = namedFiles;
     for (const std::string& path : paths) {
         if (path == "-") {
-            continue; // held against each file that is added
+            continue; // checked against each file that is added
         }
         assert(!again && "a verb names all files that it writes before it writes one");
         Entry output{path, FilePlace::ofPath(path)};

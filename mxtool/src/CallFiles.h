@@ -8,30 +8,32 @@
 
 namespace mxtool {
 
-/// The files that one call of the program reads and writes: an output that is an input as well, or
-/// two outputs that are one file, would lose what was there, so each is refused.
+/// The input and output files of one run of the program. An output that is also an input, and two
+/// outputs that are the same file, would lose data: both are rejected.
 ///
-/// Whatever opens a file says so here: `loadInput` and its like, the database's options,
-/// `writeOutput`. A verb has nothing to do for it. After a refusal each output is refused.
+/// The functions that open files register them here (`loadInput`, `loadBytes`, the database
+/// options, `writeOutput`); verbs need not. After one rejected output every further output is
+/// rejected.
 class CallFiles
 {
 public:
-    /// `overwrite`: content of one kind may replace that of another.
+    /// `overwrite`: an output may replace a file of another kind.
     explicit CallFiles(bool overwrite = false) : mayOverwrite(overwrite) {}
 
-    /// Says that the file at `path` is an input, "-" for standard input. Throws a `Failure` when it
-    /// is an output too, standard output included, and for standard input when it was read already.
+    /// Registers the file at `path` as an input, "-" for standard input. Throws a `Failure` when it
+    /// is also an output (standard output counts), and when standard input was read before.
     void addInput(const std::string& path);
 
-    /// Says that the database at `url` is read. An SQLite file has further ones beside it.
+    /// Registers the database at `url` as an input; for SQLite also the files that it keeps beside
+    /// it.
     void addInputDatabase(const std::string& url);
 
-    /// Says that the files at `paths` are written, "-" for standard output. Throws a `Failure`
-    /// naming the first that is an input or another output. A call that writes files says so once,
-    /// before the first is written: saying it again asserts.
+    /// Registers the files at `paths` as outputs, "-" for standard output. Throws a `Failure`
+    /// naming the first that is an input or another output. Called once, before the first file is
+    /// written: a second call asserts.
     void addOutputs(const std::vector<std::string>& paths);
 
-    /// Says that the database at `url` is changed.
+    /// Registers the database at `url` as an output.
     void addOutputDatabase(const std::string& url);
 
     /// Returns whether --overwrite was given.
@@ -54,14 +56,14 @@ private:
     [[noreturn]] void refuseSecond(const std::string& output, const std::string& other);
 
     bool mayOverwrite;
-    bool namedFiles = false; // as outputs
+    bool namedFiles = false; // whether outputs were registered
     bool readsStandardInput = false;
     std::vector<Entry> inputs;
     std::vector<Entry> outputs;
-    std::optional<Failure> refusal; // for a verb that goes on after it
+    std::optional<Failure> refusal; // of the first rejected output
 };
 
-/// Returns the files of the call that this process runs.
+/// Returns the files of this process.
 CallFiles& callFiles();
 
 } // namespace mxtool

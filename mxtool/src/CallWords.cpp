@@ -42,7 +42,7 @@ std::vector<std::string> verbNames(const CLI::App& program)
     return names;
 }
 
-// The verb of the call; null without one.
+// The verb in use; null without one.
 const CLI::App* verbOf(const CLI::App& program)
 {
     const auto verbs = program.get_subcommands();
@@ -67,7 +67,7 @@ std::string unknownOption(const CLI::App& program, const std::string& word)
                        text::didYouMean(name, names));
 }
 
-// A file or directory in the place of a verb: what it is, and the verb that takes it.
+// The error for a file or directory in place of a verb: names its kind and the verb for it.
 std::optional<Diagnostic> forgottenVerb(const std::string& word)
 {
     std::error_code ignored;
@@ -108,7 +108,7 @@ Diagnostic unknownWord(const CLI::App& program, const std::string& word)
             fmt::format("{} takes no further word, found \"{}\"", callOf(program), word), ""};
 }
 
-// Those of `words` that the parsing left over, in their order.
+// The arguments of `words` that the parser did not consume, in order.
 std::vector<std::string> leftOver(const CLI::App& program, const std::vector<std::string>& words)
 {
     std::map<std::string, unsigned> counts;
@@ -126,7 +126,7 @@ std::vector<std::string> leftOver(const CLI::App& program, const std::vector<std
     return left;
 }
 
-// The number that `text` spells; nothing for what is none, or is too large.
+// The number in `text`; nothing if it is not a number or too large.
 std::optional<unsigned> offsetOf(const std::string& text)
 {
     const bool isHexadecimal = text.compare(0, 2, "0x") == 0 || text.compare(0, 2, "0X") == 0;
@@ -156,7 +156,7 @@ std::vector<std::string> withHelpAsOption(std::vector<std::string> words)
 std::vector<Diagnostic> unknownWords(const CLI::App& program, const std::vector<std::string>& words)
 {
     const std::vector<std::string> unknown = leftOver(program, words);
-    // The value of an unknown option takes the place of another word.
+    // The value of an unknown option shifts the arguments after it.
     const bool isExplained =
         verbOf(program) != nullptr && std::any_of(unknown.begin(), unknown.end(), isOption);
     std::vector<Diagnostic> found;
@@ -165,7 +165,7 @@ std::vector<Diagnostic> unknownWords(const CLI::App& program, const std::vector<
             found.push_back({"error", "", unknownOption(program, word), ""});
         } else if (!isExplained) {
             found.push_back(unknownWord(program, word));
-            break; // further ones depend on this one
+            break; // later errors may follow from this one
         }
     }
     return found;

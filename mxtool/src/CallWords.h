@@ -9,34 +9,34 @@
 
 namespace mxtool {
 
-/// Returns the words of a call, "help VERB" turned into "VERB --help".
+/// Returns the arguments with "help VERB" replaced by "VERB --help".
 std::vector<std::string> withHelpAsOption(std::vector<std::string> words);
 
-/// Returns what `program` did not understand of `words`, in the order in which they were typed,
-/// each with the nearest verb or option. Called after the parsing; empty when every word has its
-/// place.
+/// Returns an error for each of the arguments `words` that `program` does not know, in the order of
+/// the command line, each with the nearest verb or option. To be called after parsing.
 std::vector<Diagnostic> unknownWords(const CLI::App& program,
                                      const std::vector<std::string>& words);
 
-/// Returns that a call names no verb.
+/// Returns the error for a command line without a verb.
 Diagnostic missingVerb(const CLI::App& program);
 
-/// Returns where the help of what `program` was called for is.
+/// Returns the hint that names the help of `program` or of the verb in use.
 std::string helpHint(const CLI::App& program);
 
-/// Adds an option for the byte of a process image at which data begin: a whole number, in decimal
-/// or, after 0x, in hexadecimal. `offset` outlives the parsing.
+/// Adds an option for the byte of a process image at which the data begins: a whole number in
+/// decimal or, after 0x, in hexadecimal. `offset` must outlive the parsing.
 void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
                      const std::string& description);
 
-/// Returns a message for a value `word` that is not one of `accepted`: the nearest ones, and all.
+/// Returns the message for a value `word` that is not one of `accepted`: the nearest ones and the
+/// whole list.
 std::string notAccepted(const std::string& word, const std::vector<std::string>& accepted);
 
-/// Makes the parsing refuse values of `option` other than `accepted`, which its help lists.
+/// Makes the parser reject values of `option` other than `accepted`, which its help lists.
 void acceptOneOf(CLI::Option& option, const std::vector<std::string>& accepted);
 
-/// Makes the parsing refuse an empty value of `option`, such as that of an unset variable of a
-/// script, which would otherwise count as the option left out.
+/// Makes the parser reject an empty value of `option`, such as an unset variable of a script: it
+/// would otherwise count as if the option were left out.
 void refuseEmptyValue(CLI::Option& option);
 
 } // namespace mxtool

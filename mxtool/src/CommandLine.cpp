@@ -90,13 +90,13 @@ void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& 
 
 namespace {
 
-// Runs what the call asks for. Failures come out as exceptions.
+// Parses the command line and runs the verb. Failures are thrown.
 ExitCode runVerb(CLI::App& program, std::vector<std::string> arguments)
 {
     GlobalOptions options;
     VerbAction action;
     defineProgram(program, options, [&action](VerbAction chosen) { action = std::move(chosen); });
-    std::reverse(arguments.begin(), arguments.end()); // as CLI11 takes them
+    std::reverse(arguments.begin(), arguments.end()); // CLI11 expects them in this order
     program.parse(arguments);
     callFiles() = CallFiles(options.overwrite);
     return action();
@@ -108,7 +108,7 @@ bool isOneOf(int code, std::initializer_list<CLI::ExitCodes> codes)
                        [code](CLI::ExitCodes other) { return code == static_cast<int>(other); });
 }
 
-// An unknown word is told in place of what it made missing or left over.
+// Reports unknown arguments instead of the parser's error that follows from them.
 ExitCode reportWrongWords(const CLI::App& program, const CLI::ParseError& end,
                           std::vector<Diagnostic> wrong)
 {
@@ -130,7 +130,7 @@ ExitCode reportWrongWords(const CLI::App& program, const CLI::ParseError& end,
     return ExitCode::Usage;
 }
 
-// Help and version are results; everything else that ends the parsing is a wrong word.
+// Help and version are results; any other end of the parsing is an invalid command line.
 ExitCode endOfParsing(const CLI::App& program, const CLI::ParseError& end,
                       const std::vector<std::string>& words)
 {

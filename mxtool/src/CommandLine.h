@@ -5,8 +5,8 @@
 
 namespace mxtool {
 
-/// Runs the program with `arguments` (without its own name) and returns its exit code. Results go
-/// to standard output, diagnostics to standard error; nothing is thrown.
+/// Runs the program with `arguments` (without the program name) and returns its exit code. Writes
+/// results to standard output, diagnostics to standard error. Throws nothing.
 int run(std::vector<std::string> arguments);
 
 } // namespace mxtool

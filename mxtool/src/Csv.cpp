@@ -18,14 +18,14 @@ bool beginsWithOneOf(const std::string& cell, const std::array<const char*, coun
 
 bool holdsOperator(const std::string& cell)
 {
-    // In full width as well, which some languages of spreadsheets take.
+    // Full-width forms too: spreadsheets accept them in some languages.
     constexpr std::array<const char*, 10> operators = {
         "=", "(", "!", "|", "@", "\uFF1D", "\uFF08", "\uFF01", "\uFF5C", "\uFF20"};
     return std::any_of(operators.begin(), operators.end(),
                        [&cell](const char* one) { return cell.find(one, 1) != std::string::npos; });
 }
 
-// Whether the cell is a formula but for apostrophes in front.
+// Whether the cell is a formula, after leading apostrophes.
 bool holdsFormula(const std::string& cell)
 {
     return looksLikeFormula(cell.substr(std::min(cell.find_first_not_of('\''), cell.size())));

@@ -5,11 +5,11 @@
 
 namespace mxtool {
 
-/// How the cells of a CSV text are separated and whether it says that it is UTF-8.
+/// The separator of a CSV text, and whether it begins with a byte order mark.
 struct CsvStyle
 {
     char separator = ',';
-    bool byteOrderMark = false; ///< Spreadsheets take a text without one for their own code page.
+    bool byteOrderMark = false; ///< Without it spreadsheets assume their own code page.
 };
 
 using CsvRow = std::vector<std::string>;
@@ -17,24 +17,24 @@ using CsvRow = std::vector<std::string>;
 /// Adds `cells` at the end of `row`.
 void append(const CsvRow& cells, CsvRow& row);
 
-/// Returns one CSV line: cells quoted where they hold the separator or a quote, ended by CR LF.
-/// Texts may hold any byte and come out as UTF-8, control characters as \xNN; one that a
-/// spreadsheet would take for a formula gets an apostrophe in front.
+/// Returns one CSV line, ended by CR LF: cells are quoted where they contain the separator or a
+/// quote. Cells may contain any byte and are written as UTF-8, control characters as \xNN; a cell
+/// that a spreadsheet would take for a formula is prefixed with an apostrophe.
 std::string csvLine(const CsvRow& cells, char separator = ',');
 
-/// Returns the lines of `rows`, of which the first names the columns.
+/// Returns the lines of `rows`; the first row names the columns.
 std::string csvText(const std::vector<CsvRow>& rows, const CsvStyle& style);
 
-/// Whether a spreadsheet would take the cell `cell` (UTF-8) for a formula: it begins with "=", "@",
-/// tab or carriage return, or with "+" or "-" and has one of = ( ! | @ after it. A number, a name
-/// such as "-Temp" or a value such as "-9.5 V" is none.
+/// Whether a spreadsheet would take `cell` (UTF-8) for a formula: it begins with "=", "@", tab or
+/// carriage return, or it begins with "+" or "-" and contains one of = ( ! | @ after that. Numbers,
+/// names such as "-Temp" and values such as "-9.5 V" are not formulas.
 bool looksLikeFormula(const std::string& cell);
 
-/// Returns `cell` (UTF-8) with an apostrophe in front where it is a formula, or one after
-/// apostrophes: each such text gets one more, so that `unguarded` gives back any text.
+/// Returns `cell` (UTF-8), prefixed with an apostrophe if it is a formula or apostrophes followed
+/// by a formula. `unguarded` reverses this for any text.
 std::string guarded(const std::string& cell);
 
-/// Returns the text of which `cell` is the guarded one.
+/// Reverses `guarded`.
 std::string unguarded(const std::string& cell);
 
 } // namespace mxtool

@@ -129,9 +129,9 @@ bool isBlank(const std::vector<std::string>& cells)
                        [](const std::string& cell) { return cell.empty(); });
 }
 
-// A row has a cell for each column, stated or not: a short text could ask for much memory.
+// Every row has a cell for each column, so that a short text could need much memory.
 constexpr std::size_t mostColumns = 100;
-constexpr std::size_t mostRows = 65536; // registers that Modbus can address
+constexpr std::size_t mostRows = 65536; // number of registers that Modbus can address
 
 void requireAtMost(std::size_t most, std::size_t found, const char* what, const std::string& file,
                    std::size_t line)

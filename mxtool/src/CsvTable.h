@@ -6,7 +6,7 @@
 
 namespace mxtool {
 
-/// What a CSV text says. Texts are UTF-8.
+/// The content of a CSV text, in UTF-8.
 struct CsvTable
 {
     struct Row
@@ -15,22 +15,21 @@ struct CsvTable
         std::vector<std::string> cells;
     };
 
-    std::vector<std::string> columns; ///< Names of the first line, in lower case.
-    std::vector<Row> rows;            ///< The others, each with a cell for every column.
+    std::vector<std::string> columns; ///< The cells of the first line, in lower case.
+    std::vector<Row> rows;            ///< The other lines, each with one cell per column.
 
-    /// Returns the position of the column called `name`; nothing when there is none.
+    /// Returns the position of the column `name`, or nothing.
     std::optional<std::size_t> column(const std::string& name) const;
 
-    /// Returns the position of the column called `name`. Throws a `Failure` naming `file` and its
-    /// columns.
+    /// Returns the position of the column `name`. Throws a `Failure` naming `file` and its columns
+    /// when there is none.
     std::size_t requiredColumn(const std::string& name, const std::string& file) const;
 };
 
-/// Reads a CSV text that `mxtool` or a spreadsheet has written: separated by the first comma,
-/// semicolon or tab of its first line, with or without a byte order mark; what is no UTF-8 is read
-/// as Windows-1252. An apostrophe that keeps a cell from being a formula is taken off, lines of
-/// empty cells are left out. `file` is the name for diagnostics. Throws a `Failure` naming the
-/// line.
+/// Reads CSV as written by `mxtool` or a spreadsheet. The separator is the first comma, semicolon
+/// or tab of the first line; a byte order mark is optional; text that is not UTF-8 is read as
+/// Windows-1252. Removes the apostrophe that guards a formula, and lines of empty cells. `file` is
+/// the name for diagnostics. Throws a `Failure` naming the line.
 CsvTable readCsv(const std::string& content, const std::string& file);
 
 } // namespace mxtool

@@ -22,7 +22,7 @@ std::string chosenUrl(const std::string& url)
     return url.empty() ? devices::database::defaultDatabaseUrl() : url;
 }
 
-// A server's database may hold a password in its URL, so its hint names none.
+// The hint omits the URL of a server: it may contain a password.
 std::string hintForMissing(const std::string& url)
 {
     const bool isFile = url.compare(0, sqliteUrlBegin.size(), sqliteUrlBegin) == 0;
@@ -33,7 +33,7 @@ std::string hintForMissing(const std::string& url)
     return "";
 }
 
-// What a URL of no known scheme may have been meant to be; what follows a colon may hold a
+// The hint for a URL of an unknown scheme. It omits the text after a colon, which may contain a
 // password.
 std::string hintForScheme(const std::string& url)
 {

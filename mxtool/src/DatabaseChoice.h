@@ -12,19 +12,19 @@ class App;
 
 namespace mxtool {
 
-/// Adds --db to `verb`. `url` outlives the parsing.
+/// Adds --db to `verb`. `url` must outlive the parsing.
 void addDatabaseOption(CLI::App& verb, std::string& url);
 
-/// Opens the existing database at `url`; an empty `url` stands for the library's own choice. What
-/// is missing is not made. Throws a `Failure`.
+/// Opens the existing database at `url` (empty: the library's default) and creates nothing. Throws
+/// a `Failure`.
 devices::database::DeviceDatabase openExistingDatabase(const std::string& url);
 
-/// Opens the database at `url` (empty: the library's own choice), making it when missing. Throws a
-/// `Failure`.
+/// Opens the database at `url` (empty: the library's default), creating it if it is missing. Throws
+/// a `Failure`.
 devices::database::DeviceDatabase openDatabaseForWriting(const std::string& url);
 
-/// Runs `work` with a database; what fails there ends the verb with the code of a failed output and
-/// `hint`.
+/// Runs `work`, which uses a database. A `std::runtime_error` becomes a `Failure` with
+/// `ExitCode::Output` and `hint`.
 template <typename Work>
 auto withDatabase(const char* hint, Work work) -> decltype(work())
 {

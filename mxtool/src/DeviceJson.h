@@ -6,10 +6,10 @@
 
 namespace mxtool {
 
-/// JSON with its keys in the order in which they were set.
+/// JSON whose keys keep the order of insertion.
 using Json = nlohmann::ordered_json;
 
-/// Returns the `schema` member that every JSON output starts with.
+/// Returns an object with the `schema` member, the first of every JSON output.
 Json jsonSchema(const char* name, int version);
 
 /// Returns `json` as indented text with a line end.

@@ -145,7 +145,7 @@ DeviceReport makeReport(const Parser_kv38::DeviceP& device,
     for (DeviceReport::Parameter& parameter : report.parameters) {
         for (const DeviceReport::Channel& channel : report.channels) {
             auto& names = parameter.channelNames;
-            // An input and an output often share number and name.
+            // An input and an output often have the same number and name.
             if (!parameter.ofModule() && channel.number == parameter.channelNumber &&
                 std::find(names.begin(), names.end(), channel.name) == names.end()) {
                 names.push_back(channel.name);

@@ -60,19 +60,20 @@ struct DeviceReport
         bool converted; ///< Shown and set in physical units.
         mxformat::ParameterRecord record;
         mxformat::BlockField field{record}; ///< Where the value lies in the parameter image.
-        std::optional<mxformat::WholeNumber> raw{}; ///< Nothing: the image does not hold it.
+        std::optional<mxformat::WholeNumber> raw{}; ///< Empty: outside the image.
         mxformat::WholeNumber rawMin{};
         mxformat::WholeNumber rawMax{};
         mxformat::PhysicalScale scale{}; ///< Factor 1, offset 0 unless `converted`.
 
         bool ofModule() const { return channelNumber == mxformat::moduleLevel; }
 
-        /// The bits of a bit field as outputs name them: those that its record states, a length of
-        /// 0 above bit 0 in full. Both are 0 for whole bytes.
+        /// The bits of a bit field as outputs show them: as in the record, except that a bit length
+        /// of 0 with a bit offset above 0 is shown as the length in full. Both are 0 for whole
+        /// bytes.
         unsigned bitOffset() const;
         unsigned bitLength() const;
 
-        /// Returns the option that the value stands for, null without one.
+        /// Returns the option that the value selects, or null.
         const Option* currentOption() const;
     };
 
@@ -111,7 +112,7 @@ struct DeviceReport
 DeviceReport makeReport(const devices::parser::mx::Parser_kv38::DeviceP& device,
                         const mxformat::ConversionTable& conversions);
 
-/// Returns the conversions of the mx data `mxData`, whose framing holds.
+/// Returns the conversions of `mxData`, whose framing must be valid.
 mxformat::ConversionTable conversionsOf(const std::vector<char>& mxData);
 
 } // namespace mxtool

@@ -14,7 +14,7 @@ namespace mxtool {
 
 namespace {
 
-// These are shown with their units in a line of their own.
+// Shown with their units on lines of their own.
 const std::set<std::string> dataProperties = {"inDataSize",    "outDataSize",   "inDataOffset",
                                               "outDataOffset", "paramDataSize", "diagDataSize"};
 

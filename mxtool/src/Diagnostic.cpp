@@ -30,8 +30,7 @@ const char* colourOf(const std::string& severity)
     return severity == "warning" ? "1;33" : "1;36";
 }
 
-// A diagnostic joins texts of several sources: a byte that is no UTF-8 leaves the others as they
-// are.
+// A diagnostic combines texts from several sources: an invalid byte must not change the others.
 std::string shown(const std::string& text)
 {
     return text::forTerminal(text::repairedUtf8(text));

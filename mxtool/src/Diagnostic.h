@@ -7,7 +7,7 @@
 
 namespace mxtool {
 
-/// Something to tell a person, on standard error.
+/// A message to the user, written to standard error.
 struct Diagnostic
 {
     std::string severity; ///< "error", "warning" or "note".
@@ -23,10 +23,10 @@ std::string toText(const Diagnostic& diagnostic, bool coloured);
 /// Writes `diagnostic` to standard error, coloured only on a terminal and without NO_COLOR.
 void report(const Diagnostic& diagnostic);
 
-/// Returns `offset` as diagnostics show places in a file: "FILE:0x0001a4".
+/// Returns a byte offset in a file as diagnostics show it: "FILE:0x0001a4".
 std::string placeInFile(const std::string& file, std::size_t offset);
 
-/// Ends a verb: the diagnostic is reported, the program exits with the code.
+/// Ends a verb: `run` reports the diagnostic and exits with the code.
 class Failure : public std::runtime_error
 {
 public:
@@ -38,8 +38,7 @@ public:
     Diagnostic diagnostic;
 };
 
-/// Ends a verb whose output goes to a reader that has left (`mxtool ... | head`): nothing is
-/// reported.
+/// Ends a verb whose output is a closed pipe (`mxtool ... | head`): nothing is reported.
 class ReaderLeft : public Failure
 {
 public:

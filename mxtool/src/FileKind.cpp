@@ -18,10 +18,10 @@ namespace {
 
 const std::string sqliteMagic("SQLite format 3\0", 16);
 
-// A kind shows in its first bytes.
+// The first bytes suffice to recognise a kind.
 constexpr std::size_t judgedBytes = 0x100000;
 
-// Raw bytes may look like any group, but hardly like one that says what the file is.
+// Raw bytes may look like any group, but hardly like one that identifies an mx file.
 bool isMxFile(const std::string& content)
 {
     const mxauthor::MxFile file =
@@ -36,13 +36,13 @@ bool hasKey(const std::vector<std::string>& keys, const std::string& key)
     return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
-// The two keys that every station has.
+// Every station has these two keys.
 bool isStation(const std::vector<std::string>& keys)
 {
     return hasKey(keys, "station") && hasKey(keys, "modules");
 }
 
-// The name in the schema of what mxtool writes as JSON; empty for another text.
+// The schema name in JSON written by mxtool; empty for other texts.
 std::string schemaName(const std::string& content, const std::vector<std::string>& keys)
 {
     const std::string begin = "\"mxtool.";
@@ -52,7 +52,7 @@ std::string schemaName(const std::string& content, const std::vector<std::string
     return content.substr(from, content.find('"', from) - from);
 }
 
-// The first line of the table that `config` writes, whatever separates its cells.
+// The first line of the CSV that `config` writes, with any separator.
 bool isConfigurationTable(const std::string& content)
 {
     const std::string line = content.substr(0, content.find_first_of("\r\n"));

@@ -4,47 +4,47 @@
 
 namespace mxtool {
 
-/// What the content of a file is, as far as mxtool reads or writes it.
+/// The kinds of files that mxtool reads or writes.
 enum class FileKind
 {
     Other,
     MxFile,
-    TextForm, ///< Of an mx file, correct or not.
+    TextForm, ///< The text form of an mx file, with or without errors.
     Station,
     Database,      ///< An SQLite file.
-    Values,        ///< What `config --format values` writes; one without its first lines is Other.
-    Configuration, ///< What `config` writes as JSON or CSV.
-    Result         ///< What another verb writes as JSON.
+    Values,        ///< Written by `config --format values`; without its first lines it is `Other`.
+    Configuration, ///< Written by `config` as JSON or CSV.
+    Result         ///< Written by another verb as JSON.
 };
 
-/// Returns what `content` is, judged by nothing but its bytes; a damaged one counts too.
+/// Returns the kind of `content`, recognised by its bytes alone; damaged files are recognised too.
 FileKind kindOf(const std::string& content);
 
-/// Returns the first bytes of the file at `path`, as many as `kindOf` needs; nothing where it
-/// cannot be read.
+/// Returns the first bytes of the file at `path`, as many as `kindOf` needs; empty if it cannot be
+/// read.
 std::string judgedContent(const std::string& path);
 
-/// Returns what the file at `path` is; other than all of them where there is no file to be read.
+/// Returns the kind of the file at `path`; `Other` if it cannot be read.
 FileKind kindOfFile(const std::string& path);
 
-/// Returns how a text calls a kind: "an mx file"; "something else" for the first.
+/// Returns the name of a kind in messages: "an mx file"; "something else" for `Other`.
 const char* nameOf(FileKind kind);
 
-/// Returns whether losing a file of this kind would cost work: one that a verb can make again does
-/// not.
+/// Returns whether a file of this kind may contain a user's work, unlike one that a verb can write
+/// again.
 bool costsWork(FileKind kind);
 
-/// Returns the call that takes the file of this kind at `path`; empty when there is none, and for
-/// standard input.
+/// Returns the hint that names the verb for the file of this kind at `path`; empty if there is
+/// none, and for standard input.
 std::string callThatTakes(FileKind kind, const std::string& path);
 
-/// Throws a `Failure` when `content`, that of the file at `path`, is of a known kind that is no
-/// module: it says what the file is, that `expected` was, and which call takes the file.
+/// Throws a `Failure` when `content`, that of the file at `path`, is of a known kind that is not a
+/// module. The message names the kind found and `expected`, the hint the verb for it.
 void requireModule(const std::string& path, const std::string& content,
                    const std::string& expected);
 
-/// Throws a `Failure` when the text `source` of the file at `path` has no key of the text form, so
-/// that each of its lines would be an error.
+/// Throws a `Failure` when `source`, the text of the file at `path`, has no key of the text form.
+/// Otherwise each of its lines would be reported as an error.
 void requireKeyOfTextForm(const std::string& path, const std::string& source,
                           const std::string& expected);
 

@@ -4,7 +4,7 @@ namespace mxtool {
 
 std::filesystem::path behindLinks(std::filesystem::path path)
 {
-    constexpr int longestChain = 40; // links may go round
+    constexpr int longestChain = 40; // links may form a cycle
     std::error_code ignored;
     for (int i = 0; i < longestChain && std::filesystem::is_symlink(path, ignored); ++i) {
         path = path.parent_path() / std::filesystem::read_symlink(path, ignored);

@@ -9,25 +9,24 @@
 
 namespace mxtool {
 
-/// Returns what the link at `path` leads to, over further links, whether that is there yet or not;
-/// `path` where it is no link.
+/// Follows symbolic links from `path` to a path that is not a link, which need not exist.
 std::filesystem::path behindLinks(std::filesystem::path path);
 
-/// Which file a path, a descriptor or a name means, however it is spelled.
+/// The identity of a file, given by a path, a descriptor or a name.
 ///
-/// A file that exists is known by device and inode, so hard links to it are the same. Each is known
-/// by its name in its directory too, so a file that is replaced, or not there yet, is found again.
-/// Devices and pipes are the same as nothing: writing to one loses nothing.
+/// An existing file is identified by device and inode, so hard links are equal. In addition each is
+/// identified by its directory and name, which covers files that are replaced or do not exist yet.
+/// Devices and pipes equal nothing: writing to them loses nothing.
 class FilePlace
 {
 public:
-    /// The file at `path`, there or not.
+    /// The file at `path`, which need not exist.
     static FilePlace ofPath(const std::string& path);
 
     /// The file that is open as `descriptor`.
     static FilePlace ofDescriptor(int descriptor);
 
-    /// Something that is no file, such as a database of a server, known by its name alone.
+    /// Something other than a file, such as a database on a server, identified by its name.
     static FilePlace ofName(const std::string& name);
 
     bool isSameAs(const FilePlace& other) const;
@@ -47,7 +46,7 @@ private:
 
     std::optional<Node> file;
     std::optional<Node> directory;
-    std::string name; // in the directory; empty: known by `file` alone
+    std::string name; // in the directory; empty: identified by `file` alone
 };
 
 } // namespace mxtool

@@ -5,12 +5,12 @@
 
 namespace mxtool {
 
-/// Returns the bytes that `text` spells in hexadecimal: two digits each, with or without blanks,
-/// line ends, commas, colons or 0x between them. Throws a `Refusal` naming what else was found.
+/// Reads bytes in hexadecimal: two digits each; blanks, line ends, commas, colons and 0x may
+/// separate them. Throws a `Refusal` naming anything else.
 std::vector<char> bytesOfHex(const std::string& text);
 
-/// Returns the `count` bytes from `begin` as two digits each with a blank between them; those
-/// beyond the end of `bytes` are left out.
+/// Returns `count` bytes from `begin` as two digits each, separated by blanks. Stops at the end of
+/// `bytes`.
 std::string hexOfBytes(const std::vector<char>& bytes, std::size_t begin, std::size_t count);
 
 } // namespace mxtool

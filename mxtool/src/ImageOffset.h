@@ -8,8 +8,8 @@
 
 namespace mxtool {
 
-/// Returns a warning where a module's data of `size` bytes from `offset` on ends after the largest
-/// process image of a fieldbus; nothing else. `option` is what the call says the offset with.
+/// Returns a warning if `size` bytes from `offset` exceed the largest process image of a fieldbus.
+/// `option` is the command line option that set the offset.
 [[nodiscard]] std::optional<Diagnostic> offsetWarning(const std::string& option,
                                                       std::uint64_t offset, std::uint64_t size);
 

@@ -7,9 +7,10 @@
 
 namespace mxtool {
 
-/// Shows the log lines of the device parser as diagnostics while it lives.
+/// Reports the log lines of the device parser as diagnostics during its lifetime.
 ///
-/// The level is `level` (a Poco level name); construct the parser first, since it sets its own.
+/// `level` is the name of a Poco level. Construct it after the parser, which sets a level of its
+/// own.
 class LogToDiagnostics
 {
 public:
@@ -18,13 +19,13 @@ public:
     LogToDiagnostics(const LogToDiagnostics&) = delete;
     LogToDiagnostics& operator=(const LogToDiagnostics&) = delete;
 
-    void debug(const std::string& line) const; ///< Adds a line of debug priority to the parser's.
+    void debug(const std::string& line) const; ///< Logs a line with debug priority.
 
 private:
     Poco::AutoPtr<Poco::Channel> previousChannel;
 };
 
-/// Whether Poco knows `level` as the name or number of a logging level.
+/// Whether `level` is the name or number of a Poco logging level.
 bool isLoggingLevel(const std::string& level);
 
 } // namespace mxtool

@@ -23,8 +23,8 @@ constexpr const char* expectedModule = "an mx file or its text form";
     throw Failure(ExitCode::Input, {"error", inputName(path), text, hint});
 }
 
-// Every mx file has bytes that no text has: those of its identifiers and lengths. Text in UTF-16 is
-// refused, but as a text.
+// Identifiers and lengths of an mx file contain bytes that no text has. UTF-16 is rejected, but as
+// a text.
 bool isText(std::string_view content)
 {
     return text::isUtf16(content) || text::countOfControls(content) == 0;

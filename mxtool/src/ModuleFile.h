@@ -8,33 +8,33 @@
 
 namespace mxtool {
 
-/// The mx file that a verb is given: as it is, or built in memory from its text form. Every verb
-/// that reads an mx file reads it through this class.
+/// The mx file given to a verb, or built in memory from its text form. Every verb reads mx files
+/// through this class.
 class ModuleFile
 {
 public:
-    /// Loads the file at `path`, standard input for "-". Throws a `Failure` naming it when it
-    /// cannot be read, is empty or a database, or a text with errors, which are reported then.
+    /// Loads the file at `path` ("-": standard input). Throws a `Failure` naming it when it cannot
+    /// be read, is empty, is a database, or is a text with errors (after reporting these).
     explicit ModuleFile(const std::string& path);
 
-    /// The mx file called `file`, which has these bytes, whatever they are.
+    /// Takes `bytes` as the mx file `file`, without checking them.
     ModuleFile(std::string file, std::vector<char> bytes);
 
     std::string name() const; ///< For diagnostics.
 
-    /// The bytes of the mx file, nothing behind them.
+    /// The bytes of the mx file, with nothing appended.
     const std::vector<char>& bytes() const { return content; }
 
-    /// The same with the one byte 0xFF behind them that every loaded mx file has.
+    /// The same, followed by the byte 0xFF that `loadFile` appends to every mx file.
     std::vector<char> loadedBytes() const;
 
     bool isText() const { return built != nullptr; }
 
-    /// Returns how diagnostics show the place of the byte at `offset`: "FILE:0x0001a4", of a text
+    /// Returns the place of the byte at `offset` for diagnostics: "FILE:0x0001a4", for a text form
     /// "FILE:LINE:COLUMN".
     std::string placeOf(std::size_t offset) const;
 
-    /// Returns what the checker finds in what was built from a text, told there.
+    /// Returns the findings in the file built from a text form, with their places in the text.
     std::vector<mxauthor::TextFinding> checkText() const;
 
     /// Returns the text's line of `where` and a caret below its column.

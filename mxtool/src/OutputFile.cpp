@@ -17,7 +17,7 @@ namespace mxtool {
 
 namespace {
 
-// What the system's reason does not say.
+// Hints beyond the system's error text.
 std::string hintForWrite(const std::string& place)
 {
     std::error_code ignored;
@@ -50,7 +50,7 @@ void writeStream(std::ostream& stream, const std::string& place, const std::stri
     }
 }
 
-// Devices and pipes cannot be replaced: they are written as they are.
+// Devices and pipes cannot be replaced: they are written directly.
 bool isReplaceable(const std::string& path)
 {
     std::error_code ignored;
@@ -58,7 +58,7 @@ bool isReplaceable(const std::string& path)
     return !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
 }
 
-// Who may read the file that is replaced, and nobody else, may read the new one.
+// The new file gets the permissions of the file that it replaces.
 void takePermissions(const std::filesystem::path& from, const std::filesystem::path& to)
 {
     const auto status = std::filesystem::status(from);
@@ -67,7 +67,7 @@ void takePermissions(const std::filesystem::path& from, const std::filesystem::p
     }
 }
 
-// `replaced`, when it is there, says who may read the file from its first byte on.
+// Takes over the permissions of `replaced`, if it exists, before the first byte is written.
 void writeFile(const std::filesystem::path& path, const std::string& place,
                const std::string& content, const std::filesystem::path& replaced = {})
 {
@@ -80,8 +80,8 @@ void writeFile(const std::filesystem::path& path, const std::string& place,
     writeStream(file, place, content);
 }
 
-// Writes the file beside its place first, under a name of its own that no length of the file's
-// makes too long.
+// Writes a temporary file in the same directory first; its name does not depend on the length of
+// the file's.
 void replaceFile(const std::filesystem::path& target, const std::string& place,
                  const std::string& content)
 {
@@ -96,7 +96,7 @@ void replaceFile(const std::filesystem::path& target, const std::string& place,
     }
 }
 
-// A link stays: what it leads to is replaced.
+// A symbolic link is kept; its target is replaced.
 void writeChecked(const std::string& path, const std::string& content)
 {
     if (path == "-") {
@@ -114,7 +114,7 @@ void writeChecked(const std::string& path, const std::string& content)
     }
 }
 
-// What costs work to make is not replaced by something else by mistake.
+// Protects a user's work from being replaced by a file of another kind.
 void requireSameKind(const std::string& path, FileKind kind)
 {
     const FileKind present = kindOfFile(path);
@@ -127,7 +127,7 @@ void requireSameKind(const std::string& path, FileKind kind)
                                     "name another file, or add --overwrite to replace this one"});
 }
 
-// mxtool writes no comments of a user, no `repeat` and no `each`.
+// Rewriting would lose the user's comments, `repeat` and `each`.
 void requireNoLoss(const std::string& path, const std::string& content)
 {
     const auto lost =

@@ -16,24 +16,24 @@ struct Output
 
 /// Writes `content` to the file at `path`, to standard output for "-".
 ///
-/// A file is written beside its place and renamed: after a failure what was there before is still
-/// there. Throws a `Failure` naming the file and the reason; an input of the call, another output
-/// of it, and without --overwrite a file of another kind or comments that would be lost, are such
-/// reasons.
+/// Writes a temporary file in the same directory and renames it, so that a failure keeps the
+/// previous file. Throws a `Failure` naming the file and the reason, also when the file is an input
+/// or another output of this run, or when, without --overwrite, it is of another kind or its
+/// comments would be lost.
 void writeOutput(const std::string& path, const std::string& content);
 
-/// Writes all of them, after each was checked. Everything that a verb writes to files goes through
-/// one such call: the second one asserts.
+/// Checks all outputs, then writes them. A verb writes all its files in one call: a second call
+/// asserts.
 void writeOutputs(const std::vector<Output>& outputs);
 
-/// Files that are written one by one, too many to be kept in memory.
+/// Output files written one by one because their contents together may not fit into memory.
 class OutputFiles
 {
 public:
-    /// Checks each of `paths`, which will hold content of `kind`.
+    /// Checks each of `paths`, which will have content of `kind`.
     OutputFiles(const std::vector<std::string>& paths, FileKind kind);
 
-    /// Writes the file at `path`, one of those that were checked.
+    /// Writes the file at `path`, one of the checked paths.
     void write(const std::string& path, const std::string& content);
 };
 

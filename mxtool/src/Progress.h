@@ -7,26 +7,26 @@
 
 namespace mxtool {
 
-/// Tells on standard error how far a long work is: how many are done, the rate, the time left. Only
-/// on a terminal, and only once the work has taken longer than a second.
+/// Shows the progress of a long operation on standard error: the number done, the rate, the time
+/// left. Only on a terminal, and only after the first second.
 class Progress
 {
 public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-    /// A work on `total` things, which are called `things` ("files").
+    /// For `total` items, which are called `things` ("files").
     Progress(std::string things, std::size_t total);
 
-    /// As above with another terminal and clock: `write` gets what is written to the terminal.
+    /// For tests: `write` replaces the terminal, `clock` the clock.
     Progress(std::string things, std::size_t total, std::function<void(const std::string&)> write,
              Clock clock);
 
-    /// Takes the line away.
+    /// Clears the line.
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// Says that `done` of them are done.
+    /// Sets the number of items that are done.
     void show(std::size_t done);
 
 private:
@@ -34,14 +34,14 @@ private:
 
     std::string things;
     std::size_t total;
-    std::function<void(const std::string&)> write; ///< Empty: there is no terminal.
+    std::function<void(const std::string&)> write; ///< Empty: no terminal.
     Clock now;
     std::chrono::steady_clock::time_point start;
     std::chrono::steady_clock::time_point shownAt;
     bool visible = false;
 };
 
-/// Takes the line of a progress away, if one is shown; what follows begins in an empty line.
+/// Clears the progress line if one is shown, so that other output begins in an empty line.
 void clearProgressLine();
 
 } // namespace mxtool

@@ -5,8 +5,8 @@
 
 namespace mxtool {
 
-/// Why a wish of the user is not carried out: what was found and what is accepted. Whoever knows
-/// where the wish comes from makes a diagnostic of it.
+/// Why an input was rejected: what was found and what is accepted. It has no place: the caller,
+/// which knows where the input came from, makes a `Failure` or a diagnostic of it.
 class Refusal : public std::runtime_error
 {
 public:

@@ -4,13 +4,13 @@
 
 namespace mxtool {
 
-/// Returns how diagnostics show a place in the text called `file`: "FILE:LINE:COLUMN".
+/// Returns a place in the text `file` for diagnostics: "FILE:LINE:COLUMN".
 std::string placeInText(const std::string& file, const mxauthor::SourceError& where);
 
-/// Returns the line of `source` in which `where` is, and a caret below its column.
+/// Returns the line of `source` at `where`, and a caret below its column.
 std::string shownExcerpt(const std::string& source, const mxauthor::SourceError& where);
 
-/// Reports `error` at its place in `source`, the text called `file`, with its line.
+/// Reports `error` with its place in `file` and its line of `source`, the text of `file`.
 void reportAt(const std::string& file, const std::string& source,
               const mxauthor::SourceError& error, const std::string& severity,
               const std::string& hint);

@@ -2,8 +2,8 @@
 
 namespace mxtool {
 
-/// Returns whether what is written to `descriptor` may be coloured: it is a terminal, and NO_COLOR
-/// is not set.
+/// Returns whether output to `descriptor` may be coloured: it is a terminal, and NO_COLOR is not
+/// set.
 bool takesColour(int descriptor);
 
 } // namespace mxtool

@@ -10,7 +10,7 @@ namespace mxtool {
 namespace {
 
 constexpr std::size_t gap = 2;
-constexpr std::size_t widestColumn = 200; // what is wider pushes the rest of its own row alone
+constexpr std::size_t widestColumn = 200; // wider cells shift only their own row
 
 } // namespace
 

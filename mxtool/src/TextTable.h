@@ -5,18 +5,18 @@
 
 namespace mxtool {
 
-/// A table for people: a heading per column, columns aligned, two blanks between them.
+/// A text table: a heading per column, aligned columns, two blanks between them.
 class TextTable
 {
 public:
     explicit TextTable(std::vector<std::string> headings);
 
-    /// Appends a row; texts may hold any byte and are shown as `forTerminal` shows them.
+    /// Appends a row; cells may contain any byte and are shown by `forTerminal`.
     void add(std::vector<std::string> row);
 
-    bool empty() const { return rows.size() == 1; } ///< Whether there is no row but the headings.
+    bool empty() const { return rows.size() == 1; } ///< Whether there are only headings.
 
-    /// Returns the lines, each behind `indent` blanks and without blanks at its end.
+    /// Returns the lines, each indented by `indent` blanks, without trailing blanks.
     std::string text(unsigned indent = 0) const;
 
 private:

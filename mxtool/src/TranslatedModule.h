@@ -15,7 +15,7 @@ class App;
 
 namespace mxtool {
 
-/// The module that a verb is to translate.
+/// The options of a verb that translates a module.
 struct ModuleOptions
 {
     std::string file;               ///< The mx file or its text form, "-" for standard input.
@@ -24,15 +24,15 @@ struct ModuleOptions
     unsigned outOffset = 0;         ///< First byte of the module in the output image.
 };
 
-/// Adds FILE and --param-block to `verb`, for what has no addresses. `options` outlives the
+/// Adds FILE and --param-block to `verb`, for output without addresses. `options` must outlive the
 /// parsing.
 void addModuleFile(CLI::App& verb, ModuleOptions& options);
 
 /// Adds the same, --in-offset and --out-offset.
 void addModuleOptions(CLI::App& verb, ModuleOptions& options);
 
-/// An mx file, or its text form, and the device that it describes. The parser's log lines are shown
-/// while it lives.
+/// An mx file, or its text form, and the device that it describes. Reports the parser's log lines
+/// during its lifetime.
 class TranslatedModule
 {
 public:
@@ -41,7 +41,7 @@ public:
     /// Loads and translates. Throws a `Failure` naming the file.
     TranslatedModule(const ModuleOptions& options, const std::string& logLevel);
 
-    /// Translates the mx data `bytes` of the file called `file`. Throws a `Failure` naming it.
+    /// Translates `bytes`, the mx data of `file`. Throws a `Failure` naming it.
     TranslatedModule(std::string file, std::vector<char> bytes, const std::string& logLevel);
 
     std::string name() const; ///< Of the file, for diagnostics.
@@ -49,7 +49,7 @@ public:
     devices::parser::IDeviceParser& parser() { return deviceParser; }
     Device& device() { return *builtDevice; }
 
-    /// Returns what the verbs show of `ofDevice`, a translation of this file, or of the first one.
+    /// Returns the report on `ofDevice`, a translation of this file; without argument on the first.
     DeviceReport report(const Device& ofDevice) const { return makeReport(ofDevice, conversions); }
     DeviceReport report() const { return report(*builtDevice); }
 
@@ -65,7 +65,7 @@ private:
     unsigned inOffset = 0;
     unsigned outOffset = 0;
     devices::parser::mx::Parser_kv38 deviceParser;
-    LogToDiagnostics log; // takes the logger that the parser has set up
+    LogToDiagnostics log; // after the parser, which sets up the logger
     std::vector<char> mxData;
     std::shared_ptr<Device> builtDevice; // its parameters point into mxData
     mxformat::ConversionTable conversions;

@@ -9,25 +9,25 @@
 
 namespace mxtool {
 
-/// What every verb is told.
+/// The options that every verb accepts.
 struct GlobalOptions
 {
-    bool quiet = false;                   ///< No closing lines, no notes.
-    bool overwrite = false;               ///< An output may replace another kind, or comments.
-    std::string logLevel = "information"; ///< Of the device parser's log lines.
+    bool quiet = false;     ///< Print no closing lines and no notes.
+    bool overwrite = false; ///< An output may replace a file of another kind, or comments.
+    std::string logLevel = "information"; ///< Lowest priority of log lines shown.
 };
 
-/// How a verb runs once the command line is understood. May throw a `Failure`.
+/// Runs a verb after the command line was parsed. May throw a `Failure`.
 using VerbAction = std::function<ExitCode()>;
 
-/// Says how a verb runs; the last verb found in the command line is the one that is run.
+/// Sets the action of the verb to run; the last verb in the command line counts.
 using VerbChoice = std::function<void(VerbAction)>;
 
-/// Adds every option and verb to the program: what can be called, and the one list of it. `options`
-/// outlives the program.
+/// Adds every option and verb to the program; the only list of them. `options` must outlive the
+/// program.
 void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& choose);
 
-// Each adds its verb to the program. `options` outlives the action.
+// Each adds its verb to the program. `options` must outlive the action.
 
 void addGroupsVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addShowVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);

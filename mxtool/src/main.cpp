@@ -12,8 +12,8 @@
 
 namespace {
 
-// The JSON library takes memory in destructors, which may not throw: where there is none, the
-// program ends here. Nothing was written yet, and a database takes an open transaction back.
+// The JSON library allocates in destructors, which must not throw: without memory the program ends
+// here. Nothing is written yet, and a database rolls back an open transaction.
 [[noreturn]] void endWithoutMemory()
 {
     try {
@@ -24,7 +24,7 @@ namespace {
         constexpr std::string_view text = "error: Out of memory\n";
         static_cast<void>(!write(STDERR_FILENO, text.data(), text.size()));
         std::_Exit(static_cast<int>(mxtool::ExitCode::Output));
-    } catch (...) { // anything else is a defect, as without this function
+    } catch (...) { // any other exception is a defect: abort as by default
     }
     std::abort();
 }
@@ -33,7 +33,7 @@ namespace {
 
 int main(int argc, char** argv)
 {
-    // A reader that leaves early ends a write with an error, not the program without a word.
+    // SIGPIPE is ignored: a closed pipe becomes a write error.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     std::set_terminate(endWithoutMemory);
     return mxtool::run({argv + 1, argv + argc});

@@ -9,10 +9,10 @@ namespace {
 
 constexpr std::size_t shortestSymbol = 2;
 
-// The records of the channels, none where the group has another shape.
+// The records of the channels; none if the group is malformed.
 std::vector<mxauthor::ChannelRecord> recordsOf(const std::vector<char>& mxData)
 {
-    // What follows a failure is nothing that the parser has read.
+    // The parser has not read the bytes after a failure.
     for (const mxauthor::Group& group : mxauthor::readWholeGroups(mxData).file.groups) {
         if (const auto* channels = std::get_if<mxauthor::Channels>(&group.content)) {
             return channels->records;
@@ -21,15 +21,15 @@ std::vector<mxauthor::ChannelRecord> recordsOf(const std::vector<char>& mxData)
     return {};
 }
 
-// Finds the record of each channel of a device. The device has them in the order of the records,
-// without those that are left out by their name; a number has one name, so that none of its records
-// is in the device, or all are.
+// Finds the record of each channel of a device. The device has its channels in the order of the
+// records, without those omitted because of their name. As a number has one name, either all of its
+// records are in the device or none is.
 class RecordSearch
 {
 public:
     explicit RecordSearch(const std::vector<char>& mxData) : records(recordsOf(mxData)) {}
 
-    // Returns whether the value of the next channel, which has this number, has a sign.
+    // Returns whether the value of the next channel, which has this number, is signed.
     bool isSigned(std::uint8_t number)
     {
         while (next < records.size()) {
@@ -88,7 +88,7 @@ ChannelMap makeChannelMap(devices::parser::IDeviceParser& parser,
                           devices::parser::mx::Parser_kv38::DeviceP& device,
                           const std::vector<char>& mxData)
 {
-    const DeviceReport report = makeReport(device, {}); // of the channels alone
+    const DeviceReport report = makeReport(device, {}); // only its channels are used
     const auto mapping = parser.getChannelMappingInfoList(&device);
     ChannelMap map{report.label,
                    report.deviceTypeId,

@@ -4,10 +4,10 @@
 
 namespace mxtool {
 
-/// Where the channels of a module lie in the process images.
+/// The places of a module's channels in the process images.
 struct ChannelMap
 {
-    /// The bytes that the module has in one image.
+    /// The bytes of the module in one image.
     struct Data
     {
         std::uint64_t firstByte;
@@ -24,22 +24,22 @@ struct ChannelMap
         char area;       ///< 'I' or 'Q'.
         char sizeLetter; ///< 'X', 'B', 'W', 'D' or 'L'.
         std::uint32_t byteAddress;
-        std::uint8_t bitOffset; ///< As the mx file has it; may be above 7.
+        std::uint8_t bitOffset; ///< As in the mx file; may be above 7.
         std::uint8_t bitLength;
         std::uint8_t mask;
-        bool isSigned = false; ///< Whether the value has a sign; never true of a bit field.
+        bool isSigned = false; ///< Whether the value is signed; false for a bit field.
 
         bool isInput() const { return area == 'I'; }
         const char* direction() const { return isInput() ? "in" : "out"; }
 
-        /// Whether single bits are addressed, else whole bytes as the size letter says.
+        /// Whether bits are addressed; otherwise whole bytes, as the size letter states.
         bool isBitField() const;
 
-        /// Returns the first bit in the image, counted from byte 0. The byte address counts whole
-        /// bytes already, so only the place within the byte counts of the bit offset.
+        /// Returns the first bit in the image, counted from byte 0: the byte address and the bit
+        /// offset modulo 8, as the byte address already includes whole bytes.
         std::uint64_t firstBit() const;
 
-        /// Returns how many bits of the image the channel holds, at most 255.
+        /// Returns the number of bits of the channel, at most 255.
         unsigned bits() const;
     };
 
@@ -48,11 +48,11 @@ struct ChannelMap
     Data input;
     Data output;
     std::vector<Channel> channels;                    ///< In the order of the device.
-    std::vector<DeviceReport::Channel> withoutSymbol; ///< These lie in no image.
+    std::vector<DeviceReport::Channel> withoutSymbol; ///< Channels in no image.
 };
 
-/// Joins the mapping list that `parser` gives for `device` with the channels of the device and with
-/// their records in its mx data. The parser logs each channel that has no symbol.
+/// Combines the mapping list of `parser` for `device` with the channels of the device and their
+/// records in the mx data. The parser logs each channel without a symbol.
 ChannelMap makeChannelMap(devices::parser::IDeviceParser& parser,
                           devices::parser::mx::Parser_kv38::DeviceP& device,
                           const std::vector<char>& mxData);

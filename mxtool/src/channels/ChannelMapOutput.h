@@ -12,8 +12,8 @@ std::string channelMapText(const ChannelMap& map);
 /// Returns the channels as CSV with a line of headings.
 std::string channelMapCsv(const ChannelMap& map, const CsvStyle& style = {});
 
-/// Returns the channels, what lies in no image, and the free and the overlapping bits of both
-/// images, schema "mxtool.channels" version 1. `image` is that of `map`.
+/// Returns the channels, those without an address, and the free and overlapping bits of both
+/// images, schema "mxtool.channels" version 1. `image` is made from `map`.
 Json channelMapJson(const ChannelMap& map, const ProcessImage& image);
 
 } // namespace mxtool

@@ -43,7 +43,7 @@ std::string declaration(const std::string& name, const std::string& address,
     return fmt::format("    {} AT {} : {};{}\n", name, address, type, behind);
 }
 
-// The name of the channel, where the identifier does not tell it already.
+// The name of the channel, if it differs from the identifier.
 std::string nameComment(const Channel& channel, const std::string& identifier)
 {
     return channel.name == identifier ? "" : iecCommentText(channel.name);
@@ -54,7 +54,7 @@ bool fillsBytes(const Channel& channel)
     return channel.firstBit() % 8 == 0 && channel.bits() % 8 == 0;
 }
 
-// No type is as wide as a long field that shares its bytes.
+// No type is wide enough for a long field that shares its bytes.
 bool isDeclared(const Channel& channel)
 {
     return !channel.isBitField() || channel.sizeLetter == 'X' ||
@@ -124,7 +124,7 @@ std::string iecDeclarations(const ChannelMap& map)
     for (const Channel& channel : map.channels) {
         body += channelDeclarations(channel, names);
     }
-    // Compilers refuse an empty list.
+    // Compilers reject an empty list.
     const bool declares = std::any_of(map.channels.begin(), map.channels.end(), isDeclared);
     return head + (declares ? "VAR_GLOBAL\n" + body + "END_VAR\n" : body);
 }

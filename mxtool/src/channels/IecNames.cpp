@@ -16,9 +16,9 @@ namespace {
 
 constexpr const char* prefix = "Ch_";
 constexpr std::size_t longestIdentifier = 97; // without the prefix
-constexpr std::size_t bytesLookedAt = 1000;   // of a name
+constexpr std::size_t bytesLookedAt = 1000;   // at the beginning of a name
 
-// Words of the language: no variable may have one as its name.
+// Keywords, which are invalid as names of variables.
 const std::set<std::string> keywords = {"ABS",
                                         "ABSTRACT",
                                         "ACOS",
@@ -227,14 +227,14 @@ const std::set<std::string> keywords = {"ABS",
                                         "XOR",
                                         "XORN"};
 
-// How the letters from U+00C0 on are written.
+// ASCII letters for the letters from U+00C0 on.
 constexpr std::array<const char*, 64> latin1 = {
     "A", "A", "A", "A", "Ae", "A", "Ae", "C", "E", "E", "E", "E", "I",  "I", "I",  "I",
     "D", "N", "O", "O", "O",  "O", "Oe", "",  "O", "U", "U", "U", "Ue", "Y", "Th", "ss",
     "a", "a", "a", "a", "ae", "a", "ae", "c", "e", "e", "e", "e", "i",  "i", "i",  "i",
     "d", "n", "o", "o", "o",  "o", "oe", "",  "o", "u", "u", "u", "ue", "y", "th", "y"};
 
-// Other characters that device texts have and that stand for letters or digits.
+// Other characters in device texts that represent letters or digits.
 const std::map<char32_t, const char*> otherLetters = {
     {0x00B0, "deg"}, {0x00B2, "2"},   {0x00B3, "3"},  {0x00B5, "u"},     {0x00B9, "1"},
     {0x0152, "Oe"},  {0x0153, "oe"},  {0x0160, "S"},  {0x0161, "s"},     {0x0178, "Y"},
@@ -246,7 +246,7 @@ bool isPlain(char32_t point)
     return point < 0x80 && std::isalnum(static_cast<unsigned char>(point)) != 0;
 }
 
-// The plain letters and digits that stand for `point`, none for a separator.
+// The ASCII letters and digits for `point`; empty for a separator.
 std::string plainLetters(char32_t point)
 {
     if (isPlain(point)) {

@@ -19,7 +19,7 @@ using BitRun = ProcessImage::BitRun;
 using Piece = ProcessImage::Piece;
 using Row = ProcessImage::Row;
 
-// Up to so many bytes without a channel are drawn as a row each.
+// Up to this number of bytes without a channel are drawn as one row each.
 constexpr std::uint64_t shortRun = 2;
 
 // The bits of one channel in the image.
@@ -31,7 +31,7 @@ struct Span
     unsigned lane;
 };
 
-// Gives each span, ordered by their begin, the first lane that is free there.
+// Assigns each span, ordered by begin, the first free lane.
 void assignLanes(std::vector<Span>& spans)
 {
     std::vector<std::uint64_t> ends;
@@ -65,7 +65,7 @@ void addPiece(Row& row, const Piece& piece)
     row.pieces.push_back(piece);
 }
 
-// The rows that hold a channel, by their byte.
+// The rows with a channel, by byte.
 std::map<std::uint64_t, Row> occupiedRows(const std::vector<Span>& spans)
 {
     std::map<std::uint64_t, Row> rows;
@@ -97,8 +97,8 @@ void addEmptyRows(std::vector<Row>& rows, std::uint64_t begin, std::uint64_t end
     }
 }
 
-// Adds the bytes from `begin` to `end`, that hold no channel: those of the module's data apart from
-// those outside it.
+// Adds the bytes from `begin` to `end`, which have no channel: separate rows for those within the
+// module's data and those outside it.
 void fillBetween(std::vector<Row>& rows, const ChannelMap::Data& data, std::uint64_t begin,
                  std::uint64_t end)
 {
@@ -180,7 +180,7 @@ void addRun(std::vector<BitRun>& runs, std::uint64_t firstBit, std::uint64_t bit
     }
 }
 
-// Collects the bits that `bitsOf` names in each row.
+// Collects the bits returned by `bitsOf` for each row.
 template <typename BitsOf>
 std::vector<BitRun> collectRuns(const std::vector<Row>& rows, BitsOf bitsOf)
 {
@@ -200,7 +200,7 @@ std::vector<BitRun> collectRuns(const std::vector<Row>& rows, BitsOf bitsOf)
     return runs;
 }
 
-// Cuts a name, but keeps the number at its end: it tells the channels of a module apart.
+// Shortens a name but keeps the number at its end, which distinguishes the channels of a module.
 std::string shortenedName(const std::string& name, std::size_t columns)
 {
     const std::size_t begin = name.find_last_not_of("0123456789") + 1;

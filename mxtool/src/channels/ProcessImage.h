@@ -4,10 +4,10 @@
 
 namespace mxtool {
 
-/// What a picture of a module's process images shows, however it is drawn.
+/// The content of a picture of a module's process images, independent of how it is drawn.
 ///
-/// Its size depends on the number of channels alone: long runs of bytes without a channel are one
-/// row, and of channels on top of one another in a byte only the first `maximumLanes` are drawn.
+/// Its size depends on the number of channels alone: a long run of bytes without a channel is one
+/// row, and at most `maximumLanes` overlapping channels are drawn in a byte.
 struct ProcessImage
 {
     static constexpr unsigned maximumLanes = 4;
@@ -15,14 +15,14 @@ struct ProcessImage
 
     struct Channel
     {
-        std::string name; ///< As `labelOf` shows it.
+        std::string name; ///< As returned by `labelOf`.
         std::string symbol;
         std::uint8_t number;
         unsigned bits;
         unsigned colour; ///< Below `colours`; neighbours differ.
     };
 
-    /// The bits of one byte that a channel holds.
+    /// The bits of a channel in one byte.
     struct Piece
     {
         std::size_t channel; ///< Index in the area's channels.
@@ -30,8 +30,8 @@ struct ProcessImage
         unsigned lowBit;
         unsigned lane;   ///< Below `maximumLanes`; pieces that share bits have different lanes.
         unsigned byte;   ///< Which byte of the channel it is: 0, 1, ...
-        bool joinsAbove; ///< Goes on from the row above as one block.
-        bool joinsBelow; ///< Goes on in the row below as one block.
+        bool joinsAbove; ///< Continues the block of the row above.
+        bool joinsBelow; ///< Continues in the row below.
     };
 
     /// One byte of the image, or a run of bytes without a channel.
@@ -39,14 +39,14 @@ struct ProcessImage
     {
         std::uint64_t firstByte = 0;
         std::uint64_t count = 1; ///< Above 1: a run without a channel.
-        bool inData = true;      ///< Lies in the module's data; false: beyond it.
+        bool inData = true;      ///< Whether it lies within the module's data.
         std::vector<Piece> pieces;
-        unsigned lanes = 1;        ///< How many the pieces take.
-        std::uint8_t occupied = 0; ///< Bits that a channel holds.
-        std::uint8_t overlaps = 0; ///< Bits that more than one channel holds.
+        unsigned lanes = 1;        ///< Number of lanes in use.
+        std::uint8_t occupied = 0; ///< Bits of any channel.
+        std::uint8_t overlaps = 0; ///< Bits of more than one channel.
         unsigned hidden = 0;       ///< Pieces that are not drawn.
 
-        /// Returns the bits of the module's data that no channel holds.
+        /// Returns the bits of the module's data without a channel.
         std::uint8_t gaps() const { return inData ? static_cast<std::uint8_t>(~occupied) : 0; }
     };
 
@@ -63,8 +63,8 @@ struct ProcessImage
         std::vector<Channel> channels;
         std::vector<Row> rows; ///< Ordered by their bytes.
 
-        std::vector<BitRun> gaps() const;     ///< Bits of the data that no channel holds.
-        std::vector<BitRun> overlaps() const; ///< Bits that more than one channel holds.
+        std::vector<BitRun> gaps() const;     ///< Bits of the data without a channel.
+        std::vector<BitRun> overlaps() const; ///< Bits of more than one channel.
     };
 
     std::string title;
@@ -72,22 +72,22 @@ struct ProcessImage
     Area output;
 };
 
-/// Lays the channels of `map` out.
+/// Lays out the channels of `map`.
 ProcessImage makeProcessImage(const ChannelMap& map);
 
 /// Returns "22 bytes from byte 0", or "no data".
 std::string dataText(const ChannelMap::Data& data);
 
-/// Returns the number of all bits of `runs`.
+/// Returns the number of bits in `runs`.
 std::uint64_t totalBits(const std::vector<ProcessImage::BitRun>& runs);
 
-/// Returns what stands in `columns` columns of `piece`: the name and, where there is room, the
-/// symbol of the channel; from its second byte on the name and the number of the byte. A shortened
-/// name keeps the number at its end.
+/// Returns the text of `piece` in `columns` columns: the name of the channel and, if it fits, the
+/// symbol; from its second byte on the name and the number of the byte. A shortened name keeps the
+/// number at its end.
 std::string pieceText(const ProcessImage::Channel& channel, const ProcessImage::Piece& piece,
                       std::size_t columns);
 
-/// Returns what stands in a row of several bytes.
+/// Returns the text of a row of several bytes.
 std::string runText(const ProcessImage::Row& row);
 
 } // namespace mxtool

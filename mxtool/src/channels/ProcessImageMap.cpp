@@ -18,12 +18,12 @@ using Piece = ProcessImage::Piece;
 using Row = ProcessImage::Row;
 
 constexpr std::size_t cellWidth = 8;
-constexpr std::size_t byteWidth = 5;  // of the column of byte numbers; large ones take more
-constexpr std::size_t listedRuns = 4; // so many runs of bits are told in a line
+constexpr std::size_t byteWidth = 5;  // of the column of byte numbers; large numbers are wider
+constexpr std::size_t listedRuns = 4; // most runs of bits listed in a line
 constexpr const char* border = "\u2502";
 constexpr const char* dot = "\u00B7";
 
-// Backgrounds of the 256 colours of a terminal, light enough for black text.
+// Background colours of the 256 terminal colours, light enough for black text.
 constexpr std::array<int, ProcessImage::colours> backgrounds = {153, 223, 157, 225, 230,
                                                                 195, 217, 189, 194, 222};
 
@@ -36,7 +36,7 @@ std::string repeated(const char* text, std::size_t count)
     return all;
 }
 
-// The columns of `bits` bits side by side, without the border behind them.
+// The width of `bits` adjacent bits, without the border after them.
 std::size_t widthOf(std::size_t bits)
 {
     return bits * (cellWidth + 1) - 1;
@@ -77,7 +77,7 @@ std::string laneLine(const Area& area, const Row& row, unsigned lane, bool colou
     return line + "\n";
 }
 
-// "!" where channels overlap, ">" beyond the data of the module.
+// "!" where channels overlap, ">" outside the data of the module.
 const char* markOf(const Row& row)
 {
     if (row.overlaps != 0) {

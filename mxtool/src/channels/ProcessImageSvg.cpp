@@ -28,7 +28,7 @@ constexpr std::size_t lineHeight = 18; // of a text
 constexpr std::size_t baseline = 15;   // of a text, below the top of its line
 constexpr std::size_t padding = 5;     // beside a text in its cell
 constexpr std::size_t letterWidth = 7; // of the monospaced font, rounded up
-constexpr std::size_t moreWidth = 50;  // the "+3" of what is not drawn, right of the cells
+constexpr std::size_t moreWidth = 50;  // the "+3" for channels not drawn, right of the cells
 constexpr std::size_t swatchWidth = 18;
 constexpr std::size_t legendGap = 28;                  // between the columns of the legend
 constexpr std::size_t headHeight = 2 * lineHeight + 8; // title and bit numbers of an area
@@ -101,7 +101,7 @@ std::size_t leftOf(unsigned bit)
     return margin + byteColumn + (7 - bit) * bitWidth;
 }
 
-// The runs of neighbouring bits in a byte, as (highest, lowest), from the left.
+// The runs of adjacent bits in a byte, as (highest, lowest), from the left.
 std::vector<std::pair<unsigned, unsigned>> bitRuns(unsigned bits)
 {
     std::vector<std::pair<unsigned, unsigned>> runs;
@@ -197,7 +197,7 @@ std::string rowShapes(const Area& area, const Row& row, std::size_t top)
 std::string grid(const Area& area, std::size_t top)
 {
     std::string shapes;
-    std::string marks; // in front of everything else
+    std::string marks; // drawn over everything else
     for (const Row& row : area.rows) {
         shapes += rowShapes(area, row, top);
         marks += overlapMarks(row, top);
@@ -338,7 +338,7 @@ std::string areaShapes(const Area& area, std::size_t top)
            legendShapes(area, legendOf(area), gridTop);
 }
 
-// What the marks mean.
+// The legend of the marks.
 std::string key(std::size_t top)
 {
     const std::size_t y = top + baseline;

@@ -4,8 +4,7 @@
 
 namespace mxtool {
 
-/// Returns the picture as an SVG document that needs nothing else, always the same for the same
-/// image.
+/// Returns the picture as a self-contained SVG document, always the same for the same image.
 std::string processImageSvg(const ProcessImage& image);
 
 } // namespace mxtool

@@ -66,7 +66,7 @@ Json fileJson(const CheckReport::File& file)
     return {{"file", text::toUtf8(file.name)}, {"findings", findings}};
 }
 
-// Every finding, as severe as its rule.
+// Every finding, with the severity of its rule.
 std::vector<CheckReport::Entry> entriesOf(const ModuleFile& module)
 {
     std::vector<CheckReport::Entry> entries;

@@ -7,20 +7,20 @@
 
 namespace mxtool {
 
-/// Which findings count, and as what.
+/// Which rules apply, and with which severity.
 struct CheckWishes
 {
-    std::vector<std::string> silenced; ///< Rules that are left out.
-    std::vector<std::string> raised;   ///< Rules that are errors.
+    std::vector<std::string> silenced; ///< Rules whose findings are left out.
+    std::vector<std::string> raised;   ///< Rules whose findings are errors.
 };
 
-/// What the checker found in the files of a call.
+/// The findings in the files of one run.
 struct CheckReport
 {
-    /// Where a finding is in the text form that the file was built from.
+    /// The place of a finding in the text form that the file was built from.
     struct TextPlace
     {
-        mxauthor::SourceError where; ///< With the finding as it is told there.
+        mxauthor::SourceError where; ///< With the finding worded for the text form.
         std::string hint;            ///< What to do; may be empty.
         std::string excerpt;         ///< The line, and a caret below its column.
     };
@@ -29,25 +29,25 @@ struct CheckReport
     {
         mxauthor::Finding finding;
         mxauthor::Severity severity;
-        std::optional<TextPlace> inText; ///< Nothing for an mx file.
+        std::optional<TextPlace> inText; ///< Empty for an mx file.
     };
 
     struct File
     {
         std::string name;
-        std::vector<Entry> entries; ///< In the order of the file or text.
+        std::vector<Entry> entries; ///< Ordered by place in the file or text.
     };
 
     std::vector<File> files;
 
-    /// Returns how many findings of `severity` there are.
+    /// Returns the number of findings of `severity`.
     unsigned count(mxauthor::Severity severity) const;
 };
 
-/// Returns what the checker finds in `module`, as the user wants it.
+/// Checks `module` and applies `wishes` to its findings.
 CheckReport::File checkedFile(const ModuleFile& module, const CheckWishes& wishes);
 
-/// Returns a line per finding and, unless `quiet`, one with their numbers.
+/// Returns a line per finding and, unless `quiet`, a line with their counts.
 std::string checkText(const CheckReport& report, bool coloured, bool quiet);
 
 /// Returns the report, schema "mxtool.check" version 2.
@@ -62,7 +62,7 @@ std::string ruleListText();
 /// Returns all rules, schema "mxtool.check-rules" version 1.
 Json ruleListJson();
 
-/// Returns what there is to say of one rule.
+/// Returns the description of one rule.
 std::string ruleText(const mxauthor::CheckRule& rule);
 
 } // namespace mxtool

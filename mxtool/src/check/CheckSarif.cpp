@@ -34,11 +34,11 @@ bool staysInUri(unsigned char c)
            std::string("-._~/").find(static_cast<char>(c)) != std::string::npos;
 }
 
-// The base of relative references: the folder in which mxtool was called. Which one that is,
-// readers know, and the report is the same on every machine.
+// The base of relative references: the current directory of mxtool. Its path is not written, so
+// that the report is the same on every machine.
 constexpr const char* workingFolder = "WORKINGFOLDER";
 
-// A path as it is in a URI: what that cannot hold becomes %XX.
+// A path as part of a URI: other characters become %XX.
 std::string uriPathOf(const std::string& path)
 {
     std::string uri;

@@ -42,7 +42,7 @@ bool sameNumber(const std::string& a, const std::string& b)
                               reason));
 }
 
-// Whether `text`, the number `number`, is what the parameter shows already.
+// Whether `text`, the number `number`, is the present value of the parameter.
 bool isShown(const Parameter& parameter, const std::string& text, const Decimal& number)
 {
     return text == parameter.value ||
@@ -56,7 +56,7 @@ bool isListed(const Parameter& parameter, const std::string& number)
         [&number](const Option& option) { return sameNumber(option.value, number); });
 }
 
-// The number of the option that has this text; nothing when none has it.
+// The number of the option with this text, if any.
 std::optional<std::string> numberOfText(const Parameter& parameter, const std::string& text)
 {
     std::optional<std::string> number;
@@ -102,7 +102,7 @@ std::string limitsOf(const Parameter& parameter)
     return low + " to " + high;
 }
 
-// Options, ranges and calls with --force may ask for more than the bits of a parameter can hold.
+// Options, ranges and values with --force may exceed the bits of a parameter.
 void requireHeld(const Parameter& parameter, const std::string& value, const std::string& number)
 {
     const auto wanted = Decimal::ofText(number);
@@ -119,7 +119,7 @@ void requireHeld(const Parameter& parameter, const std::string& value, const std
     }
 }
 
-// Where one option is called by the number of another, nobody can tell which is meant.
+// Ambiguous: one option's text is another's number.
 void refuseTwoMeanings(const Parameter& parameter, const std::string& value,
                        const std::string& numberOfItsText)
 {
@@ -150,8 +150,8 @@ std::string optionNumber(const Parameter& parameter, const std::string& value, V
     return number;
 }
 
-// `value` without the parameter's unit and the blanks in front of it. A unit that begins like the
-// rest of a number stands after a blank.
+// `value` without the parameter's unit and the blanks before it. A unit that could continue a
+// number must follow a blank.
 std::string withoutUnit(const Parameter& parameter, const std::string& value)
 {
     const std::string unit = text::toUtf8(parameter.unit);
@@ -165,7 +165,7 @@ std::string withoutUnit(const Parameter& parameter, const std::string& value)
                                           : number.substr(0, number.find_last_not_of(' ') + 1);
 }
 
-// `text` with a decimal point for its decimal comma; empty where it is no number with one.
+// `text` with its decimal comma replaced by a point; empty if it is not a number with a comma.
 std::string withDecimalPoint(std::string text)
 {
     const std::size_t comma = text.find(',');
@@ -175,7 +175,7 @@ std::string withDecimalPoint(std::string text)
     return comma != std::string::npos && Decimal::ofText(text) ? text : "";
 }
 
-// What a number with a decimal comma, or with another unit, has to look like.
+// The hint for a number with a decimal comma or another unit.
 std::string numberHint(const Parameter& parameter, const std::string& value)
 {
     const std::string text = withoutUnit(parameter, value);
@@ -205,7 +205,7 @@ std::string rangedNumber(const Parameter& parameter, const std::string& value, V
     if (!number || (!parameter.converted && !isInteger(text))) {
         refuse(parameter, value, expectation(parameter, value));
     }
-    // What counts is the raw value: texts of physical values may be rounded.
+    // Compares raw values: texts of physical values may be rounded.
     if (check == ValueCheck::Full && !isShown(parameter, text, *number) &&
         !parameter.scale.nearestRaw(*number, parameter.rawMin, parameter.rawMax)) {
         refuse(parameter, value, expectation(parameter, value));

@@ -6,18 +6,18 @@
 
 namespace mxtool {
 
-/// How strictly a value is looked at.
+/// How strictly a value is checked.
 enum class ValueCheck
 {
-    Full,      ///< It must lie in the range or be an option.
-    NumberOnly ///< Any number that the parameter can hold will do.
+    Full,      ///< It must be in the range or an option.
+    NumberOnly ///< Any number that fits into the parameter's bits.
 };
 
-/// Returns the text by which the parsing library sets `parameter` to what `value` (UTF-8) means:
-/// the text of an option, its number, "#N" for the number N whatever the options are called, or a
-/// number, in physical units where the parameter is converted, with or without the unit. What the
-/// parameter shows already is always accepted, what its bits cannot hold never is. Throws a
-/// `Refusal` that says what is accepted.
+/// Converts `value` (UTF-8) to the text with which the parsing library sets `parameter`. `value` is
+/// the text of an option, its number, "#N" for option number N even if an option has the text N, or
+/// a number, in physical units if the parameter is converted, with or without the unit. The present
+/// value is always accepted; a value that does not fit into the parameter's bits never is. Throws a
+/// `Refusal` that states what is accepted.
 std::string acceptedValue(const DeviceReport::Parameter& parameter, const std::string& value,
                           ValueCheck check);
 

@@ -6,14 +6,14 @@
 
 namespace mxtool {
 
-/// A parameter's value that the user asks for. Texts are UTF-8.
+/// A value that the user sets. Texts are UTF-8.
 struct Assignment
 {
-    std::string place; ///< Where it stands: the words of the call, or FILE:LINE:COLUMN.
-    std::string name;  ///< As `parameterCalled` takes it.
-    std::string value; ///< As `acceptedValue` takes it.
-    ExitCode code;     ///< How the program ends when it is refused.
-    /// What a row of a table calls the parameter of this identifier; empty: not stated.
+    std::string place; ///< Where it is set: a command line argument, or FILE:LINE:COLUMN.
+    std::string name;  ///< As accepted by `parameterCalled`.
+    std::string value; ///< As accepted by `acceptedValue`.
+    ExitCode code;     ///< Exit code if it is rejected.
+    /// The name that a row of a table gives beside this identifier; empty: none.
     std::string statedName = {};
 };
 

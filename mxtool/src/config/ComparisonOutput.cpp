@@ -26,7 +26,7 @@ bool isModbus(const ImageComparison& comparison)
     return comparison.wanted.fieldbus == FieldbusType::Modbus;
 }
 
-// One deviation, as the three forms show it.
+// One deviation, for the three output formats.
 struct Deviation
 {
     const ImageComparison& comparison;

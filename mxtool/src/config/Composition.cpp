@@ -18,16 +18,16 @@ namespace {
 
 using Parameter = DeviceReport::Parameter;
 
-// A value that is known to be accepted.
+// A value that was accepted.
 struct Setting
 {
     const Assignment* assignment;
     std::size_t parameter; // position in the report
-    std::string text;      // as the library takes it
-    Parameter alone;       // the parameter when it alone is set
+    std::string text;      // as set through the library
+    Parameter alone;       // the parameter after setting it alone
 };
 
-constexpr std::size_t mostRefusals = 50; // nobody reads more, and each looks for the nearest names
+constexpr std::size_t mostRefusals = 50; // each searches for the nearest names
 
 class Composer
 {
@@ -121,7 +121,7 @@ private:
     {
         const Parameter& parameter = before.parameters[setting.parameter];
         if (setting.text == parameter.value && parameter.raw) {
-            return parameter; // what it shows already changes nothing
+            return parameter; // the present value changes nothing
         }
         try {
             return reportOf(imageWith({setting})).parameters[setting.parameter];
@@ -163,7 +163,7 @@ private:
         return module.report(*module.withParameterBlock(image));
     }
 
-    // Parameters may share bits: nobody's value changes without a word.
+    // Parameters may share bits: report every side effect.
     void compareWith(const DeviceReport& after)
     {
         std::map<std::size_t, const Setting*> set;

@@ -9,16 +9,16 @@
 
 namespace mxtool {
 
-/// What came of writing values into a parameter image.
+/// The result of writing values into a parameter image.
 struct Composition
 {
     std::vector<char> image;          ///< The raw parameter image; empty after an error.
-    std::vector<Diagnostic> findings; ///< The first 50 refused values, every side effect.
-    ExitCode code = ExitCode::Done;   ///< Of the first refused value.
+    std::vector<Diagnostic> findings; ///< The first 50 rejected values and every side effect.
+    ExitCode code = ExitCode::Done;   ///< Of the first rejected value.
 };
 
-/// Writes the values that `assignments` ask for into the parameter image of `base`, a translation
-/// of `module`, through the parsing library. Every assignment is looked at before any is written.
+/// Writes the values of `assignments` into the parameter image of `base`, a translation of
+/// `module`, through the parsing library. Checks all of them before it writes the first.
 Composition compose(TranslatedModule& module, TranslatedModule::Device& base,
                     const std::vector<Assignment>& assignments, ValueCheck check);
 

@@ -14,7 +14,7 @@ namespace {
 
 using devices::parser::FieldbusType;
 
-// Why the Modbus registers cannot hold a parameter; nothing where they can.
+// Why the Modbus registers cannot contain a parameter; nothing if they can.
 std::optional<std::string> obstacle(const DeviceReport::Parameter& parameter, std::size_t imageSize)
 {
     auto reason = whyNotHeld(parameter, imageSize);
@@ -25,7 +25,7 @@ std::optional<std::string> obstacle(const DeviceReport::Parameter& parameter, st
     return reason;
 }
 
-// The library's text, and every parameter that it may be about.
+// The library's error text, and every parameter that may be its cause.
 [[noreturn]] void failRegisters(const std::string& file, const std::string& text,
                                 const Configuration& configuration)
 {

@@ -21,7 +21,7 @@ namespace {
 using devices::parser::FieldbusType;
 using devices::parser::mx::bufferAsHex;
 
-// One parameter in the buffer, as the three forms show it.
+// One parameter in the buffer, for the three output formats.
 struct PlaceRow
 {
     const DeviceReport::Parameter& parameter;
@@ -126,12 +126,12 @@ Json rowJson(const PlaceRow& row, const Configuration& configuration)
             {"hex", hexOfBytes(configuration.bytes, row.place.begin, row.place.size)}};
 }
 
-// The values as a later call takes them back, whatever the options are called.
+// The values in a form that --values reads back, whatever the texts of the options are.
 Json valuesJson(const DeviceReport& device)
 {
     Json values = Json::object();
     for (const auto& parameter : device.parameters) {
-        if (parameter.raw) { // nothing can be set outside the image
+        if (parameter.raw) { // parameters outside the image cannot be set
             values["#" + parameter.id] =
                 parameter.hasOptionList ? "#" + parameter.value : valueDigits(parameter);
         }

@@ -19,8 +19,8 @@ namespace {
 
 using devices::parser::FieldbusType;
 
-// Registers of which the module could not have been configured: a parameter that stands there twice
-// with two values, padding that is not 0.
+// Registers that cannot be a configuration: a parameter listed twice with two values, padding other
+// than 0.
 void checkRegisters(const std::vector<char>& registers, const Configuration& again,
                     const std::string& place)
 {
@@ -41,7 +41,7 @@ void checkRegisters(const std::vector<char>& registers, const Configuration& aga
                    ""});
 }
 
-// Bytes of the other kind are told by their number.
+// The size shows whether the bytes are of the other fieldbus type.
 void refuseOtherKind(std::size_t size, FieldbusType fieldbus, TranslatedModule& module,
                      const std::string& place)
 {

@@ -8,17 +8,17 @@
 
 namespace mxtool {
 
-/// Returns the number of bytes that `module` is configured with on `fieldbus`.
+/// Returns the size of the configuration of `module` on `fieldbus`, in bytes.
 std::size_t decodedSize(devices::parser::FieldbusType fieldbus, TranslatedModule& module);
 
-/// Returns the raw parameter image that `bytes` are on `fieldbus`: the image itself, or the Modbus
-/// registers of `module`. Throws a `Failure` with `place`, where the bytes come from, when the
-/// module could not have been configured with them.
+/// Returns the raw parameter image for `bytes`, which are that image or the Modbus registers of
+/// `module`, as `fieldbus` states. Throws a `Failure` with `place`, the origin of the bytes, when
+/// they are not a configuration of the module.
 std::vector<char> decodedImage(const std::vector<char>& bytes,
                                devices::parser::FieldbusType fieldbus, TranslatedModule& module,
                                const std::string& place);
 
-/// Throws a `Failure` with `place` when `image` has another size than the parameter image of
+/// Throws a `Failure` with `place` when the size of `image` is not that of the parameter image of
 /// `device`.
 void requireImageSize(const std::vector<char>& image, const DeviceReport& device,
                       const std::string& place);

@@ -7,13 +7,14 @@
 
 namespace mxtool {
 
-/// What was wanted of a module against what was read from it.
+/// A comparison of the wanted configuration with the one read from a module.
 struct ImageComparison
 {
     Configuration wanted;
     Configuration read;
-    std::vector<ParameterPlace> deviations; ///< Places whose bits differ, in their order.
-    std::vector<std::size_t> strayBytes; ///< Of the raw image, with differing bits of no parameter.
+    std::vector<ParameterPlace> deviations; ///< The places whose bits differ, in order.
+    std::vector<std::size_t>
+        strayBytes; ///< Bytes of the raw image that differ in bits of no parameter.
 
     bool isSame() const { return deviations.empty() && strayBytes.empty(); }
 };
@@ -21,7 +22,7 @@ struct ImageComparison
 /// Compares two configurations of the same module on the same fieldbus.
 ImageComparison compared(Configuration wanted, Configuration read);
 
-/// Returns a warning for the bits of no parameter that differ. `place` is where `read` comes from.
+/// Returns a warning about differing bits of no parameter. `place` is the origin of `read`.
 std::vector<Diagnostic> notesOf(const ImageComparison& comparison, const std::string& place);
 
 } // namespace mxtool

@@ -15,7 +15,7 @@ namespace {
 
 using Parameter = DeviceReport::Parameter;
 
-// The bytes of one parameter, as far as its registers hold it.
+// The bytes of one parameter, as far as they are in its registers.
 struct RegisterValue
 {
     const Parameter& parameter;
@@ -65,7 +65,7 @@ void writeParameter(const RegisterValue& value, std::vector<char>& image)
     if (const auto reason = whyNotHeld(parameter, image.size())) {
         value.refuse("none: " + *reason);
     }
-    if (parameter.hasOptionList && field.size() > 1) { // an option tells its first byte alone
+    if (parameter.hasOptionList && field.size() > 1) { // an option sets only the first byte
         image[field.begin()] = static_cast<char>(rawOption(value));
         return;
     }

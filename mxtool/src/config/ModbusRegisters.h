@@ -4,13 +4,14 @@
 
 namespace mxtool {
 
-/// Returns the number of bytes of the registers that hold `places`.
+/// Returns the size of the registers of `places`, in bytes.
 std::size_t sizeOfRegisters(const std::vector<ParameterPlace>& places);
 
-/// Returns the raw parameter image that the Modbus registers `registers` of `device` stand for.
+/// Converts the Modbus registers of `device` to its raw parameter image.
 ///
-/// `places` are the parameters in them. Bits that they do not hold come from `image`, the device's
-/// own. Throws a `Refusal` when the size or the value of a parameter is none that the module gives.
+/// `places` are the places of the parameters in the registers. All other bits are taken from
+/// `image`, the device's own image. Throws a `Refusal` when the size is wrong or a value is not one
+/// that the module can have.
 std::vector<char> imageOfRegisters(const std::vector<char>& registers,
                                    const std::vector<ParameterPlace>& places,
                                    const DeviceReport& device, std::vector<char> image);

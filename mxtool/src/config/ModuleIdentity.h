@@ -6,8 +6,8 @@
 
 namespace mxtool {
 
-/// Throws a `Failure` at `place` when `deviceTypeId` is that of another module type than `device`,
-/// which the file `module` describes. An empty one says nothing.
+/// Throws a `Failure` at `place` when `deviceTypeId` is not the module type of `device`, which the
+/// file `module` describes. An empty `deviceTypeId` is accepted.
 void requireIdentity(const std::string& deviceTypeId, const DeviceReport& device,
                      const std::string& module, const std::string& place);
 

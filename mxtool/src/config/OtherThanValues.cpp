@@ -10,14 +10,14 @@ namespace mxtool {
 
 namespace {
 
-// Small numbers are many of a parameter image's bytes; a text may have a stray zero byte.
+// Many bytes of a parameter image are small numbers; a text may contain a stray zero byte.
 bool isBinary(const std::string& content)
 {
     return content.find('\0') != std::string::npos &&
            text::countOfControls(content) >= content.size() / 4;
 }
 
-// Whether `content` may be a parameter image: bytes, or their text. UTF-16 has zeros as well.
+// Whether `content` may be a parameter image, as bytes or as text. UTF-16 contains zeros too.
 bool isImage(const std::string& content)
 {
     const bool isHexadecimal =
@@ -25,7 +25,7 @@ bool isImage(const std::string& content)
     return !content.empty() && !text::isUtf16(content) && (isHexadecimal || isBinary(content));
 }
 
-// What `content` is; nothing for what may hold values.
+// The kind of `content`; nothing if it may contain values.
 std::optional<std::string> nameOfOther(const std::string& content, FileKind kind)
 {
     if (kind == FileKind::Values || kind == FileKind::Configuration) {

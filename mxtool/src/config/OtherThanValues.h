@@ -7,9 +7,10 @@
 
 namespace mxtool {
 
-/// Returns what `content`, that of the input called `file`, seems to be other than a file of
-/// values, and what takes it; nothing where it may be one. What looks like another text may hold
-/// values all the same.
+/// Returns the error for `content`, that of the input `file`, if it is recognised as something
+/// other than a file of values: the message names its kind, the hint the option or verb for it.
+/// Returns nothing if it may be a file of values. Use it only if reading the values fails: content
+/// that looks like another kind may still be values.
 [[nodiscard]] std::optional<Failure> otherThanValues(const std::string& content,
                                                      const std::string& file);
 

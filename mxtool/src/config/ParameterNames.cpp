@@ -47,8 +47,8 @@ bool isCalled(const DeviceReport::Parameter& parameter, const std::string& name)
     if (own == name) {
         return true;
     }
-    // Channels and parameters may have a slash in their names: what stands behind one of the
-    // slashes must be the parameter's, what stands in front of it the channel's.
+    // Names of channels and parameters may contain slashes: the text after one of them must be the
+    // parameter's name, the text before it the channel's.
     if (name.size() <= own.size() || name[name.size() - own.size() - 1] != '/' ||
         name.compare(name.size() - own.size(), own.size(), own) != 0) {
         return false;
@@ -74,8 +74,8 @@ std::string qualifiedName(const DeviceReport::Parameter& parameter)
     return owner + "/" + text::toUtf8(parameter.name);
 }
 
-// Whether "NAME=VALUE" with `name` could be taken for a shorter name and a value that begins with
-// the rest.
+// Whether "NAME=VALUE" with `name` could be read as a shorter name and a value that begins with the
+// rest.
 bool beginsWithAnotherName(const std::string& name, const DeviceReport& device)
 {
     for (std::size_t at = name.find('='); at != std::string::npos; at = name.find('=', at + 1)) {
@@ -94,7 +94,7 @@ bool meansAlone(const std::string& name, const DeviceReport::Parameter& paramete
            text::forTerminal(name) == name && !beginsWithAnotherName(name, device);
 }
 
-// The nearest names, each in a form that means one parameter.
+// The nearest names, each in a form that matches one parameter.
 std::string nearestNames(const std::string& name, const DeviceReport& device)
 {
     constexpr std::size_t mostNames = 3;
@@ -152,7 +152,7 @@ struct Reading
 {
     std::string name;
     std::string value;
-    std::vector<const DeviceReport::Parameter*> parameters; // that the name may mean
+    std::vector<const DeviceReport::Parameter*> parameters; // that match the name
 };
 
 std::vector<Reading> readingsOf(const std::string& words, const DeviceReport& device)

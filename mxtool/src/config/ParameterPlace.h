@@ -10,7 +10,7 @@ namespace mxtool {
 
 constexpr std::size_t registerSize = 2; ///< Bytes of a Modbus register.
 
-/// Where a parameter stands in a buffer: the raw image or the Modbus registers.
+/// The place of a parameter in a buffer: the raw image or the Modbus registers.
 struct ParameterPlace
 {
     std::size_t parameter; ///< Position in the device's list of parameters.
@@ -21,20 +21,20 @@ struct ParameterPlace
 /// Returns the places of all parameters in the raw image, by byte and bit.
 std::vector<ParameterPlace> placesInImage(const DeviceReport& device);
 
-/// Returns the places in the Modbus registers, in their order. A parameter that stands there twice
-/// has two places.
+/// Returns the places in the Modbus registers, in order. A parameter that is listed twice has two
+/// places.
 std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device);
 
-/// Returns what is wrong with the bits of a parameter that has none, such as "its 3 bits from bit 6
-/// leave their byte, bits 0 to 7".
+/// Returns why the bits of a parameter are invalid, such as "its 3 bits from bit 6 leave their
+/// byte, bits 0 to 7".
 std::string faultOfBits(const DeviceReport::Parameter& parameter);
 
-/// Returns why the raw image of `imageSize` bytes does not hold the parameter; nothing where it
-/// does.
+/// Returns why a raw image of `imageSize` bytes does not contain the parameter; nothing if it does.
 [[nodiscard]] std::optional<std::string> whyNotHeld(const DeviceReport::Parameter& parameter,
                                                     std::size_t imageSize);
 
-/// Returns the bits of an image of `imageSize` bytes that parameters hold, as a mask for each byte.
+/// Returns the bits of an image of `imageSize` bytes that belong to parameters, as a mask for each
+/// byte.
 std::vector<std::uint8_t> bitsOfParameters(const DeviceReport& device, std::size_t imageSize);
 
 } // namespace mxtool

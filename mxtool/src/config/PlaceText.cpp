@@ -25,7 +25,7 @@ CsvRow registerColumns()
     return {"register_from_0", "register_from_1", "registers"};
 }
 
-// Numbers alone: a range such as "4-7" would be a date to a spreadsheet.
+// Numbers only: spreadsheets would convert a range such as "4-7" to a date.
 CsvRow registerCells(const ParameterPlace& place)
 {
     const std::size_t first = place.begin / registerSize;

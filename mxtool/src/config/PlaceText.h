@@ -7,7 +7,7 @@
 
 namespace mxtool {
 
-// How outputs show the place of a parameter.
+// The place of a parameter in outputs.
 
 /// Returns "4" or "4-7".
 std::string rangeText(std::size_t begin, std::size_t size);
@@ -18,8 +18,8 @@ std::string bitsText(const DeviceReport::Parameter& parameter);
 /// Returns the registers of a place, counted from 0.
 std::string registersText(const ParameterPlace& place);
 
-/// The columns of CSV that `registerCells` fills: the first register, as masters count them from 0
-/// (addresses) or from 1 (numbers), and how many.
+/// The CSV columns of `registerCells`: the first register, counted from 0 (address) and from 1
+/// (number), and the count.
 CsvRow registerColumns();
 CsvRow registerCells(const ParameterPlace& place);
 

@@ -38,8 +38,8 @@ bool isOwnTable(const std::string& text)
            std::string(",;\t").find(text[begin + 2]) != std::string::npos;
 }
 
-// A file without a telling name holds bytes, unless their number is wrong and it begins as what
-// `config` writes.
+// A file without a known extension contains bytes, unless their number is wrong and it begins like
+// the output of `config`.
 Content contentOf(const std::string& name, const std::string& text, std::size_t size)
 {
     const std::size_t first = text.find_first_not_of(" \t\r\n");
@@ -66,7 +66,7 @@ bool isTableOfValues(const CsvTable& table)
            !table.column("register") && !table.column("address");
 }
 
-// What to do with a file that holds no image.
+// The hint for a file that is not an image.
 std::string hintFor(const std::string& name, const std::string& text)
 {
     const FileKind kind = kindOf(text);

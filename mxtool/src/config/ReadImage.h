@@ -12,14 +12,13 @@ namespace mxtool {
 struct ReadImage
 {
     std::vector<char> image;       ///< The raw parameter image.
-    std::vector<Diagnostic> notes; ///< That the bytes carry no identity, what they leave out.
+    std::vector<Diagnostic> notes; ///< Missing identity, missing parameters.
 };
 
-/// Reads the parameter image of `module` that `words` give: the bytes themselves in hexadecimal,
-/// the name of a file, or "-" for standard input. On Modbus the bytes are registers, which may be
-/// in decimal. A file holds the bytes, or is what `mxtool config` has written as JSON or CSV, which
-/// must be of the same module type; one called .txt or .hex holds words. `option` is the name of
-/// the words, for diagnostics. Throws a `Failure`.
+/// Reads the parameter image of `module` given by `words`, the value of `option`: bytes in
+/// hexadecimal, a file name, or "-" for standard input. On Modbus the bytes are registers, which
+/// may be decimal. A file contains the bytes, or the JSON or CSV that `mxtool config` wrote for the
+/// same module type; a file .txt or .hex contains the bytes as text. Throws a `Failure`.
 ReadImage readImage(const std::string& words, const std::string& option,
                     devices::parser::FieldbusType fieldbus, TranslatedModule& module);
 

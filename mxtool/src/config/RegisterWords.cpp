@@ -51,7 +51,7 @@ std::vector<std::string> wordsOf(const std::string& text)
     return words;
 }
 
-// The bytes of `text` as registers; nothing when one of its words is none.
+// The bytes of `text` read as registers; nothing if one of its words is not a register.
 std::optional<Bytes> asRegisters(const std::string& text)
 {
     Bytes bytes;

@@ -7,13 +7,13 @@
 
 namespace mxtool {
 
-/// Returns the register that `word` spells: 4500, -1, 0x1194, 10#4500 or 16#1194. Nothing when it
-/// is none, a decimal number with leading zeros among them.
+/// Reads a register: 4500, -1, 0x1194, 10#4500 or 16#1194. Returns nothing for anything else, such
+/// as a decimal number with leading zeros.
 [[nodiscard]] std::optional<std::uint16_t> registerOfWord(const std::string& word);
 
-/// Returns the bytes of the Modbus registers that `text` spells: hexadecimal bytes, or registers
-/// separated by blanks, line ends, commas or semicolons. Of two readings the one of `size` bytes
-/// counts. Throws a `Refusal` with both where both have, and when it is neither.
+/// Reads Modbus registers as bytes: `text` contains hexadecimal bytes, or registers separated by
+/// blanks, line ends, commas or semicolons. If both readings are possible, the one of `size` bytes
+/// counts. Throws a `Refusal` if both have that size, and if neither reading is possible.
 std::vector<char> bytesOfRegisters(const std::string& text, std::size_t size);
 
 } // namespace mxtool

@@ -12,7 +12,7 @@ namespace mxtool {
 
 namespace {
 
-// The cells that say what a row asks for.
+// The cells that make a row's assignment.
 class ValueColumns
 {
 public:
@@ -33,7 +33,7 @@ public:
         return (owner.empty() ? "" : owner + "/") + row.cells[*name];
     }
 
-    // What the parameter of the row's identifier is called.
+    // The name that the row gives beside the identifier.
     std::string statedNameIn(const CsvTable::Row& row) const
     {
         return id && name ? row.cells[*name] : "";
@@ -50,7 +50,7 @@ public:
 private:
     std::optional<std::size_t> id;
     std::optional<std::size_t> channel;
-    std::optional<std::size_t> name; // there is one, or identifiers
+    std::optional<std::size_t> name; // this column or that of identifiers exists
     std::size_t value;
     std::optional<std::size_t> identity;
 };

@@ -4,9 +4,9 @@
 
 namespace mxtool {
 
-/// Reads the values of a CSV text: those of `mxtool config --format csv`, whose column "id" names
-/// the parameters, or a table of the columns "name", "value" and, where wished, "channel". Rows
-/// without a value ask for nothing. Throws a `Failure` naming the line.
+/// Reads the values of a CSV text: the output of `mxtool config --format csv`, whose column "id"
+/// identifies the parameters, or a table with the columns "name", "value" and optionally "channel".
+/// Rows without a value are ignored. Throws a `Failure` naming the line.
 Values readValuesCsv(const std::string& content, const std::string& file);
 
 } // namespace mxtool

@@ -30,7 +30,7 @@ bool isDigits(const std::string& text)
     return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
 }
 
-// The number at the end of `text` with a decimal point, where it has a decimal comma.
+// The hint for a number with a decimal comma at the end of `text`; empty if there is none.
 std::string decimalPointHint(const std::string& text)
 {
     const std::size_t comma = text.rfind(',');
@@ -77,11 +77,11 @@ std::string textOf(const YAML::Node& node, const std::string& file, const char* 
     return node.Scalar();
 }
 
-// The assignments of a map; `owner` is the channel in front of its names, or empty.
+// The assignments of a map; `owner` is the prefix of its names for a channel, or empty.
 void addAssignments(const YAML::Node& map, const std::string& owner, const std::string& file,
                     std::vector<Assignment>& assignments)
 {
-    std::string before; // the value of the entry before
+    std::string before; // the value of the previous entry
     for (const auto& entry : map) {
         const std::string name = owner + textOf(entry.first, file, "the name of a parameter");
         if (entry.second.IsNull()) { // "{a: 9,5}" has the value 9 and the key 5
@@ -99,7 +99,7 @@ void addAssignments(const YAML::Node& map, const std::string& owner, const std::
     }
 }
 
-// The YAML library would take the first of two members of one name.
+// The YAML library would use the first of two members of the same name.
 void requireUniqueMembers(const YAML::Node& root, const std::string& file)
 {
     std::set<std::string> names;
@@ -111,14 +111,14 @@ void requireUniqueMembers(const YAML::Node& root, const std::string& file)
     }
 }
 
-// Of the module that the values were made for; empty where that is not stated.
+// The module that the values are for; empty if not stated.
 std::string deviceTypeIdIn(const YAML::Node& root, const std::string& file)
 {
     const YAML::Node id = root["device_type_id"];
     return id.IsDefined() ? textOf(id, file, "a device type such as \"kv38.5a030304\"") : "";
 }
 
-// What `mxtool config --format json` has written.
+// Output of `mxtool config --format json`.
 Values readWritten(const YAML::Node& root, const std::string& file)
 {
     const YAML::Node schema = root["schema"];
@@ -154,7 +154,7 @@ Values readMap(const YAML::Node& root, const std::string& file)
         fail(root.Mark(), file,
              fmt::format("Found {}, expected a map of parameter names to values", kindOf(root)));
     }
-    // A parameter may be called "schema"; only the map of that name is ours.
+    // A parameter may be called "schema"; only a map of that name is the schema member.
     if (root["schema"].IsDefined() && root["schema"].IsMap() && root["schema"]["version"]) {
         return readWritten(root, file);
     }
@@ -162,7 +162,7 @@ Values readMap(const YAML::Node& root, const std::string& file)
     return values;
 }
 
-// YAML takes more than JSON allows: what is called JSON must be JSON.
+// YAML accepts more than JSON allows: a file .json must be valid JSON.
 void checkJson(const std::string& content, const std::string& file)
 {
     try {
@@ -224,7 +224,8 @@ Values readValues(const std::string& content, const std::string& file)
     if (error) {
         throw Failure(ExitCode::Input, {"error", placeInText(file, *error), error->text, ""});
     }
-    // A map of values may have a key of the text form: "module" is the module itself.
+    // A map of values may have a key that is also one of the text form: "module" is the module
+    // itself.
     try {
         return readText(content, file);
     } catch (const Failure&) {

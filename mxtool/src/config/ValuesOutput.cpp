@@ -24,7 +24,7 @@ namespace {
 using Parameter = DeviceReport::Parameter;
 using Parameters = std::vector<const Parameter*>;
 
-// Words that readers of YAML take for something else than their text.
+// Words that YAML readers do not read as text.
 bool isYamlWord(const std::string& text)
 {
     constexpr std::array<const char*, 9> words = {"true", "false", "yes",  "no", "on",
@@ -46,7 +46,7 @@ bool isPlain(const std::string& text)
     return isAllowed && text.back() != ' ' && (isNumber || (startsPlain && !isYamlWord(text)));
 }
 
-// A scalar of YAML: plain where that is safe, else in double quotes, which JSON has as well.
+// A YAML scalar: plain where that is safe, else in double quotes as in JSON.
 std::string scalar(const std::string& utf8)
 {
     if (!utf8.empty() && text::forTerminal(utf8) == utf8 && isPlain(utf8)) {
@@ -55,7 +55,7 @@ std::string scalar(const std::string& utf8)
     return text::harmlessJson(Json(utf8).dump());
 }
 
-// The value as a call takes it back: an option by its text where that means it alone.
+// The value in a form that is read back: an option by its text if that is unambiguous.
 std::string valueInCalls(const Parameter& parameter)
 {
     if (!parameter.hasOptionList) {
@@ -70,7 +70,7 @@ std::string valueInCalls(const Parameter& parameter)
             return text;
         }
     } catch (const Refusal&) {
-        // Several options are called so, or the text is the number of another one.
+        // Several options have this text, or it is the number of another option.
     }
     return "#" + parameter.value;
 }
@@ -91,7 +91,7 @@ std::string rangeText(const Parameter& parameter)
                        parameter.unit.empty() ? "" : " " + text::toUtf8(parameter.unit));
 }
 
-// What may be written in place of the value.
+// The values that are accepted instead.
 std::string comment(const Parameter& parameter, const Parameter& standard)
 {
     return text::forTerminal(
@@ -99,7 +99,7 @@ std::string comment(const Parameter& parameter, const Parameter& standard)
                       valueInCalls(standard), isInRange(parameter) ? "" : "takes --force"));
 }
 
-// `owner` goes before the comment.
+// Writes `owner` before the comment.
 std::string lines(const std::string& key, const Parameter& parameter, const Parameter& standard,
                   const std::string& indent, const std::string& owner = "")
 {
@@ -107,7 +107,7 @@ std::string lines(const std::string& key, const Parameter& parameter, const Para
                        scalar(key), scalar(valueInCalls(parameter)));
 }
 
-// A file whose map is called "schema" is one that `config` has written as JSON.
+// A map "schema" would mark the file as JSON output of `config`.
 bool isUsable(const std::string& key)
 {
     return key != "schema" && text::forTerminal(key) == key;
@@ -123,7 +123,7 @@ bool namesEach(const std::string& owner, const Parameters& parameters, const Dev
            });
 }
 
-// The name of a channel under which each of its parameters is found; empty without one.
+// The name of a channel under which all of its parameters are found; empty if there is none.
 std::string groupName(const Parameters& parameters, const DeviceReport& device)
 {
     std::vector<std::string> owners;

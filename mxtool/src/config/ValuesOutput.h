@@ -6,8 +6,9 @@
 
 namespace mxtool {
 
-/// Returns the values of `configuration` as a values file (YAML) to start from: each with its range
-/// or options and its default in a comment, a channel's parameters under the channel's name.
+/// Returns the values of `configuration` as a values file (YAML) to be edited: a comment states the
+/// range or options and the default of each value; a channel's parameters are grouped under the
+/// channel's name.
 std::string configurationValues(const Configuration& configuration);
 
 } // namespace mxtool

@@ -25,7 +25,7 @@ bool isNumber(const std::string& text)
            text.find_first_not_of("0123456789", digits) == std::string::npos;
 }
 
-// "3" as "#3" where it is the number of an option, whatever the options are called.
+// Turns "3" into "#3" if it is the number of an option, whatever the texts of the options are.
 void nameOptionsByNumber(std::vector<Assignment>& assignments, const DeviceReport& device)
 {
     for (Assignment& assignment : assignments) {
@@ -36,20 +36,22 @@ void nameOptionsByNumber(std::vector<Assignment>& assignments, const DeviceRepor
     }
 }
 
-// The identifier of the one parameter that is meant, empty where that is none or several.
+// The identifier of the only matching parameter; empty if none or several match.
 std::string meantBy(const Assignment& assignment, const DeviceReport& device)
 {
     const auto found = parametersCalled(assignment.name, device);
     return found.size() == 1 ? found.front()->id : "";
 }
 
-// Whether a table names `parameter` so: as it is, or as a cell spells control characters.
+// Whether `name` is the name of `parameter` in a table: unchanged, or with escaped control
+// characters.
 bool isNamedSo(const std::string& name, const DeviceReport::Parameter& parameter)
 {
     return name == text::toUtf8(parameter.name) || name == text::forTerminal(parameter.name);
 }
 
-// An identifier counts parameters, so another version of a module gives it to another one.
+// Identifiers number the parameters: in another version of a module the same one may be another
+// parameter.
 void requireStatedNames(const std::vector<Assignment>& assignments, const DeviceReport& device)
 {
     for (const Assignment& assignment : assignments) {

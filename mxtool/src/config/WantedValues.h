@@ -5,17 +5,17 @@
 
 namespace mxtool {
 
-/// What a call asks for, of files and of its own words. Later values go before earlier ones.
+/// The values that the user sets, by files and by options. Later values replace earlier ones.
 class WantedValues
 {
 public:
-    /// `device` outlives the object; `module` is its file, for diagnostics.
+    /// `describedDevice` must outlive the object; `moduleFile` is its file, for diagnostics.
     WantedValues(const DeviceReport& describedDevice, std::string moduleFile);
 
-    /// Adds what `file` asks for. Throws a `Failure` when it was made for another module type.
+    /// Adds the values of `file`. Throws a `Failure` when they are for another module type.
     void add(Values values, const std::string& file);
 
-    /// Adds what the words "NAME=VALUE" of each --set ask for. Throws a `Failure` naming the words.
+    /// Adds the value "NAME=VALUE" of each --set. Throws a `Failure` naming the argument.
     void add(const std::vector<std::string>& words, ValueCheck check);
 
     /// In the order in which they are written.

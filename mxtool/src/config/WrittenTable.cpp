@@ -39,7 +39,7 @@ std::size_t numberIn(const TableRow& row, std::size_t column, const std::string&
     return number;
 }
 
-// A buffer of which each byte is written once, or again as it is.
+// A buffer whose bytes may be written again only with the same value.
 class TableBytes
 {
 public:
@@ -90,7 +90,7 @@ std::vector<char> hexIn(const TableRow& row, std::size_t column, const std::stri
     }
 }
 
-// A row of another version of the module would fill a part of a parameter.
+// A row for another version of the module could set only a part of a parameter.
 void requirePlace(const TableRow& row, std::size_t begin, std::size_t size,
                   const Configuration& configuration, const std::string& file)
 {
@@ -105,7 +105,7 @@ void requirePlace(const TableRow& row, std::size_t begin, std::size_t size,
     }
 }
 
-// What `mxtool config --format csv` has written.
+// Output of `mxtool config --format csv`.
 TableImage imageOfOwnTable(const CsvTable& table, TranslatedModule& module, const std::string& file)
 {
     const FieldbusType fieldbus =

@@ -9,18 +9,18 @@
 
 namespace mxtool {
 
-/// A parameter image that a CSV table gives.
+/// A parameter image read from a CSV table.
 struct TableImage
 {
     std::vector<char> image;       ///< The raw parameter image.
-    bool hasIdentity = false;      ///< The table says of which module type it is.
-    std::vector<Diagnostic> notes; ///< What the table does not say.
+    bool hasIdentity = false;      ///< Whether the table states its module type.
+    std::vector<Diagnostic> notes; ///< Missing parameters.
 };
 
-/// Returns the raw parameter image of `module` that a CSV table gives: that of `mxtool config
-/// --format csv`, or one of Modbus registers with the columns "register" or "address" and "value".
-/// What the table leaves out is as in the module's defaults. Throws a `Failure` naming `file` and
-/// the line.
+/// Reads the raw parameter image of `module` from a CSV table: the output of `mxtool config
+/// --format csv`, or Modbus registers with the columns "register" or "address", and "value".
+/// Parameters that are not in the table keep the module's defaults. Throws a `Failure` naming
+/// `file` and the line.
 TableImage imageOfTable(const CsvTable& table, devices::parser::FieldbusType fieldbus,
                         TranslatedModule& module, const std::string& file);
 

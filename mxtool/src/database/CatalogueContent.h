@@ -6,8 +6,8 @@
 
 namespace mxtool {
 
-/// Returns what the catalogue stores of a device: its texts as they are shown to people, values as
-/// the verb `show` prints them.
+/// Returns the content of a device for the catalogue: texts converted to UTF-8, values as printed
+/// by the verb `show`.
 devices::database::ModuleContent catalogueContent(const DeviceReport& device);
 
 } // namespace mxtool

@@ -51,7 +51,7 @@ ModuleSummary summaryOf(const DeviceProperties& record)
     summary.inDataSize = record.inDataSize;
     summary.outDataSize = record.outDataSize;
     summary.parameterBlockSize = record.defaultParameterBlock->size();
-    // A stored file has one byte more than the file on disk.
+    // A stored file has one byte more than the file on disk (0xFF).
     summary.mxFileSize = record.mxFileData->empty() ? 0 : record.mxFileData->size() - 1;
     return summary;
 }

@@ -9,20 +9,20 @@
 
 namespace mxtool {
 
-// Modules of a device database for people and for programs.
+// Lists and records of a device database as text, CSV and JSON.
 
 std::string moduleTable(const std::vector<devices::database::ModuleSummary>& modules);
 std::string moduleCsv(const std::vector<devices::database::ModuleSummary>& modules,
                       const CsvStyle& style = {});
 
-/// Reads the records of `modules` from `database`: each shows its parameter block.
+/// Reads the records of `modules` from `database` for their parameter blocks.
 std::string moduleListJson(const std::vector<devices::database::ModuleSummary>& modules,
                            devices::database::DeviceDatabase& database);
 
 std::string recordText(const devices::database::DeviceProperties& record);
 std::string recordJson(const devices::database::DeviceProperties& record);
 
-/// Returns what the record shows in a list.
+/// Returns the summary of a record for lists.
 devices::database::ModuleSummary summaryOf(const devices::database::DeviceProperties& record);
 
 } // namespace mxtool

@@ -25,7 +25,7 @@ struct Operator
     Comparison comparison;
 };
 
-// The longer ones first: "<=" begins with "<".
+// Longer operators first: "<=" begins with "<".
 constexpr std::array<Operator, 8> operators = {{{"!=", Comparison::NotEqual},
                                                 {"<=", Comparison::LessOrEqual},
                                                 {">=", Comparison::GreaterOrEqual},
@@ -66,8 +66,8 @@ const ModuleField& fieldOf(const std::string& text, const std::string& name)
     refuse(text, "names no field" + text::acceptedWords(name, fieldNames()));
 }
 
-// Blanks belong to a text, which may begin or end with them. One is put after an operator that has
-// one on its other side, to be read more easily.
+// A text value may begin or end with blanks. Only in "FIELD = TEXT" the blank after the operator
+// does not belong to it.
 std::string valueBehind(const std::string& text, std::size_t place, bool isSpaced)
 {
     return text.substr(place + (isSpaced && text.compare(place, 1, " ") == 0 ? 1 : 0));

@@ -6,14 +6,14 @@
 
 namespace mxtool {
 
-/// Reads a condition such as "in_bytes>4" or "label~DI". Throws `CLI::ValidationError` that names
-/// what is accepted.
+/// Reads a condition such as "in_bytes>4" or "label~DI". Throws a `CLI::ValidationError` that
+/// states what is accepted.
 devices::database::ModuleCondition moduleCondition(const std::string& text);
 
-/// Returns the words of `text`, which are separated by blanks.
+/// Splits `text` at blanks.
 std::vector<std::string> searchWords(const std::string& text);
 
-/// Returns the fields and operators of a condition, for a help text.
+/// Returns the help text on the fields and operators of a condition.
 std::string conditionHelp();
 
 } // namespace mxtool

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The groups in front of a framing failure are read all the same, and the identity is the second.
+// The groups before a framing failure are still read; the identity is the second.
 std::optional<std::string> statedModule(const std::vector<char>& mxData)
 {
     devices::parser::mx::Parser container;
@@ -34,7 +34,7 @@ std::optional<std::string> statedModule(const std::vector<char>& mxData)
     }
 }
 
-// What a directory holds at `path` in the place of a file; reading it may never end.
+// The type of a directory entry that is not a file; reading it may never end.
 std::optional<std::string> foundInsteadOfFile(const fs::path& path)
 {
     std::error_code ignored;

@@ -7,25 +7,24 @@
 
 namespace mxtool {
 
-/// The entries of a directory that are called like mx files.
+/// The entries of a directory with names of mx files.
 struct MxDirectory
 {
     std::string path;
-    std::vector<std::string> files; ///< Paths of files and of links to files, in no order.
-    unsigned leftOut = 0;           ///< How many entries are something else, a pipe for one.
+    std::vector<std::string> files; ///< Paths of files and of links to files, unordered.
+    unsigned leftOut = 0;           ///< The number of entries of another type, such as pipes.
 };
 
-/// Lists the directory at `path` and reports each entry that it leaves out. The files are inputs of
-/// the call from here on. Throws a `Failure` naming the directory unless it can be read and holds a
-/// file.
+/// Lists the directory at `path`, reports each entry left out, and registers the files as inputs.
+/// Throws a `Failure` naming the directory if it cannot be read or has no mx file.
 MxDirectory listMxDirectory(const std::string& path);
 
-/// Returns the module identifiers, as records have them, that the files of `directory` state, those
-/// that cannot be translated included; nothing when a file does not state one, or an entry was left
-/// out.
+/// Returns the module identifiers in the files of `directory`, as in records, including those of
+/// files that cannot be translated. Returns nothing if a file has no identifier or an entry was
+/// left out.
 [[nodiscard]] std::optional<std::set<std::string>> statedModules(const MxDirectory& directory);
 
-/// Returns the names of the files of `directory` that state `module`, in order.
+/// Returns the names of the files of `directory` with the identifier `module`, sorted.
 std::vector<std::string> filesStating(const std::string& module, const MxDirectory& directory);
 
 } // namespace mxtool

@@ -26,7 +26,7 @@ constexpr const char* unchanged = "the database is unchanged";
 
 using ModuleKey = std::pair<std::string, std::string>; // family and identifier
 
-// Stores each record, and tells those that were there from those of which a second file comes.
+// Stores each record; distinguishes modules already in the database from those with a second file.
 class Records
 {
 public:
@@ -93,7 +93,7 @@ std::vector<char> load(const std::string& file)
     }
 }
 
-// Translates `file` and stores its record. Returns false when either failed, which is reported.
+// Translates `file` and stores its record. Reports a failure of either and returns false.
 bool populateFrom(const std::string& file, Parser_kv38& parser, Records& records,
                   const LogToDiagnostics& log)
 {

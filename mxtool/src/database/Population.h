@@ -10,26 +10,26 @@
 
 namespace mxtool {
 
-/// What became of the mx files of a directory.
+/// The number of mx files inserted, replaced and failed.
 struct PopulationCount
 {
-    unsigned inserted = 0; ///< Of modules that were not there.
-    unsigned replaced = 0; ///< Of modules that were there, or of which another file came first.
-    unsigned failed = 0;   ///< Entries that were left out included.
+    unsigned inserted = 0; ///< New modules.
+    unsigned replaced = 0; ///< Modules present before, or inserted from another file.
+    unsigned failed = 0;   ///< Includes entries left out of the listing.
 };
 
 /// Inserts the files of `directory` into `database`, inside `transaction`.
 ///
-/// The record of each is what the parser's own `populateDatabase` inserts; with it goes what is
-/// inside the module, so that every file is translated once. A file that cannot be translated, or
-/// whose record is refused, is left out and reported; modules of which there are several files are
-/// reported. Throws a `Failure` when a file cannot be read, or when the transaction is lost.
+/// Inserts the same records as the parser's `populateDatabase`, each together with the content of
+/// its module, so that every file is translated only once. Reports and skips files that cannot be
+/// translated or whose record the database rejects, and reports modules with several files. Throws
+/// a `Failure` when a file cannot be read or the transaction is lost.
 PopulationCount populate(const MxDirectory& directory, devices::database::DeviceDatabase& database,
                          const devices::database::DeviceDatabase::Transaction& transaction,
                          const std::string& logLevel);
 
-/// Returns the modules of `database` that no file of `directory` states any more; nothing when a
-/// file does not state its module or an entry was left out, since that may be any of them.
+/// Returns the modules of `database` without a file in `directory`. Returns nothing if a file has
+/// no identifier or an entry was left out, since that may be any of them.
 [[nodiscard]] std::optional<std::vector<devices::database::ModuleSummary>>
 modulesNotIn(const MxDirectory& directory, devices::database::DeviceDatabase& database);
 

@@ -79,7 +79,7 @@ std::size_t exportModules(const std::vector<ModuleSummary>& modules, DeviceDatab
         if (stored.empty()) {
             return;
         }
-        // A stored file has one byte more than the file on disk.
+        // A stored file has one byte more than the file on disk (0xFF).
         const ModuleSummary names{record.family, record.moduleIdText, ""};
         outputs.write(exportPath(names, directory), std::string(stored.begin(), stored.end() - 1));
         progress.show(++written);

@@ -6,8 +6,8 @@
 
 namespace mxtool {
 
-/// Returns a line per difference, the breaking ones first, and the verdict; `before` and `after`
-/// are the names of the files.
+/// Returns a line per difference, breaking ones first, and the verdict. `before` and `after` are
+/// the names of the files.
 std::string diffText(const mxauthor::Comparison& comparison, const std::string& before,
                      const std::string& after, bool coloured);
 

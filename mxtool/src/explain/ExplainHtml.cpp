@@ -31,7 +31,7 @@ nav a { margin-right: 1em; white-space: nowrap; }
 }
 )";
 
-// Control characters are shown as on a terminal; no byte of a file becomes markup.
+// Control characters are shown as on a terminal; all markup is escaped.
 std::string escaped(const std::string& text)
 {
     std::string html;

@@ -11,7 +11,7 @@ using devices::parser::mx::u16AsHex;
 using mxauthor::ExplainedGroup;
 using mxauthor::ExplainedPart;
 
-// Numbers beyond 32 bits stay texts: not every reader of JSON holds them.
+// Numbers of more than 32 bits are written as strings: some JSON readers round them.
 Json valueJson(const ExplainedPart& part)
 {
     switch (part.kind) {

@@ -21,7 +21,7 @@ namespace {
 using mxauthor::ExplainedPart;
 using mxauthor::NamedPlace;
 
-// A number in decimal, or in hexadecimal behind 0x.
+// A number in decimal or, after 0x, in hexadecimal.
 std::size_t offsetOf(const std::string& word, std::size_t size)
 {
     const bool isHex = word.rfind("0x", 0) == 0 || word.rfind("0X", 0) == 0;
@@ -68,7 +68,7 @@ std::string fieldLine(const ExplainedPart& part, std::size_t offset)
                              offset - part.place.offset, part.place.length, part.place.offset);
 }
 
-// Names are compared as people see them.
+// Compares names as they are displayed.
 std::vector<const NamedPlace*> placesOf(const ExplainedFile& file, const std::string& name)
 {
     std::vector<const NamedPlace*> found;

@@ -42,7 +42,7 @@ std::string described(const ExplainedPart& part)
                        value, gap, meaning);
 }
 
-// A line per eight bytes; the first one tells what they are.
+// A line per eight bytes; the first one states the meaning.
 std::string partLines(const ExplainedFile& file, const ExplainedPart& part, bool coloured)
 {
     std::string lines;

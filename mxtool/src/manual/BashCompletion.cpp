@@ -8,7 +8,7 @@ namespace mxtool::manual {
 
 namespace {
 
-// The function around the program's words. Of "--format=js" bash makes three words.
+// The completion function. Bash splits "--format=js" into three words.
 constexpr const char* bashScript = R"(# bash completion of {0}; made from the program's own options
 _{0}()
 {{
@@ -55,7 +55,7 @@ std::string joined(const std::vector<std::string>& words, const char* between)
     return fmt::format("{}", fmt::join(words, between));
 }
 
-// The command that offers what may stand for `option`.
+// The command that completes the value of `option`.
 std::string offer(const std::string& program, const OptionWords& option)
 {
     switch (option.kind) {
@@ -70,7 +70,7 @@ std::string offer(const std::string& program, const OptionWords& option)
     }
 }
 
-// "show,-o | show,--output) ...;;": what stands behind an option of `verb`, "*" for any.
+// "show,-o | show,--output) ...;;": completes the value of an option of `verb`, "*" for any.
 std::string valuesBehind(const std::string& program, const std::string& verb,
                          const std::vector<OptionWords>& options)
 {
@@ -86,7 +86,7 @@ std::string valuesBehind(const std::string& program, const std::string& verb,
     return cases;
 }
 
-// Names with a value, for the words in front of the verb.
+// The names of options with a value, to skip them before the verb.
 std::string namesWithValue(const std::vector<OptionWords>& options)
 {
     std::vector<std::string> names;
@@ -114,7 +114,7 @@ std::string wordCase(const std::string& pattern, const std::string& command)
     return fmt::format("        {}) {} ;;\n", pattern, command);
 }
 
-// What a word of `verb` may be that is no value of an option.
+// Completes a word of `verb` that is not the value of an option.
 std::string wordsOfVerb(const ProgramWords& words, const VerbWords& verb)
 {
     const std::string& program = words.program.name;

@@ -10,8 +10,8 @@ namespace mxtool::manual {
 
 namespace {
 
-// Moves behind the UTF-8 character at `place` and returns its number. The texts of the program are
-// valid UTF-8.
+// Moves past the UTF-8 character at `place` and returns its code point. The texts of the program
+// are valid UTF-8.
 unsigned takeCharacter(const std::string& text, std::size_t& place)
 {
     const auto first = static_cast<unsigned char>(text[place++]);
@@ -36,7 +36,7 @@ std::string italic(const std::string& text)
     return "\\fI" + roffText(text) + "\\fR";
 }
 
-// A name of a page stands behind "NAME - " in lower case, save for words that are no words.
+// NAME descriptions start in lower case; acronyms keep their capitals.
 std::string uncapitalised(std::string text)
 {
     if (text.size() > 1 && std::islower(static_cast<unsigned char>(text[1])) != 0) {
@@ -67,7 +67,7 @@ std::string nameSection(const std::string& page, const std::string& description)
                        roffText(uncapitalised(withoutFullStop(description))));
 }
 
-// More choices than these stand in a sentence of their own.
+// More choices are listed in a sentence of their own.
 constexpr std::size_t choicesInTag = 5;
 
 std::string valueText(const OptionWords& option)
@@ -97,7 +97,7 @@ std::string synopsisOf(const VerbWords& verb)
     return text;
 }
 
-// `text`, which is roff already, in lines that are short enough to be read and compared.
+// Wraps `text`, which is roff source, into short lines.
 std::string wrapped(const std::string& text)
 {
     constexpr std::size_t widest = 78;
@@ -115,7 +115,7 @@ std::string wrapped(const std::string& text)
     return lines + "\n";
 }
 
-// `names` in bold, with commas.
+// `names` in bold, separated by commas.
 std::string boldList(const std::vector<std::string>& names)
 {
     std::string text;
@@ -125,7 +125,7 @@ std::string boldList(const std::vector<std::string>& names)
     return text;
 }
 
-// The tag of a list entry and what it means.
+// The tag of a list entry and its text.
 std::string entry(const OptionWords& option)
 {
     std::string tag = boldList(option.names);
@@ -154,7 +154,7 @@ std::string entries(const std::vector<OptionWords>& options)
     return text;
 }
 
-// The heading that manual pages have for a section of the help.
+// The heading in manual pages for a section of the help.
 std::string headingOf(const std::string& title)
 {
     if (title == "Exit codes") {
@@ -166,7 +166,7 @@ std::string headingOf(const std::string& title)
     return heading;
 }
 
-// Lines as they stand, in a typewriter's columns.
+// Unfilled lines in a monospaced font.
 std::string verbatim(const Section& section)
 {
     std::string text = fmt::format(".SH {}\n.EX\n", roffText(headingOf(section.title)));
@@ -191,7 +191,7 @@ std::string pageOf(const ProgramWords& words, const VerbWords& verb)
     return words.program.name + "-" + verb.name;
 }
 
-// A reference to another page, whose name is never broken between lines.
+// A reference to another page; its name is not broken across lines.
 std::string reference(const std::string& page)
 {
     return ".BR \\%" + roffText(page) + " (1)";

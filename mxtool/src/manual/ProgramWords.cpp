@@ -12,7 +12,7 @@ bool holds(const std::string& text, const char* word)
     return text.find(word) != std::string::npos;
 }
 
-// The words between the braces of "TEXT:{text,json}", as CLI11 shows a set of choices.
+// The words in the braces of "TEXT:{text,json}", the form in which CLI11 shows choices.
 std::vector<std::string> choicesIn(const std::string& typeName)
 {
     std::vector<std::string> choices;
@@ -28,8 +28,7 @@ std::vector<std::string> choicesIn(const std::string& typeName)
     return choices;
 }
 
-// What completes a value that is called `value`. A name that says nothing, such as TEXT, may well
-// be that of a file.
+// The kind of a value whose name in the help is `value`. A generic name such as TEXT may be a file.
 ValueKind kindOf(const std::string& value)
 {
     if (holds(value, "DIRECTORY") || value == "DIR") {
@@ -55,7 +54,7 @@ std::vector<std::string> namesOf(const CLI::Option& option)
     return names;
 }
 
-// The set of CLI11 is ordered by address.
+// CLI11's set is ordered by address.
 std::vector<std::string> excludedBy(const CLI::Option& option)
 {
     std::vector<std::string> names;
@@ -87,7 +86,7 @@ OptionWords wordsOf(const CLI::Option& option)
     return words;
 }
 
-// "Title:" at the beginning of a line opens a section, two blanks stand before each of its lines.
+// "Title:" at the beginning of a line begins a section, whose lines are indented by two blanks.
 std::vector<Section> sectionsOf(const std::string& footer)
 {
     std::vector<Section> sections;
@@ -109,7 +108,7 @@ std::vector<Section> sectionsOf(const std::string& footer)
 void addOptionsOf(const CLI::App& app, VerbWords& words)
 {
     for (const CLI::Option* option : app.get_options()) {
-        // An option of no group is hidden. A group of options has a help of its own.
+        // Options without a group are hidden; option groups have a help of their own.
         const bool isSecondHelp = app.get_name().empty() && option == app.get_help_ptr();
         if (!option->get_group().empty() && !isSecondHelp) {
             (option->get_positional() ? words.arguments : words.options)

@@ -7,34 +7,34 @@
 
 namespace mxtool::manual {
 
-/// What may stand as the value of an option or as an argument of a verb.
+/// The kind of value that an option or argument takes.
 enum class ValueKind
 {
     None,      ///< The option is a flag.
-    FreeText,  ///< Nothing that a list could offer: a number, an identifier, a URL.
+    FreeText,  ///< Cannot be completed: a number, an identifier, a URL.
     Choice,    ///< One of `OptionWords::choices`.
     File,      ///< The name of a file.
     Directory, ///< The name of a directory.
 };
 
-/// One option or, where it has no names, one argument in its place.
+/// An option or, without names, a positional argument.
 struct OptionWords
 {
-    std::vector<std::string> names;    ///< With their dashes, short ones first.
-    std::string value;                 ///< What the help calls its value; empty for a flag.
+    std::vector<std::string> names;    ///< With dashes, short ones first.
+    std::string value;                 ///< The name of its value in the help; empty for a flag.
     ValueKind kind = ValueKind::None;  ///< What completes the value.
-    std::vector<std::string> choices;  ///< The words accepted; empty: any.
+    std::vector<std::string> choices;  ///< The accepted values; empty: any.
     std::string description;           ///< One sentence, without a full stop.
-    std::vector<std::string> excludes; ///< Options that it cannot stand beside, in their order.
-    bool required = false;             ///< The call is wrong without it.
-    bool repeatable = false;           ///< It may be given again, with another value.
+    std::vector<std::string> excludes; ///< Options that it excludes, in order.
+    bool required = false;             ///< Whether it must be given.
+    bool repeatable = false;           ///< Whether it may be given several times.
 };
 
-/// One part of a help text behind the options, such as the example.
+/// A section of a help text after the options, such as the example.
 struct Section
 {
     std::string title; ///< Without its colon.
-    std::string text;  ///< Lines without their indentation.
+    std::string text;  ///< The lines without indentation.
 };
 
 /// The program or one of its verbs.
@@ -47,15 +47,15 @@ struct VerbWords
     std::vector<Section> sections;
 };
 
-/// Everything that can be written in a call of the program.
+/// The command line syntax of the program.
 struct ProgramWords
 {
-    VerbWords program; ///< Its options are accepted by every verb as well.
+    VerbWords program; ///< Its options are also accepted by every verb.
     std::vector<VerbWords> verbs;
     std::string version; ///< Such as "mxtool 3.0.0".
 };
 
-/// Reads the words off the definitions by which `program` understands its command line.
+/// Reads the syntax from the definitions with which `program` parses its command line.
 ProgramWords wordsOf(CLI::App& program);
 
 } // namespace mxtool::manual

@@ -6,11 +6,11 @@
 
 namespace mxtool::manual {
 
-/// Returns the script by which bash completes a call of the program: verbs, options, the choices of
-/// an option, names of files and directories. It needs nothing but bash itself.
+/// Returns the bash completion script of the program: verbs, options, choices of options, names of
+/// files and directories. It depends on bash alone.
 std::string bashCompletion(const ProgramWords& words);
 
-/// Returns the function by which zsh completes a call of the program, for its `fpath`.
+/// Returns the zsh completion function of the program, for `fpath`.
 std::string zshCompletion(const ProgramWords& words);
 
 } // namespace mxtool::manual

@@ -32,7 +32,7 @@ _{0}() {{
 _{0} "$@"
 )";
 
-// `text` with a backslash in front of each character of `special`.
+// `text` with a backslash before each character of `special`.
 std::string escaped(const std::string& text, const std::string& special)
 {
     std::string result;
@@ -45,7 +45,7 @@ std::string escaped(const std::string& text, const std::string& special)
     return result;
 }
 
-// One word of the shell that means `text` itself.
+// `text` quoted as one word of the shell.
 std::string quoted(const std::string& text)
 {
     std::string result = "'";
@@ -74,7 +74,7 @@ std::string action(const OptionWords& option)
     }
 }
 
-// ":what it is called:what completes it"
+// ":NAME OF THE VALUE:ACTION"
 std::string valueSpec(const OptionWords& option)
 {
     return option.kind == ValueKind::None
@@ -82,7 +82,7 @@ std::string valueSpec(const OptionWords& option)
                : ":" + escaped(option.value, "\\:") + ":" + action(option);
 }
 
-// The names that may not stand behind `option` any more: its own and those that it excludes.
+// The names that cannot follow `option`: its own and those that it excludes.
 std::string exclusions(const OptionWords& option)
 {
     std::vector<std::string> names = option.excludes;
@@ -123,7 +123,7 @@ std::string caseOfVerb(const VerbWords& verb)
     const std::string indent(20, ' ');
     std::string specs = indent + "$common\n";
     for (const OptionWords& option : verb.options) {
-        if (option.names.back() != "--help") { // among the common ones already
+        if (option.names.back() != "--help") { // already among the common options
             specs += optionSpecs(option, indent);
         }
     }

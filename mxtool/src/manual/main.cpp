@@ -1,5 +1,5 @@
-// Writes the manual pages and the completions of the shells, from the definitions by which the
-// program understands its command line.
+// Writes the manual pages and shell completions from the definitions with which the program parses
+// its command line.
 
 #include "ManPage.h"
 #include "ShellCompletion.h"
@@ -25,7 +25,7 @@ void write(const fs::path& file, const std::string& content)
     }
 }
 
-// The pages of an earlier build: a verb may be gone.
+// Removes the pages of an earlier build: a verb may no longer exist.
 void removePages(const fs::path& directory, const std::string& program)
 {
     if (!fs::exists(directory)) {

@@ -35,7 +35,7 @@ struct BuildOptions
 {
     std::vector<std::string> files;
     std::string output;
-    bool force = false; // a file that the device parser refuses is written too
+    bool force = false; // write files that the device parser rejects
 };
 
 [[noreturn]] void failUsage(const std::string& place, const std::string& text,
@@ -51,7 +51,7 @@ bool isDirectory(const std::string& output)
            (!output.empty() && output.back() == '/');
 }
 
-// Where the mx file of each text goes: the output itself, or a file of the text's name in it.
+// The output path for each text: the output itself, or in a directory a file with the text's name.
 std::vector<std::string> targetsOf(const BuildOptions& options)
 {
     if (!isDirectory(options.output)) {
@@ -101,7 +101,8 @@ void reportFindings(const std::string& file, const std::string& source,
     }
 }
 
-// Returns whether the text is to be written: it has no errors, and the device parser takes it.
+// Returns whether the file is to be written: the text has no errors and the device parser accepts
+// it.
 bool isAccepted(const std::string& file, const std::string& source,
                 const mxauthor::BuildResult& built, bool force, bool quiet)
 {
@@ -121,7 +122,7 @@ bool isAccepted(const std::string& file, const std::string& source,
     return false;
 }
 
-// The mx file that a text describes; nothing where it is not to be written.
+// The mx file that a text describes; nothing if it is not to be written.
 std::optional<std::string> builtBytes(const std::string& file, bool force, bool quiet)
 {
     const std::vector<char> chars = loadBytes(file);
@@ -149,7 +150,7 @@ std::optional<std::string> builtBytes(const std::string& file, bool force, bool 
     return std::string(bytes.begin(), bytes.end());
 }
 
-// An input that cannot be read does not keep the others from being built.
+// An input that cannot be read does not stop the build of the others.
 std::optional<std::string> builtReporting(const std::string& file, bool force, bool quiet)
 {
     try {
@@ -163,7 +164,7 @@ std::optional<std::string> builtReporting(const std::string& file, bool force, b
     }
 }
 
-// Every text is read before a file is written: one may name what is built from another.
+// Reads all texts before writing a file: a text may name the output of another.
 std::vector<Output> builtOutputs(const BuildOptions& options, bool quiet)
 {
     std::vector<Output> outputs;

@@ -26,7 +26,7 @@ Example:
 struct CheckOptions
 {
     std::vector<std::string> paths;
-    std::vector<std::string> warnings; // as -W has them: no-RULE
+    std::vector<std::string> warnings; // values of -W: no-RULE
     CheckWishes wishes;
     std::string explained; // a rule; empty: none
     std::string format = "text";
@@ -77,7 +77,7 @@ void checkWords(CheckOptions& options)
     }
 }
 
-// Runs `action`; an input that cannot be read is reported, and the rest of the call goes on.
+// Runs `action`; an input that cannot be read is reported, and the run continues.
 template <typename Action>
 bool succeeds(const Action& action)
 {
@@ -93,7 +93,7 @@ bool succeeds(const Action& action)
     }
 }
 
-// Checks every file that can be read. Returns whether all could.
+// Checks every file that can be read. Returns whether all were read.
 bool checkFiles(const CheckOptions& options, CheckReport& found)
 {
     std::vector<std::string> files;

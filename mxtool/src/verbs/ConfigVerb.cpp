@@ -123,8 +123,8 @@ std::string formatOf(const ConfigOptions& options)
                : options.format;
 }
 
-// Who names the form knows what it holds; a file that merely has no telling name may be mistaken
-// later for that of another module.
+// No note if --format is given: the user chose the form. A file with another extension may later be
+// mistaken for the image of another module.
 void noteMissingIdentity(const ConfigOptions& options, const DeviceReport& device)
 {
     report({"note", options.output,
@@ -162,7 +162,7 @@ std::string placeOfBase(const ConfigOptions& options, const WantedValues& wanted
     return wanted.image() ? wanted.imageFile() : inputName(options.module.file);
 }
 
-// The configuration that the call asks for; nothing where it is refused, which is reported.
+// The configuration to be written; nothing if values were rejected, which is reported.
 std::optional<Configuration> composed(const ConfigOptions& options, TranslatedModule& module,
                                       ExitCode& code)
 {
@@ -194,7 +194,7 @@ ExitCode composeImage(const ConfigOptions& options, TranslatedModule& module, bo
     return code;
 }
 
-// What a call reads back, and its name in diagnostics.
+// The value of --decode or --compare, and the name of the option for diagnostics.
 ReadImage imageRead(const ConfigOptions& options, TranslatedModule& module, bool quiet)
 {
     const bool compares = options.decode.empty();
@@ -243,7 +243,8 @@ void refuseWhere(bool isRefused, const char* option, const std::string& reason)
     }
 }
 
-// What would be ignored; what contradicts itself is excluded where the options are added.
+// Rejects options that would be ignored; options that contradict each other exclude each other by
+// definition.
 void checkWords(const ConfigOptions& options)
 {
     const std::string format = formatOf(options);
@@ -263,7 +264,7 @@ void checkWords(const ConfigOptions& options)
 
 ExitCode config(ConfigOptions options, const GlobalOptions& global)
 {
-    // The module as its file describes it; the block is put in where values are written.
+    // The module with its default block; the block is replaced where values are written.
     const std::string blockFile = std::exchange(options.module.parameterBlockFile, "");
     TranslatedModule module(options.module, global.logLevel);
     options.module.parameterBlockFile = blockFile;

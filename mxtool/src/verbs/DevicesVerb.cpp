@@ -49,7 +49,7 @@ struct DevicesOptions
     std::string format = "text";
     CsvOptions csv;
     std::string output = "-";
-    ModuleQuery query; // what search and where say
+    ModuleQuery query; // from --search and --where
 };
 
 std::string knownIdentifiers(DeviceDatabase& database)
@@ -79,8 +79,8 @@ ExitCode reportUnknown(DeviceDatabase& database, const std::string& moduleId)
     return ExitCode::Findings;
 }
 
-// Modules that a host, or the first version of the database, stored without their content are found
-// by no word.
+// Modules stored without content, by a host or the first database version, cannot be found by their
+// words.
 void warnOfUnknownContent(DeviceDatabase& database, const ModuleQuery& query)
 {
     if (query.words.empty() && query.conditions.empty()) {

@@ -22,7 +22,7 @@ Example:
   /tmp/MX0399.yaml: 55 lines, to be filled in
 )";
 
-// A text that is there may have been filled in already.
+// An existing text may contain the user's work.
 void protectText(const std::string& output, bool overwrite)
 {
     const FileKind present = output == "-" ? FileKind::Other : kindOfFile(output);

@@ -34,7 +34,7 @@ struct PopulateOptions
     bool replace = false;
 };
 
-// Removes what the directory no longer holds, listed before. Returns how many modules went.
+// Lists, then removes, modules missing from the directory; returns the count.
 std::size_t removeMissing(const MxDirectory& directory, DeviceDatabase& database, bool quiet)
 {
     const auto missing = modulesNotIn(directory, database);
