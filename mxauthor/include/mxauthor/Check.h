@@ -50,8 +50,12 @@ bool isRefusal(const Finding& finding);
 /// Returns the finding as `group 20c0, parameter 3 "Filter": text`.
 std::string describe(const Finding& finding);
 
-/// Holds the mx data `bytes` (those of the file, nothing behind them) against every rule and lets
+/// Checks the mx data `bytes` (those of the file, nothing after them) against every rule and lets
 /// the device parser read them. Returns all findings, ordered by their place in the file.
 [[nodiscard]] std::vector<Finding> check(const std::vector<char>& bytes);
+
+/// The same without the device parser. Several threads may call it at once, as they may `explain`
+/// and `compare`.
+std::vector<Finding> checkContent(const std::vector<char>& bytes);
 
 } // namespace mxauthor

@@ -66,22 +66,25 @@ std::string describe(const Finding& finding)
     return where + finding.text;
 }
 
-std::vector<Finding> check(const std::vector<char>& bytes)
+void checkRead(const std::vector<char>& bytes, const ReadGroups& read, Findings& findings)
 {
-    const auto [file, failure] = readWholeGroups(bytes);
-    Findings findings;
-    if (!failure) {
-        const ModuleView module(file);
-        for (const Check* subject : checks) {
-            if (subject->walk != nullptr) {
-                subject->walk(module, findings);
-            }
-        }
-    } else {
+    if (read.failure) {
         // What follows the failure is unknown, so nothing can be said to be missing.
-        checkFraming(bytes, file, findings);
+        checkFraming(bytes, read.file, findings);
+        return;
     }
-    checkWithParser(bytes, file, findings);
+    const ModuleView module(read.file);
+    for (const Check* subject : checks) {
+        if (subject->walk != nullptr) {
+            subject->walk(module, findings);
+        }
+    }
+}
+
+std::vector<Finding> checkContent(const std::vector<char>& bytes)
+{
+    Findings findings;
+    checkRead(bytes, readWholeGroups(bytes), findings);
     return std::move(findings).sorted();
 }
 

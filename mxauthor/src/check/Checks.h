@@ -32,12 +32,22 @@ extern const Check conversionCheck;
 extern const Check parameterCheck;
 extern const Check valueCheck;
 extern const Check channelCheck;
-extern const Check parserCheck; ///< Without a walk: it needs the bytes.
+extern const Check parserCheck; ///< Without a walk: it needs the device parser.
 
 /// The failure of the container reader on `bytes`, whose whole groups are `file`.
 void checkFraming(const std::vector<char>& bytes, const MxFile& file, Findings& findings);
 
-/// What the device parser makes of `bytes` with the byte after them that every loaded file has.
-void checkWithParser(const std::vector<char>& bytes, const MxFile& file, Findings& findings);
+/// Every rule but those of the device parser, on `bytes` and what was read of them.
+void checkRead(const std::vector<char>& bytes, const ReadGroups& read, Findings& findings);
+
+/// What the device parser refuses.
+enum class Refused
+{
+    File,
+    Modbus
+};
+
+/// Adds the refusal with the device parser's `message`.
+void addRefusal(Refused what, const std::string& message, const MxFile& file, Findings& findings);
 
 } // namespace mxauthor

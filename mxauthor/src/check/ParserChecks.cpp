@@ -1,7 +1,6 @@
 #include "check/Checks.h"
 
 #include <devices/parser/mx/HexText.h>
-#include <devices/parser/mx/Parser_kv38.h>
 
 #include <array>
 
@@ -17,8 +16,6 @@ const CheckRule parserRows[] = {
      "group 20c0: Parameter out of bounds: Filter"},
 };
 const auto& [parserRefuses, modbusRefuses] = parserRows;
-
-using devices::parser::mx::Parser_kv38;
 
 // The groups that the parser's messages speak of without naming them.
 struct Speech
@@ -64,19 +61,6 @@ const Group* groupOf(const std::string& message, const MxFile& file)
     return found;
 }
 
-// Framing errors point after the last whole group, others at the group that they name.
-void addRefusal(const CheckRule& rule, const std::string& message, const MxFile& file,
-                Findings& findings)
-{
-    const bool isFraming = message.rfind("Parser::parse()", 0) == 0;
-    const Group* const group = isFraming ? nullptr : groupOf(message, file);
-    if (group == nullptr) {
-        findings.addToFile(rule, {0, file.tail.place.offset, 0}, message);
-    } else {
-        findings.add(rule, group->place, "", message);
-    }
-}
-
 } // namespace
 
 const Check parserCheck(parserRows, nullptr);
@@ -86,19 +70,16 @@ bool isRefusal(const Finding& finding)
     return finding.rule == &parserRefuses;
 }
 
-void checkWithParser(const std::vector<char>& bytes, const MxFile& file, Findings& findings)
+// Framing errors point after the last whole group, others at the group that they name.
+void addRefusal(Refused what, const std::string& message, const MxFile& file, Findings& findings)
 {
-    std::vector<char> loaded = bytes;
-    loaded.push_back('\xFF'); // the byte that stands behind every loaded file
-    const CheckRule* rule = &parserRefuses;
-    try {
-        Parser_kv38 parser;
-        const auto device = parser.parse(loaded, nullptr, 0, 0);
-        rule = &modbusRefuses;
-        parser.getCalculatedRawConfig(devices::parser::FieldbusType::Modbus, loaded, device.get(),
-                                      nullptr);
-    } catch (const std::runtime_error& failure) {
-        addRefusal(*rule, failure.what(), file, findings);
+    const CheckRule& rule = what == Refused::File ? parserRefuses : modbusRefuses;
+    const bool isFraming = message.rfind("Parser::parse()", 0) == 0;
+    const Group* const group = isFraming ? nullptr : groupOf(message, file);
+    if (group == nullptr) {
+        findings.addToFile(rule, {0, file.tail.place.offset, 0}, message);
+    } else {
+        findings.add(rule, group->place, "", message);
     }
 }
 

@@ -1,5 +1,7 @@
 #include "FormKeys.h"
 
+#include <mxformat/DataSizes.h>
+
 namespace mxauthor {
 
 const std::map<std::string, std::vector<std::string>>& formKeys()
@@ -22,7 +24,7 @@ const std::map<std::string, std::vector<std::string>>& formKeys()
           "conversion", "unit", "flags", "overlaps", "repeat", "each"}},
         {"optionList", {"id", "options"}},
         {"conversion", {"id", "factor", "offset", "unit"}},
-        {"dataSizes", {"InData", "OutData", "Parameter", "Diagnosis"}},
+        {"dataSizes", {mxformat::dataSizeKeys.begin(), mxformat::dataSizeKeys.end()}},
         {"parameterBlock", {"version", "descriptor", "skipped", "bytes"}},
         {"image", {"file", "svg", "hex", "base64"}},
         {"texts", {"head", "first", "step", "fixed"}},
