@@ -24,7 +24,7 @@ Records recordsAt(const std::uint8_t* payload, std::size_t size, std::size_t ava
     return records;
 }
 
-// Returns the parameter records of an mx file, none where it has none or its framing does not hold.
+// Returns the parameter records of an mx file; empty if it has none or its framing is invalid.
 Records recordsOf(const std::string& mxFile)
 {
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(mxFile.data());

@@ -5,8 +5,8 @@
 namespace devices::database {
 
 /// Gives the bit fields in the catalogue the widths that the stored mx files state: schema version
-/// 2 had 8 bits for each that states no length. A module without its file, or whose file has
-/// another number of parameters, stays as it is. Whatever fails is a `SqlFailure`.
+/// 2 had 8 bits for each without a length. A module without its file, or whose file has another
+/// number of parameters, is not changed. Whatever fails is a `SqlFailure`.
 void takeWidthsFromFiles(SqlConnection& connection);
 
 } // namespace devices::database

@@ -11,7 +11,7 @@ namespace devices::database {
 
 namespace {
 
-// 0 for a byte that begins no character of more than one byte.
+// 0 for a byte that does not begin a character of several bytes.
 std::size_t lengthOfCharacter(unsigned char lead)
 {
     if (lead < 0xC0) {
@@ -25,7 +25,7 @@ bool isAscii(char byte)
     return static_cast<signed char>(byte) >= 0;
 }
 
-// PostgreSQL refuses such texts and SQLite does not: the rule is here, for both.
+// PostgreSQL rejects such texts and SQLite does not: this applies the rule to both.
 const std::string& readable(const std::string& text)
 {
     for (std::size_t at = 0; at < text.size();) {
@@ -90,7 +90,7 @@ RowSql channelInsertion()
 RowSql parameterInsertion()
 {
     std::vector<Value> values(10, asText());
-    values[4] = {"CAST(nullif(?, '') AS INTEGER)", false}; // the channel, which may be none
+    values[4] = {"CAST(nullif(?, '') AS INTEGER)", false}; // the channel, which may be missing
     return {"INSERT INTO parameters (family, module, position, name, channel, width_bits,"
             " default_value, minimum, maximum, unit) VALUES ",
             values, ""};
@@ -254,7 +254,7 @@ std::optional<ModuleContent> readContent(SqlConnection& connection, const std::s
     return content;
 }
 
-// Only what is beyond ASCII needs the tables of Unicode, which are slow to ask.
+// Only characters beyond ASCII need the Unicode tables, whose lookup is slow.
 std::string foldedText(const std::string& text)
 {
     std::string folded;

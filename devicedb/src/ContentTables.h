@@ -9,8 +9,8 @@
 
 namespace devices::database {
 
-/// The tables that say what is inside each module: modules, channels, parameters, options.
-/// Whatever fails is a `SqlFailure`.
+/// The tables of the content of modules: modules, channels, parameters, options. Whatever fails is
+/// a `SqlFailure`.
 class ContentTables
 {
 public:
@@ -34,7 +34,7 @@ private:
 std::optional<ModuleContent> readContent(SqlConnection& connection, const std::string& family,
                                          const std::string& moduleId);
 
-/// Returns `text` as it is searched: upper and lower case are the same.
+/// Returns `text` in the form used for searching, which ignores case.
 std::string foldedText(const std::string& text);
 
 } // namespace devices::database

@@ -5,8 +5,8 @@
 
 namespace devices::database {
 
-/// Ends an operation: what was `attempted` ("open", "read", "write to", "change") with the database
-/// and why it failed, in one sentence.
+/// Throws what was `attempted` ("open", "read", "write to", "change") with the database and why it
+/// failed, in one sentence.
 [[noreturn]] inline void fail(const std::string& database, const std::string& attempted,
                               const std::string& reason)
 {

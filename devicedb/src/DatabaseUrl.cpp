@@ -11,7 +11,7 @@ namespace devices::database {
 
 namespace {
 
-// Returns what stands behind `scheme` in `url`, or nothing.
+// Returns what follows `scheme` in `url`, or nothing.
 std::optional<std::string> behind(const std::string& scheme, const std::string& url)
 {
     if (url.compare(0, scheme.size(), scheme) != 0) {
@@ -20,7 +20,7 @@ std::optional<std::string> behind(const std::string& scheme, const std::string& 
     return url.substr(scheme.size());
 }
 
-// What of a URL that is not understood may be shown: its scheme, since a password may follow.
+// The part of an invalid URL that may be shown: its scheme, since a password may follow.
 std::string shownPart(const std::string& url)
 {
     const auto colon = url.find(':');
@@ -58,7 +58,7 @@ std::unique_ptr<RecordStore> openRecordStore(const std::string& url, OpenMode mo
         return openSqlite(*path, url, mode);
     }
     if (const auto words = behind("postgresql:", url)) {
-        // "postgresql://..." is a URL of libpq as it stands.
+        // "postgresql://..." is a libpq URL already.
         const bool isUrl = words->compare(0, 2, "//") == 0;
         return openThroughPostgresqlModule(isUrl ? url : *words, mode, secondsToWait());
     }

@@ -94,7 +94,7 @@ DeviceDatabase::Transaction::~Transaction()
     try {
         store->rollback();
     } catch (const std::exception&) {
-        // The connection is gone, and the changes with it; a destructor cannot say so.
+        // The connection is lost, and with it the changes; a destructor cannot report that.
     }
 }
 

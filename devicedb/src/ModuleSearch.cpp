@@ -30,7 +30,7 @@ constexpr const char* ofOptions = "EXISTS (SELECT 1 FROM options c WHERE c.famil
 
 const std::vector<FieldSql>& fieldsWithSql()
 {
-    // Never destroyed: a host may still ask while its own statics are.
+    // Never destroyed: a host may still query while its own statics are destroyed.
     static const auto& fields = *new std::vector<FieldSql>{
         {{"module_id", false, "module identifier, eight hexadecimal digits"}, "m.module", plain},
         {{"family", false, "module family"}, "m.family", plain},

@@ -6,8 +6,8 @@
 
 namespace devices::database {
 
-/// Returns the modules that `query` asks for. Each field stands for fixed SQL and each value is
-/// bound, so that no word of the query is ever read as SQL. Throws `SqlFailure`.
+/// Returns the modules that match `query`. Each field selects fixed SQL and each value is bound, so
+/// that no text of the query is executed as SQL. Throws `SqlFailure`.
 std::vector<ModuleSummary> searchModules(SqlConnection& connection, const ModuleQuery& query);
 
 } // namespace devices::database

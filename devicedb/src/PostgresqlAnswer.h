@@ -8,13 +8,13 @@
 
 namespace devices::database {
 
-/// What the server answers to a statement; libpq frees it.
+/// The server's answer to a statement; freed by libpq.
 using PostgresqlAnswer = std::unique_ptr<PGresult, decltype(&PQclear)>;
 
-/// Returns what libpq or the server says, in one line and without its label.
+/// Returns the message of libpq or the server, in one line and without its label.
 std::string postgresqlReason(const std::string& message);
 
-/// Takes `result` over. Throws a `SqlFailure` when it is a failure.
+/// Takes ownership of `result`. Throws a `SqlFailure` if it is a failure.
 PostgresqlAnswer checkedAnswer(PGconn* connection, PGresult* result);
 
 /// Returns a cell of an answer in the binary format: bytes and texts as they are, numbers in

@@ -34,8 +34,8 @@ PostgresqlConnection::PostgresqlConnection(const PostgresqlWords& words, unsigne
     execute("SET client_min_messages = error"); // libpq would print the others
 }
 
-// Writers wait for each other at the one row of the version table. So two of them never hold what
-// the other one needs next, and readers wait for nobody.
+// Writers lock the one row of the version table first. So writers cannot deadlock, and readers
+// never wait.
 const SqlDialect& PostgresqlConnection::dialect() const
 {
     static const SqlDialect postgresql = {

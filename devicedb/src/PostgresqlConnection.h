@@ -5,13 +5,13 @@
 
 namespace devices::database {
 
-/// A connection to PostgreSQL, or to an engine that speaks its protocol: plain SQL alone, no
-/// triggers and no languages of the server.
+/// A connection to PostgreSQL, or to an engine with the same protocol. Uses plain SQL only, no
+/// triggers and no procedural languages.
 ///
-/// It goes through libpq and not through Poco's connector for it. Version 1.11 of that frees the
-/// result of a statement twice when a later execution of it fails, keeps the memory of a connection
-/// that failed or was lost, and takes neither URLs nor values with blanks. Bytes travel in the
-/// binary form both ways, so that each arrives as it is; their text form is never written.
+/// Uses libpq, not Poco's connector: version 1.11 of that frees the result of a statement twice
+/// when a later execution of it fails, leaks the memory of a connection that failed or was lost,
+/// and takes neither URLs nor values with blanks. Bytes are transferred in binary form both ways,
+/// never in text form.
 class PostgresqlConnection final : public SqlConnection
 {
 public:

@@ -29,7 +29,7 @@ std::filesystem::path ownDirectory()
 std::filesystem::path modulePath()
 {
     const std::filesystem::path own = ownDirectory();
-    // The last one is for a program that has the library's code in itself.
+    // The last one is for a program that is linked statically with the library.
     for (const auto& directory :
          {own / "device-database", own, own.parent_path() / "lib" / "device-database"}) {
         std::error_code ignored;
@@ -46,7 +46,7 @@ OpenPostgresqlRecordStore load()
 {
     const std::string path = modulePath().string();
     try {
-        Poco::SharedLibrary library(path); // stays loaded when this object goes
+        Poco::SharedLibrary library(path); // stays loaded when this object is destroyed
         const auto version =
             *static_cast<const int*>(library.getSymbol("postgresqlRecordStoreVersion"));
         if (version != postgresqlModuleVersion) {

@@ -27,7 +27,7 @@ std::string sqlOf(const RowSql& rowSql, std::size_t rows)
     return sql + rowSql.tail;
 }
 
-// A name of its own for each statement of the process.
+// A unique name for each statement of the process.
 std::string newName()
 {
     static unsigned long count = 0;

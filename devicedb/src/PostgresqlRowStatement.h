@@ -8,8 +8,8 @@
 
 namespace devices::database {
 
-/// Rows of PostgreSQL: many in one statement, since each execution is a question and an answer over
-/// the connection. There is one prepared statement per number of rows.
+/// Rows of PostgreSQL: many in one statement, since each execution is a round trip over the
+/// connection. There is one prepared statement per number of rows.
 class PostgresqlRowStatement final : public RowStatement
 {
 public:

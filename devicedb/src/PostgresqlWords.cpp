@@ -14,7 +14,7 @@ namespace {
 
 using Options = std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)>;
 
-// What libpq quotes of a text that it could not read may be a part of a password.
+// The part of an invalid text that libpq quotes may be part of a password.
 std::string withoutQuotedParts(const std::string& message)
 {
     std::string text;
@@ -68,7 +68,7 @@ PGconn* PostgresqlWords::connect() const
         keys.push_back("connect_timeout");
         values.push_back("10"); // seconds
     }
-    for (const Word& word : words) { // the later one of a key holds
+    for (const Word& word : words) { // the last value of a key counts
         keys.push_back(word.key.c_str());
         values.push_back(word.key == "client_encoding" ? "UTF8" : word.value.c_str());
     }
@@ -90,7 +90,7 @@ const PostgresqlWords::Word* PostgresqlWords::find(const std::string& key) const
     return found == words.end() ? nullptr : &*found;
 }
 
-// The defaults come from libpq's environment variables and its service file.
+// The defaults are those of libpq's environment variables and its service file.
 std::string PostgresqlWords::valueOrDefault(const std::string& key) const
 {
     if (const Word* const word = find(key)) {

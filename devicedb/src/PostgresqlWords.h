@@ -7,20 +7,20 @@
 
 namespace devices::database {
 
-/// How a PostgreSQL database is reached: libpq's own connection words, as
-/// "host=db.example dbname=plant" or as a URL, read by libpq itself.
+/// A libpq connection string, such as "host=db.example dbname=plant", or a URL, parsed by libpq
+/// itself.
 class PostgresqlWords
 {
 public:
-    /// Reads `text`. Throws `std::runtime_error` when libpq does not understand them; nothing that
-    /// may be a password is in its text.
+    /// Reads `text`. Throws `std::runtime_error` if libpq cannot parse it; the message holds
+    /// nothing that may be a password.
     explicit PostgresqlWords(const std::string& text);
 
     /// Connects. Throws a `SqlFailure`. The caller ends the connection with `PQfinish`.
     PGconn* connect() const;
 
     /// Returns engine, host and database for messages, such as "postgresql:host=a dbname=b"; what
-    /// is not stated is what libpq takes without it.
+    /// is not stated is libpq's default.
     std::string name() const;
 
     /// Returns a text of libpq without the passwords of this connection.
@@ -37,7 +37,7 @@ private:
     const Word* find(const std::string& key) const;
     std::string valueOrDefault(const std::string& key) const;
 
-    std::vector<Word> words; ///< Those that are stated, with a value.
+    std::vector<Word> words; ///< The stated ones, with a value.
 };
 
 } // namespace devices::database

@@ -9,7 +9,7 @@ namespace devices::database {
 /// Returns the value of a column of bytes: the SQLite driver binds empty ones as NULL.
 RowSql::Value bytesValue(const SqlDialect& dialect);
 
-/// Returns the statement that stores rows of records, over those of the same key.
+/// Returns the statement that stores rows of records, replacing those of the same key.
 RowSql recordInsertion(const SqlDialect& dialect);
 
 /// Returns the row of `record` for `recordInsertion`. Texts are stored as bytes: they may hold any

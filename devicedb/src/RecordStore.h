@@ -4,13 +4,13 @@
 
 namespace devices::database {
 
-/// What a database engine does for `DeviceDatabase`; one implementation per engine.
+/// The interface of a database engine for `DeviceDatabase`; one implementation per engine.
 ///
-/// An object is one connection, used by one thread at a time. Whatever fails is a
-/// `std::runtime_error` whose text names the database and is fit for a person; a failed change
-/// leaves the database as it was, and an open transaction open. Where the engine has given the
-/// whole transaction up, `insert`, `remove` and `commit` fail until `rollback`, so that nothing
-/// lands outside the transaction it was meant for.
+/// An object is one connection, used by one thread at a time. Failures are a `std::runtime_error`
+/// whose text names the database and is meant for users; a failed change leaves the database
+/// unchanged, and an open transaction open. If the engine has aborted the whole transaction,
+/// `insert`, `remove` and `commit` fail until `rollback`, so that nothing is stored outside its
+/// transaction.
 class RecordStore
 {
 public:
@@ -19,17 +19,17 @@ public:
     RecordStore(const RecordStore&) = delete;
     RecordStore& operator=(const RecordStore&) = delete;
 
-    /// Returns how messages name the database. No password is in it.
+    /// Returns the name of the database in messages, without passwords.
     virtual const std::string& name() const = 0;
 
     /// Starts a transaction, waiting for other writers first. Transactions do not nest.
     virtual void begin() = 0;
     virtual void commit() = 0;
     virtual void rollback() = 0;
-    /// Returns whether `begin` was called, without an end since, and the engine holds to it.
+    /// Returns whether a transaction was begun, not ended since, and is still open in the engine.
     virtual bool isTransactionAlive() = 0;
 
-    /// Stores `record`; the one of the same family and module identifier goes, with its content.
+    /// Stores `record`, replacing the one of the same family and module identifier and its content.
     /// `content` may be null.
     virtual void insert(const DeviceProperties& record, const ModuleContent* content) = 0;
 
@@ -43,7 +43,7 @@ public:
     /// Returns all records, ordered bytewise by family and module identifier.
     virtual std::vector<DeviceProperties> list() = 0;
 
-    /// Returns the modules that `query` asks for, ordered like `list`.
+    /// Returns the modules that match `query`, ordered like `list`.
     virtual std::vector<ModuleSummary> search(const ModuleQuery& query) = 0;
 
     /// Returns the content that was stored with the record, if any.

@@ -12,8 +12,8 @@ struct RowSql
 {
     struct Value
     {
-        std::string sql; ///< What becomes of the cell; "?" stands for it.
-        bool isBytes;    ///< The cell is bytes; else text, or a number as text.
+        std::string sql; ///< SQL for the cell; "?" is its value.
+        bool isBytes;    ///< True: bytes; false: text, or a number as text.
     };
 
     std::string head;
@@ -22,8 +22,8 @@ struct RowSql
 };
 
 /// A statement that is prepared once and executed for rows. One implementation per engine, since
-/// what makes many rows fast differs: see each. Whatever fails is a `SqlFailure`; the object is of
-/// no more use then.
+/// the fast way to store many rows differs: see each. Failures are a `SqlFailure`; the object
+/// cannot be used afterwards.
 class RowStatement
 {
 public:

@@ -10,14 +10,14 @@
 
 namespace devices::database {
 
-/// What an engine answered in place of doing its work: the reason, in one line fit for a person.
+/// An error of an engine: the reason, in one line meant for users.
 class SqlFailure : public std::runtime_error
 {
 public:
     enum class Concern
     {
-        Statement, ///< This one was refused; others may succeed.
-        Database   ///< A full disk, a lost connection, a missing right: the next one fails too.
+        Statement, ///< This statement was rejected; others may succeed.
+        Database   ///< A full disk, a lost connection, no permission: the next one fails too.
     };
 
     explicit SqlFailure(const std::string& reason, Concern concerned = Concern::Statement)
@@ -27,7 +27,7 @@ public:
     Concern concern;
 };
 
-/// Returns the number that `decimal` states. Throws a `SqlFailure` where it states none: another
+/// Returns the number that `decimal` states. Throws a `SqlFailure` if it is not a number: another
 /// program may have stored anything.
 inline std::int64_t numberOf(const std::string& decimal)
 {
@@ -40,7 +40,7 @@ inline std::int64_t numberOf(const std::string& decimal)
     return number;
 }
 
-/// A value that takes the place of $1, $2 ... in a statement.
+/// A value for $1, $2 ... in a statement.
 struct SqlParameter
 {
     std::string value;
@@ -63,7 +63,7 @@ public:
     /// Runs a statement without parameters or results.
     virtual void execute(const std::string& sql) = 0;
 
-    /// As above, for the few statements that are needed again and again.
+    /// As above, for the few statements that are executed often.
     virtual void executeOften(const std::string& sql) { execute(sql); }
 
     /// Runs a statement and returns how many rows it changed.
@@ -77,10 +77,10 @@ public:
     /// Makes a statement for rows. It must not outlive the connection.
     virtual std::unique_ptr<RowStatement> makeRowStatement(const RowSql& rowSql) = 0;
 
-    /// Returns whether a transaction is open and unbroken.
+    /// Returns whether a transaction is open and not aborted.
     virtual bool holdsTransaction() = 0;
 
-    /// Returns why a transaction that was begun is no longer held.
+    /// Returns why a transaction that was begun is no longer open.
     virtual std::string whyTransactionIsLost() = 0;
 };
 

@@ -22,7 +22,7 @@ std::optional<DeviceProperties> firstOf(const std::vector<DeviceProperties>& rec
 
 } // namespace
 
-// What every record needs, prepared at the first one.
+// The statements for every record, prepared at the first one.
 struct SqlRecordStore::Prepared
 {
     explicit Prepared(SqlConnection& connection)
@@ -74,8 +74,8 @@ void SqlRecordStore::prepareSchema(OpenMode mode)
     });
 }
 
-// Another process may prepare the schema at the same time. An engine that does not lock an empty
-// database lets one of the two fail, which then finds what the other one made.
+// Another process may prepare the schema at the same time. If an engine does not lock an empty
+// database, the loser of the race retries and finds the winner's schema.
 void SqlRecordStore::migrate()
 {
     constexpr int attempts = 10;
@@ -189,7 +189,7 @@ bool SqlRecordStore::isTransactionAlive()
     return inTransaction && connection->holdsTransaction();
 }
 
-// What follows a lost transaction would be stored outside of it, each change for good.
+// Changes after a lost transaction would be stored outside of it, each one permanently.
 void SqlRecordStore::requireTransaction()
 {
     if (inTransaction && !connection->holdsTransaction()) {
@@ -197,7 +197,8 @@ void SqlRecordStore::requireTransaction()
     }
 }
 
-// Fails where the engine has taken everything back already, or is gone: nothing is left to do then.
+// Fails if the engine has rolled back already, or the connection is lost: nothing is left to do
+// then.
 void SqlRecordStore::takeBack(bool wholeTransaction)
 {
     try {
@@ -208,7 +209,7 @@ void SqlRecordStore::takeBack(bool wholeTransaction)
     } catch (const SqlFailure&) {
         // The failure that led here is the one to report.
     }
-    preparedStatements.reset(); // a driver's statement is of no more use after a failure
+    preparedStatements.reset(); // a prepared statement cannot be used after a failure
 }
 
 void SqlRecordStore::change(const char* attempted, const std::function<void()>& work)

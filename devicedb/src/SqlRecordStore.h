@@ -8,16 +8,15 @@
 
 namespace devices::database {
 
-/// A store in an engine that speaks SQL.
+/// A store in an SQL engine.
 ///
-/// Every change runs inside a transaction, or inside a savepoint of the one that is open, so that
-/// one refused record costs itself alone. Statements that are needed for every record are prepared
-/// once.
+/// Every change runs inside a transaction, or inside a savepoint of the one that is open, so that a
+/// rejected record affects no other. Statements that are needed for every record are prepared once.
 class SqlRecordStore final : public RecordStore
 {
 public:
-    /// `name` is how messages name the database. Makes or migrates its schema, as `mode` says;
-    /// refuses a newer one, and a database that holds something else.
+    /// `name` is the name of the database in messages. Creates or migrates its schema according to
+    /// `mode`; rejects a newer one, and a database with other content.
     SqlRecordStore(std::string name, std::unique_ptr<SqlConnection> openConnection, OpenMode mode);
     ~SqlRecordStore() override;
 

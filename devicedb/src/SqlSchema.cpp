@@ -6,8 +6,8 @@ namespace devices::database {
 
 namespace {
 
-// {bytes}, {number} and {table end} stand for what the dialect says.
-// Never destroyed: a host may still insert while its own statics are.
+// {bytes}, {number} and {table end} are replaced by the dialect's words. Never destroyed: a host
+// may still insert while its own statics are destroyed.
 const auto& migrations = *new std::vector<std::vector<const char*>>{
     // Version 1.
     {

@@ -7,9 +7,9 @@
 
 namespace devices::database {
 
-/// Returns the statements that lead from one schema version to the next: entry n makes version
-/// n + 1, and version 0 is an empty database. A released entry never changes; a new version is a
-/// new entry.
+/// Returns the statements that migrate one schema version to the next: entry n creates version n +
+/// 1, and version 0 is an empty database. A released entry never changes; a new version is a new
+/// entry.
 std::vector<std::vector<std::string>> sqlMigrations(const SqlDialect& dialect);
 
 /// The schema version that this library reads and writes.

@@ -41,17 +41,17 @@ SqliteConnection::SqliteConnection(const std::string& path, OpenMode mode, unsig
 {
     execute("PRAGMA busy_timeout = " + std::to_string(patience * 1000)); // milliseconds
     execute("PRAGMA foreign_keys = ON");
-    // Holds the changes of a populate with thousands of modules, which come in no order, and the
-    // index of a hundred thousand. Memory is taken as pages come.
+    // Large enough for the changes of a populate with thousands of modules in any order, and the
+    // index of a hundred thousand. Memory is allocated page by page.
     execute("PRAGMA cache_size = -65536"); // kibibytes
-    // A commit returns when the log is on the disk. EXTRA differs from FULL where the file keeps a
-    // rollback journal: its removal is synchronised too.
+    // A commit returns when the log is on the disk. With a rollback journal EXTRA also synchronises
+    // its removal, unlike FULL.
     execute("PRAGMA synchronous = EXTRA");
     useWriteAheadLog();
 }
 
-// A file that may only be read begins a transaction as any other, and refuses its first change. So
-// the claim is a change, of nothing.
+// A transaction on a read-only file begins without an error, and its first change fails. So the
+// claim is a change that changes nothing.
 const SqlDialect& SqliteConnection::dialect() const
 {
     static const SqlDialect sqlite = {
@@ -67,8 +67,8 @@ const SqlDialect& SqliteConnection::dialect() const
     return sqlite;
 }
 
-// The mode stays in the file. One that cannot be written, or that another program is just using,
-// is used as it is: with a rollback journal readers and a writer wait for each other.
+// The mode stays in the file. One that cannot be written, or that another program is using, keeps
+// its mode: with a rollback journal readers and a writer wait for each other.
 void SqliteConnection::useWriteAheadLog()
 {
     std::string mode;
@@ -79,7 +79,7 @@ void SqliteConnection::useWriteAheadLog()
     try {
         execute("PRAGMA journal_mode = WAL");
     } catch (const SqlFailure&) {
-        // Some journal it has.
+        // Keeps the file's current journal mode.
     }
 }
 

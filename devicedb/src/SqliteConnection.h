@@ -17,7 +17,7 @@ namespace devices::database {
 class SqliteConnection final : public SqlConnection
 {
 public:
-    /// Opens the file at `path`; `mode` says whether it is made when missing. Waits up to
+    /// Opens the file at `path`; `mode` decides whether a missing one is created. Waits up to
     /// `patience` seconds for other writers.
     SqliteConnection(const std::string& path, OpenMode mode, unsigned patience);
 
@@ -36,7 +36,7 @@ private:
     void useWriteAheadLog();
 
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> connection;
-    std::map<std::string, std::unique_ptr<RowStatement>> often; // what `executeOften` has prepared
+    std::map<std::string, std::unique_ptr<RowStatement>> often; // prepared by `executeOften`
 };
 
 } // namespace devices::database

@@ -11,7 +11,7 @@ namespace devices::database {
 
 namespace {
 
-// Whether the user that this process acts for now has the right.
+// Whether the effective user of this process has the permission.
 bool mayAccess(const std::string& path, int right)
 {
     return faccessat(AT_FDCWD, path.c_str(), right, AT_EACCESS) == 0;
@@ -23,7 +23,7 @@ std::string directoryOf(const std::string& path)
     return parent.empty() ? "." : parent.string();
 }
 
-// The write version of an SQLite file is byte 18 of its header: 2 stands for a write-ahead log.
+// The write version of an SQLite file is byte 18 of its header: 2 means a write-ahead log.
 bool keepsWriteAheadLog(const std::string& path)
 {
     std::array<char, 19> header{};

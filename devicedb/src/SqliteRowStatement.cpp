@@ -33,7 +33,7 @@ void SqliteRowStatement::execute(const std::vector<Row>& rows)
         }
         statement.step();
     }
-    statement.unbind(); // the rows go
+    statement.unbind(); // frees the rows
 }
 
 } // namespace devices::database

@@ -5,7 +5,7 @@
 
 namespace devices::database {
 
-/// Rows of SQLite, one step each, which is what SQLite is fast at.
+/// Rows of SQLite, one step each, which is fastest in SQLite.
 class SqliteRowStatement final : public RowStatement
 {
 public:

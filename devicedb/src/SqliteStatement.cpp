@@ -70,7 +70,7 @@ bool SqliteStatement::step()
     return false;
 }
 
-// As a blob each type is its bytes, and no text ends at a NUL.
+// As a blob each type is read as its bytes, and no text ends at a NUL.
 std::string SqliteStatement::cell(int column) const
 {
     const void* const bytes = sqlite3_column_blob(statement.get(), column);

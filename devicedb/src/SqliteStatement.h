@@ -8,20 +8,20 @@ struct sqlite3_stmt;
 
 namespace devices::database {
 
-/// One prepared statement of SQLite. Whatever fails is a `SqlFailure` with SQLite's own reason.
+/// One prepared statement of SQLite. Failures are a `SqlFailure` with SQLite's own reason.
 class SqliteStatement
 {
 public:
     /// `openConnection` must outlive the object.
     SqliteStatement(sqlite3* openConnection, const std::string& sql);
 
-    /// Gives parameter `number`, from 1, its value for the next steps, which `value` must outlive.
+    /// Binds parameter `number`, from 1, for the next steps; `value` must outlive them.
     void bind(int number, const std::string& value, bool isBytes);
 
-    /// Takes all values back.
+    /// Unbinds all values.
     void unbind();
 
-    /// Goes on to the next row. Returns false after the last one; the next step starts again.
+    /// Steps to the next row. Returns false after the last one; the next step starts again.
     bool step();
 
     /// Returns column `column`, from 0, of the row: bytes and texts as they are, numbers
@@ -33,7 +33,7 @@ private:
     std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement;
 };
 
-/// Throws what SQLite says of the last call on `connection` unless `result` is success.
+/// Throws SQLite's message about the last call on `connection` unless `result` is success.
 void checkSqlite(sqlite3* connection, int result);
 
 } // namespace devices::database

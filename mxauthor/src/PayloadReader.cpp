@@ -9,7 +9,7 @@ PayloadReader::PayloadReader(std::uint16_t groupId, const Bytes& bytesOfGroup,
     : group(groupId), payload(bytesOfGroup), offset(fileOffset)
 {}
 
-// The one gate: every byte that is read comes through here.
+// The only bounds check: every byte is read through here.
 const std::uint8_t* PayloadReader::take(Place& place, std::size_t count)
 {
     if (count > left()) {

@@ -15,9 +15,9 @@ public:
     UnexpectedShape() : std::runtime_error("payload of another shape") {}
 };
 
-/// Reads fields from the start of a payload to its end, and never beyond: what does not fit throws
-/// `UnexpectedShape`. Its counterpart is `PayloadWriter`, so that one template lists the fields of
-/// a record for both.
+/// Reads fields from the start of a payload, never past its end: `UnexpectedShape` is thrown
+/// instead. Its counterpart is `PayloadWriter`, so that one template lists the fields of a record
+/// for both.
 class PayloadReader
 {
 public:
@@ -39,13 +39,13 @@ public:
     /// Reads all that is left.
     void rest(Field<Bytes>& field) { bytes(field, left()); }
 
-    /// Reads text up to the byte in front of the next `stop`, which stays to be read.
+    /// Reads text up to the next `stop`, which is not consumed.
     void textUpTo(Field<std::string>& field, char stop);
 
     /// Reads the byte `expected`.
     void literal(char expected);
 
-    /// Returns the next `count` bytes, which stay to be read; null when fewer are left.
+    /// Returns the next `count` bytes without consuming them; null when fewer are left.
     const std::uint8_t* peek(std::size_t count) const;
 
 private:

@@ -20,7 +20,7 @@ public:
     void text(const Field<std::string>& field);
     void literal(char byte) { number(static_cast<std::uint8_t>(byte), 1); }
 
-    Bytes payload; ///< What was written.
+    Bytes payload; ///< The bytes written.
 
 private:
     void number(std::uint64_t value, unsigned size);

@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* baseName = "module.txt";
 
-// The bytes of "text" from the opening quote at `pos`, which ends up behind the closing one.
+// The bytes of "text" from the opening quote at `pos`, which is then after the closing one.
 Bytes quotedBytes(const std::string& line, std::size_t& pos)
 {
     Bytes bytes;

@@ -5,8 +5,8 @@
 
 namespace malformed {
 
-/// An mx file stated as text: what is wrong with it, how it comes about, what parser and checker
-/// say. README.md has the notation.
+/// An mx file stated as text: what is wrong with it, how it is made, and the results of parser and
+/// checker. README.md has the notation.
 struct MalformedFile
 {
     std::string defect;

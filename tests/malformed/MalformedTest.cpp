@@ -1,5 +1,5 @@
-// Every file below cases/ is refused or accepted by the device parser, and found by the checker, as
-// it says itself.
+// Every file in cases/ is rejected or accepted by the device parser, and has the checker's
+// findings, as the file states.
 
 #include "Failure.h"
 #include "MalformedFile.h"
@@ -21,7 +21,7 @@ using malformed::readMalformedFile;
 
 std::string parserSays(std::vector<char> bytes)
 {
-    bytes.push_back('\xFF'); // as behind every loaded file
+    bytes.push_back('\xFF'); // as after every loaded file
     try {
         devices::parser::mx::Parser_kv38().parse(bytes, nullptr, 0, 0);
         return "accepted";
@@ -68,7 +68,7 @@ std::string nameOf(const testing::TestParamInfo<std::string>& info)
 
 INSTANTIATE_TEST_SUITE_P(Files, Malformed, testing::ValuesIn(malformedFiles()), nameOf);
 
-// All that parser and checker say of the files, as stated there.
+// All results of parser and checker, as stated in the files.
 std::multiset<std::string> everythingStated()
 {
     std::multiset<std::string> all;

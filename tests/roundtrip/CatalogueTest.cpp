@@ -1,4 +1,4 @@
-// What the example modules are good for.
+// The variety that the example modules cover.
 
 #include "RoundTripFiles.h"
 

@@ -19,7 +19,7 @@ using roundtrip::asBytes;
 using roundtrip::examples;
 using roundtrip::loadExample;
 
-// Fails unless the parts stand back to back from the first byte to the last.
+// Fails unless the parts are adjacent from the first byte to the last.
 void expectEveryByteOnce(const mxauthor::Explanation& explanation, std::size_t size)
 {
     std::size_t next = 0;
@@ -63,7 +63,7 @@ TEST_P(ExampleContent, isTheSameAsItself)
     EXPECT_TRUE(compare(file, file).imageStaysValid);
 }
 
-// Every finding of these files was looked at: what is an error there would be one of the checker.
+// Every finding of these files was reviewed: an error among them would be a mistake of the checker.
 TEST_P(ExampleContent, holdsNoError)
 {
     for (const mxauthor::Finding& finding : mxauthor::check(loadExample(GetParam()))) {
@@ -86,7 +86,7 @@ TEST(GeneratedContent, isWrittenAsItWasRead)
             ++(std::holds_alternative<mxauthor::RawGroup>(group.content) ? rawGroups : typedGroups);
         }
     }
-    // The generator makes both: otherwise this test would show less than it says.
+    // The generator makes both: otherwise this test would not show what it claims.
     EXPECT_GT(rawGroups, 5000U);
     EXPECT_GT(typedGroups, 50000U);
 }

@@ -7,7 +7,7 @@
 namespace roundtrip {
 
 /// Generates mx files whose framing holds: plausible modules, and the same with groups in odd
-/// orders, repeated or unknown, with checksums, bytes behind the end and damaged payloads. The same
+/// orders, repeated or unknown, with checksums, bytes after the end and damaged payloads. The same
 /// seed gives the same files on every machine.
 class GeneratedFiles
 {

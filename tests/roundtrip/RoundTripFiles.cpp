@@ -16,7 +16,7 @@ std::vector<char> loadExample(const std::string& name)
 {
     std::vector<char> chars;
     devices::parser::mx::loadFile(std::string(EXAMPLE_MODULES) + "/" + name, chars);
-    chars.pop_back(); // the byte that stands behind every loaded file
+    chars.pop_back(); // the byte after every loaded file
     return chars;
 }
 

@@ -47,7 +47,7 @@ TEST_P(ExampleText, isTheFormForPeople)
 {
     const std::string text = mxauthor::dumpText(mxauthor::readMxFile(loadExample(GetParam())));
     EXPECT_FALSE(hasSection(text, "unread")) << text;
-    // In one of them a unit stands in front of the options, where its identifier has to be stated.
+    // In one of them a unit is before the options, so that its identifier has to be stated.
     const bool hasFixedText = GetParam() == "MX0803.bin";
     EXPECT_EQ(text.find("  fixed:\n    100: A\nimage") != std::string::npos, hasFixedText) << text;
     EXPECT_EQ(text.find("fixed:") != std::string::npos, hasFixedText) << text;

@@ -6,7 +6,7 @@
 
 namespace {
 
-thread_local std::size_t countdown = 0; // 0: none is to fail
+thread_local std::size_t countdown = 0; // 0: none fails
 thread_local bool failed = false;
 std::atomic<std::size_t> held{0};
 

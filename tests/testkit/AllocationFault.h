@@ -4,9 +4,9 @@
 
 namespace testkit {
 
-/// Lets one allocation of this thread fail while it lives: the `number`-th from its construction
-/// on, counted from 1, throws `std::bad_alloc`. For programs that are linked with
-/// AllocationFault.cpp, which replaces operator new for all libraries of the process.
+/// While it lives, one allocation of this thread fails: the `number`-th from its construction on,
+/// counted from 1, throws `std::bad_alloc`. For programs that are linked with AllocationFault.cpp,
+/// which replaces operator new for all libraries of the process.
 class AllocationFault
 {
 public:
@@ -19,8 +19,7 @@ public:
     bool happened() const;
 };
 
-/// Counts one allocation and returns whether it is the one to fail: for allocators beside operator
-/// new.
+/// Counts one allocation and returns whether it is to fail: for allocators other than operator new.
 bool allocationFails();
 
 /// Returns how many blocks of operator new the process holds.

@@ -4,7 +4,7 @@
 
 namespace testkit {
 
-/// Returns `text` as a regular expression that matches it alone.
+/// Returns `text` as a regular expression that matches only it.
 inline std::string literally(const std::string& text)
 {
     std::string pattern;
@@ -17,9 +17,9 @@ inline std::string literally(const std::string& text)
     return pattern;
 }
 
-/// Returns a regular expression for what a failed assertion says: a source file of `directory`,
-/// told from the project's root, the operation's `signature` as gcc spells it (other compilers
-/// spell it otherwise: not looked at) and the `expression`.
+/// Returns a regular expression for the message of a failed assertion: a source file of
+/// `directory`, relative to the project's root, the operation's `signature` as gcc spells it (not
+/// compared with other compilers, which spell it differently) and the `expression`.
 inline std::string failedAssertion(const std::string& directory, const std::string& signature,
                                    const std::string& expression)
 {

@@ -6,8 +6,8 @@
 
 namespace testkit {
 
-/// Bytes that end where memory ends: behind the last one stands a page that nobody may read or
-/// write. One byte too far is a crash, with and without a sanitizer.
+/// Bytes at the end of accessible memory: the page after the last one can be neither read nor
+/// written. An access one byte too far crashes, with and without a sanitizer.
 class GuardedBuffer
 {
 public:

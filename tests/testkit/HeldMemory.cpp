@@ -23,7 +23,7 @@ void* allocateOrNull(std::size_t size)
     held += malloc_usable_size(memory);
     peak = std::max(peak, held);
     if (held > limit) {
-        limit = std::numeric_limits<std::size_t>::max(); // saying it may take memory
+        limit = std::numeric_limits<std::size_t>::max(); // the message may allocate memory
         sayWhere();
         std::abort();
     }

@@ -9,8 +9,8 @@
 
 namespace testkit {
 
-/// Collects what the logger "mxparser-kv38" says while it lives; the logger's channel and level are
-/// put back afterwards.
+/// Collects the lines of the logger "mxparser-kv38" while it lives; restores the logger's channel
+/// and level afterwards.
 class LogCapture
 {
 public:

@@ -3,9 +3,9 @@
 #include <dirent.h>
 #include <dlfcn.h>
 
-// Replaces opendir in the whole program: a handle that is never closed is not taken for a leak. The
-// handle itself is excused, since the name of the function that made it is known only where the
-// debugging symbols of the C library are installed.
+// Replaces opendir in the whole program: a handle that is never closed is not reported as a leak.
+// The handle is excluded, not the function that made it: the function's name is known only with the
+// debugging symbols of the C library.
 
 extern "C" DIR* opendir(const char* name)
 {

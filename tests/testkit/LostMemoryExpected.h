@@ -13,7 +13,7 @@
 
 namespace testkit {
 
-/// While it lives, what is allocated and lost is not taken for a leak.
+/// While it lives, memory that is allocated and lost is not reported as a leak.
 class LostMemoryExpected
 {
 public:

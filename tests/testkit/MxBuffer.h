@@ -19,7 +19,7 @@ Bytes textBytes(const std::string& text);
 Bytes u16(unsigned value);
 Bytes u32(std::uint32_t value);
 
-/// Returns `parts` one behind the other.
+/// Returns `parts` concatenated.
 Bytes join(const std::vector<Bytes>& parts);
 
 /// Builds an mx buffer group by group.

@@ -13,7 +13,7 @@ namespace testkit {
 class ParserAccess : public devices::parser::mx::Parser_kv38
 {
 public:
-    /// What a host may do before an operation of any parser; empty: nothing.
+    /// Called before every operation, as a host may do; empty: nothing.
     static inline std::function<void()> beforeOperation;
     /// The logging level that a host sets for each new parser; empty: none.
     static inline std::string levelOfNewParsers;

@@ -74,8 +74,8 @@ TEST(BadInput, everyPrefixOfAFileIsRefusedWithOneMessage)
 {
     const testkit::TemporaryDirectory directory;
     const std::string whole = readFile(std::string(EXAMPLE_MODULES) + "/MX0001.bin");
-    // Without its last byte the file is whole: that of the checksum, which nobody compares, is made
-    // up for by the one that is put behind every loaded file.
+    // Without its last byte the file is still valid: that byte is in the checksum, which is not
+    // compared, and the byte added to every loaded file replaces it.
     for (const std::size_t length : {1U, 4U, 9U, 10U, 33U, 207U, 261U, 305U}) {
         const std::string file = directory.write("cut.bin", charsOf(whole.substr(0, length)));
         const ToolRun run = runTool({"show", file});

@@ -1,4 +1,4 @@
-// One bit field through every verb: what one says of its bits, the others say too.
+// One bit field through every verb: all verbs agree about its bits.
 
 #include "TemporaryDirectory.h"
 #include "TestDatabase.h"
@@ -27,7 +27,8 @@ constexpr const char* example = "examples/modules/MX0701.bin";
 class BitFieldVerbs : public testing::Test
 {
 protected:
-    // Writes it with these bits in the record of the parameter, which has number 3 and name 0xB1.
+    // Writes it with this bit field in the record of the parameter, which has number 3 and name
+    // 0xB1.
     std::string moduleWith(char bitLength, char bitOffset) const
     {
         std::string bytes = tooltest::readFile(std::string(PROJECT_BUILD "/") + example);

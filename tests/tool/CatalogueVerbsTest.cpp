@@ -96,7 +96,7 @@ TEST_P(CatalogueVerbs, conditionsNarrowTheList)
     EXPECT_EQ(devices({"--where", "label=nothing"}).exitCode, 0);
 }
 
-// A module of which there are two files is stored once.
+// A module with two files is stored once.
 TEST_P(CatalogueVerbs, aSecondFileOfAModuleReplacesTheFirst)
 {
     const std::string from = modules("twice", {"MX0001.bin", "MX0108.bin"});
@@ -228,7 +228,7 @@ TEST_P(CatalogueVerbs, aFileOf65535BytesWithEveryByteValueComesBack)
 {
     constexpr std::size_t most = 65535;
     std::string mx = readFile(std::string(EXAMPLE_MODULES) + "/MX0001.bin");
-    // A group that nobody reads, as long as the file may still grow.
+    // A group that is not read, as long as the file may still grow.
     const std::size_t length = most - mx.size();
     mx +=
         std::string("\x77\x77") + static_cast<char>(length >> 8) + static_cast<char>(length & 0xFF);
@@ -343,7 +343,7 @@ TEST_P(CatalogueVerbs, modulesWithoutContentAreWarnedOfWhenSearched)
     EXPECT_EQ(devices({}).err, "");
 }
 
-// What a host stores that gives the record of a device without the bytes of its file.
+// The record of a host that stores a device without the bytes of its file.
 TEST_P(CatalogueVerbs, aModuleWithoutItsFileIsNamed)
 {
     populate(modules("two", {"MX0001.bin", "MX0108.bin"}));

@@ -144,7 +144,8 @@ TEST(ChannelsVerb, readsStandardInput)
     EXPECT_EQ(runTool({"channels", "-"}, setup).out, runTool({"channels", example}).out);
 }
 
-// Channels of 255 bits each, of which the next begins in the next byte, all with one long name.
+// Channels of 255 bits each, each beginning in the byte after the previous one, all with one long
+// name.
 testkit::MxBuffer crowdedModule()
 {
     testkit::Bytes records;

@@ -16,7 +16,7 @@ using tooltest::ToolRun;
 const std::string cleanFile = std::string(EXAMPLE_MODULES) + "/MX0001.bin";
 const std::string notedFile = std::string(EXAMPLE_MODULES) + "/MX0803.bin"; // notes alone
 
-// Group 0x20d3 of 8 bytes, then group 5 of length 5: one framing error, and what the parser says.
+// Group 0x20d3 of 8 bytes, then group 5 of length 5: one framing error, and the parser's message.
 std::string brokenFile(const testkit::TemporaryDirectory& directory,
                        const std::string& name = "MX1.bin")
 {
@@ -125,7 +125,7 @@ TEST(CheckVerb, sarifSaysWhereARelativePathBegins)
     const json log = json::parse(run.out)["runs"][0];
     EXPECT_EQ(log["results"][0]["locations"][0]["physicalLocation"]["artifactLocation"],
               json({{"uri", "examples/modules/MX9999.bin"}, {"uriBaseId", "WORKINGFOLDER"}}));
-    // Described and not resolved: the same report wherever it is made.
+    // The path is described, not resolved: the report is the same in every directory.
     EXPECT_EQ(log["originalUriBaseIds"],
               json({{"WORKINGFOLDER",
                      {{"description", {{"text", "The folder in which mxtool was called."}}}}}}));

@@ -49,7 +49,7 @@ TEST(ConfigVerb, bareBytesAreNotedUnlessTheCallNamesThem)
     EXPECT_EQ(runTool({"config", serial, "-o", directory.path("image.json")}).err, "");
 }
 
-// What a script hands over whose reading of the module failed.
+// The input of a script that failed to read the module.
 TEST(ConfigVerb, filesThatHoldNoImageAreCalledWhatTheyAre)
 {
     const testkit::TemporaryDirectory directory;
@@ -190,7 +190,7 @@ TEST(ConfigVerb, takesValuesFromAFile)
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.out.substr(0, 4),
-              std::string("\x01\0\0\x07", 4)); // the call goes before the file
+              std::string("\x01\0\0\x07", 4)); // the command line overrides the file
 }
 
 TEST(ConfigVerb, takesSeveralFilesOfValues)
@@ -343,7 +343,7 @@ TEST(ConfigVerb, registersThatContradictEachOtherAreRefused)
     EXPECT_THAT(run.err, HasSubstr("parameter \"Preset\" of channel 0 Gate 1 open"));
     EXPECT_THAT(run.err, HasSubstr("found 00 in byte 5 of the registers, expected 01 as in its "
                                    "other registers"));
-    // MX0502: the byte behind "Wires" (fd) is padding.
+    // MX0502: the byte after "Wires" (fd) is padding.
     const ToolRun padded = runTool({"config", "examples/modules/MX0502.bin", "--fieldbus", "modbus",
                                     "--decode", "0000 1194 fd07 0400 1194 fd00"});
     EXPECT_EQ(padded.exitCode, 3);
@@ -364,7 +364,7 @@ TEST(ConfigVerb, decodeNeedsTheSizeOfTheImage)
                        "hexadecimal digits for each byte, or the name of an existing file\n");
 }
 
-// Such as that of an unset variable: the default image is no answer to it.
+// An empty value, such as that of an unset variable, does not mean the default image.
 TEST(ConfigVerb, anEmptyValueOfAnOptionIsRefused)
 {
     for (const char* option : {"--decode", "--compare", "--param-block"}) {
@@ -411,7 +411,7 @@ TEST(ConfigVerb, valuesOfTheModuleAreNoTextForm)
     EXPECT_EQ(runTool({"config", serial, "--values", values}).exitCode, 0);
 }
 
-// What cannot have an effect is a mistake of the call.
+// An option without effect is an invalid command line.
 TEST(ConfigVerb, nothingIsIgnored)
 {
     const testkit::TemporaryDirectory directory;

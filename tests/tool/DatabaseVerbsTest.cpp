@@ -111,7 +111,7 @@ TEST_F(DatabaseVerbs, aLinkToAFileIsPopulated)
               url + ": 1 module inserted, 0 failed\n");
 }
 
-// The module of what was left out may be any.
+// A file that was left out may be any module.
 TEST_F(DatabaseVerbs, replaceRemovesNothingWhereAnEntryIsLeftOut)
 {
     const std::string good = modules(false);
@@ -135,7 +135,7 @@ TEST_F(DatabaseVerbs, aDirectoryWithoutAFileInsertsNothing)
     EXPECT_FALSE(std::filesystem::exists(directory.path("devices.sqlite")));
 }
 
-// However few of the parser's lines are asked for.
+// Whatever log level is set for the parser.
 TEST_F(DatabaseVerbs, failedFilesAreCountedAtEveryLogLevel)
 {
     const ToolRun run = runTool({"--log-level", "none", "populate", modules(true), "--db", url});

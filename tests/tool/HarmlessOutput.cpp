@@ -12,8 +12,8 @@ namespace {
 
 using Json = nlohmann::json;
 
-// What acts on a terminal or turns a line around: control characters but the line feed, those of
-// U+0080 to U+009F, line and paragraph separators, marks of direction.
+// Characters that control a terminal or reverse a line: control characters except the line feed,
+// those of U+0080 to U+009F, line and paragraph separators, direction marks.
 std::string actingCharacters(const std::string& text)
 {
     static const std::regex acting("[\\x01-\\x09\\x0b-\\x1f\\x7f]|\xC2[\x80-\x9F]|\xD8\x9C|"

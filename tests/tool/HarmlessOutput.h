@@ -6,12 +6,12 @@
 
 namespace tooltest {
 
-/// Expects that `text` is UTF-8 and that nothing in it acts on a terminal or turns a line around.
+/// Expects that `text` is UTF-8 and that nothing in it controls a terminal or reverses a line.
 void expectHarmless(const std::string& text);
 
 using Rows = std::vector<std::vector<std::string>>;
 
-/// Returns the rows of a CSV text, read strictly: every line ends with CR LF, quotes stand only
+/// Returns the rows of a CSV text, read strictly: every line ends with CR LF, quotes are only
 /// around a cell.
 Rows csvRows(const std::string& csv);
 

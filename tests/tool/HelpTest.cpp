@@ -19,7 +19,7 @@ struct Example
     std::string output;
 };
 
-// The last example of a help text: "  $ mxtool ..." and the lines behind it, without their indent.
+// The last example of a help text: "  $ mxtool ..." and the lines after it, without their indent.
 Example exampleOf(const std::string& help)
 {
     Example example;
@@ -51,7 +51,8 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 
 TEST_P(HelpOfVerb, endsWithAnExampleThatPrintsWhatItSays)
 {
-    // The examples say /tmp; each run has a folder of its own, for others may run beside it.
+    // The examples use /tmp; each run has a folder of its own, since others may run at the same
+    // time.
     const testkit::TemporaryDirectory own;
     if (GetParam() != std::string("populate")) {
         runTool({"populate", "examples/modules", "--db", "sqlite:" + own.path("devices.sqlite")});
@@ -162,7 +163,7 @@ TEST(Help, comesAsAVerbToo)
     EXPECT_EQ(runTool({"-q", "help", "show"}).exitCode, 0);
 }
 
-// Each wrong word is told once, in the order of the call.
+// Each wrong word is reported once, in the order of the command line.
 TEST(WrongWords, areToldInTheOrderInWhichTheyWereTyped)
 {
     EXPECT_EQ(runTool({"--qiet", "show", "a", "--fromat", "json", "--ouput=x"}).err,

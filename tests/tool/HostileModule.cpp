@@ -49,12 +49,12 @@ std::vector<HostileText> makeTexts()
             same("$(reboot) `id`"),
             same("\\x1b \\n \\"),
             same("../../../etc/passwd"),
-            same("\u202Etxt.exe\u2066"), // turns the direction of what follows
+            same("\u202Etxt.exe\u2066"), // reverses the text after it
             same("a\u2028b\u2029c"),
             {"\xFF\xFE", "ÿþ"},
             {"\xE2\x82", "â‚"}, // UTF-8 cut off
             same("'"),
-            // A bare line feed ends a text that is passed over, so this one is the last.
+            // A bare line feed ends a text that is skipped, so this one is the last.
             same("first\nsecond")};
 }
 

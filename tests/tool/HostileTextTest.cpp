@@ -16,8 +16,8 @@
 #include <regex>
 #include <set>
 
-// Texts of an mx file, whatever they say, are shown and stored but never act: in no form of output
-// of any verb.
+// Texts of an mx file, whatever they hold, are shown and stored but never interpreted, in any
+// output of any verb.
 
 namespace {
 
@@ -41,7 +41,7 @@ using Words = std::vector<std::string>;
 class HostileText : public testing::Test
 {
 protected:
-    // Where one call per text would take too long: one text of each kind.
+    // For verbs where one call per text would take too long: one text of each kind.
     static constexpr unsigned chosen[] = {0, 1, 2, 4, 12, 26, 27, 28, 31};
 
     HostileText()
@@ -51,8 +51,8 @@ protected:
         }
     }
 
-    // Runs a call that is to succeed, with 1 where it has findings to tell. Standard error is
-    // harmless in any case.
+    // Runs a call that must succeed, or return 1 with findings. Standard error is harmless in any
+    // case.
     static std::string outputOf(const Words& words, int exitCode = 0)
     {
         const ToolRun run = runTool(words);

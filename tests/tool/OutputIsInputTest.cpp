@@ -1,5 +1,5 @@
-// An output that is an input of the same call, or another output of it, is refused, whatever the
-// verb, the option and the spelling.
+// An output that is an input of the same call, or another output of it, is rejected for every verb,
+// option and spelling.
 
 #include "TemporaryDirectory.h"
 #include "ToolProcess.h"
@@ -77,7 +77,7 @@ struct Call
 {
     const char* name;
     const char* input; // the file that is the output too
-    const char* words; // @IN where the file is named, none where a file in the call names it
+    const char* words; // @IN where the file is named; absent if a file in the call names it
     bool takesStandardInput = true;
 };
 
@@ -187,7 +187,7 @@ TEST_P(OutputIsInput, isRefusedAsStandardInput)
 INSTANTIATE_TEST_SUITE_P(Calls, OutputIsInput, testing::ValuesIn(calls),
                          [](const auto& row) { return row.param.name; });
 
-// A verb that is not in the list above is found here.
+// Fails for a verb that is not in the list above.
 TEST(OutputIsInput, isTriedForEveryVerbThatWritesAFile)
 {
     const std::string help = runTool({"--help"}).out;

@@ -156,7 +156,7 @@ TEST_F(Overwrite, isAskedForWhereAFileOfValuesLosesAComment)
     EXPECT_EQ(readFile(file), written);
 }
 
-// Of the same module or another, all or what differs: mxtool's own comments are no loss.
+// Of the same module or another, all values or only changes: mxtool's own comments are not a loss.
 TEST_F(Overwrite, isNotAskedForFilesOfValuesThatAreMadeAgain)
 {
     const std::string file = directory.path("values.yaml");

@@ -26,7 +26,7 @@ protected:
         return directory.path(name);
     }
 
-    // Builds a module with these parameters; findings do not hinder.
+    // Builds a module with these parameters; findings do not prevent it.
     std::string module(const std::string& parameters, const std::string& more = "") const
     {
         const std::string text = "module: {type: 1, id: 0x12345678}\n"
@@ -50,7 +50,7 @@ protected:
     testkit::TemporaryDirectory directory;
 };
 
-// What "#0" of a JSON configuration is given back as.
+// The value of "#0" of a JSON configuration after reading it back.
 std::string bytesGivenBack(const ToolRun& decoded, const std::string& path,
                            const testkit::TemporaryDirectory& directory)
 {
@@ -137,7 +137,7 @@ TEST_F(PhysicalValues, jsonHasTheDigitsBesideTheLibrarysText)
     FAIL() << run.out;
 }
 
-// Q is 0x112210f47de98115; 16777219 (0x01000003) is no binary32, its neighbours are 16777218 and
+// Q is 0x112210f47de98115; 16777219 (0x01000003) is not a binary32, its neighbours are 16777218 and
 // 16777220.
 TEST_F(PhysicalValues, everyFormThatIsReadBackGivesTheSameImage)
 {

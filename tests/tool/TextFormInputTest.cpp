@@ -1,4 +1,5 @@
-// Every verb that reads an mx file reads its text form as well, and says what else a file is.
+// Every verb that reads an mx file reads its text form as well, and names the type of any other
+// file.
 
 #include "TemporaryDirectory.h"
 #include "ToolProcess.h"
@@ -19,7 +20,7 @@ using tooltest::ToolRun;
 
 const std::string mxFile = std::string(EXAMPLE_MODULES) + "/MX0304.bin";
 
-// A parameter that names a channel that is not there, and no component, in line 4.
+// A parameter that names a missing channel, and no component, in line 4.
 const std::string textWithFindings = R"(module: {type: 1, id: 0x12345678}
 catalogue: {BrandId: "41", BrandLabelName: X, BrandVersion: "1", BrandSerialNumber: "0",
   ProductVersion: "1", BrandOrderCode: X-1, BrandHwRevision: "1"}
@@ -31,7 +32,7 @@ std::vector<char> charsOf(const std::string& text)
     return {text.begin(), text.end()};
 }
 
-// What the help of `verb` says, with single blanks.
+// The help of `verb`, with single blanks.
 std::string helpOf(const std::string& verb)
 {
     std::istringstream help(runTool({verb, "--help"}).out);
@@ -42,8 +43,8 @@ std::string helpOf(const std::string& verb)
     return text;
 }
 
-// The verbs whose help says that they take an mx file, or standard input in place of one; build
-// takes texts.
+// The verbs that take an mx file according to their help, or standard input instead; build takes
+// texts.
 std::vector<std::string> verbsOfModules()
 {
     const std::string help = runTool({"--help"}).out;
@@ -116,7 +117,7 @@ TEST(TextFormInput, everyVerbSaysWhatElseAFileIs)
     }
 }
 
-// One line, where each line of the file was an error of the text form.
+// One line, not an error of the text form for each line of the file.
 TEST(TextFormInput, everyVerbSendsFilesOfValuesToConfig)
 {
     const testkit::TemporaryDirectory directory;

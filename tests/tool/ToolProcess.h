@@ -6,7 +6,7 @@
 
 namespace tooltest {
 
-/// What one run of the program left behind.
+/// The result of one run of the program.
 struct ToolRun
 {
     int exitCode; ///< Minus the signal's number when a signal ended it.
@@ -14,7 +14,7 @@ struct ToolRun
     std::string err;
 };
 
-/// How the program is started, beside its arguments.
+/// How the program is started, in addition to its arguments.
 struct ToolSetup
 {
     std::string standardInput = "/dev/null";        ///< File to read standard input from.

@@ -12,7 +12,7 @@ namespace {
 constexpr const char* base64Digits =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-// Poco's decoder would take "=" anywhere and as many as there are.
+// Poco's decoder would accept any number of "=" anywhere.
 bool isPaddedBase64(const std::string& text)
 {
     const std::size_t digits = text.find_last_not_of('=') + 1;

@@ -8,8 +8,8 @@
 
 namespace text {
 
-// Poco's streams do not do: the one that compresses states the operating system in the file, the
-// one that reads tells neither the bytes after the end nor how far damaged data goes.
+// Poco's streams are not enough: the compressing one writes the operating system into the file, the
+// reading one reports neither the bytes after the end nor the length of the part before the damage.
 
 namespace {
 
@@ -19,7 +19,7 @@ constexpr int unknownSystem = 255;
 
 Bytef* input(const void* data)
 {
-    // zlib reads from here only, its interface is older than const.
+    // zlib only reads from here; its interface is older than const.
     return static_cast<Bytef*>(const_cast<void*>(data)); // NOLINT(*-const-cast)
 }
 

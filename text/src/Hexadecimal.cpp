@@ -4,7 +4,7 @@
 
 namespace text {
 
-// Poco's HexBinaryEncoder takes a stream for each text: far more than a log line may cost.
+// Poco's HexBinaryEncoder needs a stream for each text: too slow for log lines.
 void appendHex(std::string& text, std::uint64_t value, int digits)
 {
     for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
@@ -36,7 +36,7 @@ std::string toHex(const std::vector<std::uint8_t>& bytes)
     return hexOfBytes(bytes.data(), bytes.size(), "");
 }
 
-// Poco's HexBinaryDecoder would read on after a digit without its second.
+// Poco's HexBinaryDecoder would continue after an unpaired digit.
 std::optional<std::vector<std::uint8_t>> fromHex(const std::string& text)
 {
     std::vector<std::uint8_t> bytes;

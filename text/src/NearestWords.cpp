@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t longestWord = 200; // the comparison is quadratic
 constexpr std::size_t mostWords = 3;
 
-// Replaces characters that most keyboards lack by what is typed for them.
+// Replaces characters missing on most keyboards by their usual substitutes.
 std::string typed(std::string text)
 {
     Poco::replaceInPlace(text, "+/-", "+-");
@@ -45,7 +45,7 @@ std::size_t editDistance(const std::string& a, const std::string& b)
     return row.back();
 }
 
-// How far apart two words are; a word that begins with the other is near.
+// The distance of two words; it is small if `candidate` begins with `word`.
 std::size_t distance(const std::string& word, const std::string& candidate)
 {
     if (word == candidate) {

@@ -12,7 +12,7 @@ bool actsOnTerminal(char32_t point)
     return point < 0x20 || (point >= 0x7F && point < 0xA0);
 }
 
-// Separators of lines and paragraphs, and marks that turn the direction of what follows.
+// Separators of lines and paragraphs, and direction marks.
 bool turnsTheLine(char32_t point)
 {
     return point == 0x061C || point == 0x200E || point == 0x200F ||

@@ -11,8 +11,8 @@ namespace text {
 
 namespace {
 
-// No name of a real module comes near it; without a limit one long text, used as the name of every
-// channel, would multiply.
+// Far longer than names of real modules; without a limit one long text used as the name of every
+// channel would be repeated in full.
 constexpr std::size_t longestLabel = 100;
 constexpr std::size_t longestLabelBytes = 1000;
 
@@ -38,7 +38,7 @@ constexpr std::array<Range, 9> wide = {{{0x1100, 0x115F},
 constexpr std::array<Range, 4> combining = {
     {{0x0300, 0x036F}, {0x1AB0, 0x1AFF}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}}};
 
-// Characters that are invisible or no text: they would turn the line around or break the markup.
+// Characters that are invisible or not text: they would reverse the line or break the markup.
 constexpr std::array<Range, 6> unshowable = {{{0x200B, 0x200F},
                                               {0x2028, 0x202E},
                                               {0x2060, 0x206F},

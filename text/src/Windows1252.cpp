@@ -20,7 +20,8 @@ std::optional<char> byteOf(char32_t point)
     return written == 1 ? std::optional(static_cast<char>(byte)) : std::nullopt;
 }
 
-// The character that starts at `position`, with later bytes that belong to none.
+// The character that starts at `position`, with continuation bytes after it that belong to no
+// character.
 std::string characterAt(const std::string& utf8, std::size_t position)
 {
     std::size_t end = position + 1;

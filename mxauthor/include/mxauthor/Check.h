@@ -9,31 +9,31 @@ namespace mxauthor {
 
 enum class Severity
 {
-    Note,    ///< Worth knowing; nothing goes wrong.
-    Warning, ///< Data that readers drop, or take otherwise than it looks.
-    Error    ///< The file is refused, or the module cannot be used as it is described.
+    Note,    ///< For information; nothing goes wrong.
+    Warning, ///< Data that readers ignore or read differently from how it looks.
+    Error    ///< The file is rejected, or the module cannot be used as described.
 };
 
 /// Returns "error", "warning" or "note".
 const char* severityName(Severity severity);
 
-/// Something that an mx file has to keep to.
+/// A rule for mx files.
 struct CheckRule
 {
     const char* name;
     Severity severity;
-    const char* explanation; ///< What is wrong, and what readers make of it.
+    const char* explanation; ///< What is wrong, and its effect on readers.
     const char* example;     ///< A finding, as `describe` gives it.
-    const char* hint = "";   ///< What to do in a text form, {key} being the key of the group.
+    const char* hint = "";   ///< How to correct a text form; {key} is the key of the group.
 };
 
-/// Returns every rule, in the order in which the documentation lists them.
+/// Returns every rule, in the order of the documentation.
 const std::vector<const CheckRule*>& checkRules();
 
 /// Returns the rule `name`, null when there is none.
 const CheckRule* findRule(const std::string& name);
 
-/// A place where an mx file does not keep to a rule. Texts hold bytes of the file.
+/// A place where an mx file breaks a rule. Texts hold bytes of the file.
 struct Finding
 {
     const CheckRule* rule = nullptr;
@@ -44,14 +44,14 @@ struct Finding
     Place parameter; ///< For a finding about a default: the number in its parameter's record.
 };
 
-/// Returns whether the finding says that the device parser refuses the file.
+/// Returns whether the finding means that the device parser rejects the file.
 bool isRefusal(const Finding& finding);
 
 /// Returns the finding as `group 20c0, parameter 3 "Filter": text`.
 std::string describe(const Finding& finding);
 
-/// Checks the mx data `bytes` (those of the file, nothing after them) against every rule and lets
-/// the device parser read them. Returns all findings, ordered by their place in the file.
+/// Checks the mx data `bytes` (those of the file, nothing after them) against every rule; one rule
+/// is that the device parser reads them. Returns all findings, ordered by their place in the file.
 [[nodiscard]] std::vector<Finding> check(const std::vector<char>& bytes);
 
 /// The same without the device parser. Several threads may call it at once, as they may `explain`

@@ -5,22 +5,22 @@
 
 namespace mxauthor {
 
-/// A finding in the mx file that a text stands for, told at the text. Texts are UTF-8.
+/// A finding in the mx file built from a text, with its place in the text. Texts are UTF-8.
 struct TextFinding
 {
     const CheckRule* rule = nullptr;
-    SourceError where; ///< With the text of the finding.
+    SourceError where; ///< Place, and the text of the finding.
     std::string hint;  ///< What to do; may be empty.
     Finding finding;   ///< The same in the built file.
 };
 
-/// Holds the file that was `built` from `source`, without errors, against every rule of `check`.
-/// Returns all findings in the order of the text. What several repetitions of a line have in common
-/// (the rule and the place in the text) is one finding, that of the first, whose text says so.
+/// Checks the file `built` from `source` without errors against every rule of `check`. Returns all
+/// findings in the order of the text. Findings of several repetitions of a line with the same rule
+/// and place in the text are one finding, that of the first, which names the repetitions.
 [[nodiscard]] std::vector<TextFinding> checkText(const std::string& source,
                                                  const BuildResult& built);
 
-/// Returns whether one of `findings` says that the device parser refuses the file.
+/// Returns whether one of `findings` means that the device parser rejects the file.
 [[nodiscard]] bool isRefused(const std::vector<TextFinding>& findings);
 
 } // namespace mxauthor

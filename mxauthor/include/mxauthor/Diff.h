@@ -8,8 +8,8 @@ namespace mxauthor {
 enum class Effect
 {
     Cosmetic,   ///< Only what people read changes.
-    Compatible, ///< Existing parameter images and process images mean what they meant.
-    Breaking    ///< One of them means something else.
+    Compatible, ///< Existing parameter images and process images keep their meaning.
+    Breaking    ///< The meaning of one of them changes.
 };
 
 /// Returns "cosmetic", "compatible" or "breaking".
@@ -19,7 +19,7 @@ const char* effectName(Effect effect);
 struct Difference
 {
     Effect effect = Effect::Cosmetic;
-    bool breaksImage = false; ///< A parameter image of the one is not valid for the other.
+    bool breaksImage = false; ///< A parameter image of one is not valid for the other.
     std::string area;    ///< "module", "text", "parameter", "channel", "size", "image", "group".
     std::string subject; ///< Such as `parameter 3 "Filter"`; may be empty.
     std::string text;    ///< "default 1 becomes 2".
@@ -27,9 +27,9 @@ struct Difference
 
 struct Comparison
 {
-    std::vector<Difference> differences; ///< None: the files are the same, byte for byte.
-    bool imageStaysValid = true;         ///< A parameter image stored for the first one.
-    std::string because;                 ///< Why it does, or does not.
+    std::vector<Difference> differences; ///< Empty: the files are equal byte for byte.
+    bool imageStaysValid = true;         ///< Of a parameter image stored for the first file.
+    std::string because;                 ///< Why the image stays valid, or does not.
 };
 
 /// Compares what the mx files `before` and `after` describe.

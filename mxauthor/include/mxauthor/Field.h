@@ -9,7 +9,7 @@ namespace mxauthor {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// Where something stands in an mx file.
+/// A place in an mx file.
 struct Place
 {
     std::uint16_t group = 0;  ///< Identifier of the group that holds it.

@@ -5,8 +5,8 @@
 
 namespace mxauthor {
 
-/// Returns what `content` is when its first bytes show a widespread form that is neither an mx file
-/// nor a text form: "a PNG picture", "gzip data"; nothing when they show none.
+/// Names the file type that the first bytes of `content` show, if it is a common one other than an
+/// mx file or text form: "a PNG picture", "gzip data".
 [[nodiscard]] std::optional<std::string> foreignContent(const std::string& content);
 
 } // namespace mxauthor

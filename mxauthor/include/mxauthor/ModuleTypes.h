@@ -5,14 +5,14 @@
 
 namespace mxauthor {
 
-/// A module type and what the makers of modules mean by it. Readers show the number alone.
+/// A module type and its meaning to module manufacturers. Readers show the number only.
 struct ModuleType
 {
     std::uint8_t number;
     const char* meaning;
 };
 
-/// Returns the types that are in use, by their numbers.
+/// Returns the types that are in use, in the order of their numbers.
 const std::vector<ModuleType>& moduleTypes();
 
 } // namespace mxauthor

@@ -16,10 +16,10 @@ using GroupContent = std::variant<RawGroup, Header, Identity, ParameterBlock, Da
                                   Parameters, OptionLists, Conversions, Channels, TextTable,
                                   ChannelNames, Extension, ProductImage>;
 
-/// Most bytes of a payload: a group's length has 16 bits.
+/// Largest size of a payload in bytes: a group's length has 16 bits.
 constexpr std::size_t largestPayload = 0xFFFF - mxformat::groupOverhead;
 
-/// A group as it stands in an mx file.
+/// A group as it is in an mx file.
 struct Group
 {
     std::uint16_t id = 0;
@@ -35,7 +35,7 @@ struct MxFile
     Field<Bytes> tail;         ///< Bytes after the last group, not read.
 };
 
-/// Reads the mx data `bytes` (those of the file, nothing behind them). A payload without the shape
+/// Reads the mx data `bytes` (those of the file, nothing after them). A payload without the shape
 /// that its group's identifier asks for becomes a `RawGroup`. Throws `std::runtime_error` with the
 /// container reader's message when the framing does not hold.
 MxFile readMxFile(const std::vector<char>& bytes);
@@ -50,13 +50,13 @@ struct [[nodiscard]] ReadGroups
 /// Reads the groups up to a framing failure.
 ReadGroups readWholeGroups(const std::vector<char>& bytes);
 
-/// The same, but a header that asks for more bytes than there are does not hide the groups behind
+/// The same, but a header that asks for more bytes than there are does not hide the groups after
 /// it.
 ReadGroups readDamagedMxFile(const std::vector<char>& bytes);
 
 /// Returns the bytes of `file`. Lengths and counts are computed, the header's content length is
-/// written as it stands. Throws `std::length_error` when a group would have more than 65,535 bytes,
-/// or a record more parts than its count can hold.
+/// written unchanged. Throws `std::length_error` when a group would have more than 65,535 bytes, or
+/// a record more parts than its count can hold.
 Bytes writeMxFile(const MxFile& file);
 
 /// Returns the typed content of the payload `bytes` of a group `id` that starts at `offset` of the

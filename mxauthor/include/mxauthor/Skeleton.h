@@ -6,17 +6,17 @@
 
 namespace mxauthor {
 
-/// What a new module is to be, as a person writes it. Texts are UTF-8.
+/// The request for a new module as a person writes it. Texts are UTF-8.
 struct SkeletonRequest
 {
     std::string channels;            ///< Such as "3 AI, 2 DO"; may be empty.
     std::string name = "New module"; ///< Name in the catalogue.
     std::string id = "0x00000001";   ///< Module identifier.
-    std::optional<std::string> type; ///< Number of the module type; follows from the channels.
+    std::optional<std::string> type; ///< Of the module type; else from the channels.
     std::string schema;              ///< Where editors find the JSON Schema.
 };
 
-/// Why there is no skeleton: what of the request is wrong, what was found, what is accepted.
+/// Why a request was rejected: the wrong field, what was found, what is accepted.
 class SkeletonError : public std::runtime_error
 {
 public:
@@ -31,8 +31,9 @@ private:
     std::string wrongMember;
 };
 
-/// Returns the commented text form of a module with these channels and a parameter for each, to be
-/// filled in. It builds, and its file has no finding of `check`. Throws a `SkeletonError`.
+/// Returns the commented text form of a module with these channels and a parameter for each, for
+/// the author to complete. It builds without errors, and `check` has no finding about the file.
+/// Throws a `SkeletonError`.
 ///
 /// The channels are given as "COUNT KIND, COUNT KIND, ...": DI and DO are bits, AI and AO are
 /// SInt16, "in TYPE" and "out TYPE" are any kind of the text form; 255 channels at most.

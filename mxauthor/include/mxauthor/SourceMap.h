@@ -5,7 +5,7 @@
 
 namespace mxauthor {
 
-/// Says where a text states what is at a place of the mx file built from it.
+/// Maps places in an mx file to the places in the text that it was built from.
 class SourceMap
 {
 public:
@@ -14,8 +14,8 @@ public:
     ~SourceMap();
 
     /// Returns `what` at the value that the byte at `offset` of the built file comes from; where no
-    /// value is stated for it, at its record, else at its group. A byte that was computed has the
-    /// start of the text.
+    /// value is stated for it, at its record, else at its group. A computed byte has the start of
+    /// the text.
     SourceError at(std::uint32_t offset, const std::string& what) const;
 
     /// The same for the place of a finding in the built file. A finding about a default points at

@@ -8,7 +8,7 @@
 
 namespace mxauthor {
 
-/// Something wrong in the text form of an mx file.
+/// An error in the text form of an mx file.
 struct SourceError
 {
     std::size_t line = 1;      ///< From 1.
@@ -26,13 +26,13 @@ struct Repetition
 
 struct TextOrigins;
 
-/// What a text form stands for. `file` counts only when there are no errors.
+/// The result of building a text form. `file` is valid only without errors.
 struct [[nodiscard]] BuildResult
 {
     MxFile file;
     std::vector<SourceError> errors;              ///< In the order of the text, causes first.
     std::shared_ptr<const TextOrigins> origins;   ///< For `SourceMap`; null when there are errors.
-    std::vector<std::filesystem::path> filesRead; ///< That the text names: drawings, raw bytes.
+    std::vector<std::filesystem::path> filesRead; ///< Named in the text: drawings, raw bytes.
 };
 
 /// Builds the mx file that the YAML text `source` describes. Identifiers, lengths, the content
@@ -40,29 +40,29 @@ struct [[nodiscard]] BuildResult
 /// text always gives the same bytes. Files named in it are looked for in `directory`.
 BuildResult buildFromText(const std::string& source, const std::filesystem::path& directory);
 
-/// Returns the YAML text of `file`, which `buildFromText` turns into the same bytes. What has no
-/// form of its own is kept as raw bytes.
+/// Returns the YAML text of `file`, which `buildFromText` turns into the same bytes. Content
+/// without a form of its own is kept as raw bytes.
 std::string dumpText(const MxFile& file);
 
 /// Returns whether `text` has the keys of the text form at its outermost level. It may have errors.
 bool isTextForm(const std::string& text);
 
-/// Returns whether a key at the outermost level of `text` is one of the text form, or looks like
-/// one that is misspelt.
+/// Returns whether a key at the outermost level of `text` is one of the text form, or looks like a
+/// misspelt one.
 bool hasKeyOfTextForm(const std::string& text);
 
-/// Returns the words in front of a colon at the outermost level of the YAML or JSON text `text`,
-/// and empty ones, whether the rest of it is correct or not.
+/// Returns the words before a colon at the outermost level of the YAML or JSON text `text`, empty
+/// ones included; the rest may have errors.
 std::vector<std::string> outermostKeys(const std::string& text);
 
-/// A line of a text, cut where it is long, without control characters, and a caret below a column.
+/// A line of a text without control characters, shortened if long, and a caret below a column.
 struct SourceExcerpt
 {
     std::string line;
     std::string caret; ///< Blanks and "^".
 };
 
-/// Returns where `error` stands in `source`.
+/// Returns the line of `error` in `source`.
 SourceExcerpt sourceExcerpt(const std::string& source, const SourceError& error);
 
 } // namespace mxauthor

@@ -7,8 +7,8 @@
 
 namespace mxauthor {
 
-/// Returns where `text`, which people wrote, is not UTF-8, and which byte is there; nothing where
-/// all of it is.
+/// Returns the place of the first byte of `text` that is not UTF-8, and the byte; nothing if all of
+/// it is.
 [[nodiscard]] std::optional<SourceError> findNonUtf8(const std::string& text);
 
 } // namespace mxauthor

@@ -75,8 +75,8 @@ bool hasParameters(const ModuleView& module, std::uint8_t number)
     });
 }
 
-// An input and an output of one number are a pair that shares its name; that is no harm as long as
-// no parameters come twice.
+// An input and an output of one number are a pair that shares its name; that is harmless unless
+// parameters are listed twice.
 void checkNumber(const ModuleView& module, const Channel& channel,
                  std::map<std::uint8_t, std::set<bool>>& seen, Findings& findings)
 {

@@ -69,7 +69,7 @@ std::string describe(const Finding& finding)
 void checkRead(const std::vector<char>& bytes, const ReadGroups& read, Findings& findings)
 {
     if (read.failure) {
-        // What follows the failure is unknown, so nothing can be said to be missing.
+        // The content after the failure is unknown, so nothing can be reported missing.
         checkFraming(bytes, read.file, findings);
         return;
     }

@@ -20,7 +20,7 @@ struct Check
     Walk walk;
 };
 
-// Each in a file of its own: the rules as rows of a table, whose names in the code follow it.
+// Each in a file of its own: the rules as rows of a table, in the order of their names in the code.
 
 extern const Check fileCheck;
 extern const Check groupCheck;
@@ -37,17 +37,17 @@ extern const Check parserCheck; ///< Without a walk: it needs the device parser.
 /// The failure of the container reader on `bytes`, whose whole groups are `file`.
 void checkFraming(const std::vector<char>& bytes, const MxFile& file, Findings& findings);
 
-/// Every rule but those of the device parser, on `bytes` and what was read of them.
+/// Every rule except those of the device parser, on `bytes` and what was read of them.
 void checkRead(const std::vector<char>& bytes, const ReadGroups& read, Findings& findings);
 
-/// What the device parser refuses.
+/// The check that the device parser reads the file.
 enum class Refused
 {
     File,
     Modbus
 };
 
-/// Adds the refusal with the device parser's `message`.
+/// Adds the finding that the device parser rejects the file with `message`.
 void addRefusal(Refused what, const std::string& message, const MxFile& file, Findings& findings);
 
 } // namespace mxauthor

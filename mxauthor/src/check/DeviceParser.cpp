@@ -7,7 +7,7 @@ namespace mxauthor {
 
 namespace {
 
-// What the device parser makes of `bytes` with the byte after them that every loaded file has.
+// Runs the device parser on `bytes` and the additional byte that every loaded file ends with.
 void checkWithParser(const std::vector<char>& bytes, const MxFile& file, Findings& findings)
 {
     std::vector<char> loaded = bytes;

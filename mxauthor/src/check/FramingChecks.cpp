@@ -33,14 +33,14 @@ namespace mx = devices::parser::mx;
 
 constexpr std::uint32_t contentLengthEnd = 6;
 
-// Whether the header itself is well framed, and only the content length leads beyond the file.
+// Whether the header itself is well framed, and only the content length exceeds the file.
 bool isCutOff(const std::uint8_t* data, std::uint32_t start, std::size_t size)
 {
     return start == 0 && size >= 8 && mx::readU16BE(data) == 0 && mx::readU16BE(data + 2) >= 8 &&
            mx::readU16BE(data + 2) <= size && mx::readU16BE(data + 4) > size;
 }
 
-// States what stands at `start`, where the container reader failed.
+// Describes the bytes at `start`, where the container reader failed.
 std::string statedLength(const std::uint8_t* data, std::uint32_t start, std::size_t left)
 {
     const std::uint16_t id = mx::readU16BE(data + start);
@@ -54,7 +54,7 @@ std::string statedLength(const std::uint8_t* data, std::uint32_t start, std::siz
     return text;
 }
 
-// The bytes from `start` that may hold groups: up to the content length, where a header in front
+// The bytes from `start` that may hold groups: up to the content length, if an earlier header
 // states one.
 std::size_t bytesLeft(const MxFile& file, std::uint32_t start, std::size_t size)
 {

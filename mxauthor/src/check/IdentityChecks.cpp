@@ -52,7 +52,7 @@ const Entry* findEntry(const Entries& entries, const std::string& key)
     return found == entries.entries.end() ? nullptr : &*found;
 }
 
-// The entry whose key was most likely meant to be `key`: one that readers do not look for.
+// The entry whose key was most likely meant to be `key` and that readers do not look for.
 const Entry* findMisspelt(const Entries& entries, const std::string& key)
 {
     std::vector<std::string> unknown;

@@ -61,7 +61,7 @@ void checkReference(const ModuleView& module, const Parameter& parameter, Findin
     }
 }
 
-// Values that the parameter cannot take, or that stand there twice; each once.
+// Values that the parameter cannot take, or that occur twice; each reported once.
 void checkValues(const ModuleView& module, const Parameter& parameter, Findings& findings)
 {
     const mxformat::BlockField& field = parameter.value.field;
@@ -80,7 +80,7 @@ void checkValues(const ModuleView& module, const Parameter& parameter, Findings&
     }
 }
 
-// Parameters of one shape that share a list have its faults in common: the first tells them.
+// Faults of a shared list are reported once per parameter shape.
 using ListUse = std::tuple<std::uint8_t, unsigned, bool>;
 
 ListUse useOf(const Parameter& parameter)

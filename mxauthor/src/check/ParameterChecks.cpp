@@ -100,7 +100,7 @@ std::string bytesText(const mxformat::BlockField& field)
                              : "bytes " + first + " to " + std::to_string(field.end() - 1);
 }
 
-// Every parameter with those in front of it.
+// Compares every parameter with those before it.
 void checkOverlaps(const std::vector<Parameter>& parameters, Findings& findings)
 {
     for (auto later = parameters.begin(); later != parameters.end(); ++later) {
@@ -177,7 +177,7 @@ void checkParameterPlaces(const ModuleView& module, Findings& findings)
 {
     const Group* const group = module.group(mxformat::group::parameterBlock);
     if (group != nullptr && !std::holds_alternative<ParameterBlock>(group->content)) {
-        return; // nobody can say where its bytes begin
+        return; // it is unknown where its bytes begin
     }
     const std::size_t size = module.block().size();
     for (const Parameter& parameter : module.parameters()) {

@@ -39,7 +39,7 @@ std::string withUnit(const ParameterScale& scale, const WholeNumber& raw)
     return scale.numbers.text(raw) + (scale.unit.empty() ? "" : " " + text::shortened(scale.unit));
 }
 
-// "12 V (raw 12000)"; the raw number alone without a conversion.
+// "12 V (raw 12000)"; only the raw number without a conversion.
 std::string shownNumber(const ParameterScale& scale, const WholeNumber& raw)
 {
     return scale.isConverted ? withUnit(scale, raw) + " (raw " + raw.text() + ")" : raw.text();
@@ -58,7 +58,8 @@ std::string shownRange(const ParameterScale& scale, WholeNumber low, WholeNumber
            high.text() + ")";
 }
 
-// A slot as people read it for the datatype. What is too large for a narrower one was negative.
+// A slot as people read it for the datatype. A value too large for a narrower datatype was
+// negative.
 WholeNumber slotNumber(const mxformat::BlockField& field, std::uint64_t slot)
 {
     return WholeNumber::ofBits(slot, field.isSigned() || field.bits() < 64);
@@ -70,7 +71,7 @@ std::string acceptedNumbers(const mxformat::BlockField& field, const ParameterSc
            " is accepted";
 }
 
-// Returns whether readers take the bound as it is stated.
+// Returns whether readers use the bound as stated.
 bool checkBound(const Parameter& parameter, const ParameterScale& scale,
                 const Field<std::uint64_t>& bound, const char* what, Findings& findings)
 {
@@ -110,7 +111,7 @@ void checkDefaultInRange(const ModuleView& module, const Parameter& parameter,
 {
     const ParameterValue& value = parameter.value;
     if (value.maximum < value.minimum) {
-        return; // no value lies in such a range
+        return; // no value is in such a range
     }
     if (value.value < value.minimum || value.maximum < value.value) {
         findings.addDefault(defaultRange, placeOfDefault(module, value),

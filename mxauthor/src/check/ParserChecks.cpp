@@ -17,7 +17,7 @@ const CheckRule parserRows[] = {
 };
 const auto& [parserRefuses, modbusRefuses] = parserRows;
 
-// The groups that the parser's messages speak of without naming them.
+// Parts of the parser's messages that do not name a group, and the groups that they mean.
 struct Speech
 {
     const char* beginning;
@@ -48,7 +48,7 @@ bool speaksOf(const std::string& message, std::uint16_t group)
            message.find("group 0x" + digits) != std::string::npos;
 }
 
-// The group that `message` speaks of; of two, the one without the shape. Null when there is none.
+// The group that `message` is about; of two, the one with the wrong shape. Null when there is none.
 const Group* groupOf(const std::string& message, const MxFile& file)
 {
     const Group* found = nullptr;

@@ -58,7 +58,7 @@ void checkLine(const Field<std::string>& line, Findings& findings)
     }
 }
 
-// What the module really has, where readers correct what its file states.
+// The actual sizes of a module, where readers correct those in its file.
 std::uint32_t correctedSize(const ModuleView& module, std::uint32_t stated)
 {
     const auto id = module.moduleId();

@@ -32,7 +32,7 @@ std::string shownBegin(const std::string& content)
     return text::hexOfBytes(content.data(), std::min(shown, content.size()), " ");
 }
 
-// Throws with what the bytes are instead of gzip data.
+// Throws a message that says what the bytes are instead of gzip data.
 void requireGzip(const Bytes& bytes)
 {
     const auto length = std::min<std::ptrdiff_t>(judgedBytes, bytes.end() - bytes.begin());

@@ -6,8 +6,8 @@
 
 namespace mxauthor {
 
-/// Returns why `bytes` are no compressed SVG image: no gzip data, damaged, no well-formed XML or of
-/// another root element; nothing when they are one.
+/// Returns why `bytes` are not a compressed SVG image (not gzip data, damaged, malformed XML or
+/// another root element); nothing if they are one.
 [[nodiscard]] std::optional<std::string> svgzProblem(const Bytes& bytes);
 
 } // namespace mxauthor

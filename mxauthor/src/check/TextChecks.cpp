@@ -70,7 +70,7 @@ void checkTexts(const ModuleView& module, Findings& findings)
     const std::vector<TextReference> references = textReferences(module);
     const Group* const group = module.group(mxformat::group::texts);
     if (group != nullptr && std::holds_alternative<RawGroup>(group->content)) {
-        return; // nobody can say which texts there are
+        return; // it is unknown which texts there are
     }
     checkReferences(module, references, findings);
     std::set<std::uint16_t> used;

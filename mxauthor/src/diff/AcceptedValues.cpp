@@ -11,7 +11,7 @@ using mxformat::BlockField;
 using mxformat::WholeNumber;
 using Parameter = ModuleView::Parameter;
 
-// Modbus registers hold the place of an option in its list.
+// Modbus registers hold the position of an option in its list.
 bool keepPlaces(const OptionValues& old, const OptionValues& now)
 {
     for (std::size_t i = 0; i < old.inOrder().size(); ++i) {
@@ -35,7 +35,7 @@ ValuesByText valuesByText(const OptionValues& options)
     return values;
 }
 
-// Whether another option than `value` has `text`: who chose it by its text meant another value.
+// Whether an option other than `value` has `text`: a choice by text then meant another value.
 bool belongsToAnother(const std::string& text, std::uint64_t value, const ValuesByText& values)
 {
     auto found = values.lower_bound({text, 0});
@@ -112,11 +112,11 @@ std::string rangeText(const ParameterValue& value)
     return value.minimum.text() + " to " + value.maximum.text();
 }
 
-// Whether the option of each value stands at the place of its number, so that a register holds the
-// same for both.
+// Whether each option is at the position that equals its value, so that a register holds the same
+// for both.
 bool placesAreValues(const OptionValues& options, const PatternSet& values)
 {
-    constexpr std::uint64_t most = 0xFF; // a register holds the place in a byte
+    constexpr std::uint64_t most = 0xFF; // a register holds the position in a byte
     const auto& order = options.inOrder();
     return std::all_of(values.intervals().begin(), values.intervals().end(),
                        [&order](const PatternSet::Interval& part) {
@@ -131,7 +131,7 @@ bool placesAreValues(const OptionValues& options, const PatternSet& values)
 
 using NumberRanges = std::vector<std::pair<WholeNumber, WholeNumber>>;
 
-// The numbers that `patterns` are for `field`; patterns go from the positive to the negative ones.
+// The numbers of `patterns` in `field`; positive ones come first, then negative ones.
 NumberRanges numbersOf(const BlockField& field, const PatternSet& patterns)
 {
     const std::uint64_t lastPositive = field.highest();
@@ -186,7 +186,7 @@ PatternSet AcceptedValues::patternsOf(const Parameter& parameter, const BlockFie
     return set;
 }
 
-// The numbers that the parameter took and takes no more, as its old bits spell them.
+// The numbers that the parameter no longer accepts, as bit patterns of its old field.
 PatternSet AcceptedValueComparison::missingAfter(const ParameterPair& pair)
 {
     const PatternSet taken = before.patternsOf(*pair.before);
@@ -223,7 +223,7 @@ void AcceptedValueComparison::compareRanges(const ParameterPair& pair, Differenc
     }
 }
 
-// Whether every value that the parameter took has the same Modbus register as before.
+// Whether every value that the parameter accepted has the same Modbus register as before.
 bool AcceptedValueComparison::registersStay(const ParameterPair& pair)
 {
     const bool hadOptions = pair.before->usesOptions();

@@ -7,7 +7,7 @@
 
 namespace mxauthor {
 
-/// A parameter of each file that are the same one.
+/// The same parameter in each file.
 struct ParameterPair
 {
     const ModuleView::Parameter* before;
@@ -23,10 +23,10 @@ public:
 
     const OptionValues& optionsOf(const ModuleView::Parameter& parameter);
 
-    /// Returns the values of `parameter` as its own bits spell them.
+    /// Returns the values of `parameter` as bit patterns of its own field.
     PatternSet patternsOf(const ModuleView::Parameter& parameter);
 
-    /// Returns the same numbers as the bits of `other` spell them.
+    /// Returns the same numbers as bit patterns of the field of `other`.
     PatternSet patternsOf(const ModuleView::Parameter& parameter,
                           const mxformat::BlockField& other);
 

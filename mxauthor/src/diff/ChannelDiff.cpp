@@ -13,7 +13,7 @@ namespace {
 
 using Channel = ModuleView::Channel;
 
-// A channel is the same one when direction and number are, the n-th of those with both.
+// Channels are paired by direction and number; of several, the n-th with the n-th.
 using Key = std::tuple<bool, std::uint8_t, unsigned>;
 
 std::map<Key, const Channel*> channelsByKey(const ModuleView& module)

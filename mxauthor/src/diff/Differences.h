@@ -5,14 +5,14 @@
 
 namespace mxauthor {
 
-/// What is said where a stored parameter image means something else without a byte changed.
+/// The text where a stored parameter image changes its meaning with unchanged bytes.
 constexpr const char* sameBytesOtherValues = "same bytes, other values";
 
-/// What became of the parameters of the old file.
+/// What happened to the parameters of the old file.
 struct ParameterFates
 {
     bool areAllThere = true;
-    bool keepTheirPlaces = true; ///< Those that are there: byte, bits and width.
+    bool keepTheirPlaces = true; ///< Parameters in both files: byte, bits and width.
 };
 
 /// Collects the differences of one area.
@@ -25,14 +25,14 @@ public:
 
     void add(Effect effect, const char* area, const std::string& subject, const std::string& text);
 
-    /// Adds a breaking difference that no parameter image survives.
+    /// Adds a breaking difference that makes every stored parameter image invalid.
     void addBreakingImage(const char* area, const std::string& subject, const std::string& text);
 
     /// Adds "WHAT BEFORE becomes AFTER" when the two differ.
     void changed(Effect effect, const char* area, const std::string& subject,
                  const std::string& what, const std::string& before, const std::string& after);
 
-    /// The same, for a difference that no parameter image survives.
+    /// The same, for a difference that makes every stored parameter image invalid.
     void changedBreakingImage(const char* area, const std::string& subject, const std::string& what,
                               const std::string& before, const std::string& after);
 

@@ -35,7 +35,7 @@ void compareGroup(const ModuleView& before, const ModuleView& after, std::uint16
     } else if (old == now || !(isMakers || isUnknown)) {
         return; // typed groups are compared by their content
     }
-    // Of a group without its shape nobody can say what readers make of it.
+    // How readers interpret a group of the wrong shape is unknown.
     differences.add(isMakers ? Effect::Cosmetic : Effect::Compatible, "group",
                     "group " + devices::parser::mx::u16AsHex(id), text);
 }

@@ -8,7 +8,7 @@
 
 namespace mxauthor {
 
-/// What tells the options of parameters apart: list, size in bytes, bits, sign.
+/// The key of the options of a parameter: list, size in bytes, bits, sign.
 using OptionUse = std::tuple<std::uint8_t, unsigned, unsigned, bool>;
 
 OptionUse optionUse(const ModuleView::Parameter& parameter);

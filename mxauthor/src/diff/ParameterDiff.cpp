@@ -41,7 +41,7 @@ std::string channelText(const Parameter& parameter)
     return channel == mxformat::moduleLevel ? "the module" : "channel " + std::to_string(channel);
 }
 
-// Parameters are the same one when channel and name are, or else when the number is.
+// Parameters are paired by channel and name, the rest by number.
 std::string keyOf(const Parameter& parameter, bool byName)
 {
     const std::uint8_t channel = parameter.record->channel.value;
@@ -76,7 +76,7 @@ std::string unitText(const ParameterScale& scale)
     return scale.unit.empty() ? "none" : "\"" + text::shortened(scale.unit) + "\"";
 }
 
-// The parameters of two files, and the images that are stored for the first.
+// The parameters of two files, and the images stored for the first.
 class ParameterComparison
 {
 public:
@@ -249,7 +249,7 @@ void ParameterComparison::addNew(const Parameter& parameter)
 
 void compareOrder(const std::vector<ParameterPair>& pairs, Differences& differences)
 {
-    // Parameters stand in their vectors in file order, so their addresses tell it.
+    // Parameters are in their vectors in file order, so their addresses give it.
     std::vector<ParameterPair> sorted = pairs;
     std::sort(sorted.begin(), sorted.end(),
               [](const ParameterPair& a, const ParameterPair& b) { return a.after < b.after; });

@@ -6,8 +6,8 @@
 
 namespace mxauthor {
 
-/// A set of values of one field as its bits spell them, most significant first: closed intervals
-/// of unsigned numbers of `width` bits, 1 to 64.
+/// A set of values of one field as bit patterns, most significant bit first: closed intervals of
+/// unsigned numbers of `width` bits, 1 to 64.
 class PatternSet
 {
 public:
@@ -25,7 +25,7 @@ public:
     /// The intervals in ascending order, none touching the next.
     const std::vector<Interval>& intervals() const { return parts; }
 
-    /// Adds what lies in `more`; bits above the width do not count.
+    /// Adds the patterns of `more`; bits above the width are ignored.
     void add(const std::vector<Interval>& more);
 
     bool holds(std::uint64_t pattern) const;

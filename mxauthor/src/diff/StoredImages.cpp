@@ -11,13 +11,13 @@ using Held = StoredImages::Held;
 using Share = PatternSet::Share;
 
 // Looks for an image in which every field holds one of its patterns. Goes bit by bit through the
-// image, which is the order of the bits of each value: what the bits so far leave open of each set
-// is all that counts for the rest, and is looked at once.
+// image, which is the order of the bits of each value: the search for the rest depends only on what
+// the bits so far leave open of each set; each such state is visited once.
 class ImageSearch
 {
 public:
-    // The first of `constraints` is the field that is asked about; its bits are free only where
-    // another one lies.
+    // The first of `constraints` is the field of the query; its bits are free only where another
+    // field is.
     ImageSearch(std::vector<Held> constraints, const Bytes& block, unsigned& steps)
         : all(std::move(constraints)), defaults(block), stepsLeft(steps)
     {
@@ -130,7 +130,7 @@ private:
     unsigned begin = ~0U;
     unsigned end = 0;
     std::uint64_t pattern = 0;
-    std::set<std::vector<std::uint64_t>> failed; // or being looked at
+    std::set<std::vector<std::uint64_t>> failed; // or in progress
 };
 
 } // namespace
@@ -156,7 +156,7 @@ bool StoredImages::mayVary(const ImageField& field) const
                        [&field](const auto& entry) { return entry.second.field.overlaps(field); });
 }
 
-// The fields that lie on bits of `field`, those that lie on bits of these, and so on.
+// The fields that share bits with `field`, those that share bits with these, and so on.
 std::vector<Held> StoredImages::near(const ImageField& field) const
 {
     std::vector<Held> found;

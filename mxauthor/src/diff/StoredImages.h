@@ -16,10 +16,10 @@ public:
     explicit StoredImages(const Bytes& block) : defaults(block) {}
 
     /// States that `field`, which lies in the block, holds one of `accepted`. A parameter that
-    /// accepts nothing, or nothing that another one in its place accepts, is left out.
+    /// accepts nothing, or nothing that another one in its place accepts, is ignored.
     void add(const ImageField& field, const PatternSet& accepted);
 
-    /// Whether a parameter lies on bits of `field`.
+    /// Whether a parameter shares bits with `field`.
     bool mayVary(const ImageField& field) const;
 
     /// Returns one of `patterns` that some image holds in `field`, which lies in the block; nothing

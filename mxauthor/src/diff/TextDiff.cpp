@@ -45,7 +45,7 @@ std::string quotedWording(const std::string& text)
 
 } // namespace
 
-// Compilers give identifiers anew: a text that stands under another one is no difference.
+// Compilers assign identifiers anew: another identifier of a text is not a difference.
 void compareTexts(const ModuleView& before, const ModuleView& after, Differences& differences)
 {
     const Texts old = textsOf(before);

@@ -22,7 +22,7 @@ void explainGroup(PartList& parts, const ModuleView& module, const ChannelNames&
 void explainGroup(PartList& parts, const ModuleView& module, const Extension& group);
 void explainGroup(PartList& parts, const ModuleView& module, const ProductImage& group);
 
-/// Returns the text that a field refers to, in quotes; "none" for 0 where that is what it means.
+/// Returns the text that a field refers to, in quotes; "none" for 0 where 0 means that.
 std::string textMeaning(const ModuleView& module, std::uint16_t id, bool zeroIsNone);
 
 } // namespace mxauthor

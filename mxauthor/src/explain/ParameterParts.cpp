@@ -66,7 +66,7 @@ void explainRecord(PartList& parts, const ModuleView& module, const Parameter& p
 
 using Holders = std::vector<const Parameter*>;
 
-// The parameters that hold each byte of the block; beyond the last one nobody does.
+// The parameters at each byte of the block; none after the last one.
 std::vector<Holders> holdersOfBytes(const ModuleView& module)
 {
     std::vector<Holders> holders;
@@ -142,7 +142,7 @@ void explainGroup(PartList& parts, const ModuleView& module, const Parameters& g
 {
     for (std::size_t i = 0; i < group.records.size(); ++i) {
         const ParameterRecord& record = group.records[i];
-        // A repeated group is no part of the module: its values are decoded here.
+        // A repeated group is not part of the module: its values are decoded here.
         const Parameter parameter{&record, module.textOf(record.nameId.value),
                                   parameterValue(record, module.block())};
         parts.beginRecord(i, named(parameter));

@@ -6,7 +6,7 @@ namespace {
 
 using Kind = ExplainedPart::Kind;
 
-// What stands between two fields: a line end, or a single byte that separates them.
+// What is between two fields: a line end, or a single byte that separates them.
 ExplainedPart fillingBehind(const ExplainedPart& previous, const Place& gap,
                             const std::vector<char>& bytes)
 {

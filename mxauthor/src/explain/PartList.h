@@ -4,7 +4,7 @@
 
 namespace mxauthor {
 
-/// Collects the parts of one group, field by field; what no field covers is filled in.
+/// Collects the parts of one group, field by field; bytes of no field are filled in.
 class PartList
 {
 public:
@@ -26,11 +26,11 @@ public:
     /// Adds bytes at a place of their own, as part of a field.
     void bytesAt(const Place& place, const char* name, const std::string& meaning);
 
-    /// Marks the part that was added last as one that nobody reads.
+    /// Marks the part that was added last as not read.
     void unread();
 
     /// Adds the parts of the payload at `payload` to `target`, every byte of it in one of them.
-    /// What lies between fields is told apart by `bytesOfFile`.
+    /// What is between fields is classified by `bytesOfFile`.
     void appendTo(std::vector<ExplainedPart>& target, const Place& payload,
                   const std::vector<char>& bytesOfFile) &&;
 

@@ -11,7 +11,7 @@ namespace {
 
 using Users = std::map<std::uint16_t, std::string>;
 
-// Who refers to each text, the first few of them.
+// The first few references to each text.
 Users usersOfTexts(const ModuleView& module)
 {
     constexpr unsigned shown = 3;

@@ -6,8 +6,8 @@
 
 namespace mxauthor {
 
-// Reading and writing of each group's payload, in the file of its subject. A reader leaves nothing
-// unread or throws `UnexpectedShape`.
+// Reads and writes the payload of each group, in the file of its subject. A reader reads all of it
+// or throws `UnexpectedShape`.
 
 void read(PayloadReader& in, RawGroup& group);
 void read(PayloadReader& in, Header& group);

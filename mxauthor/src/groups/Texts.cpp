@@ -4,8 +4,8 @@ namespace mxauthor {
 
 namespace {
 
-// Reads a text and its line end CR LF. A text with NUL or LF has no one meaning, since readers end
-// it in different places: `UnexpectedShape`.
+// Reads a text and its line end CR LF. A text with NUL or LF is ambiguous, since readers end it in
+// different places: `UnexpectedShape`.
 void readLine(PayloadReader& in, Field<std::string>& text)
 {
     in.textUpTo(text, '\r');

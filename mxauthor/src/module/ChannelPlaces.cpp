@@ -18,7 +18,7 @@ ChannelPlace placeOf(const mxformat::ChannelPlace& taken, const ChannelRecord& r
     place.byteAddress = taken.byte;
     place.firstBit = std::uint64_t{taken.byte} * 8;
     if (taken.isBitField) {
-        // The byte address counts whole bytes already: only the place within the byte counts.
+        // The byte address includes whole bytes already: only the place within the byte matters.
         place.firstBit += bitOffset % 8U;
         place.bits = bitLength;
     } else {

@@ -11,7 +11,7 @@
 
 namespace mxauthor {
 
-/// An mx file as its readers take it: the first group of each identifier, references followed.
+/// An mx file as readers use it: the first group of each identifier, references resolved.
 ///
 /// Points into the file, which outlives it.
 class ModuleView
@@ -32,7 +32,8 @@ public:
         std::string name; ///< Empty: none is stated.
         ParameterValue value;
 
-        /// Whether it has options in place of a range: those of a converted one are not read.
+        /// Whether it has options instead of a range; options of a converted parameter are not
+        /// read.
         bool usesOptions() const
         {
             return record->optionList.value != 0 && !mxformat::isConverted(record->flags.value);
@@ -73,7 +74,7 @@ public:
     /// Returns the default parameter block, empty when there is none.
     const Bytes& block() const;
 
-    /// Returns the stated bytes of one of `mxformat::dataSizeKeys`.
+    /// Returns the number of bytes stated for one of `mxformat::dataSizeKeys`.
     std::uint32_t dataSize(const std::string& key) const;
 
     /// Returns the module identifier; nothing when the file has none.

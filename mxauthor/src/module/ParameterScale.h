@@ -6,7 +6,8 @@
 
 namespace mxauthor {
 
-/// How the raw value of a parameter becomes what people read: raw x factor + offset, and its unit.
+/// How the raw value of a parameter becomes the displayed value: raw x factor + offset, and its
+/// unit.
 struct ParameterScale
 {
     mxformat::PhysicalScale numbers;
@@ -16,10 +17,11 @@ struct ParameterScale
     std::string text() const; ///< Of the conversion: "x 0.1 + 0" or "none".
 };
 
-/// Returns the scale by which readers show `parameter`. A conversion that they leave out is none.
+/// Returns the scale by which readers show `parameter`. A conversion that readers ignore counts as
+/// none.
 ParameterScale scaleOf(const ModuleView& module, const ModuleView::Parameter& parameter);
 
-/// Whether a raw value stands for the same number under both.
+/// Whether a raw value means the same number under both.
 bool giveSameNumbers(const ParameterScale& a, const ParameterScale& b);
 
 } // namespace mxauthor

@@ -12,10 +12,10 @@ struct ParameterValue
     mxformat::BlockField field;
     bool present = false; ///< Whether the value lies within the block.
     mxformat::WholeNumber value{};
-    mxformat::WholeNumber minimum{}; ///< The natural one where none is stated.
+    mxformat::WholeNumber minimum{}; ///< The limit of the datatype if none is stated.
     mxformat::WholeNumber maximum{};
 
-    bool isKnown() const { return field.datatype() != nullptr; } ///< Whether the datatype is one.
+    bool isKnown() const { return field.datatype() != nullptr; } ///< Whether the datatype exists.
 };
 
 /// Decodes the value of `record` from the parameter block `block`.
@@ -25,7 +25,7 @@ ParameterValue parameterValue(const ParameterRecord& record, const Bytes& block)
 /// sign-extended, or zero-extended from its own size.
 bool holdsSlot(const mxformat::BlockField& field, std::uint64_t slot);
 
-/// Returns the number that readers take from `slot`: its last bytes, as many as the value has; all
+/// Returns the number that readers read from `slot`: its last bytes, as many as the value has; all
 /// of them for an unknown datatype.
 mxformat::WholeNumber numberOfSlot(const mxformat::BlockField& field, std::uint64_t slot);
 

@@ -12,7 +12,7 @@ public:
         all.push_back({id.value, id.place, subject, what});
     }
 
-    // For the fields in which 0 stands for "none".
+    // For the fields in which 0 means "none".
     void addUnlessNone(const Field<std::uint16_t>& id, const std::string& subject, const char* what)
     {
         if (id.value != 0) {

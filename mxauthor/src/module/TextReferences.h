@@ -9,7 +9,7 @@ struct TextReference
 {
     std::uint16_t id;
     Place place;         ///< Of the identifier, where it is referred to.
-    std::string subject; ///< Who refers to it, as findings name it.
+    std::string subject; ///< What refers to it, as findings name it.
     const char* what;    ///< "name", "unit", "option" or "GTIN".
 };
 

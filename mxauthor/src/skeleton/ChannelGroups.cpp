@@ -15,7 +15,7 @@ namespace mxauthor {
 
 namespace {
 
-constexpr unsigned mostChannels = 255; // 255 as a parameter's channel is the module
+constexpr unsigned mostChannels = 255; // 255 as a parameter's channel means the module
 
 struct ShortKind
 {
@@ -42,7 +42,7 @@ std::vector<std::string> wordsOf(const std::string& text)
     return words;
 }
 
-// The number at the start of "3 AI" or "3AI", which is then taken away. Empty without digits.
+// Removes and returns the number at the start of "3 AI" or "3AI". Empty without digits.
 std::string takeDigits(std::string& text)
 {
     const std::size_t begin = std::min(text.find_first_not_of(" \t"), text.size());
@@ -125,7 +125,7 @@ ChannelGroup readGroup(const std::string& part)
     return group;
 }
 
-// Channels of a prefix that is there already go on with its numbers.
+// Channels with an existing prefix continue its numbering.
 void numberNames(std::vector<ChannelGroup>& groups)
 {
     for (std::size_t i = 0; i < groups.size(); ++i) {

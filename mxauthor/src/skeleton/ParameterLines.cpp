@@ -7,7 +7,7 @@ namespace {
 constexpr unsigned largestBlock = 255;   // bytes
 constexpr unsigned mostParameters = 255; // their numbers have 8 bits
 
-// What the parameters of a skeleton take and refer to so far.
+// The block bytes and references that the parameters of a skeleton use so far.
 struct Usage
 {
     unsigned channel = 0; // number of the next one
@@ -70,7 +70,7 @@ bool isAnalog(const ChannelGroup& group)
     return group.kind == "SInt16";
 }
 
-// Bit fields fill bytes of their own, as the next kind of parameter closes them.
+// Bit fields have bytes of their own: the next kind of parameter starts a new byte.
 unsigned bytesOf(const ChannelGroup& group)
 {
     if (group.isDigital()) {

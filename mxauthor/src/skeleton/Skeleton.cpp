@@ -36,7 +36,7 @@ std::string readId(const SkeletonRequest& request)
     return hexText(readNumber("id", request.id, 0xFFFFFFFF, "0 to 0xffffffff"), 8);
 }
 
-// Analog before digital, inputs before outputs: what a module of several kinds is called after.
+// The kind that names a module of several: analog before digital, inputs before outputs.
 unsigned usualType(const std::vector<ChannelGroup>& groups)
 {
     unsigned type = 0;
@@ -185,7 +185,7 @@ bool hasFinding(const std::string& text)
     return !checkText(text, buildFromText(text, "")).empty();
 }
 
-// With wide channels first, each lies at a multiple of its size.
+// With wide channels first, each is at a multiple of its size.
 void sortByWidth(std::vector<ChannelGroup>& groups)
 {
     std::stable_sort(groups.begin(), groups.end(),

@@ -4,18 +4,18 @@
 
 namespace mxauthor {
 
-/// Where the next parameter of a block stands when nothing else is stated: behind the one before
-/// it, bit fields together in a byte as long as they fit.
+/// The default place of the next parameter in a block: after the previous one; bit fields share a
+/// byte as long as they fit.
 class BlockCursor
 {
 public:
     /// Returns the byte for a parameter of this datatype and number of bits.
     std::uint32_t byteFor(std::uint8_t datatype, std::uint8_t bits) const;
 
-    /// Returns the first bit for it when it stands in byte `at`.
+    /// Returns the first bit for it in byte `at`.
     std::uint8_t bitFor(std::uint8_t datatype, std::uint8_t bits, std::uint32_t at) const;
 
-    /// Goes behind the parameter.
+    /// Moves past the parameter.
     void pass(const ParameterRecord& record);
 
 private:

@@ -11,14 +11,14 @@
 
 namespace mxauthor {
 
-/// A parameter of the text form on its way into the records and into the block.
+/// A parameter of the text form while its record and its bytes of the block are built.
 struct BuiltParameter
 {
     ParameterRecord record;
     std::string name;                  ///< For messages, in UTF-8.
     YAML::Node node;                   ///< The parameter's line.
     std::optional<YAML::Node> initial; ///< Its default as stated.
-    std::uint64_t value = 0;           ///< The same as a number, when it fits.
+    std::uint64_t value = 0;           ///< Its default as a number, if it fits.
     bool mayOverlap = false;
     bool placeIsCertain = true; ///< False: unknown because of an error already reported.
     bool isCertain = true;      ///< The same for the meaning of its values.
@@ -55,10 +55,10 @@ struct BuildContext
     bool listsAreKnown = true;                      ///< False: their key is misspelt.
     bool conversionsAreKnown = true;                ///< The same.
     std::vector<ChannelName> channelNames{};        ///< As the channels state them.
-    std::map<std::uint16_t, GroupContent> groups{}; ///< Those with a form of their own.
-    std::map<std::uint16_t, YAML::Mark> marks{};    ///< Where each of `groups` is stated.
+    std::map<std::uint16_t, GroupContent> groups{}; ///< Groups with a form of their own.
+    std::map<std::uint16_t, YAML::Mark> marks{};    ///< The place in the text of each of `groups`.
     std::vector<Group> rawGroups{};
-    std::vector<YAML::Mark> rawMarks{}; ///< Where each of `rawGroups` is stated.
+    std::vector<YAML::Mark> rawMarks{}; ///< The place in the text of each of `rawGroups`.
     std::map<std::uint16_t, std::vector<RecordOrigin>> records{}; ///< Those of `groups`.
     std::vector<std::filesystem::path> filesRead{};
 
@@ -70,22 +70,22 @@ struct BuildContext
     }
 };
 
-/// Notes that the texts since the last call are stated at `node`.
+/// Records `node` as the place of the texts since the last call.
 void noteTextOrigin(const YAML::Node& node, BuildContext& context);
 
 /// Returns the identifier of the text that `node` gives: the text itself, or {id: NUMBER}.
 std::uint16_t readTextId(const YAML::Node& node, BuildContext& context);
 
-/// The same for the value of a key; 0, which stands for no text, when it is not stated.
+/// The same for the value of a key; 0, which means no text, when it is not stated.
 std::uint16_t readTextId(const Section& section, const std::string& key, BuildContext& context);
 
-/// Returns the entry that `node` names, or whose identifier it gives as a number. `what` is what
-/// such an entry is called.
+/// Returns the entry that `node` names, or whose identifier it gives as a number. `what` is the
+/// word for such an entry in messages.
 EntryReference readEntryReference(const YAML::Node& node, const std::vector<NamedEntry>& entries,
                                   const std::string& what, SourceErrors& errors);
 
 /// Returns a new entry of the name `key`, with the identifier that the section states, or one more
-/// than the largest before it.
+/// than the largest so far.
 NamedEntry namedEntry(const YAML::Node& key, const Section& section,
                       const std::vector<NamedEntry>& before);
 

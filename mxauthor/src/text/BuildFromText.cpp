@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t sizeLimit = 0xFFFF; // of a group, and of a file with a header
 
-// Why the text is not read at all; nothing where it is one YAML document.
+// Why the text cannot be read at all; nothing if it is one YAML document.
 std::optional<SourceError> findUnreadable(const std::string& source)
 {
     const auto error = findNonUtf8(source);
@@ -40,7 +40,7 @@ void buildStated(const Section& file, const std::string& key,
     }
 }
 
-// In the order in which texts get their identifiers, then what is computed from the others.
+// In the order in which texts get their identifiers, then the groups computed from the others.
 void buildSections(const Section& file, BuildContext& context)
 {
     context.listsAreKnown = !file.isMisspelt("optionLists");
@@ -81,7 +81,7 @@ void setChecksums(const YAML::Node& node, MxFile& file, SourceErrors& errors)
     }
 }
 
-// Returns the size of all groups. Called without errors before it, since counts have to fit.
+// Returns the size of all groups. Called only without errors, since counts have to fit.
 std::size_t checkSizes(const std::vector<std::pair<Group, YAML::Mark>>& groups,
                        SourceErrors& errors)
 {

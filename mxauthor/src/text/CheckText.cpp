@@ -15,7 +15,7 @@ namespace mxauthor {
 
 namespace {
 
-// What the author calls the group.
+// The group's key in the text form.
 std::string shownGroup(std::uint16_t id)
 {
     const std::string word = groupWord(id);

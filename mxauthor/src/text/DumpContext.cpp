@@ -6,14 +6,14 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t mostLookedAt = 60; // characters of a text that make a word
+constexpr std::size_t mostLookedAt = 60; // characters of a text used for a name
 
 bool isAlphanumeric(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-// How signs that are common in units are spelled.
+// How common signs in units are spelled.
 std::string spelled(char c)
 {
     static const std::map<char, std::string> signs = {
@@ -39,13 +39,13 @@ std::string wordOf(const std::string& text)
     return word;
 }
 
-// Hands out names that differ from one another.
+// Assigns unique names.
 class Names
 {
 public:
     explicit Names(std::string whatIsNamed) : what(std::move(whatIsNamed)) {}
 
-    // A name that starts with a letter, is no word of YAML's own and was not handed out before.
+    // A name that starts with a letter, is not a YAML keyword and was not assigned before.
     std::string unique(const std::string& text)
     {
         std::string word = wordOf(text);
@@ -118,8 +118,8 @@ std::string DumpContext::bytesOfText(std::uint16_t id) const
 
 bool DumpContext::isWrittenAsText(std::uint16_t id) const
 {
-    // A text that stands under two identifiers leads to the first. A long one stands in the table
-    // alone: thousands of parameters may use it.
+    // A text with two identifiers gets the first. A long one is written in the table only:
+    // thousands of parameters may use it.
     const auto found = texts.find(id);
     return found != texts.end() && !(fixed && found->second.size() > longestInlineText) &&
            idOfText.at(found->second) == id;

@@ -10,7 +10,7 @@
 
 namespace mxauthor {
 
-/// What the sections of one file share while its text form is written.
+/// Data shared by the sections of one file while its text form is written.
 class DumpContext
 {
 public:
@@ -71,7 +71,7 @@ private:
 };
 
 /// Returns the text identifiers of the names as they are written at the channels, one per channel
-/// or empty; no value when the group of names says something else.
+/// or empty; no value when the group of names does not match them.
 std::optional<std::vector<std::optional<std::uint16_t>>>
 namesAtChannels(const DumpContext& context);
 

@@ -64,7 +64,7 @@ std::string dumpChecksums(const DumpContext& context)
     return line.empty() ? "" : "checksums: " + line.text() + "\n";
 }
 
-// The words of the groups as they stand, "raw" for each raw one.
+// The words of the groups in file order, "raw" for each raw one.
 std::vector<std::string> orderOf(const DumpContext& context)
 {
     std::vector<std::string> words;
@@ -128,7 +128,7 @@ Draft draftOf(const DumpContext& context)
     return draft;
 }
 
-// The identifiers of the groups that the draft does not give back.
+// The identifiers of the groups that the draft does not reproduce.
 std::set<std::uint16_t> failedGroups(const Draft& draft, const MxFile& file)
 {
     std::set<std::uint16_t> failed;
@@ -178,8 +178,8 @@ bool hasLongTexts(const MxFile& file)
 
 } // namespace
 
-// Tries the most readable form first. What building the text shows to be lost in it is written in a
-// plainer form: texts with their identifiers, then groups as raw bytes.
+// Tries the most readable form first and builds it. Content that is lost is written in a plainer
+// form: texts with their identifiers, then groups as raw bytes.
 std::string dumpText(const MxFile& file)
 {
     std::set<std::size_t> raw;

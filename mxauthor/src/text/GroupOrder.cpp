@@ -8,7 +8,7 @@ namespace {
 
 using Ordered = std::vector<std::pair<Group, YAML::Mark>>;
 
-// Takes the groups out of the context one by one.
+// Removes the groups from the context one by one.
 class Taker
 {
 public:

@@ -4,8 +4,8 @@
 
 namespace mxauthor {
 
-/// Returns the groups in file order: the usual one, the raw groups behind, or the one that `node`
-/// states by the words of the groups and "raw" for the next raw one.
+/// Returns the groups in file order: the usual one, followed by the raw groups, or the one that
+/// `node` states by the words of the groups and "raw" for the next raw one.
 std::vector<std::pair<Group, YAML::Mark>> orderedGroups(const std::optional<YAML::Node>& node,
                                                         BuildContext& context);
 

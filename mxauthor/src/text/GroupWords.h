@@ -8,7 +8,7 @@
 
 namespace mxauthor {
 
-/// Stands for the next raw group in a stated order.
+/// Means the next raw group in a stated order.
 extern const std::string rawWord;
 
 /// Returns the groups that have a form of their own, in the order in which files usually have them.

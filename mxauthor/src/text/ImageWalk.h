@@ -4,11 +4,11 @@
 
 namespace mxauthor {
 
-/// What the channels of one direction take of the process image, as codes of data sizes.
+/// The bytes that the channels of one direction use in the process image, as codes of data sizes.
 class ImageWalk
 {
 public:
-    /// Passes a channel of this kind and number of bits.
+    /// Adds a channel of this kind and number of bits.
     void pass(std::uint8_t kindNumber, std::uint8_t bitLength);
 
     /// Returns the next free bit of the byte that is open, 0 when none is.
@@ -19,7 +19,7 @@ public:
 
 private:
     mxformat::ImageAllocator image;
-    std::string passed; // codes of the bytes in front of the open one
+    std::string passed; // codes of the bytes before the open one
 };
 
 } // namespace mxauthor

@@ -16,8 +16,8 @@ struct Integer
     std::uint64_t bits() const { return negative ? std::uint64_t{0} - magnitude : magnitude; }
 };
 
-/// Returns the number that `text` spells: decimal, or hexadecimal behind "0x", behind "-" where it
-/// is negative. Empty when it is none, or too large.
+/// Returns the number that `text` spells: decimal, or hexadecimal with "0x", with "-" before it if
+/// negative. Empty if it is not one, or too large.
 [[nodiscard]] std::optional<Integer> parseInteger(const std::string& text);
 
 /// Returns whether `text` spells a whole number, of any size, as `parseInteger` takes it.

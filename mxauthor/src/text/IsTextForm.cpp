@@ -15,7 +15,7 @@ bool isKeyCharacter(char c)
     return std::isalnum(static_cast<unsigned char>(c)) != 0;
 }
 
-// The key that stands in front of a colon at `place` of `text`, in quotes or not; empty: none.
+// The key before a colon at `place` of `text`, in quotes or not; empty: none.
 std::string keyAt(const std::string& text, std::size_t place)
 {
     const char quote =
@@ -93,7 +93,7 @@ bool isTextForm(const std::string& text)
         return std::find(keys.begin(), keys.end(), key) != keys.end();
     };
     const std::vector<std::string>& known = keysOf("file");
-    // What mxtool writes as JSON has keys of these names too, and a schema.
+    // JSON written by mxtool has keys of these names too, and a schema.
     return !has("schema") && (has("module") || std::count_if(known.begin(), known.end(), has) > 1);
 }
 

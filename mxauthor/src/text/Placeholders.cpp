@@ -15,7 +15,7 @@ struct Piece
     std::size_t end = 0;
 };
 
-// Texts such as "<5 V>" are no placeholders: these hold an n, and nothing but arithmetic beside it.
+// Texts such as "<5 V>" are not placeholders: those hold an n and otherwise only arithmetic.
 bool isArithmetic(const std::string& inner)
 {
     return inner.size() <= longest && inner.find_first_of("nN") != std::string::npos &&
@@ -40,7 +40,8 @@ std::string inside(const std::string& text, const Piece& piece)
     return text.substr(piece.begin + 1, piece.end - piece.begin - 2);
 }
 
-// Takes digits from the front of `text`. Empty when there are none, or too many.
+// Removes digits from the start of `text` and returns their value. Empty when there are none, or
+// too many.
 std::optional<std::int64_t> takeNumber(std::string& text)
 {
     std::uint32_t number = 0;
@@ -59,7 +60,7 @@ bool take(std::string& text, char what)
     return isThere;
 }
 
-// What FACTOR*n+SUMMAND comes to; the factor and the summand may be missing.
+// The value of FACTOR*n+SUMMAND; the factor and the summand may be missing.
 std::optional<std::int64_t> valueOf(std::string inner, std::uint32_t n)
 {
     std::int64_t value = n;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint64_t mostRepetitions = 256;   // the numbers of channels, 0 to 255
 constexpr std::size_t mostCharacters = 0x100000; // far more than an mx file holds
-constexpr std::size_t mostItems = 256;           // of a list within a line that is looked through
+constexpr std::size_t mostItems = 256;           // of a list within a line that is searched
 
 using Pairs = std::vector<std::pair<YAML::Node, YAML::Node>>;
 
@@ -30,7 +30,7 @@ bool isRepeated(const YAML::Node& line)
     return line.IsMap() && (valueOf(line, "repeat") || valueOf(line, "each"));
 }
 
-// Lines that are repeated together, as `repeat` of one of them or of a list under `each` says.
+// Lines that are repeated together: one line with `repeat`, or a list under `each`.
 struct Repeat
 {
     YAML::Node count; // as stated
@@ -137,8 +137,8 @@ bool holdsPlaceholder(const YAML::Node& node)
            });
 }
 
-// Whether the repetitions of a line can be told from each other. A channel without a name is called
-// by its number, one with the name "-" is hidden.
+// Whether the repetitions of a line can be distinguished. The number identifies a channel without a
+// name; one with the name "-" is hidden.
 bool Writer::isTold(const Repeat& repeat, std::size_t line)
 {
     std::optional<YAML::Node> name;
@@ -174,8 +174,8 @@ bool Writer::fits(const Repeat& repeat)
     return true;
 }
 
-// A node that owns no memory of its own: else each one would take over all nodes of the text when
-// one of them is put into it, in time that grows with the square of the text.
+// A node without memory of its own: otherwise each one would merge the memory of all nodes of the
+// text when one of them is put into it, in quadratic time.
 YAML::Node Writer::newNode(const YAML::Node& node)
 {
     made.push_back(node);
@@ -197,7 +197,7 @@ YAML::Node Writer::numberedText(const YAML::Node& node, const Repetition& repeti
     return errors.madeFrom(newNode(YAML::Node(text)), node.Mark(), repetition);
 }
 
-// Deeper than a list or mapping within a line nothing is looked for: there is nothing.
+// Searches no deeper than a list or mapping within a line: there is nothing deeper.
 YAML::Node Writer::numbered(const YAML::Node& node, const Repetition& repetition, int depth)
 {
     if (node.IsScalar()) {

@@ -7,11 +7,11 @@
 
 namespace mxauthor {
 
-/// The repetitions of one repeated line that something is said of.
+/// The repetitions of a repeated line that an error or finding concerns.
 class Repetitions
 {
 public:
-    /// Returns false when the repetition is there already.
+    /// Adds a repetition. Returns false if it was added before.
     bool add(const Repetition& repetition);
 
     /// Returns " (in all 8 repetitions)", " (in 3 of 8 repetitions, first in repetition 2)" or

@@ -21,7 +21,7 @@ std::string shown(const YAML::Node& node)
     return "\"" + node.Scalar() + "\"";
 }
 
-// What stands where something else is expected.
+// Describes what was found where something else is expected.
 std::string foundText(const YAML::Node& node)
 {
     if (node.IsScalar()) {
@@ -40,7 +40,7 @@ std::string hexHint(const std::string& text)
     return isHexadecimal(text) ? ", did you mean 0x" + text + "?" : "";
 }
 
-// Why a key is not known: often it is a key with its value, or half a number.
+// Why a key is unknown: often it is a key with its value, or half a number.
 std::string unknownKey(const std::string& name, const YAML::Node& value,
                        const std::vector<std::string>& keys)
 {
@@ -58,7 +58,7 @@ std::string unknownKey(const std::string& name, const YAML::Node& value,
     return text + text::acceptedWords(name, keys);
 }
 
-// A key without a value: readers of the value say nothing of their own.
+// A key without a value: no further error is reported for the value.
 void reportMissingValue(const YAML::Node& key, SourceErrors& errors)
 {
     errors.add(key, shown(key) + " has no value; the empty text is \"\", and # begins a comment");

@@ -10,7 +10,7 @@
 
 namespace mxauthor {
 
-// Scalars of the text form. Each reports what is wrong at its node and is empty then.
+// Scalars of the text form. Each reports an error at its node and is empty then.
 
 /// A whole number from 0 to `limit`.
 [[nodiscard]] std::optional<std::uint64_t> readNumber(const YAML::Node& node, std::uint64_t limit,
@@ -19,13 +19,13 @@ namespace mxauthor {
 /// A whole number that an 8-byte slot can hold.
 [[nodiscard]] std::optional<Integer> readInteger(const YAML::Node& node, SourceErrors& errors);
 
-/// The Windows-1252 bytes of a text that can stand in a line of an mx file: without CR, LF and NUL.
+/// The Windows-1252 bytes of a text that fit in a line of an mx file: without CR, LF and NUL.
 [[nodiscard]] std::optional<std::string> readText(const YAML::Node& node, SourceErrors& errors);
 
 /// Bytes as hexadecimal text.
 [[nodiscard]] std::optional<Bytes> readHex(const YAML::Node& node, SourceErrors& errors);
 
-/// The text of any scalar as it stands, in UTF-8.
+/// The unchanged text of any scalar, in UTF-8.
 [[nodiscard]] std::optional<std::string> readScalar(const YAML::Node& node, SourceErrors& errors);
 
 /// A mapping of the text form with its known keys. Others, and a key stated twice, are errors.
@@ -50,7 +50,7 @@ public:
     /// Returns whether there are unknown keys.
     bool hasUnknownKeys() const { return !unknown.empty(); }
 
-    // Values with what holds when the key is not stated, or its value is wrong.
+    // Values, with a default for a key that is missing or has a wrong value.
 
     std::uint64_t number(const std::string& key, std::uint64_t limit, std::uint64_t fallback) const;
     std::uint8_t byte(const std::string& key, std::uint8_t fallback) const;
@@ -74,10 +74,10 @@ private:
     std::set<std::string> misspelt; // the known keys that unknown ones are most likely
 };
 
-/// Returns the items of a sequence; an error and nothing when it is none.
+/// Returns the items of a sequence; an error and nothing if it is not one.
 std::vector<YAML::Node> readSequence(const YAML::Node& node, SourceErrors& errors);
 
-/// Returns keys and values of a mapping whose keys are names; an error when it is none, and for a
+/// Returns keys and values of a mapping whose keys are names; an error if it is not one, and for a
 /// name stated twice.
 std::vector<std::pair<YAML::Node, YAML::Node>> readMapping(const YAML::Node& node,
                                                            SourceErrors& errors);

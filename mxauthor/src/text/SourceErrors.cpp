@@ -22,7 +22,7 @@ std::string lineAt(const std::string& source, std::size_t start)
     return source.substr(start, source.find('\n', start) - start);
 }
 
-// An author who meant quotation marks of YAML has them in the value.
+// Typographic quotation marks do not quote in YAML: they become part of the value.
 std::string quotesHint(const YAML::Node& node)
 {
     static const char* const marks[] = {"\u201C", "\u201D", "\u201E", "\u2018", "\u2019", "\u201A"};
@@ -189,7 +189,7 @@ std::vector<SourceError> SourceErrors::sorted() const
 
 SourceExcerpt sourceExcerpt(const std::string& source, const SourceError& error)
 {
-    constexpr std::size_t before = 70; // characters shown at most in front of the caret
+    constexpr std::size_t before = 70; // characters shown at most before the caret
     constexpr std::size_t widest = 98;
     const std::string whole =
         text::repairedUtf8(lineAt(source, std::min(error.lineStart, source.size())));

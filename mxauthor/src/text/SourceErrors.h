@@ -9,7 +9,7 @@
 
 namespace mxauthor {
 
-/// Ends the building of a text: it has more errors than anybody reads.
+/// Ends the building of a text with too many errors to be useful.
 struct TooManyErrors
 {};
 
@@ -23,19 +23,19 @@ public:
     /// Throws `TooManyErrors` with the hundredth, which is kept.
     void add(const YAML::Mark& mark, const std::string& what);
 
-    /// At a node that was made, only the first error is kept, with the repetitions that have one:
-    /// the others follow from it, or are the same for the next number.
+    /// At a generated node only the first error is kept, with the repetitions that have one: the
+    /// others follow from it, or are the same for the next number.
     void add(const YAML::Node& node, const std::string& what);
 
-    /// The same for `node` in a line that may be repeated: of what differs between the repetitions
-    /// of the line, the first is kept.
+    /// The same for `node` in a line that may be repeated: of errors that differ between the
+    /// repetitions, the first is kept.
     void addInLine(const YAML::Node& line, const YAML::Node& node, const std::string& what);
 
     /// The same for `key` of `mapping`, reported before the errors in the values of the mapping,
     /// which may follow from it.
     void addCause(const YAML::Node& key, const YAML::Node& mapping, const std::string& what);
 
-    /// Returns `made`, a node that is not in the text: its errors are told at `mark`.
+    /// Returns `made`, a node that is not in the text: its errors are reported at `mark`.
     YAML::Node madeFrom(const YAML::Node& made, const YAML::Mark& mark,
                         const Repetition& repetition);
 
@@ -78,7 +78,7 @@ private:
     /// Adds an error of one repetition, once for all of them.
     void addRepeated(const YAML::Mark& mark, const Repetition& repetition, const std::string& what);
 
-    /// Returns false when the same error is there already.
+    /// Adds an error. Returns false if it was added before.
     bool append(const YAML::Mark& mark, const std::string& what);
 
     const std::string& text;
@@ -87,7 +87,7 @@ private:
     std::set<std::pair<int, std::string>> known; // by position
     std::map<int, Repetitions> repeated;         // of the errors of repeated lines, by position
     std::vector<Origin> originsOfMade;           // by the numbers in their tags
-    bool isComplete = true;                      // false: there were too many errors
+    bool isComplete = true;                      // false: too many errors
 };
 
 } // namespace mxauthor

@@ -14,7 +14,7 @@ void TextIds::fix(std::uint16_t id, const std::string& text)
     record.id = id;
     record.text = text;
     texts.push_back(record);
-    // Readers take the first text of an identifier: a later one is not to be had by it.
+    // Readers take the first text of an identifier: a later one cannot be referred to.
     if (used.insert(id).second) {
         idOfText.emplace(text, id);
     }

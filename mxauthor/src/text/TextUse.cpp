@@ -6,7 +6,7 @@ namespace mxauthor {
 
 namespace {
 
-// The identifiers of texts in the order in which building the text form comes upon them.
+// The identifiers of texts in the order in which building the text form uses them.
 class UseOrder
 {
 public:
@@ -35,7 +35,7 @@ private:
         }
     }
 
-    // Where 0 stands for no text.
+    // For fields in which 0 means no text.
     void addUnit(std::uint16_t id)
     {
         if (id != 0) {

@@ -4,8 +4,8 @@
 
 namespace mxauthor {
 
-/// Returns how many texts, from the first of the table on, have to be stated with their identifiers
-/// so that the others get theirs when the text form is built, in the order in which they are used.
+/// Returns how many texts at the start of the table must be stated with their identifiers; building
+/// the text form assigns those of the others in the order of use.
 std::size_t fixedTextCount(const TextTable& table, const DumpContext& context);
 
 } // namespace mxauthor

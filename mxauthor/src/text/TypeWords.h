@@ -8,12 +8,12 @@ namespace mxauthor {
 
 // Datatypes of parameters; kinds of channels have the same names and numbers.
 
-/// Returns the name of a datatype, its number where it is none.
+/// Returns the name of a datatype, or its number if it has none.
 std::string typeWord(std::uint8_t type);
 
 const std::vector<std::string>& typeWords();
 
-/// Stands for a channel of a single bit.
+/// The word for a channel of a single bit.
 extern const std::string bitWord;
 
 /// Returns the words for kinds of channels: those of datatypes and `bitWord`.

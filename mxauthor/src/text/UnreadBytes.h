@@ -4,8 +4,7 @@
 
 namespace mxauthor {
 
-/// Returns the bytes behind the last record of a group of records, null for a group of another
-/// type.
+/// Returns the bytes after the last record of a group of records, null for a group of another type.
 const Bytes* unreadBytes(const GroupContent& content);
 
 /// Sets them from a mapping of groups and bytes.

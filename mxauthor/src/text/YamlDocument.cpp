@@ -12,7 +12,7 @@ namespace mxauthor {
 
 namespace {
 
-// Remembers where the root of a document stands.
+// Records the place of the root of a document.
 class RootPlace : public YAML::EventHandler
 {
 public:
@@ -49,8 +49,8 @@ private:
     }
 };
 
-// Where the second document begins. Not by reading all documents: of a stray "," the YAML library
-// makes one empty document after the other, without end.
+// Where the second document begins. Does not read all documents: for a stray "," the YAML library
+// returns empty documents without end.
 std::optional<YAML::Mark> secondDocument(const std::string& source)
 {
     std::istringstream stream(source);

@@ -35,7 +35,7 @@ bool isBlank(const std::string& line)
     return first == std::string::npos || line[first] == '#';
 }
 
-// The number of the last line with content in front of `line`; `line` itself when there is none.
+// The number of the last line with content before `line`; `line` itself if there is none.
 std::size_t lineBefore(const Lines& lines, std::size_t line)
 {
     for (std::size_t i = line; i > 0; --i) {
@@ -154,7 +154,7 @@ Found explainMapValue(const Lines& lines, const YAML::Mark& mark)
                              "needs quotation marks"};
 }
 
-// What a line is indented by, in front of which the reader expected the block to go on.
+// The indentation of a line before which the reader expected the block to continue.
 Found explainBlockEnd(const Lines& lines, const YAML::Mark& mark)
 {
     const auto number = static_cast<std::size_t>(mark.line);
@@ -181,7 +181,7 @@ Found explainCharacter(const Lines& lines, const YAML::Mark& mark)
     const std::string& line = lines[static_cast<std::size_t>(mark.line)];
     const auto column = static_cast<std::size_t>(mark.column);
     static const std::string special = "%@`*&!|>";
-    // The reader points at the name of an anchor, behind its sign.
+    // The reader points at the name of an anchor, after its sign.
     for (const std::size_t at : {column, column - 1}) {
         if (at < line.size() && special.find(line[at]) != std::string::npos) {
             return YamlMistake{markAt(static_cast<std::size_t>(mark.line), at),

@@ -6,16 +6,16 @@
 
 namespace mxauthor {
 
-/// What is wrong in a text that is no YAML, where the author has to mend it.
+/// An error in a text that is not YAML, at the place to correct.
 struct YamlMistake
 {
     YAML::Mark mark;
     std::string text;
 };
 
-/// Explains why the YAML reader gave up on `source` with `failure`. The reader often notices a
-/// mistake lines after it was made: the usual ones, such as a quotation mark or bracket that is not
-/// closed, are looked for and told at their own place.
+/// Explains why the YAML reader failed on `source` with `failure`. The reader often detects a
+/// mistake several lines late: common ones, such as an unclosed quotation mark or bracket, are
+/// searched for and reported at their own place.
 YamlMistake explainYamlFailure(const std::string& source, const YAML::Exception& failure);
 
 } // namespace mxauthor

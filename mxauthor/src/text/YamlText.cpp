@@ -36,7 +36,7 @@ bool isPlainCharacter(char c)
     return isLetter(c) || isDigit(c) || isUpperLetter(c) || signs.find(c) != std::string::npos;
 }
 
-// Words that readers of YAML take for something else than text.
+// Words that readers of YAML do not read as text.
 bool isReserved(const std::string& text)
 {
     static const std::set<std::string> words = {"null", "true", "false", "yes", "no",
@@ -50,7 +50,7 @@ bool isPlain(const std::string& text)
         !std::all_of(text.begin(), text.end(), isPlainCharacter)) {
         return false;
     }
-    // What starts with a digit might be a number or a date, but not with a blank in it.
+    // Text that starts with a digit might be a number or a date, unless it contains a blank.
     return isLetter(text[0]) || isUpperLetter(text[0]) ||
            (isDigit(text[0]) && text.find(' ') != std::string::npos);
 }

@@ -6,8 +6,8 @@
 
 namespace mxauthor {
 
-/// Returns `bytes`, taken as Windows-1252, as a YAML scalar: plain where every reader of YAML takes
-/// it for this text, otherwise in double quotes with escapes.
+/// Returns `bytes`, taken as Windows-1252, as a YAML scalar: plain where every reader of YAML reads
+/// it as this text, otherwise in double quotes with escapes.
 std::string yamlText(const std::string& bytes);
 
 /// Returns `text` in double quotes.

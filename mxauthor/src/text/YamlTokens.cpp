@@ -104,7 +104,7 @@ private:
         startsValue = false;
     }
 
-    // Two single quotation marks stand for one of the text.
+    // Two single quotation marks mean one in the text.
     bool isDoubled(char mark)
     {
         const bool doubled =

@@ -6,8 +6,8 @@
 
 namespace mxauthor {
 
-// As much of YAML as tells quotation marks and brackets from the characters of a plain text. Lines
-// and columns count from 0, columns in bytes.
+// The part of YAML that separates quotation marks and brackets from plain text. Lines and columns
+// count from 0, columns in bytes.
 
 /// A text in quotation marks.
 struct QuotedText

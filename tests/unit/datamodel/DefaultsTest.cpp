@@ -114,7 +114,7 @@ TEST(Ownership, ParameterReleasesItsOptionsAndRange)
     EXPECT_TRUE(range.expired());
 }
 
-// Notes when it is destroyed, so that the order of a class's members shows.
+// Records its destruction, which shows the order of a class's members.
 struct Witness
 {
     Witness() = default;

@@ -40,7 +40,7 @@ TEST(DeviceParserInterface, BuiltDeviceIsADevice)
 
 TEST(ChannelMappingInfo, IsZeroFilledAtFirst)
 {
-    // Built over bytes that are not zero, so that a member left alone shows.
+    // Built over non-zero bytes, so that an uninitialised member is detected.
     alignas(IDeviceParser::ChannelMappingInfo) unsigned char
         place[sizeof(IDeviceParser::ChannelMappingInfo)];
     std::memset(place, 0xA5, sizeof place);

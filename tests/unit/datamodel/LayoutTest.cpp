@@ -28,7 +28,7 @@ std::vector<std::size_t> offsets(const Class& object, const std::vector<const vo
     return result;
 }
 
-// `count` strings, one behind the other, the first at `first`.
+// `count` adjacent strings, the first at `first`.
 std::vector<std::size_t> strings(std::size_t first, std::size_t count)
 {
     std::vector<std::size_t> result;

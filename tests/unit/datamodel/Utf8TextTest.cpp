@@ -54,7 +54,7 @@ TEST(Utf8Text, everySingleByteGivesValidUtf8)
     }
 }
 
-// The bytes `lead` and `second` with `count - 2` bytes behind them that continue a character.
+// The bytes `lead` and `second`, followed by `count - 2` continuation bytes.
 bool isCharacter(int lead, int second, std::size_t count)
 {
     std::string bytes(count, '\x80');

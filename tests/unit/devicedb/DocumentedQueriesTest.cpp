@@ -67,7 +67,7 @@ protected:
         database.insert(measured("unknown inside", 99, 99));
     }
 
-    /// Returns the rows that the question of that number gets, cells separated by "|".
+    /// Returns the rows of the query of that number, cells separated by "|".
     std::vector<std::string> answers(std::size_t number)
     {
         const auto queries = documentedQueries();

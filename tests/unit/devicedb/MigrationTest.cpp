@@ -51,7 +51,7 @@ protected:
         return lines;
     }
 
-    // The tables of a database as SQL, whatever way led to them.
+    // The tables of a database as SQL, however they were created.
     static std::vector<std::string> schemaOf(Poco::Data::Session session)
     {
         std::vector<std::string> statements;
@@ -175,7 +175,7 @@ TEST_P(OldWidths, AreTakenFromTheStoredFiles)
 {
     store("1", fileOf(fiveParameters()));
     becomeVersion2();
-    // Bits 6 and 7; three; a UInt16; bits 6 to 8, which no byte has; a byte.
+    // Bits 6 and 7; three; a UInt16; bits 6 to 8, which leave the byte; a byte.
     EXPECT_THAT(widthsOf("1"), ElementsAre(2, 3, 16, 0, 8));
 }
 

@@ -29,7 +29,7 @@ std::string cannotOpen(const std::string& path, const std::string& reason)
     return "Cannot open device database sqlite:" + path + ": " + reason;
 }
 
-/// Gives up the rights of the superuser while it lives: file permissions hold then.
+/// Drops the rights of the superuser while it lives, so that file permissions apply.
 class OrdinaryUser
 {
 public:

@@ -137,7 +137,7 @@ protected:
     DeviceDatabase database{place.url()};
     const std::string cannotWrite = "Cannot write to device database " + place.name() + ": ";
 
-    // Ends every other connection, as a server that is stopped does.
+    // Ends every other connection, like a server that is stopped.
     static void endConnections()
     {
         Poco::Data::Session session =

@@ -26,7 +26,7 @@ class ProcessExit : public testing::Test
 protected:
     ProcessExit() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
-    // One place for the parent and for the child, which runs this constructor too.
+    // The same path for the parent and the child, which runs this constructor too.
     std::string directory = (std::filesystem::temp_directory_path() /
                              (std::string("devicedb-exit-") +
                               testing::UnitTest::GetInstance()->current_test_info()->name()))

@@ -10,7 +10,7 @@ devices::database::DeviceProperties device(const std::string& moduleId,
                                            const std::string& label = "label");
 
 /// Returns the content of a module with two channels and two parameters, the second of which has
-/// options; `name` stands in its label, order code and names.
+/// options; `name` is in its label, order code and names.
 devices::database::ModuleContent contentNamed(const std::string& name);
 
 /// Returns `content` as one line per item, for comparison.

@@ -25,7 +25,7 @@ protected:
         return failureOf([&] { DeviceDatabase database(url); });
     }
 
-    /// Expects the database as it is to be refused for `reason`.
+    /// Expects the unchanged database to be rejected for `reason`.
     void expectRefused(const std::string& reason) const
     {
         EXPECT_EQ(openFailure(), "Cannot open device database " + place.name() + ": " + reason);

@@ -1,4 +1,4 @@
-// Everything that is wrong in a text is told at its place.
+// Every error in a text is reported at its place.
 
 #include <mxauthor/TextForm.h>
 
@@ -297,7 +297,7 @@ TEST(WrongTexts, areAllToldInTheOrderOfTheText)
                             errorAt(3, 8, "stated once"), errorAt(4, 9, "keys with values")));
 }
 
-// The unknown keys are like no known one: errors that may follow from them come after them.
+// The unknown keys are not similar to known ones: errors that may follow from them come after them.
 TEST(UnknownKeys, areToldAheadOfWhatTheirMappingHas)
 {
     EXPECT_THAT(errorsOf("module: {type: x, id: 1}\n"

@@ -1,4 +1,4 @@
-// What the text form leaves to the compiler: identifiers, places, sizes, lengths.
+// Values that the compiler computes for the text form: identifiers, places, sizes, lengths.
 
 #include "MxBuffer.h"
 
@@ -61,7 +61,7 @@ TEST(Build, givesTextsIdentifiersInOrderOfUse)
                               "optionLists: {list: {options: {0: A, 1: B}}}\n"
                               "extension: {gtin: G}\n"
                               "texts: {first: 100, step: 7, fixed: {114: V}}\n");
-    // The fixed one first; 114 is not given again; a text that is used twice stands once.
+    // The fixed one first; 114 is not assigned again; a text that is used twice is stored once.
     EXPECT_EQ(payload(file, 0x20D3),
               testkit::textTablePayload(
                   {{114, "V"}, {100, "A"}, {107, "B"}, {121, "P"}, {128, "C"}, {135, "G"}}));
@@ -83,8 +83,8 @@ TEST(Build, numbersChannelsAndPacksBits)
 
 TEST(Build, computesDataSizesByTheRulesOfAlignment)
 {
-    // A bit, then a word at 2: the byte of the bit and one nobody uses; a double word behind a bit
-    // at byte 4 stands at 6, since 5 + (5 & 3) is 6.
+    // A bit, then a word at 2: the byte of the bit and an unused one; a double word after a bit at
+    // byte 4 is at 6, since 5 + (5 & 3) is 6.
     EXPECT_EQ(sizes("channels: [{in: Bit}, {in: UInt16}, {in: Bit}, {in: SInt32}, {out: UInt64}]\n"
                     "parameters: [{name: A, type: UInt32}]\n"),
               "InData,s=BBWBBD\r\nOutData,s=DD\r\nParameter,s=BBBB\r\nDiagnosis,s=\r\n");

@@ -1,5 +1,5 @@
-// The verdict on stored parameter images, held against every image that two bytes can be. What an
-// image means is worked out here bit by bit, apart from the library.
+// The verdict on stored parameter images, compared with every image of two bytes. The meaning of an
+// image is worked out here bit by bit, independently of the library.
 
 #include "MxBuffer.h"
 
@@ -121,7 +121,7 @@ struct Module
                 record.mapId = static_cast<std::uint8_t>(i + 1);
                 std::vector<std::pair<std::uint64_t, unsigned>> options;
                 for (const int option : parameter.options) {
-                    options.emplace_back(slot(option), 110); // one text: wording is not the matter
+                    options.emplace_back(slot(option), 110); // one text: wording is irrelevant
                 }
                 lists = testkit::join({lists, testkit::optionList(record.mapId, options)});
             }
@@ -143,7 +143,7 @@ private:
     }
 };
 
-// Whether `after` takes the image, and every parameter that was there has the number that it had.
+// Whether `after` accepts the image, and every earlier parameter keeps its number.
 bool keepsMeaning(const Module& before, const Module& after, unsigned image)
 {
     return std::all_of(after.parameters.begin(), after.parameters.end(), [&](const Parameter& now) {
@@ -285,8 +285,8 @@ bool movesAny(const Module& before, const Module& after)
     });
 }
 
-// The verdict may be "no" too often, never "yes": for parameters that share bits, since setting one
-// changes the other, and for one that moves to bits that happen to hold its only value.
+// The verdict may be "no" too often, but never wrongly "yes": for parameters that share bits, since
+// setting one changes the other, and for one that moves to bits that happen to hold its only value.
 TEST(DiffImages, theVerdictHoldsForEveryStoredImage)
 {
     constexpr unsigned pairs = 600;
@@ -311,7 +311,7 @@ TEST(DiffImages, theVerdictHoldsForEveryStoredImage)
                 << "after " << described(after);
         }
     }
-    EXPECT_GT(yes, pairs / 10); // both verdicts were tried
+    EXPECT_GT(yes, pairs / 10); // both verdicts occurred
     EXPECT_GT(no, pairs / 10);
 }
 

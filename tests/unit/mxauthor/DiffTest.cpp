@@ -1,4 +1,4 @@
-// Each difference of two modules is found, classed and weighed for a stored parameter image.
+// Each difference of two modules is found, classified and judged for a stored parameter image.
 
 #include "MxBuffer.h"
 
@@ -366,7 +366,7 @@ TEST(Diff, anotherFactorGivesTheSameBytesOtherValues)
                         "0: same bytes, other values");
     // The unit of the conversion, 101 ("Limit").
     EXPECT_FALSE(compare(before, convertedModule("01 3f000000 00000000 0065")).imageStaysValid);
-    // An identifier of its own is nobody's value.
+    // A changed identifier is not a difference of any value.
     EXPECT_TRUE(compare(before, convertedModule("01 3f000000 00000000 0068 02 3e800000 00000000 "
                                                 "0068"))
                     .imageStaysValid);
@@ -511,7 +511,7 @@ TEST(Diff, aChannelInFrontMovesTheOthers)
     after.channels.insert(after.channels.begin(), {9, 0x81, 8, 0, 0});
     after.sizes[0] = "InData,s=WBB";
     const Comparison found = compared(after);
-    // The byte takes byte 0; the word stands at byte 1, the bit behind it at byte 3.
+    // The byte uses byte 0; the word is at byte 1, the bit after it at byte 3.
     EXPECT_THAT(linesOf(found), ElementsAre("breaking InData: size 3 bytes becomes 4 bytes",
                                             "breaking input channel 0: moves from IW0 to IW1",
                                             "breaking input channel 1: moves from IX2_0 to IX3_0",

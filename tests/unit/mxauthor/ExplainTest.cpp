@@ -1,4 +1,4 @@
-// Every byte of a file is explained exactly once, and by the right words.
+// Every byte of a file is explained exactly once, with the right text.
 
 #include "MxBuffer.h"
 
@@ -20,7 +20,7 @@ Explanation explained(const std::string& hex)
     return explain({bytes.begin(), bytes.end()});
 }
 
-// "OFFSET+LENGTH FIELD VALUE MEANING", with "-" in front of what nobody reads.
+// "OFFSET+LENGTH FIELD VALUE MEANING", with "-" before what is not read.
 std::vector<std::string> linesOf(const Explanation& explanation)
 {
     std::vector<std::string> lines;

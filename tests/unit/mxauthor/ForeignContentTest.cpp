@@ -1,5 +1,5 @@
-// What a file is that is neither an mx file nor a text form, and what the checker says of one in
-// the place of a product image.
+// The type of a file that is neither an mx file nor a text form, and the finding for one as a
+// product image.
 
 #include <mxauthor/Check.h>
 #include <mxauthor/ForeignContent.h>
@@ -16,7 +16,7 @@ using mxauthor::foreignContent;
 
 const std::string png = "\x89PNG\r\n\x1a\n rest";
 
-// What the rule "image-unreadable" finds in a product image of these bytes.
+// The finding of the rule "image-unreadable" for a product image of these bytes.
 std::string problemOf(const std::string& image)
 {
     mxauthor::MxFile file;

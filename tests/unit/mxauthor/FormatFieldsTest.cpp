@@ -1,5 +1,5 @@
-// What mxformat lists is known to every part of the room: the text form, its schema and its
-// document, explain, diff and the places in texts. A test names what was forgotten.
+// Everything that mxformat lists is supported in every part of mxauthor: the text form, its schema
+// and its document, explain, diff and the places in texts. A failing test names what is missing.
 
 #include "MxBuffer.h"
 #include "module/ParameterValues.h"

@@ -1,4 +1,4 @@
-// Each group type is read field by field, and falls back to raw bytes where the shape is another.
+// Each group type is read field by field, and is read as raw bytes if the shape differs.
 
 #include "MxBuffer.h"
 
@@ -11,7 +11,7 @@ namespace {
 using namespace mxauthor;
 using testkit::hexBytes;
 
-constexpr std::uint32_t start = 100; // where the payloads of these tests stand in their file
+constexpr std::uint32_t start = 100; // offset of the payloads of these tests in their file
 
 template <typename Content>
 Content readAs(std::uint16_t id, const std::string& hex)

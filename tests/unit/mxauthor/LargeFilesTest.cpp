@@ -1,5 +1,5 @@
-// As many records as groups can hold, all of them wrong: what is said of them stays readable, and
-// nobody waits for it. Each record against each other one would take minutes.
+// As many records as groups can hold, all of them wrong: the output stays readable, and the time
+// short. Comparing each record with each other one would take minutes.
 
 #include "MxBuffer.h"
 

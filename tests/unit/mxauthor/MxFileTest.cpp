@@ -54,7 +54,7 @@ TEST(MxFile, knowsWhereEachGroupAndItsChecksumStand)
 
 TEST(MxFile, keepsTheBytesBehindTheContentLength)
 {
-    // Content length 10: what follows is no group.
+    // Content length 10: what follows is not a group.
     const MxFile file = read("0000 000a 000a 0003 0000  ffff 0001");
     ASSERT_EQ(file.groups.size(), 1U);
     EXPECT_EQ(std::get<mxauthor::Header>(file.groups[0].content).contentLength.value, 10);

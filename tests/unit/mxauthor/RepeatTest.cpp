@@ -69,7 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
               "  - {name: Ready 1, in: Bit}\n"
               "  - {name: Count 2, in: UInt32}\n"
               "  - {name: Ready 2, in: Bit}\n"},
-        // What is no placeholder stays as it is.
+        // Text that is not a placeholder is not changed.
         Forms{"channels: [{repeat: 2, name: <5 V> a<b <n> <x>, in: Bit}]\n",
               "channels: [{name: <5 V> a<b 1 <x>, in: Bit}, {name: <5 V> a<b 2 <x>, in: Bit}]\n"}));
 

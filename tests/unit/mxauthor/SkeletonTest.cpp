@@ -1,4 +1,4 @@
-// A skeleton is a whole module: it builds, and nothing is found in it.
+// A skeleton is a complete module: it builds, and has no findings.
 
 #include <mxauthor/CheckText.h>
 #include <mxauthor/ModuleTypes.h>
@@ -30,7 +30,7 @@ std::string textFor(const std::string& channels)
     return mxauthor::skeletonText(requestFor(channels));
 }
 
-// The text; building or checking it with anything to tell fails the test.
+// The text; any error or finding in it fails the test.
 void expectSound(const std::string& text)
 {
     const mxauthor::BuildResult built = mxauthor::buildFromText(text, "");

@@ -1,4 +1,4 @@
-// What is wrong in a built file is told at the text that it was built from.
+// A finding in a built file is reported at the text that it was built from.
 
 #include <mxauthor/CheckText.h>
 #include <mxauthor/SourceMap.h>
@@ -287,7 +287,7 @@ TEST(SourceMap, givesTheStartForWhatIsComputedAndBeyondTheEnd)
 {
     const std::string source = "\n\nmodule: {type: 1, id: 2}\n";
     EXPECT_EQ(positionOf(source, 0), "1:1");  // the header
-    EXPECT_EQ(positionOf(source, 10), "3:9"); // the identity, behind a header of 10 bytes
+    EXPECT_EQ(positionOf(source, 10), "3:9"); // the identity, after a header of 10 bytes
     EXPECT_EQ(positionOf(source, 30), "1:1"); // the data sizes
     EXPECT_NO_THROW(positionOf(source, 100000));
     EXPECT_EQ(positionOf("header: none\ndataSizes: none\ntail: '0102'\n", 0), "1:1");

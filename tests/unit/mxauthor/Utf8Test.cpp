@@ -1,4 +1,4 @@
-// Bytes of people's texts that are no UTF-8: which, where, and how they are shown.
+// Bytes of texts that are not UTF-8: which, where, and how they are shown.
 
 #include <mxauthor/Utf8.h>
 

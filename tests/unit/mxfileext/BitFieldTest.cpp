@@ -36,7 +36,7 @@ TEST_F(BitFieldTest, lengthZeroIsTheRestOfTheByte)
     EXPECT_EQ(read(bitField(0, 7), {0xB4}), (Texts{"1", "0", "1"}));
 }
 
-// Writing some of its bits would set another value than the one asked for.
+// Writing only some of its bits would set a value other than the requested one.
 TEST_F(BitFieldTest, fieldThatLeavesItsByteHasNoValue)
 {
     for (const auto& [bitLength, bitOffset] :

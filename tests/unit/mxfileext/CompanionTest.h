@@ -14,7 +14,7 @@
 /// Value, minimum and maximum as texts.
 using Texts = std::array<std::string, 3>;
 
-/// What `getConvertedParameter` gives.
+/// The results of `getConvertedParameter`.
 struct Converted
 {
     float value = -1;
@@ -130,7 +130,7 @@ protected:
         return image;
     }
 
-    /// Returns the failure's text; the image must come out of it as it went in.
+    /// Returns the failure's text; the image must be unchanged.
     static std::string failureToSet(const testkit::ParameterRecord& record,
                                     const testkit::Bytes& image, const std::string& text)
     {

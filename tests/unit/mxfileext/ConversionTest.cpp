@@ -115,7 +115,7 @@ TEST_F(ConversionTest, tableOfEveryLengthMustFitItsEntries)
 TEST_F(ConversionTest, isComputedBeyondThePrecisionOfTheResult)
 {
     giveConversions({{1, plusOne, 0xCB800000}}); // offset -16777216
-    // 16777217 is no binary32: rounded before the offset is added, the result would be 0.
+    // 16777217 is not a binary32: rounded before the offset is added, the result would be 0.
     EXPECT_EQ(convert(converted(6, 1), hexBytes("01000001")).value, 1.0F);
 }
 

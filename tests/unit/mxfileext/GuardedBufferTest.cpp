@@ -2,8 +2,8 @@
 
 #include <GuardedBuffer.h>
 
-// Groups, records and parameter blocks that end where memory ends: what lies there is read and
-// written, and not one byte more.
+// Groups, records and parameter blocks at the end of accessible memory: they are read and written,
+// and not one byte more.
 
 namespace {
 

@@ -16,7 +16,7 @@ struct Place
 
 const Bytes image = hexBytes("b41122334455667788");
 
-// What is written over 8 bytes that held something else.
+// The result of writing over 8 bytes that held something else.
 Bytes leftAligned(const Bytes& raw, const Place& place)
 {
     Bytes out(8, 0xEE);

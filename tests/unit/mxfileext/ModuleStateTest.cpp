@@ -75,7 +75,7 @@ TEST_F(ModuleStateTest, sizeBelowSixIsIgnored)
 {
     const Bytes group = join({u16(0x20C2), u16(17), conversionTo(plusHalf), u16(0)});
     for (unsigned short size = 0; size < 6; ++size) {
-        // Not a byte may be touched: there are only `size` of them.
+        // No byte may be accessed: there are only `size` of them.
         const Bytes part(group.begin(), group.begin() + size);
         mxfileext::parseGroup(0, 0x20C2, part.data(), size);
         mxfileext::parseGroup(0, 0x20D3, part.data(), size);

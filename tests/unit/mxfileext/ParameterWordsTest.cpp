@@ -26,14 +26,14 @@ protected:
 
     static void giveOptions(const Bytes& payload) { give(0, 0x20C1, payload); }
 
-    // What the message has in front of the value.
+    // The message before the value.
     std::string nameInFailure() const
     {
         const std::string text = failureToSet(record, {0xA5}, "x");
         return text.substr(0, text.find(": cannot set value \"x\": expected"));
     }
 
-    // What the message has after the numbers that the parameter can hold, an UInt8.
+    // The message after the numbers that the parameter, a UInt8, can hold.
     std::string optionsInFailure() const
     {
         const std::string text = failureToSet(record, {0xA5}, "300");
@@ -178,7 +178,7 @@ TEST_F(ParameterWordsTest, textsOfOptionsAreShortened)
 
 TEST_F(ParameterWordsTest, optionsHaveTheNumbersThatSetThem)
 {
-    // A slot's last bytes are the value: of one byte 0xFF, whatever is in front.
+    // A slot's last bytes are the value: of one byte 0xFF, whatever is before it.
     giveOptions(optionList(2, {{0xFF, 50}, {~std::uint64_t{0}, 50}, {0x0180, 50}, {127, 50}}));
     record.mapId = 2;
     record.datatype = 3;
@@ -218,8 +218,8 @@ TEST_F(ParameterWordsTest, firstOptionGroupHolds)
     EXPECT_EQ(optionsInFailure(), "");
 }
 
-// A group that ends where memory ends, at each of its bytes: lists that are whole count, nothing
-// after one that is cut.
+// A group at the end of accessible memory, cut after each of its bytes: complete lists count,
+// nothing after a cut one.
 TEST_F(ParameterWordsTest, optionGroupOfEveryLengthGivesTheListsThatAreWhole)
 {
     const Bytes whole =

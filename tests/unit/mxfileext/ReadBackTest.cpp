@@ -172,7 +172,7 @@ Bytes payloadOf(const Groups& groups, unsigned id)
                                  : Bytes(found->second.begin() + 4, found->second.end() - 2);
 }
 
-// The default parameter block, behind the header whose length its second byte states.
+// The default parameter block, after the header whose length its second byte states.
 Bytes defaultBlock(const Groups& groups)
 {
     Bytes payload = payloadOf(groups, 0x0010);

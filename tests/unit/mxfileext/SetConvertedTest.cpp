@@ -130,7 +130,8 @@ TEST_F(SetConvertedTest, factorAndOffsetCountWithAllTheirBits)
 
 TEST_F(SetConvertedTest, shownTextKeepsWhatItCannotTell)
 {
-    // 16777217 and 18446744073709551615 are no binary32: they are shown as their neighbours.
+    // 16777217 and 18446744073709551615 are not binary32 numbers: they are shown as their
+    // neighbours.
     const Bytes odd = hexBytes("01000001");
     EXPECT_EQ(convert(converted(6, 0), odd).value, 16777216.0F);
     EXPECT_EQ(imageAfter(converted(6, 0), odd, "16777216.000000"), odd);

@@ -46,7 +46,7 @@ TEST_F(SetParameterErrorTest, textIsADecimalNumberWhereConverted)
     }
 }
 
-// Messages spell control bytes out: a NUL in the text would cut them.
+// Messages write control bytes as escapes: a NUL in the text would cut them.
 TEST_F(SetParameterErrorTest, controlByteIsNoPartOfANumber)
 {
     EXPECT_EQ(failureToSet(recordOf(1), {0xA5}, "1\n"),

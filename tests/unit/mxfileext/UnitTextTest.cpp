@@ -72,7 +72,7 @@ TEST_F(UnitTextTest, lastTextNeedsNoLineEnd)
 
 TEST_F(UnitTextTest, textWithoutEndIsNone)
 {
-    // The checksum behind the payload is zero; it does not end the text.
+    // The checksum after the payload is zero; it does not end the text.
     EXPECT_EQ(unit(join({{0, 0}, u16(1), {'V'}}), 1), "");
     EXPECT_EQ(unit(join({{0, 0}, u16(1), {'A', 'B', 0x0A}}), 1), "");
 }
@@ -109,7 +109,7 @@ TEST_F(UnitTextTest, everyDamagedByteIsSurvived)
     }
 }
 
-// Behind bare line feeds the texts overlap: each runs on to the only terminator, at the end.
+// After bare line feeds the texts overlap: each runs on to the only terminator, at the end.
 TEST_F(UnitTextTest, overlappingTextsAreFollowed)
 {
     Bytes table{0, 0};

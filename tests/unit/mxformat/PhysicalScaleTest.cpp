@@ -77,7 +77,7 @@ TEST(PhysicalScaleTest, textHasTheDigitsOfAPerson)
     EXPECT_EQ((PhysicalScale{-0.5F, 0}.text(raw(0))), "0");
 }
 
-// 1/3 as a binary32 is 0.3333333432674408: 30 of it are 10.0000003, 10 as far as anybody knows.
+// 1/3 as a binary32 is 0.3333333432674408: 30 of it are 10.0000003, shown as 10.
 TEST(PhysicalScaleTest, textIsNoMoreExactThanTheFactor)
 {
     EXPECT_EQ((PhysicalScale{1.0F / 3, 0}.text(raw(30))), "10");

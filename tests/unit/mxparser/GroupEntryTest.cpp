@@ -100,7 +100,7 @@ TEST_F(GroupEntry, LastLineWithAValueOfOneByteIsFound)
 
 TEST_F(GroupEntry, ValueWithoutLineEndRunsToTheEndOfThePayload)
 {
-    load("ID,s=abc"); // 8 bytes: found; the carriage return behind is the checksum's
+    load("ID,s=abc"); // 8 bytes: found; the carriage return after it is the checksum's
     EXPECT_EQ(entry("ID"), "abc");
 }
 

@@ -59,7 +59,7 @@ TEST_F(LoadFile, LargeFileIsLoadedWhole)
     EXPECT_TRUE(buffer == content);
 }
 
-// Files of the kernel say that they are empty.
+// Kernel files have the size 0.
 TEST_F(LoadFile, FileThatIsLongerThanItSaysIsLoadedWhole)
 {
     const std::string path = "/proc/version";

@@ -3,9 +3,9 @@
 #include <Poco/Logger.h>
 #include <Poco/NullChannel.h>
 
-// Every allocation of an operation fails once, one after the other: std::bad_alloc comes out,
-// nothing is lost, and the next run of the operation gives what it always gives. LeakSanitizer
-// looks at what is left when the program ends. A file that cannot be loaded ends a walk of
+// Every allocation of an operation fails once, one after the other: std::bad_alloc is thrown, no
+// memory is lost, and the next run of the operation gives the usual result. LeakSanitizer looks at
+// what is left when the program ends. A file that cannot be loaded ends a walk of
 // `populateDatabase` with the directory still open, so the program is linked with
 // LostDirectories.cpp.
 

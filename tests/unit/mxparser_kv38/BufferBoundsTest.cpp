@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <vector>
 
-// No bytes can hurt the process: each translation ends in a device or an exception. The buffers end
+// No input can harm the process: each translation ends in a device or an exception. The buffers end
 // with their allocations, so that a read too far is seen by AddressSanitizer.
 
 namespace {
@@ -167,7 +167,7 @@ TEST_F(BufferBounds, LastNameEntryIsReadUpToTheEndOfTheBuffer)
 
 TEST_F(BufferBounds, BytesBehindTheContentLengthAreStillTheBuffers)
 {
-    // The content ends with the channel group; the record's last byte stands behind it.
+    // The content ends with the channel group; the record's last byte is after it.
     const testkit::MxBuffer groups = minimalModule().group(0x20D0, hexBytes("07 81 00 08"));
     const auto content = static_cast<unsigned>(8 + groups.bytes().size());
     testkit::MxBuffer buffer;

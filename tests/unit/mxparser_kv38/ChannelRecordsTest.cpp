@@ -1,4 +1,4 @@
-// What parseChannel makes of a record of group 0x20d0 and the names of group 0x20d7.
+// The result of parseChannel for a record of group 0x20d0 and the names of group 0x20d7.
 
 #include "DeviceView.h"
 #include "Failure.h"
@@ -123,7 +123,7 @@ TEST_F(ChannelRecords, singleBitsAreFiledUnderTheByteThatHoldsThem)
     parse({3, 0x85, 1, 2, 0}); // IX3_2
     parse({4, 0x85, 1, 3, 0});
     parse({5, 0x05, 1, 5, 0}); // QX0_5
-    parse({6, 0x85, 2, 0, 0}); // a bit field is none
+    parse({6, 0x85, 2, 0, 0}); // a bit field has none
     EXPECT_THAT(parser.aggregatedChannelCandidates,
                 ElementsAre(Pair("IB3", ElementsAre("17", "18")), Pair("QB0", ElementsAre("19"))));
 }

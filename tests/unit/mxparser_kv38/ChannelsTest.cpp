@@ -1,4 +1,4 @@
-// Addresses and symbols: what setupChannel makes of kind, number of bits and bit offset.
+// Addresses and symbols: the result of setupChannel for kind, number of bits and bit offset.
 
 #include "FailedAssertion.h"
 #include "ParserAccess.h"

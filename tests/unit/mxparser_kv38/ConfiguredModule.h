@@ -32,7 +32,7 @@ struct ConfiguredModule
         throw std::invalid_argument("no such parameter: " + name);
     }
 
-    /// Puts a user's value into the parameterised copy.
+    /// Writes a user's value into the parameterised copy.
     void set(const std::string& name, const std::string& value, unsigned nth = 0)
     {
         auto changed = std::make_shared<datamodel::Parameter>();

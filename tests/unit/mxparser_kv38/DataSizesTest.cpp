@@ -115,7 +115,7 @@ TEST_F(DataSizes, LinesThatDoNotFillThePayloadRunOutOfTheBuffer)
 
 TEST_F(DataSizes, WalkBehindThePayloadReadsWhatStandsThere)
 {
-    // One byte of the line end is missing. Behind it the walk meets three empty texts (the second
+    // One byte of the line end is missing. After it the walk finds three empty texts (the second
     // bytes of checksum, identifier and length) and then "InDataB", cut by the next checksum.
     data = MxBuffer()
                .group(0x0011, testkit::textBytes("InData W\r"))

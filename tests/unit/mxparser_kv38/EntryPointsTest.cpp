@@ -154,7 +154,7 @@ TEST(Parse, FramingErrorLeavesANewEmptyDevice)
     const std::vector<char> good = minimalModule().chars();
     const std::vector<char> bad = minimalModule().raw(hexBytes("0005 0001 00")).chars();
     const auto before = parser.parse(good, nullptr, 0, 0);
-    // 16 + 166 + 48 + 6 bytes stand in front of the malformed group.
+    // 16 + 166 + 48 + 6 bytes are before the malformed group.
     EXPECT_EQ(failureOf([&] { parser.parse(bad, nullptr, 0, 0); }),
               "Parser::parse(): Error in group 5 (@ 236): Invalid group length");
     ASSERT_NE(parser.dev, nullptr);
@@ -245,7 +245,7 @@ TEST_F(CustomBlock, MayBeEmptyWhereTheDefaultIs)
 
 TEST(EmptyBlock, InitialisesTheCompanionWithNothing)
 {
-    // The parameter's value then lies outside every block: it is absent.
+    // The parameter's value is then outside every block: it is absent.
     Groups groups = exampleGroups();
     for (auto& [id, payload] : groups) {
         if (id == 0x0010) {

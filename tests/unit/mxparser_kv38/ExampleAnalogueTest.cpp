@@ -57,7 +57,7 @@ TEST(ExampleAnalogue, inputsHaveConvertedLimits)
 }
 
 // Conversion 3: factor -0.01, offset 20, unit mA; so minimum and maximum change places. The
-// parameters stand in the order of the channels 3 to 0.
+// parameters are in the order of the channels 3 to 0.
 TEST(ExampleAnalogue, outputsHaveANegativeFactor)
 {
     const ConfiguredModule module = exampleModule("MX0404.bin");
@@ -71,7 +71,7 @@ TEST(ExampleAnalogue, outputsHaveANegativeFactor)
                             "0 Substitute current = 17.000000 mA | 0.000000..20.000000 | 6+2.0,0",
                             "255 Ramp = -70000 \xB5"
                             "A/s | -100000..100000 | 8+4.0,0"));
-    // "OutData,s=WW" stands twice; the extension has a version, no GTIN and an empty date.
+    // "OutData,s=WW" occurs twice; the extension has a version, no GTIN and an empty date.
     EXPECT_EQ(propertiesOf(*module.device),
               withSizes(exampleProperties("5a040404", "04", "K38-404", "4 AO 0-20 mA", "kv38-0404"),
                         {{"calibrationDate", ""}}, "0", "8", "12", "1"));
@@ -88,7 +88,7 @@ TEST(ExampleAnalogue, outputsHaveTheirSetsInTheOrderOfTheChannels)
                             "34 channels: 23 24 25 26", "35 default: 27 33 34"));
 }
 
-// The option list 2 stands twice; channel 1 has no name; wires are signed bytes.
+// The option list 2 occurs twice; channel 1 has no name; wires are signed bytes.
 TEST(ExampleAnalogue, temperatureInputsHaveARepeatedOptionList)
 {
     const ConfiguredModule module = exampleModule("MX0502.bin");

@@ -37,7 +37,7 @@ Bytes parameterRecords()
     return join({plain.bytes(), chosen.bytes(), converted.bytes()});
 }
 
-// Bit, bit field of 12 bits, dropped word, double word, long with two words behind its record.
+// Bit, bit field of 12 bits, dropped word, double word, long with two words after its record.
 Bytes channelRecords()
 {
     return join({ChannelRecord{1, 0x85, 1, 0, 0}.bytes(), ChannelRecord{2, 0x85, 12, 1, 0}.bytes(),

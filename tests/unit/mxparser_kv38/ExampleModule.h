@@ -12,5 +12,5 @@ using Groups = std::vector<std::pair<std::uint16_t, testkit::Bytes>>;
 /// three parameters (plain, option list, converted), five channels (the third is dropped).
 Groups exampleGroups();
 
-/// The groups one behind the other.
+/// The groups concatenated.
 testkit::MxBuffer bufferOf(const Groups& groups);

@@ -20,7 +20,7 @@ inline std::vector<std::string> channelLines(const ConfiguredModule& module)
     return lines;
 }
 
-/// A parameter as "CHANNEL NAME = VALUE UNIT | MIN..MAX | BYTE+SIZE.BIT,BITS", options behind it as
+/// A parameter as "CHANNEL NAME = VALUE UNIT | MIN..MAX | BYTE+SIZE.BIT,BITS", options after it as
 /// "; TEXT=VALUE(RAW)".
 inline std::vector<std::string> parameterLines(const ConfiguredModule& module)
 {
@@ -72,7 +72,7 @@ inline NamesAndValues exampleProperties(const std::string& moduleId, const std::
             {"brandHwRevision", "05"},     {"mxVersion", component + " 01.02.03"}};
 }
 
-/// The properties in front, then those of the extension and the sizes.
+/// The first properties, then those of the extension and the sizes.
 inline NamesAndValues withSizes(NamesAndValues properties, const NamesAndValues& extension,
                                 const std::string& in, const std::string& out,
                                 const std::string& parameters, const std::string& diagnosis)

@@ -15,8 +15,8 @@
 #include <string>
 #include <vector>
 
-/// With EVERY_EXAMPLE in the environment every example module and every allocation has its turn;
-/// without it there are fewer, for everyday.
+/// With EVERY_EXAMPLE in the environment every example module and every allocation is tried;
+/// without it fewer, for everyday use.
 inline bool isLongForm()
 {
     return std::getenv("EVERY_EXAMPLE") != nullptr;
@@ -93,7 +93,7 @@ inline std::string describe(
     return text;
 }
 
-/// What an operation does when an allocation fails.
+/// The result of an operation whose allocation fails.
 enum class Outcome
 {
     Throws,

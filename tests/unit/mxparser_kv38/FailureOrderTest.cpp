@@ -7,7 +7,7 @@
 
 #include <vector>
 
-// Which failure shows where several are present, and what the device holds then.
+// Which of several failures is reported, and the content of the device then.
 
 namespace {
 
@@ -178,7 +178,7 @@ TEST_F(FailureOrder, BadBlockHidesAMissingIdentity)
     replace(0x0010, hexBytes("01 00"));
     EXPECT_EQ(failure(), "Unsupported dataset version in group 0x0010");
     EXPECT_EQ(attributes(), 0U);
-    // The block's failure comes before its bytes are made known.
+    // The block's failure comes before its bytes are published.
     EXPECT_EQ(parser.paramBuffer, nullptr);
 }
 
@@ -198,7 +198,7 @@ TEST_F(FailureOrder, IdentityComesBeforeTheCatalogueAndThatBeforeTheComponent)
 TEST_F(FailureOrder, EachCatalogueEntryIsNeededAtItsTurn)
 {
     // Entries in the order in which they become properties, each with the number of properties
-    // that stand before it.
+    // before it.
     const std::vector<std::pair<std::string, std::size_t>> entries{
         {"BrandVersion", 2},   {"BrandId", 3},        {"BrandSerialNumber", 4},
         {"ProductVersion", 5}, {"BrandOrderCode", 6}, {"BrandHwRevision", 8}};

@@ -8,8 +8,9 @@
 #include <filesystem>
 #include <vector>
 
-// Each read that the format lets run past its group, with the mx buffer against a page that nobody
-// may read: as the format rules inside the buffer, a failure at its end, and not one byte further.
+// Each read that the format lets run past its group, with the mx buffer next to a page that cannot
+// be read: as the format requires inside the buffer, a failure at its end, and not one byte
+// further.
 
 namespace {
 
@@ -133,7 +134,7 @@ TEST_F(Guarded, WordsOfTheLastChannelRecordAreNotRead)
 
 TEST_F(Guarded, LastChannelNameEntryIsReadUpToTheBuffersEnd)
 {
-    // Of the entry the channel number stands in the group; the checksum is its text identifier.
+    // The channel number of the entry is in the group; the checksum is its text identifier.
     MxBuffer texts = minimalModule();
     texts.group(0x20D3, testkit::textTablePayload({{0x1234, "Input"}}))
         .group(0x20D0, ChannelRecord{7, 0x81}.bytes());
@@ -149,7 +150,7 @@ TEST_F(Guarded, LastChannelNameEntryIsReadUpToTheBuffersEnd)
 TEST_F(Guarded, IdentityDatasetMayEndWithTheBuffer)
 {
     // Record fb 05 00 and five bytes, of which the group holds three; the loop condition asks for
-    // five bytes behind the record's start.
+    // five bytes after the record's start.
     index(hexBytes("0001 000c fb 05 00 03 01 02 0304"));
     std::uint32_t moduleId = 0;
     std::uint8_t moduleType = 0;

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-/// A parser whose mx buffer stands against a page that nobody may read.
+/// A parser whose mx buffer is next to a page that cannot be read.
 class Guarded : public testing::Test
 {
 protected:

@@ -1,7 +1,7 @@
 #include "GuardedParser.h"
 
-// Texts and data sizes with the mx buffer against a page that nobody may read: as the format rules
-// inside the buffer, a failure at its end, and not one byte further.
+// Texts and data sizes with the mx buffer next to a page that cannot be read: as the format
+// requires inside the buffer, a failure at its end, and not one byte further.
 
 namespace {
 
@@ -93,7 +93,7 @@ TEST_F(Guarded, CountOfDataSizesThatWrapsReadsOnInsideTheBuffer)
     std::uint32_t parameters = 0;
     std::uint32_t diagnosis = 0;
     // The checksum is the line's missing line feed and an empty line's carriage return; the lines
-    // go on behind the content, until the last one's line end crosses the buffer's end.
+    // continue after the content, until the last one's line end crosses the buffer's end.
     index(join({hexBytes("0000 0008 0017 0000"), hexBytes("0011 000f"),
                 testkit::textBytes("InData W\r"), hexBytes("0a0d"),
                 testkit::textBytes("\nOutData D\r")}));

@@ -13,7 +13,7 @@
 #include <locale>
 #include <string>
 
-// The whole program under a condition that a host may have made, named by HOST_CONDITION:
+// Runs the whole program under a condition that a host may create, named by HOST_CONDITION:
 // "locale", "two-parsers" or "level-" and a level. Without it nothing is changed.
 
 namespace {
@@ -43,7 +43,7 @@ void useLocaleOfTheHost()
     }
 }
 
-// A parser beside those of the tests, which translates and configures a module of its own.
+// A parser in addition to those of the tests, which translates and configures a module of its own.
 class OtherParser
 {
 public:
@@ -67,7 +67,7 @@ private:
     devices::parser::mx::Parser_kv38 parser;
 };
 
-// Lets the other parser work, unheard: tests look at the lines of theirs.
+// Runs the other parser without log lines: tests examine those of their own.
 void letOtherParserWork()
 {
     Poco::Logger& logger = Poco::Logger::get("mxparser-kv38");

@@ -16,8 +16,8 @@ namespace {
 using testing::Contains;
 using testkit::Bytes;
 
-// Groups every digit and writes a comma for the decimal point: any number that went through it is
-// seen.
+// Groups every digit and writes a comma for the decimal point: every number formatted with it is
+// detected.
 struct TellTaleNumbers : std::numpunct<char>
 {
     char do_decimal_point() const override { return ','; }
@@ -46,7 +46,7 @@ private:
     std::locale previousOut;
 };
 
-// Everything that a translation says and builds, as texts.
+// The log lines and the result of a translation, as texts.
 std::vector<std::string> everyTextOf(const std::vector<char>& data)
 {
     std::vector<std::string> texts;

@@ -121,7 +121,7 @@ TEST_F(LogLines, ArgumentsAlwaysSuitTheirFormat)
 
 TEST_F(LogLines, TextsOfTheFileAreNoFormatAndStandInOneLineByteForByte)
 {
-    // A bare line feed ends a text that is passed over, so this name is the last.
+    // A bare line feed ends a text that is skipped, so this name is the last.
     const std::string name = "%s %n{}\033[2J\nerror: %d";
     Groups groups = exampleGroups();
     for (auto& [id, payload] : groups) {
@@ -153,7 +153,7 @@ TEST_F(LogLines, CustomBlockOfAnotherSizeFailsBeforeTheContent)
     EXPECT_EQ(log.lines().back().text, ">> setupDefaultParams().");
 }
 
-// An operation says its own name first, whatever it does then.
+// An operation logs its own name first, whatever it does then.
 TEST_F(LogLines, EveryOperationSaysItsNameFirst)
 {
     const std::vector<char> data = bufferOf(exampleGroups()).chars();

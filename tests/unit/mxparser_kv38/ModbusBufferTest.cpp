@@ -13,7 +13,7 @@ using testkit::Bytes;
 using testkit::failureOf;
 using testkit::ParserAccess;
 
-// A device put together by hand: what the Modbus buffer needs of parameters and channels.
+// A device built by hand with the parameters and channels that the Modbus buffer needs.
 struct HandMadeDevice
 {
     ParserAccess::ParameterP& add(const std::string& name, std::uint8_t channel,

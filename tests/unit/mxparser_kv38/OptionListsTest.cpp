@@ -1,4 +1,4 @@
-// What getOptionListById takes from group 0x20c1.
+// The results of getOptionListById for group 0x20c1.
 
 #include "Failure.h"
 #include "MxBuffer.h"
@@ -99,7 +99,7 @@ TEST_F(OptionLists, aListThatEndsOneByteBeyondFailsWhateverIsAskedFor)
     payload.pop_back();
     start(payload);
     EXPECT_EQ(failureOf([&] { get(3); }), "Bad alignment in group 20c1");
-    EXPECT_THAT(texts(), ElementsAre("one=10")); // what stood in front was added
+    EXPECT_THAT(texts(), ElementsAre("one=10")); // the options before it were added
     EXPECT_EQ(failureOf([&] { get(77); }), "Bad alignment in group 20c1");
 }
 

@@ -72,7 +72,7 @@ TEST(ParserLayout, MembersAreInThisOrder)
                                            &p.mxVersion,
                                            &p.aggregatedChannelCandidates};
     const auto* start = reinterpret_cast<const char*>(&p);
-    // The logger stands right behind the two bases, the device behind it.
+    // The logger is directly after the two bases, the device after it.
     EXPECT_EQ(static_cast<const char*>(members.front()) - start,
               static_cast<std::ptrdiff_t>(sizeof(IDeviceParser) + sizeof(Parser) + sizeof(void*)));
     for (std::size_t i = 1; i < members.size(); ++i) {

@@ -9,8 +9,8 @@
 
 #include <iterator>
 
-// Every allocation of a populate fails once: the database is as it was, or as it is to be, and the
-// next populate works.
+// Every allocation of a populate fails once: the database is unchanged or complete, and the next
+// populate works.
 
 namespace {
 
@@ -50,7 +50,7 @@ std::size_t openFiles()
     return static_cast<std::size_t>(std::distance(files, std::filesystem::directory_iterator()));
 }
 
-// How far the database is when the allocations begin to fail.
+// The state of the database when the allocations begin to fail.
 enum class Database
 {
     Used,   // its statements are prepared
@@ -94,7 +94,7 @@ protected:
         const AllocationFault fault(number);
         try {
             if (GetParam() == Database::Closed) {
-                // Poco's driver loses a file that it has opened when memory runs out after that.
+                // Poco's driver leaks an opened file if memory runs out afterwards.
                 const testkit::LostMemoryExpected lost;
                 open();
             }
@@ -141,7 +141,7 @@ TEST_P(PopulateAllocationFailure, LeavesTheDatabaseAsItWasOrAsItIsToBe)
         SCOPED_TRACE("allocation " + std::to_string(number));
         populateWithFault(number);
         if (inserted == 1) {
-            EXPECT_EQ(labels(), after); // SQLite did without, or there was nothing to fail
+            EXPECT_EQ(labels(), after); // SQLite did not need it, or there was nothing to fail
             EXPECT_THAT(lines, testing::IsEmpty());
             EXPECT_TRUE(usedDatabase().remove("01020304"));
             ++done;

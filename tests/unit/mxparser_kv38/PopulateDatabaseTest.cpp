@@ -26,7 +26,7 @@ using testkit::minimalModule;
 
 constexpr const char* closeFailed = ">> populateDatabase(). Failed to call closedir().";
 
-// A walk that a file ends keeps its directory handle open.
+// A walk ended by a file leaves its directory handle open.
 using LostHandleExpected = testkit::LostMemoryExpected;
 
 void asAnotherProgram(const std::string& file, const char* statement)
@@ -101,7 +101,7 @@ TEST_F(PopulateDatabase, TrailingSlashGivesTheSamePaths)
     directory.write("MX1.bin", module(1));
     EXPECT_EQ(parser.populateDatabase(directory.path()), 1U);
     EXPECT_EQ(parser.populateDatabase(directory.path() + "/"), 1U);
-    // The path shows where a file cannot be loaded.
+    // The path is shown if a file cannot be loaded.
     std::filesystem::remove(directory.path("MX1.bin"));
     std::filesystem::create_directory(directory.path("MX1.bin"));
     const LostHandleExpected lost;
@@ -189,7 +189,7 @@ TEST_F(PopulateDatabase, DanglingLinkEndsTheWalk)
               "Cannot open file: " + directory.path("MX1.bin"));
 }
 
-// The type of an entry is not looked at: this one is loaded, and holds no group.
+// The type of an entry is not checked: this one is loaded, and holds no group.
 TEST_F(PopulateDatabase, LinkToTheEmptyDeviceIsOneMoreFileThatFails)
 {
     std::filesystem::create_symlink("/dev/null", directory.path("MX0.bin"));

@@ -62,7 +62,7 @@ TEST(RawConfiguration, findsParametersByIdAlone)
 {
     ConfiguredModule module = exampleModule("MX0502.bin");
     module.set("Wires", "-2");
-    // The name says something else; only the id counts.
+    // The name differs; only the id counts.
     static_cast<datamodel::Parameter&>(*module.user.attributes[0]).name = "Sensor type";
     EXPECT_EQ(module.configuration(FieldbusType::Raw), hexBytes("00 1194 fe 06 1194 fd"));
 }

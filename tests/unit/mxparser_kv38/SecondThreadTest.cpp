@@ -1,5 +1,5 @@
-// A second thread inside the library is told so. The first one is held where a host's own code is
-// called, and goes on afterwards as if nothing had been.
+// A second thread inside the library gets an exception. The first one is held where a host's own
+// code is called, and continues normally afterwards.
 
 #include "ExampleModule.h"
 #include "LogCapture.h"
@@ -41,7 +41,7 @@ std::string refusalOnAnotherThread(const std::function<void()>& operation)
     return text;
 }
 
-// A host's parser, which calls `meanwhile` in the midst of each translation.
+// A host's parser, which calls `meanwhile` during each translation.
 class HeldParser : public Parser_kv38
 {
 public:
@@ -61,7 +61,7 @@ protected:
     SecondThread() { device = other.parse(mxData, nullptr, 0, 0); }
     ~SecondThread() override { devices::database::insertThrough({}); }
 
-    // What each operation says on another thread; after `NAME: ` nothing where it works.
+    // The message of each operation on another thread; after `NAME: ` nothing if it works.
     std::vector<std::string> refusals()
     {
         const testkit::TemporaryDirectory directory;
@@ -157,7 +157,7 @@ TEST_F(SecondThread, IsNotTheSameThreadAgain)
     std::size_t attributes = 0;
     held.meanwhile = [&] {
         attributes = Parser_kv38().parse(mxData, nullptr, 0, 0)->attributes.size();
-        // What the inner operation ends is not the outer one's.
+        // The end of the inner operation does not end the outer one.
         EXPECT_THAT(refusals(), everyOperationIsRefused);
         EXPECT_EQ(other.getChannelMappingInfoList(device.get()).size(), 4U);
     };
@@ -165,7 +165,7 @@ TEST_F(SecondThread, IsNotTheSameThreadAgain)
     EXPECT_EQ(attributes, device->attributes.size());
 }
 
-// The exit code of a child process in which `operation` returns (0) or is refused (1).
+// The exit code of a child process in which `operation` returns (0) or is rejected (1).
 int endOfChild(const std::function<void()>& operation)
 {
     const pid_t child = fork();
@@ -193,7 +193,7 @@ TEST_F(SecondThread, ThatForksDuringATranslationLeavesTheLibraryInUseInTheChild)
     };
     held.parse(mxData, nullptr, 0, 0);
     EXPECT_EQ(ofOther, 1);
-    EXPECT_EQ(ofSame, 0); // the thread that is inside goes on in the child
+    EXPECT_EQ(ofSame, 0); // the thread that is inside continues in the child
     EXPECT_EQ(endOfChild(operation), 0);
 }
 

@@ -16,14 +16,14 @@ using testkit::Bytes;
 
 constexpr const char* badTermination = "Invalid textstring termination";
 
-// A text table as a person would look a text up: record after record from the start, every time.
+// A text table read without an index: record after record from the start, every time.
 class PlainTable
 {
 public:
     // `mxData` is one group with `payloadSize` bytes, ended by its checksum.
     PlainTable(const Bytes& mxData, std::uint32_t payloadSize) : bytes(mxData), size(payloadSize) {}
 
-    // The text `id`, or the message of the failure behind "! ".
+    // The text `id`, or the message of the failure after "! ".
     std::string lookUp(std::uint16_t id) const
     {
         std::uint32_t pos = 2;
@@ -60,7 +60,7 @@ private:
         return "! Cannot find requested text string: ID = " + std::to_string(id);
     }
 
-    // The terminator may stand right behind the payload.
+    // The terminator may be directly after the payload.
     std::string textAt(std::uint32_t pos) const
     {
         std::string text;

@@ -162,7 +162,7 @@ TEST_F(Texts, BareLineFeedEndsASkippedTextWithTheByteBeforeIt)
     // The line end of the skipped text is "B" and the line feed.
     loadTable("0000 0001 41 42 0a 0002 43 0d0a");
     EXPECT_EQ(parser.getTextStringById(2), "C");
-    // A line feed that begins the text ends nothing: the scan goes on to the next line end.
+    // A line feed that begins the text does not end it: the scan continues to the next line end.
     loadTable("0000 0001 0a 0002 43 0d0a");
     EXPECT_EQ(textFailure(2), "Cannot find requested text string: ID = 2");
 }
@@ -202,11 +202,11 @@ TEST_F(Texts, LookedUpTextMayEndRightBehindThePayload)
     EXPECT_EQ(textFailure(1), badTermination);
 }
 
-// An empty table reads its one record behind the group.
+// An empty table reads its one record after the group.
 class EmptyTextTable : public Texts
 {
 protected:
-    // The table ends the content; `behind` stands behind it in the buffer.
+    // The table ends the content; `behind` is after it in the buffer.
     void loadBehind(const std::string& behind)
     {
         load(MxBuffer()

@@ -12,8 +12,8 @@
 #include <filesystem>
 #include <vector>
 
-// The host's channel of the logger fails: at one line after the other, or always. What it throws
-// comes out of the operation as any other failure does; the next one is not touched by it.
+// The host's channel of the logger fails: at one line after the other, or always. The operation
+// throws it like any other failure; the next one is not affected.
 
 namespace {
 
@@ -24,7 +24,7 @@ using testing::IsEmpty;
 using testkit::failureOf;
 using testkit::ParserAccess;
 
-// Takes every line but throws at the one of `number`, counted from 1, or at each.
+// Accepts every line but throws at line `number`, counted from 1, or at each.
 class FailingChannel : public Poco::Channel
 {
 public:
@@ -54,7 +54,7 @@ public:
     std::size_t failAt = static_cast<std::size_t>(-1);
     std::size_t taken = 0;
     bool failed = false;
-    bool throwsNumber = false; // which is no std::exception
+    bool throwsNumber = false; // which is not a std::exception
     std::vector<std::string> lines;
 };
 
@@ -93,7 +93,7 @@ protected:
         }
     }
 
-    // Without a failing line, everything is as ever.
+    // Without a failing line, everything works as usual.
     void expectNextRunIsGood()
     {
         channel->startOver(static_cast<std::size_t>(-1));

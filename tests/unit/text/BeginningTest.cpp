@@ -13,7 +13,7 @@ TEST(BeginningOf, doesNotEndWithinACharacter)
     EXPECT_EQ(beginningOf("ab\u20ACd", 4), "ab");
     EXPECT_EQ(beginningOf("ab\u20ACd", 5), "ab\u20AC");
     EXPECT_EQ(beginningOf("\U0001F600", 3), "");
-    // Continuation bytes without a lead byte are no UTF-8: they are cut anywhere.
+    // Continuation bytes without a lead byte are not UTF-8: they are cut anywhere.
     EXPECT_EQ(beginningOf(std::string(100, '\x80'), 50).size(), 46U);
 }
 

@@ -20,7 +20,7 @@ TEST(CodePage, givesEveryByteACharacterOfItsOwn)
 TEST(CodePage, isWindows1252)
 {
     EXPECT_EQ(windows1252ToUtf8("\x80 \xB0\x43 \x99"), "\xE2\x82\xAC \xC2\xB0\x43 \xE2\x84\xA2");
-    // One of the five bytes without a character stands for the control character of its number.
+    // One of the five bytes without a character is the control character of its number.
     EXPECT_EQ(windows1252ToUtf8("\x81"), "\xC2\x81");
 }
 

@@ -17,7 +17,7 @@ inline std::string toBase64(const std::uint8_t* data, std::size_t size)
     std::ostringstream text;
     Poco::Base64Encoder encoder(text);
     encoder.rdbuf()->setLineLength(0);
-    encoder.exceptions(std::ios::badbit); // where memory runs out, the text must not end early
+    encoder.exceptions(std::ios::badbit); // out of memory: the text must not end early
     encoder.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     encoder.close();
     return text.str();
@@ -29,8 +29,8 @@ inline std::string toBase64(const std::vector<std::uint8_t>& bytes)
     return toBase64(bytes.data(), bytes.size());
 }
 
-/// Returns the bytes that `text` spells in base64 with its padding; white space is left out of
-/// account. Nothing where it is no such text.
+/// Returns the bytes that `text` spells in base64 with its padding; white space is ignored. Nothing
+/// if it is not base64.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> fromBase64(const std::string& text);
 
 } // namespace text

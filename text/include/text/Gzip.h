@@ -12,30 +12,30 @@ namespace text {
 /// gives the same bytes.
 std::vector<std::uint8_t> gzipped(const std::string& content);
 
-/// Returns what the gzip file `bytes` holds; nothing when it is none, has bytes after its end or
-/// holds more than `limit` bytes.
+/// Returns the content of the gzip file `bytes`; nothing if it is not one, has bytes after its end
+/// or holds more than `limit` bytes.
 [[nodiscard]] std::optional<std::string> gunzipped(const std::vector<std::uint8_t>& bytes,
                                                    std::size_t limit);
 
-/// What bytes hold as a gzip file.
+/// Bytes read as a gzip file.
 struct [[nodiscard]] Gunzipped
 {
     enum class End
     {
-        Whole,  ///< All of the content is there.
-        Longer, ///< There is more than was asked for.
+        Whole,  ///< The content is complete.
+        Longer, ///< The content is longer than the limit.
         CutOff, ///< The bytes end early.
-        Damaged ///< Or no gzip file at all.
+        Damaged ///< Or not a gzip file at all.
     };
 
     std::string content;
     End end = End::Whole;
-    std::size_t bytesRead = 0; ///< From the start of the file on.
+    std::size_t bytesRead = 0; ///< From the start of the file.
     std::size_t bytesLeft = 0; ///< After its end.
-    std::string reason;        ///< Why it is damaged; may be empty.
+    std::string reason;        ///< Why they are damaged; may be empty.
 };
 
-/// Returns what the gzip file `bytes` holds; of more than `limit` bytes the beginning.
+/// Returns the content of the gzip file `bytes`, at most its first `limit` bytes.
 Gunzipped gunzip(const std::vector<std::uint8_t>& bytes, std::size_t limit);
 
 } // namespace text

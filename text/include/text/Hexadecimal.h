@@ -20,8 +20,8 @@ std::string hexOfBytes(const void* data, std::size_t count, const char* between)
 /// Returns `bytes` as two digits each, without blanks.
 std::string toHex(const std::vector<std::uint8_t>& bytes);
 
-/// Returns the bytes that `text` spells by two digits each; white space is left out of account.
-/// Nothing where it is no such text.
+/// Returns the bytes that `text` spells by two digits each; white space is ignored. Nothing if it
+/// is not hexadecimal text.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> fromHex(const std::string& text);
 
 /// Returns the value of a hexadecimal digit of either case; nothing for another character.

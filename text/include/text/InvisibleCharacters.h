@@ -12,11 +12,11 @@ struct InvisibleCharacter
     const char* name; ///< Such as "U+00A0 (no-break space)".
 };
 
-/// Returns the character that starts at byte `pos` of `text`, null when it is none of these.
+/// Returns the character that starts at byte `pos` of `text`, null if it is not one of these.
 const InvisibleCharacter* invisibleAt(const std::string& text, std::size_t pos);
 
-/// Returns `text` with each of these characters replaced by its number in angle brackets; a text
-/// that has one ends with what it is.
+/// Returns `text` with each of these characters replaced by its number in angle brackets; the name
+/// of the first one is added at the end.
 std::string withInvisibleNamed(const std::string& text);
 
 } // namespace text

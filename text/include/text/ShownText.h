@@ -4,12 +4,12 @@
 
 namespace text {
 
-/// Returns `toUtf8(bytes)` with every control character as \xNN, line separators and marks of
-/// direction as \uNNNN, so that no text of a file acts on a terminal or turns its line around.
+/// Returns `toUtf8(bytes)` with every control character as \xNN, line separators and direction
+/// marks as \uNNNN, so that no text of a file controls a terminal or reverses its line.
 std::string forTerminal(const std::string& bytes);
 
-/// Returns a JSON text with those of these characters that JSON leaves as they are as \uNNNN: the
-/// same values, and it can be read on a terminal.
+/// Returns a JSON text in which such characters that JSON does not escape are \uNNNN: the same
+/// values, safe to show on a terminal.
 std::string harmlessJson(const std::string& json);
 
 } // namespace text

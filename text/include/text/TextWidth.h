@@ -9,14 +9,14 @@ namespace text {
 /// characters).
 std::size_t columnsOf(const std::string& text);
 
-/// Returns `text`, cut to at most `columns` columns; what was cut off is replaced by an ellipsis.
+/// Returns `text`, cut to at most `columns` columns; an ellipsis replaces the rest.
 std::string shortened(const std::string& text, std::size_t columns);
 
 /// Returns `text`, shortened or filled up with blanks to exactly `columns` columns.
 std::string fitted(const std::string& text, std::size_t columns);
 
-/// Returns the bytes of an mx text as a label of one line: UTF-8 in which control characters and
-/// those that turn the direction of writing are made visible, at most 100 columns.
+/// Returns the bytes of an mx text as a label of one line: UTF-8 of at most 100 columns with
+/// control characters and direction marks made visible.
 std::string labelOf(const std::string& bytes);
 
 } // namespace text

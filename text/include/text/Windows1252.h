@@ -5,8 +5,8 @@
 
 namespace text {
 
-// Texts of mx files are bytes. Where people read or write them they stand for Windows-1252, whose
-// five unassigned bytes are the control characters of the same number: each byte has a character.
+// Texts of mx files are bytes. For people they are Windows-1252; its five unassigned bytes are the
+// control characters of the same number, so that each byte has a character.
 
 /// Returns `bytes`, taken as Windows-1252, in UTF-8.
 std::string windows1252ToUtf8(const std::string& bytes);
@@ -18,8 +18,8 @@ struct [[nodiscard]] Windows1252Bytes
     std::optional<std::string> rejected; ///< That character, in UTF-8.
 };
 
-/// Returns the Windows-1252 bytes of `utf8`. A character of the range U+0080 to U+009F stands for
-/// the byte of the same number, so that every byte can be written as an escape.
+/// Returns the Windows-1252 bytes of `utf8`. A character from U+0080 to U+009F is the byte of the
+/// same number, so that every byte can be written as an escape.
 Windows1252Bytes utf8ToWindows1252(const std::string& utf8);
 
 } // namespace text

@@ -23,9 +23,9 @@ enum class Comparison
 /// A field of a module that a condition may name.
 struct ModuleField
 {
-    std::string name;    ///< As a condition writes it.
+    std::string name;    ///< As written in a condition.
     bool isNumber;       ///< Compared as a whole number; else as text.
-    std::string meaning; ///< For people who look for it.
+    std::string meaning; ///< For help texts.
 };
 
 /// One condition on a module.
@@ -36,25 +36,25 @@ struct ModuleCondition
     std::string value;     ///< Decimal for a number.
 };
 
-/// Which modules are asked for; an empty query asks for all of them.
+/// The modules to select; an empty query selects all.
 struct ModuleQuery
 {
     /// Each occurs in label, order code, or the name of a channel or parameter; case is ignored.
     std::vector<std::string> words;
-    std::vector<ModuleCondition> conditions; ///< All of them hold.
+    std::vector<ModuleCondition> conditions; ///< All must hold.
 };
 
-/// What a list of modules shows of each. The texts are the bytes of the record.
+/// The data of a module in a list. The texts are the bytes of the record.
 struct ModuleSummary
 {
     std::string family;                   ///< Such as "kv38".
     std::string moduleIdText;             ///< Eight hexadecimal digits.
-    std::string brandLabelName;           ///< What is printed on the module.
+    std::string brandLabelName;           ///< Printed on the module.
     std::uint32_t inDataSize = 0;         ///< Input process data in bytes.
     std::uint32_t outDataSize = 0;        ///< Output process data in bytes.
     std::uint64_t parameterBlockSize = 0; ///< Default parameters in bytes.
     std::uint64_t mxFileSize = 0;         ///< Of the file on disk, in bytes.
-    bool hasContent = false;              ///< Whether the catalogue knows what is inside.
+    bool hasContent = false;              ///< Whether the catalogue has its content.
 };
 
 /// Returns the fields that a condition may name.

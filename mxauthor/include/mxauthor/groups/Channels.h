@@ -9,7 +9,7 @@ namespace mxauthor {
 /// A record of the group `channels`.
 struct ChannelRecord : mxformat::ChannelRecordOf<Field>
 {
-    std::vector<Field<std::uint16_t>> words; ///< As many are written, whatever `wordCount` is.
+    std::vector<Field<std::uint16_t>> words; ///< Their number is written, `wordCount` is ignored.
 
     /// Returns whether the channel's value has a sign. Kinds have the numbers of datatypes.
     bool isSigned() const;

@@ -11,7 +11,7 @@ namespace mxauthor {
 struct Header
 {
     Field<std::uint16_t> contentLength; ///< Meaningful bytes of the file, from its start.
-    Field<Bytes> rest;                  ///< Bytes that nobody reads.
+    Field<Bytes> rest;                  ///< Bytes that are not read.
 };
 
 /// A dataset record of the group `identity`.
@@ -21,7 +21,7 @@ struct Dataset
     Field<std::uint8_t> size; ///< Of `data`, in bytes, below 128.
     Field<std::uint8_t> unread;
     Field<Bytes> data;
-    Field<std::uint16_t> trailer; ///< Not read by anybody.
+    Field<std::uint16_t> trailer; ///< Not read.
 };
 
 /// Group `identity`.
@@ -36,7 +36,7 @@ struct Extension
     Field<std::uint8_t> version;
     Field<std::uint16_t> gtinId; ///< Text identifier, 0 = none.
     Field<Bytes> date;           ///< 10 bytes, ended early by 0x00 or CR.
-    Field<Bytes> rest;           ///< Bytes that nobody reads.
+    Field<Bytes> rest;           ///< Bytes that are not read.
 };
 
 /// Group `productImage`.
@@ -45,8 +45,8 @@ struct ProductImage
     Field<Bytes> bytes;
 };
 
-/// The payload of a group whose identifier is not known, or which does not have the shape that its
-/// identifier asks for.
+/// The payload of a group whose identifier is unknown, or that does not have the shape of its
+/// identifier.
 struct RawGroup
 {
     Field<Bytes> bytes;

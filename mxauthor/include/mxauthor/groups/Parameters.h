@@ -40,7 +40,7 @@ using Option = mxformat::OptionRecordOf<Field>;
 
 struct OptionList : mxformat::OptionListHeaderOf<Field>
 {
-    std::vector<Option> options; ///< As many are written, whatever `count` is.
+    std::vector<Option> options; ///< Their number is written, `count` is ignored.
 };
 
 /// Group `optionLists`.
@@ -50,8 +50,8 @@ struct OptionLists
     Field<Bytes> rest; ///< Bytes after the last list that is whole.
 };
 
-/// An entry of the group `conversions`. The numbers are kept as the bits of IEEE-754 binary32:
-/// there are some, such as the many that are no number, which no text of a float tells apart.
+/// An entry of the group `conversions`. The numbers are kept as the bits of IEEE-754 binary32: the
+/// text of a float does not distinguish all of them, such as the different NaNs.
 struct Conversion
 {
     Field<std::uint8_t> id;

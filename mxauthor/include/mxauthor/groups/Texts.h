@@ -34,7 +34,7 @@ struct TextRecord
 /// Group `texts`.
 struct TextTable
 {
-    Field<std::uint16_t> head; ///< Not read by anybody.
+    Field<std::uint16_t> head; ///< Not read.
     std::vector<TextRecord> texts;
 };
 

@@ -21,7 +21,7 @@ bool isBitField(std::uint8_t kind)
     return mxformat::channelKind(kind) == mxformat::bitFieldDatatype;
 }
 
-// What a record is when nothing else is stated about it.
+// The default of a record.
 struct Usual
 {
     std::uint8_t number = 0;
@@ -55,7 +55,7 @@ std::string wordList(const std::vector<Field<std::uint16_t>>& words)
     return flowList(texts);
 }
 
-// Numbers that stand twice in the group have to be called so.
+// Numbers that occur twice in the group must be marked as repeated.
 void addOddities(FlowMapping& line, const ChannelRecord& record, bool again)
 {
     if ((record.kind.value & flagBits) != 0) {
@@ -95,7 +95,7 @@ std::string channelLine(const ChannelRecord& record, const std::string& name, Us
     return line.text();
 }
 
-// The kind byte without its flags, and the number of bits that goes with the word for it.
+// The kind byte without its flags, and the usual number of bits of that kind.
 std::pair<std::uint8_t, std::uint8_t> readChannelKind(const Section& section)
 {
     const auto in = section.find("in");
@@ -161,7 +161,7 @@ void readUnread(const Section& section, ChannelRecord& record)
     record.unread5 = unread[1];
 }
 
-// `line` is where the channel stands first, none where the same line makes both.
+// `line` is the line of the first such channel; none if the same line makes both.
 std::string repeatedNumber(std::uint8_t number, std::optional<int> line, bool isStated)
 {
     const std::string channel = "channel " + std::to_string(number);

@@ -33,8 +33,8 @@ Conversion readConversion(const Section& section, BuildContext& context)
     return conversion;
 }
 
-// What physical values of parameters are read with. As for readers, numbers that are not finite and
-// a factor 0 convert nothing, and there is no unit then.
+// The scale for physical values of parameters. As in readers, non-finite numbers and a factor 0
+// mean no conversion and no unit.
 void takeScale(const Section& section, const Conversion& conversion, NamedEntry& entry)
 {
     const float factor = floatOf(conversion.factor.value);

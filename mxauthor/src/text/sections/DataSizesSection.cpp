@@ -15,7 +15,7 @@ const std::string separator = ",s=";
 // Codes by their keys, in the order in which they are written.
 using Codes = std::vector<std::pair<std::string, std::string>>;
 
-// What the channels and the block ask for.
+// The sizes computed from the channels and the block.
 Codes codesFor(const Channels* channels, const ParameterBlock* block)
 {
     ImageWalk in;
@@ -39,7 +39,7 @@ bool areCodes(const std::string& text)
                        [](char code) { return mxformat::sizeOfDataCode(code).has_value(); });
 }
 
-// The lines as codes, when they are one line for each key.
+// The lines as codes, if there is one line for each key.
 std::optional<Codes> codesOf(const DataSizes& group, const Codes& usual)
 {
     if (group.lines.size() != usual.size()) {

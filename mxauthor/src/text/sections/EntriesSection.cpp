@@ -8,7 +8,7 @@ namespace mxauthor {
 namespace {
 
 constexpr std::uint8_t usualKind = 's';
-constexpr std::size_t longestKey = 200; // YAML limits what may stand in front of a colon
+constexpr std::size_t longestKey = 200; // YAML limits the length of a key before its colon
 
 // Whether the entries can be written as keys with values.
 bool areKeysWithValues(const std::vector<Entry>& entries)

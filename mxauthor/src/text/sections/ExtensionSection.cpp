@@ -16,7 +16,7 @@ Bytes dateOf(const std::string& text)
     return date;
 }
 
-// The text that the date is made of, as far as the first byte 0.
+// The text of the date, up to the first byte 0.
 std::string textOf(const Bytes& date)
 {
     return {date.begin(), std::find(date.begin(), date.end(), 0)};

@@ -17,7 +17,7 @@ bool valuesAreUnique(const OptionList& list)
     });
 }
 
-// {VALUE: TEXT, ...}, or [{VALUE: TEXT}, ...] where a value stands twice.
+// {VALUE: TEXT, ...}, or [{VALUE: TEXT}, ...] where a value occurs twice.
 std::string optionsText(const OptionList& list, const DumpContext& context)
 {
     FlowMapping all;

@@ -66,7 +66,7 @@ void readHeader(const Section& section, ParameterBlock& group)
     }
 }
 
-// All bytes of the block but for the defaults.
+// All bytes of the block except the defaults.
 Bytes blankBlock(const std::optional<Section>& section, const BuildContext& context)
 {
     const std::size_t size = blockSizeFor(

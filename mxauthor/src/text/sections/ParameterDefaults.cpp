@@ -49,7 +49,7 @@ void takeDefault(BuiltParameter& parameter, const std::string& text, const Whole
     parameter.value = number.bits();
 }
 
-// The text of the option with this value, when the same text leads back to it.
+// The text of the option with this value, if that text selects this value.
 std::optional<std::string> optionText(std::uint8_t list, std::uint64_t value,
                                       const DumpContext& context)
 {

@@ -6,7 +6,7 @@
 
 namespace mxauthor {
 
-/// What is written as the default of one parameter.
+/// The default of one parameter as it is written.
 struct StatedDefault
 {
     std::optional<std::string> text; ///< YAML; empty where the block has no place for it.
@@ -20,14 +20,14 @@ struct DefaultsOfBlock
     std::vector<StatedDefault> stated; ///< By parameter.
 };
 
-/// Parameters that lie in the block and share no bits with one before them have a default.
+/// Parameters within the block that share no bits with an earlier one have a default.
 DefaultsOfBlock defaultsOf(const DumpContext& context);
 
 /// Reads the default: a raw value, a physical one, or the text of an option. An error when the
 /// datatype cannot hold it; nothing for a parameter without a place in the block.
 void readDefault(BuiltParameter& parameter, const ParameterUnit& unit, const BuildContext& context);
 
-/// Returns the size in bytes of the block in which all these parameters lie.
+/// Returns the size in bytes of the block that holds all these parameters.
 template <typename Records, typename Get>
 std::size_t blockSizeFor(const Records& records, Get recordOf)
 {

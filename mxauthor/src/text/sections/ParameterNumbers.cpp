@@ -30,7 +30,7 @@ std::string shownValue(const WholeNumber& raw, const ParameterUnit& unit)
     return unit.scale.text(raw) + " " + unit.unit;
 }
 
-// The number in front of the unit. A unit that begins with a digit needs a blank in front of it.
+// The number before the unit. A unit that begins with a digit needs a blank before it.
 std::optional<Decimal> physicalNumber(const std::string& text, const std::string& unit)
 {
     if (unit.empty() || text.size() <= unit.size() ||
@@ -68,7 +68,7 @@ std::optional<ParameterNumber> readPhysical(const YAML::Node& node, const Decima
     return ParameterNumber{*raw, true};
 }
 
-// What a number without unit may have been meant to be: a physical value has its unit.
+// Hint for a number without unit: a physical value needs its unit.
 std::string physicalHint(const std::string& text, const ParameterUnit& unit, const Limits& limits)
 {
     const auto value = Decimal::ofText(text);

@@ -23,10 +23,9 @@ struct ParameterNumber
     bool isPhysical = false;
 };
 
-/// Reads a value that is no option: the raw value, or the physical value with its unit where there
-/// is one, which has to be that of a raw value that `field` holds, where it exists. Nothing for
-/// another text, with an error where the unit is certain; `options` are offered by the error as
-/// well.
+/// Reads a value that is not an option: a raw value, or a physical value with its unit, if there is
+/// one. A physical value must be that of a raw value that fits into `field`, if it exists. Nothing
+/// for another text, with an error if the unit is certain; the error also lists `options`.
 [[nodiscard]] std::optional<ParameterNumber>
 readParameterNumber(const YAML::Node& node, const ParameterUnit& unit,
                     const mxformat::BlockField& field, const std::vector<std::string>& options,

@@ -18,7 +18,7 @@ std::uint8_t usualFlags(std::uint8_t conversion)
     return conversion == 0 ? flags : std::uint8_t{flags | mxformat::convertedFlag};
 }
 
-// What is written at a parameter but for its place: the rest of its line.
+// The line of a parameter except its place.
 void addContent(FlowMapping& line, const ParameterRecord& record, const StatedDefault& initial,
                 const DumpContext& context)
 {
@@ -109,7 +109,7 @@ void addBitError(const Section& section, const ParameterRecord& record)
     }
 }
 
-// A default asks for a place in the block; other errors of the type are told where it is read.
+// A default needs a place in the block; other errors of the type are reported where it is read.
 void checkHasField(const Section& section, const ParameterRecord& record)
 {
     const auto type = section.find("type");

@@ -112,7 +112,7 @@ bool isLiteral(const std::string& text)
            std::all_of(text.begin(), text.end(), isPrintable);
 }
 
-// The drawing as text, when compressing it again gives these bytes.
+// The drawing as text, if compressing it again gives these bytes.
 std::optional<std::string> drawingOf(const Bytes& image)
 {
     const auto text = text::gunzipped(image, largestDrawing);

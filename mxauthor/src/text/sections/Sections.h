@@ -8,7 +8,7 @@ namespace mxauthor {
 // The sections of the text form, in the file of their subject.
 //
 // A dump returns the whole section as YAML, empty where nothing has to be stated. It is called for
-// any content of the right type; what it cannot express is found by building the text again.
+// any content of the right type; building the text again shows what it cannot express.
 //
 // A build makes the group of its section from the section's value.
 
@@ -39,7 +39,7 @@ void buildConversions(const YAML::Node& node, BuildContext& context);
 void buildImage(const YAML::Node& node, BuildContext& context);
 void buildRawGroups(const YAML::Node& node, BuildContext& context);
 
-// What these state can be computed, so that their section may be missing.
+// Their content can be computed, so that their section may be missing.
 
 void startTexts(const std::optional<YAML::Node>& node, BuildContext& context);
 void buildTextTable(const std::optional<YAML::Node>& node, BuildContext& context);

@@ -8,7 +8,7 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::uint16_t usualHead = 2; // two bytes that nobody reads
+constexpr std::uint16_t usualHead = 2; // two bytes that are not read
 
 bool idsAreUnique(const std::vector<TextRecord>& texts)
 {
@@ -28,7 +28,7 @@ std::string fixedLine(const TextRecord& record, bool unique)
     return "    - " + FlowMapping().add("id", id).add("text", shown).text() + "\n";
 }
 
-// {ID: TEXT}, or a list where an identifier stands twice.
+// {ID: TEXT}, or a list where an identifier occurs twice.
 std::string fixedLines(const std::vector<TextRecord>& texts)
 {
     if (texts.empty()) {
@@ -42,7 +42,7 @@ std::string fixedLines(const std::vector<TextRecord>& texts)
     return lines;
 }
 
-// Where identifiers begin and how they go on, as the texts from number `from` on have them.
+// First identifier and step of the texts from number `from` on.
 FlowMapping numbering(const TextTable& table, std::size_t from)
 {
     FlowMapping line;

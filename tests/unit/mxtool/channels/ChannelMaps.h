@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-// Channel maps put together by hand: each channel as the device parser would give it.
+// Channel maps built by hand: each channel as the device parser would return it.
 
 inline mxtool::ChannelMap emptyMap(std::uint64_t inputSize, std::uint64_t outputSize = 0)
 {

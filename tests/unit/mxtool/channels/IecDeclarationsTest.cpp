@@ -104,7 +104,7 @@ TEST(IecDeclarations, aBitFieldThatNoTypeHoldsBecomesAComment)
                 HasSubstr("A_Bit31 AT %IX6.2 : BOOL;"));
 }
 
-// Compilers refuse VAR_GLOBAL without a declaration.
+// Compilers reject VAR_GLOBAL without a declaration.
 TEST(IecDeclarations, withoutADeclarationAreComments)
 {
     const std::string head = "(* Module (kv38.01020304). Addresses count bytes. *)\n";

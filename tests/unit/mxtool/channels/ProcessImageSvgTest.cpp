@@ -24,7 +24,7 @@ std::string svgOf(const ChannelMap& map)
     return mxtool::processImageSvg(makeProcessImage(map));
 }
 
-// A text of the picture with the box that it takes, in tenths of a pixel.
+// A text of the picture with its bounding box, in tenths of a pixel.
 struct Text
 {
     std::string text;
@@ -59,7 +59,7 @@ struct Picture
 {
     explicit Picture(const std::string& svg)
     {
-        Poco::XML::DOMParser parser; // throws on what is no XML
+        Poco::XML::DOMParser parser; // throws if it is not XML
         const Poco::XML::AutoPtr<Poco::XML::Document> document = parser.parseString(svg);
         const auto* root = document->documentElement();
         width = 10 * number(*root, "width");

@@ -15,7 +15,7 @@ using testing::HasSubstr;
 class AcceptedValue : public testing::Test
 {
 protected:
-    // What is set, or the reason why nothing is.
+    // The value that is set, or the reason why none is.
     static std::string outcome(const DeviceReport::Parameter& parameter, const std::string& value,
                                ValueCheck check = ValueCheck::Full)
     {

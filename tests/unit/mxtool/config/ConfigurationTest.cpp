@@ -120,7 +120,7 @@ TEST(ConfigurationJson, givesTheValuesAsACallTakesThem)
     EXPECT_EQ(json["parameters"][0]["changed"], true);
 }
 
-// What is decoded and composed again is the same, whatever the image holds.
+// Decoding and composing again gives the same image, whatever it holds.
 class EveryExampleImage : public testing::TestWithParam<const char*>
 {
 protected:
@@ -160,7 +160,7 @@ protected:
         return compose(module, module.device(), assignments, mxtool::ValueCheck::Full).image;
     }
 
-    // The image that the values of a file make of the defaults.
+    // The default image with the values of a file.
     std::vector<char> composedOf(const std::string& content, const std::string& file)
     {
         const auto device = module.report();

@@ -19,8 +19,8 @@ class ModbusRegisters : public testing::Test
 protected:
     ModbusRegisters()
     {
-        // Without the one outside the image, the module's are Filter, A=B, X/Y, Low bits, Whole
-        // byte, Gain; then comes Level of AI 1 and AI 2.
+        // Without the parameter outside the image, those of the module are Filter, A=B, X/Y, Low
+        // bits, Whole byte, Gain; then comes Level of AI 1 and AI 2.
         device.parameters.erase(device.parameters.begin() + 7);
     }
 

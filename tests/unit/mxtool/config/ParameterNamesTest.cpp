@@ -125,7 +125,7 @@ TEST_F(ParameterNames, noHintIsAmbiguousAgain)
 {
     EXPECT_EQ(refusalOf("Levl"),
               "No parameter is called \"Levl\", did you mean \"AI 1/Level\" or \"AI 2/Level\"?");
-    // A parameter of the module that is called as one of a channel is in a call.
+    // A parameter of the module whose name is how a call names one of a channel.
     device.parameters[4].name = "AI 1/Level";
     EXPECT_EQ(refusalOf("Level"), "2 parameters are called \"Level\", expected one of \"#" +
                                       device.parameters[1].id + "\", \"AI 2/Level\"");
@@ -176,7 +176,7 @@ TEST_F(ParameterNames, whatCanBeReadInTwoWaysIsRefusedWithBoth)
     EXPECT_EQ(nameInCalls(device.parameters[3], device), "#" + number);
 }
 
-// The bits of "A" cannot hold the number of its option: that reading does not count.
+// The bits of "A" cannot hold the number of its option: that meaning is not considered.
 TEST_F(ParameterNames, aValueThatDoesNotFitIsNoReading)
 {
     device.parameters[0].name = "A";

@@ -5,8 +5,8 @@
 #include "TemporaryDirectory.h"
 #include "TranslatedModule.h"
 
-/// A module whose parameters have every peculiarity that a call can stumble over. Its block is
-/// 00 0a 0b 05 07 64 00 00.
+/// A module whose parameters have every peculiarity that a call must handle. Its block is 00 0a 0b
+/// 05 07 64 00 00.
 class TestModule
 {
 public:
@@ -41,7 +41,7 @@ public:
         module.group(0x0010, testkit::join({testkit::hexBytes("00 00"),
                                             testkit::hexBytes("00 0a 0b 05 07 64 00 00")}));
         // Option "5" has the number 2, the number 5 is "slow"; two options are called "same"; "9"
-        // is a text alone.
+        // is only a text.
         module.group(0x20C1, testkit::optionList(
                                  1, {{0, 110}, {5, 111}, {2, 112}, {3, 113}, {4, 113}, {7, 114}}));
         // Conversion 1: factor 0.5, offset 0, unit "V".

@@ -113,7 +113,7 @@ TEST(ValuesFile, aDecimalCommaIsTold)
 
 TEST(ValuesFile, jsonIsReadStrictly)
 {
-    // As YAML these would pass.
+    // As YAML these would be accepted.
     for (const char* content : {"{\"a\": 1,}", "{\"a\": \"x", "{a: 1}", "a: 1", "{\"a\": 'x'}"}) {
         try {
             readValues(content, "v.json");
@@ -170,7 +170,7 @@ TEST(ValuesFile, deepNestingIsRefused)
     EXPECT_THAT(failureOf("a: &x {b: *x}\n"), HasSubstr("v.yaml:1:"));
 }
 
-// What follows the first document would be left out without a word.
+// Documents after the first would be ignored silently.
 TEST(ValuesFile, isOneDocument)
 {
     const std::string reason =

@@ -54,7 +54,7 @@ TEST_F(Wanted, whatAFileSaysTwiceStaysForTheRefusal)
     EXPECT_EQ(lines().size(), 2U);
 }
 
-// Another version of a module may count its parameters in another way.
+// Another version of a module may number its parameters differently.
 TEST_F(Wanted, theNameOfARowIsThatOfItsIdentifier)
 {
     const std::string filter = device.parameters[0].id; // called "Filter"

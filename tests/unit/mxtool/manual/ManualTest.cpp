@@ -15,7 +15,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-// A program with one of everything that a command line can hold.
+// A program with one of each element of a command line.
 class Manual : public testing::Test
 {
 protected:
