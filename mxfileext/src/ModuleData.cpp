@@ -55,7 +55,7 @@ void ModuleData::addGroup(std::uint16_t group, const std::uint8_t* payload, std:
     }
 }
 
-// A damaged table gives the texts in front of the damage.
+// A damaged table gives the texts before the damage.
 std::string ModuleData::text(std::uint16_t id) const
 {
     const std::uint8_t* const table = textTable.data();

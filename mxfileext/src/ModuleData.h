@@ -57,7 +57,7 @@ inline devices::parser::mx::OneThreadAtATime keptTables;
 /// Returns what is kept for the module index `module`.
 ModuleData& moduleData(std::uint8_t module);
 
-/// Returns the size in bytes of module 0's parameter block, as told to `initializeModule`.
+/// Returns the size in bytes of module 0's parameter block, as given to `initializeModule`.
 std::uint16_t blockSize();
 
 } // namespace mxfileext

@@ -55,7 +55,7 @@ std::string limitsText(const Target& target, const Conversion& conversion)
     return low + " to " + high;
 }
 
-// Fails because `text` is none of what is `expected`.
+// Fails because `text` is not what is `expected`.
 [[noreturn]] void refuse(const Target& target, const Conversion& conversion,
                          const std::string& text, const std::string& expected)
 {
@@ -140,7 +140,7 @@ void setParameter(unsigned char module, unsigned char* raw, unsigned char* recor
         fail(target, value, misplaced);
     }
     const Conversion conversion = moduleData(module).conversion(parameter.record.conversion);
-    // A physical text may stand for several raw values: the one that shows it now is kept.
+    // Several raw values may have one physical text: the one that has it now is kept.
     if (value == shownText(target, conversion, parameter.field.read(raw))) {
         return;
     }

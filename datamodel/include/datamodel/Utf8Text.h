@@ -33,7 +33,7 @@ inline std::size_t utf8CharacterLength(const std::string& bytes, std::size_t pos
             return 0;
         }
     }
-    // The second byte tells overlong forms, surrogates and what lies above U+10FFFF.
+    // The second byte shows overlong forms, surrogates and what lies above U+10FFFF.
     const unsigned second = byte(1);
     const bool isCharacter = lead == 0xE0   ? second >= 0xA0
                              : lead == 0xED ? second < 0xA0

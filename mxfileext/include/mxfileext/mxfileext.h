@@ -37,12 +37,12 @@ MXFILEEXT_API void clearParsedData(unsigned char module);
 MXFILEEXT_API void parseGroup(unsigned char module, unsigned short group, const unsigned char* data,
                               unsigned short size);
 
-/// Tells the size in bytes of module 0's parameter block. `block` may be null with size 0; it is
+/// Sets the size in bytes of module 0's parameter block. `block` may be null with size 0; it is
 /// not kept.
 MXFILEEXT_API void initializeModule(char* block, unsigned short size);
 
 /// Decodes value and range of the parameter whose 29-byte `record` is given from `block`, which has
-/// the size told to `initializeModule`. Never fails: where `block` is null or the value lies
+/// the size given to `initializeModule`. Never fails: where `block` is null or the value lies
 /// outside, the value is marked absent.
 MXFILEEXT_API void getParameterValue(const unsigned char* record, const unsigned char* block,
                                      ParameterValue_t* out);
@@ -61,16 +61,17 @@ MXFILEEXT_API void getConvertedParameter(unsigned char module, unsigned char* bl
                                          unsigned char* record, float* value, float* min,
                                          float* max, std::string& unit);
 
-/// Zero-fills the 8 bytes at `out`, then writes the value's bytes as they stand in `raw`; for a
+/// Zero-fills the 8 bytes at `out`, then writes the value's bytes as they are in `raw`; for a
 /// `bitLength` or `bitOffset` above 0 the bit field, shifted down to bit 0, in `out[0]` (length 0:
 /// from the offset up to bit 7). Throws `std::runtime_error` when the value lies outside `raw`, the
-/// bit field outside its byte, or `dataSize` is above 8. It is told no parameter, and names none.
+/// bit field outside its byte, or `dataSize` is above 8. It knows no parameter, so its messages
+/// name none.
 MXFILEEXT_API void getLeftAlignedRawParameter(const std::vector<char>& raw, unsigned char* out,
                                               unsigned char byteOffset, unsigned char dataSize,
                                               unsigned char bitOffset, unsigned char bitLength);
 
-/// Writes `value` into the raw image `raw`, which has the size told to `initializeModule`. Only the
-/// bits of the parameter change. Range and option list are not looked at.
+/// Writes `value` into the raw image `raw`, which has the size given to `initializeModule`. Only
+/// the bits of the parameter change. Range and option list are not checked.
 ///
 /// A parameter without conversion takes a decimal integer, one that is converted the physical value
 /// as a decimal number, "9.5" or "95e-1". The raw value written is the one whose exact raw * factor
@@ -78,7 +79,7 @@ MXFILEEXT_API void getLeftAlignedRawParameter(const std::vector<char>& raw, unsi
 /// between two, the one away from zero. This holds for every raw value of 64 bits.
 ///
 /// The text that `parameterValueToString` gives, or the "%f" of what `getConvertedParameter` gives,
-/// for the value that stands in `raw` leaves the image as it is, even where several raw values have
+/// for the value in `raw` leaves the image as it is, even where several raw values have
 /// that text. The text of the lowest or highest value that the parameter can hold sets that value,
 /// even where "%f" rounds it to a number beyond.
 ///

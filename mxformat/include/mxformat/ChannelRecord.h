@@ -43,7 +43,7 @@ constexpr std::uint32_t sizeOfChannelRecordHeader()
     return counted.size;
 }
 
-/// Bytes of a channel record in front of its words.
+/// Bytes of a channel record before its words.
 constexpr std::uint32_t channelRecordHeaderSize = sizeOfChannelRecordHeader();
 
 /// Reads the `channelRecordHeaderSize` bytes at `bytes`.

@@ -14,7 +14,7 @@ constexpr const char* diagnosisKey = "Diagnosis";
 inline constexpr std::array<const char*, 4> dataSizeKeys = {inDataKey, outDataKey, parameterKey,
                                                             diagnosisKey};
 
-/// Returns the bytes that the character `code` after a key stands for, 0 for one that separates;
+/// Returns the bytes that the character `code` after a key means, 0 for a separator;
 /// nothing for any other.
 [[nodiscard]] constexpr std::optional<std::uint32_t> sizeOfDataCode(char code)
 {

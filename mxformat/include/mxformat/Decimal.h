@@ -9,7 +9,7 @@
 
 namespace mxformat {
 
-/// A decimal number, exact: 162 decimals and 72 digits in front of them. That holds every binary32,
+/// A decimal number, exact: 162 decimals and 72 digits before the point. That holds every binary32,
 /// and raw * factor + offset for every raw value of 64 bits.
 class Decimal
 {
@@ -23,7 +23,7 @@ public:
     static Decimal shortestOf(float number);
 
     /// Reads "[+-]DIGITS[.DIGITS][e[+-]DIGITS]"; nothing when `text` is not of this form. A number
-    /// beyond the 71st digit becomes 10^71, a part behind the 161st decimal is kept as one digit
+    /// beyond the 71st digit becomes 10^71, a part after the 161st decimal is kept as one digit
     /// that is not 0: both compare with any raw * factor + offset as the number itself does.
     [[nodiscard]] static std::optional<Decimal> ofText(std::string_view text);
 

@@ -5,7 +5,7 @@
 
 namespace mxformat {
 
-/// Bytes of a group in front of its payload: identifier and length.
+/// Bytes of a group before its payload: identifier and length.
 constexpr std::uint32_t groupHeaderSize = 4;
 
 /// Bytes of a group after its payload: the checksum, which nothing compares.

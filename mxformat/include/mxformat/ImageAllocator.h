@@ -39,7 +39,7 @@ public:
     std::uint32_t bit() const { return nextBit; }
 
     /// Takes the place of a channel with the kind (its number alone) and number of bits that a
-    /// record states; nothing for a kind that stands for no data.
+    /// record states; nothing for a kind without data.
     [[nodiscard]] std::optional<ChannelPlace> take(std::uint8_t kindNumber, std::uint8_t bitLength);
 
 private:

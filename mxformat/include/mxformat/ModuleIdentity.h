@@ -9,7 +9,7 @@ namespace mxformat {
 constexpr std::uint8_t identityDataset = 0xFB;
 constexpr std::uint32_t identitySize = 5; ///< Of that dataset, in bytes.
 
-/// A dataset states its length in a byte; from here on it is none, and ends the list.
+/// A dataset states its length in a byte. From this value on it ends the list.
 constexpr std::uint8_t datasetLengthLimit = 128;
 
 constexpr std::uint32_t datasetHeaderSize = 3;  ///< Identifier, length and a byte that is not read.

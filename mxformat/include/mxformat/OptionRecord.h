@@ -6,7 +6,7 @@
 
 namespace mxformat {
 
-/// What stands in front of the options of a list of the group `optionLists`. `FieldOf` as in
+/// The header of a list of the group `optionLists`; the options follow. `FieldOf` as in
 /// `ParameterRecordOf`.
 template <template <typename> class FieldOf>
 struct OptionListHeaderOf

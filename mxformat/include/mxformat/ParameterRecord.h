@@ -83,7 +83,7 @@ constexpr bool isConverted(std::uint8_t flags)
 /// In `channel`: a parameter of the module itself.
 constexpr std::uint8_t moduleLevel = 255;
 
-/// Returns the byte of the parameter block that a record's `position` stands for.
+/// Returns the byte of the parameter block that a record's `position` means.
 constexpr std::uint8_t blockPosition(std::uint8_t position)
 {
     constexpr std::uint8_t bias = 4; // records count from 4

@@ -24,7 +24,7 @@ struct PhysicalScale
     nearestRaw(const Decimal& value, const WholeNumber& lowest, const WholeNumber& highest) const;
 
     /// Returns the physical value of `raw` for people: with the fewest decimals that are the value
-    /// as far as a binary32 tells factor and offset (9.9 for 9900 times 0.001F, which is
+    /// as far as binary32 states factor and offset (9.9 for 9900 times 0.001F, which is
     /// 9.9000004...), and of which `raw` is the nearest raw value again.
     std::string text(const WholeNumber& raw) const;
 

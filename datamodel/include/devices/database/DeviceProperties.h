@@ -36,7 +36,7 @@ public:
     std::uint32_t outDataSize{}; ///< Output process data, in bytes.
     Bytes hostBytes;             ///< At the host's disposal; created empty.
     std::string text5;           ///< One byte 0x00.
-    Bytes mxFileData;            ///< The mx file as it was loaded, one byte 0xFF behind its bytes.
+    Bytes mxFileData;            ///< The mx file as it was loaded, followed by one byte 0xFF.
     Bytes defaultParameterBlock; ///< The module's parameter bytes, at most 255.
 };
 

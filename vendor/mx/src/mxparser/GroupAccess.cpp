@@ -21,7 +21,7 @@ constexpr std::uint32_t datasetOverhead =
     mxformat::datasetHeaderSize + mxformat::datasetTrailerSize;
 
 // "," one byte "=" and at least two bytes more: an entry that ends closer to the payload's end than
-// this is not looked at.
+// this is not examined.
 constexpr std::size_t entryOverhead = 5;
 
 [[noreturn]] void failNoSuchGroup(const char* operation, std::uint16_t id)
@@ -36,7 +36,7 @@ bool isEntry(const std::uint8_t* line, const std::string& key)
            line[key.size() + 2] == '=';
 }
 
-// Returns the line of the entry `key`, or null. Lines begin at the payload's start and behind each
+// Returns the line of the entry `key`, or null. Lines begin at the payload's start and after each
 // line feed.
 const std::uint8_t* findEntry(const std::uint8_t* payload, const std::uint8_t* end,
                               const std::string& key)
@@ -104,7 +104,7 @@ const std::uint8_t* Parser::getTavoDatasetFromGroup(std::uint16_t id, std::uint8
     }
     for (std::uint32_t pos = 0; pos + datasetOverhead < size;) {
         const std::uint8_t dataLength = readU8(payload + pos + 1);
-        // The length is looked at first: one that ends the list hides the record it stands in.
+        // The length is checked first: one that ends the list hides its own record.
         if (dataLength >= mxformat::datasetLengthLimit) {
             return nullptr;
         }

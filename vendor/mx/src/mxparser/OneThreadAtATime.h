@@ -9,8 +9,8 @@
 namespace devices::parser::mx {
 
 /// What the process has once and one thread at a time may use. This is no lock: a second thread
-/// does not wait, it is told that its host lacks a mutex, instead of damaging what both would
-/// write.
+/// does not wait, it fails and says that its host lacks a mutex, instead of damaging what both
+/// would write.
 class OneThreadAtATime
 {
 public:
@@ -25,7 +25,7 @@ public:
         ~Use()
         {
             if (entered != nullptr) {
-                entered->user.store(nobody, std::memory_order_release);
+                entered->user.store(noThread, std::memory_order_release);
             }
         }
         Use(const Use&) = delete;
@@ -36,9 +36,9 @@ public:
     };
 
 private:
-    static constexpr pthread_t nobody{};
+    static constexpr pthread_t noThread{};
 
-    // Returns whether nobody was inside.
+    // Returns whether no thread was inside.
     bool enter(const char* operation)
     {
         const pthread_t self = pthread_self();
@@ -46,7 +46,7 @@ private:
         if (user.load(std::memory_order_relaxed) == self) {
             return false;
         }
-        pthread_t expected = nobody;
+        pthread_t expected = noThread;
         if (!user.compare_exchange_strong(expected, self, std::memory_order_acquire,
                                           std::memory_order_relaxed)) {
             fail(operation);
@@ -61,7 +61,7 @@ private:
                                "operations, see docs/guide/threads.md");
     }
 
-    std::atomic<pthread_t> user{nobody};
+    std::atomic<pthread_t> user{noThread};
 };
 
 /// The parsers of the process: they share texts, and the companion library's state.

@@ -50,7 +50,7 @@ std::uint32_t Parser_kv38::parseChannel(const std::uint8_t* x20D0)
     std::uint32_t size = 0;
     if (const std::uint8_t* names = getGroup(group::channelNames, &size)) {
         if (const auto entry = texts().channelNames.find(names, size, record.number)) {
-            // The last entry may end behind the payload, but not behind the mx buffer.
+            // The last entry may end after the payload, but not after the mx buffer.
             const std::uint8_t* textId = bytesAt(names, *entry + 1, 2, group::channelNames);
             name = getTextStringById(readU16BE(textId));
         }
@@ -59,7 +59,7 @@ std::uint32_t Parser_kv38::parseChannel(const std::uint8_t* x20D0)
     const auto channel = std::make_shared<ChannelP>();
     setupChannel(channel.get(), name, record.number, record.kind, record.bitLength,
                  record.bitOffset);
-    // A dropped channel has taken its place in the process image all the same.
+    // A dropped channel keeps its place in the process image.
     if (channel->name == "-") {
         return recordLength;
     }

@@ -134,7 +134,7 @@ void Parser_kv38::parseContent()
     if (const std::uint8_t* image = getGroup(group::productImage, &size)) {
         assignIdAndAddAttribute(makeProductImage(image, size));
     }
-    // The last record of either group may end behind its payload, but not behind the mx buffer.
+    // The last record of either group may end after its payload, but not after the mx buffer.
     if (const std::uint8_t* records = getGroup(group::parameters, &size)) {
         for (std::uint32_t pos = 0; pos < size;) {
             pos += parseParameter(

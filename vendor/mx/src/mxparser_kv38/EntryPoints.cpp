@@ -40,8 +40,8 @@ struct CloseDirectory
 };
 using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
-// Loads the file `name` of the directory. A file that cannot be loaded ends the walk as it stands,
-// the directory still open: hosts tell this failure from that of a file that cannot be translated.
+// Loads the file `name` of the directory. A file that cannot be loaded ends the walk,
+// the directory still open: for hosts it differs from a file that cannot be translated.
 std::vector<char> loadFrom(Directory& handle, const std::string& directory, const std::string& name)
 {
     DIR* const open = handle.release();

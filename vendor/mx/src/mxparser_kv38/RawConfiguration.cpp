@@ -49,8 +49,8 @@ void appendRegisters(const Parser_kv38::ParameterP& parameter,
     }
 }
 
-// Says on standard error why no configuration can be computed, and throws it.
-[[noreturn]] void failAloud(const std::string& text)
+// Prints `text` to standard error and throws it.
+[[noreturn]] void reportAndThrow(const std::string& text)
 {
     std::cerr << text << std::endl;
     throw std::runtime_error(text);
@@ -131,19 +131,19 @@ Parser_kv38::getCalculatedRawConfig(FieldbusType fieldbus, const std::vector<cha
     auto image = std::make_shared<std::vector<char>>(*device->privateProps.defaultParameterBlock);
     if (paramDev != nullptr) {
         if (vanillaDev->deviceTypeId != paramDev->deviceTypeId) {
-            failAloud("deviceTypeId mismatch: " + vanillaDev->deviceTypeId + ", " +
-                      paramDev->deviceTypeId);
+            reportAndThrow("deviceTypeId mismatch: " + vanillaDev->deviceTypeId + ", " +
+                           paramDev->deviceTypeId);
         }
         initializeDataStructs(mxData, nullptr);
         if (image->size() != paramBufferSize) {
-            // Not the mx file of this device: values are written within the image all the same.
+            // Not the mx file of this device: values still have to stay within the image.
             mxfileext::initializeModule(image->data(), static_cast<std::uint16_t>(image->size()));
         }
         for (const auto& attribute : paramDev->attributes) {
             const ParameterP* parameter = findParameter(*vanillaDev, attribute->id);
             if (parameter == nullptr) {
-                failAloud("parameter not found: " + vanillaDev->deviceTypeId + ", " +
-                          attribute->id);
+                reportAndThrow("parameter not found: " + vanillaDev->deviceTypeId + ", " +
+                               attribute->id);
             }
             // The companion's signature asks for writable bytes; the record is only read.
             mxfileext::setParameter(0, reinterpret_cast<unsigned char*>(image->data()),

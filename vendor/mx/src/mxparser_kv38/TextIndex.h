@@ -17,8 +17,8 @@ public:
     /// Whether the table is that of the indexing with this number.
     bool isAttachedTo(std::uint64_t indexing) const { return indexing == attached; }
 
-    /// Takes the table of `inSize` bytes at `inPayload` (null: there is none) in the place of the
-    /// last one. The caller keeps it.
+    /// Takes the table of `inSize` bytes at `inPayload` (null: the file has no table) in place of
+    /// the last one. The caller keeps it.
     void attachTo(std::uint64_t indexing, const std::uint8_t* inPayload, std::uint32_t inSize);
 
     /// Returns where the text of `id` starts, from the payload's start in bytes; 0 when no record

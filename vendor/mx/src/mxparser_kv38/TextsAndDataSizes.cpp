@@ -34,7 +34,7 @@ bool endsText(std::uint8_t byte)
     return byte == 0x00 || byte == '\r';
 }
 
-// Cuts the length of a text so that neither the text nor the terminator behind it leaves the mx
+// Cuts the length of a text so that neither the text nor the terminator after it leaves the mx
 // buffer, which holds `available` bytes from the text's start.
 unsigned lengthWithin(std::size_t available, unsigned length)
 {
@@ -63,9 +63,9 @@ const std::string& Parser_kv38::mxTextToStdString(const std::uint8_t* text, unsi
     traceEntry(logger, "mxTextToStdString");
     static std::string result;
     result.clear();
-    const std::uint8_t* const behind = text + length + 1;
-    const std::uint8_t* const end = std::find_if(text, behind, endsText);
-    if (end == behind) {
+    const std::uint8_t* const limit = text + length + 1;
+    const std::uint8_t* const end = std::find_if(text, limit, endsText);
+    if (end == limit) {
         failTextTermination();
     }
     result.assign(reinterpret_cast<const char*>(text), static_cast<std::size_t>(end - text));
@@ -104,7 +104,7 @@ std::uint32_t Parser_kv38::findText(TextIndex& index, std::uint16_t id)
             index.next = findLineEnd(index.payload, index.size, index.skippedText) + lineEndSize;
             index.skippedText = 0;
         }
-        // For an empty payload the subtraction wraps: one record is then read behind the group.
+        // For an empty payload the subtraction wraps: one record is then read after the group.
         if (index.size - 1 <= index.next) {
             return 0;
         }
@@ -151,7 +151,7 @@ void Parser_kv38::getDataArraySizes(std::uint32_t* inDataSize, std::uint32_t* ou
         *size = 0;
     }
     // The lines have to fill the payload exactly: otherwise `remaining` wraps and the walk goes on
-    // behind the payload, to the end of the mx buffer at most.
+    // after the payload, to the end of the mx buffer at most.
     for (std::uint32_t pos = 0; remaining != 0;) {
         const unsigned length = lengthWithin(bytesFrom(payload, pos), remaining);
         const std::string line = mxTextToStdString(payload + pos, length);

@@ -25,7 +25,7 @@ PARSER_MX_API std::int64_t readS64BE(const std::uint8_t* bytes);  ///< Reads 8 b
 /// @}
 
 /// Returns the decimal text of the value in the 8-byte big-endian slot `value`; a type narrower
-/// than 64 bits stands in the last bytes. An invalid `type` reads nothing and gives the empty text.
+/// than 64 bits is in the last bytes. An invalid `type` reads nothing and gives the empty text.
 PARSER_MX_API std::string kv38ParameterValueToString(const std::uint8_t* value,
                                                      MxParameterDatatype type);
 

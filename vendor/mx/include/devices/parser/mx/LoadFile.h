@@ -7,7 +7,7 @@
 
 namespace devices::parser::mx {
 
-/// Fills `buffer` with the bytes of the file at `path` and one byte 0xFF behind them.
+/// Fills `buffer` with the bytes of the file at `path` followed by one byte 0xFF.
 ///
 /// Readers of mx data rely on the content length of group 0, not on the size of the buffer; whoever
 /// uses the size sees one byte more than the file has. Throws `std::runtime_error`

@@ -24,7 +24,7 @@ struct GroupPlace
 ///
 /// The buffer is neither copied nor owned: it must outlive every access. All results point into it,
 /// except the text of a group entry. Failures are `std::runtime_error`. Concurrent readers of one
-/// indexed parser are safe, save for `getGroupEntry`.
+/// indexed parser are safe, except for `getGroupEntry`.
 class PARSER_MX_API Parser
 {
 public:
@@ -77,8 +77,8 @@ public:
     void getModuleIdAndType(std::uint32_t* moduleId, std::uint8_t* moduleType);
 
 protected:
-    /// Returns how many bytes of the mx buffer stand at and behind `offset` bytes from `payload`,
-    /// a pointer into the buffer; 0 when that place lies at or behind the buffer's end.
+    /// Returns how many bytes of the mx buffer there are from `offset` bytes after `payload` on, a
+    /// pointer into the buffer; 0 when that place is not before the buffer's end.
     std::size_t bytesFrom(const std::uint8_t* payload, std::uint32_t offset) const;
 
     /// The gate for reads that the format lets run past their group: returns the place `offset`

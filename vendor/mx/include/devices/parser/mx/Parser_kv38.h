@@ -90,7 +90,7 @@ protected:
     // Texts and data sizes.
 
     /// Returns the text of at most `length` bytes at `text`, ended by 0x00 or 0x0D (which may be
-    /// the byte right behind). The result is one string for the whole process: it holds until the
+    /// the byte right after it). The result is one string for the whole process: it holds until the
     /// next call of this operation or of `getTextStringById`.
     const std::string& mxTextToStdString(const std::uint8_t* text, unsigned length);
 
@@ -104,7 +104,7 @@ protected:
     void getDataArraySizes(std::uint32_t* inDataSize, std::uint32_t* outDataSize,
                            std::uint32_t* paramDataSize, std::uint32_t* diagDataSize);
 
-    /// Adds what `line` states behind `key` to `*size`, in bytes. Returns the number of bytes that
+    /// Adds what `line` states after `key` to `*size`, in bytes. Returns the number of bytes that
     /// the line occupies in its group, 0 when it does not begin with `key`.
     std::uint32_t updateDataArraySize(const std::string& line, const std::string& key,
                                       std::uint32_t* size);
