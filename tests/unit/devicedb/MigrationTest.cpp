@@ -159,8 +159,9 @@ protected:
 
     std::vector<unsigned> widthsOf(const std::string& id)
     {
+        const auto content = DeviceDatabase(url).content("kv38", id);
         std::vector<unsigned> widths;
-        for (const auto& parameter : DeviceDatabase(url).content("kv38", id)->parameters) {
+        for (const auto& parameter : content->parameters) {
             widths.push_back(parameter.widthBits);
         }
         return widths;
