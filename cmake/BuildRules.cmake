@@ -69,7 +69,8 @@ endfunction()
 # A released library also contains its types, for abidw and the debugger; in the packages they are stripped.
 function(parser_mx_library_rules target)
     parser_mx_rules(${target})
-    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-g>)
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-g> -ffunction-sections
+                                             -fdata-sections)
 endfunction()
 
 # A library made of object libraries, with its version, its export map and its target name in the CMake
@@ -95,7 +96,9 @@ endfunction()
 function(parser_mx_link_rules target map)
     target_link_options(${target} PRIVATE -Wl,--version-script=${map})
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${map})
-    target_link_options(${target} PRIVATE -Wl,--as-needed -Wl,-Bsymbolic-functions)
+    # A room's objects that a library does not use are left out of it.
+    target_link_options(${target} PRIVATE -Wl,--as-needed -Wl,--gc-sections
+                                          -Wl,-Bsymbolic-functions)
     if(NOT PARSER_MX_SANITIZE)
         # The program provides the functions of a sanitizer, so they stay undefined here.
         target_link_options(${target} PRIVATE -Wl,--no-undefined)

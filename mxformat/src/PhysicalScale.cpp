@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace mxformat {
@@ -33,12 +34,23 @@ float nearestFloat(const Decimal& number)
     return result;
 }
 
+// The next number towards zero, without libm: a library of its own would be needed for it alone.
+// The bits of positive numbers are in the order of the numbers.
+float nextTowardsZero(float positive)
+{
+    std::uint32_t bits = 0;
+    std::memcpy(&bits, &positive, sizeof bits);
+    --bits;
+    std::memcpy(&positive, &bits, sizeof bits);
+    return positive;
+}
+
 // The distance from `number` to the next binary32 towards zero; 0 for 0, which is no rounded
 // number.
 Decimal gapAt(float number)
 {
     const float size = std::fabs(number);
-    return size == 0 ? Decimal() : Decimal(size) - Decimal(std::nextafter(size, 0.0F));
+    return size == 0 ? Decimal() : Decimal(size) - Decimal(nextTowardsZero(size));
 }
 
 // Looks for the raw value next to a physical one. Physical values are doubled, so that the middle
