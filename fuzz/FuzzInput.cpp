@@ -24,7 +24,7 @@ const std::uint8_t* findSeparator(const std::uint8_t* begin, const std::uint8_t*
                        [](std::uint8_t a, char b) { return a == static_cast<std::uint8_t>(b); });
 }
 
-std::vector<std::uint8_t> behindSeparator(const std::uint8_t* begin, const std::uint8_t* end)
+std::vector<std::uint8_t> afterSeparator(const std::uint8_t* begin, const std::uint8_t* end)
 {
     const std::uint8_t* const found = findSeparator(begin, end);
     return {found == end ? end : found + std::strlen(FuzzInput::separator), end};
@@ -71,7 +71,7 @@ std::string Words::takeLine()
 }
 
 FuzzInput::FuzzInput(const std::uint8_t* data, std::size_t size)
-    : file(data, findSeparator(data, data + size)), words(behindSeparator(data, data + size))
+    : file(data, findSeparator(data, data + size)), words(afterSeparator(data, data + size))
 {}
 
 void silence()

@@ -114,9 +114,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     giveGroup(mxformat::group::texts, texts);
     giveGroup(mxformat::group::conversions, conversions);
     giveGroup(mxformat::group::conversions, texts); // the first group of an identifier counts
-    Bytes told = block;
-    mxfileext::initializeModule(told.empty() ? nullptr : reinterpret_cast<char*>(told.data()),
-                                static_cast<unsigned short>(told.size()));
+    Bytes given = block;
+    mxfileext::initializeModule(given.empty() ? nullptr : reinterpret_cast<char*>(given.data()),
+                                static_cast<unsigned short>(given.size()));
     readTexts(record, block);
     readConverted(record, block);
     readLeftAligned(record, block);

@@ -3,7 +3,7 @@
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 
-#include "Refusal.h"
+#include "InvalidInput.h"
 #include "config/Composition.h"
 #include "config/ConfigurationOutput.h"
 #include "config/DecodedImage.h"

@@ -1,8 +1,8 @@
 #include "CommandLine.h"
 
-#include "CallFiles.h"
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 #include "Diagnostic.h"
+#include "FilesInUse.h"
 #include "LogToDiagnostics.h"
 #include "OutputFile.h"
 #include "Verbs.h"
@@ -98,7 +98,7 @@ ExitCode runVerb(CLI::App& program, std::vector<std::string> arguments)
     defineProgram(program, options, [&action](VerbAction chosen) { action = std::move(chosen); });
     std::reverse(arguments.begin(), arguments.end()); // CLI11 expects them in this order
     program.parse(arguments);
-    callFiles() = CallFiles(options.overwrite);
+    filesInUse() = FilesInUse(options.overwrite);
     return action();
 }
 
@@ -134,7 +134,7 @@ ExitCode reportWrongWords(const CLI::App& program, const CLI::ParseError& end,
 ExitCode endOfParsing(const CLI::App& program, const CLI::ParseError& end,
                       const std::vector<std::string>& words)
 {
-    const std::vector<Diagnostic> unknown = unknownWords(program, words);
+    const std::vector<Diagnostic> unknown = unknownArguments(program, words);
     const bool hasNoVerb = program.get_subcommands().empty();
     if (end.get_exit_code() != 0 || (hasNoVerb && !unknown.empty())) {
         return reportWrongWords(program, end, unknown);

@@ -1,6 +1,6 @@
 #include "CsvOptions.h"
 
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 
 #include <CLI/CLI.hpp>
 

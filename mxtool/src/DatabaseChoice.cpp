@@ -1,7 +1,7 @@
 #include "DatabaseChoice.h"
 
-#include "CallFiles.h"
-#include "CallWords.h"
+#include "CommandLineOptions.h"
+#include "FilesInUse.h"
 
 #include <CLI/CLI.hpp>
 #include <text/NearestWords.h>
@@ -63,13 +63,13 @@ void addDatabaseOption(CLI::App& verb, std::string& url)
                         "Database URL, sqlite:PATH or postgresql:CONNECTION; without it the one of "
                         "DEVICE_DATABASE_URL, else sqlite:devices.sqlite");
     option->type_name("URL");
-    refuseEmptyValue(*option);
+    rejectEmptyValue(*option);
 }
 
 DeviceDatabase openExistingDatabase(const std::string& url)
 {
     const std::string chosen = chosenUrl(url);
-    callFiles().addInputDatabase(chosen);
+    filesInUse().addInputDatabase(chosen);
     try {
         return DeviceDatabase(chosen, OpenMode::ExistingOnly);
     } catch (const std::runtime_error& failure) {
@@ -80,7 +80,7 @@ DeviceDatabase openExistingDatabase(const std::string& url)
 DeviceDatabase openDatabaseForWriting(const std::string& url)
 {
     const std::string chosen = chosenUrl(url);
-    callFiles().addOutputDatabase(chosen);
+    filesInUse().addOutputDatabase(chosen);
     return withDatabase(hintForScheme(chosen).c_str(), [&] { return DeviceDatabase(chosen); });
 }
 

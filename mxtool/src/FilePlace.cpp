@@ -2,7 +2,7 @@
 
 namespace mxtool {
 
-std::filesystem::path behindLinks(std::filesystem::path path)
+std::filesystem::path followLinks(std::filesystem::path path)
 {
     constexpr int longestChain = 40; // links may form a cycle
     std::error_code ignored;
@@ -28,7 +28,7 @@ FilePlace FilePlace::ofPath(const std::string& path)
     if (place.file && !S_ISREG(status.st_mode) && !S_ISBLK(status.st_mode)) {
         return {};
     }
-    const std::filesystem::path target = behindLinks(path);
+    const std::filesystem::path target = followLinks(path);
     const std::filesystem::path parent = target.has_parent_path() ? target.parent_path() : ".";
     place.directory = nodeOf(stat(parent.c_str(), &status), status);
     place.name = target.filename().string();

@@ -10,7 +10,7 @@
 namespace mxtool {
 
 /// Follows symbolic links from `path` to a path that is not a link, which need not exist.
-std::filesystem::path behindLinks(std::filesystem::path path);
+std::filesystem::path followLinks(std::filesystem::path path);
 
 /// The identity of a file, given by a path, a descriptor or a name.
 ///

@@ -1,6 +1,6 @@
 #include "HexBytes.h"
 
-#include "Refusal.h"
+#include "InvalidInput.h"
 
 #include <fmt/format.h>
 #include <text/Hexadecimal.h>
@@ -36,9 +36,10 @@ std::vector<char> bytesOfHex(const std::string& text)
             const auto high = text::hexDigit(text[at]);
             const auto low = at + 1 < text.size() ? text::hexDigit(text[at + 1]) : std::nullopt;
             if (!high || !low) {
-                throw Refusal(fmt::format("Found \"{}\" at character {}, expected two hexadecimal "
-                                          "digits for each byte",
-                                          text.substr(at, 2), at + 1));
+                throw InvalidInput(
+                    fmt::format("Found \"{}\" at character {}, expected two hexadecimal "
+                                "digits for each byte",
+                                text.substr(at, 2), at + 1));
             }
             bytes.push_back(static_cast<char>(*high << 4U | *low));
             at += 2;

@@ -1,7 +1,7 @@
 #include "InputFile.h"
 
-#include "CallFiles.h"
 #include "Diagnostic.h"
+#include "FilesInUse.h"
 
 #include <devices/parser/mx/LoadFile.h>
 
@@ -26,7 +26,7 @@ std::vector<char> loadStandardInput()
 
 std::vector<char> loadInput(const std::string& path)
 {
-    callFiles().addInput(path);
+    filesInUse().addInput(path);
     if (path == "-") {
         return loadStandardInput();
     }
@@ -58,7 +58,7 @@ mxauthor::BuildResult buildInput(const std::string& source, const std::string& p
         path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path();
     mxauthor::BuildResult result = mxauthor::buildFromText(source, directory);
     for (const std::filesystem::path& file : result.filesRead) {
-        callFiles().addInput(file.string());
+        filesInUse().addInput(file.string());
     }
     return result;
 }

@@ -18,7 +18,7 @@ namespace {
 
 constexpr const char* expectedModule = "an mx file or its text form";
 
-[[noreturn]] void refuse(const std::string& path, const std::string& text, const std::string& hint)
+[[noreturn]] void reject(const std::string& path, const std::string& text, const std::string& hint)
 {
     throw Failure(ExitCode::Input, {"error", inputName(path), text, hint});
 }
@@ -35,7 +35,7 @@ bool isText(std::string_view content)
 ModuleFile::ModuleFile(const std::string& file) : path(file), content(loadBytes(file))
 {
     if (content.empty()) {
-        refuse(path, fmt::format("The file is empty, expected {}", expectedModule), "");
+        reject(path, fmt::format("The file is empty, expected {}", expectedModule), "");
     }
     requireModule(path, {content.begin(), content.end()}, expectedModule);
     if (mxtool::isText({content.data(), content.size()})) {
@@ -59,7 +59,7 @@ void ModuleFile::build()
         for (const mxauthor::SourceError& error : result->errors) {
             reportAt(name(), source, error, "error", "");
         }
-        refuse(path,
+        reject(path,
                fmt::format("A text with {}, expected {}", counted(errors, "error"), expectedModule),
                "");
     }

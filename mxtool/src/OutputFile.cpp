@@ -1,8 +1,8 @@
 #include "OutputFile.h"
 
-#include "CallFiles.h"
 #include "Diagnostic.h"
 #include "FilePlace.h"
+#include "FilesInUse.h"
 #include "LostHandWriting.h"
 
 #include <unistd.h>
@@ -108,7 +108,7 @@ void writeChecked(const std::string& path, const std::string& content)
         return;
     }
     try {
-        replaceFile(behindLinks(path), path, content);
+        replaceFile(followLinks(path), path, content);
     } catch (const std::filesystem::filesystem_error& failure) {
         failWrite(path, failure.code().value());
     }
@@ -118,7 +118,7 @@ void writeChecked(const std::string& path, const std::string& content)
 void requireSameKind(const std::string& path, FileKind kind)
 {
     const FileKind present = kindOfFile(path);
-    if (!costsWork(present) || present == kind || callFiles().overwrites()) {
+    if (!costsWork(present) || present == kind || filesInUse().overwrites()) {
         return;
     }
     throw Failure(ExitCode::Usage, {"error", path,
@@ -131,7 +131,7 @@ void requireSameKind(const std::string& path, FileKind kind)
 void requireNoLoss(const std::string& path, const std::string& content)
 {
     const auto lost =
-        callFiles().overwrites() ? std::nullopt : lostHandWriting(judgedContent(path), content);
+        filesInUse().overwrites() ? std::nullopt : lostHandWriting(judgedContent(path), content);
     if (lost) {
         throw Failure(
             ExitCode::Usage,
@@ -155,7 +155,7 @@ void writeOutputs(const std::vector<Output>& outputs)
     for (const Output& output : outputs) {
         paths.push_back(output.path);
     }
-    callFiles().addOutputs(paths);
+    filesInUse().addOutputs(paths);
     for (const Output& output : outputs) {
         if (output.path != "-") {
             requireSameKind(output.path, kindOf(output.content));
@@ -169,7 +169,7 @@ void writeOutputs(const std::vector<Output>& outputs)
 
 OutputFiles::OutputFiles(const std::vector<std::string>& paths, FileKind kind)
 {
-    callFiles().addOutputs(paths);
+    filesInUse().addOutputs(paths);
     for (const std::string& path : paths) {
         requireSameKind(path, kind);
     }

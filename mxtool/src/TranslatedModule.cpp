@@ -1,6 +1,6 @@
 #include "TranslatedModule.h"
 
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 #include "Diagnostic.h"
 #include "ImageOffset.h"
 #include "InputFile.h"
@@ -19,7 +19,7 @@ void addModuleFile(CLI::App& verb, ModuleOptions& options)
         verb.add_option("--param-block", options.parameterBlockFile,
                         "File whose bytes replace the default parameter block");
     block->type_name("FILE");
-    refuseEmptyValue(*block);
+    rejectEmptyValue(*block);
 }
 
 void addModuleOptions(CLI::App& verb, ModuleOptions& options)

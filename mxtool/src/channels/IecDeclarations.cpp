@@ -39,8 +39,8 @@ std::string bitAddress(const Channel& channel, std::uint64_t bit)
 std::string declaration(const std::string& name, const std::string& address,
                         const std::string& type, const std::string& comment)
 {
-    const std::string behind = comment.empty() ? "" : " (* " + comment + " *)";
-    return fmt::format("    {} AT {} : {};{}\n", name, address, type, behind);
+    const std::string suffix = comment.empty() ? "" : " (* " + comment + " *)";
+    return fmt::format("    {} AT {} : {};{}\n", name, address, type, suffix);
 }
 
 // The name of the channel, if it differs from the identifier.

@@ -97,15 +97,15 @@ unsigned CheckReport::count(Severity severity) const
     return total;
 }
 
-CheckReport::File checkedFile(const ModuleFile& module, const CheckWishes& wishes)
+CheckReport::File checkedFile(const ModuleFile& module, const RuleSettings& settings)
 {
     CheckReport::File file{module.name(), {}};
     for (CheckReport::Entry& entry : entriesOf(module)) {
         const std::string rule = entry.finding.rule->name;
-        if (contains(wishes.raised, rule)) {
+        if (contains(settings.raised, rule)) {
             entry.severity = Severity::Error;
         }
-        if (!contains(wishes.silenced, rule)) {
+        if (!contains(settings.silenced, rule)) {
             file.entries.push_back(std::move(entry));
         }
     }

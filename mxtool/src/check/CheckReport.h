@@ -8,7 +8,7 @@
 namespace mxtool {
 
 /// Which rules apply, and with which severity.
-struct CheckWishes
+struct RuleSettings
 {
     std::vector<std::string> silenced; ///< Rules whose findings are left out.
     std::vector<std::string> raised;   ///< Rules whose findings are errors.
@@ -44,8 +44,8 @@ struct CheckReport
     unsigned count(mxauthor::Severity severity) const;
 };
 
-/// Checks `module` and applies `wishes` to its findings.
-CheckReport::File checkedFile(const ModuleFile& module, const CheckWishes& wishes);
+/// Checks `module` and applies `settings` to its findings.
+CheckReport::File checkedFile(const ModuleFile& module, const RuleSettings& settings);
 
 /// Returns a line per finding and, unless `quiet`, a line with their counts.
 std::string checkText(const CheckReport& report, bool coloured, bool quiet);

@@ -1,7 +1,7 @@
 #include "config/AcceptedValue.h"
 
+#include "InvalidInput.h"
 #include "ParameterText.h"
-#include "Refusal.h"
 #include "config/ParameterPlace.h"
 
 #include <fmt/format.h>
@@ -34,12 +34,12 @@ bool sameNumber(const std::string& a, const std::string& b)
     return left && left == Decimal::ofText(b);
 }
 
-[[noreturn]] void refuse(const Parameter& parameter, const std::string& value,
+[[noreturn]] void reject(const Parameter& parameter, const std::string& value,
                          const std::string& reason)
 {
-    throw Refusal(fmt::format("{}: value \"{}\" is not accepted: {}",
-                              text::toUtf8(described(parameter)), text::abbreviated(value),
-                              reason));
+    throw InvalidInput(fmt::format("{}: value \"{}\" is not accepted: {}",
+                                   text::toUtf8(described(parameter)), text::abbreviated(value),
+                                   reason));
 }
 
 // Whether `text`, the number `number`, is the present value of the parameter.
@@ -65,7 +65,7 @@ std::optional<std::string> numberOfText(const Parameter& parameter, const std::s
             continue;
         }
         if (number && *number != option.value) {
-            refuse(parameter, text,
+            reject(parameter, text,
                    fmt::format("several options are called so, expected one of the numbers in {}",
                                text::toUtf8(acceptedValues(parameter))));
         }
@@ -83,10 +83,10 @@ std::vector<std::string> optionTexts(const Parameter& parameter)
     return texts;
 }
 
-[[noreturn]] void refuseOption(const Parameter& parameter, const std::string& value)
+[[noreturn]] void rejectOption(const Parameter& parameter, const std::string& value)
 {
     const std::string guess = text::didYouMean(value, optionTexts(parameter));
-    refuse(parameter, value,
+    reject(parameter, value,
            fmt::format("no such option{} Accepted: {}", guess.empty() ? "." : guess,
                        text::toUtf8(acceptedValues(parameter))));
 }
@@ -108,23 +108,23 @@ void requireHeld(const Parameter& parameter, const std::string& value, const std
     const auto wanted = Decimal::ofText(number);
     const mxformat::BlockField& field = parameter.field;
     if (!field.exists()) {
-        refuse(parameter, value, "the parameter has no value: " + faultOfBits(parameter));
+        reject(parameter, value, "the parameter has no value: " + faultOfBits(parameter));
     }
     if (wanted && !isShown(parameter, number, *wanted) &&
         !parameter.scale.nearestRaw(*wanted, field.number(field.lowest()),
                                     field.number(field.highest()))) {
-        refuse(parameter, value,
+        reject(parameter, value,
                fmt::format("{} does not fit, expected {}, all that the parameter can hold",
                            number == value ? "it" : "its number " + number, limitsOf(parameter)));
     }
 }
 
 // Ambiguous: one option's text is another's number.
-void refuseTwoMeanings(const Parameter& parameter, const std::string& value,
-                       const std::string& numberOfItsText)
+void rejectAmbiguous(const Parameter& parameter, const std::string& value,
+                     const std::string& numberOfItsText)
 {
     if (isInteger(value) && !sameNumber(value, numberOfItsText) && isListed(parameter, value)) {
-        refuse(parameter, value,
+        reject(parameter, value,
                fmt::format("it is the text of option {} and the number of another one, write #{} "
                            "or #{}. Accepted: {}",
                            numberOfItsText, numberOfItsText, value,
@@ -138,14 +138,14 @@ std::string optionNumber(const Parameter& parameter, const std::string& value, V
     if (value.size() > 1 && value[0] == '#' && isInteger(value.substr(1))) {
         number = value.substr(1);
     } else if (const auto ofText = numberOfText(parameter, value)) {
-        refuseTwoMeanings(parameter, value, *ofText);
+        rejectAmbiguous(parameter, value, *ofText);
         return *ofText;
     }
     const bool accepted =
         isInteger(number) && (check == ValueCheck::NumberOnly || isListed(parameter, number) ||
                               sameNumber(number, parameter.value));
     if (!accepted) {
-        refuseOption(parameter, value);
+        rejectOption(parameter, value);
     }
     return number;
 }
@@ -160,9 +160,10 @@ std::string withoutUnit(const Parameter& parameter, const std::string& value)
         return value;
     }
     const std::string number = value.substr(0, value.size() - unit.size());
-    const bool goesOn = std::string(".0123456789").find(unit[0]) != std::string::npos;
-    return goesOn && number.back() != ' ' ? value
-                                          : number.substr(0, number.find_last_not_of(' ') + 1);
+    const bool continuesNumber = std::string(".0123456789").find(unit[0]) != std::string::npos;
+    return continuesNumber && number.back() != ' '
+               ? value
+               : number.substr(0, number.find_last_not_of(' ') + 1);
 }
 
 // `text` with its decimal comma replaced by a point; empty if it is not a number with a comma.
@@ -203,12 +204,12 @@ std::string rangedNumber(const Parameter& parameter, const std::string& value, V
     std::string text = withoutUnit(parameter, value);
     const auto number = Decimal::ofText(text);
     if (!number || (!parameter.converted && !isInteger(text))) {
-        refuse(parameter, value, expectation(parameter, value));
+        reject(parameter, value, expectation(parameter, value));
     }
     // Compares raw values: texts of physical values may be rounded.
     if (check == ValueCheck::Full && !isShown(parameter, text, *number) &&
         !parameter.scale.nearestRaw(*number, parameter.rawMin, parameter.rawMax)) {
-        refuse(parameter, value, expectation(parameter, value));
+        reject(parameter, value, expectation(parameter, value));
     }
     return text;
 }

@@ -17,7 +17,7 @@ enum class ValueCheck
 /// the text of an option, its number, "#N" for option number N even if an option has the text N, or
 /// a number, in physical units if the parameter is converted, with or without the unit. The present
 /// value is always accepted; a value that does not fit into the parameter's bits never is. Throws a
-/// `Refusal` that states what is accepted.
+/// `InvalidInput` that states what is accepted.
 std::string acceptedValue(const DeviceReport::Parameter& parameter, const std::string& value,
                           ValueCheck check);
 

@@ -1,7 +1,7 @@
 #include "config/Composition.h"
 
+#include "InvalidInput.h"
 #include "ParameterText.h"
-#include "Refusal.h"
 #include "config/ParameterNames.h"
 #include "config/ParameterPlace.h"
 
@@ -27,7 +27,7 @@ struct Setting
     Parameter alone;       // the parameter after setting it alone
 };
 
-constexpr std::size_t mostRefusals = 50; // each searches for the nearest names
+constexpr std::size_t mostErrors = 50; // each searches for the nearest names
 
 class Composer
 {
@@ -38,22 +38,22 @@ public:
 
     void take(const Assignment& assignment, ValueCheck check)
     {
-        if (refusals == mostRefusals) {
-            ++notLookedAt;
+        if (errors == mostErrors) {
+            ++unchecked;
             return;
         }
         try {
             add(assignment, check);
-        } catch (const Refusal& refusal) {
-            refuse(assignment, refusal.what(), refusal.hint);
+        } catch (const InvalidInput& invalid) {
+            reject(assignment, invalid.what(), invalid.hint);
         }
     }
 
     Composition result()
     {
-        if (notLookedAt != 0) {
+        if (unchecked != 0) {
             warn("note", module.name(),
-                 fmt::format("{} more values were not looked at", notLookedAt));
+                 fmt::format("{} more values were not looked at", unchecked));
         }
         if (composition.code == ExitCode::Done) {
             composition.image = imageWith(settings);
@@ -66,10 +66,10 @@ public:
     }
 
 private:
-    void refuse(const Assignment& assignment, const std::string& text, const std::string& hint = {})
+    void reject(const Assignment& assignment, const std::string& text, const std::string& hint = {})
     {
         composition.findings.push_back({"error", assignment.place, text, hint});
-        ++refusals;
+        ++errors;
         if (composition.code == ExitCode::Done) {
             composition.code = assignment.code;
         }
@@ -89,9 +89,9 @@ private:
                 return setting.parameter == position;
             });
         if (earlier != settings.end()) {
-            throw Refusal(fmt::format("{} is set twice, first by {}",
-                                      text::toUtf8(described(parameter)),
-                                      earlier->assignment->place));
+            throw InvalidInput(fmt::format("{} is set twice, first by {}",
+                                           text::toUtf8(described(parameter)),
+                                           earlier->assignment->place));
         }
         Setting setting{
             &assignment, position, acceptedValue(parameter, assignment.value, check), {}};
@@ -107,7 +107,7 @@ private:
     {
         try {
             acceptedValue(parameter, assignment.value, ValueCheck::Full);
-        } catch (const Refusal&) {
+        } catch (const InvalidInput&) {
             const std::string unit =
                 parameter.hasOptionList || parameter.unit.empty() ? "" : " " + parameter.unit;
             warn("warning", assignment.place,
@@ -128,7 +128,7 @@ private:
         } catch (const Failure&) {
             throw;
         } catch (const std::runtime_error& failure) {
-            throw Refusal(text::toUtf8(described(parameter)) + ": " + failure.what());
+            throw InvalidInput(text::toUtf8(described(parameter)) + ": " + failure.what());
         }
     }
 
@@ -174,7 +174,7 @@ private:
             const Parameter& parameter = after.parameters[i];
             const auto found = set.find(i);
             if (found != set.end() && parameter.raw != found->second->alone.raw) {
-                refuse(*found->second->assignment,
+                reject(*found->second->assignment,
                        fmt::format("{}: another value of this call overwrites it with \"{}\": they "
                                    "share bits of the image",
                                    text::toUtf8(described(parameter)), valueDigits(parameter)));
@@ -193,8 +193,8 @@ private:
     DeviceReport before;
     std::vector<Setting> settings;
     Composition composition;
-    std::size_t refusals = 0;
-    std::size_t notLookedAt = 0;
+    std::size_t errors = 0;
+    std::size_t unchecked = 0;
 };
 
 } // namespace

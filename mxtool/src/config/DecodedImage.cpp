@@ -2,8 +2,8 @@
 
 #include "Counted.h"
 #include "HexBytes.h"
+#include "InvalidInput.h"
 #include "ParameterText.h"
-#include "Refusal.h"
 #include "config/Configuration.h"
 #include "config/ModbusRegisters.h"
 
@@ -42,7 +42,7 @@ void checkRegisters(const std::vector<char>& registers, const Configuration& aga
 }
 
 // The size shows whether the bytes are of the other fieldbus type.
-void refuseOtherKind(std::size_t size, FieldbusType fieldbus, TranslatedModule& module,
+void rejectOtherKind(std::size_t size, FieldbusType fieldbus, TranslatedModule& module,
                      const std::string& place)
 {
     const bool isModbus = fieldbus == FieldbusType::Modbus;
@@ -85,7 +85,7 @@ void requireImageSize(const std::vector<char>& image, const DeviceReport& device
 std::vector<char> decodedImage(const std::vector<char>& bytes, FieldbusType fieldbus,
                                TranslatedModule& module, const std::string& place)
 {
-    refuseOtherKind(bytes.size(), fieldbus, module, place);
+    rejectOtherKind(bytes.size(), fieldbus, module, place);
     const DeviceReport device = module.report();
     if (fieldbus == FieldbusType::Raw) {
         requireImageSize(bytes, device, place);
@@ -96,8 +96,8 @@ std::vector<char> decodedImage(const std::vector<char>& bytes, FieldbusType fiel
             imageOfRegisters(bytes, placesInRegisters(device), device, device.parameterBlock);
         checkRegisters(bytes, configurationOf(module, image, FieldbusType::Modbus), place);
         return image;
-    } catch (const Refusal& refusal) {
-        throw Failure(ExitCode::Input, {"error", place, refusal.what(), refusal.hint});
+    } catch (const InvalidInput& invalid) {
+        throw Failure(ExitCode::Input, {"error", place, invalid.what(), invalid.hint});
     }
 }
 

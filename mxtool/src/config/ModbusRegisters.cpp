@@ -2,8 +2,8 @@
 
 #include "Counted.h"
 #include "HexBytes.h"
+#include "InvalidInput.h"
 #include "ParameterText.h"
-#include "Refusal.h"
 
 #include <text/Utf8.h>
 
@@ -27,12 +27,12 @@ struct RegisterValue
         return static_cast<unsigned char>(registers[place.begin + i]);
     }
 
-    [[noreturn]] void refuse(const std::string& expected) const
+    [[noreturn]] void reject(const std::string& expected) const
     {
-        throw Refusal(fmt::format("{}: found {} in byte {} of the registers, expected {}",
-                                  text::toUtf8(described(parameter)),
-                                  hexOfBytes(registers, place.begin, place.size), place.begin,
-                                  expected));
+        throw InvalidInput(fmt::format("{}: found {} in byte {} of the registers, expected {}",
+                                       text::toUtf8(described(parameter)),
+                                       hexOfBytes(registers, place.begin, place.size), place.begin,
+                                       expected));
     }
 };
 
@@ -40,7 +40,7 @@ unsigned char rawOption(const RegisterValue& value)
 {
     const auto& options = value.parameter.options;
     if (value.byte(0) >= options.size() || value.byte(1) != 0) {
-        value.refuse(options.empty()
+        value.reject(options.empty()
                          ? "no value at all: its option list is empty"
                          : fmt::format("00 00 to {:02x} 00, the position of one of its options {}",
                                        options.size() - 1,
@@ -63,7 +63,7 @@ void writeParameter(const RegisterValue& value, std::vector<char>& image)
     const Parameter& parameter = value.parameter;
     const mxformat::BlockField& field = parameter.field;
     if (const auto reason = whyNotHeld(parameter, image.size())) {
-        value.refuse("none: " + *reason);
+        value.reject("none: " + *reason);
     }
     if (parameter.hasOptionList && field.size() > 1) { // an option sets only the first byte
         image[field.begin()] = static_cast<char>(rawOption(value));
@@ -72,7 +72,7 @@ void writeParameter(const RegisterValue& value, std::vector<char>& image)
     const std::uint64_t raw =
         field.fromSlot(parameter.hasOptionList ? rawOption(value) : rawNumber(value));
     if (!field.holds(field.number(raw))) {
-        value.refuse(
+        value.reject(
             fmt::format("00 to {:02x}, its {}", field.highest(), counted(field.bits(), "bit")));
     }
     field.write(reinterpret_cast<std::uint8_t*>(image.data()), raw);
@@ -90,9 +90,9 @@ std::vector<char> imageOfRegisters(const std::vector<char>& registers,
                                    const DeviceReport& device, std::vector<char> image)
 {
     if (registers.size() != sizeOfRegisters(places)) {
-        throw Refusal(fmt::format("Found {}, expected the {} of the module's Modbus registers",
-                                  counted(registers.size(), "byte"),
-                                  counted(sizeOfRegisters(places), "byte")));
+        throw InvalidInput(fmt::format("Found {}, expected the {} of the module's Modbus registers",
+                                       counted(registers.size(), "byte"),
+                                       counted(sizeOfRegisters(places), "byte")));
     }
     for (const ParameterPlace& place : places) {
         writeParameter({device.parameters[place.parameter], place, registers}, image);

@@ -1,7 +1,7 @@
 #include "config/ParameterNames.h"
 
+#include "InvalidInput.h"
 #include "ParameterText.h"
-#include "Refusal.h"
 
 #include <mxauthor/Utf8.h>
 
@@ -117,11 +117,11 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
                            : fmt::format(", did you mean \"{}\"?", fmt::join(offered, "\" or \""));
 }
 
-[[noreturn]] void refuseUnknown(const std::string& name, const DeviceReport& device)
+[[noreturn]] void rejectUnknown(const std::string& name, const DeviceReport& device)
 {
     if (device.parameters.empty()) {
-        throw Refusal(fmt::format("No parameter \"{}\": the module has no parameters",
-                                  text::abbreviated(name)));
+        throw InvalidInput(fmt::format("No parameter \"{}\": the module has no parameters",
+                                       text::abbreviated(name)));
     }
     if (isIdentifier(name)) {
         constexpr std::size_t mostIds = 50;
@@ -133,18 +133,18 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
             }
             ids.push_back("#" + parameter.id);
         }
-        throw Refusal(fmt::format("No parameter has the identifier {}, expected one of {}",
-                                  text::abbreviated(name), fmt::join(ids, ", ")));
+        throw InvalidInput(fmt::format("No parameter has the identifier {}, expected one of {}",
+                                       text::abbreviated(name), fmt::join(ids, ", ")));
     }
     const auto byId = parametersCalled("#" + name, device);
     if (!byId.empty()) {
-        throw Refusal(
+        throw InvalidInput(
             fmt::format("No parameter is called \"{}\", did you mean \"#{}\"?", name, name),
             fmt::format("#{} is {}", name, text::toUtf8(described(*byId.front()))));
     }
-    throw Refusal(fmt::format("No parameter is called \"{}\"{}", text::abbreviated(name),
-                              nearestNames(name, device)),
-                  "mxtool config FILE without more words lists the parameters");
+    throw InvalidInput(fmt::format("No parameter is called \"{}\"{}", text::abbreviated(name),
+                                   nearestNames(name, device)),
+                       "mxtool config FILE without more words lists the parameters");
 }
 
 // One way to read "NAME=VALUE".
@@ -175,7 +175,7 @@ bool isAccepted(const Reading& reading, ValueCheck check)
                            try {
                                acceptedValue(*parameter, reading.value, check);
                                return true;
-                           } catch (const Refusal&) {
+                           } catch (const InvalidInput&) {
                                return false;
                            }
                        });
@@ -190,7 +190,7 @@ std::string waysOf(const std::vector<Reading>& readings)
     return fmt::format("{}", fmt::join(ways, ", or "));
 }
 
-[[noreturn]] void refuseReadings(const std::string& words, const std::vector<Reading>& readings)
+[[noreturn]] void rejectReadings(const std::string& words, const std::vector<Reading>& readings)
 {
     std::vector<std::string> byId;
     for (const Reading& reading : readings) {
@@ -198,12 +198,12 @@ std::string waysOf(const std::vector<Reading>& readings)
             byId.push_back(fmt::format("\"#{}={}\"", parameter->id, reading.value));
         }
     }
-    throw Refusal(
+    throw InvalidInput(
         fmt::format("\"{}\" can be read in {} ways: {}", words, readings.size(), waysOf(readings)),
         fmt::format("write one of {}", fmt::join(byId, ", ")));
 }
 
-[[noreturn]] void refuseEach(const std::string& words, const std::vector<Reading>& readings)
+[[noreturn]] void rejectEach(const std::string& words, const std::vector<Reading>& readings)
 {
     std::vector<std::string> accepted;
     for (const Reading& reading : readings) {
@@ -212,9 +212,9 @@ std::string waysOf(const std::vector<Reading>& readings)
                                            text::toUtf8(acceptedValues(*parameter))));
         }
     }
-    throw Refusal(fmt::format("\"{}\" can be read in {} ways, no value is accepted: {}", words,
-                              readings.size(), waysOf(readings)),
-                  fmt::format("{}", fmt::join(accepted, "; ")));
+    throw InvalidInput(fmt::format("\"{}\" can be read in {} ways, no value is accepted: {}", words,
+                                   readings.size(), waysOf(readings)),
+                       fmt::format("{}", fmt::join(accepted, "; ")));
 }
 
 } // namespace
@@ -235,11 +235,12 @@ const DeviceReport::Parameter& parameterCalled(const std::string& name, const De
 {
     const auto found = parametersCalled(name, device);
     if (found.empty()) {
-        refuseUnknown(name, device);
+        rejectUnknown(name, device);
     }
     if (found.size() > 1) {
-        throw Refusal(fmt::format("{} parameters are called \"{}\", expected one of \"{}\"",
-                                  found.size(), name, fmt::join(namesOf(found, device), "\", \"")));
+        throw InvalidInput(fmt::format("{} parameters are called \"{}\", expected one of \"{}\"",
+                                       found.size(), name,
+                                       fmt::join(namesOf(found, device), "\", \"")));
     }
     return *found.front();
 }
@@ -258,11 +259,12 @@ std::pair<std::string, std::string> splitAssignment(const std::string& words,
                                                     const DeviceReport& device, ValueCheck check)
 {
     if (const auto error = mxauthor::findNonUtf8(words)) {
-        throw Refusal(fmt::format("Character {}: {}", error->column, error->text));
+        throw InvalidInput(fmt::format("Character {}: {}", error->column, error->text));
     }
     const std::size_t first = words.find('=');
     if (first == std::string::npos) {
-        throw Refusal(fmt::format("Found \"{}\", expected NAME=VALUE", text::abbreviated(words)));
+        throw InvalidInput(
+            fmt::format("Found \"{}\", expected NAME=VALUE", text::abbreviated(words)));
     }
     std::pair<std::string, std::string> plain{words.substr(0, first), words.substr(first + 1)};
     const std::vector<Reading> readings = readingsOf(words, device);
@@ -273,10 +275,10 @@ std::pair<std::string, std::string> splitAssignment(const std::string& words,
     std::copy_if(readings.begin(), readings.end(), std::back_inserter(accepted),
                  [check](const Reading& reading) { return isAccepted(reading, check); });
     if (accepted.size() > 1) {
-        refuseReadings(words, accepted);
+        rejectReadings(words, accepted);
     }
     if (accepted.empty() && readings.size() > 1) {
-        refuseEach(words, readings);
+        rejectEach(words, readings);
     }
     const Reading& meant = accepted.empty() ? readings.front() : accepted.front();
     return {meant.name, meant.value};

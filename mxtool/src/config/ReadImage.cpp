@@ -4,7 +4,7 @@
 #include "FormatOfName.h"
 #include "HexBytes.h"
 #include "InputFile.h"
-#include "Refusal.h"
+#include "InvalidInput.h"
 #include "config/DecodedImage.h"
 #include "config/ModuleIdentity.h"
 #include "config/RegisterWords.h"
@@ -108,7 +108,7 @@ public:
     ReadImage ofWords(const std::string& words) { return bare(bytesOfWords(words)); }
 
 private:
-    // Throws a `Refusal`.
+    // Throws a `InvalidInput`.
     std::vector<char> bytesOfWords(const std::string& words)
     {
         return fieldbus == FieldbusType::Modbus
@@ -200,13 +200,13 @@ ReadImage readImage(const std::string& words, const std::string& option, Fieldbu
     const bool isFile = words == "-" || std::filesystem::exists(words, ignored);
     try {
         return isFile ? reader.ofFile(words) : reader.ofWords(words);
-    } catch (const Refusal& refusal) {
+    } catch (const InvalidInput& invalid) {
         throw Failure(
             isFile ? ExitCode::Input : ExitCode::Usage,
             {"error", place,
-             std::string(refusal.what()) +
-                 (isFile || !refusal.hint.empty() ? "" : ", or the name of an existing file"),
-             refusal.hint});
+             std::string(invalid.what()) +
+                 (isFile || !invalid.hint.empty() ? "" : ", or the name of an existing file"),
+             invalid.hint});
     }
 }
 

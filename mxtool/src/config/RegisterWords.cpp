@@ -1,7 +1,7 @@
 #include "config/RegisterWords.h"
 
 #include "HexBytes.h"
-#include "Refusal.h"
+#include "InvalidInput.h"
 
 #include <fmt/format.h>
 
@@ -70,15 +70,15 @@ std::optional<Bytes> asHexadecimal(const std::string& text)
 {
     try {
         return bytesOfHex(text);
-    } catch (const Refusal&) {
+    } catch (const InvalidInput&) {
         return std::nullopt;
     }
 }
 
-[[noreturn]] void refuseReadings(const Bytes& hexadecimal, const Bytes& registers)
+[[noreturn]] void rejectReadings(const Bytes& hexadecimal, const Bytes& registers)
 {
     constexpr std::size_t most = 8;
-    throw Refusal(
+    throw InvalidInput(
         fmt::format("It can be read in 2 ways: as hexadecimal bytes {}{}, or as decimal "
                     "registers with the bytes {}{}",
                     hexOfBytes(hexadecimal, 0, most), hexadecimal.size() > most ? " ..." : "",
@@ -108,7 +108,7 @@ std::vector<char> bytesOfRegisters(const std::string& text, std::size_t size)
     const auto registers = asRegisters(text);
     const bool fitsHexadecimal = hexadecimal && hexadecimal->size() == size;
     if (fitsHexadecimal && registers && registers->size() == size && registers != hexadecimal) {
-        refuseReadings(*hexadecimal, *registers);
+        rejectReadings(*hexadecimal, *registers);
     }
     if (registers && !fitsHexadecimal && (registers->size() == size || !hexadecimal)) {
         return *registers;

@@ -3,7 +3,7 @@
 #include "Diagnostic.h"
 #include "FormatOfName.h"
 #include "HexBytes.h"
-#include "Refusal.h"
+#include "InvalidInput.h"
 #include "SourceReport.h"
 #include "config/OtherThanValues.h"
 #include "config/ValuesCsv.h"
@@ -137,8 +137,8 @@ Values readWritten(const YAML::Node& root, const std::string& file)
     }
     try {
         values.image = bytesOfHex(textOf(image, file, "the bytes of a parameter image"));
-    } catch (const Refusal& refusal) {
-        fail(image.Mark(), file, refusal.what());
+    } catch (const InvalidInput& invalid) {
+        fail(image.Mark(), file, invalid.what());
     }
     addAssignments(assigned, "", file, values.assignments);
     return values;

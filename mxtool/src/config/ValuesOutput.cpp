@@ -1,8 +1,8 @@
 #include "config/ValuesOutput.h"
 
 #include "DeviceJson.h"
+#include "InvalidInput.h"
 #include "ParameterText.h"
-#include "Refusal.h"
 #include "ValuesComment.h"
 #include "config/AcceptedValue.h"
 #include "config/ParameterNames.h"
@@ -69,7 +69,7 @@ std::string valueInCalls(const Parameter& parameter)
             acceptedValue(parameter, text, ValueCheck::Full) == parameter.value) {
             return text;
         }
-    } catch (const Refusal&) {
+    } catch (const InvalidInput&) {
         // Several options have this text, or it is the number of another option.
     }
     return "#" + parameter.value;

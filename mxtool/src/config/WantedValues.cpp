@@ -1,7 +1,7 @@
 #include "config/WantedValues.h"
 
 #include "Diagnostic.h"
-#include "Refusal.h"
+#include "InvalidInput.h"
 #include "config/ModuleIdentity.h"
 #include "config/ParameterNames.h"
 
@@ -37,7 +37,7 @@ void nameOptionsByNumber(std::vector<Assignment>& assignments, const DeviceRepor
 }
 
 // The identifier of the only matching parameter; empty if none or several match.
-std::string meantBy(const Assignment& assignment, const DeviceReport& device)
+std::string matchedId(const Assignment& assignment, const DeviceReport& device)
 {
     const auto found = parametersCalled(assignment.name, device);
     return found.size() == 1 ? found.front()->id : "";
@@ -76,8 +76,8 @@ Assignment assignmentOf(const std::string& words, const DeviceReport& device, Va
     try {
         auto [name, value] = splitAssignment(words, device, check);
         return {place, std::move(name), std::move(value), ExitCode::Usage};
-    } catch (const Refusal& refusal) {
-        throw Failure(ExitCode::Usage, {"error", place, refusal.what(), refusal.hint});
+    } catch (const InvalidInput& invalid) {
+        throw Failure(ExitCode::Usage, {"error", place, invalid.what(), invalid.hint});
     }
 }
 
@@ -116,12 +116,13 @@ void WantedValues::addOver(std::vector<Assignment> later)
     std::set<std::string> replaced;
     if (!all.empty()) {
         std::transform(later.begin(), later.end(), std::inserter(replaced, replaced.end()),
-                       [this](const Assignment& one) { return meantBy(one, device); });
+                       [this](const Assignment& one) { return matchedId(one, device); });
         replaced.erase("");
     }
-    all.erase(std::remove_if(
-                  all.begin(), all.end(),
-                  [&](const Assignment& one) { return replaced.count(meantBy(one, device)) != 0; }),
+    all.erase(std::remove_if(all.begin(), all.end(),
+                             [&](const Assignment& one) {
+                                 return replaced.count(matchedId(one, device)) != 0;
+                             }),
               all.end());
     all.insert(all.end(), later.begin(), later.end());
 }

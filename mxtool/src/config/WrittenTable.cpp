@@ -2,7 +2,7 @@
 
 #include "Counted.h"
 #include "HexBytes.h"
-#include "Refusal.h"
+#include "InvalidInput.h"
 #include "config/Configuration.h"
 #include "config/DecodedImage.h"
 #include "config/ModuleIdentity.h"
@@ -85,8 +85,8 @@ std::vector<char> hexIn(const TableRow& row, std::size_t column, const std::stri
 {
     try {
         return bytesOfHex(row.cells[column]);
-    } catch (const Refusal& refusal) {
-        failAt(file, row, refusal.what());
+    } catch (const InvalidInput& invalid) {
+        failAt(file, row, invalid.what());
     }
 }
 

@@ -35,7 +35,7 @@ constexpr std::array<Operator, 8> operators = {{{"!=", Comparison::NotEqual},
                                                 {">", Comparison::Greater},
                                                 {"~", Comparison::Contains}}};
 
-[[noreturn]] void refuse(const std::string& text, const std::string& reason)
+[[noreturn]] void reject(const std::string& text, const std::string& reason)
 {
     throw CLI::ValidationError("--where", "\"" + text + "\" " + reason);
 }
@@ -63,12 +63,12 @@ const ModuleField& fieldOf(const std::string& text, const std::string& name)
             return field;
         }
     }
-    refuse(text, "names no field" + text::acceptedWords(name, fieldNames()));
+    reject(text, "names no field" + text::acceptedWords(name, fieldNames()));
 }
 
 // A text value may begin or end with blanks. Only in "FIELD = TEXT" the blank after the operator
 // does not belong to it.
-std::string valueBehind(const std::string& text, std::size_t place, bool isSpaced)
+std::string valueAfter(const std::string& text, std::size_t place, bool isSpaced)
 {
     return text.substr(place + (isSpaced && text.compare(place, 1, " ") == 0 ? 1 : 0));
 }
@@ -92,18 +92,18 @@ ModuleCondition moduleCondition(const std::string& text)
             return place != std::string::npos && text.compare(place, sign.size(), sign) == 0;
         });
     if (found == operators.end()) {
-        refuse(text, "is no condition, expected a field, one of = != < <= > >= ~ and a value, "
+        reject(text, "is no condition, expected a field, one of = != < <= > >= ~ and a value, "
                      "such as in_bytes>4");
     }
     const ModuleField& field = fieldOf(text, trimmed(text.substr(0, place)));
     const std::string value =
-        valueBehind(text, place + std::string(found->text).size(), text[place - 1] == ' ');
+        valueAfter(text, place + std::string(found->text).size(), text[place - 1] == ' ');
     if (field.isNumber && found->comparison == Comparison::Contains) {
-        refuse(text,
+        reject(text,
                "looks for a text in the number " + field.name + ", expected one of = != < <= > >=");
     }
     if (field.isNumber && !isWholeNumber(trimmed(value))) {
-        refuse(text, "compares " + field.name + " with \"" + trimmed(value) +
+        reject(text, "compares " + field.name + " with \"" + trimmed(value) +
                          "\", expected a whole number");
     }
     return {field.name, found->comparison,

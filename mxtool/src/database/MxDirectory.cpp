@@ -1,7 +1,7 @@
 #include "database/MxDirectory.h"
 
-#include "CallFiles.h"
 #include "Diagnostic.h"
+#include "FilesInUse.h"
 #include "InputFile.h"
 
 #include <devices/parser/mx/HexText.h>
@@ -61,7 +61,7 @@ void addEntry(const std::string& path, MxDirectory& directory)
         report({"error", path, "Found " + *found + ", expected a file: it is left out", ""});
         ++directory.leftOut;
     } else {
-        callFiles().addInput(path);
+        filesInUse().addInput(path);
         directory.files.push_back(path);
     }
 }

@@ -36,12 +36,12 @@ std::string meaningOfPart(const mxauthor::ExplainedPart& part);
 /// Returns "group 20c0, parameters: 122 bytes at 0x00013c (316)".
 std::string headingOf(const mxauthor::ExplainedGroup& group);
 
-/// Returns the explanation of the byte at `offset`. Throws a `Refusal` when the offset is outside
-/// the file.
+/// Returns the explanation of the byte at `offset`. Throws a `InvalidInput` when the offset is
+/// outside the file.
 std::string explainByte(const ExplainedFile& file, const std::string& offset);
 
-/// Returns the places of the parameters, channels and texts called `name`. Throws a `Refusal` when
-/// there are none.
+/// Returns the places of the parameters, channels and texts called `name`. Throws a `InvalidInput`
+/// when there are none.
 std::string explainName(const ExplainedFile& file, const std::string& name);
 
 } // namespace mxtool

@@ -1,5 +1,5 @@
 #include "Counted.h"
-#include "Refusal.h"
+#include "InvalidInput.h"
 #include "TextTable.h"
 #include "explain/ExplainOutput.h"
 
@@ -30,12 +30,12 @@ std::size_t offsetOf(const std::string& word, std::size_t size)
     const char* const end = word.data() + word.size();
     const auto result = std::from_chars(begin, end, offset, isHex ? 16 : 10);
     if (result.ec != std::errc() || result.ptr != end) {
-        throw Refusal("\"" + word + "\" is no offset",
-                      "a number in decimal, or in hexadecimal behind 0x");
+        throw InvalidInput("\"" + word + "\" is no offset",
+                           "a number in decimal, or in hexadecimal behind 0x");
     }
     if (offset >= size) {
-        throw Refusal(fmt::format("{0} ({0:#x}) lies outside the file of {1}", offset,
-                                  counted(size, "byte")));
+        throw InvalidInput(fmt::format("{0} ({0:#x}) lies outside the file of {1}", offset,
+                                       counted(size, "byte")));
     }
     return offset;
 }
@@ -103,8 +103,8 @@ std::string explainName(const ExplainedFile& file, const std::string& name)
         for (const NamedPlace& place : file.explanation.names) {
             names.insert(text::toUtf8(place.name));
         }
-        throw Refusal("No parameter, channel or text is called \"" + name + "\"" +
-                      text::didYouMean(name, {names.begin(), names.end()}));
+        throw InvalidInput("No parameter, channel or text is called \"" + name + "\"" +
+                           text::didYouMean(name, {names.begin(), names.end()}));
     }
     TextTable table({"What", "Group", "Offset", "Bytes"});
     for (const NamedPlace* place : found) {

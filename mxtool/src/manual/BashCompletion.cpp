@@ -71,8 +71,8 @@ std::string offer(const std::string& program, const OptionWords& option)
 }
 
 // "show,-o | show,--output) ...;;": completes the value of an option of `verb`, "*" for any.
-std::string valuesBehind(const std::string& program, const std::string& verb,
-                         const std::vector<OptionWords>& options)
+std::string valueCases(const std::string& program, const std::string& verb,
+                       const std::vector<OptionWords>& options)
 {
     std::string cases;
     for (const OptionWords& option : options) {
@@ -141,11 +141,11 @@ std::string bashCompletion(const ProgramWords& words)
     std::string others;
     std::vector<std::string> verbs;
     for (const VerbWords& verb : words.verbs) {
-        values += valuesBehind(program, verb.name, verb.options);
+        values += valueCases(program, verb.name, verb.options);
         others += wordsOfVerb(words, verb);
         verbs.push_back(verb.name);
     }
-    values += valuesBehind(program, "*", words.program.options);
+    values += valueCases(program, "*", words.program.options);
     std::vector<std::string> names;
     addNames(words.program.options, names);
     others += wordCase(",-*", fmt::format("_{}_words '{}'", program, joined(names, " ")));

@@ -1,4 +1,4 @@
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 #include "CsvOptions.h"
 #include "FormatOfName.h"
 #include "OutputFile.h"

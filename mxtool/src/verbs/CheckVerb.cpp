@@ -1,4 +1,4 @@
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 #include "Diagnostic.h"
 #include "OutputFile.h"
 #include "TerminalColour.h"
@@ -27,7 +27,7 @@ struct CheckOptions
 {
     std::vector<std::string> paths;
     std::vector<std::string> warnings; // values of -W: no-RULE
-    CheckWishes wishes;
+    RuleSettings rules;
     std::string explained; // a rule; empty: none
     std::string format = "text";
     std::string output = "-";
@@ -57,17 +57,17 @@ void takeWarnings(CheckOptions& options)
         if (word.compare(0, no.size(), no) != 0) {
             throw CLI::ValidationError("-W", "takes no-RULE, not \"" + word + "\"");
         }
-        options.wishes.silenced.push_back(word.substr(no.size()));
+        options.rules.silenced.push_back(word.substr(no.size()));
     }
 }
 
 void checkWords(CheckOptions& options)
 {
     takeWarnings(options);
-    for (const std::string& rule : options.wishes.silenced) {
+    for (const std::string& rule : options.rules.silenced) {
         requireRule("-W", rule);
     }
-    for (const std::string& rule : options.wishes.raised) {
+    for (const std::string& rule : options.rules.raised) {
         requireRule("-E", rule);
     }
     if (!options.explained.empty()) {
@@ -106,7 +106,7 @@ bool checkFiles(const CheckOptions& options, CheckReport& found)
     }
     for (const std::string& file : files) {
         allRead &=
-            succeeds([&] { found.files.push_back(checkedFile(ModuleFile(file), options.wishes)); });
+            succeeds([&] { found.files.push_back(checkedFile(ModuleFile(file), options.rules)); });
     }
     return allRead;
 }
@@ -161,7 +161,7 @@ void addOptions(CLI::App& verb, CheckOptions& options)
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
-    verb.add_option("-E", options.wishes.raised, "Take the findings of RULE for errors")
+    verb.add_option("-E", options.rules.raised, "Take the findings of RULE for errors")
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);

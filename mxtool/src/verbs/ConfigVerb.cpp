@@ -1,4 +1,4 @@
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 #include "CsvOptions.h"
 #include "FormatOfName.h"
 #include "InputFile.h"
@@ -236,9 +236,9 @@ ExitCode compareImages(const ConfigOptions& options, TranslatedModule& module, b
     return comparison.isSame() ? ExitCode::Done : ExitCode::Findings;
 }
 
-void refuseWhere(bool isRefused, const char* option, const std::string& reason)
+void rejectIf(bool isInvalid, const char* option, const std::string& reason)
 {
-    if (isRefused) {
+    if (isInvalid) {
         throw CLI::ValidationError(option, reason);
     }
 }
@@ -249,17 +249,16 @@ void checkWords(const ConfigOptions& options)
 {
     const std::string format = formatOf(options);
     requireCsv(options.csv, format);
-    refuseWhere(options.compares() && std::find(comparisonFormats.begin(), comparisonFormats.end(),
-                                                format) == comparisonFormats.end(),
-                "--format", "A comparison is text, json or csv, not " + format);
-    refuseWhere(options.changed && options.compares(), "--changed",
-                "does not go with a comparison, which lists what deviates");
-    refuseWhere(options.changed && format == "binary", "--changed",
-                "lists parameters, not with --format binary");
-    refuseWhere(
-        options.force && options.set.empty() && options.valuesFiles.empty(), "--force",
-        "is about values of --set and --values, and there are none; to replace another file, "
-        "add --overwrite");
+    rejectIf(options.compares() && std::find(comparisonFormats.begin(), comparisonFormats.end(),
+                                             format) == comparisonFormats.end(),
+             "--format", "A comparison is text, json or csv, not " + format);
+    rejectIf(options.changed && options.compares(), "--changed",
+             "does not go with a comparison, which lists what deviates");
+    rejectIf(options.changed && format == "binary", "--changed",
+             "lists parameters, not with --format binary");
+    rejectIf(options.force && options.set.empty() && options.valuesFiles.empty(), "--force",
+             "is about values of --set and --values, and there are none; to replace another file, "
+             "add --overwrite");
 }
 
 ExitCode config(ConfigOptions options, const GlobalOptions& global)
@@ -297,13 +296,13 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
         "Show the values in these bytes instead of composing: hexadecimal, Modbus registers in "
         "decimal as well, or a file of them, of JSON or of CSV; with --values as --compare");
     decode->excludes(set)->excludes(force)->excludes("--param-block");
-    refuseEmptyValue(*decode);
+    rejectEmptyValue(*decode);
     auto* const compare = verb.add_option(
         "--compare", options.compare,
         "Compare these bytes, given as to --decode, with those that the call composes; "
         "exit code 1 when they differ");
     compare->excludes(decode);
-    refuseEmptyValue(*compare);
+    rejectEmptyValue(*compare);
     acceptOneOf(*verb.add_option("--fieldbus", options.fieldbus,
                                  "raw (parameter image) or modbus (registers); of the bytes to "
                                  "decode as well"),

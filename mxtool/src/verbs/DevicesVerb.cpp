@@ -1,4 +1,4 @@
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 #include "Counted.h"
 #include "CsvOptions.h"
 #include "DatabaseChoice.h"

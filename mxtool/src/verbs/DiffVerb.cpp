@@ -1,4 +1,4 @@
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 #include "Diagnostic.h"
 #include "InputFile.h"
 #include "ModuleFile.h"

@@ -1,8 +1,8 @@
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 #include "Diagnostic.h"
+#include "InvalidInput.h"
 #include "ModuleFile.h"
 #include "OutputFile.h"
-#include "Refusal.h"
 #include "TerminalColour.h"
 #include "Verbs.h"
 #include "explain/ExplainOutput.h"
@@ -56,8 +56,8 @@ ExitCode explainFile(const ExplainOptions& options)
     file.explanation = mxauthor::explain(file.bytes);
     try {
         writeOutput(options.output, formatted(file, options));
-    } catch (const Refusal& refusal) {
-        throw Failure(ExitCode::Usage, {"error", file.name, refusal.what(), refusal.hint});
+    } catch (const InvalidInput& invalid) {
+        throw Failure(ExitCode::Usage, {"error", file.name, invalid.what(), invalid.hint});
     }
     if (const auto& failure = file.explanation.failure) {
         report({"error", input.placeOf(file.explanation.parts.back().place.offset), *failure,
@@ -76,8 +76,8 @@ void addOptions(CLI::App& verb, ExplainOptions& options)
     CLI::Option* const where = verb.add_option(
         "--where", options.name, "Tell where the parameters, channels and texts of this name lie");
     at->excludes(where);
-    refuseEmptyValue(*at);
-    refuseEmptyValue(*where);
+    rejectEmptyValue(*at);
+    rejectEmptyValue(*where);
     CLI::Option* const format =
         verb.add_option("--format", options.format, "text, json or html (a page of its own)");
     acceptOneOf(*format, {"text", "json", "html"});

@@ -1,4 +1,4 @@
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 #include "DeviceJson.h"
 #include "DeviceText.h"
 #include "OutputFile.h"

@@ -1,6 +1,6 @@
 #include "HexBytes.h"
 
-#include "Refusal.h"
+#include "InvalidInput.h"
 
 #include <gmock/gmock.h>
 
@@ -24,7 +24,7 @@ TEST(HexBytes, mayBeSeparated)
 TEST(HexBytes, refuseEverythingElse)
 {
     for (const char* text : {"1", "1 2", "0g", "g0", "01 2", "-1", "01;02", "0x1"}) {
-        EXPECT_THROW(bytesOfHex(text), mxtool::Refusal) << text;
+        EXPECT_THROW(bytesOfHex(text), mxtool::InvalidInput) << text;
     }
 }
 
@@ -33,8 +33,8 @@ TEST(HexBytes, nameThePlaceOfWhatIsWrong)
     try {
         bytesOfHex("01 0z");
         FAIL();
-    } catch (const mxtool::Refusal& refusal) {
-        EXPECT_STREQ(refusal.what(), "Found \"0z\" at character 4, expected two hexadecimal digits "
+    } catch (const mxtool::InvalidInput& invalid) {
+        EXPECT_STREQ(invalid.what(), "Found \"0z\" at character 4, expected two hexadecimal digits "
                                      "for each byte");
     }
 }

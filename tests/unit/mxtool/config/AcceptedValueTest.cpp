@@ -1,6 +1,6 @@
 #include "config/AcceptedValue.h"
 
-#include "Refusal.h"
+#include "InvalidInput.h"
 #include "TestModule.h"
 
 #include <gmock/gmock.h>
@@ -21,8 +21,8 @@ protected:
     {
         try {
             return acceptedValue(parameter, value, check);
-        } catch (const mxtool::Refusal& refusal) {
-            return std::string("refused: ") + refusal.what();
+        } catch (const mxtool::InvalidInput& invalid) {
+            return std::string("refused: ") + invalid.what();
         }
     }
 

@@ -1,6 +1,6 @@
 #include "config/ModbusRegisters.h"
 
-#include "Refusal.h"
+#include "InvalidInput.h"
 #include "TestModule.h"
 
 #include <gmock/gmock.h>
@@ -32,12 +32,12 @@ protected:
         return {decoded.begin(), decoded.end()};
     }
 
-    std::string refusalOf(const std::string& registers)
+    std::string messageFor(const std::string& registers)
     {
         try {
             image(registers);
-        } catch (const mxtool::Refusal& refusal) {
-            return refusal.what();
+        } catch (const mxtool::InvalidInput& invalid) {
+            return invalid.what();
         }
         return "accepted";
     }
@@ -82,36 +82,36 @@ TEST_F(ModbusRegisters, keepTheBitsThatTheyDoNotHold)
 
 TEST_F(ModbusRegisters, haveOneSize)
 {
-    EXPECT_EQ(refusalOf("02"),
+    EXPECT_EQ(messageFor("02"),
               "Found 1 byte, expected the 16 bytes of the module's Modbus registers");
-    EXPECT_EQ(refusalOf("0200"),
+    EXPECT_EQ(messageFor("0200"),
               "Found 2 bytes, expected the 16 bytes of the module's Modbus registers");
-    EXPECT_THAT(refusalOf("0200 ff00 0900 0500 1500 4000 0b00 0c00 00"),
+    EXPECT_THAT(messageFor("0200 ff00 0900 0500 1500 4000 0b00 0c00 00"),
                 HasSubstr("Found 17 bytes"));
 }
 
 TEST_F(ModbusRegisters, holdPositionsInOptionLists)
 {
-    EXPECT_THAT(refusalOf("0600 ff00 0900 0500 1500 4000 0b00 0c00"),
+    EXPECT_THAT(messageFor("0600 ff00 0900 0500 1500 4000 0b00 0c00"),
                 HasSubstr("parameter \"Filter\" of the module (#" + device.parameters[0].id +
                           ", byte 0): found 06 00 in byte 0 of the registers, expected 00 00 to "
                           "05 00, the position of one of its options [off = 0]"));
-    EXPECT_THAT(refusalOf("0001 ff00 0900 0500 1500 4000 0b00 0c00"), HasSubstr("found 00 01"));
+    EXPECT_THAT(messageFor("0001 ff00 0900 0500 1500 4000 0b00 0c00"), HasSubstr("found 00 01"));
     device.parameters[0].options.clear();
-    EXPECT_THAT(refusalOf("0000 ff00 0900 0500 1500 4000 0b00 0c00"),
+    EXPECT_THAT(messageFor("0000 ff00 0900 0500 1500 4000 0b00 0c00"),
                 HasSubstr("its option list is empty"));
 }
 
 TEST_F(ModbusRegisters, holdNoMoreThanABitField)
 {
-    EXPECT_THAT(refusalOf("0200 ff00 0900 0800 1500 4000 0b00 0c00"),
+    EXPECT_THAT(messageFor("0200 ff00 0900 0800 1500 4000 0b00 0c00"),
                 HasSubstr("found 08 00 in byte 6 of the registers, expected 00 to 07, its 3 bits"));
 }
 
 TEST_F(ModbusRegisters, ofAParameterOutsideTheImageStandForNothing)
 {
     device.parameters[4].field = {mxformat::statedPosition(8), 1, 0, 0};
-    EXPECT_THAT(refusalOf("0200 ff00 0900 0500 1500 4000 0b00 0c00"),
+    EXPECT_THAT(messageFor("0200 ff00 0900 0500 1500 4000 0b00 0c00"),
                 HasSubstr("none: it lies outside the parameter image of 8 bytes"));
 }
 

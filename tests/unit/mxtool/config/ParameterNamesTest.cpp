@@ -1,16 +1,16 @@
 #include "config/ParameterNames.h"
 
+#include "InvalidInput.h"
 #include "ParameterText.h"
-#include "Refusal.h"
 #include "TestModule.h"
 
 #include <gmock/gmock.h>
 
 namespace {
 
+using mxtool::InvalidInput;
 using mxtool::parameterCalled;
 using mxtool::parametersCalled;
-using mxtool::Refusal;
 using mxtool::splitAssignment;
 using testing::AllOf;
 using testing::HasSubstr;
@@ -19,12 +19,12 @@ using testing::Pair;
 class ParameterNames : public testing::Test
 {
 protected:
-    std::string refusalOf(const std::string& name)
+    std::string messageFor(const std::string& name)
     {
         try {
             parameterCalled(name, device);
-        } catch (const Refusal& refusal) {
-            return refusal.what();
+        } catch (const InvalidInput& invalid) {
+            return invalid.what();
         }
         return "accepted";
     }
@@ -64,30 +64,30 @@ TEST_F(ParameterNames, namesMayHoldASlash)
 {
     EXPECT_EQ(&parameterCalled("X/Y", device), &device.parameters[4]);
     EXPECT_EQ(&parameterCalled("module/X/Y", device), &device.parameters[4]);
-    EXPECT_THAT(refusalOf("AI 1/X/Y"), HasSubstr("No parameter is called \"AI 1/X/Y\""));
+    EXPECT_THAT(messageFor("AI 1/X/Y"), HasSubstr("No parameter is called \"AI 1/X/Y\""));
 }
 
 TEST_F(ParameterNames, severalOfANameAreListed)
 {
-    EXPECT_EQ(refusalOf("Level"), "2 parameters are called \"Level\", expected one of "
-                                  "\"AI 1/Level\", \"AI 2/Level\"");
+    EXPECT_EQ(messageFor("Level"), "2 parameters are called \"Level\", expected one of "
+                                   "\"AI 1/Level\", \"AI 2/Level\"");
 }
 
 TEST_F(ParameterNames, wherePlainNamesDoNotTellTheIdentifierIsOffered)
 {
     device.parameters[2].channelNames = {"AI 1"};
-    EXPECT_EQ(refusalOf("AI 1/Level"), "2 parameters are called \"AI 1/Level\", expected one of "
-                                       "\"#" +
-                                           device.parameters[1].id + "\", \"#" +
-                                           device.parameters[2].id + "\"");
+    EXPECT_EQ(messageFor("AI 1/Level"), "2 parameters are called \"AI 1/Level\", expected one of "
+                                        "\"#" +
+                                            device.parameters[1].id + "\", \"#" +
+                                            device.parameters[2].id + "\"");
 }
 
 TEST_F(ParameterNames, theNearestNamesAreOffered)
 {
-    EXPECT_EQ(refusalOf("Filtr"), "No parameter is called \"Filtr\", did you mean \"Filter\"?");
-    EXPECT_THAT(refusalOf("AI 3/Level"),
+    EXPECT_EQ(messageFor("Filtr"), "No parameter is called \"Filtr\", did you mean \"Filter\"?");
+    EXPECT_THAT(messageFor("AI 3/Level"),
                 AllOf(HasSubstr("\"AI 1/Level\""), HasSubstr("\"AI 2/Level\"")));
-    EXPECT_EQ(refusalOf("Wavelength of light"), "No parameter is called \"Wavelength of light\"");
+    EXPECT_EQ(messageFor("Wavelength of light"), "No parameter is called \"Wavelength of light\"");
 }
 
 TEST_F(ParameterNames, theIdentifiersThatThereAreAreListed)
@@ -95,13 +95,13 @@ TEST_F(ParameterNames, theIdentifiersThatThereAreAreListed)
     device.parameters.resize(2);
     device.parameters[0].id = "30";
     device.parameters[1].id = "31";
-    EXPECT_EQ(refusalOf("#3"), "No parameter has the identifier #3, expected one of #30, #31");
+    EXPECT_EQ(messageFor("#3"), "No parameter has the identifier #3, expected one of #30, #31");
 }
 
 TEST_F(ParameterNames, aModuleWithoutParametersSaysSo)
 {
     device.parameters.clear();
-    EXPECT_EQ(refusalOf("Filter"), "No parameter \"Filter\": the module has no parameters");
+    EXPECT_EQ(messageFor("Filter"), "No parameter \"Filter\": the module has no parameters");
     EXPECT_TRUE(parametersCalled("#1", device).empty());
 }
 
@@ -118,17 +118,17 @@ TEST_F(ParameterNames, channelsAreNamedAsTablesShowThem)
     device.parameters[2].channelNames = {"AI 2", "AO 2"};
     EXPECT_EQ(&parameterCalled("1 AI 2, AO 2/Level", device), &device.parameters[2]);
     EXPECT_EQ(&parameterCalled("1 AO 2/Level", device), &device.parameters[2]);
-    EXPECT_THAT(refusalOf("0 AI 2/Level"), HasSubstr("No parameter is called"));
+    EXPECT_THAT(messageFor("0 AI 2/Level"), HasSubstr("No parameter is called"));
 }
 
 TEST_F(ParameterNames, noHintIsAmbiguousAgain)
 {
-    EXPECT_EQ(refusalOf("Levl"),
+    EXPECT_EQ(messageFor("Levl"),
               "No parameter is called \"Levl\", did you mean \"AI 1/Level\" or \"AI 2/Level\"?");
     // A parameter of the module whose name is how a call names one of a channel.
     device.parameters[4].name = "AI 1/Level";
-    EXPECT_EQ(refusalOf("Level"), "2 parameters are called \"Level\", expected one of \"#" +
-                                      device.parameters[1].id + "\", \"AI 2/Level\"");
+    EXPECT_EQ(messageFor("Level"), "2 parameters are called \"Level\", expected one of \"#" +
+                                       device.parameters[1].id + "\", \"AI 2/Level\"");
     EXPECT_EQ(nameInCalls(device.parameters[4], device), "module/AI 1/Level");
 }
 
@@ -147,7 +147,7 @@ TEST_F(ParameterNames, anAssignmentIsSplitAfterAName)
     EXPECT_THAT(split("Filter=a=b"), Pair("Filter", "a=b"));
     EXPECT_THAT(split("Filter="), Pair("Filter", ""));
     EXPECT_THAT(split("unknown=a=b"), Pair("unknown", "a=b"));
-    EXPECT_THROW(split("Filter"), Refusal);
+    EXPECT_THROW(split("Filter"), InvalidInput);
 }
 
 TEST_F(ParameterNames, ofTwoNamesTheOneWhoseParameterAcceptsTheValueCounts)
@@ -166,10 +166,10 @@ TEST_F(ParameterNames, whatCanBeReadInTwoWaysIsRefusedWithBoth)
     try {
         split("A=B=5");
         ADD_FAILURE() << "accepted";
-    } catch (const Refusal& refusal) {
-        EXPECT_STREQ(refusal.what(), "\"A=B=5\" can be read in 2 ways: \"A\" set to \"B=5\", or "
+    } catch (const InvalidInput& invalid) {
+        EXPECT_STREQ(invalid.what(), "\"A=B=5\" can be read in 2 ways: \"A\" set to \"B=5\", or "
                                      "\"A=B\" set to \"5\"");
-        EXPECT_EQ(refusal.hint, "write one of \"#" + list + "=B=5\", \"#" + number + "=5\"");
+        EXPECT_EQ(invalid.hint, "write one of \"#" + list + "=B=5\", \"#" + number + "=5\"");
     }
     EXPECT_THAT(split("#" + list + "=B=5"), Pair("#" + list, "B=5"));
     EXPECT_THAT(split("#" + number + "=5"), Pair("#" + number, "5"));
@@ -192,10 +192,10 @@ TEST_F(ParameterNames, ofReadingsWithoutAnAcceptedValueEachIsTold)
     try {
         split("A=B=256");
         ADD_FAILURE() << "accepted";
-    } catch (const Refusal& refusal) {
-        EXPECT_STREQ(refusal.what(), "\"A=B=256\" can be read in 2 ways, no value is accepted: "
+    } catch (const InvalidInput& invalid) {
+        EXPECT_STREQ(invalid.what(), "\"A=B=256\" can be read in 2 ways, no value is accepted: "
                                      "\"A\" set to \"B=256\", or \"A=B\" set to \"256\"");
-        EXPECT_EQ(refusal.hint, "#" + device.parameters[4].id + " accepts 0 to 255; #" +
+        EXPECT_EQ(invalid.hint, "#" + device.parameters[4].id + " accepts 0 to 255; #" +
                                     device.parameters[3].id + " accepts -128 to 127");
     }
 }
@@ -206,10 +206,10 @@ TEST_F(ParameterNames, anIdentifierWithoutItsCrossIsRecognised)
     try {
         parameterCalled(id, device);
         ADD_FAILURE() << "accepted";
-    } catch (const Refusal& refusal) {
-        EXPECT_EQ(refusal.what(),
+    } catch (const InvalidInput& invalid) {
+        EXPECT_EQ(invalid.what(),
                   "No parameter is called \"" + id + "\", did you mean \"#" + id + "\"?");
-        EXPECT_EQ(refusal.hint,
+        EXPECT_EQ(invalid.hint,
                   "#" + id + " is parameter \"Level\" of channel 0 AI 1 (#" + id + ", byte 1)");
     }
 }

@@ -1,7 +1,7 @@
 #include "config/RegisterWords.h"
 
 #include "HexBytes.h"
-#include "Refusal.h"
+#include "InvalidInput.h"
 
 #include <gmock/gmock.h>
 
@@ -57,11 +57,11 @@ TEST(RegisterWords, thatCanBeReadInTwoWaysAreRefused)
     try {
         bytesOfRegisters("4500 1000", 4);
         ADD_FAILURE() << "accepted";
-    } catch (const mxtool::Refusal& refusal) {
-        EXPECT_STREQ(refusal.what(),
+    } catch (const mxtool::InvalidInput& invalid) {
+        EXPECT_STREQ(invalid.what(),
                      "It can be read in 2 ways: as hexadecimal bytes 45 00 10 00, or "
                      "as decimal registers with the bytes 11 94 03 e8");
-        EXPECT_THAT(refusal.hint, HasSubstr("10#4500"));
+        EXPECT_THAT(invalid.hint, HasSubstr("10#4500"));
     }
     EXPECT_EQ(hexOf("10#4500 1000", 4), "11 94 03 e8");
     EXPECT_EQ(hexOf("16#4500 16#1000", 4), "45 00 10 00");
@@ -70,8 +70,8 @@ TEST(RegisterWords, thatCanBeReadInTwoWaysAreRefused)
 
 TEST(RegisterWords, otherWordsAreRefused)
 {
-    EXPECT_THROW(bytesOfRegisters("1 x", 4), mxtool::Refusal);
-    EXPECT_THROW(bytesOfRegisters("70000", 2), mxtool::Refusal);
+    EXPECT_THROW(bytesOfRegisters("1 x", 4), mxtool::InvalidInput);
+    EXPECT_THROW(bytesOfRegisters("70000", 2), mxtool::InvalidInput);
 }
 
 } // namespace

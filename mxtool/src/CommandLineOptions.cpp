@@ -1,4 +1,4 @@
-#include "CallWords.h"
+#include "CommandLineOptions.h"
 
 #include "FileKind.h"
 
@@ -153,7 +153,8 @@ std::vector<std::string> withHelpAsOption(std::vector<std::string> words)
     return withHelpAsOption(std::move(words));
 }
 
-std::vector<Diagnostic> unknownWords(const CLI::App& program, const std::vector<std::string>& words)
+std::vector<Diagnostic> unknownArguments(const CLI::App& program,
+                                         const std::vector<std::string>& words)
 {
     const std::vector<std::string> unknown = leftOver(program, words);
     // The value of an unknown option shifts the arguments after it.
@@ -218,7 +219,7 @@ void acceptOneOf(CLI::Option& option, const std::vector<std::string>& accepted)
         fmt::format("{{{}}}", fmt::join(accepted, ","))));
 }
 
-void refuseEmptyValue(CLI::Option& option)
+void rejectEmptyValue(CLI::Option& option)
 {
     option.check(CLI::Validator(
         [](const std::string& value) {

@@ -14,8 +14,8 @@ std::vector<std::string> withHelpAsOption(std::vector<std::string> words);
 
 /// Returns an error for each of the arguments `words` that `program` does not know, in the order of
 /// the command line, each with the nearest verb or option. To be called after parsing.
-std::vector<Diagnostic> unknownWords(const CLI::App& program,
-                                     const std::vector<std::string>& words);
+std::vector<Diagnostic> unknownArguments(const CLI::App& program,
+                                         const std::vector<std::string>& words);
 
 /// Returns the error for a command line without a verb.
 Diagnostic missingVerb(const CLI::App& program);
@@ -37,6 +37,6 @@ void acceptOneOf(CLI::Option& option, const std::vector<std::string>& accepted);
 
 /// Makes the parser reject an empty value of `option`, such as an unset variable of a script: it
 /// would otherwise count as if the option were left out.
-void refuseEmptyValue(CLI::Option& option);
+void rejectEmptyValue(CLI::Option& option);
 
 } // namespace mxtool

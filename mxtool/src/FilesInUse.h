@@ -14,11 +14,11 @@ namespace mxtool {
 /// The functions that open files register them here (`loadInput`, `loadBytes`, the database
 /// options, `writeOutput`); verbs need not. After one rejected output every further output is
 /// rejected.
-class CallFiles
+class FilesInUse
 {
 public:
     /// `overwrite`: an output may replace a file of another kind.
-    explicit CallFiles(bool overwrite = false) : mayOverwrite(overwrite) {}
+    explicit FilesInUse(bool overwrite = false) : mayOverwrite(overwrite) {}
 
     /// Registers the file at `path` as an input, "-" for standard input. Throws a `Failure` when it
     /// is also an output (standard output counts), and when standard input was read before.
@@ -50,20 +50,20 @@ private:
     void addInputEntry(Entry input);
     void requireUnreadStandardInput();
     void requireOutput(const Entry& output);
-    [[noreturn]] void refuse(const std::string& output, const std::string& text,
+    [[noreturn]] void reject(const std::string& output, const std::string& text,
                              const std::string& hint);
-    [[noreturn]] void refuseInput(const std::string& output, const std::string& input);
-    [[noreturn]] void refuseSecond(const std::string& output, const std::string& other);
+    [[noreturn]] void rejectInput(const std::string& output, const std::string& input);
+    [[noreturn]] void rejectDuplicate(const std::string& output, const std::string& other);
 
     bool mayOverwrite;
     bool namedFiles = false; // whether outputs were registered
     bool readsStandardInput = false;
     std::vector<Entry> inputs;
     std::vector<Entry> outputs;
-    std::optional<Failure> refusal; // of the first rejected output
+    std::optional<Failure> rejection; // of the first rejected output
 };
 
 /// Returns the files of this process.
-CallFiles& callFiles();
+FilesInUse& filesInUse();
 
 } // namespace mxtool

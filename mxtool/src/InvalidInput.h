@@ -7,10 +7,10 @@ namespace mxtool {
 
 /// Why an input was rejected: what was found and what is accepted. It has no place: the caller,
 /// which knows where the input came from, makes a `Failure` or a diagnostic of it.
-class Refusal : public std::runtime_error
+class InvalidInput : public std::runtime_error
 {
 public:
-    explicit Refusal(const std::string& text, std::string whatToDo = {})
+    explicit InvalidInput(const std::string& text, std::string whatToDo = {})
         : std::runtime_error(text), hint(std::move(whatToDo))
     {}
 

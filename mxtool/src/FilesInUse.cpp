@@ -1,4 +1,4 @@
-#include "CallFiles.h"
+#include "FilesInUse.h"
 
 #include <unistd.h>
 
@@ -14,43 +14,43 @@ const std::string standardOutput = "<standard output>";
 
 } // namespace
 
-void CallFiles::refuse(const std::string& output, const std::string& text, const std::string& hint)
+void FilesInUse::reject(const std::string& output, const std::string& text, const std::string& hint)
 {
-    refusal.emplace(ExitCode::Usage,
-                    Diagnostic{"error", output, text + "; nothing is written", hint});
-    throw Failure(*refusal);
+    rejection.emplace(ExitCode::Usage,
+                      Diagnostic{"error", output, text + "; nothing is written", hint});
+    throw Failure(*rejection);
 }
 
-void CallFiles::refuseInput(const std::string& output, const std::string& input)
+void FilesInUse::rejectInput(const std::string& output, const std::string& input)
 {
     const std::string which = output == input ? "an input of this call" : "the input " + input;
-    refuse(output, "The output is " + which + " as well, which would be lost",
+    reject(output, "The output is " + which + " as well, which would be lost",
            "name another output");
 }
 
-void CallFiles::refuseSecond(const std::string& output, const std::string& other)
+void FilesInUse::rejectDuplicate(const std::string& output, const std::string& other)
 {
     const std::string which = output == other ? "this one" : "this one and " + other;
-    refuse(output, "Two outputs of this call are one file, " + which,
+    reject(output, "Two outputs of this call are one file, " + which,
            other == standardOutput ? "-o - writes to standard output, without it name another file"
                                    : "name a file of its own for each");
 }
 
-void CallFiles::addInputEntry(Entry input)
+void FilesInUse::addInputEntry(Entry input)
 {
     if (FilePlace::ofDescriptor(STDOUT_FILENO).isSameAs(input.place)) {
-        refuseInput(standardOutput, input.name);
+        rejectInput(standardOutput, input.name);
     }
     for (const Entry& output : outputs) {
         if (output.place.isSameAs(input.place)) {
-            refuseInput(output.name, input.name);
+            rejectInput(output.name, input.name);
         }
     }
     inputs.push_back(std::move(input));
 }
 
 // Reading it again gives no bytes, like an empty file.
-void CallFiles::requireUnreadStandardInput()
+void FilesInUse::requireUnreadStandardInput()
 {
     if (readsStandardInput) {
         throw Failure(ExitCode::Usage,
@@ -60,7 +60,7 @@ void CallFiles::requireUnreadStandardInput()
     readsStandardInput = true;
 }
 
-void CallFiles::addInput(const std::string& path)
+void FilesInUse::addInput(const std::string& path)
 {
     if (path == "-") {
         requireUnreadStandardInput();
@@ -71,7 +71,7 @@ void CallFiles::addInput(const std::string& path)
 }
 
 // Does not show a password in the URL of a server.
-std::vector<CallFiles::Entry> CallFiles::entriesOfDatabase(const std::string& url)
+std::vector<FilesInUse::Entry> FilesInUse::entriesOfDatabase(const std::string& url)
 {
     if (url.compare(0, fileScheme.size(), fileScheme) != 0) {
         return {{"the server's database", FilePlace::ofName(url)}};
@@ -82,37 +82,37 @@ std::vector<CallFiles::Entry> CallFiles::entriesOfDatabase(const std::string& ur
     }
     std::vector<Entry> entries = {{path, FilePlace::ofPath(path)}};
     for (const char* beside : {"-wal", "-shm", "-journal"}) {
-        const std::string name = behindLinks(path).string() + beside;
+        const std::string name = followLinks(path).string() + beside;
         entries.push_back({name, FilePlace::ofPath(name)});
     }
     return entries;
 }
 
-void CallFiles::addInputDatabase(const std::string& url)
+void FilesInUse::addInputDatabase(const std::string& url)
 {
     for (Entry& entry : entriesOfDatabase(url)) {
         addInputEntry(std::move(entry));
     }
 }
 
-void CallFiles::requireOutput(const Entry& output)
+void FilesInUse::requireOutput(const Entry& output)
 {
     for (const Entry& input : inputs) {
         if (input.place.isSameAs(output.place)) {
-            refuseInput(output.name, input.name);
+            rejectInput(output.name, input.name);
         }
     }
     for (const Entry& other : outputs) {
         if (other.place.isSameAs(output.place)) {
-            refuseSecond(output.name, other.name);
+            rejectDuplicate(output.name, other.name);
         }
     }
 }
 
-void CallFiles::addOutputs(const std::vector<std::string>& paths)
+void FilesInUse::addOutputs(const std::vector<std::string>& paths)
 {
-    if (refusal) {
-        throw Failure(*refusal);
+    if (rejection) {
+        throw Failure(*rejection);
     }
     const bool again = namedFiles;
     for (const std::string& path : paths) {
@@ -123,14 +123,14 @@ void CallFiles::addOutputs(const std::vector<std::string>& paths)
         Entry output{path, FilePlace::ofPath(path)};
         requireOutput(output);
         if (FilePlace::ofDescriptor(STDOUT_FILENO).isSameAs(output.place)) {
-            refuseSecond(path, standardOutput);
+            rejectDuplicate(path, standardOutput);
         }
         outputs.push_back(std::move(output));
         namedFiles = true;
     }
 }
 
-void CallFiles::addOutputDatabase(const std::string& url)
+void FilesInUse::addOutputDatabase(const std::string& url)
 {
     for (Entry& entry : entriesOfDatabase(url)) {
         requireOutput(entry);
@@ -138,9 +138,9 @@ void CallFiles::addOutputDatabase(const std::string& url)
     }
 }
 
-CallFiles& callFiles()
+FilesInUse& filesInUse()
 {
-    static CallFiles files;
+    static FilesInUse files;
     return files;
 }
 
