@@ -20,18 +20,18 @@ constexpr const char* description =
     "Reads and writes the device descriptions (mx files) of kv38 modules.";
 
 constexpr const char* footer =
-    R"(mxtool VERB --help, or mxtool help VERB, tells what a verb accepts.
+    R"(mxtool VERB --help, or mxtool help VERB, lists what a verb accepts.
 
 Exit codes:
   0  done
   1  done, with findings, or some files failed
-  2  the words of the call are wrong
+  2  invalid command line
   3  an input cannot be read or is malformed
   4  an output or the database failed
 
 Environment:
-  DEVICE_DATABASE_URL  database of a call without --db
-  NO_COLOR             no colour, on a terminal neither
+  DEVICE_DATABASE_URL  database if --db is not given
+  NO_COLOR             no colours, not even on a terminal
 
 Example:
   $ mxtool groups examples/modules/MX0001.bin
@@ -54,11 +54,11 @@ void addGlobalOptions(CLI::App& program, GlobalOptions& options)
     program.add_flag("-q,--quiet", options.quiet, "Print results only, no closing lines");
     program.add_flag(
         "--overwrite", options.overwrite,
-        "Let an output replace an mx file, a text form, a file of values, a station or "
-        "a database by something else, or a text whose comments and repeats it does "
-        "not keep");
+        "Allow an output to replace an mx file, a text form, a file of values, a station "
+        "or a database by a file of another kind, or a text whose comments and repeats "
+        "would be lost");
     auto* const level = program.add_option("--log-level", options.logLevel,
-                                           "Least priority of the parser's log lines shown");
+                                           "Lowest priority of the parser's log lines shown");
     level->check(CLI::Validator( // numbers and upper case are accepted as well
         [](const std::string& word) {
             return isLoggingLevel(word) ? "" : notAccepted(word, loggingLevels);

@@ -105,7 +105,7 @@ Diagnostic unknownWord(const CLI::App& program, const std::string& word)
         return unknownVerb(program, word);
     }
     return {"error", "",
-            fmt::format("{} takes no further word, found \"{}\"", callOf(program), word), ""};
+            fmt::format("{} takes no further argument, found \"{}\"", callOf(program), word), ""};
 }
 
 // The arguments of `words` that the parser did not consume, in order.
@@ -182,7 +182,7 @@ Diagnostic missingVerb(const CLI::App& program)
 
 std::string helpHint(const CLI::App& program)
 {
-    return callOf(program) + " --help tells what is accepted";
+    return callOf(program) + " --help lists what is accepted";
 }
 
 void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,

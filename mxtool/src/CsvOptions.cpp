@@ -31,7 +31,7 @@ void addCsvOptions(CLI::App& verb, CsvOptions& options)
     separator->transform(CLI::Validator(namedSeparator, "", "named separator"))
         ->each([&options](const std::string& /*word*/) { options.given = true; });
     verb.add_flag("--bom", options.byteOrderMark,
-                  "Begin CSV with a byte order mark, by which spreadsheets know UTF-8")
+                  "Begin CSV with a byte order mark, from which spreadsheets recognise UTF-8")
         ->each([&options](const std::string& /*word*/) { options.given = true; });
 }
 

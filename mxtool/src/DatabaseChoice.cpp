@@ -60,7 +60,7 @@ void addDatabaseOption(CLI::App& verb, std::string& url)
 {
     CLI::Option* const option =
         verb.add_option("--db", url,
-                        "Database URL, sqlite:PATH or postgresql:CONNECTION; without it the one of "
+                        "Database URL, sqlite:PATH or postgresql:CONNECTION; default: "
                         "DEVICE_DATABASE_URL, else sqlite:devices.sqlite");
     option->type_name("URL");
     rejectEmptyValue(*option);

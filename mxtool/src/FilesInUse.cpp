@@ -24,16 +24,15 @@ void FilesInUse::reject(const std::string& output, const std::string& text, cons
 void FilesInUse::rejectInput(const std::string& output, const std::string& input)
 {
     const std::string which = output == input ? "an input of this call" : "the input " + input;
-    reject(output, "The output is " + which + " as well, which would be lost",
-           "name another output");
+    reject(output, "The output is also " + which + ", which would be lost", "name another output");
 }
 
 void FilesInUse::rejectDuplicate(const std::string& output, const std::string& other)
 {
     const std::string which = output == other ? "this one" : "this one and " + other;
-    reject(output, "Two outputs of this call are one file, " + which,
+    reject(output, "Two outputs of this call are the same file, " + which,
            other == standardOutput ? "-o - writes to standard output, without it name another file"
-                                   : "name a file of its own for each");
+                                   : "name a separate file for each");
 }
 
 void FilesInUse::addInputEntry(Entry input)

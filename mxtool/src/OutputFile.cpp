@@ -27,7 +27,7 @@ std::string hintForWrite(const std::string& place)
     const auto directory = std::filesystem::path(place).parent_path();
     return directory.empty() || std::filesystem::exists(directory, ignored)
                ? ""
-               : "there is no directory " + directory.string() + ", make it first";
+               : "there is no directory " + directory.string() + ", create it first";
 }
 
 [[noreturn]] void failWrite(const std::string& place, int error)

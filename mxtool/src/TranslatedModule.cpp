@@ -100,7 +100,7 @@ std::shared_ptr<TranslatedModule::Device> TranslatedModule::translate(std::vecto
     } catch (const std::runtime_error& failure) {
         throw Failure(ExitCode::Input,
                       {"error", name(), failure.what(),
-                       isText ? "mxtool check " + path + " tells where in the text"
+                       isText ? "mxtool check " + path + " shows the place in the text"
                               : "mxtool groups " + path + " lists what the file holds"});
     }
 }

@@ -44,7 +44,7 @@ TEST(BadInput, whatCannotBeWrittenOrReadSaysWhatToName)
               below +
                   ": error: Cannot write: No such file or directory\nhint: there is no "
                   "directory " +
-                  directory.path("none") + ", make it first\n");
+                  directory.path("none") + ", create it first\n");
     EXPECT_EQ(runTool({"dump", module, "-o", directory.path()}).err,
               directory.path() + ": error: Cannot write: Is a directory\nhint: name a file in this "
                                  "directory\n");

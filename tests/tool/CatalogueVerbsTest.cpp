@@ -337,8 +337,8 @@ TEST_P(CatalogueVerbs, modulesWithoutContentAreWarnedOfWhenSearched)
     const ToolRun run = devices({"--search", "supply"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.out, HasSubstr("0bc1e800"));
-    EXPECT_EQ(run.err, "warning: The catalogue does not know what is inside 1 module: it may be "
-                       "missing in what is found\n"
+    EXPECT_EQ(run.err, "warning: The catalogue does not have the content of 1 module: searches may "
+                       "not find it\n"
                        "hint: mxtool populate DIRECTORY stores it\n");
     EXPECT_EQ(devices({}).err, "");
 }
@@ -351,8 +351,8 @@ TEST_P(CatalogueVerbs, aModuleWithoutItsFileIsNamed)
                   (GetParam() == testkit::Engine::Sqlite ? "X''" : "''") +
                   " WHERE in_data_size = 1"); // MX0108
     const std::string missing = "warning: 1 module was stored without the mx file: 5a010108\n"
-                                "hint: mxtool populate DIRECTORY stores the files; a host gives "
-                                "their bytes along in mxFileData of the record\n";
+                                "hint: mxtool populate DIRECTORY stores the files; a host stores "
+                                "their bytes in mxFileData of the record\n";
     for (const std::vector<std::string>& options :
          {std::vector<std::string>{}, {"5a010108"}, {"--export", directory.path("out")}}) {
         const ToolRun run = devices(options);
@@ -371,7 +371,7 @@ TEST(CatalogueWords, ofAConditionAreChecked)
         {"inbytes>4", "names no field, did you mean \"in_bytes\"? (accepted: module_id, "},
         {"in_bytes>four", "compares in_bytes with \"four\", expected a whole number"},
         {"in_bytes~4", "looks for a text in the number in_bytes"},
-        {"in_bytes", "is no condition, expected a field"},
+        {"in_bytes", "is not a condition, expected a field"},
         {">4", "names no field"},
         {"in_bytes>99999999999999999999", "expected a whole number"},
     };

@@ -124,7 +124,7 @@ TEST(ChannelsVerb, wordsThatContradictEachOtherAreRefused)
     const ToolRun same = runTool({"channels", example, "--picture", file, "-o", file});
     EXPECT_EQ(same.exitCode, 2);
     EXPECT_THAT(same.err,
-                HasSubstr("/both: error: Two outputs of this call are one file, this one;"));
+                HasSubstr("/both: error: Two outputs of this call are the same file, this one;"));
     EXPECT_EQ(filesIn(directory), 0U);
 }
 

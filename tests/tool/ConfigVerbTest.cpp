@@ -40,8 +40,8 @@ TEST(ConfigVerb, bareBytesAreNotedUnlessTheCallNamesThem)
     const std::string out = directory.path("image.bin");
     const ToolRun run = runTool({"config", serial, "-o", out});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.err, out + ": note: The bytes carry no identity: nothing in the file tells that "
-                             "they are those of a kv38.5a070701\n"
+    EXPECT_EQ(run.err, out + ": note: The bytes carry no identity: nothing in the file identifies "
+                             "them as those of a kv38.5a070701\n"
                              "hint: -o NAME.json or NAME.csv keeps it; --format binary or -q "
                              "leaves out this note\n");
     EXPECT_EQ(runTool({"config", serial, "-q", "-o", out}).err, "");
@@ -122,7 +122,7 @@ TEST(ConfigVerb, comparesWhatIsWantedWithWhatWasRead)
     EXPECT_THAT(run.out,
                 HasSubstr("2-3         module        Receive timeout  250 ms  251 ms  00 fa "
                           "        00 fb\n"));
-    EXPECT_THAT(run.out, HasSubstr("1 of 5 parameters deviate from what is wanted\n"));
+    EXPECT_THAT(run.out, HasSubstr("1 of 5 parameters deviate from the wanted values\n"));
     const ToolRun decoded = runTool(
         {"config", serial, "--values", wanted, "--decode", "03 02 00 fb eeddef0b82167eeb", "-q"});
     EXPECT_EQ(decoded.exitCode, 1);
@@ -419,14 +419,16 @@ TEST(ConfigVerb, nothingIsIgnored)
     const std::string values = directory.path("i.json");
     runTool({"config", serial, "-o", values});
     const std::vector<std::pair<std::vector<std::string>, std::string>> calls = {
-        {{"--changed", "--compare", image}, "--changed: does not go with a comparison"},
-        {{"--changed", "--decode", image, "--values", values}, "--changed: does not go with a"},
-        {{"--changed", "-o", directory.path("o.bin")}, "--changed: lists parameters, not with"},
-        {{"--force"}, "--force: is about values of --set and --values, and there are none"},
-        {{"--force", "--compare", image}, "--force: is about values of"},
+        {{"--changed", "--compare", image}, "--changed: does not apply to a comparison"},
+        {{"--changed", "--decode", image, "--values", values}, "--changed: does not apply to a"},
+        {{"--changed", "-o", directory.path("o.bin")},
+         "--changed: applies to lists of parameters, not to"},
+        {{"--force"}, "--force: applies to values of --set and --values, and there are none"},
+        {{"--force", "--compare", image}, "--force: applies to values of"},
         {{"--in-offset", "4"}, "mxtool config has no option \"--in-offset\""},
         {{"--param-block", image, "--values", values},
-         "--param-block " + image + ": error: " + values + " has an image to write values into"}};
+         "--param-block " + image + ": error: " + values +
+             " also has an image to write values into"}};
     for (const auto& [words, text] : calls) {
         std::vector<std::string> call = {"config", serial};
         call.insert(call.end(), words.begin(), words.end());

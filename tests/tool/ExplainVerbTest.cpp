@@ -118,7 +118,7 @@ TEST(ExplainVerb, aFileWithoutFramingIsExplainedUpToIt)
     EXPECT_EQ(run.err, file +
                            ":0x000008: error: Parser::parse(): Error in group 5 (@ 8): Invalid "
                            "group length\nhint: mxtool check " +
-                           file + " tells more\n");
+                           file + " shows the details\n");
 }
 
 } // namespace

@@ -102,7 +102,7 @@ TEST_P(WrongWords, endWithCode2AndTheReason)
     EXPECT_EQ(run.out, "");
     EXPECT_THAT(run.err, StartsWith("error: "));
     EXPECT_THAT(run.err, HasSubstr(GetParam().second));
-    EXPECT_THAT(run.err, EndsWith(" --help tells what is accepted\n"));
+    EXPECT_THAT(run.err, EndsWith(" --help lists what is accepted\n"));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -122,7 +122,7 @@ INSTANTIATE_TEST_SUITE_P(
         std::pair{"config --foo X --format xml", "--format: found \"xml\" (accepted: text, json, "},
         std::pair{"show a -x", "mxtool show has no option \"-x\""},
         std::pair{"show", "FILE is required"},
-        std::pair{"show a b", "mxtool show takes no further word, found \"b\""},
+        std::pair{"show a b", "mxtool show takes no further argument, found \"b\""},
         std::pair{"groups --format xml a", "xml"},
         std::pair{"show --in-offset -1 a",
                   "--in-offset: found \"-1\", expected a whole number from 0 to 4294967295, in "
@@ -170,7 +170,7 @@ TEST(WrongWords, areToldInTheOrderInWhichTheyWereTyped)
               "error: mxtool show has no option \"--qiet\", did you mean \"--quiet\"?\n"
               "error: mxtool show has no option \"--fromat\", did you mean \"--format\"?\n"
               "error: mxtool show has no option \"--ouput\", did you mean \"--output\"?\n"
-              "hint: mxtool show --help tells what is accepted\n");
+              "hint: mxtool show --help lists what is accepted\n");
 }
 
 // Every option with a fixed list of values: the nearest one first.

@@ -218,7 +218,7 @@ TEST_P(StandardOutput, thatIsAnInputIsRefused)
     setup.standardOutput = workplace.path("module.bin");
     const ToolRun run = runTool(workplace.words(GetParam(), workplace.path("new")), setup);
     EXPECT_EQ(run.exitCode, 2);
-    EXPECT_THAT(run.err, HasSubstr("<standard output>: error: The output is the input " +
+    EXPECT_THAT(run.err, HasSubstr("<standard output>: error: The output is also the input " +
                                    workplace.path("module.bin")));
     EXPECT_TRUE(readFile(workplace.path("module.bin")) == module);
     EXPECT_FALSE(fs::exists(workplace.path("new")));
@@ -242,7 +242,7 @@ TEST_P(TwoOutputs, thatAreOneFileAreRefused)
         }
         const ToolRun run = runTool(workplace.words(GetParam(), workplace.path("./same")));
         EXPECT_EQ(run.exitCode, 2);
-        EXPECT_THAT(run.err, HasSubstr("Two outputs of this call are one file"));
+        EXPECT_THAT(run.err, HasSubstr("Two outputs of this call are the same file"));
         EXPECT_EQ(fs::exists(same), isThere);
     }
     EXPECT_TRUE(readFile(same) == readFile(workplace.path("block.bin")));
@@ -282,7 +282,7 @@ TEST(Export, doesNotWriteOverItsDatabase)
     const ToolRun run =
         runTool({"devices", "--db", "sqlite:" + database, "--export", workplace.path("sub")});
     EXPECT_EQ(run.exitCode, 2);
-    EXPECT_THAT(run.err, HasSubstr(database + ": error: The output is an input"));
+    EXPECT_THAT(run.err, HasSubstr(database + ": error: The output is also an input"));
     EXPECT_TRUE(readFile(database) == before);
     EXPECT_EQ(std::distance(fs::directory_iterator(workplace.path("sub")), {}), 1);
 }
@@ -297,7 +297,7 @@ TEST(Build, namesWhatOneTextReadsAndAnotherIsBuiltTo)
     const ToolRun run = runTool(
         {"build", workplace.path("a.yaml"), workplace.path("b.yaml"), "-o", workplace.path("sub")});
     EXPECT_EQ(run.exitCode, 2);
-    EXPECT_THAT(run.err, HasSubstr("sub/a.bin: error: The output is an input of this call"));
+    EXPECT_THAT(run.err, HasSubstr("sub/a.bin: error: The output is also an input of this call"));
     EXPECT_TRUE(readFile(workplace.path("sub/a.bin")) == readFile(workplace.path("module.bin")));
     EXPECT_FALSE(fs::exists(workplace.path("sub/b.bin")));
 }

@@ -113,7 +113,7 @@ TEST(Streams, anOutputInAMissingDirectoryIsAFailedOutput)
     const ToolRun run = runTool({"show", example, "-o", "/nonexistent/show.txt"});
     EXPECT_EQ(run.exitCode, 4);
     EXPECT_EQ(run.err, "/nonexistent/show.txt: error: Cannot write: No such file or directory\n"
-                       "hint: there is no directory /nonexistent, make it first\n");
+                       "hint: there is no directory /nonexistent, create it first\n");
 }
 
 TEST(Streams, diagnosticsHaveNoColourOutsideATerminal)

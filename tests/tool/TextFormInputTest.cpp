@@ -300,7 +300,7 @@ TEST(TextFormInput, whatTheParserRefusesSendsToTheText)
     const std::string text = directory.write("a.yaml", charsOf(textWithFindings));
     EXPECT_EQ(runTool({"show", text}).err,
               text + ": error: Parser::getGroupEntry(): No such group: 0040\nhint: mxtool check " +
-                  text + " tells where in the text\n");
+                  text + " shows the place in the text\n");
 }
 
 TEST(TextFormInput, aTextThatIsNotUtf8IsToldAtItsByte)

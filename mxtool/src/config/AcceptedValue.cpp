@@ -66,7 +66,7 @@ std::optional<std::string> numberOfText(const Parameter& parameter, const std::s
         }
         if (number && *number != option.value) {
             reject(parameter, text,
-                   fmt::format("several options are called so, expected one of the numbers in {}",
+                   fmt::format("several options have this text, expected one of the numbers in {}",
                                text::toUtf8(acceptedValues(parameter))));
         }
         number = option.value;

@@ -71,7 +71,7 @@ std::string summary(const ImageComparison& comparison)
     for (const ParameterPlace& place : comparison.deviations) {
         deviating.insert(place.parameter);
     }
-    return fmt::format("{} of {} parameters deviate from what is wanted\n", deviating.size(),
+    return fmt::format("{} of {} parameters deviate from the wanted values\n", deviating.size(),
                        comparison.wanted.device.parameters.size());
 }
 

@@ -52,8 +52,7 @@ public:
     Composition result()
     {
         if (unchecked != 0) {
-            warn("note", module.name(),
-                 fmt::format("{} more values were not looked at", unchecked));
+            warn("note", module.name(), fmt::format("{} more values were not checked", unchecked));
         }
         if (composition.code == ExitCode::Done) {
             composition.image = imageWith(settings);

@@ -38,7 +38,7 @@ std::optional<std::string> nameOfOther(const std::string& content, FileKind kind
     return !foreign && isImage(content) ? "an image of bytes" : foreign;
 }
 
-std::string takerOf(const std::string& content, FileKind kind, const std::string& file)
+std::string hintForKind(const std::string& content, FileKind kind, const std::string& file)
 {
     if (kind == FileKind::MxFile || kind == FileKind::TextForm) {
         return "mxtool config " + (file[0] == '<' ? "FILE" : file) +
@@ -60,7 +60,7 @@ std::optional<Failure> otherThanValues(const std::string& content, const std::st
     }
     return Failure(ExitCode::Input,
                    {"error", file, "This is " + *found + ", expected a file of names and values",
-                    takerOf(content, kind, file)});
+                    hintForKind(content, kind, file)});
 }
 
 } // namespace mxtool

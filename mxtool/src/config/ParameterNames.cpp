@@ -144,7 +144,7 @@ std::string nearestNames(const std::string& name, const DeviceReport& device)
     }
     throw InvalidInput(fmt::format("No parameter is called \"{}\"{}", text::abbreviated(name),
                                    nearestNames(name, device)),
-                       "mxtool config FILE without more words lists the parameters");
+                       "mxtool config FILE without further arguments lists the parameters");
 }
 
 // One way to read "NAME=VALUE".

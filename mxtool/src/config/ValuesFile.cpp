@@ -106,7 +106,7 @@ void requireUniqueMembers(const YAML::Node& root, const std::string& file)
     for (const auto& member : root) {
         if (member.first.IsScalar() && !names.insert(member.first.Scalar()).second) {
             fail(member.first.Mark(), file,
-                 fmt::format("The member {} is there twice", kindOf(member.first)));
+                 fmt::format("The member {} occurs twice", kindOf(member.first)));
         }
     }
 }

@@ -45,7 +45,7 @@ std::string matchedId(const Assignment& assignment, const DeviceReport& device)
 
 // Whether `name` is the name of `parameter` in a table: unchanged, or with escaped control
 // characters.
-bool isNamedSo(const std::string& name, const DeviceReport::Parameter& parameter)
+bool isNameInTable(const std::string& name, const DeviceReport::Parameter& parameter)
 {
     return name == text::toUtf8(parameter.name) || name == text::forTerminal(parameter.name);
 }
@@ -57,7 +57,7 @@ void requireStatedNames(const std::vector<Assignment>& assignments, const Device
     for (const Assignment& assignment : assignments) {
         const auto found = parametersCalled(assignment.name, device);
         if (assignment.statedName.empty() || found.size() != 1 ||
-            isNamedSo(assignment.statedName, *found.front())) {
+            isNameInTable(assignment.statedName, *found.front())) {
             continue;
         }
         throw Failure(ExitCode::Input,
@@ -66,7 +66,7 @@ void requireStatedNames(const std::vector<Assignment>& assignments, const Device
                                    "table is of another version of the module",
                                    text::abbreviated(assignment.statedName), assignment.name,
                                    text::toUtf8(found.front()->name)),
-                       "without the column id the rows go by their names"});
+                       "without the column id rows are matched by name"});
     }
 }
 

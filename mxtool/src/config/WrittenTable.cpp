@@ -145,7 +145,7 @@ std::vector<char> registersIn(const CsvTable& table, std::size_t address, const 
     std::map<std::size_t, const TableRow*> byAddress;
     for (const TableRow& row : table.rows) {
         if (!byAddress.emplace(numberIn(row, address, file), &row).second) {
-            failAt(file, row, fmt::format("Register {} is there twice", row.cells[address]));
+            failAt(file, row, fmt::format("Register {} occurs twice", row.cells[address]));
         }
     }
     std::vector<char> bytes;

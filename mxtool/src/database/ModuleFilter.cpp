@@ -92,7 +92,7 @@ ModuleCondition moduleCondition(const std::string& text)
             return place != std::string::npos && text.compare(place, sign.size(), sign) == 0;
         });
     if (found == operators.end()) {
-        reject(text, "is no condition, expected a field, one of = != < <= > >= ~ and a value, "
+        reject(text, "is not a condition, expected a field, one of = != < <= > >= ~ and a value, "
                      "such as in_bytes>4");
     }
     const ModuleField& field = fieldOf(text, trimmed(text.substr(0, place)));
@@ -118,9 +118,9 @@ std::vector<std::string> searchWords(const std::string& text)
 
 std::string conditionHelp()
 {
-    std::string text = "Fields of --where, compared by = != < <= > >= and, the texts, ~ (holds); "
-                       "blanks belong to a text, "
-                       "save those in FIELD = TEXT:\n";
+    std::string text =
+        "Fields of --where, compared by = != < <= > >= and, for texts, ~ (contains); "
+        "blanks are part of a text, except those in FIELD = TEXT:\n";
     for (const ModuleField& field : moduleFields()) {
         text += fmt::format("  {:<15}  {}\n", field.name, field.meaning);
     }

@@ -125,7 +125,7 @@ std::size_t reportWithoutFile(const std::vector<ModuleSummary>& modules)
             fmt::format("{} stored without the mx file: {}{}",
                         count == 1 ? "1 module was" : fmt::format("{} modules were", count),
                         fmt::join(ids, ", "), rest),
-            "mxtool populate DIRECTORY stores the files; a host gives their bytes along in "
+            "mxtool populate DIRECTORY stores the files; a host stores their bytes in "
             "mxFileData of the record"});
     return count;
 }

@@ -31,7 +31,7 @@ std::size_t offsetOf(const std::string& word, std::size_t size)
     const auto result = std::from_chars(begin, end, offset, isHex ? 16 : 10);
     if (result.ec != std::errc() || result.ptr != end) {
         throw InvalidInput("\"" + word + "\" is no offset",
-                           "a number in decimal, or in hexadecimal behind 0x");
+                           "a number in decimal, or in hexadecimal after 0x");
     }
     if (offset >= size) {
         throw InvalidInput(fmt::format("{0} ({0:#x}) lies outside the file of {1}", offset,
@@ -92,7 +92,7 @@ std::string explainByte(const ExplainedFile& file, const std::string& word)
            line("field", fieldLine(part, offset)) +
            line("bytes", part.place.length <= 16 ? hexOfPart(file, part) : "") +
            line("value", valueOfPart(part)) + line("meaning", part.meaning) +
-           line("read", part.isRead ? "yes" : "no, nobody reads it");
+           line("read", part.isRead ? "yes" : "no");
 }
 
 std::string explainName(const ExplainedFile& file, const std::string& name)

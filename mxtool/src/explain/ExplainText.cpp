@@ -83,10 +83,10 @@ std::string meaningOfPart(const ExplainedPart& part)
 
 std::string headingOf(const ExplainedGroup& group)
 {
-    return fmt::format(
-        "group {}, {}: {} bytes at {:#08x} ({}){}", devices::parser::mx::u16AsHex(group.id),
-        group.name.empty() ? "not of the format" : group.name, group.place.length,
-        group.place.offset, group.place.offset, group.isRead ? "" : ", nobody reads it");
+    return fmt::format("group {}, {}: {} bytes at {:#08x} ({}){}",
+                       devices::parser::mx::u16AsHex(group.id),
+                       group.name.empty() ? "not of the format" : group.name, group.place.length,
+                       group.place.offset, group.place.offset, group.isRead ? "" : ", not read");
 }
 
 std::string explainText(const ExplainedFile& file, bool coloured)

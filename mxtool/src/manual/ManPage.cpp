@@ -246,7 +246,7 @@ std::string programPage(const ProgramWords& words)
                 "; see\n" + reference(pageOf(words, verb)) + ".\n";
         others += (others.empty() ? "" : " ,\n") + reference(pageOf(words, verb));
     }
-    page += ".SH OPTIONS\nEvery verb accepts these, before and behind its name.\n" +
+    page += ".SH OPTIONS\nEvery verb accepts these, before and after its name.\n" +
             entries(words.program.options);
     return page + sections(words.program) + ".SH SEE ALSO\n" + others + "\n";
 }

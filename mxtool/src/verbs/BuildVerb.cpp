@@ -20,9 +20,9 @@ namespace mxtool {
 namespace {
 
 constexpr const char* buildFooter =
-    R"(The rules of "mxtool check" are applied to what is built; what they find is told at the line and
-column of the text. A file that the device parser would refuse is not written, unless --force asks
-for it; other findings do not keep a file from being written.
+    R"(The rules of "mxtool check" are applied to the built file; findings are reported at the line and
+column of the text. A file that the device parser would refuse is written only with --force; other
+findings do not prevent writing.
 
 Example:
   $ mxtool build examples/modules/MX0302.yaml -o /tmp/MX0302.bin
@@ -215,7 +215,7 @@ void addBuildVerb(CLI::App& program, const GlobalOptions& global, const VerbChoi
     verb->add_option("-o,--output", options->output,
                      "The mx file, - for standard output; or a directory for FILE.bin of each text")
         ->required();
-    verb->add_flag("--force", options->force, "Write what the device parser refuses as well");
+    verb->add_flag("--force", options->force, "Also write files that the device parser refuses");
     verb->footer(buildFooter);
     verb->callback([options, choose, &global] {
         choose([options, &global] { return build(*options, global); });

@@ -157,17 +157,17 @@ void addOptions(CLI::App& verb, CheckOptions& options)
         "FILE", options.paths,
         "mx files, their text forms, or directories whose files MX*.bin are checked; - for "
         "standard input");
-    verb.add_option("-W", options.warnings, "Leave a rule out: -W no-RULE")
+    verb.add_option("-W", options.warnings, "Leave out a rule: -W no-RULE")
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
-    verb.add_option("-E", options.rules.raised, "Take the findings of RULE for errors")
+    verb.add_option("-E", options.rules.raised, "Report the findings of RULE as errors")
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
-    verb.add_flag("--strict", options.strict, "End with 1 on any finding");
+    verb.add_flag("--strict", options.strict, "Exit with 1 on any finding");
     verb.add_flag("--list-rules", options.listRules, "List the rules (text or json)");
-    verb.add_option("--explain", options.explained, "Tell what RULE is about, with an example");
+    verb.add_option("--explain", options.explained, "Describe RULE, with an example");
     acceptOneOf(*verb.add_option("--format", options.format, "text, json or sarif (SARIF 2.1.0)"),
                 {"text", "json", "sarif"});
     verb.add_option("-o,--output", options.output, "Write to this file, - for standard output");
@@ -178,7 +178,7 @@ void addOptions(CLI::App& verb, CheckOptions& options)
 void addCheckVerb(CLI::App& program, const GlobalOptions& global, const VerbChoice& choose)
 {
     CLI::App* verb =
-        program.add_subcommand("check", "Hold mx files against the rules of the format");
+        program.add_subcommand("check", "Check mx files against the rules of the format");
     auto options = std::make_shared<CheckOptions>();
     addOptions(*verb, *options);
     verb->footer(checkFooter);

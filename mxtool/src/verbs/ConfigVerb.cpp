@@ -97,7 +97,7 @@ std::vector<char> baseImage(const ConfigOptions& options, const WantedValues& wa
     if (!blockFile.empty() && wanted.image()) {
         throw Failure(ExitCode::Usage,
                       {"error", "--param-block " + blockFile,
-                       wanted.imageFile() + " has an image to write values into as well",
+                       wanted.imageFile() + " also has an image to write values into",
                        "leave one of them out; a file of --format values has no image"});
     }
     if (!blockFile.empty()) {
@@ -128,7 +128,7 @@ std::string formatOf(const ConfigOptions& options)
 void noteMissingIdentity(const ConfigOptions& options, const DeviceReport& device)
 {
     report({"note", options.output,
-            "The bytes carry no identity: nothing in the file tells that they are those of a " +
+            "The bytes carry no identity: nothing in the file identifies them as those of a " +
                 device.deviceTypeId,
             "-o NAME.json or NAME.csv keeps it; --format binary or -q leaves out this note"});
 }
@@ -253,12 +253,13 @@ void checkWords(const ConfigOptions& options)
                                              format) == comparisonFormats.end(),
              "--format", "A comparison is text, json or csv, not " + format);
     rejectIf(options.changed && options.compares(), "--changed",
-             "does not go with a comparison, which lists what deviates");
+             "does not apply to a comparison, which lists only deviations");
     rejectIf(options.changed && format == "binary", "--changed",
-             "lists parameters, not with --format binary");
-    rejectIf(options.force && options.set.empty() && options.valuesFiles.empty(), "--force",
-             "is about values of --set and --values, and there are none; to replace another file, "
-             "add --overwrite");
+             "applies to lists of parameters, not to --format binary");
+    rejectIf(
+        options.force && options.set.empty() && options.valuesFiles.empty(), "--force",
+        "applies to values of --set and --values, and there are none; to replace another file, "
+        "add --overwrite");
 }
 
 ExitCode config(ConfigOptions options, const GlobalOptions& global)
@@ -284,8 +285,8 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
         "option of number N");
     set->expected(1)->take_all()->type_name("NAME=VALUE");
     verb.add_option("--values", options.valuesFiles,
-                    "YAML, JSON or CSV file of names and values, repeatable: a later one goes "
-                    "before an earlier one")
+                    "YAML, JSON or CSV file of names and values, repeatable: later values "
+                    "replace earlier ones")
         ->expected(1)
         ->take_all()
         ->type_name("FILE");
@@ -293,19 +294,19 @@ void addOptions(CLI::App& verb, ConfigOptions& options)
         verb.add_flag("--force", options.force, "Accept numbers outside the range or option list");
     auto* const decode = verb.add_option(
         "--decode", options.decode,
-        "Show the values in these bytes instead of composing: hexadecimal, Modbus registers in "
-        "decimal as well, or a file of them, of JSON or of CSV; with --values as --compare");
+        "Show the values in these bytes instead of composing: in hexadecimal, Modbus registers "
+        "also in decimal, or a file of bytes, JSON or CSV; with --values the same as --compare");
     decode->excludes(set)->excludes(force)->excludes("--param-block");
     rejectEmptyValue(*decode);
-    auto* const compare = verb.add_option(
-        "--compare", options.compare,
-        "Compare these bytes, given as to --decode, with those that the call composes; "
-        "exit code 1 when they differ");
+    auto* const compare =
+        verb.add_option("--compare", options.compare,
+                        "Compare these bytes, given as for --decode, with the composed ones; "
+                        "exit code 1 if they differ");
     compare->excludes(decode);
     rejectEmptyValue(*compare);
     acceptOneOf(*verb.add_option("--fieldbus", options.fieldbus,
-                                 "raw (parameter image) or modbus (registers); of the bytes to "
-                                 "decode as well"),
+                                 "raw (parameter image) or modbus (registers), also of the bytes "
+                                 "to decode"),
                 {"raw", "modbus"});
     acceptOneOf(
         *verb.add_option("--format", options.format,

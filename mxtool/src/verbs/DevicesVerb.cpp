@@ -91,8 +91,8 @@ void warnOfUnknownContent(DeviceDatabase& database, const ModuleQuery& query)
         all.begin(), all.end(), [](const ModuleSummary& module) { return !module.hasContent; }));
     if (unknown != 0) {
         report({"warning", "",
-                fmt::format("The catalogue does not know what is inside {}: it may be missing in "
-                            "what is found",
+                fmt::format("The catalogue does not have the content of {}: searches may not "
+                            "find it",
                             counted(unknown, "module")),
                 "mxtool populate DIRECTORY stores it"});
     }
@@ -205,7 +205,7 @@ void addOptions(CLI::App& verb, DevicesOptions& options)
                             ->take_all();
     auto* const toDirectory =
         verb.add_option("--export", options.exportDirectory,
-                        "Write the mx files back into this directory, as MX and identifier");
+                        "Write the mx files into this directory, named MX and identifier");
     auto* const toDatabase = verb.add_option("--copy-to", options.copyUrl,
                                              "Copy the modules to the database at this URL");
     auto* const removal =

@@ -34,8 +34,9 @@ mxauthor::MxFile readFile(const std::string& path)
     const ModuleFile input(path);
     mxauthor::ReadGroups read = mxauthor::readWholeGroups(input.bytes());
     if (read.failure) {
-        throw Failure(ExitCode::Input, {"error", input.placeOf(read.file.tail.place.offset),
-                                        *read.failure, "mxtool check " + path + " tells more"});
+        throw Failure(ExitCode::Input,
+                      {"error", input.placeOf(read.file.tail.place.offset), *read.failure,
+                       "mxtool check " + path + " shows the details"});
     }
     return std::move(read.file);
 }

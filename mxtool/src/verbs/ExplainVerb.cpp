@@ -61,7 +61,7 @@ ExitCode explainFile(const ExplainOptions& options)
     }
     if (const auto& failure = file.explanation.failure) {
         report({"error", input.placeOf(file.explanation.parts.back().place.offset), *failure,
-                "mxtool check " + options.file + " tells more"});
+                "mxtool check " + options.file + " shows the details"});
         return ExitCode::Input;
     }
     return ExitCode::Done;
@@ -72,14 +72,14 @@ void addOptions(CLI::App& verb, ExplainOptions& options)
     verb.add_option("FILE", options.file, "The mx file or its text form, - for standard input")
         ->required();
     CLI::Option* const at =
-        verb.add_option("--at", options.at, "Tell what the byte at this offset is (419 or 0x1a3)");
+        verb.add_option("--at", options.at, "Explain the byte at this offset (419 or 0x1a3)");
     CLI::Option* const where = verb.add_option(
-        "--where", options.name, "Tell where the parameters, channels and texts of this name lie");
+        "--where", options.name, "Show where the parameters, channels and texts of this name are");
     at->excludes(where);
     rejectEmptyValue(*at);
     rejectEmptyValue(*where);
     CLI::Option* const format =
-        verb.add_option("--format", options.format, "text, json or html (a page of its own)");
+        verb.add_option("--format", options.format, "text, json or html (a self-contained page)");
     acceptOneOf(*format, {"text", "json", "html"});
     format->excludes(at);
     format->excludes(where);
@@ -90,7 +90,7 @@ void addOptions(CLI::App& verb, ExplainOptions& options)
 
 void addExplainVerb(CLI::App& program, const GlobalOptions& /*global*/, const VerbChoice& choose)
 {
-    CLI::App* verb = program.add_subcommand("explain", "Tell what every byte of an mx file is");
+    CLI::App* verb = program.add_subcommand("explain", "Explain every byte of an mx file");
     auto options = std::make_shared<ExplainOptions>();
     addOptions(*verb, *options);
     verb->footer(explainFooter);

@@ -62,13 +62,13 @@ void addNewVerb(CLI::App& program, const GlobalOptions& global, const VerbChoice
     auto request = std::make_shared<mxauthor::SkeletonRequest>();
     request->schema = "/usr/share/parser-mx/mx-module.schema.json";
     auto output = std::make_shared<std::string>("-");
-    verb->add_option("--channels", request->channels, "Such as \"3 AI, 2 DO\"; none without it")
+    verb->add_option("--channels", request->channels, "Such as \"3 AI, 2 DO\"; default: none")
         ->type_name("CHANNELS");
     verb->add_option("--name", request->name, "Name of the module in its catalogue")
         ->type_name("NAME");
     verb->add_option("--id", request->id, "Module identifier")->type_name("MODULE_ID");
     verb->add_option("--type", request->type,
-                     "Number of the module type; follows from the channels")
+                     "Number of the module type; default: derived from the channels")
         ->type_name("TYPE");
     verb->add_option("--schema", request->schema,
                      "Where editors find the JSON Schema, for the first line of the text");

@@ -19,7 +19,7 @@ using devices::database::DeviceDatabase;
 
 constexpr const char* populateFooter =
     R"(Either every file that can be translated is in the database afterwards, or nothing has changed;
-who reads meanwhile sees the state before. What is called MX*.bin and is no file is named and left out.
+others read the previous state until then. Entries MX*.bin that are not files are reported and left out.
 
 Example:
   $ mxtool populate examples/modules --db sqlite:/tmp/devices.sqlite

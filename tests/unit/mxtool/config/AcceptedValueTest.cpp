@@ -75,7 +75,7 @@ TEST_F(AcceptedValue, aCrossIsAlwaysTheNumber)
 
 TEST_F(AcceptedValue, aTextOfTwoOptionsIsRefused)
 {
-    EXPECT_THAT(outcome(filter, "same"), HasSubstr("several options are called so"));
+    EXPECT_THAT(outcome(filter, "same"), HasSubstr("several options have this text"));
     EXPECT_EQ(outcome(filter, "#4"), "4");
 }
 

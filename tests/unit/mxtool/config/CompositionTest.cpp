@@ -98,7 +98,7 @@ TEST_F(Compose, looksForNoMoreThanFiftyWrongValues)
     const std::vector<std::string> lines = linesOf(composition);
     ASSERT_EQ(lines.size(), 51U);
     EXPECT_THAT(lines[49], HasSubstr("No parameter is called \"unknown49\""));
-    EXPECT_THAT(lines[50], HasSubstr("note: 10 more values were not looked at"));
+    EXPECT_THAT(lines[50], HasSubstr("note: 10 more values were not checked"));
     EXPECT_EQ(composition.code, ExitCode::Usage);
     EXPECT_THAT(composition.image, IsEmpty());
 }

@@ -54,7 +54,7 @@ TEST_F(Compared, parametersDeviateInTheirBits)
     EXPECT_THAT(comparison.strayBytes, IsEmpty());
     const std::string text = comparisonText(comparison);
     EXPECT_THAT(text, HasSubstr("2           1 AI 2        Level       11 mA"));
-    EXPECT_THAT(text, HasSubstr("2 of 9 parameters deviate from what is wanted\n"));
+    EXPECT_THAT(text, HasSubstr("2 of 9 parameters deviate from the wanted values\n"));
 }
 
 TEST_F(Compared, bitsOfNoParameterCount)

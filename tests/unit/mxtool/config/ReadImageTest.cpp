@@ -168,7 +168,7 @@ TEST_F(ReadImage, ofATableOfRegistersGoesByTheirAddresses)
     EXPECT_THAT(failureOf("r.csv", "Address;Value\n" + rows, FieldbusType::Modbus),
                 HasSubstr("r.csv:2: error: Found register 40008, expected 40007: there is a gap"));
     EXPECT_THAT(failureOf("r.csv", "Address;Value\n" + rows + "40001;1\n", FieldbusType::Modbus),
-                HasSubstr("r.csv:9: error: Register 40001 is there twice"));
+                HasSubstr("r.csv:9: error: Register 40001 occurs twice"));
     EXPECT_THAT(failureOf("r.csv", "register;value\n1;70000\n", FieldbusType::Modbus),
                 HasSubstr("r.csv:2: error: Found \"70000\", expected a register in decimal"));
     EXPECT_THAT(failureOf("r.csv", "register;value\n1;7\n"), HasSubstr("--fieldbus modbus"));

@@ -147,7 +147,7 @@ TEST(ValuesFile, otherSchemasAreRefused)
               "v.yaml:1:1: error: Expected the members \"image\" and \"values\"\n");
     EXPECT_EQ(failureOf("{schema: {name: mxtool.config, version: 1}, image: '', values: {}, "
                         "values: {a: 1}}"),
-              "v.yaml:1:68: error: The member \"values\" is there twice\n");
+              "v.yaml:1:68: error: The member \"values\" occurs twice\n");
     EXPECT_EQ(failureOf("{schema: {name: mxtool.config, version: 1}, device_type_id: [a]}"),
               "v.yaml:1:61: error: Found a list, expected a device type such as "
               "\"kv38.5a030304\"\n");

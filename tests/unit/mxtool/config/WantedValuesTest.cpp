@@ -67,7 +67,7 @@ TEST_F(Wanted, theNameOfARowIsThatOfItsIdentifier)
         EXPECT_EQ(mxtool::toText(failure.diagnostic, false),
                   "b.csv:2: error: Found \"Level\" as the name of parameter #" + filter +
                       ", expected \"Filter\": the table is of another version of the module\n"
-                      "hint: without the column id the rows go by their names\n");
+                      "hint: without the column id rows are matched by name\n");
     }
 }
 
