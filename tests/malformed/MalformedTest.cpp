@@ -49,7 +49,7 @@ std::vector<std::string> checkerFinds(const std::vector<char>& bytes)
 class Malformed : public testing::TestWithParam<std::string>
 {};
 
-TEST_P(Malformed, isFoundAsItSays)
+TEST_P(Malformed, isFoundAsStated)
 {
     const MalformedFile file = readMalformedFile(GetParam());
     EXPECT_NE(file.defect, "");

@@ -122,7 +122,7 @@ TEST_F(BuildVerb, buildsManyIntoADirectory)
     EXPECT_FALSE(std::filesystem::exists(output + "wrong.bin"));
 }
 
-TEST_F(BuildVerb, tellsOutputsThatCannotBe)
+TEST_F(BuildVerb, reportsImpossibleOutputs)
 {
     const std::string text = file("a.yaml", "module: []\n");
     const ToolRun several = runTool({"build", text, text, "-o", directory.path("a.bin")});
@@ -169,7 +169,7 @@ TEST_F(BuildVerb, dumpsADamagedFileWithAWarning)
     EXPECT_EQ(runTool({"dump", binary}).out, readFile(text));
 }
 
-TEST_F(BuildVerb, writesAFileWithFindingsAndTellsThemAtTheText)
+TEST_F(BuildVerb, writesAFileWithFindingsAndReportsThemAtTheText)
 {
     const std::string text =
         file("a.yaml", sound + "parameters:\n  - {name: A, channel: 7, type: UInt8}\n");
@@ -203,7 +203,7 @@ TEST_F(BuildVerb, doesNotWriteWhatTheParserRefuses)
     EXPECT_NE(readFile(binary), "older");
 }
 
-TEST_F(BuildVerb, tellsNoNotesWhenItIsQuiet)
+TEST_F(BuildVerb, reportsNoNotesWhenQuiet)
 {
     const std::string text = file("a.yaml", sound + "texts: {fixed: {9: unused}}\n");
     EXPECT_THAT(runTool({"build", text, "-o", "-"}).err, HasSubstr("note: [text-unused]"));

@@ -182,7 +182,7 @@ TEST_P(CatalogueVerbs, replaceRemovesNothingWhereAFileStatesNoModule)
     EXPECT_THAT(found({}), ElementsAre("0bc1e800", "5a010108"));
 }
 
-TEST_P(CatalogueVerbs, aRefusedRecordCostsItsFileAlone)
+TEST_P(CatalogueVerbs, aRejectedRecordAffectsItsFileOnly)
 {
     populate(modules("first", {"MX0001.bin"}));
     // The module of MX0108.bin, by the label that its file states.

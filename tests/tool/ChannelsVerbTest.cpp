@@ -46,7 +46,7 @@ TEST(ChannelsVerb, writesThePictureBesideTheList)
     EXPECT_EQ(filesIn(directory), 1U);
 }
 
-TEST(ChannelsVerb, aPictureOnStandardOutputStandsInPlaceOfTheList)
+TEST(ChannelsVerb, aPictureOnStandardOutputReplacesTheList)
 {
     const testkit::TemporaryDirectory directory;
     const std::string list = directory.path("list.csv");
@@ -59,7 +59,7 @@ TEST(ChannelsVerb, aPictureOnStandardOutputStandsInPlaceOfTheList)
     EXPECT_THAT(readFile(list), StartsWith("number,name,"));
 }
 
-TEST(ChannelsVerb, aPictureIsSvgWhateverItsNameWishes)
+TEST(ChannelsVerb, aPictureIsSvgWhateverItsName)
 {
     const testkit::TemporaryDirectory directory;
     const ToolRun run = runTool({"channels", example, "--picture", directory.path("a.png")});
@@ -128,7 +128,7 @@ TEST(ChannelsVerb, wordsThatContradictEachOtherAreRefused)
     EXPECT_EQ(filesIn(directory), 0U);
 }
 
-TEST(ChannelsVerb, theMapStandsAboveTheListWithoutColourOutsideATerminal)
+TEST(ChannelsVerb, theMapIsAboveTheListWithoutColourOutsideATerminal)
 {
     const ToolRun run = runTool({"channels", example, "--map"});
     EXPECT_EQ(run.exitCode, 0);

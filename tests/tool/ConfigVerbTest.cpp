@@ -494,7 +494,7 @@ TEST(ConfigVerb, aFailedCallOfTheLibraryWritesOneErrorOnly)
     EXPECT_THAT(run.err, StartsWith("examples/modules/MX9999.bin: error: "));
 }
 
-TEST(ConfigVerb, valuesThatAreNotUtf8AreToldAtTheirByte)
+TEST(ConfigVerb, valuesThatAreNotUtf8AreReportedAtTheirByte)
 {
     const testkit::TemporaryDirectory directory;
     const std::string text = "Parity: even\nStop bits: \xFC\n";

@@ -34,7 +34,7 @@ TEST(ExplainVerb, dumpsEveryByte)
     EXPECT_EQ(run.out.find('\033'), std::string::npos);
 }
 
-TEST(ExplainVerb, tellsWhatOneByteIs)
+TEST(ExplainVerb, explainsOneByte)
 {
     const ToolRun hex = runTool({"explain", analogue, "--at", "0x129"});
     const ToolRun decimal = runTool({"explain", analogue, "--at", "297"});

@@ -164,7 +164,7 @@ TEST(Help, comesAsAVerbToo)
 }
 
 // Each wrong word is reported once, in the order of the command line.
-TEST(WrongWords, areToldInTheOrderInWhichTheyWereTyped)
+TEST(WrongWords, areReportedInTheOrderInWhichTheyWereTyped)
 {
     EXPECT_EQ(runTool({"--qiet", "show", "a", "--fromat", "json", "--ouput=x"}).err,
               "error: mxtool show has no option \"--qiet\", did you mean \"--quiet\"?\n"

@@ -61,7 +61,7 @@ TEST(Streams, anOutputFileKeepsWhoMayReadIt)
     EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
-TEST(Streams, anOutputThatIsALinkIsWrittenBehindIt)
+TEST(Streams, anOutputThatIsALinkIsWrittenToItsTarget)
 {
     namespace fs = std::filesystem;
     const testkit::TemporaryDirectory directory;
@@ -95,7 +95,7 @@ TEST(Streams, aFullDeviceIsAFailedOutput)
     EXPECT_EQ(runTool({"--help"}, full).exitCode, 4);
 }
 
-TEST(Streams, aReaderThatLeavesEarlyIsNotTold)
+TEST(Streams, aClosedPipeIsNotReported)
 {
     ToolSetup left;
     left.readerLeft = true;

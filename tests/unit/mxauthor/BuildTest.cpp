@@ -93,7 +93,7 @@ TEST(Build, computesDataSizesByTheRulesOfAlignment)
     EXPECT_EQ(sizes("dataSizes: [\"InDataX\", Comment]\n"), "InDataX\r\nComment\r\n");
 }
 
-TEST(Build, putsParametersBehindOneAnother)
+TEST(Build, putsParametersAfterOneAnother)
 {
     const MxFile file = built("parameters:\n"
                               "  - {name: a, type: UInt16, default: 0x0102}\n"

@@ -39,7 +39,7 @@ std::string compressed(const std::string& text)
     return {bytes.begin(), bytes.end()};
 }
 
-TEST(ForeignContent, isToldByItsFirstBytes)
+TEST(ForeignContent, isRecognisedByItsFirstBytes)
 {
     EXPECT_EQ(foreignContent(png), "a PNG picture");
     EXPECT_EQ(foreignContent("\xFF\xD8\xFF\xE0 JFIF"), "a JPEG picture");

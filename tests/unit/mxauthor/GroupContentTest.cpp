@@ -74,7 +74,7 @@ TEST(GroupContent, entriesThatAreNoLinesAreRaw)
     expectRaw(0x0040, "49642c733d34000a310d0a"); // NUL and LF in the value
 }
 
-TEST(GroupContent, parameterBlockStandsBehindItsHeader)
+TEST(GroupContent, parameterBlockFollowsItsHeader)
 {
     // Descriptor 1: 1 + 4 + 2 = 7 bytes of header.
     const auto block = readAs<ParameterBlock>(0x0010, "00 01 a1a2a3a4a5 32 00");
@@ -105,7 +105,7 @@ TEST(GroupContent, dataSizesAreLines)
     expectRaw(0x0011, "4142 0d0a 43");
 }
 
-TEST(GroupContent, textsFollowTwoBytesThatNobodyReads)
+TEST(GroupContent, textsFollowTwoUnreadBytes)
 {
     const auto table = readAs<TextTable>(0x20D3, "0002 0064 b156 0d0a 0063 0d0a");
     EXPECT_EQ(table.head.value, 2);

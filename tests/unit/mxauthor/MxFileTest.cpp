@@ -52,7 +52,7 @@ TEST(MxFile, knowsWhereEachGroupAndItsChecksumStand)
     expectPlace(std::get<RawGroup>(file.groups[0].content).bytes.place, 0x7ABC, 4, 2);
 }
 
-TEST(MxFile, keepsTheBytesBehindTheContentLength)
+TEST(MxFile, keepsTheBytesAfterTheContentLength)
 {
     // Content length 10: what follows is not a group.
     const MxFile file = read("0000 000a 000a 0003 0000  ffff 0001");

@@ -77,7 +77,7 @@ TEST(Schema, asksForTheEntriesThatReadersAskFor)
     EXPECT_THAT(requiredKeys("component"), UnorderedElementsAreArray(mxauthor::componentKeys));
 }
 
-TEST(Schema, saysWhatEveryModuleTypeMeans)
+TEST(Schema, describesEveryModuleType)
 {
     const json& type = schema().at("definitions").at("module").at("properties").at("type");
     const json& forms = type.at("anyOf");

@@ -42,7 +42,7 @@ TEST(Gzip, isNotFoundInOtherBytes)
     EXPECT_EQ(gunzipped(longer, 100), std::nullopt);
 }
 
-TEST(Gzip, tellsHowFarTheBytesGo)
+TEST(Gzip, reportsHowFarTheBytesGo)
 {
     using End = text::Gunzipped::End;
     const std::string content(70000, 'x');
@@ -60,7 +60,7 @@ TEST(Gzip, tellsHowFarTheBytesGo)
     EXPECT_EQ(gunzip({}, 1).end, End::CutOff);
 }
 
-TEST(Gzip, tellsWhatIsDamaged)
+TEST(Gzip, reportsWhatIsDamaged)
 {
     Bytes bytes = gzipped("some text");
     bytes[bytes.size() - 8] ^= 1U; // of the checksum
