@@ -39,7 +39,7 @@ const std::string& readable(const std::string& text)
             !Poco::UTF8Encoding::isLegal(bytes, static_cast<int>(length))) {
             throw SqlFailure("byte " + std::to_string(at + 1) + " of a text of " +
                              std::to_string(text.size()) +
-                             " bytes in the catalogue is no UTF-8 without NUL");
+                             " bytes in the catalogue is not UTF-8 without NUL");
         }
         at += length;
     }

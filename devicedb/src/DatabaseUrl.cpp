@@ -27,7 +27,7 @@ std::string shownPart(const std::string& url)
     return colon == std::string::npos ? url : url.substr(0, colon) + ":...";
 }
 
-[[noreturn]] void refuse(const std::string& shown, const std::string& reason)
+[[noreturn]] void reject(const std::string& shown, const std::string& reason)
 {
     throw std::runtime_error("Device database URL \"" + shown + "\" " + reason +
                              ", expected sqlite:PATH, sqlite::memory: or postgresql:CONNECTION");
@@ -49,11 +49,11 @@ std::unique_ptr<RecordStore> openSqlite(const std::string& path, const std::stri
 std::unique_ptr<RecordStore> openRecordStore(const std::string& url, OpenMode mode)
 {
     if (url.find('\0') != std::string::npos) {
-        refuse(shownPart(url), "holds a NUL byte");
+        reject(shownPart(url), "holds a NUL byte");
     }
     if (const auto path = behind("sqlite:", url)) {
         if (path->empty()) {
-            refuse(url, "names no file");
+            reject(url, "names no file");
         }
         return openSqlite(*path, url, mode);
     }
@@ -62,7 +62,7 @@ std::unique_ptr<RecordStore> openRecordStore(const std::string& url, OpenMode mo
         const bool isUrl = words->compare(0, 2, "//") == 0;
         return openThroughPostgresqlModule(isUrl ? url : *words, mode, secondsToWait());
     }
-    refuse(shownPart(url), "is not understood");
+    reject(shownPart(url), "is invalid");
 }
 
 } // namespace devices::database

@@ -93,7 +93,7 @@ std::string PostgresqlConnection::whyTransactionIsLost()
 {
     return PQstatus(connection.get()) == CONNECTION_BAD
                ? "the connection to the server is lost"
-               : "its transaction was taken back after an earlier failure";
+               : "its transaction was rolled back after an earlier failure";
 }
 
 } // namespace devices::database

@@ -38,7 +38,7 @@ Options parsed(const std::string& words)
         const std::string reason = message == nullptr ? "out of memory" : message;
         PQfreemem(message);
         fail("postgresql:...", "open",
-             "its connection words are not understood: " + withoutQuotedParts(reason));
+             "its connection string is invalid: " + withoutQuotedParts(reason));
     }
     return options;
 }

@@ -128,7 +128,7 @@ int SqlRecordStore::readSchemaVersion()
     }
     if (version > schemaVersion) {
         fail(shownName, "open",
-             "its schema has version " + std::to_string(version) + ", this library knows " +
+             "its schema has version " + std::to_string(version) + ", this library supports " +
                  std::to_string(schemaVersion) + " at most");
     }
     return static_cast<int>(version);

@@ -131,7 +131,7 @@ bool SqliteConnection::holdsTransaction()
 // After some failures, a full disk for one, SQLite has rolled the whole transaction back by itself.
 std::string SqliteConnection::whyTransactionIsLost()
 {
-    return "its transaction was taken back after an earlier failure";
+    return "its transaction was rolled back after an earlier failure";
 }
 
 } // namespace devices::database

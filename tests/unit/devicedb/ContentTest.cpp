@@ -118,7 +118,7 @@ TEST_P(Content, ThatIsNoUtf8CostsItsRecordAlone)
     database.insert(device("1"), contentNamed("a"));
     EXPECT_EQ(failureOf([&] { database.insert(device("2"), bad); }),
               "Cannot write to device database " + place.name() +
-                  ": byte 4 of a text of 4 bytes in the catalogue is no UTF-8 without NUL");
+                  ": byte 4 of a text of 4 bytes in the catalogue is not UTF-8 without NUL");
     database.insert(device("3"), contentNamed("c"));
     transaction.commit();
     EXPECT_THAT(storedIds(url), ElementsAre("1", "3"));

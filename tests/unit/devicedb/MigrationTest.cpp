@@ -116,7 +116,7 @@ TEST_F(Migration, OfANewerVersionIsRefusedWithBothNamed)
     otherProgram() << "UPDATE schema_version SET version = 7", Poco::Data::Keywords::now;
     EXPECT_EQ(failureOf([&] { DeviceDatabase database(url); }),
               "Cannot open device database " + url +
-                  ": its schema has version 7, this library knows 3 at most");
+                  ": its schema has version 7, this library supports 3 at most");
     EXPECT_EQ(number("SELECT version FROM schema_version"), 7);
     EXPECT_EQ(number("SELECT count(*) FROM sqlite_master WHERE name = 'modules'"), 0);
 }

@@ -51,8 +51,8 @@ std::string word(const std::string& key)
 TEST(PostgresqlWords, AreReadByLibpq)
 {
     EXPECT_EQ(openFailure("postgresql:host=/nowhere colour=red"),
-              "Cannot open device database postgresql:...: its connection words are not "
-              "understood: invalid connection option \"...\"");
+              "Cannot open device database postgresql:...: its connection string is invalid: "
+              "invalid connection option \"...\"");
 }
 
 TEST(PostgresqlWords, ThatCannotBeReadAreNotShown)
@@ -83,7 +83,7 @@ TEST(PostgresqlWords, RefusedConnectionIsNamed)
     EXPECT_THAT(failure, Not(HasSubstr("\n")));
 }
 
-TEST(PostgresqlWords, PasswordIsTakenOutOfWhatTheServerSays)
+TEST(PostgresqlWords, PasswordIsRemovedFromServerMessages)
 {
     // The role's name is the password: the server shows it, the library does not.
     const std::string failure = openFailure("postgresql:host=" + word("host") +
@@ -157,7 +157,7 @@ TEST_F(PostgresqlServer, LostConnectionIsNamedAndNothingChanged)
     EXPECT_THAT(storedIds(place.url()), ElementsAre("1"));
 }
 
-TEST_F(PostgresqlServer, ConnectionLostWithinATransactionTakesItBack)
+TEST_F(PostgresqlServer, ConnectionLostWithinATransactionRollsItBack)
 {
     {
         auto transaction = database.beginTransaction();

@@ -73,7 +73,7 @@ TEST_P(Schema, NewerVersionIsRefused)
 {
     DeviceDatabase{url};
     place.execute("UPDATE schema_version SET version = 4");
-    expectRefused("its schema has version 4, this library knows 3 at most");
+    expectRefused("its schema has version 4, this library supports 3 at most");
 }
 
 TEST_P(Schema, VersionBelow1IsRefused)

@@ -96,7 +96,7 @@ TEST_P(Transactions, UncommittedChangesAreTakenBack)
     EXPECT_EQ(database.find("1")->brandLabelName, "old");
 }
 
-TEST_P(Transactions, ExceptionTakesTheChangesBack)
+TEST_P(Transactions, ExceptionRollsTheChangesBack)
 {
     EXPECT_EQ(failureOf([&] {
                   const auto transaction = database.beginTransaction();
@@ -166,7 +166,7 @@ TEST_F(SqliteTransactions, NothingIsStoredOutsideATransactionThatTheEngineGaveUp
                   " BEGIN SELECT RAISE(ROLLBACK, 'refused'); END");
     const std::string refusal = "Cannot write to device database " + url + ": refused";
     const std::string lost = "Cannot change device database " + url +
-                             ": its transaction was taken back after an earlier failure";
+                             ": its transaction was rolled back after an earlier failure";
     {
         auto transaction = database.beginTransaction();
         database.insert(device("1"));
