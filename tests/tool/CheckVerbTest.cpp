@@ -33,7 +33,7 @@ TEST(CheckVerb, showsFindingsWithTheirPlaceAndEndsWith1)
     EXPECT_EQ(run.out,
               file +
                   ":0x000008: error: [framing] group 0005 states a length of 5 bytes, 8 are left "
-                  "and 6 are the least\n" +
+                  "and the minimum is 6\n" +
                   file +
                   ":0x000008: error: [parser-refuses] Parser::parse(): Error in group 5 (@ "
                   "8): Invalid group length\n"
@@ -65,7 +65,7 @@ TEST(CheckVerb, strictEndsWith1OnAnyFinding)
     EXPECT_EQ(runTool({"check", "--strict", cleanFile}).exitCode, 0);
 }
 
-TEST(CheckVerb, aDirectoryStandsForItsMxFiles)
+TEST(CheckVerb, aDirectoryMeansItsMxFiles)
 {
     const testkit::TemporaryDirectory directory;
     brokenFile(directory, "MX2.bin");
@@ -76,7 +76,7 @@ TEST(CheckVerb, aDirectoryStandsForItsMxFiles)
     EXPECT_LT(run.out.find("MX1.bin"), run.out.find("MX2.bin"));
 }
 
-TEST(CheckVerb, goesOnBehindAFileThatCannotBeRead)
+TEST(CheckVerb, continuesAfterAFileThatCannotBeRead)
 {
     const testkit::TemporaryDirectory directory;
     const ToolRun run = runTool({"check", "/nonexistent.bin", directory.path(), cleanFile});
@@ -143,7 +143,7 @@ TEST(CheckVerb, listsAndExplainsItsRules)
     }
 }
 
-TEST(CheckVerb, refusesWrongWords)
+TEST(CheckVerb, rejectsInvalidCommandLines)
 {
     const ToolRun rule = runTool({"check", "-E", "text-mising", cleanFile});
     EXPECT_EQ(rule.exitCode, 2);

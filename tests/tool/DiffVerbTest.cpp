@@ -28,7 +28,7 @@ TEST(DiffVerb, theSameFileEndsWith0)
     const ToolRun run = runTool({"diff", before, before});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.out, StartsWith("a parameter image stored for "));
-    EXPECT_THAT(run.out, HasSubstr(": yes, because every parameter lies where it lay"));
+    EXPECT_THAT(run.out, HasSubstr(": yes, because every parameter keeps its place"));
 }
 
 TEST(DiffVerb, aDifferenceEndsWith1)
@@ -37,11 +37,12 @@ TEST(DiffVerb, aDifferenceEndsWith1)
     const std::string after = withOtherDefault(directory);
     const ToolRun run = runTool({"diff", before, after});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.out,
-              "compatible  parameter 3 \"Upper limit\" of channel 0: default 9500 becomes 9501\n"
-              "a parameter image stored for " +
-                  before + " stays valid for " + after +
-                  ": yes, because every parameter lies where it lay and takes what it took\n");
+    EXPECT_EQ(
+        run.out,
+        "compatible  parameter 3 \"Upper limit\" of channel 0: default 9500 becomes 9501\n"
+        "a parameter image stored for " +
+            before + " stays valid for " + after +
+            ": yes, because every parameter keeps its place and still accepts its old values\n");
 }
 
 TEST(DiffVerb, jsonHoldsDifferencesAndVerdict)

@@ -96,7 +96,7 @@ TEST(TextFormInput, everyVerbThatTakesAnMxFileTakesItsTextForm)
     }
 }
 
-TEST(TextFormInput, everyVerbSaysWhatElseAFileIs)
+TEST(TextFormInput, everyVerbNamesTheTypeOfAnotherFile)
 {
     const testkit::TemporaryDirectory directory;
     const std::string empty = directory.write("empty.bin", {});
@@ -186,7 +186,7 @@ TEST(TextFormInput, aFileOfAnotherFormIsNamed)
     }
 }
 
-TEST(TextFormInput, everyVerbTellsTheErrorsOfATextAtTheirPlaces)
+TEST(TextFormInput, everyVerbReportsTheErrorsOfATextAtTheirPlaces)
 {
     const testkit::TemporaryDirectory directory;
     const std::string text =
@@ -203,15 +203,15 @@ TEST(TextFormInput, everyVerbTellsTheErrorsOfATextAtTheirPlaces)
     }
 }
 
-TEST(TextFormInput, aTextThatIsNoneIsToldAsSuch)
+TEST(TextFormInput, aTextThatIsNotATextFormIsReportedAsSuch)
 {
     const testkit::TemporaryDirectory directory;
     const std::string text = directory.write("MX1.bin", charsOf("hello, this is a text\n"));
     const ToolRun run = runTool({"groups", text});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_EQ(run.err, text +
-                           ":1:1: error: no module here: keys such as \"module:\" expected\n"
-                           "hello, this is a text\n^\n" +
+                           ":1:1: error: no module found: keys such as \"module:\" "
+                           "expected\nhello, this is a text\n^\n" +
                            text +
                            ": error: A text with 1 error, expected an mx file or its text "
                            "form\n");
@@ -228,7 +228,7 @@ TEST(TextFormInput, standardInputMayBeAText)
     EXPECT_THAT(runTool({"check", "-"}, setup).out, StartsWith("<standard input>:"));
 }
 
-TEST(TextFormInput, checkTellsFindingsAtTheText)
+TEST(TextFormInput, checkReportsFindingsAtTheText)
 {
     const testkit::TemporaryDirectory directory;
     const std::string text = directory.write("a.yaml", charsOf(textWithFindings));
@@ -276,25 +276,25 @@ TEST(TextFormInput, checkGivesOneResultForTheRepetitionsOfALineInJsonAndSarif)
         "parameters: [{repeat: 3, name: A <n>, channel: 7, type: UInt8}]\n";
     const std::string text = directory.write("a.yaml", charsOf(repeated));
     const std::string said = "belongs to channel 7, which does not exist (in all 3 repetitions)";
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
     const json report = json::parse(runTool({"check", "--format", "json", text}).out);
     for (const json& finding : report["files"][0]["findings"]) {
         if (finding["rule"] == "parameter-channel") {
-            told.push_back(finding["text"]);
+            reported.push_back(finding["text"]);
         }
     }
-    EXPECT_THAT(told, testing::ElementsAre(said));
-    told.clear();
+    EXPECT_THAT(reported, testing::ElementsAre(said));
+    reported.clear();
     const json log = json::parse(runTool({"check", "--format", "sarif", text}).out);
     for (const json& result : log["runs"][0]["results"]) {
         if (result["ruleId"] == "parameter-channel") {
-            told.push_back(result["message"]["text"]);
+            reported.push_back(result["message"]["text"]);
         }
     }
-    EXPECT_THAT(told, testing::ElementsAre("parameter 1 \"A 1\": " + said));
+    EXPECT_THAT(reported, testing::ElementsAre("parameter 1 \"A 1\": " + said));
 }
 
-TEST(TextFormInput, whatTheParserRefusesSendsToTheText)
+TEST(TextFormInput, aRejectionByTheParserPointsToTheText)
 {
     const testkit::TemporaryDirectory directory;
     const std::string text = directory.write("a.yaml", charsOf(textWithFindings));
@@ -303,7 +303,7 @@ TEST(TextFormInput, whatTheParserRefusesSendsToTheText)
                   text + " shows the place in the text\n");
 }
 
-TEST(TextFormInput, aTextThatIsNotUtf8IsToldAtItsByte)
+TEST(TextFormInput, aTextThatIsNotUtf8IsReportedAtItsByte)
 {
     const testkit::TemporaryDirectory directory;
     const std::string latin1 =

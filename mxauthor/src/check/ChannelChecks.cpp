@@ -11,28 +11,28 @@ namespace {
 
 const CheckRule channelRows[] = {
     {"channel-kind", warning,
-     "The kind of a channel stands for no data: it gets no symbol and no address. Kind 31 says "
-     "that on purpose.",
-     "group 20d0, channel 1 \"Input 2\": kind 11 stands for no data, expected 1 to 9"},
+     "The kind of a channel means no data: it gets no symbol and no address. Kind 31 states that "
+     "explicitly.",
+     "group 20d0, channel 1 \"Input 2\": kind 11 means no data, expected 1 to 9"},
     {"channel-bits", warning,
-     "The number of bits is not that of the channel's kind, or no bit field of one byte.",
+     "The number of bits is not that of the channel's kind; a bit field has 1 to 8.",
      "group 20d0, channel 0 \"Input 1\": 8 bits stated, its kind has 16"},
     {"channel-repeated", warning,
-     "Two channels have one number. Its parameters stand in the Modbus registers once for each; an "
-     "input and an output without parameters may share one.",
+     "Two channels have the same number. Its parameters are in the Modbus registers once for each; "
+     "an input and an output without parameters may share a number.",
      "group 20d0, channel 0 \"Input 1\": another channel has this number as well: name and "
-     "parameters stand for both"},
+     "parameters apply to both"},
     {"channel-overlap", error, "Two channels share bits of a process image.",
      "group 20d0, channel 3 \"Output 1\": QX0_0 shares bits with QX0_0 of channel 2 \"Output 1\""},
-    {"symbol-repeated", error, "Two channels have one IEC symbol.",
+    {"symbol-repeated", error, "Two channels have the same IEC symbol.",
      "group 20d0, channel 3 \"Output 1\": has the symbol QX0_0 of channel 2 \"Output 1\""},
     {"channel-unaligned", note,
-     "The rules for addresses put a channel at a byte that is no multiple of its size. Modules do "
-     "so; processors and fieldbuses may mind.",
-     "group 20d0, channel 0 \"Input 1\": ID2 follows from the address rules, byte 2 is no multiple "
-     "of 4"},
+     "The address rules put a channel at a byte that is not a multiple of its size. Modules do "
+     "this; some processors and fieldbuses may not accept it.",
+     "group 20d0, channel 0 \"Input 1\": ID2 follows from the address rules, byte 2 is not a "
+     "multiple of 4"},
     {"channel-unnamed", note,
-     "A channel has no entry in group 20d7. It is called \"channel_\" and its number.",
+     "A channel has no entry in group 20d7. Its name is \"channel_\" and its number.",
      "group 20d0, channel 2: has no name in group 20d7"},
     {"channel-name-repeated", warning,
      "A channel has two entries in group 20d7. Only the first one is read.",
@@ -54,7 +54,7 @@ void checkKind(const Channel& channel, Findings& findings)
     if (channel.place.symbol.empty()) {
         if (kind != mxformat::kindWithoutData) {
             findings.add(channelKind, record.kind.place, named(channel),
-                         "kind " + std::to_string(kind) + " stands for no data, expected " +
+                         "kind " + std::to_string(kind) + " means no data, expected " +
                              datatypeNumbers());
         }
     } else if (kind != mxformat::bitFieldDatatype && stated != channel.place.bits) {
@@ -90,7 +90,7 @@ void checkNumber(const ModuleView& module, const Channel& channel,
     }
     if (sameDirection || otherDirection) {
         findings.add(channelRepeated, number.place, named(channel),
-                     "another channel has this number as well: name and parameters stand for both");
+                     "another channel has this number as well: name and parameters apply to both");
     }
 }
 
@@ -118,7 +118,7 @@ void checkAlignment(const Channel& channel, Findings& findings)
     if (place.byteAddress % place.naturalSize != 0) {
         findings.add(channelUnaligned, channel.record->number.place, named(channel),
                      place.symbol + " follows from the address rules, byte " +
-                         std::to_string(place.byteAddress) + " is no multiple of " +
+                         std::to_string(place.byteAddress) + " is not a multiple of " +
                          std::to_string(place.naturalSize));
     }
 }

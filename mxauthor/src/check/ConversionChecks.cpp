@@ -10,19 +10,19 @@ namespace {
 
 const CheckRule conversionRows[] = {
     {"conversion-table", error,
-     "Group 20c2 is no whole number of conversions. Readers then convert nothing at all.",
+     "Group 20c2 does not hold a whole number of conversions. Readers then convert nothing.",
      "group 20c2: 1 byte after the last whole conversion: nothing is converted"},
     {"conversion-missing", error,
-     "A parameter that is shown in physical units names a conversion that is not there: its raw "
+     "A parameter that is shown in physical units names a conversion that does not exist: its raw "
      "value is shown.",
      "group 20c0, parameter 2 \"Limit\": names conversion 5, which group 20c2 does not hold"},
     {"conversion-factor", error,
-     "A factor of 0, or a factor or offset that is not finite. The conversion is left out.",
-     "group 20c2, conversion 1: its factor is 0, or a number of it is not finite: nothing is "
+     "A factor of 0, or a factor or offset that is not finite. The conversion is ignored.",
+     "group 20c2, conversion 1: its factor is 0, or its factor or offset is not finite: nothing is "
      "converted"},
     {"conversion-repeated", warning,
-     "Two conversions have one identifier. Only the first one is read.",
-     "group 20c2, conversion 1: stands here again, only the first one is read"},
+     "Two conversions have the same identifier. Only the first one is read.",
+     "group 20c2, conversion 1: is repeated here, only the first one is read"},
     {"conversion-unused", note, "No parameter names the conversion.",
      "group 20c2, conversion 1: no parameter names it"},
     {"conversion-ignored", note,
@@ -41,12 +41,13 @@ void checkEntry(const Conversion& entry, bool isUsed, bool isFirst, Findings& fi
 {
     const std::string subject = named("conversion", entry.id.value, "");
     if (!isUsable(entry)) {
-        findings.add(conversionFactor, entry.factor.place, subject,
-                     "its factor is 0, or a number of it is not finite: nothing is converted");
+        findings.add(
+            conversionFactor, entry.factor.place, subject,
+            "its factor is 0, or its factor or offset is not finite: nothing is converted");
     }
     if (!isFirst) {
         findings.add(conversionRepeated, entry.id.place, subject,
-                     "stands here again, only the first one is read");
+                     "is repeated here, only the first one is read");
     } else if (!isUsed) {
         findings.add(conversionUnused, entry.id.place, subject, "no parameter names it");
     }

@@ -10,18 +10,16 @@ namespace {
 
 const CheckRule fileRows[] = {
     {"no-groups", error,
-     "The file holds no group at all. Readers take it without complaint and fail at the first "
-     "group that they look for.",
+     "The file holds no group. Readers accept it and fail at the first group that they look for.",
      "no group in 4 bytes"},
     {"framing", error,
-     "The length of a group leads beyond the end or is below the least, or the content length is "
-     "above the size of the file. Nothing behind it can be read.",
+     "The length of a group exceeds the data or is below the minimum, or the content length is "
+     "above the size of the file. Nothing after it can be read.",
      "content length 755, the file has 754 bytes"},
     {"content-length", warning,
      "The content length of the header is not the size of the file. Readers stop at it.",
      "group 0000: content length 689, the file has 755 bytes"},
-    {"header-missing", note,
-     "Without a header nobody notices when a file was cut between two groups.",
+    {"header-missing", note, "Without a header a cut between two groups cannot be detected.",
      "no group 0000 states how long the file is"},
     {"trailing-bytes", warning,
      "Bytes after the last group or the content length. They are not read.",
@@ -46,8 +44,8 @@ std::string statedLength(const std::uint8_t* data, std::uint32_t start, std::siz
     const std::uint16_t id = mx::readU16BE(data + start);
     const std::uint16_t length = mx::readU16BE(data + start + 2);
     std::string text = "group " + mx::u16AsHex(id) + " states a length of " +
-                       counted(length, "byte") + ", " + std::to_string(left) + " are left and " +
-                       (id == 0 ? "8" : "6") + " are the least";
+                       counted(length, "byte") + ", " + std::to_string(left) +
+                       " are left and the minimum is " + (id == 0 ? "8" : "6");
     if (id == 0 && left >= contentLengthEnd) {
         text += "; content length " + std::to_string(mx::readU16BE(data + start + 4));
     }

@@ -13,22 +13,22 @@ namespace {
 const CheckRule groupRows[] = {
     {"group-missing", error, "A group that every module must have is missing.",
      "group 0001 (module identity) is missing", "the key \"{key}\" states it"},
-    {"repeated-group", warning, "A group stands twice. Only the first one is ever read.",
-     "group 0040: stands here again, only the first one is read"},
+    {"repeated-group", warning, "A group occurs twice. Only the first one is read.",
+     "group 0040: is repeated here, only the first one is read"},
     {"unknown-group", note,
-     "The identifier is none of the format. Readers skip the group; makers keep private data in "
-     "such groups.",
+     "The identifier is not one of the format. Readers skip the group; manufacturers store private "
+     "data in such groups.",
      "group 7abc: not a group of the format, 5 bytes skipped"},
     {"group-shape", error,
      "The payload does not have the shape of its group: a line or a record without its end, or a "
-     "size that ends a list early. Readers differ in what they take of it.",
-     "group 0020: does not have the shape of this group, readers differ in what they take"},
+     "size that ends a list early. Readers interpret it differently.",
+     "group 0020: does not have the shape of this group, readers interpret it differently"},
     {"dead-record", warning,
      "Bytes after the last whole record of a group. Readers ignore them, or read a record that "
      "runs into the next group.",
      "group 20d0: 3 bytes after the last whole channel record"},
-    {"unread-bytes", note, "Bytes of a group that nobody reads.",
-     "group 20f0: 2 bytes behind the calibration date that nobody reads"},
+    {"unread-bytes", note, "Bytes of a group that are not read.",
+     "group 20f0: 2 bytes after the calibration date, not read"},
 };
 const auto& [groupMissing, repeatedGroup, unknownGroup, groupShape, deadRecord, unreadBytes] =
     groupRows;
@@ -53,7 +53,7 @@ void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings
 {
     if (!seen.insert(group.id).second) {
         findings.add(repeatedGroup, group.place, "",
-                     "stands here again, only the first one is read");
+                     "is repeated here, only the first one is read");
     } else if (std::string_view(mxformat::groupName(group.id)).empty()) {
         findings.add(unknownGroup, group.place, "",
                      "not a group of the format, " +
@@ -61,7 +61,7 @@ void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings
                          " skipped");
     } else if (std::holds_alternative<RawGroup>(group.content)) {
         findings.add(groupShape, group.place, "",
-                     "does not have the shape of this group, readers differ in what they take");
+                     "does not have the shape of this group, readers interpret it differently");
     }
 }
 
@@ -87,7 +87,7 @@ void checkUnreadBytes(const ModuleView& module, Findings& findings)
     if (extension != nullptr && !extension->rest.value.empty()) {
         findings.add(unreadBytes, extension->rest.place, "",
                      counted(extension->rest.value.size(), "byte") +
-                         " behind the calibration date that nobody reads");
+                         " after the calibration date, not read");
     }
 }
 

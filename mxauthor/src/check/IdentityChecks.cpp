@@ -19,22 +19,22 @@ const CheckRule identityRows[] = {
     {"identity-size", error, "The dataset 0xfb has to have 5 bytes: module type and identifier.",
      "group 0001, dataset 0xfb: has 4 bytes, expected 5: module type and identifier"},
     {"entry-missing", error, "An entry that every module must have is missing.",
-     "group 0020: entry \"BrandId\" is missing, did you mean it by \"BrandiD\"?"},
+     "group 0020: entry \"BrandId\" is missing, is \"BrandiD\" misspelt?"},
     {"entry-unreachable", error,
-     "An entry that is empty and stands last in its group is not found: readers try a line only "
-     "while more bytes than its shortest form are left.",
-     "group 0020, entry \"BrandHwRevision\": is empty and stands last, where readers do not find "
+     "An empty entry at the end of its group is not found: readers try a line only while more "
+     "bytes than its shortest form are left.",
+     "group 0020, entry \"BrandHwRevision\": is empty and the last one, where readers do not find "
      "it"},
-    {"entry-repeated", warning, "A key stands twice in a group. Only the first entry is read.",
-     "group 0040, entry \"Component\": stands here again, only the first one is read"},
+    {"entry-repeated", warning, "A key occurs twice in a group. Only the first entry is read.",
+     "group 0040, entry \"Component\": is repeated here, only the first one is read"},
     {"extension-version", error, "The version of group 20f0 has to be 1.",
      "group 20f0: version 2, expected 1"},
     {"date-cut", note,
-     "The calibration date has ten characters. Readers take nine: databases hold no more.",
-     "group 20f0, calibration date: \"2024-05-31\" has 10 characters, readers take 9"},
-    {"gtin-digits", warning, "A GTIN has 8, 12, 13 or 14 digits. Readers show what is there.",
+     "The calibration date has ten characters. Readers use nine; databases hold no more.",
+     "group 20f0, calibration date: \"2024-05-31\" has 10 characters, readers use 9"},
+    {"gtin-digits", warning, "A GTIN has 8, 12, 13 or 14 digits. Readers show any text.",
      "group 20f0, GTIN: \"200000000001X\", expected 8, 12, 13 or 14 digits"},
-    {"image-empty", warning, "Group 20f1 is there, but holds no product image.",
+    {"image-empty", warning, "Group 20f1 exists, but holds no product image.",
      "group 20f1: the product image is empty"},
     {"image-unreadable", error,
      "The product image has to be an SVG compressed with gzip (SVGZ): it is inflated, and has to "
@@ -72,8 +72,7 @@ void addMissing(const Group& group, const Entries& entries, const std::string& k
     const std::string text = "entry \"" + key + "\" is missing";
     if (const Entry* const misspelt = findMisspelt(entries, key)) {
         findings.add(entryMissing, misspelt->key.place, "",
-                     text + ", did you mean it by \"" + text::shortened(misspelt->key.value) +
-                         "\"?");
+                     text + ", is \"" + text::shortened(misspelt->key.value) + "\" misspelt?");
     } else {
         findings.add(entryMissing, group.place, "", text);
     }
@@ -88,7 +87,7 @@ void checkKey(const Group& group, const Entries& entries, const std::string& key
     } else if (entry == &entries.entries.back() && entry->value.value.empty()) {
         // Readers try a line only while more bytes than its shortest form are left.
         findings.add(entryUnreachable, entry->key.place, "entry \"" + key + "\"",
-                     "is empty and stands last, where readers do not find it");
+                     "is empty and the last one, where readers do not find it");
     }
 }
 
@@ -98,7 +97,7 @@ void checkRepeatedKeys(const Entries& entries, Findings& findings)
     for (const Entry& entry : entries.entries) {
         if (!seen.insert(entry.key.value).second) {
             findings.add(entryRepeated, entry.key.place, "entry \"" + entry.key.value + "\"",
-                         "stands here again, only the first one is read");
+                         "is repeated here, only the first one is read");
         }
     }
 }
@@ -179,8 +178,7 @@ void checkExtension(const ModuleView& module, Findings& findings)
                                   [](std::uint8_t byte) { return byte == 0 || byte == '\r'; });
     if (static_cast<std::size_t>(end - date.begin()) > mxformat::calibrationDateReadLength) {
         findings.add(dateCut, extension->date.place, "calibration date",
-                     "\"" + std::string(date.begin(), end) +
-                         "\" has 10 characters, readers take 9");
+                     "\"" + std::string(date.begin(), end) + "\" has 10 characters, readers use 9");
     }
 }
 

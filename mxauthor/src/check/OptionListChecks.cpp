@@ -12,29 +12,29 @@ namespace {
 
 const CheckRule optionListRows[] = {
     {"option-list-missing", error,
-     "A parameter names an option list that is not there: it can take no value at all.",
+     "A parameter names an option list that does not exist: it accepts no value.",
      "group 20c0, parameter 1 \"Filter\": names option list 9, which group 20c1 does not hold"},
     {"option-list-ignored", warning,
      "The option list of a parameter that is shown in physical units is not read.",
      "group 20c0, parameter 2 \"Limit\": names option list 1, but is shown in physical units"},
     {"option-list-wide", warning,
      "Modbus registers compare the first byte of a value with the last byte of the options. That "
-     "can hold for parameters of one byte only.",
+     "works only for parameters of one byte.",
      "group 20c0, parameter 4 \"Delay\": has options and 2 bytes, of which Modbus registers "
      "compare the first"},
     {"option-list-empty", warning, "An option list without options.",
      "group 20c1, option list 1: has no options"},
     {"option-list-repeated", note,
-     "Two option lists have one identifier. Readers join them, in file order.",
-     "group 20c1, option list 1: stands here again, its options are added to those in front"},
+     "Two option lists have the same identifier. Readers join them, in file order.",
+     "group 20c1, option list 1: is repeated here, its options are added to the earlier ones"},
     {"option-list-unused", note, "No parameter names the option list.",
      "group 20c1, option list 2: no parameter names it"},
     {"option-value", error,
      "The datatype or bit field of a parameter cannot hold the value of one of its options.",
      "group 20c1, parameter 1 \"Filter\": its option value 300 does not fit in 8 bits"},
     {"option-repeated", warning,
-     "Two options of a parameter have one value. The text of the second is never shown.",
-     "group 20c1, parameter 1 \"Filter\": its option value 1 stands here again, the first text is "
+     "Two options of a parameter have the same value. The text of the second is never shown.",
+     "group 20c1, parameter 1 \"Filter\": its option value 1 is repeated here, the first text is "
      "shown"},
 };
 const auto& [optionListMissing, optionListIgnored, optionListWide, optionListEmpty,
@@ -75,7 +75,7 @@ void checkValues(const ModuleView& module, const Parameter& parameter, Findings&
         } else if (++seen[numberOfSlot(field, slot).bits()] == 2) {
             findings.add(optionRepeated, option->value.place, named(parameter),
                          "its option value " + numberOfSlot(field, slot).text() +
-                             " stands here again, the first text is shown");
+                             " is repeated here, the first text is shown");
         }
     }
 }
@@ -107,7 +107,7 @@ void checkList(const OptionList& list, bool isUsed, std::set<std::uint8_t>& seen
     }
     if (!seen.insert(list.id.value).second) {
         findings.add(optionListRepeated, list.id.place, subject,
-                     "stands here again, its options are added to those in front");
+                     "is repeated here, its options are added to the earlier ones");
     } else if (!isUsed) {
         findings.add(optionListUnused, list.id.place, subject, "no parameter names it");
     }

@@ -11,16 +11,15 @@ namespace {
 const CheckRule parameterRows[] = {
     {"parameter-datatype", error, "The datatype of a parameter has to be 1 to 9.",
      "group 20c0, parameter 1 \"Filter\": datatype 10, expected 1 to 9"},
-    {"bit-field", error, "A bit field has to lie within its byte.",
+    {"bit-field", error, "A bit field has to be within its byte.",
      "group 20c0, parameter 3 \"Invert\": 3 bits from bit 6 leave their byte, bits 0 to 7"},
     {"bits-ignored", warning,
-     "A number of bits or a bit offset is stated for a parameter of another datatype than Byte "
-     "(5). Readers take all bits of the datatype.",
+     "A number of bits or a bit offset is stated for a parameter of a datatype other than Byte "
+     "(5). Readers use all bits of the datatype.",
      "group 20c0, parameter 4 \"Delay\": 3 bits from bit 2 stated, which readers ignore: its "
      "datatype is UInt16, only a Byte has bit fields"},
     {"parameter-outside", error,
-     "The value of a parameter lies outside the parameter block: it has no value and cannot be "
-     "set.",
+     "The value of a parameter is outside the parameter block: it has no value and cannot be set.",
      "group 20c0, parameter 4 \"Delay\": bytes 5 to 6 of the block, which has 6 bytes"},
     {"parameter-overlap", error,
      "Two parameters share bits of the parameter block: setting one changes the other.",
@@ -34,7 +33,7 @@ const CheckRule parameterRows[] = {
     {"parameter-unnamed", warning, "The name of a parameter is an empty text.",
      "group 20c0, parameter 1: its name is an empty text"},
     {"parameter-repeated", warning,
-     "Two parameters have one number, so messages do not tell them apart.",
+     "Two parameters have the same number, so messages do not distinguish them.",
      "group 20c0, parameter 1 \"Delay\": another parameter has this number as well"},
 };
 const auto& [parameterDatatype, bitField, bitsIgnored, parameterOutside, parameterOverlap, blockGap,

@@ -12,17 +12,17 @@ namespace {
 
 const CheckRule valueRows[] = {
     {"range-datatype", error,
-     "The datatype or bit field of a parameter cannot hold its minimum or maximum. Readers take "
-     "the last bytes.",
+     "The datatype or bit field of a parameter cannot hold its minimum or maximum. Readers use the "
+     "last bytes.",
      "group 20c0, parameter 4 \"Delay\": maximum 70000 does not fit in 16 bits, 0 to 65535 is "
      "accepted"},
     {"range-order", error, "The minimum is above the maximum: no value is accepted.",
      "group 20c0, parameter 4 \"Delay\": minimum 600 is above maximum 500"},
-    {"default-range", error, "The default of a parameter lies outside its range.",
-     "group 0010, parameter 4 \"Delay\": default 501 lies outside 1 to 500"},
+    {"default-range", error, "The default of a parameter is outside its range.",
+     "group 0010, parameter 4 \"Delay\": default 501 is outside 1 to 500"},
     {"default-option", error,
-     "The default of a parameter is none of its options. It has no Modbus register.",
-     "group 0010, parameter 1 \"Filter\": default 7 is none of its options"},
+     "The default of a parameter is not one of its options. It has no Modbus register.",
+     "group 0010, parameter 1 \"Filter\": default 7 is not one of its options"},
 };
 const auto& [rangeDatatype, rangeOrder, defaultRange, defaultOption] = valueRows;
 
@@ -116,7 +116,7 @@ void checkDefaultInRange(const ModuleView& module, const Parameter& parameter,
     if (value.value < value.minimum || value.maximum < value.value) {
         findings.addDefault(defaultRange, placeOfDefault(module, value),
                             parameter.record->number.place, named(parameter),
-                            "default " + shownNumber(scale, value.value) + " lies outside " +
+                            "default " + shownNumber(scale, value.value) + " is outside " +
                                 shownRange(scale, value.minimum, value.maximum));
     }
 }
@@ -131,7 +131,7 @@ void checkDefaultInOptions(const ModuleView& module, const Parameter& parameter,
         })) {
         findings.addDefault(defaultOption, placeOfDefault(module, value),
                             parameter.record->number.place, named(parameter),
-                            "default " + value.value.text() + " is none of its options");
+                            "default " + value.value.text() + " is not one of its options");
     }
 }
 

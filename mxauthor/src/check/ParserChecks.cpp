@@ -9,22 +9,22 @@ namespace mxauthor {
 namespace {
 
 const CheckRule parserRows[] = {
-    {"parser-refuses", error, "The device parser refuses the file, with this message.",
+    {"parser-refuses", error, "The device parser rejects the file, with this message.",
      "group 0010: Invalid size property in group 0x0010 (2)"},
     {"modbus-refuses", error,
-     "The default parameters have no Modbus registers; the device parser says why.",
+     "The default parameters have no Modbus registers; the device parser gives the reason.",
      "group 20c0: Parameter out of bounds: Filter"},
 };
 const auto& [parserRefuses, modbusRefuses] = parserRows;
 
-// Parts of the parser's messages that do not name a group, and the groups that they mean.
-struct Speech
+// How the parser's messages without a group identifier begin, and the groups that they are about.
+struct MessageStart
 {
-    const char* beginning;
+    const char* text;
     std::uint16_t group;
 };
 
-constexpr std::array<Speech, 10> speeches = {
+constexpr std::array<MessageStart, 10> messageStarts = {
     {{"Cannot find requested text string", mxformat::group::texts},
      {"Invalid textstring termination", mxformat::group::dataSizes},
      {"Invalid textstring termination", mxformat::group::texts},
@@ -36,10 +36,10 @@ constexpr std::array<Speech, 10> speeches = {
      {"Bit field of", mxformat::group::parameters},
      {"Parameter option list", mxformat::group::optionLists}}};
 
-bool speaksOf(const std::string& message, std::uint16_t group)
+bool isAbout(const std::string& message, std::uint16_t group)
 {
-    for (const Speech& speech : speeches) {
-        if (speech.group == group && message.rfind(speech.beginning, 0) == 0) {
+    for (const MessageStart& start : messageStarts) {
+        if (start.group == group && message.rfind(start.text, 0) == 0) {
             return true;
         }
     }
@@ -54,7 +54,7 @@ const Group* groupOf(const std::string& message, const MxFile& file)
     const Group* found = nullptr;
     for (const Group& group : file.groups) {
         const bool isBetter = found == nullptr || std::holds_alternative<RawGroup>(group.content);
-        if (isBetter && speaksOf(message, group.id)) {
+        if (isBetter && isAbout(message, group.id)) {
             found = &group;
         }
     }

@@ -14,18 +14,17 @@ const CheckRule sizeRows[] = {
      "group 0010: version 1, expected 0"},
     {"block-limit", error,
      "A parameter block has 255 bytes at most. One of 256 bytes is stored empty, a larger one is "
-     "refused.",
+     "rejected.",
      "group 0010: 256 bytes of parameters, 255 at most: readers count them in a byte"},
     {"block-size", error,
      "The parameter size that group 0011 states has to be that of the parameter block.",
      "group 0011, Parameter: 5 bytes, the parameter block has 6"},
     {"data-size-code", error,
-     "Behind a key of group 0011 only D, W and B stand for sizes; \"s\", blank, comma and \"=\" "
-     "separate.",
-     "group 0011, InData: 'Q' stands for no size, expected D, W or B"},
+     "After a key of group 0011 only D, W and B are sizes; \"s\", blank, comma and \"=\" separate.",
+     "group 0011, InData: 'Q' is not a size, expected D, W or B"},
     {"input-size", error,
      "The input channels reach beyond the input data that group 0011 states: other modules' data "
-     "stand there.",
+     "is there.",
      "group 0011, InData: 2 bytes, the channels take 3"},
     {"output-size", error,
      "The output channels reach beyond the output data that group 0011 states: they write to other "
@@ -52,7 +51,7 @@ void checkLine(const Field<std::string>& line, Findings& findings)
                                       [](char code) { return !mxformat::sizeOfDataCode(code); });
         if (bad != codes.end()) {
             findings.add(dataSizeCode, line.place, key,
-                         std::string("'") + *bad + "' stands for no size, expected D, W or B");
+                         std::string("'") + *bad + "' is not a size, expected D, W or B");
         }
         return;
     }

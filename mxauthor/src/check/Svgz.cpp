@@ -107,7 +107,7 @@ std::optional<std::string> svgzProblem(const Bytes& bytes)
     } catch (const Poco::Exception& failure) {
         const auto found = text.compare(0, 1, "<") == 0 ? std::nullopt : foreignContent(text);
         return found ? "is " + *found + " compressed with gzip" + expectedDrawing
-                     : "is no well-formed XML: " + failure.message();
+                     : "is not well-formed XML: " + failure.message();
     } catch (const std::runtime_error& failure) {
         return failure.what();
     }

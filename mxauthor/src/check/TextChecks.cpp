@@ -11,11 +11,13 @@ namespace mxauthor {
 namespace {
 
 const CheckRule textRows[] = {
-    {"text-missing", error, "A name, unit, option or the GTIN refers to a text that is not there.",
+    {"text-missing", error,
+     "A name, unit, option or the GTIN refers to a text that does not exist.",
      "group 20c0, parameter 1: name is text 999, which group 20d3 does not hold"},
-    {"text-repeated", warning, "Two texts have one identifier. Only the first one is read.",
-     "group 20d3, text 100 \"ms\": the identifier stands here again, only the first text is read"},
-    {"text-unused", note, "Nothing refers to the text; a group of the maker may do so.",
+    {"text-repeated", warning, "Two texts have the same identifier. Only the first one is read.",
+     "group 20d3, text 100 \"ms\": the identifier is repeated here, only the first text is read"},
+    {"text-unused", note,
+     "Nothing refers to the text; a private group of the manufacturer may do so.",
      "group 20d3, text 112 \"ms\": nothing refers to it"},
     {"text-control", warning,
      "A text holds control characters, which displays show as something else.",
@@ -53,7 +55,7 @@ void checkText(const TextRecord& record, bool isFirst, bool isUsed, Findings& fi
     const std::string subject = named("text", record.id.value, record.text.value);
     if (!isFirst) {
         findings.add(textRepeated, record.id.place, subject,
-                     "the identifier stands here again, only the first text is read");
+                     "the identifier is repeated here, only the first text is read");
     } else if (!isUsed) {
         findings.add(textUnused, record.id.place, subject, "nothing refers to it");
     }

@@ -102,7 +102,7 @@ std::vector<Difference> compareLists(const OptionValues& old, const OptionValues
     compareTextsOf(old, now, differences);
     if (!keepPlaces(old, now)) {
         differences.add(Effect::Breaking, "parameter", "",
-                        "options change their places, which Modbus registers hold");
+                        "options change their positions, which Modbus registers hold");
     }
     return found;
 }
@@ -248,7 +248,7 @@ void AcceptedValueComparison::compareRangeWithOptions(const ParameterPair& pair,
     } else {
         differences.add(Effect::Breaking, "parameter", subject,
                         text + (hadOptions ? ": Modbus registers hold the value itself"
-                                           : ": Modbus registers hold the places of options"));
+                                           : ": Modbus registers hold the positions of options"));
     }
 }
 

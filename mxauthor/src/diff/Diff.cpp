@@ -24,9 +24,9 @@ std::string reasonForYes(const ParameterFates& fates, const ModuleView& before,
     if (after.parameters().empty()) {
         return "no parameter is left";
     }
-    return std::string("every parameter ") + (fates.areAllThere ? "" : "that is left ") +
-           (fates.keepTheirPlaces ? "lies where it lay" : "keeps its value") +
-           " and takes what it took";
+    return std::string("every ") + (fates.areAllThere ? "" : "remaining ") + "parameter " +
+           (fates.keepTheirPlaces ? "keeps its place" : "keeps its value") +
+           " and still accepts its old values";
 }
 
 // Says whether the image stays valid, and why.
@@ -79,7 +79,7 @@ Comparison compare(const MxFile& before, const MxFile& after)
     if (comparison.differences.empty() && writeMxFile(before) != writeMxFile(after)) {
         differences.add(
             Effect::Cosmetic, "group", "",
-            "only bytes that change nothing differ: order, identifiers, bytes that nobody reads");
+            "only bytes without effect differ: order, identifiers, bytes that are not read");
     }
     decide(comparison, fates, old, now);
     return comparison;

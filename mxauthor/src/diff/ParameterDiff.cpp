@@ -210,15 +210,15 @@ void ParameterComparison::comparePair(const ParameterPair& pair)
                             pair.before->value.value.text(), pair.after->value.value.text());
     }
     compareShown(pair);
-    differences.changed(Effect::Breaking, "parameter", subject, "it belongs to",
-                        channelText(*pair.before), channelText(*pair.after));
+    differences.changed(Effect::Breaking, "parameter", subject, "owner", channelText(*pair.before),
+                        channelText(*pair.after));
 }
 
 void ParameterComparison::addGone(const Parameter& parameter)
 {
     fates.areAllThere = false;
     differences.add(Effect::Breaking, "parameter", subjectOf(parameter),
-                    "is gone: Modbus registers behind it move");
+                    "is gone: Modbus registers after it move");
 }
 
 // A stored image holds for the new parameter what it holds for those that had its bits, the old
@@ -258,7 +258,7 @@ void compareOrder(const std::vector<ParameterPair>& pairs, Differences& differen
         [](const ParameterPair& a, const ParameterPair& b) { return a.before < b.before; });
     if (!inOrder) {
         differences.add(Effect::Breaking, "parameter", "",
-                        "the order changes, which Modbus registers follow");
+                        "the order changes, and with it that of the Modbus registers");
     }
 }
 

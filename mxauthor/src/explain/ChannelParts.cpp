@@ -42,7 +42,7 @@ void explainGroup(PartList& parts, const ModuleView& module, const Channels& gro
         }
     }
     parts.endRecords();
-    parts.bytes(group.rest, "rest", "no whole record");
+    parts.bytes(group.rest, "rest", "incomplete record");
 }
 
 void explainGroup(PartList& parts, const ModuleView& module, const ChannelNames& group)
@@ -59,7 +59,7 @@ void explainGroup(PartList& parts, const ModuleView& module, const ChannelNames&
         }
     }
     parts.endRecords();
-    parts.bytes(group.rest, "rest", "no whole entry");
+    parts.bytes(group.rest, "rest", "incomplete entry");
 }
 
 } // namespace mxauthor

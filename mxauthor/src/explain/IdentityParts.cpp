@@ -45,7 +45,7 @@ std::string sizeMeaning(const std::string& line)
         for (const char code : line.substr(key.size())) {
             const auto more = mxformat::sizeOfDataCode(code);
             if (!more) {
-                return "\"" + std::string(1, code) + "\" stands for no size";
+                return "\"" + std::string(1, code) + "\" is not a size";
             }
             size += *more;
         }
@@ -66,7 +66,7 @@ void explainGroup(PartList& parts, const ModuleView& module, const Header& group
     const Place& tail = module.file().tail.place;
     const std::uint32_t size = tail.offset + tail.length;
     parts.number(group.contentLength, "content_length",
-                 group.contentLength.value == size ? "bytes, the whole file" : "bytes are groups");
+                 group.contentLength.value == size ? "bytes, the whole file" : "bytes of groups");
     parts.bytes(group.rest, "rest", "");
     parts.unread();
 }

@@ -12,12 +12,13 @@ using Parameter = ModuleView::Parameter;
 std::string datatypeMeaning(std::uint8_t datatype)
 {
     const auto* const type = mxformat::findDatatype(datatype);
-    return type == nullptr ? "no datatype, expected " + datatypeNumbers() : type->name;
+    return type == nullptr ? "not a datatype, expected " + datatypeNumbers() : type->name;
 }
 
 std::string flagsMeaning(std::uint8_t flags)
 {
-    std::string text = mxformat::isConverted(flags) ? "shown in physical units" : "shown as it is";
+    std::string text =
+        mxformat::isConverted(flags) ? "shown in physical units" : "shown as raw value";
     text += (flags & mxformat::parameterFlag0) != 0 ? ", flag 0" : "";
     return text + ((flags & mxformat::parameterFlag1) != 0 ? ", flag 1" : "");
 }
@@ -36,8 +37,7 @@ std::string boundMeaning(const ParameterRecord& record, const mxformat::WholeNum
 
 std::string bitMeaning(const ParameterRecord& record, const char* meaning)
 {
-    return record.datatype.value == mxformat::bitFieldDatatype ? meaning
-                                                               : "for datatype Byte alone";
+    return record.datatype.value == mxformat::bitFieldDatatype ? meaning : "for datatype Byte only";
 }
 
 void explainRecord(PartList& parts, const ModuleView& module, const Parameter& parameter)
@@ -149,7 +149,7 @@ void explainGroup(PartList& parts, const ModuleView& module, const Parameters& g
         explainRecord(parts, module, parameter);
     }
     parts.endRecords();
-    parts.bytes(group.rest, "rest", "no whole record");
+    parts.bytes(group.rest, "rest", "incomplete record");
 }
 
 void explainGroup(PartList& parts, const ModuleView& module, const OptionLists& group)
@@ -167,7 +167,7 @@ void explainGroup(PartList& parts, const ModuleView& module, const OptionLists& 
         }
     }
     parts.endRecords();
-    parts.bytes(group.rest, "rest", "no whole option list");
+    parts.bytes(group.rest, "rest", "incomplete option list");
 }
 
 void explainGroup(PartList& parts, const ModuleView& module, const Conversions& group)
@@ -182,7 +182,7 @@ void explainGroup(PartList& parts, const ModuleView& module, const Conversions& 
                      "unit: " + textMeaning(module, entry.unitId.value, true));
     }
     parts.endRecords();
-    parts.bytes(group.rest, "rest", "no whole conversion");
+    parts.bytes(group.rest, "rest", "incomplete conversion");
 }
 
 } // namespace mxauthor

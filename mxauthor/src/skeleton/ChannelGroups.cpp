@@ -27,7 +27,7 @@ struct ShortKind
 constexpr ShortKind shortKinds[] = {
     {"DI", true, "Bit"}, {"DO", false, "Bit"}, {"AI", true, "SInt16"}, {"AO", false, "SInt16"}};
 
-[[noreturn]] void refuse(const std::string& text)
+[[noreturn]] void reject(const std::string& text)
 {
     throw SkeletonError("channels", text);
 }
@@ -57,11 +57,11 @@ unsigned countOf(const std::string& digits)
     unsigned count = 0;
     const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), count);
     if (read.ec != std::errc() || count > mostChannels) {
-        refuse(digits + " channels are too many, a module has " + std::to_string(mostChannels) +
+        reject(digits + " channels are too many, a module has " + std::to_string(mostChannels) +
                " at most");
     }
     if (count == 0) {
-        refuse("0 channels are none: leave them out");
+        reject("0 channels are not accepted: leave them out");
     }
     return count;
 }
@@ -71,14 +71,14 @@ void readStatedKind(const std::vector<std::string>& words, ChannelGroup& group)
     group.isInput = Poco::toUpper(words[0]) == "IN";
     group.prefix = group.isInput ? "Input" : "Output";
     if (words.size() != 2) {
-        refuse("\"" + words[0] + "\" asks for one kind" + text::acceptedWords("", kindWords()));
+        reject("\"" + words[0] + "\" needs a kind" + text::acceptedWords("", kindWords()));
     }
     const std::vector<std::string>& kinds = kindWords();
     const auto found = std::find_if(kinds.begin(), kinds.end(), [&words](const auto& kind) {
         return Poco::toUpper(kind) == Poco::toUpper(words[1]);
     });
     if (found == kinds.end()) {
-        refuse("unknown kind \"" + words[1] + "\"" + text::acceptedWords(words[1], kinds));
+        reject("unknown kind \"" + words[1] + "\"" + text::acceptedWords(words[1], kinds));
     }
     group.kind = *found;
 }
@@ -96,11 +96,11 @@ void readShortKind(const std::vector<std::string>& words, ChannelGroup& group)
         }
     }
     if (words.size() > 1) {
-        refuse("\"" + words[0] + " " + words[1] +
+        reject("\"" + words[0] + " " + words[1] +
                "\" is more than one kind, a comma separates them: \"3 AI, 2 DO\"");
     }
     accepted.insert(accepted.end(), {"in TYPE", "out TYPE"});
-    refuse("unknown kind of channels \"" + words[0] + "\"" +
+    reject("unknown kind of channels \"" + words[0] + "\"" +
            text::acceptedWords(words[0], accepted));
 }
 
@@ -110,10 +110,10 @@ ChannelGroup readGroup(const std::string& part)
     const std::string digits = takeDigits(rest);
     const std::vector<std::string> words = wordsOf(rest);
     if (digits.empty() && words.empty()) {
-        refuse("a comma with nothing before or after it");
+        reject("a comma with nothing before or after it");
     }
     if (digits.empty() || words.empty()) {
-        refuse("\"" + part + "\": a number and a kind expected, such as \"3 AI, 2 DO\"");
+        reject("\"" + part + "\": a number and a kind expected, such as \"3 AI, 2 DO\"");
     }
     ChannelGroup group;
     group.count = countOf(digits);
@@ -155,7 +155,7 @@ std::vector<ChannelGroup> readChannelGroups(const std::string& text)
         all += groups.back().count;
     }
     if (all > mostChannels) {
-        refuse(std::to_string(all) + " channels are too many, a module has " +
+        reject(std::to_string(all) + " channels are too many, a module has " +
                std::to_string(mostChannels) + " at most");
     }
     numberNames(groups);

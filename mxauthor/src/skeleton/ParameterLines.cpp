@@ -114,7 +114,7 @@ std::string parameterSections(const std::vector<ChannelGroup>& groups)
     for (const ChannelGroup& group : groups) {
         text += linesOf(group, usage);
     }
-    text += "\n# Texts by the values that they stand for.\noptionLists:\n"
+    text += "\n# Texts by their values.\noptionLists:\n"
             "  switch: {options: {0: \"off\", 1: \"on\"}}\n";
     text += usage.ranges ? "  ranges: {options: {0: ±10 V, 1: 0-10 V}}\n" : "";
     text += usage.conversion ? "\n# physical value = raw value * factor + offset\nconversions:\n"

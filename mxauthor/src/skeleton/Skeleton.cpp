@@ -25,7 +25,7 @@ std::uint64_t readNumber(const std::string& member, const std::string& text, std
     const auto number = parseInteger(text);
     if (!number || number->negative || number->magnitude > limit) {
         const bool isHexadecimal = !number && parseInteger("0x" + text);
-        throw SkeletonError(member, "\"" + text + "\" is no number from " + accepted +
+        throw SkeletonError(member, "\"" + text + "\" is not a number from " + accepted +
                                         (isHexadecimal ? ", did you mean 0x" + text + "?" : ""));
     }
     return number->magnitude;
@@ -62,8 +62,9 @@ std::uint64_t readType(const SkeletonRequest& request, const std::vector<Channel
         }
         known += (known.empty() ? "" : ", ") + std::to_string(type.number) + " " + type.meaning;
     }
-    throw SkeletonError("type", std::to_string(number) + " is no module type in use (accepted: " +
-                                    known + "); the text may be given another one");
+    throw SkeletonError("type", std::to_string(number) +
+                                    " is not a module type in use (accepted: " + known +
+                                    "); the text can state another one");
 }
 
 bool isPrintableAscii(char c)
@@ -90,9 +91,10 @@ std::string readName(const SkeletonRequest& request)
     }
     const auto [bytes, rejected] = text::utf8ToWindows1252(request.name);
     if (rejected) {
-        throw SkeletonError("name", "\"" + *rejected +
-                                        "\" is no character of Windows-1252, the code page of mx "
-                                        "files");
+        throw SkeletonError("name",
+                            "\"" + *rejected +
+                                "\" is not a character of Windows-1252, the code page of mx "
+                                "files");
     }
     return yamlText(bytes);
 }
@@ -102,10 +104,10 @@ std::string head(const SkeletonRequest& request)
     return "# yaml-language-server: $schema=" + request.schema +
            "\n"
            "#\n"
-           "# The description of a module, to be filled in. It builds as it is:\n"
+           "# The description of a module, to be completed. It builds unchanged:\n"
            "#   mxtool build MODULE.yaml -o MODULE.bin\n"
            "#   mxtool show MODULE.bin\n"
-           "# An editor that knows the line at the top completes and checks the keys.\n\n";
+           "# An editor that supports the line at the top completes and checks the keys.\n\n";
 }
 
 std::string moduleSection(const std::string& id, std::uint64_t type)
@@ -133,7 +135,7 @@ std::string entryLines(const std::string& name)
                                                        {"BrandOrderCode", "NEW-1"},
                                                        {"BrandHwRevision", "\"01\""},
                                                        {"Component", "new-module 00.01.00"}};
-    std::string text = "# What hosts show of the module; all seven have to be there.\ncatalogue:\n";
+    std::string text = "# Data that hosts show; all seven entries are required.\ncatalogue:\n";
     for (const char* key : catalogueKeys) {
         text += std::string("  ") + key + ": " + values.at(key) + "\n";
     }
@@ -141,7 +143,7 @@ std::string entryLines(const std::string& name)
     for (const char* key : componentKeys) {
         text += std::string("  ") + key + ": " + values.at(key) + "\n";
     }
-    return text + "\n# Where there are any:\n"
+    return text + "\n# If there are any:\n"
                   "# extension: {gtin: \"20000000000000\", calibrationDate: \"20260131\"}\n"
                   "# image: PICTURE.svg\n\n";
 }
@@ -166,7 +168,7 @@ std::string channelsSection(const std::vector<ChannelGroup>& groups)
     }
     std::string text =
         "# The process data in the order of its addresses, channels count from 0: in or out with\n"
-        "# Bit, UInt8, SInt16, ... repeat writes a line out so often, <n> is the number from 1.\n"
+        "# Bit, UInt8, SInt16, ... repeat is the number of copies of a line, <n> counts from 1.\n"
         "channels:\n";
     for (const ChannelGroup& group : groups) {
         text += channelLine(group);

@@ -75,7 +75,7 @@ NamedEntry namedEntry(const YAML::Node& key, const Section& section,
     NamedEntry entry;
     entry.name = key.Scalar();
     if (parseInteger(entry.name)) {
-        section.errors().add(key, "a name that is no number expected, numbers are identifiers");
+        section.errors().add(key, "a name expected, not a number: numbers are identifiers");
     }
     unsigned next = 1;
     for (const NamedEntry& other : before) {

@@ -28,7 +28,7 @@ std::optional<YAML::Node> loadDocument(const std::string& source, SourceErrors& 
     if (document.IsMap()) {
         return document;
     }
-    errors.add(YAML::Mark::null_mark(), "no module here: keys such as \"module:\" expected");
+    errors.add(YAML::Mark::null_mark(), "no module found: keys such as \"module:\" expected");
     return std::nullopt;
 }
 

@@ -87,7 +87,7 @@ Ordered orderedGroups(const std::optional<YAML::Node>& node, BuildContext& conte
     if (!taker.isDone()) {
         const std::string missing =
             context.groups.empty() ? rawWord : groupWord(context.groups.begin()->first);
-        context.errors.add(*node, "the order names all groups, \"" + missing + "\" is missing");
+        context.errors.add(*node, "the order must name all groups, \"" + missing + "\" is missing");
     }
     return std::move(taker.ordered);
 }

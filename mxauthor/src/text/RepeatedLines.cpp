@@ -55,7 +55,7 @@ private:
     std::optional<Repeat> readRepeat(const YAML::Node& line);
     void readEach(const YAML::Node& line, const YAML::Node& each, Repeat& repeat);
     void addLine(const YAML::Node& line, Repeat& repeat);
-    bool isTold(const Repeat& repeat, std::size_t line);
+    bool isDistinguishable(const Repeat& repeat, std::size_t line);
     bool fits(const Repeat& repeat);
     void writeOut(const Repeat& repeat);
     YAML::Node numbered(const YAML::Node& node, const Repetition& repetition, int depth);
@@ -84,8 +84,8 @@ void Writer::readEach(const YAML::Node& line, const YAML::Node& each, Repeat& re
 {
     for (const auto& [key, value] : readMapping(line, errors)) {
         if (key.Scalar() != "repeat" && key.Scalar() != "each") {
-            errors.add(key, "beside \"each\" only \"repeat\" is accepted: \"" + key.Scalar() +
-                                "\" belongs into the lines under \"each\"");
+            errors.add(key, "next to \"each\" only \"repeat\" is accepted: \"" + key.Scalar() +
+                                "\" belongs in the lines under \"each\"");
         }
     }
     for (const YAML::Node& item : readSequence(each, errors)) {
@@ -139,19 +139,20 @@ bool holdsPlaceholder(const YAML::Node& node)
 
 // Whether the repetitions of a line can be distinguished. The number identifies a channel without a
 // name; one with the name "-" is hidden.
-bool Writer::isTold(const Repeat& repeat, std::size_t line)
+bool Writer::isDistinguishable(const Repeat& repeat, std::size_t line)
 {
     std::optional<YAML::Node> name;
-    bool tells = false;
+    bool isDistinct = false;
     for (const auto& [key, value] : repeat.lines[line]) {
         if (key.Scalar() == "name") {
             name = value;
         }
-        const bool isTelling =
-            std::find(form.telling.begin(), form.telling.end(), key.Scalar()) != form.telling.end();
-        tells = tells || (isTelling && holdsPlaceholder(value));
+        const bool distinguishes = std::find(form.distinguishing.begin(), form.distinguishing.end(),
+                                             key.Scalar()) != form.distinguishing.end();
+        isDistinct = isDistinct || (distinguishes && holdsPlaceholder(value));
     }
-    if (tells || repeat.repetitions == 1 || !name || (name->IsScalar() && name->Scalar() == "-")) {
+    if (isDistinct || repeat.repetitions == 1 || !name ||
+        (name->IsScalar() && name->Scalar() == "-")) {
         return true;
     }
     const std::string shown = name->IsScalar() ? name->Scalar() : "NAME";
@@ -189,7 +190,7 @@ YAML::Node Writer::numberedText(const YAML::Node& node, const Repetition& repeti
         return node;
     }
     if (const auto wrong = wrongPlaceholder(node.Scalar())) {
-        errors.add(node, *wrong + " is no placeholder (accepted: <n>, <n-1>, <n+1>, <2*n>, "
+        errors.add(node, *wrong + " is not a placeholder (accepted: <n>, <n-1>, <n+1>, <2*n>, "
                                   "<2*n+1> with other numbers)");
         return node;
     }
@@ -248,7 +249,7 @@ void Writer::add(const YAML::Node& line)
     }
     bool isClear = true;
     for (std::size_t i = 0; i < repeat->lines.size(); ++i) {
-        isClear = isTold(*repeat, i) && isClear;
+        isClear = isDistinguishable(*repeat, i) && isClear;
     }
     if (isClear) {
         writeOut(*repeat);

@@ -9,10 +9,10 @@ namespace mxauthor {
 /// A list of the text form whose lines may be repeated.
 struct RepeatableList
 {
-    std::string what;                 ///< What a line defines, in the plural.
-    std::vector<std::string> telling; ///< Keys of which one has to hold the number, or names are
-                                      ///< alike.
-    std::size_t most = 0;             ///< Maximum number of lines: as many as a group holds.
+    std::string what;                        ///< What a line defines, in the plural.
+    std::vector<std::string> distinguishing; ///< Keys of which one has to hold the number, or names
+                                             ///< are alike.
+    std::size_t most = 0;                    ///< Maximum number of lines: as many as a group holds.
 };
 
 /// Returns the lines of `list`, those with `repeat` written out as often as it says, with the

@@ -92,8 +92,8 @@ std::optional<Integer> readInteger(const YAML::Node& node, SourceErrors& errors)
     if (!number) {
         errors.add(node, shown(node) + (hasPlaceholder(*text)
                                             ? " is a number only in a line with \"repeat\""
-                                            : " is no whole number from -2^63 to 2^64 - 1, decimal "
-                                              "or hexadecimal behind 0x" +
+                                            : " is not a whole number from -2^63 to 2^64 - 1, "
+                                              "decimal or hexadecimal with 0x" +
                                                   hexHint(*text)));
     }
     return number;
@@ -113,9 +113,10 @@ std::optional<std::uint64_t> readNumber(const YAML::Node& node, std::uint64_t li
         return std::nullopt;
     }
     if (!number) {
-        errors.add(node, shown(node) + (hasPlaceholder(*text)
-                                            ? " is a number only in a line with \"repeat\""
-                                            : " is no whole number, " + accepted + hexHint(*text)));
+        errors.add(node,
+                   shown(node) + (hasPlaceholder(*text)
+                                      ? " is a number only in a line with \"repeat\""
+                                      : " is not a whole number, " + accepted + hexHint(*text)));
         return std::nullopt;
     }
     if (number->negative || number->magnitude > limit) {
@@ -139,7 +140,7 @@ std::optional<std::string> readText(const YAML::Node& node, SourceErrors& errors
         return std::nullopt;
     }
     if (bytes.find_first_of(std::string("\0\r\n", 3)) != std::string::npos) {
-        errors.add(node, "a text of an mx file holds no line end and no NUL");
+        errors.add(node, "a text of an mx file cannot hold a line end or NUL");
         return std::nullopt;
     }
     return bytes;

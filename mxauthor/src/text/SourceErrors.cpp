@@ -63,7 +63,7 @@ void SourceErrors::add(const YAML::Mark& mark, const std::string& what)
     }
     if (errors.size() == most) {
         isComplete = false;
-        append(YAML::Mark::null_mark(), "after 100 errors the rest is not looked for");
+        append(YAML::Mark::null_mark(), "stopped after 100 errors");
         throw TooManyErrors();
     }
 }
@@ -161,7 +161,7 @@ SourceError SourceErrors::located(const YAML::Mark& mark, const std::string& wha
     return {line + 1, text::characterCount(before) + 1, what, lineStarts[line]};
 }
 
-bool SourceErrors::Entry::isToldBefore(const Entry& other) const
+bool SourceErrors::Entry::isReportedBefore(const Entry& other) const
 {
     const auto key = [](const Entry& entry) {
         return std::make_tuple(entry.order.line, entry.order.column, !entry.isCause,
@@ -174,7 +174,7 @@ std::vector<SourceError> SourceErrors::sorted() const
 {
     std::vector<Entry> ordered = errors;
     std::stable_sort(ordered.begin(), ordered.end(),
-                     [](const Entry& a, const Entry& b) { return a.isToldBefore(b); });
+                     [](const Entry& a, const Entry& b) { return a.isReportedBefore(b); });
     std::vector<SourceError> all;
     all.reserve(ordered.size());
     for (const Entry& entry : ordered) {

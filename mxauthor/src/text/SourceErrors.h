@@ -69,7 +69,7 @@ private:
         YAML::Mark order;     // where the error is reported, null: first
         bool isCause = false; // reported before the others of its place
 
-        bool isToldBefore(const Entry& other) const;
+        bool isReportedBefore(const Entry& other) const;
     };
 
     /// Returns where `node` was made from, null for a node of the text.

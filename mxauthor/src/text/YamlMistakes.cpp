@@ -145,7 +145,7 @@ Found explainMapValue(const Lines& lines, const YAML::Mark& mark)
         return YamlMistake{markAt(number, indent),
                            "this line is indented by " + std::to_string(indent) +
                                ", the line above by " + std::to_string(indentOf(lines[before])) +
-                               ": it goes on with its value"};
+                               ": it continues the value of that line"};
     }
     if (isFirstColon && before != number) {
         return findLineWithoutKey(lines, before);
@@ -205,8 +205,9 @@ Found explainMessage(const Lines& lines, const YAML::Exception& failure)
         return explainCharacter(lines, failure.mark);
     }
     if (message == "end of map flow not found" || message == "end of sequence flow not found") {
-        return YamlMistake{failure.mark, "entries between brackets are separated by commas, one is "
-                                         "missing in front of this"};
+        return YamlMistake{
+            failure.mark,
+            "entries between brackets are separated by commas, one is missing before this"};
     }
     return std::nullopt;
 }
@@ -216,10 +217,10 @@ Found explainMessage(const Lines& lines, const YAML::Exception& failure)
 YamlMistake explainYamlFailure(const std::string& source, const YAML::Exception& failure)
 {
     if (const auto* const deep = dynamic_cast<const YAML::DeepRecursion*>(&failure)) {
-        return {failure.mark, std::to_string(deep->depth()) +
-                                  " lists and maps within each other, which is too many"};
+        return {failure.mark,
+                std::to_string(deep->depth()) + " nested lists and maps, which is too many"};
     }
-    YamlMistake general{failure.mark, "this is no YAML: " + failure.msg};
+    YamlMistake general{failure.mark, "this is not YAML: " + failure.msg};
     const Lines lines = linesOf(source);
     if (failure.mark.is_null() || static_cast<std::size_t>(failure.mark.line) >= lines.size()) {
         return general;

@@ -18,7 +18,7 @@ constexpr const char* diffFooter =
 
 Example:
   $ mxtool diff examples/modules/MX0108.bin examples/modules/MX0108.bin
-  a parameter image stored for examples/modules/MX0108.bin stays valid for examples/modules/MX0108.bin: yes, because every parameter lies where it lay and takes what it took
+  a parameter image stored for examples/modules/MX0108.bin stays valid for examples/modules/MX0108.bin: yes, because every parameter keeps its place and still accepts its old values
 )";
 
 struct DiffOptions

@@ -68,7 +68,8 @@ INSTANTIATE_TEST_SUITE_P(
               "conversions)"},
         Wrong{"unread: {channels: '00'}\n", 1, 10, "there are no channels in this text"},
         Wrong{"checksums: {image: 1}\n", 1, 13, "there is no group \"image\" in this text"},
-        Wrong{"order: [header]\n", 1, 8, "the order names all groups, \"dataSizes\" is missing"},
+        Wrong{"order: [header]\n", 1, 8,
+              "the order must name all groups, \"dataSizes\" is missing"},
         Wrong{"order: [header, dataSizes, header]\n", 1, 28,
               "there is no (other) group \"header\""}));
 
@@ -76,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
     Values, WrongText,
     testing::Values(
         Wrong{"module: {type: 256, id: 2}\n", 1, 16, "256 is out of range, 0 to 255 is accepted"},
-        Wrong{"module: {type: x, id: 2}\n", 1, 16, "\"x\" is no whole number"},
+        Wrong{"module: {type: x, id: 2}\n", 1, 16, "\"x\" is not a whole number"},
         Wrong{"module: {type: , id: 2}\n", 1, 10, "\"type\" has no value"},
         Wrong{"catalogue:\n  A: #1\n  B: 2\n", 2, 3,
               "\"A\" has no value; the empty text is \"\", and # begins a comment"},
@@ -95,9 +96,9 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"image: {hex: '00', base64: 'AAAA'}\n", 1, 8, "the bytes are stated once"},
         Wrong{"image: no/such.svg\n", 1, 8, "there is no file no/such.svg"},
         Wrong{"image: /dev/zero\n", 1, 8, "there is no file /dev/zero"},
-        Wrong{"conversions: {V: {factor: 1e99}}\n", 1, 27, "\"1e99\" is no number of 32 bits"},
-        Wrong{"conversions: {'5': {factor: 1}}\n", 1, 15, "a name that is no number expected"},
-        Wrong{"dataSizes: {InData: WX}\n", 1, 21, "\"WX\" are no datatype codes"},
+        Wrong{"conversions: {V: {factor: 1e99}}\n", 1, 27, "\"1e99\" is not a 32-bit number"},
+        Wrong{"conversions: {'5': {factor: 1}}\n", 1, 15, "a name expected, not a number"},
+        Wrong{"dataSizes: {InData: WX}\n", 1, 21, "\"WX\" are not datatype codes"},
         Wrong{"extension: {calibrationDate: 2024-05-31 12}\n", 1, 30, "10 characters at most"},
         Wrong{"texts: {step: 0}\n", 1, 15, "identifiers differ by 1 at least"}));
 
@@ -106,9 +107,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Wrong{"component: {A: \xE6\xBC\xA2}\n", 1, 16,
               "character \"\xE6\xBC\xA2\" is not in Windows-1252"},
-        Wrong{"component: {A: \"a\\nb\"}\n", 1, 16, "holds no line end and no NUL"},
-        Wrong{"component: {A: \"a\\0b\"}\n", 1, 16, "holds no line end and no NUL"},
-        Wrong{"component: {\"A,B\": b}\n", 1, 13, "a key holds no comma"},
+        Wrong{"component: {A: \"a\\nb\"}\n", 1, 16, "cannot hold a line end or NUL"},
+        Wrong{"component: {A: \"a\\0b\"}\n", 1, 16, "cannot hold a line end or NUL"},
+        Wrong{"component: {\"A,B\": b}\n", 1, 13, "a key cannot hold a comma"},
         // A column counts characters, not bytes.
         Wrong{"component: {A: \xC2\xB0\xC2\xB0, B: []}\n", 1, 23, "one value expected here"},
         Wrong{"texts: {first: 65535}\nchannels: [{name: A, in: Bit}, {name: B, in: Bit}]\n", 2, 39,
@@ -124,7 +125,7 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"parameters:\n  - {name: A, type: Byte, bits: 3, default: 8}\n", 2, 45,
               "default 8 does not fit into 3 bits, 0 to 7 is accepted"},
         Wrong{"parameters:\n  - {name: A, type: UInt8, default: on}\n", 2, 37,
-              "\"on\" is no whole number"},
+              "\"on\" is not a whole number"},
         Wrong{"optionLists: {L: {options: {0: slow, 300: fast}}}\nparameters:\n"
               "  - {name: A, type: UInt8, options: L, default: fats}\n",
               3, 49, "neither an option nor a whole number, did you mean \"fast\"? (accepted: "},
@@ -148,26 +149,26 @@ INSTANTIATE_TEST_SUITE_P(
               "parameterBlock: {bytes: '00'}\n",
               2, 38, "the parameter block has 1 byte, no place for a default at byte 0"},
         Wrong{"parameterBlock: {descriptor: 1, skipped: '00'}\n", 1, 42,
-              "1 byte, descriptor 1 asks for 5"},
+              "1 byte, descriptor 1 requires 5"},
         Wrong{"parameterBlock: {descriptor: 0xff, skipped: '00'}\n", 1, 45,
-              "1 byte, descriptor 255 asks for 251"}));
+              "1 byte, descriptor 255 requires 251"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Channels, WrongText,
     testing::Values(Wrong{"channels:\n  - {in: Bit}\n  - {in: Bit, number: 0}\n", 3, 23,
-                          "channel 0 stands in line 2 already"},
+                          "channel 0 is in line 2 already"},
                     Wrong{"channels: [{name: A, in: Bit}]\nchannelNames: []\n", 2, 15,
                           "the channels state their names already"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Documents, WrongText,
-    testing::Values(Wrong{"", 1, 1, "no module here"}, Wrong{"5\n", 1, 1, "no module here"},
+    testing::Values(Wrong{"", 1, 1, "no module found"}, Wrong{"5\n", 1, 1, "no module found"},
                     Wrong{"module: []\n---\nmodule: []\n", 3, 1, "a second document"},
                     Wrong{",module: []\n", 1, 1, "a second document"},
                     Wrong{"module: []\n--- 1\n--- [", 2, 5, "a second document"},
                     Wrong{std::string("module: []\nx\0b: 1\n", 18), 2, 2, "byte 00"},
                     Wrong{"raw: " + std::string(1000, '[') + "\n", 2, 1,
-                          "500 lists and maps within each other, which is too many"},
+                          "500 nested lists and maps, which is too many"},
                     Wrong{"module: [1, 2\nb: c\n", 1, 9,
                           "this \"[\" is not closed, \"]\" is missing"}));
 
@@ -190,7 +191,7 @@ INSTANTIATE_TEST_SUITE_P(
               "\"KEY:\" expected, there is no colon, and the next line is indented as its value"},
         Wrong{"catalogue:\n  A: B: 1\n", 2, 7, "a second colon in one value"},
         Wrong{"catalogue:\n  A: 1\n   B: 2\n", 3, 4,
-              "indented by 3, the line above by 2: it goes on with its value"},
+              "indented by 3, the line above by 2: it continues the value of that line"},
         Wrong{"catalogue:\n  A: \"1\"\n   B: 2\n", 3, 4, "this line is indented by 3"},
         Wrong{"channels:\n  - {in: Bit}\n  {in: Bit}\n", 3, 3,
               "the lines of this list begin with \"- \""},
@@ -231,7 +232,7 @@ INSTANTIATE_TEST_SUITE_P(
     PhysicalValues, WrongText,
     testing::Values(
         Wrong{volts + "parameters: [{name: A, type: SInt16, default: 9.5, conversion: c}]\n", 2, 47,
-              "\"9.5\" is no whole number: state \"9.5 V\", or the raw value 9500"},
+              "\"9.5\" is not a whole number: state \"9.5 V\", or the raw value 9500"},
         Wrong{volts + "parameters: [{name: A, type: SInt16, default: 9.5 mV, conversion: c}]\n", 2,
               47, "nor a physical value such as \"32.767 V\""},
         Wrong{volts + "parameters: [{name: A, type: SInt16, default: 40 V, conversion: c}]\n", 2,
@@ -241,7 +242,7 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{volts + "parameters: [{name: A, type: SInt16, range: [0, 9.5], conversion: c}]\n", 2,
               49, "state \"9.5 V\", or the raw value 9500"},
         Wrong{"parameters: [{name: A, type: SInt16, default: 9.5}]\n", 1, 47,
-              "\"9.5\" is no whole number"}));
+              "\"9.5\" is not a whole number"}));
 
 INSTANTIATE_TEST_SUITE_P(
     PlacesOfParameters, WrongText,
@@ -256,18 +257,18 @@ INSTANTIATE_TEST_SUITE_P(
                     Wrong{"parameters: [{name: A, type: INT, default: 1}]\n", 1, 30,
                           "unknown type \"INT\""},
                     Wrong{"parameters: [{name: A, type: Byte, channel: AI 1}]\n", 1, 45,
-                          "\"AI 1\" is no number of a channel: the first has 0"},
+                          "\"AI 1\" is not a channel number: the first has 0"},
                     Wrong{"parameters: [{name: A, type: Byte, options: {0: a}}]\n", 1, 45,
                           "the name of an entry expected here"},
                     Wrong{"parameters: [{name: A, type: Byte, channel: <i-1>}]\n", 1, 45,
-                          "\"<i-1>\" is no placeholder: with repeat, <n-1> is the number of each "
-                          "channel from 0"},
+                          "\"<i-1>\" is not a placeholder: with repeat, <n-1> is the number of "
+                          "each channel from 0"},
                     Wrong{"parameters: [{name: A, type: Byte, range: 0-10}]\n", 1, 43,
                           "least and greatest value expected, such as [0, 10]"},
                     Wrong{"optionLists: {L: {options: [off, on]}}\n", 1, 29,
                           "options are stated as VALUE: TEXT"}));
 
-TEST(WrongSizes, areToldAtTheirGroup)
+TEST(WrongSizes, areReportedAtTheirGroup)
 {
     const std::string digits(2 * 65530, '0');
     EXPECT_THAT(
@@ -279,7 +280,7 @@ TEST(WrongSizes, areToldAtTheirGroup)
         ElementsAre(errorAt(1, 1, "the content length in its header holds 65535 at most")));
 }
 
-TEST(WrongSizes, ofAListAreToldThere)
+TEST(WrongSizes, ofAListAreReportedThere)
 {
     std::string options;
     for (int i = 0; i < 256; ++i) {
@@ -289,7 +290,7 @@ TEST(WrongSizes, ofAListAreToldThere)
                 ElementsAre(errorAt(1, 28, "256 options, a list has 255 at most")));
 }
 
-TEST(WrongTexts, areAllToldInTheOrderOfTheText)
+TEST(WrongTexts, areAllReportedInTheOrderOfTheText)
 {
     EXPECT_THAT(errorsOf("raw: 1\nmodule: {type: x, id: y}\nimage: []\nheader: 1\n"),
                 ElementsAre(errorAt(1, 6, "a list"), errorAt(2, 16, "\"x\""),
@@ -298,15 +299,15 @@ TEST(WrongTexts, areAllToldInTheOrderOfTheText)
 }
 
 // The unknown keys are not similar to known ones: errors that may follow from them come after them.
-TEST(UnknownKeys, areToldAheadOfWhatTheirMappingHas)
+TEST(UnknownKeys, areReportedBeforeTheErrorsInTheirMapping)
 {
     EXPECT_THAT(errorsOf("module: {type: x, id: 1}\n"
                          "parameters: [{name: A, type: UInt8, default: 3 ms, zzzz: 1, yyyy: 2},"
                          " {name: B, type: UInt8, default: 4 ms}]\n"),
                 ElementsAre(errorAt(1, 16, "\"x\""), errorAt(2, 52, "unknown key \"zzzz\""),
                             errorAt(2, 61, "unknown key \"yyyy\""),
-                            errorAt(2, 46, "\"3 ms\" is no whole number"),
-                            errorAt(2, 103, "\"4 ms\" is no whole number")));
+                            errorAt(2, 46, "\"3 ms\" is not a whole number"),
+                            errorAt(2, 103, "\"4 ms\" is not a whole number")));
     EXPECT_THAT(errorsOf("module: {type: x, id: 1}\nremark: 1\n"),
                 ElementsAre(errorAt(2, 1, "unknown key \"remark\""), errorAt(1, 16, "\"x\"")));
 }
@@ -325,10 +326,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Wrong{"parameters: [{name: A, type: UInt16, range: [-10000000000000000000000, 3]}]\n", 1,
               46,
-              "-10000000000000000000000 is outside of what the parameter holds, 0 to 65535 is "
-              "accepted"},
+              "-10000000000000000000000 does not fit into the parameter, 0 to 65535 is accepted"},
         Wrong{"parameters: [{name: A, type: SInt8, default: 0x10000000000000000}]\n", 1, 46,
-              "0x10000000000000000 is outside of what the parameter holds, -128 to 127"},
+              "0x10000000000000000 does not fit into the parameter, -128 to 127"},
         Wrong{"module: {type: 99999999999999999999, id: 1}\n", 1, 16,
               "99999999999999999999 is out of range, 0 to 255 is accepted"},
         Wrong{"parameters: [{name: A, type: Byte, bits: 1, default: 3}]\n", 1, 54,
@@ -377,7 +377,7 @@ INSTANTIATE_TEST_SUITE_P(
               1, 23, "unknown key \"factr\", did you mean \"factor\"?"},
         Wrong{"conversions: {volts: {factor: \"0,001\", unit: V}}\n"
               "parameters: [{name: A, type: SInt16, default: 9.5 V, conversion: volts}]\n",
-              1, 31, "is no number of 32 bits"}));
+              1, 31, "is not a 32-bit number"}));
 
 TEST(StatedOddities, areNoErrors)
 {

@@ -87,7 +87,8 @@ std::vector<std::string> linesOf(const Comparison& comparison)
 void expectKept(const Comparison& comparison)
 {
     EXPECT_TRUE(comparison.imageStaysValid);
-    EXPECT_EQ(comparison.because, "every parameter lies where it lay and takes what it took");
+    EXPECT_EQ(comparison.because,
+              "every parameter keeps its place and still accepts its old values");
 }
 
 void expectBroken(const Comparison& comparison, const std::string& because)
@@ -113,7 +114,7 @@ TEST(Diff, aDefaultMayChange)
     expectKept(found);
 }
 
-TEST(Diff, aWiderRangeTakesWhatTheNarrowOneTook)
+TEST(Diff, aWiderRangeAcceptsTheValuesOfTheNarrowOne)
 {
     Module after;
     after.limit.maximum = 501;
@@ -133,7 +134,7 @@ TEST(Diff, aNarrowerRangeDoesNot)
     expectBroken(found, "parameter 2 \"Limit\" of channel 0: range 1 to 500 becomes 2 to 500");
 }
 
-TEST(Diff, anOptionMoreIsNoHarm)
+TEST(Diff, anAdditionalOptionIsCompatible)
 {
     Module after;
     after.options.emplace_back(2, 104);
@@ -150,8 +151,8 @@ TEST(Diff, anOptionThatIsGoneMayBeStored)
     const Comparison found = compared(after);
     EXPECT_THAT(linesOf(found),
                 ElementsAre("breaking parameter 1 \"Filter\": option 0 \"off\" is gone",
-                            "breaking parameter 1 \"Filter\": options change their places, which "
-                            "Modbus registers hold"));
+                            "breaking parameter 1 \"Filter\": options change their positions, "
+                            "which Modbus registers hold"));
     expectBroken(found, "parameter 1 \"Filter\": option 0 \"off\" is gone");
 }
 
@@ -160,9 +161,8 @@ TEST(Diff, optionsInAnotherOrderBreakRegistersButNoImage)
     Module after;
     after.options = {{1, 103}, {0, 102}};
     const Comparison found = compared(after);
-    EXPECT_THAT(linesOf(found),
-                ElementsAre("breaking parameter 1 \"Filter\": options change their places, which "
-                            "Modbus registers hold"));
+    EXPECT_THAT(linesOf(found), ElementsAre("breaking parameter 1 \"Filter\": options change their "
+                                            "positions, which Modbus registers hold"));
     expectKept(found);
 }
 
@@ -234,7 +234,7 @@ TEST(Diff, fewerBitsKeepTheValuesThatTheyHold)
                             "from bit 0",
                             "compatible parameter 1 \"Filter\": datatype UInt8 becomes Byte"));
     EXPECT_TRUE(found.imageStaysValid);
-    EXPECT_EQ(found.because, "every parameter keeps its value and takes what it took");
+    EXPECT_EQ(found.because, "every parameter keeps its value and still accepts its old values");
     Module before;
     before.options = {{0, 102}, {2, 103}}; // 2 needs a second bit
     after.options = before.options;
@@ -294,7 +294,7 @@ TEST(Diff, registersHoldThePlaceOfAnOption)
     after.options = {{1, 103}, {0, 102}};
     EXPECT_THAT(linesOf(compare(before.file(), after.file())),
                 ElementsAre("breaking parameter 1 \"Filter\": its range becomes an option list: "
-                            "Modbus registers hold the places of options"));
+                            "Modbus registers hold the positions of options"));
     expectKept(compare(before.file(), after.file()));
 }
 
@@ -400,7 +400,7 @@ TEST(Diff, aParameterThatIsGoneIsNotSaidToLieWhereItLay)
     const Comparison found = compare(before.file(), Module().file());
     EXPECT_TRUE(found.imageStaysValid);
     EXPECT_EQ(found.because,
-              "every parameter that is left lies where it lay and takes what it took");
+              "every remaining parameter keeps its place and still accepts its old values");
 }
 
 // "More" on the bits of "Limit" (bytes 1 and 2, 1 to 500, by default 100) in place of it.
@@ -418,10 +418,10 @@ TEST(Diff, aNewParameterHasToTakeAllThatAnOldOneMayHaveStoredThere)
     Module after = withMoreInPlaceOfLimit();
     EXPECT_THAT(
         linesOf(compared(after)),
-        ElementsAre("breaking parameter 2 \"Limit\" of channel 0: is gone: Modbus registers "
-                    "behind it move",
-                    "compatible parameter 3 \"More\": is new; it accepts all that a stored "
-                    "image may hold there"));
+        ElementsAre(
+            "breaking parameter 2 \"Limit\" of channel 0: is gone: Modbus registers after it move",
+            "compatible parameter 3 \"More\": is new; it accepts all that a stored "
+            "image may hold there"));
     EXPECT_TRUE(compared(after).imageStaysValid);
     after.limit.maximum = 499;
     expectBroken(compared(after), "parameter 3 \"More\": is new, and a stored image may hold 500, "
@@ -464,7 +464,7 @@ TEST(Diff, valuesOf64BitsAreComparedWithoutCountingThem)
     EXPECT_FALSE(compare(before.file(), after.file()).imageStaysValid);
 }
 
-TEST(Diff, aNewParameterTakesWhatAnOldImageHoldsThere)
+TEST(Diff, aNewParameterReadsWhatAnOldImageHoldsThere)
 {
     Module after;
     ParameterRecord record;
@@ -500,8 +500,9 @@ TEST(Diff, theOrderOfParametersIsThatOfRegisters)
     Module after;
     after.limitFirst = true;
     const Comparison found = compared(after);
-    EXPECT_THAT(linesOf(found),
-                ElementsAre("breaking : the order changes, which Modbus registers follow"));
+    EXPECT_THAT(
+        linesOf(found),
+        ElementsAre("breaking : the order changes, and with it that of the Modbus registers"));
     expectKept(found);
 }
 
@@ -552,11 +553,11 @@ TEST(Diff, textsUnderOtherIdentifiersAreNoDifferenceOfTheModule)
     after.texts = {{200, "Filter"}, {101, "Limit"}, {102, "off"}, {103, "on"}, {104, "More"}};
     after.filter.nameId = 200;
     EXPECT_THAT(linesOf(compared(after)),
-                ElementsAre("cosmetic : only bytes that change nothing differ: order, identifiers, "
-                            "bytes that nobody reads"));
+                ElementsAre("cosmetic : only bytes without effect differ: order, identifiers, "
+                            "bytes that are not read"));
 }
 
-TEST(Diff, anotherModuleTakesNoImage)
+TEST(Diff, anotherModuleAcceptsNoImage)
 {
     Module after;
     after.id = 0x5A000002;

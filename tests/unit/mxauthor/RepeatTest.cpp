@@ -131,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"channels: [{repeat: 0, in: Bit}]", 21, "0 is out of range, 1 to 256 is accepted"},
         Wrong{"channels: [{repeat: 257, in: Bit}]", 21, "257 is out of range, 1 to 256"},
         Wrong{"channels: [{repeat: -1, in: Bit}]", 21, "-1 is out of range, 1 to 256"},
-        Wrong{"channels: [{repeat: many, in: Bit}]", 21, "\"many\" is no whole number"},
+        Wrong{"channels: [{repeat: many, in: Bit}]", 21, "\"many\" is not a whole number"},
         Wrong{"channels: [{repeat: , in: Bit}]", 13, "\"repeat\" has no value"},
         Wrong{"channels: [{repeat: 2, repeat: 3, in: Bit}]", 24, "\"repeat\" is stated twice"},
         Wrong{"channels: [{repeat: 256, in: Bit}, {in: Bit}]", 36, "no number is left"},
@@ -150,10 +150,11 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"channels: [{repeat: 2, name: AI, in: Bit}]", 30,
               "all 2 channels would have this name: put the number into it, such as \"AI <n>\""},
         Wrong{"parameters: [{repeat: 2, name: P, type: UInt8}]", 32, "all 2 parameters would have"},
-        Wrong{"channels: [{repeat: 2, name: AI <N>, in: Bit}]", 30, "<N> is no placeholder"},
-        Wrong{"channels: [{repeat: 2, name: AI <n*2>, in: Bit}]", 30, "<n*2> is no placeholder"},
+        Wrong{"channels: [{repeat: 2, name: AI <N>, in: Bit}]", 30, "<N> is not a placeholder"},
+        Wrong{"channels: [{repeat: 2, name: AI <n*2>, in: Bit}]", 30, "<n*2> is not a placeholder"},
         Wrong{"channels: [{repeat: 2, name: AI <n - 1>, in: Bit}]", 30, "(accepted: <n>, <n-1>, "},
-        Wrong{"channels: [{repeat: 2, name: A<9999999999*n>, in: Bit}]", 30, "is no placeholder"},
+        Wrong{"channels: [{repeat: 2, name: A<9999999999*n>, in: Bit}]", 30,
+              "is not a placeholder"},
         Wrong{"channels: [{number: <n>, in: Bit}]", 21,
               "\"<n>\" is a number only in a line with \"repeat\""}));
 
@@ -164,7 +165,7 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"channels: [{repeat: 2, each: []}]", 30, "there is nothing under \"each\""},
         Wrong{"channels: [{repeat: 2, each: {in: Bit}}]", 30, "a list expected here"},
         Wrong{"channels: [{repeat: 2, in: Bit, each: [{in: Bit}]}]", 24,
-              "beside \"each\" only \"repeat\" is accepted"},
+              "next to \"each\" only \"repeat\" is accepted"},
         Wrong{"channels: [{repeat: 2, each: [{repeat: 2, in: Bit}]}]", 31,
               "a repeat within a repeat"},
         Wrong{"channels: [{repeat: 9, name: AI <n>, in: Bitt}]", 42, "unknown type \"Bitt\""},
@@ -186,19 +187,20 @@ INSTANTIATE_TEST_SUITE_P(
               "is not in Windows-1252, the code page of mx files (in all 3 repetitions)"},
         Wrong{"parameters: [{repeat: 200, name: A <n>, type: UInt16}]", 14, "no place is left"}));
 
-TEST(RepeatedLine, hasItsFindingsWhereItStands)
+TEST(RepeatedLine, hasItsFindingsAtItsPlace)
 {
     const std::string source = "channels:\n"
                                "  - {repeat: 2, name: AI <n>, in: SInt16, bits: <n+8>}\n";
-    std::vector<std::pair<std::size_t, std::string>> told;
+    std::vector<std::pair<std::size_t, std::string>> reported;
     for (const auto& finding : mxauthor::checkText(source, mxauthor::buildFromText(source, ""))) {
         if (std::string(finding.rule->name) == "channel-bits") {
             EXPECT_EQ(finding.where.line, 2U);
-            told.emplace_back(finding.where.column, finding.where.text);
+            reported.emplace_back(finding.where.column, finding.where.text);
         }
     }
-    EXPECT_THAT(told, ElementsAre(testing::Pair(49U, "channel 0 \"AI 1\": 9 bits stated, its kind "
-                                                     "has 16 (in both repetitions)")));
+    EXPECT_THAT(reported,
+                ElementsAre(testing::Pair(49U, "channel 0 \"AI 1\": 9 bits stated, its kind "
+                                               "has 16 (in both repetitions)")));
 }
 
 // Builds a module of the channels 0 to 3 and the lines `parameters`, and returns the texts of the
@@ -208,29 +210,29 @@ std::vector<std::string> findings(const std::string& rule, const std::string& pa
     const std::string source = "channels: [{repeat: 4, name: AI <n>, in: SInt16}]\n"
                                "parameters:\n" +
                                parameters;
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
     for (const auto& finding : mxauthor::checkText(source, mxauthor::buildFromText(source, ""))) {
         if (finding.rule->name == rule) {
             EXPECT_EQ(finding.finding.subject + ": " + finding.finding.text, finding.where.text);
-            told.push_back(finding.where.text);
+            reported.push_back(finding.where.text);
         }
     }
-    return told;
+    return reported;
 }
 
-TEST(RepeatedLine, tellsAFindingOfAllRepetitionsOnce)
+TEST(RepeatedLine, reportsAFindingOfAllRepetitionsOnce)
 {
-    EXPECT_THAT(findings("default-range", "  - {repeat: 4, name: L <n>, type: UInt8, default: 9, "
-                                          "range: [0, 5]}\n"),
-                ElementsAre("parameter 1 \"L 1\": default 9 lies outside 0 to 5 (in all 4 "
-                            "repetitions)"));
+    EXPECT_THAT(
+        findings("default-range", "  - {repeat: 4, name: L <n>, type: UInt8, default: 9, "
+                                  "range: [0, 5]}\n"),
+        ElementsAre("parameter 1 \"L 1\": default 9 is outside 0 to 5 (in all 4 repetitions)"));
 }
 
-TEST(RepeatedLine, tellsHowManyRepetitionsHaveAFinding)
+TEST(RepeatedLine, reportsHowManyRepetitionsHaveAFinding)
 {
     EXPECT_THAT(findings("default-range", "  - {repeat: 4, name: L <n>, type: UInt8, default: <n>, "
                                           "range: [0, 1]}\n"),
-                ElementsAre("parameter 2 \"L 2\": default 2 lies outside 0 to 1 (in 3 of 4 "
+                ElementsAre("parameter 2 \"L 2\": default 2 is outside 0 to 1 (in 3 of 4 "
                             "repetitions, first in repetition 2)"));
 }
 

@@ -154,11 +154,11 @@ TEST(WrongSkeleton, saysWhatIsAccepted)
         {"3 AI 2 DO", "\"AI 2\" is more than one kind, a comma separates them"},
         {"3 AI,, 2 DO", "a comma with nothing before or after it"},
         {"3 AI,", "a comma with nothing"},
-        {"0 AI", "0 channels are none"},
+        {"0 AI", "0 channels are not accepted"},
         {"256 DI", "256 channels are too many, a module has 255 at most"},
         {"200 DI, 56 DO", "256 channels are too many"},
         {"99999999999999999999 DI", "99999999999999999999 channels are too many"},
-        {"2 in", "\"in\" asks for one kind (accepted: UInt8, "},
+        {"2 in", "\"in\" needs a kind (accepted: UInt8, "},
         {"2 in Bitt", "unknown kind \"Bitt\", did you mean \"Bit\"?"}};
     for (const auto& [channels, text] : wrong) {
         EXPECT_THAT(errorOf(requestFor(channels)), HasSubstr("channels: " + std::string(text)));
@@ -169,21 +169,21 @@ TEST(WrongSkeleton, namesWhatIsWrong)
 {
     SkeletonRequest request = requestFor("");
     request.id = "0x100000000";
-    EXPECT_EQ(errorOf(request), "id: \"0x100000000\" is no number from 0 to 0xffffffff");
+    EXPECT_EQ(errorOf(request), "id: \"0x100000000\" is not a number from 0 to 0xffffffff");
     request.id = "5a0303aa";
     EXPECT_EQ(errorOf(request),
-              "id: \"5a0303aa\" is no number from 0 to 0xffffffff, did you mean 0x5a0303aa?");
+              "id: \"5a0303aa\" is not a number from 0 to 0xffffffff, did you mean 0x5a0303aa?");
     request = requestFor("");
     request.type = "256";
-    EXPECT_EQ(errorOf(request), "type: \"256\" is no number from 0 to 255");
+    EXPECT_EQ(errorOf(request), "type: \"256\" is not a number from 0 to 255");
     request.type = "33";
-    EXPECT_THAT(errorOf(request), StartsWith("type: 33 is no module type in use (accepted: 0 "
+    EXPECT_THAT(errorOf(request), StartsWith("type: 33 is not a module type in use (accepted: 0 "
                                              "supply, 1 digital inputs, 2 digital outputs, "));
     request = requestFor("");
     request.name = "a\nb";
     EXPECT_THAT(errorOf(request), HasSubstr("name: one line of text expected"));
     request.name = "日";
-    EXPECT_THAT(errorOf(request), HasSubstr("name: \"日\" is no character of Windows-1252"));
+    EXPECT_THAT(errorOf(request), HasSubstr("name: \"日\" is not a character of Windows-1252"));
     request.name = "a\xFC";
     EXPECT_THAT(errorOf(request), HasSubstr("UTF-8"));
     request = requestFor("");

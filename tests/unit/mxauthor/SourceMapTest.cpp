@@ -58,13 +58,13 @@ TEST(TextFindings, sayPhysicalAndRawValues)
     EXPECT_EQ(findingOfParameter("name: A, type: SInt16, default: 12 V, range: [-10 V, 10 V], "
                                  "conversion: volts",
                                  volts),
-              "default-range 14:38 parameter 1 \"A\": default 12 V (raw 12000) lies outside -10 V "
-              "to 10 V (raw -10000 to 10000)");
+              "default-range 14:38 parameter 1 \"A\": default 12 V (raw 12000) is outside -10 V to "
+              "10 V (raw -10000 to 10000)");
     EXPECT_EQ(findingOfParameter("name: A, type: SInt8, default: 0 mA, range: [10 mA, 30 mA], "
                                  "conversion: volts",
                                  inverse),
-              "default-range 14:37 parameter 1 \"A\": default 0 mA (raw 0) lies outside 10 mA to "
-              "30 mA (raw -1 to -3)");
+              "default-range 14:37 parameter 1 \"A\": default 0 mA (raw 0) is outside 10 mA to 30 "
+              "mA (raw -1 to -3)");
     EXPECT_EQ(findingOfParameter("name: A, type: UInt8, range: [0, 300], conversion: volts", volts),
               "range-datatype 14:39 parameter 1 \"A\": maximum 0.3 V (raw 300) does not fit in 8 "
               "bits, 0 V to 0.255 V (raw 0 to 255) is accepted");
@@ -148,14 +148,14 @@ TEST(TextFindings, ofADefaultAreAtTheDefaultOfTheirBitField)
                                           "  - {name: B, at: 0, type: Byte, bits: 3, bit: 2, "
                                           "default: 7, range: [0, 5]}\n"
                                           "  - {name: C, at: 0, type: Byte, bits: 3, bit: 5}\n");
-    EXPECT_THAT(found, ElementsAre("default-range 15:60 parameter 2 \"B\": default 7 lies outside "
-                                   "0 to 5"));
+    EXPECT_THAT(found,
+                ElementsAre("default-range 15:60 parameter 2 \"B\": default 7 is outside 0 to 5"));
 }
 
 TEST(TextFindings, ofADefaultThatIsNotStatedAreAtTheParameter)
 {
     EXPECT_EQ(findingOfParameter("name: A, type: UInt8, range: [1, 5]"),
-              "default-range 14:5 parameter 1 \"A\": default 0 lies outside 1 to 5");
+              "default-range 14:5 parameter 1 \"A\": default 0 is outside 1 to 5");
 }
 
 TEST(TextFindings, ofAnOptionAreAtItsValue)
@@ -178,10 +178,10 @@ TEST(TextFindings, ofChannelsAreAtTheirKindAndBits)
     const std::string channels = "channels: [{name: A, in: 11}, {name: B, in: UInt8, bits: 7}]\n";
     std::string source = sound;
     source.replace(source.find("channels:"), std::string::npos, channels);
-    EXPECT_THAT(findingsOf(source),
-                ElementsAre("channel-kind 11:26 channel 0 \"A\": kind 11 stands for no data, "
-                            "expected 1 to 9",
-                            "channel-bits 11:58 channel 1 \"B\": 7 bits stated, its kind has 8"));
+    EXPECT_THAT(
+        findingsOf(source),
+        ElementsAre("channel-kind 11:26 channel 0 \"A\": kind 11 means no data, expected 1 to 9",
+                    "channel-bits 11:58 channel 1 \"B\": 7 bits stated, its kind has 8"));
 }
 
 TEST(TextFindings, ofAMisspeltEntryAreAtItsKey)
@@ -190,8 +190,8 @@ TEST(TextFindings, ofAMisspeltEntryAreAtItsKey)
     source.replace(source.find("OrderCode"), 9, "Ordercode");
     EXPECT_THAT(findingsOf(source + "  - {name: A, type: UInt8}\n"),
                 ElementsAre(testing::StartsWith("parser-refuses 3:3 "),
-                            "entry-missing 8:3 catalogue: entry \"BrandOrderCode\" is missing, did "
-                            "you mean it by \"BrandOrdercode\"?"));
+                            "entry-missing 8:3 catalogue: entry \"BrandOrderCode\" is missing, is "
+                            "\"BrandOrdercode\" misspelt?"));
 }
 
 TEST(TextFindings, ofAMissingGroupNameItsKey)

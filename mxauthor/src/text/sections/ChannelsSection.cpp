@@ -168,7 +168,7 @@ std::string repeatedNumber(std::uint8_t number, std::optional<int> line, bool is
     if (!isStated && number == 0) {
         return "no number is left for this channel, the last is 255";
     }
-    return line ? channel + " stands in line " + std::to_string(*line) + " already"
+    return line ? channel + " is in line " + std::to_string(*line) + " already"
                 : channel + " is made twice by this repeated line: leave out \"number\", or let "
                             "it advance, such as <n>";
 }

@@ -18,7 +18,7 @@ std::uint32_t readFloat(const Section& section, const std::string& key)
     const auto bits = parseFloat(*text);
     if (!bits) {
         section.errors().add(
-            *node, "\"" + *text + "\" is no number of 32 bits such as 0.1 or -2e3, without a unit");
+            *node, "\"" + *text + "\" is not a 32-bit number such as 0.1 or -2e3, without a unit");
     }
     return bits.value_or(0);
 }

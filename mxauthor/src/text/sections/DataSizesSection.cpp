@@ -71,7 +71,7 @@ std::string readCodes(const YAML::Node& node, SourceErrors& errors)
     std::string codes = readText(node, errors).value_or("");
     if (!areCodes(codes)) {
         errors.add(node, "\"" + node.Scalar() +
-                             "\" are no datatype codes: D, W and B for 4, 2 and 1 bytes");
+                             "\" are not datatype codes: D, W and B for 4, 2 and 1 bytes");
     }
     return codes;
 }

@@ -55,7 +55,7 @@ std::string readKey(const YAML::Node& node, SourceErrors& errors)
 {
     std::string key = readText(node, errors).value_or("");
     if (key.find(',') != std::string::npos) {
-        errors.add(node, "a key holds no comma, it would end there");
+        errors.add(node, "a key cannot hold a comma, it would end there");
     }
     return key;
 }

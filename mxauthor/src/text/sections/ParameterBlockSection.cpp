@@ -62,7 +62,7 @@ void readHeader(const Section& section, ParameterBlock& group)
         section.errors().add(*section.find("skipped"), counted(group.skipped.value.size(), "byte") +
                                                            ", descriptor " +
                                                            std::to_string(group.descriptor.value) +
-                                                           " asks for " + std::to_string(skipped));
+                                                           " requires " + std::to_string(skipped));
     }
 }
 

@@ -128,9 +128,8 @@ std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
     }
     const Limits limits(field);
     if (isIntegerText(*text)) {
-        errors.add(node, *text + " is outside of what the parameter holds, " +
-                             limits.lowest.text() + " to " + limits.highest.text() +
-                             " is accepted");
+        errors.add(node, *text + " does not fit into the parameter, " + limits.lowest.text() +
+                             " to " + limits.highest.text() + " is accepted");
         return std::nullopt;
     }
     if (!unit.isCertain) {
@@ -141,7 +140,7 @@ std::optional<ParameterNumber> readParameterNumber(const YAML::Node& node,
     }
     const std::string hint = physicalHint(*text, unit, limits);
     errors.add(node, "\"" + *text + "\" is " +
-                         (options.empty() ? "no whole number" + hint
+                         (options.empty() ? "not a whole number" + hint
                                           : "neither an option nor a whole number" + hint +
                                                 text::acceptedWords(*text, options)));
     return std::nullopt;

@@ -129,12 +129,12 @@ std::uint8_t readChannel(const Section& section)
     const auto node = section.find("channel");
     if (node && node->IsScalar() && !parseInteger(node->Scalar())) {
         const bool isPlaceholder = node->Scalar().find_first_of("<>") != std::string::npos;
-        section.errors().add(*node, "\"" + node->Scalar() +
-                                        (isPlaceholder
-                                             ? "\" is no placeholder: with repeat, <n-1> is the "
-                                               "number of each channel from 0"
-                                             : "\" is no number of a channel: the first has 0; a "
-                                               "parameter of the module has none, or 255"));
+        section.errors().add(*node,
+                             "\"" + node->Scalar() +
+                                 (isPlaceholder ? "\" is not a placeholder: with repeat, <n-1> is "
+                                                  "the number of each channel from 0"
+                                                : "\" is not a channel number: the first has 0; a "
+                                                  "parameter of the module has none, or 255"));
         return mxformat::moduleLevel;
     }
     return section.byte("channel", mxformat::moduleLevel);
@@ -152,7 +152,7 @@ bool readPlace(const Section& section, const BlockCursor& cursor, ParameterRecor
     const std::uint32_t usualByte = cursor.byteFor(datatype, bits);
     const bool hasPlace = usualByte <= 0xFF || section.has("at");
     if (!hasPlace) {
-        section.errors().add(section.node(), "no place is left behind the parameter before, byte "
+        section.errors().add(section.node(), "no place is left after the previous parameter, byte "
                                              "255 is the last that can be stated");
     }
     const std::uint8_t at = section.byte("at", static_cast<std::uint8_t>(usualByte));

@@ -74,7 +74,7 @@ Bytes readPayloadFile(const YAML::Node& node, BuildContext& context)
     }
     const auto bytes = text::fromHex(*content);
     if (!bytes) {
-        context.errors.add(node, path.string() + " holds something else than hexadecimal digits");
+        context.errors.add(node, path.string() + " holds something other than hexadecimal digits");
     }
     return bytes.value_or(Bytes());
 }
