@@ -166,7 +166,7 @@ TEST(ValuesFile, aParameterMayBeCalledSchema)
 TEST(ValuesFile, deepNestingIsRefused)
 {
     EXPECT_THAT(failureOf(std::string(100000, '[')),
-                HasSubstr("lists and maps within each other, which is too many"));
+                HasSubstr("500 nested lists and maps, which is too many"));
     EXPECT_THAT(failureOf("a: &x {b: *x}\n"), HasSubstr("v.yaml:1:"));
 }
 
