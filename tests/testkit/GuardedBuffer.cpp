@@ -21,7 +21,7 @@ GuardedBuffer::GuardedBuffer(const std::vector<std::uint8_t>& bytes)
     auto* const guard = static_cast<std::uint8_t*>(pages) + readable;
     if (mprotect(guard, page, PROT_NONE) != 0) {
         munmap(pages, pagesSize);
-        throw std::runtime_error("cannot protect the page behind a guarded buffer");
+        throw std::runtime_error("cannot protect the page after a guarded buffer");
     }
     start = guard - bytes.size();
     std::copy(bytes.begin(), bytes.end(), start);
