@@ -19,7 +19,7 @@ Records recordsAt(const std::uint8_t* payload, std::size_t size, std::size_t ava
     Records records;
     for (std::size_t at = 0; at < size && mxformat::parameterRecordSize <= available - at;
          at += mxformat::parameterRecordSize) {
-        records.push_back(mxformat::readParameterRecord(payload + at));
+        records.push_back(mxformat::readRecord<mxformat::ParameterRecord>(payload + at));
     }
     return records;
 }

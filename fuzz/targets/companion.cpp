@@ -77,7 +77,8 @@ void writeValues(const Bytes& record, const Bytes& block, const std::string& tex
         readConverted(record, image);
     }
     // Writing the value read from a parameter must not change the image.
-    if (!mxformat::isConverted(mxformat::readParameterRecord(record.data()).flags)) {
+    if (!mxformat::isConverted(
+            mxformat::readRecord<mxformat::ParameterRecord>(record.data()).flags)) {
         image = block;
         const std::string own = readTexts(record, block).value;
         if (write(record, image, own) && image != block) {

@@ -9,14 +9,14 @@ std::vector<mxformat::OptionRecord> OptionLists::options(std::uint8_t id) const
         return found;
     }
     for (std::size_t pos = 0; bytes.size() - pos >= mxformat::optionListHeaderSize;) {
-        const auto header = mxformat::readOptionListHeader(bytes.data() + pos);
+        const auto header = mxformat::readRecord<mxformat::OptionListHeader>(bytes.data() + pos);
         const std::size_t end = pos + mxformat::optionListSize(header.count);
         if (end > bytes.size()) {
             break;
         }
         if (header.id == id) {
             for (pos += mxformat::optionListHeaderSize; pos < end; pos += mxformat::optionSize) {
-                found.push_back(mxformat::readOptionRecord(bytes.data() + pos));
+                found.push_back(mxformat::readRecord<mxformat::OptionRecord>(bytes.data() + pos));
             }
         }
         pos = end;

@@ -13,7 +13,7 @@ struct Parameter
 {
     /// Reads the 29-byte `bytes`.
     explicit Parameter(const std::uint8_t* bytes)
-        : record(mxformat::readParameterRecord(bytes)), field(record)
+        : record(mxformat::readRecord<mxformat::ParameterRecord>(bytes)), field(record)
     {}
 
     bool isConverted() const { return mxformat::isConverted(record.flags); }

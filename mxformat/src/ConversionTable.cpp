@@ -1,7 +1,5 @@
 #include "mxformat/ConversionTable.h"
 
-#include "mxformat/BigEndian.h"
-
 #include <algorithm>
 #include <bitset>
 #include <cmath>
@@ -9,19 +7,12 @@
 
 namespace mxformat {
 
-namespace {
-
-constexpr std::size_t entrySize = 11;
-
-float readFloatBE(const std::uint8_t* bytes)
+float floatOf(std::uint32_t bits)
 {
-    const std::uint32_t bits = readBigEndian<std::uint32_t>(bytes);
     float number = 0;
     std::memcpy(&number, &bits, sizeof number);
     return number;
 }
-
-} // namespace
 
 bool isUsable(const PhysicalScale& scale)
 {
@@ -30,18 +21,16 @@ bool isUsable(const PhysicalScale& scale)
 
 ConversionTable::ConversionTable(const std::uint8_t* payload, std::size_t size)
 {
-    if (size % entrySize != 0) {
+    if (size % conversionRecordSize != 0) {
         return;
     }
     std::bitset<256> known;
-    for (std::size_t at = 0; at < size; at += entrySize) {
-        const std::uint8_t* const entry = payload + at;
-        const std::uint8_t id = entry[0];
-        if (!known.test(id)) {
-            known.set(id);
-            entries.push_back({id,
-                               {readFloatBE(entry + 1), readFloatBE(entry + 5)},
-                               readBigEndian<std::uint16_t>(entry + 9)});
+    for (std::size_t at = 0; at < size; at += conversionRecordSize) {
+        const auto record = readRecord<ConversionRecord>(payload + at);
+        if (!known.test(record.id)) {
+            known.set(record.id);
+            entries.push_back(
+                {record.id, {floatOf(record.factor), floatOf(record.offset)}, record.unitId});
         }
     }
 }

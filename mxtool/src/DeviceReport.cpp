@@ -34,7 +34,8 @@ std::vector<DeviceReport::Option> makeOptions(const Parser_kv38::ParameterP& par
 
 DeviceReport::Parameter makeParameter(const Parser_kv38::ParameterP& parameter)
 {
-    const auto record = mxformat::readParameterRecord(parameter.privateProps.record);
+    const auto record =
+        mxformat::readRecord<mxformat::ParameterRecord>(parameter.privateProps.record);
     return {parameter.id,
             record.channel,
             {},

@@ -1,5 +1,4 @@
 #include "check/Checks.h"
-#include "module/ConversionNumbers.h"
 #include "mxauthor/Counted.h"
 
 #include <set>
@@ -34,7 +33,8 @@ const auto& [conversionTable, conversionMissing, conversionFactor, conversionRep
 
 bool isUsable(const Conversion& entry)
 {
-    return mxformat::isUsable({floatOf(entry.factor.value), floatOf(entry.offset.value)});
+    return mxformat::isUsable(
+        {mxformat::floatOf(entry.factor.value), mxformat::floatOf(entry.offset.value)});
 }
 
 void checkEntry(const Conversion& entry, bool isUsed, bool isFirst, Findings& findings)

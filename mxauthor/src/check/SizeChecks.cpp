@@ -2,6 +2,7 @@
 #include "mxauthor/Counted.h"
 
 #include <mxformat/DataSizes.h>
+#include <mxformat/ParameterBlock.h>
 
 #include <algorithm>
 
@@ -36,10 +37,6 @@ const CheckRule sizeRows[] = {
 const auto& [blockVersion, blockLimit, blockSize, dataSizeCode, inputSize, outputSize,
              dataWithoutChannel] = sizeRows;
 
-constexpr std::size_t largestBlock = 255;
-constexpr std::uint32_t withoutData = 0x0BC1E800;
-constexpr std::uint32_t withTwoBytesMore = 0x0E81276D;
-
 void checkLine(const Field<std::string>& line, Findings& findings)
 {
     for (const std::string key : mxformat::dataSizeKeys) {
@@ -57,16 +54,6 @@ void checkLine(const Field<std::string>& line, Findings& findings)
     }
 }
 
-// The actual sizes of a module, where readers correct those in its file.
-std::uint32_t correctedSize(const ModuleView& module, std::uint32_t stated)
-{
-    const auto id = module.moduleId();
-    if (id == withoutData) {
-        return 0;
-    }
-    return stated + (id == withTwoBytesMore ? 2 : 0);
-}
-
 std::uint32_t bytesOfChannels(const ModuleView& module, bool input)
 {
     std::uint64_t end = 0;
@@ -82,7 +69,7 @@ void checkDirection(const ModuleView& module, bool input, Findings& findings)
 {
     const char* const key = input ? mxformat::inDataKey : mxformat::outDataKey;
     const std::uint32_t stated = module.dataSize(key);
-    const std::uint32_t size = correctedSize(module, stated);
+    const std::uint32_t size = mxformat::correctedDataSize(module.moduleId().value_or(0), stated);
     const std::uint32_t used = bytesOfChannels(module, input);
     const Place& place = module.group(mxformat::group::dataSizes)->place;
     if (used > size) {
@@ -100,11 +87,11 @@ void checkParameterBlock(const ModuleView& module, Findings& findings)
     if (block == nullptr) {
         return;
     }
-    if (block->version.value != 0) {
+    if (block->version.value != mxformat::parameterBlockVersion) {
         findings.add(blockVersion, block->version.place, "",
                      "version " + std::to_string(block->version.value) + ", expected 0");
     }
-    if (block->block.value.size() > largestBlock) {
+    if (block->block.value.size() > mxformat::largestParameterBlock) {
         findings.add(blockLimit, block->block.place, "",
                      counted(block->block.value.size(), "byte") +
                          " of parameters, 255 at most: readers count them in a byte");

@@ -1,5 +1,7 @@
 #include "explain/GroupParts.h"
-#include "module/ConversionNumbers.h"
+#include "module/ParameterScale.h"
+
+#include <mxformat/ParameterBlock.h>
 
 #include <algorithm>
 
@@ -116,7 +118,8 @@ void explainGroup(PartList& parts, const ModuleView& module, const ParameterBloc
 {
     parts.number(group.version, "version", "");
     parts.number(group.descriptor, "descriptor",
-                 "a header of " + std::to_string(parameterBlockHeaderSize(group.descriptor.value)) +
+                 "a header of " +
+                     std::to_string(mxformat::parameterBlockHeaderSize(group.descriptor.value)) +
                      " bytes");
     parts.bytes(group.skipped, "skipped", "the rest of the header");
     parts.unread();
@@ -176,8 +179,8 @@ void explainGroup(PartList& parts, const ModuleView& module, const Conversions& 
         const Conversion& entry = group.entries[i];
         parts.beginRecord(i, named("conversion", entry.id.value, ""));
         parts.number(entry.id, "id", "");
-        parts.number(entry.factor, "factor", numberText(floatOf(entry.factor.value)));
-        parts.number(entry.offset, "offset", numberText(floatOf(entry.offset.value)));
+        parts.number(entry.factor, "factor", numberText(mxformat::floatOf(entry.factor.value)));
+        parts.number(entry.offset, "offset", numberText(mxformat::floatOf(entry.offset.value)));
         parts.number(entry.unitId, "unit_id",
                      "unit: " + textMeaning(module, entry.unitId.value, true));
     }

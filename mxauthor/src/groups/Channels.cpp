@@ -6,14 +6,12 @@ namespace mxauthor {
 
 namespace {
 
-constexpr std::size_t channelNameSize = 3;
-
 bool wholeRecordFollows(const PayloadReader& in)
 {
     const std::uint8_t* const head = in.peek(mxformat::channelRecordHeaderSize);
     return head != nullptr &&
-           in.peek(mxformat::channelRecordSize(mxformat::readChannelRecord(head).wordCount)) !=
-               nullptr;
+           in.peek(mxformat::channelRecordSize(
+               mxformat::readRecord<mxformat::ChannelRecord>(head).wordCount)) != nullptr;
 }
 
 } // namespace
@@ -28,7 +26,7 @@ void read(PayloadReader& in, Channels& group)
 {
     while (wholeRecordFollows(in)) {
         ChannelRecord& record = group.records.emplace_back();
-        mxformat::transferChannelRecord(in, record);
+        mxformat::ChannelRecord::transfer(in, record);
         record.words.resize(record.wordCount.value);
         for (Field<std::uint16_t>& word : record.words) {
             in.field(word);
@@ -42,7 +40,7 @@ void write(PayloadWriter& out, const Channels& group)
     for (const ChannelRecord& record : group.records) {
         mxformat::ChannelRecordOf<Field> head = record;
         head.wordCount = byteCount(record.words.size());
-        mxformat::transferChannelRecord(out, head);
+        mxformat::ChannelRecord::transfer(out, head);
         for (const Field<std::uint16_t>& word : record.words) {
             out.field(word);
         }
@@ -52,10 +50,8 @@ void write(PayloadWriter& out, const Channels& group)
 
 void read(PayloadReader& in, ChannelNames& group)
 {
-    while (in.left() >= channelNameSize) {
-        ChannelName& entry = group.entries.emplace_back();
-        in.field(entry.channel);
-        in.field(entry.textId);
+    while (in.left() >= mxformat::channelNameSize) {
+        mxformat::ChannelName::transfer(in, group.entries.emplace_back());
     }
     in.rest(group.rest);
 }
@@ -63,8 +59,7 @@ void read(PayloadReader& in, ChannelNames& group)
 void write(PayloadWriter& out, const ChannelNames& group)
 {
     for (const ChannelName& entry : group.entries) {
-        out.field(entry.channel);
-        out.field(entry.textId);
+        mxformat::ChannelName::transfer(out, entry);
     }
     out.rest(group.rest);
 }

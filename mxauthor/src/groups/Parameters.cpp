@@ -1,41 +1,26 @@
 #include "GroupCodecs.h"
 
+#include <mxformat/ParameterBlock.h>
+
 namespace mxauthor {
 
 namespace {
-
-constexpr std::uint8_t fixedHeaderSize = 2; // version and descriptor
-constexpr std::size_t conversionSize = 11;
 
 bool wholeListFollows(const PayloadReader& in)
 {
     const std::uint8_t* const head = in.peek(mxformat::optionListHeaderSize);
     return head != nullptr &&
-           in.peek(mxformat::optionListSize(mxformat::readOptionListHeader(head).count)) != nullptr;
-}
-
-// Lists the fields of an entry in file order, for reading and writing.
-template <typename Io, typename Entry>
-void transferEntry(Io& io, Entry& entry)
-{
-    io.field(entry.id);
-    io.field(entry.factor);
-    io.field(entry.offset);
-    io.field(entry.unitId);
+           in.peek(mxformat::optionListSize(
+               mxformat::readRecord<mxformat::OptionListHeader>(head).count)) != nullptr;
 }
 
 } // namespace
 
-std::uint8_t parameterBlockHeaderSize(std::uint8_t descriptor)
-{
-    return static_cast<std::uint8_t>(descriptor + 4 * (descriptor & 0x3F) + fixedHeaderSize);
-}
-
 mxformat::ParameterRecord plainRecord(const ParameterRecord& record)
 {
     PayloadWriter out;
-    mxformat::transferParameterRecord(out, record);
-    return mxformat::readParameterRecord(out.payload.data());
+    mxformat::ParameterRecord::transfer(out, record);
+    return mxformat::readRecord<mxformat::ParameterRecord>(out.payload.data());
 }
 
 mxformat::BlockField blockFieldOf(const ParameterRecord& record)
@@ -47,11 +32,11 @@ void read(PayloadReader& in, ParameterBlock& group)
 {
     in.field(group.version);
     in.field(group.descriptor);
-    const std::uint8_t headerSize = parameterBlockHeaderSize(group.descriptor.value);
-    if (headerSize < fixedHeaderSize) {
+    const std::uint8_t headerSize = mxformat::parameterBlockHeaderSize(group.descriptor.value);
+    if (headerSize < mxformat::parameterBlockFixedHeader) {
         throw UnexpectedShape(); // the block starts within its own header
     }
-    in.bytes(group.skipped, headerSize - fixedHeaderSize);
+    in.bytes(group.skipped, headerSize - mxformat::parameterBlockFixedHeader);
     in.rest(group.block);
 }
 
@@ -66,7 +51,7 @@ void write(PayloadWriter& out, const ParameterBlock& group)
 void read(PayloadReader& in, Parameters& group)
 {
     while (in.left() >= mxformat::parameterRecordSize) {
-        mxformat::transferParameterRecord(in, group.records.emplace_back());
+        mxformat::ParameterRecord::transfer(in, group.records.emplace_back());
     }
     in.rest(group.rest);
 }
@@ -74,7 +59,7 @@ void read(PayloadReader& in, Parameters& group)
 void write(PayloadWriter& out, const Parameters& group)
 {
     for (const ParameterRecord& record : group.records) {
-        mxformat::transferParameterRecord(out, record);
+        mxformat::ParameterRecord::transfer(out, record);
     }
     out.rest(group.rest);
 }
@@ -83,10 +68,10 @@ void read(PayloadReader& in, OptionLists& group)
 {
     while (wholeListFollows(in)) {
         OptionList& list = group.lists.emplace_back();
-        mxformat::transferOptionListHeader(in, list);
+        mxformat::OptionListHeader::transfer(in, list);
         list.options.resize(list.count.value);
         for (Option& option : list.options) {
-            mxformat::transferOptionRecord(in, option);
+            mxformat::OptionRecord::transfer(in, option);
         }
     }
     in.rest(group.rest);
@@ -97,9 +82,9 @@ void write(PayloadWriter& out, const OptionLists& group)
     for (const OptionList& list : group.lists) {
         mxformat::OptionListHeaderOf<Field> header = list;
         header.count = byteCount(list.options.size());
-        mxformat::transferOptionListHeader(out, header);
+        mxformat::OptionListHeader::transfer(out, header);
         for (const Option& option : list.options) {
-            mxformat::transferOptionRecord(out, option);
+            mxformat::OptionRecord::transfer(out, option);
         }
     }
     out.rest(group.rest);
@@ -107,8 +92,8 @@ void write(PayloadWriter& out, const OptionLists& group)
 
 void read(PayloadReader& in, Conversions& group)
 {
-    while (in.left() >= conversionSize) {
-        transferEntry(in, group.entries.emplace_back());
+    while (in.left() >= mxformat::conversionRecordSize) {
+        mxformat::ConversionRecord::transfer(in, group.entries.emplace_back());
     }
     in.rest(group.rest);
 }
@@ -116,7 +101,7 @@ void read(PayloadReader& in, Conversions& group)
 void write(PayloadWriter& out, const Conversions& group)
 {
     for (const Conversion& entry : group.entries) {
-        transferEntry(out, entry);
+        mxformat::ConversionRecord::transfer(out, entry);
     }
     out.rest(group.rest);
 }

@@ -1,8 +1,16 @@
 #include "module/ParameterScale.h"
 
-#include "module/ConversionNumbers.h"
+#include <array>
+#include <charconv>
 
 namespace mxauthor {
+
+std::string numberText(float number)
+{
+    std::array<char, 64> text{};
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), number);
+    return {text.data(), result.ptr};
+}
 
 std::string ParameterScale::text() const
 {

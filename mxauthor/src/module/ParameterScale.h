@@ -17,6 +17,9 @@ struct ParameterScale
     std::string text() const; ///< Of the conversion: "x 0.1 + 0" or "none".
 };
 
+/// Returns the shortest decimal text of `number`; "inf" and "nan" where it is not finite.
+std::string numberText(float number);
+
 /// Returns the scale by which readers show `parameter`. A conversion that readers ignore counts as
 /// none.
 ParameterScale scaleOf(const ModuleView& module, const ModuleView::Parameter& parameter);

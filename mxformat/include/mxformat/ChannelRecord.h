@@ -6,7 +6,7 @@
 
 namespace mxformat {
 
-/// A record of the group `channels` up to its words. `FieldOf` as in `ParameterRecordOf`.
+/// A record of the group `channels` up to its words.
 template <template <typename> class FieldOf>
 struct ChannelRecordOf
 {
@@ -17,43 +17,24 @@ struct ChannelRecordOf
     FieldOf<std::uint8_t> bitOffset{};
     FieldOf<std::uint8_t> unread5{};
     FieldOf<std::uint8_t> wordCount{}; ///< Words of 16 bits follow, which nothing reads.
-};
 
-/// Hands the fields of `record`, a `ChannelRecordOf`, to `io` in the order of the file. This list
-/// is the layout of the record.
-template <typename Io, typename Record>
-constexpr void transferChannelRecord(Io& io, Record& record)
-{
-    io.field(record.number);
-    io.field(record.kind);
-    io.field(record.unread2);
-    io.field(record.bitLength);
-    io.field(record.bitOffset);
-    io.field(record.unread5);
-    io.field(record.wordCount);
-}
+    template <typename Io, typename Record>
+    static constexpr void transfer(Io& io, Record& record)
+    {
+        io.field(record.number);
+        io.field(record.kind);
+        io.field(record.unread2);
+        io.field(record.bitLength);
+        io.field(record.bitOffset);
+        io.field(record.unread5);
+        io.field(record.wordCount);
+    }
+};
 
 using ChannelRecord = ChannelRecordOf<Plain>;
 
-constexpr std::uint32_t sizeOfChannelRecordHeader()
-{
-    RecordSize counted;
-    ChannelRecord record;
-    transferChannelRecord(counted, record);
-    return counted.size;
-}
-
 /// Bytes of a channel record before its words.
-constexpr std::uint32_t channelRecordHeaderSize = sizeOfChannelRecordHeader();
-
-/// Reads the `channelRecordHeaderSize` bytes at `bytes`.
-inline ChannelRecord readChannelRecord(const std::uint8_t* bytes)
-{
-    RecordReader in(bytes);
-    ChannelRecord record;
-    transferChannelRecord(in, record);
-    return record;
-}
+constexpr std::uint32_t channelRecordHeaderSize = sizeOfRecord<ChannelRecord>();
 
 /// Returns the bytes of a whole record that states `wordCount`.
 constexpr std::uint32_t channelRecordSize(std::uint8_t wordCount)
@@ -77,5 +58,25 @@ constexpr std::uint8_t channelKind(std::uint8_t kind)
 {
     return kind & channelKindMask;
 }
+
+/// An entry of the group `channelNames`.
+template <template <typename> class FieldOf>
+struct ChannelNameOf
+{
+    FieldOf<std::uint8_t> channel{}; ///< Its number.
+    FieldOf<std::uint16_t> textId{};
+
+    template <typename Io, typename Record>
+    static constexpr void transfer(Io& io, Record& record)
+    {
+        io.field(record.channel);
+        io.field(record.textId);
+    }
+};
+
+using ChannelName = ChannelNameOf<Plain>;
+
+/// Bytes of a `ChannelName`.
+constexpr std::uint32_t channelNameSize = sizeOfRecord<ChannelName>();
 
 } // namespace mxformat

@@ -1,12 +1,40 @@
 #pragma once
 
 #include "mxformat/PhysicalScale.h"
+#include "mxformat/RecordReader.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace mxformat {
+
+/// An entry of the group `conversions`.
+template <template <typename> class FieldOf>
+struct ConversionRecordOf
+{
+    FieldOf<std::uint8_t> id{};
+    FieldOf<std::uint32_t> factor{}; ///< The bits of a binary32, as is `offset`.
+    FieldOf<std::uint32_t> offset{};
+    FieldOf<std::uint16_t> unitId{}; ///< 0: none.
+
+    template <typename Io, typename Record>
+    static constexpr void transfer(Io& io, Record& record)
+    {
+        io.field(record.id);
+        io.field(record.factor);
+        io.field(record.offset);
+        io.field(record.unitId);
+    }
+};
+
+using ConversionRecord = ConversionRecordOf<Plain>;
+
+/// Bytes of a `ConversionRecord`.
+constexpr std::uint32_t conversionRecordSize = sizeOfRecord<ConversionRecord>();
+
+/// Returns the number whose IEEE-754 binary32 bits are `bits`.
+float floatOf(std::uint32_t bits);
 
 /// Whether a conversion with this scale is used: its factor is not 0, both numbers are finite.
 bool isUsable(const PhysicalScale& scale);

@@ -35,4 +35,17 @@ inline constexpr std::array<const char*, 4> dataSizeKeys = {inDataKey, outDataKe
     }
 }
 
+/// Returns the input or output bytes of the module `moduleId`, whose file states `stated`: two
+/// kinds of modules have others.
+constexpr std::uint32_t correctedDataSize(std::uint32_t moduleId, std::uint32_t stated)
+{
+    constexpr std::uint32_t moduleWithoutData = 0x0BC1E800;
+    constexpr std::uint32_t moduleWithStatusWord = 0x0E81276D;
+    constexpr std::uint32_t statusWordSize = 2;
+    if (moduleId == moduleWithoutData) {
+        return 0;
+    }
+    return moduleId == moduleWithStatusWord ? stated + statusWordSize : stated;
+}
+
 } // namespace mxformat

@@ -6,13 +6,19 @@
 
 namespace mxformat {
 
-/// The header of a list of the group `optionLists`; the options follow. `FieldOf` as in
-/// `ParameterRecordOf`.
+/// The header of a list of the group `optionLists`; the options follow.
 template <template <typename> class FieldOf>
 struct OptionListHeaderOf
 {
     FieldOf<std::uint8_t> id{};
     FieldOf<std::uint8_t> count{}; ///< Of options.
+
+    template <typename Io, typename Record>
+    static constexpr void transfer(Io& io, Record& record)
+    {
+        io.field(record.id);
+        io.field(record.count);
+    }
 };
 
 /// An option of a list.
@@ -21,51 +27,25 @@ struct OptionRecordOf
 {
     FieldOf<std::uint64_t> value{}; ///< An 8-byte slot.
     FieldOf<std::uint16_t> textId{};
+
+    template <typename Io, typename Record>
+    static constexpr void transfer(Io& io, Record& record)
+    {
+        io.field(record.value);
+        io.field(record.textId);
+    }
 };
-
-/// @name Layout: the fields in the order of the file.
-/// @{
-template <typename Io, typename Record>
-constexpr void transferOptionListHeader(Io& io, Record& header)
-{
-    io.field(header.id);
-    io.field(header.count);
-}
-
-template <typename Io, typename Record>
-constexpr void transferOptionRecord(Io& io, Record& option)
-{
-    io.field(option.value);
-    io.field(option.textId);
-}
-/// @}
 
 using OptionListHeader = OptionListHeaderOf<Plain>;
 using OptionRecord = OptionRecordOf<Plain>;
 
-constexpr std::uint32_t optionListHeaderSize = 2; ///< Bytes of an `OptionListHeader`.
-constexpr std::uint32_t optionSize = 10;          ///< Bytes of an `OptionRecord`.
+constexpr std::uint32_t optionListHeaderSize = sizeOfRecord<OptionListHeader>(); ///< In bytes.
+constexpr std::uint32_t optionSize = sizeOfRecord<OptionRecord>();               ///< In bytes.
 
 /// Returns the bytes of a list of `count` options.
 constexpr std::uint32_t optionListSize(std::uint8_t count)
 {
     return optionListHeaderSize + optionSize * count;
-}
-
-inline OptionListHeader readOptionListHeader(const std::uint8_t* bytes)
-{
-    RecordReader in(bytes);
-    OptionListHeader header;
-    transferOptionListHeader(in, header);
-    return header;
-}
-
-inline OptionRecord readOptionRecord(const std::uint8_t* bytes)
-{
-    RecordReader in(bytes);
-    OptionRecord option;
-    transferOptionRecord(in, option);
-    return option;
 }
 
 } // namespace mxformat

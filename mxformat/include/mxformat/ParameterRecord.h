@@ -6,8 +6,7 @@
 
 namespace mxformat {
 
-/// A record of the group `parameters`. `FieldOf` is what the fields are: plain values, or values
-/// with something to each of them, such as their place in a file.
+/// A record of the group `parameters`.
 template <template <typename> class FieldOf>
 struct ParameterRecordOf
 {
@@ -24,49 +23,30 @@ struct ParameterRecordOf
     FieldOf<std::uint8_t> bitLength{};
     FieldOf<std::uint8_t> bitOffset{};
     FieldOf<std::uint8_t> channel{}; ///< `moduleLevel`: the module itself.
-};
 
-/// Hands the fields of `record`, a `ParameterRecordOf`, to `io` in the order of the file. This list
-/// is the layout of the record.
-template <typename Io, typename Record>
-constexpr void transferParameterRecord(Io& io, Record& record)
-{
-    io.field(record.number);
-    io.field(record.nameId);
-    io.field(record.position);
-    io.field(record.datatype);
-    io.field(record.flags);
-    io.field(record.conversion);
-    io.field(record.optionList);
-    io.field(record.minimum);
-    io.field(record.maximum);
-    io.field(record.unitId);
-    io.field(record.bitLength);
-    io.field(record.bitOffset);
-    io.field(record.channel);
-}
+    template <typename Io, typename Record>
+    static constexpr void transfer(Io& io, Record& record)
+    {
+        io.field(record.number);
+        io.field(record.nameId);
+        io.field(record.position);
+        io.field(record.datatype);
+        io.field(record.flags);
+        io.field(record.conversion);
+        io.field(record.optionList);
+        io.field(record.minimum);
+        io.field(record.maximum);
+        io.field(record.unitId);
+        io.field(record.bitLength);
+        io.field(record.bitOffset);
+        io.field(record.channel);
+    }
+};
 
 using ParameterRecord = ParameterRecordOf<Plain>;
 
-constexpr std::uint32_t sizeOfParameterRecord()
-{
-    RecordSize counted;
-    ParameterRecord record;
-    transferParameterRecord(counted, record);
-    return counted.size;
-}
-
 /// Bytes of a parameter record.
-constexpr std::uint32_t parameterRecordSize = sizeOfParameterRecord();
-
-/// Reads the record of `parameterRecordSize` bytes at `bytes`.
-inline ParameterRecord readParameterRecord(const std::uint8_t* bytes)
-{
-    RecordReader in(bytes);
-    ParameterRecord record;
-    transferParameterRecord(in, record);
-    return record;
-}
+constexpr std::uint32_t parameterRecordSize = sizeOfRecord<ParameterRecord>();
 
 /// @name Bits of `flags`
 /// @{

@@ -4,6 +4,12 @@
 
 namespace mxformat {
 
+/// @file
+/// Records of fixed fields. Each is a template `...RecordOf` over `FieldOf`: what the fields are,
+/// plain values or values with something to each of them, such as their place in a file. Its static
+/// function `transfer` hands the fields to `io.field` in the order of the file: that list is the
+/// layout of the record.
+
 /// A field of a record that is its plain value.
 template <typename Value>
 using Plain = Value;
@@ -37,5 +43,25 @@ public:
 
     std::uint32_t size = 0;
 };
+
+/// Returns the bytes of a `Record` of plain fields.
+template <typename Record>
+constexpr std::uint32_t sizeOfRecord()
+{
+    RecordSize counted;
+    Record record;
+    Record::transfer(counted, record);
+    return counted.size;
+}
+
+/// Reads the `Record` of plain fields at `bytes`, which exist.
+template <typename Record>
+Record readRecord(const std::uint8_t* bytes)
+{
+    RecordReader in(bytes);
+    Record record;
+    Record::transfer(in, record);
+    return record;
+}
 
 } // namespace mxformat

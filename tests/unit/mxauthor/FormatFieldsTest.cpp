@@ -40,7 +40,7 @@ mxformat::ChannelRecord withOneIn(std::size_t at)
 {
     Bytes bytes(recordSize);
     bytes[at] = 1;
-    return mxformat::readChannelRecord(bytes.data());
+    return mxformat::readRecord<mxformat::ChannelRecord>(bytes.data());
 }
 
 std::size_t countAt()

@@ -3,6 +3,7 @@
 #include "MxBuffer.h"
 
 #include <mxauthor/MxFile.h>
+#include <mxformat/ParameterBlock.h>
 
 #include <gmock/gmock.h>
 
@@ -88,10 +89,10 @@ TEST(GroupContent, parameterBlockWithoutItsHeaderIsRaw)
     expectRaw(0x0010, "00");
     expectRaw(0x0010, "00 01 a1a2a3a4"); // one byte less than the header
     // 0xb2 + 4 x 0x32 + 2 = 0x17c, and 0xb5 + 4 x 0x35 + 2 = 0x18b: headers of 0x7c and 0x8b.
-    EXPECT_EQ(parameterBlockHeaderSize(0xB2), 0x7C);
-    EXPECT_EQ(parameterBlockHeaderSize(0xFF), 0xFD);
+    EXPECT_EQ(mxformat::parameterBlockHeaderSize(0xB2), 0x7C);
+    EXPECT_EQ(mxformat::parameterBlockHeaderSize(0xFF), 0xFD);
     // 0x66 + 4 x 0x26 + 2 = 0x100: a header of no bytes cannot hold its own two.
-    EXPECT_EQ(parameterBlockHeaderSize(0x66), 0);
+    EXPECT_EQ(mxformat::parameterBlockHeaderSize(0x66), 0);
     expectRaw(0x0010, "00 66 0102");
 }
 

@@ -23,7 +23,7 @@ std::vector<std::uint8_t> countingBytes(std::size_t size)
 TEST(FormatTablesTest, parameterRecordHasItsLayout)
 {
     ASSERT_EQ(mxformat::parameterRecordSize, 29U);
-    const auto record = mxformat::readParameterRecord(countingBytes(29).data());
+    const auto record = mxformat::readRecord<mxformat::ParameterRecord>(countingBytes(29).data());
     EXPECT_EQ(record.number, 0);
     EXPECT_EQ(record.nameId, 0x0102);
     EXPECT_EQ(record.position, 3);
@@ -42,7 +42,7 @@ TEST(FormatTablesTest, parameterRecordHasItsLayout)
 TEST(FormatTablesTest, channelRecordHasItsLayout)
 {
     ASSERT_EQ(mxformat::channelRecordHeaderSize, 7U);
-    const auto record = mxformat::readChannelRecord(countingBytes(7).data());
+    const auto record = mxformat::readRecord<mxformat::ChannelRecord>(countingBytes(7).data());
     EXPECT_EQ(record.number, 0);
     EXPECT_EQ(record.kind, 1);
     EXPECT_EQ(record.bitLength, 3);
@@ -62,9 +62,10 @@ TEST(FormatTablesTest, kindByteHasThreeParts)
 TEST(FormatTablesTest, optionsHaveTheirLayout)
 {
     const auto bytes = countingBytes(10);
-    EXPECT_EQ(mxformat::readOptionListHeader(bytes.data()).count, 1);
-    EXPECT_EQ(mxformat::readOptionRecord(bytes.data()).value, 0x0001020304050607U);
-    EXPECT_EQ(mxformat::readOptionRecord(bytes.data()).textId, 0x0809);
+    EXPECT_EQ(mxformat::readRecord<mxformat::OptionListHeader>(bytes.data()).count, 1);
+    EXPECT_EQ(mxformat::readRecord<mxformat::OptionRecord>(bytes.data()).value,
+              0x0001020304050607U);
+    EXPECT_EQ(mxformat::readRecord<mxformat::OptionRecord>(bytes.data()).textId, 0x0809);
     EXPECT_EQ(mxformat::optionListSize(2), 22U);
 }
 

@@ -23,11 +23,7 @@ struct Channels
 };
 
 /// An entry of the group `channelNames`.
-struct ChannelName
-{
-    Field<std::uint8_t> channel; ///< Its number.
-    Field<std::uint16_t> textId;
-};
+using ChannelName = mxformat::ChannelNameOf<Field>;
 
 /// Group `channelNames`.
 struct ChannelNames

@@ -3,6 +3,7 @@
 #include "mxauthor/Field.h"
 
 #include <mxformat/BlockField.h>
+#include <mxformat/ConversionTable.h>
 #include <mxformat/OptionRecord.h>
 
 namespace mxauthor {
@@ -15,10 +16,6 @@ struct ParameterBlock
     Field<Bytes> skipped;           ///< The rest of the header.
     Field<Bytes> block;
 };
-
-/// Returns how many bytes the header of the block has, `version` and `descriptor` included; modulo
-/// 256, as readers compute it.
-std::uint8_t parameterBlockHeaderSize(std::uint8_t descriptor);
 
 /// A record of the group `parameters`.
 using ParameterRecord = mxformat::ParameterRecordOf<Field>;
@@ -50,15 +47,9 @@ struct OptionLists
     Field<Bytes> rest; ///< Bytes after the last list that is whole.
 };
 
-/// An entry of the group `conversions`. The numbers are kept as the bits of IEEE-754 binary32: the
-/// text of a float does not distinguish all of them, such as the different NaNs.
-struct Conversion
-{
-    Field<std::uint8_t> id;
-    Field<std::uint32_t> factor;
-    Field<std::uint32_t> offset;
-    Field<std::uint16_t> unitId; ///< 0 = none.
-};
+/// An entry of the group `conversions`. The numbers are kept as bits: the text of a float does not
+/// distinguish all of them, such as the different NaNs.
+using Conversion = mxformat::ConversionRecordOf<Field>;
 
 /// Group `conversions`.
 struct Conversions

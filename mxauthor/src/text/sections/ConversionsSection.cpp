@@ -1,5 +1,4 @@
 #include "Sections.h"
-#include "module/ConversionNumbers.h"
 #include "text/FloatText.h"
 
 #include <cmath>
@@ -37,8 +36,8 @@ Conversion readConversion(const Section& section, BuildContext& context)
 // mean no conversion and no unit.
 void takeScale(const Section& section, const Conversion& conversion, NamedEntry& entry)
 {
-    const float factor = floatOf(conversion.factor.value);
-    const float offset = floatOf(conversion.offset.value);
+    const float factor = mxformat::floatOf(conversion.factor.value);
+    const float offset = mxformat::floatOf(conversion.offset.value);
     const auto unit = section.find("unit");
     if (std::isfinite(factor) && factor != 0 && std::isfinite(offset)) {
         entry.scale = {factor, offset};

@@ -2,6 +2,7 @@
 #include "Sections.h"
 #include "mxauthor/Counted.h"
 
+#include <mxformat/ParameterBlock.h>
 #include <text/Hexadecimal.h>
 
 #include <algorithm>
@@ -50,7 +51,7 @@ void readHeader(const Section& section, ParameterBlock& group)
 {
     group.version = section.byte("version", 0);
     group.descriptor = section.byte("descriptor", 0);
-    const std::uint8_t size = parameterBlockHeaderSize(group.descriptor.value);
+    const std::uint8_t size = mxformat::parameterBlockHeaderSize(group.descriptor.value);
     if (size < fixedHeader) {
         section.errors().add(*section.find("descriptor"),
                              "the block would start within its own header");

@@ -12,8 +12,6 @@ namespace devices::parser::mx {
 class ChannelNameIndex
 {
 public:
-    static constexpr std::uint32_t entrySize = 3; ///< Channel number and text identifier.
-
     /// Returns where the first entry of `number` is in the list of `size` bytes at `entries`,
     /// which is the same in every call. The last entry may end after the list.
     std::optional<std::uint32_t> find(const std::uint8_t* entries, std::uint32_t size,

@@ -43,7 +43,7 @@ std::uint32_t Parser_kv38::parseChannel(const std::uint8_t* x20D0)
     traceEntry(logger, "parseChannel");
     assert(this->dev);
     assert(x20D0);
-    const auto record = mxformat::readChannelRecord(x20D0);
+    const auto record = mxformat::readRecord<mxformat::ChannelRecord>(x20D0);
     const std::uint32_t recordLength = mxformat::channelRecordSize(record.wordCount);
 
     std::string name;

@@ -4,20 +4,11 @@
 #include "LogLine.h"
 
 #include <mxformat/Groups.h>
+#include <mxformat/ParameterBlock.h>
 
 #include <stdexcept>
 
 namespace devices::parser::mx {
-
-namespace {
-
-// The header length counts itself; the sum is kept in eight bits.
-std::uint8_t headerLength(std::uint8_t descriptor)
-{
-    return static_cast<std::uint8_t>(descriptor + 4 * (descriptor & 0x3F) + 2);
-}
-
-} // namespace
 
 void Parser_kv38::setupDefaultParams()
 {
@@ -30,13 +21,13 @@ void Parser_kv38::setupDefaultParams()
     if (payload == nullptr) {
         return;
     }
-    if (size < 2) {
+    if (size < mxformat::parameterBlockFixedHeader) {
         throw std::runtime_error("Invalid size property in group 0x0010 (1)");
     }
-    if (readU8(payload) != 0) {
+    if (readU8(payload) != mxformat::parameterBlockVersion) {
         throw std::runtime_error("Unsupported dataset version in group 0x0010");
     }
-    const std::uint32_t header = headerLength(readU8(payload + 1));
+    const std::uint32_t header = mxformat::parameterBlockHeaderSize(readU8(payload + 1));
     if (size < header) {
         throw std::runtime_error("Invalid size property in group 0x0010 (2)");
     }

@@ -62,7 +62,7 @@ std::uint32_t Parser_kv38::parseParameter(const std::uint8_t* x20C0)
     traceEntry(logger, "parseParameter");
     assert(this->dev);
     assert(x20C0);
-    const auto record = mxformat::readParameterRecord(x20C0);
+    const auto record = mxformat::readRecord<mxformat::ParameterRecord>(x20C0);
     const auto datatype = static_cast<MxParameterDatatype>(record.datatype);
 
     auto parameter = std::make_shared<ParameterP>();
@@ -118,7 +118,7 @@ void Parser_kv38::getOptionListById(std::uint8_t listId, MxParameterDatatype dat
     }
     // Every list with the identifier counts, not only the first.
     for (std::uint32_t pos = 0; pos + 1 < size;) {
-        const auto list = mxformat::readOptionListHeader(payload + pos);
+        const auto list = mxformat::readRecord<mxformat::OptionListHeader>(payload + pos);
         const std::uint32_t next = pos + mxformat::optionListSize(list.count);
         if (next > size) {
             throw std::runtime_error("Bad alignment in group 20c1");
@@ -126,7 +126,7 @@ void Parser_kv38::getOptionListById(std::uint8_t listId, MxParameterDatatype dat
         if (list.id == listId) {
             reserveOptions(*param, list.count);
             for (pos += mxformat::optionListHeaderSize; pos < next; pos += mxformat::optionSize) {
-                const auto entry = mxformat::readOptionRecord(payload + pos);
+                const auto entry = mxformat::readRecord<mxformat::OptionRecord>(payload + pos);
                 auto option = std::make_shared<datamodel::ParameterOption>();
                 option->text = getTextStringById(entry.textId);
                 option->value = kv38ParameterValueToString(payload + pos, datatype);

@@ -20,10 +20,6 @@ namespace {
 constexpr std::uint32_t textIdSize = 2;
 constexpr std::uint32_t lineEndSize = 2;
 
-constexpr std::uint32_t moduleWithoutData = 0x0BC1E800;
-constexpr std::uint32_t moduleWithStatusWord = 0x0E81276D;
-constexpr std::uint32_t statusWordSize = 2;
-
 [[noreturn]] void failTextTermination()
 {
     throw std::runtime_error("Invalid textstring termination");
@@ -166,13 +162,8 @@ void Parser_kv38::getDataArraySizes(std::uint32_t* inDataSize, std::uint32_t* ou
         pos += used;
     }
 
-    if (moduleId == moduleWithoutData) {
-        *inDataSize = 0;
-        *outDataSize = 0;
-    } else if (moduleId == moduleWithStatusWord) {
-        *inDataSize += statusWordSize;
-        *outDataSize += statusWordSize;
-    }
+    *inDataSize = mxformat::correctedDataSize(moduleId, *inDataSize);
+    *outDataSize = mxformat::correctedDataSize(moduleId, *outDataSize);
 }
 
 #pragma GCC diagnostic pop
