@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace mxauthor {
 
@@ -38,5 +40,15 @@ private:
 /// The channels are given as "COUNT KIND, COUNT KIND, ...": DI and DO are bits, AI and AO are
 /// SInt16, "in TYPE" and "out TYPE" are any kind of the text form; 255 channels at most.
 std::string skeletonText(const SkeletonRequest& request);
+
+/// A module type and its meaning to module manufacturers. Readers show the number only.
+struct ModuleType
+{
+    std::uint8_t number;
+    const char* meaning;
+};
+
+/// Returns the types that are in use, in the order of their numbers.
+const std::vector<ModuleType>& moduleTypes();
 
 } // namespace mxauthor

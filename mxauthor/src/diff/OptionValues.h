@@ -1,6 +1,6 @@
 #pragma once
 
-#include "diff/ImageField.h"
+#include "diff/PatternSet.h"
 #include "module/ModuleView.h"
 
 #include <map>

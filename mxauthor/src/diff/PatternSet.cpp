@@ -102,4 +102,28 @@ PatternSet::Share PatternSet::shareOf(std::uint64_t prefix, unsigned depth) cons
     return found->first <= first && found->last >= last ? Share::All : Share::Some;
 }
 
+PatternSet patternsBetween(const mxformat::BlockField& field, const mxformat::WholeNumber& minimum,
+                           const mxformat::WholeNumber& maximum)
+{
+    PatternSet set(field.bits());
+    const mxformat::WholeNumber first = std::max(minimum, field.number(field.lowest()));
+    const mxformat::WholeNumber last = std::min(maximum, field.number(field.highest()));
+    if (!field.exists() || last < first) {
+        return set;
+    }
+    if (first.isNegative() && !last.isNegative()) {
+        set.add({{first.bits(), ~std::uint64_t{0}}, {0, last.bits()}});
+    } else {
+        set.add({{first.bits(), last.bits()}});
+    }
+    return set;
+}
+
+PatternSet patternsOfSameNumber(const mxformat::BlockField& wider,
+                                const mxformat::BlockField& narrower)
+{
+    return patternsBetween(wider, narrower.number(narrower.lowest()),
+                           narrower.number(narrower.highest()));
+}
+
 } // namespace mxauthor

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <mxformat/BlockField.h>
+
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -52,5 +54,15 @@ private:
 
 /// Returns the highest pattern of `bits` bits, 0 to 64.
 std::uint64_t highestPattern(unsigned bits);
+
+/// Returns the patterns of the bits of `field` for the numbers `minimum` to `maximum`. Numbers that
+/// the bits cannot hold are left out.
+PatternSet patternsBetween(const mxformat::BlockField& field, const mxformat::WholeNumber& minimum,
+                           const mxformat::WholeNumber& maximum);
+
+/// Returns the patterns of the wider of two fields with the same last bit for which both hold the
+/// same number.
+PatternSet patternsOfSameNumber(const mxformat::BlockField& wider,
+                                const mxformat::BlockField& narrower);
 
 } // namespace mxauthor

@@ -135,6 +135,12 @@ private:
 
 } // namespace
 
+ImageField imageFieldOf(const mxformat::BlockField& field)
+{
+    const std::uint32_t lastByte = std::max(field.end(), field.begin() + 1) - 1;
+    return {lastByte * 8 + 8 - field.firstBit() - field.bits(), field.bits()};
+}
+
 void StoredImages::add(const ImageField& field, const PatternSet& accepted)
 {
     if (accepted.empty()) {

@@ -1,11 +1,33 @@
 #pragma once
 
-#include "diff/ImageField.h"
+#include "diff/PatternSet.h"
 #include "mxauthor/Field.h"
 
 #include <map>
 
 namespace mxauthor {
+
+/// Bits of a parameter image, most significant first: bit 0 is bit 7 of byte 0, bit 15 is bit 0 of
+/// byte 1. Values are big-endian, so the bits of each are one run.
+struct ImageField
+{
+    unsigned first = 0;
+    unsigned width = 0; ///< 0: no bits at all, as of an unknown datatype.
+
+    unsigned end() const { return first + width; }
+    bool overlaps(const ImageField& other) const
+    {
+        return first < other.end() && other.first < end();
+    }
+};
+
+inline bool operator==(const ImageField& a, const ImageField& b)
+{
+    return a.first == b.first && a.width == b.width;
+}
+
+/// Returns the bits of `field`.
+ImageField imageFieldOf(const mxformat::BlockField& field);
 
 /// The parameter images that are stored for a module: every parameter holds a value that it
 /// accepts, bits of no parameter hold what the default block holds.

@@ -4,8 +4,6 @@
 #include <devices/parser/mx/HexText.h>
 #include <mxformat/DataSizes.h>
 
-#include <mxformat/DataSizes.h>
-
 #include <algorithm>
 #include <set>
 

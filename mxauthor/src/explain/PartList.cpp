@@ -43,30 +43,6 @@ void PartList::add(const Place& place, const char* name, Kind kind, const std::s
     }
 }
 
-void PartList::number(const Field<std::uint8_t>& field, const char* name,
-                      const std::string& meaning)
-{
-    add(field.place, name, Kind::Number, std::to_string(field.value), meaning);
-}
-
-void PartList::number(const Field<std::uint16_t>& field, const char* name,
-                      const std::string& meaning)
-{
-    add(field.place, name, Kind::Number, std::to_string(field.value), meaning);
-}
-
-void PartList::number(const Field<std::uint32_t>& field, const char* name,
-                      const std::string& meaning)
-{
-    add(field.place, name, Kind::Number, std::to_string(field.value), meaning);
-}
-
-void PartList::number(const Field<std::uint64_t>& field, const char* name,
-                      const std::string& meaning)
-{
-    add(field.place, name, Kind::Number, std::to_string(field.value), meaning);
-}
-
 void PartList::text(const Field<std::string>& field, const char* name, const std::string& meaning)
 {
     add(field.place, name, Kind::Text, field.value, meaning);

@@ -16,10 +16,11 @@ public:
     /// Ends the records; what follows belongs to the group.
     void endRecords();
 
-    void number(const Field<std::uint8_t>& field, const char* name, const std::string& meaning);
-    void number(const Field<std::uint16_t>& field, const char* name, const std::string& meaning);
-    void number(const Field<std::uint32_t>& field, const char* name, const std::string& meaning);
-    void number(const Field<std::uint64_t>& field, const char* name, const std::string& meaning);
+    template <typename Number>
+    void number(const Field<Number>& field, const char* name, const std::string& meaning)
+    {
+        add(field.place, name, ExplainedPart::Kind::Number, std::to_string(field.value), meaning);
+    }
     void text(const Field<std::string>& field, const char* name, const std::string& meaning);
     void bytes(const Field<Bytes>& field, const char* name, const std::string& meaning);
 

@@ -4,7 +4,6 @@
 #include "ParameterLines.h"
 #include "RequiredEntries.h"
 #include "mxauthor/CheckText.h"
-#include "mxauthor/ModuleTypes.h"
 #include "mxauthor/Utf8.h"
 #include "text/Integer.h"
 #include "text/YamlText.h"
@@ -195,6 +194,21 @@ void sortByWidth(std::vector<ChannelGroup>& groups)
 }
 
 } // namespace
+
+const std::vector<ModuleType>& moduleTypes()
+{
+    static const std::vector<ModuleType> types = {{0, "supply"},
+                                                  {1, "digital inputs"},
+                                                  {2, "digital outputs"},
+                                                  {3, "analog inputs"},
+                                                  {4, "analog outputs"},
+                                                  {5, "counters and encoders"},
+                                                  {6, "serial interfaces"},
+                                                  {7, "power measurement"},
+                                                  {8, "couplers and special modules"},
+                                                  {9, "safety"}};
+    return types;
+}
 
 std::string skeletonText(const SkeletonRequest& request)
 {

@@ -1,4 +1,3 @@
-#include "GroupOrder.h"
 #include "UnreadBytes.h"
 #include "mxauthor/TextForm.h"
 #include "mxauthor/Utf8.h"
@@ -63,6 +62,92 @@ void buildSections(const Section& file, BuildContext& context)
     buildStated(file, "unread", buildUnreadBytes, context);
 }
 
+using OrderedGroups = std::vector<std::pair<Group, YAML::Mark>>;
+
+// Removes the groups from the context one by one.
+class Taker
+{
+public:
+    explicit Taker(BuildContext& buildContext) : context(buildContext) {}
+
+    bool take(std::uint16_t id)
+    {
+        const auto found = context.groups.find(id);
+        if (found == context.groups.end()) {
+            return false;
+        }
+        Group group;
+        group.id = id;
+        group.content = std::move(found->second);
+        ordered.emplace_back(std::move(group), context.marks[id]);
+        context.groups.erase(found);
+        return true;
+    }
+
+    bool takeRaw()
+    {
+        if (nextRaw == context.rawGroups.size()) {
+            return false;
+        }
+        ordered.emplace_back(std::move(context.rawGroups[nextRaw]), context.rawMarks[nextRaw]);
+        ++nextRaw;
+        return true;
+    }
+
+    void takeAllInUsualOrder()
+    {
+        for (const std::uint16_t id : usualOrder()) {
+            take(id);
+        }
+        while (takeRaw()) {
+        }
+    }
+
+    bool isDone() const { return context.groups.empty() && nextRaw == context.rawGroups.size(); }
+
+    OrderedGroups ordered;
+
+private:
+    BuildContext& context;
+    std::size_t nextRaw = 0;
+};
+
+void takeWord(const YAML::Node& node, Taker& taker, SourceErrors& errors)
+{
+    const auto word = readScalar(node, errors);
+    if (!word) {
+        return;
+    }
+    const auto id = groupOfWord(*word);
+    if (!id && *word != rawWord) {
+        std::vector<std::string> words = groupWords();
+        words.push_back(rawWord);
+        errors.add(node, "unknown group \"" + *word + "\"" + text::acceptedWords(*word, words));
+    } else if (!(id ? taker.take(*id) : taker.takeRaw())) {
+        errors.add(node, "there is no (other) group \"" + *word + "\" in this text");
+    }
+}
+
+// The groups in file order: the usual one, followed by the raw groups, or the one that `node`
+// states by the words of the groups and "raw" for the next raw one.
+OrderedGroups orderedGroups(const std::optional<YAML::Node>& node, BuildContext& context)
+{
+    Taker taker(context);
+    if (!node) {
+        taker.takeAllInUsualOrder();
+        return std::move(taker.ordered);
+    }
+    for (const YAML::Node& item : readSequence(*node, context.errors)) {
+        takeWord(item, taker, context.errors);
+    }
+    if (!taker.isDone()) {
+        const std::string missing =
+            context.groups.empty() ? rawWord : groupWord(context.groups.begin()->first);
+        context.errors.add(*node, "the order must name all groups, \"" + missing + "\" is missing");
+    }
+    return std::move(taker.ordered);
+}
+
 void setChecksums(const YAML::Node& node, MxFile& file, SourceErrors& errors)
 {
     for (const auto& [key, value] : readMapping(node, errors)) {
@@ -82,8 +167,7 @@ void setChecksums(const YAML::Node& node, MxFile& file, SourceErrors& errors)
 }
 
 // Returns the size of all groups. Called only without errors, since counts have to fit.
-std::size_t checkSizes(const std::vector<std::pair<Group, YAML::Mark>>& groups,
-                       SourceErrors& errors)
+std::size_t checkSizes(const OrderedGroups& groups, SourceErrors& errors)
 {
     std::size_t size = 0;
     for (const auto& [group, mark] : groups) {

@@ -1,7 +1,7 @@
 #include "mxauthor/CheckText.h"
 
 #include "GroupWords.h"
-#include "Repetitions.h"
+#include "SourceErrors.h"
 #include "mxauthor/SourceMap.h"
 
 #include <devices/parser/mx/HexText.h>

@@ -1,7 +1,5 @@
 #include "SourceErrors.h"
 
-#include "mxauthor/Utf8.h"
-
 #include "Integer.h"
 
 #include <text/Beginning.h>
@@ -46,6 +44,29 @@ std::size_t byteOfCharacter(const std::string& text, std::size_t number)
 }
 
 } // namespace
+
+bool Repetitions::add(const Repetition& repetition)
+{
+    count = repetition.count;
+    return numbers.insert(repetition.number).second;
+}
+
+std::string Repetitions::text() const
+{
+    if (count < 2 || numbers.empty()) {
+        return "";
+    }
+    const std::string all = std::to_string(count);
+    const std::string first = std::to_string(*numbers.begin());
+    if (numbers.size() == count) {
+        return count == 2 ? " (in both repetitions)" : " (in all " + all + " repetitions)";
+    }
+    if (numbers.size() == 1) {
+        return " (in repetition " + first + " of " + all + ")";
+    }
+    return " (in " + std::to_string(numbers.size()) + " of " + all +
+           " repetitions, first in repetition " + first + ")";
+}
 
 SourceErrors::SourceErrors(const std::string& source) : text(source)
 {

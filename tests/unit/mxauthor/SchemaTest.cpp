@@ -1,7 +1,7 @@
 // The JSON Schema, which editors use, and the compiler know the same keys and words.
 
 #include "RequiredEntries.h"
-#include "mxauthor/ModuleTypes.h"
+#include "mxauthor/Skeleton.h"
 #include "text/FormKeys.h"
 #include "text/GroupWords.h"
 #include "text/TypeWords.h"

@@ -1,7 +1,6 @@
 // A skeleton is a complete module: it builds, and has no findings.
 
 #include <mxauthor/CheckText.h>
-#include <mxauthor/ModuleTypes.h>
 #include <mxauthor/Skeleton.h>
 
 #include <gmock/gmock.h>

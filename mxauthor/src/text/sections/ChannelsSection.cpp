@@ -1,9 +1,9 @@
 #include "Sections.h"
 #include "mxauthor/Counted.h"
-#include "text/ImageWalk.h"
 #include "text/RepeatedLines.h"
 #include "text/TypeWords.h"
 
+#include <mxformat/ImageAllocator.h>
 #include <text/Hexadecimal.h>
 
 #include <algorithm>
@@ -25,18 +25,21 @@ bool isBitField(std::uint8_t kind)
 struct Usual
 {
     std::uint8_t number = 0;
-    std::array<ImageWalk, 2> images; // outputs, inputs
+    std::array<mxformat::ImageAllocator, 2> images; // outputs, inputs
 
-    ImageWalk& image(std::uint8_t kind) { return images.at(mxformat::isInput(kind) ? 1 : 0); }
+    mxformat::ImageAllocator& image(std::uint8_t kind)
+    {
+        return images.at(mxformat::isInput(kind) ? 1 : 0);
+    }
     std::uint8_t bit(std::uint8_t kind)
     {
-        return isBitField(kind) ? image(kind).bit() : std::uint8_t{0};
+        return static_cast<std::uint8_t>(isBitField(kind) ? image(kind).bit() : 0);
     }
     void pass(const ChannelRecord& record)
     {
         number = static_cast<std::uint8_t>(record.number.value + 1);
         const std::uint8_t kind = record.kind.value;
-        image(kind).pass(mxformat::channelKind(kind), record.bitLength.value);
+        static_cast<void>(image(kind).take(mxformat::channelKind(kind), record.bitLength.value));
     }
 };
 

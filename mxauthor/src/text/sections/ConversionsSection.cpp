@@ -1,11 +1,52 @@
 #include "Sections.h"
-#include "text/FloatText.h"
+#include "module/ParameterScale.h"
 
+#include <devices/parser/mx/HexText.h>
+
+#include <charconv>
 #include <cmath>
+#include <cstring>
 
 namespace mxauthor {
 
 namespace {
+
+const std::string bitsPrefix = "bits ";
+
+std::optional<std::uint32_t> parseBits(const std::string& digits)
+{
+    std::uint32_t bits = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, bits, 16);
+    return error == std::errc() && stop == end ? std::optional(bits) : std::nullopt;
+}
+
+// The shortest text of the number with these bits that reads back as it; "bits 7fc00001" for
+// infinities and NaNs.
+std::string floatText(std::uint32_t bits)
+{
+    const float number = mxformat::floatOf(bits);
+    return std::isfinite(number) ? numberText(number)
+                                 : bitsPrefix + devices::parser::mx::u32AsHex(bits);
+}
+
+// The bits of the binary32 nearest to the number that `text` spells, or those after "bits ". Empty
+// if it is not a number or is out of range.
+std::optional<std::uint32_t> parseFloat(const std::string& text)
+{
+    if (text.compare(0, bitsPrefix.size(), bitsPrefix) == 0) {
+        return parseBits(text.substr(bitsPrefix.size()));
+    }
+    float number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || stop != end || !std::isfinite(number)) {
+        return std::nullopt;
+    }
+    std::uint32_t bits = 0;
+    std::memcpy(&bits, &number, sizeof bits);
+    return bits;
+}
 
 std::uint32_t readFloat(const Section& section, const std::string& key)
 {

@@ -1,8 +1,8 @@
 #include "Sections.h"
 #include "text/FormKeys.h"
-#include "text/ImageWalk.h"
 
 #include <mxformat/DataSizes.h>
+#include <mxformat/ImageAllocator.h>
 
 #include <algorithm>
 
@@ -15,20 +15,47 @@ const std::string separator = ",s=";
 // Codes by their keys, in the order in which they are written.
 using Codes = std::vector<std::pair<std::string, std::string>>;
 
+// Codes of this many bytes: D, W and B for 4, 2 and 1.
+std::string codesOfBytes(std::uint32_t size)
+{
+    return std::string(size / 4, 'D') + std::string(size % 4 / 2, 'W') + std::string(size % 2, 'B');
+}
+
+// The codes of the bytes that the channels of one direction use in the process image.
+class ImageCodes
+{
+public:
+    void pass(const ChannelRecord& record)
+    {
+        const std::uint32_t from = image.byte();
+        const auto place =
+            image.take(mxformat::channelKind(record.kind.value), record.bitLength.value);
+        if (place && place->isBitField) {
+            passed += std::string(image.byte() - from, 'B');
+        } else if (place) {
+            passed += std::string(place->byte - from, 'B') + codesOfBytes(place->size);
+        }
+    }
+
+    std::string text() const { return passed + (image.bit() == 0 ? "" : "B"); }
+
+private:
+    mxformat::ImageAllocator image;
+    std::string passed; // codes of the bytes before the open one
+};
+
 // The sizes computed from the channels and the block.
 Codes codesFor(const Channels* channels, const ParameterBlock* block)
 {
-    ImageWalk in;
-    ImageWalk out;
+    ImageCodes in;
+    ImageCodes out;
     for (std::size_t i = 0; channels != nullptr && i < channels->records.size(); ++i) {
         const ChannelRecord& record = channels->records[i];
-        const std::uint8_t kind = record.kind.value;
-        (mxformat::isInput(kind) ? in : out)
-            .pass(mxformat::channelKind(kind), record.bitLength.value);
+        (mxformat::isInput(record.kind.value) ? in : out).pass(record);
     }
     const std::size_t blockSize = block == nullptr ? 0 : block->block.value.size();
-    return {{mxformat::inDataKey, in.codes()},
-            {mxformat::outDataKey, out.codes()},
+    return {{mxformat::inDataKey, in.text()},
+            {mxformat::outDataKey, out.text()},
             {mxformat::parameterKey, std::string(blockSize, 'B')},
             {mxformat::diagnosisKey, ""}};
 }

@@ -3,7 +3,6 @@
 #include "Sections.h"
 #include "module/ParameterValues.h"
 #include "mxauthor/Counted.h"
-#include "text/BlockCursor.h"
 #include "text/RepeatedLines.h"
 #include "text/TypeWords.h"
 
@@ -139,6 +138,50 @@ std::uint8_t readChannel(const Section& section)
     }
     return section.byte("channel", mxformat::moduleLevel);
 }
+
+// The default place of the next parameter in a block: after the previous one; bit fields share a
+// byte as long as they fit.
+class BlockCursor
+{
+public:
+    // The byte for a parameter of this datatype and number of bits.
+    std::uint32_t byteFor(std::uint8_t datatype, std::uint8_t bits) const
+    {
+        return bit == 0 || fits(datatype, bits) ? byte : byte + 1;
+    }
+
+    // The first bit for it in byte `at`.
+    std::uint8_t bitFor(std::uint8_t datatype, std::uint8_t bits, std::uint32_t at) const
+    {
+        return fits(datatype, bits) && at == byte ? static_cast<std::uint8_t>(bit)
+                                                  : std::uint8_t{0};
+    }
+
+    // Moves past the parameter.
+    void pass(const ParameterRecord& record)
+    {
+        const mxformat::BlockField field = blockFieldOf(record);
+        if (!field.exists()) {
+            return;
+        }
+        const std::uint32_t endBit = field.firstBit() + field.bits();
+        const bool opensByte = field.size() == 1 && endBit < bitsOfByte;
+        byte = opensByte ? field.begin() : field.end();
+        bit = opensByte ? endBit : 0;
+    }
+
+private:
+    static constexpr std::uint32_t bitsOfByte = 8;
+
+    // Whether it is a bit field with space in the open byte.
+    bool fits(std::uint8_t datatype, std::uint8_t bits) const
+    {
+        return datatype == mxformat::bitFieldDatatype && bits != 0 && bit + bits <= bitsOfByte;
+    }
+
+    std::uint32_t byte = 0;
+    std::uint32_t bit = 0; // first free one of `byte`
+};
 
 // Returns whether there is a place for the parameter.
 bool readPlace(const Section& section, const BlockCursor& cursor, ParameterRecord& record)
