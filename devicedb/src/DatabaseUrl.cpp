@@ -1,10 +1,12 @@
 #include "DatabaseFailure.h"
-#include "DatabaseWait.h"
 #include "PostgresqlModule.h"
 #include "RecordStore.h"
 #include "SqlRecordStore.h"
 #include "SqliteConnection.h"
 
+#include <Poco/NumberParser.h>
+
+#include <cstdlib>
 #include <stdexcept>
 
 namespace devices::database {
@@ -31,6 +33,20 @@ std::string shownPart(const std::string& url)
 {
     throw std::runtime_error("Device database URL \"" + shown + "\" " + reason +
                              ", expected sqlite:PATH, sqlite::memory: or postgresql:CONNECTION");
+}
+
+// For how many seconds a change waits for other writers: the value of the environment variable
+// `DEVICE_DATABASE_WAIT` (0 to 3600), else 30.
+unsigned secondsToWait()
+{
+    constexpr unsigned standard = 30;
+    constexpr unsigned most = 3600;
+    const char* const stated = std::getenv("DEVICE_DATABASE_WAIT");
+    unsigned seconds = 0;
+    if (stated == nullptr || !Poco::NumberParser::tryParseUnsigned(stated, seconds)) {
+        return standard;
+    }
+    return seconds < most ? seconds : most;
 }
 
 std::unique_ptr<RecordStore> openSqlite(const std::string& path, const std::string& name,

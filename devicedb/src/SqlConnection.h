@@ -1,12 +1,12 @@
 #pragma once
 
-#include "RowStatement.h"
-#include "SqlDialect.h"
-
 #include <charconv>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace devices::database {
 
@@ -39,6 +39,51 @@ inline std::int64_t numberOf(const std::string& decimal)
     }
     return number;
 }
+
+/// The SQL that differs between the engines. All other SQL is shared; its placeholders are $1, $2
+/// ... in order.
+struct SqlDialect
+{
+    const char* bytes;        ///< Column type of bytes.
+    const char* number;       ///< Column type of numbers of at least 33 bits.
+    const char* tableEnd;     ///< End of the definition of a table of rows found by their key.
+    const char* findText;     ///< Function of (text, part): 0 when the text does not hold the part.
+    const char* countTables;  ///< Selects the number of tables, and of our first two.
+    const char* beginReading; ///< Starts a transaction that reads one state of the database.
+    const char* beginWriting; ///< Starts a transaction that makes changes.
+    const char* claimWriting; ///< After it: waits for other writers; fails without permission.
+};
+
+/// A statement that takes rows of values: "head (value, value), (value, value) tail". Without
+/// values it is its head.
+struct RowSql
+{
+    struct Value
+    {
+        std::string sql; ///< SQL for the cell; "?" is its value.
+        bool isBytes;    ///< True: bytes; false: text, or a number as text.
+    };
+
+    std::string head;
+    std::vector<Value> values;
+    std::string tail;
+};
+
+/// A statement that is prepared once and executed for rows. One implementation per engine, since
+/// the fast way to store many rows differs: see each. Failures are a `SqlFailure`; the object
+/// cannot be used afterwards.
+class RowStatement
+{
+public:
+    using Row = std::vector<std::string>;
+
+    RowStatement() = default;
+    virtual ~RowStatement() = default;
+    RowStatement(const RowStatement&) = delete;
+    RowStatement& operator=(const RowStatement&) = delete;
+
+    virtual void execute(const std::vector<Row>& rows) = 0;
+};
 
 /// A value for $1, $2 ... in a statement.
 struct SqlParameter

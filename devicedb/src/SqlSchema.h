@@ -1,9 +1,6 @@
 #pragma once
 
-#include "SqlDialect.h"
-
-#include <string>
-#include <vector>
+#include "SqlConnection.h"
 
 namespace devices::database {
 

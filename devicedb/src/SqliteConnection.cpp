@@ -1,7 +1,7 @@
 #include "SqliteConnection.h"
 
 #include "SqliteFile.h"
-#include "SqliteRowStatement.h"
+#include "SqliteStatement.h"
 
 #include <sqlite3.h>
 
@@ -33,6 +33,44 @@ SqliteStatement prepared(sqlite3* connection, const std::string& sql,
     }
     return statement;
 }
+
+std::string sqlOfOneRow(const RowSql& rowSql)
+{
+    std::string values;
+    for (const RowSql::Value& value : rowSql.values) {
+        values += (values.empty() ? "" : ", ") + value.sql;
+    }
+    return rowSql.values.empty() ? rowSql.head : rowSql.head + "(" + values + ")" + rowSql.tail;
+}
+
+// Rows of SQLite, one step each, which is fastest in SQLite.
+class SqliteRowStatement final : public RowStatement
+{
+public:
+    // `connection` must outlive the object.
+    SqliteRowStatement(sqlite3* connection, const RowSql& rowSql)
+        : statement(connection, sqlOfOneRow(rowSql))
+    {
+        for (const RowSql::Value& value : rowSql.values) {
+            isBytes.push_back(value.isBytes);
+        }
+    }
+
+    void execute(const std::vector<Row>& rows) override
+    {
+        for (const Row& row : rows) {
+            for (std::size_t column = 0; column < isBytes.size(); ++column) {
+                statement.bind(static_cast<int>(column) + 1, row[column], isBytes[column]);
+            }
+            statement.step();
+        }
+        statement.unbind(); // frees the rows
+    }
+
+private:
+    std::vector<bool> isBytes; // of each column
+    SqliteStatement statement;
+};
 
 } // namespace
 
