@@ -134,7 +134,6 @@ void checkChannels(const ModuleView& module, Findings& findings)
 
 void checkChannelNames(const ModuleView& module, Findings& findings)
 {
-    const auto* const names = module.content<ChannelNames>(mxformat::group::channelNames);
     std::set<std::uint8_t> numbers;
     for (const Channel& channel : module.channels()) {
         const bool first = numbers.insert(channel.record->number.value).second;
@@ -144,8 +143,9 @@ void checkChannelNames(const ModuleView& module, Findings& findings)
         }
     }
     std::set<std::uint8_t> seen;
-    for (std::size_t i = 0; names != nullptr && i < names->entries.size(); ++i) {
-        const Field<std::uint8_t>& number = names->entries[i].channel;
+    const auto& names = module.contentOrNone<ChannelNames>(mxformat::group::channelNames);
+    for (const ChannelName& entry : names.entries) {
+        const Field<std::uint8_t>& number = entry.channel;
         const std::string subject = named("channel", number.value, "");
         if (!seen.insert(number.value).second) {
             findings.add(channelNameRepeated, number.place, subject,

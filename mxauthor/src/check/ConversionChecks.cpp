@@ -57,7 +57,7 @@ void checkReference(const ModuleView::Parameter& parameter, const std::set<std::
                     Findings& findings)
 {
     const ParameterRecord& record = *parameter.record;
-    const std::string subject = named("parameter", record.number.value, parameter.name);
+    const std::string subject = named(parameter);
     const std::uint8_t id = record.conversion.value;
     if (id == 0) {
         return;
@@ -79,15 +79,14 @@ void checkConversions(const ModuleView& module, Findings& findings)
         used.insert(parameter.record->conversion.value);
     }
     std::set<std::uint8_t> known;
-    const auto* const conversions = module.content<Conversions>(mxformat::group::conversions);
-    for (std::size_t i = 0; conversions != nullptr && i < conversions->entries.size(); ++i) {
-        const Conversion& entry = conversions->entries[i];
+    const auto& conversions = module.contentOrNone<Conversions>(mxformat::group::conversions);
+    for (const Conversion& entry : conversions.entries) {
         const bool isFirst = known.insert(entry.id.value).second;
         checkEntry(entry, used.count(entry.id.value) != 0, isFirst, findings);
     }
-    if (conversions != nullptr && !conversions->rest.value.empty()) {
-        findings.add(conversionTable, conversions->rest.place, "",
-                     counted(conversions->rest.value.size(), "byte") +
+    if (!conversions.rest.value.empty()) {
+        findings.add(conversionTable, conversions.rest.place, "",
+                     counted(conversions.rest.value.size(), "byte") +
                          " after the last whole conversion: nothing is converted");
     }
     for (const ModuleView::Parameter& parameter : module.parameters()) {

@@ -65,29 +65,22 @@ void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings
     }
 }
 
-void checkRest(const Field<Bytes>& rest, const char* what, Findings& findings)
+template <typename Content>
+void checkRestOf(const ModuleView& module, std::uint16_t id, const char* what, Findings& findings)
 {
+    const Field<Bytes>& rest = module.contentOrNone<Content>(id).rest;
     if (!rest.value.empty()) {
         findings.add(deadRecord, rest.place, "",
                      counted(rest.value.size(), "byte") + " after the last whole " + what);
     }
 }
 
-template <typename Content>
-void checkRestOf(const ModuleView& module, std::uint16_t id, const char* what, Findings& findings)
-{
-    if (const auto* content = module.content<Content>(id)) {
-        checkRest(content->rest, what, findings);
-    }
-}
-
 void checkUnreadBytes(const ModuleView& module, Findings& findings)
 {
-    const auto* const extension = module.content<Extension>(mxformat::group::extension);
-    if (extension != nullptr && !extension->rest.value.empty()) {
-        findings.add(unreadBytes, extension->rest.place, "",
-                     counted(extension->rest.value.size(), "byte") +
-                         " after the calibration date, not read");
+    const auto& rest = module.contentOrNone<Extension>(mxformat::group::extension).rest;
+    if (!rest.value.empty()) {
+        findings.add(unreadBytes, rest.place, "",
+                     counted(rest.value.size(), "byte") + " after the calibration date, not read");
     }
 }
 

@@ -45,11 +45,10 @@ using Parameter = ModuleView::Parameter;
 void checkReference(const ModuleView& module, const Parameter& parameter, Findings& findings)
 {
     const Field<std::uint8_t>& id = parameter.record->optionList;
-    const auto* const lists = module.content<OptionLists>(mxformat::group::optionLists);
-    const bool exists = lists != nullptr && std::any_of(lists->lists.begin(), lists->lists.end(),
-                                                        [&id](const OptionList& list) {
-                                                            return list.id.value == id.value;
-                                                        });
+    const auto& lists = module.contentOrNone<OptionLists>(mxformat::group::optionLists).lists;
+    const bool exists = std::any_of(lists.begin(), lists.end(), [&id](const OptionList& list) {
+        return list.id.value == id.value;
+    });
     if (id.value != 0 && mxformat::isConverted(parameter.record->flags.value)) {
         findings.add(optionListIgnored, id.place, named(parameter),
                      "names option list " + std::to_string(id.value) +
@@ -128,9 +127,8 @@ void checkOptionLists(const ModuleView& module, Findings& findings)
         }
     }
     std::set<std::uint8_t> seen;
-    const auto* const lists = module.content<OptionLists>(mxformat::group::optionLists);
-    for (std::size_t i = 0; lists != nullptr && i < lists->lists.size(); ++i) {
-        const OptionList& list = lists->lists[i];
+    const auto& group = module.contentOrNone<OptionLists>(mxformat::group::optionLists);
+    for (const OptionList& list : group.lists) {
         checkList(list, used.count(list.id.value) != 0, seen, findings);
     }
 }

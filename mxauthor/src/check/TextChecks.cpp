@@ -79,11 +79,9 @@ void checkTexts(const ModuleView& module, Findings& findings)
     for (const TextReference& reference : references) {
         used.insert(reference.id);
     }
-    if (const auto* table = module.content<TextTable>(mxformat::group::texts)) {
-        for (const TextRecord& record : table->texts) {
-            checkText(record, module.text(record.id.value) == &record,
-                      used.count(record.id.value) != 0, findings);
-        }
+    for (const TextRecord& record : module.contentOrNone<TextTable>(mxformat::group::texts).texts) {
+        checkText(record, module.text(record.id.value) == &record, used.count(record.id.value) != 0,
+                  findings);
     }
 }
 

@@ -1,8 +1,6 @@
 #include "diff/Differences.h"
 #include "mxauthor/Counted.h"
 
-#include <text/Beginning.h>
-
 #include <algorithm>
 #include <map>
 #include <tuple>
@@ -58,9 +56,8 @@ void comparePair(const Channel& old, const Channel& now, Differences& difference
                         "kind " + kindText(old) + " at " + addressOf(old) + " becomes kind " +
                             kindText(now) + " at " + addressOf(now));
     }
-    differences.changed(Effect::Cosmetic, "channel", subject, "name",
-                        "\"" + text::shortened(old.name) + "\"",
-                        "\"" + text::shortened(now.name) + "\"");
+    differences.changed(Effect::Cosmetic, "channel", subject, "name", quoted(old.name),
+                        quoted(now.name));
     differences.changed(Effect::Compatible, "channel", subject, "flag 6",
                         std::to_string(old.record->kind.value >> 6 & 1),
                         std::to_string(now.record->kind.value >> 6 & 1));

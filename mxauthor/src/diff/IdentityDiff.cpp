@@ -9,7 +9,7 @@ namespace mxauthor {
 
 namespace {
 
-std::string quoted(const std::string& text)
+std::string inQuotes(const std::string& text)
 {
     return "\"" + text + "\"";
 }
@@ -23,10 +23,8 @@ std::string moduleIdText(const ModuleView& module)
 std::map<std::string, std::string> entriesOf(const ModuleView& module, std::uint16_t id)
 {
     std::map<std::string, std::string> all;
-    if (const auto* group = module.content<Entries>(id)) {
-        for (const Entry& entry : group->entries) {
-            all.emplace(entry.key.value, quoted(entry.value.value));
-        }
+    for (const Entry& entry : module.contentOrNone<Entries>(id).entries) {
+        all.emplace(entry.key.value, inQuotes(entry.value.value));
     }
     return all;
 }
@@ -50,11 +48,8 @@ void compareEntries(const ModuleView& before, const ModuleView& after, std::uint
 
 std::string gtinOf(const ModuleView& module)
 {
-    const auto* const extension = module.content<Extension>(mxformat::group::extension);
-    if (extension == nullptr || extension->gtinId.value == 0) {
-        return "none";
-    }
-    return quoted(module.textOf(extension->gtinId.value));
+    const auto& extension = module.contentOrNone<Extension>(mxformat::group::extension);
+    return extension.gtinId.value == 0 ? "none" : inQuotes(module.textOf(extension.gtinId.value));
 }
 
 std::string dateOf(const ModuleView& module)
@@ -70,25 +65,20 @@ std::string dateOf(const ModuleView& module)
         }
         date += static_cast<char>(byte);
     }
-    return quoted(date);
+    return inQuotes(date);
 }
 
 const Bytes& imageOf(const ModuleView& module)
 {
-    static const Bytes none;
-    const auto* const image = module.content<ProductImage>(mxformat::group::productImage);
-    return image == nullptr ? none : image->bytes.value;
+    return module.contentOrNone<ProductImage>(mxformat::group::productImage).bytes.value;
 }
 
 } // namespace
 
 void compareIdentity(const ModuleView& before, const ModuleView& after, Differences& differences)
 {
-    const std::string old = moduleIdText(before);
-    const std::string now = moduleIdText(after);
-    if (old != now) {
-        differences.addBreakingImage("module", "", "module identifier " + old + " becomes " + now);
-    }
+    differences.changedBreakingImage("module", "", "module identifier", moduleIdText(before),
+                                     moduleIdText(after));
     compareEntries(before, after, mxformat::group::catalogue, differences);
     compareEntries(before, after, mxformat::group::component, differences);
     differences.changed(Effect::Cosmetic, "module", "", "GTIN", gtinOf(before), gtinOf(after));
@@ -109,11 +99,9 @@ void compareSizes(const ModuleView& before, const ModuleView& after, Differences
                             "size", counted(before.dataSize(key), "byte"),
                             counted(after.dataSize(key), "byte"));
     }
-    const std::string old = counted(before.block().size(), "byte");
-    const std::string now = counted(after.block().size(), "byte");
-    if (old != now) {
-        differences.addBreakingImage("size", "parameter block", "size " + old + " becomes " + now);
-    }
+    differences.changedBreakingImage("size", "parameter block", "size",
+                                     counted(before.block().size(), "byte"),
+                                     counted(after.block().size(), "byte"));
 }
 
 } // namespace mxauthor

@@ -1,7 +1,5 @@
 #include "diff/OptionValues.h"
 
-#include <text/Beginning.h>
-
 #include <algorithm>
 
 namespace mxauthor {
@@ -39,7 +37,7 @@ std::string OptionValues::number(std::uint64_t value) const
 
 std::string OptionValues::text(std::uint64_t value) const
 {
-    return "\"" + text::shortened(module.textOf(texts.at(value))) + "\"";
+    return quoted(module.textOf(texts.at(value)));
 }
 
 std::vector<std::uint64_t> OptionValues::missingIn(const OptionValues& others) const

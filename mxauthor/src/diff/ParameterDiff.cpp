@@ -4,8 +4,6 @@
 #include "module/ParameterScale.h"
 #include "mxauthor/Counted.h"
 
-#include <text/Beginning.h>
-
 #include <algorithm>
 #include <deque>
 #include <map>
@@ -73,7 +71,7 @@ void pairUp(const ModuleView& before, const ModuleView& after, bool byName, Take
 
 std::string unitText(const ParameterScale& scale)
 {
-    return scale.unit.empty() ? "none" : "\"" + text::shortened(scale.unit) + "\"";
+    return scale.unit.empty() ? "none" : quoted(scale.unit);
 }
 
 // The parameters of two files, and the images stored for the first.
@@ -190,9 +188,8 @@ void ParameterComparison::compareShown(const ParameterPair& pair)
     const std::string subject = subjectOf(*pair.after);
     const ParameterRecord& old = *pair.before->record;
     const ParameterRecord& now = *pair.after->record;
-    differences.changed(Effect::Cosmetic, "parameter", subject, "name",
-                        "\"" + text::shortened(pair.before->name) + "\"",
-                        "\"" + text::shortened(pair.after->name) + "\"");
+    differences.changed(Effect::Cosmetic, "parameter", subject, "name", quoted(pair.before->name),
+                        quoted(pair.after->name));
     differences.changed(Effect::Cosmetic, "parameter", subject, "number",
                         std::to_string(old.number.value), std::to_string(now.number.value));
     differences.changed(Effect::Compatible, "parameter", subject, "flags",

@@ -1,46 +1,20 @@
 #include "diff/Differences.h"
 
-#include <text/Beginning.h>
-
-#include <map>
 #include <set>
 
 namespace mxauthor {
 
 namespace {
 
-using Texts = std::map<std::uint16_t, std::string>;
-
-Texts textsOf(const ModuleView& module)
-{
-    Texts texts;
-    if (const auto* table = module.content<TextTable>(mxformat::group::texts)) {
-        for (const TextRecord& record : table->texts) {
-            texts.emplace(record.id.value, record.text.value);
-        }
-    }
-    return texts;
-}
-
 using Wordings = std::set<std::string>;
 
-Wordings wordingsOf(const Texts& texts)
+Wordings wordingsOf(const ModuleView& module)
 {
     Wordings wordings;
-    for (const auto& entry : texts) {
-        wordings.insert(entry.second);
+    for (const auto& entry : module.texts()) {
+        wordings.insert(entry.second->text.value);
     }
     return wordings;
-}
-
-bool stands(const std::string& text, const Wordings& wordings)
-{
-    return wordings.count(text) != 0;
-}
-
-std::string quotedWording(const std::string& text)
-{
-    return "\"" + text::shortened(text) + "\"";
 }
 
 } // namespace
@@ -48,29 +22,29 @@ std::string quotedWording(const std::string& text)
 // Compilers assign identifiers anew: another identifier of a text is not a difference.
 void compareTexts(const ModuleView& before, const ModuleView& after, Differences& differences)
 {
-    const Texts old = textsOf(before);
-    const Texts now = textsOf(after);
-    const Wordings oldWordings = wordingsOf(old);
-    const Wordings newWordings = wordingsOf(now);
+    const Wordings oldWordings = wordingsOf(before);
+    const Wordings newWordings = wordingsOf(after);
     std::set<std::uint16_t> reworded;
-    for (const auto& [id, text] : old) {
-        const auto found = now.find(id);
-        if (stands(text, newWordings)) {
+    for (const auto& [id, record] : before.texts()) {
+        const std::string& text = record->text.value;
+        if (newWordings.count(text) != 0) {
             continue;
         }
-        if (found != now.end() && !stands(found->second, oldWordings)) {
+        const TextRecord* const now = after.text(id);
+        if (now != nullptr && oldWordings.count(now->text.value) == 0) {
             reworded.insert(id);
             differences.add(Effect::Cosmetic, "text", named("text", id, ""),
-                            quotedWording(text) + " becomes " + quotedWording(found->second));
+                            quoted(text) + " becomes " + quoted(now->text.value));
         } else {
             differences.add(Effect::Cosmetic, "text", named("text", id, ""),
-                            quotedWording(text) + " is gone");
+                            quoted(text) + " is gone");
         }
     }
-    for (const auto& [id, text] : now) {
-        if (reworded.count(id) == 0 && !stands(text, oldWordings)) {
+    for (const auto& [id, record] : after.texts()) {
+        const std::string& text = record->text.value;
+        if (reworded.count(id) == 0 && oldWordings.count(text) == 0) {
             differences.add(Effect::Cosmetic, "text", named("text", id, ""),
-                            quotedWording(text) + " is new");
+                            quoted(text) + " is new");
         }
     }
 }

@@ -93,9 +93,8 @@ void addChannels(const ModuleView& module, std::vector<NamedPlace>& all)
                            (channel.place.symbol.empty() ? "" : " (" + channel.place.symbol + ")"),
                        channel.name, from(record.number.place, last.end())});
     }
-    const auto* const names = module.content<ChannelNames>(mxformat::group::channelNames);
-    for (std::size_t i = 0; names != nullptr && i < names->entries.size(); ++i) {
-        const ChannelName& entry = names->entries[i];
+    const auto& names = module.contentOrNone<ChannelNames>(mxformat::group::channelNames);
+    for (const ChannelName& entry : names.entries) {
         all.push_back({"name of " + named("channel", entry.channel.value, ""),
                        module.textOf(entry.textId.value),
                        from(entry.channel.place, entry.textId.place.end())});
@@ -104,9 +103,7 @@ void addChannels(const ModuleView& module, std::vector<NamedPlace>& all)
 
 void addTexts(const ModuleView& module, std::vector<NamedPlace>& all)
 {
-    const auto* const table = module.content<TextTable>(mxformat::group::texts);
-    for (std::size_t i = 0; table != nullptr && i < table->texts.size(); ++i) {
-        const TextRecord& record = table->texts[i];
+    for (const TextRecord& record : module.contentOrNone<TextTable>(mxformat::group::texts).texts) {
         const Place& text = record.text.place;
         all.push_back({named("text", record.id.value, ""), record.text.value,
                        from(record.id.place, text.end() + lineEndSize)});

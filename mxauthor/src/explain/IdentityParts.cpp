@@ -1,7 +1,9 @@
+#include "RequiredEntries.h"
 #include "explain/GroupParts.h"
 #include "mxauthor/Counted.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <mxformat/BigEndian.h>
 #include <mxformat/DataSizes.h>
 
 #include <algorithm>
@@ -17,19 +19,16 @@ std::string identityMeaning(const Dataset& dataset)
     if (data.size() != mxformat::identitySize) {
         return "5 bytes expected: module type and identifier";
     }
-    std::string id;
-    for (std::size_t i = 1; i < data.size(); ++i) {
-        id += devices::parser::mx::u8AsHex(data[i]);
-    }
-    return "module type " + std::to_string(data[0]) + ", module identifier " + id;
+    const auto id = mxformat::readBigEndian<std::uint32_t>(data.data() + 1);
+    return "module type " + std::to_string(data[0]) + ", module identifier " +
+           devices::parser::mx::u32AsHex(id);
 }
 
-const std::set<std::string>& readKeys()
+// Whether readers look for the entry.
+bool isKeyRead(const std::string& key)
 {
-    static const std::set<std::string> keys = {
-        "BrandLabelName", "BrandVersion",   "BrandId",         "BrandSerialNumber",
-        "ProductVersion", "BrandOrderCode", "BrandHwRevision", "Component"};
-    return keys;
+    return std::count(catalogueKeys.begin(), catalogueKeys.end(), key) != 0 ||
+           std::count(componentKeys.begin(), componentKeys.end(), key) != 0;
 }
 
 // What a line of the data sizes adds to a size; empty for a line that is skipped.
@@ -107,8 +106,7 @@ void explainGroup(PartList& parts, const ModuleView& /*module*/, const Entries& 
     std::set<std::string> seen;
     for (std::size_t i = 0; i < group.entries.size(); ++i) {
         const Entry& entry = group.entries[i];
-        const bool isRead =
-            readKeys().count(entry.key.value) != 0 && seen.insert(entry.key.value).second;
+        const bool isRead = isKeyRead(entry.key.value) && seen.insert(entry.key.value).second;
         parts.beginRecord(i, "entry \"" + entry.key.value + "\"");
         parts.text(entry.key, "key", "");
         parts.number(entry.kind, "kind", "any byte");

@@ -1,8 +1,6 @@
 #include "explain/GroupParts.h"
 #include "module/TextReferences.h"
 
-#include <text/Beginning.h>
-
 #include <map>
 
 namespace mxauthor {
@@ -38,8 +36,7 @@ std::string textMeaning(const ModuleView& module, std::uint16_t id, bool zeroIsN
         return "none";
     }
     const TextRecord* const text = module.text(id);
-    return text == nullptr ? "a text that is missing"
-                           : "\"" + text::shortened(text->text.value) + "\"";
+    return text == nullptr ? "a text that is missing" : quoted(text->text.value);
 }
 
 void explainGroup(PartList& parts, const ModuleView& module, const TextTable& group)

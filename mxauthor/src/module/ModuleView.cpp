@@ -1,5 +1,6 @@
 #include "module/ModuleView.h"
 
+#include <mxformat/BigEndian.h>
 #include <mxformat/DataSizes.h>
 #include <mxformat/ImageAllocator.h>
 #include <text/Beginning.h>
@@ -52,15 +53,12 @@ ModuleView::ModuleView(const MxFile& file) : source(file)
     for (const Group& found : file.groups) {
         groups.emplace(found.id, &found);
     }
-    if (const auto* table = content<TextTable>(mxformat::group::texts)) {
-        for (const TextRecord& record : table->texts) {
-            texts.emplace(record.id.value, &record);
-        }
+    for (const TextRecord& record : contentOrNone<TextTable>(mxformat::group::texts).texts) {
+        allTexts.emplace(record.id.value, &record);
     }
-    if (const auto* names = content<ChannelNames>(mxformat::group::channelNames)) {
-        for (const ChannelName& entry : names->entries) {
-            channelNames.emplace(entry.channel.value, &entry);
-        }
+    const auto& names = contentOrNone<ChannelNames>(mxformat::group::channelNames);
+    for (const ChannelName& entry : names.entries) {
+        channelNames.emplace(entry.channel.value, &entry);
     }
     if (const Group* const table = group(mxformat::group::conversions)) {
         const Bytes payload = writePayload(table->content);
@@ -78,8 +76,8 @@ const Group* ModuleView::group(std::uint16_t id) const
 
 const TextRecord* ModuleView::text(std::uint16_t id) const
 {
-    const auto found = texts.find(id);
-    return found == texts.end() ? nullptr : found->second;
+    const auto found = allTexts.find(id);
+    return found == allTexts.end() ? nullptr : found->second;
 }
 
 std::string ModuleView::textOf(std::uint16_t id) const
@@ -97,12 +95,10 @@ const ChannelName* ModuleView::channelName(std::uint8_t number) const
 std::vector<const Option*> ModuleView::options(std::uint8_t id) const
 {
     std::vector<const Option*> found;
-    if (const auto* lists = content<OptionLists>(mxformat::group::optionLists)) {
-        for (const OptionList& list : lists->lists) {
-            for (const Option& option : list.options) {
-                if (list.id.value == id) {
-                    found.push_back(&option);
-                }
+    for (const OptionList& list : contentOrNone<OptionLists>(mxformat::group::optionLists).lists) {
+        for (const Option& option : list.options) {
+            if (list.id.value == id) {
+                found.push_back(&option);
             }
         }
     }
@@ -111,22 +107,17 @@ std::vector<const Option*> ModuleView::options(std::uint8_t id) const
 
 const Bytes& ModuleView::block() const
 {
-    static const Bytes none;
-    const auto* const found = content<ParameterBlock>(mxformat::group::parameterBlock);
-    return found == nullptr ? none : found->block.value;
+    return contentOrNone<ParameterBlock>(mxformat::group::parameterBlock).block.value;
 }
 
 std::uint32_t ModuleView::dataSize(const std::string& key) const
 {
     std::uint32_t size = 0;
-    const auto* const sizes = content<DataSizes>(mxformat::group::dataSizes);
-    for (std::size_t i = 0; sizes != nullptr && i < sizes->lines.size(); ++i) {
-        const std::string& line = sizes->lines[i].value;
-        if (line.compare(0, key.size(), key) != 0) {
-            continue;
-        }
-        for (const char code : line.substr(key.size())) {
-            size += mxformat::sizeOfDataCode(code).value_or(0);
+    for (const auto& line : contentOrNone<DataSizes>(mxformat::group::dataSizes).lines) {
+        if (line.value.compare(0, key.size(), key) == 0) {
+            for (const char code : line.value.substr(key.size())) {
+                size += mxformat::sizeOfDataCode(code).value_or(0);
+            }
         }
     }
     return size;
@@ -134,16 +125,12 @@ std::uint32_t ModuleView::dataSize(const std::string& key) const
 
 std::optional<std::uint32_t> ModuleView::moduleId() const
 {
-    const auto* const identity = content<Identity>(mxformat::group::identity);
-    for (std::size_t i = 0; identity != nullptr && i < identity->datasets.size(); ++i) {
-        const Dataset& dataset = identity->datasets[i];
+    for (const Dataset& dataset : contentOrNone<Identity>(mxformat::group::identity).datasets) {
         if (dataset.id.value == mxformat::identityDataset) {
-            std::uint32_t id = 0;
-            for (std::size_t byte = 1; byte < dataset.data.value.size(); ++byte) {
-                id = id << 8 | dataset.data.value[byte];
-            }
-            return dataset.data.value.size() == mxformat::identitySize ? std::optional(id)
-                                                                       : std::nullopt;
+            const Bytes& data = dataset.data.value;
+            return data.size() == mxformat::identitySize
+                       ? std::optional(mxformat::readBigEndian<std::uint32_t>(data.data() + 1))
+                       : std::nullopt;
         }
     }
     return std::nullopt;
@@ -151,13 +138,10 @@ std::optional<std::uint32_t> ModuleView::moduleId() const
 
 void ModuleView::addChannels()
 {
-    const auto* const channels = content<Channels>(mxformat::group::channels);
-    if (channels == nullptr) {
-        return;
-    }
-    const std::vector<ChannelPlace> places = channelPlaces(channels->records);
+    const auto& records = contentOrNone<Channels>(mxformat::group::channels).records;
+    const std::vector<ChannelPlace> places = channelPlaces(records);
     for (std::size_t i = 0; i < places.size(); ++i) {
-        const ChannelRecord& record = channels->records[i];
+        const ChannelRecord& record = records[i];
         const ChannelName* const entry = channelName(record.number.value);
         allChannels.push_back(
             {&record, entry == nullptr ? "" : textOf(entry->textId.value), places[i]});
@@ -166,21 +150,23 @@ void ModuleView::addChannels()
 
 void ModuleView::addParameters()
 {
-    const auto* const parameters = content<Parameters>(mxformat::group::parameters);
-    if (parameters == nullptr) {
-        return;
-    }
-    allParameters.reserve(parameters->records.size());
-    for (const ParameterRecord& record : parameters->records) {
+    const auto& records = contentOrNone<Parameters>(mxformat::group::parameters).records;
+    allParameters.reserve(records.size());
+    for (const ParameterRecord& record : records) {
         allParameters.push_back(
             {&record, textOf(record.nameId.value), parameterValue(record, block())});
     }
 }
 
+std::string quoted(const std::string& text)
+{
+    return "\"" + text::shortened(text) + "\"";
+}
+
 std::string named(const char* what, unsigned number, const std::string& name)
 {
     const std::string base = std::string(what) + " " + std::to_string(number);
-    return name.empty() ? base : base + " \"" + text::shortened(name) + "\"";
+    return name.empty() ? base : base + " " + quoted(name);
 }
 
 std::string named(const ModuleView::Parameter& parameter)

@@ -66,6 +66,18 @@ public:
         return found == nullptr ? nullptr : std::get_if<Content>(&found->content);
     }
 
+    /// The same; an empty content when there is none.
+    template <typename Content>
+    const Content& contentOrNone(std::uint16_t id) const
+    {
+        static const Content none;
+        const auto* const found = content<Content>(id);
+        return found == nullptr ? none : *found;
+    }
+
+    /// Returns the first text of each identifier.
+    const std::map<std::uint16_t, const TextRecord*>& texts() const { return allTexts; }
+
     /// Returns the first text `id`, null when there is none.
     const TextRecord* text(std::uint16_t id) const;
 
@@ -99,12 +111,15 @@ private:
 
     const MxFile& source;
     std::map<std::uint16_t, const Group*> groups;
-    std::map<std::uint16_t, const TextRecord*> texts;
+    std::map<std::uint16_t, const TextRecord*> allTexts;
     std::map<std::uint8_t, const ChannelName*> channelNames;
     mxformat::ConversionTable allConversions;
     std::vector<Channel> allChannels;
     std::vector<Parameter> allParameters;
 };
+
+/// Returns `text` in quotation marks, shortened.
+std::string quoted(const std::string& text);
 
 /// Returns how messages name a channel or parameter: `parameter 3 "Filter"`; the name shortened.
 std::string named(const char* what, unsigned number, const std::string& name);

@@ -25,10 +25,10 @@ public:
 
 void addOptions(const ModuleView& module, References& references)
 {
-    const auto* const lists = module.content<OptionLists>(mxformat::group::optionLists);
-    for (std::size_t i = 0; lists != nullptr && i < lists->lists.size(); ++i) {
-        const std::string subject = named("option list", lists->lists[i].id.value, "");
-        for (const Option& option : lists->lists[i].options) {
+    const auto& group = module.contentOrNone<OptionLists>(mxformat::group::optionLists);
+    for (const OptionList& list : group.lists) {
+        const std::string subject = named("option list", list.id.value, "");
+        for (const Option& option : list.options) {
             references.add(option.textId, subject, "option");
         }
     }
@@ -36,18 +36,16 @@ void addOptions(const ModuleView& module, References& references)
 
 void addConversions(const ModuleView& module, References& references)
 {
-    const auto* const conversions = module.content<Conversions>(mxformat::group::conversions);
-    for (std::size_t i = 0; conversions != nullptr && i < conversions->entries.size(); ++i) {
-        const Conversion& entry = conversions->entries[i];
+    const auto& group = module.contentOrNone<Conversions>(mxformat::group::conversions);
+    for (const Conversion& entry : group.entries) {
         references.addUnlessNone(entry.unitId, named("conversion", entry.id.value, ""), "unit");
     }
 }
 
 void addChannelNames(const ModuleView& module, References& references)
 {
-    const auto* const names = module.content<ChannelNames>(mxformat::group::channelNames);
-    for (std::size_t i = 0; names != nullptr && i < names->entries.size(); ++i) {
-        const ChannelName& entry = names->entries[i];
+    const auto& group = module.contentOrNone<ChannelNames>(mxformat::group::channelNames);
+    for (const ChannelName& entry : group.entries) {
         references.add(entry.textId, named("channel", entry.channel.value, ""), "name");
     }
 }
@@ -59,7 +57,7 @@ std::vector<TextReference> textReferences(const ModuleView& module)
     References references;
     for (const ModuleView::Parameter& parameter : module.parameters()) {
         const ParameterRecord& record = *parameter.record;
-        const std::string subject = named("parameter", record.number.value, parameter.name);
+        const std::string subject = named(parameter);
         references.add(record.nameId, subject, "name");
         references.addUnlessNone(record.unitId, subject, "unit");
     }

@@ -77,11 +77,11 @@ Conversion readConversion(const Section& section, BuildContext& context)
 // mean no conversion and no unit.
 void takeScale(const Section& section, const Conversion& conversion, NamedEntry& entry)
 {
-    const float factor = mxformat::floatOf(conversion.factor.value);
-    const float offset = mxformat::floatOf(conversion.offset.value);
+    const mxformat::PhysicalScale scale{mxformat::floatOf(conversion.factor.value),
+                                        mxformat::floatOf(conversion.offset.value)};
     const auto unit = section.find("unit");
-    if (std::isfinite(factor) && factor != 0 && std::isfinite(offset)) {
-        entry.scale = {factor, offset};
+    if (mxformat::isUsable(scale)) {
+        entry.scale = scale;
         entry.unit = unit && unit->IsScalar() ? unit->Scalar() : "";
     }
 }
