@@ -119,7 +119,7 @@ ExitCode reportWrongWords(const CLI::App& program, const CLI::ParseError& end,
     } else if (wrong.empty() ||
                !isOneOf(code, {CLI::ExitCodes::Success, CLI::ExitCodes::ExtrasError,
                                CLI::ExitCodes::RequiredError})) {
-        wrong.push_back({"error", "", end.what(), ""});
+        wrong.push_back({"error", "", end.what()});
     }
     if (wrong.back().hint.empty()) {
         wrong.back().hint = helpHint(program);
@@ -169,9 +169,9 @@ int run(std::vector<std::string> arguments)
     try {
         return static_cast<int>(runReporting(withHelpAsOption(std::move(arguments))));
     } catch (const std::bad_alloc&) {
-        report({"error", "", "Out of memory", ""});
+        report({"error", "", "Out of memory"});
     } catch (const std::exception& failure) {
-        report({"error", "", failure.what(), ""});
+        report({"error", "", failure.what()});
     }
     return static_cast<int>(ExitCode::Output);
 }

@@ -95,8 +95,7 @@ Diagnostic unknownVerb(const CLI::App& program, const std::string& word)
             fmt::format("There is no verb \"{}\"{}{}", word, text::didYouMean(word, verbs),
                         text::nearestWords(word, verbs).empty()
                             ? fmt::format(", expected one of {}", fmt::join(verbs, ", "))
-                            : ""),
-            ""};
+                            : "")};
 }
 
 Diagnostic unknownWord(const CLI::App& program, const std::string& word)
@@ -105,7 +104,7 @@ Diagnostic unknownWord(const CLI::App& program, const std::string& word)
         return unknownVerb(program, word);
     }
     return {"error", "",
-            fmt::format("{} takes no further argument, found \"{}\"", callOf(program), word), ""};
+            fmt::format("{} takes no further argument, found \"{}\"", callOf(program), word)};
 }
 
 // The arguments of `words` that the parser did not consume, in order.
@@ -163,7 +162,7 @@ std::vector<Diagnostic> unknownArguments(const CLI::App& program,
     std::vector<Diagnostic> found;
     for (const std::string& word : unknown) {
         if (isOption(word)) {
-            found.push_back({"error", "", unknownOption(program, word), ""});
+            found.push_back({"error", "", unknownOption(program, word)});
         } else if (!isExplained) {
             found.push_back(unknownWord(program, word));
             break; // later errors may follow from this one
@@ -176,8 +175,7 @@ Diagnostic missingVerb(const CLI::App& program)
 {
     return {
         "error", "",
-        fmt::format("A verb is missing, expected one of {}", fmt::join(verbNames(program), ", ")),
-        ""};
+        fmt::format("A verb is missing, expected one of {}", fmt::join(verbNames(program), ", "))};
 }
 
 std::string helpHint(const CLI::App& program)

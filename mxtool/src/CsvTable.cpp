@@ -19,7 +19,7 @@ namespace {
 [[noreturn]] void failAt(const std::string& file, std::size_t line, const std::string& text,
                          const std::string& hint = {})
 {
-    throw Failure(ExitCode::Input, {"error", fmt::format("{}:{}", file, line), text, hint});
+    throw Failure(ExitCode::Input, fmt::format("{}:{}", file, line), text, hint);
 }
 
 char separatorOf(const std::string& content)

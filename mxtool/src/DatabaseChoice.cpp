@@ -73,7 +73,7 @@ DeviceDatabase openExistingDatabase(const std::string& url)
     try {
         return DeviceDatabase(chosen, OpenMode::ExistingOnly);
     } catch (const std::runtime_error& failure) {
-        throw Failure(ExitCode::Output, {"error", "", failure.what(), hintFor(chosen)});
+        throw Failure(ExitCode::Output, "", failure.what(), hintFor(chosen));
     }
 }
 

@@ -33,7 +33,7 @@ auto withDatabase(const char* hint, Work work) -> decltype(work())
     } catch (const Failure&) {
         throw;
     } catch (const std::runtime_error& failure) {
-        throw Failure(ExitCode::Output, {"error", "", failure.what(), hint});
+        throw Failure(ExitCode::Output, "", failure.what(), hint);
     }
 }
 

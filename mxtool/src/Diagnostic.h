@@ -13,7 +13,7 @@ struct Diagnostic
     std::string severity; ///< "error", "warning" or "note".
     std::string place; ///< A file, with line and column or byte offset where known; may be empty.
     std::string text;  ///< What is wrong, what was found, what is accepted.
-    std::string hint;  ///< What to do; may be empty.
+    std::string hint = {}; ///< What to do; may be empty.
 };
 
 /// Returns `diagnostic` as "PLACE: SEVERITY: TEXT" and, where there is one, a "hint:" line. Control
@@ -30,8 +30,9 @@ std::string placeInFile(const std::string& file, std::size_t offset);
 class Failure : public std::runtime_error
 {
 public:
-    Failure(ExitCode exitCode, Diagnostic what)
-        : std::runtime_error(what.text), code(exitCode), diagnostic(std::move(what))
+    Failure(ExitCode exitCode, const std::string& place, const std::string& text,
+            const std::string& hint = {})
+        : std::runtime_error(text), code(exitCode), diagnostic{"error", place, text, hint}
     {}
 
     ExitCode code;
@@ -42,7 +43,7 @@ public:
 class ReaderLeft : public Failure
 {
 public:
-    ReaderLeft() : Failure(ExitCode::Output, {}) {}
+    ReaderLeft() : Failure(ExitCode::Output, "", "") {}
 };
 
 } // namespace mxtool

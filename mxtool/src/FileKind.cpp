@@ -168,9 +168,8 @@ void requireModule(const std::string& path, const std::string& content, const st
     }
     const auto found = kind == FileKind::Other ? mxauthor::foreignContent(content) : nameOf(kind);
     if (found) {
-        throw Failure(ExitCode::Input,
-                      {"error", inputName(path), "This is " + *found + ", expected " + expected,
-                       callThatTakes(kind, path)});
+        throw Failure(ExitCode::Input, inputName(path),
+                      "This is " + *found + ", expected " + expected, callThatTakes(kind, path));
     }
 }
 
@@ -178,11 +177,10 @@ void requireKeyOfTextForm(const std::string& path, const std::string& source,
                           const std::string& expected)
 {
     if (!mxauthor::hasKeyOfTextForm(source)) {
-        throw Failure(
-            ExitCode::Input,
-            {"error", inputName(path),
-             "This text has no key of the text form, such as \"module:\", expected " + expected,
-             "mxtool config FILE --values " + path + " takes a file of parameter values"});
+        throw Failure(ExitCode::Input, inputName(path),
+                      "This text has no key of the text form, such as \"module:\", expected " +
+                          expected,
+                      "mxtool config FILE --values " + path + " takes a file of parameter values");
     }
 }
 

@@ -25,8 +25,7 @@ std::optional<Diagnostic> offsetWarning(const std::string& option, std::uint64_t
     return Diagnostic{"warning", fmt::format("{} {}", option, offset),
                       fmt::format("The module's {} end at byte {}, after the {} bytes of the "
                                   "largest process image, the 65536 registers of Modbus{}",
-                                  counted(size, "byte"), end, mostOfModbus, wrapped),
-                      ""};
+                                  counted(size, "byte"), end, mostOfModbus, wrapped)};
 }
 
 } // namespace mxtool

@@ -37,10 +37,9 @@ std::vector<char> loadInput(const std::string& path)
     } catch (const std::runtime_error& failure) {
         const std::string reason = errno != 0 ? std::string(": ") + std::strerror(errno) : "";
         std::error_code ignored;
-        throw Failure(
-            ExitCode::Input,
-            {"error", path, failure.what() + reason,
-             std::filesystem::is_directory(path, ignored) ? "name a file in this directory" : ""});
+        throw Failure(ExitCode::Input, path, failure.what() + reason,
+                      std::filesystem::is_directory(path, ignored) ? "name a file in this directory"
+                                                                   : "");
     }
     return bytes;
 }
@@ -76,8 +75,7 @@ void requireNoDevice(const std::string& path)
     const auto type = std::filesystem::status(path, ignored).type();
     if (type == std::filesystem::file_type::fifo || type == std::filesystem::file_type::character ||
         type == std::filesystem::file_type::block || type == std::filesystem::file_type::socket) {
-        throw Failure(ExitCode::Input,
-                      {"error", path, "Found a pipe or a device, expected a file", ""});
+        throw Failure(ExitCode::Input, path, "Found a pipe or a device, expected a file");
     }
 }
 

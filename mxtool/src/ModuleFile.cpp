@@ -20,7 +20,7 @@ constexpr const char* expectedModule = "an mx file or its text form";
 
 [[noreturn]] void reject(const std::string& path, const std::string& text, const std::string& hint)
 {
-    throw Failure(ExitCode::Input, {"error", inputName(path), text, hint});
+    throw Failure(ExitCode::Input, inputName(path), text, hint);
 }
 
 // Identifiers and lengths of an mx file contain bytes that no text has. UTF-16 is rejected, but as

@@ -36,8 +36,7 @@ std::string hintForWrite(const std::string& place)
         throw ReaderLeft();
     }
     const std::string reason = error != 0 ? std::strerror(error) : "write failed";
-    throw Failure(ExitCode::Output,
-                  {"error", place, "Cannot write: " + reason, hintForWrite(place)});
+    throw Failure(ExitCode::Output, place, "Cannot write: " + reason, hintForWrite(place));
 }
 
 void writeStream(std::ostream& stream, const std::string& place, const std::string& content)
@@ -121,10 +120,10 @@ void requireSameKind(const std::string& path, FileKind kind)
     if (!costsWork(present) || present == kind || filesInUse().overwrites()) {
         return;
     }
-    throw Failure(ExitCode::Usage, {"error", path,
-                                    std::string("The file is ") + nameOf(present) +
-                                        ", the output would replace it by " + nameOf(kind),
-                                    "name another file, or add --overwrite to replace this one"});
+    throw Failure(ExitCode::Usage, path,
+                  std::string("The file is ") + nameOf(present) +
+                      ", the output would replace it by " + nameOf(kind),
+                  "name another file, or add --overwrite to replace this one");
 }
 
 // Rewriting would lose the user's comments, `repeat` and `each`.
@@ -133,11 +132,10 @@ void requireNoLoss(const std::string& path, const std::string& content)
     const auto lost =
         filesInUse().overwrites() ? std::nullopt : lostHandWriting(judgedContent(path), content);
     if (lost) {
-        throw Failure(
-            ExitCode::Usage,
-            {"error", path + ":" + std::to_string(lost->line),
-             "The file has " + shownHandWriting(*lost) + ", which the output would not keep",
-             "name another file, or add --overwrite to replace this one"});
+        throw Failure(ExitCode::Usage, path + ":" + std::to_string(lost->line),
+                      "The file has " + shownHandWriting(*lost) +
+                          ", which the output would not keep",
+                      "name another file, or add --overwrite to replace this one");
     }
 }
 

@@ -73,12 +73,10 @@ void TranslatedModule::requireBlockSize(std::size_t size, const std::string& fil
 {
     const std::size_t expected = translate(nullptr)->privateProps.defaultParameterBlock->size();
     if (size != expected) {
-        throw Failure(ExitCode::Input,
-                      {"error", inputName(file),
-                       fmt::format("Found {} bytes, expected the {} bytes of the module's "
-                                   "parameter block",
-                                   size, expected),
-                       ""});
+        throw Failure(ExitCode::Input, inputName(file),
+                      fmt::format("Found {} bytes, expected the {} bytes of the module's "
+                                  "parameter block",
+                                  size, expected));
     }
 }
 
@@ -98,10 +96,9 @@ std::shared_ptr<TranslatedModule::Device> TranslatedModule::translate(std::vecto
     try {
         return deviceParser.parse(mxData, block, inOffset, outOffset);
     } catch (const std::runtime_error& failure) {
-        throw Failure(ExitCode::Input,
-                      {"error", name(), failure.what(),
-                       isText ? "mxtool check " + path + " shows the place in the text"
-                              : "mxtool groups " + path + " lists what the file holds"});
+        throw Failure(ExitCode::Input, name(), failure.what(),
+                      isText ? "mxtool check " + path + " shows the place in the text"
+                             : "mxtool groups " + path + " lists what the file holds");
     }
 }
 

@@ -29,12 +29,11 @@ std::vector<std::string> mxFilesOf(const std::string& path)
         }
     }
     if (error) {
-        throw Failure(ExitCode::Input,
-                      {"error", path, "Cannot read the directory: " + error.message(), ""});
+        throw Failure(ExitCode::Input, path, "Cannot read the directory: " + error.message());
     }
     if (files.empty()) {
-        throw Failure(ExitCode::Input, {"error", path, "The directory holds no file MX*.bin",
-                                        "name a file of another name itself"});
+        throw Failure(ExitCode::Input, path, "The directory holds no file MX*.bin",
+                      "name a file of another name itself");
     }
     std::sort(files.begin(), files.end());
     return files;

@@ -42,7 +42,7 @@ std::optional<std::string> obstacle(const DeviceReport::Parameter& parameter, st
     if (seen.size() > mostNamed) {
         all += fmt::format("; and {} more", seen.size() - mostNamed);
     }
-    throw Failure(ExitCode::Input, {"error", file, all, ""});
+    throw Failure(ExitCode::Input, file, all);
 }
 
 std::vector<char> bytesFor(TranslatedModule& module, TranslatedModule::Device& device,
@@ -76,8 +76,7 @@ void noteStrayBits(const Configuration& configuration, const std::string& place,
     }
     if (count > 0) {
         notes.push_back({"note", place,
-                         "The image differs from the default in bits of no parameter: " + named,
-                         ""});
+                         "The image differs from the default in bits of no parameter: " + named});
     }
 }
 
@@ -91,8 +90,7 @@ void noteAbsentParameters(const Configuration& configuration, std::vector<bool> 
         if (!isPlaced[i]) {
             notes.push_back({"note", place,
                              text::toUtf8(described(configuration.device.parameters[i])) +
-                                 " is in no Modbus register",
-                             ""});
+                                 " is in no Modbus register"});
         }
     }
 }
@@ -102,8 +100,8 @@ void noteUnreadable(const Configuration& configuration, const std::string& place
 {
     for (const auto& parameter : configuration.device.parameters) {
         if (const auto reason = whyNotHeld(parameter, configuration.image.size())) {
-            notes.push_back({"note", place,
-                             text::toUtf8(described(parameter)) + " has no value: " + *reason, ""});
+            notes.push_back(
+                {"note", place, text::toUtf8(described(parameter)) + " has no value: " + *reason});
         }
     }
 }

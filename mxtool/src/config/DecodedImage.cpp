@@ -32,13 +32,11 @@ void checkRegisters(const std::vector<char>& registers, const Configuration& aga
     const auto holder =
         std::find_if(again.places.begin(), again.places.end(),
                      [at](const ParameterPlace& one) { return at < one.begin + one.size; });
-    throw Failure(ExitCode::Input,
-                  {"error", place,
-                   fmt::format("{}: found {} in byte {} of the registers, expected {} as in its "
-                               "other registers, or 00 where there is padding",
-                               text::toUtf8(described(again.device.parameters[holder->parameter])),
-                               hexOfBytes(registers, at, 1), at, hexOfBytes(again.bytes, at, 1)),
-                   ""});
+    throw Failure(ExitCode::Input, place,
+                  fmt::format("{}: found {} in byte {} of the registers, expected {} as in its "
+                              "other registers, or 00 where there is padding",
+                              text::toUtf8(described(again.device.parameters[holder->parameter])),
+                              hexOfBytes(registers, at, 1), at, hexOfBytes(again.bytes, at, 1)));
 }
 
 // The size shows whether the bytes are of the other fieldbus type.
@@ -50,14 +48,12 @@ void rejectOtherKind(std::size_t size, FieldbusType fieldbus, TranslatedModule& 
     if (size == decodedSize(fieldbus, module) || size != decodedSize(other, module)) {
         return;
     }
-    throw Failure(
-        ExitCode::Input,
-        {"error", place,
-         fmt::format("Found {}, expected the {} of the module's {}", counted(size, "byte"),
-                     counted(decodedSize(fieldbus, module), "byte"),
-                     isModbus ? "Modbus registers" : "parameter image"),
-         isModbus ? "they may be the raw parameter image: leave out --fieldbus modbus"
-                  : "they may be the module's Modbus registers: add --fieldbus modbus"});
+    throw Failure(ExitCode::Input, place,
+                  fmt::format("Found {}, expected the {} of the module's {}", counted(size, "byte"),
+                              counted(decodedSize(fieldbus, module), "byte"),
+                              isModbus ? "Modbus registers" : "parameter image"),
+                  isModbus ? "they may be the raw parameter image: leave out --fieldbus modbus"
+                           : "they may be the module's Modbus registers: add --fieldbus modbus");
 }
 
 } // namespace
@@ -73,12 +69,10 @@ void requireImageSize(const std::vector<char>& image, const DeviceReport& device
                       const std::string& place)
 {
     if (image.size() != device.parameterBlock.size()) {
-        throw Failure(ExitCode::Input,
-                      {"error", place,
-                       fmt::format("Found {}, expected the {} of the module's parameter image",
-                                   counted(image.size(), "byte"),
-                                   counted(device.parameterBlock.size(), "byte")),
-                       ""});
+        throw Failure(ExitCode::Input, place,
+                      fmt::format("Found {}, expected the {} of the module's parameter image",
+                                  counted(image.size(), "byte"),
+                                  counted(device.parameterBlock.size(), "byte")));
     }
 }
 
@@ -97,7 +91,7 @@ std::vector<char> decodedImage(const std::vector<char>& bytes, FieldbusType fiel
         checkRegisters(bytes, configurationOf(module, image, FieldbusType::Modbus), place);
         return image;
     } catch (const InvalidInput& invalid) {
-        throw Failure(ExitCode::Input, {"error", place, invalid.what(), invalid.hint});
+        throw Failure(ExitCode::Input, place, invalid.what(), invalid.hint);
     }
 }
 

@@ -60,7 +60,7 @@ std::vector<Diagnostic> notesOf(const ImageComparison& comparison, const std::st
     }
     const std::string rest =
         count > mostNamed ? fmt::format("; and {} more", count - mostNamed) : "";
-    return {{"warning", place, "Bits of no parameter differ: " + named + rest, ""}};
+    return {{"warning", place, "Bits of no parameter differ: " + named + rest}};
 }
 
 } // namespace mxtool

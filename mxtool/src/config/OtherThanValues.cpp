@@ -58,9 +58,9 @@ std::optional<Failure> otherThanValues(const std::string& content, const std::st
     if (!found) {
         return std::nullopt;
     }
-    return Failure(ExitCode::Input,
-                   {"error", file, "This is " + *found + ", expected a file of names and values",
-                    hintForKind(content, kind, file)});
+    return Failure(ExitCode::Input, file,
+                   "This is " + *found + ", expected a file of names and values",
+                   hintForKind(content, kind, file));
 }
 
 } // namespace mxtool

@@ -120,8 +120,7 @@ private:
     {
         return {"note", place,
                 fmt::format("The bytes carry no identity: they are read as those of a {}",
-                            deviceTypeId()),
-                ""};
+                            deviceTypeId())};
     }
 
     std::string deviceTypeId() const { return module.device().deviceTypeId; }
@@ -146,18 +145,16 @@ private:
     ReadImage ofJson(const std::string& text, const std::string& name)
     {
         if (kindOf(text) == FileKind::Result) {
-            throw Failure(ExitCode::Input,
-                          {"error", name,
-                           std::string("This is ") + nameOf(FileKind::Result) +
-                               ", expected what mxtool config --format json writes",
-                           ""});
+            throw Failure(ExitCode::Input, name,
+                          std::string("This is ") + nameOf(FileKind::Result) +
+                              ", expected what mxtool config --format json writes");
         }
         Values values = readValues(text, name);
         if (!values.image) {
-            throw Failure(ExitCode::Input, {"error", name,
-                                            "Found values without an image, expected what mxtool "
-                                            "config --format json writes",
-                                            "--values takes a file of values"});
+            throw Failure(ExitCode::Input, name,
+                          "Found values without an image, expected what mxtool "
+                          "config --format json writes",
+                          "--values takes a file of values");
         }
         const DeviceReport device = module.report();
         requireIdentity(values.deviceTypeId, device, module.name(), name);
@@ -172,10 +169,9 @@ private:
     ReadImage ofTable(const CsvTable& table, const std::string& name)
     {
         if (isTableOfValues(table)) {
-            throw Failure(ExitCode::Input,
-                          {"error", name,
-                           "Found a table of names and values, expected bytes or registers",
-                           "--values takes a file of values"});
+            throw Failure(ExitCode::Input, name,
+                          "Found a table of names and values, expected bytes or registers",
+                          "--values takes a file of values");
         }
         TableImage written = imageOfTable(table, fieldbus, module, name);
         if (!written.hasIdentity) {
@@ -201,12 +197,11 @@ ReadImage readImage(const std::string& words, const std::string& option, Fieldbu
     try {
         return isFile ? reader.ofFile(words) : reader.ofWords(words);
     } catch (const InvalidInput& invalid) {
-        throw Failure(
-            isFile ? ExitCode::Input : ExitCode::Usage,
-            {"error", place,
-             std::string(invalid.what()) +
-                 (isFile || !invalid.hint.empty() ? "" : ", or the name of an existing file"),
-             invalid.hint});
+        throw Failure(isFile ? ExitCode::Input : ExitCode::Usage, place,
+                      std::string(invalid.what()) + (isFile || !invalid.hint.empty()
+                                                         ? ""
+                                                         : ", or the name of an existing file"),
+                      invalid.hint);
     }
 }
 

@@ -58,10 +58,9 @@ private:
 void takeIdentity(const std::string& identity, const std::string& place, Values& values)
 {
     if (!identity.empty() && !values.deviceTypeId.empty() && identity != values.deviceTypeId) {
-        throw Failure(ExitCode::Input, {"error", place,
-                                        fmt::format("Found {}, expected {} as in the rows before",
-                                                    identity, values.deviceTypeId),
-                                        ""});
+        throw Failure(ExitCode::Input, place,
+                      fmt::format("Found {}, expected {} as in the rows before", identity,
+                                  values.deviceTypeId));
     }
     values.deviceTypeId = identity.empty() ? values.deviceTypeId : identity;
 }

@@ -52,7 +52,7 @@ std::string placeOf(const YAML::Mark& mark, const std::string& file)
 [[noreturn]] void fail(const YAML::Mark& mark, const std::string& file, const std::string& text,
                        const std::string& hint = {})
 {
-    throw Failure(ExitCode::Input, {"error", placeOf(mark, file), text, hint});
+    throw Failure(ExitCode::Input, placeOf(mark, file), text, hint);
 }
 
 std::string kindOf(const YAML::Node& node)
@@ -172,16 +172,14 @@ void checkJson(const std::string& content, const std::string& file)
         const auto line = std::count(before.begin(), before.end(), '\n');
         const std::size_t column = before.size() - (before.rfind('\n') + 1);
         const std::string text = failure.what();
-        throw Failure(ExitCode::Input,
-                      {"error", fmt::format("{}:{}:{}", file, line + 1, column + 1),
-                       "Cannot read the values: " +
-                           text.substr(std::min(text.find("syntax error"), text.size())),
-                       decimalPointHint(content.substr(0, failure.byte))});
+        throw Failure(ExitCode::Input, fmt::format("{}:{}:{}", file, line + 1, column + 1),
+                      "Cannot read the values: " +
+                          text.substr(std::min(text.find("syntax error"), text.size())),
+                      decimalPointHint(content.substr(0, failure.byte)));
     } catch (const nlohmann::json::exception& failure) {
         const std::string text = failure.what(); // "[json.exception.KIND.NUMBER] REASON"
-        throw Failure(
-            ExitCode::Input,
-            {"error", file, "Cannot read the values: " + text.substr(text.find("] ") + 2), ""});
+        throw Failure(ExitCode::Input, file,
+                      "Cannot read the values: " + text.substr(text.find("] ") + 2));
     }
 }
 
@@ -194,8 +192,8 @@ Values readText(const std::string& content, const std::string& file)
         checkJson(content, file);
     }
     if (const auto mistake = mxauthor::findYamlMistake(content, "a file holds one map of values")) {
-        throw Failure(ExitCode::Input, {"error", placeInText(file, *mistake),
-                                        "Cannot read the values: " + mistake->text, ""});
+        throw Failure(ExitCode::Input, placeInText(file, *mistake),
+                      "Cannot read the values: " + mistake->text);
     }
     return readMap(YAML::Load(content), file);
 }
@@ -206,10 +204,8 @@ void addAssignment(const Assignment& assignment, std::vector<Assignment>& assign
 {
     constexpr std::size_t most = 10000;
     if (assignments.size() == most) {
-        throw Failure(assignment.code,
-                      {"error", assignment.place,
-                       fmt::format("More than {} values, no module has so many parameters", most),
-                       ""});
+        throw Failure(assignment.code, assignment.place,
+                      fmt::format("More than {} values, no module has so many parameters", most));
     }
     assignments.push_back(assignment);
 }
@@ -222,7 +218,7 @@ Values readValues(const std::string& content, const std::string& file)
         throw Failure(*other);
     }
     if (error) {
-        throw Failure(ExitCode::Input, {"error", placeInText(file, *error), error->text, ""});
+        throw Failure(ExitCode::Input, placeInText(file, *error), error->text);
     }
     // A map of values may have a key that is also one of the text form: "module" is the module
     // itself.

@@ -60,13 +60,12 @@ void requireStatedNames(const std::vector<Assignment>& assignments, const Device
             isNameInTable(assignment.statedName, *found.front())) {
             continue;
         }
-        throw Failure(ExitCode::Input,
-                      {"error", assignment.place,
-                       fmt::format("Found \"{}\" as the name of parameter {}, expected \"{}\": the "
-                                   "table is of another version of the module",
-                                   text::abbreviated(assignment.statedName), assignment.name,
-                                   text::toUtf8(found.front()->name)),
-                       "without the column id rows are matched by name"});
+        throw Failure(ExitCode::Input, assignment.place,
+                      fmt::format("Found \"{}\" as the name of parameter {}, expected \"{}\": the "
+                                  "table is of another version of the module",
+                                  text::abbreviated(assignment.statedName), assignment.name,
+                                  text::toUtf8(found.front()->name)),
+                      "without the column id rows are matched by name");
     }
 }
 
@@ -77,7 +76,7 @@ Assignment assignmentOf(const std::string& words, const DeviceReport& device, Va
         auto [name, value] = splitAssignment(words, device, check);
         return {place, std::move(name), std::move(value), ExitCode::Usage};
     } catch (const InvalidInput& invalid) {
-        throw Failure(ExitCode::Usage, {"error", place, invalid.what(), invalid.hint});
+        throw Failure(ExitCode::Usage, place, invalid.what(), invalid.hint);
     }
 }
 

@@ -24,7 +24,7 @@ using TableRow = CsvTable::Row;
 
 [[noreturn]] void failAt(const std::string& file, const TableRow& row, const std::string& text)
 {
-    throw Failure(ExitCode::Input, {"error", fmt::format("{}:{}", file, row.line), text, ""});
+    throw Failure(ExitCode::Input, fmt::format("{}:{}", file, row.line), text);
 }
 
 std::size_t numberIn(const TableRow& row, std::size_t column, const std::string& file)
@@ -132,8 +132,7 @@ TableImage imageOfOwnTable(const CsvTable& table, TranslatedModule& module, cons
     if (!bytes.isComplete(standard.places)) {
         written.notes.push_back({"note", file,
                                  "The table does not hold every parameter: the others are taken "
-                                 "from the defaults of the module",
-                                 ""});
+                                 "from the defaults of the module"});
     }
     written.image = decodedImage(bytes.all(), fieldbus, module, file);
     return written;
@@ -178,9 +177,9 @@ TableImage imageOfTable(const CsvTable& table, FieldbusType fieldbus, Translated
         return imageOfOwnTable(table, module, file);
     }
     if (fieldbus != FieldbusType::Modbus) {
-        throw Failure(ExitCode::Usage,
-                      {"error", file, "Found a table of registers, expected bytes of the image",
-                       "--fieldbus modbus reads registers"});
+        throw Failure(ExitCode::Usage, file,
+                      "Found a table of registers, expected bytes of the image",
+                      "--fieldbus modbus reads registers");
     }
     return {decodedImage(registersIn(table, *address, file), fieldbus, module, file), false, {}};
 }

@@ -58,7 +58,7 @@ std::optional<std::string> foundInsteadOfFile(const fs::path& path)
 void addEntry(const std::string& path, MxDirectory& directory)
 {
     if (const auto found = foundInsteadOfFile(path)) {
-        report({"error", path, "Found " + *found + ", expected a file: it is left out", ""});
+        report({"error", path, "Found " + *found + ", expected a file: it is left out"});
         ++directory.leftOut;
     } else {
         filesInUse().addInput(path);
@@ -80,16 +80,15 @@ MxDirectory listMxDirectory(const std::string& path)
     }
     if (error) {
         std::error_code ignored;
-        throw Failure(
-            ExitCode::Input,
-            {"error", path, "Cannot read the directory: " + error.message(),
-             fs::is_regular_file(path, ignored) ? "name the directory that holds this file" : ""});
+        throw Failure(ExitCode::Input, path, "Cannot read the directory: " + error.message(),
+                      fs::is_regular_file(path, ignored) ? "name the directory that holds this file"
+                                                         : "");
     }
     if (directory.files.empty()) {
-        throw Failure(ExitCode::Input,
-                      {"error", path, "The directory holds no file MX*.bin, nothing is inserted",
-                       "files of other names, and those in directories below it, are not looked "
-                       "at"});
+        throw Failure(ExitCode::Input, path,
+                      "The directory holds no file MX*.bin, nothing is inserted",
+                      "files of other names, and those in directories below it, are not looked "
+                      "at");
     }
     return directory;
 }

@@ -59,7 +59,7 @@ private:
             database.insert(record, content);
         } catch (const std::runtime_error& failure) {
             if (!transaction.isAlive()) {
-                throw Failure(ExitCode::Output, {"error", "", failure.what(), unchanged});
+                throw Failure(ExitCode::Output, "", failure.what(), unchanged);
             }
             throw;
         }
@@ -108,7 +108,7 @@ bool populateFrom(const std::string& file, Parser_kv38& parser, Records& records
     } catch (const Failure&) {
         throw;
     } catch (const std::exception& failure) {
-        report({"error", "", "File " + name + ": " + failure.what(), ""});
+        report({"error", "", "File " + name + ": " + failure.what()});
         return false;
     }
 }

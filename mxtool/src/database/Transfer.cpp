@@ -51,11 +51,9 @@ void requireDirectory(const std::string& directory)
     std::error_code error;
     std::filesystem::create_directories(directory, error);
     if (error || !std::filesystem::is_directory(directory, error)) {
-        throw Failure(ExitCode::Output,
-                      {"error", directory,
-                       "Cannot make the directory: " +
-                           (error ? error.message() : "there is a file of that name"),
-                       ""});
+        throw Failure(ExitCode::Output, directory,
+                      "Cannot make the directory: " +
+                          (error ? error.message() : "there is a file of that name"));
     }
 }
 

@@ -41,7 +41,7 @@ struct BuildOptions
 [[noreturn]] void failUsage(const std::string& place, const std::string& text,
                             const std::string& hint)
 {
-    throw Failure(ExitCode::Usage, {"error", place, text, hint});
+    throw Failure(ExitCode::Usage, place, text, hint);
 }
 
 bool isDirectory(const std::string& output)
@@ -82,8 +82,7 @@ void makeDirectory(const std::string& output)
     std::error_code error;
     std::filesystem::create_directories(output, error);
     if (error) {
-        throw Failure(ExitCode::Output,
-                      {"error", output, "Cannot make the directory: " + error.message(), ""});
+        throw Failure(ExitCode::Output, output, "Cannot make the directory: " + error.message());
     }
 }
 
@@ -128,15 +127,14 @@ std::optional<std::string> builtBytes(const std::string& file, bool force, bool 
     const std::vector<char> chars = loadBytes(file);
     const std::string source(chars.begin(), chars.end());
     if (kindOf(source) == FileKind::MxFile) {
-        throw Failure(ExitCode::Input,
-                      {"error", inputName(file),
-                       "This is an mx file already, expected its text form",
-                       "mxtool dump FILE -o FILE.yaml writes the text form of an mx file"});
+        throw Failure(ExitCode::Input, inputName(file),
+                      "This is an mx file already, expected its text form",
+                      "mxtool dump FILE -o FILE.yaml writes the text form of an mx file");
     }
     if (source.empty()) {
-        throw Failure(ExitCode::Input, {"error", inputName(file),
-                                        std::string("The file is empty, expected ") + expectedText,
-                                        "mxtool new writes the text of a new module"});
+        throw Failure(ExitCode::Input, inputName(file),
+                      std::string("The file is empty, expected ") + expectedText,
+                      "mxtool new writes the text of a new module");
     }
     requireModule(file, source, expectedText);
     const mxauthor::BuildResult result = buildInput(source, file);

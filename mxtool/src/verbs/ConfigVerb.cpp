@@ -95,10 +95,9 @@ std::vector<char> baseImage(const ConfigOptions& options, const WantedValues& wa
 {
     const std::string& blockFile = options.module.parameterBlockFile;
     if (!blockFile.empty() && wanted.image()) {
-        throw Failure(ExitCode::Usage,
-                      {"error", "--param-block " + blockFile,
-                       wanted.imageFile() + " also has an image to write values into",
-                       "leave one of them out; a file of --format values has no image"});
+        throw Failure(ExitCode::Usage, "--param-block " + blockFile,
+                      wanted.imageFile() + " also has an image to write values into",
+                      "leave one of them out; a file of --format values has no image");
     }
     if (!blockFile.empty()) {
         return loadBytes(blockFile);

@@ -34,9 +34,8 @@ mxauthor::MxFile readFile(const std::string& path)
     const ModuleFile input(path);
     mxauthor::ReadGroups read = mxauthor::readWholeGroups(input.bytes());
     if (read.failure) {
-        throw Failure(ExitCode::Input,
-                      {"error", input.placeOf(read.file.tail.place.offset), *read.failure,
-                       "mxtool check " + path + " shows the details"});
+        throw Failure(ExitCode::Input, input.placeOf(read.file.tail.place.offset), *read.failure,
+                      "mxtool check " + path + " shows the details");
     }
     return std::move(read.file);
 }

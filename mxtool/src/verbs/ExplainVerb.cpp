@@ -57,7 +57,7 @@ ExitCode explainFile(const ExplainOptions& options)
     try {
         writeOutput(options.output, formatted(file, options));
     } catch (const InvalidInput& invalid) {
-        throw Failure(ExitCode::Usage, {"error", file.name, invalid.what(), invalid.hint});
+        throw Failure(ExitCode::Usage, file.name, invalid.what(), invalid.hint);
     }
     if (const auto& failure = file.explanation.failure) {
         report({"error", input.placeOf(file.explanation.parts.back().place.offset), *failure,

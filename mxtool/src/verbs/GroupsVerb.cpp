@@ -106,22 +106,20 @@ ExitCode listGroupsOf(const GroupsOptions& options)
     writeOutput(options.output, formatted(read, options, fileSize));
     const std::string place = input.placeOf(framedSize);
     if (read.failure) {
-        report({"error", place, *read.failure, ""});
+        report({"error", place, *read.failure});
         return ExitCode::Input;
     }
     if (read.file.groups.empty()) {
         report({"error", place,
                 fmt::format("No group found in {}, expected the groups of an mx file",
-                            counted(fileSize, "byte")),
-                ""});
+                            counted(fileSize, "byte"))});
         return ExitCode::Input;
     }
     if (framedSize < fileSize) {
         report({"note", place,
                 fmt::format("{} after the last group {} not read",
                             counted(fileSize - framedSize, "byte"),
-                            fileSize - framedSize == 1 ? "is" : "are"),
-                ""});
+                            fileSize - framedSize == 1 ? "is" : "are")});
     }
     return ExitCode::Done;
 }

@@ -27,11 +27,9 @@ void protectText(const std::string& output, bool overwrite)
 {
     const FileKind present = output == "-" ? FileKind::Other : kindOfFile(output);
     if (costsWork(present) && !overwrite) {
-        throw Failure(
-            ExitCode::Usage,
-            {"error", output,
-             fmt::format("The file is {}, a new module would replace it", nameOf(present)),
-             "name another file, or add --overwrite to replace this one"});
+        throw Failure(ExitCode::Usage, output,
+                      fmt::format("The file is {}, a new module would replace it", nameOf(present)),
+                      "name another file, or add --overwrite to replace this one");
     }
 }
 
@@ -49,7 +47,7 @@ ExitCode writeSkeleton(const mxauthor::SkeletonRequest& request, const std::stri
         }
         return ExitCode::Done;
     } catch (const mxauthor::SkeletonError& error) {
-        throw Failure(ExitCode::Usage, {"error", "--" + error.member(), error.what(), ""});
+        throw Failure(ExitCode::Usage, "--" + error.member(), error.what());
     }
 }
 

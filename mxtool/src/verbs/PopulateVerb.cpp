@@ -42,7 +42,7 @@ std::size_t removeMissing(const MxDirectory& directory, DeviceDatabase& database
         const std::string reason =
             directory.leftOut != 0 ? "An entry was left out" : "A file does not state its module";
         report({"warning", directory.path,
-                reason + ", which may be any in the database: nothing is removed", ""});
+                reason + ", which may be any in the database: nothing is removed"});
         return 0;
     }
     std::string lines;
