@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Csv.h"
 #include "Diagnostic.h"
 
 #include <CLI/CLI.hpp>
@@ -38,5 +39,21 @@ void acceptOneOf(CLI::Option& option, const std::vector<std::string>& accepted);
 /// Makes the parser reject an empty value of `option`, such as an unset variable of a script: it
 /// would otherwise count as if the option were left out.
 void rejectEmptyValue(CLI::Option& option);
+
+/// The CSV options of a command line.
+struct CsvOptions
+{
+    std::string separator = "comma"; ///< "comma", "semicolon" or "tab".
+    bool byteOrderMark = false;
+    bool given = false; ///< Whether one of the options was given.
+
+    CsvStyle style() const;
+};
+
+/// Adds --separator and --bom to `verb`. `options` must outlive the parsing.
+void addCsvOptions(CLI::App& verb, CsvOptions& options);
+
+/// Throws `CLI::ValidationError` if CSV options were given but `format` is not CSV.
+void requireCsv(const CsvOptions& options, const std::string& format);
 
 } // namespace mxtool

@@ -1,7 +1,6 @@
 #include "Diagnostic.h"
 
 #include "Progress.h"
-#include "TerminalColour.h"
 
 #include <mxauthor/Utf8.h>
 #include <text/ShownText.h>
@@ -11,6 +10,7 @@
 
 #include <unistd.h>
 
+#include <cstdlib>
 #include <iostream>
 
 namespace mxtool {
@@ -58,6 +58,31 @@ void report(const Diagnostic& diagnostic)
 std::string placeInFile(const std::string& file, std::size_t offset)
 {
     return fmt::format("{}:{:#08x}", file, offset);
+}
+
+bool takesColour(int descriptor)
+{
+    const char* const noColour = std::getenv("NO_COLOR");
+    return isatty(descriptor) == 1 && (noColour == nullptr || *noColour == '\0');
+}
+
+std::string placeInText(const std::string& file, const mxauthor::SourceError& where)
+{
+    return fmt::format("{}:{}:{}", file, where.line, where.column);
+}
+
+std::string shownExcerpt(const std::string& source, const mxauthor::SourceError& where)
+{
+    const auto excerpt = mxauthor::sourceExcerpt(source, where);
+    return text::forTerminal(excerpt.line) + "\n" + excerpt.caret + "\n";
+}
+
+void reportAt(const std::string& file, const std::string& source,
+              const mxauthor::SourceError& error, const std::string& severity,
+              const std::string& hint)
+{
+    report({severity, placeInText(file, error), error.text, hint});
+    std::cerr << shownExcerpt(source, error);
 }
 
 } // namespace mxtool

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include <mxauthor/TextForm.h>
+
 namespace mxtool {
 
 /// A message to the user, written to standard error.
@@ -45,5 +47,20 @@ class ReaderLeft : public Failure
 public:
     ReaderLeft() : Failure(ExitCode::Output, "", "") {}
 };
+
+/// Returns whether output to `descriptor` may be coloured: it is a terminal, and NO_COLOR is not
+/// set.
+bool takesColour(int descriptor);
+
+/// Returns a place in the text `file` for diagnostics: "FILE:LINE:COLUMN".
+std::string placeInText(const std::string& file, const mxauthor::SourceError& where);
+
+/// Returns the line of `source` at `where`, and a caret below its column.
+std::string shownExcerpt(const std::string& source, const mxauthor::SourceError& where);
+
+/// Reports `error` with its place in `file` and its line of `source`, the text of `file`.
+void reportAt(const std::string& file, const std::string& source,
+              const mxauthor::SourceError& error, const std::string& severity,
+              const std::string& hint);
 
 } // namespace mxtool

@@ -62,23 +62,6 @@ mxauthor::BuildResult buildInput(const std::string& source, const std::string& p
     return result;
 }
 
-bool isMxFileName(const std::string& name)
-{
-    constexpr std::size_t shortest = 7;
-    return name.size() >= shortest && name.compare(0, 2, "MX") == 0 &&
-           name.compare(name.size() - 4, 4, ".bin") == 0;
-}
-
-void requireNoDevice(const std::string& path)
-{
-    std::error_code ignored;
-    const auto type = std::filesystem::status(path, ignored).type();
-    if (type == std::filesystem::file_type::fifo || type == std::filesystem::file_type::character ||
-        type == std::filesystem::file_type::block || type == std::filesystem::file_type::socket) {
-        throw Failure(ExitCode::Input, path, "Found a pipe or a device, expected a file");
-    }
-}
-
 std::string inputName(const std::string& path)
 {
     return path == "-" ? "<standard input>" : path;

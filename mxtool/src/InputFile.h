@@ -18,13 +18,6 @@ std::vector<char> loadBytes(const std::string& path);
 /// describes. Files named in it are relative to its directory and are registered as inputs.
 mxauthor::BuildResult buildInput(const std::string& source, const std::string& path);
 
-/// Returns whether the parser reads a file of this name when it populates a database: MX*.bin.
-bool isMxFileName(const std::string& name);
-
-/// Throws a `Failure` if `path`, an entry of a directory, is a pipe or device: reading it may never
-/// end.
-void requireNoDevice(const std::string& path);
-
 /// Returns the name of the input for diagnostics: its path, "<standard input>" for "-".
 std::string inputName(const std::string& path);
 

@@ -4,7 +4,6 @@
 #include "Diagnostic.h"
 #include "FileKind.h"
 #include "InputFile.h"
-#include "SourceReport.h"
 
 #include <mxauthor/SourceMap.h>
 

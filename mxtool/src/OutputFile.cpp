@@ -1,17 +1,24 @@
 #include "OutputFile.h"
 
 #include "Diagnostic.h"
+#include "FileKind.h"
 #include "FilePlace.h"
 #include "FilesInUse.h"
-#include "LostHandWriting.h"
+#include "ValuesComment.h"
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <mxauthor/HandWriting.h>
 
 namespace mxtool {
 
@@ -124,6 +131,46 @@ void requireSameKind(const std::string& path, FileKind kind)
                   std::string("The file is ") + nameOf(present) +
                       ", the output would replace it by " + nameOf(kind),
                   "name another file, or add --overwrite to replace this one");
+}
+
+using mxauthor::HandWriting;
+
+bool isTextOfPeople(FileKind kind, const std::string& content)
+{
+    return kind == FileKind::TextForm || kind == FileKind::Values ||
+           (kind == FileKind::Other && content.find('\0') == std::string::npos);
+}
+
+bool isAmong(const std::vector<HandWriting>& kept, const HandWriting& one)
+{
+    return std::any_of(kept.begin(), kept.end(),
+                       [&](const HandWriting& other) { return other.text == one.text; });
+}
+
+std::optional<HandWriting> lostHandWriting(const std::string& present, const std::string& output)
+{
+    const FileKind kind = kindOf(output);
+    if ((kind != FileKind::TextForm && kind != FileKind::Values) ||
+        !isTextOfPeople(kindOf(present), present)) {
+        return std::nullopt;
+    }
+    const bool isOwn = hasValuesMark(present);
+    const std::vector<HandWriting> kept = mxauthor::handWritingIn(output);
+    const std::vector<HandWriting> all = mxauthor::handWritingIn(present);
+    const auto lost = std::find_if(all.begin(), all.end(), [&](const HandWriting& one) {
+        return !(isOwn && isValuesComment(one.text, one.line)) && !isAmong(kept, one);
+    });
+    return lost == all.end() ? std::nullopt : std::optional(*lost);
+}
+
+std::string shownHandWriting(const HandWriting& writing)
+{
+    constexpr std::size_t longest = 60;
+    if (writing.text[0] != '#') {
+        return "the key \"" + writing.text + "\"";
+    }
+    const bool isLong = writing.text.size() > longest;
+    return "the comment \"" + writing.text.substr(0, longest) + (isLong ? "..." : "") + "\"";
 }
 
 // Rewriting would lose the user's comments, `repeat` and `each`.

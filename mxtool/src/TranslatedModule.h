@@ -1,11 +1,14 @@
 #pragma once
 
 #include "DeviceReport.h"
+#include "Diagnostic.h"
 #include "LogToDiagnostics.h"
 
 #include <devices/parser/mx/Parser_kv38.h>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -70,5 +73,10 @@ private:
     std::shared_ptr<Device> builtDevice; // its parameters point into mxData
     mxformat::ConversionTable conversions;
 };
+
+/// Returns a warning if `size` bytes from `offset` exceed the largest process image of a fieldbus.
+/// `option` is the command line option that set the offset.
+[[nodiscard]] std::optional<Diagnostic> offsetWarning(const std::string& option,
+                                                      std::uint64_t offset, std::uint64_t size);
 
 } // namespace mxtool

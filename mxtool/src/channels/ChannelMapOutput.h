@@ -16,4 +16,18 @@ std::string channelMapCsv(const ChannelMap& map, const CsvStyle& style = {});
 /// images, schema "mxtool.channels" version 1. `image` is made from `map`.
 Json channelMapJson(const ChannelMap& map, const ProcessImage& image);
 
+/// Returns the channels as IEC 61131-3 declarations of global variables, in their order.
+///
+/// Addresses count bytes. A bit field becomes one BOOL per bit, because a variable of whole bytes
+/// would include, and write, bits of its neighbours. A bit field that fills whole bytes becomes a
+/// BYTE or an array of BYTE; any other of more than 32 bits becomes a comment.
+std::string iecDeclarations(const ChannelMap& map);
+
+/// Returns the picture as text of 80 columns, UTF-8: a line per byte, more where channels overlap.
+/// `coloured`: with terminal colour codes.
+std::string processImageMap(const ProcessImage& image, bool coloured);
+
+/// Returns the picture as a self-contained SVG document, always the same for the same image.
+std::string processImageSvg(const ProcessImage& image);
+
 } // namespace mxtool

@@ -2,7 +2,6 @@
 
 #include "Counted.h"
 #include "Diagnostic.h"
-#include "SourceReport.h"
 #include "TextTable.h"
 
 #include <devices/parser/mx/HexText.h>

@@ -1,10 +1,10 @@
-#include "config/ComparisonOutput.h"
+#include "config/ConfigurationOutput.h"
 
 #include "DeviceJson.h"
 #include "HexBytes.h"
 #include "ParameterText.h"
 #include "TextTable.h"
-#include "config/PlaceText.h"
+#include "config/ParameterPlace.h"
 
 #include <devices/parser/mx/HexText.h>
 #include <text/ShownText.h>

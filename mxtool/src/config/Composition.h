@@ -1,9 +1,9 @@
 #pragma once
 
 #include "AcceptedValue.h"
-#include "Assignment.h"
 #include "Diagnostic.h"
 #include "TranslatedModule.h"
+#include "config/ValuesFile.h"
 
 #include <vector>
 

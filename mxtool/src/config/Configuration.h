@@ -4,6 +4,7 @@
 #include "TranslatedModule.h"
 #include "config/ParameterPlace.h"
 
+#include <string>
 #include <vector>
 
 namespace mxtool {
@@ -34,5 +35,23 @@ Configuration configurationOf(TranslatedModule& module, const std::vector<char>&
 /// Returns notes on `configuration`: differences from the defaults in bits of no parameter, and
 /// parameters that are not in the buffer. `place` is the origin of the image.
 std::vector<Diagnostic> notesOf(const Configuration& configuration, const std::string& place);
+
+/// A comparison of the wanted configuration with the one read from a module.
+struct ImageComparison
+{
+    Configuration wanted;
+    Configuration read;
+    std::vector<ParameterPlace> deviations; ///< The places whose bits differ, in order.
+    std::vector<std::size_t>
+        strayBytes; ///< Bytes of the raw image that differ in bits of no parameter.
+
+    bool isSame() const { return deviations.empty() && strayBytes.empty(); }
+};
+
+/// Compares two configurations of the same module on the same fieldbus.
+ImageComparison compared(Configuration wanted, Configuration read);
+
+/// Returns a warning about differing bits of no parameter. `place` is the origin of `read`.
+std::vector<Diagnostic> notesOf(const ImageComparison& comparison, const std::string& place);
 
 } // namespace mxtool

@@ -6,7 +6,7 @@
 #include "HexBytes.h"
 #include "ParameterText.h"
 #include "TextTable.h"
-#include "config/PlaceText.h"
+#include "config/ParameterPlace.h"
 
 #include <devices/parser/mx/HexText.h>
 #include <text/ShownText.h>

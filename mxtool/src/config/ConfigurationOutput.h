@@ -2,6 +2,7 @@
 
 #include "Configuration.h"
 #include "Csv.h"
+#include "config/Configuration.h"
 
 #include <string>
 
@@ -16,5 +17,19 @@ std::string configurationCsv(const Configuration& configuration, const CsvStyle&
 
 /// Returns buffer and table as JSON, schema "mxtool.config" version 1. `readValues` reads it back.
 std::string configurationJson(const Configuration& configuration, const std::string& file);
+
+/// Returns the deviations as a table for people.
+std::string comparisonText(const ImageComparison& comparison);
+
+/// Returns the deviations as CSV.
+std::string comparisonCsv(const ImageComparison& comparison, const CsvStyle& style = {});
+
+/// Returns the deviations as JSON, schema "mxtool.config-comparison" version 1.
+std::string comparisonJson(const ImageComparison& comparison, const std::string& file);
+
+/// Returns the values of `configuration` as a values file (YAML) to be edited: a comment states the
+/// range or options and the default of each value; a channel's parameters are grouped under the
+/// channel's name.
+std::string configurationValues(const Configuration& configuration);
 
 } // namespace mxtool

@@ -2,6 +2,7 @@
 
 #include "DeviceReport.h"
 #include "TranslatedModule.h"
+#include "config/ParameterPlace.h"
 
 #include <string>
 #include <vector>
@@ -22,5 +23,22 @@ std::vector<char> decodedImage(const std::vector<char>& bytes,
 /// `device`.
 void requireImageSize(const std::vector<char>& image, const DeviceReport& device,
                       const std::string& place);
+
+/// Throws a `Failure` at `place` when `deviceTypeId` is not the module type of `device`, which the
+/// file `module` describes. An empty `deviceTypeId` is accepted.
+void requireIdentity(const std::string& deviceTypeId, const DeviceReport& device,
+                     const std::string& module, const std::string& place);
+
+/// Returns the size of the registers of `places`, in bytes.
+std::size_t sizeOfRegisters(const std::vector<ParameterPlace>& places);
+
+/// Converts the Modbus registers of `device` to its raw parameter image.
+///
+/// `places` are the places of the parameters in the registers. All other bits are taken from
+/// `image`, the device's own image. Throws a `InvalidInput` when the size is wrong or a value is
+/// not one that the module can have.
+std::vector<char> imageOfRegisters(const std::vector<char>& registers,
+                                   const std::vector<ParameterPlace>& places,
+                                   const DeviceReport& device, std::vector<char> image);
 
 } // namespace mxtool

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Csv.h"
 #include "DeviceReport.h"
 
 #include <optional>
@@ -36,5 +37,21 @@ std::string faultOfBits(const DeviceReport::Parameter& parameter);
 /// Returns the bits of an image of `imageSize` bytes that belong to parameters, as a mask for each
 /// byte.
 std::vector<std::uint8_t> bitsOfParameters(const DeviceReport& device, std::size_t imageSize);
+
+// The place of a parameter in outputs.
+
+/// Returns "4" or "4-7".
+std::string rangeText(std::size_t begin, std::size_t size);
+
+/// Returns the bits of a bit field, empty for whole bytes.
+std::string bitsText(const DeviceReport::Parameter& parameter);
+
+/// Returns the registers of a place, counted from 0.
+std::string registersText(const ParameterPlace& place);
+
+/// The CSV columns of `registerCells`: the first register, counted from 0 (address) and from 1
+/// (number), and the count.
+CsvRow registerColumns();
+CsvRow registerCells(const ParameterPlace& place);
 
 } // namespace mxtool

@@ -6,7 +6,6 @@
 #include "InputFile.h"
 #include "InvalidInput.h"
 #include "config/DecodedImage.h"
-#include "config/ModuleIdentity.h"
 #include "config/RegisterWords.h"
 #include "config/ValuesFile.h"
 #include "config/WrittenTable.h"

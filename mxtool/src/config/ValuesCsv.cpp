@@ -1,4 +1,4 @@
-#include "config/ValuesCsv.h"
+#include "config/ValuesFile.h"
 
 #include "CsvTable.h"
 #include "Diagnostic.h"

@@ -1,23 +1,26 @@
 #include "config/ValuesFile.h"
 
 #include "Diagnostic.h"
+#include "FileKind.h"
 #include "FormatOfName.h"
 #include "HexBytes.h"
 #include "InvalidInput.h"
-#include "SourceReport.h"
-#include "config/OtherThanValues.h"
-#include "config/ValuesCsv.h"
 
 #include <mxauthor/Utf8.h>
 #include <mxauthor/YamlDocument.h>
 
 #include <fmt/format.h>
+#include <mxauthor/ForeignContent.h>
 #include <nlohmann/json.hpp>
 #include <text/Beginning.h>
+#include <text/ControlCharacters.h>
+#include <text/Utf8.h>
 #include <yaml-cpp/yaml.h>
 
 #include <algorithm>
+#include <optional>
 #include <set>
+#include <string>
 
 namespace mxtool {
 
@@ -55,7 +58,7 @@ std::string placeOf(const YAML::Mark& mark, const std::string& file)
     throw Failure(ExitCode::Input, placeOf(mark, file), text, hint);
 }
 
-std::string kindOf(const YAML::Node& node)
+std::string shownNode(const YAML::Node& node)
 {
     switch (node.Type()) {
     case YAML::NodeType::Sequence:
@@ -72,7 +75,7 @@ std::string kindOf(const YAML::Node& node)
 std::string textOf(const YAML::Node& node, const std::string& file, const char* what)
 {
     if (!node.IsScalar()) {
-        fail(node.Mark(), file, fmt::format("Found {}, expected {}", kindOf(node), what));
+        fail(node.Mark(), file, fmt::format("Found {}, expected {}", shownNode(node), what));
     }
     return node.Scalar();
 }
@@ -106,7 +109,7 @@ void requireUniqueMembers(const YAML::Node& root, const std::string& file)
     for (const auto& member : root) {
         if (member.first.IsScalar() && !names.insert(member.first.Scalar()).second) {
             fail(member.first.Mark(), file,
-                 fmt::format("The member {} occurs twice", kindOf(member.first)));
+                 fmt::format("The member {} occurs twice", shownNode(member.first)));
         }
     }
 }
@@ -152,7 +155,7 @@ Values readMap(const YAML::Node& root, const std::string& file)
     }
     if (!root.IsMap()) {
         fail(root.Mark(), file,
-             fmt::format("Found {}, expected a map of parameter names to values", kindOf(root)));
+             fmt::format("Found {}, expected a map of parameter names to values", shownNode(root)));
     }
     // A parameter may be called "schema"; only a map of that name is the schema member.
     if (root["schema"].IsDefined() && root["schema"].IsMap() && root["schema"]["version"]) {
@@ -196,6 +199,57 @@ Values readText(const std::string& content, const std::string& file)
                       "Cannot read the values: " + mistake->text);
     }
     return readMap(YAML::Load(content), file);
+}
+
+// Many bytes of a parameter image are small numbers; a text may contain a stray zero byte.
+bool isBinary(const std::string& content)
+{
+    return content.find('\0') != std::string::npos &&
+           text::countOfControls(content) >= content.size() / 4;
+}
+
+// Whether `content` may be a parameter image, as bytes or as text. UTF-16 contains zeros too.
+bool isImage(const std::string& content)
+{
+    const bool isHexadecimal =
+        content.find_first_not_of("0123456789abcdefABCDEFx, \t\r\n") == std::string::npos;
+    return !content.empty() && !text::isUtf16(content) && (isHexadecimal || isBinary(content));
+}
+
+// The kind of `content`; nothing if it may contain values.
+std::optional<std::string> nameOfOther(const std::string& content, FileKind kind)
+{
+    if (kind == FileKind::Values || kind == FileKind::Configuration) {
+        return std::nullopt;
+    }
+    if (kind != FileKind::Other) {
+        return nameOf(kind);
+    }
+    const auto foreign = mxauthor::foreignContent(content);
+    return !foreign && isImage(content) ? "an image of bytes" : foreign;
+}
+
+std::string hintForKind(const std::string& content, FileKind kind, const std::string& file)
+{
+    if (kind == FileKind::MxFile || kind == FileKind::TextForm) {
+        return "mxtool config " + (file[0] == '<' ? "FILE" : file) +
+               " --format values writes one to start from";
+    }
+    return kind == FileKind::Other && isImage(content)
+               ? "--decode shows the values in bytes, --param-block sets values in them"
+               : callThatTakes(kind, file);
+}
+
+std::optional<Failure> otherThanValues(const std::string& content, const std::string& file)
+{
+    const FileKind kind = kindOf(content);
+    const auto found = nameOfOther(content, kind);
+    if (!found) {
+        return std::nullopt;
+    }
+    return Failure(ExitCode::Input, file,
+                   "This is " + *found + ", expected a file of names and values",
+                   hintForKind(content, kind, file));
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include "Diagnostic.h"
 #include "InvalidInput.h"
-#include "config/ModuleIdentity.h"
+#include "config/DecodedImage.h"
 #include "config/ParameterNames.h"
 
 #include <fmt/format.h>

@@ -5,7 +5,6 @@
 #include "InvalidInput.h"
 #include "config/Configuration.h"
 #include "config/DecodedImage.h"
-#include "config/ModuleIdentity.h"
 #include "config/RegisterWords.h"
 
 #include <fmt/format.h>

@@ -66,16 +66,23 @@ void addEntry(const std::string& path, MxDirectory& directory)
     }
 }
 
-} // namespace
-
-MxDirectory listMxDirectory(const std::string& path)
+// The parser reads files of these names when it populates a database: MX*.bin.
+bool isMxFileName(const std::string& name)
 {
-    MxDirectory directory{path, {}, 0};
+    constexpr std::size_t shortest = 7;
+    return name.size() >= shortest && name.compare(0, 2, "MX") == 0 &&
+           name.compare(name.size() - 4, 4, ".bin") == 0;
+}
+
+// The paths of the entries whose names are those of mx files, unordered.
+std::vector<std::string> entriesOf(const std::string& path)
+{
+    std::vector<std::string> entries;
     std::error_code error;
     for (fs::directory_iterator entry(path, error); !error && entry != fs::directory_iterator();
          entry.increment(error)) {
         if (isMxFileName(entry->path().filename().string())) {
-            addEntry(entry->path().string(), directory);
+            entries.push_back(entry->path().string());
         }
     }
     if (error) {
@@ -83,6 +90,28 @@ MxDirectory listMxDirectory(const std::string& path)
         throw Failure(ExitCode::Input, path, "Cannot read the directory: " + error.message(),
                       fs::is_regular_file(path, ignored) ? "name the directory that holds this file"
                                                          : "");
+    }
+    return entries;
+}
+
+// Reading a pipe or device may never end.
+void requireNoDevice(const std::string& path)
+{
+    std::error_code ignored;
+    const auto type = fs::status(path, ignored).type();
+    if (type == fs::file_type::fifo || type == fs::file_type::character ||
+        type == fs::file_type::block || type == fs::file_type::socket) {
+        throw Failure(ExitCode::Input, path, "Found a pipe or a device, expected a file");
+    }
+}
+
+} // namespace
+
+MxDirectory listMxDirectory(const std::string& path)
+{
+    MxDirectory directory{path, {}, 0};
+    for (const std::string& entry : entriesOf(path)) {
+        addEntry(entry, directory);
     }
     if (directory.files.empty()) {
         throw Failure(ExitCode::Input, path,
@@ -119,6 +148,22 @@ std::vector<std::string> filesStating(const std::string& module, const MxDirecto
     }
     std::sort(names.begin(), names.end());
     return names;
+}
+
+std::vector<std::string> mxFilesOf(const std::string& path)
+{
+    std::error_code ignored;
+    if (!fs::is_directory(path, ignored)) {
+        return {path};
+    }
+    std::vector<std::string> files = entriesOf(path);
+    std::for_each(files.begin(), files.end(), requireNoDevice);
+    if (files.empty()) {
+        throw Failure(ExitCode::Input, path, "The directory holds no file MX*.bin",
+                      "name a file of another name itself");
+    }
+    std::sort(files.begin(), files.end());
+    return files;
 }
 
 } // namespace mxtool

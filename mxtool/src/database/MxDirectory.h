@@ -27,4 +27,8 @@ MxDirectory listMxDirectory(const std::string& path);
 /// Returns the names of the files of `directory` with the identifier `module`, sorted.
 std::vector<std::string> filesStating(const std::string& module, const MxDirectory& directory);
 
+/// Returns `path` itself or, for a directory, its files MX*.bin ordered by name. Throws a `Failure`
+/// for a directory that cannot be read or has no such file.
+std::vector<std::string> mxFilesOf(const std::string& path);
+
 } // namespace mxtool

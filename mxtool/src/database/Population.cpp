@@ -3,12 +3,13 @@
 #include "Diagnostic.h"
 #include "InputFile.h"
 #include "LogToDiagnostics.h"
+#include "ParameterText.h"
 #include "Progress.h"
-#include "database/CatalogueContent.h"
 
 #include <devices/parser/mx/Parser_kv38.h>
 
 #include <fmt/format.h>
+#include <text/ShownText.h>
 
 #include <filesystem>
 #include <set>
@@ -113,6 +114,33 @@ bool populateFrom(const std::string& file, Parser_kv38& parser, Records& records
     }
 }
 
+using devices::database::ModuleContent;
+
+ModuleContent::Channel channelOf(const DeviceReport::Channel& channel)
+{
+    return {channel.number, text::forTerminal(channel.name), channel.direction, channel.sizeLetter,
+            channel.symbol};
+}
+
+ModuleContent::Parameter parameterOf(const DeviceReport::Parameter& parameter)
+{
+    ModuleContent::Parameter content;
+    content.name = text::forTerminal(parameter.name);
+    if (!parameter.ofModule()) {
+        content.channel = parameter.channelNumber;
+    }
+    content.widthBits = parameter.field.bits();
+    content.defaultValue = text::forTerminal(valueText(parameter));
+    content.minimum = text::forTerminal(minimumDigits(parameter));
+    content.maximum = text::forTerminal(maximumDigits(parameter));
+    content.unit = text::forTerminal(parameter.unit);
+    for (const DeviceReport::Option& option : parameter.options) {
+        content.options.push_back(
+            {text::forTerminal(option.text), text::forTerminal(option.value)});
+    }
+    return content;
+}
+
 } // namespace
 
 PopulationCount populate(const MxDirectory& directory, DeviceDatabase& database,
@@ -147,6 +175,20 @@ modulesNotIn(const MxDirectory& directory, DeviceDatabase& database)
         }
     }
     return missing;
+}
+
+ModuleContent catalogueContent(const DeviceReport& device)
+{
+    ModuleContent content;
+    content.label = text::forTerminal(device.label);
+    content.orderCode = text::forTerminal(device.property("brandOrderCode"));
+    for (const DeviceReport::Channel& channel : device.channels) {
+        content.channels.push_back(channelOf(channel));
+    }
+    for (const DeviceReport::Parameter& parameter : device.parameters) {
+        content.parameters.push_back(parameterOf(parameter));
+    }
+    return content;
 }
 
 } // namespace mxtool

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "DeviceReport.h"
 #include "database/MxDirectory.h"
 
 #include <devices/database/DeviceDatabase.h>
+#include <devices/database/ModuleContent.h>
 
 #include <optional>
 #include <string>
@@ -32,5 +34,9 @@ PopulationCount populate(const MxDirectory& directory, devices::database::Device
 /// no identifier or an entry was left out, since that may be any of them.
 [[nodiscard]] std::optional<std::vector<devices::database::ModuleSummary>>
 modulesNotIn(const MxDirectory& directory, devices::database::DeviceDatabase& database);
+
+/// Returns the content of a device for the catalogue: texts converted to UTF-8, values as printed
+/// by the verb `show`.
+devices::database::ModuleContent catalogueContent(const DeviceReport& device);
 
 } // namespace mxtool

@@ -3,7 +3,6 @@
 #include "FileKind.h"
 #include "InputFile.h"
 #include "OutputFile.h"
-#include "SourceReport.h"
 #include "Verbs.h"
 
 #include <mxauthor/CheckText.h>

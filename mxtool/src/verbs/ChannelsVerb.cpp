@@ -1,14 +1,10 @@
 #include "CommandLineOptions.h"
-#include "CsvOptions.h"
+#include "Diagnostic.h"
 #include "FormatOfName.h"
 #include "OutputFile.h"
-#include "TerminalColour.h"
 #include "TranslatedModule.h"
 #include "Verbs.h"
 #include "channels/ChannelMapOutput.h"
-#include "channels/IecDeclarations.h"
-#include "channels/ProcessImageMap.h"
-#include "channels/ProcessImageSvg.h"
 
 #include <unistd.h>
 

@@ -1,10 +1,9 @@
 #include "CommandLineOptions.h"
 #include "Diagnostic.h"
 #include "OutputFile.h"
-#include "TerminalColour.h"
 #include "Verbs.h"
 #include "check/CheckReport.h"
-#include "check/MxFilesOf.h"
+#include "database/MxDirectory.h"
 
 #include <text/NearestWords.h>
 

@@ -1,6 +1,5 @@
 #include "CommandLineOptions.h"
 #include "Counted.h"
-#include "CsvOptions.h"
 #include "DatabaseChoice.h"
 #include "Diagnostic.h"
 #include "OutputFile.h"

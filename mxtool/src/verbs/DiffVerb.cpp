@@ -3,7 +3,6 @@
 #include "InputFile.h"
 #include "ModuleFile.h"
 #include "OutputFile.h"
-#include "TerminalColour.h"
 #include "Verbs.h"
 #include "diff/DiffOutput.h"
 

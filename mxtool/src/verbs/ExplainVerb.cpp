@@ -3,7 +3,6 @@
 #include "InvalidInput.h"
 #include "ModuleFile.h"
 #include "OutputFile.h"
-#include "TerminalColour.h"
 #include "Verbs.h"
 #include "explain/ExplainOutput.h"
 

@@ -1,6 +1,5 @@
 #include "CommandLineOptions.h"
 #include "Counted.h"
-#include "CsvOptions.h"
 #include "DeviceJson.h"
 #include "Diagnostic.h"
 #include "InputFile.h"

@@ -1,4 +1,4 @@
-#include "ImageOffset.h"
+#include "TranslatedModule.h"
 
 #include <gtest/gtest.h>
 

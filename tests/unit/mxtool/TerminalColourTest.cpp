@@ -1,4 +1,4 @@
-#include "TerminalColour.h"
+#include "Diagnostic.h"
 
 #include <gtest/gtest.h>
 

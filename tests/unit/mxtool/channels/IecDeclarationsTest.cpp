@@ -1,4 +1,4 @@
-#include "channels/IecDeclarations.h"
+#include "channels/ChannelMapOutput.h"
 
 #include "ChannelMaps.h"
 

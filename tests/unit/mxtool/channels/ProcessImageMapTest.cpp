@@ -1,4 +1,4 @@
-#include "channels/ProcessImageMap.h"
+#include "channels/ChannelMapOutput.h"
 
 #include "ChannelMaps.h"
 

@@ -1,4 +1,4 @@
-#include "channels/ProcessImageSvg.h"
+#include "channels/ChannelMapOutput.h"
 
 #include "ChannelMaps.h"
 

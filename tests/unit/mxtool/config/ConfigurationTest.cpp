@@ -3,9 +3,8 @@
 #include "TestModule.h"
 #include "config/Composition.h"
 #include "config/ConfigurationOutput.h"
-#include "config/ModbusRegisters.h"
+#include "config/DecodedImage.h"
 #include "config/ValuesFile.h"
-#include "config/ValuesOutput.h"
 #include "config/WantedValues.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
-#include "config/ImageComparison.h"
+#include "config/Configuration.h"
 
 #include "HexBytes.h"
 #include "TestModule.h"
-#include "config/ComparisonOutput.h"
+#include "config/ConfigurationOutput.h"
 
 #include <gmock/gmock.h>
 

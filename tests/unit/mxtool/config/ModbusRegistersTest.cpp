@@ -1,4 +1,4 @@
-#include "config/ModbusRegisters.h"
+#include "config/DecodedImage.h"
 
 #include "InvalidInput.h"
 #include "TestModule.h"

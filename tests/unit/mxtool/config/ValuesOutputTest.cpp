@@ -1,4 +1,4 @@
-#include "config/ValuesOutput.h"
+#include "config/ConfigurationOutput.h"
 
 #include "TestModule.h"
 #include "config/ParameterNames.h"
