@@ -1,12 +1,12 @@
 #include "channels/IecNames.h"
 
 #include <Poco/String.h>
+#include <Poco/StringTokenizer.h>
 
 #include <text/Beginning.h>
 #include <text/TextWidth.h>
 #include <text/Utf8.h>
 
-#include <algorithm>
 #include <array>
 #include <cctype>
 
@@ -19,213 +19,23 @@ constexpr std::size_t longestIdentifier = 97; // without the prefix
 constexpr std::size_t bytesLookedAt = 1000;   // at the beginning of a name
 
 // Keywords, which are invalid as names of variables.
-const std::set<std::string> keywords = {"ABS",
-                                        "ABSTRACT",
-                                        "ACOS",
-                                        "ACTION",
-                                        "ADD",
-                                        "AND",
-                                        "ANDN",
-                                        "ANY",
-                                        "ANY_BIT",
-                                        "ANY_DATE",
-                                        "ANY_INT",
-                                        "ANY_NUM",
-                                        "ANY_REAL",
-                                        "ARRAY",
-                                        "ASIN",
-                                        "AT",
-                                        "ATAN",
-                                        "BOOL",
-                                        "BY",
-                                        "BYTE",
-                                        "CAL",
-                                        "CALC",
-                                        "CALCN",
-                                        "CASE",
-                                        "CHAR",
-                                        "CLASS",
-                                        "CONCAT",
-                                        "CONFIGURATION",
-                                        "CONSTANT",
-                                        "CONTINUE",
-                                        "COS",
-                                        "CTD",
-                                        "CTU",
-                                        "CTUD",
-                                        "DATE",
-                                        "DATE_AND_TIME",
-                                        "DELETE",
-                                        "DINT",
-                                        "DIV",
-                                        "DO",
-                                        "DT",
-                                        "DWORD",
-                                        "ELSE",
-                                        "ELSIF",
-                                        "EN",
-                                        "END_ACTION",
-                                        "END_CASE",
-                                        "END_CLASS",
-                                        "END_CONFIGURATION",
-                                        "END_FOR",
-                                        "END_FUNCTION",
-                                        "END_FUNCTION_BLOCK",
-                                        "END_IF",
-                                        "END_INTERFACE",
-                                        "END_METHOD",
-                                        "END_NAMESPACE",
-                                        "END_PROGRAM",
-                                        "END_REPEAT",
-                                        "END_RESOURCE",
-                                        "END_STEP",
-                                        "END_STRUCT",
-                                        "END_TRANSITION",
-                                        "END_TYPE",
-                                        "END_VAR",
-                                        "END_WHILE",
-                                        "ENO",
-                                        "EQ",
-                                        "EXIT",
-                                        "EXP",
-                                        "EXPT",
-                                        "EXTENDS",
-                                        "FALSE",
-                                        "FINAL",
-                                        "FIND",
-                                        "FOR",
-                                        "FROM",
-                                        "FUNCTION",
-                                        "FUNCTION_BLOCK",
-                                        "F_EDGE",
-                                        "F_TRIG",
-                                        "GE",
-                                        "GT",
-                                        "IF",
-                                        "IMPLEMENTS",
-                                        "INITIAL_STEP",
-                                        "INSERT",
-                                        "INT",
-                                        "INTERFACE",
-                                        "INTERNAL",
-                                        "INTERVAL",
-                                        "JMP",
-                                        "JMPC",
-                                        "JMPCN",
-                                        "LD",
-                                        "LDATE",
-                                        "LDN",
-                                        "LDT",
-                                        "LE",
-                                        "LEFT",
-                                        "LEN",
-                                        "LIMIT",
-                                        "LINT",
-                                        "LN",
-                                        "LOG",
-                                        "LREAL",
-                                        "LT",
-                                        "LTIME",
-                                        "LTOD",
-                                        "LWORD",
-                                        "MAX",
-                                        "METHOD",
-                                        "MID",
-                                        "MIN",
-                                        "MOD",
-                                        "MOVE",
-                                        "MUL",
-                                        "MUX",
-                                        "NAMESPACE",
-                                        "NE",
-                                        "NON_RETAIN",
-                                        "NOT",
-                                        "NULL",
-                                        "OF",
-                                        "ON",
-                                        "OR",
-                                        "ORN",
-                                        "OVERLAP",
-                                        "OVERRIDE",
-                                        "PRIORITY",
-                                        "PRIVATE",
-                                        "PROGRAM",
-                                        "PROTECTED",
-                                        "PUBLIC",
-                                        "R",
-                                        "READ_ONLY",
-                                        "READ_WRITE",
-                                        "REAL",
-                                        "REF",
-                                        "REF_TO",
-                                        "REPEAT",
-                                        "REPLACE",
-                                        "RESOURCE",
-                                        "RET",
-                                        "RETAIN",
-                                        "RETC",
-                                        "RETCN",
-                                        "RETURN",
-                                        "RIGHT",
-                                        "ROL",
-                                        "ROR",
-                                        "RS",
-                                        "R_EDGE",
-                                        "R_TRIG",
-                                        "S",
-                                        "SEL",
-                                        "SEMA",
-                                        "SHL",
-                                        "SHR",
-                                        "SIN",
-                                        "SINGLE",
-                                        "SINT",
-                                        "SQRT",
-                                        "SR",
-                                        "ST",
-                                        "STEP",
-                                        "STN",
-                                        "STRING",
-                                        "STRUCT",
-                                        "SUB",
-                                        "SUPER",
-                                        "TAN",
-                                        "TASK",
-                                        "THEN",
-                                        "THIS",
-                                        "TIME",
-                                        "TIME_OF_DAY",
-                                        "TO",
-                                        "TOD",
-                                        "TOF",
-                                        "TON",
-                                        "TP",
-                                        "TRANSITION",
-                                        "TRUE",
-                                        "TRUNC",
-                                        "TYPE",
-                                        "UDINT",
-                                        "UINT",
-                                        "ULINT",
-                                        "UNTIL",
-                                        "USING",
-                                        "USINT",
-                                        "VAR",
-                                        "VAR_ACCESS",
-                                        "VAR_CONFIG",
-                                        "VAR_EXTERNAL",
-                                        "VAR_GLOBAL",
-                                        "VAR_INPUT",
-                                        "VAR_IN_OUT",
-                                        "VAR_OUTPUT",
-                                        "VAR_TEMP",
-                                        "WCHAR",
-                                        "WHILE",
-                                        "WITH",
-                                        "WORD",
-                                        "WSTRING",
-                                        "XOR",
-                                        "XORN"};
+constexpr const char* keywords =
+    "ABS ABSTRACT ACOS ACTION ADD AND ANDN ANY ANY_BIT ANY_DATE ANY_INT ANY_NUM ANY_REAL "
+    "ARRAY ASIN AT ATAN BOOL BY BYTE CAL CALC CALCN CASE CHAR CLASS CONCAT CONFIGURATION "
+    "CONSTANT CONTINUE COS CTD CTU CTUD DATE DATE_AND_TIME DELETE DINT DIV DO DT DWORD ELSE "
+    "ELSIF EN END_ACTION END_CASE END_CLASS END_CONFIGURATION END_FOR END_FUNCTION "
+    "END_FUNCTION_BLOCK END_IF END_INTERFACE END_METHOD END_NAMESPACE END_PROGRAM "
+    "END_REPEAT END_RESOURCE END_STEP END_STRUCT END_TRANSITION END_TYPE END_VAR END_WHILE "
+    "ENO EQ EXIT EXP EXPT EXTENDS FALSE FINAL FIND FOR FROM FUNCTION FUNCTION_BLOCK F_EDGE "
+    "F_TRIG GE GT IF IMPLEMENTS INITIAL_STEP INSERT INT INTERFACE INTERNAL INTERVAL JMP "
+    "JMPC JMPCN LD LDATE LDN LDT LE LEFT LEN LIMIT LINT LN LOG LREAL LT LTIME LTOD LWORD "
+    "MAX METHOD MID MIN MOD MOVE MUL MUX NAMESPACE NE NON_RETAIN NOT NULL OF ON OR ORN "
+    "OVERLAP OVERRIDE PRIORITY PRIVATE PROGRAM PROTECTED PUBLIC R READ_ONLY READ_WRITE REAL "
+    "REF REF_TO REPEAT REPLACE RESOURCE RET RETAIN RETC RETCN RETURN RIGHT ROL ROR RS "
+    "R_EDGE R_TRIG S SEL SEMA SHL SHR SIN SINGLE SINT SQRT SR ST STEP STN STRING STRUCT SUB "
+    "SUPER TAN TASK THEN THIS TIME TIME_OF_DAY TO TOD TOF TON TP TRANSITION TRUE TRUNC TYPE "
+    "UDINT UINT ULINT UNTIL USING USINT VAR VAR_ACCESS VAR_CONFIG VAR_EXTERNAL VAR_GLOBAL "
+    "VAR_INPUT VAR_IN_OUT VAR_OUTPUT VAR_TEMP WCHAR WHILE WITH WORD WSTRING XOR XORN";
 
 // ASCII letters for the letters from U+00C0 on.
 constexpr std::array<const char*, 64> latin1 = {
@@ -240,6 +50,12 @@ const std::map<char32_t, const char*> otherLetters = {
     {0x0152, "Oe"},  {0x0153, "oe"},  {0x0160, "S"},  {0x0161, "s"},     {0x0178, "Y"},
     {0x017D, "Z"},   {0x017E, "z"},   {0x0192, "f"},  {0x0394, "Delta"}, {0x03A9, "Ohm"},
     {0x03BC, "u"},   {0x03C6, "phi"}, {0x1E9E, "Ss"}, {0x2126, "Ohm"}};
+
+bool isKeyword(const std::string& identifier)
+{
+    static const Poco::StringTokenizer all(keywords, " ");
+    return all.has(Poco::toUpper(identifier));
+}
 
 bool isPlain(char32_t point)
 {
@@ -277,7 +93,7 @@ std::string iecIdentifier(const std::string& bytes)
         separated = letters.empty();
     }
     const bool startsWithDigit = !identifier.empty() && identifier[0] <= '9';
-    if (startsWithDigit || keywords.count(Poco::toUpper(identifier)) != 0) {
+    if (startsWithDigit || isKeyword(identifier)) {
         identifier.insert(0, prefix);
     }
     return identifier;
