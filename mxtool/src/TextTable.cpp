@@ -25,7 +25,7 @@ void TextTable::add(std::vector<std::string> row)
     rows.push_back(std::move(row));
 }
 
-std::string TextTable::text(unsigned indent) const
+std::string TextTable::text() const
 {
     std::vector<std::size_t> widths(rows.front().size());
     for (const auto& row : rows) {
@@ -35,7 +35,7 @@ std::string TextTable::text(unsigned indent) const
     }
     std::string all;
     for (const auto& row : rows) {
-        std::string line(indent, ' ');
+        std::string line;
         for (std::size_t i = 0; i < row.size(); ++i) {
             const std::size_t used = std::min(text::characterCount(row[i]), widths[i]);
             line += row[i] + std::string(widths[i] - used + gap, ' ');

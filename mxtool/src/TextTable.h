@@ -16,8 +16,8 @@ public:
 
     bool empty() const { return rows.size() == 1; } ///< Whether there are only headings.
 
-    /// Returns the lines, each indented by `indent` blanks, without trailing blanks.
-    std::string text(unsigned indent = 0) const;
+    /// Returns the lines, without trailing blanks.
+    std::string text() const;
 
 private:
     std::vector<std::vector<std::string>> rows; // the first holds the headings
