@@ -126,20 +126,6 @@ std::vector<std::string> leftOver(const CLI::App& program, const std::vector<std
     return left;
 }
 
-// The number in `text`; nothing if it is not a number or too large.
-std::optional<unsigned> offsetOf(const std::string& text)
-{
-    const bool isHexadecimal = text.compare(0, 2, "0x") == 0 || text.compare(0, 2, "0X") == 0;
-    const char* const begin = text.data() + (isHexadecimal ? 2 : 0);
-    const char* const end = text.data() + text.size();
-    unsigned number = 0;
-    const auto result = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
-    if (result.ec != std::errc() || result.ptr != end) {
-        return std::nullopt;
-    }
-    return number;
-}
-
 // The characters themselves are accepted as well.
 std::string namedSeparator(std::string& word)
 {
@@ -191,12 +177,25 @@ std::string helpHint(const CLI::App& program)
     return callOf(program) + " --help lists what is accepted";
 }
 
+std::optional<std::uint64_t> numberOfWord(const std::string& word)
+{
+    const bool isHexadecimal = word.compare(0, 2, "0x") == 0 || word.compare(0, 2, "0X") == 0;
+    const char* const begin = word.data() + (isHexadecimal ? 2 : 0);
+    const char* const end = word.data() + word.size();
+    std::uint64_t number = 0;
+    const auto result = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
+    if (result.ec != std::errc() || result.ptr != end) {
+        return std::nullopt;
+    }
+    return number;
+}
+
 void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,
                      const std::string& description)
 {
     const auto read = [](std::string& text) {
-        const auto number = offsetOf(text);
-        if (!number) {
+        const auto number = numberOfWord(text);
+        if (!number || *number > largestOffset) {
             return fmt::format("found \"{}\", expected a whole number from 0 to {}, in decimal or, "
                                "after 0x, in hexadecimal",
                                text, largestOffset);

@@ -5,6 +5,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +25,10 @@ Diagnostic missingVerb(const CLI::App& program);
 
 /// Returns the hint that names the help of `program` or of the verb in use.
 std::string helpHint(const CLI::App& program);
+
+/// Returns the whole number in `word`, in decimal or, after 0x, in hexadecimal; nothing for any
+/// other text.
+[[nodiscard]] std::optional<std::uint64_t> numberOfWord(const std::string& word);
 
 /// Adds an option for the byte of a process image at which the data begins: a whole number in
 /// decimal or, after 0x, in hexadecimal. `offset` must outlive the parsing.

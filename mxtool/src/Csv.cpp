@@ -1,5 +1,7 @@
 #include "Csv.h"
 
+#include <Poco/String.h>
+
 #include <text/ShownText.h>
 
 #include <algorithm>
@@ -37,11 +39,7 @@ std::string csvCell(const std::string& bytes, char separator)
     if (cell.find(separator) == std::string::npos && cell.find('"') == std::string::npos) {
         return cell;
     }
-    std::string quoted = "\"";
-    for (const char c : cell) {
-        quoted += c == '"' ? "\"\"" : std::string(1, c);
-    }
-    return quoted + "\"";
+    return "\"" + Poco::replace(cell, "\"", "\"\"") + "\"";
 }
 
 } // namespace

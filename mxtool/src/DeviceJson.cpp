@@ -36,15 +36,6 @@ Json optionJson(const DeviceReport::Option& option)
             {"current", option.current}};
 }
 
-Json optionsJson(const DeviceReport::Parameter& parameter)
-{
-    Json options = Json::array();
-    for (const auto& option : parameter.options) {
-        options.push_back(optionJson(option));
-    }
-    return options;
-}
-
 Json parameterJson(const DeviceReport::Parameter& parameter)
 {
     return {{"id", parameter.id},
@@ -59,7 +50,7 @@ Json parameterJson(const DeviceReport::Parameter& parameter)
             {"min_digits", minimumDigits(parameter)},
             {"max_digits", maximumDigits(parameter)},
             {"has_option_list", parameter.hasOptionList},
-            {"options", optionsJson(parameter)},
+            {"options", listJson(parameter.options, optionJson)},
             {"flag_bit_0", parameter.flagBit0},
             {"flag_bit_1", parameter.flagBit1},
             {"place",
@@ -84,16 +75,6 @@ Json binaryJson(const DeviceReport::Binary& binary)
             {"mime_type", binary.mimeType},
             {"encoding", binary.encoding},
             {"data", binary.data}};
-}
-
-template <typename Item>
-Json listJson(const std::vector<Item>& items, Json (*itemJson)(const Item&))
-{
-    Json list = Json::array();
-    for (const Item& item : items) {
-        list.push_back(itemJson(item));
-    }
-    return list;
 }
 
 } // namespace

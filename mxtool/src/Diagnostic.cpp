@@ -10,17 +10,13 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
 namespace mxtool {
 
 namespace {
-
-std::string painted(const std::string& text, const char* colour, bool coloured)
-{
-    return coloured ? fmt::format("\033[{}m{}\033[0m", colour, text) : text;
-}
 
 const char* colourOf(const std::string& severity)
 {
@@ -38,6 +34,11 @@ std::string shown(const std::string& text)
 
 } // namespace
 
+std::string painted(const std::string& text, const char* colour, bool coloured)
+{
+    return coloured ? fmt::format("\033[{}m{}\033[0m", colour, text) : text;
+}
+
 std::string toText(const Diagnostic& diagnostic, bool coloured)
 {
     std::string text = diagnostic.place.empty() ? "" : shown(diagnostic.place) + ": ";
@@ -47,6 +48,15 @@ std::string toText(const Diagnostic& diagnostic, bool coloured)
         text += painted("hint:", "1;36", coloured) + " " + shown(diagnostic.hint) + "\n";
     }
     return text;
+}
+
+std::string beginningOfList(const std::vector<std::string>& items, std::size_t most,
+                            const std::string& separator, const std::string& beforeRest)
+{
+    const auto end = items.begin() + static_cast<std::ptrdiff_t>(std::min(items.size(), most));
+    const std::string rest =
+        end == items.end() ? "" : fmt::format("{}and {} more", beforeRest, items.end() - end);
+    return fmt::format("{}{}", fmt::join(items.begin(), end, separator), rest);
 }
 
 void report(const Diagnostic& diagnostic)

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <mxauthor/TextForm.h>
 
@@ -28,6 +29,11 @@ void report(const Diagnostic& diagnostic);
 /// Returns a byte offset in a file as diagnostics show it: "FILE:0x0001a4".
 std::string placeInFile(const std::string& file, std::size_t offset);
 
+/// Returns the first `most` of `items`, with `separator` between them, and how many more there are:
+/// "a, b and 3 more" where `beforeRest` is a blank.
+std::string beginningOfList(const std::vector<std::string>& items, std::size_t most,
+                            const std::string& separator, const std::string& beforeRest);
+
 /// Ends a verb: `run` reports the diagnostic and exits with the code.
 class Failure : public std::runtime_error
 {
@@ -51,6 +57,9 @@ public:
 /// Returns whether output to `descriptor` may be coloured: it is a terminal, and NO_COLOR is not
 /// set.
 bool takesColour(int descriptor);
+
+/// Returns `text` with the terminal colour code `colour`, or unchanged unless `coloured`.
+std::string painted(const std::string& text, const char* colour, bool coloured);
 
 /// Returns a place in the text `file` for diagnostics: "FILE:LINE:COLUMN".
 std::string placeInText(const std::string& file, const mxauthor::SourceError& where);

@@ -1,5 +1,7 @@
 #include "FormatOfName.h"
 
+#include <Poco/String.h>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -9,10 +11,7 @@ namespace mxtool {
 bool endsInExtension(const std::string& file, const std::string& extension)
 {
     return file.size() > extension.size() &&
-           std::equal(
-               extension.rbegin(), extension.rend(), file.rbegin(), [](char wanted, char found) {
-                   return wanted == (found >= 'A' && found <= 'Z' ? found - 'A' + 'a' : found);
-               });
+           Poco::icompare(file, file.size() - extension.size(), extension.size(), extension) == 0;
 }
 
 bool isOtherPicture(const std::string& file)

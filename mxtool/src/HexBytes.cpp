@@ -6,7 +6,6 @@
 #include <text/Hexadecimal.h>
 
 #include <algorithm>
-#include <optional>
 
 namespace mxtool {
 

@@ -212,6 +212,17 @@ void writeOutputs(const std::vector<Output>& outputs)
     }
 }
 
+void makeDirectory(const std::string& path)
+{
+    std::error_code error;
+    std::filesystem::create_directories(path, error);
+    if (error || !std::filesystem::is_directory(path, error)) {
+        throw Failure(ExitCode::Output, path,
+                      "Cannot make the directory: " +
+                          (error ? error.message() : "there is a file of that name"));
+    }
+}
+
 OutputFiles::OutputFiles(const std::vector<std::string>& paths, FileKind kind)
 {
     filesInUse().addOutputs(paths);

@@ -26,6 +26,9 @@ void writeOutput(const std::string& path, const std::string& content);
 /// asserts.
 void writeOutputs(const std::vector<Output>& outputs);
 
+/// Makes the directory at `path`, and those above it, unless it exists. Throws a `Failure`.
+void makeDirectory(const std::string& path);
+
 /// Output files written one by one because their contents together may not fit into memory.
 class OutputFiles
 {

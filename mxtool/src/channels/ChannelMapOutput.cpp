@@ -26,42 +26,25 @@ Json channelJson(const ChannelMap::Channel& channel)
             {"mask", channel.mask}};
 }
 
-Json channelsJson(const ChannelMap& map)
+Json withoutSymbolJson(const DeviceReport::Channel& channel)
 {
-    Json channels = Json::array();
-    for (const auto& channel : map.channels) {
-        channels.push_back(channelJson(channel));
-    }
-    return channels;
+    return {{"id", channel.id},
+            {"number", channel.number},
+            {"name", text::toUtf8(channel.name)},
+            {"direction", channel.direction}};
 }
 
-Json withoutSymbolJson(const ChannelMap& map)
+Json runJson(const ProcessImage::BitRun& run)
 {
-    Json channels = Json::array();
-    for (const auto& channel : map.withoutSymbol) {
-        channels.push_back({{"id", channel.id},
-                            {"number", channel.number},
-                            {"name", text::toUtf8(channel.name)},
-                            {"direction", channel.direction}});
-    }
-    return channels;
-}
-
-Json runsJson(const std::vector<ProcessImage::BitRun>& runs)
-{
-    Json list = Json::array();
-    for (const auto& run : runs) {
-        list.push_back({{"byte", run.firstBit / 8}, {"bit", run.firstBit % 8}, {"bits", run.bits}});
-    }
-    return list;
+    return {{"byte", run.firstBit / 8}, {"bit", run.firstBit % 8}, {"bits", run.bits}};
 }
 
 Json areaJson(const ProcessImage::Area& area)
 {
     return {{"first_byte", area.data.firstByte},
             {"size", area.data.size},
-            {"free", runsJson(area.gaps())},
-            {"overlapping", runsJson(area.overlaps())}};
+            {"free", listJson(area.gaps(), runJson)},
+            {"overlapping", listJson(area.overlaps(), runJson)}};
 }
 
 } // namespace
@@ -93,10 +76,13 @@ std::string channelMapCsv(const ChannelMap& map, const CsvStyle& style)
 
 Json channelMapJson(const ChannelMap& map, const ProcessImage& image)
 {
-    return {{"schema", jsonSchema("mxtool.channels", 1)}, {"label", text::toUtf8(map.label)},
-            {"device_type_id", map.deviceTypeId},         {"input", areaJson(image.input)},
-            {"output", areaJson(image.output)},           {"channels", channelsJson(map)},
-            {"without_symbol", withoutSymbolJson(map)}};
+    return {{"schema", jsonSchema("mxtool.channels", 1)},
+            {"label", text::toUtf8(map.label)},
+            {"device_type_id", map.deviceTypeId},
+            {"input", areaJson(image.input)},
+            {"output", areaJson(image.output)},
+            {"channels", listJson(map.channels, channelJson)},
+            {"without_symbol", listJson(map.withoutSymbol, withoutSymbolJson)}};
 }
 
 } // namespace mxtool

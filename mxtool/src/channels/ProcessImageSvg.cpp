@@ -2,6 +2,8 @@
 
 #include "Counted.h"
 
+#include <Poco/String.h>
+
 #include <text/TextWidth.h>
 
 #include <fmt/format.h>
@@ -57,23 +59,8 @@ text { font: 11px "DejaVu Sans Mono", "Liberation Mono", Consolas, Menlo, monosp
 
 std::string escaped(const std::string& text)
 {
-    std::string xml;
-    for (const char c : text) {
-        switch (c) {
-        case '&':
-            xml += "&amp;";
-            break;
-        case '<':
-            xml += "&lt;";
-            break;
-        case '>':
-            xml += "&gt;";
-            break;
-        default:
-            xml += c;
-        }
-    }
-    return xml;
+    const std::string withoutEntities = Poco::replace(text, "&", "&amp;");
+    return Poco::replace(Poco::replace(withoutEntities, "<", "&lt;"), ">", "&gt;");
 }
 
 // A text with its baseline at `y`. `attributes` begin with a blank, or are empty.

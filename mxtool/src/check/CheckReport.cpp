@@ -58,11 +58,15 @@ Json entryJson(const CheckReport::Entry& entry)
 
 Json fileJson(const CheckReport::File& file)
 {
-    Json findings = Json::array();
-    for (const CheckReport::Entry& entry : file.entries) {
-        findings.push_back(entryJson(entry));
-    }
-    return {{"file", text::toUtf8(file.name)}, {"findings", findings}};
+    return {{"file", text::toUtf8(file.name)}, {"findings", listJson(file.entries, entryJson)}};
+}
+
+Json ruleJson(const CheckRule* rule)
+{
+    return {{"name", rule->name},
+            {"severity", mxauthor::severityName(rule->severity)},
+            {"explanation", rule->explanation},
+            {"example", text::toUtf8(rule->example)}};
 }
 
 // Every finding, with the severity of its rule.
@@ -131,12 +135,8 @@ std::string checkText(const CheckReport& report, bool coloured, bool quiet)
 
 Json checkJson(const CheckReport& report)
 {
-    Json files = Json::array();
-    for (const CheckReport::File& file : report.files) {
-        files.push_back(fileJson(file));
-    }
     return {{"schema", jsonSchema("mxtool.check", 2)},
-            {"files", files},
+            {"files", listJson(report.files, fileJson)},
             {"errors", report.count(Severity::Error)},
             {"warnings", report.count(Severity::Warning)},
             {"notes", report.count(Severity::Note)}};
@@ -153,14 +153,8 @@ std::string ruleListText()
 
 Json ruleListJson()
 {
-    Json rules = Json::array();
-    for (const CheckRule* rule : mxauthor::checkRules()) {
-        rules.push_back({{"name", rule->name},
-                         {"severity", mxauthor::severityName(rule->severity)},
-                         {"explanation", rule->explanation},
-                         {"example", text::toUtf8(rule->example)}});
-    }
-    return {{"schema", jsonSchema("mxtool.check-rules", 1)}, {"rules", rules}};
+    return {{"schema", jsonSchema("mxtool.check-rules", 1)},
+            {"rules", listJson(mxauthor::checkRules(), ruleJson)}};
 }
 
 std::string ruleText(const CheckRule& rule)

@@ -1,5 +1,6 @@
 #include "check/CheckReport.h"
 
+#include <Poco/URI.h>
 #include <text/Utf8.h>
 
 #include <fmt/format.h>
@@ -15,23 +16,12 @@ using mxauthor::CheckRule;
 constexpr const char* sarifSchema =
     "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json";
 
-Json sarifRules()
+Json sarifRule(const CheckRule* rule)
 {
-    Json rules = Json::array();
-    for (const CheckRule* rule : mxauthor::checkRules()) {
-        rules.push_back(
-            {{"id", rule->name},
-             {"fullDescription", {{"text", rule->explanation}}},
-             {"help", {{"text", fmt::format("Example: {}", text::toUtf8(rule->example))}}},
-             {"defaultConfiguration", {{"level", mxauthor::severityName(rule->severity)}}}});
-    }
-    return rules;
-}
-
-bool staysInUri(unsigned char c)
-{
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-           std::string("-._~/").find(static_cast<char>(c)) != std::string::npos;
+    return {{"id", rule->name},
+            {"fullDescription", {{"text", rule->explanation}}},
+            {"help", {{"text", fmt::format("Example: {}", text::toUtf8(rule->example))}}},
+            {"defaultConfiguration", {{"level", mxauthor::severityName(rule->severity)}}}};
 }
 
 // The base of relative references: the current directory of mxtool. Its path is not written, so
@@ -42,10 +32,7 @@ constexpr const char* workingFolder = "WORKINGFOLDER";
 std::string uriPathOf(const std::string& path)
 {
     std::string uri;
-    for (const char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        uri += staysInUri(byte) ? std::string(1, c) : fmt::format("%{:02X}", byte);
-    }
+    Poco::URI::encode(path, "!#$&'()*+,:;=?@[]", uri);
     return uri;
 }
 
@@ -97,7 +84,9 @@ Json checkSarif(const CheckReport& report)
             results.push_back(sarifResult(file.name, entry));
         }
     }
-    const Json driver = {{"name", "mxtool"}, {"version", MXTOOL_VERSION}, {"rules", sarifRules()}};
+    const Json driver = {{"name", "mxtool"},
+                         {"version", MXTOOL_VERSION},
+                         {"rules", listJson(mxauthor::checkRules(), sarifRule)}};
     const Json base = {{"description", {{"text", "The folder in which mxtool was called."}}}};
     const Json run = {{"tool", {{"driver", driver}}},
                       {"originalUriBaseIds", {{workingFolder, base}}},

@@ -100,13 +100,11 @@ Json deviationJson(const Deviation& one)
 
 Json strayJson(const ImageComparison& comparison)
 {
-    Json list = Json::array();
-    for (const std::size_t byte : comparison.strayBytes) {
-        list.push_back({{"byte", byte},
-                        {"wanted", hexOfBytes(comparison.wanted.bytes, byte, 1)},
-                        {"read", hexOfBytes(comparison.read.bytes, byte, 1)}});
-    }
-    return list;
+    return listJson(comparison.strayBytes, [&comparison](std::size_t byte) -> Json {
+        return {{"byte", byte},
+                {"wanted", hexOfBytes(comparison.wanted.bytes, byte, 1)},
+                {"read", hexOfBytes(comparison.read.bytes, byte, 1)}};
+    });
 }
 
 CsvRow deviationCells(const Deviation& one)
@@ -154,10 +152,9 @@ std::string comparisonCsv(const ImageComparison& comparison, const CsvStyle& sty
 
 std::string comparisonJson(const ImageComparison& comparison, const std::string& file)
 {
-    Json deviations = Json::array();
-    for (const ParameterPlace& place : comparison.deviations) {
-        deviations.push_back(deviationJson({comparison, place}));
-    }
+    const Json deviations = listJson(comparison.deviations, [&](const ParameterPlace& place) {
+        return deviationJson({comparison, place});
+    });
     const DeviceReport& device = comparison.wanted.device;
     return jsonText({{"schema", jsonSchema("mxtool.config-comparison", 1)},
                      {"file", text::toUtf8(file)},

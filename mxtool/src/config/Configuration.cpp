@@ -15,6 +15,8 @@ namespace {
 
 using devices::parser::FieldbusType;
 
+constexpr std::size_t mostNamed = 8; // bytes or parameters in one message
+
 // Why the Modbus registers cannot contain a parameter; nothing if they can.
 std::optional<std::string> obstacle(const DeviceReport::Parameter& parameter, std::size_t imageSize)
 {
@@ -30,20 +32,18 @@ std::optional<std::string> obstacle(const DeviceReport::Parameter& parameter, st
 [[noreturn]] void failRegisters(const std::string& file, const std::string& text,
                                 const Configuration& configuration)
 {
-    constexpr std::size_t mostNamed = 8;
-    std::string all = text;
+    std::vector<std::string> causes;
     std::set<std::size_t> seen;
     for (const ParameterPlace& place : configuration.places) {
         const auto& parameter = configuration.device.parameters[place.parameter];
         const auto reason = obstacle(parameter, configuration.image.size());
-        if (reason && seen.insert(place.parameter).second && seen.size() <= mostNamed) {
-            all += fmt::format("; {}: {}", text::toUtf8(described(parameter)), *reason);
+        if (reason && seen.insert(place.parameter).second) {
+            causes.push_back(text::toUtf8(described(parameter)) + ": " + *reason);
         }
     }
-    if (seen.size() > mostNamed) {
-        all += fmt::format("; and {} more", seen.size() - mostNamed);
-    }
-    throw Failure(ExitCode::Input, file, all);
+    const std::string all =
+        causes.empty() ? "" : "; " + beginningOfList(causes, mostNamed, "; ", "; ");
+    throw Failure(ExitCode::Input, file, text + all);
 }
 
 std::vector<char> bytesFor(TranslatedModule& module, TranslatedModule::Device& device,
@@ -57,27 +57,36 @@ std::vector<char> bytesFor(TranslatedModule& module, TranslatedModule::Device& d
     }
 }
 
+// The bytes in which two images of `device` differ in bits of no parameter.
+std::vector<std::size_t> strayBytesOf(const std::vector<char>& image,
+                                      const std::vector<char>& other, const DeviceReport& device)
+{
+    const auto held = bitsOfParameters(device, image.size());
+    std::vector<std::size_t> bytes;
+    for (std::size_t i = 0; i < image.size(); ++i) {
+        const auto differing = static_cast<std::uint8_t>(image[i] ^ other[i]);
+        if ((differing & ~held[i]) != 0) {
+            bytes.push_back(i);
+        }
+    }
+    return bytes;
+}
+
 void noteStrayBits(const Configuration& configuration, const std::string& place,
                    std::vector<Diagnostic>& notes)
 {
-    constexpr std::size_t mostNamed = 8;
-    const auto held = bitsOfParameters(configuration.device, configuration.image.size());
-    std::string named;
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < configuration.image.size(); ++i) {
-        const auto found = static_cast<unsigned char>(configuration.image[i]);
-        const auto standard = static_cast<unsigned char>(configuration.defaults.parameterBlock[i]);
-        if (((found ^ standard) & ~held[i]) != 0 && ++count <= mostNamed) {
-            named += fmt::format("{}byte {} is {:#04x} (default {:#04x})", count == 1 ? "" : ", ",
-                                 i, found, standard);
-        }
+    const std::vector<char>& image = configuration.image;
+    const std::vector<char>& standard = configuration.defaults.parameterBlock;
+    std::vector<std::string> named;
+    for (const std::size_t i : strayBytesOf(image, standard, configuration.device)) {
+        named.push_back(fmt::format("byte {} is {:#04x} (default {:#04x})", i,
+                                    static_cast<unsigned char>(image[i]),
+                                    static_cast<unsigned char>(standard[i])));
     }
-    if (count > mostNamed) {
-        named += fmt::format(" and {} more", count - mostNamed);
-    }
-    if (count > 0) {
+    if (!named.empty()) {
         notes.push_back({"note", place,
-                         "The image differs from the default in bits of no parameter: " + named});
+                         "The image differs from the default in bits of no parameter: " +
+                             beginningOfList(named, mostNamed, ", ", " ")});
     }
 }
 
@@ -106,8 +115,6 @@ void noteUnreadable(const Configuration& configuration, const std::string& place
         }
     }
 }
-
-using devices::parser::FieldbusType;
 
 bool deviates(const ImageComparison& comparison, const ParameterPlace& place)
 {
@@ -160,36 +167,25 @@ ImageComparison compared(Configuration wanted, Configuration read)
     std::copy_if(places.begin(), places.end(), std::back_inserter(comparison.deviations),
                  [&](const ParameterPlace& place) { return deviates(comparison, place); });
     if (comparison.wanted.fieldbus == FieldbusType::Raw) {
-        const std::size_t size = comparison.wanted.bytes.size();
-        const auto held = bitsOfParameters(comparison.wanted.device, size);
-        for (std::size_t byte = 0; byte < size; ++byte) {
-            const auto differing = static_cast<std::uint8_t>(comparison.wanted.bytes[byte] ^
-                                                             comparison.read.bytes[byte]);
-            if ((differing & ~held[byte]) != 0) {
-                comparison.strayBytes.push_back(byte);
-            }
-        }
+        comparison.strayBytes =
+            strayBytesOf(comparison.wanted.bytes, comparison.read.bytes, comparison.wanted.device);
     }
     return comparison;
 }
 
 std::vector<Diagnostic> notesOf(const ImageComparison& comparison, const std::string& place)
 {
-    constexpr std::size_t mostNamed = 8;
-    std::string named;
-    const std::size_t count = comparison.strayBytes.size();
-    for (std::size_t i = 0; i < std::min(count, mostNamed); ++i) {
-        const std::size_t byte = comparison.strayBytes[i];
-        named += fmt::format("{}byte {} is {:#04x}, wanted {:#04x}", i == 0 ? "" : "; ", byte,
-                             static_cast<unsigned char>(comparison.read.bytes[byte]),
-                             static_cast<unsigned char>(comparison.wanted.bytes[byte]));
+    std::vector<std::string> named;
+    for (const std::size_t byte : comparison.strayBytes) {
+        named.push_back(fmt::format("byte {} is {:#04x}, wanted {:#04x}", byte,
+                                    static_cast<unsigned char>(comparison.read.bytes[byte]),
+                                    static_cast<unsigned char>(comparison.wanted.bytes[byte])));
     }
-    if (count == 0) {
+    if (named.empty()) {
         return {};
     }
-    const std::string rest =
-        count > mostNamed ? fmt::format("; and {} more", count - mostNamed) : "";
-    return {{"warning", place, "Bits of no parameter differ: " + named + rest}};
+    return {{"warning", place,
+             "Bits of no parameter differ: " + beginningOfList(named, mostNamed, "; ", "; ")}};
 }
 
 } // namespace mxtool

@@ -72,37 +72,23 @@ std::string summary(const Configuration& configuration)
     return fmt::format("{} of {} parameters differ from the default\n", changed, all);
 }
 
-std::string imageTable(const Configuration& configuration)
-{
-    TextTable table({"Byte", "Bits", "Bytes", "Parameter of", "Name", "Value", "Default"});
-    for (const PlaceRow& row : rowsOf(configuration)) {
-        table.add({rangeText(row.place.begin, row.place.size), bitsText(row.parameter),
-                   hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
-                   ownerOf(row.parameter), row.parameter.name, valueWithUnit(row.parameter),
-                   row.changed ? valueWithUnit(row.standard) : ""});
-    }
-    return table.text();
-}
-
-std::string registerTable(const Configuration& configuration)
-{
-    TextTable table({"Register", "Byte", "Bytes", "Parameter of", "Name", "Value", "Default"});
-    for (const PlaceRow& row : rowsOf(configuration)) {
-        table.add({registersText(row.place), rangeText(row.place.begin, row.place.size),
-                   hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
-                   ownerOf(row.parameter), row.parameter.name, valueWithUnit(row.parameter),
-                   row.changed ? valueWithUnit(row.standard) : ""});
-    }
-    return table.text();
-}
-
 std::string tableOf(const Configuration& configuration)
 {
     if (configuration.places.empty()) {
         return "";
     }
-    return "\n" + (configuration.fieldbus == FieldbusType::Modbus ? registerTable(configuration)
-                                                                  : imageTable(configuration));
+    const bool modbus = configuration.fieldbus == FieldbusType::Modbus;
+    TextTable table({modbus ? "Register" : "Byte", modbus ? "Byte" : "Bits", "Bytes",
+                     "Parameter of", "Name", "Value", "Default"});
+    for (const PlaceRow& row : rowsOf(configuration)) {
+        const std::string bytes = rangeText(row.place.begin, row.place.size);
+        table.add({modbus ? registersText(row.place) : bytes,
+                   modbus ? bytes : bitsText(row.parameter),
+                   hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
+                   ownerOf(row.parameter), row.parameter.name, valueWithUnit(row.parameter),
+                   row.changed ? valueWithUnit(row.standard) : ""});
+    }
+    return "\n" + table.text();
 }
 
 Json rowJson(const PlaceRow& row, const Configuration& configuration)
@@ -157,11 +143,6 @@ CsvRow parameterCells(const PlaceRow& row, const Configuration& configuration)
             hexOfBytes(configuration.bytes, row.place.begin, row.place.size)};
 }
 
-const char* nameOf(FieldbusType fieldbus)
-{
-    return fieldbus == FieldbusType::Modbus ? "modbus" : "raw";
-}
-
 } // namespace
 
 std::string configurationText(const Configuration& configuration)
@@ -192,20 +173,19 @@ std::string configurationCsv(const Configuration& configuration, const CsvStyle&
 
 std::string configurationJson(const Configuration& configuration, const std::string& file)
 {
-    Json parameters = Json::array();
-    for (const PlaceRow& row : rowsOf(configuration)) {
-        parameters.push_back(rowJson(row, configuration));
-    }
-    return jsonText({{"schema", jsonSchema("mxtool.config", 1)},
-                     {"file", text::toUtf8(file)},
-                     {"label", text::toUtf8(configuration.device.label)},
-                     {"device_type_id", configuration.device.deviceTypeId},
-                     {"fieldbus", nameOf(configuration.fieldbus)},
-                     {"size", configuration.bytes.size()},
-                     {"bytes", bufferAsHex(configuration.bytes)},
-                     {"image", bufferAsHex(configuration.image)},
-                     {"parameters", parameters},
-                     {"values", valuesJson(configuration.device)}});
+    const Json parameters = listJson(
+        rowsOf(configuration), [&](const PlaceRow& row) { return rowJson(row, configuration); });
+    return jsonText(
+        {{"schema", jsonSchema("mxtool.config", 1)},
+         {"file", text::toUtf8(file)},
+         {"label", text::toUtf8(configuration.device.label)},
+         {"device_type_id", configuration.device.deviceTypeId},
+         {"fieldbus", configuration.fieldbus == FieldbusType::Modbus ? "modbus" : "raw"},
+         {"size", configuration.bytes.size()},
+         {"bytes", bufferAsHex(configuration.bytes)},
+         {"image", bufferAsHex(configuration.image)},
+         {"parameters", parameters},
+         {"values", valuesJson(configuration.device)}});
 }
 
 } // namespace mxtool

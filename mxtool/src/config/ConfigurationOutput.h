@@ -2,7 +2,6 @@
 
 #include "Configuration.h"
 #include "Csv.h"
-#include "config/Configuration.h"
 
 #include <string>
 

@@ -3,6 +3,8 @@
 #include "HexBytes.h"
 #include "InvalidInput.h"
 
+#include <Poco/StringTokenizer.h>
+
 #include <fmt/format.h>
 
 #include <charconv>
@@ -39,23 +41,12 @@ bool hasLeadingZero(const std::string& word)
     return word.size() > digits + 1 && word[digits] == '0';
 }
 
-std::vector<std::string> wordsOf(const std::string& text)
-{
-    const char* const separators = " \t\r\n,;";
-    std::vector<std::string> words;
-    for (std::size_t at = text.find_first_not_of(separators); at != std::string::npos;) {
-        const std::size_t end = std::min(text.find_first_of(separators, at), text.size());
-        words.push_back(text.substr(at, end - at));
-        at = text.find_first_not_of(separators, end);
-    }
-    return words;
-}
-
 // The bytes of `text` read as registers; nothing if one of its words is not a register.
 std::optional<Bytes> asRegisters(const std::string& text)
 {
     Bytes bytes;
-    for (const std::string& word : wordsOf(text)) {
+    const Poco::StringTokenizer words(text, " \t\r\n,;", Poco::StringTokenizer::TOK_IGNORE_EMPTY);
+    for (const std::string& word : words) {
         const auto number = registerOfWord(word);
         if (!number) {
             return std::nullopt;

@@ -8,7 +8,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <filesystem>
 
 namespace mxtool {
@@ -46,17 +45,6 @@ std::vector<std::string> exportPaths(const std::vector<ModuleSummary>& modules,
     return paths;
 }
 
-void requireDirectory(const std::string& directory)
-{
-    std::error_code error;
-    std::filesystem::create_directories(directory, error);
-    if (error || !std::filesystem::is_directory(directory, error)) {
-        throw Failure(ExitCode::Output, directory,
-                      "Cannot make the directory: " +
-                          (error ? error.message() : "there is a file of that name"));
-    }
-}
-
 } // namespace
 
 std::string exportName(const ModuleSummary& module)
@@ -68,7 +56,7 @@ std::string exportName(const ModuleSummary& module)
 std::size_t exportModules(const std::vector<ModuleSummary>& modules, DeviceDatabase& database,
                           const std::string& directory)
 {
-    requireDirectory(directory);
+    makeDirectory(directory);
     OutputFiles outputs(exportPaths(modules, directory), FileKind::MxFile);
     Progress progress("files", modules.size());
     std::size_t written = 0;
@@ -116,13 +104,10 @@ std::size_t reportWithoutFile(const std::vector<ModuleSummary>& modules)
         return 0;
     }
     const std::size_t count = ids.size();
-    ids.resize(std::min(count, most));
-    const std::string rest =
-        count > most ? fmt::format(" and {} more", count - most) : std::string();
     report({"warning", "",
-            fmt::format("{} stored without the mx file: {}{}",
+            fmt::format("{} stored without the mx file: {}",
                         count == 1 ? "1 module was" : fmt::format("{} modules were", count),
-                        fmt::join(ids, ", "), rest),
+                        beginningOfList(ids, most, ", ", " ")),
             "mxtool populate DIRECTORY stores the files; a host stores their bytes in "
             "mxFileData of the record"});
     return count;

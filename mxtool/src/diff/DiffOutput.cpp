@@ -1,5 +1,7 @@
 #include "diff/DiffOutput.h"
 
+#include "Diagnostic.h"
+
 #include <text/ShownText.h>
 #include <text/Utf8.h>
 
@@ -23,8 +25,7 @@ const char* colourOf(Effect effect)
 std::string differenceLine(const Difference& difference, bool coloured)
 {
     const std::string effect = fmt::format("{:<10}", mxauthor::effectName(difference.effect));
-    const std::string shown =
-        coloured ? fmt::format("\033[{}m{}\033[0m", colourOf(difference.effect), effect) : effect;
+    const std::string shown = painted(effect, colourOf(difference.effect), coloured);
     const std::string& where = difference.subject.empty() ? difference.area : difference.subject;
     return fmt::format("{}  {}: {}\n", shown, text::forTerminal(where),
                        text::forTerminal(difference.text));
@@ -67,15 +68,11 @@ std::string diffText(const mxauthor::Comparison& comparison, const std::string& 
 Json diffJson(const mxauthor::Comparison& comparison, const std::string& before,
               const std::string& after)
 {
-    Json differences = Json::array();
-    for (const Difference& difference : comparison.differences) {
-        differences.push_back(differenceJson(difference));
-    }
     return {{"schema", jsonSchema("mxtool.diff", 1)},
             {"before", text::toUtf8(before)},
             {"after", text::toUtf8(after)},
             {"same", comparison.differences.empty()},
-            {"differences", differences},
+            {"differences", listJson(comparison.differences, differenceJson)},
             {"parameter_image_stays_valid", comparison.imageStaysValid},
             {"because", text::toUtf8(comparison.because)}};
 }

@@ -1,5 +1,7 @@
 #include "explain/ExplainOutput.h"
 
+#include <Poco/String.h>
+
 #include <text/ShownText.h>
 
 #include <fmt/format.h>
@@ -34,26 +36,9 @@ nav a { margin-right: 1em; white-space: nowrap; }
 // Control characters are shown as on a terminal; all markup is escaped.
 std::string escaped(const std::string& text)
 {
-    std::string html;
-    for (const char c : text::forTerminal(text)) {
-        switch (c) {
-        case '&':
-            html += "&amp;";
-            break;
-        case '<':
-            html += "&lt;";
-            break;
-        case '>':
-            html += "&gt;";
-            break;
-        case '"':
-            html += "&quot;";
-            break;
-        default:
-            html += c;
-        }
-    }
-    return html;
+    std::string html = Poco::replace(text::forTerminal(text), "&", "&amp;");
+    html = Poco::replace(Poco::replace(html, "<", "&lt;"), ">", "&gt;");
+    return Poco::replace(html, "\"", "&quot;");
 }
 
 std::string rowOf(const ExplainedFile& file, const ExplainedPart& part)

@@ -56,20 +56,13 @@ Json groupJson(const ExplainedGroup& group)
 
 Json explainJson(const ExplainedFile& file)
 {
-    Json groups = Json::array();
-    for (const ExplainedGroup& group : file.explanation.groups) {
-        groups.push_back(groupJson(group));
-    }
-    Json parts = Json::array();
-    for (const ExplainedPart& part : file.explanation.parts) {
-        parts.push_back(partJson(file, part));
-    }
+    const auto part = [&file](const ExplainedPart& one) { return partJson(file, one); };
     const auto& failure = file.explanation.failure;
     return {{"schema", jsonSchema("mxtool.explain", 1)},
             {"file", text::toUtf8(file.name)},
             {"size", file.bytes.size()},
-            {"groups", groups},
-            {"parts", parts},
+            {"groups", listJson(file.explanation.groups, groupJson)},
+            {"parts", listJson(file.explanation.parts, part)},
             {"failure", failure ? Json(*failure) : Json()}};
 }
 

@@ -1,3 +1,4 @@
+#include "CommandLineOptions.h"
 #include "Counted.h"
 #include "InvalidInput.h"
 #include "TextTable.h"
@@ -11,7 +12,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 
 namespace mxtool {
@@ -21,23 +21,18 @@ namespace {
 using mxauthor::ExplainedPart;
 using mxauthor::NamedPlace;
 
-// A number in decimal or, after 0x, in hexadecimal.
 std::size_t offsetOf(const std::string& word, std::size_t size)
 {
-    const bool isHex = word.rfind("0x", 0) == 0 || word.rfind("0X", 0) == 0;
-    std::size_t offset = 0;
-    const char* const begin = word.data() + (isHex ? 2 : 0);
-    const char* const end = word.data() + word.size();
-    const auto result = std::from_chars(begin, end, offset, isHex ? 16 : 10);
-    if (result.ec != std::errc() || result.ptr != end) {
+    const auto offset = numberOfWord(word);
+    if (!offset) {
         throw InvalidInput("\"" + word + "\" is no offset",
                            "a number in decimal, or in hexadecimal after 0x");
     }
-    if (offset >= size) {
-        throw InvalidInput(fmt::format("{0} ({0:#x}) lies outside the file of {1}", offset,
+    if (*offset >= size) {
+        throw InvalidInput(fmt::format("{0} ({0:#x}) lies outside the file of {1}", *offset,
                                        counted(size, "byte")));
     }
-    return offset;
+    return *offset;
 }
 
 const ExplainedPart& partAt(const ExplainedFile& file, std::size_t offset)

@@ -1,5 +1,6 @@
 #include "explain/ExplainOutput.h"
 
+#include "Diagnostic.h"
 #include "HexBytes.h"
 
 #include <devices/parser/mx/HexText.h>
@@ -17,11 +18,6 @@ using mxauthor::ExplainedPart;
 constexpr std::size_t bytesPerLine = 8;
 constexpr std::size_t hexColumns = bytesPerLine * 3 - 1;
 constexpr std::size_t fieldColumns = 14;
-
-std::string inColour(const std::string& text, const char* colour, bool coloured)
-{
-    return coloured ? fmt::format("\033[{}m{}\033[0m", colour, text) : text;
-}
 
 std::string withoutBlanksAtEnd(std::string line)
 {
@@ -52,7 +48,7 @@ std::string partLines(const ExplainedFile& file, const ExplainedPart& part, bool
             fmt::format("  {:#08x}  {:<{}}  {}", part.place.offset + begin,
                         hexOfBytes(file.bytes, part.place.offset + begin, count), hexColumns,
                         begin == 0 ? described(part) : "");
-        lines += inColour(withoutBlanksAtEnd(line), "2", coloured && !part.isRead) + "\n";
+        lines += painted(withoutBlanksAtEnd(line), "2", coloured && !part.isRead) + "\n";
     }
     return lines;
 }
@@ -96,12 +92,12 @@ std::string explainText(const ExplainedFile& file, bool coloured)
     for (const ExplainedPart& part : file.explanation.parts) {
         if (part.group >= 0 && (previous == nullptr || previous->group != part.group)) {
             const auto& group = file.explanation.groups[static_cast<std::size_t>(part.group)];
-            text += inColour(headingOf(group), "1", coloured) + "\n";
+            text += painted(headingOf(group), "1", coloured) + "\n";
         }
         const bool begins =
             previous == nullptr || previous->record != part.record || previous->group != part.group;
         if (begins && !part.subject.empty()) {
-            text += inColour(" " + text::forTerminal(part.subject), "36", coloured) + "\n";
+            text += painted(" " + text::forTerminal(part.subject), "36", coloured) + "\n";
         }
         text += partLines(file, part, coloured);
         previous = &part;

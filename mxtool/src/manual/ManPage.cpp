@@ -1,30 +1,17 @@
 #include "ManPage.h"
 
+#include <Poco/String.h>
+#include <Poco/TextIterator.h>
+#include <Poco/UTF8Encoding.h>
+
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cctype>
 #include <sstream>
 
 namespace mxtool::manual {
 
 namespace {
-
-// Moves past the UTF-8 character at `place` and returns its code point. The texts of the program
-// are valid UTF-8.
-unsigned takeCharacter(const std::string& text, std::size_t& place)
-{
-    const auto first = static_cast<unsigned char>(text[place++]);
-    if (first < 0x80) {
-        return first;
-    }
-    const unsigned behind = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-    unsigned number = first & (0x3FU >> behind);
-    for (unsigned i = 0; i < behind && place < text.size(); ++i) {
-        number = number << 6 | (static_cast<unsigned char>(text[place++]) & 0x3FU);
-    }
-    return number;
-}
 
 std::string bold(const std::string& text)
 {
@@ -53,11 +40,9 @@ std::string withoutFullStop(std::string text)
     return text;
 }
 
-std::string header(const ProgramWords& words, std::string page)
+std::string header(const ProgramWords& words, const std::string& page)
 {
-    std::transform(page.begin(), page.end(), page.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return fmt::format(".TH {} 1 \"\" \"{}\" \"User commands\"\n", roffText(page),
+    return fmt::format(".TH {} 1 \"\" \"{}\" \"User commands\"\n", roffText(Poco::toUpper(page)),
                        roffText(words.version));
 }
 
@@ -160,10 +145,7 @@ std::string headingOf(const std::string& title)
     if (title == "Exit codes") {
         return "EXIT STATUS";
     }
-    std::string heading = title == "Example" ? "Examples" : title;
-    std::transform(heading.begin(), heading.end(), heading.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return heading;
+    return Poco::toUpper(title == "Example" ? "Examples" : title);
 }
 
 // Unfilled lines in a monospaced font.
@@ -202,8 +184,9 @@ std::string reference(const std::string& page)
 std::string roffText(const std::string& text)
 {
     std::string result = !text.empty() && (text[0] == '.' || text[0] == '\'') ? "\\&" : "";
-    for (std::size_t place = 0; place < text.size();) {
-        const unsigned character = takeCharacter(text, place);
+    const Poco::UTF8Encoding utf8;
+    for (Poco::TextIterator place(text, utf8), end(text); place != end; ++place) {
+        const int character = *place;
         switch (character) {
         case '\\':
             result += "\\e";

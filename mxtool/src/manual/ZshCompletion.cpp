@@ -1,5 +1,7 @@
 #include "ShellCompletion.h"
 
+#include <Poco/String.h>
+
 #include <fmt/format.h>
 
 namespace mxtool::manual {
@@ -48,11 +50,7 @@ std::string escaped(const std::string& text, const std::string& special)
 // `text` quoted as one word of the shell.
 std::string quoted(const std::string& text)
 {
-    std::string result = "'";
-    for (const char c : text) {
-        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return result + "'";
+    return "'" + Poco::replace(text, "'", "'\\''") + "'";
 }
 
 std::string action(const OptionWords& option)

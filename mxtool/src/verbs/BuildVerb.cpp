@@ -76,15 +76,6 @@ std::vector<std::string> targetsOf(const BuildOptions& options)
     return targets;
 }
 
-void makeDirectory(const std::string& output)
-{
-    std::error_code error;
-    std::filesystem::create_directories(output, error);
-    if (error) {
-        throw Failure(ExitCode::Output, output, "Cannot make the directory: " + error.message());
-    }
-}
-
 void reportFindings(const std::string& file, const std::string& source,
                     const std::vector<mxauthor::TextFinding>& findings, bool quiet)
 {

@@ -61,11 +61,7 @@ std::string knownIdentifiers(DeviceDatabase& database)
     if (ids.empty()) {
         return "the database holds no module";
     }
-    const std::size_t shown = std::min(ids.size(), most);
-    const std::string rest =
-        shown < ids.size() ? fmt::format(" and {} more", ids.size() - shown) : "";
-    ids.resize(shown);
-    return fmt::format("it holds {}{}", fmt::join(ids, ", "), rest);
+    return "it holds " + beginningOfList(ids, most, ", ", " ");
 }
 
 ExitCode reportUnknown(DeviceDatabase& database, const std::string& moduleId)

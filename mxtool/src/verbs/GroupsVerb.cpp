@@ -72,19 +72,20 @@ std::string listingCsv(const ReadGroups& read, const CsvStyle& style)
     return csvText(rows, style);
 }
 
+Json groupJson(const Group& group)
+{
+    return {{"id", u16AsHex(group.id)},
+            {"name", mxformat::groupName(group.id)},
+            {"offset", payloadOffset(group)},
+            {"size", payloadSize(group)}};
+}
+
 std::string listingJson(const ReadGroups& read, const std::string& file, std::size_t fileSize)
 {
-    Json groups = Json::array();
-    for (const Group& group : read.file.groups) {
-        groups.push_back({{"id", u16AsHex(group.id)},
-                          {"name", mxformat::groupName(group.id)},
-                          {"offset", payloadOffset(group)},
-                          {"size", payloadSize(group)}});
-    }
     return jsonText({{"schema", jsonSchema("mxtool.groups", 1)},
                      {"file", text::toUtf8(file)},
                      {"size", fileSize},
-                     {"groups", groups},
+                     {"groups", listJson(read.file.groups, groupJson)},
                      {"failure", read.failure ? Json(*read.failure) : Json()}});
 }
 
