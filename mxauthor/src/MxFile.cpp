@@ -1,5 +1,7 @@
 #include "mxauthor/MxFile.h"
 
+#include "groups/Payload.h"
+
 #include <devices/parser/mx/ByteReaders.h>
 #include <devices/parser/mx/HexText.h>
 #include <devices/parser/mx/Parser.h>
@@ -34,18 +36,7 @@ Group readGroup(const mx::GroupPlace& place, const std::uint8_t* data)
     return group;
 }
 
-void append(Bytes& target, const Bytes& source)
-{
-    target.insert(target.end(), source.begin(), source.end());
-}
-
-void appendU16(Bytes& target, std::size_t value)
-{
-    target.push_back(static_cast<std::uint8_t>(value >> 8));
-    target.push_back(static_cast<std::uint8_t>(value));
-}
-
-void appendGroup(Bytes& target, const Group& group)
+void write(PayloadWriter& out, const Group& group)
 {
     const Bytes payload = writePayload(group.content);
     const std::size_t length = payload.size() + mxformat::groupOverhead;
@@ -53,10 +44,10 @@ void appendGroup(Bytes& target, const Group& group)
         throw std::length_error("Group " + mx::u16AsHex(group.id) + " would have " +
                                 std::to_string(length) + " bytes, 65535 at most");
     }
-    appendU16(target, group.id);
-    appendU16(target, length);
-    append(target, payload);
-    appendU16(target, group.checksum.value);
+    out.field(Field(group.id));
+    out.field(Field(static_cast<std::uint16_t>(length)));
+    out.append(payload);
+    out.field(group.checksum);
 }
 
 std::uint32_t sizeOf(const std::vector<char>& bytes)
@@ -140,12 +131,12 @@ ReadGroups readDamagedMxFile(const std::vector<char>& bytes)
 
 Bytes writeMxFile(const MxFile& file)
 {
-    Bytes bytes;
+    PayloadWriter out;
     for (const Group& group : file.groups) {
-        appendGroup(bytes, group);
+        write(out, group);
     }
-    append(bytes, file.tail.value);
-    return bytes;
+    out.rest(file.tail);
+    return std::move(out.payload);
 }
 
 } // namespace mxauthor

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "PayloadReader.h"
-#include "PayloadWriter.h"
+#include "groups/Payload.h"
 #include "mxauthor/MxFile.h"
 
 namespace mxauthor {

@@ -1,4 +1,4 @@
-#include "PayloadReader.h"
+#include "groups/Payload.h"
 
 #include <algorithm>
 
@@ -47,6 +47,21 @@ void PayloadReader::literal(char expected)
 const std::uint8_t* PayloadReader::peek(std::size_t count) const
 {
     return count > left() ? nullptr : payload.data() + pos;
+}
+
+void PayloadWriter::number(std::uint64_t value, unsigned size)
+{
+    for (unsigned shift = 8 * size; shift > 0; shift -= 8) {
+        payload.push_back(static_cast<std::uint8_t>(value >> (shift - 8)));
+    }
+}
+
+std::uint8_t byteCount(std::size_t parts)
+{
+    if (parts > 0xFF) {
+        throw std::length_error(std::to_string(parts) + " parts, 255 at most");
+    }
+    return static_cast<std::uint8_t>(parts);
 }
 
 } // namespace mxauthor
