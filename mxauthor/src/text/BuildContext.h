@@ -86,11 +86,17 @@ struct BuildContext
     std::map<std::uint16_t, std::vector<RecordOrigin>> records{}; ///< Those of `groups`.
     std::vector<std::filesystem::path> filesRead{};
 
-    /// Sets the content of a group that `node` states.
-    void setGroup(std::uint16_t id, GroupContent content, const YAML::Node& node)
+    /// Sets the content of a group that the text states at `mark`.
+    void setGroup(std::uint16_t id, GroupContent content, const YAML::Mark& mark)
     {
         groups[id] = std::move(content);
-        marks[id] = node.Mark();
+        marks[id] = mark;
+    }
+
+    /// The same for a group that `node` states, or that is computed.
+    void setGroup(std::uint16_t id, GroupContent content, const std::optional<YAML::Node>& node)
+    {
+        setGroup(id, std::move(content), node ? node->Mark() : YAML::Mark::null_mark());
     }
 };
 

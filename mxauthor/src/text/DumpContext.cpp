@@ -92,11 +92,9 @@ DumpContext::DumpContext(const MxFile& file, const std::set<std::size_t>& raw, b
             typed.emplace(group.id, &group);
         }
     }
-    if (const auto* table = group<TextTable>(mxformat::group::texts)) {
-        for (const TextRecord& record : table->texts) {
-            if (texts.emplace(record.id.value, record.text.value).second) {
-                idOfText.emplace(record.text.value, record.id.value);
-            }
+    for (const TextRecord& record : groupOrNone<TextTable>(mxformat::group::texts).texts) {
+        if (texts.emplace(record.id.value, record.text.value).second) {
+            idOfText.emplace(record.text.value, record.id.value);
         }
     }
     nameOptionLists();
@@ -134,19 +132,17 @@ std::string DumpContext::text(std::uint16_t id) const
 // An option list is named after the first parameter that uses it and has a name.
 void DumpContext::nameOptionLists()
 {
-    const auto* lists = group<OptionLists>(mxformat::group::optionLists);
-    const auto* parameters = group<Parameters>(mxformat::group::parameters);
+    const auto& parameters = groupOrNone<Parameters>(mxformat::group::parameters);
     std::map<std::uint8_t, std::string> users;
-    for (std::size_t i = 0; parameters != nullptr && i < parameters->records.size(); ++i) {
-        const ParameterRecord& record = parameters->records[i];
+    for (const ParameterRecord& record : parameters.records) {
         std::string& user = users[record.optionList.value];
         if (user.empty()) {
             user = bytesOfText(record.nameId.value);
         }
     }
     Names names("options");
-    for (std::size_t i = 0; lists != nullptr && i < lists->lists.size(); ++i) {
-        listNames.push_back(names.unique(users[lists->lists[i].id.value]));
+    for (const OptionList& list : groupOrNone<OptionLists>(mxformat::group::optionLists).lists) {
+        listNames.push_back(names.unique(users[list.id.value]));
     }
 }
 
@@ -154,24 +150,21 @@ void DumpContext::nameOptionLists()
 void DumpContext::nameConversions()
 {
     Names names("conversion");
-    if (const auto* conversions = group<Conversions>(mxformat::group::conversions)) {
-        for (const Conversion& entry : conversions->entries) {
-            conversionWords.push_back(names.unique(bytesOfText(entry.unitId.value)));
-        }
+    const auto& conversions = groupOrNone<Conversions>(mxformat::group::conversions);
+    for (const Conversion& entry : conversions.entries) {
+        conversionWords.push_back(names.unique(bytesOfText(entry.unitId.value)));
     }
 }
 
 std::string DumpContext::optionListWord(std::uint8_t id) const
 {
-    const auto* lists = group<OptionLists>(mxformat::group::optionLists);
-    return lists == nullptr ? std::to_string(id) : nameOfId(lists->lists, listNames, id);
+    return nameOfId(groupOrNone<OptionLists>(mxformat::group::optionLists).lists, listNames, id);
 }
 
 std::string DumpContext::conversionWord(std::uint8_t id) const
 {
-    const auto* conversions = group<Conversions>(mxformat::group::conversions);
-    return conversions == nullptr ? std::to_string(id)
-                                  : nameOfId(conversions->entries, conversionWords, id);
+    const auto& conversions = groupOrNone<Conversions>(mxformat::group::conversions);
+    return nameOfId(conversions.entries, conversionWords, id);
 }
 
 } // namespace mxauthor

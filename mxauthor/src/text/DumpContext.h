@@ -29,6 +29,15 @@ public:
         return found == typed.end() ? nullptr : std::get_if<Content>(&found->second->content);
     }
 
+    /// The same; an empty group where there is none.
+    template <typename Content>
+    const Content& groupOrNone(std::uint16_t id) const
+    {
+        static const Content none;
+        const auto* const found = group<Content>(id);
+        return found == nullptr ? none : *found;
+    }
+
     bool isTyped(std::size_t index) const;
 
     /// Returns the text `id` as it is written where it is used, {id: NUMBER} where there is none.

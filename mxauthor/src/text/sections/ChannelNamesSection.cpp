@@ -66,9 +66,8 @@ void buildChannelNames(const std::optional<YAML::Node>& node, BuildContext& cont
     group.entries = context.channelNames;
     if (!node) {
         if (!group.entries.empty()) {
-            const YAML::Mark mark = context.marks[mxformat::group::channels];
-            context.groups[mxformat::group::channelNames] = std::move(group);
-            context.marks[mxformat::group::channelNames] = mark;
+            context.setGroup(mxformat::group::channelNames, std::move(group),
+                             context.marks[mxformat::group::channels]);
         }
         return;
     }

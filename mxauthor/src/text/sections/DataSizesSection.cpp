@@ -1,5 +1,4 @@
 #include "Sections.h"
-#include "text/FormKeys.h"
 
 #include <mxformat/DataSizes.h>
 #include <mxformat/ImageAllocator.h>
@@ -45,18 +44,16 @@ private:
 };
 
 // The sizes computed from the channels and the block.
-Codes codesFor(const Channels* channels, const ParameterBlock* block)
+Codes codesFor(const Channels& channels, const ParameterBlock& block)
 {
     ImageCodes in;
     ImageCodes out;
-    for (std::size_t i = 0; channels != nullptr && i < channels->records.size(); ++i) {
-        const ChannelRecord& record = channels->records[i];
+    for (const ChannelRecord& record : channels.records) {
         (mxformat::isInput(record.kind.value) ? in : out).pass(record);
     }
-    const std::size_t blockSize = block == nullptr ? 0 : block->block.value.size();
     return {{mxformat::inDataKey, in.text()},
             {mxformat::outDataKey, out.text()},
-            {mxformat::parameterKey, std::string(blockSize, 'B')},
+            {mxformat::parameterKey, std::string(block.block.value.size(), 'B')},
             {mxformat::diagnosisKey, ""}};
 }
 
@@ -113,10 +110,11 @@ DataSizes readLines(const YAML::Node& node, SourceErrors& errors)
 }
 
 template <typename Content>
-const Content* builtGroup(std::uint16_t id, const BuildContext& context)
+const Content& builtGroup(std::uint16_t id, const BuildContext& context)
 {
+    static const Content none;
     const auto found = context.groups.find(id);
-    return found == context.groups.end() ? nullptr : std::get_if<Content>(&found->second);
+    return found == context.groups.end() ? none : std::get<Content>(found->second);
 }
 
 DataSizes computedSizes(const std::optional<YAML::Node>& node, BuildContext& context)
@@ -144,8 +142,9 @@ std::string dumpDataSizes(const DumpContext& context)
     if (group == nullptr) {
         return "dataSizes: none\n";
     }
-    const Codes usual = codesFor(context.group<Channels>(mxformat::group::channels),
-                                 context.group<ParameterBlock>(mxformat::group::parameterBlock));
+    const Codes usual =
+        codesFor(context.groupOrNone<Channels>(mxformat::group::channels),
+                 context.groupOrNone<ParameterBlock>(mxformat::group::parameterBlock));
     const auto codes = codesOf(*group, usual);
     if (!codes) {
         return "dataSizes: " + lineList(*group) + "\n";
@@ -166,8 +165,7 @@ void buildDataSizes(const std::optional<YAML::Node>& node, BuildContext& context
     }
     const bool listed = node && node->IsSequence();
     DataSizes group = listed ? readLines(*node, context.errors) : computedSizes(node, context);
-    context.groups[mxformat::group::dataSizes] = std::move(group);
-    context.marks[mxformat::group::dataSizes] = node ? node->Mark() : YAML::Mark::null_mark();
+    context.setGroup(mxformat::group::dataSizes, std::move(group), node);
 }
 
 } // namespace mxauthor

@@ -115,8 +115,7 @@ bool buildHeader(const std::optional<YAML::Node>& node, BuildContext& context)
         group.rest = section.hex("rest", usualRest);
         computed = !section.has("contentLength");
     }
-    context.groups[mxformat::group::header] = std::move(group);
-    context.marks[mxformat::group::header] = node ? node->Mark() : YAML::Mark::null_mark();
+    context.setGroup(mxformat::group::header, std::move(group), node);
     return computed;
 }
 

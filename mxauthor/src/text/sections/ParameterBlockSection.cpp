@@ -109,8 +109,8 @@ void writeDefaults(Bytes& block, const BuildContext& context)
 std::string dumpParameterBlock(const DumpContext& context)
 {
     const auto* group = context.group<ParameterBlock>(mxformat::group::parameterBlock);
-    const auto* parameters = context.group<Parameters>(mxformat::group::parameters);
-    const bool implied = parameters != nullptr && !parameters->records.empty();
+    const bool implied =
+        !context.groupOrNone<Parameters>(mxformat::group::parameters).records.empty();
     if (group == nullptr) {
         return implied ? "parameterBlock: none\n" : "";
     }
@@ -146,8 +146,7 @@ void buildParameterBlock(const std::optional<YAML::Node>& node, BuildContext& co
     group.block = blankBlock(section, context);
     writeDefaults(group.block.value, context);
     const YAML::Mark mark = node ? node->Mark() : context.marks[mxformat::group::parameters];
-    context.groups[mxformat::group::parameterBlock] = std::move(group);
-    context.marks[mxformat::group::parameterBlock] = mark;
+    context.setGroup(mxformat::group::parameterBlock, std::move(group), mark);
 }
 
 } // namespace mxauthor

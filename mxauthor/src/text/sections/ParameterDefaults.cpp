@@ -53,13 +53,13 @@ void takeDefault(BuiltParameter& parameter, const std::string& text, const Whole
 std::optional<std::string> optionText(std::uint8_t list, std::uint64_t value,
                                       const DumpContext& context)
 {
-    const auto* lists = context.group<OptionLists>(mxformat::group::optionLists);
+    const auto& group = context.groupOrNone<OptionLists>(mxformat::group::optionLists);
     std::map<std::string, std::uint64_t> first;
-    for (std::size_t i = 0; lists != nullptr && list != 0 && i < lists->lists.size(); ++i) {
-        if (lists->lists[i].id.value != list) {
+    for (const OptionList& other : group.lists) {
+        if (list == 0 || other.id.value != list) {
             continue;
         }
-        for (const Option& option : lists->lists[i].options) {
+        for (const Option& option : other.options) {
             first.emplace(context.text(option.textId.value), option.value.value);
         }
     }
@@ -89,16 +89,12 @@ std::string slotText(std::uint64_t bits, std::uint8_t datatype)
 DefaultsOfBlock defaultsOf(const DumpContext& context)
 {
     DefaultsOfBlock defaults;
-    const auto* parameters = context.group<Parameters>(mxformat::group::parameters);
-    if (parameters == nullptr) {
-        return defaults;
-    }
-    const auto* group = context.group<ParameterBlock>(mxformat::group::parameterBlock);
-    const Bytes block = group == nullptr ? Bytes() : group->block.value;
-    defaults.block.resize(
-        blockSizeFor(parameters->records, [](const auto& record) { return record; }));
+    const auto& records = context.groupOrNone<Parameters>(mxformat::group::parameters).records;
+    const Bytes& block =
+        context.groupOrNone<ParameterBlock>(mxformat::group::parameterBlock).block.value;
+    defaults.block.resize(blockSizeFor(records, [](const auto& record) { return record; }));
     std::vector<BlockField> before;
-    for (const ParameterRecord& record : parameters->records) {
+    for (const ParameterRecord& record : records) {
         StatedDefault& stated = defaults.stated.emplace_back();
         const BlockField field = blockFieldOf(record);
         if (!field.exists()) {

@@ -50,11 +50,7 @@ public:
         addOptions();
         addConversions();
         addParameters();
-        if (const auto* names = context.group<ChannelNames>(mxformat::group::channelNames)) {
-            for (const ChannelName& entry : names->entries) {
-                add(entry.textId.value);
-            }
-        }
+        addChannelNames();
         if (const auto* extension = context.group<Extension>(mxformat::group::extension)) {
             add(extension->gtinId.value);
         }
@@ -80,9 +76,9 @@ private:
 
     void addOptions()
     {
-        const auto* lists = context.group<OptionLists>(mxformat::group::optionLists);
-        for (std::size_t i = 0; lists != nullptr && i < lists->lists.size(); ++i) {
-            for (const Option& option : lists->lists[i].options) {
+        const auto& group = context.groupOrNone<OptionLists>(mxformat::group::optionLists);
+        for (const OptionList& list : group.lists) {
+            for (const Option& option : list.options) {
                 add(option.textId.value);
             }
         }
@@ -90,18 +86,26 @@ private:
 
     void addConversions()
     {
-        const auto* conversions = context.group<Conversions>(mxformat::group::conversions);
-        for (std::size_t i = 0; conversions != nullptr && i < conversions->entries.size(); ++i) {
-            addUnit(conversions->entries[i].unitId.value);
+        const auto& group = context.groupOrNone<Conversions>(mxformat::group::conversions);
+        for (const Conversion& entry : group.entries) {
+            addUnit(entry.unitId.value);
         }
     }
 
     void addParameters()
     {
-        const auto* parameters = context.group<Parameters>(mxformat::group::parameters);
-        for (std::size_t i = 0; parameters != nullptr && i < parameters->records.size(); ++i) {
-            add(parameters->records[i].nameId.value);
-            addUnit(parameters->records[i].unitId.value);
+        const auto& group = context.groupOrNone<Parameters>(mxformat::group::parameters);
+        for (const ParameterRecord& record : group.records) {
+            add(record.nameId.value);
+            addUnit(record.unitId.value);
+        }
+    }
+
+    void addChannelNames()
+    {
+        const auto& group = context.groupOrNone<ChannelNames>(mxformat::group::channelNames);
+        for (const ChannelName& entry : group.entries) {
+            add(entry.textId.value);
         }
     }
 
@@ -224,8 +228,7 @@ void buildTextTable(const std::optional<YAML::Node>& node, BuildContext& context
     }
     table.texts = context.texts.records();
     if (node || !table.texts.empty()) {
-        context.groups[mxformat::group::texts] = std::move(table);
-        context.marks[mxformat::group::texts] = node ? node->Mark() : YAML::Mark::null_mark();
+        context.setGroup(mxformat::group::texts, std::move(table), node);
     }
 }
 
