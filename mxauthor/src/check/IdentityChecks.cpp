@@ -142,8 +142,6 @@ void checkEntries(const ModuleView& module, Findings& findings)
     checkEntriesOf(module, mxformat::group::component, componentKeys, findings);
 }
 
-namespace {
-
 // A GTIN has 8, 12, 13 or 14 digits.
 bool isGtin(const std::string& text)
 {
@@ -160,8 +158,6 @@ void checkGtin(const ModuleView& module, const Extension& extension, Findings& f
     }
 }
 
-} // namespace
-
 void checkExtension(const ModuleView& module, Findings& findings)
 {
     const auto* const extension = module.content<Extension>(mxformat::group::extension);
@@ -173,12 +169,10 @@ void checkExtension(const ModuleView& module, Findings& findings)
                      "version " + std::to_string(extension->version.value) + ", expected 1");
     }
     checkGtin(module, *extension, findings);
-    const Bytes& date = extension->date.value;
-    const auto end = std::find_if(date.begin(), date.end(),
-                                  [](std::uint8_t byte) { return byte == 0 || byte == '\r'; });
-    if (static_cast<std::size_t>(end - date.begin()) > mxformat::calibrationDateReadLength) {
+    const std::string date = dateText(*extension);
+    if (date.size() > mxformat::calibrationDateReadLength) {
         findings.add(dateCut, extension->date.place, "calibration date",
-                     "\"" + std::string(date.begin(), end) + "\" has 10 characters, readers use 9");
+                     "\"" + date + "\" has 10 characters, readers use 9");
     }
 }
 

@@ -55,17 +55,7 @@ std::string gtinOf(const ModuleView& module)
 std::string dateOf(const ModuleView& module)
 {
     const auto* const extension = module.content<Extension>(mxformat::group::extension);
-    if (extension == nullptr) {
-        return "none";
-    }
-    std::string date;
-    for (const std::uint8_t byte : extension->date.value) {
-        if (byte == 0 || byte == '\r') {
-            break;
-        }
-        date += static_cast<char>(byte);
-    }
-    return inQuotes(date);
+    return extension == nullptr ? "none" : inQuotes(dateText(*extension));
 }
 
 const Bytes& imageOf(const ModuleView& module)

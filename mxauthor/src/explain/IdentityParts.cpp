@@ -122,11 +122,9 @@ void explainGroup(PartList& parts, const ModuleView& module, const Extension& gr
 {
     parts.number(group.version, "version", "");
     parts.number(group.gtinId, "gtin_id", "GTIN: " + textMeaning(module, group.gtinId.value, true));
-    const Bytes& bytes = group.date.value;
-    const auto end = std::find_if(bytes.begin(), bytes.end() - 1,
-                                  [](std::uint8_t byte) { return byte == 0 || byte == '\r'; });
     parts.bytes(group.date, "date",
-                "calibration date \"" + std::string(bytes.begin(), end) +
+                "calibration date \"" +
+                    dateText(group).substr(0, mxformat::calibrationDateReadLength) +
                     "\", the last byte is not read");
     parts.bytes(group.rest, "rest", "");
     parts.unread();

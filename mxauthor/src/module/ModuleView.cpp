@@ -5,6 +5,7 @@
 #include <mxformat/ImageAllocator.h>
 #include <text/Beginning.h>
 
+#include <algorithm>
 #include <array>
 
 namespace mxauthor {
@@ -156,6 +157,13 @@ void ModuleView::addParameters()
         allParameters.push_back(
             {&record, textOf(record.nameId.value), parameterValue(record, block())});
     }
+}
+
+std::string dateText(const Extension& extension)
+{
+    const Bytes& date = extension.date.value;
+    return {date.begin(), std::find_if(date.begin(), date.end(),
+                                       [](auto byte) { return byte == 0 || byte == '\r'; })};
 }
 
 std::string quoted(const std::string& text)

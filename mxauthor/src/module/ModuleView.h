@@ -118,6 +118,9 @@ private:
     std::vector<Parameter> allParameters;
 };
 
+/// Returns the calibration date up to the first 0x00 or CR.
+std::string dateText(const Extension& extension);
+
 /// Returns `text` in quotation marks, shortened.
 std::string quoted(const std::string& text);
 
