@@ -162,4 +162,20 @@ std::vector<ChannelGroup> readChannelGroups(const std::string& text)
     return groups;
 }
 
+std::string repeatKey(const ChannelGroup& group)
+{
+    return group.count == 1 ? "" : "repeat: " + std::to_string(group.count) + ", ";
+}
+
+std::string numberFrom(const ChannelGroup& group, unsigned first)
+{
+    if (group.count == 1) {
+        return std::to_string(first);
+    }
+    if (first == 0) {
+        return "<n-1>";
+    }
+    return first == 1 ? "<n>" : "<n+" + std::to_string(first - 1) + ">";
+}
+
 } // namespace mxauthor

@@ -21,4 +21,10 @@ struct ChannelGroup
 /// Reads "3 AI, 2 DO". Throws a `SkeletonError`.
 std::vector<ChannelGroup> readChannelGroups(const std::string& text);
 
+/// Returns the key `repeat` of a line for the channels of `group`; empty for a single one.
+std::string repeatKey(const ChannelGroup& group);
+
+/// Returns the number in such a line that is `first` in the first repetition.
+std::string numberFrom(const ChannelGroup& group, unsigned first);
+
 } // namespace mxauthor

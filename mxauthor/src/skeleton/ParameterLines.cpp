@@ -26,24 +26,11 @@ struct Usage
     }
 };
 
-// `channel` of the parameters of a group, as its lines state it.
-std::string channelOf(const ChannelGroup& group, unsigned first)
-{
-    if (group.count == 1) {
-        return std::to_string(first);
-    }
-    if (first == 0) {
-        return "<n-1>";
-    }
-    return first == 1 ? "<n>" : "<n+" + std::to_string(first - 1) + ">";
-}
-
 std::string digitalLine(const ChannelGroup& group, const std::string& channel)
 {
-    const std::string repeat =
-        group.count == 1 ? "" : "repeat: " + std::to_string(group.count) + ", ";
-    return "  - {" + repeat + "name: " + (group.isInput ? "Invert" : "Value on bus fault") +
-           ", channel: " + channel + ", type: Byte, bits: 1, default: 0, range: [0, 1]}\n";
+    return "  - {" + repeatKey(group) +
+           "name: " + (group.isInput ? "Invert" : "Value on bus fault") + ", channel: " + channel +
+           ", type: Byte, bits: 1, default: 0, range: [0, 1]}\n";
 }
 
 std::string analogLines(const ChannelGroup& group, const std::string& channel)
@@ -59,9 +46,7 @@ std::string analogLines(const ChannelGroup& group, const std::string& channel)
 
 std::string otherLine(const ChannelGroup& group, const std::string& channel)
 {
-    const std::string repeat =
-        group.count == 1 ? "" : "repeat: " + std::to_string(group.count) + ", ";
-    return "  - {" + repeat + "name: Filter, channel: " + channel +
+    return "  - {" + repeatKey(group) + "name: Filter, channel: " + channel +
            ", type: UInt8, default: 0, range: [0, 10]}\n";
 }
 
@@ -81,7 +66,7 @@ unsigned bytesOf(const ChannelGroup& group)
 
 std::string linesOf(const ChannelGroup& group, Usage& usage)
 {
-    const std::string channel = channelOf(group, usage.channel);
+    const std::string channel = numberFrom(group, usage.channel);
     usage.channel += group.count;
     if (!usage.takes(bytesOf(group), group.count * (isAnalog(group) ? 2 : 1))) {
         return "  # None for " + std::to_string(group.count) + " " + group.prefix +

@@ -149,14 +149,9 @@ std::string entryLines(const std::string& name)
 
 std::string channelLine(const ChannelGroup& group)
 {
-    const std::string kind = std::string(group.isInput ? ", in: " : ", out: ") + group.kind + "}\n";
-    if (group.count == 1) {
-        return "  - {name: " + group.prefix + " " + std::to_string(group.first) + kind;
-    }
-    const std::string number =
-        group.first == 1 ? "<n>" : "<n+" + std::to_string(group.first - 1) + ">";
-    return "  - {repeat: " + std::to_string(group.count) + ", name: " + group.prefix + " " +
-           number + kind;
+    return "  - {" + repeatKey(group) + "name: " + group.prefix + " " +
+           numberFrom(group, group.first) + (group.isInput ? ", in: " : ", out: ") + group.kind +
+           "}\n";
 }
 
 std::string channelsSection(const std::vector<ChannelGroup>& groups)
