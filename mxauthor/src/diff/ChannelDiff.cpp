@@ -1,7 +1,6 @@
 #include "diff/Differences.h"
 #include "mxauthor/Counted.h"
 
-#include <algorithm>
 #include <map>
 #include <tuple>
 

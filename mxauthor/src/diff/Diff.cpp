@@ -2,8 +2,6 @@
 
 #include "diff/Differences.h"
 
-#include <algorithm>
-
 namespace mxauthor {
 
 namespace {

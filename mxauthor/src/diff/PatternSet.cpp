@@ -45,12 +45,6 @@ void PatternSet::add(const std::vector<Interval>& more)
     parts = std::move(joined);
 }
 
-bool PatternSet::holds(std::uint64_t pattern) const
-{
-    const auto found = firstFrom(parts, pattern);
-    return found != parts.end() && found->first <= pattern;
-}
-
 PatternSet PatternSet::complement() const
 {
     PatternSet rest(bitCount);

@@ -21,7 +21,6 @@ public:
 
     explicit PatternSet(unsigned bits) : bitCount(bits) {}
 
-    unsigned width() const { return bitCount; }
     bool empty() const { return parts.empty(); }
 
     /// The intervals in ascending order, none touching the next.
@@ -30,7 +29,6 @@ public:
     /// Adds the patterns of `more`; bits above the width are ignored.
     void add(const std::vector<Interval>& more);
 
-    bool holds(std::uint64_t pattern) const;
     PatternSet complement() const;
     PatternSet without(const PatternSet& others) const;
 

@@ -43,11 +43,6 @@ bool isIntegerText(const std::string& text)
     return digits.size() > first && digits.find_first_not_of(accepted, first) == std::string::npos;
 }
 
-std::string signedText(std::uint64_t bits)
-{
-    return std::to_string(static_cast<std::int64_t>(bits));
-}
-
 std::string hexText(std::uint64_t value, int digits)
 {
     return "0x" + text::hexOf(value, digits);

@@ -23,9 +23,6 @@ struct Integer
 /// Returns whether `text` spells a whole number, of any size, as `parseInteger` takes it.
 bool isIntegerText(const std::string& text);
 
-/// Returns the decimal text of a slot, read as a signed number.
-std::string signedText(std::uint64_t bits);
-
 /// Returns `value` as "0x" and `digits` hexadecimal digits.
 std::string hexText(std::uint64_t value, int digits);
 

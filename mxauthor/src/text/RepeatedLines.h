@@ -2,8 +2,6 @@
 
 #include "SourceErrors.h"
 
-#include <optional>
-
 namespace mxauthor {
 
 /// A list of the text form whose lines may be repeated.

@@ -8,7 +8,6 @@
 
 #include <mxformat/Datatype.h>
 
-#include <algorithm>
 #include <map>
 
 namespace mxauthor {

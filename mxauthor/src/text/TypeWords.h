@@ -2,8 +2,6 @@
 
 #include "SourceErrors.h"
 
-#include <optional>
-
 namespace mxauthor {
 
 // Datatypes of parameters; kinds of channels have the same names and numbers.

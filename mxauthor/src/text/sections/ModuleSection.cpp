@@ -3,8 +3,6 @@
 #include <devices/parser/mx/ByteReaders.h>
 #include <text/Hexadecimal.h>
 
-#include <algorithm>
-
 namespace mxauthor {
 
 namespace {

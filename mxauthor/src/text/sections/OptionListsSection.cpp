@@ -23,7 +23,7 @@ std::string optionsText(const OptionList& list, const DumpContext& context)
     FlowMapping all;
     std::vector<std::string> each;
     for (const Option& option : list.options) {
-        const std::string value = signedText(option.value.value);
+        const std::string value = mxformat::WholeNumber::ofBits(option.value.value, true).text();
         const std::string text = context.text(option.textId.value);
         all.add(value, text);
         each.push_back(FlowMapping().add(value, text).text());
