@@ -14,7 +14,7 @@ namespace devices::database {
 namespace {
 
 // Returns what follows `scheme` in `url`, or nothing.
-std::optional<std::string> behind(const std::string& scheme, const std::string& url)
+std::optional<std::string> textAfter(const std::string& scheme, const std::string& url)
 {
     if (url.compare(0, scheme.size(), scheme) != 0) {
         return std::nullopt;
@@ -67,13 +67,13 @@ std::unique_ptr<RecordStore> openRecordStore(const std::string& url, OpenMode mo
     if (url.find('\0') != std::string::npos) {
         reject(shownPart(url), "holds a NUL byte");
     }
-    if (const auto path = behind("sqlite:", url)) {
+    if (const auto path = textAfter("sqlite:", url)) {
         if (path->empty()) {
             reject(url, "names no file");
         }
         return openSqlite(*path, url, mode);
     }
-    if (const auto words = behind("postgresql:", url)) {
+    if (const auto words = textAfter("postgresql:", url)) {
         // "postgresql://..." is a libpq URL already.
         const bool isUrl = words->compare(0, 2, "//") == 0;
         return openThroughPostgresqlModule(isUrl ? url : *words, mode, secondsToWait());

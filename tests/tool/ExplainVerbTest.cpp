@@ -45,9 +45,9 @@ TEST(ExplainVerb, explainsOneByte)
 
 TEST(ExplainVerb, refusesPlacesOutsideTheFile)
 {
-    const ToolRun behind = runTool({"explain", analogue, "--at", "1816"});
-    EXPECT_EQ(behind.exitCode, 2);
-    EXPECT_THAT(behind.err, HasSubstr("1816 (0x718) lies outside the file of 1816 bytes"));
+    const ToolRun outside = runTool({"explain", analogue, "--at", "1816"});
+    EXPECT_EQ(outside.exitCode, 2);
+    EXPECT_THAT(outside.err, HasSubstr("1816 (0x718) lies outside the file of 1816 bytes"));
     EXPECT_THAT(runTool({"explain", analogue, "--at", "12x"}).err,
                 HasSubstr("\"12x\" is no offset"));
     EXPECT_EQ(runTool({"explain", analogue, "--at", "1", "--where", "a"}).exitCode, 2);

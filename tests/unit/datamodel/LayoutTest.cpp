@@ -140,7 +140,7 @@ struct Record
     void* content = nullptr;
 };
 
-TEST(Layout, PrivatePropsStandBehindAllInheritedMembers)
+TEST(Layout, PrivatePropsFollowAllInheritedMembers)
 {
     const datamodel::Device_p<Record> device;
     const datamodel::Channel_p<Record> channel;

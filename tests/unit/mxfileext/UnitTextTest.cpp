@@ -77,7 +77,7 @@ TEST_F(UnitTextTest, textWithoutEndIsNone)
     EXPECT_EQ(unit(join({{0, 0}, u16(1), {'A', 'B', 0x0A}}), 1), "");
 }
 
-TEST_F(UnitTextTest, damageHidesWhatStandsBehindIt)
+TEST_F(UnitTextTest, damageHidesWhatFollows)
 {
     // Text 2 has no line end: the table cannot be followed to any other.
     const Bytes table =

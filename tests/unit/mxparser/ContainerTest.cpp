@@ -170,7 +170,7 @@ TEST_F(Container, ContentLengthOfExactlyTheBufferChangesNothing)
     EXPECT_THAT(reader.groupOrder, ElementsAre(0, 5));
 }
 
-TEST_F(Container, GroupsBehindASmallerContentLengthAreNeverRead)
+TEST_F(Container, GroupsAfterASmallerContentLengthAreNeverRead)
 {
     parse(hexBytes("0000 0008 000e 0000 0005 0006 0000 0006 0001 0000 ffff ffff ffff"));
     EXPECT_THAT(reader.groupOrder, ElementsAre(0, 5));

@@ -110,7 +110,7 @@ TEST_F(GroupEntry, LineFeedInAValueIsCopiedOnlyACarriageReturnEndsIt)
     EXPECT_EQ(entry("ID"), "a\nb");
 }
 
-TEST_F(GroupEntry, KeyIsTriedBehindALineFeedWithinAValueToo)
+TEST_F(GroupEntry, KeyIsTriedAfterALineFeedWithinAValueToo)
 {
     load("A,s=x\nID,s=1\r\nEND,s=2\r\n");
     EXPECT_EQ(entry("ID"), "1");

@@ -45,7 +45,7 @@ TEST_F(ModuleIdentity, IdentifierHas32BitsMostSignificantFirst)
     EXPECT_EQ(id, 0xFEDCBA98U);
 }
 
-TEST_F(ModuleIdentity, IsFoundBehindOtherDatasets)
+TEST_F(ModuleIdentity, IsFoundAfterOtherDatasets)
 {
     load(0x0001, "01 02 00 aabb 0000 fb 05 00 09 00000007 0000");
     reader.getModuleIdAndType(&id, &type);

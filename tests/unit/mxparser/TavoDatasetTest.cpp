@@ -86,7 +86,7 @@ TEST_F(TavoDataset, LastRecordOf5BytesIsNotLookedAt)
     EXPECT_NE(find(7), nullptr);
 }
 
-TEST_F(TavoDataset, LengthByteOf80EndsTheListForTheRecordsBehind)
+TEST_F(TavoDataset, LengthByteOf80EndsTheListForTheRecordsAfterIt)
 {
     load("01 80 00 0000 07 01 00 aa 0000");
     expectAbsent(7);

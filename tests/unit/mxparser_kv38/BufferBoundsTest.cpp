@@ -149,7 +149,7 @@ TEST_F(BufferBounds, LastChannelRecordBeyondTheBufferFails)
     EXPECT_NO_THROW(parser.parse(data, nullptr, 0, 0));
 }
 
-TEST_F(BufferBounds, WordsBehindAChannelRecordAreNotRead)
+TEST_F(BufferBounds, WordsAfterAChannelRecordAreNotRead)
 {
     const std::vector<char> data =
         minimalModule().group(0x20D0, hexBytes("07 81 00 08 00 00 ff")).chars();
@@ -165,7 +165,7 @@ TEST_F(BufferBounds, LastNameEntryIsReadUpToTheEndOfTheBuffer)
         "Cannot find group 20d3");
 }
 
-TEST_F(BufferBounds, BytesBehindTheContentLengthAreStillTheBuffers)
+TEST_F(BufferBounds, BytesAfterTheContentLengthAreStillTheBuffers)
 {
     // The content ends with the channel group; the record's last byte is after it.
     const testkit::MxBuffer groups = minimalModule().group(0x20D0, hexBytes("07 81 00 08"));

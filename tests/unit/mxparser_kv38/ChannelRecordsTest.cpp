@@ -128,7 +128,7 @@ TEST_F(ChannelRecords, singleBitsAreFiledUnderTheByteThatHoldsThem)
                 ElementsAre(Pair("IB3", ElementsAre("17", "18")), Pair("QB0", ElementsAre("19"))));
 }
 
-TEST_F(ChannelRecords, aLastNameEntryCutShortIsReadWithTheBytesBehindIt)
+TEST_F(ChannelRecords, aLastNameEntryCutShortIsReadWithTheBytesAfterIt)
 {
     // The entry's text identifier is the checksum, 0: group 0x20d3 holds a text 0.
     const std::vector<char> other = MxBuffer()

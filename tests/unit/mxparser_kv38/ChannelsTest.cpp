@@ -59,7 +59,7 @@ TEST_F(Channels, aDoubleWordAfterAnOpenBitAtByte0Gets2AndAtByte4Gets6)
     EXPECT_EQ(symbol(7, 32), "QD6");
 }
 
-TEST_F(Channels, everyAlignmentBehindAnOpenByteIsAsTheModulesHaveIt)
+TEST_F(Channels, everyAlignmentAfterAnOpenByteIsAsTheModulesHaveIt)
 {
     for (std::uint32_t byte = 0; byte < 20; ++byte) {
         const std::uint32_t next = byte + 1;

@@ -94,7 +94,7 @@ TEST_F(DataSizes, LowerCaseCodeFailsAndKeepsWhatWasAddedBefore)
     EXPECT_EQ(parameters, 0U);
 }
 
-TEST_F(DataSizes, TextMayEndAtNulWithAnyByteBehind)
+TEST_F(DataSizes, TextMayEndAtNulWithAnyByteAfter)
 {
     load(testkit::join(
         {testkit::textBytes(std::string("InData W\0\xFF", 10)), linesPayload({"OutData B"})}));
@@ -113,7 +113,7 @@ TEST_F(DataSizes, LinesThatDoNotFillThePayloadRunOutOfTheBuffer)
     EXPECT_EQ(failureOf([&] { read(); }), "Invalid textstring termination");
 }
 
-TEST_F(DataSizes, WalkBehindThePayloadReadsWhatStandsThere)
+TEST_F(DataSizes, WalkAfterThePayloadReadsWhatStandsThere)
 {
     // One byte of the line end is missing. After it the walk finds three empty texts (the second
     // bytes of checksum, identifier and length) and then "InDataB", cut by the next checksum.

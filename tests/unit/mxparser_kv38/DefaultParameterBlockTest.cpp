@@ -157,7 +157,7 @@ TEST_F(DefaultParameterBlock, SecondCallReplacesTheFirstBlock)
     EXPECT_THAT(setup(hexBytes("00 00 03")), ElementsAre(3));
 }
 
-TEST_F(DefaultParameterBlock, BytesBehindThePayloadAreNeverStored)
+TEST_F(DefaultParameterBlock, BytesAfterThePayloadAreNeverStored)
 {
     for (std::size_t size = 2; size < 40; ++size) {
         EXPECT_EQ(setup(payloadOf(0, size)).size(), size - 2);

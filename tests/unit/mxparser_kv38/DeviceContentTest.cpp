@@ -171,7 +171,7 @@ TEST_F(DeviceContent, DateEndsBeforeItsFirstTerminator)
     EXPECT_EQ(propertyOf(withExtension(0, textBytes("20\n4\r-05-3")), "calibrationDate"), "20\n4");
 }
 
-TEST_F(DeviceContent, BytesBehindTheDateFieldAreIgnored)
+TEST_F(DeviceContent, BytesAfterTheDateFieldAreIgnored)
 {
     EXPECT_EQ(propertyOf(withExtension(0, textBytes("2024-05-31xyz")), "calibrationDate"),
               "2024-05-3");
@@ -252,7 +252,7 @@ TEST_F(DeviceContent, ChannelsStandAtTheDataOffsets)
     EXPECT_EQ(parser.inBytePosition, 14U);
 }
 
-TEST_F(DeviceContent, LastRecordMayReachBehindItsGroup)
+TEST_F(DeviceContent, LastRecordMayEndAfterItsGroup)
 {
     // The channel's seven bytes: four in the payload, the checksum 0, one byte of the next group.
     const auto& device =

@@ -105,7 +105,7 @@ TEST_F(FailureOrder, BadExtensionHidesMissingDataSizes)
     EXPECT_EQ(failure(), extensionLength);
 }
 
-TEST_F(FailureOrder, BlockThatDiffersByOneByteFailsBehindTheBrandProperties)
+TEST_F(FailureOrder, BlockThatDiffersByOneByteFailsAfterTheBrandProperties)
 {
     for (const char* block : {"00 00 050403", "00 00 0504030201"}) {
         replace(0x0010, hexBytes(block));

@@ -33,15 +33,15 @@ Bytes cut(const Bytes& bytes, std::size_t size)
 
 using GuardedDeathTest = Guarded;
 
-TEST_F(GuardedDeathTest, ByteBehindAGuardedBufferCannotBeRead)
+TEST_F(GuardedDeathTest, ByteAfterAGuardedBufferCannotBeRead)
 {
     for (const std::size_t size : {0U, 1U, 4095U, 4096U, 4097U}) {
         const GuardedBuffer buffer(Bytes(size, 0x41));
         if (size != 0) {
             EXPECT_EQ(buffer.data()[size - 1], 0x41);
         }
-        const volatile std::uint8_t* const behind = buffer.data() + size;
-        EXPECT_DEATH(static_cast<void>(*behind), "") << size;
+        const volatile std::uint8_t* const next = buffer.data() + size;
+        EXPECT_DEATH(static_cast<void>(*next), "") << size;
     }
 }
 

@@ -15,7 +15,7 @@ constexpr const char* badTermination = "Invalid textstring termination";
 
 // Group 0x20d3: the empty text table, and texts that end one byte past their length.
 
-TEST_F(Guarded, EmptyTextTableReadsItsRecordBehindTheGroup)
+TEST_F(Guarded, EmptyTextTableReadsItsRecordAfterTheGroup)
 {
     const std::string content = "0000 0008 000e 0000 20d3 0006 0000";
     index(hexBytes(content + "0007 4869 0d"));
@@ -27,14 +27,14 @@ TEST_F(Guarded, EmptyTextTableReadsItsRecordBehindTheGroup)
 TEST_F(Guarded, EmptyTextTableFailsAtTheBuffersEnd)
 {
     const std::string content = "0000 0008 000e 0000 20d3 0006 0000";
-    for (const char* behind : {"", "00"}) {
-        index(hexBytes(content + behind));
+    for (const char* rest : {"", "00"}) {
+        index(hexBytes(content + rest));
         EXPECT_EQ(failureOf([&] { parser.getTextStringById(7); }),
                   "Unexpected end of mx buffer (group 20d3)");
     }
-    for (const char* behind : {"0007", "0007 48", "0007 4869", "0008", "0008 48 0d"}) {
-        index(hexBytes(content + behind));
-        EXPECT_EQ(failureOf([&] { parser.getTextStringById(7); }), badTermination) << behind;
+    for (const char* rest : {"0007", "0007 48", "0007 4869", "0008", "0008 48 0d"}) {
+        index(hexBytes(content + rest));
+        EXPECT_EQ(failureOf([&] { parser.getTextStringById(7); }), badTermination) << rest;
     }
 }
 

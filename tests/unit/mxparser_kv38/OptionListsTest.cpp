@@ -103,20 +103,20 @@ TEST_F(OptionLists, aListThatEndsOneByteBeyondFailsWhateverIsAskedFor)
     EXPECT_EQ(failureOf([&] { get(77); }), "Bad alignment in group 20c1");
 }
 
-TEST_F(OptionLists, oneByteBehindTheLastListIsIgnored)
+TEST_F(OptionLists, oneByteAfterTheLastListIsIgnored)
 {
     start(testkit::join({optionList(3, {{10, 1}}), {9}}));
     get(3);
     EXPECT_THAT(texts(), ElementsAre("one=10"));
 }
 
-TEST_F(OptionLists, twoBytesBehindTheLastListAreAListAgain)
+TEST_F(OptionLists, twoBytesAfterTheLastListAreAListAgain)
 {
     start(testkit::join({optionList(3, {{10, 1}}), {9, 1}}));
     EXPECT_EQ(failureOf([&] { get(3); }), "Bad alignment in group 20c1");
 }
 
-TEST_F(OptionLists, aMissingTextFailsBehindTheOptionsInFront)
+TEST_F(OptionLists, aMissingTextFailsAfterTheOptionsInFront)
 {
     start(optionList(3, {{10, 1}, {20, 9}}));
     EXPECT_EQ(failureOf([&] { get(3); }), "Cannot find requested text string: ID = 9");

@@ -48,13 +48,13 @@ protected:
     testkit::ParserAccess parser;
 };
 
-TEST_F(Texts, TerminatorRightBehindTheStatedLengthIsSeen)
+TEST_F(Texts, TerminatorRightAfterTheStatedLengthIsSeen)
 {
     EXPECT_EQ(mxText("41 42 0d", 2), "AB");
     EXPECT_EQ(mxText("41 42 00", 2), "AB");
 }
 
-TEST_F(Texts, OtherByteBehindTheStatedLengthFails)
+TEST_F(Texts, OtherByteAfterTheStatedLengthFails)
 {
     EXPECT_EQ(failureOf([&] { mxText("41 42 43", 2); }), badTermination);
 }
@@ -187,14 +187,14 @@ TEST_F(Texts, SkippedTextWithoutALineEndFails)
     EXPECT_EQ(textFailure(2), badTermination);
 }
 
-TEST_F(Texts, LineFeedRightBehindThePayloadEndsASkippedText)
+TEST_F(Texts, LineFeedRightAfterThePayloadEndsASkippedText)
 {
     // The checksum's first byte is the line feed: the line end begins at the payload's last byte.
     load(MxBuffer().raw(hexBytes("20d3 000c 0000 0001 41 42 0a00")));
     EXPECT_EQ(textFailure(2), "Cannot find requested text string: ID = 2");
 }
 
-TEST_F(Texts, LookedUpTextMayEndRightBehindThePayload)
+TEST_F(Texts, LookedUpTextMayEndRightAfterThePayload)
 {
     loadTable("0000 0001 41 42"); // the checksum is 0
     EXPECT_EQ(parser.getTextStringById(1), "AB");
@@ -206,43 +206,40 @@ TEST_F(Texts, LookedUpTextMayEndRightBehindThePayload)
 class EmptyTextTable : public Texts
 {
 protected:
-    // The table ends the content; `behind` is after it in the buffer.
-    void loadBehind(const std::string& behind)
+    // The content ends with the table; the bytes of `rest` follow it in the buffer.
+    void loadBefore(const std::string& rest)
     {
-        load(MxBuffer()
-                 .raw(hexBytes("0000 0008 000e 0000"))
-                 .group(0x20D3, {})
-                 .raw(hexBytes(behind)));
+        load(MxBuffer().raw(hexBytes("0000 0008 000e 0000")).group(0x20D3, {}).raw(hexBytes(rest)));
     }
 };
 
-TEST_F(EmptyTextTable, ReadsARecordAtPosition2AllTheSame)
+TEST_F(EmptyTextTable, StillReadsARecordAtPosition2)
 {
-    loadBehind("0007 4869 0d");
+    loadBefore("0007 4869 0d");
     EXPECT_EQ(parser.getTextStringById(7), "Hi");
-    loadBehind("0007 4869 00 ff");
+    loadBefore("0007 4869 00 ff");
     EXPECT_EQ(parser.getTextStringById(7), "Hi");
 }
 
 TEST_F(EmptyTextTable, RecordWithAnotherIdentifierHasNoLineEnd)
 {
-    loadBehind("0007 4869 0d0a 0008 41 0d");
+    loadBefore("0007 4869 0d0a 0008 41 0d");
     EXPECT_EQ(textFailure(8), badTermination);
 }
 
 TEST_F(EmptyTextTable, TextThatRunsToTheBuffersEndIsNotTerminated)
 {
-    loadBehind("0007 4869");
+    loadBefore("0007 4869");
     EXPECT_EQ(textFailure(7), badTermination);
-    loadBehind("0007");
+    loadBefore("0007");
     EXPECT_EQ(textFailure(7), badTermination);
 }
 
 TEST_F(EmptyTextTable, IdentifierBeyondTheBufferFails)
 {
-    loadBehind("");
+    loadBefore("");
     EXPECT_EQ(textFailure(7), "Unexpected end of mx buffer (group 20d3)");
-    loadBehind("00");
+    loadBefore("00");
     EXPECT_EQ(textFailure(7), "Unexpected end of mx buffer (group 20d3)");
 }
 

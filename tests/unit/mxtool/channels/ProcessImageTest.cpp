@@ -132,7 +132,7 @@ TEST(ProcessImage, aLongRunWithoutAChannelIsOneRow)
     EXPECT_EQ(totalBits(empty.gaps()), 8U * 520000);
 }
 
-TEST(ProcessImage, showsChannelsBehindTheDataAndNoGapsThere)
+TEST(ProcessImage, showsChannelsAfterTheDataAndNoGapsThere)
 {
     const Area area = inputOf(1, {bitChannel("A", 'I', 0, 0), bitChannel("B", 'I', 9, 0)});
     EXPECT_EQ(rowsOf(area), (Names{"0x1", "1x8 outside", "9x1 outside"}));

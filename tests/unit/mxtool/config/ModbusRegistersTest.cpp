@@ -51,7 +51,7 @@ protected:
     mxtool::DeviceReport device = module.report();
 };
 
-TEST_F(ModbusRegisters, standInWholeRegistersBehindEachOther)
+TEST_F(ModbusRegisters, standInWholeRegistersAfterEachOther)
 {
     setType(3, 6);  // A=B: UInt32
     setType(4, 2);  // X/Y: UInt16

@@ -93,7 +93,7 @@ TEST_F(Manual, holdsOptionsOfGroupsButNoHiddenOnes)
     EXPECT_THROW(option("--secret"), std::out_of_range);
 }
 
-TEST_F(Manual, splitsTheTextBehindTheOptionsIntoSections)
+TEST_F(Manual, splitsTheTextAfterTheOptionsIntoSections)
 {
     ASSERT_EQ(words.program.sections.size(), 2U);
     EXPECT_EQ(words.program.sections[0].title, "Exit codes");
