@@ -120,7 +120,8 @@ void checkOptionLists(const ModuleView& module, Findings& findings)
         checkReference(module, parameter, findings);
         if (parameter.usesOptions()) {
             used.insert(parameter.record->optionList.value);
-            if (checked.insert(useOf(parameter)).second) {
+            // A field without bits, an error by itself, would hold none of the options.
+            if (parameter.value.field.exists() && checked.insert(useOf(parameter)).second) {
                 checkValues(module, parameter, findings);
             }
             checkWidth(parameter, findings);

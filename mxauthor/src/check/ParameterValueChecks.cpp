@@ -138,8 +138,8 @@ void checkDefaultInOptions(const ModuleView& module, const Parameter& parameter,
 void checkParameterValues(const ModuleView& module, Findings& findings)
 {
     for (const Parameter& parameter : module.parameters()) {
-        if (!parameter.value.isKnown()) {
-            continue;
+        if (!parameter.value.field.exists()) {
+            continue; // reported as `parameter-datatype` or `bit-field`
         }
         const ParameterScale scale = scaleOf(module, parameter);
         if (statesRange(parameter)) {

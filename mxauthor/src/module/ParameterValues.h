@@ -14,8 +14,6 @@ struct ParameterValue
     mxformat::WholeNumber value{};
     mxformat::WholeNumber minimum{}; ///< The limit of the datatype if none is stated.
     mxformat::WholeNumber maximum{};
-
-    bool isKnown() const { return field.datatype() != nullptr; } ///< Whether the datatype exists.
 };
 
 /// Decodes the value of `record` from the parameter block `block`.
