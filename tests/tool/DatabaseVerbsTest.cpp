@@ -123,6 +123,19 @@ TEST_F(DatabaseVerbs, replaceRemovesNothingWhereAnEntryIsLeftOut)
                                           "the database: nothing is removed\n"));
 }
 
+TEST_F(DatabaseVerbs, replaceIsStoredThoughThePipeIsClosed)
+{
+    runTool({"populate", "examples/modules", "--db", url});
+    ToolSetup left;
+    left.readerLeft = true;
+    const ToolRun run = runTool({"populate", modules(false), "--db", url, "--replace"}, left);
+    EXPECT_EQ(run.exitCode, 4);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(runTool({"devices", "--db", url, "--format", "csv"}).out,
+              "module_id,family,label,in_bytes,out_bytes,parameter_bytes,file_bytes\r\n"
+              "0bc1e800,kv38,Field supply 24 V,0,0,0,307\r\n");
+}
+
 TEST_F(DatabaseVerbs, aDirectoryWithoutAFileInsertsNothing)
 {
     const std::string pipes = directory.path("pipes");

@@ -11,6 +11,9 @@
 
 #include <fmt/format.h>
 
+#include <string>
+#include <vector>
+
 namespace mxtool {
 
 namespace {
@@ -34,8 +37,8 @@ struct PopulateOptions
     bool replace = false;
 };
 
-// Lists, then removes, modules missing from the directory; returns the count.
-std::size_t removeMissing(const MxDirectory& directory, DeviceDatabase& database, bool quiet)
+// Removes the modules missing from the directory; returns a line for each.
+std::vector<std::string> removeMissing(const MxDirectory& directory, DeviceDatabase& database)
 {
     const auto missing = modulesNotIn(directory, database);
     if (!missing) {
@@ -43,20 +46,15 @@ std::size_t removeMissing(const MxDirectory& directory, DeviceDatabase& database
             directory.leftOut != 0 ? "An entry was left out" : "A file does not state its module";
         report({"warning", directory.path,
                 reason + ", which may be any in the database: nothing is removed"});
-        return 0;
+        return {};
     }
-    std::string lines;
+    std::vector<std::string> lines;
     for (const auto& module : *missing) {
-        lines += fmt::format("removing {} {}\n", text::forTerminal(module.moduleIdText),
-                             text::forTerminal(module.brandLabelName));
-    }
-    if (!quiet) {
-        writeOutput("-", lines);
-    }
-    for (const auto& module : *missing) {
+        lines.push_back(fmt::format("removing {} {}\n", text::forTerminal(module.moduleIdText),
+                                    text::forTerminal(module.brandLabelName)));
         database.remove(module.family, module.moduleIdText);
     }
-    return missing->size();
+    return lines;
 }
 
 ExitCode populateAtOnce(const MxDirectory& directory, bool replace, const GlobalOptions& global,
@@ -64,17 +62,18 @@ ExitCode populateAtOnce(const MxDirectory& directory, bool replace, const Global
 {
     auto transaction = database.beginTransaction();
     const PopulationCount count = populate(directory, database, transaction, global.logLevel);
-    std::string removed;
+    std::vector<std::string> removed;
     if (replace) {
-        removed = fmt::format(", {} removed", removeMissing(directory, database, global.quiet));
+        removed = removeMissing(directory, database);
     }
-    transaction.commit();
+    transaction.commit(); // before the output: a closed pipe must not undo it silently
     if (!global.quiet) {
         const std::string replaced =
             count.replaced != 0 ? fmt::format(", {} replaced", count.replaced) : "";
-        writeOutput(
-            "-", fmt::format("{}: {} inserted{}, {} failed{}\n", text::forTerminal(database.name()),
-                             counted(count.inserted, "module"), replaced, count.failed, removed));
+        writeOutput("-", fmt::format("{}{}: {} inserted{}, {} failed{}\n", fmt::join(removed, ""),
+                                     text::forTerminal(database.name()),
+                                     counted(count.inserted, "module"), replaced, count.failed,
+                                     replace ? fmt::format(", {} removed", removed.size()) : ""));
     }
     return count.failed == 0 ? ExitCode::Done : ExitCode::Findings;
 }
