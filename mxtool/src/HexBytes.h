@@ -6,7 +6,7 @@
 namespace mxtool {
 
 /// Reads bytes in hexadecimal: two digits each; blanks, line ends, commas, colons and 0x may
-/// separate them. Throws a `InvalidInput` naming anything else.
+/// separate them. Throws an `InvalidInput` naming anything else.
 std::vector<char> bytesOfHex(const std::string& text);
 
 /// Returns `count` bytes from `begin` as two digits each, separated by blanks. Stops at the end of

@@ -66,11 +66,11 @@ void checkFraming(const std::vector<char>& bytes, const MxFile& file, Findings& 
 /// Every rule except those of the device parser, on `bytes` and what was read of them.
 void checkRead(const std::vector<char>& bytes, const ReadGroups& read, Findings& findings);
 
-/// The check that the device parser reads the file.
+/// What the device parser rejects.
 enum class Refused
 {
-    File,
-    Modbus
+    File,  ///< The mx file: `parser-refuses`.
+    Modbus ///< Its default parameters as Modbus registers: `modbus-refuses`.
 };
 
 /// Adds the finding that the device parser rejects the file with `message`.

@@ -35,7 +35,7 @@ std::size_t sizeOfRegisters(const std::vector<ParameterPlace>& places);
 /// Converts the Modbus registers of `device` to its raw parameter image.
 ///
 /// `places` are the places of the parameters in the registers. All other bits are taken from
-/// `image`, the device's own image. Throws a `InvalidInput` when the size is wrong or a value is
+/// `image`, the device's own image. Throws an `InvalidInput` when the size is wrong or a value is
 /// not one that the module can have.
 std::vector<char> imageOfRegisters(const std::vector<char>& registers,
                                    const std::vector<ParameterPlace>& places,

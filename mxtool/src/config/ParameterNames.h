@@ -13,7 +13,7 @@ namespace mxtool {
 std::vector<const DeviceReport::Parameter*> parametersCalled(const std::string& name,
                                                              const DeviceReport& device);
 
-/// Returns the only parameter that matches `name`. Throws a `InvalidInput` that lists the accepted
+/// Returns the only parameter that matches `name`. Throws an `InvalidInput` that lists the accepted
 /// names when none or several match.
 const DeviceReport::Parameter& parameterCalled(const std::string& name, const DeviceReport& device);
 
@@ -24,7 +24,7 @@ std::string nameInCalls(const DeviceReport::Parameter& parameter, const DeviceRe
 
 /// Splits "NAME=VALUE" after the name of a parameter of `device`, or at the first "=" if no name
 /// matches. Names and values may contain "=", so every "=" is tried: a reading is valid if the
-/// parameter exists and `acceptedValue` accepts the value. Throws a `InvalidInput` that lists the
+/// parameter exists and `acceptedValue` accepts the value. Throws an `InvalidInput` that lists the
 /// readings when not exactly one is valid, and when there is no "=".
 std::pair<std::string, std::string> splitAssignment(const std::string& words,
                                                     const DeviceReport& device, ValueCheck check);

@@ -107,7 +107,7 @@ public:
     ReadImage ofWords(const std::string& words) { return bare(bytesOfWords(words)); }
 
 private:
-    // Throws a `InvalidInput`.
+    // Throws an `InvalidInput`.
     std::vector<char> bytesOfWords(const std::string& words)
     {
         return fieldbus == FieldbusType::Modbus

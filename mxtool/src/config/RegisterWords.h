@@ -13,7 +13,7 @@ namespace mxtool {
 
 /// Reads Modbus registers as bytes: `text` contains hexadecimal bytes, or registers separated by
 /// blanks, line ends, commas or semicolons. If both readings are possible, the one of `size` bytes
-/// counts. Throws a `InvalidInput` if both have that size, and if neither reading is possible.
+/// counts. Throws an `InvalidInput` if both have that size, and if neither reading is possible.
 std::vector<char> bytesOfRegisters(const std::string& text, std::size_t size);
 
 } // namespace mxtool

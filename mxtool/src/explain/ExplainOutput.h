@@ -36,11 +36,11 @@ std::string meaningOfPart(const mxauthor::ExplainedPart& part);
 /// Returns "group 20c0, parameters: 122 bytes at 0x00013c (316)".
 std::string headingOf(const mxauthor::ExplainedGroup& group);
 
-/// Returns the explanation of the byte at `offset`. Throws a `InvalidInput` when the offset is
+/// Returns the explanation of the byte at `offset`. Throws an `InvalidInput` when the offset is
 /// outside the file.
 std::string explainByte(const ExplainedFile& file, const std::string& offset);
 
-/// Returns the places of the parameters, channels and texts called `name`. Throws a `InvalidInput`
+/// Returns the places of the parameters, channels and texts called `name`. Throws an `InvalidInput`
 /// when there are none.
 std::string explainName(const ExplainedFile& file, const std::string& name);
 
