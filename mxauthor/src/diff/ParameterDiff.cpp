@@ -26,11 +26,14 @@ std::string placeText(const Parameter& parameter)
 {
     const BlockField& field = parameter.value.field;
     std::string text = "byte " + std::to_string(field.begin());
-    if (parameter.record->datatype.value == mxformat::bitFieldDatatype) {
-        text +=
-            ", " + counted(field.bits(), "bit") + " from bit " + std::to_string(field.firstBit());
+    if (parameter.record->datatype.value != mxformat::bitFieldDatatype) {
+        return text;
     }
-    return text;
+    if (!field.exists()) {
+        return text + ", bits outside it";
+    }
+    return text + ", " + counted(field.bits(), "bit") + " from bit " +
+           std::to_string(field.firstBit());
 }
 
 std::string channelText(const Parameter& parameter)

@@ -241,6 +241,25 @@ TEST(Diff, fewerBitsKeepTheValuesThatTheyHold)
     EXPECT_FALSE(compare(before.file(), after.file()).imageStaysValid);
 }
 
+TEST(Diff, bitsOutsideTheirByteAreNamedSo)
+{
+    Module after;
+    after.filter.datatype = 5;
+    after.filter.bitLength = 3;
+    after.filter.bitOffset = 6;
+    const Comparison found = compared(after);
+    EXPECT_THAT(linesOf(found),
+                testing::Contains("breaking parameter 1 \"Filter\": place byte 0 becomes byte 0, "
+                                  "bits outside it"));
+    EXPECT_FALSE(found.imageStaysValid);
+    Module other = after;
+    other.filter.bitOffset = 7;
+    EXPECT_THAT(
+        linesOf(compare(after.file(), other.file())),
+        ElementsAre("cosmetic : only bytes without effect differ: order, identifiers, bytes "
+                    "that are not read"));
+}
+
 TEST(Diff, moreBitsKeepTheValueWhereTheOthersAreZero)
 {
     Module before;
