@@ -74,8 +74,9 @@ void SqlRecordStore::prepareSchema(OpenMode mode)
     });
 }
 
-// Another process may prepare the schema at the same time. If an engine does not lock an empty
-// database, the loser of the race retries and finds the winner's schema.
+// Another process may prepare the schema or write at the same time: it is waited for as for any
+// other writer. If an engine does not lock an empty database, the loser of the race retries and
+// finds the winner's schema.
 void SqlRecordStore::migrate()
 {
     constexpr int attempts = 10;
@@ -83,6 +84,9 @@ void SqlRecordStore::migrate()
     for (int attemptNumber = 1;; ++attemptNumber) {
         try {
             connection->execute(connection->dialect().beginWriting);
+            if (readSchemaVersion() != 0) {
+                connection->execute(connection->dialect().claimWriting);
+            }
             migrateFrom(readSchemaVersion());
             connection->execute("COMMIT");
             return;
@@ -137,6 +141,9 @@ int SqlRecordStore::readSchemaVersion()
 void SqlRecordStore::migrateFrom(int version)
 {
     constexpr int versionOfWidths = 3;
+    if (version == schemaVersion) {
+        return; // another process was faster
+    }
     const auto steps = sqlMigrations(connection->dialect());
     for (; version < schemaVersion; ++version) {
         for (const std::string& statement : steps[static_cast<std::size_t>(version)]) {

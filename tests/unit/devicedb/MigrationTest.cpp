@@ -10,12 +10,15 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 namespace {
 
 using devices::database::DeviceDatabase;
 using devices::database::DeviceProperties;
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testkit::failureOf;
@@ -146,7 +149,7 @@ protected:
                record(5, 0, 0);
     }
 
-    void store(const std::string& id, const std::string& file)
+    static void store(DeviceDatabase& database, const std::string& id, const std::string& file)
     {
         DeviceProperties stored = device(id);
         stored.mxFileData = new std::vector<char>(file.begin(), file.end());
@@ -154,7 +157,13 @@ protected:
         for (const unsigned width : {8U, 3U, 16U, 3U, 8U}) {
             content.parameters.emplace_back().widthBits = width;
         }
-        DeviceDatabase(url).insert(stored, content);
+        database.insert(stored, content);
+    }
+
+    void store(const std::string& id, const std::string& file)
+    {
+        DeviceDatabase database(url);
+        store(database, id, file);
     }
 
     std::vector<unsigned> widthsOf(const std::string& id)
@@ -191,6 +200,48 @@ TEST_P(OldWidths, StayWhereNoFileStatesThem)
     becomeVersion2();
     for (const char* id : {"without", "cut", "framing", "four", "other"}) {
         EXPECT_THAT(widthsOf(id), ElementsAre(8, 3, 16, 3, 8)) << id;
+    }
+}
+
+// As a program with the library of version 2 that is still writing.
+TEST_P(OldWidths, OfAWriterThatHasNotCommittedAreTakenToo)
+{
+    DeviceDatabase writer(url);
+    becomeVersion2();
+    auto transaction = writer.beginTransaction();
+    store(writer, "1", fileOf(fiveParameters()));
+    std::thread migration([this] { DeviceDatabase{url}; });
+    std::this_thread::sleep_for(std::chrono::milliseconds(300)); // it waits for the writer
+    transaction.commit();
+    migration.join();
+    EXPECT_THAT(widthsOf("1"), ElementsAre(2, 3, 16, 0, 8));
+}
+
+// Without bit fields no two of them change the same row, except that of the version.
+TEST_P(OldWidths, MayBeMissingWhenManyMigrateAtOnce)
+{
+    DeviceDatabase{url};
+    for (int round = 0; round < 5; ++round) {
+        becomeVersion2();
+        std::vector<std::string> failures(8);
+        std::vector<std::thread> threads;
+        for (std::string& failure : failures) {
+            threads.emplace_back([&] {
+                try {
+                    DeviceDatabase{url};
+                } catch (const std::exception& thrown) {
+                    failure = thrown.what();
+                }
+            });
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        EXPECT_THAT(failures, Each(""));
+        int rows = 0;
+        place.otherProgram() << "SELECT count(*) FROM schema_version",
+            Poco::Data::Keywords::into(rows), Poco::Data::Keywords::now;
+        EXPECT_EQ(rows, 1);
     }
 }
 
