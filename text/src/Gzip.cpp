@@ -2,6 +2,7 @@
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <stdexcept>
@@ -26,7 +27,6 @@ Bytef* input(const void* data)
 Gunzipped::End endOf(int state)
 {
     return state == Z_STREAM_END  ? Gunzipped::End::Whole
-           : state == Z_OK        ? Gunzipped::End::Longer
            : state == Z_BUF_ERROR ? Gunzipped::End::CutOff
                                   : Gunzipped::End::Damaged;
 }
@@ -62,8 +62,7 @@ std::optional<std::string> gunzipped(const std::vector<std::uint8_t>& bytes, std
 {
     Gunzipped found = gunzip(bytes, limit);
     const bool isAll = found.end == Gunzipped::End::Whole && found.bytesLeft == 0;
-    return isAll && found.content.size() <= limit ? std::optional(std::move(found.content))
-                                                  : std::nullopt;
+    return isAll ? std::optional(std::move(found.content)) : std::nullopt;
 }
 
 Gunzipped gunzip(const std::vector<std::uint8_t>& bytes, std::size_t limit)
@@ -79,12 +78,15 @@ Gunzipped gunzip(const std::vector<std::uint8_t>& bytes, std::size_t limit)
     std::array<char, std::size_t{1} << 14> chunk;
     int state = Z_OK;
     while (state == Z_OK && found.content.size() <= limit) {
+        // One byte more than the limit shows that the content is longer.
+        const std::size_t room = std::min(chunk.size() - 1, limit - found.content.size()) + 1;
         stream.next_out = reinterpret_cast<Bytef*>(chunk.data());
-        stream.avail_out = static_cast<uInt>(chunk.size());
+        stream.avail_out = static_cast<uInt>(room);
         state = inflate(&stream, Z_NO_FLUSH);
-        found.content.append(chunk.data(), chunk.size() - stream.avail_out);
+        found.content.append(chunk.data(), room - stream.avail_out);
     }
-    found.end = endOf(state);
+    found.end = found.content.size() > limit ? Gunzipped::End::Longer : endOf(state);
+    found.content.resize(std::min(found.content.size(), limit));
     found.bytesRead = stream.total_in;
     found.bytesLeft = stream.avail_in;
     found.reason = stream.msg == nullptr ? "" : stream.msg;

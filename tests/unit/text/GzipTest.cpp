@@ -55,7 +55,11 @@ TEST(Gzip, reportsHowFarTheBytesGo)
     EXPECT_EQ(whole.bytesRead, size);
     EXPECT_EQ(whole.bytesLeft, 3U);
 
-    EXPECT_EQ(gunzip(bytes, 100).end, End::Longer);
+    for (const std::size_t limit : {std::size_t{100}, content.size() - 1}) {
+        const auto longer = gunzip(bytes, limit);
+        EXPECT_EQ(longer.end, End::Longer);
+        EXPECT_EQ(longer.content.size(), limit);
+    }
     EXPECT_EQ(gunzip({bytes.begin(), bytes.begin() + 20}, content.size()).end, End::CutOff);
     EXPECT_EQ(gunzip({}, 1).end, End::CutOff);
 }
