@@ -2,7 +2,8 @@
 
 #include "RecordRow.h"
 
-#include <Poco/UTF8Encoding.h>
+#include <datamodel/Utf8Text.h>
+
 #include <Poco/UTF8String.h>
 
 #include <algorithm>
@@ -10,15 +11,6 @@
 namespace devices::database {
 
 namespace {
-
-// 0 for a byte that does not begin a character of several bytes.
-std::size_t lengthOfCharacter(unsigned char lead)
-{
-    if (lead < 0xC0) {
-        return 0;
-    }
-    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-}
 
 bool isAscii(char byte)
 {
@@ -29,14 +21,8 @@ bool isAscii(char byte)
 const std::string& readable(const std::string& text)
 {
     for (std::size_t at = 0; at < text.size();) {
-        if (isAscii(text[at]) && text[at] != '\0') {
-            ++at;
-            continue;
-        }
-        const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data()) + at;
-        const std::size_t length = lengthOfCharacter(*bytes);
-        if (length == 0 || length > text.size() - at ||
-            !Poco::UTF8Encoding::isLegal(bytes, static_cast<int>(length))) {
+        const std::size_t length = text[at] == '\0' ? 0 : datamodel::utf8CharacterLength(text, at);
+        if (length == 0) {
             throw SqlFailure("byte " + std::to_string(at + 1) + " of a text of " +
                              std::to_string(text.size()) +
                              " bytes in the catalogue is not UTF-8 without NUL");
