@@ -173,7 +173,7 @@ TEST_F(Parameters, aConvertedParameterShowsPhysicalValues)
     made.conversionId = 7;
     made.minimum = 0xFFFFFFFFFFFFFFF6; // -10
     made.maximum = 5;
-    made.mapId = 3; // not compared
+    made.mapId = 3; // not read
     const ParameterP& parameter = parse(made);
     EXPECT_EQ(parameter.value, "-1.500000");
     EXPECT_EQ(parameter.valueRange->min, "-5.000000");

@@ -23,8 +23,8 @@ struct GroupPlace
 /// The container reader: indexes the groups of an mx buffer and gives access to them.
 ///
 /// The buffer is neither copied nor owned: it must outlive every access. All results point into it,
-/// except the text of a group entry. Failures are `std::runtime_error`. Concurrent readers of one
-/// indexed parser are safe, except for `getGroupEntry`.
+/// except the text of a group entry and the places of groups. Failures are `std::runtime_error`.
+/// Concurrent readers of one indexed parser are safe, except for `getGroupEntry`.
 class PARSER_MX_API Parser
 {
 public:
