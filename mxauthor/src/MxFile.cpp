@@ -17,9 +17,9 @@ namespace {
 
 namespace mx = devices::parser::mx;
 
+using mxformat::contentLengthEnd;
 using mxformat::groupChecksumSize;
 using mxformat::groupHeaderSize;
-constexpr std::size_t headerSize = groupHeaderSize + 2; // with the content length
 constexpr std::size_t groupSizeLimit = 0xFFFF;
 
 Group readGroup(const mx::GroupPlace& place, const std::uint8_t* data)
@@ -95,10 +95,10 @@ FramedGroups framedGroups(const std::vector<char>& bytes)
 // The file with a header that asks for no more bytes than there are.
 std::vector<char> withReachableEnd(std::vector<char> bytes)
 {
-    if (bytes.size() >= headerSize && bytes[0] == 0 && bytes[1] == 0) {
+    if (bytes.size() >= contentLengthEnd && bytes[0] == 0 && bytes[1] == 0) {
         const std::size_t length = std::min(bytes.size(), groupSizeLimit);
-        bytes[headerSize - 2] = static_cast<char>(length >> 8);
-        bytes[headerSize - 1] = static_cast<char>(length & 0xFF);
+        bytes[contentLengthEnd - 2] = static_cast<char>(length >> 8);
+        bytes[contentLengthEnd - 1] = static_cast<char>(length & 0xFF);
     }
     return bytes;
 }

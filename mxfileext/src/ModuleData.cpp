@@ -4,6 +4,7 @@
 
 #include <mxformat/BigEndian.h>
 #include <mxformat/Groups.h>
+#include <mxformat/TextTable.h>
 
 #include <algorithm>
 #include <atomic>
@@ -34,11 +35,6 @@ std::size_t findLineEnd(const std::uint8_t* payload, std::size_t size, std::size
     return pos;
 }
 
-bool endsText(std::uint8_t byte)
-{
-    return byte == 0x00 || byte == '\r';
-}
-
 } // namespace
 
 void ModuleData::addGroup(std::uint16_t group, const std::uint8_t* payload, std::uint32_t size)
@@ -60,17 +56,17 @@ std::string ModuleData::text(std::uint16_t id) const
 {
     const std::uint8_t* const table = textTable.data();
     const std::size_t size = textTable.size();
-    for (std::size_t pos = 2; size >= 2 && size - 2 > pos;) {
-        const std::uint8_t* const begin = table + pos + 2;
+    for (std::size_t pos = mxformat::textTableHeaderSize; size > pos + mxformat::textIdSize;) {
+        const std::uint8_t* const begin = table + pos + mxformat::textIdSize;
         if (mxformat::readBigEndian<std::uint16_t>(table + pos) == id) {
-            const std::uint8_t* const end = std::find_if(begin, table + size, endsText);
+            const std::uint8_t* const end = std::find_if(begin, table + size, mxformat::endsText);
             return end == table + size ? std::string() : std::string(begin, end);
         }
-        const std::size_t lineEnd = findLineEnd(table, size, pos + 2);
+        const std::size_t lineEnd = findLineEnd(table, size, pos + mxformat::textIdSize);
         if (lineEnd == size) {
             break;
         }
-        pos = lineEnd + 2;
+        pos = lineEnd + mxformat::lineEndSize;
     }
     return {};
 }

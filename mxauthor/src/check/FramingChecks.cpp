@@ -29,13 +29,15 @@ const auto& [noGroups, framing, contentLength, headerMissing, trailingBytes] = f
 
 namespace mx = devices::parser::mx;
 
-constexpr std::uint32_t contentLengthEnd = 6;
+using mxformat::groupHeaderSize;
 
 // Whether the header itself is well framed, and only the content length exceeds the file.
 bool isCutOff(const std::uint8_t* data, std::uint32_t start, std::size_t size)
 {
-    return start == 0 && size >= 8 && mx::readU16BE(data) == 0 && mx::readU16BE(data + 2) >= 8 &&
-           mx::readU16BE(data + 2) <= size && mx::readU16BE(data + 4) > size;
+    constexpr std::uint32_t smallest = mxformat::smallestGroup(mxformat::group::header);
+    return start == 0 && size >= smallest && mx::readU16BE(data) == mxformat::group::header &&
+           mx::readU16BE(data + 2) >= smallest && mx::readU16BE(data + 2) <= size &&
+           mx::readU16BE(data + groupHeaderSize) > size;
 }
 
 // Describes the bytes at `start`, where the container reader failed.
@@ -45,9 +47,10 @@ std::string statedLength(const std::uint8_t* data, std::uint32_t start, std::siz
     const std::uint16_t length = mx::readU16BE(data + start + 2);
     std::string text = "group " + mx::u16AsHex(id) + " states a length of " +
                        counted(length, "byte") + ", " + std::to_string(left) +
-                       " are left and the minimum is " + (id == 0 ? "8" : "6");
-    if (id == 0 && left >= contentLengthEnd) {
-        text += "; content length " + std::to_string(mx::readU16BE(data + start + 4));
+                       " are left and the minimum is " +
+                       std::to_string(mxformat::smallestGroup(id));
+    if (id == mxformat::group::header && left >= mxformat::contentLengthEnd) {
+        text += "; content length " + std::to_string(mx::readU16BE(data + start + groupHeaderSize));
     }
     return text;
 }
@@ -103,9 +106,10 @@ void checkFraming(const std::vector<char>& bytes, const MxFile& file, Findings& 
     const std::uint32_t start = file.tail.place.offset;
     const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
     const std::size_t left = bytesLeft(file, start, bytes.size());
-    findings.addToFile(framing, {mx::readU16BE(data + start), start, 4},
+    findings.addToFile(framing, {mx::readU16BE(data + start), start, groupHeaderSize},
                        isCutOff(data, start, bytes.size())
-                           ? "content length " + std::to_string(mx::readU16BE(data + 4)) +
+                           ? "content length " +
+                                 std::to_string(mx::readU16BE(data + groupHeaderSize)) +
                                  ", the file has " + counted(bytes.size(), "byte")
                            : statedLength(data, start, left));
 }

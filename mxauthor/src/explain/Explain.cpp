@@ -3,6 +3,7 @@
 #include "explain/GroupParts.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <mxformat/TextTable.h>
 
 #include <algorithm>
 
@@ -57,8 +58,6 @@ void explainTail(Explanation& result, const Place& tail)
     result.parts.push_back(part);
 }
 
-constexpr std::uint32_t lineEndSize = 2;
-
 // From the first field of a record to the end of its last.
 Place from(const Place& first, std::uint32_t end)
 {
@@ -106,7 +105,7 @@ void addTexts(const ModuleView& module, std::vector<NamedPlace>& all)
     for (const TextRecord& record : module.contentOrNone<TextTable>(mxformat::group::texts).texts) {
         const Place& text = record.text.place;
         all.push_back({named("text", record.id.value, ""), record.text.value,
-                       from(record.id.place, text.end() + lineEndSize)});
+                       from(record.id.place, text.end() + mxformat::lineEndSize)});
     }
 }
 

@@ -19,7 +19,7 @@ std::string identityMeaning(const Dataset& dataset)
     if (data.size() != mxformat::identitySize) {
         return "5 bytes expected: module type and identifier";
     }
-    const auto id = mxformat::readBigEndian<std::uint32_t>(data.data() + 1);
+    const auto id = mxformat::readBigEndian<std::uint32_t>(data.data() + mxformat::moduleIdOffset);
     return "module type " + std::to_string(data[0]) + ", module identifier " +
            devices::parser::mx::u32AsHex(id);
 }

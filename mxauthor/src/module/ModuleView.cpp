@@ -3,6 +3,7 @@
 #include <mxformat/BigEndian.h>
 #include <mxformat/DataSizes.h>
 #include <mxformat/ImageAllocator.h>
+#include <mxformat/TextTable.h>
 #include <text/Beginning.h>
 
 #include <algorithm>
@@ -130,7 +131,8 @@ std::optional<std::uint32_t> ModuleView::moduleId() const
         if (dataset.id.value == mxformat::identityDataset) {
             const Bytes& data = dataset.data.value;
             return data.size() == mxformat::identitySize
-                       ? std::optional(mxformat::readBigEndian<std::uint32_t>(data.data() + 1))
+                       ? std::optional(mxformat::readBigEndian<std::uint32_t>(
+                             data.data() + mxformat::moduleIdOffset))
                        : std::nullopt;
         }
     }
@@ -162,8 +164,7 @@ void ModuleView::addParameters()
 std::string dateText(const Extension& extension)
 {
     const Bytes& date = extension.date.value;
-    return {date.begin(), std::find_if(date.begin(), date.end(),
-                                       [](auto byte) { return byte == 0 || byte == '\r'; })};
+    return {date.begin(), std::find_if(date.begin(), date.end(), mxformat::endsText)};
 }
 
 std::string quoted(const std::string& text)

@@ -14,6 +14,12 @@ constexpr std::uint32_t groupChecksumSize = 2;
 /// Bytes of a group beside its payload.
 constexpr std::uint32_t groupOverhead = groupHeaderSize + groupChecksumSize;
 
+/// Bytes of the content length, with which the payload of the group `header` begins.
+constexpr std::uint32_t contentLengthSize = 2;
+
+/// Bytes from the start of a header group to the end of its content length.
+constexpr std::uint32_t contentLengthEnd = groupHeaderSize + contentLengthSize;
+
 /// Identifiers of the groups whose payload has a known shape.
 namespace group {
 
@@ -33,6 +39,12 @@ constexpr std::uint16_t extension = 0x20F0;
 constexpr std::uint16_t productImage = 0x20F1;
 
 } // namespace group
+
+/// Returns the fewest bytes of a whole group `id`.
+constexpr std::uint32_t smallestGroup(std::uint16_t id)
+{
+    return id == group::header ? groupOverhead + contentLengthSize : groupOverhead;
+}
 
 /// A group of known shape, as people name it.
 struct GroupName

@@ -12,8 +12,7 @@ namespace {
 
 using mxformat::groupHeaderSize;
 using mxformat::groupOverhead;
-constexpr std::uint32_t headerGroupMinSize = groupOverhead + 2; // with the content length
-constexpr std::uint32_t contentLengthEnd = groupHeaderSize + 2; // from the start of the group
+using mxformat::smallestGroup;
 
 [[noreturn]] void failAtGroup(std::uint16_t id, std::uint32_t start, const char* reason)
 {
@@ -35,20 +34,21 @@ void checkGroup(std::uint16_t id, std::uint32_t pos, std::uint32_t length, std::
     if (!fits(pos, length, end)) {
         failAtGroup(id, pos, outOfBounds);
     }
-    if (length < groupOverhead) {
+    if (length < smallestGroup(id)) {
         failAtGroup(id, pos, invalidLength);
     }
 }
 
-// Checks a header group and returns the end that its content length sets. The content length may
-// lie beyond an end that an earlier header group has reduced, but not beyond the buffer.
+// Checks a header group and returns the end that its content length states. The bytes of the
+// content length may be after an end that an earlier header group has stated, but not after the
+// buffer.
 std::uint32_t checkHeaderGroup(const std::uint8_t* data, std::uint32_t bufferSize,
                                std::uint32_t pos, std::uint32_t length, std::uint32_t end)
 {
-    if (length < headerGroupMinSize) {
+    if (length < smallestGroup(mxformat::group::header)) {
         failAtGroup(mxformat::group::header, pos, invalidLength);
     }
-    if (!fits(pos, contentLengthEnd, bufferSize)) {
+    if (!fits(pos, mxformat::contentLengthEnd, bufferSize)) {
         failAtGroup(mxformat::group::header, pos, outOfBounds);
     }
     const std::uint32_t declared = readU16BE(data + pos + groupHeaderSize);

@@ -131,7 +131,7 @@ void Parser::getModuleIdAndType(std::uint32_t* moduleId, std::uint8_t* moduleTyp
         throw std::runtime_error("Parser::getModuleIdAndType(): Unexpected tavo dataset size");
     }
     *moduleType = readU8(identity);
-    *moduleId = readU32BE(identity + 1);
+    *moduleId = readU32BE(identity + mxformat::moduleIdOffset);
 }
 
 void Parser::parseContent()

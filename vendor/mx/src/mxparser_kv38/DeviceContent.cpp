@@ -9,6 +9,7 @@
 #include <mxformat/Extension.h>
 #include <mxformat/Groups.h>
 #include <mxformat/ParameterRecord.h>
+#include <mxformat/TextTable.h>
 #include <text/Base64.h>
 
 #include <stdexcept>
@@ -50,8 +51,7 @@ std::string calibrationDate(const std::uint8_t* extension)
 {
     const std::uint8_t* text = extension + mxformat::calibrationDateOffset;
     std::uint32_t length = 0;
-    while (length < mxformat::calibrationDateReadLength && text[length] != 0x00 &&
-           text[length] != '\r') {
+    while (length < mxformat::calibrationDateReadLength && !mxformat::endsText(text[length])) {
         ++length;
     }
     return {text, text + length};
@@ -112,7 +112,7 @@ void Parser_kv38::parseContent()
     std::uint32_t size = 0;
     if (const std::uint8_t* extension = getGroup(group::extension, &size)) {
         checkExtension(extension, size);
-        if (const std::uint16_t gtinTextId = readU16BE(extension + 1)) {
+        if (const std::uint16_t gtinTextId = readU16BE(extension + mxformat::gtinOffset)) {
             addStaticProperty("gtin", getTextStringById(gtinTextId));
         }
         addStaticProperty("calibrationDate", calibrationDate(extension));

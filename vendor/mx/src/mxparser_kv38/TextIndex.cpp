@@ -1,12 +1,8 @@
 #include "TextIndex.h"
 
+#include <mxformat/TextTable.h>
+
 namespace devices::parser::mx {
-
-namespace {
-
-constexpr std::uint32_t tableHeaderSize = 2;
-
-} // namespace
 
 void TextIndex::attachTo(std::uint64_t indexing, const std::uint8_t* inPayload,
                          std::uint32_t inSize)
@@ -24,7 +20,7 @@ void TextIndex::clear()
     }
     ids.clear();
     channelNames = {};
-    next = tableHeaderSize;
+    next = mxformat::textTableHeaderSize;
     skippedText = 0;
 }
 

@@ -7,6 +7,7 @@
 #include <mxformat/DataSizes.h>
 #include <mxformat/Datatype.h>
 #include <mxformat/Groups.h>
+#include <mxformat/TextTable.h>
 
 #include <algorithm>
 #include <array>
@@ -17,17 +18,12 @@ namespace devices::parser::mx {
 
 namespace {
 
-constexpr std::uint32_t textIdSize = 2;
-constexpr std::uint32_t lineEndSize = 2;
+using mxformat::lineEndSize;
+using mxformat::textIdSize;
 
 [[noreturn]] void failTextTermination()
 {
     throw std::runtime_error("Invalid textstring termination");
-}
-
-bool endsText(std::uint8_t byte)
-{
-    return byte == 0x00 || byte == '\r';
 }
 
 // Cuts the length of a text so that neither the text nor the terminator after it leaves the mx
@@ -60,7 +56,7 @@ const std::string& Parser_kv38::mxTextToStdString(const std::uint8_t* text, unsi
     static std::string result;
     result.clear();
     const std::uint8_t* const limit = text + length + 1;
-    const std::uint8_t* const end = std::find_if(text, limit, endsText);
+    const std::uint8_t* const end = std::find_if(text, limit, mxformat::endsText);
     if (end == limit) {
         failTextTermination();
     }
