@@ -127,7 +127,7 @@ TEST_F(BuildVerb, reportsImpossibleOutputs)
     const std::string text = file("a.yaml", "module: []\n");
     const ToolRun several = runTool({"build", text, text, "-o", directory.path("a.bin")});
     EXPECT_EQ(several.exitCode, 2);
-    EXPECT_THAT(several.err, HasSubstr("the output is no directory"));
+    EXPECT_THAT(several.err, HasSubstr("the output is not a directory"));
     const ToolRun same = runTool({"build", text, text, "-o", directory.path("out/")});
     EXPECT_EQ(same.exitCode, 2);
     EXPECT_THAT(same.err, HasSubstr("A second text for a.bin"));

@@ -49,7 +49,7 @@ TEST(ExplainVerb, refusesPlacesOutsideTheFile)
     EXPECT_EQ(outside.exitCode, 2);
     EXPECT_THAT(outside.err, HasSubstr("1816 (0x718) lies outside the file of 1816 bytes"));
     EXPECT_THAT(runTool({"explain", analogue, "--at", "12x"}).err,
-                HasSubstr("\"12x\" is no offset"));
+                HasSubstr("\"12x\" is not an offset"));
     EXPECT_EQ(runTool({"explain", analogue, "--at", "1", "--where", "a"}).exitCode, 2);
 }
 

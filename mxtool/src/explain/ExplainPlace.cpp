@@ -25,7 +25,7 @@ std::size_t offsetOf(const std::string& word, std::size_t size)
 {
     const auto offset = numberOfWord(word);
     if (!offset) {
-        throw InvalidInput("\"" + word + "\" is no offset",
+        throw InvalidInput("\"" + word + "\" is not an offset",
                            "a number in decimal, or in hexadecimal after 0x");
     }
     if (*offset >= size) {

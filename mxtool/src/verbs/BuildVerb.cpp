@@ -55,7 +55,7 @@ std::vector<std::string> targetsOf(const BuildOptions& options)
 {
     if (!isDirectory(options.output)) {
         if (options.files.size() > 1) {
-            failUsage(options.output, "More than one text, and the output is no directory",
+            failUsage(options.output, "More than one text, and the output is not a directory",
                       "name a directory, with / at its end when there is none yet");
         }
         return {options.output};
