@@ -16,7 +16,7 @@ using tooltest::readFile;
 using tooltest::runTool;
 using tooltest::ToolRun;
 
-const std::string example = "examples/modules/MX0304.bin";
+const std::string mx0304 = "examples/modules/MX0304.bin";
 
 class BuildVerb : public testing::Test
 {
@@ -59,12 +59,11 @@ std::string longText(int wrongLine)
 TEST_F(BuildVerb, anMxFileIsNoText)
 {
     const std::string output = directory.path("out.bin");
-    const ToolRun run = runTool({"build", example, "-o", output});
+    const ToolRun run = runTool({"build", mx0304, "-o", output});
     EXPECT_EQ(run.exitCode, 3);
-    EXPECT_EQ(run.err, example +
-                           ": error: This is an mx file already, expected its text form\n"
-                           "hint: mxtool dump FILE -o FILE.yaml writes the text form of an mx "
-                           "file\n");
+    EXPECT_EQ(run.err, mx0304 + ": error: This is an mx file already, expected its text form\n"
+                                "hint: mxtool dump FILE -o FILE.yaml writes the text form of an mx "
+                                "file\n");
     EXPECT_FALSE(std::filesystem::exists(output));
 }
 
@@ -72,14 +71,14 @@ TEST_F(BuildVerb, givesBackTheFileThatWasDumped)
 {
     const std::string text = directory.path("module.yaml");
     const std::string binary = directory.path("module.bin");
-    const ToolRun dump = runTool({"dump", example, "-o", text});
+    const ToolRun dump = runTool({"dump", mx0304, "-o", text});
     EXPECT_EQ(dump.exitCode, 0);
     EXPECT_EQ(dump.out + dump.err, "");
     const ToolRun build = runTool({"build", text, "-o", binary});
     EXPECT_EQ(build.exitCode, 0);
     EXPECT_EQ(build.out, binary + ": 1816 bytes\n");
     EXPECT_EQ(readFile(binary), runTool({"build", text, "-o", "-"}).out);
-    EXPECT_EQ(runTool({"show", binary}).out, runTool({"show", example}).out);
+    EXPECT_EQ(runTool({"show", binary}).out, runTool({"show", mx0304}).out);
 }
 
 TEST_F(BuildVerb, showsAnErrorOfALongTextAtItsLineAndColumn)

@@ -16,7 +16,7 @@ using tooltest::runTool;
 using tooltest::ToolRun;
 using tooltest::ToolSetup;
 
-const std::string example = "examples/modules/MX0602.bin";
+const std::string mx0602 = "examples/modules/MX0602.bin";
 const std::string warnings = "warning: channel 34: no IEC symbol assigned\n"
                              "warning: channel 35: no IEC symbol assigned\n";
 
@@ -28,20 +28,20 @@ std::size_t filesIn(const testkit::TemporaryDirectory& directory)
 
 TEST(ChannelsVerb, warnsOfChannelsWithoutASymbolOnStandardError)
 {
-    const ToolRun run = runTool({"channels", example});
+    const ToolRun run = runTool({"channels", mx0602});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.out, StartsWith("Channel  Name "));
     EXPECT_EQ(run.err, warnings);
-    EXPECT_EQ(runTool({"channels", "--log-level", "error", example}).err, "");
+    EXPECT_EQ(runTool({"channels", "--log-level", "error", mx0602}).err, "");
 }
 
 TEST(ChannelsVerb, writesThePictureBesideTheList)
 {
     const testkit::TemporaryDirectory directory;
     const std::string picture = directory.path("image.svg");
-    const ToolRun run = runTool({"channels", example, "--picture", picture});
+    const ToolRun run = runTool({"channels", mx0602, "--picture", picture});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.out, runTool({"channels", example}).out);
+    EXPECT_EQ(run.out, runTool({"channels", mx0602}).out);
     EXPECT_THAT(readFile(picture), StartsWith("<svg "));
     EXPECT_EQ(filesIn(directory), 1U);
 }
@@ -50,11 +50,11 @@ TEST(ChannelsVerb, aPictureOnStandardOutputReplacesTheList)
 {
     const testkit::TemporaryDirectory directory;
     const std::string list = directory.path("list.csv");
-    const ToolRun picture = runTool({"channels", example, "--picture", "-"});
+    const ToolRun picture = runTool({"channels", mx0602, "--picture", "-"});
     EXPECT_THAT(picture.out, StartsWith("<svg "));
     EXPECT_THAT(picture.out, testing::EndsWith("</svg>\n"));
     const ToolRun both =
-        runTool({"channels", example, "--picture", "-", "--format", "csv", "-o", list});
+        runTool({"channels", mx0602, "--picture", "-", "--format", "csv", "-o", list});
     EXPECT_EQ(both.out, picture.out);
     EXPECT_THAT(readFile(list), StartsWith("number,name,"));
 }
@@ -62,7 +62,7 @@ TEST(ChannelsVerb, aPictureOnStandardOutputReplacesTheList)
 TEST(ChannelsVerb, aPictureIsSvgWhateverItsName)
 {
     const testkit::TemporaryDirectory directory;
-    const ToolRun run = runTool({"channels", example, "--picture", directory.path("a.png")});
+    const ToolRun run = runTool({"channels", mx0602, "--picture", directory.path("a.png")});
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_EQ(run.out, "");
     EXPECT_THAT(run.err,
@@ -72,10 +72,10 @@ TEST(ChannelsVerb, aPictureIsSvgWhateverItsName)
 
 TEST(ChannelsVerb, anOffsetAfterEveryImageIsSaid)
 {
-    const ToolRun far = runTool({"channels", example, "--in-offset", "1000000"});
+    const ToolRun far = runTool({"channels", mx0602, "--in-offset", "1000000"});
     EXPECT_EQ(far.exitCode, 0);
     EXPECT_THAT(far.err, HasSubstr("--in-offset 1000000: warning: "));
-    EXPECT_THAT(runTool({"channels", example, "--in-offset", "10"}).err,
+    EXPECT_THAT(runTool({"channels", mx0602, "--in-offset", "10"}).err,
                 testing::Not(HasSubstr("--in-offset")));
 }
 
@@ -83,14 +83,14 @@ TEST(ChannelsVerb, aPictureThatCannotBeWrittenIsAFailedOutput)
 {
     const testkit::TemporaryDirectory directory;
     const ToolRun missing =
-        runTool({"channels", example, "--picture", directory.path("none/image.svg")});
+        runTool({"channels", mx0602, "--picture", directory.path("none/image.svg")});
     EXPECT_EQ(missing.exitCode, 4);
     EXPECT_EQ(missing.out, "");
     EXPECT_THAT(missing.err, HasSubstr("none/image.svg: error: Cannot write: No such file"));
-    const ToolRun full = runTool({"channels", example, "--picture", "/dev/full"});
+    const ToolRun full = runTool({"channels", mx0602, "--picture", "/dev/full"});
     EXPECT_EQ(full.exitCode, 4);
     EXPECT_EQ(full.out, "");
-    EXPECT_EQ(runTool({"channels", example, "--picture", directory.path()}).exitCode, 4);
+    EXPECT_EQ(runTool({"channels", mx0602, "--picture", directory.path()}).exitCode, 4);
     EXPECT_EQ(filesIn(directory), 0U);
 }
 
@@ -99,9 +99,9 @@ TEST(ChannelsVerb, aListThatCannotBeWrittenIsAFailedOutput)
     ToolSetup full;
     full.standardOutput = "/dev/full";
     for (const char* format : {"text", "json", "csv", "st"}) {
-        EXPECT_EQ(runTool({"channels", example, "--format", format}, full).exitCode, 4);
+        EXPECT_EQ(runTool({"channels", mx0602, "--format", format}, full).exitCode, 4);
     }
-    EXPECT_EQ(runTool({"channels", example, "--picture", "-"}, full).exitCode, 4);
+    EXPECT_EQ(runTool({"channels", mx0602, "--picture", "-"}, full).exitCode, 4);
 }
 
 TEST(ChannelsVerb, aBadInputKeepsThePictureThatWasThere)
@@ -117,11 +117,11 @@ TEST(ChannelsVerb, aBadInputKeepsThePictureThatWasThere)
 TEST(ChannelsVerb, wordsThatContradictEachOtherAreRefused)
 {
     const testkit::TemporaryDirectory directory;
-    const ToolRun map = runTool({"channels", example, "--map", "--format", "json"});
+    const ToolRun map = runTool({"channels", mx0602, "--map", "--format", "json"});
     EXPECT_EQ(map.exitCode, 2);
     EXPECT_THAT(map.err, HasSubstr("--map: is drawn with --format text only, not with json"));
     const std::string file = directory.path("both");
-    const ToolRun same = runTool({"channels", example, "--picture", file, "-o", file});
+    const ToolRun same = runTool({"channels", mx0602, "--picture", file, "-o", file});
     EXPECT_EQ(same.exitCode, 2);
     EXPECT_THAT(same.err,
                 HasSubstr("/both: error: Two outputs of this call are the same file, this one;"));
@@ -130,18 +130,18 @@ TEST(ChannelsVerb, wordsThatContradictEachOtherAreRefused)
 
 TEST(ChannelsVerb, theMapIsAboveTheListWithoutColourOutsideATerminal)
 {
-    const ToolRun run = runTool({"channels", example, "--map"});
+    const ToolRun run = runTool({"channels", mx0602, "--map"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.out, HasSubstr("│Count 2 +7"));
-    EXPECT_THAT(run.out, testing::EndsWith(runTool({"channels", example}).out));
+    EXPECT_THAT(run.out, testing::EndsWith(runTool({"channels", mx0602}).out));
     EXPECT_EQ(run.out.find('\033'), std::string::npos);
 }
 
 TEST(ChannelsVerb, readsStandardInput)
 {
     ToolSetup setup;
-    setup.standardInput = std::string(PROJECT_BUILD) + "/" + example;
-    EXPECT_EQ(runTool({"channels", "-"}, setup).out, runTool({"channels", example}).out);
+    setup.standardInput = std::string(PROJECT_BUILD) + "/" + mx0602;
+    EXPECT_EQ(runTool({"channels", "-"}, setup).out, runTool({"channels", mx0602}).out);
 }
 
 // Channels of 255 bits each, each beginning in the byte after the previous one, all with one long

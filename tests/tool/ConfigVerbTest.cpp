@@ -257,17 +257,17 @@ TEST(ConfigVerb, namesLineAndColumnOfAWrongValue)
 TEST(ConfigVerb, takesItsOwnJsonBack)
 {
     const testkit::TemporaryDirectory directory;
-    const std::string json = directory.path("values.json");
-    ASSERT_EQ(runTool({"config", serial, "--set", "Stop bits=2", "--format", "json", "-o", json})
+    const std::string written = directory.path("values.json");
+    ASSERT_EQ(runTool({"config", serial, "--set", "Stop bits=2", "--format", "json", "-o", written})
                   .exitCode,
               0);
-    const ToolRun run = runTool({"config", serial, "--values", json, "--format", "binary"});
+    const ToolRun run = runTool({"config", serial, "--values", written, "--format", "binary"});
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.out, std::string("\x03\x11\0\xFA\xEE\xDD\xEF\x0B\x82\x16\x7E\xEB", 12));
 
-    const ToolRun other = runTool({"config", analogue, "--values", json});
+    const ToolRun other = runTool({"config", analogue, "--values", written});
     EXPECT_EQ(other.exitCode, 3);
-    EXPECT_EQ(other.err, json +
+    EXPECT_EQ(other.err, written +
                              ": error: The values are those of a kv38.5a070701, expected a "
                              "kv38.5a030304 as " +
                              analogue + " is\n");

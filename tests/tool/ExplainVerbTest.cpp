@@ -12,7 +12,7 @@ using tooltest::readFile;
 using tooltest::runTool;
 using tooltest::ToolRun;
 
-const std::string analogue = std::string(EXAMPLE_MODULES) + "/MX0304.bin";
+const std::string analogueFile = std::string(EXAMPLE_MODULES) + "/MX0304.bin";
 
 // The clean supply module with markup and control characters in its label.
 std::string fileWithMarkup(const testkit::TemporaryDirectory& directory)
@@ -24,7 +24,7 @@ std::string fileWithMarkup(const testkit::TemporaryDirectory& directory)
 
 TEST(ExplainVerb, dumpsEveryByte)
 {
-    const ToolRun run = runTool({"explain", analogue});
+    const ToolRun run = runTool({"explain", analogueFile});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.out, HasSubstr("group 20c0, parameters: "));
     EXPECT_THAT(run.out, HasSubstr(" parameter 3 \"Upper limit\"\n"));
@@ -36,8 +36,8 @@ TEST(ExplainVerb, dumpsEveryByte)
 
 TEST(ExplainVerb, explainsOneByte)
 {
-    const ToolRun hex = runTool({"explain", analogue, "--at", "0x129"});
-    const ToolRun decimal = runTool({"explain", analogue, "--at", "297"});
+    const ToolRun hex = runTool({"explain", analogueFile, "--at", "0x129"});
+    const ToolRun decimal = runTool({"explain", analogueFile, "--at", "297"});
     EXPECT_EQ(hex.out, decimal.out);
     EXPECT_THAT(hex.out, HasSubstr("byte     0x1c (28) at 0x000129 (297)\n"));
     EXPECT_THAT(hex.out, HasSubstr("field    block, byte 1 of 2 from 0x000128\n"));
@@ -45,22 +45,22 @@ TEST(ExplainVerb, explainsOneByte)
 
 TEST(ExplainVerb, refusesPlacesOutsideTheFile)
 {
-    const ToolRun outside = runTool({"explain", analogue, "--at", "1816"});
+    const ToolRun outside = runTool({"explain", analogueFile, "--at", "1816"});
     EXPECT_EQ(outside.exitCode, 2);
     EXPECT_THAT(outside.err, HasSubstr("1816 (0x718) lies outside the file of 1816 bytes"));
-    EXPECT_THAT(runTool({"explain", analogue, "--at", "12x"}).err,
+    EXPECT_THAT(runTool({"explain", analogueFile, "--at", "12x"}).err,
                 HasSubstr("\"12x\" is not an offset"));
-    EXPECT_EQ(runTool({"explain", analogue, "--at", "1", "--where", "a"}).exitCode, 2);
+    EXPECT_EQ(runTool({"explain", analogueFile, "--at", "1", "--where", "a"}).exitCode, 2);
 }
 
 TEST(ExplainVerb, findsNames)
 {
-    const ToolRun run = runTool({"explain", analogue, "--where", "AI 2"});
+    const ToolRun run = runTool({"explain", analogueFile, "--where", "AI 2"});
     EXPECT_THAT(run.out, HasSubstr("channel 1 (IW2)"));
     EXPECT_THAT(run.out, HasSubstr("name of channel 1"));
     // In UTF-8, as people see it; the file has it in Windows-1252.
-    EXPECT_THAT(runTool({"explain", analogue, "--where", "±10 V"}).out, HasSubstr("text 100"));
-    const ToolRun none = runTool({"explain", analogue, "--where", "Uper limit"});
+    EXPECT_THAT(runTool({"explain", analogueFile, "--where", "±10 V"}).out, HasSubstr("text 100"));
+    const ToolRun none = runTool({"explain", analogueFile, "--where", "Uper limit"});
     EXPECT_EQ(none.exitCode, 2);
     EXPECT_THAT(none.err, HasSubstr("did you mean \"Upper limit\""));
 }
@@ -76,7 +76,7 @@ TEST(ExplainVerb, anEmptyNameOrPlaceIsRefused)
 
 TEST(ExplainVerb, jsonCoversTheFile)
 {
-    const json report = json::parse(runTool({"explain", "--format", "json", analogue}).out);
+    const json report = json::parse(runTool({"explain", "--format", "json", analogueFile}).out);
     EXPECT_EQ(report["schema"]["name"], "mxtool.explain");
     std::size_t next = 0;
     for (const json& part : report["parts"]) {

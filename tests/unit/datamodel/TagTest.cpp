@@ -5,7 +5,7 @@
 
 namespace {
 
-struct Record
+struct HostRecord
 {};
 
 void expectAttributeTags(const datamodel::Attribute& attribute)
@@ -87,7 +87,7 @@ TEST(ClassTag, OfAChannel)
     const datamodel::Channel channel;
     expectAttributeTags(channel);
     EXPECT_EQ(channel.channelTag, "Channel");
-    EXPECT_EQ(datamodel::Channel_p<Record>().channelTag, "Channel");
+    EXPECT_EQ(datamodel::Channel_p<HostRecord>().channelTag, "Channel");
 }
 
 TEST(ClassTag, OfAParameter)
@@ -95,7 +95,7 @@ TEST(ClassTag, OfAParameter)
     const datamodel::Parameter parameter;
     expectAttributeTags(parameter);
     EXPECT_EQ(parameter.parameterTag, "Parameter");
-    EXPECT_EQ(datamodel::Parameter_p<Record>().parameterTag, "Parameter");
+    EXPECT_EQ(datamodel::Parameter_p<HostRecord>().parameterTag, "Parameter");
 }
 
 TEST(ClassTag, OfAnOptionAndAValueRange)

@@ -8,7 +8,7 @@
 
 namespace {
 
-struct Record
+struct AnyRecord
 {};
 
 // Asks through the base class, as a host does that walks the flat list of a device.
@@ -41,8 +41,8 @@ TEST(TypeCode, OfOptionAndValueRange)
 
 TEST(TypeCode, OfATemplateIsThatOfItsBase)
 {
-    EXPECT_EQ(reportedCode<datamodel::Channel_p<Record>>(), 9);
-    EXPECT_EQ(reportedCode<datamodel::Parameter_p<Record>>(), 25);
+    EXPECT_EQ(reportedCode<datamodel::Channel_p<AnyRecord>>(), 9);
+    EXPECT_EQ(reportedCode<datamodel::Parameter_p<AnyRecord>>(), 25);
     EXPECT_EQ(reportedCode<datamodel::Device_p<devices::database::DeviceProperties>>(), 10);
 }
 

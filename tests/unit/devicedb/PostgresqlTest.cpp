@@ -19,7 +19,7 @@ using testing::Not;
 using testing::StartsWith;
 using testkit::failureOf;
 
-std::string openFailure(const std::string& url)
+std::string serverFailure(const std::string& url)
 {
     return failureOf([&] { DeviceDatabase database(url); });
 }
@@ -50,7 +50,7 @@ std::string word(const std::string& key)
 
 TEST(PostgresqlWords, AreReadByLibpq)
 {
-    EXPECT_EQ(openFailure("postgresql:host=/nowhere colour=red"),
+    EXPECT_EQ(serverFailure("postgresql:host=/nowhere colour=red"),
               "Cannot open device database postgresql:...: its connection string is invalid: "
               "invalid connection option \"...\"");
 }
@@ -59,7 +59,7 @@ TEST(PostgresqlWords, ThatCannotBeReadAreNotShown)
 {
     for (const char* words : {"host=/nowhere password=secret word", "secret", "password='secret",
                               "//user:sec:ret@ho[st/db", "//user:secret@h:x%zz/db"}) {
-        EXPECT_THAT(openFailure(std::string("postgresql:") + words), Not(HasSubstr("ret")))
+        EXPECT_THAT(serverFailure(std::string("postgresql:") + words), Not(HasSubstr("ret")))
             << words;
     }
 }
@@ -69,14 +69,16 @@ TEST(PostgresqlWords, OfAnUnreachableHostNameHostAndDatabaseAndNoPassword)
     const std::string reason = "Cannot open device database postgresql:host=/nowhere dbname=plant: "
                                "connection to server on socket \"/nowhere/.s.PGSQL.5432\" failed: "
                                "No such file or directory";
-    EXPECT_EQ(openFailure("postgresql:host=/nowhere dbname=plant user=u password=secret"), reason);
-    EXPECT_EQ(openFailure("postgresql://u:secret@/plant?host=/nowhere"), reason);
-    EXPECT_EQ(openFailure("postgresql:postgresql://u:secret@/plant?host=/nowhere"), reason);
+    EXPECT_EQ(serverFailure("postgresql:host=/nowhere dbname=plant user=u password=secret"),
+              reason);
+    EXPECT_EQ(serverFailure("postgresql://u:secret@/plant?host=/nowhere"), reason);
+    EXPECT_EQ(serverFailure("postgresql:postgresql://u:secret@/plant?host=/nowhere"), reason);
 }
 
 TEST(PostgresqlWords, RefusedConnectionIsNamed)
 {
-    const std::string failure = openFailure("postgresql:host=127.0.0.1 port=1 dbname=plant user=u");
+    const std::string failure =
+        serverFailure("postgresql:host=127.0.0.1 port=1 dbname=plant user=u");
     EXPECT_THAT(failure, StartsWith("Cannot open device database postgresql:host=127.0.0.1 "
                                     "dbname=plant: connection to server at"));
     EXPECT_THAT(failure, HasSubstr("Connection refused"));
@@ -86,8 +88,8 @@ TEST(PostgresqlWords, RefusedConnectionIsNamed)
 TEST(PostgresqlWords, PasswordIsRemovedFromServerMessages)
 {
     // The role's name is the password: the server shows it, the library does not.
-    const std::string failure = openFailure("postgresql:host=" + word("host") +
-                                            " dbname=postgres user=hunter2 password=hunter2");
+    const std::string failure = serverFailure("postgresql:host=" + word("host") +
+                                              " dbname=postgres user=hunter2 password=hunter2");
     EXPECT_EQ(failure, "Cannot open device database postgresql:host=" + word("host") +
                            " dbname=postgres: role \"***\" does not exist");
 }
@@ -96,7 +98,7 @@ TEST(PostgresqlWords, MissingOnesComeFromTheEnvironment)
 {
     const Variable host("PGHOST", "/nowhere");
     const Variable database("PGDATABASE", "plant");
-    EXPECT_THAT(openFailure("postgresql:"),
+    EXPECT_THAT(serverFailure("postgresql:"),
                 StartsWith("Cannot open device database postgresql:host=/nowhere dbname=plant: "));
 }
 
@@ -115,7 +117,7 @@ TEST(PostgresqlWords, MayComeFromAServiceFile)
 
 TEST(PostgresqlWords, ValuesMayHoldBlanksAndQuotes)
 {
-    EXPECT_THAT(openFailure("postgresql:host=/nowhere dbname='my \\'plant' password='a secret'"),
+    EXPECT_THAT(serverFailure("postgresql:host=/nowhere dbname='my \\'plant' password='a secret'"),
                 StartsWith("Cannot open device database postgresql:host=/nowhere dbname=my 'plant: "
                            "connection to server on socket"));
 }

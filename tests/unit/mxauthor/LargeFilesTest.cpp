@@ -89,7 +89,7 @@ TEST(LargeFiles, areComparedInShortWords)
 }
 
 // The bytes of `text` when it is built.
-std::vector<char> built(const std::string& text)
+std::vector<char> bytesOf(const std::string& text)
 {
     const mxauthor::BuildResult result = mxauthor::buildFromText(text, "");
     EXPECT_TRUE(result.errors.empty());
@@ -113,7 +113,7 @@ TEST(LargeFiles, areDumpedWithALongTextOnce)
             .chars();
     const std::string text = mxauthor::dumpText(mxauthor::readMxFile(file));
     EXPECT_LT(text.size(), 200000U); // 60 MB with the text at every parameter
-    EXPECT_EQ(built(text), file);
+    EXPECT_EQ(bytesOf(text), file);
 }
 
 TEST(LargeFiles, areDumpedWithAsManyOptionListsOfOneName)
@@ -134,7 +134,7 @@ TEST(LargeFiles, areDumpedWithAsManyOptionListsOfOneName)
     EXPECT_THAT(text, testing::HasSubstr("\n  Mode:"));
     EXPECT_THAT(text, testing::HasSubstr("\n  Mode-2:"));
     EXPECT_THAT(text, testing::HasSubstr("\n  Mode-3000:"));
-    EXPECT_EQ(built(text), file);
+    EXPECT_EQ(bytesOf(text), file);
 }
 
 } // namespace

@@ -14,7 +14,7 @@ using testing::ElementsAre;
 using testing::Field;
 using testing::HasSubstr;
 
-Bytes built(const std::string& source)
+Bytes bytesBuilt(const std::string& source)
 {
     const mxauthor::BuildResult result = mxauthor::buildFromText(source, "");
     for (const SourceError& error : result.errors) {
@@ -34,7 +34,7 @@ class Repeat : public testing::TestWithParam<Forms>
 
 TEST_P(Repeat, buildsTheBytesOfTheLinesWrittenOut)
 {
-    EXPECT_EQ(built(GetParam().repeated), built(GetParam().writtenOut));
+    EXPECT_EQ(bytesBuilt(GetParam().repeated), bytesBuilt(GetParam().writtenOut));
 }
 
 TEST_P(Repeat, isDumpedWrittenOut)
@@ -42,7 +42,7 @@ TEST_P(Repeat, isDumpedWrittenOut)
     const mxauthor::BuildResult result = mxauthor::buildFromText(GetParam().repeated, "");
     const std::string text = mxauthor::dumpText(result.file);
     EXPECT_EQ(text.find("repeat"), std::string::npos) << text;
-    EXPECT_EQ(built(text), built(GetParam().repeated));
+    EXPECT_EQ(bytesBuilt(text), bytesBuilt(GetParam().repeated));
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -42,7 +42,7 @@ private:
     std::locale previous;
 };
 
-ParameterRecord recordOf(std::uint8_t datatype, std::uint8_t showMe)
+ParameterRecord recordShownAs(std::uint8_t datatype, std::uint8_t showMe)
 {
     ParameterRecord record;
     record.datatype = datatype;
@@ -53,34 +53,34 @@ ParameterRecord recordOf(std::uint8_t datatype, std::uint8_t showMe)
 
 TEST_F(LocaleTest, textsArePlain)
 {
-    EXPECT_EQ(read(recordOf(7, 0), hexBytes("fff0bdc0")),
+    EXPECT_EQ(read(recordShownAs(7, 0), hexBytes("fff0bdc0")),
               (Texts{"-1000000", "-2147483648", "2147483647"}));
 }
 
 TEST_F(LocaleTest, numbersAreReadWithPoint)
 {
     giveConversions({{1, plusHalf}});
-    EXPECT_EQ(imageAfter(recordOf(6, 4), Bytes(4, 0), "1234.5"), hexBytes("000009a5"));
-    EXPECT_EQ(imageAfter(recordOf(6, 0), Bytes(4, 0), "1000000"), hexBytes("000f4240"));
+    EXPECT_EQ(imageAfter(recordShownAs(6, 4), Bytes(4, 0), "1234.5"), hexBytes("000009a5"));
+    EXPECT_EQ(imageAfter(recordShownAs(6, 0), Bytes(4, 0), "1000000"), hexBytes("000f4240"));
 }
 
 TEST_F(LocaleTest, shownTextIsRecognised)
 {
     giveConversions({{1, plusOne}});
     const Bytes odd = hexBytes("01000001");
-    EXPECT_EQ(imageAfter(recordOf(6, 4), odd, "16777216.000000"), odd);
+    EXPECT_EQ(imageAfter(recordShownAs(6, 4), odd, "16777216.000000"), odd);
 }
 
 TEST_F(LocaleTest, failuresAreTheSame)
 {
     giveConversions({{1, plusHalf}});
     EXPECT_EQ(
-        failureToSet(recordOf(6, 4), Bytes(4, 0), "1,5"),
+        failureToSet(recordShownAs(6, 4), Bytes(4, 0), "1,5"),
         "Parameter 1: cannot set value \"1,5\": expected a decimal number, 0 to 2147483647.5");
-    EXPECT_EQ(failureToSet(recordOf(6, 0), Bytes(4, 0), "1.000"),
+    EXPECT_EQ(failureToSet(recordShownAs(6, 0), Bytes(4, 0), "1.000"),
               "Parameter 1: cannot set value \"1.000\": expected a decimal integer, 0 to "
               "4294967295");
-    ParameterRecord record = recordOf(6, 0);
+    ParameterRecord record = recordShownAs(6, 0);
     record.position = 3;
     EXPECT_EQ(failureToSet(record, Bytes(4, 0), "1"),
               "Parameter 1: cannot set value \"1\": its place, 4 byte(s) at byte offset 255, lies "
@@ -89,9 +89,9 @@ TEST_F(LocaleTest, failuresAreTheSame)
 
 TEST_F(LocaleTest, sizesInFailuresAreNotGrouped)
 {
-    Bytes image(4096, 0);
-    ParameterRecord record = recordOf(12, 0);
-    EXPECT_EQ(failureToSet(record, image, "1"),
+    Bytes longImage(4096, 0);
+    ParameterRecord record = recordShownAs(12, 0);
+    EXPECT_EQ(failureToSet(record, longImage, "1"),
               "Parameter 1: cannot set value \"1\": its datatype is 12, expected 1 to 9");
     const std::vector<char> raw(1000, 0);
     unsigned char out[8];

@@ -31,7 +31,7 @@ const std::vector<Limits> allLimits{
     {9, "8000000000000000", "7fffffffffffffff", "-9223372036854775808", "9223372036854775807"},
 };
 
-ParameterRecord recordOf(std::uint8_t datatype)
+ParameterRecord recordWith(std::uint8_t datatype)
 {
     ParameterRecord record;
     record.datatype = datatype;
@@ -41,7 +41,7 @@ ParameterRecord recordOf(std::uint8_t datatype)
 TEST_F(ParameterValueTest, everyDatatypeIsReadAtBothLimits)
 {
     for (const Limits& limits : allLimits) {
-        const ParameterRecord record = recordOf(limits.datatype);
+        const ParameterRecord record = recordWith(limits.datatype);
         EXPECT_EQ(read(record, hexBytes(limits.lowestBytes)),
                   (Texts{limits.lowest, limits.lowest, limits.highest}));
         EXPECT_EQ(read(record, hexBytes(limits.highestBytes)),
@@ -52,7 +52,7 @@ TEST_F(ParameterValueTest, everyDatatypeIsReadAtBothLimits)
 TEST_F(ParameterValueTest, everyDatatypeIsWrittenAtBothLimits)
 {
     for (const Limits& limits : allLimits) {
-        const ParameterRecord record = recordOf(limits.datatype);
+        const ParameterRecord record = recordWith(limits.datatype);
         const Bytes lowest = hexBytes(limits.lowestBytes);
         const Bytes highest = hexBytes(limits.highestBytes);
         EXPECT_EQ(imageAfter(record, highest, limits.lowest), lowest);
@@ -63,21 +63,21 @@ TEST_F(ParameterValueTest, everyDatatypeIsWrittenAtBothLimits)
 TEST_F(ParameterValueTest, mostSignificantByteComesFirst)
 {
     const Bytes block = hexBytes("0102030405060708");
-    EXPECT_EQ(read(recordOf(2), block)[0], "258");
-    EXPECT_EQ(read(recordOf(6), block)[0], "16909060");
-    EXPECT_EQ(read(recordOf(8), block)[0], "72623859790382856");
+    EXPECT_EQ(read(recordWith(2), block)[0], "258");
+    EXPECT_EQ(read(recordWith(6), block)[0], "16909060");
+    EXPECT_EQ(read(recordWith(8), block)[0], "72623859790382856");
 }
 
 TEST_F(ParameterValueTest, positionCountsFromFour)
 {
-    ParameterRecord record = recordOf(2);
+    ParameterRecord record = recordWith(2);
     record.position = 6;
     EXPECT_EQ(read(record, hexBytes("11220102"))[0], "258");
 }
 
 TEST_F(ParameterValueTest, positionWrapsInEightBits)
 {
-    ParameterRecord record = recordOf(1);
+    ParameterRecord record = recordWith(1);
     record.position = 2; // byte offset 254
     Bytes block(255, 0);
     block[254] = 77;
@@ -91,7 +91,7 @@ TEST_F(ParameterValueTest, isAbsentOneByteBeyondTheBlock)
     for (const Limits& limits : allLimits) {
         Bytes block = hexBytes(limits.highestBytes);
         block.pop_back();
-        const mxfileext::ParameterValue_t value = decode(recordOf(limits.datatype), block);
+        const mxfileext::ParameterValue_t value = decode(recordWith(limits.datatype), block);
         EXPECT_FALSE(value.present);
         EXPECT_EQ(value.datatype, limits.datatype);
         EXPECT_EQ(textsOf(value), (Texts{"", limits.lowest, limits.highest}));
@@ -102,14 +102,14 @@ TEST_F(ParameterValueTest, isAbsentWithoutBlock)
 {
     tellSize(4);
     mxfileext::ParameterValue_t value;
-    mxfileext::getParameterValue(recordOf(1).bytes().data(), nullptr, &value);
+    mxfileext::getParameterValue(recordWith(1).bytes().data(), nullptr, &value);
     EXPECT_FALSE(value.present);
     EXPECT_EQ(textsOf(value), (Texts{"", "0", "255"}));
 }
 
 TEST_F(ParameterValueTest, slotsAreSignExtended)
 {
-    ParameterRecord record = recordOf(4);
+    ParameterRecord record = recordWith(4);
     record.minimum = 0x000000000000FFFE; // -2, only its own bytes stated
     record.maximum = 0xFFFFFFFFFFFFFFFF; // -1
     const mxfileext::ParameterValue_t value = decode(record, hexBytes("fffd"));
@@ -123,14 +123,14 @@ TEST_F(ParameterValueTest, slotsAreSignExtended)
 
 TEST_F(ParameterValueTest, unsignedSlotsAreFilledWithZeros)
 {
-    const mxfileext::ParameterValue_t value = decode(recordOf(2), hexBytes("fffd"));
+    const mxfileext::ParameterValue_t value = decode(recordWith(2), hexBytes("fffd"));
     EXPECT_EQ(Bytes(value.value, value.value + 8), hexBytes("000000000000fffd"));
     EXPECT_EQ(Bytes(value.maximum, value.maximum + 8), hexBytes("000000000000ffff"));
 }
 
 TEST_F(ParameterValueTest, statedRangeReplacesTheNaturalOne)
 {
-    ParameterRecord record = recordOf(6);
+    ParameterRecord record = recordWith(6);
     record.minimum = 10;
     record.maximum = 100000;
     EXPECT_EQ(read(record, hexBytes("00000005")), (Texts{"5", "10", "100000"}));
@@ -138,7 +138,7 @@ TEST_F(ParameterValueTest, statedRangeReplacesTheNaturalOne)
 
 TEST_F(ParameterValueTest, oneBoundOtherThanZeroStatesARange)
 {
-    ParameterRecord record = recordOf(1);
+    ParameterRecord record = recordWith(1);
     record.maximum = 100;
     EXPECT_EQ(read(record, {7}), (Texts{"7", "0", "100"}));
     record.minimum = 3;
@@ -148,11 +148,11 @@ TEST_F(ParameterValueTest, oneBoundOtherThanZeroStatesARange)
 
 TEST_F(ParameterValueTest, statedRangeTakesTheWidthOfTheDatatype)
 {
-    ParameterRecord record = recordOf(3);
+    ParameterRecord record = recordWith(3);
     record.minimum = 0x80;
     record.maximum = 0x1234567F; // only its last byte is a bound
     EXPECT_EQ(read(record, {0}), (Texts{"0", "-128", "127"}));
-    record = recordOf(9);
+    record = recordWith(9);
     record.minimum = 0x8000000000000000;
     record.maximum = 0x0102030405060708;
     EXPECT_EQ(read(record, Bytes(8, 0)), (Texts{"0", "-9223372036854775808", "72623859790382856"}));
@@ -161,7 +161,7 @@ TEST_F(ParameterValueTest, statedRangeTakesTheWidthOfTheDatatype)
 TEST_F(ParameterValueTest, invalidDatatypeGivesNothing)
 {
     for (const unsigned datatype : {0U, 10U, 128U, 255U}) {
-        ParameterRecord record = recordOf(static_cast<std::uint8_t>(datatype));
+        ParameterRecord record = recordWith(static_cast<std::uint8_t>(datatype));
         record.minimum = 1;
         record.maximum = 2;
         const mxfileext::ParameterValue_t value = decode(record, Bytes(16, 0x55));

@@ -8,7 +8,7 @@ using testkit::ParameterRecord;
 
 using SetParameterErrorTest = CompanionTest;
 
-ParameterRecord recordOf(std::uint8_t datatype)
+ParameterRecord numberedRecord(std::uint8_t datatype)
 {
     ParameterRecord record;
     record.number = 201;
@@ -27,14 +27,14 @@ TEST_F(SetParameterErrorTest, textIsADecimalInteger)
                                          "++1",   " 1",  "1 ",  "1.0", "1,0",  "1.",  "1e2", "0x1F",
                                          "1'000", "inf", "nan", "12a", "\xB2", "1-"};
     for (const std::string& text : texts) {
-        EXPECT_EQ(failureToSet(recordOf(1), {0xA5}, text),
+        EXPECT_EQ(failureToSet(numberedRecord(1), {0xA5}, text),
                   failureText(text, "expected a decimal integer, 0 to 255"));
     }
 }
 
 TEST_F(SetParameterErrorTest, textIsADecimalNumberWhereConverted)
 {
-    ParameterRecord record = recordOf(1);
+    ParameterRecord record = numberedRecord(1);
     record.showMe = 4;
     const std::vector<std::string> texts{
         "",     " ",   "abc",  "-",        "+",      ".",   "--1", "+-1",  "-+1",
@@ -49,11 +49,11 @@ TEST_F(SetParameterErrorTest, textIsADecimalNumberWhereConverted)
 // Messages write control bytes as escapes: a NUL in the text would cut them.
 TEST_F(SetParameterErrorTest, controlByteIsNoPartOfANumber)
 {
-    EXPECT_EQ(failureToSet(recordOf(1), {0xA5}, "1\n"),
+    EXPECT_EQ(failureToSet(numberedRecord(1), {0xA5}, "1\n"),
               failureText("1\\x0a", "expected a decimal integer, 0 to 255"));
-    EXPECT_EQ(failureToSet(recordOf(1), {0xA5}, std::string("1\0", 2)),
+    EXPECT_EQ(failureToSet(numberedRecord(1), {0xA5}, std::string("1\0", 2)),
               failureText("1\\0", "expected a decimal integer, 0 to 255"));
-    ParameterRecord record = recordOf(1);
+    ParameterRecord record = numberedRecord(1);
     record.showMe = 4;
     EXPECT_EQ(failureToSet(record, {0xA5},
                            std::string("\0"
@@ -86,7 +86,7 @@ TEST_F(SetParameterErrorTest, valueFitsItsDatatype)
          "expected -9223372036854775808 to 9223372036854775807"},
     };
     for (const Beyond& beyond : all) {
-        const ParameterRecord record = recordOf(beyond.datatype);
+        const ParameterRecord record = numberedRecord(beyond.datatype);
         const Bytes image(beyond.size, 0xA5);
         const std::string huge = "-" + std::string(400, '9');
         for (const std::string& text :
@@ -98,7 +98,7 @@ TEST_F(SetParameterErrorTest, valueFitsItsDatatype)
 
 TEST_F(SetParameterErrorTest, placeLiesInTheImage)
 {
-    ParameterRecord record = recordOf(2);
+    ParameterRecord record = numberedRecord(2);
     record.position = 7;
     EXPECT_EQ(failureToSet(record, Bytes(4, 0xA5), "1"),
               failureText("1", "its place, 2 byte(s) at byte offset 3, lies outside the raw image "
@@ -107,14 +107,14 @@ TEST_F(SetParameterErrorTest, placeLiesInTheImage)
     EXPECT_EQ(failureToSet(record, Bytes(254, 0xA5), "1"),
               failureText("1", "its place, 2 byte(s) at byte offset 254, lies outside the raw "
                                "image of 254 byte(s)"));
-    EXPECT_EQ(failureToSet(recordOf(1), {}, "1"),
+    EXPECT_EQ(failureToSet(numberedRecord(1), {}, "1"),
               failureText("1", "its place, 1 byte(s) at byte offset 0, lies outside the raw image "
                                "of 0 byte(s)"));
 }
 
 TEST_F(SetParameterErrorTest, imageOfEveryLengthHoldsTheValueOrFails)
 {
-    ParameterRecord record = recordOf(8);
+    ParameterRecord record = numberedRecord(8);
     record.position = 6;
     for (std::size_t size = 0; size < 10; ++size) {
         EXPECT_EQ(failureToSet(record, Bytes(size, 0xA5), "1"),
@@ -127,7 +127,7 @@ TEST_F(SetParameterErrorTest, imageOfEveryLengthHoldsTheValueOrFails)
 
 TEST_F(SetParameterErrorTest, nullImageHoldsNothing)
 {
-    Bytes record = recordOf(1).bytes();
+    Bytes record = numberedRecord(1).bytes();
     tellSize(8);
     EXPECT_EQ(failureOf([&] { mxfileext::setParameter(0, nullptr, record.data(), "1"); }),
               failureText("1", "its place, 1 byte(s) at byte offset 0, lies outside the raw image "
@@ -138,7 +138,7 @@ TEST_F(SetParameterErrorTest, datatypeIsValid)
 {
     for (const unsigned datatype : {0U, 10U, 255U}) {
         EXPECT_EQ(
-            failureToSet(recordOf(static_cast<std::uint8_t>(datatype)), Bytes(16, 0xA5), "1"),
+            failureToSet(numberedRecord(static_cast<std::uint8_t>(datatype)), Bytes(16, 0xA5), "1"),
             failureText("1", "its datatype is " + std::to_string(datatype) + ", expected 1 to 9"));
     }
 }

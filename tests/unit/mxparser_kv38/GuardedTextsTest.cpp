@@ -11,7 +11,7 @@ using testkit::hexBytes;
 using testkit::join;
 using testkit::MxBuffer;
 
-constexpr const char* badTermination = "Invalid textstring termination";
+constexpr const char* termination = "Invalid textstring termination";
 
 // Group 0x20d3: the empty text table, and texts that end one byte past their length.
 
@@ -34,7 +34,7 @@ TEST_F(Guarded, EmptyTextTableFailsAtTheBuffersEnd)
     }
     for (const char* rest : {"0007", "0007 48", "0007 4869", "0008", "0008 48 0d"}) {
         index(hexBytes(content + rest));
-        EXPECT_EQ(failureOf([&] { parser.getTextStringById(7); }), badTermination) << rest;
+        EXPECT_EQ(failureOf([&] { parser.getTextStringById(7); }), termination) << rest;
     }
 }
 
@@ -43,7 +43,7 @@ TEST_F(Guarded, TextIsReadOneBytePastItsLength)
     const GuardedBuffer text(hexBytes("41 42 0d"));
     EXPECT_EQ(parser.mxTextToStdString(text.data(), 2), "AB");
     const GuardedBuffer other(hexBytes("41 42 43"));
-    EXPECT_EQ(failureOf([&] { parser.mxTextToStdString(other.data(), 2); }), badTermination);
+    EXPECT_EQ(failureOf([&] { parser.mxTextToStdString(other.data(), 2); }), termination);
     const GuardedBuffer ended(hexBytes("41 0d"));
     EXPECT_EQ(parser.mxTextToStdString(ended.data(), 5000), "A");
     const GuardedBuffer empty(hexBytes("00"));
@@ -55,7 +55,7 @@ TEST_F(Guarded, TextOfTheTableMayEndOneBytePastThePayload)
     index(hexBytes("20d3 000c 0000 0001 41 42 0dff"));
     EXPECT_EQ(parser.getTextStringById(1), "AB");
     index(hexBytes("20d3 000c 0000 0001 41 42 ff0d")); // two bytes past: too far
-    EXPECT_EQ(failureOf([&] { parser.getTextStringById(1); }), badTermination);
+    EXPECT_EQ(failureOf([&] { parser.getTextStringById(1); }), termination);
 }
 
 TEST_F(Guarded, SkippedTextIsReadOneBytePastThePayload)
@@ -64,7 +64,7 @@ TEST_F(Guarded, SkippedTextIsReadOneBytePastThePayload)
     EXPECT_EQ(failureOf([&] { parser.getTextStringById(2); }),
               "Cannot find requested text string: ID = 2");
     index(hexBytes("20d3 000c 0000 0001 41 42 ff0a"));
-    EXPECT_EQ(failureOf([&] { parser.getTextStringById(2); }), badTermination);
+    EXPECT_EQ(failureOf([&] { parser.getTextStringById(2); }), termination);
 }
 
 // Group 0x0011: the count of bytes left wraps when the lines do not fill the payload.
@@ -78,11 +78,11 @@ TEST_F(Guarded, CountOfDataSizesThatWrapsFailsAtTheBuffersEnd)
     const auto read = [&] { parser.getDataArraySizes(&in, &out, &parameters, &diagnosis); };
     for (const char* line : {"InData W", "InData W\r", "InData W\r\nX", "\r"}) {
         index(MxBuffer().group(0x0011, testkit::textBytes(line)));
-        EXPECT_EQ(failureOf(read), badTermination) << line;
+        EXPECT_EQ(failureOf(read), termination) << line;
     }
     // A last text of one byte, the checksum's second, which nothing ends.
     index(join({hexBytes("0011 000f"), testkit::textBytes("InData W\r"), hexBytes("0a41")}));
-    EXPECT_EQ(failureOf(read), badTermination);
+    EXPECT_EQ(failureOf(read), termination);
     EXPECT_EQ(in, 2U);
 }
 
@@ -98,7 +98,7 @@ TEST_F(Guarded, CountOfDataSizesThatWrapsReadsOnInsideTheBuffer)
                 testkit::textBytes("InData W\r"), hexBytes("0a0d"),
                 testkit::textBytes("\nOutData D\r")}));
     EXPECT_EQ(failureOf([&] { parser.getDataArraySizes(&in, &out, &parameters, &diagnosis); }),
-              badTermination);
+              termination);
     EXPECT_EQ(in, 2U);
     EXPECT_EQ(out, 4U);
 }

@@ -14,7 +14,7 @@ namespace {
 
 using testkit::Bytes;
 
-constexpr const char* badTermination = "Invalid textstring termination";
+constexpr const char* unterminated = "Invalid textstring termination";
 
 // A text table read without an index: record after record from the start, every time.
 class PlainTable
@@ -38,7 +38,7 @@ public:
             }
             while (true) {
                 if (pos >= size) {
-                    return std::string("! ") + badTermination;
+                    return std::string("! ") + unterminated;
                 }
                 if (at(pos) == 0x0D || at(pos + 1) == 0x0A) {
                     break;
@@ -73,7 +73,7 @@ private:
             }
             text += static_cast<char>(at(pos));
         }
-        return std::string("! ") + badTermination;
+        return std::string("! ") + unterminated;
     }
 
     const Bytes& bytes;
@@ -156,10 +156,10 @@ TEST(TextIndex, ADamagedRecordFailsTheLookUpsThatReachItAndNoOthers)
             .group(0x20D3, testkit::hexBytes("0000 0001 41 0d0a 0002 42 42"))
             .chars();
     parser.index(data);
-    EXPECT_EQ(lookUp(parser, 3), std::string("! ") + badTermination);
+    EXPECT_EQ(lookUp(parser, 3), std::string("! ") + unterminated);
     EXPECT_EQ(lookUp(parser, 1), "A");
     EXPECT_EQ(lookUp(parser, 2), "BB");
-    EXPECT_EQ(lookUp(parser, 3), std::string("! ") + badTermination);
+    EXPECT_EQ(lookUp(parser, 3), std::string("! ") + unterminated);
 }
 
 } // namespace
