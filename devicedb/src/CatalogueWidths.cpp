@@ -44,47 +44,53 @@ Records recordsOf(const std::string& mxFile)
     return {};
 }
 
-// A module of the catalogue, with the record of each of its parameters.
-struct Module
-{
-    SqlParameter family;
-    SqlParameter id;
-    Records records;
-};
+// The key of a module in the catalogue.
+using Key = std::vector<SqlParameter>;
 
-std::vector<Module> modulesOf(SqlConnection& connection)
+std::vector<Key> modulesOf(SqlConnection& connection)
 {
-    std::vector<Module> modules;
-    connection.query(
-        "SELECT m.family, m.module, r.mx_file_data,"
-        " (SELECT count(*) FROM parameters p"
-        " WHERE p.family = m.family AND p.module = m.module)"
-        " FROM modules m JOIN device_properties r"
-        " ON r.family = m.record_family AND r.module_id = m.record_module_id"
-        " WHERE m.family = 'kv38'",
-        {}, 4, [&](const SqlConnection::Row& row) {
-            Records records = recordsOf(row[2]);
-            if (static_cast<std::int64_t>(records.size()) == numberOf(row[3])) {
-                modules.push_back({{row[0], false}, {row[1], false}, std::move(records)});
-            }
-        });
+    std::vector<Key> modules;
+    connection.query("SELECT family, module FROM modules WHERE family = 'kv38'", {}, 2,
+                     [&](const SqlConnection::Row& row) {
+                         modules.push_back({{row[0], false}, {row[1], false}});
+                     });
     return modules;
+}
+
+// Returns the records of a module; empty if the catalogue has another number of parameters.
+Records recordsOf(SqlConnection& connection, const Key& module)
+{
+    Records records;
+    connection.query("SELECT r.mx_file_data,"
+                     " (SELECT count(*) FROM parameters p"
+                     " WHERE p.family = m.family AND p.module = m.module)"
+                     " FROM modules m JOIN device_properties r"
+                     " ON r.family = m.record_family AND r.module_id = m.record_module_id"
+                     " WHERE m.family = $1 AND m.module = $2",
+                     module, 2, [&](const SqlConnection::Row& row) {
+                         records = recordsOf(row[0]);
+                         if (static_cast<std::int64_t>(records.size()) != numberOf(row[1])) {
+                             records.clear();
+                         }
+                     });
+    return records;
 }
 
 } // namespace
 
+// File by file: all at once, those of a large catalogue would fill the memory.
 void takeWidthsFromFiles(SqlConnection& connection)
 {
-    for (const Module& module : modulesOf(connection)) {
-        for (std::size_t i = 0; i < module.records.size(); ++i) {
-            const mxformat::ParameterRecord& record = module.records[i];
-            if (record.datatype == mxformat::bitFieldDatatype) {
-                const unsigned width = mxformat::bitPlace(record.bitLength, record.bitOffset).count;
+    for (const Key& module : modulesOf(connection)) {
+        const Records records = recordsOf(connection, module);
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            if (records[i].datatype == mxformat::bitFieldDatatype) {
+                const auto place = mxformat::bitPlace(records[i].bitLength, records[i].bitOffset);
                 connection.change("UPDATE parameters SET width_bits = $1"
                                   " WHERE family = $2 AND module = $3 AND position = $4",
-                                  {{std::to_string(width), false},
-                                   module.family,
-                                   module.id,
+                                  {{std::to_string(place.count), false},
+                                   module[0],
+                                   module[1],
                                    {std::to_string(i), false}});
             }
         }
