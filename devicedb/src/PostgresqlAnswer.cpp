@@ -22,12 +22,16 @@ std::string decimalOf(const std::string& bytes)
 }
 
 // The first two letters of an SQLSTATE are its class: connection, state of the transaction, its
-// rollback, resources, operator, system, internal; and one code of its own, a missing right.
+// rollback, resources, operator, system, internal. Two codes say that nothing may be changed: a
+// transaction that only reads, and a missing right.
 SqlFailure::Concern concernOf(const PGresult* result)
 {
     const char* const field = PQresultErrorField(result, PG_DIAG_SQLSTATE);
     const std::string state = field == nullptr ? "08000" : field;
-    for (const char* const kind : {"08", "25", "40", "42501", "53", "57", "58", "XX"}) {
+    if (state == "25006" || state == "42501") {
+        return SqlFailure::Concern::Change;
+    }
+    for (const char* const kind : {"08", "25", "40", "53", "57", "58", "XX"}) {
         if (state.compare(0, std::string(kind).size(), kind) == 0) {
             return SqlFailure::Concern::Database;
         }

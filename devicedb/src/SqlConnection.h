@@ -17,7 +17,8 @@ public:
     enum class Concern
     {
         Statement, ///< This statement was rejected; others may succeed.
-        Database   ///< A full disk, a lost connection, no permission: the next one fails too.
+        Database,  ///< A full disk, a lost connection: the next one fails too.
+        Change     ///< The database may only be read: each change fails.
     };
 
     explicit SqlFailure(const std::string& reason, Concern concerned = Concern::Statement)

@@ -69,9 +69,25 @@ void SqlRecordStore::prepareSchema(OpenMode mode)
             fail(shownName, "open", "it holds no device database");
         }
         if (version != schemaVersion) {
-            migrate();
+            migrateUnlessReadable(version);
         }
     });
+}
+
+void SqlRecordStore::migrateUnlessReadable(int version)
+{
+    try {
+        migrate();
+    } catch (const SqlFailure& failure) {
+        if (version == 0) {
+            throw;
+        }
+        if (failure.concern != SqlFailure::Concern::Change || version < readableVersion) {
+            throw SqlFailure("its schema of version " + std::to_string(version) +
+                             " cannot be migrated to version " + std::to_string(schemaVersion) +
+                             ": " + failure.what());
+        }
+    }
 }
 
 // Another process may prepare the schema or write at the same time: it is waited for as for any
@@ -90,12 +106,12 @@ void SqlRecordStore::migrate()
             migrateFrom(readSchemaVersion());
             connection->execute("COMMIT");
             return;
-        } catch (const SqlFailure&) {
+        } catch (const SqlFailure& failure) {
             takeBack(true);
-            if (attemptNumber == attempts || readSchemaVersion() == schemaVersion) {
-                if (readSchemaVersion() == schemaVersion) {
-                    return;
-                }
+            if (readSchemaVersion() == schemaVersion) {
+                return;
+            }
+            if (attemptNumber == attempts || failure.concern == SqlFailure::Concern::Change) {
                 throw;
             }
             Poco::Thread::sleep(pause);
@@ -234,7 +250,7 @@ void SqlRecordStore::change(const char* attempted, const std::function<void()>& 
             alone ? connection->execute("COMMIT")
                   : connection->executeOften("RELEASE SAVEPOINT one_change");
         } catch (const SqlFailure& failure) {
-            takeBack(alone || failure.concern == SqlFailure::Concern::Database);
+            takeBack(alone || failure.concern != SqlFailure::Concern::Statement);
             throw;
         } catch (...) {
             takeBack(alone);

@@ -47,6 +47,7 @@ private:
     int readSchemaVersion();
     void migrateFrom(int version);
     void migrate();
+    void migrateUnlessReadable(int version);
     void startTransaction();
     void requireTransaction();
     void change(const char* attempted, const std::function<void()>& work);

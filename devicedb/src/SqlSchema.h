@@ -12,4 +12,8 @@ std::vector<std::vector<std::string>> sqlMigrations(const SqlDialect& dialect);
 /// The schema version that this library reads and writes.
 extern const int schemaVersion;
 
+/// The oldest version with the tables of the newest: a database that may only be read is read at
+/// it.
+inline constexpr int readableVersion = 2;
+
 } // namespace devices::database

@@ -23,8 +23,9 @@ SqlFailure::Concern concernOf(int result)
     case SQLITE_NOTADB:
     case SQLITE_PERM:
     case SQLITE_PROTOCOL:
-    case SQLITE_READONLY:
         return SqlFailure::Concern::Database;
+    case SQLITE_READONLY:
+        return SqlFailure::Concern::Change;
     default:
         return SqlFailure::Concern::Statement;
     }

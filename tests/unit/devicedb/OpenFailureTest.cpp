@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sqlite3.h>
+
 #include <filesystem>
 #include <typeinfo>
 
@@ -146,13 +148,31 @@ TEST(OpenFailure, EmptyFileWithoutWritePermission)
               cannotOpen(path, "attempt to write a readonly database"));
 }
 
-TEST(OpenFailure, ReadOnlyFileIsReadAndNotWritten)
+class OfVersion : public testing::TestWithParam<int>
 {
+protected:
+    // Makes a read-only database of a version with the record "1".
+    OfVersion()
+    {
+        DeviceDatabase("sqlite:" + path).insert(device("1"));
+        sqlite3* database = nullptr;
+        EXPECT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
+        const auto change = "UPDATE schema_version SET version = " + std::to_string(GetParam());
+        EXPECT_EQ(sqlite3_exec(database, change.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(database);
+        chmod(directory.path().c_str(), 0755);
+        chmod(path.c_str(), 0444);
+    }
+
     const testkit::TemporaryDirectory directory;
     const std::string path = directory.path("devices.sqlite");
-    DeviceDatabase("sqlite:" + path).insert(device("1"));
-    chmod(directory.path().c_str(), 0755);
-    chmod(path.c_str(), 0444);
+};
+
+using ReadOnly = OfVersion;
+INSTANTIATE_TEST_SUITE_P(Readable, ReadOnly, testing::Values(2, 3));
+
+TEST_P(ReadOnly, FileIsReadAndNotWritten)
+{
     const OrdinaryUser user;
     DeviceDatabase database("sqlite:" + path);
     EXPECT_THAT(moduleIds(database.list()), ElementsAre("1"));
@@ -162,6 +182,18 @@ TEST(OpenFailure, ReadOnlyFileIsReadAndNotWritten)
     EXPECT_EQ(failureOf([&] { database.remove("1"); }),
               "Cannot write to device database sqlite:" + path +
                   ": attempt to write a readonly database");
+}
+
+using ReadOnlyOld = OfVersion;
+INSTANTIATE_TEST_SUITE_P(FirstVersion, ReadOnlyOld, testing::Values(1));
+
+TEST_P(ReadOnlyOld, FileCannotBeMigrated)
+{
+    const OrdinaryUser user;
+    EXPECT_EQ(openFailure("sqlite:" + path),
+              cannotOpen(path,
+                         "its schema of version 1 cannot be migrated to version 3: attempt to "
+                         "write a readonly database"));
 }
 
 } // namespace
