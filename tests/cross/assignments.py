@@ -76,7 +76,8 @@ def may_be_number(one: Parameter, text: str) -> bool:
 def is_accepted(module: Module, one: Parameter, text: str) -> bool:
     """Whether a plain number or the text of an option is a value of the parameter."""
     if one.has_options:
-        if module.lies_in_image(one) and text == str(read(one, module.block)):
+        texts = {its_text for _, its_text in options(module, one)}
+        if module.lies_in_image(one) and text == str(read(one, module.block)) and text not in texts:
             return True  # what it has already
         fitting = {number for number, its_text in options(module, one) if text in (its_text, str(number))}
         return len(fitting) == 1 and fitting.pop() in Accepted(module, one)
