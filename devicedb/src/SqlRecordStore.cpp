@@ -79,14 +79,15 @@ void SqlRecordStore::migrateUnlessReadable(int version)
     try {
         migrate();
     } catch (const SqlFailure& failure) {
+        if (failure.concern == SqlFailure::Concern::Change && version >= readableVersion) {
+            return;
+        }
         if (version == 0) {
-            throw;
+            throw; // nothing is migrated: the database is new
         }
-        if (failure.concern != SqlFailure::Concern::Change || version < readableVersion) {
-            throw SqlFailure("its schema of version " + std::to_string(version) +
-                             " cannot be migrated to version " + std::to_string(schemaVersion) +
-                             ": " + failure.what());
-        }
+        throw SqlFailure("its schema of version " + std::to_string(version) +
+                         " cannot be migrated to version " + std::to_string(schemaVersion) + ": " +
+                         failure.what());
     }
 }
 
