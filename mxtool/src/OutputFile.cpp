@@ -6,6 +6,8 @@
 #include "FilesInUse.h"
 #include "ValuesComment.h"
 
+#include <mxauthor/HandWriting.h>
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -17,8 +19,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <mxauthor/HandWriting.h>
 
 namespace mxtool {
 

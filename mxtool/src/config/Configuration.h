@@ -42,8 +42,7 @@ struct ImageComparison
     Configuration wanted;
     Configuration read;
     std::vector<ParameterPlace> deviations; ///< The places whose bits differ, in order.
-    std::vector<std::size_t>
-        strayBytes; ///< Bytes of the raw image that differ in bits of no parameter.
+    std::vector<std::size_t> strayBytes;    ///< Raw bytes that differ in bits of no parameter.
 
     bool isSame() const { return deviations.empty() && strayBytes.empty(); }
 };
