@@ -160,6 +160,38 @@ Decimal Decimal::absolute() const
     return result;
 }
 
+std::optional<WholeNumber> Decimal::whole() const
+{
+    constexpr std::size_t mostLimbs = 3; // of 64 bits
+    const auto* const ones = limbs.begin() + fractionLimbs;
+    const auto isZeroLimb = [](std::uint32_t limb) { return limb == 0; };
+    if (!std::all_of(limbs.begin(), ones, isZeroLimb) ||
+        !std::all_of(ones + mostLimbs, limbs.end(), isZeroLimb)) {
+        return std::nullopt;
+    }
+    std::uint64_t magnitude = 0;
+    for (std::size_t i = mostLimbs; i-- > 0;) {
+        if (magnitude > (~std::uint64_t{0} - ones[i]) / limbBase) {
+            return std::nullopt;
+        }
+        magnitude = magnitude * limbBase + ones[i];
+    }
+    return WholeNumber(negative, magnitude);
+}
+
+long double Decimal::estimate() const
+{
+    long double fraction = 0;
+    for (std::size_t i = 0; i < fractionLimbs; ++i) {
+        fraction = (fraction + static_cast<long double>(limbs[i])) / limbBase;
+    }
+    long double whole = 0;
+    for (std::size_t i = limbCount; i-- > fractionLimbs;) {
+        whole = whole * limbBase + static_cast<long double>(limbs[i]);
+    }
+    return negative ? -(whole + fraction) : whole + fraction;
+}
+
 Decimal Decimal::operator+(const Decimal& other) const
 {
     if (negative != other.negative && isBelow(limbs, other.limbs)) {

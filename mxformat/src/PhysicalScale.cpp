@@ -1,5 +1,6 @@
 #include "mxformat/PhysicalScale.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -97,13 +98,32 @@ private:
     Decimal twiceOffset;
 };
 
+constexpr std::uint64_t guessError = 2; // of the estimate, in nearly all cases
+
+long double signedNumber(const WholeNumber& number)
+{
+    const auto magnitude = static_cast<long double>(number.magnitude());
+    return number.isNegative() ? -magnitude : magnitude;
+}
+
+// About how many steps above `lowest` the raw value of `value` lies, from 0 to `most`.
+std::uint64_t estimatedSteps(const PhysicalScale& scale, const Decimal& value,
+                             const WholeNumber& lowest, std::uint64_t most)
+{
+    const long double raw = (value.estimate() - static_cast<long double>(scale.offset)) /
+                            static_cast<long double>(scale.factor);
+    const long double steps = raw - signedNumber(lowest);
+    if (!(steps > 0)) {
+        return 0;
+    }
+    return steps < static_cast<long double>(most) ? static_cast<std::uint64_t>(steps) : most;
+}
+
 } // namespace
 
 float PhysicalScale::value(const WholeNumber& raw) const
 {
-    const long double magnitude = static_cast<long double>(raw.magnitude());
-    const long double product =
-        (raw.isNegative() ? -magnitude : magnitude) * static_cast<long double>(factor);
+    const long double product = signedNumber(raw) * static_cast<long double>(factor);
     const long double sum = product + static_cast<long double>(offset);
     const long double error =
         (std::fabs(product) + std::fabs(sum)) * std::numeric_limits<long double>::epsilon();
@@ -117,13 +137,24 @@ std::optional<WholeNumber> PhysicalScale::nearestRaw(const Decimal& value,
                                                      const WholeNumber& lowest,
                                                      const WholeNumber& highest) const
 {
+    if (const auto same = isIdentity() ? value.whole() : std::nullopt) {
+        return *same < lowest || highest < *same ? std::nullopt : same;
+    }
     const RawSearch search(*this, value);
     if (highest < lowest || !search.isFrom(lowest) || search.isAbove(highest)) {
         return std::nullopt;
     }
-    // The first raw value that none above it is nearer than.
+    // The first raw value that none above it is nearer than, in steps from the lowest.
     std::uint64_t low = 0;
     std::uint64_t high = highest.bits() - lowest.bits();
+    const std::uint64_t guess = estimatedSteps(*this, value, lowest, high);
+    const std::uint64_t guessLow = guess - std::min<std::uint64_t>(guess, guessError);
+    const std::uint64_t guessHigh = guess + std::min<std::uint64_t>(high - guess, guessError);
+    if ((guessLow == 0 || search.isAbove(lowest.plus(guessLow - 1))) &&
+        !search.isAbove(lowest.plus(guessHigh))) {
+        low = guessLow;
+        high = guessHigh;
+    }
     while (low < high) {
         const std::uint64_t middle = low + (high - low) / 2;
         if (search.isAbove(lowest.plus(middle))) {
@@ -155,6 +186,9 @@ std::string PhysicalScale::text(const WholeNumber& raw) const
 
 bool PhysicalScale::states(const Decimal& value, const WholeNumber& raw) const
 {
+    if (isIdentity()) {
+        return value.whole() == raw;
+    }
     // With many digits the decimal factor and the binary32 lead to different raw values.
     const Decimal twiceError = ((value - exactly(*this, raw)) * two).absolute();
     return twiceError < Decimal(factor).absolute() &&

@@ -38,6 +38,12 @@ public:
 
     Decimal absolute() const;
 
+    /// Returns the number if it is whole and its magnitude has at most 64 bits.
+    [[nodiscard]] std::optional<WholeNumber> whole() const;
+
+    /// Returns the number, rounded; at most a few units of the last place away.
+    long double estimate() const;
+
     /// Returns the nearest number with `decimals` decimals, away from zero half way.
     Decimal rounded(unsigned decimals) const;
 

@@ -15,6 +15,8 @@ struct PhysicalScale
     float factor = 1;
     float offset = 0;
 
+    bool isIdentity() const { return factor == 1 && offset == 0; }
+
     /// Returns the binary32 that is nearest to the physical value of `raw`.
     float value(const WholeNumber& raw) const;
 
