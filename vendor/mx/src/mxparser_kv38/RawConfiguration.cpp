@@ -11,6 +11,8 @@
 #include <cassert>
 #include <iostream>
 #include <stdexcept>
+#include <string_view>
+#include <unordered_map>
 
 namespace devices::parser::mx {
 
@@ -56,16 +58,55 @@ void appendRegisters(const Parser_kv38::ParameterP& parameter,
     throw std::runtime_error(text);
 }
 
-// The parameter of `device` with the identifier text `id`, or null.
-Parser_kv38::ParameterP* findParameter(const datamodel::Device& device, const std::string& id)
+// Finds the parameters of a device by their identifiers.
+class ParameterSearch
 {
-    for (const auto& attribute : device.attributes) {
-        if (attribute->typeCode() == datamodel::parameterTypeCode && attribute->id == id) {
-            return static_cast<Parser_kv38::ParameterP*>(attribute.get());
+public:
+    explicit ParameterSearch(const datamodel::Device& searched) : device(searched) {}
+
+    // Returns the first parameter with the identifier text `id`, or null.
+    Parser_kv38::ParameterP* find(const std::string& id)
+    {
+        constexpr unsigned mostWalks = 8; // an index costs about as much
+        if (walks == mostWalks) {
+            return findInIndex(id);
         }
+        ++walks;
+        const auto found = std::find_if(device.attributes.begin(), device.attributes.end(),
+                                        [&id](const auto& attribute) {
+                                            return isParameter(*attribute) && attribute->id == id;
+                                        });
+        return found == device.attributes.end() ? nullptr : parameterOf(**found);
     }
-    return nullptr;
-}
+
+private:
+    static bool isParameter(const datamodel::Attribute& attribute)
+    {
+        return attribute.typeCode() == datamodel::parameterTypeCode;
+    }
+
+    static Parser_kv38::ParameterP* parameterOf(datamodel::Attribute& attribute)
+    {
+        return static_cast<Parser_kv38::ParameterP*>(&attribute);
+    }
+
+    Parser_kv38::ParameterP* findInIndex(const std::string& id)
+    {
+        if (index.empty()) {
+            for (const auto& attribute : device.attributes) {
+                if (isParameter(*attribute)) {
+                    index.emplace(attribute->id, parameterOf(*attribute));
+                }
+            }
+        }
+        const auto found = index.find(id);
+        return found == index.end() ? nullptr : found->second;
+    }
+
+    const datamodel::Device& device;
+    unsigned walks = 0;
+    std::unordered_map<std::string_view, Parser_kv38::ParameterP*> index;
+};
 
 } // namespace
 
@@ -139,8 +180,9 @@ Parser_kv38::getCalculatedRawConfig(FieldbusType fieldbus, const std::vector<cha
             // Not the mx file of this device: values still have to stay within the image.
             mxfileext::initializeModule(image->data(), static_cast<std::uint16_t>(image->size()));
         }
+        ParameterSearch parameters(*vanillaDev);
         for (const auto& attribute : paramDev->attributes) {
-            const ParameterP* parameter = findParameter(*vanillaDev, attribute->id);
+            const ParameterP* parameter = parameters.find(attribute->id);
             if (parameter == nullptr) {
                 reportAndThrow("parameter not found: " + vanillaDev->deviceTypeId + ", " +
                                attribute->id);
