@@ -1,6 +1,6 @@
 #include "GeneratedModules.h"
 
-#include "database/Population.h"
+#include "catalogue/Population.h"
 
 #include <devices/parser/mx/LoadFile.h>
 #include <devices/parser/mx/Parser_kv38.h>

@@ -1,7 +1,7 @@
 #include "BareSqliteLoop.h"
 #include "TemporaryCatalogue.h"
 
-#include "database/Population.h"
+#include "catalogue/Population.h"
 
 #include <devices/database/DeviceDatabase.h>
 #include <devices/parser/mx/HexText.h>

@@ -4,10 +4,10 @@
 #include "FuzzTarget.h"
 
 #include "InvalidInput.h"
-#include "config/Composition.h"
-#include "config/ConfigurationOutput.h"
-#include "config/DecodedImage.h"
-#include "config/ValuesFile.h"
+#include "configuration/Composition.h"
+#include "configuration/ConfigurationOutput.h"
+#include "configuration/DecodedImage.h"
+#include "configuration/ValuesFile.h"
 
 #include <cstdlib>
 

@@ -3,9 +3,10 @@
 #include "CommandLineOptions.h"
 #include "Diagnostic.h"
 #include "FilesInUse.h"
-#include "LogToDiagnostics.h"
 #include "OutputFile.h"
 #include "Verbs.h"
+
+#include <mxmodule/Observer.h>
 
 #include <fmt/format.h>
 
@@ -61,7 +62,7 @@ void addGlobalOptions(CLI::App& program, GlobalOptions& options)
                                            "Lowest priority of the parser's log lines shown");
     level->check(CLI::Validator( // numbers and upper case are accepted as well
         [](const std::string& word) {
-            return isLoggingLevel(word) ? "" : notAccepted(word, loggingLevels);
+            return mxmodule::isLogLevel(word) ? "" : notAccepted(word, loggingLevels);
         },
         fmt::format("{{{}}}", fmt::join(loggingLevels, ","))));
     program.fallthrough();
@@ -110,7 +111,7 @@ bool isOneOf(int code, std::initializer_list<CLI::ExitCodes> codes)
 
 // Reports unknown arguments instead of the parser's error that follows from them.
 ExitCode reportWrongWords(const CLI::App& program, const CLI::ParseError& end,
-                          std::vector<Diagnostic> wrong)
+                          std::vector<Finding> wrong)
 {
     const int code = end.get_exit_code();
     const bool isMissing = isOneOf(code, {CLI::ExitCodes::RequiredError});
@@ -119,12 +120,12 @@ ExitCode reportWrongWords(const CLI::App& program, const CLI::ParseError& end,
     } else if (wrong.empty() ||
                !isOneOf(code, {CLI::ExitCodes::Success, CLI::ExitCodes::ExtrasError,
                                CLI::ExitCodes::RequiredError})) {
-        wrong.push_back({"error", "", end.what()});
+        wrong.push_back({Severity::Error, "", end.what()});
     }
     if (wrong.back().hint.empty()) {
         wrong.back().hint = helpHint(program);
     }
-    for (const Diagnostic& diagnostic : wrong) {
+    for (const Finding& diagnostic : wrong) {
         report(diagnostic);
     }
     return ExitCode::Usage;
@@ -134,7 +135,7 @@ ExitCode reportWrongWords(const CLI::App& program, const CLI::ParseError& end,
 ExitCode endOfParsing(const CLI::App& program, const CLI::ParseError& end,
                       const std::vector<std::string>& words)
 {
-    const std::vector<Diagnostic> unknown = unknownArguments(program, words);
+    const std::vector<Finding> unknown = unknownArguments(program, words);
     const bool hasNoVerb = program.get_subcommands().empty();
     if (end.get_exit_code() != 0 || (hasNoVerb && !unknown.empty())) {
         return reportWrongWords(program, end, unknown);
@@ -154,11 +155,11 @@ ExitCode runReporting(const std::vector<std::string>& words)
         } catch (const CLI::ParseError& end) {
             return endOfParsing(program, end, words);
         }
-    } catch (const ReaderLeft& left) {
-        return left.code;
+    } catch (const ReaderLeft&) {
+        return ExitCode::Output;
     } catch (const Failure& failure) {
-        report(failure.diagnostic);
-        return failure.code;
+        report(failure.findings());
+        return exitCodeFor(failure);
     }
 }
 
@@ -169,9 +170,9 @@ int run(std::vector<std::string> arguments)
     try {
         return static_cast<int>(runReporting(withHelpAsOption(std::move(arguments))));
     } catch (const std::bad_alloc&) {
-        report({"error", "", "Out of memory"});
+        report({Severity::Error, "", "Out of memory"});
     } catch (const std::exception& failure) {
-        report({"error", "", failure.what()});
+        report({Severity::Error, "", failure.what()});
     }
     return static_cast<int>(ExitCode::Output);
 }

@@ -1,6 +1,6 @@
 #include "CommandLineOptions.h"
 
-#include "FileKind.h"
+#include <mxmodule/FileKind.h>
 
 #include <text/NearestWords.h>
 
@@ -69,42 +69,43 @@ std::string unknownOption(const CLI::App& program, const std::string& word)
 }
 
 // The error for a file or directory in place of a verb: names its kind and the verb for it.
-std::optional<Diagnostic> forgottenVerb(const std::string& word)
+std::optional<Finding> forgottenVerb(const std::string& word)
 {
     std::error_code ignored;
     if (std::filesystem::is_directory(word, ignored)) {
-        return Diagnostic{"error", "", "A verb is missing, found the directory " + word,
-                          "mxtool check " + word + " checks the mx files in it, mxtool populate " +
-                              word + " inserts them into a database"};
+        return Finding{Severity::Error, "", "A verb is missing, found the directory " + word,
+                       "mxtool check " + word + " checks the mx files in it, mxtool populate " +
+                           word + " inserts them into a database"};
     }
-    const std::string call = callThatTakes(kindOfFile(word), word);
+    const mxmodule::FileKind kind = mxmodule::kindOfFile(word);
+    const std::string call = mxmodule::callThatTakes(kind, word);
     if (call.empty()) {
         return std::nullopt;
     }
-    return Diagnostic{
-        "error", "", fmt::format("A verb is missing, found {}: {}", nameOf(kindOfFile(word)), word),
-        call};
+    return Finding{Severity::Error, "",
+                   fmt::format("A verb is missing, found {}: {}", mxmodule::nameOf(kind), word),
+                   call};
 }
 
-Diagnostic unknownVerb(const CLI::App& program, const std::string& word)
+Finding unknownVerb(const CLI::App& program, const std::string& word)
 {
     if (auto forgotten = forgottenVerb(word)) {
         return *forgotten;
     }
     const std::vector<std::string> verbs = verbNames(program);
-    return {"error", "",
+    return {Severity::Error, "",
             fmt::format("There is no verb \"{}\"{}{}", word, text::didYouMean(word, verbs),
                         text::nearestWords(word, verbs).empty()
                             ? fmt::format(", expected one of {}", fmt::join(verbs, ", "))
                             : "")};
 }
 
-Diagnostic unknownWord(const CLI::App& program, const std::string& word)
+Finding unknownWord(const CLI::App& program, const std::string& word)
 {
     if (verbOf(program) == nullptr) {
         return unknownVerb(program, word);
     }
-    return {"error", "",
+    return {Severity::Error, "",
             fmt::format("{} takes no further argument, found \"{}\"", callOf(program), word)};
 }
 
@@ -146,17 +147,17 @@ std::vector<std::string> withHelpAsOption(std::vector<std::string> words)
     return withHelpAsOption(std::move(words));
 }
 
-std::vector<Diagnostic> unknownArguments(const CLI::App& program,
-                                         const std::vector<std::string>& words)
+std::vector<Finding> unknownArguments(const CLI::App& program,
+                                      const std::vector<std::string>& words)
 {
     const std::vector<std::string> unknown = leftOver(program, words);
     // The value of an unknown option shifts the arguments after it.
     const bool isExplained =
         verbOf(program) != nullptr && std::any_of(unknown.begin(), unknown.end(), isOption);
-    std::vector<Diagnostic> found;
+    std::vector<Finding> found;
     for (const std::string& word : unknown) {
         if (isOption(word)) {
-            found.push_back({"error", "", unknownOption(program, word)});
+            found.push_back({Severity::Error, "", unknownOption(program, word)});
         } else if (!isExplained) {
             found.push_back(unknownWord(program, word));
             break; // later errors may follow from this one
@@ -165,10 +166,10 @@ std::vector<Diagnostic> unknownArguments(const CLI::App& program,
     return found;
 }
 
-Diagnostic missingVerb(const CLI::App& program)
+Finding missingVerb(const CLI::App& program)
 {
     return {
-        "error", "",
+        Severity::Error, "",
         fmt::format("A verb is missing, expected one of {}", fmt::join(verbNames(program), ", "))};
 }
 
@@ -233,7 +234,7 @@ void rejectEmptyValue(CLI::Option& option)
         ""));
 }
 
-CsvStyle CsvOptions::style() const
+mxmodule::CsvStyle CsvOptions::style() const
 {
     return {separator == "semicolon" ? ';' : separator == "tab" ? '\t' : ',', byteOrderMark};
 }

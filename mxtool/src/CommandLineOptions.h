@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Csv.h"
 #include "Diagnostic.h"
+#include <mxmodule/CsvStyle.h>
 
 #include <CLI/CLI.hpp>
 
@@ -17,11 +17,11 @@ std::vector<std::string> withHelpAsOption(std::vector<std::string> words);
 
 /// Returns an error for each of the arguments `words` that `program` does not know, in the order of
 /// the command line, each with the nearest verb or option. To be called after parsing.
-std::vector<Diagnostic> unknownArguments(const CLI::App& program,
-                                         const std::vector<std::string>& words);
+std::vector<Finding> unknownArguments(const CLI::App& program,
+                                      const std::vector<std::string>& words);
 
 /// Returns the error for a command line without a verb.
-Diagnostic missingVerb(const CLI::App& program);
+Finding missingVerb(const CLI::App& program);
 
 /// Returns the hint that names the help of `program` or of the verb in use.
 std::string helpHint(const CLI::App& program);
@@ -53,7 +53,7 @@ struct CsvOptions
     bool byteOrderMark = false;
     bool given = false; ///< Whether one of the options was given.
 
-    CsvStyle style() const;
+    mxmodule::CsvStyle style() const;
 };
 
 /// Adds --separator and --bom to `verb`. `options` must outlive the parsing.

@@ -2,7 +2,6 @@
 
 #include "Progress.h"
 
-#include <mxauthor/Utf8.h>
 #include <text/ShownText.h>
 #include <text/Utf8.h>
 
@@ -18,18 +17,37 @@ namespace mxtool {
 
 namespace {
 
-const char* colourOf(const std::string& severity)
+using mxmodule::Advice;
+
+const char* colourOf(Severity severity)
 {
-    if (severity == "error") {
+    if (severity == Severity::Error) {
         return "1;31";
     }
-    return severity == "warning" ? "1;33" : "1;36";
+    return severity == Severity::Warning ? "1;33" : "1;36";
 }
 
-// A diagnostic combines texts from several sources: an invalid byte must not change the others.
+// A finding combines texts from several sources: an invalid byte must not change the others.
 std::string shown(const std::string& text)
 {
     return text::forTerminal(text::repairedUtf8(text));
+}
+
+// The hint of `finding`; where the library gives advice, with the options of this program.
+std::string hintOf(const Finding& finding)
+{
+    switch (finding.advice) {
+    case Advice::ReadAsRaw:
+        return finding.hint + ": leave out --fieldbus modbus";
+    case Advice::ReadAsModbus:
+        return finding.hint + ": add --fieldbus modbus";
+    case Advice::ReadAsValues:
+        return "--values takes a file of values";
+    case Advice::ReadAsImage:
+        return "--decode shows the values in bytes, --param-block sets values in them";
+    default:
+        return finding.hint;
+    }
 }
 
 } // namespace
@@ -39,60 +57,52 @@ std::string painted(const std::string& text, const char* colour, bool coloured)
     return coloured ? fmt::format("\033[{}m{}\033[0m", colour, text) : text;
 }
 
-std::string toText(const Diagnostic& diagnostic, bool coloured)
+std::string toText(const Finding& finding, bool coloured)
 {
-    std::string text = diagnostic.place.empty() ? "" : shown(diagnostic.place) + ": ";
-    text += painted(diagnostic.severity + ":", colourOf(diagnostic.severity), coloured) + " " +
-            shown(diagnostic.text) + "\n";
-    if (!diagnostic.hint.empty()) {
-        text += painted("hint:", "1;36", coloured) + " " + shown(diagnostic.hint) + "\n";
+    const std::string severity = std::string(severityName(finding.severity)) + ":";
+    const std::string hint = hintOf(finding);
+    std::string text = finding.place.empty() ? "" : shown(finding.place) + ": ";
+    text +=
+        painted(severity, colourOf(finding.severity), coloured) + " " + shown(finding.text) + "\n";
+    if (!hint.empty()) {
+        text += painted("hint:", "1;36", coloured) + " " + shown(hint) + "\n";
     }
-    return text;
+    return text + finding.excerpt;
 }
 
-std::string beginningOfList(const std::vector<std::string>& items, std::size_t most,
-                            const std::string& separator, const std::string& beforeRest)
-{
-    const auto end = items.begin() + static_cast<std::ptrdiff_t>(std::min(items.size(), most));
-    const std::string rest =
-        end == items.end() ? "" : fmt::format("{}and {} more", beforeRest, items.end() - end);
-    return fmt::format("{}{}", fmt::join(items.begin(), end, separator), rest);
-}
-
-void report(const Diagnostic& diagnostic)
+void report(const Finding& finding)
 {
     clearProgressLine();
-    std::cerr << toText(diagnostic, takesColour(STDERR_FILENO)) << std::flush;
+    std::cerr << toText(finding, takesColour(STDERR_FILENO)) << std::flush;
 }
 
-std::string placeInFile(const std::string& file, std::size_t offset)
+void report(const std::vector<Finding>& findings)
 {
-    return fmt::format("{}:{:#08x}", file, offset);
+    for (const Finding& finding : findings) {
+        report(finding);
+    }
+}
+
+ExitCode exitCodeFor(const Failure& failure)
+{
+    const auto& findings = failure.findings();
+    const auto error = std::find_if(findings.begin(), findings.end(), [](const Finding& finding) {
+        return finding.severity == Severity::Error;
+    });
+    switch ((error == findings.end() ? failure.reason() : *error).origin) {
+    case Origin::Request:
+        return ExitCode::Usage;
+    case Origin::Input:
+        return ExitCode::Input;
+    default:
+        return ExitCode::Output;
+    }
 }
 
 bool takesColour(int descriptor)
 {
     const char* const noColour = std::getenv("NO_COLOR");
     return isatty(descriptor) == 1 && (noColour == nullptr || *noColour == '\0');
-}
-
-std::string placeInText(const std::string& file, const mxauthor::SourceError& where)
-{
-    return fmt::format("{}:{}:{}", file, where.line, where.column);
-}
-
-std::string shownExcerpt(const std::string& source, const mxauthor::SourceError& where)
-{
-    const auto excerpt = mxauthor::sourceExcerpt(source, where);
-    return text::forTerminal(excerpt.line) + "\n" + excerpt.caret + "\n";
-}
-
-void reportAt(const std::string& file, const std::string& source,
-              const mxauthor::SourceError& error, const std::string& severity,
-              const std::string& hint)
-{
-    report({severity, placeInText(file, error), error.text, hint});
-    std::cerr << shownExcerpt(source, error);
 }
 
 } // namespace mxtool

@@ -16,7 +16,7 @@ const std::string standardOutput = "<standard output>";
 
 void FilesInUse::reject(const std::string& output, const std::string& text, const std::string& hint)
 {
-    rejection.emplace(ExitCode::Usage, output, text + "; nothing is written", hint);
+    rejection.emplace(Origin::Request, output, text + "; nothing is written", hint);
     throw Failure(*rejection);
 }
 
@@ -51,7 +51,7 @@ void FilesInUse::addInputEntry(Entry input)
 void FilesInUse::requireUnreadStandardInput()
 {
     if (readsStandardInput) {
-        throw Failure(ExitCode::Usage, standardInput, "Two inputs of this call are standard input",
+        throw Failure(Origin::Request, standardInput, "Two inputs of this call are standard input",
                       "name a file for one of them");
     }
     readsStandardInput = true;

@@ -1,6 +1,6 @@
 #include "FormatOfName.h"
 
-#include <Poco/String.h>
+#include <text/FileExtension.h>
 
 #include <algorithm>
 #include <array>
@@ -8,19 +8,14 @@
 
 namespace mxtool {
 
-bool endsInExtension(const std::string& file, const std::string& extension)
-{
-    return file.size() > extension.size() &&
-           Poco::icompare(file, file.size() - extension.size(), extension.size(), extension) == 0;
-}
-
 bool isOtherPicture(const std::string& file)
 {
     constexpr std::array<const char*, 17> extensions = {
         ".png", ".jpg", ".jpeg", ".gif", ".bmp", ".webp", ".tif", ".tiff", ".ico",
         ".pdf", ".ps",  ".eps",  ".emf", ".wmf", ".svgz", ".dxf", ".avif"};
-    return std::any_of(extensions.begin(), extensions.end(),
-                       [&file](const char* extension) { return endsInExtension(file, extension); });
+    return std::any_of(extensions.begin(), extensions.end(), [&file](const char* extension) {
+        return text::endsInExtension(file, extension);
+    });
 }
 
 std::string formatOfName(const std::string& output, const std::vector<std::string>& accepted,
@@ -33,7 +28,7 @@ std::string formatOfName(const std::string& output, const std::vector<std::strin
                                                                              {".bin", "binary"},
                                                                              {".txt", "text"}}};
     const auto found = std::find_if(formats.begin(), formats.end(), [&](const auto& format) {
-        return endsInExtension(output, format.first) &&
+        return text::endsInExtension(output, format.first) &&
                std::find(accepted.begin(), accepted.end(), format.second) != accepted.end();
     });
     return found == formats.end() ? otherwise : found->second;

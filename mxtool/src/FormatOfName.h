@@ -14,7 +14,4 @@ std::string formatOfName(const std::string& output, const std::vector<std::strin
 /// Whether `file` has the extension of a picture other than SVG, such as .png.
 bool isOtherPicture(const std::string& file);
 
-/// Whether `file` ends in `extension` (given in lower case), ignoring case.
-bool endsInExtension(const std::string& file, const std::string& extension);
-
 } // namespace mxtool

@@ -1,24 +1,28 @@
 #pragma once
 
-#include <mxauthor/TextForm.h>
+#include <mxmodule/ModuleFile.h>
 
 #include <string>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace mxtool {
 
-/// Returns the bytes of the file at `path` ("-": standard input), followed by the byte 0xFF that
-/// `loadFile` appends to every mx file. Throws a `Failure` naming the file and the reason.
-std::vector<char> loadInput(const std::string& path);
+/// Adds FILE to `verb`: an mx file or its text form. `file` must outlive the parsing.
+void addModuleFile(CLI::App& verb, std::string& file);
 
-/// Returns the bytes of the file at `path` or of standard input, with nothing appended.
+/// Returns the bytes of the file at `path`, of standard input for "-". Throws a `Failure` naming
+/// the file and the reason.
 std::vector<char> loadBytes(const std::string& path);
 
-/// Builds the mx file that `source`, the content of the file at `path` or of standard input,
-/// describes. Files named in it are relative to its directory and are registered as inputs.
-mxauthor::BuildResult buildInput(const std::string& source, const std::string& path);
+/// Returns the mx file at `path` ("-": standard input), built if it is a text form. Every verb
+/// reads modules through this function. Throws a `Failure`.
+mxmodule::ModuleFile loadModuleFile(const std::string& path);
 
-/// Returns the name of the input for diagnostics: its path, "<standard input>" for "-".
+/// Returns the name of the input for messages: its path, "<standard input>" for "-".
 std::string inputName(const std::string& path);
 
 } // namespace mxtool

@@ -1,12 +1,11 @@
 #include "OutputFile.h"
 
 #include "Diagnostic.h"
-#include "FileKind.h"
 #include "FilePlace.h"
 #include "FilesInUse.h"
-#include "ValuesComment.h"
 
-#include <mxauthor/HandWriting.h>
+#include <mxmodule/FileKind.h>
+#include <mxmodule/HandWriting.h>
 
 #include <unistd.h>
 
@@ -43,7 +42,7 @@ std::string hintForWrite(const std::string& place)
         throw ReaderLeft();
     }
     const std::string reason = error != 0 ? std::strerror(error) : "write failed";
-    throw Failure(ExitCode::Output, place, "Cannot write: " + reason, hintForWrite(place));
+    throw Failure(Origin::Output, place, "Cannot write: " + reason, hintForWrite(place));
 }
 
 void writeStream(std::ostream& stream, const std::string& place, const std::string& content)
@@ -121,67 +120,27 @@ void writeChecked(const std::string& path, const std::string& content)
 }
 
 // Protects a user's work from being replaced by a file of another kind.
-void requireSameKind(const std::string& path, FileKind kind)
+void requireSameKind(const std::string& path, mxmodule::FileKind kind)
 {
-    const FileKind present = kindOfFile(path);
-    if (!costsWork(present) || present == kind || filesInUse().overwrites()) {
+    const mxmodule::FileKind present = mxmodule::kindOfFile(path);
+    if (!mxmodule::costsWork(present) || present == kind || filesInUse().overwrites()) {
         return;
     }
-    throw Failure(ExitCode::Usage, path,
-                  std::string("The file is ") + nameOf(present) +
-                      ", the output would replace it by " + nameOf(kind),
+    throw Failure(Origin::Request, path,
+                  std::string("The file is ") + mxmodule::nameOf(present) +
+                      ", the output would replace it by " + mxmodule::nameOf(kind),
                   "name another file, or add --overwrite to replace this one");
-}
-
-using mxauthor::HandWriting;
-
-bool isTextOfPeople(FileKind kind, const std::string& content)
-{
-    return kind == FileKind::TextForm || kind == FileKind::Values ||
-           (kind == FileKind::Other && content.find('\0') == std::string::npos);
-}
-
-bool isAmong(const std::vector<HandWriting>& kept, const HandWriting& one)
-{
-    return std::any_of(kept.begin(), kept.end(),
-                       [&](const HandWriting& other) { return other.text == one.text; });
-}
-
-std::optional<HandWriting> lostHandWriting(const std::string& present, const std::string& output)
-{
-    const FileKind kind = kindOf(output);
-    if ((kind != FileKind::TextForm && kind != FileKind::Values) ||
-        !isTextOfPeople(kindOf(present), present)) {
-        return std::nullopt;
-    }
-    const bool isOwn = hasValuesMark(present);
-    const std::vector<HandWriting> kept = mxauthor::handWritingIn(output);
-    const std::vector<HandWriting> all = mxauthor::handWritingIn(present);
-    const auto lost = std::find_if(all.begin(), all.end(), [&](const HandWriting& one) {
-        return !(isOwn && isValuesComment(one.text, one.line)) && !isAmong(kept, one);
-    });
-    return lost == all.end() ? std::nullopt : std::optional(*lost);
-}
-
-std::string shownHandWriting(const HandWriting& writing)
-{
-    constexpr std::size_t longest = 60;
-    if (writing.text[0] != '#') {
-        return "the key \"" + writing.text + "\"";
-    }
-    const bool isLong = writing.text.size() > longest;
-    return "the comment \"" + writing.text.substr(0, longest) + (isLong ? "..." : "") + "\"";
 }
 
 // Rewriting would lose the user's comments, `repeat` and `each`.
 void requireNoLoss(const std::string& path, const std::string& content)
 {
-    const auto lost =
-        filesInUse().overwrites() ? std::nullopt : lostHandWriting(judgedContent(path), content);
+    const auto lost = filesInUse().overwrites()
+                          ? std::nullopt
+                          : mxmodule::writingLostBy(content, mxmodule::judgedContent(path));
     if (lost) {
-        throw Failure(ExitCode::Usage, path + ":" + std::to_string(lost->line),
-                      "The file has " + shownHandWriting(*lost) +
-                          ", which the output would not keep",
+        throw Failure(Origin::Request, path + ":" + std::to_string(lost->line),
+                      "The file has " + lost->what + ", which the output would not keep",
                       "name another file, or add --overwrite to replace this one");
     }
 }
@@ -203,7 +162,7 @@ void writeOutputs(const std::vector<Output>& outputs)
     filesInUse().addOutputs(paths);
     for (const Output& output : outputs) {
         if (output.path != "-") {
-            requireSameKind(output.path, kindOf(output.content));
+            requireSameKind(output.path, mxmodule::kindOf(output.content));
             requireNoLoss(output.path, output.content);
         }
     }
@@ -217,13 +176,13 @@ void makeDirectory(const std::string& path)
     std::error_code error;
     std::filesystem::create_directories(path, error);
     if (error || !std::filesystem::is_directory(path, error)) {
-        throw Failure(ExitCode::Output, path,
+        throw Failure(Origin::Output, path,
                       "Cannot make the directory: " +
                           (error ? error.message() : "there is a file of that name"));
     }
 }
 
-OutputFiles::OutputFiles(const std::vector<std::string>& paths, FileKind kind)
+OutputFiles::OutputFiles(const std::vector<std::string>& paths, mxmodule::FileKind kind)
 {
     filesInUse().addOutputs(paths);
     for (const std::string& path : paths) {

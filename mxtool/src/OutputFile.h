@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FileKind.h"
+#include <mxmodule/FileKind.h>
 
 #include <string>
 #include <vector>
@@ -34,7 +34,7 @@ class OutputFiles
 {
 public:
     /// Checks each of `paths`, which will have content of `kind`.
-    OutputFiles(const std::vector<std::string>& paths, FileKind kind);
+    OutputFiles(const std::vector<std::string>& paths, mxmodule::FileKind kind);
 
     /// Writes the file at `path`, one of the checked paths.
     void write(const std::string& path, const std::string& content);

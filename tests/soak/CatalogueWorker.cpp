@@ -1,4 +1,4 @@
-#include "database/Population.h"
+#include "catalogue/Population.h"
 
 #include <devices/database/DeviceDatabase.h>
 #include <devices/parser/mx/LoadFile.h>

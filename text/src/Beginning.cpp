@@ -32,4 +32,16 @@ std::string abbreviated(const std::string& bytes)
     return bytes.size() <= most ? bytes : beginningOf(bytes, most) + " ...";
 }
 
+std::string beginningOfList(const std::vector<std::string>& items, std::size_t most,
+                            const std::string& separator, const std::string& beforeRest)
+{
+    std::string list;
+    for (std::size_t i = 0; i < items.size() && i < most; ++i) {
+        list += (i == 0 ? "" : separator) + items[i];
+    }
+    return items.size() <= most
+               ? list
+               : list + beforeRest + "and " + std::to_string(items.size() - most) + " more";
+}
+
 } // namespace text

@@ -24,4 +24,9 @@ std::size_t countOfControls(std::string_view content)
     return static_cast<std::size_t>(std::count_if(content.begin(), content.end(), isOutsideTexts));
 }
 
+bool hasControls(std::string_view content)
+{
+    return std::any_of(content.begin(), content.end(), isOutsideTexts);
+}
+
 } // namespace text

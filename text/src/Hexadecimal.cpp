@@ -1,5 +1,6 @@
 #include "text/Hexadecimal.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace text {
@@ -29,6 +30,12 @@ std::string hexOfBytes(const void* data, std::size_t count, const char* between)
         appendHex(text, bytes[i], 2);
     }
     return text;
+}
+
+std::string hexOfBytes(const std::vector<char>& bytes, std::size_t begin, std::size_t count)
+{
+    const std::size_t first = std::min(bytes.size(), begin);
+    return hexOfBytes(bytes.data() + first, std::min(bytes.size() - first, count), " ");
 }
 
 std::string toHex(const std::vector<std::uint8_t>& bytes)

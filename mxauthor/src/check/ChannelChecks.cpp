@@ -1,5 +1,5 @@
 #include "check/Checks.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <algorithm>
 #include <map>
@@ -59,11 +59,11 @@ void checkKind(const Channel& channel, Findings& findings)
         }
     } else if (kind != mxformat::bitFieldDatatype && stated != channel.place.bits) {
         findings.add(channelBits, record.bitLength.place, named(channel),
-                     counted(stated, "bit") + " stated, its kind has " +
+                     text::counted(stated, "bit") + " stated, its kind has " +
                          std::to_string(channel.place.bits));
     } else if (kind == mxformat::bitFieldDatatype && (stated == 0 || stated > 8)) {
         findings.add(channelBits, record.bitLength.place, named(channel),
-                     counted(stated, "bit") + " stated, a bit field has 1 to 8");
+                     text::counted(stated, "bit") + " stated, a bit field has 1 to 8");
     }
 }
 

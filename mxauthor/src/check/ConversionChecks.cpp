@@ -1,5 +1,5 @@
 #include "check/Checks.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <set>
 
@@ -86,7 +86,7 @@ void checkConversions(const ModuleView& module, Findings& findings)
     }
     if (!conversions.rest.value.empty()) {
         findings.add(conversionTable, conversions.rest.place, "",
-                     counted(conversions.rest.value.size(), "byte") +
+                     text::counted(conversions.rest.value.size(), "byte") +
                          " after the last whole conversion: nothing is converted");
     }
     for (const ModuleView::Parameter& parameter : module.parameters()) {

@@ -1,5 +1,5 @@
 #include "check/Checks.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <devices/parser/mx/ByteReaders.h>
 #include <devices/parser/mx/HexText.h>
@@ -46,7 +46,7 @@ std::string statedLength(const std::uint8_t* data, std::uint32_t start, std::siz
     const std::uint16_t id = mx::readU16BE(data + start);
     const std::uint16_t length = mx::readU16BE(data + start + 2);
     std::string text = "group " + mx::u16AsHex(id) + " states a length of " +
-                       counted(length, "byte") + ", " + std::to_string(left) +
+                       text::counted(length, "byte") + ", " + std::to_string(left) +
                        " are left and the minimum is " +
                        std::to_string(mxformat::smallestGroup(id));
     if (id == mxformat::group::header && left >= mxformat::contentLengthEnd) {
@@ -79,7 +79,7 @@ void checkContentLength(const ModuleView& module, Findings& findings)
     if (header->contentLength.value != size) {
         findings.add(contentLength, header->contentLength.place, "",
                      "content length " + std::to_string(header->contentLength.value) +
-                         ", the file has " + counted(size, "byte"));
+                         ", the file has " + text::counted(size, "byte"));
     }
 }
 
@@ -87,13 +87,13 @@ void checkFileEnds(const ModuleView& module, Findings& findings)
 {
     const Place& tail = module.file().tail.place;
     if (module.file().groups.empty()) {
-        findings.addToFile(noGroups, tail, "no group in " + counted(tail.length, "byte"));
+        findings.addToFile(noGroups, tail, "no group in " + text::counted(tail.length, "byte"));
         return;
     }
     checkContentLength(module, findings);
     if (tail.length > 0) {
         findings.addToFile(trailingBytes, tail,
-                           counted(tail.length, "byte") + " after the last group, not read");
+                           text::counted(tail.length, "byte") + " after the last group, not read");
     }
 }
 
@@ -110,7 +110,7 @@ void checkFraming(const std::vector<char>& bytes, const MxFile& file, Findings& 
                        isCutOff(data, start, bytes.size())
                            ? "content length " +
                                  std::to_string(mx::readU16BE(data + groupHeaderSize)) +
-                                 ", the file has " + counted(bytes.size(), "byte")
+                                 ", the file has " + text::counted(bytes.size(), "byte")
                            : statedLength(data, start, left));
 }
 

@@ -1,5 +1,5 @@
 #include "check/Checks.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <devices/parser/mx/HexText.h>
 
@@ -57,7 +57,7 @@ void checkOccurrence(const Group& group, std::set<std::uint16_t>& seen, Findings
     } else if (std::string_view(mxformat::groupName(group.id)).empty()) {
         findings.add(unknownGroup, group.place, "",
                      "not a group of the format, " +
-                         counted(group.place.length - mxformat::groupOverhead, "byte") +
+                         text::counted(group.place.length - mxformat::groupOverhead, "byte") +
                          " skipped");
     } else if (std::holds_alternative<RawGroup>(group.content)) {
         findings.add(groupShape, group.place, "",
@@ -71,7 +71,7 @@ void checkRestOf(const ModuleView& module, std::uint16_t id, const char* what, F
     const Field<Bytes>& rest = module.contentOrNone<Content>(id).rest;
     if (!rest.value.empty()) {
         findings.add(deadRecord, rest.place, "",
-                     counted(rest.value.size(), "byte") + " after the last whole " + what);
+                     text::counted(rest.value.size(), "byte") + " after the last whole " + what);
     }
 }
 
@@ -80,7 +80,8 @@ void checkUnreadBytes(const ModuleView& module, Findings& findings)
     const auto& rest = module.contentOrNone<Extension>(mxformat::group::extension).rest;
     if (!rest.value.empty()) {
         findings.add(unreadBytes, rest.place, "",
-                     counted(rest.value.size(), "byte") + " after the calibration date, not read");
+                     text::counted(rest.value.size(), "byte") +
+                         " after the calibration date, not read");
     }
 }
 

@@ -1,7 +1,7 @@
 #include "RequiredEntries.h"
 #include "check/Checks.h"
 #include "check/Svgz.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <text/Beginning.h>
 #include <text/NearestWords.h>
@@ -126,7 +126,7 @@ void checkIdentity(const ModuleView& module, Findings& findings)
         if (dataset.id.value == mxformat::identityDataset) {
             if (dataset.data.value.size() != mxformat::identitySize) {
                 findings.add(identitySize, dataset.size.place, "dataset 0xfb",
-                             "has " + counted(dataset.data.value.size(), "byte") +
+                             "has " + text::counted(dataset.data.value.size(), "byte") +
                                  ", expected 5: module type and identifier");
             }
             return;

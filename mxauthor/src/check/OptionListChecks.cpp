@@ -1,5 +1,5 @@
 #include "check/Checks.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <algorithm>
 #include <map>
@@ -70,7 +70,7 @@ void checkValues(const ModuleView& module, const Parameter& parameter, Findings&
         if (!holdsSlot(field, slot)) {
             findings.add(optionValue, option->value.place, named(parameter),
                          "its option value " + std::to_string(slot) + " does not fit in " +
-                             counted(field.bits(), "bit"));
+                             text::counted(field.bits(), "bit"));
         } else if (++seen[numberOfSlot(field, slot).bits()] == 2) {
             findings.add(optionRepeated, option->value.place, named(parameter),
                          "its option value " + numberOfSlot(field, slot).text() +

@@ -1,5 +1,5 @@
 #include "check/Checks.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <algorithm>
 #include <set>
@@ -43,7 +43,7 @@ using Parameter = ModuleView::Parameter;
 
 std::string statedBits(const ParameterRecord& record)
 {
-    return counted(record.bitLength.value, "bit") + " from bit " +
+    return text::counted(record.bitLength.value, "bit") + " from bit " +
            std::to_string(record.bitOffset.value);
 }
 
@@ -183,7 +183,8 @@ void checkParameterPlaces(const ModuleView& module, Findings& findings)
         const mxformat::BlockField& field = parameter.value.field;
         if (field.end() > size) {
             findings.add(parameterOutside, parameter.record->position.place, named(parameter),
-                         bytesText(field) + " of the block, which has " + counted(size, "byte"));
+                         bytesText(field) + " of the block, which has " +
+                             text::counted(size, "byte"));
         }
     }
     checkOverlaps(module.parameters(), findings);

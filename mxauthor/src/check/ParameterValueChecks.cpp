@@ -1,6 +1,6 @@
 #include "check/Checks.h"
 #include "module/ParameterScale.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <text/Beginning.h>
 
@@ -80,7 +80,7 @@ bool checkBound(const Parameter& parameter, const ParameterScale& scale,
     if (!isHeld) {
         findings.add(rangeDatatype, bound.place, named(parameter),
                      std::string(what) + " " + shownNumber(scale, slotNumber(field, bound.value)) +
-                         " does not fit in " + counted(field.bits(), "bit") + ", " +
+                         " does not fit in " + text::counted(field.bits(), "bit") + ", " +
                          acceptedNumbers(field, scale));
     }
     return isHeld;

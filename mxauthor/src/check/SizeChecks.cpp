@@ -1,5 +1,5 @@
 #include "check/Checks.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <mxformat/DataSizes.h>
 #include <mxformat/ParameterBlock.h>
@@ -74,10 +74,10 @@ void checkDirection(const ModuleView& module, bool input, Findings& findings)
     const Place& place = module.group(mxformat::group::dataSizes)->place;
     if (used > size) {
         findings.add(input ? inputSize : outputSize, place, key,
-                     counted(size, "byte") + ", the channels take " + std::to_string(used));
+                     text::counted(size, "byte") + ", the channels take " + std::to_string(used));
     } else if (used < std::min(size, stated)) {
         findings.add(dataWithoutChannel, place, key,
-                     counted(stated, "byte") + ", the channels take " + std::to_string(used));
+                     text::counted(stated, "byte") + ", the channels take " + std::to_string(used));
     }
 }
 
@@ -93,7 +93,7 @@ void checkParameterBlock(const ModuleView& module, Findings& findings)
     }
     if (block->block.value.size() > mxformat::largestParameterBlock) {
         findings.add(blockLimit, block->block.place, "",
-                     counted(block->block.value.size(), "byte") +
+                     text::counted(block->block.value.size(), "byte") +
                          " of parameters, 255 at most: readers count them in a byte");
     }
 }
@@ -113,7 +113,7 @@ void checkDataSizes(const ModuleView& module, Findings& findings)
     if (blockIsKnown && module.dataSize(mxformat::parameterKey) != module.block().size()) {
         findings.add(blockSize, module.group(mxformat::group::dataSizes)->place,
                      mxformat::parameterKey,
-                     counted(module.dataSize(mxformat::parameterKey), "byte") +
+                     text::counted(module.dataSize(mxformat::parameterKey), "byte") +
                          ", the parameter block has " + std::to_string(module.block().size()));
     }
     checkDirection(module, true, findings);

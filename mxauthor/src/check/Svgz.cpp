@@ -1,8 +1,8 @@
 #include "check/Svgz.h"
 
 #include "module/ModuleView.h"
-#include "mxauthor/Counted.h"
 #include "mxauthor/ForeignContent.h"
+#include <text/Counted.h>
 
 #include <Poco/SAX/DefaultHandler.h>
 #include <Poco/SAX/SAXException.h>
@@ -58,11 +58,12 @@ std::string inflated(const Bytes& bytes)
     }
     if (found.end == Gunzipped::End::Damaged) {
         throw std::runtime_error("the compressed data is damaged in its first " +
-                                 counted(found.bytesRead, "byte") +
+                                 text::counted(found.bytesRead, "byte") +
                                  (found.reason.empty() ? "" : ": " + found.reason));
     }
     if (found.bytesLeft > 0) {
-        throw std::runtime_error(counted(found.bytesLeft, "byte") + " after the compressed data");
+        throw std::runtime_error(text::counted(found.bytesLeft, "byte") +
+                                 " after the compressed data");
     }
     return std::move(found.content);
 }

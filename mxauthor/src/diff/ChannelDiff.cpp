@@ -1,5 +1,5 @@
 #include "diff/Differences.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <map>
 #include <tuple>
@@ -39,7 +39,7 @@ std::string addressOf(const Channel& channel)
 std::string kindText(const Channel& channel)
 {
     return std::to_string(mxformat::channelKind(channel.record->kind.value)) + " of " +
-           counted(channel.record->bitLength.value, "bit");
+           text::counted(channel.record->bitLength.value, "bit");
 }
 
 void comparePair(const Channel& old, const Channel& now, Differences& differences)

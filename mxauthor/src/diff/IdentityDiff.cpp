@@ -1,5 +1,5 @@
 #include "diff/Differences.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <devices/parser/mx/HexText.h>
 
@@ -76,8 +76,9 @@ void compareIdentity(const ModuleView& before, const ModuleView& after, Differen
                         dateOf(after));
     if (imageOf(before) != imageOf(after)) {
         differences.add(Effect::Cosmetic, "image", "",
-                        "the product image of " + counted(imageOf(before).size(), "byte") +
-                            " becomes another one of " + counted(imageOf(after).size(), "byte"));
+                        "the product image of " + text::counted(imageOf(before).size(), "byte") +
+                            " becomes another one of " +
+                            text::counted(imageOf(after).size(), "byte"));
     }
 }
 
@@ -86,12 +87,12 @@ void compareSizes(const ModuleView& before, const ModuleView& after, Differences
     for (const char* key : {"InData", "OutData", "Diagnosis"}) {
         const bool isProcessData = key != std::string("Diagnosis");
         differences.changed(isProcessData ? Effect::Breaking : Effect::Compatible, "size", key,
-                            "size", counted(before.dataSize(key), "byte"),
-                            counted(after.dataSize(key), "byte"));
+                            "size", text::counted(before.dataSize(key), "byte"),
+                            text::counted(after.dataSize(key), "byte"));
     }
     differences.changedBreakingImage("size", "parameter block", "size",
-                                     counted(before.block().size(), "byte"),
-                                     counted(after.block().size(), "byte"));
+                                     text::counted(before.block().size(), "byte"),
+                                     text::counted(after.block().size(), "byte"));
 }
 
 } // namespace mxauthor

@@ -2,7 +2,7 @@
 #include "diff/Differences.h"
 #include "diff/StoredImages.h"
 #include "module/ParameterScale.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <algorithm>
 #include <deque>
@@ -32,7 +32,7 @@ std::string placeText(const Parameter& parameter)
     if (!field.exists()) {
         return text + ", bits outside it";
     }
-    return text + ", " + counted(field.bits(), "bit") + " from bit " +
+    return text + ", " + text::counted(field.bits(), "bit") + " from bit " +
            std::to_string(field.firstBit());
 }
 

@@ -1,6 +1,6 @@
 #include "RequiredEntries.h"
 #include "explain/GroupParts.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <devices/parser/mx/HexText.h>
 #include <mxformat/BigEndian.h>
@@ -46,7 +46,7 @@ std::string sizeMeaning(const std::string& line)
             }
             size += *more;
         }
-        return counted(size, "byte");
+        return text::counted(size, "byte");
     }
     return "";
 }

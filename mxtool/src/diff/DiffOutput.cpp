@@ -40,7 +40,7 @@ std::string verdict(const mxauthor::Comparison& comparison, const std::string& b
                        text::forTerminal(comparison.because));
 }
 
-Json differenceJson(const Difference& difference)
+text::Json differenceJson(const Difference& difference)
 {
     return {{"effect", mxauthor::effectName(difference.effect)},
             {"breaks_parameter_image", difference.breaksImage},
@@ -65,14 +65,14 @@ std::string diffText(const mxauthor::Comparison& comparison, const std::string& 
     return text + verdict(comparison, before, after);
 }
 
-Json diffJson(const mxauthor::Comparison& comparison, const std::string& before,
-              const std::string& after)
+text::Json diffJson(const mxauthor::Comparison& comparison, const std::string& before,
+                    const std::string& after)
 {
-    return {{"schema", jsonSchema("mxtool.diff", 1)},
+    return {{"schema", text::jsonSchema("mxtool.diff", 1)},
             {"before", text::toUtf8(before)},
             {"after", text::toUtf8(after)},
             {"same", comparison.differences.empty()},
-            {"differences", listJson(comparison.differences, differenceJson)},
+            {"differences", text::listJson(comparison.differences, differenceJson)},
             {"parameter_image_stays_valid", comparison.imageStaysValid},
             {"because", text::toUtf8(comparison.because)}};
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DeviceJson.h"
+#include <text/JsonText.h>
 
 #include <mxauthor/Diff.h>
 
@@ -12,7 +12,7 @@ std::string diffText(const mxauthor::Comparison& comparison, const std::string& 
                      const std::string& after, bool coloured);
 
 /// Returns the comparison, schema "mxtool.diff" version 1.
-Json diffJson(const mxauthor::Comparison& comparison, const std::string& before,
-              const std::string& after);
+text::Json diffJson(const mxauthor::Comparison& comparison, const std::string& before,
+                    const std::string& after);
 
 } // namespace mxtool

@@ -1,22 +1,21 @@
 #include "explain/ExplainOutput.h"
 
-#include <devices/parser/mx/HexText.h>
+#include <text/Hexadecimal.h>
 #include <text/Utf8.h>
 
 namespace mxtool {
 
 namespace {
 
-using devices::parser::mx::u16AsHex;
 using mxauthor::ExplainedGroup;
 using mxauthor::ExplainedPart;
 
 // Numbers of more than 32 bits are written as strings: some JSON readers round them.
-Json valueJson(const ExplainedPart& part)
+text::Json valueJson(const ExplainedPart& part)
 {
     switch (part.kind) {
     case ExplainedPart::Kind::Number:
-        return part.place.length > 4 ? Json(part.value) : Json(std::stoul(part.value));
+        return part.place.length > 4 ? text::Json(part.value) : text::Json(std::stoul(part.value));
     case ExplainedPart::Kind::Text:
         return text::toUtf8(part.value);
     default:
@@ -24,12 +23,12 @@ Json valueJson(const ExplainedPart& part)
     }
 }
 
-Json indexJson(int index)
+text::Json indexJson(int index)
 {
-    return index < 0 ? Json() : Json(index);
+    return index < 0 ? text::Json() : text::Json(index);
 }
 
-Json partJson(const ExplainedFile& file, const ExplainedPart& part)
+text::Json partJson(const ExplainedFile& file, const ExplainedPart& part)
 {
     return {{"offset", part.place.offset},
             {"length", part.place.length},
@@ -43,9 +42,9 @@ Json partJson(const ExplainedFile& file, const ExplainedPart& part)
             {"read", part.isRead}};
 }
 
-Json groupJson(const ExplainedGroup& group)
+text::Json groupJson(const ExplainedGroup& group)
 {
-    return {{"id", u16AsHex(group.id)},
+    return {{"id", text::hexOf(group.id, 4)},
             {"name", group.name},
             {"offset", group.place.offset},
             {"length", group.place.length},
@@ -54,16 +53,16 @@ Json groupJson(const ExplainedGroup& group)
 
 } // namespace
 
-Json explainJson(const ExplainedFile& file)
+text::Json explainJson(const ExplainedFile& file)
 {
     const auto part = [&file](const ExplainedPart& one) { return partJson(file, one); };
     const auto& failure = file.explanation.failure;
-    return {{"schema", jsonSchema("mxtool.explain", 1)},
+    return {{"schema", text::jsonSchema("mxtool.explain", 1)},
             {"file", text::toUtf8(file.name)},
             {"size", file.bytes.size()},
-            {"groups", listJson(file.explanation.groups, groupJson)},
-            {"parts", listJson(file.explanation.parts, part)},
-            {"failure", failure ? Json(*failure) : Json()}};
+            {"groups", text::listJson(file.explanation.groups, groupJson)},
+            {"parts", text::listJson(file.explanation.parts, part)},
+            {"failure", failure ? text::Json(*failure) : text::Json()}};
 }
 
 } // namespace mxtool

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DeviceJson.h"
+#include <text/JsonText.h>
 
 #include <mxauthor/Explain.h>
 
@@ -19,7 +19,7 @@ struct ExplainedFile
 std::string explainText(const ExplainedFile& file, bool coloured);
 
 /// Returns the parts as JSON, schema "mxtool.explain" version 1.
-Json explainJson(const ExplainedFile& file);
+text::Json explainJson(const ExplainedFile& file);
 
 /// Returns the dump as a self-contained HTML page.
 std::string explainHtml(const ExplainedFile& file);
@@ -36,11 +36,11 @@ std::string meaningOfPart(const mxauthor::ExplainedPart& part);
 /// Returns "group 20c0, parameters: 122 bytes at 0x00013c (316)".
 std::string headingOf(const mxauthor::ExplainedGroup& group);
 
-/// Returns the explanation of the byte at `offset`. Throws an `InvalidInput` when the offset is
+/// Returns the explanation of the byte at `offset`. Throws a `Failure` when the offset is
 /// outside the file.
 std::string explainByte(const ExplainedFile& file, const std::string& offset);
 
-/// Returns the places of the parameters, channels and texts called `name`. Throws an `InvalidInput`
+/// Returns the places of the parameters, channels and texts called `name`. Throws a `Failure`
 /// when there are none.
 std::string explainName(const ExplainedFile& file, const std::string& name);
 

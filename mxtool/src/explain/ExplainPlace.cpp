@@ -1,10 +1,10 @@
 #include "CommandLineOptions.h"
-#include "Counted.h"
-#include "InvalidInput.h"
-#include "TextTable.h"
+#include "Diagnostic.h"
 #include "explain/ExplainOutput.h"
+#include <text/Counted.h>
+#include <text/TextTable.h>
 
-#include <devices/parser/mx/HexText.h>
+#include <text/Hexadecimal.h>
 #include <text/NearestWords.h>
 #include <text/ShownText.h>
 #include <text/Utf8.h>
@@ -21,16 +21,18 @@ namespace {
 using mxauthor::ExplainedPart;
 using mxauthor::NamedPlace;
 
-std::size_t offsetOf(const std::string& word, std::size_t size)
+std::size_t offsetIn(const ExplainedFile& file, const std::string& word)
 {
+    const std::size_t size = file.bytes.size();
     const auto offset = numberOfWord(word);
     if (!offset) {
-        throw InvalidInput("\"" + word + "\" is not an offset",
-                           "a number in decimal, or in hexadecimal after 0x");
+        throw Failure(Origin::Request, file.name, "\"" + word + "\" is not an offset",
+                      "a number in decimal, or in hexadecimal after 0x");
     }
     if (*offset >= size) {
-        throw InvalidInput(fmt::format("{0} ({0:#x}) lies outside the file of {1}", *offset,
-                                       counted(size, "byte")));
+        throw Failure(Origin::Request, file.name,
+                      fmt::format("{0} ({0:#x}) lies outside the file of {1}", *offset,
+                                  text::counted(size, "byte")));
     }
     return *offset;
 }
@@ -79,7 +81,7 @@ std::vector<const NamedPlace*> placesOf(const ExplainedFile& file, const std::st
 
 std::string explainByte(const ExplainedFile& file, const std::string& word)
 {
-    const std::size_t offset = offsetOf(word, file.bytes.size());
+    const std::size_t offset = offsetIn(file, word);
     const ExplainedPart& part = partAt(file, offset);
     const auto byte = static_cast<unsigned char>(file.bytes[offset]);
     return line("byte", fmt::format("{0:#04x} ({0}) at {1:#08x} ({1})", byte, offset)) +
@@ -98,12 +100,13 @@ std::string explainName(const ExplainedFile& file, const std::string& name)
         for (const NamedPlace& place : file.explanation.names) {
             names.insert(text::toUtf8(place.name));
         }
-        throw InvalidInput("No parameter, channel or text is called \"" + name + "\"" +
-                           text::didYouMean(name, {names.begin(), names.end()}));
+        throw Failure(Origin::Request, file.name,
+                      "No parameter, channel or text is called \"" + name + "\"" +
+                          text::didYouMean(name, {names.begin(), names.end()}));
     }
-    TextTable table({"What", "Group", "Offset", "Bytes"});
+    text::TextTable table({"What", "Group", "Offset", "Bytes"});
     for (const NamedPlace* place : found) {
-        table.add({place->what, devices::parser::mx::u16AsHex(place->place.group),
+        table.add({place->what, text::hexOf(place->place.group, 4),
                    fmt::format("{0:#08x} ({0})", place->place.offset),
                    std::to_string(place->place.length)});
     }

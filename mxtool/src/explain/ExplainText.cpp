@@ -1,9 +1,8 @@
 #include "explain/ExplainOutput.h"
 
 #include "Diagnostic.h"
-#include "HexBytes.h"
 
-#include <devices/parser/mx/HexText.h>
+#include <text/Hexadecimal.h>
 #include <text/ShownText.h>
 
 #include <fmt/format.h>
@@ -46,7 +45,7 @@ std::string partLines(const ExplainedFile& file, const ExplainedPart& part, bool
         const std::size_t count = std::min<std::size_t>(bytesPerLine, part.place.length - begin);
         const std::string line =
             fmt::format("  {:#08x}  {:<{}}  {}", part.place.offset + begin,
-                        hexOfBytes(file.bytes, part.place.offset + begin, count), hexColumns,
+                        text::hexOfBytes(file.bytes, part.place.offset + begin, count), hexColumns,
                         begin == 0 ? described(part) : "");
         lines += painted(withoutBlanksAtEnd(line), "2", coloured && !part.isRead) + "\n";
     }
@@ -57,7 +56,7 @@ std::string partLines(const ExplainedFile& file, const ExplainedPart& part, bool
 
 std::string hexOfPart(const ExplainedFile& file, const ExplainedPart& part)
 {
-    return hexOfBytes(file.bytes, part.place.offset, part.place.length);
+    return text::hexOfBytes(file.bytes, part.place.offset, part.place.length);
 }
 
 std::string valueOfPart(const ExplainedPart& part)
@@ -79,8 +78,7 @@ std::string meaningOfPart(const ExplainedPart& part)
 
 std::string headingOf(const ExplainedGroup& group)
 {
-    return fmt::format("group {}, {}: {} bytes at {:#08x} ({}){}",
-                       devices::parser::mx::u16AsHex(group.id),
+    return fmt::format("group {}, {}: {} bytes at {:#08x} ({}){}", text::hexOf(group.id, 4),
                        group.name.empty() ? "not of the format" : group.name, group.place.length,
                        group.place.offset, group.place.offset, group.isRead ? "" : ", not read");
 }

@@ -1,11 +1,12 @@
-#include "Counted.h"
 #include "Diagnostic.h"
-#include "FileKind.h"
 #include "InputFile.h"
 #include "OutputFile.h"
+#include "ToolObserver.h"
 #include "Verbs.h"
 
-#include <mxauthor/CheckText.h>
+#include <mxmodule/Build.h>
+
+#include <text/Counted.h>
 #include <text/ShownText.h>
 
 #include <fmt/format.h>
@@ -28,8 +29,6 @@ Example:
   /tmp/MX0302.bin: 1051 bytes
 )";
 
-constexpr const char* expectedText = "the text form of an mx file";
-
 struct BuildOptions
 {
     std::vector<std::string> files;
@@ -40,7 +39,7 @@ struct BuildOptions
 [[noreturn]] void failUsage(const std::string& place, const std::string& text,
                             const std::string& hint)
 {
-    throw Failure(ExitCode::Usage, place, text, hint);
+    throw Failure(Origin::Request, place, text, hint);
 }
 
 bool isDirectory(const std::string& output)
@@ -76,66 +75,27 @@ std::vector<std::string> targetsOf(const BuildOptions& options)
     return targets;
 }
 
-void reportFindings(const std::string& file, const std::string& source,
-                    const std::vector<mxauthor::TextFinding>& findings, bool quiet)
-{
-    for (const mxauthor::TextFinding& finding : findings) {
-        const mxauthor::Severity severity = finding.rule->severity;
-        if (quiet && severity == mxauthor::Severity::Note) {
-            continue;
-        }
-        mxauthor::SourceError where = finding.where;
-        where.text = fmt::format("[{}] {}", finding.rule->name, where.text);
-        reportAt(inputName(file), source, where, mxauthor::severityName(severity), finding.hint);
-    }
-}
-
-// Returns whether the file is to be written: the text has no errors and the device parser accepts
-// it.
-bool isAccepted(const std::string& file, const std::string& source,
-                const mxauthor::BuildResult& built, bool force, bool quiet)
-{
-    for (const mxauthor::SourceError& error : built.errors) {
-        reportAt(inputName(file), source, error, "error", "");
-    }
-    if (!built.errors.empty()) {
-        return false;
-    }
-    const auto findings = mxauthor::checkText(source, built);
-    reportFindings(file, source, findings, quiet);
-    if (!mxauthor::isRefused(findings) || force) {
-        return true;
-    }
-    report({"error", inputName(file), "The device parser refuses this module, nothing is written",
-            "--force writes it all the same"});
-    return false;
-}
-
 // The mx file that a text describes; nothing if it is not to be written.
 std::optional<std::string> builtBytes(const std::string& file, bool force, bool quiet)
 {
-    const std::vector<char> chars = loadBytes(file);
-    const std::string source(chars.begin(), chars.end());
-    if (kindOf(source) == FileKind::MxFile) {
-        throw Failure(ExitCode::Input, inputName(file),
-                      "This is an mx file already, expected its text form",
-                      "mxtool dump FILE -o FILE.yaml writes the text form of an mx file");
+    ToolObserver observer;
+    const std::vector<char> content = loadBytes(file);
+    const mxmodule::BuiltFile built =
+        mxmodule::build({content.begin(), content.end()}, inputName(file), {force, &observer});
+    for (const Finding& finding : built.findings) {
+        if (!quiet || finding.severity != Severity::Note) {
+            report(finding);
+        }
     }
-    if (source.empty()) {
-        throw Failure(ExitCode::Input, inputName(file),
-                      std::string("The file is empty, expected ") + expectedText,
-                      "mxtool new writes the text of a new module");
+    if (built.bytes) {
+        return std::string(built.bytes->begin(), built.bytes->end());
     }
-    requireModule(file, source, expectedText);
-    const mxauthor::BuildResult result = buildInput(source, file);
-    if (result.errors.size() > 1) {
-        requireKeyOfTextForm(file, source, expectedText);
+    if (built.isRefused) {
+        report({Severity::Error, inputName(file),
+                "The device parser refuses this module, nothing is written",
+                "--force writes it all the same"});
     }
-    if (!isAccepted(file, source, result, force, quiet)) {
-        return std::nullopt;
-    }
-    const mxauthor::Bytes bytes = mxauthor::writeMxFile(result.file);
-    return std::string(bytes.begin(), bytes.end());
+    return std::nullopt;
 }
 
 // An input that cannot be read does not stop the build of the others.
@@ -144,10 +104,10 @@ std::optional<std::string> builtReporting(const std::string& file, bool force, b
     try {
         return builtBytes(file, force, quiet);
     } catch (const Failure& failure) {
-        if (failure.code != ExitCode::Input) {
+        if (failure.reason().origin != Origin::Input) {
             throw;
         }
-        report(failure.diagnostic);
+        report(failure.findings());
         return std::nullopt;
     }
 }
@@ -175,7 +135,7 @@ void writeBuilt(const std::vector<Output>& outputs, const BuildOptions& options,
     for (const Output& output : outputs) {
         if (output.path != "-") {
             lines += fmt::format("{}: {}\n", text::forTerminal(output.path),
-                                 counted(output.content.size(), "byte"));
+                                 text::counted(output.content.size(), "byte"));
         }
     }
     if (!quiet && !lines.empty()) {

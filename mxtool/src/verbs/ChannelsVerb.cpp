@@ -1,10 +1,10 @@
 #include "CommandLineOptions.h"
 #include "Diagnostic.h"
 #include "FormatOfName.h"
+#include "ModuleChoice.h"
 #include "OutputFile.h"
-#include "TranslatedModule.h"
+#include "ToolObserver.h"
 #include "Verbs.h"
-#include "channels/ChannelMapOutput.h"
 
 #include <unistd.h>
 
@@ -25,7 +25,7 @@ constexpr const char* channelsFooter = R"(Example:
 
 struct ChannelsOptions
 {
-    ModuleOptions module;
+    ModuleChoice module;
     std::string format = "text";
     CsvOptions csv;
     std::string output = "-";
@@ -33,20 +33,19 @@ struct ChannelsOptions
     bool map = false;
 };
 
-std::string listing(const ChannelsOptions& options, const ChannelMap& map,
-                    const ProcessImage& image)
+std::string listing(const ChannelsOptions& options, const mxmodule::ChannelMap& map)
 {
     if (options.format == "json") {
-        return jsonText(channelMapJson(map, image));
+        return map.json();
     }
     if (options.format == "csv") {
-        return channelMapCsv(map, options.csv.style());
+        return map.csv(options.csv.style());
     }
     if (options.format == "st") {
-        return iecDeclarations(map);
+        return map.declarations();
     }
     const bool coloured = options.output == "-" && takesColour(STDOUT_FILENO);
-    return (options.map ? processImageMap(image, coloured) + "\n" : "") + channelMapText(map);
+    return (options.map ? map.drawing(coloured) + "\n" : "") + map.text();
 }
 
 void checkWords(const ChannelsOptions& options)
@@ -65,15 +64,15 @@ void checkWords(const ChannelsOptions& options)
 
 ExitCode channels(const ChannelsOptions& options, const std::string& logLevel)
 {
-    TranslatedModule module(options.module, logLevel);
-    const ChannelMap map = makeChannelMap(module.parser(), module.device(), module.bytes());
-    const ProcessImage image = makeProcessImage(map);
+    const mxmodule::Module module = loadModule(options.module, logLevel);
+    ToolObserver observer(logLevel);
+    const mxmodule::ChannelMap map = module.channelMap(&observer);
     std::vector<Output> outputs;
     if (!options.picture.empty()) {
-        outputs.push_back({options.picture, processImageSvg(image)});
+        outputs.push_back({options.picture, map.svg()});
     }
     if (options.picture != "-" || options.output != "-") {
-        outputs.push_back({options.output, listing(options, map, image)});
+        outputs.push_back({options.output, listing(options, map)});
     }
     writeOutputs(outputs);
     return ExitCode::Done;
@@ -81,7 +80,7 @@ ExitCode channels(const ChannelsOptions& options, const std::string& logLevel)
 
 void addOptions(CLI::App& verb, ChannelsOptions& options)
 {
-    addModuleOptions(verb, options.module);
+    addPlacedModuleChoice(verb, options.module);
     acceptOneOf(*verb.add_option("--format", options.format,
                                  "text, json, csv or st (IEC 61131-3 declarations)"),
                 {"text", "json", "csv", "st"});

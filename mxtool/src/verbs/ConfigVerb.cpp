@@ -1,18 +1,16 @@
 #include "CommandLineOptions.h"
+#include "Diagnostic.h"
 #include "FormatOfName.h"
 #include "InputFile.h"
+#include "ModuleChoice.h"
 #include "OutputFile.h"
-#include "TranslatedModule.h"
+#include "ToolObserver.h"
 #include "Verbs.h"
-#include "config/Composition.h"
-#include "config/Configuration.h"
-#include "config/ConfigurationOutput.h"
-#include "config/DecodedImage.h"
-#include "config/ReadImage.h"
-#include "config/ValuesFile.h"
-#include "config/WantedValues.h"
+
+#include <mxmodule/WantedValues.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <optional>
 #include <utility>
 
@@ -20,7 +18,10 @@ namespace mxtool {
 
 namespace {
 
-using devices::parser::FieldbusType;
+using mxmodule::Configuration;
+using mxmodule::Fieldbus;
+using mxmodule::Module;
+using mxmodule::WantedValues;
 
 constexpr const char* configFooter = R"(Example:
   $ mxtool config examples/modules/MX0803.bin --set Wiring=Delta
@@ -44,7 +45,7 @@ const std::vector<std::string> comparisonFormats = {"text", "json", "csv"};
 
 struct ConfigOptions
 {
-    ModuleOptions module;
+    ModuleChoice module;
     std::vector<std::string> set;
     std::vector<std::string> valuesFiles;
     std::string decode;
@@ -59,14 +60,19 @@ struct ConfigOptions
     bool compares() const { return !compare.empty() || (!decode.empty() && !valuesFiles.empty()); }
 };
 
-FieldbusType fieldbusOf(const ConfigOptions& options)
+Fieldbus fieldbusOf(const ConfigOptions& options)
 {
-    return options.fieldbus == "modbus" ? FieldbusType::Modbus : FieldbusType::Raw;
+    return options.fieldbus == "modbus" ? Fieldbus::Modbus : Fieldbus::Raw;
 }
 
-ValueCheck checkOf(const ConfigOptions& options)
+mxmodule::ValueCheck checkOf(const ConfigOptions& options)
 {
-    return options.force ? ValueCheck::NumberOnly : ValueCheck::Full;
+    return options.force ? mxmodule::ValueCheck::NumberOnly : mxmodule::ValueCheck::Full;
+}
+
+mxmodule::Listing listingOf(const ConfigOptions& options)
+{
+    return options.changed ? mxmodule::Listing::Changed : mxmodule::Listing::All;
 }
 
 std::string textOfFile(const std::string& path)
@@ -75,37 +81,30 @@ std::string textOfFile(const std::string& path)
     return {bytes.begin(), bytes.end()};
 }
 
-WantedValues wantedValues(const ConfigOptions& options, const DeviceReport& device)
+WantedValues wantedValues(const ConfigOptions& options, const Module& module)
 {
-    WantedValues wanted(device, inputName(options.module.file));
+    WantedValues wanted(module);
     for (const std::string& file : options.valuesFiles) {
-        wanted.add(readValues(textOfFile(file), inputName(file)), inputName(file));
+        wanted.add(mxmodule::readValues(textOfFile(file), inputName(file)), inputName(file));
     }
-    wanted.add(options.set, checkOf(options));
+    wanted.add(options.set, "--set", checkOf(options));
     return wanted;
 }
 
-// The image into which values are written.
-std::vector<char> baseImage(const ConfigOptions& options, const WantedValues& wanted,
-                            const DeviceReport& device)
+// How values are written: into which image, how strictly.
+mxmodule::ComposeOptions composeOptions(const ConfigOptions& options, const WantedValues& wanted,
+                                        const Module& module)
 {
     const std::string& blockFile = options.module.parameterBlockFile;
     if (!blockFile.empty() && wanted.image()) {
-        throw Failure(ExitCode::Usage, "--param-block " + blockFile,
+        throw Failure(Origin::Request, "--param-block " + blockFile,
                       wanted.imageFile() + " also has an image to write values into",
                       "leave one of them out; a file of --format values has no image");
     }
     if (!blockFile.empty()) {
-        return loadBytes(blockFile);
+        return {checkOf(options), loadBytes(blockFile), inputName(blockFile)};
     }
-    return wanted.image().value_or(device.parameterBlock);
-}
-
-void reportAll(const std::vector<Diagnostic>& findings)
-{
-    for (const Diagnostic& finding : findings) {
-        report(finding);
-    }
+    return {checkOf(options), wanted.image(), wanted.image() ? wanted.imageFile() : module.name()};
 }
 
 std::string formatOf(const ConfigOptions& options)
@@ -120,114 +119,111 @@ std::string formatOf(const ConfigOptions& options)
 
 // No note if --format is given: the user chose the form. A file with another extension may later be
 // mistaken for the image of another module.
-void noteMissingIdentity(const ConfigOptions& options, const DeviceReport& device)
+void noteMissingIdentity(const ConfigOptions& options, const Module& module)
 {
-    report({"note", options.output,
+    report({Severity::Note, options.output,
             "The bytes carry no identity: nothing in the file identifies them as those of a " +
-                device.deviceTypeId,
+                module.deviceTypeId(),
             "-o NAME.json or NAME.csv keeps it; --format binary or -q leaves out this note"});
 }
 
+std::string formatted(const Configuration& configuration, const ConfigOptions& options,
+                      const std::string& format)
+{
+    if (format == "binary") {
+        return {configuration.bytes().begin(), configuration.bytes().end()};
+    }
+    if (format == "json") {
+        return configuration.json(listingOf(options));
+    }
+    if (format == "csv") {
+        return configuration.csv(options.csv.style(), listingOf(options));
+    }
+    return format == "values" ? configuration.valuesFile(listingOf(options))
+                              : configuration.text(listingOf(options));
+}
+
 void writeConfiguration(const Configuration& configuration, const ConfigOptions& options,
-                        bool quiet)
+                        const Module& module, bool quiet)
 {
     const std::string format = formatOf(options);
-    std::string content;
-    if (format == "binary") {
-        content.assign(configuration.bytes.begin(), configuration.bytes.end());
-    } else if (format == "json") {
-        content = configurationJson(configuration, inputName(options.module.file));
-    } else if (format == "csv") {
-        content = configurationCsv(configuration, options.csv.style());
-    } else {
-        content = format == "values" ? configurationValues(configuration)
-                                     : configurationText(configuration);
-    }
-    writeOutput(options.output, content);
+    writeOutput(options.output, formatted(configuration, options, format));
     if (format == "binary" && options.format.empty() && !quiet) {
-        noteMissingIdentity(options, configuration.device);
+        noteMissingIdentity(options, module);
     }
 }
 
-std::string placeOfBase(const ConfigOptions& options, const WantedValues& wanted)
+// The configuration to be written. Throws a `Failure` with the rejected values.
+Configuration composed(const ConfigOptions& options, const Module& module)
 {
-    if (!options.module.parameterBlockFile.empty()) {
-        return inputName(options.module.parameterBlockFile);
+    const WantedValues wanted = wantedValues(options, module);
+    const mxmodule::ComposeOptions how = composeOptions(options, wanted, module);
+    const mxmodule::Composition made = module.compose(wanted.assignments(), how);
+    if (!made.ok()) {
+        throw Failure(made.findings);
     }
-    return wanted.image() ? wanted.imageFile() : inputName(options.module.file);
-}
-
-// The configuration to be written; nothing if values were rejected, which is reported.
-std::optional<Configuration> composed(const ConfigOptions& options, TranslatedModule& module,
-                                      ExitCode& code)
-{
-    const DeviceReport device = module.report();
-    const WantedValues wanted = wantedValues(options, device);
-    const std::vector<char> image = baseImage(options, wanted, device);
-    const std::string place = placeOfBase(options, wanted);
-    requireImageSize(image, device, place);
-    const auto base = module.withParameterBlock(image);
-    const Composition composition = compose(module, *base, wanted.assignments(), checkOf(options));
-    code = composition.code;
-    if (code != ExitCode::Done) {
-        reportAll(composition.findings);
-        return std::nullopt;
-    }
-    Configuration configuration = configurationOf(module, composition.image, fieldbusOf(options));
-    reportAll(composition.findings);
-    reportAll(notesOf(configuration, place));
+    const Configuration configuration =
+        module.configuration(made.image, fieldbusOf(options), how.imagePlace);
+    report(made.findings);
+    report(configuration.findings());
     return configuration;
 }
 
-ExitCode composeImage(const ConfigOptions& options, TranslatedModule& module, bool quiet)
+// The image that `words` state: bytes, or the name of a file.
+mxmodule::ReadImage imageIn(const std::string& words, const std::string& place, Fieldbus fieldbus,
+                            const Module& module)
 {
-    ExitCode code = ExitCode::Done;
-    if (auto configuration = composed(options, module, code)) {
-        configuration->changedOnly = options.changed;
-        writeConfiguration(*configuration, options, quiet);
+    std::error_code ignored;
+    if (words == "-" || std::filesystem::exists(words, ignored)) {
+        return module.imageOfFile(loadBytes(words), inputName(words), fieldbus, place);
     }
-    return code;
+    try {
+        return module.imageOfWords(words, fieldbus, place);
+    } catch (const Failure& failure) {
+        Finding reason = failure.reason();
+        if (reason.origin == Origin::Request && reason.hint.empty()) {
+            reason.text += ", or the name of an existing file";
+        }
+        throw Failure(reason);
+    }
 }
 
-// The value of --decode or --compare, and the name of the option for diagnostics.
-ReadImage imageRead(const ConfigOptions& options, TranslatedModule& module, bool quiet)
+// The option --decode or --compare with its value, as findings name it.
+std::string imageOption(const ConfigOptions& options)
 {
-    const bool compares = options.decode.empty();
-    ReadImage read = readImage(compares ? options.compare : options.decode,
-                               compares ? "--compare" : "--decode", fieldbusOf(options), module);
+    return options.decode.empty() ? "--compare " + options.compare : "--decode " + options.decode;
+}
+
+std::vector<char> imageRead(const ConfigOptions& options, const Module& module, bool quiet)
+{
+    mxmodule::ReadImage read = imageIn(options.decode.empty() ? options.compare : options.decode,
+                                       imageOption(options), fieldbusOf(options), module);
     if (!quiet) {
-        reportAll(read.notes);
+        report(read.findings);
     }
-    return read;
+    return std::move(read.image);
 }
 
-ExitCode decodeImage(const ConfigOptions& options, TranslatedModule& module, bool quiet)
+ExitCode decodeImage(const ConfigOptions& options, const Module& module, bool quiet)
 {
-    const ReadImage read = imageRead(options, module, quiet);
-    Configuration configuration = configurationOf(module, read.image, FieldbusType::Raw);
-    configuration.changedOnly = options.changed;
-    reportAll(notesOf(configuration, "--decode " + options.decode));
-    writeConfiguration(configuration, options, quiet);
+    const Configuration configuration = module.configuration(imageRead(options, module, quiet),
+                                                             Fieldbus::Raw, imageOption(options));
+    report(configuration.findings());
+    writeConfiguration(configuration, options, module, quiet);
     return ExitCode::Done;
 }
 
-ExitCode compareImages(const ConfigOptions& options, TranslatedModule& module, bool quiet)
+ExitCode compareImages(const ConfigOptions& options, const Module& module, bool quiet)
 {
-    ExitCode code = ExitCode::Done;
-    const auto wanted = composed(options, module, code);
-    if (!wanted) {
-        return code;
-    }
-    const ReadImage read = imageRead(options, module, quiet);
-    const ImageComparison comparison =
-        compared(*wanted, configurationOf(module, read.image, fieldbusOf(options)));
-    reportAll(notesOf(comparison, options.decode.empty() ? "--compare " + options.compare
-                                                         : "--decode " + options.decode));
+    const Configuration wanted = composed(options, module);
+    const Configuration read =
+        module.configuration(imageRead(options, module, quiet), fieldbusOf(options));
+    const mxmodule::Comparison comparison(wanted, read, imageOption(options));
+    report(comparison.findings());
     const std::string format = formatOf(options);
-    writeOutput(options.output, format == "json"
-                                    ? comparisonJson(comparison, inputName(options.module.file))
-                                : format == "csv" ? comparisonCsv(comparison, options.csv.style())
-                                                  : comparisonText(comparison));
+    writeOutput(options.output, format == "json"  ? comparison.json()
+                                : format == "csv" ? comparison.csv(options.csv.style())
+                                                  : comparison.text());
     return comparison.isSame() ? ExitCode::Done : ExitCode::Findings;
 }
 
@@ -257,22 +253,23 @@ void checkWords(const ConfigOptions& options)
         "add --overwrite");
 }
 
-ExitCode config(ConfigOptions options, const GlobalOptions& global)
+ExitCode config(const ConfigOptions& options, const GlobalOptions& global)
 {
-    // The module with its default block; the block is replaced where values are written.
-    const std::string blockFile = std::exchange(options.module.parameterBlockFile, "");
-    TranslatedModule module(options.module, global.logLevel);
-    options.module.parameterBlockFile = blockFile;
+    // With its default block: values are written into another one where one is given.
+    const Module module = loadModule({options.module.file, "", {}}, global.logLevel);
     if (options.compares()) {
         return compareImages(options, module, global.quiet);
     }
-    return options.decode.empty() ? composeImage(options, module, global.quiet)
-                                  : decodeImage(options, module, global.quiet);
+    if (!options.decode.empty()) {
+        return decodeImage(options, module, global.quiet);
+    }
+    writeConfiguration(composed(options, module), options, module, global.quiet);
+    return ExitCode::Done;
 }
 
 void addOptions(CLI::App& verb, ConfigOptions& options)
 {
-    addModuleFile(verb, options.module);
+    addModuleChoice(verb, options.module);
     auto* const set = verb.add_option(
         "--set", options.set,
         "NAME=VALUE, repeatable. NAME: the parameter's name, CHANNEL/NAME or #ID; VALUE: the text "

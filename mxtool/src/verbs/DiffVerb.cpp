@@ -1,7 +1,6 @@
 #include "CommandLineOptions.h"
 #include "Diagnostic.h"
 #include "InputFile.h"
-#include "ModuleFile.h"
 #include "OutputFile.h"
 #include "Verbs.h"
 #include "diff/DiffOutput.h"
@@ -30,10 +29,10 @@ struct DiffOptions
 
 mxauthor::MxFile readFile(const std::string& path)
 {
-    const ModuleFile input(path);
+    const mxmodule::ModuleFile input = loadModuleFile(path);
     mxauthor::ReadGroups read = mxauthor::readWholeGroups(input.bytes());
     if (read.failure) {
-        throw Failure(ExitCode::Input, input.placeOf(read.file.tail.place.offset), *read.failure,
+        throw Failure(Origin::Input, input.placeOf(read.file.tail.place.offset), *read.failure,
                       "mxtool check " + path + " shows the details");
     }
     return std::move(read.file);
@@ -48,7 +47,7 @@ ExitCode diffFiles(const DiffOptions& options)
     const std::string second = inputName(options.after);
     writeOutput(options.output,
                 options.format == "json"
-                    ? jsonText(diffJson(comparison, first, second))
+                    ? text::jsonText(diffJson(comparison, first, second))
                     : diffText(comparison, first, second,
                                options.output == "-" && takesColour(STDOUT_FILENO)));
     return comparison.differences.empty() ? ExitCode::Done : ExitCode::Findings;

@@ -1,8 +1,8 @@
-#include "Counted.h"
 #include "Diagnostic.h"
-#include "ModuleFile.h"
+#include "InputFile.h"
 #include "OutputFile.h"
 #include "Verbs.h"
+#include <text/Counted.h>
 
 #include <mxauthor/TextForm.h>
 
@@ -53,17 +53,17 @@ struct DumpOptions
 
 ExitCode dump(const DumpOptions& options)
 {
-    const ModuleFile input(options.file);
+    const mxmodule::ModuleFile input = loadModuleFile(options.file);
     const auto [file, failure] = mxauthor::readDamagedMxFile(input.bytes());
     writeOutput(options.output, mxauthor::dumpText(file));
     if (!failure) {
         return ExitCode::Done;
     }
     const std::size_t readable = input.bytes().size() - file.tail.value.size();
-    report(
-        {"warning", input.placeOf(readable), *failure,
-         fmt::format("{} from here on {} under \"tail\"", counted(file.tail.value.size(), "byte"),
-                     file.tail.value.size() == 1 ? "is kept" : "are kept")});
+    report({Severity::Warning, input.placeOf(readable), *failure,
+            fmt::format("{} from here on {} under \"tail\"",
+                        text::counted(file.tail.value.size(), "byte"),
+                        file.tail.value.size() == 1 ? "is kept" : "are kept")});
     return ExitCode::Findings;
 }
 

@@ -1,7 +1,6 @@
 #include "CommandLineOptions.h"
 #include "Diagnostic.h"
-#include "InvalidInput.h"
-#include "ModuleFile.h"
+#include "InputFile.h"
 #include "OutputFile.h"
 #include "Verbs.h"
 #include "explain/ExplainOutput.h"
@@ -40,7 +39,7 @@ std::string formatted(const ExplainedFile& file, const ExplainOptions& options)
         return explainName(file, options.name);
     }
     if (options.format == "json") {
-        return jsonText(explainJson(file));
+        return text::jsonText(explainJson(file));
     }
     if (options.format == "html") {
         return explainHtml(file);
@@ -50,17 +49,13 @@ std::string formatted(const ExplainedFile& file, const ExplainOptions& options)
 
 ExitCode explainFile(const ExplainOptions& options)
 {
-    const ModuleFile input(options.file);
+    const mxmodule::ModuleFile input = loadModuleFile(options.file);
     ExplainedFile file{input.name(), input.bytes(), {}};
     file.explanation = mxauthor::explain(file.bytes);
-    try {
-        writeOutput(options.output, formatted(file, options));
-    } catch (const InvalidInput& invalid) {
-        throw Failure(ExitCode::Usage, file.name, invalid.what(), invalid.hint);
-    }
+    writeOutput(options.output, formatted(file, options));
     if (const auto& failure = file.explanation.failure) {
-        report({"error", input.placeOf(file.explanation.parts.back().place.offset), *failure,
-                "mxtool check " + options.file + " shows the details"});
+        report({Severity::Error, input.placeOf(file.explanation.parts.back().place.offset),
+                *failure, "mxtool check " + options.file + " shows the details"});
         return ExitCode::Input;
     }
     return ExitCode::Done;

@@ -1,17 +1,11 @@
 #include "CommandLineOptions.h"
-#include "Counted.h"
-#include "DeviceJson.h"
 #include "Diagnostic.h"
 #include "InputFile.h"
-#include "ModuleFile.h"
 #include "OutputFile.h"
-#include "TextTable.h"
 #include "Verbs.h"
+#include "groups/GroupListing.h"
 
-#include <devices/parser/mx/HexText.h>
-#include <mxauthor/MxFile.h>
-#include <mxformat/Groups.h>
-#include <text/Utf8.h>
+#include <text/Counted.h>
 
 #include <fmt/format.h>
 
@@ -19,8 +13,6 @@ namespace mxtool {
 
 namespace {
 
-using devices::parser::mx::u16AsHex;
-using mxauthor::Group;
 using mxauthor::ReadGroups;
 
 constexpr const char* groupsFooter = R"(Example:
@@ -41,84 +33,43 @@ struct GroupsOptions
     std::string output = "-";
 };
 
-std::uint32_t payloadOffset(const Group& group)
-{
-    return group.place.offset + mxformat::groupHeaderSize;
-}
-
-std::uint32_t payloadSize(const Group& group)
-{
-    return group.place.length - mxformat::groupOverhead;
-}
-
-std::string listingText(const ReadGroups& read)
-{
-    TextTable table({"Group", "Name", "Payload at", "Size"});
-    for (const Group& group : read.file.groups) {
-        table.add({u16AsHex(group.id), mxformat::groupName(group.id),
-                   fmt::format("{0:#08x} ({0})", payloadOffset(group)),
-                   std::to_string(payloadSize(group))});
-    }
-    return table.text();
-}
-
-std::string listingCsv(const ReadGroups& read, const CsvStyle& style)
-{
-    std::vector<CsvRow> rows = {{"group", "name", "offset", "size"}};
-    for (const Group& group : read.file.groups) {
-        rows.push_back({u16AsHex(group.id), mxformat::groupName(group.id),
-                        std::to_string(payloadOffset(group)), std::to_string(payloadSize(group))});
-    }
-    return csvText(rows, style);
-}
-
-Json groupJson(const Group& group)
-{
-    return {{"id", u16AsHex(group.id)},
-            {"name", mxformat::groupName(group.id)},
-            {"offset", payloadOffset(group)},
-            {"size", payloadSize(group)}};
-}
-
-std::string listingJson(const ReadGroups& read, const std::string& file, std::size_t fileSize)
-{
-    return jsonText({{"schema", jsonSchema("mxtool.groups", 1)},
-                     {"file", text::toUtf8(file)},
-                     {"size", fileSize},
-                     {"groups", listJson(read.file.groups, groupJson)},
-                     {"failure", read.failure ? Json(*read.failure) : Json()}});
-}
-
 std::string formatted(const ReadGroups& read, const GroupsOptions& options, std::size_t fileSize)
 {
     if (options.format == "json") {
-        return listingJson(read, inputName(options.file), fileSize);
+        return groupsJson(read, inputName(options.file), fileSize);
     }
-    return options.format == "csv" ? listingCsv(read, options.csv.style()) : listingText(read);
+    return options.format == "csv" ? groupsCsv(read, options.csv.style()) : groupsText(read);
+}
+
+// The byte 0xFF after the bytes of the file is what the device parser reads there.
+ReadGroups groupsIn(std::vector<char> bytes)
+{
+    bytes.push_back('\xFF');
+    return mxauthor::readWholeGroups(bytes);
 }
 
 ExitCode listGroupsOf(const GroupsOptions& options)
 {
-    const ModuleFile input(options.file);
+    const mxmodule::ModuleFile input = loadModuleFile(options.file);
     const std::size_t fileSize = input.bytes().size();
-    const ReadGroups read = mxauthor::readWholeGroups(input.loadedBytes());
+    const ReadGroups read = groupsIn(input.bytes());
     const std::size_t framedSize = read.file.tail.place.offset;
     writeOutput(options.output, formatted(read, options, fileSize));
     const std::string place = input.placeOf(framedSize);
     if (read.failure) {
-        report({"error", place, *read.failure});
+        report({Severity::Error, place, *read.failure});
         return ExitCode::Input;
     }
     if (read.file.groups.empty()) {
-        report({"error", place,
+        report({Severity::Error, place,
                 fmt::format("No group found in {}, expected the groups of an mx file",
-                            counted(fileSize, "byte"))});
+                            text::counted(fileSize, "byte"))});
         return ExitCode::Input;
     }
     if (framedSize < fileSize) {
-        report({"note", place,
+        report({Severity::Note, place,
                 fmt::format("{} after the last group {} not read",
-                            counted(fileSize - framedSize, "byte"),
+                            text::counted(fileSize - framedSize, "byte"),
                             fileSize - framedSize == 1 ? "is" : "are")});
     }
     return ExitCode::Done;

@@ -1,7 +1,8 @@
 #include "Diagnostic.h"
-#include "FileKind.h"
 #include "OutputFile.h"
 #include "Verbs.h"
+
+#include <mxmodule/FileKind.h>
 
 #include <mxauthor/Skeleton.h>
 #include <text/ShownText.h>
@@ -25,11 +26,12 @@ Example:
 // An existing text may contain the user's work.
 void protectText(const std::string& output, bool overwrite)
 {
-    const FileKind present = output == "-" ? FileKind::Other : kindOfFile(output);
-    if (costsWork(present) && !overwrite) {
-        throw Failure(ExitCode::Usage, output,
-                      fmt::format("The file is {}, a new module would replace it", nameOf(present)),
-                      "name another file, or add --overwrite to replace this one");
+    const auto present = output == "-" ? mxmodule::FileKind::Other : mxmodule::kindOfFile(output);
+    if (mxmodule::costsWork(present) && !overwrite) {
+        throw Failure(
+            Origin::Request, output,
+            fmt::format("The file is {}, a new module would replace it", mxmodule::nameOf(present)),
+            "name another file, or add --overwrite to replace this one");
     }
 }
 
@@ -47,7 +49,7 @@ ExitCode writeSkeleton(const mxauthor::SkeletonRequest& request, const std::stri
         }
         return ExitCode::Done;
     } catch (const mxauthor::SkeletonError& error) {
-        throw Failure(ExitCode::Usage, "--" + error.member(), error.what());
+        throw Failure(Origin::Request, "--" + error.member(), error.what());
     }
 }
 

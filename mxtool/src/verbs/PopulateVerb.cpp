@@ -1,24 +1,20 @@
-#include "Counted.h"
 #include "DatabaseChoice.h"
 #include "Diagnostic.h"
 #include "OutputFile.h"
+#include "ToolObserver.h"
 #include "Verbs.h"
-#include "database/DeviceListing.h"
-#include "database/MxDirectory.h"
-#include "database/Population.h"
 
-#include <text/ShownText.h>
+#include <mxmodule/Population.h>
 
 #include <fmt/format.h>
+#include <text/Counted.h>
+#include <text/ShownText.h>
 
 #include <string>
-#include <vector>
 
 namespace mxtool {
 
 namespace {
-
-using devices::database::DeviceDatabase;
 
 constexpr const char* populateFooter =
     R"(Either every file that can be translated is in the database afterwards, or nothing has changed;
@@ -37,54 +33,32 @@ struct PopulateOptions
     bool replace = false;
 };
 
-// Removes the modules missing from the directory; returns a line for each.
-std::vector<std::string> removeMissing(const MxDirectory& directory, DeviceDatabase& database)
+// A line per module removed, and what has changed in `catalogue`.
+std::string summary(const mxmodule::Population& done, bool replace, const std::string& catalogue)
 {
-    const auto missing = modulesNotIn(directory, database);
-    if (!missing) {
-        const std::string reason =
-            directory.leftOut != 0 ? "An entry was left out" : "A file does not state its module";
-        report({"warning", directory.path,
-                reason + ", which may be any in the database: nothing is removed"});
-        return {};
+    std::string text;
+    for (const mxmodule::CatalogueEntry& module : done.removed) {
+        text += fmt::format("removing {} {}\n", text::forTerminal(module.moduleId),
+                            text::forTerminal(module.label));
     }
-    std::vector<std::string> lines;
-    for (const auto& module : *missing) {
-        lines.push_back(fmt::format("removing {} {}\n", text::forTerminal(module.moduleIdText),
-                                    text::forTerminal(module.brandLabelName)));
-        database.remove(module.family, module.moduleIdText);
-    }
-    return lines;
-}
-
-ExitCode populateAtOnce(const MxDirectory& directory, bool replace, const GlobalOptions& global,
-                        DeviceDatabase& database)
-{
-    auto transaction = database.beginTransaction();
-    const PopulationCount count = populate(directory, database, transaction, global.logLevel);
-    std::vector<std::string> removed;
-    if (replace) {
-        removed = removeMissing(directory, database);
-    }
-    transaction.commit(); // before the output: a closed pipe must not undo it silently
-    if (!global.quiet) {
-        const std::string replaced =
-            count.replaced != 0 ? fmt::format(", {} replaced", count.replaced) : "";
-        writeOutput("-", fmt::format("{}{}: {} inserted{}, {} failed{}\n", fmt::join(removed, ""),
-                                     text::forTerminal(database.name()),
-                                     counted(count.inserted, "module"), replaced, count.failed,
-                                     replace ? fmt::format(", {} removed", removed.size()) : ""));
-    }
-    return count.failed == 0 ? ExitCode::Done : ExitCode::Findings;
+    return text + fmt::format("{}: {} inserted{}, {} failed{}\n", text::forTerminal(catalogue),
+                              text::counted(done.inserted, "module"),
+                              done.replaced != 0 ? fmt::format(", {} replaced", done.replaced) : "",
+                              done.failed,
+                              replace ? fmt::format(", {} removed", done.removed.size()) : "");
 }
 
 ExitCode runPopulate(const PopulateOptions& options, const GlobalOptions& global)
 {
-    const MxDirectory directory = listMxDirectory(options.directory);
-    auto database = openDatabaseForWriting(options.databaseUrl);
-    return withDatabase("the database is unchanged", [&] {
-        return populateAtOnce(directory, options.replace, global, database);
-    });
+    ToolObserver observer(global.logLevel);
+    const mxmodule::MxDirectory directory = listMxDirectory(options.directory, &observer);
+    report(directory.leftOut);
+    mxmodule::Catalogue catalogue = openCatalogueForWriting(options.databaseUrl);
+    const mxmodule::Population done = populate(directory, catalogue, {options.replace}, &observer);
+    if (!global.quiet) {
+        writeOutput("-", summary(done, options.replace, catalogue.name()));
+    }
+    return done.failed == 0 ? ExitCode::Done : ExitCode::Findings;
 }
 
 } // namespace

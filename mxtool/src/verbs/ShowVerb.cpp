@@ -1,9 +1,9 @@
 #include "CommandLineOptions.h"
-#include "DeviceJson.h"
-#include "DeviceText.h"
+#include "ModuleChoice.h"
 #include "OutputFile.h"
-#include "TranslatedModule.h"
 #include "Verbs.h"
+
+#include <text/JsonText.h>
 
 namespace mxtool {
 
@@ -38,17 +38,15 @@ constexpr const char* showFooter = R"(Example:
 
 struct ShowOptions
 {
-    ModuleOptions module;
+    ModuleChoice module;
     std::string format = "text";
     std::string output = "-";
 };
 
 ExitCode show(const ShowOptions& options, const std::string& logLevel)
 {
-    TranslatedModule module(options.module, logLevel);
-    const DeviceReport device = module.report();
-    writeOutput(options.output,
-                options.format == "json" ? jsonText(deviceJson(device)) : deviceText(device));
+    const mxmodule::Module module = loadModule(options.module, logLevel);
+    writeOutput(options.output, options.format == "json" ? module.json() : module.text());
     return ExitCode::Done;
 }
 
@@ -58,7 +56,7 @@ void addShowVerb(CLI::App& program, const GlobalOptions& global, const VerbChoic
 {
     CLI::App* verb = program.add_subcommand("show", "Show the device that an mx file describes");
     auto options = std::make_shared<ShowOptions>();
-    addModuleOptions(*verb, options->module);
+    addPlacedModuleChoice(*verb, options->module);
     acceptOneOf(*verb->add_option("--format", options->format, "text or json"), {"text", "json"});
     verb->add_option("-o,--output", options->output, "Write to this file, - for standard output")
         ->type_name("FILE");

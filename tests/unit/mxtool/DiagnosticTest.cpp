@@ -4,15 +4,15 @@
 
 namespace {
 
-using mxtool::Diagnostic;
+using mxtool::Finding;
 using mxtool::placeInFile;
 using mxtool::toText;
 
 TEST(Diagnostic, namesPlaceSeverityTextAndHint)
 {
-    EXPECT_EQ(toText({"error", "a.bin", "It is broken", "mend it"}, false),
+    EXPECT_EQ(toText({Severity::Error, "a.bin", "It is broken", "mend it"}, false),
               "a.bin: error: It is broken\nhint: mend it\n");
-    EXPECT_EQ(toText({"note", "", "text", ""}, false), "note: text\n");
+    EXPECT_EQ(toText({Severity::Note, "", "text", ""}, false), "note: text\n");
 }
 
 TEST(Diagnostic, placesInFilesAreHexadecimal)
@@ -22,18 +22,18 @@ TEST(Diagnostic, placesInFilesAreHexadecimal)
 
 TEST(Diagnostic, colourMarksTheSeverityAlone)
 {
-    EXPECT_EQ(toText({"error", "a", "b", ""}, true), "a: \033[1;31merror:\033[0m b\n");
+    EXPECT_EQ(toText({Severity::Error, "a", "b", ""}, true), "a: \033[1;31merror:\033[0m b\n");
 }
 
 TEST(Diagnostic, textsOfAFileCannotActOnTheTerminal)
 {
-    EXPECT_EQ(toText({"error", "\033]0;x", "line\nbreak", ""}, false),
+    EXPECT_EQ(toText({Severity::Error, "\033]0;x", "line\nbreak", ""}, false),
               "\\x1b]0;x: error: line\\x0abreak\n");
 }
 
 TEST(Diagnostic, aByteThatIsNoUtf8LeavesTheRestReadable)
 {
-    EXPECT_EQ(toText({"error", "a.yaml", "\"T\xFCr\" is not accepted: 1 \xC2\xB5s", ""}, false),
+    EXPECT_EQ(toText({Severity::Error, "a.yaml", "\"T\xFCr\" is not accepted: 1 \xC2\xB5s", ""}, false),
               "a.yaml: error: \"T\xC3\xBCr\" is not accepted: 1 \xC2\xB5s\n");
 }
 

@@ -20,6 +20,13 @@ TEST(Hexadecimal, joinsBytes)
     EXPECT_EQ(text::hexOfBytes(nullptr, 0, " "), "");
 }
 
+TEST(Hexadecimal, joinsPartOfABuffer)
+{
+    EXPECT_EQ(text::hexOfBytes({0, '\x0F', '\xFE', 3}, 1, 2), "0f fe");
+    EXPECT_EQ(text::hexOfBytes({1, 2}, 1, 5), "02");
+    EXPECT_EQ(text::hexOfBytes({1, 2}, 9, 5), "");
+}
+
 TEST(Hexadecimal, readsDigitsOfEitherCase)
 {
     std::string accepted;

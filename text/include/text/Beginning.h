@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace text {
 
@@ -17,5 +18,10 @@ std::string shortened(const std::string& bytes);
 
 /// Returns `bytes`, or its first 300 bytes and " ..." if it is longer, for a message.
 std::string abbreviated(const std::string& bytes);
+
+/// Returns the first `most` of `items`, with `separator` between them, and how many more there are:
+/// "a, b and 3 more" where `beforeRest` is a blank.
+std::string beginningOfList(const std::vector<std::string>& items, std::size_t most,
+                            const std::string& separator, const std::string& beforeRest);
 
 } // namespace text

@@ -12,4 +12,7 @@ bool isControl(char byte);
 /// feed and carriage return: texts have none.
 std::size_t countOfControls(std::string_view content);
 
+/// Returns whether `content` has one of these.
+bool hasControls(std::string_view content);
+
 } // namespace text

@@ -17,6 +17,10 @@ std::string hexOf(std::uint64_t value, int digits);
 /// Returns the `count` bytes at `data` as two digits each, `between` between them.
 std::string hexOfBytes(const void* data, std::size_t count, const char* between);
 
+/// Returns `count` bytes from `begin` as two digits each, separated by blanks. Stops at the end of
+/// `bytes`.
+std::string hexOfBytes(const std::vector<char>& bytes, std::size_t begin, std::size_t count);
+
 /// Returns `bytes` as two digits each, without blanks.
 std::string toHex(const std::vector<std::uint8_t>& bytes);
 

@@ -1,7 +1,7 @@
 #include "Sections.h"
-#include "mxauthor/Counted.h"
 #include "text/RepeatedLines.h"
 #include "text/TypeWords.h"
+#include <text/Counted.h>
 
 #include <mxformat/ImageAllocator.h>
 #include <text/Hexadecimal.h>
@@ -155,7 +155,7 @@ void readUnread(const Section& section, ChannelRecord& record)
 {
     const Bytes unread = section.hex("unread", Bytes(2));
     if (unread.size() != 2) {
-        section.errors().add(*section.find("unread"), counted(unread.size(), "byte") +
+        section.errors().add(*section.find("unread"), text::counted(unread.size(), "byte") +
                                                           ", there are 2: those at offsets "
                                                           "2 and 5 of the record");
         return;

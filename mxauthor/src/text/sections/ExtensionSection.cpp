@@ -1,5 +1,5 @@
 #include "Sections.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <text/Hexadecimal.h>
 
@@ -39,7 +39,7 @@ Bytes readDate(const Section& section)
     }
     Bytes date = section.hex("dateBytes", Bytes(mxformat::calibrationDateSize));
     if (date.size() != mxformat::calibrationDateSize) {
-        section.errors().add(*bytes, counted(date.size(), "byte") + ", a date has 10");
+        section.errors().add(*bytes, text::counted(date.size(), "byte") + ", a date has 10");
         date.resize(mxformat::calibrationDateSize);
     }
     return date;

@@ -1,6 +1,6 @@
 #include "ParameterDefaults.h"
 #include "Sections.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <mxformat/ParameterBlock.h>
 #include <text/Hexadecimal.h>
@@ -60,10 +60,10 @@ void readHeader(const Section& section, ParameterBlock& group)
     const std::size_t skipped = size - fixedHeader;
     group.skipped = section.hex("skipped", Bytes(skipped));
     if (group.skipped.value.size() != skipped) {
-        section.errors().add(*section.find("skipped"), counted(group.skipped.value.size(), "byte") +
-                                                           ", descriptor " +
-                                                           std::to_string(group.descriptor.value) +
-                                                           " requires " + std::to_string(skipped));
+        section.errors().add(*section.find("skipped"),
+                             text::counted(group.skipped.value.size(), "byte") + ", descriptor " +
+                                 std::to_string(group.descriptor.value) + " requires " +
+                                 std::to_string(skipped));
     }
 }
 
@@ -94,10 +94,10 @@ void writeDefaults(Bytes& block, const BuildContext& context)
             continue;
         }
         if (!field.liesWithin(block.size())) {
-            context.errors.addInLine(parameter.node, *parameter.initial,
-                                     "the parameter block has " + counted(block.size(), "byte") +
-                                         ", no place for a default at byte " +
-                                         std::to_string(field.begin()));
+            context.errors.addInLine(
+                parameter.node, *parameter.initial,
+                "the parameter block has " + text::counted(block.size(), "byte") +
+                    ", no place for a default at byte " + std::to_string(field.begin()));
             continue;
         }
         field.write(block.data(), parameter.value);

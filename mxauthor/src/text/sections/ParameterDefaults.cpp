@@ -1,5 +1,5 @@
 #include "ParameterDefaults.h"
-#include "mxauthor/Counted.h"
+#include <text/Counted.h>
 
 #include <algorithm>
 
@@ -42,7 +42,7 @@ void takeDefault(BuiltParameter& parameter, const std::string& text, const Whole
 {
     if (!field.holds(number)) {
         errors.add(*parameter.initial, "default " + text + " does not fit into " +
-                                           counted(field.bits(), "bit") + ", " +
+                                           text::counted(field.bits(), "bit") + ", " +
                                            naturalRange(field) + " is accepted");
         return;
     }

@@ -2,9 +2,9 @@
 #include "ParameterNumbers.h"
 #include "Sections.h"
 #include "module/ParameterValues.h"
-#include "mxauthor/Counted.h"
 #include "text/RepeatedLines.h"
 #include "text/TypeWords.h"
+#include <text/Counted.h>
 
 namespace mxauthor {
 
@@ -99,12 +99,13 @@ void addBitError(const Section& section, const ParameterRecord& record)
     const auto node = section.find("bit");
     if (bits > 8 || !node) {
         section.errors().add(section.find("bits").value_or(section.node()),
-                             counted(bits, "bit") + " do not fit into a byte, 1 to 8 is accepted");
+                             text::counted(bits, "bit") +
+                                 " do not fit into a byte, 1 to 8 is accepted");
     } else {
-        section.errors().add(*node, counted(bits, "bit") + " from bit " + std::to_string(bit) +
-                                        (bits == 1 ? " leaves its" : " leave their") +
-                                        " byte, bit 0 to " +
-                                        std::to_string(8 - std::max(bits, 1U)) + " is accepted");
+        section.errors().add(*node,
+                             text::counted(bits, "bit") + " from bit " + std::to_string(bit) +
+                                 (bits == 1 ? " leaves its" : " leave their") + " byte, bit 0 to " +
+                                 std::to_string(8 - std::max(bits, 1U)) + " is accepted");
     }
 }
 

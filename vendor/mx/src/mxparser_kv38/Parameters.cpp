@@ -2,12 +2,11 @@
 #include "devices/parser/mx/Parser_kv38.h"
 
 #include "LogLine.h"
+#include "ShownValue.h"
 
-#include <mxfileext/mxfileext.h>
 #include <mxformat/BlockField.h>
 #include <mxformat/Groups.h>
 #include <mxformat/OptionRecord.h>
-#include <text/FixedDecimals.h>
 
 #include <cassert>
 #include <stdexcept>
@@ -17,33 +16,14 @@ namespace devices::parser::mx {
 
 namespace {
 
-// Value and range in physical units. The parameter keeps its range object.
-void readConverted(Parser_kv38::ParameterP& parameter, char* block, std::uint16_t blockSize)
+// Value, range and unit. The parameter keeps its range object.
+void readValue(Parser_kv38::ParameterP& parameter, char* block, std::uint16_t blockSize)
 {
-    float value = 0;
-    float min = 0;
-    float max = 0;
-    std::string unit;
-    if (blockSize != 0) {
-        // The companion's signature asks for writable bytes; the record is only read.
-        mxfileext::getConvertedParameter(0, reinterpret_cast<unsigned char*>(block),
-                                         const_cast<unsigned char*>(parameter.privateProps.record),
-                                         &value, &min, &max, unit);
-    }
-    parameter.value = text::fixedDecimals(value);
-    parameter.valueRange->min = text::fixedDecimals(min);
-    parameter.valueRange->max = text::fixedDecimals(max);
-    parameter.unit = unit;
-}
-
-// Value and range as decimal texts of the raw numbers.
-void readRaw(Parser_kv38::ParameterP& parameter, const char* block)
-{
-    mxfileext::ParameterValue_t value{};
-    mxfileext::getParameterValue(parameter.privateProps.record,
-                                 reinterpret_cast<const unsigned char*>(block), &value);
-    mxfileext::parameterValueToString(value, parameter.value, parameter.valueRange->min,
-                                      parameter.valueRange->max);
+    ShownValue shown = shownValue(parameter.privateProps.record, block, blockSize);
+    parameter.value = std::move(shown.value);
+    parameter.valueRange->min = std::move(shown.min);
+    parameter.valueRange->max = std::move(shown.max);
+    parameter.unit = std::move(shown.unit);
 }
 
 // Makes room for a first list at once; further ones of the same identifier are rare.
@@ -82,7 +62,7 @@ std::uint32_t Parser_kv38::parseParameter(const std::uint8_t* x20C0)
     if (mxformat::isConverted(record.flags)) {
         logLine(logger, Poco::Message::PRIO_DEBUG, "showMe = %i, mapId = %i", int{record.flags},
                 int{record.optionList});
-        readConverted(*parameter, paramBuffer, paramBufferSize);
+        readValue(*parameter, paramBuffer, paramBufferSize);
         logLine(logger, Poco::Message::PRIO_DEBUG,
                 "%s: Parameter %i (%s): value = %s, min = %s, max = %s, unit = [%s]", mxVersion,
                 int{record.number}, parameter->name, parameter->value, parameter->valueRange->min,
@@ -91,10 +71,10 @@ std::uint32_t Parser_kv38::parseParameter(const std::uint8_t* x20C0)
         parameter->hasOptionList = true;
         getOptionListById(record.optionList, datatype, parameter.get());
         if (paramBufferSize != 0) {
-            readRaw(*parameter, paramBuffer);
+            readValue(*parameter, paramBuffer, paramBufferSize);
         }
     } else {
-        readRaw(*parameter, paramBuffer);
+        readValue(*parameter, paramBuffer, paramBufferSize);
     }
 
     if (record.unitId != 0) {

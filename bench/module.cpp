@@ -1,0 +1,120 @@
+// The cost of libmxmodule over the translation that each module needs.
+#include "DeviceTree.h"
+#include "ModuleGenerator.h"
+
+#include <devices/parser/mx/Parser_kv38.h>
+#include <mxmodule/Module.h>
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using devices::parser::mx::Parser_kv38;
+using mxmodule::Assignment;
+using mxmodule::Fieldbus;
+using mxmodule::Module;
+
+void parse(benchmark::State& state, const bench::ModuleShape& shape)
+{
+    const std::vector<char> file = bench::generateModule(shape);
+    Parser_kv38 parser;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(parser.parse(file, nullptr, 0, 0));
+    }
+}
+
+void floorOfTree(benchmark::State& state, const bench::ModuleShape& shape)
+{
+    const std::vector<char> file = bench::generateModule(shape);
+    Parser_kv38 parser;
+    const auto ready = parser.parse(file, nullptr, 0, 0);
+    const std::string image = bench::imageOf(*ready);
+    std::shared_ptr<bench::Device> last;
+    for (auto _ : state) {
+        last = bench::buildFromReadyValues(*ready, image);
+        benchmark::DoNotOptimize(last);
+    }
+}
+
+void fromBytes(benchmark::State& state, const bench::ModuleShape& shape)
+{
+    const std::vector<char> file = bench::generateModule(shape);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Module::fromBytes(file, "bench.bin"));
+    }
+}
+
+// The first `count` parameters, each set to its present value in another form, so that none is
+// taken as unchanged.
+std::vector<Assignment> assignments(const Module& module, std::size_t count)
+{
+    std::vector<Assignment> all;
+    for (const mxmodule::Parameter& parameter : module.parameters()) {
+        if (all.size() < count) {
+            const std::string sign = parameter.digits.front() == '-' ? "" : "+";
+            all.push_back({"#" + parameter.id,
+                           parameter.hasOptions ? "#" + parameter.value : sign + parameter.digits});
+        }
+    }
+    return all;
+}
+
+void compose(benchmark::State& state)
+{
+    const Module module = Module::fromBytes(bench::generateModule(bench::largeModule));
+    const auto values = assignments(module, static_cast<std::size_t>(state.range(0)));
+    if (!module.compose(values).ok()) {
+        state.SkipWithError("A value is refused");
+    }
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(module.compose(values));
+    }
+}
+
+void decode(benchmark::State& state, Fieldbus fieldbus)
+{
+    const Module module = Module::fromBytes(bench::generateModule(bench::largeModule));
+    // Other bytes than the default: nothing of the module can be used again.
+    std::vector<char> image = module.defaultImage();
+    image.front() = static_cast<char>(image.front() ^ 1);
+    const auto bytes = module.configuration(image, fieldbus).bytes();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(module.decode(bytes, fieldbus));
+    }
+}
+
+void channelMap(benchmark::State& state)
+{
+    const Module module = Module::fromBytes(bench::generateModule(bench::largeModule));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(module.channelMap());
+    }
+}
+
+void parameters(benchmark::State& state)
+{
+    const std::vector<char> file = bench::generateModule(bench::largeModule);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Module::fromBytes(file).parameters());
+    }
+}
+
+} // namespace
+
+BENCHMARK_CAPTURE(parse, small, bench::smallModule);
+BENCHMARK_CAPTURE(floorOfTree, small, bench::smallModule);
+BENCHMARK_CAPTURE(fromBytes, small, bench::smallModule);
+BENCHMARK_CAPTURE(parse, medium, bench::mediumModule);
+BENCHMARK_CAPTURE(floorOfTree, medium, bench::mediumModule);
+BENCHMARK_CAPTURE(fromBytes, medium, bench::mediumModule);
+BENCHMARK_CAPTURE(parse, large, bench::largeModule);
+BENCHMARK_CAPTURE(floorOfTree, large, bench::largeModule);
+BENCHMARK_CAPTURE(fromBytes, large, bench::largeModule);
+BENCHMARK(compose)->Arg(1)->Arg(1000);
+BENCHMARK_CAPTURE(decode, raw, Fieldbus::Raw);
+BENCHMARK_CAPTURE(decode, modbus, Fieldbus::Modbus);
+BENCHMARK(parameters);
+BENCHMARK(channelMap);

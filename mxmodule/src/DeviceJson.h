@@ -1,0 +1,12 @@
+#pragma once
+
+#include "DeviceReport.h"
+
+#include <text/JsonText.h>
+
+namespace mxmodule {
+
+/// Returns the whole device, schema "mxtool.device" version 1.
+text::Json deviceJson(const DeviceReport& report);
+
+} // namespace mxmodule

@@ -1,0 +1,53 @@
+#include "mxmodule/Finding.h"
+
+#include <utility>
+
+namespace mxmodule {
+
+const char* severityName(Severity severity)
+{
+    switch (severity) {
+    case Severity::Error:
+        return "error";
+    case Severity::Warning:
+        return "warning";
+    default:
+        return "note";
+    }
+}
+
+void Finding::advise(Advice what)
+{
+    advice = what;
+    switch (what) {
+    case Advice::ReadAsRaw:
+        hint = "they may be the raw parameter image";
+        break;
+    case Advice::ReadAsModbus:
+        hint = "they may be the module's Modbus registers";
+        break;
+    case Advice::ReadAsValues:
+        hint = "it is to be read as a file of values";
+        break;
+    case Advice::ReadAsImage:
+        hint = "it is to be read as an image";
+        break;
+    default:
+        hint.clear();
+    }
+}
+
+Failure::Failure(Finding finding) : std::runtime_error(finding.text), all(1, std::move(finding)) {}
+
+Failure::Failure(std::vector<Finding> findings)
+    : std::runtime_error(findings.back().text), all(std::move(findings))
+{}
+
+Failure::Failure(Origin origin, const std::string& place, const std::string& text,
+                 const std::string& hint)
+    : Failure(Finding{Severity::Error, place, text, hint, origin})
+{}
+
+Failure::~Failure() = default;
+
+} // namespace mxmodule

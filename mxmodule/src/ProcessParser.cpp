@@ -1,0 +1,124 @@
+#include "ProcessParser.h"
+
+#include <Poco/AutoPtr.h>
+#include <Poco/Channel.h>
+#include <Poco/Logger.h>
+
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace mxmodule {
+
+namespace {
+
+using devices::parser::mx::Parser_kv38;
+
+Poco::Logger& parserLogger()
+{
+    static Poco::Logger& logger = Poco::Logger::get("mxparser-kv38");
+    return logger;
+}
+
+Severity severityOf(Poco::Message::Priority priority)
+{
+    if (priority <= Poco::Message::PRIO_ERROR) {
+        return Severity::Error;
+    }
+    return priority == Poco::Message::PRIO_WARNING ? Severity::Warning : Severity::Note;
+}
+
+// Keeps log lines as findings.
+class LineCollector : public Poco::Channel
+{
+public:
+    void log(const Poco::Message& message) override
+    {
+        lines.push_back({severityOf(message.getPriority()), "", message.getText()});
+    }
+
+    std::vector<Finding> lines;
+};
+
+// The level and the channel of the parser's logger, restored at the end.
+class LoggerOfHost
+{
+public:
+    LoggerOfHost() : channel(parserLogger().getChannel()), level(parserLogger().getLevel()) {}
+    ~LoggerOfHost()
+    {
+        parserLogger().setChannel(channel);
+        parserLogger().setLevel(level);
+    }
+    LoggerOfHost(const LoggerOfHost&) = delete;
+    LoggerOfHost& operator=(const LoggerOfHost&) = delete;
+
+private:
+    Poco::AutoPtr<Poco::Channel> channel;
+    int level;
+};
+
+// The parser of the process: making one each time costs more than translating a small module. The
+// construction of a parser changes the level of its logger.
+Parser_kv38& parserOfProcess()
+{
+    static const std::unique_ptr<Parser_kv38> parser = [] {
+        const LoggerOfHost restored;
+        return std::make_unique<Parser_kv38>();
+    }();
+    return *parser;
+}
+
+std::mutex& oneAtATime()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
+// Returns what `work` threw, or null.
+std::exception_ptr lockedWork(const std::function<void(Parser_kv38&)>& work, Observer* observer,
+                              const Poco::AutoPtr<LineCollector>& collector)
+{
+    const std::lock_guard lock(oneAtATime());
+    Parser_kv38& parser = parserOfProcess();
+    std::optional<LoggerOfHost> restored;
+    try {
+        if (observer != nullptr) {
+            restored.emplace();
+            parserLogger().setChannel(collector);
+            parserLogger().setLevel(observer->logLevel());
+        }
+        work(parser);
+        return nullptr;
+    } catch (...) {
+        return std::current_exception();
+    }
+}
+
+} // namespace
+
+void withParser(Observer* observer, const std::function<void(Parser_kv38&)>& work)
+{
+    const Poco::AutoPtr<LineCollector> collector(observer != nullptr ? new LineCollector : nullptr);
+    const std::exception_ptr failure = lockedWork(work, observer, collector);
+    if (observer != nullptr) {
+        for (const Finding& line : collector->lines) {
+            observer->notice(line);
+        }
+    }
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+}
+
+void logDebug(Observer* observer, const std::string& line)
+{
+    if (observer != nullptr &&
+        Poco::Logger::parseLevel(observer->logLevel()) >= Poco::Message::PRIO_DEBUG) {
+        observer->notice({Severity::Note, "", line});
+    }
+}
+
+} // namespace mxmodule

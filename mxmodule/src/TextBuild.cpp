@@ -1,0 +1,52 @@
+#include "TextBuild.h"
+
+#include "SourcePlace.h"
+#include <mxmodule/FileKind.h>
+
+#include <filesystem>
+
+namespace mxmodule {
+
+namespace {
+
+std::filesystem::path directoryOf(const std::string& name)
+{
+    return name.empty() || name.front() == '<' ? std::filesystem::path()
+                                               : std::filesystem::path(name).parent_path();
+}
+
+} // namespace
+
+mxauthor::BuildResult buildText(const std::string& name, const std::string& source,
+                                Observer* observer)
+{
+    mxauthor::BuildResult result = mxauthor::buildFromText(source, directoryOf(name));
+    for (const std::filesystem::path& file : result.filesRead) {
+        if (observer != nullptr) {
+            observer->reads(file.string());
+        }
+    }
+    return result;
+}
+
+std::vector<Finding> errorsInText(const std::string& name, const std::string& source,
+                                  const std::vector<mxauthor::SourceError>& errors,
+                                  const char* expected)
+{
+    if (errors.size() > 1) {
+        requireKeyOfTextForm(name, source, expected);
+    }
+    std::vector<Finding> findings;
+    for (const mxauthor::SourceError& error : errors) {
+        findings.push_back(findingAt(name, source, error, Severity::Error));
+    }
+    return findings;
+}
+
+std::vector<char> bytesOf(const mxauthor::BuildResult& built)
+{
+    const mxauthor::Bytes bytes = mxauthor::writeMxFile(built.file);
+    return {bytes.begin(), bytes.end()};
+}
+
+} // namespace mxmodule

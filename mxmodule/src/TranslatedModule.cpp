@@ -1,0 +1,147 @@
+#include "TranslatedModule.h"
+
+#include "ImageWriter.h"
+#include "ProcessParser.h"
+
+#include <mxmodule/Finding.h>
+
+#include <fmt/format.h>
+
+#include <utility>
+
+namespace mxmodule {
+
+namespace {
+
+std::vector<char> loadedForm(const std::vector<char>& bytes)
+{
+    std::vector<char> loaded;
+    loaded.reserve(bytes.size() + 1);
+    loaded = bytes;
+    loaded.push_back('\xFF');
+    return loaded;
+}
+
+std::vector<const std::uint8_t*> recordsOf(const TranslatedModule::Device& device)
+{
+    std::vector<const std::uint8_t*> records;
+    for (const auto& attribute : device.attributes) {
+        if (attribute->typeCode() == datamodel::parameterTypeCode) {
+            records.push_back(static_cast<const TranslatedModule::Parser::ParameterP&>(*attribute)
+                                  .privateProps.record);
+        }
+    }
+    return records;
+}
+
+} // namespace
+
+TranslatedModule::TranslatedModule(const ModuleFile& file, ImageOffsets offsets,
+                                   std::optional<std::vector<char>> block,
+                                   const std::string& blockPlace, Observer* observer)
+    : fileName(file.name()),
+      isText(file.isText()),
+      imageOffsets(offsets),
+      mxData(loadedForm(file.bytes()))
+{
+    try {
+        translate(block ? &*block : nullptr, observer);
+    } catch (const Failure&) {
+        if (block) {
+            requireBlockSize(*block, blockPlace);
+        }
+        throw;
+    }
+}
+
+TranslatedModule::TranslatedModule(std::string name, std::vector<char> loaded, ImageOffsets offsets,
+                                   Observer* observer)
+    : fileName(std::move(name)), imageOffsets(offsets), mxData(std::move(loaded))
+{
+    translate(nullptr, observer);
+}
+
+void TranslatedModule::translate(std::vector<char>* block, Observer* observer)
+{
+    try {
+        withParser(observer, [&](Parser& parser) {
+            builtDevice = parser.parse(mxData, block, imageOffsets.input, imageOffsets.output);
+        });
+    } catch (const std::runtime_error& failure) {
+        reject(failure.what());
+    }
+}
+
+void TranslatedModule::reject(const std::string& text) const
+{
+    const bool isPath = !fileName.empty() && fileName.front() != '<';
+    const std::string path = isPath ? fileName : "-";
+    throw Failure(Origin::Input, fileName, text,
+                  isText ? "mxtool check " + path + " shows the place in the text"
+                         : "mxtool groups " + path + " lists what the file holds");
+}
+
+// A block of a wrong size is the caller's mistake, not that of the mx file.
+void TranslatedModule::requireBlockSize(const std::vector<char>& block, const std::string& place)
+{
+    translate(nullptr, nullptr);
+    const std::size_t expected = builtDevice->privateProps.defaultParameterBlock->size();
+    if (block.size() != expected) {
+        throw Failure(Origin::Input, place,
+                      fmt::format("Found {} bytes, expected the {} bytes of the module's "
+                                  "parameter block",
+                                  block.size(), expected));
+    }
+}
+
+const DeviceReport& TranslatedModule::report() const
+{
+    describe();
+    return described.report;
+}
+
+const ParameterNames& TranslatedModule::names() const
+{
+    describe();
+    return *described.names;
+}
+
+const std::vector<const std::uint8_t*>& TranslatedModule::records() const
+{
+    describe();
+    return described.records;
+}
+
+void TranslatedModule::describe() const
+{
+    std::call_once(described.once, [this] {
+        described.report = makeReport(*builtDevice, conversionsOf(mxData));
+        described.records = recordsOf(*builtDevice);
+        described.names.emplace(described.report);
+    });
+}
+
+DeviceReport TranslatedModule::reportWith(const std::vector<char>& image) const
+{
+    DeviceReport changed = report();
+    if (image == changed.parameterBlock) {
+        return changed;
+    }
+    changed.parameterBlock = image;
+    withParser(nullptr, [&](Parser& parser) {
+        const ImageReader reader(parser, *this);
+        for (std::size_t i = 0; i < changed.parameters.size(); ++i) {
+            reader.show(image, i, changed.parameters[i]);
+        }
+    });
+    return changed;
+}
+
+TranslatedModule::Device TranslatedModule::deviceWith(const std::vector<char>& image) const
+{
+    Device copy = *builtDevice;
+    copy.privateProps.defaultParameterBlock = new std::vector<char>(image);
+    return copy;
+}
+
+} // namespace mxmodule

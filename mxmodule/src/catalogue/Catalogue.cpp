@@ -1,0 +1,284 @@
+#include "mxmodule/Catalogue.h"
+
+#include "catalogue/CatalogueContent.h"
+#include "catalogue/CatalogueOutput.h"
+#include "catalogue/CatalogueQueryContent.h"
+#include "catalogue/DatabaseHints.h"
+#include "catalogue/DatabaseWork.h"
+
+#include <devices/parser/mx/HexText.h>
+#include <fmt/format.h>
+#include <text/Beginning.h>
+#include <text/Counted.h>
+#include <text/Utf8.h>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace mxmodule {
+
+namespace {
+
+using devices::database::DeviceDatabase;
+using devices::database::DeviceProperties;
+using devices::database::ModuleSummary;
+using devices::database::OpenMode;
+
+// A stored file has one byte more than the file on disk (0xFF).
+std::vector<char> fileOf(const DeviceProperties& record)
+{
+    const std::vector<char>& stored = *record.mxFileData;
+    return {stored.begin(), stored.empty() ? stored.end() : stored.end() - 1};
+}
+
+// Without knowing whether the catalogue has the content.
+CatalogueRecord recordOf(const DeviceProperties& stored)
+{
+    CatalogueRecord record;
+    record.parameterBlock = *stored.defaultParameterBlock;
+    record.file = fileOf(stored);
+    record.hostData = *stored.hostBytes;
+    record.module = {stored.moduleIdText, stored.family,      text::toUtf8(stored.brandLabelName),
+                     stored.inDataSize,   stored.outDataSize, record.parameterBlock.size(),
+                     record.file.size()};
+    return record;
+}
+
+// The record of `module`, if it still exists.
+std::optional<DeviceProperties> storedRecord(DeviceDatabase& database, const CatalogueEntry& module)
+{
+    std::optional<DeviceProperties> found;
+    ModuleSummary key;
+    key.family = module.family;
+    key.moduleIdText = module.moduleId;
+    withDatabase("", [&] {
+        database.visit({key}, [&](const DeviceProperties& record) { found = record; });
+    });
+    return found;
+}
+
+void copyRecord(DeviceDatabase& source, const DeviceProperties& record, DeviceDatabase& target)
+{
+    withDatabase("", [&] {
+        if (const auto content = source.content(record.family, record.moduleIdText)) {
+            target.insert(record, *content);
+        } else {
+            target.insert(record);
+        }
+    });
+}
+
+std::string listOf(const std::vector<CatalogueEntry>& modules)
+{
+    constexpr std::size_t most = 20;
+    std::vector<std::string> ids;
+    for (const CatalogueEntry& module : modules) {
+        ids.push_back(module.moduleId);
+    }
+    return ids.empty() ? "the database holds no module"
+                       : "it holds " + text::beginningOfList(ids, most, ", ", " ");
+}
+
+// Tells an observer how many of some things are done.
+class Counter
+{
+public:
+    Counter(Observer* toTell, std::size_t count, const char* ofThings)
+        : observer(toTell), total(count), things(ofThings)
+    {
+        tell();
+    }
+
+    void add()
+    {
+        ++done;
+        tell();
+    }
+
+    std::size_t count() const { return done; }
+
+private:
+    void tell() const
+    {
+        if (observer != nullptr) {
+            observer->progress(done, total, things);
+        }
+    }
+
+    Observer* observer;
+    std::size_t total;
+    const char* things;
+    std::size_t done = 0;
+};
+
+} // namespace
+
+CatalogueEntry entryOf(const ModuleSummary& module)
+{
+    return {module.moduleIdText, module.family,      text::toUtf8(module.brandLabelName),
+            module.inDataSize,   module.outDataSize, module.parameterBlockSize,
+            module.mxFileSize,   module.hasContent};
+}
+
+Catalogue::Catalogue(std::unique_ptr<Content> made) : content(std::move(made)) {}
+Catalogue::Catalogue(Catalogue&&) noexcept = default;
+Catalogue& Catalogue::operator=(Catalogue&&) noexcept = default;
+Catalogue::~Catalogue() = default;
+
+Catalogue Catalogue::open(const std::string& url)
+{
+    const std::string chosen = url.empty() ? defaultUrl() : url;
+    try {
+        return Catalogue(std::make_unique<Content>(chosen, OpenMode::ExistingOnly));
+    } catch (const std::runtime_error& failure) {
+        throw Failure(Origin::Output, "", failure.what(), hintForOpening(chosen));
+    }
+}
+
+Catalogue Catalogue::openOrCreate(const std::string& url)
+{
+    const std::string chosen = url.empty() ? defaultUrl() : url;
+    return withDatabase(hintForScheme(chosen), [&] {
+        return Catalogue(std::make_unique<Content>(chosen, OpenMode::CreateMissing));
+    });
+}
+
+std::string Catalogue::defaultUrl()
+{
+    return devices::database::defaultDatabaseUrl();
+}
+
+const std::string& Catalogue::name() const
+{
+    return content->database.name();
+}
+
+std::vector<CatalogueEntry> Catalogue::search(const CatalogueQuery& query)
+{
+    const auto found =
+        withDatabase("", [&] { return content->database.search(query.content->query); });
+    std::vector<CatalogueEntry> modules;
+    std::transform(found.begin(), found.end(), std::back_inserter(modules), entryOf);
+    return modules;
+}
+
+std::vector<Finding> Catalogue::searchFindings(const CatalogueQuery& query)
+{
+    if (query.content->query.words.empty() && query.content->query.conditions.empty()) {
+        return {};
+    }
+    const auto all = search();
+    const auto unknown = static_cast<std::size_t>(std::count_if(
+        all.begin(), all.end(), [](const CatalogueEntry& module) { return !module.hasContent; }));
+    if (unknown == 0) {
+        return {};
+    }
+    return {{Severity::Warning, "",
+             fmt::format("The catalogue does not have the content of {}: searches may not find it",
+                         text::counted(unknown, "module")),
+             "mxtool populate DIRECTORY stores it"}};
+}
+
+std::optional<CatalogueRecord> Catalogue::find(const std::string& moduleId)
+{
+    return withDatabase("", [&]() -> std::optional<CatalogueRecord> {
+        const auto stored = content->database.find(moduleId);
+        if (!stored) {
+            return std::nullopt;
+        }
+        CatalogueRecord record = recordOf(*stored);
+        record.module.hasContent =
+            content->database.content(stored->family, stored->moduleIdText).has_value();
+        return record;
+    });
+}
+
+Finding Catalogue::unknownModule(const std::string& moduleId)
+{
+    return {Severity::Error, "",
+            fmt::format("Module {} is not in the database, expected eight hexadecimal digits of "
+                        "one that is",
+                        moduleId),
+            listOf(search()), Origin::Request};
+}
+
+bool Catalogue::remove(const std::string& moduleId)
+{
+    return withDatabase("", [&] { return content->database.remove(moduleId); });
+}
+
+Module Catalogue::module(const std::string& moduleId, const ModuleOptions& options)
+{
+    const auto record = find(moduleId);
+    if (!record) {
+        Finding unknown = unknownModule(moduleId);
+        unknown.place = name();
+        throw Failure(std::move(unknown));
+    }
+    if (record->file.empty()) {
+        Finding missing = withoutFile({record->module}).front();
+        missing.severity = Severity::Error;
+        missing.place = name();
+        throw Failure(std::move(missing));
+    }
+    return Module::fromBytes(record->file, fmt::format("<module {} of {}>", moduleId, name()),
+                             options);
+}
+
+std::string Catalogue::json(const std::vector<CatalogueEntry>& modules)
+{
+    text::Json list = text::Json::array();
+    for (const CatalogueEntry& module : modules) {
+        if (const auto record = storedRecord(content->database, module)) {
+            list.push_back(recordJson(recordOf(*record)));
+        }
+    }
+    return text::jsonText({{"schema", text::jsonSchema("mxtool.devices", 1)}, {"devices", list}});
+}
+
+std::size_t Catalogue::visitFiles(
+    const std::vector<CatalogueEntry>& modules,
+    const std::function<void(const CatalogueEntry&, const std::vector<char>&)>& visitor,
+    Observer* observer)
+{
+    Counter written(observer, modules.size(), "files");
+    for (const CatalogueEntry& module : modules) {
+        const auto record = storedRecord(content->database, module);
+        if (record && !record->mxFileData->empty()) {
+            visitor(module, fileOf(*record));
+            written.add();
+        }
+    }
+    return written.count();
+}
+
+std::size_t Catalogue::copyTo(Catalogue& target, const std::vector<CatalogueEntry>& modules,
+                              Observer* observer)
+{
+    Counter copied(observer, modules.size(), "modules");
+    DeviceDatabase& store = target.content->database;
+    auto transaction = withDatabase("", [&] { return store.beginTransaction(); });
+    for (const CatalogueEntry& module : modules) {
+        if (const auto record = storedRecord(content->database, module)) {
+            copyRecord(content->database, *record, store);
+            copied.add();
+        }
+    }
+    withDatabase("", [&] { transaction.commit(); });
+    return copied.count();
+}
+
+Module Module::fromCatalogue(const std::string& url, std::uint32_t moduleId,
+                             const ModuleOptions& options)
+{
+    return fromCatalogue(url, devices::parser::mx::u32AsHex(moduleId), options);
+}
+
+Module Module::fromCatalogue(const std::string& url, const std::string& moduleId,
+                             const ModuleOptions& options)
+{
+    return Catalogue::open(url).module(moduleId, options);
+}
+
+} // namespace mxmodule

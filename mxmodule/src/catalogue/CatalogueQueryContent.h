@@ -1,0 +1,14 @@
+#pragma once
+
+#include <mxmodule/Catalogue.h>
+
+#include <devices/database/ModuleQuery.h>
+
+namespace mxmodule {
+
+struct CatalogueQuery::Content
+{
+    devices::database::ModuleQuery query;
+};
+
+} // namespace mxmodule

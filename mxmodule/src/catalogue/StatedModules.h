@@ -1,0 +1,20 @@
+#pragma once
+
+#include <mxmodule/Population.h>
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace mxmodule {
+
+/// Returns the module identifiers in the files of `directory`, as in records, including those of
+/// files that cannot be translated. Returns nothing if a file has no identifier or an entry was
+/// left out.
+[[nodiscard]] std::optional<std::set<std::string>> statedModules(const MxDirectory& directory);
+
+/// Returns the names of the files of `directory` with the identifier `module`, sorted.
+std::vector<std::string> filesStating(const std::string& module, const MxDirectory& directory);
+
+} // namespace mxmodule

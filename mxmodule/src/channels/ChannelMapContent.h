@@ -1,0 +1,25 @@
+#pragma once
+
+#include "channels/ChannelTable.h"
+#include "channels/ProcessImage.h"
+
+#include <mxmodule/ChannelMap.h>
+
+#include <vector>
+
+namespace mxmodule {
+
+/// What a channel map shares with its copies.
+struct ChannelMap::Content
+{
+    explicit Content(ChannelTable made);
+
+    ChannelTable table;
+    ProcessImage image;
+    ImageArea input;
+    ImageArea output;
+    std::vector<MappedChannel> channels;
+    std::vector<mxmodule::Channel> withoutSymbol;
+};
+
+} // namespace mxmodule

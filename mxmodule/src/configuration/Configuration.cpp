@@ -1,0 +1,121 @@
+#include "mxmodule/Configuration.h"
+
+#include "PlainValues.h"
+#include "configuration/ConfigurationOutput.h"
+
+#include <utility>
+
+namespace mxmodule {
+
+Configuration::Configuration(std::shared_ptr<const ConfiguredImage> made) : content(std::move(made))
+{}
+
+Fieldbus Configuration::fieldbus() const
+{
+    return content->fieldbus;
+}
+
+const std::vector<char>& Configuration::image() const
+{
+    return content->image;
+}
+
+const std::vector<char>& Configuration::bytes() const
+{
+    return content->bytes;
+}
+
+std::vector<std::uint16_t> Configuration::registers() const
+{
+    return fieldbus() == Fieldbus::Modbus ? registersIn(bytes()) : std::vector<std::uint16_t>();
+}
+
+std::vector<Parameter> Configuration::parameters() const
+{
+    return plainParameters(content->device, content->owner->names());
+}
+
+std::vector<Parameter> Configuration::defaults() const
+{
+    return plainParameters(*content->defaults, content->owner->names());
+}
+
+std::vector<PlacedParameter> Configuration::places() const
+{
+    return plainPlaces(content->places);
+}
+
+bool Configuration::isChanged(std::size_t position) const
+{
+    return content->isChanged(position);
+}
+
+const std::vector<Finding>& Configuration::findings() const
+{
+    return content->findings;
+}
+
+std::string Configuration::text(Listing listing) const
+{
+    return configurationText(*content, listing);
+}
+
+std::string Configuration::csv(const CsvStyle& style, Listing listing) const
+{
+    return configurationCsv(*content, style, listing);
+}
+
+std::string Configuration::json(Listing listing) const
+{
+    return configurationJson(*content, listing);
+}
+
+std::string Configuration::valuesFile(Listing listing) const
+{
+    return configurationValues(*content, listing);
+}
+
+Comparison::Comparison(const Configuration& wanted, const Configuration& read,
+                       const std::string& place)
+{
+    auto made = std::make_shared<ImageComparison>(compared(*wanted.content, *read.content));
+    made->findings = notesOf(*made, place);
+    content = std::move(made);
+}
+
+bool Comparison::isSame() const
+{
+    return content->isSame();
+}
+
+std::vector<PlacedParameter> Comparison::deviations() const
+{
+    return plainPlaces(content->deviations);
+}
+
+const std::vector<std::size_t>& Comparison::strayBytes() const
+{
+    return content->strayBytes;
+}
+
+const std::vector<Finding>& Comparison::findings() const
+{
+    return content->findings;
+}
+
+std::string Comparison::text() const
+{
+    return comparisonText(*content);
+}
+
+std::string Comparison::csv(const CsvStyle& style) const
+{
+    return comparisonCsv(*content, style);
+}
+
+std::string Comparison::json() const
+{
+    return comparisonJson(*content);
+}
+
+} // namespace mxmodule

@@ -1,9 +1,0 @@
-#pragma once
-
-#include <mxauthor/Counted.h>
-
-namespace mxtool {
-
-using mxauthor::counted;
-
-} // namespace mxtool
