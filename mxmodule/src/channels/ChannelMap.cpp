@@ -23,19 +23,9 @@ MappedChannel plainChannel(const ChannelTable::Channel& channel)
             channel.bits()};
 }
 
-std::vector<BitRun> plainRuns(const std::vector<ProcessImage::BitRun>& runs)
-{
-    std::vector<BitRun> plain;
-    for (const ProcessImage::BitRun& run : runs) {
-        plain.push_back({run.firstBit, run.bits});
-    }
-    return plain;
-}
-
 ImageArea plainArea(const ProcessImage::Area& area)
 {
-    return {area.data.firstByte, area.data.size, plainRuns(area.gaps()),
-            plainRuns(area.overlaps())};
+    return {area.data.firstByte, area.data.size, area.gaps(), area.overlaps()};
 }
 
 } // namespace

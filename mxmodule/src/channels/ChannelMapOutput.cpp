@@ -34,7 +34,7 @@ text::Json withoutSymbolJson(const DeviceReport::Channel& channel)
             {"direction", channel.direction}};
 }
 
-text::Json runJson(const ProcessImage::BitRun& run)
+text::Json runJson(const BitRun& run)
 {
     return {{"byte", run.firstBit / 8}, {"bit", run.firstBit % 8}, {"bits", run.bits}};
 }

@@ -11,11 +11,11 @@ namespace mxmodule {
 
 namespace {
 
-using Channel = ChannelTable::Channel;
+using TableChannel = ChannelTable::Channel;
 
 constexpr unsigned mostBits = 32;
 
-const char* typeOf(const Channel& channel)
+const char* typeOf(const TableChannel& channel)
 {
     switch (channel.sizeLetter) {
     case 'X':
@@ -31,7 +31,7 @@ const char* typeOf(const Channel& channel)
     }
 }
 
-std::string bitAddress(const Channel& channel, std::uint64_t bit)
+std::string bitAddress(const TableChannel& channel, std::uint64_t bit)
 {
     return fmt::format("%{}X{}.{}", channel.area, bit / 8, bit % 8);
 }
@@ -44,25 +44,26 @@ std::string declaration(const std::string& name, const std::string& address,
 }
 
 // The name of the channel, if it differs from the identifier.
-std::string nameComment(const Channel& channel, const std::string& identifier)
+std::string nameComment(const TableChannel& channel, const std::string& identifier)
 {
     return channel.name == identifier ? "" : iecCommentText(channel.name);
 }
 
-bool fillsBytes(const Channel& channel)
+bool fillsBytes(const TableChannel& channel)
 {
     return channel.firstBit() % 8 == 0 && channel.bits() % 8 == 0;
 }
 
 // No type is wide enough for a long field that shares its bytes.
-bool isDeclared(const Channel& channel)
+bool isDeclared(const TableChannel& channel)
 {
     return !channel.isBitField() || channel.sizeLetter == 'X' ||
            (channel.bits() != 0 && (channel.bits() <= mostBits || fillsBytes(channel)));
 }
 
 // A bit field that fills whole bytes.
-std::string bytesDeclaration(const Channel& channel, IecNames& names, const std::string& identifier)
+std::string bytesDeclaration(const TableChannel& channel, IecNames& names,
+                             const std::string& identifier)
 {
     const unsigned bytes = channel.bits() / 8;
     return declaration(names.unique(identifier),
@@ -71,7 +72,8 @@ std::string bytesDeclaration(const Channel& channel, IecNames& names, const std:
                        nameComment(channel, identifier));
 }
 
-std::string bitDeclarations(const Channel& channel, IecNames& names, const std::string& identifier)
+std::string bitDeclarations(const TableChannel& channel, IecNames& names,
+                            const std::string& identifier)
 {
     std::string all;
     for (unsigned bit = 0; bit < channel.bits(); ++bit) {
@@ -83,7 +85,7 @@ std::string bitDeclarations(const Channel& channel, IecNames& names, const std::
     return all;
 }
 
-std::string fieldDeclarations(const Channel& channel, IecNames& names,
+std::string fieldDeclarations(const TableChannel& channel, IecNames& names,
                               const std::string& identifier)
 {
     if (!isDeclared(channel)) {
@@ -95,7 +97,7 @@ std::string fieldDeclarations(const Channel& channel, IecNames& names,
                                : bitDeclarations(channel, names, identifier);
 }
 
-std::string channelDeclarations(const Channel& channel, IecNames& names)
+std::string channelDeclarations(const TableChannel& channel, IecNames& names)
 {
     std::string identifier = iecIdentifier(channel.name);
     if (identifier.empty()) {
@@ -121,7 +123,7 @@ std::string iecDeclarations(const ChannelTable& map)
                     iecCommentText(map.deviceTypeId));
     std::string body;
     IecNames names;
-    for (const Channel& channel : map.channels) {
+    for (const TableChannel& channel : map.channels) {
         body += channelDeclarations(channel, names);
     }
     // Compilers reject an empty list.

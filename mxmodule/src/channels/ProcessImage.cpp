@@ -15,7 +15,6 @@ namespace mxmodule {
 namespace {
 
 using Area = ProcessImage::Area;
-using BitRun = ProcessImage::BitRun;
 using Piece = ProcessImage::Piece;
 using Row = ProcessImage::Row;
 

@@ -2,6 +2,8 @@
 
 #include "ChannelTable.h"
 
+#include <mxmodule/ChannelMap.h>
+
 namespace mxmodule {
 
 /// The content of a picture of a module's process images, independent of how it is drawn.
@@ -50,12 +52,6 @@ struct ProcessImage
         std::uint8_t gaps() const { return inData ? static_cast<std::uint8_t>(~occupied) : 0; }
     };
 
-    struct BitRun
-    {
-        std::uint64_t firstBit; ///< Counted from byte 0.
-        std::uint64_t bits;
-    };
-
     struct Area
     {
         std::string title; ///< "Inputs" or "Outputs".
@@ -79,7 +75,7 @@ ProcessImage makeProcessImage(const ChannelTable& map);
 std::string dataText(const ChannelTable::Data& data);
 
 /// Returns the number of bits in `runs`.
-std::uint64_t totalBits(const std::vector<ProcessImage::BitRun>& runs);
+std::uint64_t totalBits(const std::vector<BitRun>& runs);
 
 /// Returns the text of `piece` in `columns` columns: the name of the channel and, if it fits, the
 /// symbol; from its second byte on the name and the number of the byte. A shortened name keeps the

@@ -116,7 +116,7 @@ std::string headerLine()
     return line + "\n";
 }
 
-std::string runsLine(const char* what, const std::vector<ProcessImage::BitRun>& runs)
+std::string runsLine(const char* what, const std::vector<BitRun>& runs)
 {
     if (runs.empty()) {
         return "";

@@ -16,8 +16,8 @@ namespace mxmodule {
 
 namespace {
 
-using Option = DeviceReport::Option;
-using Parameter = DeviceReport::Parameter;
+using DeviceOption = DeviceReport::Option;
+using DeviceParameter = DeviceReport::Parameter;
 
 using mxformat::Decimal;
 
@@ -34,7 +34,7 @@ bool sameNumber(const std::string& a, const std::string& b)
     return left && left == Decimal::ofText(b);
 }
 
-[[noreturn]] void reject(const Parameter& parameter, const std::string& value,
+[[noreturn]] void reject(const DeviceParameter& parameter, const std::string& value,
                          const std::string& reason)
 {
     throw InvalidInput(fmt::format("{}: value \"{}\" is not accepted: {}",
@@ -43,24 +43,24 @@ bool sameNumber(const std::string& a, const std::string& b)
 }
 
 // Whether `text`, the number `number`, is the present value of the parameter.
-bool isShown(const Parameter& parameter, const std::string& text, const Decimal& number)
+bool isShown(const DeviceParameter& parameter, const std::string& text, const Decimal& number)
 {
     return text == parameter.value ||
            (parameter.raw && parameter.scale.states(number, *parameter.raw));
 }
 
-bool isListed(const Parameter& parameter, const std::string& number)
+bool isListed(const DeviceParameter& parameter, const std::string& number)
 {
     return std::any_of(
         parameter.options.begin(), parameter.options.end(),
-        [&number](const Option& option) { return sameNumber(option.value, number); });
+        [&number](const DeviceOption& option) { return sameNumber(option.value, number); });
 }
 
 // The number of the option with this text, if any.
-std::optional<std::string> numberOfText(const Parameter& parameter, const std::string& text)
+std::optional<std::string> numberOfText(const DeviceParameter& parameter, const std::string& text)
 {
     std::optional<std::string> number;
-    for (const Option& option : parameter.options) {
+    for (const DeviceOption& option : parameter.options) {
         if (text::toUtf8(option.text) != text) {
             continue;
         }
@@ -74,16 +74,16 @@ std::optional<std::string> numberOfText(const Parameter& parameter, const std::s
     return number;
 }
 
-std::vector<std::string> optionTexts(const Parameter& parameter)
+std::vector<std::string> optionTexts(const DeviceParameter& parameter)
 {
     std::vector<std::string> texts;
-    for (const Option& option : parameter.options) {
+    for (const DeviceOption& option : parameter.options) {
         texts.push_back(text::toUtf8(option.text));
     }
     return texts;
 }
 
-[[noreturn]] void rejectOption(const Parameter& parameter, const std::string& value)
+[[noreturn]] void rejectOption(const DeviceParameter& parameter, const std::string& value)
 {
     const std::string guess = text::didYouMean(value, optionTexts(parameter));
     reject(parameter, value,
@@ -91,7 +91,7 @@ std::vector<std::string> optionTexts(const Parameter& parameter)
                        text::toUtf8(acceptedValues(parameter))));
 }
 
-std::string limitsOf(const Parameter& parameter)
+std::string limitsOf(const DeviceParameter& parameter)
 {
     const mxformat::BlockField& field = parameter.field;
     std::string low = parameter.scale.text(field.number(field.lowest()));
@@ -103,7 +103,8 @@ std::string limitsOf(const Parameter& parameter)
 }
 
 // Options, ranges and forced values may exceed the bits of a parameter.
-void requireHeld(const Parameter& parameter, const std::string& value, const std::string& number)
+void requireHeld(const DeviceParameter& parameter, const std::string& value,
+                 const std::string& number)
 {
     const mxformat::BlockField& field = parameter.field;
     if (!field.exists()) {
@@ -121,7 +122,7 @@ void requireHeld(const Parameter& parameter, const std::string& value, const std
 }
 
 // Ambiguous: one option's text is another's number.
-void rejectAmbiguous(const Parameter& parameter, const std::string& value,
+void rejectAmbiguous(const DeviceParameter& parameter, const std::string& value,
                      const std::string& numberOfItsText)
 {
     if (isInteger(value) && !sameNumber(value, numberOfItsText) && isListed(parameter, value)) {
@@ -133,7 +134,8 @@ void rejectAmbiguous(const Parameter& parameter, const std::string& value,
     }
 }
 
-std::string optionNumber(const Parameter& parameter, const std::string& value, ValueCheck check)
+std::string optionNumber(const DeviceParameter& parameter, const std::string& value,
+                         ValueCheck check)
 {
     std::string number = value;
     if (value.size() > 1 && value[0] == '#' && isInteger(value.substr(1))) {
@@ -153,7 +155,7 @@ std::string optionNumber(const Parameter& parameter, const std::string& value, V
 
 // `value` without the parameter's unit and the blanks before it. A unit that could continue a
 // number must follow a blank.
-std::string withoutUnit(const Parameter& parameter, const std::string& value)
+std::string withoutUnit(const DeviceParameter& parameter, const std::string& value)
 {
     const std::string unit = text::toUtf8(parameter.unit);
     if (Decimal::ofText(value) || unit.empty() || value.size() <= unit.size() ||
@@ -178,7 +180,7 @@ std::string withDecimalPoint(std::string text)
 }
 
 // The hint for a number with a decimal comma or another unit.
-std::string numberHint(const Parameter& parameter, const std::string& value)
+std::string numberHint(const DeviceParameter& parameter, const std::string& value)
 {
     const std::string text = withoutUnit(parameter, value);
     const std::string pointed = withDecimalPoint(text);
@@ -193,7 +195,7 @@ std::string numberHint(const Parameter& parameter, const std::string& value)
                : "";
 }
 
-std::string expectation(const Parameter& parameter, const std::string& value)
+std::string expectation(const DeviceParameter& parameter, const std::string& value)
 {
     const std::string unit = parameter.unit.empty() ? "" : " " + text::toUtf8(parameter.unit);
     return fmt::format("expected {}, {}{}{}", parameter.converted ? "a number" : "a whole number",
@@ -202,7 +204,8 @@ std::string expectation(const Parameter& parameter, const std::string& value)
 
 // The number in `value`. It must be in the range, unless it is the present value or only a number
 // is asked for.
-std::string rangedNumber(const Parameter& parameter, const std::string& value, ValueCheck check)
+std::string rangedNumber(const DeviceParameter& parameter, const std::string& value,
+                         ValueCheck check)
 {
     std::string text = withoutUnit(parameter, value);
     const auto number = Decimal::ofText(text);
@@ -225,7 +228,8 @@ std::string rangedNumber(const Parameter& parameter, const std::string& value, V
 
 } // namespace
 
-std::string acceptedValue(const Parameter& parameter, const std::string& value, ValueCheck check)
+std::string acceptedValue(const DeviceParameter& parameter, const std::string& value,
+                          ValueCheck check)
 {
     if (!parameter.hasOptionList) {
         return rangedNumber(parameter, value, check);

@@ -19,7 +19,7 @@ namespace mxmodule {
 
 namespace {
 
-using Parameter = DeviceReport::Parameter;
+using DeviceParameter = DeviceReport::Parameter;
 using Raw = std::optional<mxformat::WholeNumber>;
 
 // A value that was accepted.
@@ -90,10 +90,10 @@ private:
 
     void add(const Assignment& assignment, ValueCheck check)
     {
-        const Parameter& named = parameterCalled(assignment.name, module.names());
+        const DeviceParameter& named = parameterCalled(assignment.name, module.names());
         const auto position =
             static_cast<std::size_t>(&named - module.names().device().parameters.data());
-        const Parameter& parameter = before.parameters[position];
+        const DeviceParameter& parameter = before.parameters[position];
         const auto earlier = settingOf.find(position);
         if (earlier != settingOf.end()) {
             throw InvalidInput(fmt::format("{} is set twice, first by {}",
@@ -111,7 +111,7 @@ private:
         noteRounding(settings.back());
     }
 
-    void warnOfForced(const Assignment& assignment, const Parameter& parameter)
+    void warnOfForced(const Assignment& assignment, const DeviceParameter& parameter)
     {
         try {
             acceptedValue(parameter, assignment.value, ValueCheck::Full);
@@ -127,7 +127,7 @@ private:
 
     Raw setAlone(const Setting& setting) const
     {
-        const Parameter& parameter = before.parameters[setting.parameter];
+        const DeviceParameter& parameter = before.parameters[setting.parameter];
         if (setting.text == parameter.value && parameter.raw) {
             return parameter.raw; // the present value changes nothing
         }
@@ -140,7 +140,7 @@ private:
 
     void noteRounding(const Setting& setting)
     {
-        const Parameter& parameter = before.parameters[setting.parameter];
+        const DeviceParameter& parameter = before.parameters[setting.parameter];
         const auto wanted = mxformat::Decimal::ofText(setting.text);
         if (parameter.converted && setting.alone && wanted && setting.text != parameter.value &&
             !parameter.scale.states(*wanted, *setting.alone)) {
@@ -166,13 +166,13 @@ private:
     {
         for (std::size_t i = 0; i < before.parameters.size(); ++i) {
             const auto found = settingOf.find(i);
-            const Parameter& parameter = before.parameters[i];
+            const DeviceParameter& parameter = before.parameters[i];
             const Raw& expected =
                 found == settingOf.end() ? parameter.raw : settings[found->second].alone;
             if (rawIn(image, parameter) == expected) {
                 continue;
             }
-            Parameter after = parameter;
+            DeviceParameter after = parameter;
             images.show(image, i, after);
             if (found != settingOf.end()) {
                 reject(*settings[found->second].assignment, overwritten(after));
@@ -186,7 +186,7 @@ private:
         }
     }
 
-    static InvalidInput overwritten(const Parameter& parameter)
+    static InvalidInput overwritten(const DeviceParameter& parameter)
     {
         return InvalidInput(
             fmt::format("{}: another value of this call overwrites it with \"{}\": they share bits "

@@ -55,12 +55,12 @@ void rejectOtherKind(std::size_t size, Fieldbus fieldbus, const TranslatedModule
     throw Failure(std::move(finding));
 }
 
-using Parameter = DeviceReport::Parameter;
+using DeviceParameter = DeviceReport::Parameter;
 
 // The bytes of one parameter, as far as they are in its registers.
 struct RegisterValue
 {
-    const Parameter& parameter;
+    const DeviceParameter& parameter;
     const ParameterPlace& place;
     const std::vector<char>& registers;
 
@@ -102,7 +102,7 @@ std::uint64_t rawNumber(const RegisterValue& value)
 
 void writeParameter(const RegisterValue& value, std::vector<char>& image)
 {
-    const Parameter& parameter = value.parameter;
+    const DeviceParameter& parameter = value.parameter;
     const mxformat::BlockField& field = parameter.field;
     if (const auto reason = whyNotHeld(parameter, image.size())) {
         value.reject("none: " + *reason);

@@ -12,9 +12,9 @@ namespace mxmodule {
 
 namespace {
 
-using Parameter = DeviceReport::Parameter;
+using DeviceParameter = DeviceReport::Parameter;
 
-std::size_t sizeInRegisters(const Parameter& parameter)
+std::size_t sizeInRegisters(const DeviceParameter& parameter)
 {
     if (parameter.hasOptionList) {
         return registerSize;
@@ -55,7 +55,7 @@ std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device)
     std::vector<ParameterPlace> places;
     std::size_t begin = 0;
     for (const std::size_t parameter :
-         mxformat::registerOrder(numbersOf(device.parameters, &Parameter::channelNumber),
+         mxformat::registerOrder(numbersOf(device.parameters, &DeviceParameter::channelNumber),
                                  numbersOf(device.channels, &DeviceReport::Channel::number))) {
         const std::size_t size = sizeInRegisters(device.parameters[parameter]);
         places.push_back({parameter, begin, size});
@@ -64,7 +64,7 @@ std::vector<ParameterPlace> placesInRegisters(const DeviceReport& device)
     return places;
 }
 
-std::string faultOfBits(const Parameter& parameter)
+std::string faultOfBits(const DeviceParameter& parameter)
 {
     const unsigned length = parameter.record.bitLength;
     const unsigned offset = parameter.record.bitOffset;
@@ -75,7 +75,7 @@ std::string faultOfBits(const Parameter& parameter)
                        offset, length == 1 ? "leaves its" : "leave their");
 }
 
-std::optional<std::string> whyNotHeld(const Parameter& parameter, std::size_t imageSize)
+std::optional<std::string> whyNotHeld(const DeviceParameter& parameter, std::size_t imageSize)
 {
     if (!parameter.field.exists()) {
         return faultOfBits(parameter);
@@ -90,7 +90,7 @@ std::vector<std::uint8_t> bitsOfParameters(const DeviceReport& device, std::size
 {
     constexpr auto allBits = ~std::uint64_t{0};
     std::vector<std::uint8_t> bits(imageSize);
-    for (const Parameter& parameter : device.parameters) {
+    for (const DeviceParameter& parameter : device.parameters) {
         if (parameter.field.liesWithin(imageSize)) {
             parameter.field.write(bits.data(), allBits);
         }

@@ -21,8 +21,8 @@ namespace mxmodule {
 
 namespace {
 
-using Parameter = DeviceReport::Parameter;
-using Parameters = std::vector<const Parameter*>;
+using DeviceParameter = DeviceReport::Parameter;
+using Parameters = std::vector<const DeviceParameter*>;
 
 // Words that YAML readers do not read as text.
 bool isYamlWord(const std::string& text)
@@ -56,7 +56,7 @@ std::string scalar(const std::string& utf8)
 }
 
 // The value in a form that is read back: an option by its text if that is unambiguous.
-std::string valueInCalls(const Parameter& parameter)
+std::string valueInCalls(const DeviceParameter& parameter)
 {
     if (!parameter.hasOptionList) {
         return valueDigits(parameter) +
@@ -75,7 +75,7 @@ std::string valueInCalls(const Parameter& parameter)
     return "#" + parameter.value;
 }
 
-std::string optionsText(const Parameter& parameter)
+std::string optionsText(const DeviceParameter& parameter)
 {
     std::string text;
     for (const auto& option : parameter.options) {
@@ -85,14 +85,14 @@ std::string optionsText(const Parameter& parameter)
     return text.empty() ? "no option" : text;
 }
 
-std::string rangeText(const Parameter& parameter)
+std::string rangeText(const DeviceParameter& parameter)
 {
     return fmt::format("{}{}", acceptedValues(parameter),
                        parameter.unit.empty() ? "" : " " + text::toUtf8(parameter.unit));
 }
 
 // The values that are accepted instead.
-std::string comment(const Parameter& parameter, const Parameter& standard)
+std::string comment(const DeviceParameter& parameter, const DeviceParameter& standard)
 {
     return text::forTerminal(
         valuesComment(parameter.hasOptionList ? optionsText(parameter) : rangeText(parameter),
@@ -100,8 +100,9 @@ std::string comment(const Parameter& parameter, const Parameter& standard)
 }
 
 // Writes `owner` before the comment.
-std::string lines(const std::string& key, const Parameter& parameter, const Parameter& standard,
-                  const std::string& indent, const std::string& owner = "")
+std::string lines(const std::string& key, const DeviceParameter& parameter,
+                  const DeviceParameter& standard, const std::string& indent,
+                  const std::string& owner = "")
 {
     return fmt::format("{0}# {1}{2}\n{0}{3}: {4}\n", indent, owner, comment(parameter, standard),
                        scalar(key), scalar(valueInCalls(parameter)));
@@ -116,7 +117,7 @@ bool isUsable(const std::string& key)
 bool namesEach(const std::string& owner, const Parameters& parameters, const ParameterNames& names)
 {
     return isUsable(owner) &&
-           std::all_of(parameters.begin(), parameters.end(), [&](const Parameter* parameter) {
+           std::all_of(parameters.begin(), parameters.end(), [&](const DeviceParameter* parameter) {
                const auto found =
                    parametersCalled(owner + "/" + text::toUtf8(parameter->name), names);
                return found.size() == 1 && found.front() == parameter;
@@ -147,7 +148,7 @@ public:
     {
         const std::string name = groupName(parameters, names);
         std::string text = name.empty() ? "" : "\n" + scalar(name) + ":\n";
-        for (const Parameter* parameter : parameters) {
+        for (const DeviceParameter* parameter : parameters) {
             text += name.empty() ? "\n" + alone(*parameter)
                                  : lines(text::toUtf8(parameter->name), *parameter,
                                          standard(*parameter), "  ");
@@ -156,7 +157,7 @@ public:
     }
 
 private:
-    std::string alone(const Parameter& parameter) const
+    std::string alone(const DeviceParameter& parameter) const
     {
         const std::string name = nameInCalls(parameter, names);
         const std::string owner = name[0] == '#'
@@ -167,7 +168,7 @@ private:
                      owner);
     }
 
-    const Parameter& standard(const Parameter& parameter) const
+    const DeviceParameter& standard(const DeviceParameter& parameter) const
     {
         const auto position =
             static_cast<std::size_t>(&parameter - configuration.device.parameters.data());
