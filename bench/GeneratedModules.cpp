@@ -1,6 +1,7 @@
 #include "GeneratedModules.h"
 
-#include "catalogue/Population.h"
+#include "DeviceReport.h"
+#include "catalogue/ModuleContent.h"
 
 #include <devices/parser/mx/LoadFile.h>
 #include <devices/parser/mx/Parser_kv38.h>
@@ -64,8 +65,8 @@ std::vector<GeneratedModules::Module> GeneratedModules::translate() const
         devices::parser::mx::loadFile(path, mxData);
         const auto device = parser.parse(mxData, nullptr, 0, 0);
         device->privateProps.mxFileData = new std::vector<char>(mxData);
-        modules.push_back({device->privateProps, mxtool::catalogueContent(mxtool::makeReport(
-                                                     *device, mxtool::conversionsOf(mxData)))});
+        modules.push_back({device->privateProps, mxmodule::catalogueContent(mxmodule::makeReport(
+                                                     *device, mxmodule::conversionsOf(mxData)))});
     }
     return modules;
 }

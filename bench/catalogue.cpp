@@ -1,7 +1,7 @@
 #include "BareSqliteLoop.h"
 #include "TemporaryCatalogue.h"
 
-#include "catalogue/Population.h"
+#include <mxmodule/Population.h>
 
 #include <devices/database/DeviceDatabase.h>
 #include <devices/parser/mx/HexText.h>
@@ -106,12 +106,12 @@ void populate(benchmark::State& state, bool postgresql)
 {
     for (auto _ : state) {
         state.PauseTiming();
-        DeviceDatabase database(urlOf(postgresql));
+        const std::string url = urlOf(postgresql);
+        DeviceDatabase database(url);
         emptyDatabase(database);
+        auto opened = mxmodule::Catalogue::open(url);
         state.ResumeTiming();
-        auto transaction = database.beginTransaction();
-        mxtool::populate(catalogue->moduleDirectory(), database, transaction, "error");
-        transaction.commit();
+        mxmodule::populate(mxmodule::listMxDirectory(catalogue->moduleDirectory()), opened);
     }
     perModule(state);
 }

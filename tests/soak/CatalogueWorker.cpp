@@ -1,4 +1,4 @@
-#include "catalogue/Population.h"
+#include <mxmodule/Population.h>
 
 #include <devices/database/DeviceDatabase.h>
 #include <devices/parser/mx/LoadFile.h>
@@ -28,16 +28,13 @@ Clock::time_point inSeconds(const std::string& seconds)
 
 int write(const std::string& url, const fs::path& sets, Clock::time_point end)
 {
-    DeviceDatabase database(url);
+    auto catalogue = mxmodule::Catalogue::openOrCreate(url);
     unsigned transactions = 0;
     while (Clock::now() < end) {
-        auto transaction = database.beginTransaction();
         const fs::path set = sets / (transactions % 2 == 0 ? "a" : "b");
-        if (mxtool::populate(mxtool::listMxDirectory(set.string()), database, transaction, "error")
-                .failed != 0) {
+        if (populate(mxmodule::listMxDirectory(set.string()), catalogue).failed != 0) {
             throw std::runtime_error("a file was refused");
         }
-        transaction.commit();
         ++transactions;
     }
     std::cout << transactions << '\n';
