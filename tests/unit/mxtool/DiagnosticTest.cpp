@@ -4,8 +4,7 @@
 
 namespace {
 
-using mxtool::Finding;
-using mxtool::placeInFile;
+using mxtool::Severity;
 using mxtool::toText;
 
 TEST(Diagnostic, namesPlaceSeverityTextAndHint)
@@ -13,11 +12,6 @@ TEST(Diagnostic, namesPlaceSeverityTextAndHint)
     EXPECT_EQ(toText({Severity::Error, "a.bin", "It is broken", "mend it"}, false),
               "a.bin: error: It is broken\nhint: mend it\n");
     EXPECT_EQ(toText({Severity::Note, "", "text", ""}, false), "note: text\n");
-}
-
-TEST(Diagnostic, placesInFilesAreHexadecimal)
-{
-    EXPECT_EQ(placeInFile("a.bin", 420), "a.bin:0x0001a4");
 }
 
 TEST(Diagnostic, colourMarksTheSeverityAlone)
@@ -33,8 +27,9 @@ TEST(Diagnostic, textsOfAFileCannotActOnTheTerminal)
 
 TEST(Diagnostic, aByteThatIsNoUtf8LeavesTheRestReadable)
 {
-    EXPECT_EQ(toText({Severity::Error, "a.yaml", "\"T\xFCr\" is not accepted: 1 \xC2\xB5s", ""}, false),
-              "a.yaml: error: \"T\xC3\xBCr\" is not accepted: 1 \xC2\xB5s\n");
+    EXPECT_EQ(
+        toText({Severity::Error, "a.yaml", "\"T\xFCr\" is not accepted: 1 \xC2\xB5s", ""}, false),
+        "a.yaml: error: \"T\xC3\xBCr\" is not accepted: 1 \xC2\xB5s\n");
 }
 
 } // namespace
