@@ -1,5 +1,6 @@
 #include "InputFile.h"
 
+#include "Diagnostic.h"
 #include "FilesInUse.h"
 #include "ToolObserver.h"
 
@@ -30,6 +31,20 @@ mxmodule::ModuleFile loadModuleFile(const std::string& path)
 {
     ToolObserver observer;
     return mxmodule::ModuleFile(inputName(path), loadBytes(path), &observer);
+}
+
+bool readsOrReports(const std::function<void()>& reading)
+{
+    try {
+        reading();
+        return true;
+    } catch (const Failure& failure) {
+        if (failure.reason().origin != Origin::Input) {
+            throw;
+        }
+        report(failure.findings());
+        return false;
+    }
 }
 
 std::string inputName(const std::string& path)

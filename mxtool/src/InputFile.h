@@ -2,6 +2,7 @@
 
 #include <mxmodule/ModuleFile.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,10 @@ std::vector<char> loadBytes(const std::string& path);
 /// Returns the mx file at `path` ("-": standard input), built if it is a text form. Every verb
 /// reads modules through this function. Throws a `Failure`.
 mxmodule::ModuleFile loadModuleFile(const std::string& path);
+
+/// Runs `reading`. A `Failure` about an input is reported and does not end the verb, so that the
+/// other inputs are read as well. Returns whether there was none.
+bool readsOrReports(const std::function<void()>& reading);
 
 /// Returns the name of the input for messages: its path, "<standard input>" for "-".
 std::string inputName(const std::string& path);

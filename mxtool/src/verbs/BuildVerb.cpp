@@ -3,6 +3,7 @@
 #include "OutputFile.h"
 #include "ToolObserver.h"
 #include "Verbs.h"
+#include "build/BuildTargets.h"
 
 #include <mxmodule/Build.h>
 
@@ -11,9 +12,7 @@
 
 #include <fmt/format.h>
 
-#include <filesystem>
 #include <optional>
-#include <set>
 
 namespace mxtool {
 
@@ -35,45 +34,6 @@ struct BuildOptions
     std::string output;
     bool force = false; // write files that the device parser rejects
 };
-
-[[noreturn]] void failUsage(const std::string& place, const std::string& text,
-                            const std::string& hint)
-{
-    throw Failure(Origin::Request, place, text, hint);
-}
-
-bool isDirectory(const std::string& output)
-{
-    std::error_code ignored;
-    return std::filesystem::is_directory(output, ignored) ||
-           (!output.empty() && output.back() == '/');
-}
-
-// The output path for each text: the output itself, or in a directory a file with the text's name.
-std::vector<std::string> targetsOf(const BuildOptions& options)
-{
-    if (!isDirectory(options.output)) {
-        if (options.files.size() > 1) {
-            failUsage(options.output, "More than one text, and the output is not a directory",
-                      "name a directory, with / at its end when there is none yet");
-        }
-        return {options.output};
-    }
-    std::vector<std::string> targets;
-    std::set<std::string> names;
-    for (const std::string& file : options.files) {
-        if (file == "-") {
-            failUsage(options.output, "Standard input has no name for a file in this directory",
-                      "name the output file");
-        }
-        const std::string name = std::filesystem::path(file).stem().string() + ".bin";
-        if (!names.insert(name).second) {
-            failUsage(file, "A second text for " + name, "build them one by one");
-        }
-        targets.push_back((std::filesystem::path(options.output) / name).string());
-    }
-    return targets;
-}
 
 // The mx file that a text describes; nothing if it is not to be written.
 std::optional<std::string> builtBytes(const std::string& file, bool force, bool quiet)
@@ -98,27 +58,15 @@ std::optional<std::string> builtBytes(const std::string& file, bool force, bool 
     return std::nullopt;
 }
 
-// An input that cannot be read does not stop the build of the others.
-std::optional<std::string> builtReporting(const std::string& file, bool force, bool quiet)
-{
-    try {
-        return builtBytes(file, force, quiet);
-    } catch (const Failure& failure) {
-        if (failure.reason().origin != Origin::Input) {
-            throw;
-        }
-        report(failure.findings());
-        return std::nullopt;
-    }
-}
-
 // Reads all texts before writing a file: a text may name the output of another.
 std::vector<Output> builtOutputs(const BuildOptions& options, bool quiet)
 {
     std::vector<Output> outputs;
-    const std::vector<std::string> targets = targetsOf(options);
+    const std::vector<std::string> targets = buildTargets(options.files, options.output);
     for (std::size_t i = 0; i < targets.size(); ++i) {
-        if (const auto bytes = builtReporting(options.files[i], options.force, quiet)) {
+        std::optional<std::string> bytes;
+        readsOrReports([&] { bytes = builtBytes(options.files[i], options.force, quiet); });
+        if (bytes) {
             outputs.push_back({targets[i], *bytes});
         }
     }
@@ -127,7 +75,7 @@ std::vector<Output> builtOutputs(const BuildOptions& options, bool quiet)
 
 void writeBuilt(const std::vector<Output>& outputs, const BuildOptions& options, bool quiet)
 {
-    if (!outputs.empty() && isDirectory(options.output)) {
+    if (!outputs.empty() && namesDirectory(options.output)) {
         makeDirectory(options.output);
     }
     writeOutputs(outputs);
@@ -147,10 +95,9 @@ ExitCode build(const BuildOptions& options, const GlobalOptions& global)
 {
     const std::vector<Output> outputs = builtOutputs(options, global.quiet);
     writeBuilt(outputs, options, global.quiet);
-    if (outputs.size() == options.files.size()) {
-        return ExitCode::Done;
-    }
-    return outputs.empty() ? ExitCode::Input : ExitCode::Findings;
+    return outputs.size() == options.files.size() ? ExitCode::Done
+           : outputs.empty()                      ? ExitCode::Input
+                                                  : ExitCode::Findings;
 }
 
 } // namespace

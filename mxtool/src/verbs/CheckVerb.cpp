@@ -27,35 +27,20 @@ Example:
   1 file checked: 0 errors, 1 warning, 0 notes
 )";
 
-// Runs `action`; an input that cannot be read is reported, and the run continues.
-template <typename Action>
-bool succeeds(const Action& action)
-{
-    try {
-        action();
-        return true;
-    } catch (const Failure& failure) {
-        if (failure.reason().origin != Origin::Input) {
-            throw;
-        }
-        report(failure.findings());
-        return false;
-    }
-}
-
 // Checks every file that can be read. Returns whether all were read.
 bool checkFiles(const CheckOptions& options, std::vector<CheckedFile>& checked)
 {
     std::vector<std::string> files;
     bool allRead = true;
     for (const std::string& path : options.paths) {
-        allRead &= succeeds([&] {
+        allRead &= readsOrReports([&] {
             const std::vector<std::string> more = mxmodule::mxFilesOf(path);
             files.insert(files.end(), more.begin(), more.end());
         });
     }
     for (const std::string& file : files) {
-        allRead &= succeeds([&] { checked.push_back(loadModuleFile(file).check(options.rules)); });
+        allRead &=
+            readsOrReports([&] { checked.push_back(loadModuleFile(file).check(options.rules)); });
     }
     return allRead;
 }

@@ -1,27 +1,15 @@
-#include "CommandLineOptions.h"
 #include "Diagnostic.h"
-#include "FormatOfName.h"
-#include "InputFile.h"
-#include "ModuleChoice.h"
 #include "OutputFile.h"
-#include "ToolObserver.h"
 #include "Verbs.h"
-
-#include <mxmodule/WantedValues.h>
-
-#include <algorithm>
-#include <filesystem>
-#include <optional>
-#include <utility>
+#include "configuration/ConfigInput.h"
+#include "configuration/ConfigOptions.h"
 
 namespace mxtool {
 
 namespace {
 
 using mxmodule::Configuration;
-using mxmodule::Fieldbus;
 using mxmodule::Module;
-using mxmodule::WantedValues;
 
 constexpr const char* configFooter = R"(Example:
   $ mxtool config examples/modules/MX0803.bin --set Wiring=Delta
@@ -40,83 +28,6 @@ constexpr const char* configFooter = R"(Example:
   1 of 5 parameters differ from the default
 )";
 
-const std::vector<std::string> configFormats = {"text", "json", "csv", "values", "binary"};
-const std::vector<std::string> comparisonFormats = {"text", "json", "csv"};
-
-struct ConfigOptions
-{
-    ModuleChoice module;
-    std::vector<std::string> set;
-    std::vector<std::string> valuesFiles;
-    std::string decode;
-    std::string compare;
-    bool force = false;
-    bool changed = false;
-    std::string fieldbus = "raw";
-    std::string format;
-    CsvOptions csv;
-    std::string output = "-";
-
-    bool compares() const { return !compare.empty() || (!decode.empty() && !valuesFiles.empty()); }
-};
-
-Fieldbus fieldbusOf(const ConfigOptions& options)
-{
-    return options.fieldbus == "modbus" ? Fieldbus::Modbus : Fieldbus::Raw;
-}
-
-mxmodule::ValueCheck checkOf(const ConfigOptions& options)
-{
-    return options.force ? mxmodule::ValueCheck::NumberOnly : mxmodule::ValueCheck::Full;
-}
-
-mxmodule::Listing listingOf(const ConfigOptions& options)
-{
-    return options.changed ? mxmodule::Listing::Changed : mxmodule::Listing::All;
-}
-
-std::string textOfFile(const std::string& path)
-{
-    const std::vector<char> bytes = loadBytes(path);
-    return {bytes.begin(), bytes.end()};
-}
-
-WantedValues wantedValues(const ConfigOptions& options, const Module& module)
-{
-    WantedValues wanted(module);
-    for (const std::string& file : options.valuesFiles) {
-        wanted.add(mxmodule::readValues(textOfFile(file), inputName(file)), inputName(file));
-    }
-    wanted.add(options.set, "--set", checkOf(options));
-    return wanted;
-}
-
-// How values are written: into which image, how strictly.
-mxmodule::ComposeOptions composeOptions(const ConfigOptions& options, const WantedValues& wanted,
-                                        const Module& module)
-{
-    const std::string& blockFile = options.module.parameterBlockFile;
-    if (!blockFile.empty() && wanted.image()) {
-        throw Failure(Origin::Request, "--param-block " + blockFile,
-                      wanted.imageFile() + " also has an image to write values into",
-                      "leave one of them out; a file of --format values has no image");
-    }
-    if (!blockFile.empty()) {
-        return {checkOf(options), loadBytes(blockFile), inputName(blockFile)};
-    }
-    return {checkOf(options), wanted.image(), wanted.image() ? wanted.imageFile() : module.name()};
-}
-
-std::string formatOf(const ConfigOptions& options)
-{
-    const std::vector<std::string>& accepted =
-        options.compares() ? comparisonFormats : configFormats;
-    const bool bytes = options.output != "-" && !options.compares();
-    return options.format.empty()
-               ? formatOfName(options.output, accepted, bytes ? "binary" : "text")
-               : options.format;
-}
-
 // No note if --format is given: the user chose the form. A file with another extension may later be
 // mistaken for the image of another module.
 void noteMissingIdentity(const ConfigOptions& options, const Module& module)
@@ -134,80 +45,29 @@ std::string formatted(const Configuration& configuration, const ConfigOptions& o
         return {configuration.bytes().begin(), configuration.bytes().end()};
     }
     if (format == "json") {
-        return configuration.json(listingOf(options));
+        return configuration.json(options.listing());
     }
     if (format == "csv") {
-        return configuration.csv(options.csv.style(), listingOf(options));
+        return configuration.csv(options.csv.style(), options.listing());
     }
-    return format == "values" ? configuration.valuesFile(listingOf(options))
-                              : configuration.text(listingOf(options));
+    return format == "values" ? configuration.valuesFile(options.listing())
+                              : configuration.text(options.listing());
 }
 
 void writeConfiguration(const Configuration& configuration, const ConfigOptions& options,
                         const Module& module, bool quiet)
 {
-    const std::string format = formatOf(options);
+    const std::string format = options.formatOfOutput();
     writeOutput(options.output, formatted(configuration, options, format));
     if (format == "binary" && options.format.empty() && !quiet) {
         noteMissingIdentity(options, module);
     }
 }
 
-// The configuration to be written. Throws a `Failure` with the rejected values.
-Configuration composed(const ConfigOptions& options, const Module& module)
-{
-    const WantedValues wanted = wantedValues(options, module);
-    const mxmodule::ComposeOptions how = composeOptions(options, wanted, module);
-    const mxmodule::Composition made = module.compose(wanted.assignments(), how);
-    if (!made.ok()) {
-        throw Failure(made.findings);
-    }
-    const Configuration configuration =
-        module.configuration(made.image, fieldbusOf(options), how.imagePlace);
-    report(made.findings);
-    report(configuration.findings());
-    return configuration;
-}
-
-// The image that `words` state: bytes, or the name of a file.
-mxmodule::ReadImage imageIn(const std::string& words, const std::string& place, Fieldbus fieldbus,
-                            const Module& module)
-{
-    std::error_code ignored;
-    if (words == "-" || std::filesystem::exists(words, ignored)) {
-        return module.imageOfFile(loadBytes(words), inputName(words), fieldbus, place);
-    }
-    try {
-        return module.imageOfWords(words, fieldbus, place);
-    } catch (const Failure& failure) {
-        Finding reason = failure.reason();
-        if (reason.origin == Origin::Request && reason.hint.empty()) {
-            reason.text += ", or the name of an existing file";
-        }
-        throw Failure(reason);
-    }
-}
-
-// The option --decode or --compare with its value, as findings name it.
-std::string imageOption(const ConfigOptions& options)
-{
-    return options.decode.empty() ? "--compare " + options.compare : "--decode " + options.decode;
-}
-
-std::vector<char> imageRead(const ConfigOptions& options, const Module& module, bool quiet)
-{
-    mxmodule::ReadImage read = imageIn(options.decode.empty() ? options.compare : options.decode,
-                                       imageOption(options), fieldbusOf(options), module);
-    if (!quiet) {
-        report(read.findings);
-    }
-    return std::move(read.image);
-}
-
 ExitCode decodeImage(const ConfigOptions& options, const Module& module, bool quiet)
 {
-    const Configuration configuration = module.configuration(imageRead(options, module, quiet),
-                                                             Fieldbus::Raw, imageOption(options));
+    const Configuration configuration = module.configuration(
+        imageOfCall(options, module, quiet), mxmodule::Fieldbus::Raw, options.imageOption());
     report(configuration.findings());
     writeConfiguration(configuration, options, module, quiet);
     return ExitCode::Done;
@@ -215,42 +75,16 @@ ExitCode decodeImage(const ConfigOptions& options, const Module& module, bool qu
 
 ExitCode compareImages(const ConfigOptions& options, const Module& module, bool quiet)
 {
-    const Configuration wanted = composed(options, module);
+    const Configuration wanted = composedConfiguration(options, module);
     const Configuration read =
-        module.configuration(imageRead(options, module, quiet), fieldbusOf(options));
-    const mxmodule::Comparison comparison(wanted, read, imageOption(options));
+        module.configuration(imageOfCall(options, module, quiet), options.fieldbusOfBytes());
+    const mxmodule::Comparison comparison(wanted, read, options.imageOption());
     report(comparison.findings());
-    const std::string format = formatOf(options);
+    const std::string format = options.formatOfOutput();
     writeOutput(options.output, format == "json"  ? comparison.json()
                                 : format == "csv" ? comparison.csv(options.csv.style())
                                                   : comparison.text());
     return comparison.isSame() ? ExitCode::Done : ExitCode::Findings;
-}
-
-void rejectIf(bool isInvalid, const char* option, const std::string& reason)
-{
-    if (isInvalid) {
-        throw CLI::ValidationError(option, reason);
-    }
-}
-
-// Rejects options that would be ignored; options that contradict each other exclude each other by
-// definition.
-void checkWords(const ConfigOptions& options)
-{
-    const std::string format = formatOf(options);
-    requireCsv(options.csv, format);
-    rejectIf(options.compares() && std::find(comparisonFormats.begin(), comparisonFormats.end(),
-                                             format) == comparisonFormats.end(),
-             "--format", "A comparison is text, json or csv, not " + format);
-    rejectIf(options.changed && options.compares(), "--changed",
-             "does not apply to a comparison, which lists only deviations");
-    rejectIf(options.changed && format == "binary", "--changed",
-             "applies to lists of parameters, not to --format binary");
-    rejectIf(
-        options.force && options.set.empty() && options.valuesFiles.empty(), "--force",
-        "applies to values of --set and --values, and there are none; to replace another file, "
-        "add --overwrite");
 }
 
 ExitCode config(const ConfigOptions& options, const GlobalOptions& global)
@@ -263,54 +97,8 @@ ExitCode config(const ConfigOptions& options, const GlobalOptions& global)
     if (!options.decode.empty()) {
         return decodeImage(options, module, global.quiet);
     }
-    writeConfiguration(composed(options, module), options, module, global.quiet);
+    writeConfiguration(composedConfiguration(options, module), options, module, global.quiet);
     return ExitCode::Done;
-}
-
-void addOptions(CLI::App& verb, ConfigOptions& options)
-{
-    addModuleChoice(verb, options.module);
-    auto* const set = verb.add_option(
-        "--set", options.set,
-        "NAME=VALUE, repeatable. NAME: the parameter's name, CHANNEL/NAME or #ID; VALUE: the text "
-        "of an option or a number, in physical units where the parameter has some, #N for the "
-        "option of number N");
-    set->expected(1)->take_all()->type_name("NAME=VALUE");
-    verb.add_option("--values", options.valuesFiles,
-                    "YAML, JSON or CSV file of names and values, repeatable: later values "
-                    "replace earlier ones")
-        ->expected(1)
-        ->take_all()
-        ->type_name("FILE");
-    auto* const force =
-        verb.add_flag("--force", options.force, "Accept numbers outside the range or option list");
-    auto* const decode = verb.add_option(
-        "--decode", options.decode,
-        "Show the values in these bytes instead of composing: in hexadecimal, Modbus registers "
-        "also in decimal, or a file of bytes, JSON or CSV; with --values the same as --compare");
-    decode->excludes(set)->excludes(force)->excludes("--param-block");
-    rejectEmptyValue(*decode);
-    auto* const compare =
-        verb.add_option("--compare", options.compare,
-                        "Compare these bytes, given as for --decode, with the composed ones; "
-                        "exit code 1 if they differ");
-    compare->excludes(decode);
-    rejectEmptyValue(*compare);
-    acceptOneOf(*verb.add_option("--fieldbus", options.fieldbus,
-                                 "raw (parameter image) or modbus (registers), also of the bytes "
-                                 "to decode"),
-                {"raw", "modbus"});
-    acceptOneOf(
-        *verb.add_option("--format", options.format,
-                         "text, json, csv, values (a commented values file) or binary; a "
-                         "comparison is text, json or csv. Without it: what the name of -o "
-                         "ends in (.txt, .json, .csv, .yaml or .yml for values, .bin), else "
-                         "binary; text for standard output and for a comparison"),
-        configFormats);
-    verb.add_flag("--changed", options.changed, "List only what differs from the defaults");
-    addCsvOptions(verb, options.csv);
-    verb.add_option("-o,--output", options.output, "Write to this file, - for standard output")
-        ->type_name("FILE");
 }
 
 } // namespace
@@ -320,7 +108,7 @@ void addConfigVerb(CLI::App& program, const GlobalOptions& global, const VerbCho
     CLI::App* verb =
         program.add_subcommand("config", "Compose or decode the parameter image of a module");
     auto options = std::make_shared<ConfigOptions>();
-    addOptions(*verb, *options);
+    addConfigOptions(*verb, *options);
     verb->footer(configFooter);
     verb->callback([options, choose, &global] {
         checkWords(*options);
