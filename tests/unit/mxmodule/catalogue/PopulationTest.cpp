@@ -16,6 +16,7 @@ using mxmodule::Origin;
 using mxmodule::Population;
 using mxmodule::Severity;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
@@ -154,6 +155,7 @@ TEST_F(Populating, lostTransactionLeavesTheCatalogueUnchanged)
     directory.add("MX2.bin", 0xa02);
     directory.add("MX3.bin", 0xa03);
     const Finding reason = reasonOf([&] { directory.populate(catalogue); });
+    EXPECT_THAT(reason.text, HasSubstr("refused")); // not what follows from it
     EXPECT_EQ(reason.origin, Origin::Output);
     EXPECT_EQ(reason.hint, "the database is unchanged");
     EXPECT_THAT(stored(), ElementsAre("00000a01"));
