@@ -36,7 +36,14 @@ install(
     TARGETS datamodel
     EXPORT parser-mx-targets
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-foreach(room datamodel devicedb mxfileext vendor/mx)
+set(rooms_with_headers datamodel devicedb mxfileext vendor/mx)
+set(libraries parser-mx mxfileext device-database)
+if(PARSER_MX_BUILD_MODULE)
+    parser_mx_install_library(mxmodule mxmodule)
+    list(APPEND rooms_with_headers mxmodule)
+    list(APPEND libraries mxmodule)
+endif()
+foreach(room IN LISTS rooms_with_headers)
     install(
         DIRECTORY ${PROJECT_SOURCE_DIR}/${room}/include/
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
@@ -54,6 +61,8 @@ if(TARGET device-database-postgresql)
 endif()
 
 # The CMake package. Users of a static library must link its dependencies too.
+list(JOIN libraries ", " component_names)
+string(APPEND component_names ", datamodel")
 configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/parser-mx-config.cmake.in
     ${PROJECT_BINARY_DIR}/parser-mx-config.cmake
@@ -79,11 +88,15 @@ string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
 if(PARSER_MX_STATIC)
     set(pkgconfig_requires Requires)
     set(pkgconfig_driver_libs " -lsqlite3 -ldl")
+    set(pkgconfig_module_requires "Requires: parser-mx mxfileext device-database\n")
+    set(pkgconfig_module_libs " -lfmt -lyaml-cpp -lPocoXML -lPocoFoundation -lz")
 else()
     set(pkgconfig_requires Requires.private)
     set(pkgconfig_driver_libs "")
+    set(pkgconfig_module_requires "")
+    set(pkgconfig_module_libs "")
 endif()
-foreach(name parser-mx mxfileext device-database)
+foreach(name IN LISTS libraries)
     get_target_property(library_version ${name} VERSION)
     configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
     install(

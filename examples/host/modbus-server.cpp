@@ -1,5 +1,6 @@
 // A Modbus TCP server on this machine with 256 registers. It prints the port that it listens on and
-// serves one client until the client disconnects.
+// serves one client until the client disconnects. Then it compares its first registers with the
+// expected ones, hexadecimal numbers, if there are any.
 
 #include <modbus.h>
 
@@ -7,8 +8,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <iostream>
 #include <memory>
+#include <string>
 
 namespace {
 
@@ -38,9 +41,23 @@ void serve(modbus_t* bus, modbus_mapping_t* registers)
     }
 }
 
+bool areExpected(const modbus_mapping_t& registers, int count, char** expected)
+{
+    bool same = count <= registerCount;
+    for (int i = 0; i < count && same; ++i) {
+        const std::uint16_t found = registers.tab_registers[i];
+        same = found == std::stoul(expected[i], nullptr, 16);
+        if (!same) {
+            std::cerr << "modbus-server: register " << i << " contains " << std::hex << found
+                      << ", expected " << expected[i] << '\n';
+        }
+    }
+    return same;
+}
+
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
     const std::unique_ptr<modbus_t, decltype(&modbus_free)> bus(modbus_new_tcp("127.0.0.1", 0),
                                                                 &modbus_free);
@@ -60,5 +77,5 @@ int main()
     serve(bus.get(), registers.get());
     modbus_close(bus.get());
     close(listener);
-    return 0;
+    return areExpected(*registers, argc - 1, argv + 1) ? 0 : 1;
 }

@@ -10,7 +10,7 @@
 namespace mxmodule {
 
 /// What a channel map shares with its copies.
-struct ChannelMap::Content
+struct __attribute__((visibility("hidden"))) ChannelMap::Content
 {
     explicit Content(ChannelTable made);
 

@@ -1,0 +1,37 @@
+// What abidw describes of libmxmodule, as a host sees it: its headers, without the types that the
+// library uses inside. One function for each group of headers takes their classes.
+
+#include <mxmodule/Build.h>
+#include <mxmodule/Catalogue.h>
+#include <mxmodule/Check.h>
+#include <mxmodule/FileKind.h>
+#include <mxmodule/HandWriting.h>
+#include <mxmodule/Module.h>
+#include <mxmodule/Population.h>
+#include <mxmodule/WantedValues.h>
+
+using namespace mxmodule;
+
+namespace described {
+
+void modules(Module, ModuleFile, ModuleOptions, ImageOffsets, DataSizes, Property, Channel,
+             Parameter, Option, ImagePlace, Set, BinaryObject, Observer*)
+{}
+
+void values(Assignment, Values, WantedValues, ComposeOptions, Composition, Configuration,
+            Comparison, PlacedParameter, ReadImage, Fieldbus, Listing, ValueCheck)
+{}
+
+void channelMaps(ChannelMap, MappedChannel, ImageArea, BitRun, CsvStyle) {}
+
+void findings(Finding, Failure*, Severity, Origin, Advice) {}
+
+void files(FileKind, LostWriting, BuildOptions, BuiltFile, CheckRule, RuleSettings, CheckFinding,
+           CheckedFile)
+{}
+
+void catalogues(Catalogue*, CatalogueEntry, CatalogueRecord, CatalogueQuery, ConditionField,
+                MxDirectory, PopulateOptions, Population)
+{}
+
+} // namespace described
