@@ -3,52 +3,47 @@
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 
-#include "InvalidInput.h"
-#include "configuration/Composition.h"
-#include "configuration/ConfigurationOutput.h"
-#include "configuration/DecodedImage.h"
-#include "configuration/ValuesFile.h"
+#include <mxmodule/Assignment.h>
+#include <mxmodule/Module.h>
 
 #include <cstdlib>
 
 namespace {
 
-using devices::parser::FieldbusType;
-using mxtool::TranslatedModule;
+using mxmodule::Configuration;
+using mxmodule::Fieldbus;
+using mxmodule::Module;
 
-// Writes an image in every output format.
-void show(TranslatedModule& module, const std::vector<char>& image, FieldbusType fieldbus)
+// Writes a configuration in every output format.
+void show(const Configuration& configuration)
 {
-    const auto configuration = mxtool::configurationOf(module, image, fieldbus);
-    mxtool::notesOf(configuration, "words");
-    mxtool::configurationText(configuration);
-    mxtool::configurationCsv(configuration);
-    const auto values =
-        mxtool::readValues(mxtool::configurationJson(configuration, "words"), "words.json");
-    if (values.image != image) {
+    configuration.text();
+    configuration.csv();
+    configuration.valuesFile();
+    const auto values = mxmodule::readValues(configuration.json(), "words.json");
+    if (values.image != configuration.image()) {
         std::abort(); // the JSON must be readable
     }
 }
 
-void decode(TranslatedModule& module, const std::vector<char>& bytes, FieldbusType fieldbus)
+void decode(const Module& module, const std::vector<char>& bytes, Fieldbus fieldbus)
 {
     try {
-        const std::vector<char> image = mxtool::decodedImage(bytes, fieldbus, module, "words");
-        const auto again = mxtool::configurationOf(module, image, fieldbus);
-        if (again.bytes != bytes) {
+        const Configuration decoded = module.decode(bytes, fieldbus, "words");
+        if (decoded.bytes() != bytes) {
             std::abort(); // the image must give the same bytes again
         }
-        show(module, image, FieldbusType::Raw);
-        show(module, image, fieldbus);
-    } catch (const mxtool::Failure&) {
+        show(module.configuration(decoded.image(), Fieldbus::Raw));
+        show(decoded);
+    } catch (const mxmodule::Failure&) {
         // a valid result
     }
 }
 
-// The bytes of the module's default configuration.
-std::vector<char> ownBytes(TranslatedModule& module, FieldbusType fieldbus)
+void decodeOwnBytes(const Module& module)
 {
-    return mxtool::configurationOf(module, module.report().parameterBlock, fieldbus).bytes;
+    decode(module, module.defaultImage(), Fieldbus::Raw);
+    decode(module, module.defaults(Fieldbus::Modbus).bytes(), Fieldbus::Modbus);
 }
 
 } // namespace
@@ -59,18 +54,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static_cast<void>(silent);
     fuzz::FuzzInput input(data, size);
     try {
-        TranslatedModule module("fuzz.bin", input.file, "error");
+        const Module module = Module::fromBytes(input.file);
         if (input.words.empty()) {
-            for (const FieldbusType fieldbus : {FieldbusType::Raw, FieldbusType::Modbus}) {
-                decode(module, ownBytes(module, fieldbus), fieldbus);
-            }
+            decodeOwnBytes(module);
             return 0;
         }
-        const auto fieldbus =
-            input.words.takeByte() == 'm' ? FieldbusType::Modbus : FieldbusType::Raw;
+        const Fieldbus fieldbus = input.words.takeByte() == 'm' ? Fieldbus::Modbus : Fieldbus::Raw;
         const auto bytes = input.words.takeRest();
         decode(module, {bytes.begin(), bytes.end()}, fieldbus);
-    } catch (const mxtool::Failure&) {
+    } catch (const mxmodule::Failure&) {
         // a valid result
     }
     return 0;

@@ -1,28 +1,25 @@
 #include "EveryOperation.h"
 
-#include "DeviceText.h"
-#include "Diagnostic.h"
-#include "channels/ChannelMapOutput.h"
-#include "check/CheckReport.h"
-#include "configuration/Composition.h"
-#include "configuration/ConfigurationOutput.h"
-#include "configuration/DecodedImage.h"
-#include "configuration/ValuesFile.h"
+#include "check/CheckText.h"
 #include "diff/DiffOutput.h"
 #include "explain/ExplainOutput.h"
 
+#include <mxauthor/Check.h>
 #include <mxauthor/TextForm.h>
+#include <mxmodule/Module.h>
 
 #include <devices/parser/mx/Parser_kv38.h>
 
 #include <memory>
+#include <optional>
 
 namespace damage {
 
 namespace {
 
 using devices::parser::FieldbusType;
-using mxtool::TranslatedModule;
+using mxmodule::Fieldbus;
+using mxmodule::Module;
 
 constexpr FieldbusType fieldbuses[] = {FieldbusType::Raw, FieldbusType::Modbus};
 
@@ -97,54 +94,52 @@ void printAsAuthor(const std::vector<char>& file, const std::vector<char>& origi
 {
     run([&] { mxauthor::dumpText(mxauthor::readDamagedMxFile(file).file); });
     run([&] {
-        mxtool::CheckReport report;
-        report.files = {mxtool::checkedFile(mxtool::ModuleFile("damaged.bin", file), {})};
-        mxtool::checkText(report, false, false);
-        mxtool::jsonText(mxtool::checkJson(report));
-        mxtool::jsonText(mxtool::checkSarif(report));
+        const std::vector<mxmodule::CheckedFile> checked{
+            mxmodule::ModuleFile("damaged.bin", file).check()};
+        mxtool::checkText(checked, false, false);
+        mxmodule::checkJson(checked);
+        mxmodule::checkSarif(checked);
     });
     run([&] {
         const mxtool::ExplainedFile explained{"damaged.bin", file, mxauthor::explain(file)};
         mxtool::explainText(explained, false);
-        mxtool::jsonText(mxtool::explainJson(explained));
+        text::jsonText(mxtool::explainJson(explained));
         mxtool::explainHtml(explained);
     });
     run([&] {
         const auto comparison = mxauthor::compare(mxauthor::readWholeGroups(original).file,
                                                   mxauthor::readWholeGroups(file).file);
         mxtool::diffText(comparison, "original.bin", "damaged.bin", false);
-        mxtool::jsonText(mxtool::diffJson(comparison, "original.bin", "damaged.bin"));
+        text::jsonText(mxtool::diffJson(comparison, "original.bin", "damaged.bin"));
     });
 }
 
-void printChannels(const mxtool::ChannelMap& map, const mxtool::ProcessImage& image)
+void printChannels(const mxmodule::ChannelMap& map)
 {
-    mxtool::channelMapText(map);
-    mxtool::channelMapCsv(map);
-    mxtool::jsonText(mxtool::channelMapJson(map, image));
-    mxtool::iecDeclarations(map);
-    mxtool::processImageMap(image, true);
-    mxtool::processImageSvg(image);
+    map.text();
+    map.csv();
+    map.json();
+    map.declarations();
+    map.drawing(true);
+    map.svg();
 }
 
 // Puts the values of `configuration` into its forms, and reads them back from one.
-void printConfiguration(TranslatedModule& module, const mxtool::Configuration& configuration)
+void printConfiguration(const Module& module, const mxmodule::Configuration& configuration)
 {
-    mxtool::configurationText(configuration);
-    mxtool::configurationCsv(configuration);
-    mxtool::configurationValues(configuration);
-    const auto values =
-        mxtool::readValues(mxtool::configurationJson(configuration, "damaged.bin"), "damaged.json");
-    const auto base = module.withParameterBlock(configuration.image);
-    mxtool::compose(module, *base, values.assignments, mxtool::ValueCheck::Full);
+    configuration.text();
+    configuration.csv();
+    configuration.valuesFile();
+    const auto values = mxmodule::readValues(configuration.json(), "damaged.json");
+    mxmodule::ComposeOptions options;
+    options.image = configuration.image();
+    module.compose(values.assignments, options);
 }
 
-void configureAsEngineer(TranslatedModule& module, FieldbusType fieldbus, Printing printing)
+void configureAsEngineer(const Module& module, Fieldbus fieldbus, Printing printing)
 {
-    const auto image = module.report().parameterBlock;
-    const auto configuration = mxtool::configurationOf(module, image, fieldbus);
-    mxtool::notesOf(configuration, "damaged.bin");
-    mxtool::decodedImage(configuration.bytes, fieldbus, module, "damaged.bin");
+    const auto configuration = module.defaults(fieldbus);
+    module.decode(configuration.bytes(), fieldbus, "damaged.bin");
     if (printing == Printing::EveryForm) {
         printConfiguration(module, configuration);
     }
@@ -153,27 +148,25 @@ void configureAsEngineer(TranslatedModule& module, FieldbusType fieldbus, Printi
 // What an engineer does: show, look at the channels, configure.
 void useAsEngineer(const std::vector<char>& file, Run& run, Printing printing)
 {
-    std::unique_ptr<TranslatedModule> module;
-    run([&] { module = std::make_unique<TranslatedModule>("damaged.bin", file, "fatal"); });
-    if (module == nullptr) {
+    std::optional<Module> module;
+    run([&] { module = Module::fromBytes(file, "damaged.bin"); });
+    if (!module) {
         return;
     }
     run([&] {
-        const auto report = module->report();
+        static_cast<void>(module->parameters());
         if (printing == Printing::EveryForm) {
-            mxtool::deviceText(report);
-            mxtool::jsonText(mxtool::deviceJson(report));
+            module->text();
+            module->json();
         }
     });
     run([&] {
-        const auto map =
-            mxtool::makeChannelMap(module->parser(), module->device(), module->bytes());
-        const auto image = mxtool::makeProcessImage(map);
+        const auto map = module->channelMap();
         if (printing == Printing::EveryForm) {
-            printChannels(map, image);
+            printChannels(map);
         }
     });
-    for (const FieldbusType fieldbus : fieldbuses) {
+    for (const Fieldbus fieldbus : {Fieldbus::Raw, Fieldbus::Modbus}) {
         run([&] { configureAsEngineer(*module, fieldbus, printing); });
     }
 }
