@@ -42,6 +42,23 @@ public:
     std::vector<Finding> lines;
 };
 
+// Where the parser's lines go instead of to the host's logging.
+struct LineTarget
+{
+    Poco::AutoPtr<LineCollector> lines;
+    int level;
+};
+
+int levelOf(const std::string& name)
+{
+    if (!isLogLevel(name)) {
+        throw Failure(Origin::Request, "",
+                      "Found the log level \"" + name +
+                          "\", expected none, error, warning, information, debug or trace");
+    }
+    return Poco::Logger::parseLevel(name);
+}
+
 // The level and the channel of the parser's logger, restored at the end.
 class LoggerOfHost
 {
@@ -78,18 +95,17 @@ std::mutex& oneAtATime()
 }
 
 // Returns what `work` threw, or null.
-std::exception_ptr lockedWork(const std::function<void(Parser_kv38&)>& work, Observer* observer,
-                              const Poco::AutoPtr<LineCollector>& collector)
+std::exception_ptr lockedWork(const std::function<void(Parser_kv38&)>& work,
+                              const std::optional<LineTarget>& target)
 {
     const std::lock_guard lock(oneAtATime());
     Parser_kv38& parser = parserOfProcess();
-    std::optional<LoggerOfHost> restored;
+    const LoggerOfHost restored; // the work may make a parser, which sets the level
+    if (target) {
+        parserLogger().setChannel(target->lines);
+        parserLogger().setLevel(target->level);
+    }
     try {
-        if (observer != nullptr) {
-            restored.emplace();
-            parserLogger().setChannel(collector);
-            parserLogger().setLevel(observer->logLevel());
-        }
         work(parser);
         return nullptr;
     } catch (...) {
@@ -101,10 +117,13 @@ std::exception_ptr lockedWork(const std::function<void(Parser_kv38&)>& work, Obs
 
 void withParser(Observer* observer, const std::function<void(Parser_kv38&)>& work)
 {
-    const Poco::AutoPtr<LineCollector> collector(observer != nullptr ? new LineCollector : nullptr);
-    const std::exception_ptr failure = lockedWork(work, observer, collector);
+    std::optional<LineTarget> target;
     if (observer != nullptr) {
-        for (const Finding& line : collector->lines) {
+        target = LineTarget{new LineCollector, levelOf(observer->logLevel())};
+    }
+    const std::exception_ptr failure = lockedWork(work, target);
+    if (target) {
+        for (const Finding& line : target->lines->lines) {
             observer->notice(line);
         }
     }
@@ -115,8 +134,7 @@ void withParser(Observer* observer, const std::function<void(Parser_kv38&)>& wor
 
 void logDebug(Observer* observer, const std::string& line)
 {
-    if (observer != nullptr &&
-        Poco::Logger::parseLevel(observer->logLevel()) >= Poco::Message::PRIO_DEBUG) {
+    if (observer != nullptr && levelOf(observer->logLevel()) >= Poco::Message::PRIO_DEBUG) {
         observer->notice({Severity::Note, "", line});
     }
 }

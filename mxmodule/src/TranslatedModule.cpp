@@ -63,13 +63,13 @@ TranslatedModule::TranslatedModule(std::string name, std::vector<char> loaded, I
 
 void TranslatedModule::translate(std::vector<char>* block, Observer* observer)
 {
-    try {
-        withParser(observer, [&](Parser& parser) {
+    withParser(observer, [&](Parser& parser) {
+        try {
             builtDevice = parser.parse(mxData, block, imageOffsets.input, imageOffsets.output);
-        });
-    } catch (const std::runtime_error& failure) {
-        reject(failure.what());
-    }
+        } catch (const std::runtime_error& failure) {
+            reject(failure.what());
+        }
+    });
 }
 
 void TranslatedModule::reject(const std::string& text) const

@@ -73,7 +73,8 @@ public:
     /// places or none.
     std::vector<PlacedParameter> places() const;
 
-    /// Returns whether the parameter at `position` differs from the default.
+    /// Returns whether the parameter at `position` differs from the default. Throws
+    /// `std::out_of_range` when there is none.
     bool isChanged(std::size_t position) const;
 
     /// Returns notes: differences from the defaults in bits of no parameter, parameters that have
@@ -110,7 +111,8 @@ private:
 class MXMODULE_API Comparison
 {
 public:
-    /// `place` is the origin of `read`, for findings.
+    /// `place` is the origin of `read`, for findings. Throws a `Failure` when the configurations
+    /// are not of one module type and fieldbus, or differ in the number of parameters or bytes.
     Comparison(const Configuration& wanted, const Configuration& read, const std::string& place);
 
     bool isSame() const; ///< Whether no bit differs.

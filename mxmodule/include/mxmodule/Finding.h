@@ -45,7 +45,10 @@ struct Finding
     std::string text = {};  ///< What is wrong, what was found, what is expected.
     std::string hint = {};  ///< What to do; may be empty.
     Origin origin = Origin::Input;
-    std::vector<std::string> accepted = {}; ///< The accepted values, where they can be listed.
+    /// What is accepted in place of a value or name that was rejected, where it can be listed: the
+    /// words that select an option, a range such as "10 to 20 mA", names of parameters, of which an
+    /// unknown name has the nearest.
+    std::vector<std::string> accepted = {};
     std::string excerpt = {}; ///< The line of the text and a caret below the column; may be empty.
     Advice advice = Advice::None; ///< `hint` says the same in words.
 

@@ -36,7 +36,8 @@ public:
     virtual void reads(const std::string& path);
 
     /// Returns the lowest priority of the log lines of the device parser that `notice` is called
-    /// for: "none", "error", "warning", "information" (the default), "debug", "trace".
+    /// for: "none", "error", "warning", "information" (the default), "debug", "trace". Another word
+    /// ends the operation with a `Failure`.
     virtual std::string logLevel() const;
 };
 

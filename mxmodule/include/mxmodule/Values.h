@@ -84,7 +84,7 @@ struct Parameter
     std::vector<std::string> channelNames; ///< Of the channels with that number.
     std::string name;
     std::string callName; ///< The shortest name that `Module::compose` takes for this parameter.
-    std::string type;     ///< Name of the datatype, such as "u16".
+    std::string type;     ///< Name of the datatype, such as "UInt16".
 
     std::string stored;  ///< The number in the image, decimal; empty: it is outside the image.
     std::string value;   ///< The value as in the device of the parser.

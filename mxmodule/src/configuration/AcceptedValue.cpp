@@ -10,7 +10,10 @@
 #include <text/Utf8.h>
 
 #include <algorithm>
+#include <map>
 #include <optional>
+#include <set>
+#include <utility>
 
 namespace mxmodule {
 
@@ -35,11 +38,12 @@ bool sameNumber(const std::string& a, const std::string& b)
 }
 
 [[noreturn]] void reject(const DeviceParameter& parameter, const std::string& value,
-                         const std::string& reason)
+                         const std::string& reason, std::vector<std::string> accepted)
 {
     throw InvalidInput(fmt::format("{}: value \"{}\" is not accepted: {}",
                                    text::toUtf8(described(parameter)), text::abbreviated(value),
-                                   reason));
+                                   reason),
+                       "", std::move(accepted));
 }
 
 // Whether `text`, the number `number`, is the present value of the parameter.
@@ -56,6 +60,28 @@ bool isListed(const DeviceParameter& parameter, const std::string& number)
         [&number](const DeviceOption& option) { return sameNumber(option.value, number); });
 }
 
+std::string numberWord(const std::string& number)
+{
+    return "#" + number;
+}
+
+// What selects each option in a call: its text, or "#N" where that may be read in another way.
+std::vector<std::string> optionWords(const DeviceParameter& parameter)
+{
+    std::map<std::string, std::set<std::string>> numbers; // by text
+    for (const DeviceOption& option : parameter.options) {
+        numbers[text::toUtf8(option.text)].insert(option.value);
+    }
+    std::vector<std::string> words;
+    for (const DeviceOption& option : parameter.options) {
+        const std::string text = text::toUtf8(option.text);
+        const bool mayBeNumber =
+            text.empty() || text[0] == '#' || (isInteger(text) && !sameNumber(text, option.value));
+        words.push_back(mayBeNumber || numbers[text].size() > 1 ? numberWord(option.value) : text);
+    }
+    return words;
+}
+
 // The number of the option with this text, if any.
 std::optional<std::string> numberOfText(const DeviceParameter& parameter, const std::string& text)
 {
@@ -67,7 +93,8 @@ std::optional<std::string> numberOfText(const DeviceParameter& parameter, const 
         if (number && *number != option.value) {
             reject(parameter, text,
                    fmt::format("several options have this text, expected one of the numbers in {}",
-                               text::toUtf8(acceptedValues(parameter))));
+                               text::toUtf8(acceptedValues(parameter))),
+                   {numberWord(*number), numberWord(option.value)});
         }
         number = option.value;
     }
@@ -88,7 +115,8 @@ std::vector<std::string> optionTexts(const DeviceParameter& parameter)
     const std::string guess = text::didYouMean(value, optionTexts(parameter));
     reject(parameter, value,
            fmt::format("no such option{} Accepted: {}", guess.empty() ? "." : guess,
-                       text::toUtf8(acceptedValues(parameter))));
+                       text::toUtf8(acceptedValues(parameter))),
+           optionWords(parameter));
 }
 
 std::string limitsOf(const DeviceParameter& parameter)
@@ -108,7 +136,7 @@ void requireHeld(const DeviceParameter& parameter, const std::string& value,
 {
     const mxformat::BlockField& field = parameter.field;
     if (!field.exists()) {
-        reject(parameter, value, "the parameter has no value: " + faultOfBits(parameter));
+        reject(parameter, value, "the parameter has no value: " + faultOfBits(parameter), {});
     }
     const auto wanted = Decimal::ofText(number);
     if (wanted &&
@@ -117,7 +145,8 @@ void requireHeld(const DeviceParameter& parameter, const std::string& value,
         !isShown(parameter, number, *wanted)) {
         reject(parameter, value,
                fmt::format("{} does not fit, expected {}, all that the parameter can hold",
-                           number == value ? "it" : "its number " + number, limitsOf(parameter)));
+                           number == value ? "it" : "its number " + number, limitsOf(parameter)),
+               {limitsOf(parameter)});
     }
 }
 
@@ -130,7 +159,8 @@ void rejectAmbiguous(const DeviceParameter& parameter, const std::string& value,
                fmt::format("it is the text of option {} and the number of another one, write #{} "
                            "or #{}. Accepted: {}",
                            numberOfItsText, numberOfItsText, value,
-                           text::toUtf8(acceptedValues(parameter))));
+                           text::toUtf8(acceptedValues(parameter))),
+               {numberWord(numberOfItsText), numberWord(value)});
     }
 }
 
@@ -195,11 +225,14 @@ std::string numberHint(const DeviceParameter& parameter, const std::string& valu
                : "";
 }
 
-std::string expectation(const DeviceParameter& parameter, const std::string& value)
+[[noreturn]] void rejectNumber(const DeviceParameter& parameter, const std::string& value)
 {
     const std::string unit = parameter.unit.empty() ? "" : " " + text::toUtf8(parameter.unit);
-    return fmt::format("expected {}, {}{}{}", parameter.converted ? "a number" : "a whole number",
-                       acceptedValues(parameter), unit, numberHint(parameter, value));
+    const std::string range = acceptedValues(parameter) + unit;
+    reject(parameter, value,
+           fmt::format("expected {}, {}{}", parameter.converted ? "a number" : "a whole number",
+                       range, numberHint(parameter, value)),
+           {range});
 }
 
 // The number in `value`. It must be in the range, unless it is the present value or only a number
@@ -210,7 +243,7 @@ std::string rangedNumber(const DeviceParameter& parameter, const std::string& va
     std::string text = withoutUnit(parameter, value);
     const auto number = Decimal::ofText(text);
     if (!number || (!parameter.converted && !isInteger(text))) {
-        reject(parameter, value, expectation(parameter, value));
+        rejectNumber(parameter, value);
     }
     // Compares raw values: texts of physical values may be rounded.
     const auto raw = check == ValueCheck::Full
@@ -220,7 +253,7 @@ std::string rangedNumber(const DeviceParameter& parameter, const std::string& va
         return text;
     }
     if (check == ValueCheck::Full && !raw && !isShown(parameter, text, *number)) {
-        reject(parameter, value, expectation(parameter, value));
+        rejectNumber(parameter, value);
     }
     requireHeld(parameter, value, text);
     return text;

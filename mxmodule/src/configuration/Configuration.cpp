@@ -3,9 +3,35 @@
 #include "PlainValues.h"
 #include "configuration/ConfigurationOutput.h"
 
+#include <fmt/format.h>
+#include <text/Counted.h>
+
 #include <utility>
 
 namespace mxmodule {
+
+namespace {
+
+std::string kindOf(const ConfiguredImage& configuration)
+{
+    return fmt::format("{} with {} in {}{}", configuration.device.deviceTypeId,
+                       text::counted(configuration.device.parameters.size(), "parameter"),
+                       text::counted(configuration.bytes.size(), "byte"),
+                       configuration.fieldbus == Fieldbus::Modbus ? " of registers" : "");
+}
+
+// A comparison goes parameter by parameter and byte by byte.
+void requireSameKind(const ConfiguredImage& wanted, const ConfiguredImage& read,
+                     const std::string& place)
+{
+    if (kindOf(wanted) != kindOf(read)) {
+        throw Failure(Origin::Request, place,
+                      fmt::format("Found a configuration of {}, expected one of {}", kindOf(read),
+                                  kindOf(wanted)));
+    }
+}
+
+} // namespace
 
 Configuration::Configuration(std::shared_ptr<const ConfiguredImage> made) : content(std::move(made))
 {}
@@ -78,6 +104,7 @@ std::string Configuration::valuesFile(Listing listing) const
 Comparison::Comparison(const Configuration& wanted, const Configuration& read,
                        const std::string& place)
 {
+    requireSameKind(*wanted.content, *read.content, place);
     auto made = std::make_shared<ImageComparison>(compared(*wanted.content, *read.content));
     made->findings = notesOf(*made, place);
     content = std::move(made);

@@ -134,7 +134,7 @@ bool deviates(const ImageComparison& comparison, const ParameterPlace& place)
 
 bool ConfiguredImage::isChanged(std::size_t position) const
 {
-    return device.parameters[position].raw != defaults->parameters[position].raw;
+    return device.parameters.at(position).raw != defaults->parameters.at(position).raw;
 }
 
 ConfiguredImage configurationOf(const TranslatedModule& module, const std::vector<char>& image,

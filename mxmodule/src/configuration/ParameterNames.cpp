@@ -86,7 +86,7 @@ bool meansAlone(const std::string& name, const DeviceReport::Parameter& paramete
 }
 
 // The nearest names, each in a form that matches one parameter.
-std::string nearestNames(const std::string& name, const ParameterNames& names)
+std::vector<std::string> nearestNames(const std::string& name, const ParameterNames& names)
 {
     constexpr std::size_t mostNames = 3;
     std::vector<std::string> known;
@@ -104,8 +104,7 @@ std::string nearestNames(const std::string& name, const ParameterNames& names)
         }
     }
     offered.resize(std::min(offered.size(), mostNames));
-    return offered.empty() ? ""
-                           : fmt::format(", did you mean \"{}\"?", fmt::join(offered, "\" or \""));
+    return offered;
 }
 
 [[noreturn]] void rejectUnknown(const std::string& name, const ParameterNames& names)
@@ -124,18 +123,27 @@ std::string nearestNames(const std::string& name, const ParameterNames& names)
             }
             ids.push_back("#" + parameter.id);
         }
-        throw InvalidInput(fmt::format("No parameter has the identifier {}, expected one of {}",
-                                       text::abbreviated(name), fmt::join(ids, ", ")));
+        const std::string text =
+            fmt::format("No parameter has the identifier {}, expected one of {}",
+                        text::abbreviated(name), fmt::join(ids, ", "));
+        if (ids.size() > mostIds) {
+            ids.pop_back();
+        }
+        throw InvalidInput(text, "", ids);
     }
     const auto byId = parametersCalled("#" + name, names);
     if (!byId.empty()) {
         throw InvalidInput(
             fmt::format("No parameter is called \"{}\", did you mean \"#{}\"?", name, name),
-            fmt::format("#{} is {}", name, text::toUtf8(described(*byId.front()))));
+            fmt::format("#{} is {}", name, text::toUtf8(described(*byId.front()))), {"#" + name});
     }
-    throw InvalidInput(fmt::format("No parameter is called \"{}\"{}", text::abbreviated(name),
-                                   nearestNames(name, names)),
-                       "mxtool config FILE without further arguments lists the parameters");
+    const std::vector<std::string> nearest = nearestNames(name, names);
+    const std::string guess =
+        nearest.empty() ? ""
+                        : fmt::format(", did you mean \"{}\"?", fmt::join(nearest, "\" or \""));
+    throw InvalidInput(
+        fmt::format("No parameter is called \"{}\"{}", text::abbreviated(name), guess),
+        "mxtool config FILE without further arguments lists the parameters", nearest);
 }
 
 // One way to read "NAME=VALUE".
@@ -259,9 +267,10 @@ const DeviceReport::Parameter& parameterCalled(const std::string& name, const Pa
         rejectUnknown(name, names);
     }
     if (found.size() > 1) {
+        const std::vector<std::string> meant = callNamesOf(found, names);
         throw InvalidInput(fmt::format("{} parameters are called \"{}\", expected one of \"{}\"",
-                                       found.size(), name,
-                                       fmt::join(callNamesOf(found, names), "\", \"")));
+                                       found.size(), name, fmt::join(meant, "\", \"")),
+                           "", meant);
     }
     return *found.front();
 }
