@@ -1,7 +1,5 @@
 #pragma once
 
-#include <text/Hexadecimal.h>
-
 #include <string>
 #include <vector>
 
@@ -10,7 +8,5 @@ namespace mxmodule {
 /// Reads bytes in hexadecimal: two digits each; blanks, line ends, commas, colons and 0x may
 /// separate them. Throws an `InvalidInput` naming anything else.
 std::vector<char> bytesOfHex(const std::string& text);
-
-using text::hexOfBytes;
 
 } // namespace mxmodule

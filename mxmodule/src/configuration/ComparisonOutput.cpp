@@ -1,9 +1,9 @@
 #include "configuration/ConfigurationOutput.h"
 
 #include "DeviceJson.h"
-#include "HexBytes.h"
 #include "ParameterText.h"
 #include "configuration/ParameterPlace.h"
+#include <text/Hexadecimal.h>
 #include <text/TextTable.h>
 
 #include <devices/parser/mx/HexText.h>
@@ -41,11 +41,11 @@ struct Deviation
     }
     std::string wantedHex() const
     {
-        return hexOfBytes(comparison.wanted.bytes, place.begin, place.size);
+        return text::hexOfBytes(comparison.wanted.bytes, place.begin, place.size);
     }
     std::string readHex() const
     {
-        return hexOfBytes(comparison.read.bytes, place.begin, place.size);
+        return text::hexOfBytes(comparison.read.bytes, place.begin, place.size);
     }
 };
 
@@ -101,8 +101,8 @@ text::Json strayJson(const ImageComparison& comparison)
 {
     return text::listJson(comparison.strayBytes, [&comparison](std::size_t byte) -> text::Json {
         return {{"byte", byte},
-                {"wanted", hexOfBytes(comparison.wanted.bytes, byte, 1)},
-                {"read", hexOfBytes(comparison.read.bytes, byte, 1)}};
+                {"wanted", text::hexOfBytes(comparison.wanted.bytes, byte, 1)},
+                {"read", text::hexOfBytes(comparison.read.bytes, byte, 1)}};
     });
 }
 

@@ -1,11 +1,11 @@
 #include "configuration/ConfigurationOutput.h"
 
 #include "DeviceJson.h"
-#include "HexBytes.h"
 #include "ParameterText.h"
 #include "configuration/ParameterPlace.h"
 #include <text/Counted.h>
 #include <text/Csv.h>
+#include <text/Hexadecimal.h>
 #include <text/TextTable.h>
 
 #include <devices/parser/mx/HexText.h>
@@ -56,7 +56,7 @@ std::string hexDump(const std::vector<char>& bytes)
     constexpr std::size_t perLine = 16;
     std::string lines;
     for (std::size_t at = 0; at < bytes.size(); at += perLine) {
-        lines += fmt::format("  {:04x}  {}\n", at, hexOfBytes(bytes, at, perLine));
+        lines += fmt::format("  {:04x}  {}\n", at, text::hexOfBytes(bytes, at, perLine));
     }
     return lines;
 }
@@ -83,7 +83,7 @@ std::string tableOf(const ConfiguredImage& configuration, Listing listing)
         const std::string bytes = rangeText(row.place.begin, row.place.size);
         table.add({modbus ? registersText(row.place) : bytes,
                    modbus ? bytes : bitsText(row.parameter),
-                   hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
+                   text::hexOfBytes(configuration.bytes, row.place.begin, row.place.size),
                    ownerOf(row.parameter), row.parameter.name, valueWithUnit(row.parameter),
                    row.changed ? valueWithUnit(row.standard) : ""});
     }
@@ -108,7 +108,7 @@ text::Json rowJson(const PlaceRow& row, const ConfiguredImage& configuration)
             {"size", row.place.size},
             {"bit_offset", parameter.bitOffset()},
             {"bit_length", parameter.bitLength()},
-            {"hex", hexOfBytes(configuration.bytes, row.place.begin, row.place.size)}};
+            {"hex", text::hexOfBytes(configuration.bytes, row.place.begin, row.place.size)}};
 }
 
 // The values in a form that --values reads back, whatever the texts of the options are.
@@ -139,7 +139,7 @@ text::CsvRow parameterCells(const PlaceRow& row, const ConfiguredImage& configur
             std::to_string(row.place.size),
             std::to_string(parameter.bitOffset()),
             std::to_string(parameter.bitLength()),
-            hexOfBytes(configuration.bytes, row.place.begin, row.place.size)};
+            text::hexOfBytes(configuration.bytes, row.place.begin, row.place.size)};
 }
 
 } // namespace

@@ -1,12 +1,12 @@
 #include "configuration/DecodedImage.h"
 
-#include "HexBytes.h"
 #include "InvalidInput.h"
 #include "ParameterText.h"
 #include "configuration/ConfiguredImage.h"
 #include <mxmodule/Finding.h>
 #include <text/Counted.h>
 
+#include <text/Hexadecimal.h>
 #include <text/Utf8.h>
 
 #include <fmt/format.h>
@@ -34,7 +34,8 @@ void checkRegisters(const std::vector<char>& registers, const ConfiguredImage& a
                   fmt::format("{}: found {} in byte {} of the registers, expected {} as in its "
                               "other registers, or 00 where there is padding",
                               text::toUtf8(described(again.device.parameters[holder->parameter])),
-                              hexOfBytes(registers, at, 1), at, hexOfBytes(again.bytes, at, 1)));
+                              text::hexOfBytes(registers, at, 1), at,
+                              text::hexOfBytes(again.bytes, at, 1)));
 }
 
 // The size shows whether the bytes are of the other fieldbus type.
@@ -73,8 +74,8 @@ struct RegisterValue
     {
         throw InvalidInput(fmt::format("{}: found {} in byte {} of the registers, expected {}",
                                        text::toUtf8(described(parameter)),
-                                       hexOfBytes(registers, place.begin, place.size), place.begin,
-                                       expected));
+                                       text::hexOfBytes(registers, place.begin, place.size),
+                                       place.begin, expected));
     }
 };
 

@@ -6,6 +6,7 @@
 #include <Poco/StringTokenizer.h>
 
 #include <fmt/format.h>
+#include <text/Hexadecimal.h>
 
 #include <charconv>
 
@@ -72,8 +73,8 @@ std::optional<Bytes> asHexadecimal(const std::string& text)
     throw InvalidInput(
         fmt::format("It can be read in 2 ways: as hexadecimal bytes {}{}, or as decimal "
                     "registers with the bytes {}{}",
-                    hexOfBytes(hexadecimal, 0, most), hexadecimal.size() > most ? " ..." : "",
-                    hexOfBytes(registers, 0, most), registers.size() > most ? " ..." : ""),
+                    text::hexOfBytes(hexadecimal, 0, most), hexadecimal.size() > most ? " ..." : "",
+                    text::hexOfBytes(registers, 0, most), registers.size() > most ? " ..." : ""),
         "write 16#1194 or 0x1194 for a register in hexadecimal, 10#4500 for one in "
         "decimal");
 }

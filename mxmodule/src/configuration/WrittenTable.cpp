@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
+#include <text/Hexadecimal.h>
 
 #include <algorithm>
 #include <charconv>
@@ -57,8 +58,8 @@ public:
             if (isWritten[begin + i] && bytes[begin + i] != part[i]) {
                 failAt(file, row,
                        fmt::format("Found {} for byte {}, expected {} as in a row before",
-                                   hexOfBytes(part, i, 1), begin + i,
-                                   hexOfBytes(bytes, begin + i, 1)));
+                                   text::hexOfBytes(part, i, 1), begin + i,
+                                   text::hexOfBytes(bytes, begin + i, 1)));
             }
             bytes[begin + i] = part[i];
             isWritten[begin + i] = true;

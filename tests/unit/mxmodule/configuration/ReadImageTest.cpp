@@ -7,6 +7,7 @@
 #include "configuration/ConfiguredImage.h"
 
 #include <gmock/gmock.h>
+#include <text/Hexadecimal.h>
 
 namespace {
 
@@ -41,7 +42,7 @@ protected:
         for (const auto& note : read.findings) {
             notes.push_back(std::string(severityName(note.severity)) + ": " + note.text);
         }
-        return mxmodule::hexOfBytes(read.image, 0, read.image.size());
+        return text::hexOfBytes(read.image, 0, read.image.size());
     }
 
     std::string failureOf(const std::string& name, const std::string& content,

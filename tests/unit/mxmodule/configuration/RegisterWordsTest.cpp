@@ -1,9 +1,9 @@
 #include "configuration/RegisterWords.h"
 
-#include "HexBytes.h"
 #include "InvalidInput.h"
 
 #include <gmock/gmock.h>
+#include <text/Hexadecimal.h>
 
 namespace {
 
@@ -14,7 +14,7 @@ using testing::HasSubstr;
 std::string hexOf(const std::string& text, std::size_t size)
 {
     const auto bytes = bytesOfRegisters(text, size);
-    return mxmodule::hexOfBytes(bytes, 0, bytes.size());
+    return text::hexOfBytes(bytes, 0, bytes.size());
 }
 
 TEST(RegisterWords, areDecimalOrHexadecimal)
