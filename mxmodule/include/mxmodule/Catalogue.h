@@ -47,7 +47,7 @@ MXMODULE_API std::vector<Finding> withoutFile(const std::vector<CatalogueEntry>&
 /// All that a catalogue has of one module.
 struct CatalogueRecord
 {
-    CatalogueEntry module;
+    CatalogueEntry module;            ///< As in lists.
     std::vector<char> parameterBlock; ///< The default parameter block.
     std::vector<char> file;           ///< The mx file, byte for byte; empty: stored without it.
     std::vector<char> hostData;       ///< Bytes that a host keeps with the record.
@@ -59,7 +59,7 @@ struct CatalogueRecord
 /// A property of modules that a condition of a search may name.
 struct ConditionField
 {
-    std::string name;
+    std::string name;      ///< In conditions.
     bool isNumber = false; ///< Compared as a whole number, otherwise as a text.
     std::string meaning;   ///< For help texts.
 };
@@ -82,8 +82,9 @@ public:
     explicit CatalogueQuery(const std::string& words,
                             const std::vector<std::string>& conditions = {});
 
-    // Moving copies, which only shares the content.
+    /// Copying and moving share the content.
     CatalogueQuery(const CatalogueQuery&) = default;
+    /// The same.
     CatalogueQuery& operator=(const CatalogueQuery&) = default;
     ~CatalogueQuery() = default;
 
@@ -115,6 +116,7 @@ public:
 
     /// Moves the open catalogue; `other` can only be assigned to or destroyed then.
     Catalogue(Catalogue&& other) noexcept;
+    /// The same; what was open before is closed.
     Catalogue& operator=(Catalogue&& other) noexcept;
     ~Catalogue();
 

@@ -13,10 +13,10 @@ namespace mxmodule {
 /// A channel that has a place in a process image.
 struct MappedChannel
 {
-    std::string id;          ///< Identifier in the device, decimal.
-    std::uint8_t number = 0; ///< Several channels may have the same.
-    std::string name;
-    bool isInput = false;
+    std::string id;                ///< Identifier in the device, decimal.
+    std::uint8_t number = 0;       ///< Several channels may have the same.
+    std::string name;              ///< May be empty.
+    bool isInput = false;          ///< In the input image, otherwise in the output image.
     std::string symbol;            ///< IEC address such as "IW4".
     char kind = 0;                 ///< Size letter 'X', 'B', 'W', 'D' or 'L'.
     std::uint32_t byteAddress = 0; ///< First byte in the image.
@@ -32,13 +32,13 @@ struct MappedChannel
 struct BitRun
 {
     std::uint64_t firstBit = 0; ///< Counted from byte 0.
-    std::uint64_t bits = 0;
+    std::uint64_t bits = 0;     ///< Number of bits.
 };
 
 /// The part of a process image that belongs to a module.
 struct ImageArea
 {
-    std::uint64_t firstByte = 0;
+    std::uint64_t firstByte = 0;     ///< In the process image.
     std::uint64_t size = 0;          ///< In bytes.
     std::vector<BitRun> free;        ///< Bits of the data without a channel, in order.
     std::vector<BitRun> overlapping; ///< Bits of more than one channel, in order.
@@ -49,16 +49,17 @@ class MXMODULE_API ChannelMap
 {
 public:
     struct Content;
+    /// For the library: see `Module::channelMap`.
     explicit ChannelMap(std::shared_ptr<const Content> content);
 
-    const ImageArea& input() const;
-    const ImageArea& output() const;
+    const ImageArea& input() const;  ///< The module's part of the input image.
+    const ImageArea& output() const; ///< The module's part of the output image.
 
     const std::vector<MappedChannel>& channels() const; ///< In the order of the device.
     const std::vector<Channel>& withoutSymbol() const;  ///< Channels in no image.
 
-    std::string text() const; ///< A table for people.
-    std::string csv(const CsvStyle& style = {}) const;
+    std::string text() const;                          ///< A table for people.
+    std::string csv(const CsvStyle& style = {}) const; ///< The same table.
 
     /// Returns the channels, those without an address, and the free and overlapping bits of both
     /// images as JSON, schema "mxtool.channels" version 1.
@@ -79,8 +80,9 @@ public:
     /// `coloured`: with terminal colour codes.
     std::string drawing(bool coloured = false) const;
 
-    // Moving copies, which only shares the content.
+    /// Copying and moving share the content.
     ChannelMap(const ChannelMap&) = default;
+    /// The same.
     ChannelMap& operator=(const ChannelMap&) = default;
     ~ChannelMap() = default;
 

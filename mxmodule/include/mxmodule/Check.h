@@ -12,10 +12,10 @@ namespace mxmodule {
 /// A rule of the mx format.
 struct CheckRule
 {
-    std::string name;
-    Severity severity = Severity::Error;
-    std::string explanation; ///< What is wrong, and its effect on readers.
-    std::string example;     ///< A finding.
+    std::string name;                    ///< As in findings and settings.
+    Severity severity = Severity::Error; ///< Of its findings.
+    std::string explanation;             ///< What is wrong, and its effect on readers.
+    std::string example;                 ///< A finding.
 };
 
 /// Returns every rule, in the order of the documentation.
@@ -45,8 +45,8 @@ struct CheckFinding
 /// The findings in one file, ordered by their places.
 struct CheckedFile
 {
-    std::string name;
-    std::vector<CheckFinding> findings;
+    std::string name;                   ///< Of the file, for messages.
+    std::vector<CheckFinding> findings; ///< Empty: no rule is broken.
 };
 
 /// Returns the number of findings of `severity` in `files`.

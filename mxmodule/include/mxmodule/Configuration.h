@@ -46,7 +46,7 @@ struct PlacedParameter
 /// Which parameters outputs list.
 enum class Listing
 {
-    All,
+    All,    ///< Every parameter.
     Changed ///< Those that differ from the defaults.
 };
 
@@ -54,9 +54,10 @@ enum class Listing
 class MXMODULE_API Configuration
 {
 public:
+    /// For the library: see `Module::configuration` and `Module::decode`.
     explicit Configuration(std::shared_ptr<const ConfiguredImage> content);
 
-    Fieldbus fieldbus() const;
+    Fieldbus fieldbus() const;              ///< The form of `bytes`.
     const std::vector<char>& image() const; ///< The raw parameter image.
 
     /// Returns the bytes that the fieldbus master writes: the image, or the registers, each with
@@ -96,8 +97,9 @@ public:
     /// the channel's name.
     std::string valuesFile(Listing listing = Listing::All) const;
 
-    // Moving copies, which only shares the content.
+    /// Copying and moving share the content.
     Configuration(const Configuration&) = default;
+    /// The same.
     Configuration& operator=(const Configuration&) = default;
     ~Configuration() = default;
 
@@ -126,12 +128,13 @@ public:
     /// Returns a warning about differing bits of no parameter.
     const std::vector<Finding>& findings() const;
 
-    std::string text() const; ///< The deviations as a table for people.
-    std::string csv(const CsvStyle& style = {}) const;
+    std::string text() const;                          ///< The deviations as a table for people.
+    std::string csv(const CsvStyle& style = {}) const; ///< The same table.
     std::string json() const; ///< Schema "mxtool.config-comparison" version 1.
 
-    // Moving copies, which only shares the content.
+    /// Copying and moving share the content.
     Comparison(const Comparison&) = default;
+    /// The same.
     Comparison& operator=(const Comparison&) = default;
     ~Comparison() = default;
 

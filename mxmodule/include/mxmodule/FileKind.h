@@ -9,10 +9,10 @@ namespace mxmodule {
 /// The kinds of files around modules.
 enum class FileKind
 {
-    Other,
-    MxFile,
-    TextForm, ///< The text form of an mx file, with or without errors.
-    Station,
+    Other,         ///< None of these.
+    MxFile,        ///< Binary.
+    TextForm,      ///< The text form of an mx file, with or without errors.
+    Station,       ///< The description of a station.
     Database,      ///< An SQLite file.
     Values,        ///< Parameter values with comments; without its first lines it is `Other`.
     Configuration, ///< A configuration as JSON or CSV.

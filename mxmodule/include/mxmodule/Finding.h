@@ -11,6 +11,7 @@
 /// findings. Texts are UTF-8.
 namespace mxmodule {
 
+/// How serious a finding is.
 enum class Severity
 {
     Note,    ///< Worth knowing.
@@ -39,12 +40,12 @@ enum class Advice
 /// A message for a person about something that was asked, read or written.
 struct Finding
 {
-    Severity severity = Severity::Error;
+    Severity severity = Severity::Error; ///< An error: it has no result.
     std::string place = {}; ///< File with line and column or byte offset, or what the caller gave
                             ///< as the place of a value; may be empty.
     std::string text = {};  ///< What is wrong, what was found, what is expected.
     std::string hint = {};  ///< What to do; may be empty.
-    Origin origin = Origin::Input;
+    Origin origin = Origin::Input; ///< What it is about.
     /// What is accepted in place of a value or name that was rejected, where it can be listed: the
     /// words that select an option, a range such as "10 to 20 mA", names of parameters, of which an
     /// unknown name has the nearest.
@@ -63,15 +64,19 @@ MXMODULE_API const char* severityName(Severity severity);
 class MXMODULE_API Failure : public std::runtime_error
 {
 public:
+    /// Of one finding.
     explicit Failure(Finding finding);
 
     /// `all` contains at least one finding; the last states why there is no result.
     explicit Failure(std::vector<Finding> all);
 
+    /// Of one error.
     Failure(Origin origin, const std::string& place, const std::string& text,
             const std::string& hint = {});
     ~Failure() override;
+    /// Copies the findings.
     Failure(const Failure&) = default;
+    /// The same.
     Failure& operator=(const Failure&) = default;
 
     /// Returns every finding, at least one, in the order of the input.

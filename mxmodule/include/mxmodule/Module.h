@@ -31,7 +31,7 @@ struct ModuleOptions
 /// How values are written into an image.
 struct ComposeOptions
 {
-    ValueCheck check = ValueCheck::Full;
+    ValueCheck check = ValueCheck::Full; ///< How strictly values are checked.
     /// The image to write into, of the size of the module's; empty: that of the module.
     std::optional<std::vector<char>> image = {};
     std::string imagePlace = {}; ///< Where the image comes from, for findings.
@@ -76,8 +76,9 @@ public:
     /// Makes the module of `file`.
     explicit Module(const ModuleFile& file, const ModuleOptions& options = {});
 
-    // A module is never empty: moving copies, which only shares the content.
+    /// Copying and moving share the content: a module is never empty.
     Module(const Module&) = default;
+    /// The same.
     Module& operator=(const Module&) = default;
     ~Module() = default;
 
@@ -93,12 +94,12 @@ public:
     std::string deviceTypeId() const;              ///< Such as "kv38.5a030304".
     const std::vector<char>& defaultImage() const; ///< The parameter block, at most 255 bytes.
 
-    std::vector<Property> properties() const; ///< In the order of the device, like all lists.
-    std::vector<Channel> channels() const;
+    std::vector<Property> properties() const;  ///< In the order of the device, like all lists.
+    std::vector<Channel> channels() const;     ///< Also those without data.
     std::vector<Parameter> parameters() const; ///< With the values of the parameter block.
-    std::vector<Set> sets() const;
-    std::vector<BinaryObject> binaryObjects() const;
-    DataSizes sizes() const;
+    std::vector<Set> sets() const;             ///< Sets and roles.
+    std::vector<BinaryObject> binaryObjects() const; ///< Such as the picture of the product.
+    DataSizes sizes() const;                         ///< Of its data, and where it begins.
 
     std::string text() const; ///< All of it as tables for people.
     std::string json() const; ///< All of it, schema "mxtool.device" version 1.

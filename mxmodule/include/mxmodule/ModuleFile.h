@@ -38,8 +38,9 @@ public:
     /// Returns every violation of a rule.
     CheckedFile check(const RuleSettings& settings = {}) const;
 
-    // Moving copies, which only shares the content.
+    /// Copying and moving share the content.
     ModuleFile(const ModuleFile&) = default;
+    /// The same.
     ModuleFile& operator=(const ModuleFile&) = default;
     ~ModuleFile() = default;
 

@@ -13,7 +13,7 @@ namespace mxmodule {
 /// The entries of a directory with names of mx files, MX*.bin.
 struct MxDirectory
 {
-    std::string path;
+    std::string path;                    ///< As the caller named it.
     std::vector<std::string> files = {}; ///< Paths of files and of links to files, unordered.
     std::vector<Finding> leftOut = {};   ///< An error for each entry that is no file: a pipe.
 };

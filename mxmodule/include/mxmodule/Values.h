@@ -22,34 +22,34 @@ enum class Fieldbus
 /// Where the data of a module begins in the process images, in bytes.
 struct ImageOffsets
 {
-    unsigned input = 0;
-    unsigned output = 0;
+    unsigned input = 0;  ///< In the input image.
+    unsigned output = 0; ///< In the output image.
 };
 
 /// A static property of a module.
 struct Property
 {
-    std::string id; ///< Identifier in the device, decimal.
-    std::string name;
-    std::string value;
+    std::string id;    ///< Identifier in the device, decimal.
+    std::string name;  ///< Such as "moduleId".
+    std::string value; ///< As text.
 };
 
 /// The sizes of a module's data, in bytes, and where they begin in the process images.
 struct DataSizes
 {
-    std::uint32_t input = 0;
-    std::uint32_t output = 0;
-    std::uint32_t parameters = 0;
-    std::uint32_t diagnosis = 0;
-    ImageOffsets offsets;
+    std::uint32_t input = 0;      ///< Input process data.
+    std::uint32_t output = 0;     ///< Output process data.
+    std::uint32_t parameters = 0; ///< Parameter image.
+    std::uint32_t diagnosis = 0;  ///< Diagnosis data.
+    ImageOffsets offsets;         ///< Where the process data begins.
 };
 
 /// A channel of a module.
 struct Channel
 {
-    std::string id;          ///< Identifier in the device, decimal.
-    std::uint8_t number = 0; ///< Several channels may have the same.
-    std::string name;
+    std::string id;                ///< Identifier in the device, decimal.
+    std::uint8_t number = 0;       ///< Several channels may have the same.
+    std::string name;              ///< May be empty.
     std::string direction;         ///< "in", "out" or empty.
     std::string symbol;            ///< IEC address such as "IW4"; empty: none.
     std::string kind;              ///< Size letter "X", "B", "W", "D" or "L"; empty: no data.
@@ -61,7 +61,7 @@ struct Channel
 /// An option of a parameter.
 struct Option
 {
-    std::string text;
+    std::string text;     ///< As shown.
     std::string value;    ///< The number, decimal.
     std::uint8_t raw = 0; ///< The lowest byte of the number.
     bool current = false; ///< The parameter has this value.
@@ -82,7 +82,7 @@ struct Parameter
     std::string id;                        ///< Identifier in the device, decimal.
     std::optional<std::uint8_t> channel;   ///< Number of its channel; empty: of the module.
     std::vector<std::string> channelNames; ///< Of the channels with that number.
-    std::string name;
+    std::string name;                      ///< Several parameters may have the same.
     std::string callName; ///< The shortest name that `Module::compose` takes for this parameter.
     std::string type;     ///< Name of the datatype, such as "UInt16".
 
@@ -94,32 +94,32 @@ struct Parameter
     std::string minimum; ///< Least value, in the same unit.
     std::string maximum; ///< Greatest value, in the same unit.
 
-    bool hasOptions = false; ///< One of `options`, which may be empty; otherwise a number.
-    std::vector<Option> options;
-    bool isPhysical = false; ///< Shown and set in units other than the stored number.
-    bool flagBit0 = false;   ///< Bit 0 of the flags, at the module author's disposal.
-    bool flagBit1 = false;   ///< Bit 1 of the flags.
-    bool isAccepted = true;  ///< The value is in the range or one of the options.
-    ImagePlace place;
+    bool hasOptions = false;     ///< One of `options`, which may be empty; otherwise a number.
+    std::vector<Option> options; ///< In the order of the list.
+    bool isPhysical = false;     ///< Shown and set in units other than the stored number.
+    bool flagBit0 = false;       ///< Bit 0 of the flags, at the module author's disposal.
+    bool flagBit1 = false;       ///< Bit 1 of the flags.
+    bool isAccepted = true;      ///< The value is in the range or one of the options.
+    ImagePlace place;            ///< Of the value.
 };
 
 /// A set or role: attributes of the module that belong together.
 struct Set
 {
-    std::string id; ///< Identifier in the device, decimal.
-    std::string name;
-    bool isRole = false;
+    std::string id;                   ///< Identifier in the device, decimal.
+    std::string name;                 ///< Such as "channels".
+    bool isRole = false;              ///< A role, otherwise a set.
     std::vector<std::string> members; ///< Identifiers of properties, channels, parameters, sets.
 };
 
 /// A binary object, such as the picture of the product.
 struct BinaryObject
 {
-    std::string id; ///< Identifier in the device, decimal.
-    std::string name;
-    std::string mimeType;
+    std::string id;       ///< Identifier in the device, decimal.
+    std::string name;     ///< Such as "productImage".
+    std::string mimeType; ///< Such as "image/svgz".
     std::string encoding; ///< Of `data`: "base64".
-    std::string data;
+    std::string data;     ///< The content.
 };
 
 } // namespace mxmodule

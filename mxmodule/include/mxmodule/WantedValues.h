@@ -8,6 +8,7 @@ namespace mxmodule {
 class MXMODULE_API WantedValues
 {
 public:
+    /// Without a value yet. Keeps a copy of `module`.
     explicit WantedValues(const Module& module);
 
     /// Adds the values of `file`. Throws a `Failure` when they are for another module type.
@@ -22,6 +23,7 @@ public:
 
     /// The image to write into, of the last file that has one.
     const std::optional<std::vector<char>>& image() const { return base; }
+    /// The name of that file; empty: none.
     const std::string& imageFile() const { return baseFile; }
 
 private:
