@@ -12,7 +12,7 @@ namespace mxmodule {
 
 namespace {
 
-std::string kindOf(const ConfiguredImage& configuration)
+std::string describedModule(const ConfiguredImage& configuration)
 {
     return fmt::format("{} with {} in {}{}", configuration.device.deviceTypeId,
                        text::counted(configuration.device.parameters.size(), "parameter"),
@@ -24,10 +24,10 @@ std::string kindOf(const ConfiguredImage& configuration)
 void requireSameKind(const ConfiguredImage& wanted, const ConfiguredImage& read,
                      const std::string& place)
 {
-    if (kindOf(wanted) != kindOf(read)) {
+    if (describedModule(wanted) != describedModule(read)) {
         throw Failure(Origin::Request, place,
-                      fmt::format("Found a configuration of {}, expected one of {}", kindOf(read),
-                                  kindOf(wanted)));
+                      fmt::format("Found a configuration of {}, expected one of {}",
+                                  describedModule(read), describedModule(wanted)));
     }
 }
 

@@ -20,6 +20,7 @@ std::vector<std::string> exportPaths(const std::vector<CatalogueEntry>& modules,
                                      const std::string& directory)
 {
     std::vector<std::string> paths;
+    paths.reserve(modules.size());
     for (const CatalogueEntry& module : modules) {
         paths.push_back(exportPath(module, directory));
     }
