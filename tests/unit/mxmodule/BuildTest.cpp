@@ -55,7 +55,7 @@ std::vector<std::string> shownFindings(const BuiltFile& built)
     return all;
 }
 
-std::string failureOf(const std::string& content)
+std::string failureOfBuild(const std::string& content)
 {
     try {
         mxmodule::build(content, "m.yaml");
@@ -152,15 +152,16 @@ TEST(Build, readsFilesBesideTheText)
 
 TEST(Build, refusesWhatIsNoTextForm)
 {
-    EXPECT_EQ(failureOf(""), "m.yaml: error: The file is empty, expected the text form of an mx "
-                             "file\n"
-                             "hint: mxtool new writes the text of a new module\n");
+    EXPECT_EQ(failureOfBuild(""),
+              "m.yaml: error: The file is empty, expected the text form of an mx "
+              "file\n"
+              "hint: mxtool new writes the text of a new module\n");
     const auto mxFile = asChars(hexBytes("0000 000a 001a 0003 0000 0001 0010 fb0500 03 5a030304"
                                          "0000 0000"));
-    EXPECT_EQ(failureOf({mxFile.begin(), mxFile.end()}),
+    EXPECT_EQ(failureOfBuild({mxFile.begin(), mxFile.end()}),
               "m.yaml: error: This is an mx file already, expected its text form\n"
               "hint: mxtool dump FILE -o FILE.yaml writes the text form of an mx file\n");
-    EXPECT_EQ(failureOf("hello: 1\nworld: 2\n"),
+    EXPECT_EQ(failureOfBuild("hello: 1\nworld: 2\n"),
               "m.yaml: error: This text has no key of the text form, such as \"module:\", expected "
               "the text form of an mx file\n"
               "hint: mxtool config FILE --values m.yaml takes a file of parameter values\n");
