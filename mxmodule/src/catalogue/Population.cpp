@@ -12,8 +12,9 @@
 
 #include <filesystem>
 #include <memory>
-#include <new>
 #include <set>
+#include <stdexcept>
+#include <string>
 #include <utility>
 #include <variant>
 
@@ -47,23 +48,27 @@ std::vector<char> contentOf(const std::string& file)
     }
 }
 
-// The module of an mx file, or why there is none.
+// The module of an mx file, or why there is none. What is not the file's fault is thrown: an
+// exception of the observer, a use of the parser by another thread of the host.
 std::variant<StoredModule, std::string> translated(std::vector<char> mxData, Observer* observer)
 {
-    try {
-        std::shared_ptr<Parser_kv38::DeviceP> device;
-        withParser(observer,
-                   [&](Parser_kv38& parser) { device = parser.parse(mxData, nullptr, 0, 0); });
-        StoredModule module{device->privateProps,
-                            catalogueContent(makeReport(*device, conversionsOf(mxData)))};
-        device.reset(); // points into the bytes
-        module.record.mxFileData = new std::vector<char>(std::move(mxData));
-        return module;
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& failure) {
-        return failure.what();
+    std::shared_ptr<Parser_kv38::DeviceP> device;
+    std::string failed;
+    withParser(observer, [&](Parser_kv38& parser) {
+        try {
+            device = parser.parse(mxData, nullptr, 0, 0);
+        } catch (const std::runtime_error& failure) {
+            failed = failure.what();
+        }
+    });
+    if (device == nullptr) {
+        return failed;
     }
+    StoredModule module{device->privateProps,
+                        catalogueContent(makeReport(*device, conversionsOf(mxData)))};
+    device.reset(); // points into the bytes
+    module.record.mxFileData = new std::vector<char>(std::move(mxData));
+    return module;
 }
 
 } // namespace

@@ -2,11 +2,15 @@
 
 #include "TestDatabase.h"
 
+#include <devices/parser/mx/Parser_kv38.h>
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
+#include <thread>
+#include <utility>
 
 namespace {
 
@@ -287,6 +291,51 @@ TEST_F(Populating, exceptionOfAnObserverUndoesTheRun)
     directory.add("MX1.bin", 0xa01);
     EXPECT_THROW(directory.populate(catalogue, false, &stopping), std::runtime_error);
     EXPECT_THAT(stored(), IsEmpty());
+}
+
+TEST_F(Populating, exceptionForALineOfTheParserUndoesTheRun)
+{
+    class Stopping : public mxmodule::Observer
+    {
+        void notice(const Finding& finding) override
+        {
+            if (finding.text == ">> parse().") {
+                throw std::runtime_error("stop");
+            }
+        }
+        std::string logLevel() const override { return "trace"; }
+    } stopping;
+    directory.add("MX1.bin", 0xa01);
+    EXPECT_THROW(directory.populate(catalogue, false, &stopping), std::runtime_error);
+    EXPECT_THAT(stored(), IsEmpty());
+}
+
+// A translation of the host during which `work` runs on another thread.
+class Occupied : public devices::parser::mx::Parser_kv38
+{
+public:
+    explicit Occupied(std::function<void()> meanwhile) : work(std::move(meanwhile)) {}
+
+private:
+    void parseContent() override
+    {
+        std::thread(work).join();
+        Parser_kv38::parseContent();
+    }
+
+    std::function<void()> work;
+};
+
+TEST_F(Populating, translationOfTheHostUndoesTheRun)
+{
+    directory.add("MX1.bin", 0xa01);
+    directory.populate(catalogue); // makes the parser of the library
+    directory.add("MX2.bin", 0xa02);
+    Occupied host([this] { EXPECT_THROW(directory.populate(catalogue), std::logic_error); });
+    std::vector<char> loaded = mxFile(0xa03);
+    loaded.push_back('\xFF');
+    host.parse(loaded, nullptr, 0, 0);
+    EXPECT_THAT(stored(), ElementsAre("00000a01"));
 }
 
 } // namespace
