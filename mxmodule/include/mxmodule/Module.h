@@ -54,7 +54,8 @@ struct ReadImage
 /// own use in the same thread, see docs/guide/threads.md.
 ///
 /// An operation that has no result throws a `Failure` with its findings. `std::bad_alloc` leaves
-/// nothing behind.
+/// nothing behind. Where the process has no memory left, writing or reading JSON may call
+/// `std::terminate`: the JSON library allocates in destructors.
 class MXMODULE_API Module
 {
 public:
