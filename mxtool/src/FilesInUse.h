@@ -11,8 +11,8 @@ namespace mxtool {
 /// The input and output files of one run of the program. An output that is also an input, and two
 /// outputs that are the same file, would lose data: both are rejected.
 ///
-/// The functions that open files register them here (`loadInput`, `loadBytes`, the database
-/// options, `writeOutput`); verbs need not. After one rejected output every further output is
+/// The functions that open files register them here (`loadBytes`, `openCatalogue`, `writeOutput`,
+/// the `ToolObserver`); verbs need not. After one rejected output every further output is
 /// rejected.
 class FilesInUse
 {
