@@ -132,8 +132,8 @@ public:
     Configuration decode(const std::vector<char>& bytes, Fieldbus fieldbus,
                          const std::string& place = {}) const;
 
-    /// Returns the configuration of the raw image `image` on `fieldbus`. Throws a `Failure` at
-    /// `place` when the size is wrong or the fieldbus cannot carry a value.
+    /// Returns the configuration of the raw image `image` on `fieldbus`. Throws a `Failure`: at
+    /// `place` when the size is wrong, at `name()` when the fieldbus cannot carry a value.
     Configuration configuration(const std::vector<char>& image, Fieldbus fieldbus,
                                 const std::string& place = {}) const;
 

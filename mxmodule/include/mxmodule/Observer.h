@@ -16,6 +16,9 @@ MXMODULE_API bool isLogLevel(const std::string& level);
 ///
 /// The calls come on the thread of the operation, while it holds no lock. An exception ends the
 /// operation like any other failure.
+///
+/// Operations without an observer leave the parser's log lines to the host's logging, which they
+/// call while they hold the lock: a log channel of the host must not call this library.
 class MXMODULE_API Observer
 {
 public:

@@ -119,6 +119,13 @@ TEST_F(ModuleValues, mayBeForced)
     ASSERT_TRUE(composition.noRegisters);
     EXPECT_THAT(composition.noRegisters->text, HasSubstr("its value 77 is none of its options"));
     EXPECT_THROW(module.registers(composition.image), mxmodule::Failure);
+    // The image is one of the module: its file says what has no register.
+    try {
+        module.configuration(composition.image, Fieldbus::Modbus, "here");
+        ADD_FAILURE() << "accepted";
+    } catch (const mxmodule::Failure& failure) {
+        EXPECT_EQ(failure.reason().place, module.name());
+    }
 }
 
 TEST_F(ModuleValues, areWrittenIntoTheGivenImage)
