@@ -62,7 +62,8 @@ public:
     /// Makes the module of the mx file, or of its text form, at `path`.
     static Module fromFile(const std::string& path, const ModuleOptions& options = {});
 
-    /// Makes the module of `bytes`, an mx file or its text form, which findings call `name`.
+    /// Makes the module of `bytes`, an mx file or its text form, which findings call `name`. The
+    /// files that a text form names are read, see `ModuleFile` and SECURITY.md.
     static Module fromBytes(std::vector<char> bytes, const std::string& name = "<bytes>",
                             const ModuleOptions& options = {});
 

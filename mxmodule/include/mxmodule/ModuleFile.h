@@ -19,8 +19,8 @@ public:
     static ModuleFile read(const std::string& path, Observer* observer = nullptr);
 
     /// Takes `content`, an mx file or its text form, called `name`. A name in angle brackets, such
-    /// as "<standard input>", is not a path; otherwise files that a text form names are looked for
-    /// in its directory. Throws a `Failure` as `read` does.
+    /// as "<standard input>", is not a path; files that a text form names are then looked for in
+    /// the current directory, otherwise in that of `name`. Throws a `Failure` as `read` does.
     ModuleFile(std::string name, std::vector<char> content, Observer* observer = nullptr);
 
     const std::string& name() const; ///< For messages.
