@@ -43,7 +43,7 @@ bool isPlain(const std::string& text)
     const bool isAllowed = std::all_of(text.begin(), text.end(), [&allowed](char c) {
         return static_cast<unsigned char>(c) >= 0x80 || allowed.find(c) != std::string::npos;
     });
-    return isAllowed && text.back() != ' ' && (isNumber || (startsPlain && !isYamlWord(text)));
+    return isAllowed && (isNumber || (startsPlain && !isYamlWord(text))) && text.back() != ' ';
 }
 
 // A YAML scalar: plain where that is safe, else in double quotes as in JSON.

@@ -167,4 +167,15 @@ TEST(Build, refusesWhatIsNoTextForm)
               "hint: mxtool config FILE --values m.yaml takes a file of parameter values\n");
 }
 
+TEST(Build, refusesATextWithoutAName)
+{
+    try {
+        mxmodule::build("hello: 1\nworld: 2\n", "");
+        ADD_FAILURE() << "accepted";
+    } catch (const mxmodule::Failure& failure) {
+        EXPECT_EQ(failure.reason().hint,
+                  "mxtool config FILE --values - takes a file of parameter values");
+    }
+}
+
 } // namespace

@@ -8,6 +8,10 @@
 #include "ShownFinding.h"
 #include "TemporaryDirectory.h"
 
+#include <Poco/AutoPtr.h>
+#include <Poco/Channel.h>
+#include <Poco/Logger.h>
+#include <Poco/NullChannel.h>
 #include <gmock/gmock.h>
 
 #include <optional>
@@ -328,6 +332,28 @@ TEST(Module, endsWithTheExceptionOfItsObserver)
         EXPECT_STREQ(failure.what(), "enough");
     }
     EXPECT_EQ(exampleModule("MX0304.bin").label(), "4 AI ±10 V / 0-20 mA");
+}
+
+// Also after a failure the observer has the lines, and the host its logger as it was.
+TEST(Module, tellsItsObserverLinesBeforeAFailure)
+{
+    Poco::Logger& logger = Poco::Logger::get("mxparser-kv38");
+    const Poco::AutoPtr<Poco::Channel> channel(new Poco::NullChannel);
+    const Poco::AutoPtr<Poco::Channel> before(logger.getChannel(), true);
+    const int level = logger.getLevel();
+    logger.setChannel(channel);
+    logger.setLevel(Poco::Message::PRIO_CRITICAL);
+    Listener all("trace");
+    ModuleOptions options;
+    options.observer = &all;
+    auto cut = exampleBytes("MX0304.bin");
+    cut.resize(cut.size() - 4);
+    EXPECT_THROW(Module::fromBytes(cut, "cut.bin", options), mxmodule::Failure);
+    EXPECT_THAT(all.lines, testing::Contains(">> parse()."));
+    EXPECT_EQ(logger.getChannel().get(), channel.get());
+    EXPECT_EQ(logger.getLevel(), Poco::Message::PRIO_CRITICAL);
+    logger.setChannel(before);
+    logger.setLevel(level);
 }
 
 TEST(Module, namesALogLevelThatDoesNotExist)
