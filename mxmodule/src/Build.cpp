@@ -1,5 +1,6 @@
 #include "mxmodule/Build.h"
 
+#include "ExpectedKind.h"
 #include "ProcessParser.h"
 #include "TextBuild.h"
 #include "check/FileCheck.h"

@@ -16,27 +16,6 @@ const char* severityName(Severity severity)
     }
 }
 
-void Finding::advise(Advice what)
-{
-    advice = what;
-    switch (what) {
-    case Advice::ReadAsRaw:
-        hint = "they may be the raw parameter image";
-        break;
-    case Advice::ReadAsModbus:
-        hint = "they may be the module's Modbus registers";
-        break;
-    case Advice::ReadAsValues:
-        hint = "it is to be read as a file of values";
-        break;
-    case Advice::ReadAsImage:
-        hint = "it is to be read as an image";
-        break;
-    default:
-        hint.clear();
-    }
-}
-
 Failure::Failure(Finding finding) : std::runtime_error(finding.text), all(1, std::move(finding)) {}
 
 Failure::Failure(std::vector<Finding> findings)

@@ -1,10 +1,10 @@
 #include "mxmodule/ModuleFile.h"
 
+#include "ExpectedKind.h"
 #include "SourcePlace.h"
 #include "TextBuild.h"
 #include "check/FileCheck.h"
 
-#include <mxmodule/FileKind.h>
 #include <mxmodule/ReadFile.h>
 
 #include <devices/parser/mx/Parser.h>

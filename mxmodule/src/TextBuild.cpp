@@ -1,7 +1,7 @@
 #include "TextBuild.h"
 
+#include "ExpectedKind.h"
 #include "SourcePlace.h"
-#include <mxmodule/FileKind.h>
 
 #include <filesystem>
 

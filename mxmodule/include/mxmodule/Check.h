@@ -21,7 +21,7 @@ struct CheckRule
 /// Returns every rule, in the order of the documentation.
 MXMODULE_API std::vector<CheckRule> checkRules();
 
-/// Which rules apply, and with which severity.
+/// Which rules apply, and with which severity. A name that no rule has is without effect.
 struct RuleSettings
 {
     std::vector<std::string> silenced; ///< Rules whose findings are left out.

@@ -40,14 +40,4 @@ MXMODULE_API bool costsWork(FileKind kind);
 /// there is none, and for a name in angle brackets, which is not a path.
 MXMODULE_API std::string callThatTakes(FileKind kind, const std::string& path);
 
-/// Throws a `Failure` when `content`, that of the file at `path`, is of a known kind that is not a
-/// module. The message names the kind found and `expected`, the hint what takes it.
-MXMODULE_API void requireModule(const std::string& path, const std::string& content,
-                                const std::string& expected);
-
-/// Throws a `Failure` when `source`, the text of the file at `path`, has no key of the text form.
-/// Otherwise each of its lines would be reported as an error.
-MXMODULE_API void requireKeyOfTextForm(const std::string& path, const std::string& source,
-                                       const std::string& expected);
-
 } // namespace mxmodule

@@ -52,9 +52,6 @@ struct Finding
     std::vector<std::string> accepted = {};
     std::string excerpt = {}; ///< The line of the text and a caret below the column; may be empty.
     Advice advice = Advice::None; ///< `hint` says the same in words.
-
-    /// Sets `advice`, and `hint` to its words.
-    MXMODULE_API void advise(Advice what);
 };
 
 /// Returns "note", "warning" or "error".

@@ -1,5 +1,6 @@
 #include "configuration/DecodedImage.h"
 
+#include "FindingAdvice.h"
 #include "InvalidInput.h"
 #include "ParameterText.h"
 #include "configuration/ConfiguredImage.h"
@@ -52,7 +53,7 @@ void rejectOtherKind(std::size_t size, Fieldbus fieldbus, const TranslatedModule
                                 text::counted(size, "byte"),
                                 text::counted(decodedSize(fieldbus, module), "byte"),
                                 isModbus ? "Modbus registers" : "parameter image")};
-    finding.advise(isModbus ? Advice::ReadAsRaw : Advice::ReadAsModbus);
+    giveAdvice(finding, isModbus ? Advice::ReadAsRaw : Advice::ReadAsModbus);
     throw Failure(std::move(finding));
 }
 

@@ -1,5 +1,6 @@
 #include "configuration/ReadImage.h"
 
+#include "FindingAdvice.h"
 #include "HexBytes.h"
 #include "InvalidInput.h"
 #include "configuration/DecodedImage.h"
@@ -66,7 +67,7 @@ void advise(const std::string& name, const std::string& text, Finding& finding)
     const FileKind kind = kindOf(text);
     const bool isYaml = text::endsInExtension(name, ".yaml") || text::endsInExtension(name, ".yml");
     if (kind == FileKind::Values || (kind == FileKind::Other && isYaml)) {
-        finding.advise(Advice::ReadAsValues);
+        giveAdvice(finding, Advice::ReadAsValues);
         return;
     }
     const auto found = kind == FileKind::Other ? mxauthor::foreignContent(text) : nameOf(kind);
@@ -80,7 +81,7 @@ void advise(const std::string& name, const std::string& text, Finding& finding)
 [[noreturn]] void failAsValues(const std::string& name, const std::string& text)
 {
     Finding finding{Severity::Error, name, text};
-    finding.advise(Advice::ReadAsValues);
+    giveAdvice(finding, Advice::ReadAsValues);
     throw Failure(std::move(finding));
 }
 

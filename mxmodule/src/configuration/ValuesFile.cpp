@@ -1,5 +1,6 @@
 #include "configuration/ValuesFile.h"
 
+#include "FindingAdvice.h"
 #include "HexBytes.h"
 #include "InvalidInput.h"
 #include "SourcePlace.h"
@@ -236,7 +237,7 @@ void advise(const std::string& content, FileKind kind, Finding& finding)
         finding.hint = "mxtool config " + (file[0] == '<' ? "FILE" : file) +
                        " --format values writes one to start from";
     } else if (kind == FileKind::Other && isImage(content)) {
-        finding.advise(Advice::ReadAsImage);
+        giveAdvice(finding, Advice::ReadAsImage);
     } else {
         finding.hint = callThatTakes(kind, file);
     }

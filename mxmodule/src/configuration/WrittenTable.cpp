@@ -1,5 +1,6 @@
 #include "configuration/WrittenTable.h"
 
+#include "FindingAdvice.h"
 #include "HexBytes.h"
 #include "InvalidInput.h"
 #include "configuration/ConfiguredImage.h"
@@ -180,7 +181,7 @@ TableImage imageOfTable(const CsvTable& table, Fieldbus fieldbus, const Translat
         Finding finding{Severity::Error, file,
                         "Found a table of registers, expected bytes of the image"};
         finding.origin = Origin::Request;
-        finding.advise(Advice::ReadAsModbus);
+        giveAdvice(finding, Advice::ReadAsModbus);
         throw Failure(std::move(finding));
     }
     return {decodedImage(registersIn(table, *address, file), fieldbus, module, file), false, {}};
