@@ -1,5 +1,7 @@
 #include "ExpectedKind.h"
 
+#include "SourcePlace.h"
+
 #include <mxmodule/FileKind.h>
 #include <mxmodule/Finding.h>
 
@@ -25,11 +27,11 @@ void requireKeyOfTextForm(const std::string& path, const std::string& source,
                           const std::string& expected)
 {
     if (!mxauthor::hasKeyOfTextForm(source)) {
-        throw Failure(
-            Origin::Input, path,
-            "This text has no key of the text form, such as \"module:\", expected " + expected,
-            "mxtool config FILE --values " + (path.empty() || path.front() == '<' ? "-" : path) +
-                " takes a file of parameter values");
+        throw Failure(Origin::Input, path,
+                      "This text has no key of the text form, such as \"module:\", expected " +
+                          expected,
+                      "mxtool config FILE --values " + (isPath(path) ? path : "-") +
+                          " takes a file of parameter values");
     }
 }
 

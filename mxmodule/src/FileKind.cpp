@@ -1,5 +1,6 @@
 #include "mxmodule/FileKind.h"
 
+#include "SourcePlace.h"
 #include "ValuesComment.h"
 
 #include <mxauthor/MxFile.h>
@@ -139,7 +140,7 @@ bool costsWork(FileKind kind)
 
 std::string callThatTakes(FileKind kind, const std::string& path)
 {
-    switch (path.empty() || path.front() == '<' ? FileKind::Other : kind) {
+    switch (isPath(path) ? kind : FileKind::Other) {
     case FileKind::MxFile:
         return "mxtool show " + path + " shows the device that it describes";
     case FileKind::TextForm:

@@ -5,6 +5,11 @@
 
 namespace mxmodule {
 
+bool isPath(const std::string& name)
+{
+    return !name.empty() && name.front() != '<';
+}
+
 std::string placeInFile(const std::string& file, std::size_t offset)
 {
     return fmt::format("{}:{:#08x}", file, offset);

@@ -8,6 +8,10 @@
 
 namespace mxmodule {
 
+/// Returns whether `name`, as a caller calls an input, is a path: it is neither empty nor in angle
+/// brackets, such as "<standard input>".
+bool isPath(const std::string& name);
+
 /// Returns a byte offset in a file as messages show it: "FILE:0x0001a4".
 std::string placeInFile(const std::string& file, std::size_t offset);
 

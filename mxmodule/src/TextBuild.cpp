@@ -11,8 +11,7 @@ namespace {
 
 std::filesystem::path directoryOf(const std::string& name)
 {
-    return name.empty() || name.front() == '<' ? std::filesystem::path()
-                                               : std::filesystem::path(name).parent_path();
+    return isPath(name) ? std::filesystem::path(name).parent_path() : std::filesystem::path();
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "ImageWriter.h"
 #include "ProcessParser.h"
+#include "SourcePlace.h"
 
 #include <mxmodule/Finding.h>
 
@@ -74,8 +75,7 @@ void TranslatedModule::translate(std::vector<char>* block, Observer* observer)
 
 void TranslatedModule::reject(const std::string& text) const
 {
-    const bool isPath = !fileName.empty() && fileName.front() != '<';
-    const std::string path = isPath ? fileName : "-";
+    const std::string path = isPath(fileName) ? fileName : "-";
     throw Failure(Origin::Input, fileName, text,
                   isText ? "mxtool check " + path + " shows the place in the text"
                          : "mxtool groups " + path + " lists what the file holds");

@@ -234,7 +234,7 @@ void advise(const std::string& content, FileKind kind, Finding& finding)
 {
     const std::string& file = finding.place;
     if (kind == FileKind::MxFile || kind == FileKind::TextForm) {
-        finding.hint = "mxtool config " + (file[0] == '<' ? "FILE" : file) +
+        finding.hint = "mxtool config " + (isPath(file) ? file : "FILE") +
                        " --format values writes one to start from";
     } else if (kind == FileKind::Other && isImage(content)) {
         giveAdvice(finding, Advice::ReadAsImage);
