@@ -14,9 +14,6 @@ enum class Severity
     Error    ///< The file is rejected, or the module cannot be used as described.
 };
 
-/// Returns "error", "warning" or "note".
-const char* severityName(Severity severity);
-
 /// A rule for mx files.
 struct CheckRule
 {
@@ -29,9 +26,6 @@ struct CheckRule
 
 /// Returns every rule, in the order of the documentation.
 const std::vector<const CheckRule*>& checkRules();
-
-/// Returns the rule `name`, null when there is none.
-const CheckRule* findRule(const std::string& name);
 
 /// A place where an mx file breaks a rule. Texts hold bytes of the file.
 struct Finding

@@ -28,29 +28,10 @@ std::vector<const CheckRule*> rulesOfChecks()
 
 } // namespace
 
-const char* severityName(Severity severity)
-{
-    switch (severity) {
-    case Severity::Error:
-        return "error";
-    case Severity::Warning:
-        return "warning";
-    default:
-        return "note";
-    }
-}
-
 const std::vector<const CheckRule*>& checkRules()
 {
     static const std::vector<const CheckRule*> rules = rulesOfChecks();
     return rules;
-}
-
-const CheckRule* findRule(const std::string& name)
-{
-    const auto found = std::find_if(checkRules().begin(), checkRules().end(),
-                                    [&name](const CheckRule* rule) { return rule->name == name; });
-    return found == checkRules().end() ? nullptr : *found;
 }
 
 std::string describe(const Finding& finding)

@@ -173,8 +173,12 @@ TEST(Datatypes, areInTheDocumentAndTheRule)
     for (const mxformat::Datatype& type : mxformat::datatypes) {
         EXPECT_THAT(document, HasSubstr(type.name));
     }
-    EXPECT_THAT(mxauthor::findRule("parameter-datatype")->explanation,
-                HasSubstr(mxauthor::datatypeNumbers()));
+    const auto& rules = mxauthor::checkRules();
+    const auto rule = std::find_if(rules.begin(), rules.end(), [](const mxauthor::CheckRule* one) {
+        return one->name == std::string("parameter-datatype");
+    });
+    ASSERT_NE(rule, rules.end());
+    EXPECT_THAT((*rule)->explanation, HasSubstr(mxauthor::datatypeNumbers()));
 }
 
 } // namespace
