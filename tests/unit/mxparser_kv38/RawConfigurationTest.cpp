@@ -75,6 +75,42 @@ TEST(RawConfiguration, theLastOfTwoValuesOfAParameterStays)
     EXPECT_EQ(module.configuration(FieldbusType::Raw), hexBytes("00 1194 fc 06 1194 fd"));
 }
 
+// So many values that the parser looks for their parameters in an index.
+constexpr unsigned manyValues = 500;
+
+TEST(RawConfiguration, manyValuesAreWrittenInTheirOrder)
+{
+    ConfiguredModule module = exampleModule("MX0502.bin");
+    for (unsigned i = 0; i < manyValues; ++i) {
+        module.set("Wires", i % 2 == 0 ? "-2" : "-4");
+        module.set("Sensor type", std::to_string(i % 7), i % 2);
+    }
+    // The last values: Wires -4 = fc; the types 498 % 7 = 1 and 499 % 7 = 2.
+    EXPECT_EQ(module.configuration(FieldbusType::Raw), hexBytes("01 1194 fc 02 1194 fd"));
+}
+
+TEST(RawConfiguration, anUnknownParameterAfterManyValuesIsRefused)
+{
+    ConfiguredModule module = exampleModule("MX0502.bin");
+    for (unsigned i = 0; i < manyValues; ++i) {
+        module.set("Wires", "-4");
+    }
+    module.user.attributes.back()->id = "0"; // a static property
+    std::string failure;
+    standardErrorOf([&] { failure = failureOf([&] { module.configuration(FieldbusType::Raw); }); });
+    EXPECT_EQ(failure, "parameter not found: kv38.5a050502, 0");
+}
+
+TEST(RawConfiguration, theFirstOfTwoParametersWithOneIdIsSetAlsoAfterManyValues)
+{
+    ConfiguredModule module = exampleModule("MX0502.bin");
+    module.parameter("Sensor type", 1).id = module.parameter("Sensor type", 0).id;
+    for (unsigned i = 0; i < manyValues; ++i) {
+        module.set("Sensor type", "2", 1);
+    }
+    EXPECT_EQ(module.configuration(FieldbusType::Raw), hexBytes("02 1194 fd 06 1194 fd"));
+}
+
 TEST(RawConfiguration, refusesAnotherDeviceType)
 {
     ConfiguredModule module = exampleModule("MX0502.bin");

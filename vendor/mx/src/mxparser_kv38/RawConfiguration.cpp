@@ -67,16 +67,16 @@ public:
     // Returns the first parameter with the identifier text `id`, or null.
     Parser_kv38::ParameterP* find(const std::string& id)
     {
-        constexpr unsigned mostWalks = 8; // an index costs about as much
-        if (walks == mostWalks) {
+        constexpr std::size_t walksPerIndex = 4; // an index costs more than a walk
+        const auto& all = device.attributes;
+        if (walked > walksPerIndex * all.size()) {
             return findInIndex(id);
         }
-        ++walks;
-        const auto found = std::find_if(device.attributes.begin(), device.attributes.end(),
-                                        [&id](const auto& attribute) {
-                                            return isParameter(*attribute) && attribute->id == id;
-                                        });
-        return found == device.attributes.end() ? nullptr : parameterOf(**found);
+        const auto found = std::find_if(all.begin(), all.end(), [&id](const auto& attribute) {
+            return isParameter(*attribute) && attribute->id == id;
+        });
+        walked += static_cast<std::size_t>(found - all.begin());
+        return found == all.end() ? nullptr : parameterOf(**found);
     }
 
 private:
@@ -104,7 +104,7 @@ private:
     }
 
     const datamodel::Device& device;
-    unsigned walks = 0;
+    std::size_t walked = 0; // attributes
     std::unordered_map<std::string_view, Parser_kv38::ParameterP*> index;
 };
 
