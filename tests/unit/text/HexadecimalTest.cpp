@@ -44,11 +44,11 @@ TEST(Hexadecimal, readsDigitsOfEitherCase)
 
 TEST(Hexadecimal, spellsBytesWithAnyWhiteSpace)
 {
-    using Bytes = std::vector<std::uint8_t>;
+    using Octets = std::vector<std::uint8_t>;
     EXPECT_EQ(text::toHex({0x00, 0x9A}), "009a");
-    EXPECT_EQ(text::fromHex(" 0\t09\r\na "), (Bytes{0x00, 0x9A}));
-    EXPECT_EQ(text::fromHex("FfaA"), (Bytes{0xFF, 0xAA}));
-    EXPECT_EQ(text::fromHex(""), Bytes());
+    EXPECT_EQ(text::fromHex(" 0\t09\r\na "), (Octets{0x00, 0x9A}));
+    EXPECT_EQ(text::fromHex("FfaA"), (Octets{0xFF, 0xAA}));
+    EXPECT_EQ(text::fromHex(""), Octets());
     for (const char* const other : {"0", "009", "0g", "0x00", "00,01", "0 \f0"}) {
         EXPECT_EQ(text::fromHex(other), std::nullopt) << other;
     }
