@@ -46,7 +46,9 @@ text::Json regionOf(const CheckFinding& found)
 // The text of the finding without the rule.
 std::string messageOf(const CheckFinding& found)
 {
-    return found.finding.text.substr(found.rule.size() + std::string("[] ").size());
+    const std::string rule = "[" + found.rule + "] ";
+    const std::string& text = found.finding.text;
+    return text.compare(0, rule.size(), rule) == 0 ? text.substr(rule.size()) : text;
 }
 
 text::Json artifactLocation(const std::string& path)
@@ -67,7 +69,7 @@ text::Json sarifResult(const std::string& file, const CheckFinding& found,
         {"physicalLocation",
          {{"artifactLocation", artifactLocation(file)}, {"region", regionOf(found)}}}};
     return {{"ruleId", found.rule},
-            {"ruleIndex", rule - rules.begin()},
+            {"ruleIndex", rule == rules.end() ? -1 : rule - rules.begin()},
             {"level", severityName(found.finding.severity)},
             {"message", {{"text", text::toUtf8(messageOf(found))}}},
             {"locations", text::Json::array({location})}};

@@ -67,8 +67,7 @@ public:
                  fmt::format("{} more values were not checked", unchecked));
         }
         if (errors == 0) {
-            composition.image = composedImage();
-            compareWith(composition.image, images);
+            writeAll(images);
         }
         if (errors != 0) {
             composition.image.clear();
@@ -149,6 +148,19 @@ private:
                              text::toUtf8(described(parameter)),
                              parameter.scale.text(*setting.alone)));
         }
+    }
+
+    // A companion library of the host may reject values only together.
+    void writeAll(const ImageReader& images)
+    {
+        try {
+            composition.image = composedImage();
+        } catch (const std::runtime_error& failure) {
+            note(Severity::Error, module.name(), failure.what());
+            ++errors;
+            return;
+        }
+        compareWith(composition.image, images);
     }
 
     std::vector<char> composedImage() const

@@ -14,7 +14,6 @@ using mxmodule::CheckFinding;
 using mxmodule::ModuleFile;
 using mxmodule::RuleSettings;
 using mxmodule::Severity;
-using nlohmann::json;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -100,13 +99,13 @@ TEST(Check, countsOverAllFiles)
 
 TEST(Check, jsonHoldsWhatTheFindingsSay)
 {
-    const json document = json::parse(mxmodule::checkJson({checkedText()}));
+    const nlohmann::json document = nlohmann::json::parse(mxmodule::checkJson({checkedText()}));
     EXPECT_EQ(document["errors"], 3);
     EXPECT_EQ(document["notes"], 1);
-    const json& file = document["files"][0];
+    const nlohmann::json& file = document["files"][0];
     EXPECT_EQ(file["file"], "a.yaml");
     EXPECT_EQ(file["findings"][0]["group"], nullptr);
-    const json& unknown = file["findings"][3];
+    const nlohmann::json& unknown = file["findings"][3];
     EXPECT_EQ(unknown["rule"], "unknown-group");
     EXPECT_EQ(unknown["severity"], "note");
     EXPECT_EQ(unknown["line"], 3);
@@ -116,23 +115,37 @@ TEST(Check, jsonHoldsWhatTheFindingsSay)
 
 TEST(Check, sarifNamesBytesOrLines)
 {
-    const json run = json::parse(mxmodule::checkSarif({checkedBroken(), checkedText()}))["runs"][0];
-    const json& results = run["results"];
+    const nlohmann::json run =
+        nlohmann::json::parse(mxmodule::checkSarif({checkedBroken(), checkedText()}))["runs"][0];
+    const nlohmann::json& results = run["results"];
     ASSERT_EQ(results.size(), 6U);
     EXPECT_EQ(results[0]["locations"][0]["physicalLocation"]["region"]["byteOffset"], 8);
     EXPECT_EQ(results[5]["locations"][0]["physicalLocation"]["region"],
-              (json{{"startLine", 3}, {"startColumn", 5}}));
+              (nlohmann::json{{"startLine", 3}, {"startColumn", 5}}));
     EXPECT_EQ(results[5]["message"]["text"],
               "group 20d4: not a group of the format, 2 bytes skipped");
-    for (const json& result : results) {
-        const json& rules = run["tool"]["driver"]["rules"];
+    for (const nlohmann::json& result : results) {
+        const nlohmann::json& rules = run["tool"]["driver"]["rules"];
         EXPECT_EQ(rules[result["ruleIndex"].get<std::size_t>()]["id"], result["ruleId"]);
     }
 }
 
+TEST(Check, sarifHoldsFindingsOfAHost)
+{
+    CheckFinding own;
+    own.rule = "plant-naming";
+    own.finding.text = "no plant code";
+    const nlohmann::json run =
+        nlohmann::json::parse(mxmodule::checkSarif({{"a.bin", {own}}}))["runs"][0];
+    const nlohmann::json& result = run["results"][0];
+    EXPECT_EQ(result["message"]["text"], "no plant code");
+    EXPECT_EQ(result["ruleId"], "plant-naming");
+    EXPECT_EQ(result["ruleIndex"], -1); // as the format has it for a rule that is not listed
+}
+
 TEST(Check, everyRuleIsDescribed)
 {
-    const json listed = json::parse(mxmodule::checkRulesJson())["rules"];
+    const nlohmann::json listed = nlohmann::json::parse(mxmodule::checkRulesJson())["rules"];
     const std::vector<mxmodule::CheckRule> rules = mxmodule::checkRules();
     ASSERT_EQ(listed.size(), rules.size());
     for (std::size_t i = 0; i < rules.size(); ++i) {
