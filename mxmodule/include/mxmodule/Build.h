@@ -31,9 +31,9 @@ struct BuiltFile
 };
 
 /// Builds the mx file that the text form `content`, called `name`, describes. The same text always
-/// gives the same bytes. Files that it names are looked for in the directory of `name`; a name in
-/// angle brackets, such as "<standard input>", stands for the current one. Throws a `Failure` when
-/// the content is empty or no text form at all.
+/// gives the same bytes. Files that it names are looked for in the directory of `name`, or in the
+/// current directory if `name` is in angle brackets, such as "<standard input>". Throws a `Failure`
+/// when the content is empty or no text form at all.
 MXMODULE_API BuiltFile build(const std::string& content, const std::string& name,
                              const BuildOptions& options = {});
 

@@ -53,9 +53,9 @@ struct ReadImage
 /// library runs one operation after the other. A host that uses these two directly as well puts its
 /// own use in the same thread, see docs/guide/threads.md.
 ///
-/// An operation that has no result throws a `Failure` with its findings. `std::bad_alloc` leaves
-/// nothing behind. Where the process has no memory left, writing or reading JSON may call
-/// `std::terminate`: the JSON library allocates in destructors.
+/// An operation that has no result throws a `Failure` with its findings. One that ends with
+/// `std::bad_alloc` keeps no memory; writing or reading JSON may call `std::terminate` instead,
+/// because the JSON library allocates in destructors.
 class MXMODULE_API Module
 {
 public:
