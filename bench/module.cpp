@@ -1,8 +1,7 @@
 // The cost of libmxmodule over the translation that each module needs.
-#include "DeviceTree.h"
 #include "ModuleGenerator.h"
+#include "TranslationCost.h"
 
-#include <devices/parser/mx/Parser_kv38.h>
 #include <mxmodule/Module.h>
 
 #include <benchmark/benchmark.h>
@@ -12,32 +11,11 @@
 
 namespace {
 
-using devices::parser::mx::Parser_kv38;
+using bench::floorOfTree;
+using bench::parse;
 using mxmodule::Assignment;
 using mxmodule::Fieldbus;
 using mxmodule::Module;
-
-void parse(benchmark::State& state, const bench::ModuleShape& shape)
-{
-    const std::vector<char> file = bench::generateModule(shape);
-    Parser_kv38 parser;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(parser.parse(file, nullptr, 0, 0));
-    }
-}
-
-void floorOfTree(benchmark::State& state, const bench::ModuleShape& shape)
-{
-    const std::vector<char> file = bench::generateModule(shape);
-    Parser_kv38 parser;
-    const auto ready = parser.parse(file, nullptr, 0, 0);
-    const std::string image = bench::imageOf(*ready);
-    std::shared_ptr<bench::Device> last;
-    for (auto _ : state) {
-        last = bench::buildFromReadyValues(*ready, image);
-        benchmark::DoNotOptimize(last);
-    }
-}
 
 void fromBytes(benchmark::State& state, const bench::ModuleShape& shape)
 {

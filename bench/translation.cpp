@@ -1,6 +1,6 @@
 // The cost of a translation relative to building the device tree alone.
-#include "DeviceTree.h"
 #include "ModuleGenerator.h"
+#include "TranslationCost.h"
 
 #include <Poco/Logger.h>
 #include <Poco/NullChannel.h>
@@ -11,33 +11,9 @@
 
 namespace {
 
+using bench::floorOfTree;
+using bench::parse;
 using devices::parser::mx::Parser_kv38;
-
-void parse(benchmark::State& state, const bench::ModuleShape& shape)
-{
-    const std::vector<char> file = bench::generateModule(shape);
-    Parser_kv38 parser;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(parser.parse(file, nullptr, 0, 0));
-    }
-}
-
-void floorOfTree(benchmark::State& state, const bench::ModuleShape& shape)
-{
-    const std::vector<char> file = bench::generateModule(shape);
-    Parser_kv38 parser;
-    const auto ready = parser.parse(file, nullptr, 0, 0);
-    const std::string image = bench::imageOf(*ready);
-    if (!bench::sameTree(*ready, *bench::buildFromReadyValues(*ready, image))) {
-        state.SkipWithError("The tree is another one than the parser's");
-    }
-    // A parser keeps its last device until the next is built.
-    std::shared_ptr<bench::Device> last;
-    for (auto _ : state) {
-        last = bench::buildFromReadyValues(*ready, image);
-        benchmark::DoNotOptimize(last);
-    }
-}
 
 void copyBytes(benchmark::State& state, const bench::ModuleShape& shape)
 {
