@@ -1,7 +1,7 @@
 #include "channels/ChannelMapOutput.h"
 
-#include "channels/IecNames.h"
 #include <text/Counted.h>
+#include <text/IecNames.h>
 
 #include <fmt/format.h>
 
@@ -46,7 +46,7 @@ std::string declaration(const std::string& name, const std::string& address,
 // The name of the channel, if it differs from the identifier.
 std::string nameComment(const TableChannel& channel, const std::string& identifier)
 {
-    return channel.name == identifier ? "" : iecCommentText(channel.name);
+    return channel.name == identifier ? "" : text::iecCommentText(channel.name);
 }
 
 bool fillsBytes(const TableChannel& channel)
@@ -62,7 +62,7 @@ bool isDeclared(const TableChannel& channel)
 }
 
 // A bit field that fills whole bytes.
-std::string bytesDeclaration(const TableChannel& channel, IecNames& names,
+std::string bytesDeclaration(const TableChannel& channel, text::IecNames& names,
                              const std::string& identifier)
 {
     const unsigned bytes = channel.bits() / 8;
@@ -72,34 +72,34 @@ std::string bytesDeclaration(const TableChannel& channel, IecNames& names,
                        nameComment(channel, identifier));
 }
 
-std::string bitDeclarations(const TableChannel& channel, IecNames& names,
+std::string bitDeclarations(const TableChannel& channel, text::IecNames& names,
                             const std::string& identifier)
 {
     std::string all;
     for (unsigned bit = 0; bit < channel.bits(); ++bit) {
-        all += declaration(
-            names.unique(fmt::format("{}_Bit{}", identifier, bit)),
-            bitAddress(channel, channel.firstBit() + bit), "BOOL",
-            fmt::format("{}, bit {} of {}", iecCommentText(channel.name), bit, channel.bits()));
+        all += declaration(names.unique(fmt::format("{}_Bit{}", identifier, bit)),
+                           bitAddress(channel, channel.firstBit() + bit), "BOOL",
+                           fmt::format("{}, bit {} of {}", text::iecCommentText(channel.name), bit,
+                                       channel.bits()));
     }
     return all;
 }
 
-std::string fieldDeclarations(const TableChannel& channel, IecNames& names,
+std::string fieldDeclarations(const TableChannel& channel, text::IecNames& names,
                               const std::string& identifier)
 {
     if (!isDeclared(channel)) {
         return fmt::format("    (* {}: {} from {} on, not declared *)\n",
-                           iecCommentText(channel.name), text::counted(channel.bits(), "bit"),
+                           text::iecCommentText(channel.name), text::counted(channel.bits(), "bit"),
                            bitAddress(channel, channel.firstBit()));
     }
     return fillsBytes(channel) ? bytesDeclaration(channel, names, identifier)
                                : bitDeclarations(channel, names, identifier);
 }
 
-std::string channelDeclarations(const TableChannel& channel, IecNames& names)
+std::string channelDeclarations(const TableChannel& channel, text::IecNames& names)
 {
-    std::string identifier = iecIdentifier(channel.name);
+    std::string identifier = text::iecIdentifier(channel.name);
     if (identifier.empty()) {
         identifier = fmt::format("Channel_{}", channel.number);
     }
@@ -119,10 +119,10 @@ std::string channelDeclarations(const TableChannel& channel, IecNames& names)
 std::string iecDeclarations(const ChannelTable& map)
 {
     const std::string head =
-        fmt::format("(* {} ({}). Addresses count bytes. *)\n", iecCommentText(map.label),
-                    iecCommentText(map.deviceTypeId));
+        fmt::format("(* {} ({}). Addresses count bytes. *)\n", text::iecCommentText(map.label),
+                    text::iecCommentText(map.deviceTypeId));
     std::string body;
-    IecNames names;
+    text::IecNames names;
     for (const TableChannel& channel : map.channels) {
         body += channelDeclarations(channel, names);
     }

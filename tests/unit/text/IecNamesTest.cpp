@@ -1,12 +1,12 @@
-#include "channels/IecNames.h"
+#include <text/IecNames.h>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using mxmodule::iecCommentText;
-using mxmodule::iecIdentifier;
-using mxmodule::IecNames;
+using text::iecCommentText;
+using text::iecIdentifier;
+using text::IecNames;
 
 TEST(IecIdentifier, keepsLettersDigitsAndSingleUnderscores)
 {

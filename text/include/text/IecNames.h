@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-namespace mxmodule {
+namespace text {
 
 /// Returns the bytes of an mx text as an IEC 61131-3 identifier: letters, digits and single
 /// underscores, at most 100 characters. Umlauts and accented letters become ASCII letters; "Ch_" is
@@ -26,4 +26,4 @@ private:
     std::map<std::string, unsigned> next; // the number to try next, by identifier in upper case
 };
 
-} // namespace mxmodule
+} // namespace text

@@ -1,16 +1,16 @@
-#include "channels/IecNames.h"
+#include "text/IecNames.h"
 
 #include <Poco/String.h>
 #include <Poco/StringTokenizer.h>
 
-#include <text/Beginning.h>
-#include <text/TextWidth.h>
-#include <text/Utf8.h>
+#include "text/Beginning.h"
+#include "text/TextWidth.h"
+#include "text/Utf8.h"
 
 #include <array>
 #include <cctype>
 
-namespace mxmodule {
+namespace text {
 
 namespace {
 
@@ -53,8 +53,11 @@ const std::map<char32_t, const char*> otherLetters = {
 
 bool isKeyword(const std::string& identifier)
 {
-    static const Poco::StringTokenizer all(keywords, " ");
-    return all.has(Poco::toUpper(identifier));
+    static const std::set<std::string> all = [] {
+        const Poco::StringTokenizer words(keywords, " ");
+        return std::set<std::string>(words.begin(), words.end());
+    }();
+    return all.count(Poco::toUpper(identifier)) != 0;
 }
 
 bool isPlain(char32_t point)
@@ -81,7 +84,7 @@ std::string iecIdentifier(const std::string& bytes)
 {
     std::string identifier;
     bool separated = false;
-    for (const char32_t point : text::codePoints(text::beginningOf(bytes, bytesLookedAt))) {
+    for (const char32_t point : codePoints(beginningOf(bytes, bytesLookedAt))) {
         const std::string letters = plainLetters(point);
         const bool needsSeparator = separated && !identifier.empty();
         if (identifier.size() + letters.size() + (needsSeparator ? 1 : 0) > longestIdentifier) {
@@ -101,15 +104,15 @@ std::string iecIdentifier(const std::string& bytes)
 
 std::string iecCommentText(const std::string& bytes)
 {
-    std::string text;
-    for (const char c : text::labelOf(bytes)) {
-        const char before = text.empty() ? ' ' : text.back();
+    std::string comment;
+    for (const char c : labelOf(bytes)) {
+        const char before = comment.empty() ? ' ' : comment.back();
         if ((before == '*' && c == ')') || (before == '(' && c == '*')) {
-            text += ' ';
+            comment += ' ';
         }
-        text += c;
+        comment += c;
     }
-    return text;
+    return comment;
 }
 
 std::string IecNames::unique(const std::string& identifier)
@@ -122,4 +125,4 @@ std::string IecNames::unique(const std::string& identifier)
     return name;
 }
 
-} // namespace mxmodule
+} // namespace text
