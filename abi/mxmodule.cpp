@@ -6,6 +6,7 @@
 #include <mxmodule/Check.h>
 #include <mxmodule/FileKind.h>
 #include <mxmodule/HandWriting.h>
+#include <mxmodule/IecVariable.h>
 #include <mxmodule/Module.h>
 #include <mxmodule/Population.h>
 #include <mxmodule/WantedValues.h>
@@ -22,7 +23,7 @@ void values(Assignment, Values, WantedValues, ComposeOptions, Composition, Confi
             Comparison, PlacedParameter, ReadImage, Fieldbus, Listing, ValueCheck)
 {}
 
-void channelMaps(ChannelMap, MappedChannel, ImageArea, BitRun, CsvStyle) {}
+void channelMaps(ChannelMap, MappedChannel, ImageArea, BitRun, CsvStyle, IecVariable) {}
 
 void findings(Finding, Failure*, Severity, Origin, Advice) {}
 

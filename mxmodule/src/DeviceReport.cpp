@@ -10,14 +10,6 @@ namespace {
 
 using devices::parser::mx::Parser_kv38;
 
-DeviceReport::Channel makeChannel(const Parser_kv38::ChannelP& channel)
-{
-    const auto& place = channel.privateProps;
-    return {channel.id,        place.channelNumber, channel.name,
-            channel.direction, channel.iecSymbol,   channel.dataType,
-            place.byteAddress, place.bitOffset,     place.bitLength};
-}
-
 std::vector<DeviceReport::Option> makeOptions(const Parser_kv38::ParameterP& parameter)
 {
     std::vector<DeviceReport::Option> options;
@@ -71,8 +63,7 @@ void addAttribute(const datamodel::Attribute& attribute,
 {
     switch (attribute.typeCode()) {
     case datamodel::channelTypeCode:
-        report.channels.push_back(
-            makeChannel(static_cast<const Parser_kv38::ChannelP&>(attribute)));
+        report.channels.push_back(reportOf(static_cast<const Parser_kv38::ChannelP&>(attribute)));
         break;
     case datamodel::parameterTypeCode:
         addParameter(static_cast<const Parser_kv38::ParameterP&>(attribute), conversions, report);
@@ -128,6 +119,14 @@ std::string DeviceReport::property(const std::string& name) const
         std::find_if(properties.begin(), properties.end(),
                      [&name](const Property& property) { return property.name == name; });
     return found == properties.end() ? "" : found->value;
+}
+
+DeviceReport::Channel reportOf(const Parser_kv38::ChannelP& channel)
+{
+    const auto& place = channel.privateProps;
+    return {channel.id,        place.channelNumber, channel.name,
+            channel.direction, channel.iecSymbol,   channel.dataType,
+            place.byteAddress, place.bitOffset,     place.bitLength};
 }
 
 DeviceReport makeReport(const Parser_kv38::DeviceP& device,

@@ -107,6 +107,9 @@ struct DeviceReport
     std::string property(const std::string& name) const;
 };
 
+/// Reads `channel` as a report has it.
+DeviceReport::Channel reportOf(const devices::parser::mx::Parser_kv38::ChannelP& channel);
+
 /// Reads `device` into a report, everything in the order of the device's list. The mx file of the
 /// device must still be in memory, `conversions` are those of the file.
 DeviceReport makeReport(const devices::parser::mx::Parser_kv38::DeviceP& device,

@@ -157,11 +157,8 @@ std::string Module::json() const
 
 ChannelMap Module::channelMap(Observer* observer) const
 {
-    ChannelTable table;
-    withParser(observer, [&](TranslatedModule::Parser& parser) {
-        table = makeChannelTable(parser, content->device(), content->report(), content->bytes());
-    });
-    return ChannelMap(std::make_shared<const ChannelMap::Content>(std::move(table)));
+    return ChannelMap(
+        std::make_shared<const ChannelMap::Content>(makeChannelTable(*content, observer)));
 }
 
 std::vector<Finding> Module::offsetFindings(const std::string& inputPlace,

@@ -7,6 +7,7 @@
 #include <mxmodule/Finding.h>
 
 #include <fmt/format.h>
+#include <mxformat/Groups.h>
 
 #include <utility>
 
@@ -92,6 +93,21 @@ void TranslatedModule::requireBlockSize(const std::vector<char>& block, const st
                                   "parameter block",
                                   block.size(), expected));
     }
+}
+
+std::vector<mxformat::ChannelRecord> TranslatedModule::channelRecords() const
+{
+    devices::parser::mx::Parser container;
+    container.parse(mxData.data(), static_cast<std::uint32_t>(mxData.size()));
+    std::uint32_t size = 0;
+    const std::uint8_t* const payload = container.getGroup(mxformat::group::channels, &size);
+    std::vector<mxformat::ChannelRecord> records;
+    for (std::uint32_t position = 0; payload != nullptr && position < size;) {
+        // The last record may end after the group, but the parser has found it in the mx data.
+        records.push_back(mxformat::readRecord<mxformat::ChannelRecord>(payload + position));
+        position += mxformat::channelRecordSize(records.back().wordCount);
+    }
+    return records;
 }
 
 const DeviceReport& TranslatedModule::report() const

@@ -7,6 +7,7 @@
 #include <mxmodule/Values.h>
 
 #include <devices/parser/mx/Parser_kv38.h>
+#include <mxformat/ChannelRecord.h>
 
 #include <memory>
 #include <mutex>
@@ -45,6 +46,10 @@ public:
 
     /// Returns the device. The parser's interface takes devices that it could change; none does.
     Device& device() const { return *builtDevice; }
+
+    /// Returns the channel records of the mx data in their order, also those of channels that the
+    /// device does not have because of their name.
+    std::vector<mxformat::ChannelRecord> channelRecords() const;
 
     /// Returns the report on the device. Made at the first call.
     const DeviceReport& report() const;

@@ -26,6 +26,7 @@ struct MappedChannel
     bool isSigned = false;         ///< Whether the value is signed; false for a bit field.
     std::uint64_t firstBit = 0;    ///< First bit in the image, counted from byte 0.
     unsigned bits = 0;             ///< Number of bits in the image.
+    bool isBitField = false; ///< Addressed by bits; otherwise whole bytes, as the kind states.
 };
 
 /// Consecutive bits of a process image.

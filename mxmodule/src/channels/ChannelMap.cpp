@@ -1,27 +1,15 @@
 #include "mxmodule/ChannelMap.h"
 
-#include "PlainValues.h"
 #include "channels/ChannelMapContent.h"
 #include "channels/ChannelMapOutput.h"
 
 #include <text/JsonText.h>
-#include <text/Utf8.h>
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace mxmodule {
 
 namespace {
-
-MappedChannel plainChannel(const ChannelTable::Channel& channel)
-{
-    return {channel.id,        channel.number,     text::toUtf8(channel.name), channel.isInput(),
-            channel.symbol,    channel.sizeLetter, channel.byteAddress,        channel.bitOffset,
-            channel.bitLength, channel.mask,       channel.isSigned,           channel.firstBit(),
-            channel.bits()};
-}
 
 ImageArea plainArea(const ProcessImage::Area& area)
 {
@@ -34,12 +22,8 @@ ChannelMap::Content::Content(ChannelTable made)
     : table(std::move(made)),
       image(makeProcessImage(table)),
       input(plainArea(image.input)),
-      output(plainArea(image.output)),
-      withoutSymbol(plainChannels(table.withoutSymbol))
-{
-    std::transform(table.channels.begin(), table.channels.end(), std::back_inserter(channels),
-                   [](const ChannelTable::Channel& channel) { return plainChannel(channel); });
-}
+      output(plainArea(image.output))
+{}
 
 ChannelMap::ChannelMap(std::shared_ptr<const Content> made) : content(std::move(made)) {}
 
@@ -55,12 +39,12 @@ const ImageArea& ChannelMap::output() const
 
 const std::vector<MappedChannel>& ChannelMap::channels() const
 {
-    return content->channels;
+    return content->table.channels;
 }
 
 const std::vector<Channel>& ChannelMap::withoutSymbol() const
 {
-    return content->withoutSymbol;
+    return content->table.withoutSymbol;
 }
 
 std::string ChannelMap::text() const

@@ -5,8 +5,6 @@
 
 #include <mxmodule/ChannelMap.h>
 
-#include <vector>
-
 namespace mxmodule {
 
 /// What a channel map shares with its copies.
@@ -18,8 +16,6 @@ struct __attribute__((visibility("hidden"))) ChannelMap::Content
     ProcessImage image;
     ImageArea input;
     ImageArea output;
-    std::vector<MappedChannel> channels;
-    std::vector<mxmodule::Channel> withoutSymbol;
 };
 
 } // namespace mxmodule

@@ -11,26 +11,31 @@ namespace mxmodule {
 
 namespace {
 
-text::Json channelJson(const ChannelTable::Channel& channel)
+const char* directionOf(const MappedChannel& channel)
+{
+    return channel.isInput ? "in" : "out";
+}
+
+text::Json channelJson(const MappedChannel& channel)
 {
     return {{"id", channel.id},
             {"number", channel.number},
-            {"name", text::toUtf8(channel.name)},
-            {"direction", channel.direction()},
+            {"name", channel.name},
+            {"direction", directionOf(channel)},
             {"symbol", channel.symbol},
-            {"area", std::string(1, channel.area)},
-            {"size_letter", std::string(1, channel.sizeLetter)},
+            {"area", channel.isInput ? "I" : "Q"},
+            {"size_letter", std::string(1, channel.kind)},
             {"byte", channel.byteAddress},
             {"bit_offset", channel.bitOffset},
             {"bit_length", channel.bitLength},
             {"mask", channel.mask}};
 }
 
-text::Json withoutSymbolJson(const DeviceReport::Channel& channel)
+text::Json withoutSymbolJson(const Channel& channel)
 {
     return {{"id", channel.id},
             {"number", channel.number},
-            {"name", text::toUtf8(channel.name)},
+            {"name", channel.name},
             {"direction", channel.direction}};
 }
 
@@ -54,7 +59,7 @@ std::string channelMapText(const ChannelTable& map)
     text::TextTable table(
         {"Channel", "Name", "Direction", "Symbol", "Byte", "Bit", "Bits", "Mask"});
     for (const auto& channel : map.channels) {
-        table.add({std::to_string(channel.number), channel.name, channel.direction(),
+        table.add({std::to_string(channel.number), channel.name, directionOf(channel),
                    channel.symbol, std::to_string(channel.byteAddress),
                    std::to_string(channel.bitOffset), std::to_string(channel.bitLength),
                    fmt::format("{:#04x}", channel.mask)});
@@ -67,8 +72,8 @@ std::string channelMapCsv(const ChannelTable& map, const CsvStyle& style)
     std::vector<text::CsvRow> rows = {{"number", "name", "direction", "symbol", "size_letter",
                                        "byte", "bit_offset", "bit_length", "mask"}};
     for (const auto& channel : map.channels) {
-        rows.push_back({std::to_string(channel.number), channel.name, channel.direction(),
-                        channel.symbol, std::string(1, channel.sizeLetter),
+        rows.push_back({std::to_string(channel.number), channel.name, directionOf(channel),
+                        channel.symbol, std::string(1, channel.kind),
                         std::to_string(channel.byteAddress), std::to_string(channel.bitOffset),
                         std::to_string(channel.bitLength), std::to_string(channel.mask)});
     }

@@ -1,25 +1,23 @@
 #include "channels/ChannelTable.h"
 
-#include <mxauthor/MxFile.h>
+#include "PlainValues.h"
+#include "ProcessParser.h"
+#include "TranslatedModule.h"
+
+#include <mxformat/Datatype.h>
 #include <mxformat/ImageAllocator.h>
+#include <text/Utf8.h>
+
+#include <utility>
 
 namespace mxmodule {
 
 namespace {
 
-constexpr std::size_t shortestSymbol = 2;
+using MappingInfo = devices::parser::IDeviceParser::ChannelMappingInfo;
+using ChannelP = TranslatedModule::Parser::ChannelP;
 
-// The records of the channels; none if the group is malformed.
-std::vector<mxauthor::ChannelRecord> recordsOf(const std::vector<char>& mxData)
-{
-    // The parser has not read the bytes after a failure.
-    for (const mxauthor::Group& group : mxauthor::readWholeGroups(mxData).file.groups) {
-        if (const auto* channels = std::get_if<mxauthor::Channels>(&group.content)) {
-            return channels->records;
-        }
-    }
-    return {};
-}
+constexpr std::size_t shortestSymbol = 2;
 
 // Finds the record of each channel of a device. The device has its channels in the order of the
 // records, without those omitted because of their name. As a number has one name, either all of its
@@ -27,80 +25,86 @@ std::vector<mxauthor::ChannelRecord> recordsOf(const std::vector<char>& mxData)
 class RecordSearch
 {
 public:
-    explicit RecordSearch(const std::vector<char>& mxData) : records(recordsOf(mxData)) {}
+    explicit RecordSearch(std::vector<mxformat::ChannelRecord> all) : records(std::move(all)) {}
 
     // Returns whether the value of the next channel, which has this number, is signed.
     bool isSigned(std::uint8_t number)
     {
         while (next < records.size()) {
-            const mxauthor::ChannelRecord& record = records[next++];
-            if (record.number.value == number) {
-                return record.isSigned();
+            const mxformat::ChannelRecord& record = records[next++];
+            if (record.number == number) {
+                const auto* const type = mxformat::findDatatype(mxformat::channelKind(record.kind));
+                return type != nullptr && type->isSigned;
             }
         }
         return false;
     }
 
 private:
-    std::vector<mxauthor::ChannelRecord> records;
+    std::vector<mxformat::ChannelRecord> records;
     std::size_t next = 0;
 };
 
-ChannelTable::Channel join(const devices::parser::IDeviceParser::ChannelMappingInfo& info,
-                           const DeviceReport::Channel& channel, bool isSigned)
+// The byte address already includes whole bytes of the bit offset.
+void place(MappedChannel& channel, std::uint8_t bitLength)
 {
-    return {channel.id,
-            channel.number,
-            channel.name,
-            info.iecSymbol,
-            static_cast<char>(info.area),
-            static_cast<char>(info.sizeLetter),
-            info.byteAddress,
-            info.bitOffset,
-            channel.bitLength,
-            info.mask,
-            isSigned};
+    channel.isBitField = channel.kind == 'X' || channel.symbol.find('#') != std::string::npos;
+    const unsigned bit = channel.isBitField ? channel.bitOffset % 8U : 0;
+    channel.firstBit = std::uint64_t{channel.byteAddress} * 8 + bit;
+    channel.bits = channel.isBitField ? bitLength : 8U * mxformat::bytesOfSizeLetter(channel.kind);
 }
 
-ChannelTable::Data dataOf(const DeviceReport& report, const char* offset, const char* size)
+MappedChannel join(MappingInfo& info, const ChannelP& channel, bool isSigned)
 {
-    return {std::stoul(report.property(offset)), std::stoul(report.property(size))};
+    MappedChannel mapped;
+    mapped.id = channel.id;
+    mapped.number = channel.privateProps.channelNumber;
+    mapped.name = text::toUtf8(channel.name);
+    mapped.isInput = info.area == 'I';
+    mapped.symbol = std::move(info.iecSymbol);
+    mapped.kind = static_cast<char>(info.sizeLetter);
+    mapped.byteAddress = info.byteAddress;
+    mapped.bitOffset = info.bitOffset;
+    mapped.bitLength = channel.privateProps.bitLength;
+    mapped.mask = info.mask;
+    mapped.isSigned = isSigned;
+    place(mapped, mapped.bitLength);
+    return mapped;
+}
+
+std::vector<std::unique_ptr<MappingInfo>> mappingOf(const TranslatedModule& module,
+                                                    Observer* observer)
+{
+    std::vector<std::unique_ptr<MappingInfo>> mapping;
+    withParser(observer, [&](TranslatedModule::Parser& parser) {
+        mapping = parser.getChannelMappingInfoList(&module.device());
+    });
+    return mapping;
 }
 
 } // namespace
 
-bool ChannelTable::Channel::isBitField() const
+ChannelTable makeChannelTable(const TranslatedModule& module, Observer* observer)
 {
-    return sizeLetter == 'X' || symbol.find('#') != std::string::npos;
-}
-
-std::uint64_t ChannelTable::Channel::firstBit() const
-{
-    return std::uint64_t{byteAddress} * 8 + (isBitField() ? bitOffset % 8U : 0);
-}
-
-unsigned ChannelTable::Channel::bits() const
-{
-    return isBitField() ? bitLength : 8U * mxformat::bytesOfSizeLetter(sizeLetter);
-}
-
-ChannelTable makeChannelTable(devices::parser::IDeviceParser& parser,
-                              devices::parser::mx::Parser_kv38::DeviceP& device,
-                              const DeviceReport& report, const std::vector<char>& mxData)
-{
-    const auto mapping = parser.getChannelMappingInfoList(&device);
-    ChannelTable map{report.label,
-                     report.deviceTypeId,
-                     dataOf(report, "inDataOffset", "inDataSize"),
-                     dataOf(report, "outDataOffset", "outDataSize"),
+    const auto mapping = mappingOf(module, observer);
+    const TranslatedModule::Device& device = module.device();
+    ChannelTable map{device.brandLabelName,
+                     device.deviceTypeId,
+                     {module.offsets().input, device.privateProps.inDataSize},
+                     {module.offsets().output, device.privateProps.outDataSize},
                      {},
                      {}};
-    RecordSearch records(mxData);
+    map.channels.reserve(mapping.size());
+    RecordSearch records(module.channelRecords());
     auto info = mapping.begin();
-    for (const DeviceReport::Channel& channel : report.channels) {
-        const bool isSigned = records.isSigned(channel.number);
-        if (channel.symbol.size() < shortestSymbol) {
-            map.withoutSymbol.push_back(channel);
+    for (const auto& attribute : device.attributes) {
+        if (attribute->typeCode() != datamodel::channelTypeCode) {
+            continue;
+        }
+        const auto& channel = static_cast<const ChannelP&>(*attribute);
+        const bool isSigned = records.isSigned(channel.privateProps.channelNumber);
+        if (channel.iecSymbol.size() < shortestSymbol) {
+            map.withoutSymbol.push_back(plainChannel(reportOf(channel)));
         } else {
             map.channels.push_back(join(**info, channel, isSigned));
             ++info;

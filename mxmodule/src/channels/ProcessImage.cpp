@@ -151,16 +151,16 @@ Area makeArea(const ChannelTable& map, bool input)
     area.title = input ? "Inputs" : "Outputs";
     area.data = input ? map.input : map.output;
     std::vector<Span> spans;
-    for (const ChannelTable::Channel& channel : map.channels) {
-        if (channel.isInput() != input) {
+    for (const MappedChannel& channel : map.channels) {
+        if (channel.isInput != input) {
             continue;
         }
         const std::size_t index = area.channels.size();
         area.channels.push_back({text::labelOf(channel.name), channel.symbol, channel.number,
-                                 channel.bits(),
+                                 channel.bits,
                                  static_cast<unsigned>(index % ProcessImage::colours)});
-        if (channel.bits() != 0) {
-            spans.push_back({index, channel.firstBit(), channel.firstBit() + channel.bits(), 0});
+        if (channel.bits != 0) {
+            spans.push_back({index, channel.firstBit, channel.firstBit + channel.bits, 0});
         }
     }
     std::stable_sort(spans.begin(), spans.end(),

@@ -2,49 +2,45 @@
 
 #include "ChannelTables.h"
 #include "MxBuffer.h"
+#include "TranslatedModule.h"
 
 #include <devices/parser/mx/LoadFile.h>
+
+#include <mxmodule/Module.h>
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using mxmodule::ChannelTable;
+using mxmodule::MappedChannel;
 using text::Json;
-using Parser = devices::parser::mx::Parser_kv38;
-
-ChannelTable tableOf(Parser& parser, Parser::DeviceP& device, const std::vector<char>& bytes)
-{
-    const auto report = mxmodule::makeReport(device, mxmodule::conversionsOf(bytes));
-    return mxmodule::makeChannelTable(parser, device, report, bytes);
-}
 
 ChannelTable mapOf(const std::string& module, unsigned inOffset = 0, unsigned outOffset = 0)
 {
     std::vector<char> bytes;
     devices::parser::mx::loadFile(std::string(EXAMPLE_MODULES) + "/" + module, bytes);
-    Parser parser;
-    parser.setLoggingLevel("none");
-    return tableOf(parser, *parser.parse(bytes, nullptr, inOffset, outOffset), bytes);
+    return mxmodule::makeChannelTable(
+        mxmodule::TranslatedModule(module, bytes, {inOffset, outOffset}));
 }
 
 TEST(ChannelTable, joinsTheMappingWithTheChannelsInTheirOrder)
 {
     const ChannelTable map = mapOf("MX0602.bin");
     ASSERT_EQ(map.channels.size(), 11U);
-    const ChannelTable::Channel& state = map.channels[5];
+    const MappedChannel& state = map.channels[5];
     EXPECT_EQ(state.name, "State 2");
     EXPECT_EQ(state.number, 5);
     EXPECT_EQ(state.symbol, "IB10#3,31");
-    EXPECT_EQ(state.area, 'I');
-    EXPECT_EQ(state.sizeLetter, 'B');
+    EXPECT_TRUE(state.isInput);
+    EXPECT_EQ(state.kind, 'B');
     EXPECT_EQ(state.byteAddress, 10U);
     EXPECT_EQ(state.bitOffset, 3);
     EXPECT_EQ(state.bitLength, 5);
     EXPECT_EQ(state.mask, 31);
-    EXPECT_TRUE(state.isBitField());
-    EXPECT_EQ(state.firstBit(), 83U);
-    EXPECT_EQ(state.bits(), 5U);
+    EXPECT_TRUE(state.isBitField);
+    EXPECT_EQ(state.firstBit, 83U);
+    EXPECT_EQ(state.bits, 5U);
 }
 
 TEST(ChannelTable, namesTheChannelsWithoutASymbol)
@@ -56,34 +52,59 @@ TEST(ChannelTable, namesTheChannelsWithoutASymbol)
     EXPECT_EQ(map.channels.back().name, "Set value"); // joined across the gap
 }
 
+// The map of a module with these channel records. The channel 6 is called `name`.
+mxmodule::ChannelMap mapOfRecords(const std::vector<testkit::ChannelRecord>& records,
+                                  const std::string& name = "Six")
+{
+    testkit::Bytes payload;
+    for (const testkit::ChannelRecord& record : records) {
+        const auto bytes = record.bytes();
+        payload.insert(payload.end(), bytes.begin(), bytes.end());
+    }
+    const auto bytes = testkit::minimalModule()
+                           .group(0x20D7, testkit::hexBytes("06 00 05"))
+                           .group(0x20D3, testkit::textTablePayload({{5, name}}))
+                           .group(0x20D0, payload)
+                           .chars();
+    return mxmodule::Module::fromBytes(bytes).channelMap();
+}
+
 // Kinds 1 to 9: UInt8, UInt16, SInt8, SInt16, two bits, UInt32, SInt32,
 // UInt64, SInt64; then kind 30, which has no symbol, and SInt16 once more with the number of the
 // first. The sixth is left out by its name.
 TEST(ChannelTable, knowsWhichValuesHaveASign)
 {
-    testkit::Bytes records;
-    const auto add = [&records](std::uint8_t number, std::uint8_t kind) {
-        const auto inputKind = static_cast<std::uint8_t>(0x80U | kind);
-        const auto record = testkit::ChannelRecord{number, inputKind, 2}.bytes();
-        records.insert(records.end(), record.begin(), record.end());
-    };
+    std::vector<testkit::ChannelRecord> records;
     for (const std::uint8_t kind : testkit::Bytes{1, 2, 3, 4, 5, 6, 7, 8, 9, 30}) {
-        add(kind, kind);
+        records.push_back({kind, static_cast<std::uint8_t>(0x80U | kind), 2});
     }
-    add(1, 4);
-    const auto bytes = testkit::minimalModule()
-                           .group(0x20D7, testkit::hexBytes("06 00 05"))
-                           .group(0x20D3, testkit::textTablePayload({{5, "-"}}))
-                           .group(0x20D0, records)
-                           .chars();
-    Parser parser;
-    parser.setLoggingLevel("none");
-    const auto device = parser.parse(bytes, nullptr, 0, 0);
+    records.push_back({1, 0x84, 2});
+    const mxmodule::ChannelMap map = mapOfRecords(records, "-");
     std::string signs;
-    for (const auto& channel : tableOf(parser, *device, bytes).channels) {
+    for (const MappedChannel& channel : map.channels()) {
         signs += channel.symbol.substr(0, 2) + (channel.isSigned ? "- " : "+ ");
     }
     EXPECT_EQ(signs, "IB+ IW+ IB- IW- IB+ ID- IL+ IL- IW- ");
+}
+
+// A measured value of 12 bits in a word.
+TEST(ChannelTable, theSizeLetterNotTheLengthTellsTheBytesOfAValue)
+{
+    const mxmodule::ChannelMap map = mapOfRecords({{1, 0x82, 12}});
+    EXPECT_EQ(map.channels()[0].symbol, "IW0");
+    EXPECT_EQ(map.channels()[0].bits, 16U);
+    EXPECT_FALSE(map.channels()[0].isBitField);
+}
+
+// The byte address of the parser has been moved on already.
+TEST(ChannelTable, aBitOffsetAbove7CountsWithinTheByte)
+{
+    const mxmodule::ChannelMap map = mapOfRecords({{1, 0x81}, {2, 0x85, 1, 9}});
+    EXPECT_EQ(map.channels()[1].symbol, "IX1_9");
+    EXPECT_EQ(map.channels()[1].bitOffset, 9);
+    EXPECT_EQ(map.channels()[1].firstBit, 9U); // bit 1 of byte 1
+    EXPECT_EQ(map.channels()[1].bits, 1U);
+    EXPECT_TRUE(map.channels()[1].isBitField);
 }
 
 TEST(ChannelTable, knowsTheDataOfTheModule)
@@ -114,10 +135,11 @@ TEST(ChannelMapJson, isValidUtf8WhateverTheNamesHold)
 {
     ChannelTable map = emptyMap(1);
     map.label = "\xFF\x80";
-    map.channels = {bitChannel("\xC3(", 'I', 0, 0)};
     const Json json =
         Json::parse(text::jsonText(mxmodule::channelMapJson(map, mxmodule::makeProcessImage(map))));
-    EXPECT_EQ(json["channels"][0]["name"], "\u00C3(");
+    EXPECT_EQ(json["label"], "\u00FF\u20AC");
+    const Json named = Json::parse(mapOfRecords({{6, 0x85}}, "\xC3(").json());
+    EXPECT_EQ(named["channels"][0]["name"], "\u00C3(");
 }
 
 TEST(ChannelMapText, isATableWithoutControlCharacters)

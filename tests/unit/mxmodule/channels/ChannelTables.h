@@ -11,27 +11,68 @@ inline mxmodule::ChannelTable emptyMap(std::uint64_t inputSize, std::uint64_t ou
     return {"Module", "kv38.01020304", {0, inputSize}, {0, outputSize}, {}, {}};
 }
 
-inline mxmodule::ChannelTable::Channel bitChannel(const std::string& name, char area,
-                                                  std::uint32_t byte, std::uint8_t bit)
+// The bit `offset` of the byte `byte` in the image; whole bytes of the offset are in `byte`
+// already.
+inline std::uint64_t bitAt(std::uint32_t byte, std::uint8_t offset)
 {
-    return {"1", 1, name, fmt::format("{}X{}_{}", area, byte, bit), area, 'X', byte, bit, 1, 1};
+    return std::uint64_t{byte} * 8 + offset % 8U;
 }
 
-inline mxmodule::ChannelTable::Channel fieldChannel(const std::string& name, char area,
-                                                    std::uint32_t byte, std::uint8_t bit,
-                                                    std::uint8_t length)
+inline mxmodule::MappedChannel bitChannel(const std::string& name, char area, std::uint32_t byte,
+                                          std::uint8_t bit)
+{
+    return {"1",
+            1,
+            name,
+            area == 'I',
+            fmt::format("{}X{}_{}", area, byte, bit),
+            'X',
+            byte,
+            bit,
+            1,
+            1,
+            false,
+            bitAt(byte, bit),
+            1,
+            true};
+}
+
+inline mxmodule::MappedChannel fieldChannel(const std::string& name, char area, std::uint32_t byte,
+                                            std::uint8_t bit, std::uint8_t length)
 {
     const unsigned mask = length >= 8 ? 255U : (1U << length) - 1;
-    return {"2",    2,
-            name,   fmt::format("{}B{}#{},{}", area, byte, bit, mask),
-            area,   'B',
-            byte,   bit,
-            length, static_cast<std::uint8_t>(mask)};
+    return {"2",
+            2,
+            name,
+            area == 'I',
+            fmt::format("{}B{}#{},{}", area, byte, bit, mask),
+            'B',
+            byte,
+            bit,
+            length,
+            static_cast<std::uint8_t>(mask),
+            false,
+            bitAt(byte, bit),
+            length,
+            true};
 }
 
-inline mxmodule::ChannelTable::Channel wholeChannel(const std::string& name, char area, char letter,
-                                                    std::uint32_t byte, std::uint8_t length)
+/// `length` is that of the letter, in bits.
+inline mxmodule::MappedChannel wholeChannel(const std::string& name, char area, char letter,
+                                            std::uint32_t byte, std::uint8_t length)
 {
-    return {"3", 3,      name, fmt::format("{}{}{}", area, letter, byte), area, letter, byte,
-            0,   length, 255};
+    return {"3",
+            3,
+            name,
+            area == 'I',
+            fmt::format("{}{}{}", area, letter, byte),
+            letter,
+            byte,
+            0,
+            length,
+            255,
+            false,
+            bitAt(byte, 0),
+            length,
+            false};
 }

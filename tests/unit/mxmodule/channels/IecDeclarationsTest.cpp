@@ -8,9 +8,10 @@ namespace {
 
 using mxmodule::ChannelTable;
 using mxmodule::iecDeclarations;
+using mxmodule::MappedChannel;
 using testing::HasSubstr;
 
-std::string declarationsOf(const std::vector<ChannelTable::Channel>& channels)
+std::string declarationsOf(const std::vector<MappedChannel>& channels)
 {
     ChannelTable map = emptyMap(0);
     map.channels = channels;
@@ -35,7 +36,7 @@ TEST(IecDeclarations, giveTheTypeByTheSizeLetter)
         "    E AT %IL16 : LWORD;\n");
 }
 
-ChannelTable::Channel withSign(ChannelTable::Channel channel)
+MappedChannel withSign(MappedChannel channel)
 {
     channel.isSigned = true;
     return channel;
@@ -58,6 +59,13 @@ TEST(IecDeclarations, tellTheNameWhereItIsNoIdentifier)
     EXPECT_EQ(declarationsOf({bitChannel("DI 1", 'I', 0, 0), bitChannel("DI_1", 'I', 0, 1)}),
               "    DI_1 AT %IX0.0 : BOOL; (* DI 1 *)\n"
               "    DI_1_2 AT %IX0.1 : BOOL; (* DI_1 *)\n");
+}
+
+TEST(IecDeclarations, tellTheNameOfRepeatedBytesToo)
+{
+    EXPECT_EQ(declarationsOf({fieldChannel("A", 'Q', 5, 0, 8), fieldChannel("A", 'Q', 6, 0, 24)}),
+              "    A AT %QB5 : BYTE;\n"
+              "    A_2 AT %QB6 : ARRAY [0..2] OF BYTE; (* A *)\n");
 }
 
 TEST(IecDeclarations, aNameCannotEndTheComment)

@@ -9,13 +9,14 @@ namespace {
 
 using mxmodule::ChannelTable;
 using mxmodule::makeProcessImage;
+using mxmodule::MappedChannel;
 using mxmodule::ProcessImage;
 using mxmodule::totalBits;
 
 using Area = ProcessImage::Area;
 using Row = ProcessImage::Row;
 
-Area inputOf(std::uint64_t size, std::vector<ChannelTable::Channel> channels)
+Area inputOf(std::uint64_t size, std::vector<MappedChannel> channels)
 {
     ChannelTable map = emptyMap(size);
     map.channels = std::move(channels);
@@ -81,13 +82,6 @@ TEST(ProcessImage, neighboursOfTheSameNameAreNoBlock)
     EXPECT_NE(area.channels[0].colour, area.channels[1].colour);
 }
 
-TEST(ProcessImage, theSizeLetterNotTheLengthTellsTheBytesOfAValue)
-{
-    // A measured value of 12 bits in a word.
-    const Area area = inputOf(2, {wholeChannel("A", 'I', 'W', 0, 12)});
-    EXPECT_TRUE(area.gaps().empty());
-}
-
 TEST(ProcessImage, aFieldThatCrossesAByteHasAPieceInBoth)
 {
     const Area area = inputOf(2, {fieldChannel("A", 'I', 0, 6, 5)});
@@ -114,7 +108,7 @@ TEST(ProcessImage, channelsThatShareBitsLieInDifferentLanes)
 
 TEST(ProcessImage, showsAtMostFourChannelsOnTopOfOneAnother)
 {
-    std::vector<ChannelTable::Channel> channels(6, bitChannel("A", 'I', 0, 0));
+    std::vector<MappedChannel> channels(6, bitChannel("A", 'I', 0, 0));
     const Area area = inputOf(1, channels);
     EXPECT_EQ(area.rows[0].pieces.size(), 4U);
     EXPECT_EQ(area.rows[0].lanes, 4U);
@@ -172,7 +166,7 @@ TEST(ProcessImage, aFieldOfNoBitsIsAChannelWithoutAPlace)
 
 TEST(ProcessImage, nineThousandLongFieldsStaySmall)
 {
-    std::vector<ChannelTable::Channel> channels;
+    std::vector<MappedChannel> channels;
     for (std::uint32_t byte = 0; byte < 9000; ++byte) {
         channels.push_back(fieldChannel(std::string(1000, 'x'), 'I', byte, 0, 255));
     }
