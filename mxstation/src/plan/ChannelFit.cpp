@@ -1,0 +1,10 @@
+#include "plan/ChannelFit.h"
+
+namespace mxstation {
+
+std::vector<mxmodule::Finding> fitFindings(const mxmodule::ChannelMap& /*map*/)
+{
+    return {};
+}
+
+} // namespace mxstation

@@ -1,0 +1,151 @@
+#include "plan/ChannelNotes.h"
+
+#include <fmt/format.h>
+#include <text/Beginning.h>
+#include <text/IecNames.h>
+#include <text/NearestWords.h>
+
+#include <algorithm>
+
+namespace mxstation {
+
+namespace {
+
+using mxmodule::Severity;
+
+// What a note may call a channel.
+struct CalledChannel
+{
+    std::string id;
+    std::string number;
+    std::string name;
+    std::string direction;
+
+    bool isCalled(const std::string& word) const
+    {
+        return word == name || word == number || word == number + " " + name || word == "#" + id;
+    }
+
+    std::string shown() const
+    {
+        return fmt::format("#{} ({} {}, {})", id, number, name, direction);
+    }
+};
+
+// Those with a place in an image first, in the order of the map.
+std::vector<CalledChannel> channelsOf(const mxmodule::ChannelMap& map)
+{
+    std::vector<CalledChannel> channels;
+    for (const auto& channel : map.channels()) {
+        channels.push_back({channel.id, std::to_string(channel.number), channel.name,
+                            channel.isInput ? "in" : "out"});
+    }
+    for (const auto& channel : map.withoutSymbol()) {
+        channels.push_back(
+            {channel.id, std::to_string(channel.number), channel.name, channel.direction});
+    }
+    return channels;
+}
+
+std::string lowerCaseOf(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return 'A' <= c && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    return text;
+}
+
+void addUnknown(const ChannelNote& note, const std::vector<CalledChannel>& channels,
+                PlanFindings& findings)
+{
+    std::vector<std::string> names;
+    for (const CalledChannel& channel : channels) {
+        names.push_back(channel.name);
+    }
+    findings.add(note.place, Severity::Error,
+                 fmt::format("the module has no channel \"{}\"", text::abbreviated(note.channel)),
+                 names.empty() ? "it has no channels" : text::acceptedWords(note.channel, names),
+                 text::nearestWords(note.channel, names));
+}
+
+void addAmbiguous(const ChannelNote& note, const std::vector<CalledChannel>& channels,
+                  const std::vector<std::size_t>& called, PlanFindings& findings)
+{
+    std::vector<std::string> shown;
+    std::vector<std::string> accepted;
+    for (const std::size_t index : called) {
+        shown.push_back(channels[index].shown());
+        accepted.push_back("#" + channels[index].id);
+    }
+    findings.add(note.place, Severity::Error,
+                 fmt::format("\"{}\" fits several channels: {}", text::abbreviated(note.channel),
+                             text::beginningOfList(shown, 10, ", ", " ")),
+                 "a channel is also called by its identifier, such as \"" + accepted.front() + "\"",
+                 accepted);
+}
+
+} // namespace
+
+std::vector<const ChannelNote*> ChannelNotes::of(const Entry& entry,
+                                                 const mxmodule::ChannelMap& map)
+{
+    std::vector<const ChannelNote*> notes(map.channels().size());
+    if (entry.channels.empty()) {
+        return notes;
+    }
+    const std::vector<CalledChannel> channels = channelsOf(map);
+    std::vector<const ChannelNote*> noted(channels.size());
+    for (const ChannelNote& note : entry.channels) {
+        std::vector<std::size_t> called;
+        for (std::size_t i = 0; i < channels.size(); ++i) {
+            if (channels[i].isCalled(note.channel)) {
+                called.push_back(i);
+            }
+        }
+        checkAlias(note);
+        if (called.empty()) {
+            addUnknown(note, channels, findings);
+        } else if (called.size() > 1) {
+            addAmbiguous(note, channels, called, findings);
+        } else if (noted[called[0]] != nullptr) {
+            findings.add(note.place, Severity::Error,
+                         fmt::format("this is the channel {}, which line {} is about as well",
+                                     channels[called[0]].shown(), noted[called[0]]->place.line));
+        } else {
+            noted[called[0]] = &note;
+        }
+        if (called.size() == 1 && called[0] >= notes.size()) {
+            findings.add(note.place, Severity::Warning,
+                         fmt::format("the channel {} has no address, the note has no effect",
+                                     channels[called[0]].shown()));
+        }
+    }
+    std::copy_n(noted.begin(), notes.size(), notes.begin());
+    return notes;
+}
+
+void ChannelNotes::checkAlias(const ChannelNote& note)
+{
+    if (note.alias.empty()) {
+        return;
+    }
+    const auto [first, isNew] = aliasLines.emplace(lowerCaseOf(note.alias), note.aliasPlace.line);
+    if (!isNew) {
+        findings.add(note.aliasPlace, Severity::Error,
+                     fmt::format("the alias \"{}\" is used in line {} as well",
+                                 text::abbreviated(note.alias), first->second),
+                     "upper and lower case are the same in IEC 61131-3");
+    }
+    const std::string identifier = text::iecIdentifier(note.alias);
+    if (identifier.empty()) {
+        findings.add(
+            note.aliasPlace, Severity::Error,
+            fmt::format("the alias \"{}\" has no letter or digit", text::abbreviated(note.alias)));
+    } else if (identifier != note.alias) {
+        findings.add(note.aliasPlace, Severity::Note,
+                     fmt::format("the alias \"{}\" is no identifier of IEC 61131-3, declarations "
+                                 "call it {}",
+                                 text::abbreviated(note.alias), identifier));
+    }
+}
+
+} // namespace mxstation

@@ -1,0 +1,65 @@
+#include "plan/EntryNames.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <map>
+#include <set>
+
+namespace mxstation {
+
+namespace {
+
+std::string nameOfReference(const Entry& entry)
+{
+    const std::string& file = entry.reference.empty() ? entry.module->name() : entry.reference;
+    const std::string stem = std::filesystem::path(file).stem().string();
+    return stem.empty() ? "Module" : stem;
+}
+
+// The names that the station states, each once.
+std::set<std::string> ownNames(const Station& station, PlanFindings& findings)
+{
+    std::map<std::string, std::size_t> lines;
+    std::set<std::string> names;
+    for (const Entry& entry : station.entries) {
+        if (entry.name.empty()) {
+            continue;
+        }
+        const auto [first, isNew] = lines.emplace(entry.name, entry.namePlace.line);
+        if (!isNew) {
+            findings.add(entry.namePlace, mxmodule::Severity::Error,
+                         fmt::format("the name \"{}\" is also that of the module in line {}",
+                                     entry.name, first->second));
+        }
+        names.insert(entry.name);
+    }
+    return names;
+}
+
+} // namespace
+
+std::vector<std::string> entryNames(const Station& station, PlanFindings& findings)
+{
+    std::set<std::string> used = ownNames(station, findings);
+    std::map<std::string, unsigned> next; // the number to try next
+    std::vector<std::string> names;
+    names.reserve(station.entries.size());
+    for (const Entry& entry : station.entries) {
+        if (!entry.name.empty() || !entry.module) {
+            names.push_back(entry.name);
+            continue;
+        }
+        const std::string base = nameOfReference(entry);
+        unsigned& number = next.try_emplace(base, 1).first->second;
+        std::string name;
+        do {
+            name = number == 1 ? base : fmt::format("{}_{}", base, number);
+            ++number;
+        } while (!used.insert(name).second);
+        names.push_back(name);
+    }
+    return names;
+}
+
+} // namespace mxstation

@@ -1,0 +1,43 @@
+#include "plan/PlanFindings.h"
+
+#include "text/StationErrors.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace mxstation {
+
+void PlanFindings::add(const SourcePlace& place, mxmodule::Severity severity,
+                       const std::string& text, const std::string& hint,
+                       const std::vector<std::string>& accepted)
+{
+    mxmodule::Finding finding{severity, "", text, hint};
+    finding.accepted = accepted;
+    add(place, std::move(finding));
+}
+
+void PlanFindings::add(const SourcePlace& place, mxmodule::Finding finding)
+{
+    const auto located =
+        findingAt(station.file, station.source, place, finding.severity, finding.text);
+    finding.place = located.place;
+    finding.excerpt = located.excerpt;
+    finding.origin = mxmodule::Origin::Input;
+    all.emplace_back(place, std::move(finding));
+}
+
+std::vector<mxmodule::Finding> PlanFindings::sorted() const
+{
+    auto ordered = all;
+    std::stable_sort(ordered.begin(), ordered.end(), [](const auto& a, const auto& b) {
+        return std::tie(a.first.line, a.first.column) < std::tie(b.first.line, b.first.column);
+    });
+    std::vector<mxmodule::Finding> findings;
+    findings.reserve(ordered.size());
+    for (auto& [place, finding] : ordered) {
+        findings.push_back(std::move(finding));
+    }
+    return findings;
+}
+
+} // namespace mxstation

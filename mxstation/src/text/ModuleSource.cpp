@@ -1,0 +1,141 @@
+#include "text/ModuleSource.h"
+
+#include <fmt/format.h>
+#include <text/Beginning.h>
+#include <text/FileExtension.h>
+#include <text/NearestWords.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace mxstation {
+
+namespace {
+
+using mxmodule::Finding;
+using mxmodule::Severity;
+
+constexpr std::size_t identifierDigits = 8;
+constexpr std::size_t namesCompared = 10000; // files of a directory
+
+bool isIdentifier(const std::string& reference)
+{
+    return reference.size() == identifierDigits &&
+           reference.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
+}
+
+std::string lowerCase(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return 'A' <= c && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    return text;
+}
+
+bool isModuleName(const std::string& name)
+{
+    return text::endsInExtension(name, ".bin") || text::endsInExtension(name, ".yaml") ||
+           text::endsInExtension(name, ".yml");
+}
+
+// The mx files and text forms in the directory of `path`, by the names that a station may use.
+std::vector<std::string> filesBeside(const std::filesystem::path& path,
+                                     const std::filesystem::path& reference)
+{
+    std::vector<std::string> names;
+    std::error_code failed;
+    const auto directory = path.parent_path().empty() ? "." : path.parent_path();
+    auto file = std::filesystem::directory_iterator(directory, failed);
+    for (; !failed && file != std::filesystem::directory_iterator() && names.size() < namesCompared;
+         file.increment(failed)) {
+        const auto name = file->path().filename();
+        if (isModuleName(name.string())) {
+            names.push_back((reference.parent_path() / name).string());
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+} // namespace
+
+ModuleSource::ModuleSource(const std::string& station, const StationOptions& howRead,
+                           mxmodule::Catalogue* openCatalogue)
+    : directory(station.empty() || station.front() == '<'
+                    ? std::string()
+                    : std::filesystem::path(station).parent_path().string()),
+      options(howRead),
+      catalogue(openCatalogue)
+{}
+
+std::optional<mxmodule::ModuleFile>
+ModuleSource::find(const std::string& reference, const SourcePlace& place, StationErrors& errors)
+{
+    auto found = known.find(reference);
+    if (found == known.end()) {
+        found = known.emplace(reference, read(reference)).first;
+    }
+    if (!found->second.file) {
+        const Finding& finding = found->second.finding;
+        errors.add(place, finding.text, finding.hint, finding.accepted);
+    }
+    return found->second.file;
+}
+
+ModuleSource::Found ModuleSource::read(const std::string& reference)
+{
+    try {
+        return isIdentifier(reference) ? readRecord(lowerCase(reference)) : readFile(reference);
+    } catch (const mxmodule::Failure& failure) {
+        Finding finding = failure.findings().front();
+        if (!finding.place.empty()) {
+            finding.text = finding.place + ": " + finding.text;
+        }
+        return {std::nullopt, finding};
+    }
+}
+
+ModuleSource::Found ModuleSource::readFile(const std::string& reference) const
+{
+    const auto path = std::filesystem::path(directory) / reference;
+    std::error_code ignored;
+    if (std::filesystem::exists(path, ignored)) {
+        return {mxmodule::ModuleFile::read(path.string(), options.observer), {}};
+    }
+    const auto names = filesBeside(path, reference);
+    Finding finding{Severity::Error, "",
+                    fmt::format("There is no mx file \"{}\"{}", text::abbreviated(path.string()),
+                                text::didYouMean(reference, names)),
+                    "the name is that of a file, counted from the directory of the station, or the "
+                    "eight hexadecimal digits of a module of the catalogue"};
+    finding.accepted = text::nearestWords(reference, names);
+    return {std::nullopt, finding};
+}
+
+ModuleSource::Found ModuleSource::readRecord(const std::string& moduleId)
+{
+    mxmodule::Catalogue& modules = openedCatalogue();
+    const auto record = modules.find(moduleId);
+    if (!record) {
+        Finding unknown = modules.unknownModule(moduleId);
+        unknown.place.clear();
+        return {std::nullopt, unknown};
+    }
+    if (record->file.empty()) {
+        return {std::nullopt, mxmodule::withoutFile({record->module}).front()};
+    }
+    const std::string name = fmt::format("<module {} of {}>", moduleId, modules.name());
+    return {mxmodule::ModuleFile(name, record->file, options.observer), {}};
+}
+
+mxmodule::Catalogue& ModuleSource::openedCatalogue()
+{
+    if (catalogue != nullptr) {
+        return *catalogue;
+    }
+    if (!opened) {
+        opened.emplace(mxmodule::Catalogue::open(options.catalogueUrl));
+    }
+    return *opened;
+}
+
+} // namespace mxstation

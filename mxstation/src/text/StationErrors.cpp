@@ -1,0 +1,46 @@
+#include "text/StationErrors.h"
+
+#include <fmt/format.h>
+#include <mxauthor/TextForm.h>
+#include <text/Beginning.h>
+#include <text/InvisibleCharacters.h>
+#include <text/NearestWords.h>
+#include <text/ShownText.h>
+
+namespace mxstation {
+
+std::string placeText(const std::string& file, const SourcePlace& place)
+{
+    return place.line == 0 ? file : fmt::format("{}:{}:{}", file, place.line, place.column);
+}
+
+mxmodule::Finding findingAt(const std::string& file, const std::string& source,
+                            const SourcePlace& place, mxmodule::Severity severity,
+                            const std::string& text, const std::string& hint)
+{
+    mxmodule::Finding finding{severity, placeText(file, place), text, hint};
+    if (place.line != 0) {
+        const auto excerpt =
+            mxauthor::sourceExcerpt(source, {place.line, place.column, "", place.lineStart});
+        finding.excerpt = text::forTerminal(excerpt.line) + "\n" + excerpt.caret + "\n";
+    }
+    return finding;
+}
+
+void StationErrors::add(const SourcePlace& place, const std::string& text, const std::string& hint,
+                        const std::vector<std::string>& accepted)
+{
+    auto finding = findingAt(station.file, station.source, place, mxmodule::Severity::Error,
+                             text::withInvisibleNamed(text), hint);
+    finding.accepted = accepted;
+    station.findings.push_back(std::move(finding));
+}
+
+void StationErrors::addUnknown(const SourcePlace& place, const std::string& what,
+                               const std::string& word, const std::vector<std::string>& accepted)
+{
+    add(place, fmt::format("unknown {} \"{}\"", what, text::abbreviated(word)),
+        text::acceptedWords(word, accepted), accepted);
+}
+
+} // namespace mxstation

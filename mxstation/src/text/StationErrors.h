@@ -1,0 +1,38 @@
+#pragma once
+
+#include <mxstation/Station.h>
+
+#include <string>
+#include <vector>
+
+namespace mxstation {
+
+/// Returns `place` in the text `file` as messages show it: "FILE:LINE:COLUMN"; `file` alone for a
+/// place that is not in a text.
+std::string placeText(const std::string& file, const SourcePlace& place);
+
+/// Returns a finding at `place` of `source`, the text called `file`, with the line and a caret.
+mxmodule::Finding findingAt(const std::string& file, const std::string& source,
+                            const SourcePlace& place, mxmodule::Severity severity,
+                            const std::string& text, const std::string& hint = {});
+
+/// Collects the errors of the text of a station.
+class StationErrors
+{
+public:
+    /// `described` outlives the object; its file and source are known.
+    explicit StationErrors(Station& described) : station(described) {}
+
+    /// Adds an error. `accepted` lists what is accepted instead, where that can be listed.
+    void add(const SourcePlace& place, const std::string& text, const std::string& hint = {},
+             const std::vector<std::string>& accepted = {});
+
+    /// Adds the error that `word` is not one of `accepted`, with the nearest of them.
+    void addUnknown(const SourcePlace& place, const std::string& what, const std::string& word,
+                    const std::vector<std::string>& accepted);
+
+private:
+    Station& station;
+};
+
+} // namespace mxstation

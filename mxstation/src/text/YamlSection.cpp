@@ -1,0 +1,77 @@
+#include "text/YamlSection.h"
+
+#include <fmt/format.h>
+#include <text/Beginning.h>
+
+#include <algorithm>
+#include <charconv>
+
+namespace mxstation {
+
+YamlSection::YamlSection(const YamlNode& node, const std::string& what,
+                         const std::vector<std::string>& keys, StationErrors& errors)
+{
+    for (const auto& [key, value] : node.members) {
+        if (key->kind != YamlNode::Kind::Scalar) {
+            errors.add(key->place, fmt::format("found {}, expected a {}", key->shown(), what));
+        } else if (std::find(keys.begin(), keys.end(), key->text) == keys.end()) {
+            errors.addUnknown(key->place, what, key->text, keys);
+        } else if (!values.emplace(key->text, value).second) {
+            errors.add(key->place, fmt::format("\"{}\" is stated twice", key->text));
+        } else if (value->kind == YamlNode::Kind::Nothing) {
+            errors.add(key->place, fmt::format("\"{}\" has no value", key->text));
+        }
+    }
+}
+
+const YamlNode* YamlSection::find(const std::string& key) const
+{
+    const auto found = values.find(key);
+    const bool isStated = found != values.end() && found->second->kind != YamlNode::Kind::Nothing;
+    return isStated ? found->second.get() : nullptr;
+}
+
+std::optional<std::string> readText(const YamlNode& node, const std::string& what,
+                                    StationErrors& errors)
+{
+    if (node.kind == YamlNode::Kind::Scalar && !node.text.empty()) {
+        return node.text;
+    }
+    errors.add(node.place, fmt::format("found {}, expected {}", node.shown(), what));
+    return std::nullopt;
+}
+
+std::optional<std::uint32_t> readNumber(const YamlNode& node, std::uint32_t least,
+                                        std::uint32_t most, StationErrors& errors)
+{
+    const bool isHexadecimal = node.text.compare(0, 2, "0x") == 0;
+    const char* const begin = node.text.data() + (isHexadecimal ? 2 : 0);
+    const char* const end = node.text.data() + node.text.size();
+    std::uint64_t number = 0;
+    const auto read = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
+    if (node.kind != YamlNode::Kind::Scalar || read.ec != std::errc() || read.ptr != end ||
+        number < least || number > most) {
+        errors.add(node.place, fmt::format("found {}, expected a whole number from {} to {}",
+                                           node.shown(), least, most));
+        return std::nullopt;
+    }
+    return static_cast<std::uint32_t>(number);
+}
+
+std::optional<std::size_t> readWord(const YamlNode& node, const std::string& what,
+                                    const std::vector<std::string>& words, StationErrors& errors)
+{
+    const auto found = std::find(words.begin(), words.end(), node.text);
+    if (node.kind == YamlNode::Kind::Scalar && found != words.end()) {
+        return static_cast<std::size_t>(found - words.begin());
+    }
+    if (node.kind == YamlNode::Kind::Scalar) {
+        errors.addUnknown(node.place, what, node.text, words);
+    } else {
+        errors.add(node.place, fmt::format("found {}, expected one of the words {}", node.shown(),
+                                           text::beginningOfList(words, words.size(), ", ", ", ")));
+    }
+    return std::nullopt;
+}
+
+} // namespace mxstation

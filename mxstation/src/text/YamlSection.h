@@ -1,0 +1,42 @@
+#pragma once
+
+#include "text/StationErrors.h"
+#include "text/YamlTree.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace mxstation {
+
+/// A map of a station with its known keys. Others, and a key stated twice, are errors.
+class YamlSection
+{
+public:
+    /// `what` is the map in messages: "key of a module".
+    YamlSection(const YamlNode& node, const std::string& what, const std::vector<std::string>& keys,
+                StationErrors& errors);
+
+    /// Returns the value of `key`, or null. A value of nothing is an error, and null.
+    const YamlNode* find(const std::string& key) const;
+
+private:
+    std::map<std::string, YamlNodeP> values;
+};
+
+/// Returns the text of `node`; an error and nothing if it is none, or empty. `what` is expected.
+std::optional<std::string> readText(const YamlNode& node, const std::string& what,
+                                    StationErrors& errors);
+
+/// Returns the whole number in `node`, in decimal or, after 0x, in hexadecimal, from `least` to
+/// `most`; an error and nothing for anything else.
+std::optional<std::uint32_t> readNumber(const YamlNode& node, std::uint32_t least,
+                                        std::uint32_t most, StationErrors& errors);
+
+/// Returns the index of the text of `node` in `words`; an error and nothing if it is none of them.
+std::optional<std::size_t> readWord(const YamlNode& node, const std::string& what,
+                                    const std::vector<std::string>& words, StationErrors& errors);
+
+} // namespace mxstation

@@ -1,0 +1,178 @@
+#include "text/YamlTree.h"
+
+#include <mxauthor/YamlDocument.h>
+#include <text/Beginning.h>
+#include <text/Utf8.h>
+#include <yaml-cpp/eventhandler.h>
+#include <yaml-cpp/yaml.h>
+
+#include <algorithm>
+#include <map>
+#include <sstream>
+
+namespace mxstation {
+
+namespace {
+
+// Finds lines and columns in a text.
+class Lines
+{
+public:
+    explicit Lines(const std::string& source) : text(source)
+    {
+        for (std::size_t end = text.find('\n'); end != std::string::npos;
+             end = text.find('\n', end + 1)) {
+            starts.push_back(end + 1);
+        }
+    }
+
+    // The YAML reader counts columns in bytes.
+    SourcePlace placeOf(const YAML::Mark& mark) const
+    {
+        const auto line =
+            std::min(static_cast<std::size_t>(std::max(mark.line, 0)), starts.size() - 1);
+        const auto column = static_cast<std::size_t>(std::max(mark.column, 0));
+        return {line + 1, text::characterCount(text.substr(starts[line], column)) + 1,
+                starts[line]};
+    }
+
+private:
+    const std::string& text;
+    std::vector<std::size_t> starts{0};
+};
+
+// Builds the tree from the events of the YAML reader. The reader's own tree has no ends of values,
+// and an alias within its value makes it endless.
+class TreeBuilder : public YAML::EventHandler
+{
+public:
+    explicit TreeBuilder(const std::string& source) : lines(source) {}
+
+    void OnDocumentStart(const YAML::Mark& /*mark*/) override {}
+    void OnDocumentEnd() override {}
+
+    void OnNull(const YAML::Mark& mark, YAML::anchor_t anchor) override
+    {
+        add(made(YamlNode::Kind::Nothing, mark, anchor));
+    }
+
+    void OnAlias(const YAML::Mark& mark, YAML::anchor_t anchor) override
+    {
+        const auto found = anchored.find(anchor);
+        const bool isOpen = std::any_of(open.begin(), open.end(), [&](const auto& outer) {
+            return found != anchored.end() && outer == found->second;
+        });
+        if ((isOpen || found == anchored.end()) && !error) {
+            error = YamlError{lines.placeOf(mark),
+                              "this alias is within the value that it names, which has no end"};
+        }
+        add(isOpen || found == anchored.end() ? made(YamlNode::Kind::Nothing, mark, 0)
+                                              : found->second);
+    }
+
+    void OnScalar(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
+                  const std::string& value) override
+    {
+        const auto node = made(YamlNode::Kind::Scalar, mark, anchor);
+        node->text = value;
+        add(node);
+    }
+
+    void OnSequenceStart(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
+                         YAML::EmitterStyle::value /*style*/) override
+    {
+        begin(made(YamlNode::Kind::List, mark, anchor));
+    }
+
+    void OnSequenceEnd() override { end(); }
+
+    void OnMapStart(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
+                    YAML::EmitterStyle::value /*style*/) override
+    {
+        begin(made(YamlNode::Kind::Map, mark, anchor));
+    }
+
+    void OnMapEnd() override { end(); }
+
+    YamlNodeP root;
+    std::optional<YamlError> error;
+
+private:
+    using NodeP = std::shared_ptr<YamlNode>;
+
+    NodeP made(YamlNode::Kind kind, const YAML::Mark& mark, YAML::anchor_t anchor)
+    {
+        auto node = std::make_shared<YamlNode>();
+        node->kind = kind;
+        node->place = lines.placeOf(mark);
+        if (anchor != 0) {
+            anchored[anchor] = node;
+        }
+        return node;
+    }
+
+    void begin(const NodeP& node)
+    {
+        add(node);
+        open.push_back(node);
+        keys.emplace_back();
+    }
+
+    void end()
+    {
+        open.pop_back();
+        keys.pop_back();
+    }
+
+    void add(const NodeP& node)
+    {
+        if (open.empty()) {
+            root = node;
+        } else if (open.back()->kind == YamlNode::Kind::List) {
+            open.back()->items.push_back(node);
+        } else if (keys.back() == nullptr) {
+            keys.back() = node;
+        } else {
+            open.back()->members.emplace_back(std::exchange(keys.back(), nullptr), node);
+        }
+    }
+
+    Lines lines;
+    std::vector<NodeP> open;
+    std::vector<NodeP> keys; // of the open maps: the key whose value comes next
+    std::map<YAML::anchor_t, NodeP> anchored;
+};
+
+} // namespace
+
+std::string YamlNode::shown() const
+{
+    switch (kind) {
+    case Kind::Scalar:
+        return "\"" + text::abbreviated(text) + "\"";
+    case Kind::List:
+        return "a list";
+    case Kind::Map:
+        return "a map";
+    default:
+        return "nothing";
+    }
+}
+
+YamlTree readYamlTree(const std::string& source)
+{
+    if (const auto mistake = mxauthor::findYamlMistake(source, "a file describes one station")) {
+        return {nullptr,
+                YamlError{{mistake->line, mistake->column, mistake->lineStart}, mistake->text}};
+    }
+    std::istringstream stream(source);
+    YAML::Parser parser(stream);
+    TreeBuilder builder(source);
+    parser.HandleNextDocument(builder);
+    if (builder.error) {
+        return {nullptr, builder.error};
+    }
+    return {builder.root ? builder.root : std::make_shared<YamlNode>(), std::nullopt};
+}
+
+} // namespace mxstation

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <mxstation/Station.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace mxstation {
+
+struct YamlNode;
+using YamlNodeP = std::shared_ptr<const YamlNode>;
+
+/// A value of a YAML text and where it is.
+struct YamlNode
+{
+    enum class Kind
+    {
+        Nothing,
+        Scalar,
+        List,
+        Map
+    };
+
+    Kind kind = Kind::Nothing;
+    std::string text; ///< Of a scalar.
+    SourcePlace place;
+    std::vector<YamlNodeP> items;                         ///< Of a list.
+    std::vector<std::pair<YamlNodeP, YamlNodeP>> members; ///< Keys and values of a map.
+
+    /// Returns what it is, for messages: "a list".
+    std::string shown() const;
+};
+
+/// An error in a YAML text.
+struct YamlError
+{
+    SourcePlace place;
+    std::string text;
+};
+
+/// A YAML text as a tree; `root` is null after an error. A value that aliases name is shared.
+struct YamlTree
+{
+    YamlNodeP root;
+    std::optional<YamlError> error;
+};
+
+/// Reads `source`, which is UTF-8. An alias within the value that it names is an error: the value
+/// would have no end.
+YamlTree readYamlTree(const std::string& source);
+
+} // namespace mxstation
