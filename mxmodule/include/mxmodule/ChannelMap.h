@@ -3,6 +3,7 @@
 #include "mxmodule/CsvStyle.h"
 #include "mxmodule/Values.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -58,6 +59,20 @@ public:
 
     const std::vector<MappedChannel>& channels() const; ///< In the order of the device.
     const std::vector<Channel>& withoutSymbol() const;  ///< Channels in no image.
+
+    /// Returns the positions in `channels()` of those that lie elsewhere from the first byte of the
+    /// module's data of their image than in a module at offset 0. Modules align channels on the
+    /// byte of the image, so not every offset moves all channels of a module alike.
+    std::vector<std::size_t> displaced() const;
+
+    /// Returns the least byte, from the first of the module's data in an image on, at which none of
+    /// the channels there would be displaced. A multiple of 8 always is one. At most 2^32, one more
+    /// than the greatest offset.
+    std::uint64_t undisplacedFrom(bool input) const;
+
+    /// Returns the positions in `channels()` of those with a bit outside the module's data of their
+    /// image.
+    std::vector<std::size_t> outside() const;
 
     std::string text() const;                          ///< A table for people.
     std::string csv(const CsvStyle& style = {}) const; ///< The same table.

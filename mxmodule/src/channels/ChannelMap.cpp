@@ -2,6 +2,7 @@
 
 #include "channels/ChannelMapContent.h"
 #include "channels/ChannelMapOutput.h"
+#include "channels/Displacement.h"
 
 #include <text/JsonText.h>
 
@@ -45,6 +46,21 @@ const std::vector<MappedChannel>& ChannelMap::channels() const
 const std::vector<Channel>& ChannelMap::withoutSymbol() const
 {
     return content->table.withoutSymbol;
+}
+
+std::vector<std::size_t> ChannelMap::displaced() const
+{
+    return displacedChannels(content->table);
+}
+
+std::uint64_t ChannelMap::undisplacedFrom(bool input) const
+{
+    return mxmodule::undisplacedFrom(content->table, input);
+}
+
+std::vector<std::size_t> ChannelMap::outside() const
+{
+    return channelsOutside(content->table);
 }
 
 std::string ChannelMap::text() const

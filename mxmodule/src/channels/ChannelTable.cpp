@@ -19,29 +19,31 @@ using ChannelP = TranslatedModule::Parser::ChannelP;
 
 constexpr std::size_t shortestSymbol = 2;
 
+bool isSigned(const mxformat::ChannelRecord& record)
+{
+    const auto* const type = mxformat::findDatatype(mxformat::channelKind(record.kind));
+    return type != nullptr && type->isSigned;
+}
+
 // Finds the record of each channel of a device. The device has its channels in the order of the
 // records, without those omitted because of their name. As a number has one name, either all of its
 // records are in the device or none is.
 class RecordSearch
 {
 public:
-    explicit RecordSearch(std::vector<mxformat::ChannelRecord> all) : records(std::move(all)) {}
+    explicit RecordSearch(const std::vector<mxformat::ChannelRecord>& all) : records(all) {}
 
-    // Returns whether the value of the next channel, which has this number, is signed.
-    bool isSigned(std::uint8_t number)
+    // Returns the position of the record of the next channel, which has this number.
+    std::size_t recordOf(std::uint8_t number)
     {
-        while (next < records.size()) {
-            const mxformat::ChannelRecord& record = records[next++];
-            if (record.number == number) {
-                const auto* const type = mxformat::findDatatype(mxformat::channelKind(record.kind));
-                return type != nullptr && type->isSigned;
-            }
+        while (records.at(next).number != number) {
+            ++next;
         }
-        return false;
+        return next++;
     }
 
 private:
-    std::vector<mxformat::ChannelRecord> records;
+    const std::vector<mxformat::ChannelRecord>& records;
     std::size_t next = 0;
 };
 
@@ -54,7 +56,8 @@ void place(MappedChannel& channel, std::uint8_t bitLength)
     channel.bits = channel.isBitField ? bitLength : 8U * mxformat::bytesOfSizeLetter(channel.kind);
 }
 
-MappedChannel join(MappingInfo& info, const ChannelP& channel, bool isSigned)
+MappedChannel join(MappingInfo& info, const ChannelP& channel,
+                   const mxformat::ChannelRecord& record)
 {
     MappedChannel mapped;
     mapped.id = channel.id;
@@ -67,7 +70,7 @@ MappedChannel join(MappingInfo& info, const ChannelP& channel, bool isSigned)
     mapped.bitOffset = info.bitOffset;
     mapped.bitLength = channel.privateProps.bitLength;
     mapped.mask = info.mask;
-    mapped.isSigned = isSigned;
+    mapped.isSigned = isSigned(record);
     place(mapped, mapped.bitLength);
     return mapped;
 }
@@ -93,20 +96,24 @@ ChannelTable makeChannelTable(const TranslatedModule& module, Observer* observer
                      {module.offsets().input, device.privateProps.inDataSize},
                      {module.offsets().output, device.privateProps.outDataSize},
                      {},
+                     {},
+                     module.channelRecords(),
                      {}};
     map.channels.reserve(mapping.size());
-    RecordSearch records(module.channelRecords());
+    map.recordOfChannel.reserve(mapping.size());
+    RecordSearch search(map.records);
     auto info = mapping.begin();
     for (const auto& attribute : device.attributes) {
         if (attribute->typeCode() != datamodel::channelTypeCode) {
             continue;
         }
         const auto& channel = static_cast<const ChannelP&>(*attribute);
-        const bool isSigned = records.isSigned(channel.privateProps.channelNumber);
+        const std::size_t record = search.recordOf(channel.privateProps.channelNumber);
         if (channel.iecSymbol.size() < shortestSymbol) {
             map.withoutSymbol.push_back(plainChannel(reportOf(channel)));
         } else {
-            map.channels.push_back(join(**info, channel, isSigned));
+            map.channels.push_back(join(**info, channel, map.records[record]));
+            map.recordOfChannel.push_back(record);
             ++info;
         }
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <mxformat/ChannelRecord.h>
 #include <mxmodule/ChannelMap.h>
 #include <mxmodule/Observer.h>
 
@@ -27,6 +28,10 @@ struct ChannelTable
     Data output;
     std::vector<MappedChannel> channels; ///< In the order of the device.
     std::vector<Channel> withoutSymbol;  ///< Channels in no image.
+
+    /// The channel records of the mx data, also those of channels omitted because of their name.
+    std::vector<mxformat::ChannelRecord> records;
+    std::vector<std::size_t> recordOfChannel; ///< For each of `channels` the position in `records`.
 };
 
 /// Combines the mapping list of the parser with the channels of the device and their records in the

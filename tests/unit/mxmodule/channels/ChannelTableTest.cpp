@@ -52,23 +52,6 @@ TEST(ChannelTable, namesTheChannelsWithoutASymbol)
     EXPECT_EQ(map.channels.back().name, "Set value"); // joined across the gap
 }
 
-// The map of a module with these channel records. The channel 6 is called `name`.
-mxmodule::ChannelMap mapOfRecords(const std::vector<testkit::ChannelRecord>& records,
-                                  const std::string& name = "Six")
-{
-    testkit::Bytes payload;
-    for (const testkit::ChannelRecord& record : records) {
-        const auto bytes = record.bytes();
-        payload.insert(payload.end(), bytes.begin(), bytes.end());
-    }
-    const auto bytes = testkit::minimalModule()
-                           .group(0x20D7, testkit::hexBytes("06 00 05"))
-                           .group(0x20D3, testkit::textTablePayload({{5, name}}))
-                           .group(0x20D0, payload)
-                           .chars();
-    return mxmodule::Module::fromBytes(bytes).channelMap();
-}
-
 // Kinds 1 to 9: UInt8, UInt16, SInt8, SInt16, two bits, UInt32, SInt32,
 // UInt64, SInt64; then kind 30, which has no symbol, and SInt16 once more with the number of the
 // first. The sixth is left out by its name.

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "MxBuffer.h"
 #include "channels/ChannelTable.h"
+
+#include <mxmodule/Module.h>
 
 #include <fmt/format.h>
 
@@ -8,7 +11,7 @@
 
 inline mxmodule::ChannelTable emptyMap(std::uint64_t inputSize, std::uint64_t outputSize = 0)
 {
-    return {"Module", "kv38.01020304", {0, inputSize}, {0, outputSize}, {}, {}};
+    return {"Module", "kv38.01020304", {0, inputSize}, {0, outputSize}, {}, {}, {}, {}};
 }
 
 // The bit `offset` of the byte `byte` in the image; whole bytes of the offset are in `byte`
@@ -75,4 +78,23 @@ inline mxmodule::MappedChannel wholeChannel(const std::string& name, char area, 
             bitAt(byte, 0),
             length,
             false};
+}
+
+/// Returns the map of a module with these channel records and the data sizes of `minimalModule`.
+/// Channel 6 is called `name`.
+inline mxmodule::ChannelMap mapOfRecords(const std::vector<testkit::ChannelRecord>& records,
+                                         const std::string& name = "Six",
+                                         mxmodule::ImageOffsets offsets = {})
+{
+    testkit::Bytes payload;
+    for (const testkit::ChannelRecord& record : records) {
+        const auto bytes = record.bytes();
+        payload.insert(payload.end(), bytes.begin(), bytes.end());
+    }
+    const auto bytes = testkit::minimalModule()
+                           .group(0x20D7, testkit::hexBytes("06 00 05"))
+                           .group(0x20D3, testkit::textTablePayload({{5, name}}))
+                           .group(0x20D0, payload)
+                           .chars();
+    return mxmodule::Module::fromBytes(bytes).at(offsets).channelMap();
 }
