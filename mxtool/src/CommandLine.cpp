@@ -87,6 +87,7 @@ void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& 
     addNewVerb(program, options, choose);
     addBuildVerb(program, options, choose);
     addDumpVerb(program, options, choose);
+    addStationVerb(program, options, choose);
 }
 
 namespace {
@@ -115,7 +116,7 @@ ExitCode reportWrongWords(const CLI::App& program, const CLI::ParseError& end,
 {
     const int code = end.get_exit_code();
     const bool isMissing = isOneOf(code, {CLI::ExitCodes::RequiredError});
-    if (wrong.empty() && isMissing && program.get_subcommands().empty()) {
+    if (wrong.empty() && isMissing && needsVerb(program)) {
         wrong.push_back(missingVerb(program));
     } else if (wrong.empty() ||
                !isOneOf(code, {CLI::ExitCodes::Success, CLI::ExitCodes::ExtrasError,
@@ -136,8 +137,7 @@ ExitCode endOfParsing(const CLI::App& program, const CLI::ParseError& end,
                       const std::vector<std::string>& words)
 {
     const std::vector<Finding> unknown = unknownArguments(program, words);
-    const bool hasNoVerb = program.get_subcommands().empty();
-    if (end.get_exit_code() != 0 || (hasNoVerb && !unknown.empty())) {
+    if (end.get_exit_code() != 0 || (needsVerb(program) && !unknown.empty())) {
         return reportWrongWords(program, end, unknown);
     }
     std::ostringstream text;

@@ -43,26 +43,32 @@ std::vector<std::string> verbNames(const CLI::App& program)
     return names;
 }
 
-// The verb in use; null without one.
-const CLI::App* verbOf(const CLI::App& program)
+// The program, the verb in use and its own verb, as far as there are.
+std::vector<const CLI::App*> appsInUse(const CLI::App& program)
 {
-    const auto verbs = program.get_subcommands();
-    return verbs.empty() ? nullptr : verbs.front();
+    std::vector<const CLI::App*> apps = {&program};
+    for (auto verbs = program.get_subcommands(); !verbs.empty();
+         verbs = apps.back()->get_subcommands()) {
+        apps.push_back(verbs.front());
+    }
+    return apps;
 }
 
 std::string callOf(const CLI::App& program)
 {
-    const CLI::App* const verb = verbOf(program);
-    return program.get_name() + (verb != nullptr ? " " + verb->get_name() : "");
+    std::string call;
+    for (const CLI::App* app : appsInUse(program)) {
+        call += (call.empty() ? "" : " ") + app->get_name();
+    }
+    return call;
 }
 
 std::string unknownOption(const CLI::App& program, const std::string& word)
 {
     const std::string name = word.substr(0, word.find('='));
     std::vector<std::string> names;
-    addLongNames(program, names);
-    if (const CLI::App* const verb = verbOf(program)) {
-        addLongNames(*verb, names);
+    for (const CLI::App* app : appsInUse(program)) {
+        addLongNames(*app, names);
     }
     return fmt::format("{} has no option \"{}\"{}", callOf(program), name,
                        text::didYouMean(name, names));
@@ -89,12 +95,15 @@ std::optional<Finding> forgottenVerb(const std::string& word)
 
 Finding unknownVerb(const CLI::App& program, const std::string& word)
 {
-    if (auto forgotten = forgottenVerb(word)) {
+    const CLI::App& app = *appsInUse(program).back();
+    if (auto forgotten = forgottenVerb(word); forgotten && &app == &program) {
         return *forgotten;
     }
-    const std::vector<std::string> verbs = verbNames(program);
+    const std::vector<std::string> verbs = verbNames(app);
+    const std::string which =
+        &app == &program ? "There is no verb" : callOf(program) + " has no verb";
     return {Severity::Error, "",
-            fmt::format("There is no verb \"{}\"{}{}", word, text::didYouMean(word, verbs),
+            fmt::format("{} \"{}\"{}{}", which, word, text::didYouMean(word, verbs),
                         text::nearestWords(word, verbs).empty()
                             ? fmt::format(", expected one of {}", fmt::join(verbs, ", "))
                             : "")};
@@ -102,7 +111,7 @@ Finding unknownVerb(const CLI::App& program, const std::string& word)
 
 Finding unknownWord(const CLI::App& program, const std::string& word)
 {
-    if (verbOf(program) == nullptr) {
+    if (needsVerb(program)) {
         return unknownVerb(program, word);
     }
     return {Severity::Error, "",
@@ -153,7 +162,7 @@ std::vector<Finding> unknownArguments(const CLI::App& program,
     const std::vector<std::string> unknown = leftOver(program, words);
     // The value of an unknown option shifts the arguments after it.
     const bool isExplained =
-        verbOf(program) != nullptr && std::any_of(unknown.begin(), unknown.end(), isOption);
+        !needsVerb(program) && std::any_of(unknown.begin(), unknown.end(), isOption);
     std::vector<Finding> found;
     for (const std::string& word : unknown) {
         if (isOption(word)) {
@@ -166,11 +175,16 @@ std::vector<Finding> unknownArguments(const CLI::App& program,
     return found;
 }
 
+bool needsVerb(const CLI::App& program)
+{
+    return appsInUse(program).back()->get_require_subcommand_min() > 0;
+}
+
 Finding missingVerb(const CLI::App& program)
 {
-    return {
-        Severity::Error, "",
-        fmt::format("A verb is missing, expected one of {}", fmt::join(verbNames(program), ", "))};
+    return {Severity::Error, "",
+            fmt::format("A verb is missing, expected one of {}",
+                        fmt::join(verbNames(*appsInUse(program).back()), ", "))};
 }
 
 std::string helpHint(const CLI::App& program)
@@ -232,6 +246,12 @@ void rejectEmptyValue(CLI::Option& option)
             return value.empty() ? "the value is empty; leave the option out, or give it one" : "";
         },
         ""));
+}
+
+void addOutputOption(CLI::App& verb, std::string& path)
+{
+    verb.add_option("-o,--output", path, "Write to this file, - for standard output")
+        ->type_name("FILE");
 }
 
 mxmodule::CsvStyle CsvOptions::style() const

@@ -20,6 +20,9 @@ std::vector<std::string> withHelpAsOption(std::vector<std::string> words);
 std::vector<Finding> unknownArguments(const CLI::App& program,
                                       const std::vector<std::string>& words);
 
+/// Returns whether the command line ends where `program` expects a verb, or a verb one of its own.
+bool needsVerb(const CLI::App& program);
+
 /// Returns the error for a command line without a verb.
 Finding missingVerb(const CLI::App& program);
 
@@ -45,6 +48,9 @@ void acceptOneOf(CLI::Option& option, const std::vector<std::string>& accepted);
 /// Makes the parser reject an empty value of `option`, such as an unset variable of a script: it
 /// would otherwise count as if the option were left out.
 void rejectEmptyValue(CLI::Option& option);
+
+/// Adds -o/--output to `verb`. `path` must outlive the parsing.
+void addOutputOption(CLI::App& verb, std::string& path);
 
 /// The CSV options of a command line.
 struct CsvOptions

@@ -42,4 +42,18 @@ void addNewVerb(CLI::App& program, const GlobalOptions& options, const VerbChoic
 void addBuildVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addDumpVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 
+/// Adds the verb `station` with its own verbs.
+void addStationVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+
+// Each adds its verb to the verb `station`.
+
+void addStationShowVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
+void addStationChannelsVerb(CLI::App& station, const GlobalOptions& options,
+                            const VerbChoice& choose);
+void addStationConfigVerb(CLI::App& station, const GlobalOptions& options,
+                          const VerbChoice& choose);
+void addStationCheckVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
+void addStationDiffVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
+void addStationPinVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
+
 } // namespace mxtool

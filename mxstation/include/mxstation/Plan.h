@@ -115,7 +115,4 @@ struct Plan
 /// is a warning: addresses are those of the parser all the same.
 MXSTATION_API Plan plan(const Station& station);
 
-/// Returns the plan's findings as `check` states them: warnings are errors.
-MXSTATION_API std::vector<mxmodule::Finding> checkFindings(const Plan& plan);
-
 } // namespace mxstation

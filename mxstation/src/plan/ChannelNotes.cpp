@@ -62,9 +62,9 @@ void addUnknown(const ChannelNote& note, const std::vector<CalledChannel>& chann
         names.push_back(channel.name);
     }
     findings.add(note.place, Severity::Error,
-                 fmt::format("the module has no channel \"{}\"", text::abbreviated(note.channel)),
-                 names.empty() ? "it has no channels" : text::acceptedWords(note.channel, names),
-                 text::nearestWords(note.channel, names));
+                 fmt::format("the module has no channel \"{}\"{}", text::abbreviated(note.channel),
+                             names.empty() ? "" : text::acceptedWords(note.channel, names)),
+                 "", text::nearestWords(note.channel, names));
 }
 
 void addAmbiguous(const ChannelNote& note, const std::vector<CalledChannel>& channels,

@@ -3,7 +3,6 @@
 #include "text/StationErrors.h"
 
 #include <algorithm>
-#include <tuple>
 
 namespace mxstation {
 
@@ -29,9 +28,8 @@ void PlanFindings::add(const SourcePlace& place, mxmodule::Finding finding)
 std::vector<mxmodule::Finding> PlanFindings::sorted() const
 {
     auto ordered = all;
-    std::stable_sort(ordered.begin(), ordered.end(), [](const auto& a, const auto& b) {
-        return std::tie(a.first.line, a.first.column) < std::tie(b.first.line, b.first.column);
-    });
+    std::stable_sort(ordered.begin(), ordered.end(),
+                     [](const auto& a, const auto& b) { return isBefore(a.first, b.first); });
     std::vector<mxmodule::Finding> findings;
     findings.reserve(ordered.size());
     for (auto& [place, finding] : ordered) {

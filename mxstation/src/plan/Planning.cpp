@@ -202,15 +202,4 @@ Plan plan(const Station& station)
     return Planning(station).make();
 }
 
-std::vector<mxmodule::Finding> checkFindings(const Plan& plan)
-{
-    std::vector<mxmodule::Finding> findings = plan.findings;
-    for (mxmodule::Finding& finding : findings) {
-        if (finding.severity == Severity::Warning) {
-            finding.severity = Severity::Error;
-        }
-    }
-    return findings;
-}
-
 } // namespace mxstation

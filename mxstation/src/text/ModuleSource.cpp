@@ -99,6 +99,9 @@ ModuleSource::Found ModuleSource::readFile(const std::string& reference) const
     const auto path = std::filesystem::path(directory) / reference;
     std::error_code ignored;
     if (std::filesystem::exists(path, ignored)) {
+        if (options.observer != nullptr) {
+            options.observer->reads(path.string());
+        }
         return {mxmodule::ModuleFile::read(path.string(), options.observer), {}};
     }
     const auto names = filesBeside(path, reference);

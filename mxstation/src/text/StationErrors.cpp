@@ -7,7 +7,15 @@
 #include <text/NearestWords.h>
 #include <text/ShownText.h>
 
+#include <algorithm>
+#include <tuple>
+
 namespace mxstation {
+
+bool isBefore(const SourcePlace& a, const SourcePlace& b)
+{
+    return std::tie(a.line, a.column) < std::tie(b.line, b.column);
+}
 
 std::string placeText(const std::string& file, const SourcePlace& place)
 {
@@ -33,14 +41,19 @@ void StationErrors::add(const SourcePlace& place, const std::string& text, const
     auto finding = findingAt(station.file, station.source, place, mxmodule::Severity::Error,
                              text::withInvisibleNamed(text), hint);
     finding.accepted = accepted;
-    station.findings.push_back(std::move(finding));
+    const auto after = std::upper_bound(places.begin(), places.end(), place, isBefore);
+    station.findings.insert(station.findings.begin() + (after - places.begin()),
+                            std::move(finding));
+    places.insert(after, place);
 }
 
 void StationErrors::addUnknown(const SourcePlace& place, const std::string& what,
                                const std::string& word, const std::vector<std::string>& accepted)
 {
-    add(place, fmt::format("unknown {} \"{}\"", what, text::abbreviated(word)),
-        text::acceptedWords(word, accepted), accepted);
+    add(place,
+        fmt::format("unknown {} \"{}\"{}", what, text::abbreviated(word),
+                    text::acceptedWords(word, accepted)),
+        {}, accepted);
 }
 
 } // namespace mxstation

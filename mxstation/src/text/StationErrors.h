@@ -7,6 +7,9 @@
 
 namespace mxstation {
 
+/// Returns whether `a` is before `b` in a text.
+bool isBefore(const SourcePlace& a, const SourcePlace& b);
+
 /// Returns `place` in the text `file` as messages show it: "FILE:LINE:COLUMN"; `file` alone for a
 /// place that is not in a text.
 std::string placeText(const std::string& file, const SourcePlace& place);
@@ -16,7 +19,7 @@ mxmodule::Finding findingAt(const std::string& file, const std::string& source,
                             const SourcePlace& place, mxmodule::Severity severity,
                             const std::string& text, const std::string& hint = {});
 
-/// Collects the errors of the text of a station.
+/// Collects the errors of the text of a station, in the order of the text.
 class StationErrors
 {
 public:
@@ -33,6 +36,7 @@ public:
 
 private:
     Station& station;
+    std::vector<SourcePlace> places; // of the station's findings
 };
 
 } // namespace mxstation

@@ -1,0 +1,26 @@
+#include "Verbs.h"
+
+namespace mxtool {
+
+namespace {
+
+constexpr const char* stationFooter = R"(mxtool station VERB --help lists what a verb accepts.
+
+Example:
+  $ mxtool station check examples/stations/pump-house.yaml
+  0 errors, 0 notes
+)";
+
+} // namespace
+
+void addStationVerb(CLI::App& program, const GlobalOptions& global, const VerbChoice& choose)
+{
+    CLI::App* station = program.add_subcommand(
+        "station", "Plan modules in a row: their addresses, parameters and channels");
+    station->require_subcommand(1);
+    station->fallthrough();
+    station->footer(stationFooter);
+    addStationCheckVerb(*station, global, choose);
+}
+
+} // namespace mxtool
