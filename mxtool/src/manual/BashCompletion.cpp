@@ -1,5 +1,7 @@
 #include "ShellCompletion.h"
 
+#include <Poco/String.h>
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -24,8 +26,11 @@ _{0}()
             {1}) ((i++)) ;;
             -* | =) ;;
             *)
-                verb=$word
-                break
+                verb=${{verb:+$verb }}$word
+                case $verb in
+                    {4}) ;;
+                    *) break ;;
+                esac
                 ;;
         esac
     done
@@ -70,6 +75,12 @@ std::string offer(const std::string& program, const OptionWords& option)
     }
 }
 
+// A verb as a pattern of the shell.
+std::string pattern(const std::string& verb)
+{
+    return Poco::replace(verb, " ", "\\ ");
+}
+
 // "show,-o | show,--output) ...;;": completes the value of an option of `verb`, "*" for any.
 std::string valueCases(const std::string& program, const std::string& verb,
                        const std::vector<OptionWords>& options)
@@ -109,9 +120,9 @@ void addNames(const std::vector<OptionWords>& options, std::vector<std::string>&
     }
 }
 
-std::string wordCase(const std::string& pattern, const std::string& command)
+std::string wordCase(const std::string& words, const std::string& command)
 {
-    return fmt::format("        {}) {} ;;\n", pattern, command);
+    return fmt::format("        {}) {} ;;\n", words, command);
 }
 
 // Completes a word of `verb` that is not the value of an option.
@@ -121,15 +132,27 @@ std::string wordsOfVerb(const ProgramWords& words, const VerbWords& verb)
     std::vector<std::string> names;
     addNames(verb.options, names);
     addNames(words.program.options, names);
-    std::string cases =
-        wordCase(verb.name + ",-*", fmt::format("_{}_words '{}'", program, joined(names, " ")));
+    std::string cases = wordCase(pattern(verb.name) + ",-*",
+                                 fmt::format("_{}_words '{}'", program, joined(names, " ")));
     std::string offers;
     for (const OptionWords& argument : verb.arguments) {
         if (offers.empty() && argument.kind != ValueKind::FreeText) {
             offers = offer(program, argument);
         }
     }
-    return cases + (offers.empty() ? "" : wordCase(verb.name + ",*", offers));
+    return cases + (offers.empty() ? "" : wordCase(pattern(verb.name) + ",*", offers));
+}
+
+// The verbs of `group`.
+std::string verbsOf(const ProgramWords& words, const std::string& group)
+{
+    std::vector<std::string> verbs;
+    for (const VerbWords& verb : words.verbs) {
+        if (verb.group == group) {
+            verbs.push_back(lastWord(verb));
+        }
+    }
+    return joined(verbs, " ");
 }
 
 } // namespace
@@ -139,18 +162,23 @@ std::string bashCompletion(const ProgramWords& words)
     const std::string& program = words.program.name;
     std::string values;
     std::string others;
-    std::vector<std::string> verbs;
+    std::vector<std::string> groups;
     for (const VerbWords& verb : words.verbs) {
-        values += valueCases(program, verb.name, verb.options);
+        values += valueCases(program, pattern(verb.name), verb.options);
         others += wordsOfVerb(words, verb);
-        verbs.push_back(verb.name);
+        if (verb.hasVerbs) {
+            groups.push_back(verb.name);
+            others += wordCase(verb.name + ",*",
+                               fmt::format("_{}_words '{}'", program, verbsOf(words, verb.name)));
+        }
     }
     values += valueCases(program, "*", words.program.options);
     std::vector<std::string> names;
     addNames(words.program.options, names);
     others += wordCase(",-*", fmt::format("_{}_words '{}'", program, joined(names, " ")));
-    others += wordCase(",*", fmt::format("_{}_words '{}'", program, joined(verbs, " ")));
-    return fmt::format(bashScript, program, namesWithValue(words.program.options), values, others);
+    others += wordCase(",*", fmt::format("_{}_words '{}'", program, verbsOf(words, "")));
+    return fmt::format(bashScript, program, namesWithValue(words.program.options), values, others,
+                       groups.empty() ? "''" : joined(groups, " | "));
 }
 
 } // namespace mxtool::manual

@@ -168,11 +168,6 @@ std::string sections(const VerbWords& verb)
     return text;
 }
 
-std::string pageOf(const ProgramWords& words, const VerbWords& verb)
-{
-    return words.program.name + "-" + verb.name;
-}
-
 // A reference to another page; its name is not broken across lines.
 std::string reference(const std::string& page)
 {
@@ -217,34 +212,63 @@ std::string roffText(const std::string& text)
     return result;
 }
 
+std::string pageName(const ProgramWords& words, const VerbWords& verb)
+{
+    return words.program.name + "-" + Poco::replace(verb.name, " ", "-");
+}
+
+namespace {
+
+std::string verbsSection(const ProgramWords& words, const std::string& group)
+{
+    std::string text = ".SH VERBS\n";
+    for (const VerbWords& verb : words.verbs) {
+        if (verb.group == group) {
+            text += ".TP\n" + bold(lastWord(verb)) + "\n" +
+                    roffText(withoutFullStop(verb.description)) + "; see\n" +
+                    reference(pageName(words, verb)) + ".\n";
+        }
+    }
+    return text;
+}
+
+std::string referencesToVerbs(const ProgramWords& words, const std::string& group)
+{
+    std::string text;
+    for (const VerbWords& verb : words.verbs) {
+        if (verb.group == group) {
+            text += (text.empty() ? "" : " ,\n") + reference(pageName(words, verb));
+        }
+    }
+    return text;
+}
+
+} // namespace
+
 std::string programPage(const ProgramWords& words)
 {
     std::string page = header(words, words.program.name) +
                        nameSection(words.program.name, words.program.description);
     page += ".SH SYNOPSIS\n" + bold(words.program.name) + " " + italic("verb") + " [" +
-            italic("options") + "] " + italic("arguments") + "\n.SH VERBS\n";
-    std::string others;
-    for (const VerbWords& verb : words.verbs) {
-        page += ".TP\n" + bold(verb.name) + "\n" + roffText(withoutFullStop(verb.description)) +
-                "; see\n" + reference(pageOf(words, verb)) + ".\n";
-        others += (others.empty() ? "" : " ,\n") + reference(pageOf(words, verb));
-    }
+            italic("options") + "] " + italic("arguments") + "\n" + verbsSection(words, "");
     page += ".SH OPTIONS\nEvery verb accepts these, before and after its name.\n" +
             entries(words.program.options);
-    return page + sections(words.program) + ".SH SEE ALSO\n" + others + "\n";
+    return page + sections(words.program) + ".SH SEE ALSO\n" + referencesToVerbs(words, "") + "\n";
 }
 
 std::string verbPage(const ProgramWords& words, const VerbWords& verb)
 {
     const std::string& program = words.program.name;
     std::string page =
-        header(words, pageOf(words, verb)) + nameSection(pageOf(words, verb), verb.description);
-    page += ".SH SYNOPSIS\n" + bold(program + " " + verb.name) + " " + synopsisOf(verb) + "\n";
+        header(words, pageName(words, verb)) + nameSection(pageName(words, verb), verb.description);
+    page += ".SH SYNOPSIS\n" + bold(program + " " + verb.name) + " " +
+            (verb.hasVerbs ? italic("verb") + " " : "") + synopsisOf(verb) + "\n";
     page += ".SH DESCRIPTION\n" + roffText(withoutFullStop(verb.description)) + ".\n";
-    page += entries(verb.arguments);
+    page += entries(verb.arguments) + (verb.hasVerbs ? verbsSection(words, verb.name) : "");
     page += ".SH OPTIONS\nThe options of\n.BR " + roffText(program) +
             " (1)\nare accepted as well.\n" + entries(verb.options);
-    return page + sections(verb) + ".SH SEE ALSO\n.BR " + roffText(program) + " (1)\n";
+    page += sections(verb) + ".SH SEE ALSO\n.BR " + roffText(program) + " (1)";
+    return page + (verb.hasVerbs ? " ,\n" + referencesToVerbs(words, verb.name) : "") + "\n";
 }
 
 } // namespace mxtool::manual

@@ -10,7 +10,10 @@ namespace mxtool::manual {
 /// date: equal sources give equal bytes.
 std::string programPage(const ProgramWords& words);
 
-/// Returns the manual page of `verb`, which is called "PROGRAM-VERB".
+/// Returns the name of the page of `verb`: "PROGRAM-VERB", "PROGRAM-VERB-VERB".
+std::string pageName(const ProgramWords& words, const VerbWords& verb);
+
+/// Returns the manual page of `verb`.
 std::string verbPage(const ProgramWords& words, const VerbWords& verb);
 
 /// Returns `text` (UTF-8) escaped for roff: requests have no effect, minus signs can be copied to a

@@ -117,10 +117,11 @@ void addOptionsOf(const CLI::App& app, VerbWords& words)
     }
 }
 
-VerbWords wordsOfVerb(CLI::App& app)
+VerbWords wordsOfVerb(CLI::App& app, const std::string& group = {})
 {
     VerbWords words;
-    words.name = app.get_name();
+    words.name = (group.empty() ? "" : group + " ") + app.get_name();
+    words.group = group;
     words.description = app.get_description();
     words.sections = sectionsOf(app.get_footer());
     addOptionsOf(app, words);
@@ -132,16 +133,31 @@ VerbWords wordsOfVerb(CLI::App& app)
     return words;
 }
 
+std::vector<CLI::App*> verbsOf(CLI::App& app)
+{
+    return app.get_subcommands(
+        [](CLI::App* sub) { return !sub->get_name().empty() && !sub->get_group().empty(); });
+}
+
 } // namespace
+
+std::string lastWord(const VerbWords& verb)
+{
+    return verb.name.substr(verb.name.rfind(' ') + 1);
+}
 
 ProgramWords wordsOf(CLI::App& program)
 {
     ProgramWords words;
     words.program = wordsOfVerb(program);
     words.version = program.version();
-    for (CLI::App* verb : program.get_subcommands(
-             [](CLI::App* sub) { return !sub->get_name().empty() && !sub->get_group().empty(); })) {
+    for (CLI::App* verb : verbsOf(program)) {
+        const auto inner = verbsOf(*verb);
         words.verbs.push_back(wordsOfVerb(*verb));
+        words.verbs.back().hasVerbs = !inner.empty();
+        for (CLI::App* app : inner) {
+            words.verbs.push_back(wordsOfVerb(*app, verb->get_name()));
+        }
     }
     return words;
 }

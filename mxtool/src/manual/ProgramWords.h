@@ -40,7 +40,9 @@ struct Section
 /// The program or one of its verbs.
 struct VerbWords
 {
-    std::string name;
+    std::string name;      ///< As typed: "show", "station show".
+    std::string group;     ///< The verb that it is one of: "station"; empty: of the program.
+    bool hasVerbs = false; ///< Whether it takes a verb of its own as the next word.
     std::string description;
     std::vector<OptionWords> options;
     std::vector<OptionWords> arguments;
@@ -50,10 +52,13 @@ struct VerbWords
 /// The command line syntax of the program.
 struct ProgramWords
 {
-    VerbWords program; ///< Its options are also accepted by every verb.
-    std::vector<VerbWords> verbs;
-    std::string version; ///< Such as "mxtool 3.0.0".
+    VerbWords program;            ///< Its options are also accepted by every verb.
+    std::vector<VerbWords> verbs; ///< Each before its own verbs.
+    std::string version;          ///< Such as "mxtool 3.0.0".
 };
+
+/// Returns the last word of the name of `verb`.
+std::string lastWord(const VerbWords& verb);
 
 /// Reads the syntax from the definitions with which `program` parses its command line.
 ProgramWords wordsOf(CLI::App& program);

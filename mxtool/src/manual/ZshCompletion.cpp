@@ -31,7 +31,27 @@ _{0}() {{
     return ret
 }}
 
-_{0} "$@"
+{4}_{0} "$@"
+)";
+
+constexpr const char* groupScript = R"(_{0}_{1}()
+{{
+    local state state_descr line ret=1
+    local -a verbs
+    verbs=(
+{2}    )
+    _arguments -C $common '1: :->verb' '*:: :->rest' && ret=0
+    case $state in
+        verb) _describe -t verbs verb verbs && ret=0 ;;
+        rest)
+            curcontext="${{curcontext%:*}}-$line[1]:"
+            case $line[1] in
+{3}            esac
+            ;;
+    esac
+    return ret
+}}
+
 )";
 
 // `text` with a backslash before each character of `special`.
@@ -128,7 +148,30 @@ std::string caseOfVerb(const VerbWords& verb)
     specs += argumentSpecs(verb.arguments, indent);
     return fmt::format("                {}) local -a words_of_verb=(\n{}                )\n"
                        "                    _arguments $words_of_verb && ret=0 ;;\n",
-                       verb.name, specs);
+                       lastWord(verb), specs);
+}
+
+// The lines and cases of the verbs of a group.
+struct VerbsOfGroup
+{
+    std::string lines;
+    std::string cases;
+};
+
+VerbsOfGroup verbsOfGroup(const ProgramWords& words, const std::string& group)
+{
+    VerbsOfGroup all;
+    for (const VerbWords& verb : words.verbs) {
+        if (verb.group != group) {
+            continue;
+        }
+        const std::string line = escaped(lastWord(verb), "\\:") + ":" + verb.description;
+        all.lines += std::string(8, ' ') + quoted(line) + "\n";
+        all.cases += verb.hasVerbs ? fmt::format("                {1}) _{0}_{1} && ret=0 ;;\n",
+                                                 words.program.name, verb.name)
+                                   : caseOfVerb(verb);
+    }
+    return all;
 }
 
 } // namespace
@@ -140,13 +183,16 @@ std::string zshCompletion(const ProgramWords& words)
     for (const OptionWords& option : words.program.options) {
         common += optionSpecs(option, indent);
     }
-    std::string verbs;
-    std::string cases;
+    std::string functions;
     for (const VerbWords& verb : words.verbs) {
-        verbs += indent + quoted(escaped(verb.name, "\\:") + ":" + verb.description) + "\n";
-        cases += caseOfVerb(verb);
+        if (verb.hasVerbs) {
+            const VerbsOfGroup own = verbsOfGroup(words, verb.name);
+            functions +=
+                fmt::format(groupScript, words.program.name, verb.name, own.lines, own.cases);
+        }
     }
-    return fmt::format(zshScript, words.program.name, common, verbs, cases);
+    const VerbsOfGroup verbs = verbsOfGroup(words, "");
+    return fmt::format(zshScript, words.program.name, common, verbs.lines, verbs.cases, functions);
 }
 
 } // namespace mxtool::manual

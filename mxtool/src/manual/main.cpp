@@ -49,7 +49,7 @@ void writeManual(const fs::path& share)
     removePages(share / "man/man1", name);
     write(share / "man/man1" / (name + ".1"), mxtool::manual::programPage(words));
     for (const auto& verb : words.verbs) {
-        write(share / "man/man1" / (name + "-" + verb.name + ".1"),
+        write(share / "man/man1" / (pageName(words, verb) + ".1"),
               mxtool::manual::verbPage(words, verb));
     }
     write(share / "bash-completion/completions" / name, mxtool::manual::bashCompletion(words));

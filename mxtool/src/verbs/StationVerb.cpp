@@ -15,8 +15,8 @@ Example:
 
 void addStationVerb(CLI::App& program, const GlobalOptions& global, const VerbChoice& choose)
 {
-    CLI::App* station = program.add_subcommand(
-        "station", "Plan modules in a row: their addresses, parameters and channels");
+    CLI::App* station =
+        program.add_subcommand("station", "Plan modules in a row: addresses, channels, parameters");
     station->require_subcommand(1);
     station->fallthrough();
     station->footer(stationFooter);
