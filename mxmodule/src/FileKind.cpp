@@ -34,10 +34,11 @@ bool hasKey(const std::vector<std::string>& keys, const std::string& key)
     return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
-// Every station has these two keys.
-bool isStation(const std::vector<std::string>& keys)
+// The other keys of a station are optional. "modules" alone may also be a mistake in a text form.
+bool isStation(const std::vector<std::string>& keys, const std::string& content)
 {
-    return hasKey(keys, "station") && hasKey(keys, "modules");
+    return hasKey(keys, "modules") &&
+           (hasKey(keys, "station") || hasKey(keys, "layout") || !mxauthor::isTextForm(content));
 }
 
 // The schema name in JSON written by mxtool; empty for other texts.
@@ -63,9 +64,6 @@ bool isConfigurationTable(const std::string& content)
 FileKind kindOfText(const std::string& content)
 {
     const std::vector<std::string> keys = mxauthor::outermostKeys(content);
-    if (isStation(keys)) {
-        return FileKind::Station;
-    }
     const std::string schema = schemaName(content, keys);
     if (!schema.empty()) {
         return schema == "mxtool.config" ? FileKind::Configuration : FileKind::Result;
@@ -75,6 +73,9 @@ FileKind kindOfText(const std::string& content)
     }
     if (isConfigurationTable(content)) {
         return FileKind::Configuration;
+    }
+    if (isStation(keys, content)) {
+        return FileKind::Station;
     }
     return mxauthor::isTextForm(content) ? FileKind::TextForm : FileKind::Other;
 }
@@ -146,6 +147,8 @@ std::string callThatTakes(FileKind kind, const std::string& path)
     case FileKind::TextForm:
         return "mxtool show " + path + " shows the device that it describes, mxtool build " + path +
                " -o FILE.bin writes the mx file";
+    case FileKind::Station:
+        return "mxtool station show " + path + " shows its modules and their addresses";
     case FileKind::Database:
         return "mxtool devices --db sqlite:" + path + " lists the modules that it holds";
     case FileKind::Values:

@@ -87,8 +87,11 @@ TEST_F(Overwrite, isAskedForATextForm)
 
 TEST_F(Overwrite, isAskedForAStation)
 {
-    const std::string file = write("s.yaml", "station: Pump house\nmodules:\n  - MX0116.bin\n");
-    expectRefused({"dump", module, "-o", file}, file, "a station");
+    for (const char* text :
+         {"station: Pump house\nmodules:\n  - MX0116.bin\n", "modules:\n  - MX0116.bin\n"}) {
+        const std::string file = write("s.yaml", text);
+        expectRefused({"dump", module, "-o", file}, file, "a station");
+    }
 }
 
 TEST_F(Overwrite, isAskedForADatabase)
