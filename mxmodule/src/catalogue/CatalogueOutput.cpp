@@ -5,6 +5,7 @@
 #include <text/Beginning.h>
 #include <text/Counted.h>
 #include <text/Csv.h>
+#include <text/FileNamePart.h>
 #include <text/ShownText.h>
 #include <text/TextTable.h>
 #include <text/Utf8.h>
@@ -26,23 +27,12 @@ std::vector<std::string> cellsOf(const CatalogueEntry& module)
             std::to_string(module.fileSize)};
 }
 
-std::string fileNamePart(const std::string& bytes)
-{
-    std::string part;
-    for (const char c : bytes) {
-        const bool plain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') ||
-                           (c >= 'a' && c <= 'z') || c == '-' || c == '_';
-        part += plain ? std::string(1, c) : fmt::format("%{:02x}", static_cast<unsigned char>(c));
-    }
-    return part;
-}
-
 } // namespace
 
 std::string exportName(const CatalogueEntry& module)
 {
-    return "MX" + fileNamePart(module.moduleId) +
-           (module.family == "kv38" ? "" : "." + fileNamePart(module.family)) + ".bin";
+    return "MX" + text::fileNamePart(module.moduleId) +
+           (module.family == "kv38" ? "" : "." + text::fileNamePart(module.family)) + ".bin";
 }
 
 std::string catalogueTable(const std::vector<CatalogueEntry>& modules)
