@@ -35,6 +35,7 @@ struct PlannedModule
     std::vector<char> image; ///< The raw parameter image, with the station's values.
     std::vector<std::uint16_t> registers; ///< Its Modbus registers; empty if there are none.
     std::optional<mxmodule::Finding> noRegisters; ///< Why the image has no Modbus form.
+    SourcePlace place;                            ///< Of its entry in the station's text.
 };
 
 /// A channel with its place in a process image. The members of `mxmodule::MappedChannel` are those

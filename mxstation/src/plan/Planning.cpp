@@ -109,7 +109,8 @@ private:
                                                     placed.module,
                                                     {},
                                                     {},
-                                                    {}});
+                                                    {},
+                                                    entry.place});
         addChannels(entry, placed.map, module);
         addFreeBits(input, true, module.position);
         addFreeBits(output, false, module.position);

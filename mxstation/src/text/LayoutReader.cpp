@@ -1,5 +1,7 @@
 #include "text/LayoutReader.h"
 
+#include "text/LayoutWords.h"
+
 namespace mxstation {
 
 namespace {
@@ -62,7 +64,7 @@ public:
     void order() const
     {
         read("order", &ImageLayout::order, [this](const YamlNode& node) {
-            const auto index = readWord(node, "order", {"row", "bytes-first"}, errors);
+            const auto index = readWord(node, "order", orderWords, errors);
             return index ? std::optional(*index == 0 ? ImageOrder::Row : ImageOrder::BytesFirst)
                          : std::nullopt;
         });
@@ -76,7 +78,7 @@ public:
             });
         }
         if (const YamlNode* const order = section.find("byte_order")) {
-            const auto index = readWord(*order, "byte order", {"big", "little"}, errors);
+            const auto index = readWord(*order, "byte order", byteOrderWords, errors);
             layout.byteOrder = index.value_or(0) == 0 ? ByteOrder::Big : ByteOrder::Little;
         }
     }
