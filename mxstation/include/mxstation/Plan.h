@@ -32,7 +32,8 @@ struct PlannedModule
     ImageBytes input;        ///< Its data in the input image.
     ImageBytes output;       ///< Its data in the output image.
     mxmodule::Module module; ///< Translated at these offsets.
-    std::vector<char> image; ///< The raw parameter image, with the station's values.
+    mxmodule::ModuleFile file;            ///< Its mx file.
+    std::vector<char> image;              ///< The raw parameter image, with the station's values.
     std::vector<std::uint16_t> registers; ///< Its Modbus registers; empty if there are none.
     std::optional<mxmodule::Finding> noRegisters; ///< Why the image has no Modbus form.
     SourcePlace place;                            ///< Of its entry in the station's text.

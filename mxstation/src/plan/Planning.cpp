@@ -107,6 +107,7 @@ private:
                                                     {input.firstByte, input.size},
                                                     {output.firstByte, output.size},
                                                     placed.module,
+                                                    *entry.module,
                                                     {},
                                                     {},
                                                     {},
