@@ -25,6 +25,27 @@ void fromBytes(benchmark::State& state, const bench::ModuleShape& shape)
     }
 }
 
+void fromBytesWithChannelMap(benchmark::State& state, const bench::ModuleShape& shape)
+{
+    const std::vector<char> file = bench::generateModule(shape);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Module::fromBytes(file, "bench.bin").channelMap());
+    }
+}
+
+// What a row of modules needs of each: its bytes are read once, its channels placed at its offsets.
+void fromFileWithChannelMap(benchmark::State& state, const bench::ModuleShape& shape)
+{
+    const mxmodule::ModuleFile file("bench.bin", bench::generateModule(shape));
+    mxmodule::ModuleOptions options;
+    options.offsets = {64, 8};
+    for (auto _ : state) {
+        const mxmodule::ChannelMap map = Module(file, options).channelMap();
+        benchmark::DoNotOptimize(map.displaced());
+        benchmark::DoNotOptimize(map.outside());
+    }
+}
+
 // The first `count` parameters, each set to its present value in another form, so that none is
 // taken as unchanged.
 std::vector<Assignment> assignments(const Module& module, std::size_t count)
@@ -85,12 +106,15 @@ void parameters(benchmark::State& state)
 BENCHMARK_CAPTURE(parse, small, bench::smallModule);
 BENCHMARK_CAPTURE(floorOfTree, small, bench::smallModule);
 BENCHMARK_CAPTURE(fromBytes, small, bench::smallModule);
+BENCHMARK_CAPTURE(fromBytesWithChannelMap, small, bench::smallModule);
+BENCHMARK_CAPTURE(fromFileWithChannelMap, small, bench::smallModule);
 BENCHMARK_CAPTURE(parse, medium, bench::mediumModule);
 BENCHMARK_CAPTURE(floorOfTree, medium, bench::mediumModule);
 BENCHMARK_CAPTURE(fromBytes, medium, bench::mediumModule);
 BENCHMARK_CAPTURE(parse, large, bench::largeModule);
 BENCHMARK_CAPTURE(floorOfTree, large, bench::largeModule);
 BENCHMARK_CAPTURE(fromBytes, large, bench::largeModule);
+BENCHMARK_CAPTURE(fromFileWithChannelMap, large, bench::largeModule);
 BENCHMARK(compose)->Arg(1)->Arg(1000);
 BENCHMARK_CAPTURE(decode, raw, Fieldbus::Raw);
 BENCHMARK_CAPTURE(decode, modbus, Fieldbus::Modbus);

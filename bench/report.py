@@ -12,6 +12,7 @@ RATIOS = [
     ("loading: loadFile/{}", "loading: oneRead/{}", {"small": 1.2, "medium": 1.2, "large": 1.2}),
     ("module: parse/{}", "module: floorOfTree/{}", {"small": None, "medium": None, "large": None}),
     ("module: fromBytes/{}", "module: parse/{}", {"small": 1.3, "medium": 1.3, "large": 1.3}),
+    ("module: fromFileWithChannelMap/{}", "module: parse/{}", {"small": 1.2, "large": 1.2}),
     ("module: compose/1000", "module: parse/large", {"": 2.0}),
     ("module: decode/{}", "module: parse/large", {"raw": 1.5, "modbus": 1.5}),
     ("process: mxtoolShow/real_time", "process: loadOnly/real_time", {"": 3}),

@@ -41,6 +41,20 @@ std::optional<Finding> offsetFinding(const std::string& place, std::uint64_t off
                    "", Origin::Request};
 }
 
+// Returns the size that the static property `name` states, without a report on the device.
+std::uint32_t sizeIn(const TranslatedModule::Device& device, const char* name)
+{
+    for (const auto& attribute : device.attributes) {
+        if (attribute->typeCode() == datamodel::staticPropertyTypeCode) {
+            const auto& property = static_cast<const datamodel::StaticProperty&>(*attribute);
+            if (property.name == name) {
+                return static_cast<std::uint32_t>(std::stoul(property.value));
+            }
+        }
+    }
+    return 0;
+}
+
 Configuration shared(ConfiguredImage made, const std::shared_ptr<const TranslatedModule>& owner,
                      const std::string& place)
 {
@@ -81,8 +95,7 @@ Module::Module(std::shared_ptr<const TranslatedModule> made) : content(std::move
 
 Module Module::at(ImageOffsets offsets) const
 {
-    return Module(
-        std::make_shared<const TranslatedModule>(content->name(), content->bytes(), offsets));
+    return Module(std::make_shared<const TranslatedModule>(*content, offsets));
 }
 
 const std::string& Module::name() const
@@ -137,12 +150,9 @@ std::vector<BinaryObject> Module::binaryObjects() const
 
 DataSizes Module::sizes() const
 {
-    const DeviceReport& device = content->report();
-    const auto size = [&device](const char* property) {
-        return static_cast<std::uint32_t>(std::stoul(device.property(property)));
-    };
-    return {size("inDataSize"), size("outDataSize"), size("paramDataSize"), size("diagDataSize"),
-            content->offsets()};
+    const TranslatedModule::Device& device = content->device();
+    return {sizeIn(device, "inDataSize"), sizeIn(device, "outDataSize"),
+            sizeIn(device, "paramDataSize"), sizeIn(device, "diagDataSize"), content->offsets()};
 }
 
 std::string Module::text() const

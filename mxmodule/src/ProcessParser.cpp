@@ -14,8 +14,6 @@ namespace mxmodule {
 
 namespace {
 
-using devices::parser::mx::Parser_kv38;
-
 Poco::Logger& parserLogger()
 {
     static Poco::Logger& logger = Poco::Logger::get("mxparser-kv38");
@@ -79,11 +77,11 @@ private:
 
 // The parser of the process: making one each time costs more than translating a small module. The
 // construction of a parser changes the level of its logger.
-Parser_kv38& parserOfProcess()
+GroupParser& parserOfProcess()
 {
-    static const std::unique_ptr<Parser_kv38> parser = [] {
+    static const std::unique_ptr<GroupParser> parser = [] {
         const LoggerOfHost restored;
-        return std::make_unique<Parser_kv38>();
+        return std::make_unique<GroupParser>();
     }();
     return *parser;
 }
@@ -95,11 +93,11 @@ std::mutex& oneAtATime()
 }
 
 // Returns what `work` threw, or null.
-std::exception_ptr lockedWork(const std::function<void(Parser_kv38&)>& work,
+std::exception_ptr lockedWork(const std::function<void(GroupParser&)>& work,
                               const std::optional<LineTarget>& target)
 {
     const std::lock_guard lock(oneAtATime());
-    Parser_kv38& parser = parserOfProcess();
+    GroupParser& parser = parserOfProcess();
     const LoggerOfHost restored; // the work may make a parser, which sets the level
     if (target) {
         parserLogger().setChannel(target->lines);
@@ -115,7 +113,7 @@ std::exception_ptr lockedWork(const std::function<void(Parser_kv38&)>& work,
 
 } // namespace
 
-void withParser(Observer* observer, const std::function<void(Parser_kv38&)>& work)
+void withParser(Observer* observer, const std::function<void(GroupParser&)>& work)
 {
     std::optional<LineTarget> target;
     if (observer != nullptr) {

@@ -15,12 +15,12 @@ namespace mxmodule {
 
 namespace {
 
-std::vector<char> loadedForm(const std::vector<char>& bytes)
+std::shared_ptr<const std::vector<char>> loadedForm(const std::vector<char>& bytes)
 {
-    std::vector<char> loaded;
-    loaded.reserve(bytes.size() + 1);
-    loaded = bytes;
-    loaded.push_back('\xFF');
+    auto loaded = std::make_shared<std::vector<char>>();
+    loaded->reserve(bytes.size() + 1);
+    *loaded = bytes;
+    loaded->push_back('\xFF');
     return loaded;
 }
 
@@ -58,16 +58,25 @@ TranslatedModule::TranslatedModule(const ModuleFile& file, ImageOffsets offsets,
 
 TranslatedModule::TranslatedModule(std::string name, std::vector<char> loaded, ImageOffsets offsets,
                                    Observer* observer)
-    : fileName(std::move(name)), imageOffsets(offsets), mxData(std::move(loaded))
+    : fileName(std::move(name)),
+      imageOffsets(offsets),
+      mxData(std::make_shared<const std::vector<char>>(std::move(loaded)))
 {
     translate(nullptr, observer);
 }
 
+TranslatedModule::TranslatedModule(const TranslatedModule& other, ImageOffsets offsets)
+    : fileName(other.fileName), isText(other.isText), imageOffsets(offsets), mxData(other.mxData)
+{
+    translate(nullptr, nullptr);
+}
+
 void TranslatedModule::translate(std::vector<char>* block, Observer* observer)
 {
-    withParser(observer, [&](Parser& parser) {
+    withParser(observer, [&](GroupParser& parser) {
         try {
-            builtDevice = parser.parse(mxData, block, imageOffsets.input, imageOffsets.output);
+            builtDevice = parser.parse(*mxData, block, imageOffsets.input, imageOffsets.output);
+            channelGroup = parser.getGroup(mxformat::group::channels, &channelGroupSize);
         } catch (const std::runtime_error& failure) {
             reject(failure.what());
         }
@@ -97,14 +106,11 @@ void TranslatedModule::requireBlockSize(const std::vector<char>& block, const st
 
 std::vector<mxformat::ChannelRecord> TranslatedModule::channelRecords() const
 {
-    devices::parser::mx::Parser container;
-    container.parse(mxData.data(), static_cast<std::uint32_t>(mxData.size()));
-    std::uint32_t size = 0;
-    const std::uint8_t* const payload = container.getGroup(mxformat::group::channels, &size);
     std::vector<mxformat::ChannelRecord> records;
-    for (std::uint32_t position = 0; payload != nullptr && position < size;) {
+    records.reserve(channelGroupSize / mxformat::channelRecordHeaderSize + 1);
+    for (std::uint32_t position = 0; position < channelGroupSize;) {
         // The last record may end after the group, but the parser has found it in the mx data.
-        records.push_back(mxformat::readRecord<mxformat::ChannelRecord>(payload + position));
+        records.push_back(mxformat::readRecord<mxformat::ChannelRecord>(channelGroup + position));
         position += mxformat::channelRecordSize(records.back().wordCount);
     }
     return records;
@@ -131,7 +137,7 @@ const std::vector<const std::uint8_t*>& TranslatedModule::records() const
 void TranslatedModule::describe() const
 {
     std::call_once(described.once, [this] {
-        described.report = makeReport(*builtDevice, conversionsOf(mxData));
+        described.report = makeReport(*builtDevice, conversionsOf(*mxData));
         described.records = recordsOf(*builtDevice);
         described.names.emplace(described.report);
     });

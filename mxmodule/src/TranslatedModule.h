@@ -34,13 +34,16 @@ public:
     TranslatedModule(std::string name, std::vector<char> loaded, ImageOffsets offsets = {},
                      Observer* observer = nullptr);
 
+    /// Translates the mx data of `other`, which the two share, at `offsets`.
+    TranslatedModule(const TranslatedModule& other, ImageOffsets offsets);
+
     TranslatedModule(const TranslatedModule&) = delete;
     TranslatedModule& operator=(const TranslatedModule&) = delete;
 
     const std::string& name() const { return fileName; } ///< Of the file, for messages.
 
     /// Returns the mx data, followed by the byte 0xFF.
-    const std::vector<char>& bytes() const { return mxData; }
+    const std::vector<char>& bytes() const { return *mxData; }
 
     ImageOffsets offsets() const { return imageOffsets; }
 
@@ -77,8 +80,10 @@ private:
     std::string fileName;
     bool isText = false; // the file is the text form
     ImageOffsets imageOffsets;
-    std::vector<char> mxData;
-    std::shared_ptr<Device> builtDevice; // its parameters point into mxData
+    std::shared_ptr<const std::vector<char>> mxData;
+    std::shared_ptr<Device> builtDevice;        // its parameters point into mxData
+    const std::uint8_t* channelGroup = nullptr; // its payload in mxData
+    std::uint32_t channelGroupSize = 0;
 
     struct Described
     {

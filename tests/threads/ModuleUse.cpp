@@ -1,6 +1,6 @@
 // Makes, checks, reads, maps and configures different modules in many threads at once, and one
-// module that all of them share, without a mutex, for ThreadSanitizer to watch: mxmodule has its
-// own. Each thread finds what a thread that is alone finds.
+// module and its channel map that all of them share, without a mutex, for ThreadSanitizer to watch:
+// mxmodule has its own. Each thread finds what a thread that is alone finds.
 
 #include <mxmodule/Module.h>
 #include <mxmodule/ReadFile.h>
@@ -90,10 +90,10 @@ std::string refusal(std::vector<char> bytes)
     return "accepted";
 }
 
-// What is found in a module of its own for each file, and in the one that is shared.
-std::string find(const Module& shared)
+// What is found in a module of its own for each file, in the one that is shared and in its map.
+std::string find(const Module& shared, const mxmodule::ChannelMap& map)
 {
-    std::string all;
+    std::string all = map.svg() + map.json() + std::to_string(map.input().free.size());
     for (const char* name : files) {
         all += use(shared);
         const auto bytes = mxmodule::readFile(std::string(EXAMPLE_MODULES "/") + name);
@@ -109,15 +109,17 @@ std::string find(const Module& shared)
 bool foundAlike()
 {
     const Module shared = Module::fromFile(EXAMPLE_MODULES "/MX0502.bin");
+    const mxmodule::ChannelMap map = shared.channelMap();
     std::vector<std::string> found(threadCount);
     std::vector<std::thread> threads;
     for (std::string& own : found) {
-        threads.emplace_back([&shared, &own] { own = find(shared); });
+        threads.emplace_back([&shared, &map, &own] { own = find(shared, map); });
     }
     for (std::thread& thread : threads) {
         thread.join();
     }
-    const std::string alone = find(Module::fromFile(EXAMPLE_MODULES "/MX0502.bin"));
+    const Module other = Module::fromFile(EXAMPLE_MODULES "/MX0502.bin");
+    const std::string alone = find(other, other.channelMap());
     for (const std::string& own : found) {
         if (own != alone) {
             return false;

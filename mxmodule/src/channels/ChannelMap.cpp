@@ -19,23 +19,27 @@ ImageArea plainArea(const ProcessImage::Area& area)
 
 } // namespace
 
-ChannelMap::Content::Content(ChannelTable made)
-    : table(std::move(made)),
-      image(makeProcessImage(table)),
-      input(plainArea(image.input)),
-      output(plainArea(image.output))
-{}
+const ChannelMap::Content::Picture& ChannelMap::Content::picture() const
+{
+    std::call_once(drawn, [this] {
+        ProcessImage image = makeProcessImage(table);
+        ImageArea input = plainArea(image.input);
+        ImageArea output = plainArea(image.output);
+        drawing = {std::move(image), std::move(input), std::move(output)};
+    });
+    return drawing;
+}
 
 ChannelMap::ChannelMap(std::shared_ptr<const Content> made) : content(std::move(made)) {}
 
 const ImageArea& ChannelMap::input() const
 {
-    return content->input;
+    return content->picture().input;
 }
 
 const ImageArea& ChannelMap::output() const
 {
-    return content->output;
+    return content->picture().output;
 }
 
 const std::vector<MappedChannel>& ChannelMap::channels() const
@@ -75,7 +79,7 @@ std::string ChannelMap::csv(const CsvStyle& style) const
 
 std::string ChannelMap::json() const
 {
-    return text::jsonText(channelMapJson(content->table, content->image));
+    return text::jsonText(channelMapJson(content->table, content->picture().image));
 }
 
 std::string ChannelMap::declarations() const
@@ -85,12 +89,12 @@ std::string ChannelMap::declarations() const
 
 std::string ChannelMap::svg() const
 {
-    return processImageSvg(content->image);
+    return processImageSvg(content->picture().image);
 }
 
 std::string ChannelMap::drawing(bool coloured) const
 {
-    return processImageMap(content->image, coloured);
+    return processImageMap(content->picture().image, coloured);
 }
 
 } // namespace mxmodule

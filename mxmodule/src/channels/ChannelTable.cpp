@@ -48,18 +48,18 @@ private:
 };
 
 // The byte address already includes whole bytes of the bit offset.
-void place(MappedChannel& channel, std::uint8_t bitLength)
+void findBits(MappedChannel& channel)
 {
     channel.isBitField = channel.kind == 'X' || channel.symbol.find('#') != std::string::npos;
     const unsigned bit = channel.isBitField ? channel.bitOffset % 8U : 0;
     channel.firstBit = std::uint64_t{channel.byteAddress} * 8 + bit;
-    channel.bits = channel.isBitField ? bitLength : 8U * mxformat::bytesOfSizeLetter(channel.kind);
+    channel.bits =
+        channel.isBitField ? channel.bitLength : 8U * mxformat::bytesOfSizeLetter(channel.kind);
 }
 
-MappedChannel join(MappingInfo& info, const ChannelP& channel,
-                   const mxformat::ChannelRecord& record)
+void fill(MappedChannel& mapped, const ChannelP& channel, MappingInfo& info,
+          const mxformat::ChannelRecord& record)
 {
-    MappedChannel mapped;
     mapped.id = channel.id;
     mapped.number = channel.privateProps.channelNumber;
     mapped.name = text::toUtf8(channel.name);
@@ -71,8 +71,7 @@ MappedChannel join(MappingInfo& info, const ChannelP& channel,
     mapped.bitLength = channel.privateProps.bitLength;
     mapped.mask = info.mask;
     mapped.isSigned = isSigned(record);
-    place(mapped, mapped.bitLength);
-    return mapped;
+    findBits(mapped);
 }
 
 std::vector<std::unique_ptr<MappingInfo>> mappingOf(const TranslatedModule& module,
@@ -85,11 +84,9 @@ std::vector<std::unique_ptr<MappingInfo>> mappingOf(const TranslatedModule& modu
     return mapping;
 }
 
-} // namespace
-
-ChannelTable makeChannelTable(const TranslatedModule& module, Observer* observer)
+// The map of `module` without its channels, of which up to `count` follow.
+ChannelTable emptyTable(const TranslatedModule& module, std::size_t count)
 {
-    const auto mapping = mappingOf(module, observer);
     const TranslatedModule::Device& device = module.device();
     ChannelTable map{device.brandLabelName,
                      device.deviceTypeId,
@@ -99,11 +96,20 @@ ChannelTable makeChannelTable(const TranslatedModule& module, Observer* observer
                      {},
                      module.channelRecords(),
                      {}};
-    map.channels.reserve(mapping.size());
-    map.recordOfChannel.reserve(mapping.size());
+    map.channels.reserve(count);
+    map.recordOfChannel.reserve(count);
+    return map;
+}
+
+} // namespace
+
+ChannelTable makeChannelTable(const TranslatedModule& module, Observer* observer)
+{
+    const auto mapping = mappingOf(module, observer);
+    ChannelTable map = emptyTable(module, mapping.size());
     RecordSearch search(map.records);
     auto info = mapping.begin();
-    for (const auto& attribute : device.attributes) {
+    for (const auto& attribute : module.device().attributes) {
         if (attribute->typeCode() != datamodel::channelTypeCode) {
             continue;
         }
@@ -112,9 +118,8 @@ ChannelTable makeChannelTable(const TranslatedModule& module, Observer* observer
         if (channel.iecSymbol.size() < shortestSymbol) {
             map.withoutSymbol.push_back(plainChannel(reportOf(channel)));
         } else {
-            map.channels.push_back(join(**info, channel, map.records[record]));
+            fill(map.channels.emplace_back(), channel, **info++, map.records[record]);
             map.recordOfChannel.push_back(record);
-            ++info;
         }
     }
     return map;
