@@ -1,4 +1,5 @@
-// Runs the YAML language server, as editors do, to complete and check texts of modules with the JSON Schema.
+// Runs the YAML language server, as editors do, to complete and check texts of modules and stations with their
+// JSON Schemas.
 // Fails if a valid text is underlined, an invalid one is not, or a word is not offered.
 //
 // Usage: node editor-completes-and-checks.cjs PROJECT MXTOOL SERVER
@@ -11,7 +12,7 @@ const path = require("path");
 const { pathToFileURL } = require("url");
 
 const [project, mxtool, serverProgram] = process.argv.slice(2);
-const schema = pathToFileURL(path.join(project, "share/parser-mx/mx-module.schema.json")).href;
+const schemaOf = (kind) => pathToFileURL(path.join(project, `share/parser-mx/mx-${kind}.schema.json`)).href;
 const failures = [];
 
 if (!fs.existsSync(serverProgram)) {
@@ -88,6 +89,7 @@ class Server {
 
 let texts = 0;
 const uriOfNext = () => `file:///text-${++texts}.yaml`;
+let schema = schemaOf("module");
 const withSchema = (text) => `# yaml-language-server: $schema=${schema}\n${text}`;
 const shown = (found) => found.map((one) => `${one.range.start.line}: ${one.message}`).join("; ");
 
@@ -126,6 +128,19 @@ async function expectOffered(server, text, words) {
   }
 }
 
+async function checkStations(server) {
+  schema = schemaOf("station");
+  const stations = path.join(project, "examples/stations");
+  for (const file of ["pump-house.yaml", "own-layout.yaml"]) {
+    const text = fs.readFileSync(path.join(stations, file), "utf8");
+    await expectSound(server, file, text.split("\n").slice(1).join("\n"));
+  }
+  await expectUnderlined(server, "modules:\n  - module: a.bin\n    nmae: A\n", "nmae", "nmae");
+  await expectOffered(server, "modules: []\nlayout: |", ["plain", "words", "bytes-first", "aligned"]);
+  await expectOffered(server, "modules: []\nlayout:\n  |", ["align", "pad_module", "like"]);
+  await expectOffered(server, "modules:\n  - module: a.bin\n    |", ["name", "parameters", "at"]);
+}
+
 async function run() {
   const server = new Server();
   await server.request("initialize", { processId: process.pid, rootUri: null, capabilities: {
@@ -157,6 +172,8 @@ async function run() {
   await expectOffered(server, "channels:\n  - name: A\n    |", ["in", "out", "repeat", "each"]);
   await expectOffered(server, "channels:\n  - in: |", ["Bit", "SInt16"]);
   await expectOffered(server, "parameters:\n  - name: A\n    type: |", ["UInt8", "Byte"]);
+
+  await checkStations(server);
 
   server.process.removeAllListeners("exit");
   await server.request("shutdown", null);

@@ -1,0 +1,127 @@
+// The JSON Schema, which editors use, and the reader of stations know the same keys, words and
+// limits.
+
+#include <gmock/gmock.h>
+#include <mxstation/Station.h>
+#include <nlohmann/json.hpp>
+
+#include <fstream>
+
+namespace {
+
+using mxmodule::Finding;
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::UnorderedElementsAreArray;
+using Words = std::vector<std::string>;
+
+const json& stationSchema()
+{
+    static const json loaded = json::parse(std::ifstream(MX_STATION_SCHEMA));
+    return loaded;
+}
+
+const json& schemaAt(const std::string& path)
+{
+    return stationSchema().at(json::json_pointer(path));
+}
+
+// The finding about `word` in a station with this text.
+Finding findingAbout(const std::string& word, const std::string& text)
+{
+    for (const Finding& finding : mxstation::stationOf(text, "<test>").findings) {
+        if (finding.text.find('"' + word + '"') != std::string::npos) {
+            return finding;
+        }
+    }
+    return {mxmodule::Severity::Note, "", "nothing is found in " + text, ""};
+}
+
+Words keysOf(const json& definition)
+{
+    Words keys;
+    for (const auto& [key, value] : definition.at("properties").items()) {
+        keys.push_back(key);
+    }
+    return keys;
+}
+
+Words constants(const json& choices)
+{
+    Words words;
+    for (const json& choice : choices) {
+        if (choice.contains("const")) {
+            words.push_back(choice.at("const"));
+        }
+    }
+    return words;
+}
+
+TEST(StationSchema, hasTheKeysOfEveryMapping)
+{
+    const std::string layout = "/definitions/layout/properties/";
+    for (const auto& [path, text] : {
+             std::pair<std::string, const char*>{"", "{x: 1, modules: []}"},
+             {"/definitions/entry", "modules: [{x: 1}]"},
+             {"/definitions/entry/properties/at", "modules: [{module: a.bin, at: {x: 1}}]"},
+             {"/definitions/entry/properties/reserve", "modules: [{reserve: {x: 1}}]"},
+             {"/definitions/channel", "modules: [{module: a.bin, channels: {A: {x: 1}}}]"},
+             {"/definitions/layout", "{layout: {x: 1}, modules: []}"},
+             {layout + "align/anyOf/1", "{layout: {align: {x: 1}}, modules: []}"},
+             {layout + "order/anyOf/2", "{layout: {order: {x: row}}, modules: []}"},
+         }) {
+        EXPECT_THAT(keysOf(schemaAt(path)),
+                    UnorderedElementsAreArray(findingAbout("x", text).accepted))
+            << text;
+        EXPECT_EQ(schemaAt(path).at("additionalProperties"), false) << path;
+    }
+}
+
+TEST(StationSchema, hasTheWordsOfLayouts)
+{
+    const std::string layout = "/definitions/layout/properties/";
+    for (const auto& [path, text] : {
+             std::pair<std::string, const char*>{"/definitions/layoutName/anyOf",
+                                                 "{layout: x, modules: []}"},
+             {layout + "order/anyOf", "{layout: {order: x}, modules: []}"},
+             {layout + "order/anyOf/2/properties/in/anyOf", "{layout: {order: x}, modules: []}"},
+             {layout + "byte_order/anyOf", "{layout: {byte_order: x}, modules: []}"},
+         }) {
+        EXPECT_EQ(constants(schemaAt(path)), findingAbout("x", text).accepted) << text;
+    }
+}
+
+TEST(StationSchema, describesTheNamedLayouts)
+{
+    const json& layouts = schemaAt("/definitions/layoutName/anyOf");
+    const auto& known = mxstation::namedLayouts();
+    ASSERT_EQ(layouts.size(), known.size());
+    for (std::size_t i = 0; i < known.size(); ++i) {
+        std::string description = layouts[i].at("description");
+        description.front() = static_cast<char>(std::tolower(description.front()));
+        EXPECT_EQ(description, known[i].meaning + ".");
+    }
+}
+
+std::string limits(const json& number)
+{
+    return "expected a whole number from " + number.at("minimum").dump() + " to " +
+           number.at("maximum").dump();
+}
+
+TEST(StationSchema, hasTheLimitsOfNumbers)
+{
+    EXPECT_THAT(findingAbout("-1", "modules: [{reserve: {in: -1}}]").text,
+                HasSubstr(limits(schemaAt("/definitions/byte"))));
+    for (const auto& [key, definition] : schemaAt("/definitions/layout/properties").items()) {
+        const json number = definition.contains("minimum") ? definition
+                            : definition.contains("anyOf") ? definition.at("anyOf")[0]
+                                                           : json::object();
+        if (number.contains("minimum")) {
+            EXPECT_THAT(findingAbout("-1", "{layout: {" + key + ": -1}, modules: []}").text,
+                        HasSubstr(limits(number)));
+        }
+    }
+}
+
+} // namespace
