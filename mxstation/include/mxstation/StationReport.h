@@ -6,7 +6,9 @@
 
 namespace mxstation {
 
-/// Returns the row of a complete `plan` as a table for people: for each module its bytes in both
+// Both throw a `mxmodule::Failure` when the plan has errors.
+
+/// Returns the row of `plan` as a table for people: for each module its bytes in both
 /// images with their addresses, its parameter bytes and Modbus registers, and the reserved places;
 /// after it the other bits that belong to no channel, the totals and the layout.
 MXSTATION_API std::string stationText(const Plan& plan);

@@ -1,5 +1,6 @@
 #include "export/ByteText.h"
 #include "export/PlanTotals.h"
+#include "export/Provenance.h"
 #include "text/LayoutWords.h"
 
 #include <mxstation/StationReport.h>
@@ -86,15 +87,16 @@ Json totalsJson(const Plan& plan)
 
 std::string stationJson(const Plan& plan)
 {
-    return text::jsonText({{"schema", text::jsonSchema("mxtool.station", 1)},
-                           {"file", text::toUtf8(plan.file)},
-                           {"station", text::toUtf8(plan.station)},
-                           {"layout", layoutJson(plan.layout)},
-                           {"input", bytesJson(plan.input)},
-                           {"output", bytesJson(plan.output)},
-                           {"modules", text::listJson(plan.modules, moduleJson)},
-                           {"gaps", text::listJson(plan.gaps, gapJson)},
-                           {"totals", totalsJson(plan)}});
+    Json json = {{"schema", text::jsonSchema("mxtool.station", 1)}};
+    Provenance(plan).addTo(json);
+    json["station"] = text::toUtf8(plan.station);
+    json["layout"] = layoutJson(plan.layout);
+    json["input"] = bytesJson(plan.input);
+    json["output"] = bytesJson(plan.output);
+    json["modules"] = text::listJson(plan.modules, moduleJson);
+    json["gaps"] = text::listJson(plan.gaps, gapJson);
+    json["totals"] = totalsJson(plan);
+    return text::jsonText(json);
 }
 
 } // namespace mxstation

@@ -1,6 +1,7 @@
 #include "export/ByteText.h"
 #include "export/LayoutText.h"
 #include "export/PlanTotals.h"
+#include "export/Provenance.h"
 
 #include <mxstation/StationReport.h>
 
@@ -103,9 +104,9 @@ std::string gapTable(const Plan& plan)
 
 std::string imageTotal(const char* image, const ImageBytes& whole, std::uint64_t data)
 {
-    return fmt::format("{} image: {}{}{}, {} of modules\n", image,
+    return fmt::format("{} image: {}{}{}, data of modules: {}\n", image,
                        text::counted(whole.size, "byte"), whole.size == 0 ? "" : " at ",
-                       addressesText(whole), data);
+                       addressesText(whole), text::counted(data, "byte"));
 }
 
 std::string totalsText(const Plan& plan)
@@ -122,6 +123,7 @@ std::string totalsText(const Plan& plan)
 
 std::string stationText(const Plan& plan)
 {
+    requireOk(plan);
     return text::forTerminal(plan.station) + "\n\n" + rowTable(plan) + gapTable(plan) + "\n" +
            totalsText(plan) + "Layout " + layoutText(plan.layout) + "\n";
 }

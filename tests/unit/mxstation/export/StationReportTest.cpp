@@ -38,8 +38,8 @@ in     1   1 byte             padding
 out    1   1 byte             padding
 
 2 modules, parameters: 35 bytes, 34 registers
-Input image: 14 bytes at 0-13, 9 of modules
-Output image: 2 bytes at 0-1, 1 of modules
+Input image: 14 bytes at 0-13, data of modules: 9 bytes
+Output image: 2 bytes at 0-1, data of modules: 1 byte
 Layout words: as in the row, a module begins at a multiple of 2, a module takes a multiple of 2 bytes, at most 64 modules, most significant byte of a value first
 )");
 }
@@ -63,8 +63,8 @@ modules: [MX0108.bin]
                                 "of bits alone last, 2 bytes of status after, the image takes a "
                                 "multiple of 4 bytes; at most 8 modules, least significant byte "
                                 "of a value first\n"));
-    EXPECT_THAT(text, HasSubstr("Input image: 2 bytes at 10-11, 1 of modules\n"
-                                "Output image: 4 bytes at 0-3, 0 of modules\n"));
+    EXPECT_THAT(text, HasSubstr("Input image: 2 bytes at 10-11, data of modules: 1 byte\n"
+                                "Output image: 4 bytes at 0-3, data of modules: 0 bytes\n"));
 }
 
 TEST(StationReport, marksAModuleWithoutRegisters)
