@@ -180,10 +180,10 @@ Entry readEntry(const YamlNode& node, ModuleSource& modules, StationErrors& erro
     if (module != nullptr) {
         readModule(*module, modules, entry, errors);
         readContent(section, entry, errors);
-    } else if (reserve == nullptr) {
-        errors.add(node.place, "this entry has neither \"module\" nor \"reserve\"");
-    } else {
+    } else if (reserve != nullptr) {
         rejectContent(section, errors);
+    } else if (!section.hasUnknownKeys()) {
+        errors.add(node.place, "this entry has neither \"module\" nor \"reserve\"");
     }
     if (reserve != nullptr) {
         entry.reserve = readReserve(*reserve, errors);

@@ -45,9 +45,8 @@ void readModules(const YamlNode& list, ModuleSource& modules, Station& station,
                         [](const auto& member) { return member.first->text == "module"; });
         count += isModule ? 1 : 0;
         if (isModule && count > station.layout.mostModules) {
-            errors.add(item->place,
-                       fmt::format("this is module {} of {}, the layout allows {}", count,
-                                   list.items.size(), station.layout.mostModules));
+            errors.add(item->place, fmt::format("this is module {}, the layout allows {}", count,
+                                                station.layout.mostModules));
             return;
         }
         station.entries.push_back(readEntry(*item, modules, errors));
@@ -71,7 +70,9 @@ void readRoot(const YamlNode& root, ModuleSource& modules, Station& station, Sta
     }
     const YamlNode* const list = section.find("modules");
     if (list == nullptr) {
-        errors.add(root.place, "\"modules\" is missing, the list of the modules in the row");
+        if (!section.hasUnknownKeys()) {
+            errors.add(root.place, "\"modules\" is missing, the list of the modules in the row");
+        }
     } else if (list->kind != YamlNode::Kind::List) {
         errors.add(list->place, fmt::format("found {}, expected a list of modules", list->shown()));
     } else {

@@ -22,8 +22,12 @@ public:
     /// Returns the value of `key`, or null. A value of nothing is an error, and null.
     const YamlNode* find(const std::string& key) const;
 
+    /// Returns whether there are unknown keys: a key that is missing may be misspelt.
+    bool hasUnknownKeys() const { return hasUnknown; }
+
 private:
     std::map<std::string, YamlNodeP> values;
+    bool hasUnknown = false;
 };
 
 /// Returns the text of `node`; an error and nothing if it is none, or empty. `what` is expected.

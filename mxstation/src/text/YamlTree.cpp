@@ -172,7 +172,12 @@ YamlTree readYamlTree(const std::string& source)
     if (builder.error) {
         return {nullptr, builder.error};
     }
-    return {builder.root ? builder.root : std::make_shared<YamlNode>(), std::nullopt};
+    if (!builder.root) { // a text of comments alone
+        const auto nothing = std::make_shared<YamlNode>();
+        nothing->place = {1, 1, 0};
+        return {nothing, std::nullopt};
+    }
+    return {builder.root, std::nullopt};
 }
 
 } // namespace mxstation

@@ -7,6 +7,7 @@
 #include "ToolObserver.h"
 
 #include <mxmodule/Catalogue.h>
+#include <mxmodule/ReadFile.h>
 
 #include <CLI/CLI.hpp>
 
@@ -15,12 +16,19 @@ namespace mxtool {
 void addStationChoice(CLI::App& verb, StationChoice& choice)
 {
     verb.add_option("FILE", choice.file, "The station file, - for standard input")->required();
+    addStationDatabase(verb, choice);
+}
+
+void addStationDatabase(CLI::App& verb, StationChoice& choice)
+{
     addDatabaseOption(verb, choice.databaseUrl);
 }
 
-mxstation::Station loadStation(const StationChoice& choice)
+mxstation::Station loadStation(const StationChoice& choice, StationUse use)
 {
-    const std::vector<char> source = loadBytes(choice.file);
+    const bool isInput = use == StationUse::Read || choice.file == "-";
+    const std::vector<char> source =
+        isInput ? loadBytes(choice.file) : mxmodule::readFile(choice.file);
     mxstation::StationOptions options;
     options.catalogueUrl =
         choice.databaseUrl.empty() ? mxmodule::Catalogue::defaultUrl() : choice.databaseUrl;

@@ -20,8 +20,18 @@ struct StationChoice
 /// Adds FILE and --db to `verb`. `choice` must outlive the parsing.
 void addStationChoice(CLI::App& verb, StationChoice& choice);
 
+/// Adds --db alone.
+void addStationDatabase(CLI::App& verb, StationChoice& choice);
+
+/// What becomes of the station file.
+enum class StationUse
+{
+    Read,           ///< It is an input: no output may replace it.
+    ReadAndReplaced ///< It is the output as well.
+};
+
 /// Reads the station of `choice`, and the mx files that it names. Throws a `Failure`.
-mxstation::Station loadStation(const StationChoice& choice);
+mxstation::Station loadStation(const StationChoice& choice, StationUse use = StationUse::Read);
 
 /// Reads and plans the station of `choice`. Reports warnings and notes; throws a `Failure` with all
 /// findings when it cannot be planned.

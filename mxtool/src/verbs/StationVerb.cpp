@@ -20,6 +20,7 @@ void addStationVerb(CLI::App& program, const GlobalOptions& global, const VerbCh
     station->require_subcommand(1);
     station->fallthrough();
     station->footer(stationFooter);
+    addStationShowVerb(*station, global, choose);
     addStationCheckVerb(*station, global, choose);
 }
 
