@@ -21,10 +21,7 @@ struct CalledChannel
     std::string name;
     std::string direction;
 
-    bool isCalled(const std::string& word) const
-    {
-        return word == name || word == number || word == number + " " + name || word == "#" + id;
-    }
+    std::set<std::string> words() const { return {name, number, number + " " + name, "#" + id}; }
 
     std::string shown() const
     {
@@ -45,6 +42,18 @@ std::vector<CalledChannel> channelsOf(const mxmodule::ChannelMap& map)
             {channel.id, std::to_string(channel.number), channel.name, channel.direction});
     }
     return channels;
+}
+
+std::map<std::string, std::vector<std::size_t>>
+positionsByWord(const std::vector<CalledChannel>& channels)
+{
+    std::map<std::string, std::vector<std::size_t>> positions;
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+        for (const std::string& word : channels[i].words()) {
+            positions[word].push_back(i);
+        }
+    }
+    return positions;
 }
 
 std::string lowerCaseOf(std::string text)
@@ -93,15 +102,14 @@ std::vector<const ChannelNote*> ChannelNotes::of(const Entry& entry,
         return notes;
     }
     const std::vector<CalledChannel> channels = channelsOf(map);
+    auto byWord = positionsByWord(channels);
     std::vector<const ChannelNote*> noted(channels.size());
     for (const ChannelNote& note : entry.channels) {
-        std::vector<std::size_t> called;
-        for (std::size_t i = 0; i < channels.size(); ++i) {
-            if (channels[i].isCalled(note.channel)) {
-                called.push_back(i);
-            }
-        }
         checkAlias(note);
+        if (findings.isFull()) {
+            break; // finding the nearest names takes time
+        }
+        const std::vector<std::size_t>& called = byWord[note.channel];
         if (called.empty()) {
             addUnknown(note, channels, findings);
         } else if (called.size() > 1) {

@@ -2,6 +2,8 @@
 
 #include "text/StationErrors.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 namespace mxstation {
@@ -15,8 +17,17 @@ void PlanFindings::add(const SourcePlace& place, mxmodule::Severity severity,
     add(place, std::move(finding));
 }
 
+bool PlanFindings::isFull() const
+{
+    return all.size() >= mostFindings;
+}
+
 void PlanFindings::add(const SourcePlace& place, mxmodule::Finding finding)
 {
+    if (isFull()) {
+        rest = std::max(rest.value_or(finding.severity), finding.severity);
+        return;
+    }
     const auto located =
         findingAt(station.file, station.source, place, finding.severity, finding.text);
     finding.place = located.place;
@@ -34,6 +45,10 @@ std::vector<mxmodule::Finding> PlanFindings::sorted() const
     findings.reserve(ordered.size());
     for (auto& [place, finding] : ordered) {
         findings.push_back(std::move(finding));
+    }
+    if (rest) {
+        findings.push_back({*rest, station.file,
+                            fmt::format("stopped after {} findings of the plan", mostFindings)});
     }
     return findings;
 }

@@ -2,13 +2,15 @@
 
 #include <mxstation/Station.h>
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace mxstation {
 
-/// Collects the findings of a plan, each at its place in the station's text.
+/// Collects the findings of a plan, each at its place in the station's text. Of more than
+/// `mostFindings` the rest is one finding, an error if there is one among them.
 class PlanFindings
 {
 public:
@@ -22,12 +24,16 @@ public:
     /// Adds a finding of a module about what is stated at `place`.
     void add(const SourcePlace& place, mxmodule::Finding finding);
 
+    /// Returns whether further findings are not listed.
+    bool isFull() const;
+
     /// Returns all, in the order of the text.
     std::vector<mxmodule::Finding> sorted() const;
 
 private:
     const Station& station;
     std::vector<std::pair<SourcePlace, mxmodule::Finding>> all;
+    std::optional<mxmodule::Severity> rest; // the highest of those that are not listed
 };
 
 } // namespace mxstation

@@ -7,6 +7,7 @@ namespace mxstation {
 namespace {
 
 constexpr std::size_t mostValues = 10000; // no module has so many parameters
+constexpr std::size_t mostNotes = 10000;
 
 const std::vector<std::string> entryKeys = {"module",   "name", "parameters",
                                             "channels", "at",   "reserve"};
@@ -98,6 +99,15 @@ StatedBytes readAddresses(const YamlNode& node, StationErrors& errors)
     return bytesOf(YamlSection(node, "image", {"in", "out"}, errors), node, errors);
 }
 
+// Whether no byte is stated, and none that cannot be read.
+bool isWithoutBytes(const YamlSection& section, const StatedBytes& size)
+{
+    const auto isNone = [&section](const char* key, const std::optional<StatedByte>& bytes) {
+        return section.find(key) == nullptr || (bytes && bytes->value == 0);
+    };
+    return isNone("in", size.input) && isNone("out", size.output);
+}
+
 Reserve readReserve(const YamlNode& node, StationErrors& errors)
 {
     Reserve reserve;
@@ -107,6 +117,10 @@ Reserve readReserve(const YamlNode& node, StationErrors& errors)
     }
     const YamlSection section(node, "key of a reserved place", {"in", "out", "name"}, errors);
     reserve.size = bytesOf(section, node, errors);
+    if (isWithoutBytes(section, reserve.size)) {
+        errors.add(node.place, "the reserved place has no bytes, \"in\", \"out\" or both are "
+                               "expected");
+    }
     if (const YamlNode* const name = section.find("name")) {
         reserve.name = readText(*name, "a name", errors).value_or("");
     }
@@ -125,6 +139,11 @@ void readModule(const YamlNode& node, ModuleSource& modules, Entry& entry, Stati
 void readNotes(const YamlNode& node, Entry& entry, StationErrors& errors)
 {
     if (!requireMap(node, "a map of channels", errors)) {
+        return;
+    }
+    if (node.members.size() > mostNotes) {
+        errors.add(node.place, fmt::format("found {} channels, no module has more than {}",
+                                           node.members.size(), mostNotes));
         return;
     }
     for (const auto& [key, value] : node.members) {

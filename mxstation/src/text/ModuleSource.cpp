@@ -71,6 +71,9 @@ std::optional<mxmodule::ModuleFile>
 ModuleSource::find(const std::string& reference, const SourcePlace& place, StationErrors& errors)
 {
     auto found = known.find(reference);
+    if (found == known.end() && errors.isFull()) {
+        return std::nullopt; // finding the nearest name takes time
+    }
     if (found == known.end()) {
         found = known.emplace(reference, read(reference)).first;
     }

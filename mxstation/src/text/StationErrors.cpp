@@ -38,6 +38,15 @@ mxmodule::Finding findingAt(const std::string& file, const std::string& source,
 void StationErrors::add(const SourcePlace& place, const std::string& text, const std::string& hint,
                         const std::vector<std::string>& accepted)
 {
+    if (isFull()) {
+        return;
+    }
+    if (station.findings.size() == mostFindings) {
+        station.findings.push_back(findingAt(station.file, station.source, {},
+                                             mxmodule::Severity::Error,
+                                             fmt::format("stopped after {} errors", mostFindings)));
+        return;
+    }
     auto finding = findingAt(station.file, station.source, place, mxmodule::Severity::Error,
                              text::withInvisibleNamed(text), hint);
     finding.accepted = accepted;

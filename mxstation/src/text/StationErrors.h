@@ -19,7 +19,11 @@ mxmodule::Finding findingAt(const std::string& file, const std::string& source,
                             const SourcePlace& place, mxmodule::Severity severity,
                             const std::string& text, const std::string& hint = {});
 
-/// Collects the errors of the text of a station, in the order of the text.
+/// Most findings of a text, and of a plan: each may name everything that is accepted.
+constexpr std::size_t mostFindings = 100;
+
+/// Collects the errors of the text of a station, in the order of the text. Of more than
+/// `mostFindings` the rest is one error.
 class StationErrors
 {
 public:
@@ -33,6 +37,9 @@ public:
     /// Adds the error that `word` is not one of `accepted`, with the nearest of them.
     void addUnknown(const SourcePlace& place, const std::string& what, const std::string& word,
                     const std::vector<std::string>& accepted);
+
+    /// Returns whether further errors are not listed.
+    bool isFull() const { return station.findings.size() > mostFindings; }
 
 private:
     Station& station;

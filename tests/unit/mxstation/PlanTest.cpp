@@ -170,6 +170,24 @@ TEST(Plan, isThatOfAStationMadeByAHost)
                 ElementsAre("MX0304 in 0+8 out 0+0", "MX0304_2 in 8+8 out 0+0"));
 }
 
+// Aliases of YAML repeat 10,000 notes for each of 64 modules.
+TEST(Plan, stopsAfter100Findings)
+{
+    std::string source = "modules:\n"
+                         "  - {module: MX0108.bin, channels: &notes {\n";
+    for (int i = 0; i < 10000; ++i) {
+        source += "    x" + std::to_string(i) + ": {alias: a" + std::to_string(i) + "},\n";
+    }
+    source += "    }}\n";
+    for (int i = 1; i < 64; ++i) {
+        source += "  - {module: MX0108.bin, channels: *notes}\n";
+    }
+    const auto plan = planWith(source);
+    ASSERT_THAT(plan.findings, SizeIs(101));
+    EXPECT_EQ(plan.findings.back().text, "stopped after 100 findings of the plan");
+    EXPECT_FALSE(plan.ok());
+}
+
 TEST(Plan, warnsBeyondTheLargestProcessImage)
 {
     const auto plan =

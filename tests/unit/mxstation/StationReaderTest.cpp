@@ -224,6 +224,31 @@ TEST(StationReader, refusesOtherFiles)
     EXPECT_THROW(mxstation::readStation("/nowhere/station.yaml"), mxmodule::Failure);
 }
 
+TEST(StationReader, refusesAPlaceWithoutBytes)
+{
+    EXPECT_THAT(errorsIn("modules:\n"
+                         "  - reserve: {name: x}\n"
+                         "  - reserve: {in: 0, out: 0}\n"
+                         "  - reserve: {in: x}\n"),
+                ElementsAre("2:14 error the reserved place has no bytes, \"in\", \"out\" or both "
+                            "are expected",
+                            "3:14 error the reserved place has no bytes, \"in\", \"out\" or both "
+                            "are expected",
+                            HasSubstr("4:19 error found \"x\"")));
+}
+
+TEST(StationReader, stopsAfter100Errors)
+{
+    std::string source = "layout: {most_modules: 10000}\nmodules:\n";
+    for (int i = 0; i < 9000; ++i) {
+        source += "  - none" + std::to_string(i) + ".bin\n";
+    }
+    const auto errors = errorsIn(source);
+    ASSERT_THAT(errors, SizeIs(101));
+    EXPECT_THAT(errors[99], HasSubstr("102:5 error There is no mx file"));
+    EXPECT_THAT(errors[100], HasSubstr("error stopped after 100 errors"));
+}
+
 // Reading stops at the first module that is too many.
 TEST(StationReader, endsAtTooManyModules)
 {
