@@ -105,19 +105,19 @@ TEST(ChannelsJson, isThatOfModuleChannelsWithTheModule)
     Plan plan = sample();
     plan.withoutSymbol = {{2, "Pumps", {"9", 4, "Spare", "", "", "", 0, 0, 0}}};
     plan.input = {10, 4};
-    const auto json = nlohmann::ordered_json::parse(mxstation::channelsJson(plan));
-    EXPECT_EQ(json.at("schema").dump(), R"({"name":"mxtool.station-channels","version":1})");
-    EXPECT_EQ(json.at("station"), "Pump house");
-    EXPECT_EQ(json.at("station_sha256"), sumOfAbc);
-    EXPECT_EQ(json.at("mxtool"), mxstation::Provenance::version());
-    EXPECT_EQ(json.at("input").dump(), R"({"offset":10,"size":4})");
-    ASSERT_EQ(json.at("channels").size(), 3U);
-    EXPECT_EQ(json.at("channels")[1].dump(),
+    const auto made = nlohmann::ordered_json::parse(mxstation::channelsJson(plan));
+    EXPECT_EQ(made.at("schema").dump(), R"({"name":"mxtool.station-channels","version":1})");
+    EXPECT_EQ(made.at("station"), "Pump house");
+    EXPECT_EQ(made.at("station_sha256"), sumOfAbc);
+    EXPECT_EQ(made.at("mxtool"), mxstation::Provenance::version());
+    EXPECT_EQ(made.at("input").dump(), R"({"offset":10,"size":4})");
+    ASSERT_EQ(made.at("channels").size(), 3U);
+    EXPECT_EQ(made.at("channels")[1].dump(),
               R"({"module":1,"module_name":"Levels","alias":"LT_101","comment":"tank 1","id":"7",)"
               R"("number":3,"name":"AI 1","direction":"in","symbol":"IW3","area":"I",)"
               R"("size_letter":"W","byte":3,"bit_offset":0,"bit_length":16,"mask":255})");
-    EXPECT_EQ(json.at("channels")[2].at("module"), 2);
-    EXPECT_EQ(json.at("without_symbol").dump(),
+    EXPECT_EQ(made.at("channels")[2].at("module"), 2);
+    EXPECT_EQ(made.at("without_symbol").dump(),
               R"([{"module":2,"module_name":"Pumps","id":"9","number":4,"name":"Spare",)"
               R"("direction":""}])");
 }
@@ -126,8 +126,8 @@ TEST(ChannelsJson, listsTheFilesOfTheModules)
 {
     const Plan plan = mxstation::plan(mxstation::stationOf(
         "modules: [MX0208.bin, MX0116.bin, MX0208.bin]\n", EXAMPLE_MODULES "/row.yaml"));
-    const auto json = nlohmann::ordered_json::parse(mxstation::channelsJson(plan));
-    EXPECT_EQ(json.at("mx_files").dump(),
+    const auto made = nlohmann::ordered_json::parse(mxstation::channelsJson(plan));
+    EXPECT_EQ(made.at("mx_files").dump(),
               R"([{"reference":"MX0208.bin",)"
               R"("mx_sha256":"7427e94acae8f50505cff247c51c06df688cca82e9a228393ec8733aa1afd751",)"
               R"("modules":[1,3]},{"reference":"MX0116.bin",)"
@@ -148,9 +148,9 @@ TEST(ChannelTables, hostileTextsStayInTheirCells)
     plan.channels[2].comment = "\xFF";
     EXPECT_EQ(linesOf(mxstation::channelsText(plan)).size(), 4U);
     EXPECT_EQ(linesOf(mxstation::channelsCsv(plan)).size(), 4U);
-    const auto json = nlohmann::ordered_json::parse(mxstation::channelsJson(plan));
-    EXPECT_EQ(json.at("channels")[1].at("alias"), hostile);
-    EXPECT_EQ(json.at("channels")[2].at("comment"), "\u00FF"); // of Windows-1252
+    const auto made = nlohmann::ordered_json::parse(mxstation::channelsJson(plan));
+    EXPECT_EQ(made.at("channels")[1].at("alias"), hostile);
+    EXPECT_EQ(made.at("channels")[2].at("comment"), "\u00FF"); // of Windows-1252
 }
 
 } // namespace
