@@ -1,0 +1,172 @@
+#include "mxstation/StationDiff.h"
+
+#include "diff/ModuleDiff.h"
+#include "export/ByteText.h"
+#include "export/Provenance.h"
+#include "text/LayoutWords.h"
+
+#include <fmt/format.h>
+#include <text/Counted.h>
+
+#include <algorithm>
+#include <map>
+
+namespace mxstation {
+
+namespace {
+
+ComparedStation comparedStation(const Plan& plan)
+{
+    return {plan.file.empty() ? plan.station : plan.file, Provenance(plan).stationSum()};
+}
+
+void addByteOrder(const Plan& a, const Plan& b, StationDifference& difference)
+{
+    if (a.layout.byteOrder == b.layout.byteOrder) {
+        return;
+    }
+    const bool matters =
+        std::any_of(a.channels.begin(), a.channels.end(), [](const Channel& channel) {
+            return channel.firstBit / 8 != (channel.firstBit + channel.bits - 1) / 8;
+        });
+    difference.changes.push_back({ChangeKind::ByteOrder, "", "",
+                                  byteOrderWords[static_cast<std::size_t>(a.layout.byteOrder)],
+                                  byteOrderWords[static_cast<std::size_t>(b.layout.byteOrder)],
+                                  matters});
+}
+
+std::string wholeText(const ImageBytes& image)
+{
+    return text::counted(image.size, "byte") +
+           (image.size == 0 ? "" : " at " + addressesText(image));
+}
+
+void addImage(const ImageBytes& a, const ImageBytes& b, const char* name,
+              StationDifference& difference)
+{
+    if (wholeText(a) != wholeText(b)) {
+        difference.changes.push_back(
+            {ChangeKind::Image, "", name, wholeText(a), wholeText(b), false});
+    }
+}
+
+std::vector<ImageBytes> statusOf(const Plan& plan, bool isInput)
+{
+    std::vector<ImageBytes> status;
+    for (const Gap& gap : plan.gaps) {
+        if (gap.reason == GapReason::Status && gap.isInput == isInput) {
+            status.push_back(touchedBytes(gap));
+        }
+    }
+    return status;
+}
+
+std::string statusText(const std::vector<ImageBytes>& status)
+{
+    std::vector<std::string> texts;
+    texts.reserve(status.size());
+    for (const ImageBytes& bytes : status) {
+        texts.push_back(addressesText(bytes));
+    }
+    return fmt::format("{}", fmt::join(texts, ", "));
+}
+
+bool isWithin(const ImageBytes& bytes, const std::vector<ImageBytes>& others)
+{
+    return std::any_of(others.begin(), others.end(), [&bytes](const ImageBytes& other) {
+        return bytes.offset == other.offset && bytes.size <= other.size;
+    });
+}
+
+void addStatus(const Plan& a, const Plan& b, bool isInput, StationDifference& difference)
+{
+    const auto before = statusOf(a, isInput);
+    const auto after = statusOf(b, isInput);
+    if (statusText(before) != statusText(after)) {
+        const bool isKept =
+            std::all_of(before.begin(), before.end(),
+                        [&after](const ImageBytes& bytes) { return isWithin(bytes, after); });
+        difference.changes.push_back({ChangeKind::Status, "", isInput ? "in" : "out",
+                                      statusText(before), statusText(after), !isKept});
+    }
+}
+
+// Inserted modules move the others, but change nothing of their order.
+void addOrder(const std::vector<ModulePair>& pairs, StationDifference& difference)
+{
+    std::vector<ModulePair> both;
+    std::copy_if(pairs.begin(), pairs.end(), std::back_inserter(both),
+                 [](const ModulePair& pair) { return pair.a != nullptr && pair.b != nullptr; });
+    std::vector<ModulePair> asInA = both;
+    std::sort(asInA.begin(), asInA.end(), [](const ModulePair& one, const ModulePair& other) {
+        return one.a->position < other.a->position;
+    });
+    for (std::size_t i = 0; i < both.size(); ++i) {
+        if (both[i].a != asInA[i].a) {
+            difference.changes.push_back({ChangeKind::ModuleOrder, both[i].b->name, "",
+                                          fmt::format("position {}", both[i].a->position),
+                                          fmt::format("position {}", both[i].b->position), false});
+        }
+    }
+}
+
+void addModules(const Plan& a, const Plan& b, const std::vector<ModulePair>& pairs,
+                StationDifference& difference)
+{
+    const ChannelsOfModules channelsOfA(a);
+    const ChannelsOfModules channelsOfB(b);
+    for (const ModulePair& pair : pairs) {
+        if (pair.a == nullptr || pair.b == nullptr) {
+            addSingleModule(pair, difference);
+            continue;
+        }
+        addModuleChanges(pair, difference);
+        addChannelChanges(pair.b->name,
+                          matchedChannels(channelsOfA.of(*pair.a), channelsOfB.of(*pair.b)),
+                          difference);
+        addParameterChanges(pair, difference);
+    }
+}
+
+void addNotes(const std::vector<ModulePair>& pairs, StationDifference& difference)
+{
+    const auto& changes = difference.changes;
+    if (std::any_of(changes.begin(), changes.end(), [](const StationChange& change) {
+            return change.kind == ChangeKind::Parameter ||
+                   change.kind == ChangeKind::ParameterImage;
+        })) {
+        difference.notes.emplace_back("changed parameters may change what values mean");
+    }
+    const auto count = std::count_if(pairs.begin(), pairs.end(), [](const ModulePair& pair) {
+        return pair.a != nullptr && pair.b != nullptr &&
+               !(pair.a->hasOwnName && pair.b->hasOwnName);
+    });
+    if (count != 0 && !changes.empty()) {
+        difference.notes.push_back(fmt::format(
+            "{} compared with those of the same type in their order, because they have no name of "
+            "their own in both stations: state a \"name\" for each module to compare it with "
+            "itself",
+            count == 1 ? "1 module is" : fmt::format("{} modules are", count)));
+    }
+}
+
+} // namespace
+
+StationDifference compare(const Plan& a, const Plan& b)
+{
+    StationDifference difference;
+    difference.a = comparedStation(a);
+    difference.b = comparedStation(b);
+    addByteOrder(a, b, difference);
+    addImage(a.input, b.input, "in", difference);
+    addImage(a.output, b.output, "out", difference);
+    addStatus(a, b, true, difference);
+    addStatus(a, b, false, difference);
+    const std::vector<ModulePair> pairs = matchedModules(a, b);
+    addOrder(pairs, difference);
+    addModules(a, b, pairs, difference);
+    addNotes(pairs, difference);
+    return difference;
+}
+
+} // namespace mxstation
