@@ -3,7 +3,6 @@
 #include "DeviceJson.h"
 #include "DeviceText.h"
 #include "PlainValues.h"
-#include "ProcessParser.h"
 #include "TranslatedModule.h"
 #include "channels/ChannelMapContent.h"
 #include "configuration/Composition.h"

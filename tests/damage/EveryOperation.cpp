@@ -162,6 +162,10 @@ void useAsEngineer(const std::vector<char>& file, Run& run, Printing printing)
     });
     run([&] {
         const auto map = module->channelMap();
+        map.displaced();
+        map.outside();
+        static_cast<void>(map.undisplacedFrom(true) + map.undisplacedFrom(false));
+        static_cast<void>(map.input()); // lays the picture out
         if (printing == Printing::EveryForm) {
             printChannels(map);
         }
