@@ -57,7 +57,7 @@ set(CPACK_DEBIAN_PARSER_PACKAGE_DEPENDS
 # When the libraries are installed or removed, a trigger renews the loader's cache. CPack would add scripts
 # that do the same, against Debian's rules. It omits scripts whose names are given here; these files do not
 # exist.
-foreach(component PARSER MXFILEEXT DATABASE MXMODULE)
+foreach(component PARSER MXFILEEXT DATABASE MXMODULE MXSTATION)
     set(CPACK_DEBIAN_${component}_PACKAGE_CONTROL_EXTRA
         ${PROJECT_SOURCE_DIR}/cmake/triggers ${PROJECT_BINARY_DIR}/none/postinst
         ${PROJECT_BINARY_DIR}/none/postrm)
@@ -74,7 +74,7 @@ parser_mx_package(
     "Stores one record for each module type that libparser-mx3 reads.")
 set(CPACK_DEBIAN_DATABASE_PACKAGE_PROVIDES device-database-1)
 
-set(module_library "")
+set(module_libraries "")
 if(PARSER_MX_BUILD_MODULE)
     list(APPEND CPACK_COMPONENTS_ALL mxmodule)
     parser_mx_package(
@@ -83,7 +83,13 @@ if(PARSER_MX_BUILD_MODULE)
         "maps, checks of mx files, and the catalogue of modules.")
     string(CONCAT CPACK_DEBIAN_MXMODULE_PACKAGE_DEPENDS
         "libparser-mx3 ${same}, libmxfileext1 ${since} | mxfileext-1, libdevice-database1 ${same}")
-    set(module_library ", libmxmodule1 ${same}")
+    list(APPEND CPACK_COMPONENTS_ALL mxstation)
+    parser_mx_package(
+        mxstation libmxstation1 libs "kv38 modules in a row, for hosts"
+        "Stations: one process image for all modules, with the address of every"
+        "channel, the parameter image of every module and every gap.")
+    set(CPACK_DEBIAN_MXSTATION_PACKAGE_DEPENDS "libmxmodule1 ${same}")
+    set(module_libraries ", libmxmodule1 ${same}, libmxstation1 ${same}")
 endif()
 
 # The PostgreSQL engine is a separate package: recommended, not required.
@@ -100,7 +106,7 @@ parser_mx_package(
     dev libparser-mx-dev libdevel "device-description parser of the kv38 module family, development"
     "Headers, CMake package, pkg-config files, documents and examples.")
 string(CONCAT CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
-    "libparser-mx3 ${same}, libmxfileext1 ${same}, libdevice-database1 ${same}${module_library}, "
+    "libparser-mx3 ${same}, libmxfileext1 ${same}, libdevice-database1 ${same}${module_libraries}, "
     "libpoco-dev (>= 1.11)")
 set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
 
@@ -111,7 +117,7 @@ if(PARSER_MX_BUILD_TOOL)
         "Shows what an mx file describes, configures a module and keeps a device"
         "database.")
     string(CONCAT CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
-        "libmxmodule1 ${same}, libparser-mx3 ${same}, libmxfileext1 ${since} | mxfileext-1, "
+        "libmxstation1 ${same}, libmxmodule1 ${same}, libparser-mx3 ${same}, libmxfileext1 ${since} | mxfileext-1, "
         "libdevice-database1 ${same}")
 endif()
 
