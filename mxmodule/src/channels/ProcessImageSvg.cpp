@@ -1,12 +1,9 @@
 #include "channels/ChannelMapOutput.h"
 
-#include <text/Counted.h>
-
-#include <Poco/String.h>
-
-#include <text/TextWidth.h>
-
 #include <fmt/format.h>
+#include <text/Counted.h>
+#include <text/Svg.h>
+#include <text/TextWidth.h>
 
 #include <algorithm>
 #include <array>
@@ -18,6 +15,9 @@ namespace {
 using Area = ProcessImage::Area;
 using Piece = ProcessImage::Piece;
 using Row = ProcessImage::Row;
+using text::svgLine;
+using text::svgRectangle;
+using text::svgText;
 
 // All lengths are pixels.
 constexpr std::size_t margin = 20;
@@ -57,31 +57,6 @@ text { font: 11px "DejaVu Sans Mono", "Liberation Mono", Consolas, Menlo, monosp
 <rect width="6" height="6" fill="#f6f6f6"/><path d="M0 6L6 0" stroke="#d4d4d4"/></pattern></defs>
 )";
 
-std::string escaped(const std::string& text)
-{
-    const std::string withoutEntities = Poco::replace(text, "&", "&amp;");
-    return Poco::replace(Poco::replace(withoutEntities, "<", "&lt;"), ">", "&gt;");
-}
-
-// A text with its baseline at `y`. `attributes` begin with a blank, or are empty.
-std::string textAt(std::size_t x, std::size_t y, const std::string& text,
-                   const char* attributes = "")
-{
-    return fmt::format("<text x=\"{}\" y=\"{}\"{}>{}</text>\n", x, y, attributes, escaped(text));
-}
-
-std::string rectangle(std::size_t x, std::size_t y, std::size_t width, std::size_t height,
-                      const std::string& attributes)
-{
-    return fmt::format("<rect x=\"{}\" y=\"{}\" width=\"{}\" height=\"{}\" {}/>\n", x, y, width,
-                       height, attributes);
-}
-
-std::string line(std::size_t x1, std::size_t y1, std::size_t x2, std::size_t y2, const char* kind)
-{
-    return fmt::format("<path class=\"{}\" d=\"M{} {}L{} {}\"/>\n", kind, x1, y1, x2, y2);
-}
-
 // The left edge of a bit's cell.
 std::size_t leftOf(unsigned bit)
 {
@@ -117,17 +92,17 @@ std::string pieceShape(const Area& area, const Piece& piece, std::size_t rowTop)
     const std::size_t width = (piece.highBit - piece.lowBit + 1) * bitWidth;
     const std::size_t top = rowTop + piece.lane * laneHeight;
     const std::size_t bottom = top + laneHeight;
-    std::string shape =
-        rectangle(left, top, width, laneHeight, fmt::format("fill=\"{}\"", fills[channel.colour]));
-    shape += line(left, top, left, bottom, "edge");
-    shape += line(left + width, top, left + width, bottom, "edge");
-    shape += line(left, top, left + width, top, piece.joinsAbove ? "seam" : "edge");
+    std::string shape = svgRectangle(left, top, width, laneHeight,
+                                     fmt::format("fill=\"{}\"", fills[channel.colour]));
+    shape += svgLine(left, top, left, bottom, "edge");
+    shape += svgLine(left + width, top, left + width, bottom, "edge");
+    shape += svgLine(left, top, left + width, top, piece.joinsAbove ? "seam" : "edge");
     if (!piece.joinsBelow) {
-        shape += line(left, bottom, left + width, bottom, "edge");
+        shape += svgLine(left, bottom, left + width, bottom, "edge");
     }
     const std::size_t columns = (width - 2 * padding) / letterWidth;
-    return shape + textAt(left + padding, top + baseline, pieceText(channel, piece, columns),
-                          piece.byte == 0 ? "" : " class=\"faint\"");
+    return shape + svgText(left + padding, top + baseline, pieceText(channel, piece, columns),
+                           piece.byte == 0 ? "" : " class=\"faint\"");
 }
 
 std::string emptyCells(const Row& row, std::size_t top)
@@ -136,8 +111,8 @@ std::string emptyCells(const Row& row, std::size_t top)
     for (unsigned bit = 8; bit-- > 0;) {
         const bool isGap = (row.gaps() >> bit & 1U) != 0;
         if (isGap || (row.occupied >> bit & 1U) == 0) {
-            cells += rectangle(leftOf(bit), top, bitWidth, heightOf(row),
-                               isGap ? "class=\"gap\"" : "class=\"cell\"");
+            cells += svgRectangle(leftOf(bit), top, bitWidth, heightOf(row),
+                                  isGap ? "class=\"gap\"" : "class=\"cell\"");
         }
     }
     return cells;
@@ -148,13 +123,13 @@ std::string overlapMarks(const Row& row, std::size_t top)
     std::string marks;
     for (const auto& [high, low] : bitRuns(row.overlaps)) {
         const std::size_t width = (high - low + 1) * bitWidth;
-        marks += rectangle(leftOf(high), top, width, barHeight, "class=\"overlap\"");
-        marks += rectangle(leftOf(high), top + heightOf(row) - barHeight, width, barHeight,
-                           "class=\"overlap\"");
+        marks += svgRectangle(leftOf(high), top, width, barHeight, "class=\"overlap\"");
+        marks += svgRectangle(leftOf(high), top + heightOf(row) - barHeight, width, barHeight,
+                              "class=\"overlap\"");
     }
     if (row.hidden != 0) {
-        marks += textAt(margin + byteColumn + cellsWidth + padding, top + baseline,
-                        fmt::format("+{}", row.hidden), " class=\"alarm\"");
+        marks += svgText(margin + byteColumn + cellsWidth + padding, top + baseline,
+                         fmt::format("+{}", row.hidden), " class=\"alarm\"");
     }
     return marks;
 }
@@ -162,17 +137,17 @@ std::string overlapMarks(const Row& row, std::size_t top)
 std::string byteNumber(const Row& row, std::size_t top)
 {
     const std::string number = std::to_string(row.firstByte) + (row.count > 1 ? "..." : "");
-    return textAt(margin + byteColumn - 2 * padding, top + baseline, number,
-                  row.inData ? " text-anchor=\"end\"" : " class=\"alarm\" text-anchor=\"end\"");
+    return svgText(margin + byteColumn - 2 * padding, top + baseline, number,
+                   row.inData ? " text-anchor=\"end\"" : " class=\"alarm\" text-anchor=\"end\"");
 }
 
 std::string rowShapes(const Area& area, const Row& row, std::size_t top)
 {
     if (row.count > 1) {
         return byteNumber(row, top) +
-               rectangle(leftOf(7), top, cellsWidth, laneHeight,
-                         row.inData ? "class=\"gap\"" : "class=\"cell\"") +
-               textAt(leftOf(7) + padding, top + baseline, runText(row), " class=\"faint\"");
+               svgRectangle(leftOf(7), top, cellsWidth, laneHeight,
+                            row.inData ? "class=\"gap\"" : "class=\"cell\"") +
+               svgText(leftOf(7) + padding, top + baseline, runText(row), " class=\"faint\"");
     }
     std::string shapes = byteNumber(row, top) + emptyCells(row, top);
     for (const Piece& piece : row.pieces) {
@@ -195,11 +170,11 @@ std::string grid(const Area& area, std::size_t top)
 
 std::string bitNumbers(std::size_t y)
 {
-    std::string numbers = textAt(margin + byteColumn - 2 * padding, y, "byte",
-                                 " class=\"faint\" text-anchor=\"end\"");
+    std::string numbers = svgText(margin + byteColumn - 2 * padding, y, "byte",
+                                  " class=\"faint\" text-anchor=\"end\"");
     for (unsigned bit = 8; bit-- > 0;) {
-        numbers += textAt(leftOf(bit) + bitWidth / 2, y, std::to_string(bit),
-                          " class=\"faint\" text-anchor=\"middle\"");
+        numbers += svgText(leftOf(bit) + bitWidth / 2, y, std::to_string(bit),
+                           " class=\"faint\" text-anchor=\"middle\"");
     }
     return numbers;
 }
@@ -264,20 +239,20 @@ std::string legendEntry(const Legend& legend, std::size_t left, std::size_t y,
                         const ProcessImage::Channel& channel)
 {
     const std::size_t text = left + swatchWidth;
-    return rectangle(left, y - baseline + padding, 11, 11,
-                     fmt::format("fill=\"{}\" stroke=\"#555\"", fills[channel.colour])) +
-           textAt(text, y, channel.symbol) +
-           textAt(text + legend.symbolWidth, y, text::shortened(channel.name, longestLegendName)) +
-           textAt(text + legend.symbolWidth + legend.nameWidth, y, std::to_string(channel.number),
-                  " class=\"faint\"");
+    return svgRectangle(left, y - baseline + padding, 11, 11,
+                        fmt::format("fill=\"{}\" stroke=\"#555\"", fills[channel.colour])) +
+           svgText(text, y, channel.symbol) +
+           svgText(text + legend.symbolWidth, y, text::shortened(channel.name, longestLegendName)) +
+           svgText(text + legend.symbolWidth + legend.nameWidth, y, std::to_string(channel.number),
+                   " class=\"faint\"");
 }
 
 std::string legendHeading(const Legend& legend, std::size_t left, std::size_t y)
 {
     const std::size_t text = left + swatchWidth;
-    return textAt(text, y, "Address", " class=\"faint\"") +
-           textAt(text + legend.symbolWidth, y, "Channel", " class=\"faint\"") +
-           textAt(text + legend.symbolWidth + legend.nameWidth, y, "No.", " class=\"faint\"");
+    return svgText(text, y, "Address", " class=\"faint\"") +
+           svgText(text + legend.symbolWidth, y, "Channel", " class=\"faint\"") +
+           svgText(text + legend.symbolWidth + legend.nameWidth, y, "No.", " class=\"faint\"");
 }
 
 std::string legendShapes(const Area& area, const Legend& legend, std::size_t top)
@@ -316,7 +291,7 @@ std::size_t widthOf(const Area& area)
 
 std::string areaShapes(const Area& area, std::size_t top)
 {
-    std::string title = textAt(margin, top + baseline, areaTitle(area), " class=\"title\"");
+    std::string title = svgText(margin, top + baseline, areaTitle(area), " class=\"title\"");
     if (isEmpty(area)) {
         return title;
     }
@@ -329,13 +304,13 @@ std::string areaShapes(const Area& area, std::size_t top)
 std::string key(std::size_t top)
 {
     const std::size_t y = top + baseline;
-    std::string shapes = rectangle(margin, top + 3, 14, 14, "class=\"gap\"");
-    shapes += textAt(margin + 22, y, "no channel");
-    shapes += rectangle(margin + 140, top + 3, 14, barHeight, "class=\"overlap\"");
-    shapes += rectangle(margin + 140, top + 17 - barHeight, 14, barHeight, "class=\"overlap\"");
-    shapes += textAt(margin + 162, y, "several channels");
-    shapes += textAt(margin + 310, y, "12", " class=\"alarm\"");
-    return shapes + textAt(margin + 330, y, "outside the data of the module");
+    std::string shapes = svgRectangle(margin, top + 3, 14, 14, "class=\"gap\"");
+    shapes += svgText(margin + 22, y, "no channel");
+    shapes += svgRectangle(margin + 140, top + 3, 14, barHeight, "class=\"overlap\"");
+    shapes += svgRectangle(margin + 140, top + 17 - barHeight, 14, barHeight, "class=\"overlap\"");
+    shapes += svgText(margin + 162, y, "several channels");
+    shapes += svgText(margin + 310, y, "12", " class=\"alarm\"");
+    return shapes + svgText(margin + 330, y, "outside the data of the module");
 }
 
 } // namespace
@@ -348,12 +323,9 @@ std::string processImageSvg(const ProcessImage& image)
     const std::size_t height = keyTop + lineHeight + margin;
     const std::size_t width = std::max({widthOf(image.input), widthOf(image.output),
                                         2 * margin + letterWidth * text::columnsOf(image.title)});
-    return fmt::format("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{0}\" height=\"{1}\" "
-                       "viewBox=\"0 0 {0} {1}\">\n",
-                       width, height) +
-           "<title>" + escaped(image.title) + "</title>\n" + style +
-           rectangle(0, 0, width, height, "fill=\"#fff\"") +
-           textAt(margin, margin + baseline, image.title, " class=\"title\"") +
+    return text::svgBegin(width, height) + "<title>" + text::xmlEscaped(image.title) +
+           "</title>\n" + style + svgRectangle(0, 0, width, height, "fill=\"#fff\"") +
+           svgText(margin, margin + baseline, image.title, " class=\"title\"") +
            areaShapes(image.input, inputTop) + areaShapes(image.output, outputTop) + key(keyTop) +
            "</svg>\n";
 }
