@@ -23,6 +23,7 @@ void addStationVerb(CLI::App& program, const GlobalOptions& global, const VerbCh
     addStationShowVerb(*station, global, choose);
     addStationConfigVerb(*station, global, choose);
     addStationCheckVerb(*station, global, choose);
+    addStationDiffVerb(*station, global, choose);
 }
 
 } // namespace mxtool
