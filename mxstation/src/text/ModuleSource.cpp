@@ -67,6 +67,16 @@ ModuleSource::ModuleSource(const std::string& station, const StationOptions& how
       catalogue(openCatalogue)
 {}
 
+ModuleSource::ModuleSource(const Station& station)
+    : ModuleSource(station.file, StationOptions(), nullptr)
+{
+    for (const Entry& entry : station.entries) {
+        if (entry.module) {
+            known.emplace(entry.reference, Found{entry.module, {}});
+        }
+    }
+}
+
 std::optional<mxmodule::ModuleFile>
 ModuleSource::find(const std::string& reference, const SourcePlace& place, StationErrors& errors)
 {

@@ -16,6 +16,9 @@ public:
     ModuleSource(const std::string& station, const StationOptions& howRead,
                  mxmodule::Catalogue* openCatalogue);
 
+    /// Knows the mx files of `station`.
+    explicit ModuleSource(const Station& station);
+
     /// Returns the mx file that `reference` at `place` names; an error, and nothing, if there is
     /// none.
     std::optional<mxmodule::ModuleFile> find(const std::string& reference, const SourcePlace& place,

@@ -1,3 +1,5 @@
+#include "text/StationReader.h"
+
 #include "text/EntryReader.h"
 #include "text/LayoutReader.h"
 #include "text/YamlTree.h"
@@ -80,6 +82,14 @@ void readRoot(const YamlNode& root, ModuleSource& modules, Station& station, Sta
     }
 }
 
+std::string textOfFile(const std::string& path)
+{
+    const std::vector<char> bytes = mxmodule::readFile(path);
+    return {bytes.begin(), bytes.end()};
+}
+
+} // namespace
+
 Station stationIn(const std::string& source, const std::string& name, ModuleSource& modules)
 {
     requireStation(source, name);
@@ -100,14 +110,6 @@ Station stationIn(const std::string& source, const std::string& name, ModuleSour
     readRoot(*tree.root, modules, station, errors);
     return station;
 }
-
-std::string textOfFile(const std::string& path)
-{
-    const std::vector<char> bytes = mxmodule::readFile(path);
-    return {bytes.begin(), bytes.end()};
-}
-
-} // namespace
 
 Station readStation(const std::string& path, const StationOptions& options)
 {

@@ -20,6 +20,8 @@ class Lines
 public:
     explicit Lines(const std::string& source) : text(source)
     {
+        // The YAML reader does not count a byte order mark.
+        starts[0] = text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
         for (std::size_t end = text.find('\n'); end != std::string::npos;
              end = text.find('\n', end + 1)) {
             starts.push_back(end + 1);
@@ -29,14 +31,27 @@ public:
     // The YAML reader counts columns in bytes.
     SourcePlace placeOf(const YAML::Mark& mark) const
     {
-        const auto line =
-            std::min(static_cast<std::size_t>(std::max(mark.line, 0)), starts.size() - 1);
-        const auto column = static_cast<std::size_t>(std::max(mark.column, 0));
-        return {line + 1, text::characterCount(text.substr(starts[line], column)) + 1,
+        const std::size_t line = lineOf(mark);
+        return {line + 1, text::characterCount(text.substr(starts[line], columnOf(mark))) + 1,
                 starts[line]};
     }
 
+    std::size_t offsetOf(const YAML::Mark& mark) const
+    {
+        return std::min(starts[lineOf(mark)] + columnOf(mark), text.size());
+    }
+
 private:
+    std::size_t lineOf(const YAML::Mark& mark) const
+    {
+        return std::min(static_cast<std::size_t>(std::max(mark.line, 0)), starts.size() - 1);
+    }
+
+    static std::size_t columnOf(const YAML::Mark& mark)
+    {
+        return static_cast<std::size_t>(std::max(mark.column, 0));
+    }
+
     const std::string& text;
     std::vector<std::size_t> starts{0};
 };
@@ -66,8 +81,12 @@ public:
             error = YamlError{lines.placeOf(mark),
                               "this alias is within the value that it names, which has no end"};
         }
-        add(isOpen || found == anchored.end() ? made(YamlNode::Kind::Nothing, mark, 0)
-                                              : found->second);
+        if (isOpen || found == anchored.end()) {
+            add(made(YamlNode::Kind::Nothing, mark, 0));
+        } else {
+            found->second->aliases.push_back(lines.placeOf(mark));
+            add(found->second);
+        }
     }
 
     void OnScalar(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
@@ -79,17 +98,21 @@ public:
     }
 
     void OnSequenceStart(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
-                         YAML::EmitterStyle::value /*style*/) override
+                         YAML::EmitterStyle::value style) override
     {
-        begin(made(YamlNode::Kind::List, mark, anchor));
+        const auto node = made(YamlNode::Kind::List, mark, anchor);
+        node->isFlow = style == YAML::EmitterStyle::Flow;
+        begin(node);
     }
 
     void OnSequenceEnd() override { end(); }
 
     void OnMapStart(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
-                    YAML::EmitterStyle::value /*style*/) override
+                    YAML::EmitterStyle::value style) override
     {
-        begin(made(YamlNode::Kind::Map, mark, anchor));
+        const auto node = made(YamlNode::Kind::Map, mark, anchor);
+        node->isFlow = style == YAML::EmitterStyle::Flow;
+        begin(node);
     }
 
     void OnMapEnd() override { end(); }
@@ -105,6 +128,7 @@ private:
         auto node = std::make_shared<YamlNode>();
         node->kind = kind;
         node->place = lines.placeOf(mark);
+        node->offset = lines.offsetOf(mark);
         if (anchor != 0) {
             anchored[anchor] = node;
         }

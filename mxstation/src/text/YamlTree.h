@@ -27,6 +27,9 @@ struct YamlNode
     Kind kind = Kind::Nothing;
     std::string text; ///< Of a scalar.
     SourcePlace place;
+    std::size_t offset = 0; ///< Of its first byte in the text, its tag and anchor included.
+    bool isFlow = false;    ///< A list or map in brackets.
+    std::vector<SourcePlace> aliases;                     ///< Where it is used again.
     std::vector<YamlNodeP> items;                         ///< Of a list.
     std::vector<std::pair<YamlNodeP, YamlNodeP>> members; ///< Keys and values of a map.
 

@@ -1,0 +1,194 @@
+#include "mxstation/Pin.h"
+
+#include "export/Provenance.h"
+#include "text/PinEditor.h"
+#include "text/StationReader.h"
+
+#include <algorithm>
+
+namespace mxstation {
+
+namespace {
+
+using mxmodule::Failure;
+using mxmodule::Finding;
+using mxmodule::Severity;
+
+constexpr const char* byHand =
+    "write the entry as \"module: NAME\" of its own, with \"at: {in: BYTE, out: BYTE}\" below it";
+
+// The addresses of each entry in both images, where it has bytes.
+std::vector<AddedAddresses> addressesOf(const Station& station, const Plan& plan)
+{
+    std::vector<AddedAddresses> addresses(station.entries.size());
+    for (const Gap& gap : plan.gaps) {
+        if (gap.entry) {
+            auto& image = gap.isInput ? addresses[*gap.entry].input : addresses[*gap.entry].output;
+            image = gap.firstBit / 8;
+        }
+    }
+    for (const PlannedModule& module : plan.modules) {
+        AddedAddresses& one = addresses[module.entry];
+        one.input = module.input.size != 0 ? module.input.offset : one.input;
+        one.output = module.output.size != 0 ? module.output.offset : one.output;
+    }
+    return addresses;
+}
+
+// Those that the station does not state.
+AddedAddresses missing(const AddedAddresses& addresses, const StatedBytes& stated)
+{
+    return {stated.input ? std::nullopt : addresses.input,
+            stated.output ? std::nullopt : addresses.output};
+}
+
+bool isStated(const std::optional<StatedByte>& stated, const std::optional<std::uint64_t>& address,
+              const std::optional<StatedByte>& before)
+{
+    const auto expected = before ? std::optional<std::uint64_t>(before->value) : address;
+    return stated.has_value() == expected.has_value() && (!stated || stated->value == *expected);
+}
+
+bool isSameSize(const std::optional<StatedByte>& a, const std::optional<StatedByte>& b)
+{
+    return a.has_value() == b.has_value() && (!a || a->value == b->value);
+}
+
+bool isSameReserve(const std::optional<Reserve>& a, const std::optional<Reserve>& b)
+{
+    return a.has_value() == b.has_value() &&
+           (!a || (a->name == b->name && isSameSize(a->size.input, b->size.input) &&
+                   isSameSize(a->size.output, b->size.output)));
+}
+
+bool isSameContent(const Entry& a, const Entry& b)
+{
+    const auto isSameValue = [](const StatedValue& one, const StatedValue& other) {
+        return one.name == other.name && one.value == other.value;
+    };
+    const auto isSameNote = [](const ChannelNote& one, const ChannelNote& other) {
+        return one.channel == other.channel && one.alias == other.alias &&
+               one.comment == other.comment;
+    };
+    return a.reference == b.reference && a.name == b.name && isSameReserve(a.reserve, b.reserve) &&
+           std::equal(a.parameters.begin(), a.parameters.end(), b.parameters.begin(),
+                      b.parameters.end(), isSameValue) &&
+           std::equal(a.channels.begin(), a.channels.end(), b.channels.begin(), b.channels.end(),
+                      isSameNote);
+}
+
+// Adds the addresses of a plan to the text of its station.
+class Pinning
+{
+public:
+    Pinning(const Station& planned, const Plan& made)
+        : station(planned), plan(made), addresses(addressesOf(planned, made)), modules(planned)
+    {}
+
+    std::string text()
+    {
+        const YamlTree tree = readYamlTree(station.source);
+        const YamlNode& list = listOf(*tree.root);
+        PinEditor editor(station.source, *tree.root);
+        for (std::size_t i = 0; i < station.entries.size(); ++i) {
+            const AddedAddresses added = missing(addresses[i], station.entries[i].at);
+            if (!added.empty()) {
+                collect(editor.add(*list.items[i], list, added));
+                entries.push_back(i);
+            }
+        }
+        if (!errors.empty()) {
+            throw Failure(errors);
+        }
+        if (!entries.empty()) {
+            requireRead(editor);
+        }
+        return editor.text(entries.size());
+    }
+
+private:
+    static const YamlNode& listOf(const YamlNode& root)
+    {
+        return *std::find_if(root.members.begin(), root.members.end(), [](const auto& member) {
+                    return member.first->text == "modules";
+                })->second;
+    }
+
+    void collect(const std::optional<YamlError>& error)
+    {
+        if (error) {
+            errors.push_back(findingAt(station.file, station.source, error->place, Severity::Error,
+                                       error->text, byHand));
+        }
+    }
+
+    // The text with the first `count` entries pinned says the same of everything else.
+    bool isRead(const PinEditor& editor, std::size_t count)
+    {
+        const Station read = stationIn(editor.text(count), station.file, modules);
+        if (!read.findings.empty() || read.entries.size() != station.entries.size()) {
+            return false;
+        }
+        const std::size_t end = count == entries.size() ? station.entries.size() : entries[count];
+        for (std::size_t i = 0; i < read.entries.size(); ++i) {
+            const Entry& before = station.entries[i];
+            const AddedAddresses& expected = i < end ? addresses[i] : AddedAddresses{};
+            if (!isSameContent(read.entries[i], before) ||
+                !isStated(read.entries[i].at.input, expected.input, before.at.input) ||
+                !isStated(read.entries[i].at.output, expected.output, before.at.output)) {
+                return false;
+            }
+        }
+        return count != entries.size() || isPlanned(read);
+    }
+
+    bool isPlanned(const Station& read) const
+    {
+        const Plan again = mxstation::plan(read);
+        return again.ok() &&
+               std::equal(plan.modules.begin(), plan.modules.end(), again.modules.begin(),
+                          again.modules.end(), [](const PlannedModule& a, const PlannedModule& b) {
+                              return a.name == b.name && a.input.offset == b.input.offset &&
+                                     a.output.offset == b.output.offset && a.image == b.image;
+                          });
+    }
+
+    // Names the first entry whose text became another one.
+    void requireRead(const PinEditor& editor)
+    {
+        if (isRead(editor, entries.size())) {
+            return;
+        }
+        std::size_t good = 0;
+        std::size_t bad = entries.size();
+        while (good + 1 < bad) {
+            const std::size_t middle = good + (bad - good) / 2;
+            (isRead(editor, middle) ? good : bad) = middle;
+        }
+        throw Failure(findingAt(
+            station.file, station.source, station.entries[entries[bad - 1]].place, Severity::Error,
+            "addresses cannot be added to this entry as it is written", byHand));
+    }
+
+    const Station& station;
+    const Plan& plan;
+    std::vector<AddedAddresses> addresses;
+    ModuleSource modules;
+    std::vector<std::size_t> entries; // that are changed
+    std::vector<Finding> errors;
+};
+
+} // namespace
+
+std::string pinned(const Station& station, const Plan& plan)
+{
+    requireOk(plan);
+    if (station.source.empty()) {
+        throw Failure(mxmodule::Origin::Request, station.name,
+                      "the station was made without a text, to which addresses could be added",
+                      "a host sets \"at\" of its entries instead");
+    }
+    return Pinning(station, plan).text();
+}
+
+} // namespace mxstation

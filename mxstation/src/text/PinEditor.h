@@ -1,0 +1,57 @@
+#pragma once
+
+#include "text/YamlTree.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace mxstation {
+
+/// Addresses that an entry of the row is to state, those that it does not state already.
+struct AddedAddresses
+{
+    std::optional<std::uint64_t> input;
+    std::optional<std::uint64_t> output;
+
+    bool empty() const { return !input && !output; }
+};
+
+/// Adds addresses to the entries of a station's text, by inserting alone.
+class PinEditor
+{
+public:
+    /// The text, and the tree that was read from it, outlive the object.
+    PinEditor(const std::string& text, const YamlNode& tree);
+
+    /// Adds `addresses` to `entry`, an item of `list`; returns why that is not possible.
+    [[nodiscard]] std::optional<YamlError> add(const YamlNode& entry, const YamlNode& list,
+                                               const AddedAddresses& addresses);
+
+    /// Returns the text with what was added to the first `entries` of them.
+    std::string text(std::size_t entries) const;
+
+private:
+    struct Insertion
+    {
+        std::size_t offset;
+        std::string text;
+        std::size_t entry; // how many were added before
+    };
+
+    bool addToScalar(const YamlNode& entry, bool isInBrackets, const AddedAddresses& addresses);
+    bool addToMap(const YamlNode& entry, const AddedAddresses& addresses);
+    bool addToAddresses(const YamlNode& stated, const AddedAddresses& addresses);
+    bool insertMember(const YamlNode& map, const YamlNode* value, const std::string& member);
+    bool insertFirst(const YamlNode& map, const std::string& member);
+    std::optional<std::string> indentation(const YamlNode& node) const;
+    void insert(std::size_t offset, const std::string& inserted);
+
+    const std::string& source;
+    const YamlNode& root;
+    std::vector<Insertion> insertions;
+    std::size_t count = 0; // entries
+};
+
+} // namespace mxstation
