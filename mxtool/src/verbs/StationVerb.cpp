@@ -24,6 +24,7 @@ void addStationVerb(CLI::App& program, const GlobalOptions& global, const VerbCh
     addStationConfigVerb(*station, global, choose);
     addStationCheckVerb(*station, global, choose);
     addStationDiffVerb(*station, global, choose);
+    addStationPinVerb(*station, global, choose);
 }
 
 } // namespace mxtool
