@@ -23,7 +23,7 @@ void values(Assignment, Values, WantedValues, ComposeOptions, Composition, Confi
             Comparison, PlacedParameter, ReadImage, Fieldbus, Listing, ValueCheck)
 {}
 
-void channelMaps(ChannelMap, MappedChannel, ImageArea, BitRun, CsvStyle, IecVariable) {}
+void channelMaps(ChannelMap, MappedChannel, ImageArea, ImageBytes, BitRun, CsvStyle, IecVariable) {}
 
 void findings(Finding, Failure*, Severity, Origin, Advice) {}
 

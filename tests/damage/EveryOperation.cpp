@@ -165,7 +165,7 @@ void useAsEngineer(const std::vector<char>& file, Run& run, Printing printing)
         map.displaced();
         map.outside();
         static_cast<void>(map.undisplacedFrom(true) + map.undisplacedFrom(false));
-        static_cast<void>(map.input()); // lays the picture out
+        static_cast<void>(map.drawing());
         if (printing == Printing::EveryForm) {
             printChannels(map);
         }

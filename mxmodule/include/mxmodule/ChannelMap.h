@@ -37,6 +37,13 @@ struct BitRun
     std::uint64_t bits = 0;     ///< Number of bits.
 };
 
+/// Consecutive bytes of a process image.
+struct ImageBytes
+{
+    std::uint64_t firstByte = 0; ///< In the process image.
+    std::uint64_t size = 0;      ///< Number of bytes.
+};
+
 /// The part of a process image that belongs to a module.
 struct ImageArea
 {
@@ -53,6 +60,10 @@ public:
     struct Content;
     /// For the library: see `Module::channelMap`.
     explicit ChannelMap(std::shared_ptr<const Content> content);
+
+    /// Returns where the module's data lies in the input or the output image. Unlike `input()` and
+    /// `output()`, which look for free bits at the first call, it computes nothing.
+    ImageBytes data(bool input) const;
 
     const ImageArea& input() const;  ///< The module's part of the input image.
     const ImageArea& output() const; ///< The module's part of the output image.

@@ -3,6 +3,7 @@
 #include "channels/ChannelMapContent.h"
 #include "channels/ChannelMapOutput.h"
 #include "channels/Displacement.h"
+#include "channels/FreeBits.h"
 
 #include <text/JsonText.h>
 
@@ -10,36 +11,33 @@
 
 namespace mxmodule {
 
-namespace {
-
-ImageArea plainArea(const ProcessImage::Area& area)
+const ChannelMap::Content::Areas& ChannelMap::Content::areas() const
 {
-    return {area.data.firstByte, area.data.size, area.gaps(), area.overlaps()};
+    std::call_once(searched, [this] { found = {areaOf(table, true), areaOf(table, false)}; });
+    return found;
 }
 
-} // namespace
-
-const ChannelMap::Content::Picture& ChannelMap::Content::picture() const
+const ProcessImage& ChannelMap::Content::picture() const
 {
-    std::call_once(drawn, [this] {
-        ProcessImage image = makeProcessImage(table);
-        ImageArea input = plainArea(image.input);
-        ImageArea output = plainArea(image.output);
-        drawing = {std::move(image), std::move(input), std::move(output)};
-    });
-    return drawing;
+    std::call_once(drawn, [this] { image = makeProcessImage(table); });
+    return *image;
 }
 
 ChannelMap::ChannelMap(std::shared_ptr<const Content> made) : content(std::move(made)) {}
 
+ImageBytes ChannelMap::data(bool input) const
+{
+    return input ? content->table.input : content->table.output;
+}
+
 const ImageArea& ChannelMap::input() const
 {
-    return content->picture().input;
+    return content->areas().input;
 }
 
 const ImageArea& ChannelMap::output() const
 {
-    return content->picture().output;
+    return content->areas().output;
 }
 
 const std::vector<MappedChannel>& ChannelMap::channels() const
@@ -79,7 +77,7 @@ std::string ChannelMap::csv(const CsvStyle& style) const
 
 std::string ChannelMap::json() const
 {
-    return text::jsonText(channelMapJson(content->table, content->picture().image));
+    return text::jsonText(channelMapJson(content->table, content->picture()));
 }
 
 std::string ChannelMap::declarations() const
@@ -89,12 +87,12 @@ std::string ChannelMap::declarations() const
 
 std::string ChannelMap::svg() const
 {
-    return processImageSvg(content->picture().image);
+    return processImageSvg(content->picture());
 }
 
 std::string ChannelMap::drawing(bool coloured) const
 {
-    return processImageMap(content->picture().image, coloured);
+    return processImageMap(content->picture(), coloured);
 }
 
 } // namespace mxmodule

@@ -6,30 +6,36 @@
 #include <mxmodule/ChannelMap.h>
 
 #include <mutex>
+#include <optional>
+#include <utility>
 
 namespace mxmodule {
 
 /// What a channel map shares with its copies.
 struct __attribute__((visibility("hidden"))) ChannelMap::Content
 {
-    /// The layout of the picture, and what it tells of the images.
-    struct Picture
+    /// The module's parts of both images.
+    struct Areas
     {
-        ProcessImage image;
         ImageArea input;
         ImageArea output;
     };
 
     explicit Content(ChannelTable made) : table(std::move(made)) {}
 
-    /// Returns the picture. Made at the first call.
-    const Picture& picture() const;
+    /// Returns the parts of the images. Made at the first call.
+    const Areas& areas() const;
+
+    /// Returns the layout of the picture. Made at the first call.
+    const ProcessImage& picture() const;
 
     ChannelTable table;
 
 private:
+    mutable std::once_flag searched;
     mutable std::once_flag drawn;
-    mutable Picture drawing;
+    mutable Areas found;
+    mutable std::optional<ProcessImage> image;
 };
 
 } // namespace mxmodule

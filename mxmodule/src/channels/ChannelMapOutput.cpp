@@ -48,8 +48,8 @@ text::Json areaJson(const ProcessImage::Area& area)
 {
     return {{"first_byte", area.data.firstByte},
             {"size", area.data.size},
-            {"free", text::listJson(area.gaps(), runJson)},
-            {"overlapping", text::listJson(area.overlaps(), runJson)}};
+            {"free", text::listJson(area.gaps, runJson)},
+            {"overlapping", text::listJson(area.overlaps, runJson)}};
 }
 
 } // namespace

@@ -15,12 +15,7 @@ class TranslatedModule;
 /// The places of a module's channels in the process images.
 struct ChannelTable
 {
-    /// The bytes of the module in one image.
-    struct Data
-    {
-        std::uint64_t firstByte;
-        std::uint64_t size;
-    };
+    using Data = ImageBytes; ///< Of the module in one image.
 
     std::string label; ///< Bytes of the mx file.
     std::string deviceTypeId;

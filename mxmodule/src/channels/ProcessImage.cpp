@@ -1,5 +1,7 @@
 #include "channels/ProcessImage.h"
 
+#include "channels/FreeBits.h"
+
 #include <text/Counted.h>
 
 #include <text/ShownText.h>
@@ -9,6 +11,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace mxmodule {
 
@@ -168,36 +171,10 @@ Area makeArea(const ChannelTable& map, bool input)
     assignLanes(spans);
     area.rows = withEmptyRows(occupiedRows(spans), area.data);
     joinBlocks(area.rows);
+    ImageArea bits = areaOf(map, input);
+    area.gaps = std::move(bits.free);
+    area.overlaps = std::move(bits.overlapping);
     return area;
-}
-
-void addRun(std::vector<BitRun>& runs, std::uint64_t firstBit, std::uint64_t bits)
-{
-    if (!runs.empty() && runs.back().firstBit + runs.back().bits == firstBit) {
-        runs.back().bits += bits;
-    } else {
-        runs.push_back({firstBit, bits});
-    }
-}
-
-// Collects the bits returned by `bitsOf` for each row.
-template <typename BitsOf>
-std::vector<BitRun> collectRuns(const std::vector<Row>& rows, BitsOf bitsOf)
-{
-    std::vector<BitRun> runs;
-    for (const Row& row : rows) {
-        const unsigned bits = bitsOf(row);
-        if (row.count > 1 && bits != 0) {
-            addRun(runs, row.firstByte * 8, row.count * 8);
-            continue;
-        }
-        for (unsigned bit = 0; bit < 8; ++bit) {
-            if ((bits >> bit & 1U) != 0) {
-                addRun(runs, row.firstByte * 8 + bit, 1);
-            }
-        }
-    }
-    return runs;
 }
 
 // Shortens a name but keeps the number at its end, which distinguishes the channels of a module.
@@ -212,16 +189,6 @@ std::string shortenedName(const std::string& name, std::size_t columns)
 }
 
 } // namespace
-
-std::vector<BitRun> Area::gaps() const
-{
-    return collectRuns(rows, [](const Row& row) { return row.gaps(); });
-}
-
-std::vector<BitRun> Area::overlaps() const
-{
-    return collectRuns(rows, [](const Row& row) { return row.overlaps; });
-}
 
 ProcessImage makeProcessImage(const ChannelTable& map)
 {

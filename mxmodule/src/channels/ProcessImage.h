@@ -59,8 +59,8 @@ struct ProcessImage
         std::vector<Channel> channels;
         std::vector<Row> rows; ///< Ordered by their bytes.
 
-        std::vector<BitRun> gaps() const;     ///< Bits of the data without a channel.
-        std::vector<BitRun> overlaps() const; ///< Bits of more than one channel.
+        std::vector<BitRun> gaps{};     ///< Bits of the data without a channel.
+        std::vector<BitRun> overlaps{}; ///< Bits of more than one channel.
     };
 
     std::string title;

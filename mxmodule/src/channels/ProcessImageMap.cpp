@@ -146,8 +146,8 @@ std::string areaText(const Area& area, bool coloured)
     for (const Row& row : area.rows) {
         text += rowLines(area, row, coloured);
     }
-    text += runsLine("no channel", area.gaps());
-    text += runsLine("! several channels", area.overlaps());
+    text += runsLine("no channel", area.gaps);
+    text += runsLine("! several channels", area.overlaps);
     return text + (hasRowBeyond(area) ? "  > outside the data of the module\n" : "");
 }
 

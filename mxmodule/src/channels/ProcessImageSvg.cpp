@@ -182,10 +182,10 @@ std::string bitNumbers(std::size_t y)
 std::string areaTitle(const Area& area)
 {
     std::string title = area.title + ": " + dataText(area.data);
-    if (const auto free = totalBits(area.gaps()); free != 0) {
+    if (const auto free = totalBits(area.gaps); free != 0) {
         title += fmt::format(", {} without a channel", text::counted(free, "bit"));
     }
-    if (const auto shared = totalBits(area.overlaps()); shared != 0) {
+    if (const auto shared = totalBits(area.overlaps); shared != 0) {
         title += fmt::format(", {} of several channels", text::counted(shared, "bit"));
     }
     return title;

@@ -54,7 +54,7 @@ std::string subject(const OfImage& channels, const char* verb, const char* verbO
                : fmt::format("{} and {} more {}", first, channels.count - 1, verbOfSeveral);
 }
 
-std::string outsideText(const mxmodule::ImageArea& area, const OfImage& outside)
+std::string outsideText(const mxmodule::ImageBytes& area, const OfImage& outside)
 {
     const std::uint64_t last =
         (outside.first->firstBit + std::max(outside.first->bits, 1U) - 1) / 8;
@@ -73,7 +73,7 @@ std::optional<mxmodule::Finding> fitFinding(const mxmodule::ChannelMap& map, boo
     if (displaced.count == 0 && outside.count == 0) {
         return std::nullopt;
     }
-    const mxmodule::ImageArea& area = isInput ? map.input() : map.output();
+    const mxmodule::ImageBytes area = map.data(isInput);
     const char* const image = isInput ? "input" : "output";
     mxmodule::Finding finding{mxmodule::Severity::Warning, "", ""};
     finding.text = outside.count != 0

@@ -130,8 +130,8 @@ void PlacedModules::translateElsewhere()
                                      "byte {}",
                                      end, lastAddress));
             modules[i].reset();
-        } else if (!modules[i] || modules[i]->map.input().firstByte != inputOffsets[i] ||
-                   modules[i]->map.output().firstByte != outputOffsets[i]) {
+        } else if (!modules[i] || modules[i]->map.data(true).firstByte != inputOffsets[i] ||
+                   modules[i]->map.data(false).firstByte != outputOffsets[i]) {
             translate(i, inputOffsets[i], outputOffsets[i]);
         }
     }
@@ -154,7 +154,7 @@ void PlacedModules::translate(std::size_t index, std::uint64_t input, std::uint6
     }
     const mxmodule::ChannelMap& map = modules[index]->map;
     shapes.try_emplace(entry.module->bytes().data(),
-                       ModuleShape{map.input().size, map.output().size, isOfBits(map)});
+                       ModuleShape{map.data(true).size, map.data(false).size, isOfBits(map)});
 }
 
 const ModuleShape* PlacedModules::shapeOf(const Entry& entry) const

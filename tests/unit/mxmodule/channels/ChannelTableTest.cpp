@@ -1,5 +1,6 @@
 #include "channels/ChannelMapOutput.h"
 
+#include "../ExampleModules.h"
 #include "ChannelTables.h"
 #include "MxBuffer.h"
 #include "TranslatedModule.h"
@@ -98,6 +99,11 @@ TEST(ChannelTable, knowsTheDataOfTheModule)
     EXPECT_EQ(map.output.firstByte, 200U);
     EXPECT_EQ(map.output.size, 10U);
     EXPECT_EQ(map.channels[0].symbol, "IX100_0");
+    const auto shared = exampleModule("MX0602.bin").at({100, 200}).channelMap();
+    EXPECT_EQ(shared.data(true).firstByte, 100U);
+    EXPECT_EQ(shared.data(true).size, 22U);
+    EXPECT_EQ(shared.data(false).firstByte, 200U);
+    EXPECT_EQ(shared.data(false).size, 10U);
 }
 
 TEST(ChannelMapJson, tellsFreeAndOverlappingBits)

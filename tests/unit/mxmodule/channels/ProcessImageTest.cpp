@@ -48,7 +48,7 @@ TEST(ProcessImage, hasARowPerByteOfTheDataWithItsGaps)
     ASSERT_EQ(row.pieces.size(), 2U);
     EXPECT_EQ(row.pieces[1].highBit, 4U);
     EXPECT_EQ(row.pieces[1].lowBit, 2U);
-    EXPECT_EQ(totalBits(area.gaps()), 4U);
+    EXPECT_EQ(totalBits(area.gaps), 4U);
 }
 
 TEST(ProcessImage, keepsInputsAndOutputsApart)
@@ -101,9 +101,9 @@ TEST(ProcessImage, channelsThatShareBitsLieInDifferentLanes)
     EXPECT_EQ(row.pieces[0].lane, 0U);
     EXPECT_EQ(row.pieces[1].lane, 1U);
     EXPECT_EQ(row.pieces[2].lane, 0U); // A ends below bit 5
-    ASSERT_EQ(area.overlaps().size(), 1U);
-    EXPECT_EQ(area.overlaps()[0].firstBit, 3U);
-    EXPECT_EQ(area.overlaps()[0].bits, 3U);
+    ASSERT_EQ(area.overlaps.size(), 1U);
+    EXPECT_EQ(area.overlaps[0].firstBit, 3U);
+    EXPECT_EQ(area.overlaps[0].bits, 3U);
 }
 
 TEST(ProcessImage, showsAtMostFourChannelsOnTopOfOneAnother)
@@ -123,14 +123,14 @@ TEST(ProcessImage, aLongRunWithoutAChannelIsOneRow)
               (Names{"0x1", "1x1", "2x1", "3x1", "4x3", "7x1", "8x3992"}));
     const Area empty = inputOf(520000, {});
     EXPECT_EQ(rowsOf(empty), (Names{"0x520000"}));
-    EXPECT_EQ(totalBits(empty.gaps()), 8U * 520000);
+    EXPECT_EQ(totalBits(empty.gaps), 8U * 520000);
 }
 
 TEST(ProcessImage, showsChannelsAfterTheDataAndNoGapsThere)
 {
     const Area area = inputOf(1, {bitChannel("A", 'I', 0, 0), bitChannel("B", 'I', 9, 0)});
     EXPECT_EQ(rowsOf(area), (Names{"0x1", "1x8 outside", "9x1 outside"}));
-    EXPECT_EQ(totalBits(area.gaps()), 7U);
+    EXPECT_EQ(totalBits(area.gaps), 7U);
     EXPECT_EQ(area.rows[2].gaps(), 0);
 }
 
