@@ -1,6 +1,8 @@
 // What abidw describes of libmxstation, as a host sees it: its headers, without the types that the
 // library uses inside. One function for each group of headers takes their classes.
 
+#include <mxstation/ChannelExport.h>
+#include <mxstation/Declarations.h>
 #include <mxstation/Plan.h>
 #include <mxstation/StationCheck.h>
 
@@ -17,5 +19,7 @@ void layouts(Layout, NamedLayout, ImageLayout, ImageOrder, ByteOrder) {}
 void plans(Plan, PlannedModule, Channel, ChannelWithoutSymbol, Gap, GapReason, ImageBytes,
            StationCheck)
 {}
+
+void declarations(Declarations, DeclarationOptions, AddressStyle, VariableScope) {}
 
 } // namespace described
