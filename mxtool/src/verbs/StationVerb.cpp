@@ -21,6 +21,7 @@ void addStationVerb(CLI::App& program, const GlobalOptions& global, const VerbCh
     station->fallthrough();
     station->footer(stationFooter);
     addStationShowVerb(*station, global, choose);
+    addStationChannelsVerb(*station, global, choose);
     addStationConfigVerb(*station, global, choose);
     addStationCheckVerb(*station, global, choose);
     addStationDiffVerb(*station, global, choose);
