@@ -1,5 +1,7 @@
 #include "plan/ChannelNotes.h"
 
+#include <Poco/String.h>
+
 #include <fmt/format.h>
 #include <text/Beginning.h>
 #include <text/IecNames.h>
@@ -54,13 +56,6 @@ positionsByWord(const std::vector<CalledChannel>& channels)
         }
     }
     return positions;
-}
-
-std::string lowerCaseOf(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return 'A' <= c && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return text;
 }
 
 void addUnknown(const ChannelNote& note, const std::vector<CalledChannel>& channels,
@@ -136,7 +131,7 @@ void ChannelNotes::checkAlias(const ChannelNote& note)
     if (note.alias.empty()) {
         return;
     }
-    const auto [first, isNew] = aliasLines.emplace(lowerCaseOf(note.alias), note.aliasPlace.line);
+    const auto [first, isNew] = aliasLines.emplace(Poco::toLower(note.alias), note.aliasPlace.line);
     if (!isNew) {
         findings.add(note.aliasPlace, Severity::Error,
                      fmt::format("the alias \"{}\" is used in line {} as well",

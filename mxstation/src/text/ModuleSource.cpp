@@ -1,5 +1,7 @@
 #include "text/ModuleSource.h"
 
+#include <Poco/String.h>
+
 #include <fmt/format.h>
 #include <text/Beginning.h>
 #include <text/FileExtension.h>
@@ -22,13 +24,6 @@ bool isIdentifier(const std::string& reference)
 {
     return reference.size() == identifierDigits &&
            reference.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
-}
-
-std::string lowerCase(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return 'A' <= c && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return text;
 }
 
 bool isModuleName(const std::string& name)
@@ -97,7 +92,7 @@ ModuleSource::find(const std::string& reference, const SourcePlace& place, Stati
 ModuleSource::Found ModuleSource::read(const std::string& reference)
 {
     try {
-        return isIdentifier(reference) ? readRecord(lowerCase(reference)) : readFile(reference);
+        return isIdentifier(reference) ? readRecord(Poco::toLower(reference)) : readFile(reference);
     } catch (const mxmodule::Failure& failure) {
         Finding finding = failure.findings().front();
         if (!finding.place.empty()) {
