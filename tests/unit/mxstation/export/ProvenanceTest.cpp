@@ -3,6 +3,7 @@
 #include "Plans.h"
 
 #include <mxstation/ChannelExport.h>
+#include <mxstation/Declarations.h>
 
 #include <gmock/gmock.h>
 
@@ -53,6 +54,24 @@ TEST(Provenance, listsEachFileOnce)
             std::string("SHA-256 ") + sumOfMX0208 + " module 3 MX0208.bin"));
 }
 
+std::vector<std::string> exportsOf(const Plan& plan)
+{
+    return {mxstation::channelsText(plan),    mxstation::channelsCsv(plan),
+            mxstation::channelsJson(plan),    mxstation::declarations(plan).text,
+            mxstation::plcopenXml(plan).text, mxstation::cHeader(plan).text};
+}
+
+TEST(Provenance, anExportIsTheSameFromAnotherDirectory)
+{
+    const std::string source = "modules: [MX0116.bin, MX0208.bin]\n";
+    const Plan here = mxstation::plan(mxstation::stationOf(source, EXAMPLE_MODULES "/row.yaml"));
+    const Plan there =
+        mxstation::plan(mxstation::stationOf(source, EXAMPLE_MODULES "/../modules/row.yaml"));
+    ASSERT_TRUE(here.ok());
+    EXPECT_EQ(exportsOf(here), exportsOf(there));
+    EXPECT_EQ(exportsOf(here), exportsOf(here));
+}
+
 // Its channels are not complete, and an export of them would look as if they were.
 TEST(Provenance, thereIsNoneOfAPlanWithErrors)
 {
@@ -69,6 +88,9 @@ TEST(Provenance, thereIsNoneOfAPlanWithErrors)
     }
     EXPECT_THROW(mxstation::channelsJson(plan), mxmodule::Failure);
     EXPECT_THROW(mxstation::channelsCsv(plan), mxmodule::Failure);
+    EXPECT_THROW(mxstation::declarations(plan), mxmodule::Failure);
+    EXPECT_THROW(mxstation::plcopenXml(plan), mxmodule::Failure);
+    EXPECT_THROW(mxstation::cHeader(plan), mxmodule::Failure);
 }
 
 } // namespace
