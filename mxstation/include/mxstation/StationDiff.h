@@ -13,6 +13,7 @@ enum class ChangeKind
     ByteOrder,      ///< Of the values of channels of several bytes.
     Image,          ///< Place or size of a process image.
     Status,         ///< Status bytes of the coupler.
+    Reserved,       ///< Reserved places.
     ModuleAdded,    ///< Only in B.
     ModuleRemoved,  ///< Only in A.
     ModuleType,     ///< Of another type.

@@ -26,9 +26,8 @@ void addByteOrder(const Plan& a, const Plan& b, StationDifference& difference)
         return;
     }
     const bool matters =
-        std::any_of(a.channels.begin(), a.channels.end(), [](const Channel& channel) {
-            return channel.firstBit / 8 != (channel.firstBit + channel.bits - 1) / 8;
-        });
+        std::any_of(a.channels.begin(), a.channels.end(),
+                    [](const Channel& channel) { return !channel.isBitField && channel.bits > 8; });
     difference.changes.push_back({ChangeKind::ByteOrder, "", "",
                                   byteOrderWords[static_cast<std::size_t>(a.layout.byteOrder)],
                                   byteOrderWords[static_cast<std::size_t>(b.layout.byteOrder)],
@@ -50,45 +49,47 @@ void addImage(const ImageBytes& a, const ImageBytes& b, const char* name,
     }
 }
 
-std::vector<ImageBytes> statusOf(const Plan& plan, bool isInput)
+std::vector<Gap> gapsOf(const Plan& plan, bool isInput, GapReason reason)
 {
-    std::vector<ImageBytes> status;
-    for (const Gap& gap : plan.gaps) {
-        if (gap.reason == GapReason::Status && gap.isInput == isInput) {
-            status.push_back(touchedBytes(gap));
-        }
-    }
-    return status;
+    std::vector<Gap> gaps;
+    std::copy_if(plan.gaps.begin(), plan.gaps.end(), std::back_inserter(gaps),
+                 [&](const Gap& gap) { return gap.isInput == isInput && gap.reason == reason; });
+    return gaps;
 }
 
-std::string statusText(const std::vector<ImageBytes>& status)
+// "10-13 flow meter, 20".
+std::string gapsText(const std::vector<Gap>& gaps)
 {
     std::vector<std::string> texts;
-    texts.reserve(status.size());
-    for (const ImageBytes& bytes : status) {
-        texts.push_back(addressesText(bytes));
+    texts.reserve(gaps.size());
+    for (const Gap& gap : gaps) {
+        texts.push_back(addressesText(touchedBytes(gap)) + (gap.name.empty() ? "" : " ") +
+                        gap.name);
     }
     return fmt::format("{}", fmt::join(texts, ", "));
 }
 
-bool isWithin(const ImageBytes& bytes, const std::vector<ImageBytes>& others)
+bool isWithin(const Gap& gap, const std::vector<Gap>& others)
 {
-    return std::any_of(others.begin(), others.end(), [&bytes](const ImageBytes& other) {
-        return bytes.offset == other.offset && bytes.size <= other.size;
+    return std::any_of(others.begin(), others.end(), [&gap](const Gap& other) {
+        return gap.firstBit == other.firstBit && gap.bits <= other.bits;
     });
 }
 
-void addStatus(const Plan& a, const Plan& b, bool isInput, StationDifference& difference)
+void addGapChange(const Plan& a, const Plan& b, bool isInput, GapReason reason,
+                  StationDifference& difference)
 {
-    const auto before = statusOf(a, isInput);
-    const auto after = statusOf(b, isInput);
-    if (statusText(before) != statusText(after)) {
-        const bool isKept =
-            std::all_of(before.begin(), before.end(),
-                        [&after](const ImageBytes& bytes) { return isWithin(bytes, after); });
-        difference.changes.push_back({ChangeKind::Status, "", isInput ? "in" : "out",
-                                      statusText(before), statusText(after), !isKept});
+    const auto before = gapsOf(a, isInput, reason);
+    const auto after = gapsOf(b, isInput, reason);
+    if (gapsText(before) == gapsText(after)) {
+        return;
     }
+    const bool isStatus = reason == GapReason::Status; // reserved places have no values
+    const bool isKept = std::all_of(before.begin(), before.end(),
+                                    [&after](const Gap& gap) { return isWithin(gap, after); });
+    difference.changes.push_back({isStatus ? ChangeKind::Status : ChangeKind::Reserved, "",
+                                  isInput ? "in" : "out", gapsText(before), gapsText(after),
+                                  isStatus && !isKept});
 }
 
 // Inserted modules move the others, but change nothing of their order.
@@ -160,8 +161,10 @@ StationDifference compare(const Plan& a, const Plan& b)
     addByteOrder(a, b, difference);
     addImage(a.input, b.input, "in", difference);
     addImage(a.output, b.output, "out", difference);
-    addStatus(a, b, true, difference);
-    addStatus(a, b, false, difference);
+    for (const GapReason reason : {GapReason::Status, GapReason::Reserved}) {
+        addGapChange(a, b, true, reason, difference);
+        addGapChange(a, b, false, reason, difference);
+    }
     const std::vector<ModulePair> pairs = matchedModules(a, b);
     addOrder(pairs, difference);
     addModules(a, b, pairs, difference);

@@ -71,7 +71,7 @@ text::Json textsJson(const std::vector<std::string>& texts)
 std::string changeTable(const std::vector<StationChange>& changes)
 {
     if (changes.empty()) {
-        return "No differences\n";
+        return "No address and no parameter differs\n";
     }
     text::TextTable table({"Change", "Module", "What", "A", "B"});
     for (const StationChange& change : changes) {
@@ -92,6 +92,8 @@ const char* changeKindName(ChangeKind kind)
         return "image";
     case ChangeKind::Status:
         return "status";
+    case ChangeKind::Reserved:
+        return "reserved";
     case ChangeKind::ModuleAdded:
         return "module added";
     case ChangeKind::ModuleRemoved:

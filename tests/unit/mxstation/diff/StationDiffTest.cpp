@@ -53,8 +53,9 @@ TEST(StationDiff, findsNothingInTheSameStation)
     EXPECT_TRUE(difference.isSame());
     EXPECT_TRUE(difference.sameValues());
     EXPECT_THAT(difference.notes, IsEmpty());
-    EXPECT_THAT(difference.text(), HasSubstr("No differences\n\nVerdict: a program bound to A "
-                                             "still reads the same values from B\n"));
+    EXPECT_THAT(difference.text(),
+                HasSubstr("No address and no parameter differs\n\nVerdict: a program bound to A "
+                          "still reads the same values from B\n"));
 }
 
 TEST(StationDiff, findsWhatAnInsertedModuleMoves)
@@ -83,11 +84,12 @@ TEST(StationDiff, keepsValuesWhenAModuleTakesAReservedPlace)
 {
     const auto difference = differenceOf(R"(modules:
 - {module: MX0304.bin, name: Levels}
-- {reserve: {in: 2}}
+- {reserve: {in: 2, name: doors}}
 - {module: MX0208.bin, name: Valves}
 )",
                                          withDoorsBetween);
-    EXPECT_THAT(shownChanges(difference), ElementsAre("module added Doors :  > 5a010116, in 8-9"));
+    EXPECT_THAT(shownChanges(difference), ElementsAre("reserved  in: 8-9 doors > ",
+                                                      "module added Doors :  > 5a010116, in 8-9"));
     EXPECT_TRUE(difference.sameValues());
 }
 
@@ -150,6 +152,12 @@ TEST(StationDiff, comparesTheOrderOfBytes)
     const auto ofWords = differenceOf(levelsAndValves, little + levelsAndValves);
     EXPECT_FALSE(ofWords.sameValues());
     EXPECT_THAT(ofWords.reasons(), ElementsAre("the byte order is little, it was big"));
+    auto a = statedPlan(bits);
+    a.channels[0].isBitField = true; // is addressed by bits
+    a.channels[0].bits = 12;
+    auto b = a;
+    b.layout.byteOrder = mxstation::ByteOrder::Little;
+    EXPECT_TRUE(compare(a, b).sameValues());
 }
 
 TEST(StationDiff, findsStatusBytesThatMove)
