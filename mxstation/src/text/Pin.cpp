@@ -5,6 +5,7 @@
 #include "text/StationReader.h"
 
 #include <algorithm>
+#include <set>
 
 namespace mxstation {
 
@@ -114,11 +115,14 @@ private:
                 })->second;
     }
 
-    void collect(const std::optional<YamlError>& error)
+    // Entries that share a text have the same errors.
+    void collect(const std::vector<YamlError>& found)
     {
-        if (error) {
-            errors.push_back(findingAt(station.file, station.source, error->place, Severity::Error,
-                                       error->text, byHand));
+        for (const YamlError& error : found) {
+            if (places.emplace(error.place.line, error.place.column).second) {
+                errors.push_back(findingAt(station.file, station.source, error.place,
+                                           Severity::Error, error.text, byHand));
+            }
         }
     }
 
@@ -174,7 +178,8 @@ private:
     const Plan& plan;
     std::vector<AddedAddresses> addresses;
     ModuleSource modules;
-    std::vector<std::size_t> entries; // that are changed
+    std::vector<std::size_t> entries;                     // that are changed
+    std::set<std::pair<std::size_t, std::size_t>> places; // of the errors: line and column
     std::vector<Finding> errors;
 };
 

@@ -58,23 +58,27 @@ const YamlNode* memberCalled(const YamlNode& map, const std::string& key)
     return found == map.members.end() ? nullptr : found->second.get();
 }
 
-YamlError usedAgain(const YamlNode& node)
+std::vector<YamlError> usedAgain(const YamlNode& node)
 {
-    return {node.aliases.front(),
-            fmt::format("this alias repeats what line {} states, and each place has addresses of "
-                        "its own",
-                        node.place.line)};
+    std::vector<YamlError> errors;
+    for (const SourcePlace& alias : node.aliases) {
+        errors.push_back(
+            {alias, fmt::format("this alias repeats what line {} states, and each place has "
+                                "addresses of its own",
+                                node.place.line)});
+    }
+    return errors;
 }
 
 } // namespace
 
 PinEditor::PinEditor(const std::string& text, const YamlNode& tree) : source(text), root(tree) {}
 
-std::optional<YamlError> PinEditor::add(const YamlNode& entry, const YamlNode& list,
-                                        const AddedAddresses& addresses)
+std::vector<YamlError> PinEditor::add(const YamlNode& entry, const YamlNode& list,
+                                      const AddedAddresses& addresses)
 {
-    const YamlNode* const stated =
-        entry.kind == YamlNode::Kind::Map ? memberCalled(entry, "at") : nullptr;
+    const bool isMap = entry.kind == YamlNode::Kind::Map;
+    const YamlNode* const stated = isMap ? memberCalled(entry, "at") : nullptr;
     if (!entry.aliases.empty()) {
         return usedAgain(entry);
     }
@@ -82,13 +86,11 @@ std::optional<YamlError> PinEditor::add(const YamlNode& entry, const YamlNode& l
         return usedAgain(*stated);
     }
     const bool isAdded = stated != nullptr ? addToAddresses(*stated, addresses)
-                         : entry.kind == YamlNode::Kind::Map
-                             ? addToMap(entry, addresses)
-                             : addToScalar(entry, list.isFlow, addresses);
+                         : isMap           ? addToMap(entry, addresses)
+                                           : addToScalar(entry, list.isFlow, addresses);
     ++count;
-    return isAdded ? std::nullopt
-                   : std::optional(YamlError{entry.place, "addresses cannot be added to this "
-                                                          "entry as it is written"});
+    return isAdded ? std::vector<YamlError>()
+                   : std::vector<YamlError>{{entry.place, cannotBeAdded}};
 }
 
 std::string PinEditor::text(std::size_t entries) const

@@ -18,6 +18,9 @@ struct AddedAddresses
     bool empty() const { return !input && !output; }
 };
 
+/// The error of an entry to which addresses cannot be added.
+constexpr const char* cannotBeAdded = "addresses cannot be added to this entry as it is written";
+
 /// Adds addresses to the entries of a station's text, by inserting alone.
 class PinEditor
 {
@@ -25,9 +28,10 @@ public:
     /// The text, and the tree that was read from it, outlive the object.
     PinEditor(const std::string& text, const YamlNode& tree);
 
-    /// Adds `addresses` to `entry`, an item of `list`; returns why that is not possible.
-    [[nodiscard]] std::optional<YamlError> add(const YamlNode& entry, const YamlNode& list,
-                                               const AddedAddresses& addresses);
+    /// Adds `addresses` to `entry`, an item of `list`. Returns why that is not possible; nothing if
+    /// they are added.
+    [[nodiscard]] std::vector<YamlError> add(const YamlNode& entry, const YamlNode& list,
+                                             const AddedAddresses& addresses);
 
     /// Returns the text with what was added to the first `entries` of them.
     std::string text(std::size_t entries) const;
