@@ -27,6 +27,11 @@ std::vector<char> loadBytes(const std::string& path)
     return mxmodule::readFile(path);
 }
 
+std::vector<char> loadBytesToReplace(const std::string& path)
+{
+    return mxmodule::readFile(path);
+}
+
 mxmodule::ModuleFile loadModuleFile(const std::string& path)
 {
     ToolObserver observer;

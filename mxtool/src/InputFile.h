@@ -19,6 +19,10 @@ void addModuleFile(CLI::App& verb, std::string& file);
 /// the file and the reason.
 std::vector<char> loadBytes(const std::string& path);
 
+/// Returns the bytes of the file at `path`, which the verb writes as well: it is no input whose
+/// loss is to be prevented. Throws a `Failure`.
+std::vector<char> loadBytesToReplace(const std::string& path);
+
 /// Returns the mx file at `path` ("-": standard input), built if it is a text form. Every verb
 /// reads modules through this function. Throws a `Failure`.
 mxmodule::ModuleFile loadModuleFile(const std::string& path);

@@ -7,7 +7,6 @@
 #include "ToolObserver.h"
 
 #include <mxmodule/Catalogue.h>
-#include <mxmodule/ReadFile.h>
 
 #include <CLI/CLI.hpp>
 
@@ -28,7 +27,7 @@ mxstation::Station loadStation(const StationChoice& choice, StationUse use)
 {
     const bool isInput = use == StationUse::Read || choice.file == "-";
     const std::vector<char> source =
-        isInput ? loadBytes(choice.file) : mxmodule::readFile(choice.file);
+        isInput ? loadBytes(choice.file) : loadBytesToReplace(choice.file);
     mxstation::StationOptions options;
     options.catalogueUrl =
         choice.databaseUrl.empty() ? mxmodule::Catalogue::defaultUrl() : choice.databaseUrl;
