@@ -91,6 +91,16 @@ std::string shortened(const std::string& text, std::size_t columns)
     return whole;
 }
 
+std::string shortenedName(const std::string& name, std::size_t columns)
+{
+    const std::size_t begin = name.find_last_not_of("0123456789") + 1;
+    const std::string number = name.substr(begin);
+    if (columnsOf(name) <= columns || number.size() > columns / 2) {
+        return shortened(name, columns);
+    }
+    return shortened(name.substr(0, begin), columns - number.size()) + number;
+}
+
 std::string fitted(const std::string& text, std::size_t columns)
 {
     const std::string fitting = shortened(text, columns);

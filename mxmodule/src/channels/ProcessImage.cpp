@@ -177,17 +177,6 @@ Area makeArea(const ChannelTable& map, bool input)
     return area;
 }
 
-// Shortens a name but keeps the number at its end, which distinguishes the channels of a module.
-std::string shortenedName(const std::string& name, std::size_t columns)
-{
-    const std::size_t begin = name.find_last_not_of("0123456789") + 1;
-    const std::string number = name.substr(begin);
-    if (text::columnsOf(name) <= columns || number.size() > columns / 2) {
-        return text::shortened(name, columns);
-    }
-    return text::shortened(name.substr(0, begin), columns - number.size()) + number;
-}
-
 } // namespace
 
 ProcessImage makeProcessImage(const ChannelTable& map)
@@ -217,10 +206,10 @@ std::string pieceText(const ProcessImage::Channel& channel, const Piece& piece, 
 {
     if (piece.byte != 0) {
         const std::string number = fmt::format(" +{}", piece.byte);
-        return shortenedName(channel.name, columns - number.size()) + number;
+        return text::shortenedName(channel.name, columns - number.size()) + number;
     }
     const std::string both = channel.name + "  " + channel.symbol;
-    return text::columnsOf(both) <= columns ? both : shortenedName(channel.name, columns);
+    return text::columnsOf(both) <= columns ? both : text::shortenedName(channel.name, columns);
 }
 
 std::string runText(const Row& row)

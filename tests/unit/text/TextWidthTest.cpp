@@ -41,6 +41,13 @@ TEST(TextWidth, aFittedTextTakesExactlyTheColumns)
     EXPECT_EQ(fitted("\u6E29\u5EA6\u6E29", 4), "\u6E29\u2026 ");
 }
 
+TEST(TextWidth, aShortenedNameKeepsTheNumberAtItsEnd)
+{
+    EXPECT_EQ(text::shortenedName("Overload 1", 10), "Overload 1");
+    EXPECT_EQ(text::shortenedName("Overload 12", 7), "Over\u202612");
+    EXPECT_EQ(text::shortenedName("A 1234567", 7), "A 1234\u2026");
+}
+
 TEST(LabelOf, makesVisibleWhatIsNoText)
 {
     EXPECT_EQ(labelOf("a\033b\n"), "a\\x1bb\\x0a");

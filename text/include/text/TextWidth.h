@@ -12,6 +12,10 @@ std::size_t columnsOf(const std::string& text);
 /// Returns `text`, cut to at most `columns` columns; an ellipsis replaces the rest.
 std::string shortened(const std::string& text, std::size_t columns);
 
+/// Returns `name`, cut like that, but with the number at its end, which distinguishes the channels
+/// of a module.
+std::string shortenedName(const std::string& name, std::size_t columns);
+
 /// Returns `text`, shortened or filled up with blanks to exactly `columns` columns.
 std::string fitted(const std::string& text, std::size_t columns);
 

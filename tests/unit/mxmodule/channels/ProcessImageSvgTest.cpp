@@ -2,15 +2,9 @@
 
 #include "ChannelTables.h"
 
+#include <SvgPicture.h>
 #include <gmock/gmock.h>
-#include <text/TextWidth.h>
 #include <text/Utf8.h>
-
-#include <Poco/DOM/AutoPtr.h>
-#include <Poco/DOM/DOMParser.h>
-#include <Poco/DOM/Document.h>
-#include <Poco/DOM/Element.h>
-#include <Poco/DOM/NodeList.h>
 
 namespace {
 
@@ -24,84 +18,11 @@ std::string svgOf(const ChannelTable& map)
     return mxmodule::processImageSvg(makeProcessImage(map));
 }
 
-// A text of the picture with its bounding box, in tenths of a pixel.
-struct Text
-{
-    std::string text;
-    long left;
-    long right;
-    long top;
-    long bottom;
-};
-
-long number(const Poco::XML::Element& element, const char* attribute)
-{
-    return std::stol(element.getAttribute(attribute));
-}
-
 // The letters of a monospaced font of 11 pixels are 6.6 to 6.7 pixels wide.
-Text boxOf(const Poco::XML::Element& element)
+struct Picture : SvgPicture
 {
-    const std::string text = element.innerText();
-    const long width = 67 * static_cast<long>(text::columnsOf(text));
-    long left = 10 * number(element, "x");
-    const std::string anchor = element.getAttribute("text-anchor");
-    if (anchor == "end") {
-        left -= width;
-    } else if (anchor == "middle") {
-        left -= width / 2;
-    }
-    const long baseline = 10 * number(element, "y");
-    return {text, left, left + width, baseline - 90, baseline + 30};
-}
-
-struct Picture
-{
-    explicit Picture(const std::string& svg)
-    {
-        Poco::XML::DOMParser parser; // throws if it is not XML
-        const Poco::XML::AutoPtr<Poco::XML::Document> document = parser.parseString(svg);
-        const auto* root = document->documentElement();
-        width = 10 * number(*root, "width");
-        height = 10 * number(*root, "height");
-        const Poco::XML::AutoPtr<Poco::XML::NodeList> elements = root->getElementsByTagName("text");
-        for (unsigned long i = 0; i < elements->length(); ++i) {
-            texts.push_back(boxOf(static_cast<const Poco::XML::Element&>(*elements->item(i))));
-        }
-    }
-
-    std::vector<std::string> words() const
-    {
-        std::vector<std::string> all;
-        for (const Text& text : texts) {
-            all.push_back(text.text);
-        }
-        return all;
-    }
-
-    long width;
-    long height;
-    std::vector<Text> texts;
+    explicit Picture(const std::string& svg) : SvgPicture(svg, 67) {}
 };
-
-bool overlap(const Text& a, const Text& b)
-{
-    return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
-}
-
-void expectReadable(const Picture& picture)
-{
-    for (std::size_t i = 0; i < picture.texts.size(); ++i) {
-        const Text& text = picture.texts[i];
-        EXPECT_GE(text.left, 0) << text.text;
-        EXPECT_LE(text.right, picture.width) << text.text;
-        EXPECT_LE(text.bottom, picture.height) << text.text;
-        for (std::size_t other = 0; other < i; ++other) {
-            EXPECT_FALSE(overlap(text, picture.texts[other]))
-                << text.text << " over " << picture.texts[other].text;
-        }
-    }
-}
 
 ChannelTable bitModule(unsigned channels)
 {
@@ -119,7 +40,7 @@ class SvgOfBits : public testing::TestWithParam<unsigned>
 TEST_P(SvgOfBits, showsEveryChannelAndNoTextLiesOverAnother)
 {
     const Picture picture(svgOf(bitModule(GetParam())));
-    expectReadable(picture);
+    picture.expectReadable();
     for (unsigned i = 0; i < GetParam(); ++i) {
         EXPECT_THAT(picture.words(), Contains(fmt::format("Limit switch {}", i)));
         EXPECT_THAT(picture.words(), Contains(fmt::format("IX{}_{}", i / 8, i % 8)));
@@ -134,7 +55,7 @@ TEST(ProcessImageSvg, aValueOf64BitsIsEightLabelledRows)
     map.channels = {wholeChannel("Energy", 'I', 'L', 0, 64), wholeChannel("Work", 'I', 'L', 8, 64),
                     wholeChannel("Target", 'Q', 'L', 0, 64)};
     const Picture picture(svgOf(map));
-    expectReadable(picture);
+    picture.expectReadable();
     EXPECT_THAT(picture.words(), Contains("Energy  IL0"));
     EXPECT_THAT(picture.words(), Contains("Energy +7"));
     EXPECT_THAT(picture.words(), Contains("Work +7"));
@@ -148,7 +69,7 @@ TEST(ProcessImageSvg, channelsThatShareBitsAreBothLabelledAndMarked)
                     bitChannel("Alarm", 'I', 2, 0)};
     const std::string svg = svgOf(map);
     const Picture picture(svg);
-    expectReadable(picture);
+    picture.expectReadable();
     for (const char* label : {"Energy +1", "Energy +7", "Work  IB1#3,255", "Work +7", "Alarm"}) {
         EXPECT_THAT(picture.words(), Contains(label));
     }
@@ -168,7 +89,7 @@ TEST(ProcessImageSvg, marksGapsAndBytesOutsideTheData)
     ChannelTable map = emptyMap(1);
     map.channels = {bitChannel("A", 'I', 0, 0), bitChannel("B", 'I', 1, 0)};
     const std::string svg = svgOf(map);
-    expectReadable(Picture(svg));
+    Picture(svg).expectReadable();
     EXPECT_THAT(svg, HasSubstr("Inputs: 1 byte from byte 0, 7 bits without a channel"));
     EXPECT_THAT(svg, HasSubstr(" class=\"alarm\" text-anchor=\"end\">1</text>"));
 }
@@ -180,7 +101,7 @@ TEST(ProcessImageSvg, longNamesAreShortenedInTheCellsAndInTheList)
     map.channels = {bitChannel(std::string(300, 'W') + "7", 'I', 0, 0),
                     bitChannel("\u6E29\u5EA6\u6E29\u5EA6\u6E29\u5EA6\u6E29\u5EA6", 'I', 0, 1)};
     const Picture picture(svgOf(map));
-    expectReadable(picture);
+    picture.expectReadable();
     EXPECT_THAT(picture.words(), Contains(std::string(59, 'W') + "\u2026"));
 }
 
@@ -195,7 +116,7 @@ TEST(ProcessImageSvg, whateverANameHoldsItIsXml)
         bitChannel("</text><script>&\"'\xEF\xBF\xBF" + text::toUtf8(U'\u202E'), 'I', 0, 0));
     const std::string svg = svgOf(map);
     EXPECT_THAT(svg, HasSubstr("&lt;/text&gt;&lt;script&gt;&amp;"));
-    expectReadable(Picture(svg));
+    Picture(svg).expectReadable();
 }
 
 TEST(ProcessImageSvg, theSizeFollowsTheChannelsNotTheirAddressesOrData)
