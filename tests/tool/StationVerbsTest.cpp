@@ -198,6 +198,20 @@ TEST(StationVerbs, channelsAreDeclaredInEachWay)
     EXPECT_EQ(channels({"--format", "json", "--separator", "tab"}).exitCode, 2);
 }
 
+TEST(StationVerbs, channelsAreDrawn)
+{
+    const Stations stations;
+    const std::string file = stations.write("row.yaml", row);
+    const std::string picture = stations.path("row.svg");
+    const ToolRun both = runTool({"station", "channels", file, "--picture", picture});
+    EXPECT_EQ(both.exitCode, 0);
+    EXPECT_THAT(both.out, HasSubstr("IW1"));
+    EXPECT_THAT(readFile(picture), AllOf(StartsWith("<svg "), HasSubstr("bytes 1 to 8")));
+    const ToolRun alone = runTool({"station", "channels", file, "--picture", "-"});
+    EXPECT_EQ(alone.out, readFile(picture));
+    EXPECT_EQ(runTool({"station", "channels", file, "--picture", "row.png"}).exitCode, 2);
+}
+
 TEST(StationVerbs, configWritesAFilePerModule)
 {
     const Stations stations;

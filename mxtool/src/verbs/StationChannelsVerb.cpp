@@ -5,6 +5,7 @@
 
 #include <mxstation/ChannelExport.h>
 #include <mxstation/Declarations.h>
+#include <mxstation/StationPicture.h>
 
 namespace mxtool {
 
@@ -51,7 +52,7 @@ ExitCode channelsOfStation(const StationChannelsOptions& options)
     const mxstation::Declarations list = listing(options, plan);
     std::vector<Output> outputs;
     if (!options.picture.empty()) {
-        outputs.push_back({options.picture, ""}); // PICTURE
+        outputs.push_back({options.picture, stationSvg(plan)});
     }
     if (options.picture != "-" || options.output != "-") {
         outputs.push_back({options.output, list.text});
