@@ -1,10 +1,11 @@
 // What abidw describes of libmxstation, as a host sees it: its headers, without the types that the
 // library uses inside. One function for each group of headers takes their classes.
 
-#include <mxstation/ChannelExport.h>
 #include <mxstation/Declarations.h>
+#include <mxstation/ParameterExport.h>
 #include <mxstation/Plan.h>
 #include <mxstation/StationCheck.h>
+#include <mxstation/StationDiff.h>
 
 using namespace mxstation;
 
@@ -20,6 +21,8 @@ void plans(Plan, PlannedModule, Channel, ChannelWithoutSymbol, Gap, GapReason, I
            StationCheck)
 {}
 
-void declarations(Declarations, DeclarationOptions, AddressStyle, VariableScope) {}
+void exports(ParameterFile, Declarations, DeclarationOptions, AddressStyle, VariableScope) {}
+
+void comparisons(StationDifference, StationChange, ChangeKind, ComparedStation) {}
 
 } // namespace described
