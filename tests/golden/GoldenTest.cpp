@@ -1,5 +1,6 @@
 // Compares what mxtool prints with the files in expected/. Each line of calls.txt is one call:
-// the name of its file, then the arguments; DB stands for a database populated from the examples.
+// the name of its file, then the arguments; DB stands for a database populated from the examples,
+// "< FILE" for standard input from a file of input/.
 // scripts/update-golden writes the files anew; the change is reviewed as a diff.
 
 #include "TemporaryDirectory.h"
@@ -7,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -32,15 +34,22 @@ std::vector<std::vector<std::string>> calls()
     return all;
 }
 
-std::string outputOf(const std::vector<std::string>& call, const std::string& databaseUrl)
+std::string outputOf(const std::vector<std::string>& call)
 {
+    const testkit::TemporaryDirectory directory;
     std::vector<std::string> arguments(call.begin() + 1, call.end());
-    for (std::string& argument : arguments) {
-        if (argument == "DB") {
-            argument = databaseUrl;
-        }
+    const auto database = std::find(arguments.begin(), arguments.end(), "DB");
+    if (database != arguments.end()) {
+        *database = "sqlite:" + directory.path("devices.sqlite");
+        runTool({"populate", "examples/modules", "--db", *database});
     }
-    return runTool(arguments).out;
+    tooltest::ToolSetup setup;
+    setup.environment["SOURCE_DATE_EPOCH"] = "0"; // whatever the caller's is
+    if (arguments.size() > 2 && arguments[arguments.size() - 2] == "<") {
+        setup.standardInput = (goldenDirectory / "input" / arguments.back()).string();
+        arguments.resize(arguments.size() - 2);
+    }
+    return runTool(arguments, setup).out;
 }
 
 class Golden : public testing::TestWithParam<std::vector<std::string>>
@@ -48,11 +57,8 @@ class Golden : public testing::TestWithParam<std::vector<std::string>>
 
 TEST_P(Golden, outputIsAsRecorded)
 {
-    const testkit::TemporaryDirectory directory;
-    const std::string url = "sqlite:" + directory.path("devices.sqlite");
-    runTool({"populate", "examples/modules", "--db", url});
     const std::filesystem::path expected = goldenDirectory / "expected" / GetParam().front();
-    const std::string output = outputOf(GetParam(), url);
+    const std::string output = outputOf(GetParam());
     if (std::getenv("UPDATE_GOLDEN") != nullptr) {
         std::ofstream(expected, std::ios::binary) << output;
     }
