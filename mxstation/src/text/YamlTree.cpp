@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <map>
 #include <sstream>
+#include <string_view>
+#include <utility>
 
 namespace mxstation {
 
@@ -22,6 +24,7 @@ public:
     {
         // The YAML reader does not count a byte order mark.
         starts[0] = text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+        lastOffset = starts[0];
         for (std::size_t end = text.find('\n'); end != std::string::npos;
              end = text.find('\n', end + 1)) {
             starts.push_back(end + 1);
@@ -29,11 +32,10 @@ public:
     }
 
     // The YAML reader counts columns in bytes.
-    SourcePlace placeOf(const YAML::Mark& mark) const
+    SourcePlace placeOf(const YAML::Mark& mark)
     {
         const std::size_t line = lineOf(mark);
-        return {line + 1, text::characterCount(text.substr(starts[line], columnOf(mark))) + 1,
-                starts[line]};
+        return {line + 1, charactersUntil(line, offsetOf(mark)) + 1, starts[line]};
     }
 
     std::size_t offsetOf(const YAML::Mark& mark) const
@@ -42,6 +44,29 @@ public:
     }
 
 private:
+    // The characters of a line that are before `offset`. They are counted from the place asked for
+    // last: a text of a million values may be one line.
+    std::size_t charactersUntil(std::size_t line, std::size_t offset)
+    {
+        if (line != lastLine) {
+            lastLine = line;
+            lastOffset = starts[line];
+            lastCount = 0;
+        }
+        if (offset < lastOffset) {
+            lastCount -= charactersBetween(offset, lastOffset);
+        } else {
+            lastCount += charactersBetween(lastOffset, offset);
+        }
+        lastOffset = offset;
+        return lastCount;
+    }
+
+    std::size_t charactersBetween(std::size_t begin, std::size_t end) const
+    {
+        return text::characterCount(std::string_view(text).substr(begin, end - begin));
+    }
+
     std::size_t lineOf(const YAML::Mark& mark) const
     {
         return std::min(static_cast<std::size_t>(std::max(mark.line, 0)), starts.size() - 1);
@@ -54,6 +79,9 @@ private:
 
     const std::string& text;
     std::vector<std::size_t> starts{0};
+    std::size_t lastLine = 0;
+    std::size_t lastOffset = 0;
+    std::size_t lastCount = 0;
 };
 
 // Builds the tree from the events of the YAML reader. The reader's own tree has no ends of values,

@@ -144,6 +144,31 @@ TEST(StationReader, refusesAKeyStatedTwiceAndOneWithoutValue)
         ElementsAre("2:1 error \"station\" has no value", "3:1 error \"modules\" is stated twice"));
 }
 
+// Columns count characters, also of a line with several places, and places that come before others.
+TEST(StationReader, countsTheColumnsOfALine)
+{
+    EXPECT_THAT(
+        errorsIn("\xEF\xBB\xBFstation: \xC3\xA4\xC3\xB6\n"
+                 "modules: [{\"\xC3\xA4\": 1}, {\"\xE2\x82\xAC\": {}}, {\"module\": 'x\xC3\xA4', "
+                 "\"zz\": 1}]\n"),
+        ElementsAre(HasSubstr("2:12 error unknown key"), HasSubstr("2:22 error unknown key"),
+                    HasSubstr("2:43 error There is no mx file"),
+                    HasSubstr("2:49 error unknown key")));
+}
+
+// Places of a line are found in the time of the line, not of its square.
+TEST(StationReader, readsALineOfManyPlaces)
+{
+    std::string source = "modules: [";
+    for (int i = 0; i < 20000; ++i) {
+        source += "{reserve: {in: 1}}, ";
+    }
+    const auto station = stationWith(source + "x]");
+    EXPECT_THAT(station.entries, SizeIs(20001));
+    EXPECT_THAT(shownFindings(station.findings),
+                ElementsAre(HasSubstr("1:400011 error There is no mx file")));
+}
+
 TEST(StationReader, refusesLayoutsThatDoNotExist)
 {
     EXPECT_THAT(errorsIn("layout: word\nmodules: []"),
