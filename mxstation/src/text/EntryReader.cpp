@@ -201,7 +201,7 @@ Entry readEntry(const YamlNode& node, ModuleSource& modules, StationErrors& erro
         readContent(section, entry, errors);
     } else if (reserve != nullptr) {
         rejectContent(section, errors);
-    } else if (!section.hasUnknownKeys()) {
+    } else if (!section.hasIncompleteKeys()) {
         errors.add(node.place, "this entry has neither \"module\" nor \"reserve\"");
     }
     if (reserve != nullptr) {

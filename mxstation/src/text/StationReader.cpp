@@ -72,7 +72,7 @@ void readRoot(const YamlNode& root, ModuleSource& modules, Station& station, Sta
     }
     const YamlNode* const list = section.find("modules");
     if (list == nullptr) {
-        if (!section.hasUnknownKeys()) {
+        if (!section.hasIncompleteKeys()) {
             errors.add(root.place, "\"modules\" is missing, the list of the modules in the row");
         }
     } else if (list->kind != YamlNode::Kind::List) {

@@ -16,11 +16,12 @@ YamlSection::YamlSection(const YamlNode& node, const std::string& what,
             errors.add(key->place, fmt::format("found {}, expected a {}", key->shown(), what));
         } else if (std::find(keys.begin(), keys.end(), key->text) == keys.end()) {
             errors.addUnknown(key->place, what, key->text, keys);
-            hasUnknown = true;
+            hasIncomplete = true;
         } else if (!values.emplace(key->text, value).second) {
             errors.add(key->place, fmt::format("\"{}\" is stated twice", key->text));
         } else if (value->kind == YamlNode::Kind::Nothing) {
             errors.add(key->place, fmt::format("\"{}\" has no value", key->text));
+            hasIncomplete = true;
         }
     }
 }

@@ -22,12 +22,12 @@ public:
     /// Returns the value of `key`, or null. A value of nothing is an error, and null.
     const YamlNode* find(const std::string& key) const;
 
-    /// Returns whether there are unknown keys: a key that is missing may be misspelt.
-    bool hasUnknownKeys() const { return hasUnknown; }
+    /// Returns whether a key is unknown or has no value: one that is missing may be meant.
+    bool hasIncompleteKeys() const { return hasIncomplete; }
 
 private:
     std::map<std::string, YamlNodeP> values;
-    bool hasUnknown = false;
+    bool hasIncomplete = false;
 };
 
 /// Returns the text of `node`; an error and nothing if it is none, or empty. `what` is expected.

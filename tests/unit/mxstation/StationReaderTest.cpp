@@ -99,6 +99,14 @@ TEST(StationReader, refusesAnEntryOfNothing)
                             testing::HasSubstr("error found nothing, expected an mx file")));
 }
 
+// One error, not also that the key is missing.
+TEST(StationReader, saysOfAKeyWithoutValueThatAlone)
+{
+    EXPECT_THAT(errorsIn("modules:\n"), ElementsAre("1:1 error \"modules\" has no value"));
+    EXPECT_THAT(errorsIn("modules:\n  - {module: }\n"),
+                ElementsAre("2:6 error \"module\" has no value"));
+}
+
 TEST(StationReader, refusesValuesOfAnotherKind)
 {
     EXPECT_THAT(errorsIn("- MX0108.bin"),
