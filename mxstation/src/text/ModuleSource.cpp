@@ -32,6 +32,33 @@ bool isModuleName(const std::string& name)
            text::endsInExtension(name, ".yml");
 }
 
+// Whether something is at `path`, a symbolic link to nothing too: what is wrong with it is known
+// when it is read.
+bool isSomething(const std::filesystem::path& path)
+{
+    std::error_code ignored;
+    const bool isName = path.native().find('\0') == std::string::npos;
+    return isName && std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
+}
+
+// Why there is no module, of the errors of its file the first.
+Finding reasonOf(const mxmodule::Failure& failure, const std::string& file)
+{
+    const auto isError = [](const Finding& one) { return one.severity == Severity::Error; };
+    const auto& all = failure.findings();
+    const auto first = std::find_if(all.begin(), all.end(), isError);
+    const auto count = std::count_if(all.begin(), all.end(), isError);
+    Finding finding = first == all.end() ? failure.reason() : *first;
+    if (!finding.place.empty()) {
+        finding.text = finding.place + ": " + finding.text;
+    }
+    if (count > 1) {
+        finding.hint =
+            fmt::format("mxtool check {} lists all {} errors", text::abbreviated(file), count);
+    }
+    return finding;
+}
+
 // The mx files and text forms in the directory of `path`, by the names that a station may use.
 std::vector<std::string> filesBeside(const std::filesystem::path& path,
                                      const std::filesystem::path& reference)
@@ -94,19 +121,19 @@ ModuleSource::Found ModuleSource::read(const std::string& reference)
     try {
         return isIdentifier(reference) ? readRecord(Poco::toLower(reference)) : readFile(reference);
     } catch (const mxmodule::Failure& failure) {
-        Finding finding = failure.findings().front();
-        if (!finding.place.empty()) {
-            finding.text = finding.place + ": " + finding.text;
-        }
-        return {std::nullopt, finding};
+        return {std::nullopt, reasonOf(failure, pathOf(reference).string())};
     }
+}
+
+std::filesystem::path ModuleSource::pathOf(const std::string& reference) const
+{
+    return std::filesystem::path(directory) / reference;
 }
 
 ModuleSource::Found ModuleSource::readFile(const std::string& reference) const
 {
-    const auto path = std::filesystem::path(directory) / reference;
-    std::error_code ignored;
-    if (std::filesystem::exists(path, ignored)) {
+    const std::filesystem::path path = pathOf(reference);
+    if (isSomething(path)) {
         if (options.observer != nullptr) {
             options.observer->reads(path.string());
         }

@@ -2,6 +2,7 @@
 
 #include "text/StationErrors.h"
 
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -32,6 +33,7 @@ private:
     };
 
     Found read(const std::string& reference);
+    std::filesystem::path pathOf(const std::string& reference) const;
     Found readFile(const std::string& reference) const;
     Found readRecord(const std::string& moduleId);
     mxmodule::Catalogue& openedCatalogue();

@@ -6,6 +6,9 @@
 
 #include <TemporaryDirectory.h>
 
+#include <filesystem>
+#include <fstream>
+
 namespace {
 
 using testing::ElementsAre;
@@ -212,6 +215,33 @@ TEST(StationReader, namesTheNearestFile)
     EXPECT_THAT(station.findings[0].text, HasSubstr("or \"MX0108.bin\""));
     EXPECT_THAT(station.findings[0].accepted, testing::Contains("MX0108.bin"));
     EXPECT_EQ(station.findings[0].excerpt, "  - MX0109.bin\n    ^\n");
+}
+
+TEST(StationReader, refusesANameWithAByte00)
+{
+    EXPECT_THAT(errorsIn("modules: [\"MX0108.bin\\0\"]"),
+                ElementsAre(HasSubstr("1:11 error There is no mx file \"")));
+}
+
+// A link to nothing is there: its own name is not the nearest one.
+TEST(StationReader, saysWhatIsWrongWithAFileThatIsThere)
+{
+    const testkit::TemporaryDirectory directory;
+    std::filesystem::create_symlink("nowhere", directory.path("link.bin"));
+    std::filesystem::create_directory(directory.path("folder.bin"));
+    std::ofstream(directory.path("empty.bin"));
+    std::ofstream(directory.path("row.yaml")) << "modules: []\n";
+    std::ofstream(directory.path("wrong.yaml")) << "module: {identifier: 5a010203, x: 1, y: 2}\n";
+    const auto station =
+        mxstation::stationOf("modules: [link.bin, folder.bin, empty.bin, row.yaml, wrong.yaml]",
+                             directory.path("row.yaml"));
+    ASSERT_THAT(station.findings, SizeIs(5));
+    EXPECT_THAT(station.findings[0].text, HasSubstr("link.bin: Cannot open file"));
+    EXPECT_THAT(station.findings[1].text, HasSubstr("Is a directory"));
+    EXPECT_THAT(station.findings[2].text, HasSubstr("The file is empty"));
+    EXPECT_THAT(station.findings[3].text, HasSubstr("This is a station, expected an mx file"));
+    EXPECT_THAT(station.findings[4].text, HasSubstr("wrong.yaml:1:"));
+    EXPECT_THAT(station.findings[4].hint, HasSubstr("wrong.yaml lists all "));
 }
 
 // Identifiers are text: neither of these is a number.
