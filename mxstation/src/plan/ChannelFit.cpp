@@ -4,6 +4,7 @@
 #include <text/Beginning.h>
 
 #include <algorithm>
+#include <numeric>
 #include <optional>
 #include <string>
 
@@ -66,7 +67,26 @@ std::string outsideText(const mxmodule::ImageBytes& area, const OfImage& outside
                        bytesOf(outside.first->firstBit / 8, last), data);
 }
 
-std::optional<mxmodule::Finding> fitFinding(const mxmodule::ChannelMap& map, bool isInput)
+// The next address at which the layout lets the module begin and no channel is displaced.
+std::uint64_t cureOf(const mxmodule::ChannelMap& map, bool isInput, std::uint32_t alignment)
+{
+    const std::uint64_t next = map.undisplacedFrom(isInput);
+    const std::uint64_t always = std::lcm(std::uint64_t{8}, std::uint64_t{alignment});
+    return next % alignment == 0 ? next : (next + always - 1) / always * always;
+}
+
+std::string cureText(std::uint64_t cure, const char* image)
+{
+    return cure <= mostBytesStated
+               ? fmt::format("at byte {} of the {} image its channels lie as at byte 0", cure,
+                             image)
+               : fmt::format("its channels lie as at byte 0 at a multiple of 8, but byte {} of the "
+                             "{} image is the last that can be stated",
+                             mostBytesStated, image);
+}
+
+std::optional<mxmodule::Finding> fitFinding(const mxmodule::ChannelMap& map, bool isInput,
+                                            std::uint32_t alignment)
 {
     const OfImage displaced = ofImage(map, map.displaced(), isInput);
     const OfImage outside = ofImage(map, map.outside(), isInput);
@@ -83,21 +103,23 @@ std::optional<mxmodule::Finding> fitFinding(const mxmodule::ChannelMap& map, boo
     if (displaced.count == 0) {
         finding.hint = "the module itself says so, at every address";
     } else {
-        const std::uint64_t cure = map.undisplacedFrom(isInput);
-        finding.hint =
-            fmt::format("at byte {} of the {} image its channels lie as at byte 0", cure, image);
-        finding.accepted = {std::to_string(cure)};
+        const std::uint64_t cure = cureOf(map, isInput, alignment);
+        finding.hint = cureText(cure, image);
+        if (cure <= mostBytesStated) {
+            finding.accepted = {std::to_string(cure)};
+        }
     }
     return finding;
 }
 
 } // namespace
 
-std::vector<mxmodule::Finding> fitFindings(const mxmodule::ChannelMap& map)
+std::vector<mxmodule::Finding> fitFindings(const mxmodule::ChannelMap& map, const Layout& layout)
 {
     std::vector<mxmodule::Finding> findings;
     for (const bool isInput : {true, false}) {
-        if (const auto finding = fitFinding(map, isInput)) {
+        const ImageLayout& image = isInput ? layout.input : layout.output;
+        if (const auto finding = fitFinding(map, isInput, image.alignment)) {
             findings.push_back(*finding);
         }
     }

@@ -116,7 +116,7 @@ private:
         addFreeBits(input, true, module.position);
         addFreeBits(output, false, module.position);
         if (hasFinalPlace) {
-            for (const mxmodule::Finding& finding : fitFindings(placed.map)) {
+            for (const mxmodule::Finding& finding : fitFindings(placed.map, station.layout)) {
                 findings.add(entry.place, finding);
             }
         }

@@ -258,6 +258,28 @@ TEST(Placement, warnsOfChannelsElsewhereInTheModule)
     EXPECT_THAT(shownFindings(cured.findings), IsEmpty());
 }
 
+// The least multiple of both 8 and the alignment: byte 8 could not be stated.
+TEST(Placement, namesACureThatTheLayoutAllows)
+{
+    const auto plan = planWith("layout: {align: 5}\n"
+                               "modules: [MX0108.bin, MX0602.bin]");
+    ASSERT_THAT(plan.findings, testing::SizeIs(1));
+    EXPECT_EQ(plan.findings[0].hint, "at byte 40 of the input image its channels lie as at byte 0");
+    const auto cured = planWith("layout: {align: 5}\n"
+                                "modules: [MX0108.bin, {module: MX0602.bin, at: {in: 40}}]");
+    EXPECT_THAT(shownFindings(cured.findings), IsEmpty());
+}
+
+// Byte 2147483648 would cure it, but cannot be stated.
+TEST(Placement, namesNoCureAfterTheLastAddressThatCanBeStated)
+{
+    const auto plan = planWith("modules: [{module: MX0602.bin, at: {in: 2147483647}}]");
+    ASSERT_FALSE(plan.findings.empty());
+    EXPECT_THAT(plan.findings[0].hint, testing::HasSubstr("byte 2147483647 of the input image is "
+                                                          "the last that can be stated"));
+    EXPECT_THAT(plan.findings[0].accepted, IsEmpty());
+}
+
 TEST(Placement, refusesAddressesOfMoreThan32Bits)
 {
     const auto plan = planWith("modules:\n"
