@@ -1,6 +1,7 @@
 #include "plan/EntryNames.h"
 
 #include <fmt/format.h>
+#include <text/Beginning.h>
 
 #include <filesystem>
 #include <map>
@@ -30,7 +31,7 @@ std::set<std::string> ownNames(const Station& station, PlanFindings& findings)
         if (!isNew) {
             findings.add(entry.namePlace, mxmodule::Severity::Error,
                          fmt::format("the name \"{}\" is also that of the module in line {}",
-                                     entry.name, first->second));
+                                     text::abbreviated(entry.name), first->second));
         }
         names.insert(entry.name);
     }

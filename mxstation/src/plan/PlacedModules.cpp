@@ -1,6 +1,7 @@
 #include "plan/PlacedModules.h"
 
 #include <fmt/format.h>
+#include <text/Beginning.h>
 #include <text/Counted.h>
 
 #include <algorithm>
@@ -46,7 +47,7 @@ std::string entryName(const Entry& entry)
     const std::string what = entry.module ? "the module" : "the reserved place";
     const std::string where =
         entry.place.line == 0 ? "" : fmt::format(" in line {}", entry.place.line);
-    return what + (shown.empty() ? "" : " \"" + shown + "\"") + where;
+    return what + (shown.empty() ? "" : " \"" + text::abbreviated(shown) + "\"") + where;
 }
 
 } // namespace
