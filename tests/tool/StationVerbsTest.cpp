@@ -119,11 +119,11 @@ TEST(StationVerbs, displacedChannelsAreAnErrorInCheckAlone)
     const ToolRun show = runTool({"station", "show", file});
     EXPECT_EQ(show.exitCode, 0);
     EXPECT_THAT(show.err, HasSubstr("warning: the channel \"Count 2\" (IL18)"));
-    const auto json =
+    const auto report =
         nlohmann::json::parse(runTool({"station", "check", file, "--format", "json"}).out);
-    EXPECT_EQ(json["schema"]["name"], "mxtool.station-check");
-    EXPECT_EQ(json["errors"], 1);
-    EXPECT_EQ(json["findings"][0]["accepted"][0], "8");
+    EXPECT_EQ(report["schema"]["name"], "mxtool.station-check");
+    EXPECT_EQ(report["errors"], 1);
+    EXPECT_EQ(report["findings"][0]["accepted"][0], "8");
 }
 
 TEST(StationVerbs, readAStationFromStandardInput)
@@ -245,9 +245,9 @@ TEST(StationVerbs, diffEndsWith1OnDifferences)
     EXPECT_EQ(moved.exitCode, 1);
     EXPECT_THAT(moved.out, AllOf(HasSubstr("MX0304"), HasSubstr("IW1"), HasSubstr("IW3"),
                                  HasSubstr("no longer")));
-    const auto json =
+    const auto report =
         nlohmann::json::parse(runTool({"station", "diff", a, b, "--format", "json"}).out);
-    EXPECT_EQ(json["same_values"], false);
+    EXPECT_EQ(report["same_values"], false);
 }
 
 TEST(StationVerbs, pinKeepsAddressesAndComments)
