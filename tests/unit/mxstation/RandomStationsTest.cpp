@@ -204,11 +204,17 @@ void expectChannels(const RowModule& module, const Plan& plan, const PlannedModu
     EXPECT_EQ(i, expected.size());
 }
 
-// The first address from that of the data on without a displaced channel; empty: it is this one.
-std::string cureOf(const RowModule& module, bool isInput, std::uint64_t first)
+// The first address from that of the data on without a displaced channel; one that is a multiple of
+// 8 too where the layout begins no module at it; empty: it is that of the data.
+std::string cureOf(const RowModule& module, bool isInput, std::uint64_t first,
+                   std::uint64_t alignment)
 {
     std::uint64_t cure = first;
     while (module.isDisplaced(isInput, cure)) {
+        ++cure;
+    }
+    const std::uint64_t step = cure % alignment == 0 ? 1 : 8;
+    while (cure % alignment != 0 || cure % step != 0) {
         ++cure;
     }
     return cure == first ? "" : std::to_string(cure);
@@ -224,8 +230,10 @@ std::vector<std::string> expectedFindings(const RandomStation& station, const Pl
             const std::uint64_t first = dataOf(planned, isInput).offset;
             if (module.isDisplaced(isInput, first) || module.isOutside(isInput, first)) {
                 const std::size_t line = RandomStation::firstLine + planned.entry;
-                expected.push_back(std::to_string(line) + " warning " +
-                                   cureOf(module, isInput, first));
+                expected.push_back(
+                    std::to_string(line) + " warning " +
+                    cureOf(module, isInput, first,
+                           (isInput ? station.rules.input : station.rules.output).align));
             }
         }
     }
