@@ -8,7 +8,7 @@ namespace mxstation {
 
 void ModuleValues::set(const Entry& entry, PlannedModule& planned)
 {
-    if (entry.parameters.empty()) {
+    if (entry.parameters.empty() || findings.isFull()) {
         setDefaults(entry, planned);
     } else {
         setComposed(entry, planned);

@@ -1,7 +1,5 @@
 #include "plan/PlanFindings.h"
 
-#include "text/StationErrors.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -17,17 +15,14 @@ void PlanFindings::add(const SourcePlace& place, mxmodule::Severity severity,
     add(place, std::move(finding));
 }
 
-bool PlanFindings::isFull() const
-{
-    return all.size() >= mostFindings;
-}
-
 void PlanFindings::add(const SourcePlace& place, mxmodule::Finding finding)
 {
-    if (isFull()) {
-        rest = std::max(rest.value_or(finding.severity), finding.severity);
+    Listed& listed = finding.severity == mxmodule::Severity::Error ? errors : others;
+    if (listed.count == mostFindings) {
+        listed.rest = std::max(listed.rest.value_or(finding.severity), finding.severity);
         return;
     }
+    ++listed.count;
     const auto located =
         findingAt(station.file, station.source, place, finding.severity, finding.text);
     finding.place = located.place;
@@ -46,11 +41,18 @@ std::vector<mxmodule::Finding> PlanFindings::sorted() const
     for (auto& [place, finding] : ordered) {
         findings.push_back(std::move(finding));
     }
-    if (rest) {
-        findings.push_back({*rest, station.file,
-                            fmt::format("stopped after {} findings of the plan", mostFindings)});
-    }
+    addRest(others, "warnings and notes", findings);
+    addRest(errors, "errors", findings);
     return findings;
+}
+
+void PlanFindings::addRest(const Listed& listed, const char* what,
+                           std::vector<mxmodule::Finding>& findings) const
+{
+    if (listed.rest) {
+        findings.push_back({*listed.rest, station.file,
+                            fmt::format("stopped after {} {} of the plan", mostFindings, what)});
+    }
 }
 
 } // namespace mxstation

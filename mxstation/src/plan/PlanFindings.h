@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/StationErrors.h"
+
 #include <mxstation/Station.h>
 
 #include <optional>
@@ -10,7 +12,7 @@
 namespace mxstation {
 
 /// Collects the findings of a plan, each at its place in the station's text. Of more than
-/// `mostFindings` the rest is one finding, an error if there is one among them.
+/// `mostFindings` errors, and of more than so many others, the rest is one finding.
 class PlanFindings
 {
 public:
@@ -24,16 +26,26 @@ public:
     /// Adds a finding of a module about what is stated at `place`.
     void add(const SourcePlace& place, mxmodule::Finding finding);
 
-    /// Returns whether further findings are not listed.
-    bool isFull() const;
+    /// Returns whether further errors are not listed.
+    bool isFull() const { return errors.count == mostFindings; }
 
     /// Returns all, in the order of the text.
     std::vector<mxmodule::Finding> sorted() const;
 
 private:
+    struct Listed
+    {
+        std::size_t count = 0;
+        std::optional<mxmodule::Severity> rest = {}; // the highest of those that are not listed
+    };
+
+    void addRest(const Listed& listed, const char* what,
+                 std::vector<mxmodule::Finding>& findings) const;
+
     const Station& station;
     std::vector<std::pair<SourcePlace, mxmodule::Finding>> all;
-    std::optional<mxmodule::Severity> rest; // the highest of those that are not listed
+    Listed errors;
+    Listed others; // warnings must not hide an error
 };
 
 } // namespace mxstation

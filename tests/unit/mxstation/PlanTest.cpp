@@ -184,8 +184,25 @@ TEST(Plan, stopsAfter100Findings)
     }
     const auto plan = planWith(source);
     ASSERT_THAT(plan.findings, SizeIs(101));
-    EXPECT_EQ(plan.findings.back().text, "stopped after 100 findings of the plan");
+    EXPECT_EQ(plan.findings.back().text, "stopped after 100 errors of the plan");
     EXPECT_FALSE(plan.ok());
+}
+
+// 120 displaced modules are no reason to keep the mistake in the last line from its author.
+TEST(Plan, namesAnErrorAfterManyWarnings)
+{
+    std::string source = "layout: {most_modules: 200}\n"
+                         "modules:\n"
+                         "  - MX0108.bin\n";
+    for (int i = 0; i < 120; ++i) {
+        source += "  - {module: MX0602.bin, at: {in: " + std::to_string(1 + 32 * i) + "}}\n";
+    }
+    const auto plan =
+        planWith(source + "  - {module: MX0701.bin, parameters: {Parity: strange}}\n");
+    ASSERT_THAT(plan.findings, SizeIs(102));
+    EXPECT_THAT(shownFinding(plan.findings[100]), HasSubstr("124:39 error"));
+    EXPECT_THAT(plan.findings[101].text, "stopped after 100 warnings and notes of the plan");
+    EXPECT_EQ(plan.findings[101].severity, mxmodule::Severity::Warning);
 }
 
 TEST(Plan, warnsBeyondTheLargestProcessImage)
