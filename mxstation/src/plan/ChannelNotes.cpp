@@ -111,8 +111,9 @@ std::vector<const ChannelNote*> ChannelNotes::of(const Entry& entry,
             addAmbiguous(note, channels, called, findings);
         } else if (noted[called[0]] != nullptr) {
             findings.add(note.place, Severity::Error,
-                         fmt::format("this is the channel {}, which line {} is about as well",
-                                     channels[called[0]].shown(), noted[called[0]]->place.line));
+                         fmt::format("this is the channel {}, noted {} as well",
+                                     channels[called[0]].shown(),
+                                     lineText(noted[called[0]]->place)));
         } else {
             noted[called[0]] = &note;
         }
@@ -131,11 +132,11 @@ void ChannelNotes::checkAlias(const ChannelNote& note)
     if (note.alias.empty()) {
         return;
     }
-    const auto [first, isNew] = aliasLines.emplace(Poco::toLower(note.alias), note.aliasPlace.line);
+    const auto [first, isNew] = aliasPlaces.emplace(Poco::toLower(note.alias), note.aliasPlace);
     if (!isNew) {
         findings.add(note.aliasPlace, Severity::Error,
-                     fmt::format("the alias \"{}\" is used in line {} as well",
-                                 text::abbreviated(note.alias), first->second),
+                     fmt::format("the alias \"{}\" is used {} as well",
+                                 text::abbreviated(note.alias), lineText(first->second)),
                      "upper and lower case are the same in IEC 61131-3");
     }
     const std::string identifier = text::iecIdentifier(note.alias);

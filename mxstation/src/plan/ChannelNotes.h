@@ -27,7 +27,7 @@ private:
     void checkAlias(const ChannelNote& note);
 
     PlanFindings& findings;
-    std::map<std::string, std::size_t> aliasLines; // by the alias in lower case
+    std::map<std::string, SourcePlace> aliasPlaces; // by the alias in lower case
 };
 
 } // namespace mxstation

@@ -21,17 +21,17 @@ std::string nameOfReference(const Entry& entry)
 // The names that the station states, each once.
 std::set<std::string> ownNames(const Station& station, PlanFindings& findings)
 {
-    std::map<std::string, std::size_t> lines;
+    std::map<std::string, SourcePlace> places;
     std::set<std::string> names;
     for (const Entry& entry : station.entries) {
         if (entry.name.empty()) {
             continue;
         }
-        const auto [first, isNew] = lines.emplace(entry.name, entry.namePlace.line);
+        const auto [first, isNew] = places.emplace(entry.name, entry.namePlace);
         if (!isNew) {
             findings.add(entry.namePlace, mxmodule::Severity::Error,
-                         fmt::format("the name \"{}\" is also that of the module in line {}",
-                                     text::abbreviated(entry.name), first->second));
+                         fmt::format("the name \"{}\" is used {} as well",
+                                     text::abbreviated(entry.name), lineText(first->second)));
         }
         names.insert(entry.name);
     }

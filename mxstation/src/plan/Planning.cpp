@@ -33,7 +33,8 @@ public:
 
     Plan make()
     {
-        if (requireFewModules()) {
+        if (requireMultiples(station.layout.input) && requireMultiples(station.layout.output) &&
+            requireFewModules()) {
             addModules();
         }
         plan.findings = station.findings;
@@ -46,6 +47,19 @@ public:
     }
 
 private:
+    // The reader of stations takes no 0, a host may state it.
+    bool requireMultiples(const ImageLayout& image)
+    {
+        const bool isPossible =
+            image.alignment != 0 && image.modulePadding != 0 && image.imagePadding != 0;
+        if (!isPossible) {
+            findings.add(station.layoutPlace, Severity::Error,
+                         "the layout has an alignment or a padding of 0 bytes, expected at least "
+                         "1");
+        }
+        return isPossible;
+    }
+
     // Further modules would be translated in vain.
     bool requireFewModules()
     {

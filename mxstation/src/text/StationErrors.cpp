@@ -22,6 +22,11 @@ std::string placeText(const std::string& file, const SourcePlace& place)
     return place.line == 0 ? file : fmt::format("{}:{}:{}", file, place.line, place.column);
 }
 
+std::string lineText(const SourcePlace& place)
+{
+    return place.line == 0 ? "elsewhere" : fmt::format("in line {}", place.line);
+}
+
 mxmodule::Finding findingAt(const std::string& file, const std::string& source,
                             const SourcePlace& place, mxmodule::Severity severity,
                             const std::string& text, const std::string& hint)

@@ -14,6 +14,9 @@ bool isBefore(const SourcePlace& a, const SourcePlace& b);
 /// place that is not in a text.
 std::string placeText(const std::string& file, const SourcePlace& place);
 
+/// Returns "in line 3"; "elsewhere" for a place that is not in a text.
+std::string lineText(const SourcePlace& place);
+
 /// Returns a finding at `place` of `source`, the text called `file`, with the line and a caret.
 mxmodule::Finding findingAt(const std::string& file, const std::string& source,
                             const SourcePlace& place, mxmodule::Severity severity,

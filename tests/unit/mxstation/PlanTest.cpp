@@ -104,8 +104,8 @@ TEST(Plan, refusesUnknownAndAmbiguousChannels)
         ElementsAre(HasSubstr("4:7 error \"1\" fits several channels: #"),
                     HasSubstr("5:7 error the module has no channel \"Station stat\", did "
                               "you mean \"Station state\"?"),
-                    HasSubstr("9:7 error this is the channel #44 (0 AI 1, in), which line 8 "
-                              "is about as well")));
+                    HasSubstr("9:7 error this is the channel #44 (0 AI 1, in), noted in line 8 "
+                              "as well")));
     EXPECT_THAT(plan.findings[0].accepted, SizeIs(2));
 }
 
@@ -118,7 +118,7 @@ TEST(Plan, refusesNamesAndAliasesUsedTwice)
                                "2}}}\n"
                                "  - {module: MX0304.bin, channels: {AI 1: {alias: \"?\"}}}\n");
     EXPECT_THAT(shownFindings(plan.findings),
-                ElementsAre("3:32 error the name \"A\" is also that of the module in line 2",
+                ElementsAre("3:32 error the name \"A\" is used in line 2 as well",
                             "3:60 error the alias \"x\" is used in line 2 as well",
                             "4:60 note the alias \"tank 2\" is no identifier of IEC 61131-3, "
                             "declarations call it tank_2",
@@ -168,6 +168,35 @@ TEST(Plan, isThatOfAStationMadeByAHost)
     EXPECT_TRUE(right.ok());
     EXPECT_THAT(shownModules(right),
                 ElementsAre("MX0304 in 0+8 out 0+0", "MX0304_2 in 8+8 out 0+0"));
+}
+
+TEST(Plan, refusesALayoutOfAHostThatDividesByZero)
+{
+    mxstation::Station station;
+    for (auto member : {&mxstation::ImageLayout::alignment, &mxstation::ImageLayout::modulePadding,
+                        &mxstation::ImageLayout::imagePadding}) {
+        station.layout = {};
+        station.layout.output.*member = 0;
+        EXPECT_THAT(shownFindings(mxstation::plan(station).findings),
+                    ElementsAre(" error the layout has an alignment or a padding of 0 bytes, "
+                                "expected at least 1"));
+    }
+}
+
+TEST(Plan, namesNoLinesOfAStationMadeByAHost)
+{
+    mxstation::Station station;
+    mxstation::Entry& entry = station.entries.emplace_back();
+    entry.module = mxmodule::ModuleFile::read(std::string(EXAMPLE_MODULES) + "/MX0304.bin");
+    entry.name = "Levels";
+    entry.channels = {{"AI 1", "X", "", {}, {}}, {"0", "X", "", {}, {}}};
+    station.entries.push_back(entry);
+    station.entries[1].channels.clear();
+    EXPECT_THAT(shownFindings(mxstation::plan(station).findings),
+                ElementsAre(" error the name \"Levels\" is used elsewhere as well",
+                            " error the alias \"X\" is used elsewhere as well",
+                            " error this is the channel #44 (0 AI 1, in), noted elsewhere as "
+                            "well"));
 }
 
 // Aliases of YAML repeat 10,000 notes for each of 64 modules.
