@@ -55,6 +55,14 @@ void readModules(const YamlNode& list, ModuleSource& modules, Station& station,
     }
 }
 
+// Of a layout with errors: further ones would only follow from them.
+void removeLimits(Layout& layout)
+{
+    layout.mostModules = mostModulesOfAnyLayout;
+    layout.input.mostBytes.reset();
+    layout.output.mostBytes.reset();
+}
+
 void readRoot(const YamlNode& root, ModuleSource& modules, Station& station, StationErrors& errors)
 {
     if (root.kind != YamlNode::Kind::Map) {
@@ -67,8 +75,12 @@ void readRoot(const YamlNode& root, ModuleSource& modules, Station& station, Sta
         station.name = readText(*name, "the name of the station", errors).value_or(station.name);
     }
     if (const YamlNode* const layout = section.find("layout")) {
+        const std::size_t known = station.findings.size();
         station.layout = readLayout(*layout, errors);
         station.layoutPlace = layout->place;
+        if (station.findings.size() != known) {
+            removeLimits(station.layout);
+        }
     }
     const YamlNode* const list = section.find("modules");
     if (list == nullptr) {

@@ -180,6 +180,21 @@ TEST(StationReader, readsALineOfManyPlaces)
                 ElementsAre(HasSubstr("1:400011 error There is no mx file")));
 }
 
+// What a layout with errors allows is not known.
+TEST(StationReader, reportsNoLimitOfALayoutWithErrors)
+{
+    std::string modules = "\nmodules:\n";
+    for (int i = 0; i < 65; ++i) {
+        modules += "- MX0108.bin\n";
+    }
+    EXPECT_THAT(errorsIn("layout: aligend" + modules), SizeIs(1));
+    EXPECT_THAT(errorsIn("layout: {most_modules: 20000}" + modules), SizeIs(1));
+    EXPECT_THAT(
+        shownFindings(planWith("layout: {most_module: 99, most_bytes: 4}" + modules).findings),
+        ElementsAre(HasSubstr("1:10 error unknown key of a layout")));
+    EXPECT_THAT(errorsIn("layout: plain" + modules), SizeIs(1));
+}
+
 TEST(StationReader, refusesLayoutsThatDoNotExist)
 {
     EXPECT_THAT(errorsIn("layout: word\nmodules: []"),
