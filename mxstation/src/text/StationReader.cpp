@@ -18,6 +18,9 @@ namespace {
 
 using mxmodule::FileKind;
 
+// Aliases of YAML repeat a text at no cost in the file. A million values take less.
+constexpr std::size_t mostStatedBytes = 200'000'000;
+
 // Another kind of file, which would only give errors that follow from it.
 void requireStation(const std::string& source, const std::string& name)
 {
@@ -35,10 +38,24 @@ std::string nameOfFile(const std::string& file)
                                                : std::filesystem::path(file).stem().string();
 }
 
+// What the values and notes of an entry take.
+std::size_t statedBytes(const Entry& entry)
+{
+    std::size_t bytes = 0;
+    for (const StatedValue& value : entry.parameters) {
+        bytes += sizeof value + value.name.size() + value.value.size();
+    }
+    for (const ChannelNote& note : entry.channels) {
+        bytes += sizeof note + note.channel.size() + note.alias.size() + note.comment.size();
+    }
+    return bytes;
+}
+
 void readModules(const YamlNode& list, ModuleSource& modules, Station& station,
                  StationErrors& errors)
 {
     std::size_t count = 0;
+    std::size_t bytes = 0;
     for (const YamlNodeP& item : list.items) {
         Entry entry;
         const bool isModule =
@@ -52,6 +69,13 @@ void readModules(const YamlNode& list, ModuleSource& modules, Station& station,
             return;
         }
         station.entries.push_back(readEntry(*item, modules, errors));
+        bytes += statedBytes(station.entries.back());
+        if (bytes > mostStatedBytes) {
+            errors.add(item->place, fmt::format("until here, parameters and channels take {} bytes "
+                                                "with what aliases repeat, expected at most {}",
+                                                bytes, mostStatedBytes));
+            return;
+        }
     }
 }
 

@@ -8,6 +8,12 @@
 
 namespace mxstation {
 
+namespace {
+
+constexpr std::size_t mostTextBytes = 65535; // no text of an mx file has more
+
+} // namespace
+
 YamlSection::YamlSection(const YamlNode& node, const std::string& what,
                          const std::vector<std::string>& keys, StationErrors& errors)
 {
@@ -36,6 +42,11 @@ const YamlNode* YamlSection::find(const std::string& key) const
 std::optional<std::string> readText(const YamlNode& node, const std::string& what,
                                     StationErrors& errors)
 {
+    if (node.kind == YamlNode::Kind::Scalar && node.text.size() > mostTextBytes) {
+        errors.add(node.place, fmt::format("found a text of {} bytes, expected {} of at most {}",
+                                           node.text.size(), what, mostTextBytes));
+        return std::nullopt;
+    }
     if (node.kind == YamlNode::Kind::Scalar && !node.text.empty()) {
         return node.text;
     }

@@ -30,7 +30,8 @@ private:
     bool hasIncomplete = false;
 };
 
-/// Returns the text of `node`; an error and nothing if it is none, or empty. `what` is expected.
+/// Returns the text of `node`; an error and nothing if it is none, empty, or longer than 65,535
+/// bytes. `what` is expected.
 std::optional<std::string> readText(const YamlNode& node, const std::string& what,
                                     StationErrors& errors);
 

@@ -210,6 +210,37 @@ TEST(StationReader, refusesLayoutsThatDoNotExist)
                     HasSubstr("1:78 error unknown byte order \"middle\"")));
 }
 
+TEST(StationReader, refusesTextsLongerThanThoseOfModules)
+{
+    EXPECT_THAT(errorsIn("station: " + std::string(65535, 'x') + "\nmodules: []"), IsEmpty());
+    EXPECT_THAT(errorsIn("station: " + std::string(65536, 'x') + "\nmodules: []"),
+                ElementsAre("1:10 error found a text of 65536 bytes, expected the name of the "
+                            "station of at most 65535"));
+}
+
+// 100 times 60 texts of 60,000 bytes, stated once.
+TEST(StationReader, stopsWhenAliasesRepeatTooMuch)
+{
+    std::string source = "layout: {most_modules: 200}\n"
+                         "station: &text " +
+                         std::string(60000, 'x') +
+                         "\n"
+                         "modules:\n"
+                         "- module: MX0108.bin\n"
+                         "  parameters: &all\n";
+    for (int i = 0; i < 60; ++i) {
+        source += "    p" + std::to_string(i) + ": *text\n";
+    }
+    for (int i = 0; i < 99; ++i) {
+        source += "- {module: MX0108.bin, parameters: *all}\n";
+    }
+    const auto station = stationWith(source);
+    ASSERT_THAT(station.findings, SizeIs(1));
+    EXPECT_THAT(shownFinding(station.findings[0]),
+                HasSubstr("120:3 error until here, parameters and channels take "));
+    EXPECT_THAT(station.entries, SizeIs(56));
+}
+
 TEST(StationReader, refusesWhatIsNoYaml)
 {
     EXPECT_THAT(errorsIn("modules: [MX0108.bin\nlayout: plain\n"),
