@@ -1,0 +1,272 @@
+// Texts of a station, and of the mx files in it, are shown but never interpreted, in any output of
+// the verbs of station.
+
+#include "HarmlessOutput.h"
+#include "HostileModule.h"
+#include "TemporaryDirectory.h"
+#include "ToolProcess.h"
+
+#include <Poco/DOM/AutoPtr.h>
+#include <Poco/DOM/DOMParser.h>
+#include <Poco/DOM/Document.h>
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+#include <set>
+
+namespace {
+
+using Json = nlohmann::json;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using tooltest::csvRows;
+using tooltest::expectHarmless;
+using tooltest::expectHarmlessCsv;
+using tooltest::hostileTexts;
+using tooltest::readFile;
+using tooltest::runTool;
+using tooltest::ToolRun;
+
+using Words = std::vector<std::string>;
+
+class HostileStation : public testing::Test
+{
+protected:
+    HostileStation()
+    {
+        directory.write("texts.bin", tooltest::hostileModule(13));
+        directory.write("last.bin", tooltest::hostileModule(31));
+        for (const auto& text : hostileTexts()) {
+            texts.push_back(text.utf8);
+        }
+        texts.insert(texts.end(), {"ends */ int x; /* here", "(* nested (* in ST *)", "?\?/\n//",
+                                   std::string(1000, 'x'), std::string(500, '"') + "*/"});
+    }
+
+    // Each text is the name of a module and of a place, an alias and a comment; JSON is YAML.
+    std::string stationFile(const std::string& name, const std::string& file = "texts.bin")
+    {
+        Json station{{"station", texts[0] + texts[13]}, {"modules", Json::array()}};
+        station["layout"] = {{"most_modules", 200}};
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            const std::string number = std::to_string(i);
+            Json& module = station["modules"].emplace_back();
+            module["module"] = i % 2 == 0 ? file : "last.bin";
+            module["name"] = texts[i];
+            module["channels"]["0"] = {{"alias", "a" + number + texts[i]}, {"comment", texts[i]}};
+            station["modules"].push_back(
+                {{"reserve", {{"in", 1}, {"name", "r" + number + texts[i]}}}});
+        }
+        return write(name, station.dump(1));
+    }
+
+    std::string write(const std::string& name, const std::string& text) const
+    {
+        return directory.write(name, {text.begin(), text.end()});
+    }
+
+    static std::string outputOf(const Words& words, int exitCode = 0)
+    {
+        const ToolRun run = runTool(words);
+        EXPECT_EQ(run.exitCode, exitCode) << testing::PrintToString(words) << run.err;
+        expectHarmless(run.err);
+        return run.out;
+    }
+
+    testkit::TemporaryDirectory directory;
+    Words texts;
+};
+
+// Returns `code` without what is between `begin` and the first `end` after it.
+std::string withoutComments(std::string code, const std::string& begin, const std::string& end)
+{
+    std::string kept;
+    for (std::size_t at = 0; at < code.size();) {
+        const std::size_t comment = code.find(begin, at);
+        kept += code.substr(at, comment - at);
+        const std::size_t after = comment == code.npos ? code.npos : code.find(end, comment);
+        at = after == code.npos ? code.size() : after + end.size();
+    }
+    return kept;
+}
+
+std::string textWith(const std::string& station, const Words& options)
+{
+    Words words{"station"};
+    words.insert(words.end(), options.begin(), options.end());
+    words.push_back(station);
+    const ToolRun run = runTool(words);
+    EXPECT_THAT(run.exitCode, testing::AnyOf(0, 1)) << testing::PrintToString(words) << run.err;
+    expectHarmless(run.err);
+    EXPECT_THAT(run.out, Not(IsEmpty()));
+    return run.out;
+}
+
+TEST_F(HostileStation, isHarmlessAsText)
+{
+    const std::string file = stationFile("station.yaml");
+    for (const Words& words :
+         {Words{"show"}, Words{"channels"}, Words{"config"},
+          Words{"config", "--fieldbus", "modbus"}, Words{"check"},
+          Words{"channels", "--format", "st", "--scope", "program"},
+          Words{"channels", "--format", "plcopen"}, Words{"channels", "--format", "c"},
+          Words{"show", "--log-level", "trace"}}) {
+        expectHarmless(textWith(file, words));
+    }
+}
+
+TEST_F(HostileStation, comesBackFromJson)
+{
+    const std::string file = stationFile("station.yaml");
+    const Json row = Json::parse(textWith(file, {"show", "--format", "json"}));
+    EXPECT_EQ(row.at("station"), texts[0] + texts[13]);
+    ASSERT_EQ(row.at("modules").size(), texts.size());
+    const Json all = Json::parse(textWith(file, {"channels", "--format", "json"}));
+    std::size_t noted = 0;
+    for (const Json& channel : all.at("channels")) {
+        const std::size_t module = channel.at("module").get<std::size_t>() - 1;
+        EXPECT_EQ(channel.at("module_name"), texts[module]);
+        EXPECT_EQ(row.at("modules")[module].at("name"), texts[module]);
+        if (channel.at("alias") != "") {
+            EXPECT_EQ(channel.at("alias"), "a" + std::to_string(module) + texts[module]);
+            ++noted;
+        }
+    }
+    EXPECT_EQ(noted, texts.size());
+    for (const Words& words :
+         {Words{"config"}, Words{"config", "--fieldbus", "modbus"}, Words{"check"}}) {
+        Words json = words;
+        json.insert(json.end(), {"--format", "json"});
+        const std::string out = textWith(file, json);
+        expectHarmless(out);
+        EXPECT_TRUE(Json::accept(out));
+    }
+}
+
+TEST_F(HostileStation, neitherBreaksARowNorBeginsAFormulaInCsv)
+{
+    const std::string out = textWith(stationFile("station.yaml"), {"channels", "--format", "csv"});
+    expectHarmlessCsv(out);
+    EXPECT_GT(csvRows(out).size(), texts.size());
+}
+
+TEST_F(HostileStation, declaresNothingInStructuredText)
+{
+    const std::string file = stationFile("station.yaml");
+    for (const char* address : {"byte", "index", "separate"}) {
+        const std::string out =
+            textWith(file, {"channels", "--format", "st", "--address", address});
+        expectHarmless(out);
+        std::istringstream lines(withoutComments(out, "(*", "*)"));
+        for (std::string line; std::getline(lines, line);) {
+            static const std::regex expected(
+                "(    [A-Za-z_0-9]+ AT %[IQ][XBWDL][0-9.]+ : [A-Z]+;)? *|VAR_GLOBAL|END_VAR");
+            EXPECT_TRUE(std::regex_match(line, expected)) << line;
+        }
+    }
+}
+
+TEST_F(HostileStation, declaresNothingInAHeader)
+{
+    const std::string out = textWith(stationFile("station.yaml"), {"channels", "--format", "c"});
+    EXPECT_THAT(out, Not(HasSubstr("?\?/"))); // a backslash in C11
+    const std::string code = withoutComments(out, "/*", "*/");
+    EXPECT_EQ(code.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"
+                                     "0123456789_ \n#<>.,;:()[]{}=+-*/%&|~^!?\""),
+              code.npos);
+    EXPECT_THAT(code, Not(HasSubstr("int x")));
+    EXPECT_THAT(code, Not(HasSubstr("//")));
+    std::istringstream lines(code);
+    for (std::string line; std::getline(lines, line);) {
+        static const std::regex expected(" .*|[{}]?|#.*|static_assert\\(.*|typedef struct .*|"
+                                         "static inline .*|} [A-Za-z0-9_]+;|extern \"C\" \\{");
+        EXPECT_TRUE(std::regex_match(line, expected)) << line;
+    }
+}
+
+TEST_F(HostileStation, isNoMarkupInXml)
+{
+    const std::string file = stationFile("station.yaml");
+    const std::string plain = write("plain.yaml", "modules: [texts.bin]\n");
+    const auto elements = [](const std::string& xml) { return tooltest::elementsOf(xml); };
+    const std::string xml = textWith(file, {"channels", "--format", "plcopen"});
+    EXPECT_EQ(elements(xml), elements(textWith(plain, {"channels", "--format", "plcopen"})));
+    Poco::XML::DOMParser parser;
+    EXPECT_NO_THROW(
+        Poco::XML::AutoPtr<Poco::XML::Document>(parser.parseString(xml))->documentElement());
+}
+
+TEST_F(HostileStation, isHarmlessInADifference)
+{
+    const std::string before = stationFile("before.yaml");
+    std::rotate(texts.begin() + 20, texts.begin() + 21, texts.end());
+    const std::string after = stationFile("after.yaml", "last.bin");
+    expectHarmless(outputOf({"station", "diff", before, after}, 1));
+    const std::string json = outputOf({"station", "diff", "--format", "json", before, after}, 1);
+    expectHarmless(json);
+    EXPECT_TRUE(Json::accept(json));
+}
+
+TEST_F(HostileStation, choosesNoPlaceForFiles)
+{
+    const std::string images = directory.path("images");
+    outputOf({"station", "config", "--directory", images, stationFile("station.yaml")});
+    std::size_t files = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(images)) {
+        const std::string name = entry.path().filename().string();
+        EXPECT_TRUE(std::regex_match(name, std::regex("[A-Za-z0-9_%.-]+"))) << name;
+        ++files;
+    }
+    EXPECT_EQ(files, texts.size() + 1); // and station.json
+    EXPECT_TRUE(Json::accept(readFile(images + "/station.json")));
+}
+
+TEST_F(HostileStation, keepsItsTextsWhenItIsPinned)
+{
+    const std::string file = stationFile("station.yaml");
+    const std::string before = textWith(file, {"show", "--format", "json"});
+    outputOf({"station", "pin", file});
+    EXPECT_THAT(readFile(file), HasSubstr("at"));
+    Json pinned = Json::parse(textWith(file, {"show", "--format", "json"}));
+    EXPECT_EQ(pinned.at("modules"), Json::parse(before).at("modules"));
+    EXPECT_EQ(pinned.at("gaps"), Json::parse(before).at("gaps"));
+}
+
+TEST_F(HostileStation, isHarmlessInARefusal)
+{
+    for (std::size_t i = 0; i < texts.size(); i += 3) {
+        const std::string& text = texts[i];
+        const Json entry{{"module", "texts.bin"},
+                         {"name", text},
+                         {"parameters", {{text + "?", text}, {"-1+1", text + "?"}}},
+                         {"channels", {{text + "?", {{"alias", text}}}}},
+                         {text, text}};
+        const Json station{
+            {"layout", text + "?"},
+            {text + "?", text},
+            {"modules", {entry, entry, text, "/" + text, {{"module", "last.bin"}, {"at", text}}}}};
+        const std::string file = write("wrong.yaml", station.dump(1));
+        const std::string raw =
+            write("raw.yaml", "modules: {unknown: \"" + hostileTexts()[i % 32].bytes + "\"}\n" +
+                                  hostileTexts()[i % 32].bytes + ": 1\n");
+        for (const Words& words :
+             {Words{"check", file}, Words{"check", file, "--format", "json"}, Words{"show", file},
+              Words{"pin", file}, Words{"diff", file, raw}, Words{"show", raw},
+              Words{"check", raw}}) {
+            Words call{"station"};
+            call.insert(call.end(), words.begin(), words.end());
+            const ToolRun run = runTool(call);
+            SCOPED_TRACE(testing::PrintToString(call));
+            EXPECT_THAT(run.exitCode, testing::AnyOf(1, 3));
+            expectHarmless(run.out);
+            expectHarmless(run.err);
+        }
+    }
+}
+
+} // namespace
