@@ -78,6 +78,18 @@ std::vector<std::string> filesBeside(const std::filesystem::path& path,
     return names;
 }
 
+// Reading a pipe or device may never end.
+void requireEnd(const std::filesystem::path& path)
+{
+    namespace fs = std::filesystem;
+    std::error_code ignored;
+    const fs::file_status status = fs::status(path, ignored);
+    if (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status)) {
+        throw mxmodule::Failure(mxmodule::Origin::Input, path.string(),
+                                "Found a pipe or a device, expected a file");
+    }
+}
+
 } // namespace
 
 ModuleSource::ModuleSource(const std::string& station, const StationOptions& howRead,
@@ -134,6 +146,7 @@ ModuleSource::Found ModuleSource::readFile(const std::string& reference) const
 {
     const std::filesystem::path path = pathOf(reference);
     if (isSomething(path)) {
+        requireEnd(path);
         if (options.observer != nullptr) {
             options.observer->reads(path.string());
         }

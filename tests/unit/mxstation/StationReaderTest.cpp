@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include <sys/stat.h>
+
 namespace {
 
 using testing::ElementsAre;
@@ -288,6 +290,19 @@ TEST(StationReader, saysWhatIsWrongWithAFileThatIsThere)
     EXPECT_THAT(station.findings[3].text, HasSubstr("This is a station, expected an mx file"));
     EXPECT_THAT(station.findings[4].text, HasSubstr("wrong.yaml:1:"));
     EXPECT_THAT(station.findings[4].hint, HasSubstr("wrong.yaml lists all "));
+}
+
+// Reading them would never end.
+TEST(StationReader, refusesModulesThatAreNoFiles)
+{
+    const testkit::TemporaryDirectory directory;
+    ASSERT_EQ(mkfifo(directory.path("pipe.bin").c_str(), 0600), 0);
+    const auto station =
+        mxstation::stationOf("modules: [pipe.bin, /dev/zero]", directory.path("station.yaml"));
+    ASSERT_THAT(station.findings, SizeIs(2));
+    EXPECT_EQ(station.findings[0].text,
+              directory.path("pipe.bin") + ": Found a pipe or a device, expected a file");
+    EXPECT_EQ(station.findings[1].text, "/dev/zero: Found a pipe or a device, expected a file");
 }
 
 // Identifiers are text: neither of these is a number.
