@@ -128,7 +128,7 @@ std::string CChannel::functions() const
     }
     const std::string& type = words.at('t');
     const bool isWidest = type == "uint64_t" || type == "int64_t";
-    return filledWith(words, "static inline $t $p_read_$n(const $p_$i_image *image)\n"
+    return filledWith(words, "$P_FUNCTION $t $p_read_$n(const $p_$i_image *image)\n"
                              "{\n"
                              "    return " +
                                  (isWidest         ? read
@@ -136,7 +136,7 @@ std::string CChannel::functions() const
                                                    : "$P_AS($t, " + read + ")") +
                                  ";\n"
                                  "}\n"
-                                 "static inline void $p_write_$n($p_$i_image *image, $t value)\n"
+                                 "$P_FUNCTION void $p_write_$n($p_$i_image *image, $t value)\n"
                                  "{\n"
                                  "    " +
                                  write + (type == "uint64_t" ? "value" : "$P_AS(uint64_t, value)") +

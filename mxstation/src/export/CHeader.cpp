@@ -30,12 +30,19 @@ constexpr const char* beginning = R"(#ifndef $P_H
 #define $P_AS(type, value) ((type)(value))
 #endif
 
+/* A function that a program may leave unused. */
+#ifdef __GNUC__
+#define $P_FUNCTION static inline __attribute__((unused))
+#else
+#define $P_FUNCTION static inline
+#endif
+
 )";
 
 // The order of bytes is that of the loops: the same on any host.
 constexpr const char* bytesBigEndian =
     R"(/* Values of several bytes: the most significant byte first. */
-static inline uint64_t $p_get_bytes(const uint8_t *bytes, unsigned size)
+$P_FUNCTION uint64_t $p_get_bytes(const uint8_t *bytes, unsigned size)
 {
     uint64_t value = 0u;
     unsigned i;
@@ -44,7 +51,7 @@ static inline uint64_t $p_get_bytes(const uint8_t *bytes, unsigned size)
     }
     return value;
 }
-static inline void $p_put_bytes(uint8_t *bytes, unsigned size, uint64_t value)
+$P_FUNCTION void $p_put_bytes(uint8_t *bytes, unsigned size, uint64_t value)
 {
     unsigned i;
     for (i = size; i > 0u; --i) {
@@ -56,7 +63,7 @@ static inline void $p_put_bytes(uint8_t *bytes, unsigned size, uint64_t value)
 
 constexpr const char* bytesLittleEndian =
     R"(/* Values of several bytes: the least significant byte first. */
-static inline uint64_t $p_get_bytes(const uint8_t *bytes, unsigned size)
+$P_FUNCTION uint64_t $p_get_bytes(const uint8_t *bytes, unsigned size)
 {
     uint64_t value = 0u;
     unsigned i;
@@ -65,7 +72,7 @@ static inline uint64_t $p_get_bytes(const uint8_t *bytes, unsigned size)
     }
     return value;
 }
-static inline void $p_put_bytes(uint8_t *bytes, unsigned size, uint64_t value)
+$P_FUNCTION void $p_put_bytes(uint8_t *bytes, unsigned size, uint64_t value)
 {
     unsigned i;
     for (i = 0u; i < size; ++i) {
@@ -76,12 +83,12 @@ static inline void $p_put_bytes(uint8_t *bytes, unsigned size, uint64_t value)
 )";
 
 constexpr const char* otherFunctions = R"(/* The value of a signed number, `mask` has its bits. */
-static inline int64_t $p_signed(uint64_t value, uint64_t mask)
+$P_FUNCTION int64_t $p_signed(uint64_t value, uint64_t mask)
 {
     return value > (mask >> 1) ? -$P_AS(int64_t, mask - value) - 1 : $P_AS(int64_t, value);
 }
 /* Bit fields: bit 0 of the value is the bit `first` of the first byte, the other bits follow upwards. */
-static inline uint64_t $p_get_bits(const uint8_t *bytes, unsigned first, unsigned count)
+$P_FUNCTION uint64_t $p_get_bits(const uint8_t *bytes, unsigned first, unsigned count)
 {
     uint64_t value = 0u;
     unsigned i;
@@ -91,7 +98,7 @@ static inline uint64_t $p_get_bits(const uint8_t *bytes, unsigned first, unsigne
     }
     return value;
 }
-static inline void $p_put_bits(uint8_t *bytes, unsigned first, unsigned count, uint64_t value)
+$P_FUNCTION void $p_put_bits(uint8_t *bytes, unsigned first, unsigned count, uint64_t value)
 {
     unsigned i;
     for (i = 0u; i < count; ++i) {
