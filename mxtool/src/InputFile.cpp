@@ -8,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 
@@ -29,6 +30,12 @@ std::vector<char> loadBytes(const std::string& path)
 
 std::vector<char> loadBytesToReplace(const std::string& path)
 {
+    std::error_code ignored;
+    if (std::filesystem::is_fifo(path, ignored) ||
+        std::filesystem::is_character_file(path, ignored)) {
+        throw Failure(Origin::Request, path, "The file is a pipe or a device, not to be replaced",
+                      "name an output with -o, - for standard output");
+    }
     return mxmodule::readFile(path);
 }
 

@@ -20,7 +20,8 @@ void addModuleFile(CLI::App& verb, std::string& file);
 std::vector<char> loadBytes(const std::string& path);
 
 /// Returns the bytes of the file at `path`, which the verb writes as well: it is no input whose
-/// loss is to be prevented. Throws a `Failure`.
+/// loss is to be prevented. Throws a `Failure`, also for a pipe or a device, which cannot be
+/// replaced.
 std::vector<char> loadBytesToReplace(const std::string& path);
 
 /// Returns the mx file at `path` ("-": standard input), built if it is a text form. Every verb

@@ -7,6 +7,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <sys/stat.h>
+
 #include <filesystem>
 
 namespace {
@@ -264,6 +266,18 @@ TEST(StationVerbs, pinKeepsAddressesAndComments)
     EXPECT_EQ(runTool({"station", "pin", file}).exitCode, 0);
     EXPECT_EQ(readFile(file), pinned);
     EXPECT_THAT(stations.files(), ElementsAre("row.yaml"));
+}
+
+// Its text is gone after reading, and nothing would read what is written.
+TEST(StationVerbs, pinReplacesNoPipe)
+{
+    const Stations stations;
+    const std::string pipe = stations.path("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const ToolRun run = runTool({"station", "pin", pipe});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(run.err, pipe + ": error: The file is a pipe or a device, not to be replaced\n"
+                              "hint: name an output with -o, - for standard output\n");
 }
 
 TEST(StationVerbs, nameWhatTheCallLacks)
