@@ -73,13 +73,15 @@ TEST_P(HelpOfVerb, endsWithAnExampleThatPrintsWhatItSays)
 INSTANTIATE_TEST_SUITE_P(Verbs, HelpOfVerb,
                          testing::Values("", "groups", "show", "channels", "config", "populate",
                                          "devices", "new", "build", "dump", "check", "explain",
-                                         "diff"));
+                                         "diff", "station", "station show", "station channels",
+                                         "station config", "station check", "station diff",
+                                         "station pin"));
 
 TEST(Help, ofTheProgramNamesEveryVerbAndExitCode)
 {
     const ToolRun help = runTool({"--help"});
     for (const char* word : {"groups", "show", "channels", "config", "populate", "devices", "new",
-                             "build", "dump", "check", "explain", "diff", "  0  done",
+                             "build", "dump", "check", "explain", "diff", "station", "  0  done",
                              "  3  an input cannot be read or is malformed"}) {
         EXPECT_THAT(help.out, HasSubstr(word));
     }

@@ -18,7 +18,22 @@ constexpr const char* stationChannelsFooter =
     R"(Exit codes: 1 when an address cannot be stated in the chosen way; a comment gives the reason.
 
 Example:
-  $ mxtool station channels examples/stations/pump-house.yaml --format st
+  $ mxtool station channels examples/stations/smallest.yaml
+  Position  Module  Channel  Alias  Symbol  Byte  Bit  Bits  Comment
+  1         MX0108  DI 1            IX0_0   0     0    1
+  1         MX0108  DI 2            IX0_1   0     1    1
+  1         MX0108  DI 3            IX0_2   0     2    1
+  1         MX0108  DI 4            IX0_3   0     3    1
+  1         MX0108  DI 5            IX0_4   0     4    1
+  1         MX0108  DI 6            IX0_5   0     5    1
+  1         MX0108  DI 7            IX0_6   0     6    1
+  1         MX0108  DI 8            IX0_7   0     7    1
+  2         MX0204  Relay 1         QX0_0   0     0    1
+  2         MX0204  Relay 2         QX0_1   0     1    1
+  2         MX0204  Relay 3         QX0_2   0     2    1
+  2         MX0204  Relay 4         QX0_3   0     3    1
+  3         MX0302  AI 1            IW1     1     0    16
+  3         MX0302  AI 2            IW3     3     0    16
 )";
 
 mxstation::Declarations declared(const StationChannelsOptions& options, const mxstation::Plan& plan)

@@ -17,7 +17,15 @@ namespace mxtool {
 namespace {
 
 constexpr const char* stationConfigFooter = R"(Example:
-  $ mxtool station config examples/stations/pump-house.yaml --fieldbus modbus
+  $ mxtool station config examples/stations/smallest.yaml
+  smallest
+
+  Position  Name    Module    Bytes  From byte  Parameter image
+  1         MX0108  5a010108  2      0          01 00
+  2         MX0204  5a020204  10     0          00 00 64 00 64 00 64 00 64 00
+  3         MX0302  5a030302  6      0          01 00 00 01 00 00
+
+  Every parameter has its default.
 )";
 
 struct StationConfigOptions

@@ -13,6 +13,12 @@ constexpr const char* stationDiffFooter = R"(Exit codes: 1 when the stations dif
 
 Example:
   $ mxtool station diff examples/stations/pump-house.yaml examples/stations/pump-house.yaml
+  A: examples/stations/pump-house.yaml
+  B: examples/stations/pump-house.yaml
+
+  No address and no parameter differs
+
+  Verdict: a program bound to A still reads the same values from B
 )";
 
 struct StationDiffOptions

@@ -11,6 +11,15 @@ namespace {
 
 constexpr const char* stationPinFooter = R"(Example:
   $ mxtool station pin examples/stations/smallest.yaml -o -
+  # yaml-language-server: $schema=../../share/parser-mx/mx-station.schema.json
+  # The least that a station needs: its modules in their order. Their data follow each other without a gap.
+  modules:
+    - module: ../modules/MX0108.yaml # 8 digital inputs: input byte 0
+      at: {in: 0}
+    - module: ../modules/MX0204.yaml # 4 relays: output byte 0
+      at: {out: 0}
+    - module: ../modules/MX0302.yaml # 2 analogue inputs: input bytes 1 to 4
+      at: {in: 1}
 )";
 
 struct StationPinOptions
@@ -32,8 +41,8 @@ ExitCode pinStation(const StationPinOptions& options)
 
 void addStationPinVerb(CLI::App& station, const GlobalOptions& /*global*/, const VerbChoice& choose)
 {
-    CLI::App* verb = station.add_subcommand(
-        "pin", "Write the addresses of now into the file, so that later changes move none");
+    CLI::App* verb =
+        station.add_subcommand("pin", "Write the present addresses into the file to keep them");
     auto options = std::make_shared<StationPinOptions>();
     addStationChoice(*verb, options->station);
     verb->add_option("-o,--output", options->output,
