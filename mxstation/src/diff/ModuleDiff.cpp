@@ -52,16 +52,18 @@ void addFileChange(const ModulePair& pair, StationDifference& difference)
 
 } // namespace
 
-void addSingleModule(const ModulePair& pair, StationDifference& difference)
+void addNewModule(const PlannedModule& module, StationDifference& difference)
 {
-    if (pair.a == nullptr) {
-        difference.changes.push_back(
-            {ChangeKind::ModuleAdded, pair.b->name, "", "", moduleText(*pair.b), false});
-    } else {
-        const bool hasData = pair.a->input.size + pair.a->output.size != 0;
-        difference.changes.push_back(
-            {ChangeKind::ModuleRemoved, pair.a->name, "", moduleText(*pair.a), "", hasData});
-    }
+    difference.changes.push_back(
+        {ChangeKind::ModuleAdded, module.name, "", "", moduleText(module), false});
+}
+
+void addRemovedModule(const PlannedModule& module, const std::vector<const Channel*>& channels,
+                      StationDifference& difference)
+{
+    const bool hasValues = module.input.size + module.output.size != 0 || !channels.empty();
+    difference.changes.push_back(
+        {ChangeKind::ModuleRemoved, module.name, "", moduleText(module), "", hasValues});
 }
 
 void addModuleChanges(const ModulePair& pair, StationDifference& difference)

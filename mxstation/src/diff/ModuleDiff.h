@@ -28,8 +28,13 @@ private:
     std::vector<std::vector<const Channel*>> channels;
 };
 
-/// Adds the change that only one of the stations has the module.
-void addSingleModule(const ModulePair& pair, StationDifference& difference);
+/// Adds the change that only B has `module`.
+void addNewModule(const PlannedModule& module, StationDifference& difference);
+
+/// Adds the change that only A has `module`, with `channels`. They may be without data: the size of
+/// the data is what the mx file states.
+void addRemovedModule(const PlannedModule& module, const std::vector<const Channel*>& channels,
+                      StationDifference& difference);
 
 /// Adds the changes of a module that both stations have, without those of its channels.
 void addModuleChanges(const ModulePair& pair, StationDifference& difference);

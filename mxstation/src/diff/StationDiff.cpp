@@ -117,8 +117,12 @@ void addModules(const Plan& a, const Plan& b, const std::vector<ModulePair>& pai
     const ChannelsOfModules channelsOfA(a);
     const ChannelsOfModules channelsOfB(b);
     for (const ModulePair& pair : pairs) {
-        if (pair.a == nullptr || pair.b == nullptr) {
-            addSingleModule(pair, difference);
+        if (pair.a == nullptr) {
+            addNewModule(*pair.b, difference);
+            continue;
+        }
+        if (pair.b == nullptr) {
+            addRemovedModule(*pair.a, channelsOfA.of(*pair.a), difference);
             continue;
         }
         addModuleChanges(pair, difference);

@@ -5,7 +5,12 @@
 #include "../StatedStation.h"
 
 #include <gmock/gmock.h>
+#include <mxmodule/ReadFile.h>
 #include <nlohmann/json.hpp>
+
+#include <TemporaryDirectory.h>
+
+#include <fstream>
 
 namespace {
 
@@ -103,6 +108,27 @@ TEST(StationDiff, findsRemovedModules)
                                                       "!",
                                                       "module removed Supply : 0bc1e800 > "));
     EXPECT_THAT(difference.reasons(), ElementsAre("the module \"Levels\" is gone"));
+}
+
+// A module whose mx file states no data may have channels all the same: a program reads them.
+TEST(StationDiff, missesTheChannelsOfAModuleWithoutData)
+{
+    const auto bytes = mxmodule::readFile(std::string(EXAMPLE_TEXTS) + "/MX0001.yaml");
+    std::string text(bytes.begin(), bytes.end());
+    text.resize(text.find("dataSizes:"));
+    const testkit::TemporaryDirectory directory;
+    std::ofstream(directory.path("none.yaml")) << text << "dataSizes: ['Diagnosis,s=B']\n";
+    std::ofstream(directory.path("one.yaml")) << text << "dataSizes: ['Diagnosis,s=B']\n"
+                                              << "channels: [{name: A, in: Bit}]\n";
+    const auto planOf = [&directory](const std::string& modules) {
+        return mxstation::plan(
+            mxstation::stationOf("modules: [" + modules + "]", directory.path("station.yaml")));
+    };
+    const auto withChannel = planOf("one.yaml");
+    ASSERT_EQ(withChannel.input.size, 0U);
+    ASSERT_EQ(withChannel.channels.size(), 1U);
+    EXPECT_TRUE(compare(planOf("none.yaml"), planOf("")).sameValues());
+    EXPECT_FALSE(compare(withChannel, planOf("")).sameValues());
 }
 
 TEST(StationDiff, findsAnotherType)
