@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 namespace mxstation {
 
@@ -41,13 +42,14 @@ bool isSomething(const std::filesystem::path& path)
     return isName && std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
 }
 
-// Why there is no module, of the errors of its file the first.
+// Why there is no module: of the errors of its file the first. The last of several findings only
+// says how many there are.
 Finding reasonOf(const mxmodule::Failure& failure, const std::string& file)
 {
     const auto isError = [](const Finding& one) { return one.severity == Severity::Error; };
     const auto& all = failure.findings();
     const auto first = std::find_if(all.begin(), all.end(), isError);
-    const auto count = std::count_if(all.begin(), all.end(), isError);
+    const auto count = std::count_if(all.begin(), std::prev(all.end()), isError);
     Finding finding = first == all.end() ? failure.reason() : *first;
     if (!finding.place.empty()) {
         finding.text = finding.place + ": " + finding.text;

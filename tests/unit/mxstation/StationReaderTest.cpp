@@ -279,7 +279,8 @@ TEST(StationReader, saysWhatIsWrongWithAFileThatIsThere)
     std::filesystem::create_directory(directory.path("folder.bin"));
     std::ofstream(directory.path("empty.bin"));
     std::ofstream(directory.path("row.yaml")) << "modules: []\n";
-    std::ofstream(directory.path("wrong.yaml")) << "module: {identifier: 5a010203, x: 1, y: 2}\n";
+    std::ofstream(directory.path("wrong.yaml"))
+        << "module: {type: 1, id: 0x5a010203, x: 1, y: 2}\n";
     const auto station =
         mxstation::stationOf("modules: [link.bin, folder.bin, empty.bin, row.yaml, wrong.yaml]",
                              directory.path("row.yaml"));
@@ -289,7 +290,7 @@ TEST(StationReader, saysWhatIsWrongWithAFileThatIsThere)
     EXPECT_THAT(station.findings[2].text, HasSubstr("The file is empty"));
     EXPECT_THAT(station.findings[3].text, HasSubstr("This is a station, expected an mx file"));
     EXPECT_THAT(station.findings[4].text, HasSubstr("wrong.yaml:1:"));
-    EXPECT_THAT(station.findings[4].hint, HasSubstr("wrong.yaml lists all "));
+    EXPECT_THAT(station.findings[4].hint, HasSubstr("wrong.yaml lists all 2 errors"));
 }
 
 // Reading them would never end.
