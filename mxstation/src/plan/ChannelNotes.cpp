@@ -87,6 +87,22 @@ void addAmbiguous(const ChannelNote& note, const std::vector<CalledChannel>& cha
                  accepted);
 }
 
+// The one channel of `called` that the note is about; an error and nothing if it is not one.
+std::optional<std::size_t> indexOf(const ChannelNote& note,
+                                   const std::vector<CalledChannel>& channels,
+                                   const std::vector<std::size_t>& called, PlanFindings& findings)
+{
+    if (called.size() == 1) {
+        return called.front();
+    }
+    if (called.empty()) {
+        addUnknown(note, channels, findings);
+    } else {
+        addAmbiguous(note, channels, called, findings);
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 std::vector<const ChannelNote*> ChannelNotes::of(const Entry& entry,
@@ -104,23 +120,21 @@ std::vector<const ChannelNote*> ChannelNotes::of(const Entry& entry,
         if (findings.isFull()) {
             break; // finding the nearest names takes time
         }
-        const std::vector<std::size_t>& called = byWord[note.channel];
-        if (called.empty()) {
-            addUnknown(note, channels, findings);
-        } else if (called.size() > 1) {
-            addAmbiguous(note, channels, called, findings);
-        } else if (noted[called[0]] != nullptr) {
+        const auto index = indexOf(note, channels, byWord[note.channel], findings);
+        if (!index) {
+            continue;
+        }
+        if (noted[*index] != nullptr) {
             findings.add(note.place, Severity::Error,
                          fmt::format("this is the channel {}, noted {} as well",
-                                     channels[called[0]].shown(),
-                                     lineText(noted[called[0]]->place)));
+                                     channels[*index].shown(), lineText(noted[*index]->place)));
         } else {
-            noted[called[0]] = &note;
+            noted[*index] = &note;
         }
-        if (called.size() == 1 && called[0] >= notes.size()) {
+        if (*index >= notes.size()) {
             findings.add(note.place, Severity::Warning,
                          fmt::format("the channel {} has no address, the note has no effect",
-                                     channels[called[0]].shown()));
+                                     channels[*index].shown()));
         }
     }
     std::copy_n(noted.begin(), notes.size(), notes.begin());
