@@ -46,7 +46,7 @@ NamedLayout aligned()
     image.statusBehind = 1;
     NamedLayout named{layoutOf("aligned", image),
                       "as in the row; each module begins at a multiple of 8, where its channels "
-                      "lie as at byte 0; a byte of status behind, the least significant byte "
+                      "lie as at byte 0; a byte of status after them, the least significant byte "
                       "first, at most 250 modules"};
     named.layout.mostModules = 250;
     named.layout.byteOrder = ByteOrder::Little;

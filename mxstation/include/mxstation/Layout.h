@@ -28,7 +28,7 @@ enum class ByteOrder
 /// How a coupler lays out one process image. Numbers are bytes.
 ///
 /// An image is, in this order: the status bytes before, the data of the modules, the status bytes
-/// behind, the padding of the whole.
+/// after them, the padding of the whole.
 struct ImageLayout
 {
     std::uint32_t start = 0;                ///< Address of the first byte of the image.

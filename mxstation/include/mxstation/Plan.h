@@ -111,7 +111,8 @@ struct Plan
 
 /// Plans `station`: gives each module its place by the layout, translates it there, and writes its
 /// values into its parameter image. Modules that are not pinned follow the entry before them.
-/// Problems are `Plan::findings`, all of them, in the order of the station.
+/// Problems are `Plan::findings`: those of the text, then those of the plan, each in the order of
+/// the text; of more than 100 errors, and of more than 100 warnings and notes, the rest is one.
 ///
 /// A module whose channels lie elsewhere from its first byte than at offset 0, or outside its data,
 /// is a warning: addresses are those of the parser all the same.

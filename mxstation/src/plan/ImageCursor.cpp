@@ -67,10 +67,11 @@ void ImageCursor::checkPin(const Slot& slot)
 
 void ImageCursor::finish()
 {
-    const std::uint64_t behind = position + layout.statusBehind;
-    const std::uint64_t end = layout.start + roundedUp(behind - layout.start, layout.imagePadding);
-    addGap(GapReason::Status, position, behind);
-    addGap(GapReason::Padding, behind, end);
+    const std::uint64_t statusEnd = position + layout.statusBehind;
+    const std::uint64_t end =
+        layout.start + roundedUp(statusEnd - layout.start, layout.imagePadding);
+    addGap(GapReason::Status, position, statusEnd);
+    addGap(GapReason::Padding, statusEnd, end);
     whole.size = end - layout.start;
 }
 

@@ -60,7 +60,7 @@ private:
         return isPossible;
     }
 
-    // Further modules would be translated in vain.
+    // With too many modules none is translated: there is no plan.
     bool requireFewModules()
     {
         std::size_t count = 0;

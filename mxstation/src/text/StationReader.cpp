@@ -57,7 +57,6 @@ void readModules(const YamlNode& list, ModuleSource& modules, Station& station,
     std::size_t count = 0;
     std::size_t bytes = 0;
     for (const YamlNodeP& item : list.items) {
-        Entry entry;
         const bool isModule =
             item->kind != YamlNode::Kind::Map ||
             std::any_of(item->members.begin(), item->members.end(),
