@@ -194,7 +194,7 @@ Composition Module::compose(const std::vector<Assignment>& assignments,
                             const ComposeOptions& options) const
 {
     const std::vector<char>& image = options.image ? *options.image : defaultImage();
-    if (const auto wrongSize = sizeFinding(image, content->report(), options.imagePlace)) {
+    if (const auto wrongSize = sizeFinding(image, defaultImage(), options.imagePlace)) {
         return {{}, {}, {*wrongSize}, {}};
     }
     Composition composition = mxmodule::compose(*content, image, assignments, options.check);
@@ -214,7 +214,7 @@ Configuration Module::decode(const std::vector<char>& bytes, Fieldbus fieldbus,
 Configuration Module::configuration(const std::vector<char>& image, Fieldbus fieldbus,
                                     const std::string& place) const
 {
-    requireImageSize(image, content->report(), place);
+    requireImageSize(image, defaultImage(), place);
     return shared(configurationOf(*content, image, fieldbus), content, place);
 }
 
@@ -225,7 +225,7 @@ Configuration Module::defaults(Fieldbus fieldbus) const
 
 std::vector<std::uint16_t> Module::registers(const std::vector<char>& image) const
 {
-    requireImageSize(image, content->report(), "");
+    requireImageSize(image, defaultImage(), "");
     return registersOf(*content, image);
 }
 

@@ -1,6 +1,7 @@
 #include "mxmodule/ModuleFile.h"
 
 #include "ExpectedKind.h"
+#include "ModuleFileContent.h"
 #include "SourcePlace.h"
 #include "TextBuild.h"
 #include "check/FileCheck.h"
@@ -9,25 +10,15 @@
 
 #include <devices/parser/mx/Parser.h>
 #include <mxauthor/SourceMap.h>
-#include <mxauthor/TextForm.h>
 
 #include <fmt/format.h>
 #include <text/ControlCharacters.h>
 #include <text/Counted.h>
 #include <text/Utf8.h>
 
-#include <optional>
 #include <utility>
 
 namespace mxmodule {
-
-struct ModuleFile::Content
-{
-    std::string name;
-    std::vector<char> bytes;
-    std::string source; // of the text form
-    std::optional<mxauthor::BuildResult> built;
-};
 
 namespace {
 
@@ -75,6 +66,15 @@ bool isIntact(const std::vector<char>& bytes)
     }
 }
 
+std::shared_ptr<const std::vector<char>> loadedForm(const std::vector<char>& bytes)
+{
+    auto loaded = std::make_shared<std::vector<char>>();
+    loaded->reserve(bytes.size() + 1);
+    *loaded = bytes;
+    loaded->push_back('\xFF');
+    return loaded;
+}
+
 } // namespace
 
 ModuleFile ModuleFile::read(const std::string& path, Observer* observer)
@@ -98,6 +98,7 @@ ModuleFile::ModuleFile(std::string name, std::vector<char> bytes, Observer* obse
         bytes = bytesOf(*made->built);
     }
     made->name = std::move(name);
+    made->loaded = loadedForm(bytes);
     made->bytes = std::move(bytes);
     content = std::move(made);
 }

@@ -1,6 +1,7 @@
 #include "TranslatedModule.h"
 
 #include "ImageWriter.h"
+#include "ModuleFileContent.h"
 #include "ProcessParser.h"
 #include "SourcePlace.h"
 
@@ -14,15 +15,6 @@
 namespace mxmodule {
 
 namespace {
-
-std::shared_ptr<const std::vector<char>> loadedForm(const std::vector<char>& bytes)
-{
-    auto loaded = std::make_shared<std::vector<char>>();
-    loaded->reserve(bytes.size() + 1);
-    *loaded = bytes;
-    loaded->push_back('\xFF');
-    return loaded;
-}
 
 std::vector<const std::uint8_t*> recordsOf(const TranslatedModule::Device& device)
 {
@@ -44,7 +36,7 @@ TranslatedModule::TranslatedModule(const ModuleFile& file, ImageOffsets offsets,
     : fileName(file.name()),
       isText(file.isText()),
       imageOffsets(offsets),
-      mxData(loadedForm(file.bytes()))
+      mxData(file.content->loaded)
 {
     try {
         translate(block ? &*block : nullptr, observer);

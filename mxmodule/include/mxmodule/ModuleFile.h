@@ -10,6 +10,8 @@
 
 namespace mxmodule {
 
+class TranslatedModule;
+
 /// The bytes of an mx file, as read or built from its text form. Immutable; a copy shares them.
 class MXMODULE_API ModuleFile
 {
@@ -45,6 +47,7 @@ public:
     ~ModuleFile() = default;
 
 private:
+    friend class TranslatedModule;
     struct Content;
     std::shared_ptr<const Content> content;
 };

@@ -50,12 +50,19 @@ std::optional<std::string> obstacle(const DeviceReport::Parameter& parameter, st
 // Throws `std::runtime_error` with the parser's text.
 std::vector<char> registerBytes(const TranslatedModule& module, const std::vector<char>& image)
 {
-    TranslatedModule::Device device = module.deviceWith(image);
     std::vector<char> registers;
-    withParser(nullptr, [&](TranslatedModule::Parser& parser) {
-        registers = *parser.getCalculatedRawConfig(devices::parser::FieldbusType::Modbus,
-                                                   module.bytes(), &device, nullptr);
-    });
+    const auto calculate = [&](TranslatedModule::Device& device) {
+        withParser(nullptr, [&](TranslatedModule::Parser& parser) {
+            registers = *parser.getCalculatedRawConfig(devices::parser::FieldbusType::Modbus,
+                                                       module.bytes(), &device, nullptr);
+        });
+    };
+    if (image == *module.device().privateProps.defaultParameterBlock) {
+        calculate(module.device());
+    } else {
+        TranslatedModule::Device changed = module.deviceWith(image);
+        calculate(changed);
+    }
     return registers;
 }
 

@@ -131,22 +131,22 @@ std::size_t decodedSize(Fieldbus fieldbus, const TranslatedModule& module)
                                      : sizeOfRegisters(placesInRegisters(device));
 }
 
-std::optional<Finding> sizeFinding(const std::vector<char>& image, const DeviceReport& device,
+std::optional<Finding> sizeFinding(const std::vector<char>& image, const std::vector<char>& own,
                                    const std::string& place)
 {
-    if (image.size() == device.parameterBlock.size()) {
+    if (image.size() == own.size()) {
         return std::nullopt;
     }
     return Finding{Severity::Error, place,
                    fmt::format("Found {}, expected the {} of the module's parameter image",
                                text::counted(image.size(), "byte"),
-                               text::counted(device.parameterBlock.size(), "byte"))};
+                               text::counted(own.size(), "byte"))};
 }
 
-void requireImageSize(const std::vector<char>& image, const DeviceReport& device,
+void requireImageSize(const std::vector<char>& image, const std::vector<char>& own,
                       const std::string& place)
 {
-    if (auto finding = sizeFinding(image, device, place)) {
+    if (auto finding = sizeFinding(image, own, place)) {
         throw Failure(std::move(*finding));
     }
 }
@@ -157,7 +157,7 @@ std::vector<char> decodedImage(const std::vector<char>& bytes, Fieldbus fieldbus
     rejectOtherKind(bytes.size(), fieldbus, module, place);
     const DeviceReport& device = module.report();
     if (fieldbus == Fieldbus::Raw) {
-        requireImageSize(bytes, device, place);
+        requireImageSize(bytes, device.parameterBlock, place);
         return bytes;
     }
     try {

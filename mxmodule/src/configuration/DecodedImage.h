@@ -19,14 +19,14 @@ std::size_t decodedSize(Fieldbus fieldbus, const TranslatedModule& module);
 std::vector<char> decodedImage(const std::vector<char>& bytes, Fieldbus fieldbus,
                                const TranslatedModule& module, const std::string& place);
 
-/// Returns an error at `place` if the size of `image` is not that of the parameter image of
-/// `device`.
-std::optional<Finding> sizeFinding(const std::vector<char>& image, const DeviceReport& device,
+/// Returns an error at `place` if `image` has another size than the parameter image `own` of its
+/// module.
+std::optional<Finding> sizeFinding(const std::vector<char>& image, const std::vector<char>& own,
                                    const std::string& place);
 
-/// Throws a `Failure` with `place` when the size of `image` is not that of the parameter image of
-/// `device`.
-void requireImageSize(const std::vector<char>& image, const DeviceReport& device,
+/// Throws a `Failure` with `place` when `image` has another size than the parameter image `own` of
+/// its module.
+void requireImageSize(const std::vector<char>& image, const std::vector<char>& own,
                       const std::string& place);
 
 /// Throws a `Failure` at `place` when `deviceTypeId` is not the module type of `device`, which the

@@ -158,7 +158,7 @@ private:
         }
         const DeviceReport& device = module.report();
         requireIdentity(values.deviceTypeId, device, module.name(), name);
-        requireImageSize(*values.image, device, name);
+        requireImageSize(*values.image, device.parameterBlock, name);
         ReadImage read{std::move(*values.image), {}};
         if (values.deviceTypeId.empty()) {
             read.findings.push_back(missingIdentity());

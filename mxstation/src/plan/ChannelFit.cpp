@@ -116,6 +116,9 @@ std::optional<mxmodule::Finding> fitFinding(const mxmodule::ChannelMap& map, boo
 
 std::vector<mxmodule::Finding> fitFindings(const mxmodule::ChannelMap& map, const Layout& layout)
 {
+    if (map.displaced().empty() && map.outside().empty()) {
+        return {};
+    }
     std::vector<mxmodule::Finding> findings;
     for (const bool isInput : {true, false}) {
         const ImageLayout& image = isInput ? layout.input : layout.output;

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <text/Beginning.h>
 
-#include <filesystem>
 #include <map>
 #include <set>
 
@@ -13,8 +12,11 @@ namespace {
 
 std::string nameOfReference(const Entry& entry)
 {
-    const std::string& file = entry.reference.empty() ? entry.module->name() : entry.reference;
-    const std::string stem = std::filesystem::path(file).stem().string();
+    const std::string& path = entry.reference.empty() ? entry.module->name() : entry.reference;
+    const std::string file = path.substr(path.rfind('/') + 1);
+    const auto dot = file.rfind('.');
+    const bool hasExtension = dot != std::string::npos && dot != 0 && file != "..";
+    const std::string stem = hasExtension ? file.substr(0, dot) : file;
     return stem.empty() ? "Module" : stem;
 }
 

@@ -77,6 +77,15 @@ const PlacedModule* PlacedModules::at(std::size_t index) const
     return modules[index] ? &*modules[index] : nullptr;
 }
 
+std::size_t PlacedModules::countOfChannels() const
+{
+    std::size_t count = 0;
+    for (const auto& module : modules) {
+        count += module ? module->map.channels().size() : 0;
+    }
+    return count;
+}
+
 bool PlacedModules::isComplete() const
 {
     for (std::size_t i = 0; i < modules.size(); ++i) {
@@ -145,7 +154,9 @@ void PlacedModules::translate(std::size_t index, std::uint64_t input, std::uint6
     options.offsets.input = static_cast<unsigned>(std::min(input, lastAddress));
     options.offsets.output = static_cast<unsigned>(std::min(output, lastAddress));
     try {
-        const mxmodule::Module module(*entry.module, options);
+        const ModuleShape* const shape = shapeOf(entry);
+        const mxmodule::Module module = shape == nullptr ? mxmodule::Module(*entry.module, options)
+                                                         : shape->module.at(options.offsets);
         modules[index].emplace(PlacedModule{module, module.channelMap()});
     } catch (const mxmodule::Failure& failure) {
         const mxmodule::Finding& reason = failure.reason();
@@ -155,7 +166,8 @@ void PlacedModules::translate(std::size_t index, std::uint64_t input, std::uint6
     }
     const mxmodule::ChannelMap& map = modules[index]->map;
     shapes.try_emplace(entry.module->bytes().data(),
-                       ModuleShape{map.data(true).size, map.data(false).size, isOfBits(map)});
+                       ModuleShape{modules[index]->module, map.data(true).size,
+                                   map.data(false).size, isOfBits(map)});
 }
 
 const ModuleShape* PlacedModules::shapeOf(const Entry& entry) const

@@ -12,6 +12,7 @@ namespace mxstation {
 /// What modules of one mx file have in common wherever they are.
 struct ModuleShape
 {
+    mxmodule::Module module;  ///< Somewhere in the images.
     std::uint64_t input = 0;  ///< Input data, in bytes.
     std::uint64_t output = 0; ///< Output data, in bytes.
     bool isOfBits = false;    ///< Has channels, none of a byte or more.
@@ -34,6 +35,9 @@ public:
     /// Returns the module of the entry `index`; null for a reserved place, and for a module that
     /// cannot be translated or has no possible place.
     const PlacedModule* at(std::size_t index) const;
+
+    /// Returns the number of channels of all modules that have a place in an image.
+    std::size_t countOfChannels() const;
 
     const ImageCursor& input() const { return inputCursor; }
     const ImageCursor& output() const { return outputCursor; }

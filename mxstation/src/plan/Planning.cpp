@@ -85,6 +85,7 @@ private:
         addGaps(placed.input());
         addGaps(placed.output());
         plan.modules.reserve(station.entries.size());
+        plan.channels.reserve(placed.countOfChannels());
         for (std::size_t i = 0; i < station.entries.size(); ++i) {
             if (const PlacedModule* const module = placed.at(i)) {
                 addModule(i, names[i], *module, placed.isComplete());
