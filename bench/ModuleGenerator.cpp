@@ -152,9 +152,11 @@ Bytes parameterBlock()
 testkit::MxBuffer groups(const ModuleShape& shape, std::uint32_t moduleId, std::size_t spare)
 {
     Dice dice;
-    std::string sizes = "Parameter=";
-    sizes.append(blockSize / 4, 'D');
-    testkit::MxBuffer module = testkit::minimalModule({"InData=W", "OutData=W", sizes}, moduleId);
+    // Four bytes for each channel are enough for those of either direction.
+    const std::string data(std::max(shape.channels, 1U), 'D');
+    const std::string block(blockSize / 4, 'D');
+    testkit::MxBuffer module = testkit::minimalModule(
+        {"InData=" + data, "OutData=" + data, "Parameter=" + block}, moduleId);
     module.group(mxformat::group::parameterBlock, parameterBlock())
         .group(mxformat::group::parameters, parameterRecords(shape, dice))
         .group(mxformat::group::optionLists, optionLists(shape, dice))

@@ -1,4 +1,5 @@
 // The cost of libmxmodule over the translation that each module needs.
+#include "Assignments.h"
 #include "ModuleGenerator.h"
 #include "TranslationCost.h"
 
@@ -6,14 +7,13 @@
 
 #include <benchmark/benchmark.h>
 
-#include <string>
 #include <vector>
 
 namespace {
 
+using bench::assignments;
 using bench::floorOfTree;
 using bench::parse;
-using mxmodule::Assignment;
 using mxmodule::Fieldbus;
 using mxmodule::Module;
 
@@ -44,21 +44,6 @@ void fromFileWithChannelMap(benchmark::State& state, const bench::ModuleShape& s
         benchmark::DoNotOptimize(map.displaced());
         benchmark::DoNotOptimize(map.outside());
     }
-}
-
-// The first `count` parameters, each set to its present value in another form, so that none is
-// taken as unchanged.
-std::vector<Assignment> assignments(const Module& module, std::size_t count)
-{
-    std::vector<Assignment> all;
-    for (const mxmodule::Parameter& parameter : module.parameters()) {
-        if (all.size() < count) {
-            const std::string sign = parameter.digits.front() == '-' ? "" : "+";
-            all.push_back({"#" + parameter.id,
-                           parameter.hasOptions ? "#" + parameter.value : sign + parameter.digits});
-        }
-    }
-    return all;
 }
 
 void compose(benchmark::State& state)

@@ -53,6 +53,16 @@ void mxtoolShow(benchmark::State& state)
                 directory.write("MX0001.bin", bench::generateModule(bench::smallModule))});
 }
 
+void mxtoolVersion(benchmark::State& state)
+{
+    run(state, {MXTOOL_PROGRAM, "--version"});
+}
+
+void mxtoolStationShow(benchmark::State& state)
+{
+    run(state, {MXTOOL_PROGRAM, "station", "show", ROW_OF_EXAMPLES});
+}
+
 void loadOnly(benchmark::State& state)
 {
     run(state, {LOAD_ONLY_PROGRAM});
@@ -61,4 +71,6 @@ void loadOnly(benchmark::State& state)
 } // namespace
 
 BENCHMARK(mxtoolShow)->UseRealTime();
+BENCHMARK(mxtoolVersion)->UseRealTime();
+BENCHMARK(mxtoolStationShow)->UseRealTime();
 BENCHMARK(loadOnly)->UseRealTime();

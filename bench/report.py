@@ -15,6 +15,8 @@ RATIOS = [
     ("module: fromFileWithChannelMap/{}", "module: parse/{}", {"small": 1.2, "large": 1.2}),
     ("module: compose/1000", "module: parse/large", {"": 2.0}),
     ("module: decode/{}", "module: parse/large", {"raw": 1.5, "modbus": 1.5}),
+    ("station: planOfRow/{}", "station: translationsOfRow/{}", {"64": 1.3, "250": None, "1000": None}),
+    ("station: planOfExamples", "station: translationsOfExamples", {"": 1.3}),
     ("process: mxtoolShow/real_time", "process: loadOnly/real_time", {"": 3}),
 ]
 
@@ -51,6 +53,7 @@ def ratio_lines(found):
                 yield first, second, found[first][0] / found[second][0], limit
     yield from growth_lines(found)
     yield from populate_lines(found)
+    yield from station_lines(found)
 
 
 def growth_lines(found):
@@ -71,6 +74,20 @@ def populate_lines(found):
         if populate in found and loop in found and translation in found:
             together = found[loop][0] + found[translation][0]
             yield populate, "bareLoop + translationAlone", found[populate][0] / together, 1.7
+
+
+def station_lines(found):
+    plan, translations, compose = (f"station: {name}/64" for name in (
+        "planWithValues", "translationsOfRow", "composeCalls"))
+    if plan in found and translations in found and compose in found:
+        allowed = 1.3 * found[translations][0] + found[compose][0]
+        yield plan, "1.3 translations + compose", found[plan][0] / allowed, 1.0
+    start, end = "station: planOfRow/64", "station: planOfRow/1000"
+    if start in found and end in found:
+        yield "station: time per module of 1,000", "of 64", found[end][0] / 1000 / (found[start][0] / 64), None
+    show, version = (f"process: mxtool{name}/real_time" for name in ("StationShow", "Version"))
+    if show in found and version in found:
+        yield show, "mxtoolVersion + 30 ms", found[show][0] / (found[version][0] + 30e6), 1.0
 
 
 def main():
