@@ -97,13 +97,13 @@ std::string withoutComments(std::string code, const std::string& begin, const st
     return kept;
 }
 
-// Whether a line of a header begins as one that is not made of texts.
+// Whether a line of a header begins as one that is not made of texts. Functions begin with a macro
+// whose name has the prefix of the station.
 bool beginsAsCode(const std::string& line)
 {
-    const Words begins{" ", "{", "}", "#", "static_assert(", "static inline ", "typedef struct "};
-    return line.empty() || std::any_of(begins.begin(), begins.end(), [&line](const auto& begin) {
-               return line.compare(0, begin.size(), begin) == 0;
-           });
+    static const std::regex begin("$|[ {}#]|static_assert\\(|typedef struct |[A-Z_0-9]+_FUNCTION "
+                                  "[a-z_0-9]+ [A-Za-z_0-9]+\\(.*\\)$");
+    return std::regex_search(line, begin, std::regex_constants::match_continuous);
 }
 
 std::string textWith(const std::string& station, const Words& options)
