@@ -1,10 +1,15 @@
 // Makes, checks, reads, maps and configures different modules in many threads at once, and one
 // module and its channel map that all of them share, without a mutex, for ThreadSanitizer to watch:
-// mxmodule has its own. Each thread finds what a thread that is alone finds.
+// mxmodule has its own. They plan stations of these modules as well. Each thread finds what a
+// thread that is alone finds.
 
 #include <mxmodule/Module.h>
 #include <mxmodule/ReadFile.h>
 #include <mxmodule/WantedValues.h>
+#include <mxstation/Declarations.h>
+#include <mxstation/Pin.h>
+#include <mxstation/StationCheck.h>
+#include <mxstation/StationReport.h>
 
 #include <iostream>
 #include <string>
@@ -90,10 +95,26 @@ std::string refusal(std::vector<char> bytes)
     return "accepted";
 }
 
+// A station with a warning and a value.
+std::string plannedStation()
+{
+    const auto station =
+        mxstation::stationOf("layout: bytes-first\n"
+                             "modules:\n"
+                             "  - MX0108.bin\n"
+                             "  - MX0602.bin\n"
+                             "  - {module: MX0304.bin, parameters: {Mains suppression: 60 Hz}}\n",
+                             EXAMPLE_MODULES "/station.yaml");
+    const auto plan = mxstation::plan(station);
+    return mxstation::checkOf(plan).json() + mxstation::stationText(plan) +
+           mxstation::cHeader(plan).text + mxstation::pinned(station, plan);
+}
+
 // What is found in a module of its own for each file, in the one that is shared and in its map.
 std::string find(const Module& shared, const mxmodule::ChannelMap& map)
 {
     std::string all = map.svg() + map.json() + std::to_string(map.input().free.size());
+    all += plannedStation();
     for (const char* name : files) {
         all += use(shared);
         const auto bytes = mxmodule::readFile(std::string(EXAMPLE_MODULES "/") + name);
