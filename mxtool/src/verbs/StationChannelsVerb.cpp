@@ -15,7 +15,7 @@ using mxstation::AddressStyle;
 using mxstation::VariableScope;
 
 constexpr const char* stationChannelsFooter =
-    R"(Exit codes: 1 when an address cannot be stated in the chosen way; a comment gives the reason.
+    R"(Exit codes: 1 when a channel cannot be declared in the chosen way; a comment gives the reason.
 
 Example:
   $ mxtool station channels examples/stations/smallest.yaml
