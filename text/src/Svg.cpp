@@ -1,5 +1,7 @@
 #include "text/Svg.h"
 
+#include "text/Utf8.h"
+
 namespace text {
 
 namespace {
@@ -11,10 +13,19 @@ std::string attribute(const char* name, std::size_t value)
 
 } // namespace
 
+std::string xmlAllowed(const std::string& text)
+{
+    std::string allowed;
+    for (const char32_t point : codePoints(text)) {
+        allowed += point == 0xFFFE || point == 0xFFFF ? "\uFFFD" : toUtf8(point);
+    }
+    return allowed;
+}
+
 std::string xmlEscaped(const std::string& text)
 {
     std::string escaped;
-    for (const char c : text) {
+    for (const char c : xmlAllowed(text)) {
         switch (c) {
         case '&':
             escaped += "&amp;";

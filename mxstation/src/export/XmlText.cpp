@@ -2,53 +2,21 @@
 
 #include "export/CommentText.h"
 
+#include <Poco/String.h>
+
 #include <text/ShownText.h>
-#include <text/Utf8.h>
+#include <text/Svg.h>
 
 namespace mxstation {
 
-namespace {
-
-// Of UTF-8 without control characters, all others are characters of XML.
-std::string allowedIn(const std::string& utf8)
-{
-    std::string allowed;
-    for (const char32_t point : text::codePoints(utf8)) {
-        allowed += point == 0xFFFE || point == 0xFFFF ? "\uFFFD" : text::toUtf8(point);
-    }
-    return allowed;
-}
-
-std::string entityOf(char c)
-{
-    switch (c) {
-    case '&':
-        return "&amp;";
-    case '<':
-        return "&lt;";
-    case '>':
-        return "&gt;";
-    case '"':
-        return "&quot;";
-    default:
-        return {c};
-    }
-}
-
-} // namespace
-
 std::string xmlText(const std::string& bytes)
 {
-    std::string escaped;
-    for (const char c : allowedIn(text::forTerminal(bytes))) {
-        escaped += entityOf(c);
-    }
-    return escaped;
+    return Poco::replace(text::xmlEscaped(text::forTerminal(bytes)), "\"", "&quot;");
 }
 
 std::string xmlComment(const std::string& bytes)
 {
-    return "<!-- " + allowedIn(commentText(bytes, {"--"})) + " -->";
+    return "<!-- " + text::xmlAllowed(commentText(bytes, {"--"})) + " -->";
 }
 
 } // namespace mxstation

@@ -11,6 +11,12 @@ TEST(Svg, escapesWhatXmlReserves)
               "<text x=\"3\" y=\"14\" class=\"x\">&lt;1&gt;</text>\n");
 }
 
+TEST(Svg, replacesWhatXmlDoesNotHave)
+{
+    EXPECT_EQ(text::xmlAllowed("a\uFFFD<\uFFFE\uFFFF\U0001F600"), "a\uFFFD<\uFFFD\uFFFD\U0001F600");
+    EXPECT_EQ(text::xmlEscaped("\uFFFE<"), "\uFFFD&lt;");
+}
+
 TEST(Svg, statesPlacesAndSizes)
 {
     EXPECT_EQ(text::svgRectangle(1, 2, 3, 4, "fill=\"#fff\""),

@@ -6,7 +6,11 @@
 /// The elements of the pictures that the libraries draw. Lengths are pixels.
 namespace text {
 
-/// Returns `text` with the characters that XML reserves escaped.
+/// Returns `text`, UTF-8 without control characters, with the two other characters that XML does
+/// not have, U+FFFE and U+FFFF, replaced by U+FFFD.
+std::string xmlAllowed(const std::string& text);
+
+/// Returns the same with the characters that XML reserves in the text of an element escaped.
 std::string xmlEscaped(const std::string& text);
 
 /// Returns an element with `text`, escaped, its baseline at `y`. `attributes` begin with a blank,

@@ -138,7 +138,7 @@ TEST(StationPicture, whateverATextHoldsItIsXml)
         channels.push_back(bitsAt(std::string("n") + static_cast<char>(byte), 'I', 40 + byte / 8,
                                   static_cast<std::uint8_t>(byte % 8), 1));
     }
-    const std::string hostile = "</text><script>&\"'\x01\xFF" + text::toUtf8(U'\u202E');
+    const std::string hostile = "</text><script>&\"'\x01\xFF" + text::toUtf8(U'\u202E') + "\uFFFE";
     channels.push_back(withNote(bitsAt(hostile, 'Q', 0, 0, 1), hostile, hostile));
     Plan plan = planOf(channels);
     plan.station = hostile;
