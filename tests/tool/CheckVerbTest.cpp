@@ -86,6 +86,19 @@ TEST(CheckVerb, continuesAfterAFileThatCannotBeRead)
     EXPECT_EQ(run.out, "1 file checked: 0 errors, 0 warnings, 0 notes\n");
 }
 
+TEST(CheckVerb, countsNothingWhenNoFileCanBeRead)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string text = "modules: []\n";
+    const std::string station = directory.write("row.yaml", {text.begin(), text.end()});
+    const ToolRun run = runTool({"check", station, "/nonexistent.bin"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr("row.yaml: error: This is a station, expected an mx file"));
+    EXPECT_EQ(json::parse(runTool({"check", "--format", "json", station}).out)["files"],
+              json::array());
+}
+
 TEST(CheckVerb, jsonHoldsEveryFinding)
 {
     const testkit::TemporaryDirectory directory;

@@ -61,6 +61,9 @@ ExitCode checkAll(const CheckOptions& options, bool quiet)
 {
     std::vector<CheckedFile> checked;
     const bool allRead = checkFiles(options, checked);
+    if (!allRead && checked.empty() && options.format == "text") {
+        return ExitCode::Input; // the counts of no file would look like a result
+    }
     writeOutput(options.output, formatted(checked, options, quiet));
     if (!allRead) {
         return ExitCode::Input;
