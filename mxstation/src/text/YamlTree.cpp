@@ -43,7 +43,40 @@ public:
         return std::min(starts[lineOf(mark)] + columnOf(mark), text.size());
     }
 
+    // The dash of the item of `list` that is nothing and was found at `mark`: the YAML reader gives
+    // the place of what follows. Empty for an item that says that it is nothing, "~", and for the
+    // dash at the end of the text.
+    std::optional<SourcePlace> dashBefore(const YAML::Mark& mark, const SourcePlace& list) const
+    {
+        const std::size_t column = list.column - 1;
+        std::size_t line = lineOf(mark);
+        const bool isEnd = offsetOf(mark) + 1 >= text.size();
+        if (line == 0 || (isDashAt(line, column) && (columnOf(mark) > column || isEnd))) {
+            return std::nullopt;
+        }
+        do {
+            --line;
+        } while (line > 0 && isWithoutContent(line));
+        return isDashAt(line, column)
+                   ? std::optional(SourcePlace{line + 1, column + 1, starts[line]})
+                   : std::nullopt;
+    }
+
 private:
+    // Whether the line begins with a dash in this column.
+    bool isDashAt(std::size_t line, std::size_t column) const
+    {
+        const std::size_t first = text.find_first_not_of(' ', starts[line]);
+        return first == starts[line] + column && text[first] == '-';
+    }
+
+    // Whether the line is blank or a comment.
+    bool isWithoutContent(std::size_t line) const
+    {
+        const std::size_t first = text.find_first_not_of(" \t\r", starts[line]);
+        return first == std::string::npos || text[first] == '\n' || text[first] == '#';
+    }
+
     // The characters of a line that are before `offset`. They are counted from the place asked for
     // last: a text of a million values may be one line.
     std::size_t charactersUntil(std::size_t line, std::size_t offset)
@@ -96,7 +129,11 @@ public:
 
     void OnNull(const YAML::Mark& mark, YAML::anchor_t anchor) override
     {
-        add(made(YamlNode::Kind::Nothing, mark, anchor));
+        const auto node = made(YamlNode::Kind::Nothing, mark, anchor);
+        if (!open.empty() && open.back()->kind == YamlNode::Kind::List && !open.back()->isFlow) {
+            node->place = lines.dashBefore(mark, open.back()->place).value_or(node->place);
+        }
+        add(node);
     }
 
     void OnAlias(const YAML::Mark& mark, YAML::anchor_t anchor) override

@@ -101,7 +101,28 @@ TEST(StationReader, refusesAnEntryOfNothing)
                          "  - name: X\n"
                          "  -\n"),
                 ElementsAre("2:5 error this entry has neither \"module\" nor \"reserve\"",
-                            testing::HasSubstr("error found nothing, expected an mx file")));
+                            HasSubstr("3:3 error found nothing, expected an mx file")));
+}
+
+// At its dash, not at what follows.
+TEST(StationReader, placesAnEntryOfNothing)
+{
+    EXPECT_THAT(
+        errorsIn("modules:\n"
+                 "  -\n"
+                 "  - # later\n"
+                 "\n"
+                 "      # - MX0108.bin\n"
+                 "  - MX0108.bin\n"
+                 "  - ~\n"
+                 "  - null\n"
+                 "  -\r\n"
+                 "note: 7\n"),
+        ElementsAre(HasSubstr("2:3 error found nothing"), HasSubstr("3:3 error found nothing"),
+                    HasSubstr("7:5 error found nothing"), HasSubstr("8:5 error found nothing"),
+                    HasSubstr("9:3 error found nothing"), HasSubstr("10:1 error unknown")));
+    EXPECT_THAT(errorsIn("modules:\n- MX0108.bin\n-"),
+                ElementsAre(HasSubstr("3:1 error found nothing")));
 }
 
 // One error, not also that the key is missing.
