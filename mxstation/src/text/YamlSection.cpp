@@ -62,10 +62,14 @@ std::optional<std::uint32_t> readNumber(const YamlNode& node, std::uint32_t leas
     const char* const end = node.text.data() + node.text.size();
     std::uint64_t number = 0;
     const auto read = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
-    if (node.kind != YamlNode::Kind::Scalar || read.ec != std::errc() || read.ptr != end ||
-        number < least || number > most) {
-        errors.add(node.place, fmt::format("found {}, expected a whole number from {} to {}",
-                                           node.shown(), least, most));
+    const bool isNumber =
+        node.kind == YamlNode::Kind::Scalar && read.ec == std::errc() && read.ptr == end;
+    if (!isNumber || node.isWord || number < least || number > most) {
+        errors.add(node.place,
+                   fmt::format("found {}{}, expected a whole number from {} to {}",
+                               isNumber && node.isWord ? "the text " : "", node.shown(), least,
+                               most),
+                   isNumber && node.isWord ? "a number is without quotation marks" : "");
         return std::nullopt;
     }
     return static_cast<std::uint32_t>(number);

@@ -36,7 +36,7 @@ std::optional<std::string> readText(const YamlNode& node, const std::string& wha
                                     StationErrors& errors);
 
 /// Returns the whole number in `node`, in decimal or, after 0x, in hexadecimal, from `least` to
-/// `most`; an error and nothing for anything else.
+/// `most`; an error and nothing for anything else, a number in quotes too.
 std::optional<std::uint32_t> readNumber(const YamlNode& node, std::uint32_t least,
                                         std::uint32_t most, StationErrors& errors);
 

@@ -154,11 +154,12 @@ public:
         }
     }
 
-    void OnScalar(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
+    void OnScalar(const YAML::Mark& mark, const std::string& tag, YAML::anchor_t anchor,
                   const std::string& value) override
     {
         const auto node = made(YamlNode::Kind::Scalar, mark, anchor);
         node->text = value;
+        node->isWord = tag == "!" || tag == "tag:yaml.org,2002:str";
         add(node);
     }
 

@@ -25,7 +25,8 @@ struct YamlNode
     };
 
     Kind kind = Kind::Nothing;
-    std::string text; ///< Of a scalar.
+    std::string text;    ///< Of a scalar.
+    bool isWord = false; ///< A scalar in quotes, or tagged as a text: not a number.
     SourcePlace place;
     std::size_t offset = 0; ///< Of its first byte in the text, its tag and anchor included.
     bool isFlow = false;    ///< A list or map in brackets.

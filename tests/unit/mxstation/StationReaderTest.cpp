@@ -125,6 +125,20 @@ TEST(StationReader, placesAnEntryOfNothing)
                 ElementsAre(HasSubstr("3:1 error found nothing")));
 }
 
+// As in the schema: a text is no number.
+TEST(StationReader, refusesNumbersInQuotes)
+{
+    const auto station =
+        stationWith("modules: [{module: MX0108.bin, at: {in: \"4\"}}, {reserve: {in: !!str 1}},\n"
+                    "  {module: MX0108.bin, at: {in: 'x'}}, {reserve: {in: !!int 1}}]\n");
+    EXPECT_THAT(shownFindings(station.findings),
+                ElementsAre("1:41 error found the text \"4\", expected a whole number from 0 to "
+                            "2147483647",
+                            HasSubstr("error found the text \"1\", expected a whole number"),
+                            HasSubstr("2:33 error found \"x\", expected a whole number")));
+    EXPECT_EQ(station.findings.front().hint, "a number is without quotation marks");
+}
+
 // One error, not also that the key is missing.
 TEST(StationReader, saysOfAKeyWithoutValueThatAlone)
 {
