@@ -8,6 +8,21 @@ namespace mxtool::manual {
 
 namespace {
 
+// Completes the verb, then the words after it.
+constexpr const char* verbChoice = R"(    verbs=(
+{0}    )
+    _arguments -C $common '1: :->verb' '*:: :->rest' && ret=0
+    case $state in
+        verb) _describe -t verbs verb verbs && ret=0 ;;
+        rest)
+            curcontext="${{curcontext%:*}}-$line[1]:"
+            case $line[1] in
+{1}            esac
+            ;;
+    esac
+    return ret
+)";
+
 constexpr const char* zshScript = R"(#compdef {0}
 # zsh completion of {0}; made from the program's own options
 
@@ -17,40 +32,16 @@ _{0}() {{
     local -a common verbs
     common=(
 {1}    )
-    verbs=(
-{2}    )
-    _arguments -C $common '1: :->verb' '*:: :->rest' && ret=0
-    case $state in
-        verb) _describe -t verbs verb verbs && ret=0 ;;
-        rest)
-            curcontext="${{curcontext%:*}}-$line[1]:"
-            case $line[1] in
-{3}            esac
-            ;;
-    esac
-    return ret
-}}
+{2}}}
 
-{4}_{0} "$@"
+{3}_{0} "$@"
 )";
 
 constexpr const char* groupScript = R"(_{0}_{1}()
 {{
     local state state_descr line ret=1
     local -a verbs
-    verbs=(
-{2}    )
-    _arguments -C $common '1: :->verb' '*:: :->rest' && ret=0
-    case $state in
-        verb) _describe -t verbs verb verbs && ret=0 ;;
-        rest)
-            curcontext="${{curcontext%:*}}-$line[1]:"
-            case $line[1] in
-{3}            esac
-            ;;
-    esac
-    return ret
-}}
+{2}}}
 
 )";
 
@@ -151,27 +142,22 @@ std::string caseOfVerb(const VerbWords& verb)
                        lastWord(verb), specs);
 }
 
-// The lines and cases of the verbs of a group.
-struct VerbsOfGroup
+// Returns the part of a function that completes the verbs of a group; "" is the program itself.
+std::string choiceOfVerbs(const ProgramWords& words, const std::string& group)
 {
     std::string lines;
     std::string cases;
-};
-
-VerbsOfGroup verbsOfGroup(const ProgramWords& words, const std::string& group)
-{
-    VerbsOfGroup all;
     for (const VerbWords& verb : words.verbs) {
         if (verb.group != group) {
             continue;
         }
         const std::string line = escaped(lastWord(verb), "\\:") + ":" + verb.description;
-        all.lines += std::string(8, ' ') + quoted(line) + "\n";
-        all.cases += verb.hasVerbs ? fmt::format("                {1}) _{0}_{1} && ret=0 ;;\n",
-                                                 words.program.name, verb.name)
-                                   : caseOfVerb(verb);
+        lines += std::string(8, ' ') + quoted(line) + "\n";
+        cases += verb.hasVerbs ? fmt::format("                {1}) _{0}_{1} && ret=0 ;;\n",
+                                             words.program.name, verb.name)
+                               : caseOfVerb(verb);
     }
-    return all;
+    return fmt::format(verbChoice, lines, cases);
 }
 
 } // namespace
@@ -186,13 +172,11 @@ std::string zshCompletion(const ProgramWords& words)
     std::string functions;
     for (const VerbWords& verb : words.verbs) {
         if (verb.hasVerbs) {
-            const VerbsOfGroup own = verbsOfGroup(words, verb.name);
-            functions +=
-                fmt::format(groupScript, words.program.name, verb.name, own.lines, own.cases);
+            functions += fmt::format(groupScript, words.program.name, verb.name,
+                                     choiceOfVerbs(words, verb.name));
         }
     }
-    const VerbsOfGroup verbs = verbsOfGroup(words, "");
-    return fmt::format(zshScript, words.program.name, common, verbs.lines, verbs.cases, functions);
+    return fmt::format(zshScript, words.program.name, common, choiceOfVerbs(words, ""), functions);
 }
 
 } // namespace mxtool::manual
