@@ -198,6 +198,21 @@ TEST(Placement, refusesPinsInThePaddingBefore)
                             "\"MX0108.bin\" in line 3 comes before in the image"));
 }
 
+// What comes before in the image is later in the row.
+TEST(Placement, refusesPinsThatTheOrderForbids)
+{
+    const std::string row = "modules:\n"
+                            "  - {module: MX0108.bin, at: {in: 4}}\n"
+                            "  - MX0304.bin\n";
+    EXPECT_THAT(shownModules(planWith(row)),
+                ElementsAre("MX0108 in 4+1 out 0+0", "MX0304 in 5+8 out 0+0"));
+    const auto plan = planWith("layout: bytes-first\n" + row);
+    EXPECT_THAT(shownFindings(plan.findings),
+                ElementsAre("3:35 error byte 4 of the input image is not free: the module "
+                            "\"MX0304.bin\" in line 4 comes before in the image"));
+    EXPECT_EQ(plan.findings[0].hint, "byte 10 is the first that is free there");
+}
+
 TEST(Placement, warnsOfAPinWithoutData)
 {
     const auto plan = planWith("modules:\n"
