@@ -109,6 +109,15 @@ TEST(Plan, refusesUnknownAndAmbiguousChannels)
     EXPECT_THAT(plan.findings[0].accepted, SizeIs(2));
 }
 
+TEST(Plan, warnsOfNotesOnChannelsWithoutAnAddress)
+{
+    const auto plan = planWith("modules: [{module: MX0602.bin, channels: {No image: {alias: A}}}]");
+    EXPECT_THAT(shownFindings(plan.findings),
+                ElementsAre("1:43 warning the channel #35 (10 No image, out) has no address, the "
+                            "note has no effect"));
+    EXPECT_TRUE(plan.ok());
+}
+
 TEST(Plan, refusesNamesAndAliasesUsedTwice)
 {
     const auto plan = planWith("modules:\n"
@@ -168,6 +177,20 @@ TEST(Plan, isThatOfAStationMadeByAHost)
     EXPECT_TRUE(right.ok());
     EXPECT_THAT(shownModules(right),
                 ElementsAre("MX0304 in 0+8 out 0+0", "MX0304_2 in 8+8 out 0+0"));
+}
+
+TEST(Plan, refusesMoreModulesOfAHostThanTheLayoutAllows)
+{
+    mxstation::Station station;
+    station.entries.emplace_back().module =
+        mxmodule::ModuleFile::read(std::string(EXAMPLE_MODULES) + "/MX0108.bin");
+    station.entries.resize(64, station.entries[0]);
+    EXPECT_THAT(mxstation::plan(station).modules, SizeIs(64));
+    station.entries.push_back(station.entries[0]);
+    const auto plan = mxstation::plan(station);
+    EXPECT_THAT(shownFindings(plan.findings),
+                ElementsAre(" error this is module 65, the layout allows 64"));
+    EXPECT_THAT(plan.modules, IsEmpty());
 }
 
 TEST(Plan, refusesALayoutOfAHostThatDividesByZero)
