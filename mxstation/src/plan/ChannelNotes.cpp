@@ -22,6 +22,7 @@ struct CalledChannel
     std::string number;
     std::string name;
     std::string direction;
+    bool hasAddress;
 
     std::set<std::string> words() const { return {name, number, number + " " + name, "#" + id}; }
 
@@ -37,11 +38,11 @@ std::vector<CalledChannel> channelsOf(const mxmodule::ChannelMap& map)
     std::vector<CalledChannel> channels;
     for (const auto& channel : map.channels()) {
         channels.push_back({channel.id, std::to_string(channel.number), channel.name,
-                            channel.isInput ? "in" : "out"});
+                            channel.isInput ? "in" : "out", true});
     }
     for (const auto& channel : map.withoutSymbol()) {
         channels.push_back(
-            {channel.id, std::to_string(channel.number), channel.name, channel.direction});
+            {channel.id, std::to_string(channel.number), channel.name, channel.direction, false});
     }
     return channels;
 }
@@ -103,6 +104,24 @@ std::optional<std::size_t> indexOf(const ChannelNote& note,
     return std::nullopt;
 }
 
+// Sets `noted`, what is noted of `channel`.
+void setNote(const ChannelNote& note, const CalledChannel& channel, const ChannelNote*& noted,
+             PlanFindings& findings)
+{
+    if (noted != nullptr) {
+        findings.add(note.place, Severity::Error,
+                     fmt::format("this is the channel {}, noted {} as well", channel.shown(),
+                                 lineText(noted->place)));
+    } else {
+        noted = &note;
+    }
+    if (!channel.hasAddress) {
+        findings.add(
+            note.place, Severity::Warning,
+            fmt::format("the channel {} has no address, the note has no effect", channel.shown()));
+    }
+}
+
 } // namespace
 
 std::vector<const ChannelNote*> ChannelNotes::of(const Entry& entry,
@@ -120,21 +139,8 @@ std::vector<const ChannelNote*> ChannelNotes::of(const Entry& entry,
         if (findings.isFull()) {
             break; // finding the nearest names takes time
         }
-        const auto index = indexOf(note, channels, byWord[note.channel], findings);
-        if (!index) {
-            continue;
-        }
-        if (noted[*index] != nullptr) {
-            findings.add(note.place, Severity::Error,
-                         fmt::format("this is the channel {}, noted {} as well",
-                                     channels[*index].shown(), lineText(noted[*index]->place)));
-        } else {
-            noted[*index] = &note;
-        }
-        if (*index >= notes.size()) {
-            findings.add(note.place, Severity::Warning,
-                         fmt::format("the channel {} has no address, the note has no effect",
-                                     channels[*index].shown()));
+        if (const auto index = indexOf(note, channels, byWord[note.channel], findings)) {
+            setNote(note, channels[*index], noted[*index], findings);
         }
     }
     std::copy_n(noted.begin(), notes.size(), notes.begin());
