@@ -397,6 +397,26 @@ TEST(StationReader, refusesAPlaceWithoutBytes)
                             HasSubstr("4:19 error found \"x\"")));
 }
 
+TEST(StationReader, refusesMoreValuesAndNotesThanAnyModuleHas)
+{
+    std::string values;
+    std::string notes;
+    for (int i = 0; i < 10001; ++i) {
+        values += "\n      p" + std::to_string(i) + ": 1";
+        notes += "\n      " + std::to_string(i) + ": {alias: a}";
+    }
+    EXPECT_THAT(
+        errorsIn("modules:\n"
+                 "  - module: MX0108.bin\n"
+                 "    parameters:" +
+                 values +
+                 "\n"
+                 "    channels:" +
+                 notes + "\n"),
+        ElementsAre("10004:7 error more than 10000 values, no module has so many parameters",
+                    "10006:7 error found 10001 channels, no module has more than 10000"));
+}
+
 TEST(StationReader, stopsAfter100Errors)
 {
     std::string source = "layout: {most_modules: 10000}\nmodules:\n";
