@@ -104,6 +104,7 @@ TEST(Placement, takesEveryStatementOfALayout)
     EXPECT_EQ(plan.input.size, 16U);
     EXPECT_EQ(plan.output.offset, 16U);
     EXPECT_EQ(plan.output.size, 16U);
+    EXPECT_EQ(plan.layout.byteOrder, mxstation::ByteOrder::Little);
     EXPECT_THAT(shownGaps(plan),
                 ElementsAre("in status 100.0+24", "in padding 103.0+8", "in no channel 104.6+2",
                             "in status 105.0+8", "in padding 106.0+80", "out padding 25.0+8",

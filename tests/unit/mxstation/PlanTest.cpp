@@ -249,10 +249,11 @@ TEST(Plan, namesAnErrorAfterManyWarnings)
     for (int i = 0; i < 120; ++i) {
         source += "  - {module: MX0602.bin, at: {in: " + std::to_string(1 + 32 * i) + "}}\n";
     }
-    const auto plan =
-        planWith(source + "  - {module: MX0701.bin, parameters: {Parity: strange}}\n");
+    const auto plan = planWith(source + "  - module: MX0701.bin\n"
+                                        "    parameters: {Parity: strange}\n"
+                                        "    channels: {0: {alias: no identifier}}\n");
     ASSERT_THAT(plan.findings, SizeIs(102));
-    EXPECT_THAT(shownFinding(plan.findings[100]), HasSubstr("124:39 error"));
+    EXPECT_THAT(shownFinding(plan.findings[100]), HasSubstr("125:18 error"));
     EXPECT_THAT(plan.findings[101].text, "stopped after 100 warnings and notes of the plan");
     EXPECT_EQ(plan.findings[101].severity, mxmodule::Severity::Warning);
 }

@@ -184,6 +184,10 @@ TEST(StationDiff, comparesTheOrderOfBytes)
     auto b = a;
     b.layout.byteOrder = mxstation::ByteOrder::Little;
     EXPECT_TRUE(compare(a, b).sameValues());
+    a.channels[0].isBitField = false;
+    a.channels[0].bits = 8; // has one byte
+    b.channels = a.channels;
+    EXPECT_TRUE(compare(a, b).sameValues());
 }
 
 TEST(StationDiff, findsStatusBytesThatMove)
@@ -198,6 +202,15 @@ TEST(StationDiff, findsStatusBytesThatMove)
                             "status  in: 9 > 11 !", "module added Doors :  > 5a010116, in 9-10"));
     EXPECT_THAT(difference.reasons(),
                 ElementsAre("the status bytes of the input image are at 11, they were at 9"));
+}
+
+TEST(StationDiff, findsStatusBytesThatAreGone)
+{
+    const std::string row = "modules: [{module: MX0304.bin, name: Levels, at: {in: 4}}]";
+    const std::string two = "layout: {status_before: {in: 2}}\n" + row;
+    const std::string three = "layout: {status_before: {in: 3}}\n" + row;
+    EXPECT_THAT(shownChanges(differenceOf(three, two)), ElementsAre("status  in: 0-2 > 0-1 !"));
+    EXPECT_TRUE(differenceOf(two, three).sameValues());
 }
 
 TEST(StationDiff, findsAliasesAndModulesInAnotherOrder)
