@@ -360,6 +360,17 @@ TEST(StationReader, findsModulesByIdentifierInTheCatalogue)
     EXPECT_EQ(station.entries[0].module->bytes(), station.entries[1].module->bytes());
 }
 
+TEST(StationReader, takesAFileThatIsCalledAsAnIdentifier)
+{
+    const testkit::TemporaryDirectory directory;
+    const auto bytes = mxmodule::readFile(std::string(EXAMPLE_MODULES) + "/MX0108.bin");
+    directory.write("5a030304", bytes);
+    const auto station =
+        mxstation::stationOf("modules: [./5a030304]", directory.path("station.yaml"));
+    EXPECT_THAT(shownFindings(station.findings), IsEmpty());
+    EXPECT_EQ(station.entries.at(0).module->bytes(), bytes);
+}
+
 TEST(StationReader, saysThatThereIsNoCatalogue)
 {
     mxstation::StationOptions options;
