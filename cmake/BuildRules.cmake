@@ -66,11 +66,16 @@ function(parser_mx_unity_by_folder target)
     set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
 endfunction()
 
-# A released library also contains its types, for abidw and the debugger; in the packages they are stripped.
 function(parser_mx_library_rules target)
     parser_mx_rules(${target})
-    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-g> -ffunction-sections
-                                             -fdata-sections)
+    target_compile_options(${target} PRIVATE -ffunction-sections -fdata-sections)
+endfunction()
+
+# abidw reads the types of these objects' library from their debug information, which the packages do not
+# contain. Debug information takes almost a third of the compiler's time: abi/describe takes the types of the
+# other libraries from their headers.
+function(parser_mx_described_types target)
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-g>)
 endfunction()
 
 # A library made of object libraries, with its version, its export map and its target name in the CMake
