@@ -12,20 +12,44 @@ namespace {
 
 using Json = nlohmann::json;
 
-// Characters that control a terminal or reverse a line: control characters except the line feed,
-// those of U+0080 to U+009F, line and paragraph separators, direction marks.
+bool isBetween(char byte, unsigned char first, unsigned char last)
+{
+    const auto value = static_cast<unsigned char>(byte);
+    return value >= first && value <= last;
+}
+
+// Whether a character at `at` controls a terminal or reverses a line: control characters except NUL
+// and the line feed, those of U+0080 to U+009F, line and paragraph separators, direction marks. A
+// regular expression would take longer than the calls.
+bool acts(const std::string& text, std::size_t at)
+{
+    const char* const byte = text.c_str() + at; // a NUL follows the text
+    switch (*byte) {
+    case '\n':
+        return false;
+    case '\x7f':
+        return true;
+    case '\xC2':
+        return isBetween(byte[1], 0x80, 0x9F);
+    case '\xD8':
+        return byte[1] == '\x9C';
+    case '\xE2':
+        return (byte[1] == '\x80' &&
+                (isBetween(byte[2], 0x8E, 0x8F) || isBetween(byte[2], 0xA8, 0xAE))) ||
+               (byte[1] == '\x81' && isBetween(byte[2], 0xA6, 0xA9));
+    default:
+        return isBetween(*byte, 0x01, 0x1F);
+    }
+}
+
 std::string actingCharacters(const std::string& text)
 {
-    static const std::regex acting("[\\x01-\\x09\\x0b-\\x1f\\x7f]|\xC2[\x80-\x9F]|\xD8\x9C|"
-                                   "\xE2\x80[\x8E\x8F\xA8-\xAE]|\xE2\x81[\xA6-\xA9]");
     std::string found;
-    for (auto at = std::sregex_iterator(text.begin(), text.end(), acting);
-         at != std::sregex_iterator(); ++at) {
-        found +=
-            "at " + std::to_string(at->position()) + ": " +
-            text.substr(static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, at->position() - 30)),
-                        60) +
-            "\n";
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (acts(text, at)) {
+            found += "at " + std::to_string(at) + ": " +
+                     text.substr(at - std::min<std::size_t>(at, 30), 60) + "\n";
+        }
     }
     return found + (text.find('\0') == std::string::npos ? "" : "NUL");
 }

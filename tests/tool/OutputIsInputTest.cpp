@@ -40,7 +40,7 @@ public:
         write("values.yaml", "Mains suppression: 60\n");
         write("text.yaml", moduleText + "image: {file: drawing.svg}\n");
         write("drawing.svg", "<svg/>");
-        runTool({"populate", "examples/modules", "--db", "sqlite:" + path("devices.sqlite")});
+        fs::copy(catalogue(), path("devices.sqlite"));
     }
 
     std::string path(const std::string& name = "") const { return directory.path(name); }
@@ -65,6 +65,17 @@ public:
     }
 
 private:
+    // A database with the examples, made once: populating it takes longer than the tests.
+    static std::string catalogue()
+    {
+        static const testkit::TemporaryDirectory made;
+        const std::string path = made.path("devices.sqlite");
+        if (!fs::exists(path)) {
+            runTool({"populate", "examples/modules", "--db", "sqlite:" + path});
+        }
+        return path;
+    }
+
     void write(const std::string& name, const std::string& content) const
     {
         directory.write(name, {content.begin(), content.end()});
