@@ -3,6 +3,7 @@
 #include "ParameterText.h"
 
 #include <devices/parser/mx/HexText.h>
+#include <text/JsonText.h>
 #include <text/ShownText.h>
 #include <text/Utf8.h>
 

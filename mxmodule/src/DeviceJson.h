@@ -2,7 +2,7 @@
 
 #include "DeviceReport.h"
 
-#include <text/JsonText.h>
+#include <text/Json.h>
 
 namespace mxmodule {
 

@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 #include <text/Beginning.h>
 #include <text/Counted.h>
+#include <text/JsonText.h>
 #include <text/Utf8.h>
 
 #include <algorithm>

@@ -6,6 +6,7 @@
 #include <text/Counted.h>
 #include <text/Csv.h>
 #include <text/FileNamePart.h>
+#include <text/JsonText.h>
 #include <text/ShownText.h>
 #include <text/TextTable.h>
 #include <text/Utf8.h>

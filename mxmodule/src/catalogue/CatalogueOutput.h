@@ -2,7 +2,7 @@
 
 #include <mxmodule/Catalogue.h>
 
-#include <text/JsonText.h>
+#include <text/Json.h>
 
 namespace mxmodule {
 

@@ -1,6 +1,7 @@
 #include "channels/ChannelMapOutput.h"
 
 #include <text/Csv.h>
+#include <text/JsonText.h>
 #include <text/TextTable.h>
 
 #include <text/Utf8.h>

@@ -4,6 +4,7 @@
 #include "ParameterText.h"
 #include "configuration/ParameterPlace.h"
 #include <text/Hexadecimal.h>
+#include <text/JsonText.h>
 #include <text/TextTable.h>
 
 #include <devices/parser/mx/HexText.h>

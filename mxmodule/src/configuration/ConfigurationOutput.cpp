@@ -6,6 +6,7 @@
 #include <text/Counted.h>
 #include <text/Csv.h>
 #include <text/Hexadecimal.h>
+#include <text/JsonText.h>
 #include <text/TextTable.h>
 
 #include <devices/parser/mx/HexText.h>

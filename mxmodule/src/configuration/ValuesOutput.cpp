@@ -8,6 +8,7 @@
 #include "configuration/ParameterNames.h"
 
 #include <Poco/String.h>
+#include <text/JsonText.h>
 
 #include <text/ShownText.h>
 #include <text/Utf8.h>

@@ -2,6 +2,7 @@
 
 #include "export/Provenance.h"
 
+#include <text/JsonText.h>
 #include <text/Utf8.h>
 
 namespace mxstation {

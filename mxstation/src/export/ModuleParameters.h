@@ -1,7 +1,7 @@
 #pragma once
 
 #include <mxstation/Plan.h>
-#include <text/JsonText.h>
+#include <text/Json.h>
 
 #include <string>
 #include <vector>

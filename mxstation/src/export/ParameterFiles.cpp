@@ -1,6 +1,7 @@
 #include "export/ModuleParameters.h"
 
 #include <mxstation/ParameterExport.h>
+#include <text/JsonText.h>
 
 #include <fmt/format.h>
 #include <text/FileNamePart.h>

@@ -2,6 +2,7 @@
 #include "export/Provenance.h"
 
 #include <mxstation/ParameterExport.h>
+#include <text/JsonText.h>
 
 #include <text/Hexadecimal.h>
 #include <text/Utf8.h>

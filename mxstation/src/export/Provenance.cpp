@@ -3,6 +3,7 @@
 #include <Poco/DigestEngine.h>
 #include <Poco/SHA2Engine.h>
 #include <fmt/format.h>
+#include <text/JsonText.h>
 #include <text/Utf8.h>
 
 #include <map>

@@ -2,6 +2,7 @@
 
 #include "Diagnostic.h"
 
+#include <text/JsonText.h>
 #include <text/ShownText.h>
 #include <text/Utf8.h>
 

@@ -1,6 +1,7 @@
 #include "explain/ExplainOutput.h"
 
 #include <text/Hexadecimal.h>
+#include <text/JsonText.h>
 #include <text/Utf8.h>
 
 namespace mxtool {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <text/JsonText.h>
+#include <text/Json.h>
 
 #include <mxauthor/Explain.h>
 

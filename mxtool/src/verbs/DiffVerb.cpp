@@ -5,6 +5,7 @@
 #include "Verbs.h"
 #include "diff/DiffOutput.h"
 
+#include <text/JsonText.h>
 #include <unistd.h>
 
 namespace mxtool {

@@ -5,6 +5,7 @@
 #include "Verbs.h"
 #include "explain/ExplainOutput.h"
 
+#include <text/JsonText.h>
 #include <unistd.h>
 
 namespace mxtool {

@@ -1,13 +1,12 @@
 #pragma once
 
+#include <text/Json.h>
+
 #include <nlohmann/json.hpp>
 
 #include <string>
 
 namespace text {
-
-/// JSON whose keys keep the order of insertion.
-using Json = nlohmann::ordered_json;
 
 /// Returns an object with the `schema` member, the first of every JSON output.
 Json jsonSchema(const char* name, int version);
