@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace mxstation {
 
@@ -57,6 +58,7 @@ PlacedModules::PlacedModules(const Station& planned, PlanFindings& collected)
       findings(collected),
       inputCursor(planned.layout.input, true),
       outputCursor(planned.layout.output, false),
+      entryShapes(planned.entries.size()),
       modules(planned.entries.size()),
       inputOffsets(planned.entries.size()),
       outputOffsets(planned.entries.size())
@@ -105,7 +107,11 @@ void PlacedModules::translateInRow()
     ImageCursor output(station.layout.output, false);
     for (std::size_t i = 0; i < station.entries.size(); ++i) {
         const Entry& entry = station.entries[i];
-        if (entry.module && shapeOf(entry) == nullptr) {
+        if (entry.module) {
+            const auto known = shapes.find(entry.module->bytes().data());
+            entryShapes[i] = known == shapes.end() ? nullptr : &known->second;
+        }
+        if (entry.module && entryShapes[i] == nullptr) {
             translate(i, input.next(pinOf(entry.at.input)), output.next(pinOf(entry.at.output)));
         }
         input.place(slotOf(i, true));
@@ -129,7 +135,7 @@ void PlacedModules::translateElsewhere()
 {
     for (std::size_t i = 0; i < modules.size(); ++i) {
         const Entry& entry = station.entries[i];
-        if (!entry.module || shapeOf(entry) == nullptr) {
+        if (entryShapes[i] == nullptr) {
             continue;
         }
         const std::uint64_t end = std::max(inputOffsets[i] + slotOf(i, true).size(),
@@ -154,7 +160,7 @@ void PlacedModules::translate(std::size_t index, std::uint64_t input, std::uint6
     options.offsets.input = static_cast<unsigned>(std::min(input, lastAddress));
     options.offsets.output = static_cast<unsigned>(std::min(output, lastAddress));
     try {
-        const ModuleShape* const shape = shapeOf(entry);
+        const ModuleShape* const shape = entryShapes[index];
         const mxmodule::Module module = shape == nullptr ? mxmodule::Module(*entry.module, options)
                                                          : shape->module.at(options.offsets);
         modules[index].emplace(PlacedModule{module, module.channelMap()});
@@ -164,22 +170,19 @@ void PlacedModules::translate(std::size_t index, std::uint64_t input, std::uint6
                      reason.hint);
         return;
     }
-    const mxmodule::ChannelMap& map = modules[index]->map;
-    shapes.try_emplace(entry.module->bytes().data(),
-                       ModuleShape{modules[index]->module, map.data(true).size,
-                                   map.data(false).size, isOfBits(map)});
-}
-
-const ModuleShape* PlacedModules::shapeOf(const Entry& entry) const
-{
-    const auto found = entry.module ? shapes.find(entry.module->bytes().data()) : shapes.end();
-    return found == shapes.end() ? nullptr : &found->second;
+    if (entryShapes[index] == nullptr) {
+        const mxmodule::ChannelMap& map = modules[index]->map;
+        ModuleShape shape{modules[index]->module, map.data(true).size, map.data(false).size,
+                          isOfBits(map)};
+        entryShapes[index] =
+            &shapes.emplace(entry.module->bytes().data(), std::move(shape)).first->second;
+    }
 }
 
 Slot PlacedModules::slotOf(std::size_t index, bool isInput) const
 {
     const Entry& entry = station.entries[index];
-    const ModuleShape* const shape = shapeOf(entry);
+    const ModuleShape* const shape = entryShapes[index];
     Slot slot;
     slot.entry = index;
     slot.data = shape == nullptr ? 0 : isInput ? shape->input : shape->output;
@@ -200,7 +203,7 @@ std::vector<std::size_t> PlacedModules::orderOf(const ImageLayout& layout) const
     if (layout.order == ImageOrder::BytesFirst) {
         std::stable_partition(order.begin(), order.end(), [this](std::size_t index) {
             const Entry& entry = station.entries[index];
-            const ModuleShape* const shape = shapeOf(entry);
+            const ModuleShape* const shape = entryShapes[index];
             return entry.reserve || shape == nullptr || !shape->isOfBits;
         });
     }
@@ -210,7 +213,7 @@ std::vector<std::size_t> PlacedModules::orderOf(const ImageLayout& layout) const
 void PlacedModules::requireFit(std::size_t index, bool isInput)
 {
     const Entry& entry = station.entries[index];
-    const ModuleShape* const shape = shapeOf(entry);
+    const ModuleShape* const shape = entryShapes[index];
     if (!entry.reserve || shape == nullptr) {
         return;
     }

@@ -50,7 +50,6 @@ private:
     void placeInOrder();
     void translateElsewhere();
     void translate(std::size_t index, std::uint64_t input, std::uint64_t output);
-    const ModuleShape* shapeOf(const Entry& entry) const;
     Slot slotOf(std::size_t index, bool isInput) const;
     std::vector<std::size_t> orderOf(const ImageLayout& layout) const;
     void addImageFindings(const ImageCursor& cursor, bool isInput);
@@ -61,7 +60,8 @@ private:
     PlanFindings& findings;
     ImageCursor inputCursor;
     ImageCursor outputCursor;
-    std::map<const char*, ModuleShape> shapes; // by the bytes of the mx file
+    std::map<const char*, ModuleShape> shapes;   // by the bytes of the mx file
+    std::vector<const ModuleShape*> entryShapes; // null: nothing is translated
     std::vector<std::optional<PlacedModule>> modules;
     std::vector<std::uint64_t> inputOffsets;
     std::vector<std::uint64_t> outputOffsets;

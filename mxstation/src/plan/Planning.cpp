@@ -80,6 +80,7 @@ private:
     {
         const std::vector<std::string> names = entryNames(station, findings);
         const PlacedModules placed(station, findings);
+        const bool haveFinalPlaces = placed.isComplete();
         plan.input = placed.input().image();
         plan.output = placed.output().image();
         addGaps(placed.input());
@@ -88,7 +89,7 @@ private:
         plan.channels.reserve(placed.countOfChannels());
         for (std::size_t i = 0; i < station.entries.size(); ++i) {
             if (const PlacedModule* const module = placed.at(i)) {
-                addModule(i, names[i], *module, placed.isComplete());
+                addModule(i, names[i], *module, haveFinalPlaces);
             }
         }
         addImageWarning();
