@@ -6,6 +6,7 @@
 #include <devices/parser/mx/LoadFile.h>
 
 #include <gmock/gmock.h>
+#include <text/JsonText.h>
 
 namespace {
 
