@@ -9,6 +9,7 @@
 #include <mxmodule/Module.h>
 
 #include <devices/parser/mx/Parser_kv38.h>
+#include <text/JsonText.h>
 
 #include <memory>
 #include <optional>

@@ -10,6 +10,7 @@
 #include <mxmodule/Module.h>
 
 #include <gtest/gtest.h>
+#include <text/JsonText.h>
 
 namespace {
 
