@@ -16,7 +16,10 @@ const char* severityName(Severity severity)
     }
 }
 
-Failure::Failure(Finding finding) : std::runtime_error(finding.text), all(1, std::move(finding)) {}
+Failure::Failure(Finding finding) : std::runtime_error(finding.text)
+{
+    all.push_back(std::move(finding));
+}
 
 Failure::Failure(std::vector<Finding> findings)
     : std::runtime_error(findings.back().text), all(std::move(findings))

@@ -103,6 +103,7 @@ std::vector<BinaryObject> plainBinaryObjects(const DeviceReport& device)
 std::vector<PlacedParameter> plainPlaces(const std::vector<ParameterPlace>& places)
 {
     std::vector<PlacedParameter> plain;
+    plain.reserve(places.size());
     for (const ParameterPlace& place : places) {
         plain.push_back({place.parameter, place.begin, place.size});
     }

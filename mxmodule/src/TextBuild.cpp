@@ -36,6 +36,7 @@ std::vector<Finding> errorsInText(const std::string& name, const std::string& so
         requireKeyOfTextForm(name, source, expected);
     }
     std::vector<Finding> findings;
+    findings.reserve(errors.size());
     for (const mxauthor::SourceError& error : errors) {
         findings.push_back(findingAt(name, source, error, Severity::Error));
     }

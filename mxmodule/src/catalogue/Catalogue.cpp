@@ -74,6 +74,7 @@ std::string listOf(const std::vector<CatalogueEntry>& modules)
 {
     constexpr std::size_t most = 20;
     std::vector<std::string> ids;
+    ids.reserve(modules.size());
     for (const CatalogueEntry& module : modules) {
         ids.push_back(module.moduleId);
     }

@@ -105,7 +105,8 @@ void WantedValues::add(const std::vector<std::string>& words, const std::string&
     std::vector<Assignment> ofCall;
     ofCall.reserve(words.size());
     for (const std::string& one : words) {
-        ofCall.push_back(assignmentOf(one, option + " " + one, module.content->names(), check));
+        ofCall.push_back(
+            assignmentOf(one, fmt::format("{} {}", option, one), module.content->names(), check));
     }
     addOver(std::move(ofCall));
 }

@@ -63,6 +63,7 @@ void addUnknown(const ChannelNote& note, const std::vector<CalledChannel>& chann
                 PlanFindings& findings)
 {
     std::vector<std::string> names;
+    names.reserve(channels.size());
     for (const CalledChannel& channel : channels) {
         names.push_back(channel.name);
     }
