@@ -5,11 +5,15 @@
 
 #include <benchmark/benchmark.h>
 
+#include <Poco/String.h>
+
 #include <spawn.h>
 #include <sys/wait.h>
 
 #include <fcntl.h>
 
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -58,7 +62,23 @@ void mxtoolVersion(benchmark::State& state)
     run(state, {MXTOOL_PROGRAM, "--version"});
 }
 
+// The row of 64 examples, its modules as mx files.
+std::vector<char> rowOfMxFiles()
+{
+    std::ifstream file(ROW_OF_EXAMPLES);
+    std::string station{std::istreambuf_iterator<char>(file), {}};
+    Poco::replaceInPlace(station, "../modules/", EXAMPLE_MODULES "/");
+    Poco::replaceInPlace(station, ".yaml,", ".bin,");
+    return {station.begin(), station.end()};
+}
+
 void mxtoolStationShow(benchmark::State& state)
+{
+    const testkit::TemporaryDirectory directory;
+    run(state, {MXTOOL_PROGRAM, "station", "show", directory.write("row.yaml", rowOfMxFiles())});
+}
+
+void mxtoolStationShowTextForms(benchmark::State& state)
 {
     run(state, {MXTOOL_PROGRAM, "station", "show", ROW_OF_EXAMPLES});
 }
@@ -73,4 +93,5 @@ void loadOnly(benchmark::State& state)
 BENCHMARK(mxtoolShow)->UseRealTime();
 BENCHMARK(mxtoolVersion)->UseRealTime();
 BENCHMARK(mxtoolStationShow)->UseRealTime();
+BENCHMARK(mxtoolStationShowTextForms)->UseRealTime();
 BENCHMARK(loadOnly)->UseRealTime();
