@@ -252,7 +252,7 @@ TEST_F(HostileStation, keepsItsTextsWhenItIsPinned)
     const std::string file = stationFile("station.yaml");
     const std::string before = textWith(file, {"show", "--format", "json"});
     outputOf({"station", "pin", file});
-    EXPECT_THAT(readFile(file), HasSubstr("at"));
+    EXPECT_THAT(readFile(file), HasSubstr("\"at\": {"));
     Json pinned = Json::parse(textWith(file, {"show", "--format", "json"}));
     EXPECT_EQ(pinned.at("modules"), Json::parse(before).at("modules"));
     EXPECT_EQ(pinned.at("gaps"), Json::parse(before).at("gaps"));

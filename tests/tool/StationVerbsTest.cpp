@@ -75,6 +75,11 @@ const std::string wrong = "modules:\n"
                           "  - nowhere.bin\n"
                           "  - {module: " +
                           modules + "MX0304.bin, at: {in: 0}}\n";
+const std::string aliasWithBlank = "modules:\n"
+                                   "  - module: " +
+                                   modules +
+                                   "MX0108.bin\n"
+                                   "    channels: {DI 1: {alias: tank 2}}\n";
 const std::string displaced = "modules: [" + modules + "MX0108.bin, " + modules + "MX0602.bin]\n";
 
 TEST(StationVerbs, endWith3OnAStationThatCannotBePlanned)
@@ -96,7 +101,7 @@ TEST(StationVerbs, endWith3OnAStationThatCannotBePlanned)
     EXPECT_EQ(readFile(file), wrong);
 }
 
-TEST(StationVerbs, checkEndsWith1OnFindings)
+TEST(StationVerbs, checkEndsWith1OnErrors)
 {
     const Stations stations;
     const ToolRun run = runTool({"station", "check", stations.write("wrong.yaml", wrong)});
@@ -107,6 +112,10 @@ TEST(StationVerbs, checkEndsWith1OnFindings)
     const ToolRun clean = runTool({"station", "check", stations.write("row.yaml", row)});
     EXPECT_EQ(clean.exitCode, 0);
     EXPECT_EQ(clean.out, "0 errors, 0 notes\n");
+    const ToolRun noted =
+        runTool({"station", "check", stations.write("noted.yaml", aliasWithBlank)});
+    EXPECT_EQ(noted.exitCode, 0);
+    EXPECT_THAT(noted.out, AllOf(HasSubstr(": note: "), EndsWith("0 errors, 1 note\n")));
     EXPECT_EQ(runTool({"station", "check", stations.path("nowhere.yaml")}).exitCode, 3);
     EXPECT_EQ(runTool({"station", "check", modules + "MX0108.bin"}).exitCode, 3);
 }
@@ -256,11 +265,12 @@ TEST(StationVerbs, pinKeepsAddressesAndComments)
 {
     const Stations stations;
     const std::string file = stations.write("row.yaml", row);
-    const std::string before = runTool({"station", "channels", file, "--format", "csv"}).out;
+    const std::string before = runTool({"station", "channels", file}).out;
     const ToolRun run = runTool({"station", "pin", file});
     EXPECT_EQ(run.exitCode, 0) << run.err;
     EXPECT_THAT(readFile(file), AllOf(HasSubstr("MX0108.bin # doors\n"), HasSubstr("at: {in: 0}"),
                                       HasSubstr("at: {in: 1}")));
+    EXPECT_EQ(runTool({"station", "channels", file}).out, before);
     const std::string pinned = readFile(file);
     EXPECT_EQ(runTool({"station", "pin", file, "-o", "-"}).out, pinned);
     EXPECT_EQ(runTool({"station", "pin", file}).exitCode, 0);

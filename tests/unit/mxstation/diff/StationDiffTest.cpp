@@ -242,6 +242,13 @@ TEST(StationDiff, findsAnotherSignOrSizeAtTheSamePlace)
     EXPECT_FALSE(difference.sameValues());
     EXPECT_THAT(difference.reasons(),
                 ElementsAre(HasSubstr("the channel \"AI 2\" of \"Levels\" is at ")));
+
+    b = a;
+    b.channels[1].bits = 8;
+    const auto smaller = compare(a, b);
+    ASSERT_THAT(smaller.changes, testing::SizeIs(1));
+    EXPECT_EQ(smaller.changes[0].kind, ChangeKind::ChannelMoved);
+    EXPECT_FALSE(smaller.sameValues());
 }
 
 TEST(StationDiff, comparesUnnamedModulesOfATypeInTheirOrder)
