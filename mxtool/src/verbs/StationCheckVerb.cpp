@@ -16,7 +16,7 @@ namespace mxtool {
 namespace {
 
 constexpr const char* stationCheckFooter =
-    R"(Exit codes: 1 on findings, 3 when the file cannot be read.
+    R"(Exit codes: 1 on errors, of which warnings are a part; 3 when the file cannot be read.
 
 Example:
   $ mxtool station check examples/stations/pump-house.yaml
