@@ -1,7 +1,7 @@
 // Compares what mxtool prints with the files in expected/. Each line of calls.txt is one call:
-// the name of its file, then the arguments; DB stands for a database populated from the examples,
-// "< FILE" for standard input from a file of input/.
-// scripts/update-golden writes the files anew; the change is reviewed as a diff.
+// the name of its file, then the arguments. The argument DB is replaced by a database of the
+// example modules; "< FILE" gives a file of input/ as standard input. scripts/update-golden writes
+// the files anew; the change is reviewed as a diff.
 
 #include "TemporaryDirectory.h"
 #include "ToolProcess.h"

@@ -20,8 +20,8 @@ public:
         : a(ofA), b(ofB), partnersOfA(ofA.size()), partnersOfB(ofB.size())
     {}
 
-    // Each item without a partner gets the first of the other list with the same key. Items whose
-    // key is empty do not take part.
+    // Each item without a partner gets the first of the other list with the same key. An item whose
+    // key is empty gets none.
     template <typename KeyOfA, typename KeyOfB>
     void match(const KeyOfA& keyOfA, const KeyOfB& keyOfB)
     {

@@ -17,7 +17,7 @@ public:
     ModuleSource(const std::string& station, const StationOptions& howRead,
                  mxmodule::Catalogue* openCatalogue);
 
-    /// Knows the mx files of `station`.
+    /// The same for the text of `station`, whose mx files are not read again.
     explicit ModuleSource(const Station& station);
 
     /// Returns the mx file that `reference` at `place` names; an error, and nothing, if there is
