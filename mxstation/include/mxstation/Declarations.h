@@ -54,7 +54,7 @@ MXSTATION_API Declarations plcopenXml(const Plan& plan, const DeclarationOptions
 
 /// Returns a header for C11 and C++17: the images as arrays of bytes, the places of the channels as
 /// constants, and functions that read and write the channels on any host. A channel outside the
-/// image, or of more than 64 bits, is only a comment.
+/// image, without bits, or of more than 64 bits, is only a comment.
 MXSTATION_API Declarations cHeader(const Plan& plan);
 
 } // namespace mxstation

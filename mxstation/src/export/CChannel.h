@@ -26,7 +26,7 @@ public:
     /// Returns why it has no functions; empty: it has them.
     std::optional<std::string> reason() const;
 
-    /// Returns its constants and functions, if it has any.
+    /// Returns its constants and functions. Only for a channel without a `reason`.
     std::string text() const;
 
 private:

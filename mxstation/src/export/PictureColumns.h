@@ -31,8 +31,8 @@ struct PictureColumns
     std::size_t height = 0; ///< Of the highest one.
 };
 
-/// Arranges `blocks`, to which the result refers, so that the picture is neither a ribbon nor a
-/// tower. A block is split only if it is long.
+/// Arranges `blocks`, to which the result refers, so that the picture is not much longer in one
+/// direction than in the other. A block is split only if it is long.
 PictureColumns inColumns(const std::vector<PictureBlock>& blocks);
 
 } // namespace mxstation

@@ -59,7 +59,7 @@ public:
     const std::vector<WrongPin>& wrongPins() const { return wrong; }
 
     /// The first entry that does not fit into the largest size of the image; empty: all fit, or the
-    /// status bytes alone exceed it.
+    /// status bytes or the padding of the whole exceed it.
     std::optional<std::size_t> firstBeyond() const { return beyond; }
 
     /// Whether the image is larger than it may be. Known after `finish`.

@@ -179,7 +179,7 @@ bool PinEditor::insertFirst(const YamlNode& map, const std::string& member)
     return map.isFlow || indent.has_value();
 }
 
-// The blanks that bring a line to the column of `node`. Tabs have no width that YAML knows.
+// The blanks that bring a line to the column of `node`. YAML gives tabs no width.
 std::optional<std::string> PinEditor::indentation(const YamlNode& node) const
 {
     const std::string before =
