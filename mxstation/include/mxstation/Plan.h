@@ -89,6 +89,7 @@ struct Plan
     std::string file;                   ///< Name of its text for messages; empty: made by a host.
     std::string source;                 ///< Its text.
     Layout layout;                      ///< Of the coupler.
+    std::optional<ModbusMap> modbus;    ///< Its registers; empty: not stated.
     ImageBytes input;                   ///< The whole input image.
     ImageBytes output;                  ///< The whole output image.
     std::vector<PlannedModule> modules; ///< In the order of the row.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mxstation/Layout.h"
+#include "mxstation/Modbus.h"
 
 #include <mxmodule/Catalogue.h>
 #include <mxmodule/Finding.h>
@@ -82,10 +83,12 @@ struct Entry
 /// With an error among `findings` the station is incomplete, and its plan has no addresses.
 struct Station
 {
-    std::string name;           ///< Of the station.
-    Layout layout;              ///< Of the coupler.
-    SourcePlace layoutPlace;    ///< Where the layout is stated.
-    std::vector<Entry> entries; ///< In the order of the row.
+    std::string name;                ///< Of the station.
+    Layout layout;                   ///< Of the coupler.
+    SourcePlace layoutPlace;         ///< Where the layout is stated.
+    std::optional<ModbusMap> modbus; ///< Where its coupler has what; empty: not stated.
+    SourcePlace modbusPlace;         ///< Where that is stated.
+    std::vector<Entry> entries;      ///< In the order of the row.
 
     std::string file;   ///< Name of the text for messages; empty: made by a host.
     std::string source; ///< The text, UTF-8.

@@ -29,6 +29,7 @@ public:
         plan.file = station.file;
         plan.source = station.source;
         plan.layout = station.layout;
+        plan.modbus = station.modbus;
     }
 
     Plan make()
