@@ -39,6 +39,12 @@ bool isOfBits(const mxmodule::ChannelMap& map)
                        [](const mxmodule::MappedChannel& channel) { return channel.bits < 8; });
 }
 
+// The byte after what an entry takes; 0 if it takes nothing, wherever that is.
+std::uint64_t endOf(const Slot& slot, std::uint64_t offset)
+{
+    return slot.size() == 0 ? 0 : offset + slot.size();
+}
+
 // How an entry is called in messages about another one.
 std::string entryName(const Entry& entry)
 {
@@ -138,13 +144,13 @@ void PlacedModules::translateElsewhere()
         if (entryShapes[i] == nullptr) {
             continue;
         }
-        const std::uint64_t end = std::max(inputOffsets[i] + slotOf(i, true).size(),
-                                           outputOffsets[i] + slotOf(i, false).size());
-        if (end > lastAddress) {
+        const std::uint64_t end = std::max(endOf(slotOf(i, true), inputOffsets[i]),
+                                           endOf(slotOf(i, false), outputOffsets[i]));
+        if (end > lastAddress + 1) {
             findings.add(entry.place, Severity::Error,
                          fmt::format("the module ends at byte {}, the last address of an image is "
                                      "byte {}",
-                                     end, lastAddress));
+                                     end - 1, lastAddress));
             modules[i].reset();
         } else if (!modules[i] || modules[i]->map.data(true).firstByte != inputOffsets[i] ||
                    modules[i]->map.data(false).firstByte != outputOffsets[i]) {

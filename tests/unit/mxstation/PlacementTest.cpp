@@ -303,8 +303,38 @@ TEST(Placement, refusesAddressesOfMoreThan32Bits)
                                "  - {reserve: {in: 0x7fffffff}}\n"
                                "  - MX0304.bin\n");
     EXPECT_THAT(shownFindings(plan.findings),
-                ElementsAre("4:5 error the module ends at byte 4294967302, the last address of an "
+                ElementsAre("4:5 error the module ends at byte 4294967301, the last address of an "
                             "image is byte 4294967295"));
+}
+
+// Two reserved places end before byte 4294967294: two bytes are left.
+TEST(Placement, placesAModuleInTheLastBytesOfAnImage)
+{
+    const auto plan = planWith("modules:\n"
+                               "  - {reserve: {in: 0x7fffffff}}\n"
+                               "  - {reserve: {in: 0x7fffffff}}\n"
+                               "  - MX0116.bin\n"
+                               "  - MX0402.bin\n");
+    EXPECT_TRUE(plan.ok());
+    ASSERT_THAT(plan.modules, testing::SizeIs(2));
+    EXPECT_EQ(plan.modules[0].input.offset, 4294967294U);
+    EXPECT_EQ(plan.input.size, 4294967296U);
+    EXPECT_EQ(plan.modules[1].output.offset, 0U);
+    EXPECT_EQ(plan.channels.back().symbol, "QW2");
+}
+
+// It takes no byte of the input image, so it does not end after the last one.
+TEST(Placement, placesAModuleWithoutDataAfterTheLastAddress)
+{
+    const auto plan = planWith("modules:\n"
+                               "  - {reserve: {in: 0x7fffffff}}\n"
+                               "  - {reserve: {in: 0x7fffffff}}\n"
+                               "  - {reserve: {in: 9}}\n"
+                               "  - MX0402.bin\n");
+    EXPECT_TRUE(plan.ok());
+    ASSERT_THAT(plan.modules, testing::SizeIs(1));
+    EXPECT_EQ(plan.modules[0].input.size, 0U);
+    EXPECT_EQ(plan.channels.front().symbol, "QW0");
 }
 
 } // namespace
