@@ -17,6 +17,10 @@ void stations(Station, StationOptions, Entry, ChannelNote, StatedValue, Reserve,
 
 void layouts(Layout, NamedLayout, ImageLayout, ImageOrder, ByteOrder) {}
 
+void registers(ModbusMap, ModbusImage, ModbusModuleRegisters, ModbusIdentity, ModbusCommit,
+               PartOrder)
+{}
+
 void plans(Plan, PlannedModule, Channel, ChannelWithoutSymbol, Gap, GapReason, ImageBytes,
            StationCheck)
 {}

@@ -2,6 +2,7 @@
 
 #include "text/EntryReader.h"
 #include "text/LayoutReader.h"
+#include "text/ModbusReader.h"
 #include "text/YamlTree.h"
 
 #include <fmt/format.h>
@@ -86,6 +87,27 @@ void removeLimits(Layout& layout)
     layout.output.mostBytes.reset();
 }
 
+void readLayoutOf(Station& station, const YamlNode& node, StationErrors& errors)
+{
+    const std::size_t known = station.findings.size();
+    station.layout = readLayout(node, errors);
+    station.layoutPlace = node.place;
+    if (station.findings.size() != known) {
+        removeLimits(station.layout);
+    }
+}
+
+// Registers with errors are not compared with the plan: what does not fit would only follow.
+void readModbusOf(Station& station, const YamlNode& node, StationErrors& errors)
+{
+    const std::size_t known = station.findings.size();
+    station.modbus = readModbus(node, errors);
+    station.modbusPlace = node.place;
+    if (station.findings.size() != known) {
+        station.modbus.reset();
+    }
+}
+
 void readRoot(const YamlNode& root, ModuleSource& modules, Station& station, StationErrors& errors)
 {
     if (root.kind != YamlNode::Kind::Map) {
@@ -93,17 +115,16 @@ void readRoot(const YamlNode& root, ModuleSource& modules, Station& station, Sta
                    fmt::format("found {}, expected a map with \"modules\"", root.shown()));
         return;
     }
-    const YamlSection section(root, "key of a station", {"station", "layout", "modules"}, errors);
+    const YamlSection section(root, "key of a station", {"station", "layout", "modbus", "modules"},
+                              errors);
     if (const YamlNode* const name = section.find("station")) {
         station.name = readText(*name, "the name of the station", errors).value_or(station.name);
     }
     if (const YamlNode* const layout = section.find("layout")) {
-        const std::size_t known = station.findings.size();
-        station.layout = readLayout(*layout, errors);
-        station.layoutPlace = layout->place;
-        if (station.findings.size() != known) {
-            removeLimits(station.layout);
-        }
+        readLayoutOf(station, *layout, errors);
+    }
+    if (const YamlNode* const modbus = section.find("modbus")) {
+        readModbusOf(station, *modbus, errors);
     }
     const YamlNode* const list = section.find("modules");
     if (list == nullptr) {

@@ -12,6 +12,29 @@ namespace {
 
 constexpr std::size_t mostTextBytes = 65535; // no text of an mx file has more
 
+// The whole number in a scalar, also in one in quotes.
+std::optional<std::uint64_t> numberIn(const YamlNode& node)
+{
+    const bool isHexadecimal = node.text.compare(0, 2, "0x") == 0;
+    const char* const begin = node.text.data() + (isHexadecimal ? 2 : 0);
+    const char* const end = node.text.data() + node.text.size();
+    std::uint64_t number = 0;
+    const auto read = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
+    const bool isNumber =
+        node.kind == YamlNode::Kind::Scalar && read.ec == std::errc() && read.ptr == end;
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+void addNotExpected(const YamlNode& node, const std::string& expected, StationErrors& errors,
+                    const std::vector<std::string>& accepted = {})
+{
+    const bool isQuoted = numberIn(node) && node.isWord;
+    errors.add(
+        node.place,
+        fmt::format("found {}{}, expected {}", isQuoted ? "the text " : "", node.shown(), expected),
+        isQuoted ? "a number is without quotation marks" : "", accepted);
+}
+
 } // namespace
 
 YamlSection::YamlSection(const YamlNode& node, const std::string& what,
@@ -57,22 +80,32 @@ std::optional<std::string> readText(const YamlNode& node, const std::string& wha
 std::optional<std::uint32_t> readNumber(const YamlNode& node, std::uint32_t least,
                                         std::uint32_t most, StationErrors& errors)
 {
-    const bool isHexadecimal = node.text.compare(0, 2, "0x") == 0;
-    const char* const begin = node.text.data() + (isHexadecimal ? 2 : 0);
-    const char* const end = node.text.data() + node.text.size();
-    std::uint64_t number = 0;
-    const auto read = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
-    const bool isNumber =
-        node.kind == YamlNode::Kind::Scalar && read.ec == std::errc() && read.ptr == end;
-    if (!isNumber || node.isWord || number < least || number > most) {
-        errors.add(node.place,
-                   fmt::format("found {}{}, expected a whole number from {} to {}",
-                               isNumber && node.isWord ? "the text " : "", node.shown(), least,
-                               most),
-                   isNumber && node.isWord ? "a number is without quotation marks" : "");
+    const auto number = numberIn(node);
+    if (!number || node.isWord || *number < least || *number > most) {
+        addNotExpected(node, fmt::format("a whole number from {} to {}", least, most), errors);
         return std::nullopt;
     }
-    return static_cast<std::uint32_t>(number);
+    return static_cast<std::uint32_t>(*number);
+}
+
+std::optional<std::uint32_t> readOneOf(const YamlNode& node, const std::string& what,
+                                       const std::vector<std::uint32_t>& numbers,
+                                       StationErrors& errors)
+{
+    const auto number = numberIn(node);
+    if (number && !node.isWord &&
+        std::find(numbers.begin(), numbers.end(), *number) != numbers.end()) {
+        return static_cast<std::uint32_t>(*number);
+    }
+    std::vector<std::string> accepted;
+    for (const std::uint32_t one : numbers) {
+        accepted.push_back(std::to_string(one));
+    }
+    const std::string first =
+        fmt::format("{}", fmt::join(accepted.begin(), accepted.end() - 1, ", "));
+    addNotExpected(node, fmt::format("{} {} or {}", what, first, accepted.back()), errors,
+                   accepted);
+    return std::nullopt;
 }
 
 std::optional<std::size_t> readWord(const YamlNode& node, const std::string& what,

@@ -40,6 +40,12 @@ std::optional<std::string> readText(const YamlNode& node, const std::string& wha
 std::optional<std::uint32_t> readNumber(const YamlNode& node, std::uint32_t least,
                                         std::uint32_t most, StationErrors& errors);
 
+/// Returns the whole number in `node` that is one of `numbers`; an error and nothing for anything
+/// else, a number in quotes too. `what` is expected: "function code".
+std::optional<std::uint32_t> readOneOf(const YamlNode& node, const std::string& what,
+                                       const std::vector<std::uint32_t>& numbers,
+                                       StationErrors& errors);
+
 /// Returns the index of the text of `node` in `words`; an error and nothing if it is none of them.
 std::optional<std::size_t> readWord(const YamlNode& node, const std::string& what,
                                     const std::vector<std::string>& words, StationErrors& errors);

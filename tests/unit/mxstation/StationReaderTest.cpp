@@ -81,7 +81,7 @@ TEST(StationReader, refusesUnknownKeysWithTheNearest)
                  "layout: {alingment: 2}\n"),
         ElementsAre(
             "1:1 error unknown key of a station \"statoin\", did you mean \"station\"? (accepted: "
-            "station, layout, modules)",
+            "station, layout, modbus, modules)",
             "3:6 error unknown key of a module \"modul\", did you mean \"module\"? (accepted: "
             "module, name, parameters, channels, at, reserve)",
             "3:30 error unknown image \"inn\", did you mean \"in\"? (accepted: in, out)",

@@ -57,6 +57,8 @@ Words constants(const json& choices)
     return words;
 }
 
+const std::string modbus = "/definitions/modbus";
+
 TEST(StationSchema, hasTheKeysOfEveryMapping)
 {
     const std::string layout = "/definitions/layout/properties/";
@@ -69,6 +71,12 @@ TEST(StationSchema, hasTheKeysOfEveryMapping)
              {"/definitions/layout", "{layout: {x: 1}, modules: []}"},
              {layout + "align/anyOf/1", "{layout: {align: {x: 1}}, modules: []}"},
              {layout + "order/anyOf/2", "{layout: {order: {x: row}}, modules: []}"},
+             {modbus, "{modbus: {x: 1}, modules: []}"},
+             {modbus + "/properties/inputs", "{modbus: {inputs: {x: 1}}, modules: []}"},
+             {modbus + "/properties/outputs", "{modbus: {outputs: {x: 1}}, modules: []}"},
+             {modbus + "/properties/parameters", "{modbus: {parameters: {x: 1}}, modules: []}"},
+             {modbus + "/properties/identity", "{modbus: {identity: {x: 1}}, modules: []}"},
+             {modbus + "/properties/commit", "{modbus: {commit: {x: 1}}, modules: []}"},
          }) {
         EXPECT_THAT(keysOf(schemaAt(path)),
                     UnorderedElementsAreArray(findingAbout("x", text).accepted))
@@ -86,6 +94,10 @@ TEST(StationSchema, hasTheWordsOfLayouts)
              {layout + "order/anyOf", "{layout: {order: x}, modules: []}"},
              {layout + "order/anyOf/2/properties/in/anyOf", "{layout: {order: x}, modules: []}"},
              {layout + "byte_order/anyOf", "{layout: {byte_order: x}, modules: []}"},
+             {modbus + "/properties/words/anyOf", "{modbus: {words: x}, modules: []}"},
+             {modbus + "/properties/bytes/anyOf", "{modbus: {bytes: x}, modules: []}"},
+             {modbus + "/properties/commit/properties/reads/anyOf",
+              "{modbus: {commit: {reads: x}}, modules: []}"},
          }) {
         EXPECT_EQ(constants(schemaAt(path)), findingAbout("x", text).accepted) << text;
     }
@@ -121,6 +133,68 @@ TEST(StationSchema, hasTheLimitsOfNumbers)
             EXPECT_THAT(findingAbout("-1", "{layout: {" + key + ": -1}, modules: []}").text,
                         HasSubstr(limits(number)));
         }
+    }
+}
+
+// A definition, or the one that it refers to.
+const json& resolved(const json& definition)
+{
+    return definition.contains("allOf")
+               ? schemaAt(definition.at("allOf")[0].at("$ref").get<std::string>().substr(1))
+               : definition;
+}
+
+void expectLimits(const json& properties, const std::string& before, const std::string& behind)
+{
+    for (const auto& [key, definition] : properties.items()) {
+        const json& number = resolved(definition);
+        if (number.contains("minimum")) {
+            const std::string text = before + "{" + key + ": -1}" + behind;
+            EXPECT_THAT(findingAbout("-1", text).text, HasSubstr(limits(number))) << text;
+        }
+        if (definition.value("type", "") == "object") {
+            expectLimits(definition.at("properties"), before + "{" + key + ": ", "}" + behind);
+        }
+    }
+}
+
+TEST(StationSchema, hasTheLimitsOfRegisters)
+{
+    expectLimits(schemaAt(modbus + "/properties"), "{modbus: ", ", modules: []}");
+}
+
+TEST(StationSchema, hasTheFunctionCodes)
+{
+    for (const auto& [section, key] : {
+             std::pair<std::string, std::string>{"inputs", "read"},
+             {"outputs", "read"},
+             {"outputs", "write"},
+             {"identity", "read"},
+         }) {
+        const json& choices =
+            schemaAt(modbus + "/properties/" + section + "/properties/" + key + "/anyOf");
+        Words codes;
+        for (const json& choice : choices) {
+            codes.push_back(choice.at("const").dump());
+        }
+        const std::string text = "{modbus: {" + section + ": {" + key + ": 1}}, modules: []}";
+        EXPECT_EQ(codes, findingAbout("1", text).accepted) << text;
+    }
+}
+
+// What the reader misses without it.
+TEST(StationSchema, requiresWhatTheReaderRequires)
+{
+    EXPECT_EQ(schemaAt(modbus + "/required"), json{"parameters"});
+    EXPECT_NE(findingAbout("parameters", "{modbus: {unit: 1}, modules: []}").severity,
+              mxmodule::Severity::Note);
+    for (const char* const section : {"inputs", "outputs", "parameters", "identity", "commit"}) {
+        const json& definition = schemaAt(modbus + "/properties/" + section);
+        const bool isRequired =
+            findingAbout("address", "{modbus: {" + std::string(section) + ": {}}, modules: []}")
+                .severity != mxmodule::Severity::Note;
+        EXPECT_EQ(definition.value("required", Words{}), isRequired ? Words{"address"} : Words{})
+            << section;
     }
 }
 
