@@ -1,0 +1,4 @@
+#pragma once
+
+/// Marks what libmxonline exports.
+#define MXONLINE_API __attribute__((visibility("default")))

@@ -1,0 +1,104 @@
+#include "coupler/Apply.h"
+
+#include "report/ApplyOutcome.h"
+#include "report/UtcTime.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace mxonline {
+
+namespace {
+
+using mxmodule::Failure;
+using mxmodule::Origin;
+
+bool isSameDifference(const ParameterDifference& a, const ParameterDifference& b)
+{
+    return a.address == b.address && a.found == b.found && a.planned == b.planned;
+}
+
+bool isSameModule(const ModuleDifference& a, const ModuleDifference& b)
+{
+    return a.identification == b.identification && a.foundId == b.foundId &&
+           std::equal(a.parameters.begin(), a.parameters.end(), b.parameters.begin(),
+                      b.parameters.end(), isSameDifference);
+}
+
+} // namespace
+
+ApplyReport Apply::run(const CouplerDifference& confirmed)
+{
+    report.started = utcTime();
+    before = compare(coupler.plan, coupler.target, coupler.parameters.read(coupler.client));
+    requireConfirmed(confirmed);
+    beginReport(report, coupler.plan, before);
+    try {
+        writeAll();
+        commit();
+    } catch (const Failure& failure) {
+        report.findings = failure.findings();
+    }
+    readBack();
+    report.finished = utcTime();
+    return report;
+}
+
+void Apply::requireConfirmed(const CouplerDifference& confirmed)
+{
+    const auto identity = before.identityErrors();
+    if (!identity.empty()) {
+        throw Failure(identity);
+    }
+    if (!std::equal(before.modules.begin(), before.modules.end(), confirmed.modules.begin(),
+                    confirmed.modules.end(), isSameModule)) {
+        throw Failure(Origin::Output, fmt::format("{} unit {}", before.target, before.map.unit),
+                      "the coupler no longer has the parameters that were shown; nothing was "
+                      "written",
+                      "another master or person may change them: look at the plan again");
+    }
+}
+
+// Staged values that cannot be read may be left from an interrupted run: all are written, so that
+// the commit makes none of them active.
+void Apply::writeAll()
+{
+    const auto& map = before.map;
+    const bool isAll = map.commit && !map.commit->readsAreStaged;
+    const auto parameters =
+        isAll ? allParameters(coupler.modules) : differing(coupler.modules, before);
+    for (const ParameterWrite& one : writesFor(coupler.modules, parameters, map.mostWritten)) {
+        write(one);
+    }
+}
+
+void Apply::write(const ParameterWrite& one)
+{
+    coupler.client.write(one.address, one.values, one.subject);
+    written.insert(written.end(), one.parameters.begin(), one.parameters.end());
+}
+
+void Apply::commit()
+{
+    if (before.map.commit) {
+        coupler.client.write(before.map.commit->address, {before.map.commit->value},
+                             "commit register");
+        report.isCommitted = true;
+    }
+}
+
+// Also after a fault: the report says what is there.
+void Apply::readBack()
+{
+    try {
+        const CouplerState state = coupler.parameters.read(coupler.client);
+        addReadBack(report, coupler.modules, compare(coupler.plan, coupler.target, state), state);
+    } catch (const Failure& failure) {
+        report.findings.insert(report.findings.end(), failure.findings().begin(),
+                               failure.findings().end());
+    }
+    addWritten(report, coupler.modules, written);
+}
+
+} // namespace mxonline

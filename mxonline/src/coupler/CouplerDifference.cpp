@@ -1,0 +1,109 @@
+#include "mxonline/CouplerDifference.h"
+
+#include "coupler/ModuleRegisters.h"
+#include "coupler/ShownRegisters.h"
+
+#include <fmt/format.h>
+#include <text/Hexadecimal.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace mxonline {
+
+namespace {
+
+Identification identificationOf(const ModuleState& state, const std::string& moduleId)
+{
+    if (!state.moduleId) {
+        return Identification::NotPossible;
+    }
+    return text::hexOf(*state.moduleId, 8) == moduleId ? Identification::Same
+                                                       : Identification::Other;
+}
+
+std::vector<std::uint16_t> part(const std::vector<std::uint16_t>& registers,
+                                const ParameterRegisters& one)
+{
+    const auto begin = registers.begin() + static_cast<std::ptrdiff_t>(one.first);
+    return {begin, begin + static_cast<std::ptrdiff_t>(one.count)};
+}
+
+std::vector<ParameterDifference> differencesOf(const ModuleRegisters& module,
+                                               const std::vector<std::uint16_t>& read)
+{
+    const std::vector<std::uint16_t> planned = module.module().registers;
+    std::vector<ParameterDifference> differences;
+    if (read.size() != planned.size() || read == planned) {
+        return differences;
+    }
+    const ShownRegisters shown(module, read);
+    const std::vector<std::uint16_t> foundOnBus = module.reordered(read);
+    const std::vector<std::uint16_t> plannedOnBus = module.reordered(planned);
+    for (const ParameterRegisters& one : module.parameters()) {
+        if (part(read, one) != part(planned, one)) {
+            differences.push_back({module.names()[one.parameter],
+                                   static_cast<std::uint16_t>(module.range(one).address),
+                                   part(foundOnBus, one), part(plannedOnBus, one), shown.read(one),
+                                   shown.planned(one)});
+        }
+    }
+    return differences;
+}
+
+} // namespace
+
+bool CouplerDifference::isSame() const
+{
+    return parameterCount() == 0 && identityErrors().empty();
+}
+
+std::size_t CouplerDifference::parameterCount() const
+{
+    std::size_t count = 0;
+    for (const ModuleDifference& module : modules) {
+        count += module.parameters.size();
+    }
+    return count;
+}
+
+std::vector<mxmodule::Finding> CouplerDifference::identityErrors() const
+{
+    std::vector<mxmodule::Finding> errors;
+    for (const ModuleDifference& module : modules) {
+        if (module.identification != Identification::Other) {
+            continue;
+        }
+        const bool isEmpty = module.foundId == "00000000" || module.foundId == "ffffffff";
+        mxmodule::Finding& error = errors.emplace_back();
+        error.origin = mxmodule::Origin::Output;
+        error.place = fmt::format("{} unit {}", target, map.unit);
+        error.text = fmt::format("module {} \"{}\" is {} in the station, the coupler has {}",
+                                 module.position, module.name, module.moduleId,
+                                 isEmpty ? "no module there" : module.foundId);
+        error.hint = "nothing was written; compare the row of the station with the modules on the "
+                     "coupler, or the target with the coupler that is meant";
+    }
+    return errors;
+}
+
+CouplerDifference compare(const mxstation::Plan& plan, const Target& target,
+                          const CouplerState& state)
+{
+    CouplerDifference difference{plan.station, targetText(target), *plan.modbus, {}};
+    const std::vector<ModuleRegisters> modules = moduleRegisters(plan);
+    for (std::size_t i = 0; i < modules.size() && i < state.modules.size(); ++i) {
+        const mxstation::PlannedModule& planned = modules[i].module();
+        const ModuleState& found = state.modules[i];
+        ModuleDifference& module = difference.modules.emplace_back();
+        module.position = planned.position;
+        module.name = planned.name;
+        module.moduleId = planned.module.moduleId();
+        module.identification = identificationOf(found, module.moduleId);
+        module.foundId = found.moduleId ? text::hexOf(*found.moduleId, 8) : "";
+        module.parameters = differencesOf(modules[i], found.registers);
+    }
+    return difference;
+}
+
+} // namespace mxonline

@@ -1,0 +1,129 @@
+#include "report/ApplyOutcome.h"
+
+#include "bus/RegisterRange.h"
+#include "coupler/ShownRegisters.h"
+#include "report/Sha256.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace mxonline {
+
+namespace {
+
+AppliedParameter appliedOf(const ParameterDifference& difference)
+{
+    AppliedParameter applied;
+    applied.parameter = difference.parameter;
+    applied.address = difference.address;
+    applied.registers = difference.planned.size();
+    applied.plannedShown = difference.plannedShown;
+    return applied;
+}
+
+AppliedParameter* parameterAt(AppliedModule& module, std::uint32_t address)
+{
+    const auto found =
+        std::find_if(module.parameters.begin(), module.parameters.end(),
+                     [address](const AppliedParameter& one) { return one.address == address; });
+    return found == module.parameters.end() ? nullptr : &*found;
+}
+
+// A parameter that was not to be written can also be different now.
+AppliedParameter& parameterOf(AppliedModule& module, const ParameterDifference& difference)
+{
+    AppliedParameter* const known = parameterAt(module, difference.address);
+    if (known != nullptr) {
+        return *known;
+    }
+    const auto place = std::find_if(
+        module.parameters.begin(), module.parameters.end(),
+        [&difference](const AppliedParameter& one) { return one.address > difference.address; });
+    return *module.parameters.insert(place, appliedOf(difference));
+}
+
+mxmodule::Finding notAsPlanned(const ApplyReport& report, const AppliedModule& module,
+                               const AppliedParameter& parameter)
+{
+    const RegisterRange range{parameter.address, static_cast<std::uint32_t>(parameter.registers)};
+    mxmodule::Finding finding;
+    finding.origin = mxmodule::Origin::Output;
+    finding.place = fmt::format("{} unit {}", report.target, report.map.unit);
+    finding.text = fmt::format("module {} \"{}\", parameter \"{}\": {}: read back {}, planned {}",
+                               module.position, module.name, parameter.parameter,
+                               registersText(range), parameter.nowShown, parameter.plannedShown);
+    finding.hint = "the module keeps another value: see its manual for values that it accepts "
+                   "only in certain states, and its diagnosis";
+    return finding;
+}
+
+void addDifferences(ApplyReport& report, AppliedModule& module, const ModuleDifference& after)
+{
+    for (AppliedParameter& one : module.parameters) {
+        one.outcome = WriteOutcome::Verified;
+        one.nowShown = one.plannedShown;
+    }
+    for (const ParameterDifference& difference : after.parameters) {
+        AppliedParameter& parameter = parameterOf(module, difference);
+        parameter.outcome = WriteOutcome::Different;
+        parameter.nowShown = difference.foundShown;
+        report.findings.push_back(notAsPlanned(report, module, parameter));
+    }
+}
+
+} // namespace
+
+void beginReport(ApplyReport& report, const mxstation::Plan& plan, const CouplerDifference& before)
+{
+    report.station = before.station;
+    report.stationSum = sha256({plan.source.begin(), plan.source.end()});
+    report.target = before.target;
+    report.map = before.map;
+    report.version = MXONLINE_VERSION;
+    for (const ModuleDifference& module : before.modules) {
+        AppliedModule& applied = report.modules.emplace_back();
+        applied.position = module.position;
+        applied.name = module.name;
+        applied.moduleId = module.moduleId;
+        applied.identification = module.identification;
+        applied.foundId = module.foundId;
+        for (const ParameterDifference& difference : module.parameters) {
+            applied.parameters.push_back(appliedOf(difference));
+            applied.parameters.back().foundShown = difference.foundShown;
+        }
+    }
+}
+
+void addReadBack(ApplyReport& report, const std::vector<ModuleRegisters>& modules,
+                 const CouplerDifference& after, const CouplerState& state)
+{
+    const auto identity = after.identityErrors();
+    if (!identity.empty()) { // without parameters
+        report.findings.insert(report.findings.end(), identity.begin(), identity.end());
+        return;
+    }
+    std::vector<char> all;
+    for (std::size_t i = 0; i < modules.size(); ++i) {
+        const std::vector<char> bytes = bytesOfRegisters(state.modules[i].registers);
+        all.insert(all.end(), bytes.begin(), bytes.end());
+        report.modules[i].sum = sha256(bytes);
+        addDifferences(report, report.modules[i], after.modules[i]);
+    }
+    report.sum = sha256(all);
+    report.isReadBack = true;
+}
+
+void addWritten(ApplyReport& report, const std::vector<ModuleRegisters>& modules,
+                const std::vector<ParameterPlace>& written)
+{
+    for (const ParameterPlace& one : written) {
+        const ModuleRegisters& module = modules[one.module];
+        const RegisterRange range = module.range(module.parameters()[one.place]);
+        if (auto* const parameter = parameterAt(report.modules[one.module], range.address)) {
+            parameter->isWritten = true;
+        }
+    }
+}
+
+} // namespace mxonline
