@@ -1,4 +1,4 @@
-#include "AnsweringPeer.h"
+#include "bus/AnsweringPeer.h"
 
 #include <arpa/inet.h>
 #include <fcntl.h>

@@ -1,4 +1,4 @@
-#include "AnsweringPeer.h"
+#include "bus/AnsweringPeer.h"
 #include "bus/ModbusClient.h"
 
 #include <mxonline/Target.h>
