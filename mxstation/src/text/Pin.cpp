@@ -2,6 +2,7 @@
 
 #include "export/Provenance.h"
 #include "text/PinEditor.h"
+#include "text/SameModbus.h"
 #include "text/StationReader.h"
 
 #include <algorithm>
@@ -130,7 +131,8 @@ private:
     bool isRead(const PinEditor& editor, std::size_t count)
     {
         const Station read = stationIn(editor.text(count), station.file, modules);
-        if (!read.findings.empty() || read.entries.size() != station.entries.size()) {
+        if (!read.findings.empty() || read.entries.size() != station.entries.size() ||
+            !isSameModbus(read.modbus, station.modbus)) {
             return false;
         }
         const std::size_t end = count == entries.size() ? station.entries.size() : entries[count];

@@ -54,6 +54,34 @@ modules:
 )");
 }
 
+TEST(Pin, keepsTheRegistersOfTheCoupler)
+{
+    EXPECT_EQ(pinnedText(R"(modbus: {parameters: {address: 0x4000, stride: 0x40}} # hexadecimal
+modules:
+  - MX0116.bin
+)"),
+              R"(modbus: {parameters: {address: 0x4000, stride: 0x40}} # hexadecimal
+modules:
+  - module: MX0116.bin
+    at: {in: 0}
+)");
+    EXPECT_EQ(pinnedText(R"(modules:
+  - MX0116.bin
+modbus:
+  commit: {address: 7, reads: active}
+  parameters:
+    address: 16
+)"),
+              R"(modules:
+  - module: MX0116.bin
+    at: {in: 0}
+modbus:
+  commit: {address: 7, reads: active}
+  parameters:
+    address: 16
+)");
+}
+
 TEST(Pin, addsALineToMaps)
 {
     EXPECT_EQ(pinnedText(R"(modules:
