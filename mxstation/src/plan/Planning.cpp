@@ -3,6 +3,7 @@
 #include "plan/ChannelFit.h"
 #include "plan/ChannelNotes.h"
 #include "plan/EntryNames.h"
+#include "plan/ModbusFit.h"
 #include "plan/ModuleValues.h"
 #include "plan/PlacedModules.h"
 
@@ -94,6 +95,10 @@ private:
             }
         }
         addImageWarning();
+        // After errors of the text the images may have other sizes than those that are meant.
+        if (haveFinalPlaces && plan.modbus && station.findings.empty()) {
+            addModbusFindings(station, plan, findings);
+        }
         const auto key = [](const Gap& gap) { return std::pair(!gap.isInput, gap.firstBit); };
         std::sort(plan.gaps.begin(), plan.gaps.end(),
                   [&key](const Gap& a, const Gap& b) { return key(a) < key(b); });

@@ -11,8 +11,6 @@ namespace {
 
 using KeyNames = std::vector<std::string>;
 
-constexpr std::uint32_t lastRegister = 65535;
-
 const KeyNames modbusKeys = {"unit",    "inputs",    "outputs",      "parameters", "identity",
                              "commit",  "most_read", "most_written", "words",      "bytes",
                              "timeout", "busy",      "retries"};
@@ -33,11 +31,11 @@ public:
     }
 
     template <typename Number>
-    void number(const std::string& key, std::uint32_t least, std::uint32_t most,
-                Number& value) const
+    void number(const std::string& key, const NumberLimits& limits, Number& value) const
     {
         if (const YamlNode* const stated = section.find(key)) {
-            value = static_cast<Number>(readNumber(*stated, least, most, errors).value_or(value));
+            value = static_cast<Number>(
+                readNumber(*stated, limits.least, limits.most, errors).value_or(value));
         }
     }
 
@@ -83,14 +81,14 @@ PartOrder orderIn(const ModbusStatements& statements, const std::string& key)
 void readInputs(const YamlNode& node, ModbusImage& image, StationErrors& errors)
 {
     const ModbusStatements statements(node, "inputs", {"address", "read"}, errors);
-    statements.number("address", 0, lastRegister, image.address);
+    statements.number("address", registerLimits, image.address);
     statements.function("read", readFunctions, image.readFunction);
 }
 
 void readOutputs(const YamlNode& node, ModbusImage& image, StationErrors& errors)
 {
     const ModbusStatements statements(node, "outputs", {"address", "read", "write"}, errors);
-    statements.number("address", 0, lastRegister, image.address);
+    statements.number("address", registerLimits, image.address);
     statements.function("read", readFunctions, image.readFunction);
     statements.function("write", writeFunctions, image.writeFunction);
 }
@@ -98,8 +96,8 @@ void readOutputs(const YamlNode& node, ModbusImage& image, StationErrors& errors
 void readParameters(const YamlNode& node, ModbusModuleRegisters& registers, StationErrors& errors)
 {
     const ModbusStatements statements(node, "parameters", {"address", "stride"}, errors);
-    statements.number("address", 0, lastRegister, registers.address);
-    statements.number("stride", 1, lastRegister, registers.stride);
+    statements.number("address", registerLimits, registers.address);
+    statements.number("stride", strideLimits, registers.stride);
     statements.require("address", "the first parameter register of the first module");
 }
 
@@ -108,8 +106,8 @@ ModbusIdentity identityIn(const YamlNode& node, StationErrors& errors)
     ModbusIdentity identity;
     identity.stride = 2;
     const ModbusStatements statements(node, "identity", {"address", "stride", "read"}, errors);
-    statements.number("address", 0, lastRegister, identity.address);
-    statements.number("stride", 2, lastRegister, identity.stride);
+    statements.number("address", registerLimits, identity.address);
+    statements.number("stride", identityStrideLimits, identity.stride);
     statements.function("read", readFunctions, identity.readFunction);
     statements.require("address", "the first register with the identifier of the first module");
     return identity;
@@ -119,8 +117,8 @@ ModbusCommit commitIn(const YamlNode& node, StationErrors& errors)
 {
     ModbusCommit commit;
     const ModbusStatements statements(node, "commit", {"address", "value", "reads"}, errors);
-    statements.number("address", 0, lastRegister, commit.address);
-    statements.number("value", 0, 65535, commit.value);
+    statements.number("address", registerLimits, commit.address);
+    statements.number("value", valueLimits, commit.value);
     commit.readsAreStaged = !statements.isSecond("reads", "state of parameters", stagedWords);
     statements.require("address", "the register that makes parameters active");
     return commit;
@@ -154,14 +152,14 @@ ModbusMap readModbus(const YamlNode& node, StationErrors& errors)
     const ModbusStatements statements(node, "modbus", modbusKeys, errors);
     readSections(statements, map, errors);
     statements.require("parameters", "the registers of the modules' parameters");
-    statements.number("unit", 0, 255, map.unit);
-    statements.number("most_read", 4, 125, map.mostRead);
-    statements.number("most_written", 4, 123, map.mostWritten);
+    statements.number("unit", unitLimits, map.unit);
+    statements.number("most_read", mostReadLimits, map.mostRead);
+    statements.number("most_written", mostWrittenLimits, map.mostWritten);
     map.words = orderIn(statements, "words");
     map.bytes = orderIn(statements, "bytes");
-    statements.number("timeout", 1, 60000, map.timeout);
-    statements.number("busy", 0, 600000, map.busyTime);
-    statements.number("retries", 0, 10, map.retries);
+    statements.number("timeout", timeoutLimits, map.timeout);
+    statements.number("busy", busyLimits, map.busyTime);
+    statements.number("retries", retriesLimits, map.retries);
     return map;
 }
 
