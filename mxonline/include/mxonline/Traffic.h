@@ -1,6 +1,9 @@
 #pragma once
 
+#include "mxonline/MxonlineApi.h"
+
 #include <cstddef>
+#include <string>
 
 namespace mxonline {
 
@@ -12,5 +15,9 @@ struct Traffic
     std::size_t registersWritten = 0; ///< Registers written.
     std::size_t repetitions = 0;      ///< Requests sent again after a fault or a busy coupler.
 };
+
+/// Returns `traffic` for people: "3 requests, 40 registers read, 2 registers written, 0
+/// repetitions".
+MXONLINE_API std::string trafficText(const Traffic& traffic);
 
 } // namespace mxonline

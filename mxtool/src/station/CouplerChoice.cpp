@@ -1,0 +1,48 @@
+#include "station/CouplerChoice.h"
+
+#include "CommandLineOptions.h"
+#include "Diagnostic.h"
+
+#include <CLI/CLI.hpp>
+
+namespace mxtool {
+
+void addCouplerChoice(CLI::App& verb, CouplerChoice& choice)
+{
+    addStationChoice(verb, choice.station);
+    CLI::Option* const target =
+        verb.add_option("--target", choice.target,
+                        "The coupler: tcp:HOST[:PORT] or rtu:DEVICE[,BAUD[,PARITY[,STOPBITS]]]");
+    target->type_name("TARGET")->required();
+    rejectEmptyValue(*target);
+    verb.add_flag("--verbose", choice.isVerbose,
+                  "Tell at the end how many requests were sent and registers read and written");
+}
+
+StationCoupler::StationCoupler(const CouplerChoice& choice)
+    : StationCoupler(choice, mxonline::targetOf(choice.target), loadPlan(choice.station))
+{}
+
+StationCoupler::StationCoupler(const CouplerChoice& choice, const mxstation::Plan& planned)
+    : StationCoupler(choice, mxonline::targetOf(choice.target), planned)
+{}
+
+StationCoupler::StationCoupler(const CouplerChoice& choice, const mxonline::Target& checked,
+                               const mxstation::Plan& planned)
+    : target(mxonline::targetText(checked)),
+      tellsTraffic(choice.isVerbose),
+      stationPlan(planned),
+      connection(stationPlan, checked, &observer)
+{}
+
+StationCoupler::~StationCoupler()
+{
+    try {
+        if (tellsTraffic) {
+            report({Severity::Note, target, mxonline::trafficText(connection.traffic())});
+        }
+    } catch (const std::exception&) { // without memory; a destructor must not throw
+    }
+}
+
+} // namespace mxtool
