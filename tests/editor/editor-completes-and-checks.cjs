@@ -139,6 +139,10 @@ async function checkStations(server) {
   await expectOffered(server, "modules: []\nlayout: |", ["plain", "words", "bytes-first", "aligned"]);
   await expectOffered(server, "modules: []\nlayout:\n  |", ["align", "pad_module", "like"]);
   await expectOffered(server, "modules:\n  - module: a.bin\n    |", ["name", "parameters", "at"]);
+  await expectUnderlined(server, "modbus: {parameters: {address: 65536}}\nmodules: []\n", "65536", "65535");
+  await expectOffered(server, "modules: []\nmodbus:\n  |", ["parameters", "inputs", "commit", "bytes"]);
+  await expectOffered(server, "modules: []\nmodbus:\n  bytes: |", ["big", "little"]);
+  await expectOffered(server, "modules: []\nmodbus:\n  outputs:\n    write: |", ["6", "16", "22"]);
 }
 
 async function run() {

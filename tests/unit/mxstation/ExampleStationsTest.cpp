@@ -64,6 +64,33 @@ TEST(ExampleStations, havePinnedAndReservedPlacesAndAFullRow)
                             [](const Station& one) { return one.entries.size() == 64; }));
 }
 
+bool anyRegisters(bool (*isMeant)(const mxstation::ModbusMap&))
+{
+    return std::any_of(exampleStations().begin(), exampleStations().end(),
+                       [&](const Station& one) { return isMeant(one.modbus.value()); });
+}
+
+TEST(ExampleStations, haveRegistersOfEveryKind)
+{
+    using Map = mxstation::ModbusMap;
+    using mxstation::PartOrder;
+    for (const Station& station : exampleStations()) {
+        ASSERT_TRUE(station.modbus) << station.file;
+    }
+    EXPECT_TRUE(anyRegisters([](const Map& map) { return map.words == PartOrder::Little; }));
+    EXPECT_TRUE(anyRegisters([](const Map& map) { return map.bytes == PartOrder::Little; }));
+    EXPECT_TRUE(anyRegisters([](const Map& map) { return !map.identity && !map.commit; }));
+    EXPECT_TRUE(anyRegisters(
+        [](const Map& map) { return map.identity && map.identity->readFunction == 4; }));
+    EXPECT_TRUE(
+        anyRegisters([](const Map& map) { return map.commit && map.commit->readsAreStaged; }));
+    EXPECT_TRUE(
+        anyRegisters([](const Map& map) { return map.commit && !map.commit->readsAreStaged; }));
+    EXPECT_TRUE(anyRegisters([](const Map& map) { return map.inputs.readFunction == 3; }));
+    EXPECT_TRUE(anyRegisters([](const Map& map) { return map.outputs.writeFunction == 6; }));
+    EXPECT_TRUE(anyRegisters([](const Map& map) { return map.outputs.writeFunction == 22; }));
+}
+
 // The bytes in the comments of the files.
 TEST(ExampleStations, haveTheBytesThatTheirCommentsState)
 {

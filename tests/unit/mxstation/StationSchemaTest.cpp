@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <fstream>
+#include <iterator>
 
 namespace {
 
@@ -196,6 +197,23 @@ TEST(StationSchema, requiresWhatTheReaderRequires)
         EXPECT_EQ(definition.value("required", Words{}), isRequired ? Words{"address"} : Words{})
             << section;
     }
+}
+
+void expectKeysIn(const std::string& text, const json& properties)
+{
+    for (const auto& [key, definition] : properties.items()) {
+        EXPECT_THAT(text, testing::ContainsRegex("[ {]" + key + ": "));
+        if (definition.value("type", "") == "object") {
+            expectKeysIn(text, definition.at("properties"));
+        }
+    }
+}
+
+TEST(StationSchema, hasAnExampleOfEveryKeyOfTheRegisters)
+{
+    std::ifstream file(EXAMPLE_STATIONS "/own-layout.yaml");
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    expectKeysIn(text.substr(text.find("modbus:")), schemaAt(modbus + "/properties"));
 }
 
 } // namespace
