@@ -26,13 +26,15 @@ MXONLINE_API const char* writeOutcomeName(WriteOutcome outcome);
 /// A parameter that differed from the station before or after.
 struct AppliedParameter
 {
-    std::string parameter;     ///< By which a station states it.
-    std::uint16_t address = 0; ///< Its first register.
-    std::size_t registers = 0; ///< Number of its registers.
-    std::string foundShown;    ///< The value before, for people; empty: it was as planned.
-    std::string plannedShown;  ///< The value of the station, for people.
-    std::string nowShown;      ///< The value read back, for people; empty: not read back.
-    bool isWritten = false;    ///< The coupler confirmed that it was written.
+    std::string parameter;              ///< By which a station states it.
+    std::uint16_t address = 0;          ///< Its first register.
+    std::vector<std::uint16_t> found;   ///< Before, in the order of the coupler; empty: as planned.
+    std::vector<std::uint16_t> planned; ///< What the station states, in the same order.
+    std::vector<std::uint16_t> now;     ///< Read back, in the same order; empty: not read back.
+    std::string foundShown;             ///< The value before, for people; empty: it was as planned.
+    std::string plannedShown;           ///< The value of the station, for people.
+    std::string nowShown;               ///< The value read back, for people; empty: not read back.
+    bool isWritten = false;             ///< The coupler confirmed that it was written.
     WriteOutcome outcome = WriteOutcome::NotReadBack; ///< What is known of it now.
 };
 
@@ -45,6 +47,10 @@ struct AppliedModule
     Identification identification = Identification::NotPossible; ///< Whether it is this module.
     std::string foundId; ///< The coupler's identifier, eight hexadecimal digits; may be empty.
     std::vector<AppliedParameter> parameters; ///< In the order of the registers.
+    /// Parameters that were written although they were read as planned, see `ModbusCommit`.
+    std::size_t writtenAgain = 0;
+    /// Names of parameters that the station sets and that are in no register.
+    std::vector<std::string> withoutRegisters;
     /// SHA-256 of the registers read back, each with its high byte first: that of the file which
     /// `mxstation::parameterFiles` makes for Modbus, if it is the same. Empty: not read back.
     std::string sum;
@@ -69,6 +75,9 @@ struct ApplyReport
 
     /// Returns whether everything was read back and is as the station states.
     MXONLINE_API bool isDone() const;
+
+    /// Returns why it is not done; empty if it is.
+    MXONLINE_API std::vector<std::string> reasons() const;
 
     MXONLINE_API std::string text() const; ///< For people.
     MXONLINE_API std::string json() const; ///< Schema "mxtool.apply-report" version 1.

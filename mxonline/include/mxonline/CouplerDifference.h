@@ -20,6 +20,9 @@ enum class Identification
     Other        ///< Another module, or none.
 };
 
+/// Returns "not possible", "same" or "other".
+MXONLINE_API const char* identificationName(Identification identification);
+
 /// A parameter whose registers differ from those of the station.
 struct ParameterDifference
 {
@@ -39,7 +42,25 @@ struct ModuleDifference
     std::string moduleId;     ///< Of the station, eight hexadecimal digits.
     Identification identification = Identification::NotPossible; ///< Whether it is this module.
     std::string foundId; ///< The coupler's identifier, eight hexadecimal digits; may be empty.
+    bool isRead = false; ///< Its parameters were read: not if a module of the row is another one.
     std::vector<ParameterDifference> parameters; ///< In the order of the registers.
+    /// Names of parameters that the station sets and that are in no register.
+    std::vector<std::string> withoutRegisters;
+};
+
+/// What brings the parameters of a station to its coupler.
+struct NeededWrites
+{
+    std::size_t parameters = 0; ///< Written, also if they are as planned: see `ModbusCommit`.
+    std::size_t registers = 0;  ///< Of these parameters, and the commit register.
+    std::size_t requests = 0;   ///< That write them, the commit included.
+};
+
+/// What the text of a difference is for.
+enum class DifferenceUse
+{
+    Plan,  ///< What `Coupler::apply` would do; nothing was written.
+    Verify ///< Only whether the coupler is as planned.
 };
 
 /// How the parameters on a coupler differ from those of a station.
@@ -49,8 +70,9 @@ struct CouplerDifference
     std::string target;                    ///< Of the coupler: "tcp:127.0.0.1:502".
     mxstation::ModbusMap map;              ///< Its registers.
     std::vector<ModuleDifference> modules; ///< All of the row.
+    NeededWrites writes;                   ///< Nothing if a module is another one.
 
-    /// Returns whether every register of a parameter is as the station states.
+    /// Returns whether every register of a parameter was read and is as the station states.
     MXONLINE_API bool isSame() const;
 
     /// Returns how many parameters differ.
@@ -58,6 +80,12 @@ struct CouplerDifference
 
     /// Returns an error for each module that is not that of the station.
     MXONLINE_API std::vector<mxmodule::Finding> identityErrors() const;
+
+    /// Returns tables for people: the modules, and the parameters that differ.
+    MXONLINE_API std::string text(DifferenceUse use = DifferenceUse::Plan) const;
+
+    /// Returns all of it, schema "mxtool.coupler-difference" version 1.
+    MXONLINE_API std::string json() const;
 };
 
 /// Compares what was read from the coupler at `target` with `plan`, whose map is stated.

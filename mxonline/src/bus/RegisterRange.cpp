@@ -4,12 +4,17 @@
 
 namespace mxonline {
 
-std::string registersText(const RegisterRange& range)
+std::string addressesText(const RegisterRange& range)
 {
     const std::uint32_t last = range.end() - 1;
-    return range.count == 1 ? fmt::format("register {} (0x{:04x})", range.address, range.address)
-                            : fmt::format("registers {} to {} (0x{:04x} to 0x{:04x})",
-                                          range.address, last, range.address, last);
+    return range.count == 1 ? fmt::format("{} (0x{:04x})", range.address, range.address)
+                            : fmt::format("{} to {} (0x{:04x} to 0x{:04x})", range.address, last,
+                                          range.address, last);
+}
+
+std::string registersText(const RegisterRange& range)
+{
+    return (range.count == 1 ? "register " : "registers ") + addressesText(range);
 }
 
 } // namespace mxonline

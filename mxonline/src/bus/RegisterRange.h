@@ -20,6 +20,9 @@ struct RegisterRange
     }
 };
 
+/// Returns "16384 (0x4000)" or "16384 to 16391 (0x4000 to 0x4007)".
+std::string addressesText(const RegisterRange& range);
+
 /// Returns "register 16384 (0x4000)" or "registers 16384 to 16391 (0x4000 to 0x4007)".
 std::string registersText(const RegisterRange& range);
 

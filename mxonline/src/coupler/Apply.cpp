@@ -60,15 +60,9 @@ void Apply::requireConfirmed(const CouplerDifference& confirmed)
     }
 }
 
-// Staged values that cannot be read may be left from an interrupted run: all are written, so that
-// the commit makes none of them active.
 void Apply::writeAll()
 {
-    const auto& map = before.map;
-    const bool isAll = map.commit && !map.commit->readsAreStaged;
-    const auto parameters =
-        isAll ? allParameters(coupler.modules) : differing(coupler.modules, before);
-    for (const ParameterWrite& one : writesFor(coupler.modules, parameters, map.mostWritten)) {
+    for (const ParameterWrite& one : writesToReach(coupler.modules, before)) {
         write(one);
     }
 }
@@ -99,6 +93,7 @@ void Apply::readBack()
                                failure.findings().end());
     }
     addWritten(report, coupler.modules, written);
+    addValueErrors(report);
 }
 
 } // namespace mxonline

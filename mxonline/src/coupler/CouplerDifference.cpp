@@ -1,7 +1,9 @@
 #include "mxonline/CouplerDifference.h"
 
 #include "coupler/ModuleRegisters.h"
+#include "coupler/ParameterWrites.h"
 #include "coupler/ShownRegisters.h"
+#include "report/CouplerNotes.h"
 
 #include <fmt/format.h>
 #include <text/Hexadecimal.h>
@@ -51,11 +53,44 @@ std::vector<ParameterDifference> differencesOf(const ModuleRegisters& module,
     return differences;
 }
 
+NeededWrites neededWrites(const std::vector<ModuleRegisters>& modules,
+                          const CouplerDifference& difference)
+{
+    NeededWrites needed;
+    if (!difference.identityErrors().empty()) {
+        return needed;
+    }
+    for (const ParameterWrite& write : writesToReach(modules, difference)) {
+        needed.parameters += write.parameters.size();
+        needed.registers += write.values.size();
+        ++needed.requests;
+    }
+    if (difference.map.commit) {
+        ++needed.registers;
+        ++needed.requests;
+    }
+    return needed;
+}
+
 } // namespace
+
+const char* identificationName(Identification identification)
+{
+    switch (identification) {
+    case Identification::Same:
+        return "same";
+    case Identification::Other:
+        return "other";
+    default:
+        return "not possible";
+    }
+}
 
 bool CouplerDifference::isSame() const
 {
-    return parameterCount() == 0 && identityErrors().empty();
+    const bool isRead = std::all_of(modules.begin(), modules.end(),
+                                    [](const ModuleDifference& one) { return one.isRead; });
+    return isRead && parameterCount() == 0 && identityErrors().empty();
 }
 
 std::size_t CouplerDifference::parameterCount() const
@@ -74,13 +109,12 @@ std::vector<mxmodule::Finding> CouplerDifference::identityErrors() const
         if (module.identification != Identification::Other) {
             continue;
         }
-        const bool isEmpty = module.foundId == "00000000" || module.foundId == "ffffffff";
         mxmodule::Finding& error = errors.emplace_back();
         error.origin = mxmodule::Origin::Output;
         error.place = fmt::format("{} unit {}", target, map.unit);
         error.text = fmt::format("module {} \"{}\" is {} in the station, the coupler has {}",
                                  module.position, module.name, module.moduleId,
-                                 isEmpty ? "no module there" : module.foundId);
+                                 isNoModule(module.foundId) ? "no module there" : module.foundId);
         error.hint = "nothing was written; compare the row of the station with the modules on the "
                      "coupler, or the target with the coupler that is meant";
     }
@@ -90,7 +124,10 @@ std::vector<mxmodule::Finding> CouplerDifference::identityErrors() const
 CouplerDifference compare(const mxstation::Plan& plan, const Target& target,
                           const CouplerState& state)
 {
-    CouplerDifference difference{plan.station, targetText(target), *plan.modbus, {}};
+    CouplerDifference difference;
+    difference.station = plan.station;
+    difference.target = targetText(target);
+    difference.map = *plan.modbus;
     const std::vector<ModuleRegisters> modules = moduleRegisters(plan);
     for (std::size_t i = 0; i < modules.size() && i < state.modules.size(); ++i) {
         const mxstation::PlannedModule& planned = modules[i].module();
@@ -101,8 +138,11 @@ CouplerDifference compare(const mxstation::Plan& plan, const Target& target,
         module.moduleId = planned.module.moduleId();
         module.identification = identificationOf(found, module.moduleId);
         module.foundId = found.moduleId ? text::hexOf(*found.moduleId, 8) : "";
+        module.isRead = found.registers.size() == planned.registers.size();
         module.parameters = differencesOf(modules[i], found.registers);
+        module.withoutRegisters = modules[i].setWithoutRegisters();
     }
+    difference.writes = neededWrites(modules, difference);
     return difference;
 }
 

@@ -15,8 +15,18 @@ ModuleRegisters::ModuleRegisters(const mxstation::PlannedModule& module,
     for (const mxmodule::PlacedParameter& place : configuration.places()) {
         places.push_back({place.parameter, place.begin / 2, place.size / 2});
     }
+    std::vector<bool> isPlaced;
     for (const mxmodule::Parameter& parameter : configuration.parameters()) {
         callNames.push_back(parameter.callName);
+        isPlaced.push_back(false);
+    }
+    for (const ParameterRegisters& one : places) {
+        isPlaced[one.parameter] = true;
+    }
+    for (std::size_t i = 0; i < callNames.size(); ++i) {
+        if (!isPlaced[i] && configuration.isChanged(i)) {
+            unreachable.push_back(callNames[i]);
+        }
     }
 }
 

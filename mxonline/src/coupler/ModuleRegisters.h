@@ -35,6 +35,9 @@ public:
     /// Returns the names by which the parameters are called, by position.
     const std::vector<std::string>& names() const { return callNames; }
 
+    /// Returns the names of parameters that differ from the default and are in no register.
+    const std::vector<std::string>& setWithoutRegisters() const { return unreachable; }
+
     /// Returns all registers of the module on the coupler, possibly none.
     RegisterRange range() const;
 
@@ -50,6 +53,7 @@ private:
     const mxstation::ModbusMap& map;
     std::vector<ParameterRegisters> places;
     std::vector<std::string> callNames;
+    std::vector<std::string> unreachable;
 };
 
 /// Returns those of every module of `plan`, in the order of the row. Throws a `mxmodule::Failure`

@@ -27,35 +27,6 @@ std::string subjectOf(const ParameterWrite& write, const std::vector<ModuleRegis
                              moduleText(modules[last.module].module()), nameOf(last));
 }
 
-} // namespace
-
-std::vector<ParameterWrite> writesFor(const std::vector<ModuleRegisters>& modules,
-                                      const std::vector<ParameterPlace>& parameters,
-                                      std::uint16_t most)
-{
-    std::vector<ParameterWrite> writes;
-    for (const ParameterPlace& one : parameters) {
-        const ModuleRegisters& module = modules[one.module];
-        const ParameterRegisters& place = module.parameters()[one.place];
-        const RegisterRange range = module.range(place);
-        const bool follows = !writes.empty() &&
-                             writes.back().address + writes.back().values.size() == range.address &&
-                             writes.back().values.size() + range.count <= most;
-        if (!follows) {
-            writes.emplace_back().address = static_cast<std::uint16_t>(range.address);
-        }
-        const std::vector<std::uint16_t> words = module.reordered(module.module().registers);
-        const auto begin = words.begin() + static_cast<std::ptrdiff_t>(place.first);
-        writes.back().values.insert(writes.back().values.end(), begin,
-                                    begin + static_cast<std::ptrdiff_t>(place.count));
-        writes.back().parameters.push_back(one);
-    }
-    for (ParameterWrite& write : writes) {
-        write.subject = subjectOf(write, modules);
-    }
-    return writes;
-}
-
 std::vector<ParameterPlace> differing(const std::vector<ModuleRegisters>& modules,
                                       const CouplerDifference& difference)
 {
@@ -85,6 +56,46 @@ std::vector<ParameterPlace> allParameters(const std::vector<ModuleRegisters>& mo
         }
     }
     return all;
+}
+
+} // namespace
+
+std::vector<ParameterWrite> writesFor(const std::vector<ModuleRegisters>& modules,
+                                      const std::vector<ParameterPlace>& parameters,
+                                      std::uint16_t most)
+{
+    std::vector<ParameterWrite> writes;
+    for (const ParameterPlace& one : parameters) {
+        const ModuleRegisters& module = modules[one.module];
+        const ParameterRegisters& place = module.parameters()[one.place];
+        const RegisterRange range = module.range(place);
+        const bool follows = !writes.empty() &&
+                             writes.back().address + writes.back().values.size() == range.address &&
+                             writes.back().values.size() + range.count <= most;
+        if (!follows) {
+            writes.emplace_back().address = static_cast<std::uint16_t>(range.address);
+        }
+        const std::vector<std::uint16_t> words = module.reordered(module.module().registers);
+        const auto begin = words.begin() + static_cast<std::ptrdiff_t>(place.first);
+        writes.back().values.insert(writes.back().values.end(), begin,
+                                    begin + static_cast<std::ptrdiff_t>(place.count));
+        writes.back().parameters.push_back(one);
+    }
+    for (ParameterWrite& write : writes) {
+        write.subject = subjectOf(write, modules);
+    }
+    return writes;
+}
+
+std::vector<ParameterWrite> writesToReach(const std::vector<ModuleRegisters>& modules,
+                                          const CouplerDifference& difference)
+{
+    // Values that cannot be read may be left from an interrupted run: all are written, so that the
+    // commit makes none of them active.
+    const auto& map = difference.map;
+    const bool isAll = map.commit && !map.commit->readsAreStaged;
+    return writesFor(modules, isAll ? allParameters(modules) : differing(modules, difference),
+                     map.mostWritten);
 }
 
 } // namespace mxonline

@@ -33,11 +33,10 @@ std::vector<ParameterWrite> writesFor(const std::vector<ModuleRegisters>& module
                                       const std::vector<ParameterPlace>& parameters,
                                       std::uint16_t most);
 
-/// Returns the parameters that differ in `difference`, whose modules are `modules`.
-std::vector<ParameterPlace> differing(const std::vector<ModuleRegisters>& modules,
-                                      const CouplerDifference& difference);
-
-/// Returns all parameters of `modules`.
-std::vector<ParameterPlace> allParameters(const std::vector<ModuleRegisters>& modules);
+/// Returns the requests after which a coupler that differs by `difference` has the parameters of
+/// `modules`: of those that differ, or of all, if parameters that were written without a commit
+/// cannot be read.
+std::vector<ParameterWrite> writesToReach(const std::vector<ModuleRegisters>& modules,
+                                          const CouplerDifference& difference);
 
 } // namespace mxonline

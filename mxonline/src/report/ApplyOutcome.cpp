@@ -17,7 +17,7 @@ AppliedParameter appliedOf(const ParameterDifference& difference)
     AppliedParameter applied;
     applied.parameter = difference.parameter;
     applied.address = difference.address;
-    applied.registers = difference.planned.size();
+    applied.planned = difference.planned;
     applied.plannedShown = difference.plannedShown;
     return applied;
 }
@@ -43,33 +43,55 @@ AppliedParameter& parameterOf(AppliedModule& module, const ParameterDifference& 
     return *module.parameters.insert(place, appliedOf(difference));
 }
 
+// What a person can do about a value that is not as planned.
+const char* hintFor(const ApplyReport& report, const AppliedParameter& parameter)
+{
+    if (!parameter.isWritten && !parameter.found.empty()) {
+        return "it was not written: correct the fault before, then apply again";
+    }
+    if (report.map.commit && !report.isCommitted) {
+        return "it is not active without the commit, which was not confirmed: apply again";
+    }
+    return parameter.isWritten
+               ? "the module keeps another value: see its manual for values that it accepts only "
+                 "in certain states, and its diagnosis"
+               : "it was as planned before: another master, or the module itself, changed it";
+}
+
 mxmodule::Finding notAsPlanned(const ApplyReport& report, const AppliedModule& module,
                                const AppliedParameter& parameter)
 {
-    const RegisterRange range{parameter.address, static_cast<std::uint32_t>(parameter.registers)};
+    const RegisterRange range{parameter.address,
+                              static_cast<std::uint32_t>(parameter.planned.size())};
     mxmodule::Finding finding;
     finding.origin = mxmodule::Origin::Output;
     finding.place = fmt::format("{} unit {}", report.target, report.map.unit);
     finding.text = fmt::format("module {} \"{}\", parameter \"{}\": {}: read back {}, planned {}",
                                module.position, module.name, parameter.parameter,
                                registersText(range), parameter.nowShown, parameter.plannedShown);
-    finding.hint = "the module keeps another value: see its manual for values that it accepts "
-                   "only in certain states, and its diagnosis";
+    finding.hint = hintFor(report, parameter);
     return finding;
 }
 
-void addDifferences(ApplyReport& report, AppliedModule& module, const ModuleDifference& after)
+void addDifferences(AppliedModule& module, const ModuleDifference& after)
 {
     for (AppliedParameter& one : module.parameters) {
         one.outcome = WriteOutcome::Verified;
+        one.now = one.planned;
         one.nowShown = one.plannedShown;
     }
     for (const ParameterDifference& difference : after.parameters) {
         AppliedParameter& parameter = parameterOf(module, difference);
         parameter.outcome = WriteOutcome::Different;
+        parameter.now = difference.found;
         parameter.nowShown = difference.foundShown;
-        report.findings.push_back(notAsPlanned(report, module, parameter));
     }
+}
+
+bool isRead(const CouplerDifference& difference)
+{
+    return std::all_of(difference.modules.begin(), difference.modules.end(),
+                       [](const ModuleDifference& one) { return one.isRead; });
 }
 
 } // namespace
@@ -90,8 +112,10 @@ void beginReport(ApplyReport& report, const mxstation::Plan& plan, const Coupler
         applied.foundId = module.foundId;
         for (const ParameterDifference& difference : module.parameters) {
             applied.parameters.push_back(appliedOf(difference));
+            applied.parameters.back().found = difference.found;
             applied.parameters.back().foundShown = difference.foundShown;
         }
+        applied.withoutRegisters = module.withoutRegisters;
     }
 }
 
@@ -108,10 +132,10 @@ void addReadBack(ApplyReport& report, const std::vector<ModuleRegisters>& module
         const std::vector<char> bytes = bytesOfRegisters(state.modules[i].registers);
         all.insert(all.end(), bytes.begin(), bytes.end());
         report.modules[i].sum = sha256(bytes);
-        addDifferences(report, report.modules[i], after.modules[i]);
+        addDifferences(report.modules[i], after.modules[i]);
     }
     report.sum = sha256(all);
-    report.isReadBack = true;
+    report.isReadBack = isRead(after);
 }
 
 void addWritten(ApplyReport& report, const std::vector<ModuleRegisters>& modules,
@@ -120,8 +144,22 @@ void addWritten(ApplyReport& report, const std::vector<ModuleRegisters>& modules
     for (const ParameterPlace& one : written) {
         const ModuleRegisters& module = modules[one.module];
         const RegisterRange range = module.range(module.parameters()[one.place]);
-        if (auto* const parameter = parameterAt(report.modules[one.module], range.address)) {
+        AppliedModule& applied = report.modules[one.module];
+        AppliedParameter* const parameter = parameterAt(applied, range.address);
+        if (parameter != nullptr) {
             parameter->isWritten = true;
+        }
+        applied.writtenAgain += parameter == nullptr || parameter->found.empty() ? 1 : 0;
+    }
+}
+
+void addValueErrors(ApplyReport& report)
+{
+    for (const AppliedModule& module : report.modules) {
+        for (const AppliedParameter& one : module.parameters) {
+            if (one.outcome == WriteOutcome::Different) {
+                report.findings.push_back(notAsPlanned(report, module, one));
+            }
         }
     }
 }

@@ -1,0 +1,84 @@
+#include "report/CouplerNotes.h"
+
+#include "bus/RegisterRange.h"
+
+#include <fmt/format.h>
+#include <text/Hexadecimal.h>
+
+namespace mxonline {
+
+namespace {
+
+// What is read, and what that means for what is active.
+std::string readsNote(const mxstation::ModbusCommit& commit)
+{
+    return commit.readsAreStaged
+               ? "Parameters are read as last written: they may not be active before a commit"
+               : "Parameters are read as they are active: what was written without a commit is not "
+                 "seen, so that apply writes all parameters";
+}
+
+} // namespace
+
+bool isNoModule(const std::string& foundId)
+{
+    return foundId == "00000000" || foundId == "ffffffff";
+}
+
+std::string identityText(Identification identification, const std::string& foundId)
+{
+    switch (identification) {
+    case Identification::Same:
+        return "identified";
+    case Identification::Other:
+        return isNoModule(foundId) ? "no module" : "another module: " + foundId;
+    default:
+        return "not identified";
+    }
+}
+
+std::vector<std::string> notesOf(const CouplerDifference& difference)
+{
+    std::vector<std::string> notes;
+    if (!difference.map.identity) {
+        notes.emplace_back(noIdentityNote);
+    }
+    if (!difference.identityErrors().empty()) {
+        notes.emplace_back("No parameter was read: the registers of another module have another "
+                           "meaning");
+    }
+    if (const auto& commit = difference.map.commit) {
+        notes.push_back(readsNote(*commit));
+        notes.push_back(fmt::format("apply writes the commit register {} in any case",
+                                    addressesText({commit->address, 1})));
+    }
+    for (const ModuleDifference& module : difference.modules) {
+        const auto more =
+            withoutRegistersNotes(module.position, module.name, module.withoutRegisters);
+        notes.insert(notes.end(), more.begin(), more.end());
+    }
+    return notes;
+}
+
+std::vector<std::string> withoutRegistersNotes(std::size_t position, const std::string& name,
+                                               const std::vector<std::string>& names)
+{
+    std::vector<std::string> notes;
+    for (const std::string& one : names) {
+        notes.push_back(fmt::format("Module {} \"{}\": the parameter \"{}\" is in no register, its "
+                                    "value is neither read nor written",
+                                    position, name, one));
+    }
+    return notes;
+}
+
+std::string wordsText(const std::vector<std::uint16_t>& words)
+{
+    std::string text;
+    for (const std::uint16_t word : words) {
+        text += (text.empty() ? "" : " ") + text::hexOf(word, 4);
+    }
+    return text;
+}
+
+} // namespace mxonline

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <mxonline/CouplerDifference.h>
+
+#include <string>
+#include <vector>
+
+// Texts that the difference and the report of a coupler share.
+
+namespace mxonline {
+
+/// Returns what stands at the position of `module` on the coupler: "identified", "not identified",
+/// "another module: 5a030302", "no module".
+std::string identityText(Identification identification, const std::string& foundId);
+
+/// Returns whether the identifier that a coupler has for a position says that it is empty.
+bool isNoModule(const std::string& foundId);
+
+/// Says that no module was identified, and why.
+constexpr const char* noIdentityNote = "No module is identified: \"modbus\" of the station states "
+                                       "no identity registers of the coupler";
+
+/// Returns what a person should know of `difference` beside its tables.
+std::vector<std::string> notesOf(const CouplerDifference& difference);
+
+/// Returns notes on the parameters of `names`, which no register carries.
+std::vector<std::string> withoutRegistersNotes(std::size_t position, const std::string& name,
+                                               const std::vector<std::string>& names);
+
+/// Returns `words` as four hexadecimal digits each, separated by blanks.
+std::string wordsText(const std::vector<std::uint16_t>& words);
+
+} // namespace mxonline
