@@ -2,6 +2,7 @@
 
 #include "CommandLineOptions.h"
 #include "Diagnostic.h"
+#include "Interruption.h"
 
 #include <CLI/CLI.hpp>
 
@@ -17,6 +18,16 @@ void addCouplerChoice(CLI::App& verb, CouplerChoice& choice)
     rejectEmptyValue(*target);
     verb.add_flag("--verbose", choice.isVerbose,
                   "Tell at the end how many requests were sent and registers read and written");
+}
+
+void CouplerObserver::progress(std::size_t done, std::size_t total, const char* things)
+{
+    ToolObserver::progress(done, total, things);
+    if (done < total && Interruption::isRequested()) {
+        throw Failure(Origin::Output, "",
+                      "interrupted by a signal, so that the rest was not written",
+                      "run the same call again: it writes what still differs");
+    }
 }
 
 StationCoupler::StationCoupler(const CouplerChoice& choice)

@@ -20,6 +20,13 @@ struct CouplerChoice
 /// Adds FILE, --db, --target and --verbose to `verb`. `choice` must outlive the parsing.
 void addCouplerChoice(CLI::App& verb, CouplerChoice& choice);
 
+/// Tells of repeated requests, and ends an operation between two writes after an `Interruption`.
+class CouplerObserver : public ToolObserver
+{
+public:
+    void progress(std::size_t done, std::size_t total, const char* things) override;
+};
+
 /// The coupler of a planned station. Repeated requests are reported while it is used; with
 /// --verbose what went over the bus is reported at its end, also after a failure.
 class StationCoupler
@@ -44,7 +51,7 @@ private:
 
     std::string target;
     bool tellsTraffic;
-    ToolObserver observer;
+    CouplerObserver observer;
     mxstation::Plan stationPlan;
     mxonline::Coupler connection;
 };
