@@ -172,6 +172,49 @@ modules: [{module: MX0304.bin, name: Levels}]
     EXPECT_TRUE(coupler.difference().isSame());
 }
 
+// An MX0602 with the low word first: the mode, and the values of gate and counter, each in two
+// places.
+Words counterRegisters()
+{
+    Words registers = {0x0200};
+    for (int place = 0; place < 2; ++place) {
+        for (const std::uint16_t lastWord : Words{0xFD98, 0xFD99}) {
+            registers.insert(registers.end(), {0x2800, 0xEE6B, lastWord, 0xFFFF, 0xFFFF, 0xFFFF});
+        }
+    }
+    return registers;
+}
+
+constexpr const char* oneCounter = R"(
+modbus: {parameters: {address: 100}, words: little}
+modules: [{module: MX0602.bin, name: Bottles}]
+)";
+
+TEST(Difference, ValuesOfSeveralRegisters)
+{
+    RegisterPeer peer;
+    peer.put(100, counterRegisters());
+    Coupler coupler(onlinePlan(oneCounter), peer.target());
+    EXPECT_TRUE(coupler.difference().isSame());
+}
+
+// Of the preset of the counter only one of its places has another value.
+TEST(Difference, AParameterInTwoPlaces)
+{
+    RegisterPeer peer;
+    peer.put(100, counterRegisters());
+    peer.put(107, {5, 0});
+    Coupler coupler(onlinePlan(oneCounter), peer.target());
+    const CouplerDifference difference = coupler.difference();
+    ASSERT_EQ(difference.parameterCount(), 1U);
+    const ParameterDifference& preset = difference.modules[0].parameters[0];
+    EXPECT_EQ(preset.address, 107);
+    EXPECT_EQ(preset.found, (Words{5, 0}));
+    EXPECT_EQ(preset.planned, (Words{0x2800, 0xEE6B}));
+    EXPECT_EQ(preset.foundShown, "5");
+    EXPECT_EQ(preset.plannedShown, "4000000000");
+}
+
 TEST(Difference, TheIdentityMayBeInInputRegisters)
 {
     const std::string source = R"(
