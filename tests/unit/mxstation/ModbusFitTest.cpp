@@ -209,6 +209,20 @@ TEST(ModbusFit, reportsEveryPurposeWithinALargeImage)
                     "to 0x01f4); state another \"address\" of \"inputs\" or of \"outputs\""));
 }
 
+// Module 1 has registers 0 to 24, module 2, which begins later, only 1 to 9.
+TEST(ModbusFit, comparesWithTheModuleThatEndsLast)
+{
+    EXPECT_THAT(misfits("{parameters: {address: 0, stride: 1}, outputs: {address: 300}, commit: "
+                        "{address: 20}}",
+                        "[MX0304.bin, MX0208.bin]"),
+                ElementsAre("the parameter image of module 1 \"MX0304\" takes 25 registers, 0 to "
+                            "24 (0x0000 to 0x0018), the stride leaves 1; those of 1 more module do "
+                            "not fit either; state 25 or more for \"stride\" of \"parameters\"",
+                            "the parameter image of module 1 \"MX0304\" and the commit register "
+                            "both take register 20 (0x0014); state another \"address\" of "
+                            "\"parameters\" or of \"commit\""));
+}
+
 TEST(ModbusFit, keepsInputRegistersApartFromHoldingRegisters)
 {
     const std::string row = "[MX0116.bin, MX0208.bin]";
