@@ -7,16 +7,13 @@
 #include "configuration/AcceptedValue.h"
 #include "configuration/ParameterNames.h"
 
-#include <Poco/String.h>
-#include <text/JsonText.h>
-
 #include <text/ShownText.h>
 #include <text/Utf8.h>
+#include <text/YamlScalar.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 
 namespace mxmodule {
 
@@ -24,37 +21,6 @@ namespace {
 
 using DeviceParameter = DeviceReport::Parameter;
 using Parameters = std::vector<const DeviceParameter*>;
-
-// Words that YAML readers do not read as text.
-bool isYamlWord(const std::string& text)
-{
-    constexpr std::array<const char*, 9> words = {"true", "false", "yes",  "no", "on",
-                                                  "off",  "null",  "none", "~"};
-    return text.size() < 2 ||
-           std::find(words.begin(), words.end(), Poco::toLower(text)) != words.end();
-}
-
-bool isPlain(const std::string& text)
-{
-    const std::string allowed = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"
-                                "0123456789 _-.+/()%";
-    const bool startsPlain = !text.empty() && text.find_first_of(" -.+/()%_") != 0;
-    const bool isNumber = text.find_first_not_of("-.0123456789") == std::string::npos &&
-                          text.find_first_of("0123456789") != std::string::npos;
-    const bool isAllowed = std::all_of(text.begin(), text.end(), [&allowed](char c) {
-        return static_cast<unsigned char>(c) >= 0x80 || allowed.find(c) != std::string::npos;
-    });
-    return isAllowed && (isNumber || (startsPlain && !isYamlWord(text))) && text.back() != ' ';
-}
-
-// A YAML scalar: plain where that is safe, else in double quotes as in JSON.
-std::string scalar(const std::string& utf8)
-{
-    if (!utf8.empty() && text::forTerminal(utf8) == utf8 && isPlain(utf8)) {
-        return utf8;
-    }
-    return text::harmlessJson(text::Json(utf8).dump());
-}
 
 // The value in a form that is read back: an option by its text if that is unambiguous.
 std::string valueInCalls(const DeviceParameter& parameter)
@@ -106,7 +72,7 @@ std::string lines(const std::string& key, const DeviceParameter& parameter,
                   const std::string& owner = "")
 {
     return fmt::format("{0}# {1}{2}\n{0}{3}: {4}\n", indent, owner, comment(parameter, standard),
-                       scalar(key), scalar(valueInCalls(parameter)));
+                       text::yamlScalar(key), text::yamlScalar(valueInCalls(parameter)));
 }
 
 // A map "schema" would mark the file as JSON output of `config`.
@@ -148,7 +114,7 @@ public:
     std::string group(const Parameters& parameters) const
     {
         const std::string name = groupName(parameters, names);
-        std::string text = name.empty() ? "" : "\n" + scalar(name) + ":\n";
+        std::string text = name.empty() ? "" : "\n" + text::yamlScalar(name) + ":\n";
         for (const DeviceParameter* parameter : parameters) {
             text += name.empty() ? "\n" + alone(*parameter)
                                  : lines(text::toUtf8(parameter->name), *parameter,
