@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/YamlTree.h"
+#include "text/YamlEdit.h"
 
 #include <cstdint>
 #include <optional>
@@ -34,28 +34,15 @@ public:
                                              const AddedAddresses& addresses);
 
     /// Returns the text with what was added to the first `entries` of them.
-    std::string text(std::size_t entries) const;
+    std::string text(std::size_t entries) const { return edit.text(entries); }
 
 private:
-    struct Insertion
-    {
-        std::size_t offset;
-        std::string text;
-        std::size_t entry; // how many were added before
-    };
-
-    bool addToScalar(const YamlNode& entry, bool isInBrackets, const AddedAddresses& addresses);
     bool addToMap(const YamlNode& entry, const AddedAddresses& addresses);
     bool addToAddresses(const YamlNode& stated, const AddedAddresses& addresses);
-    bool insertMember(const YamlNode& map, const YamlNode* value, const std::string& member);
-    bool insertFirst(const YamlNode& map, const std::string& member);
-    std::optional<std::string> indentation(const YamlNode& node) const;
-    void insert(std::size_t offset, const std::string& inserted);
 
     const std::string& source;
     const YamlNode& root;
-    std::vector<Insertion> insertions;
-    std::size_t count = 0; // entries
+    YamlEdit edit;
 };
 
 } // namespace mxstation
