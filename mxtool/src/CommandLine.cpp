@@ -28,7 +28,7 @@ Exit codes:
   1  done, with findings, or some files failed
   2  invalid command line
   3  an input cannot be read or is malformed
-  4  an output or the database failed
+  4  an output, the database or a coupler failed
 
 Environment:
   DEVICE_DATABASE_URL  database if --db is not given

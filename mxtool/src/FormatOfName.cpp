@@ -21,7 +21,9 @@ bool isOtherPicture(const std::string& file)
 std::string formatOfName(const std::string& output, const std::vector<std::string>& accepted,
                          const std::string& otherwise)
 {
-    constexpr std::array<std::pair<const char*, const char*>, 6> formats = {{{".json", "json"},
+    constexpr std::array<std::pair<const char*, const char*>, 8> formats = {{{".json", "json"},
+                                                                             {".html", "html"},
+                                                                             {".htm", "html"},
                                                                              {".csv", "csv"},
                                                                              {".yaml", "values"},
                                                                              {".yml", "values"},

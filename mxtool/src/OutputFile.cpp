@@ -85,12 +85,17 @@ void writeFile(const std::filesystem::path& path, const std::string& place,
     writeStream(file, place, content);
 }
 
-// Writes a temporary file in the same directory first; its name does not depend on the length of
-// the file's.
+// Its name does not depend on the length of the target's.
+std::filesystem::path temporaryBeside(const std::filesystem::path& target)
+{
+    return target.parent_path() / ("mxtool.part-" + std::to_string(getpid()));
+}
+
+// Writes a temporary file in the same directory first.
 void replaceFile(const std::filesystem::path& target, const std::string& place,
                  const std::string& content)
 {
-    const auto beside = target.parent_path() / ("mxtool.part-" + std::to_string(getpid()));
+    const auto beside = temporaryBeside(target);
     try {
         writeFile(beside, place, content, target);
         std::filesystem::rename(beside, target);
@@ -187,6 +192,22 @@ OutputFiles::OutputFiles(const std::vector<std::string>& paths, mxmodule::FileKi
     filesInUse().addOutputs(paths);
     for (const std::string& path : paths) {
         requireSameKind(path, kind);
+    }
+}
+
+void OutputFiles::requireWritable(const std::string& path) const
+{
+    if (path == "-") {
+        return;
+    }
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored)) {
+        failWrite(path, EISDIR);
+    }
+    if (isReplaceable(path)) {
+        const auto beside = temporaryBeside(followLinks(path));
+        writeFile(beside, path, "");
+        std::filesystem::remove(beside, ignored);
     }
 }
 

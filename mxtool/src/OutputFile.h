@@ -36,6 +36,10 @@ public:
     /// Checks each of `paths`, which will have content of `kind`.
     OutputFiles(const std::vector<std::string>& paths, mxmodule::FileKind kind);
 
+    /// Throws a `Failure` when the file at `path`, one of the checked paths, cannot be written:
+    /// before work that cannot be done again. Leaves no file.
+    void requireWritable(const std::string& path) const;
+
     /// Writes the file at `path`, one of the checked paths.
     void write(const std::string& path, const std::string& content);
 };

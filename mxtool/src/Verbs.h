@@ -54,6 +54,10 @@ void addStationConfigVerb(CLI::App& station, const GlobalOptions& options,
                           const VerbChoice& choose);
 void addStationCheckVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
 void addStationDiffVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
+void addStationPlanVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
+void addStationApplyVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
+void addStationVerifyVerb(CLI::App& station, const GlobalOptions& options,
+                          const VerbChoice& choose);
 void addStationPinVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
 
 } // namespace mxtool

@@ -79,6 +79,9 @@ struct ApplyReport
     /// Returns why it is not done; empty if it is.
     MXONLINE_API std::vector<std::string> reasons() const;
 
+    /// Returns "Done: ..." or "NOT DONE: ...", one line.
+    MXONLINE_API std::string verdict() const;
+
     MXONLINE_API std::string text() const; ///< For people.
     MXONLINE_API std::string json() const; ///< Schema "mxtool.apply-report" version 1.
     MXONLINE_API std::string html() const; ///< A self-contained page for people.

@@ -60,6 +60,7 @@ struct NeededWrites
 enum class DifferenceUse
 {
     Plan,  ///< What `Coupler::apply` would do; nothing was written.
+    Apply, ///< What `Coupler::apply` does when a person agrees.
     Verify ///< Only whether the coupler is as planned.
 };
 
@@ -83,6 +84,10 @@ struct CouplerDifference
 
     /// Returns tables for people: the modules, and the parameters that differ.
     MXONLINE_API std::string text(DifferenceUse use = DifferenceUse::Plan) const;
+
+    /// Returns the question to a person whether `Coupler::apply` may write, without an answer to
+    /// choose from: "Write ...?"
+    MXONLINE_API std::string question() const;
 
     /// Returns all of it, schema "mxtool.coupler-difference" version 1.
     MXONLINE_API std::string json() const;

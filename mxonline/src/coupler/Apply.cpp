@@ -62,8 +62,19 @@ void Apply::requireConfirmed(const CouplerDifference& confirmed)
 
 void Apply::writeAll()
 {
-    for (const ParameterWrite& one : writesToReach(coupler.modules, before)) {
-        write(one);
+    const std::vector<ParameterWrite> writes = writesToReach(coupler.modules, before);
+    for (std::size_t i = 0; i < writes.size(); ++i) {
+        tellProgress(i, writes.size());
+        write(writes[i]);
+    }
+    tellProgress(writes.size(), writes.size());
+}
+
+// The observer may end the operation here, between two requests.
+void Apply::tellProgress(std::size_t done, std::size_t total)
+{
+    if (coupler.observer != nullptr && total > 0) {
+        coupler.observer->progress(done, total, "requests");
     }
 }
 

@@ -22,6 +22,7 @@ public:
 private:
     void requireConfirmed(const CouplerDifference& confirmed);
     void writeAll();
+    void tellProgress(std::size_t done, std::size_t total);
     void write(const ParameterWrite& one);
     void commit();
     void readBack();

@@ -55,7 +55,8 @@ const mxstation::Plan& requireUsable(const mxstation::Plan& plan, const Target& 
 
 Coupler::Content::Content(const mxstation::Plan& planned, const Target& address,
                           mxmodule::Observer* toldOf)
-    : plan(requireUsable(planned, address)),
+    : observer(toldOf),
+      plan(requireUsable(planned, address)),
       target(address),
       modules(moduleRegisters(plan)),
       client(target, *plan.modbus, toldOf),

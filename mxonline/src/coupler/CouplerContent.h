@@ -19,6 +19,7 @@ public:
     Content(const Content&) = delete;
     Content& operator=(const Content&) = delete;
 
+    mxmodule::Observer* observer; // may be null
     mxstation::Plan plan;
     Target target;
     std::vector<ModuleRegisters> modules; // of `plan`

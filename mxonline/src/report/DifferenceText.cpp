@@ -61,16 +61,22 @@ std::string verdictText(const CouplerDifference& difference)
                                : countText(difference);
 }
 
+std::string amountText(const CouplerDifference& difference)
+{
+    const NeededWrites& writes = difference.writes;
+    return fmt::format("{} in {}, {}{}", text::counted(writes.parameters, "parameter"),
+                       text::counted(writes.registers, "register"),
+                       text::counted(writes.requests, "request"),
+                       difference.map.commit ? ", the commit included" : "");
+}
+
 std::string writesText(const CouplerDifference& difference)
 {
     const NeededWrites& writes = difference.writes;
     if (writes.requests == 0) {
         return difference.isSame() ? "Nothing to do\n" : "";
     }
-    return fmt::format("To write: {} in {}, {}{}\n", text::counted(writes.parameters, "parameter"),
-                       text::counted(writes.registers, "register"),
-                       text::counted(writes.requests, "request"),
-                       difference.map.commit ? ", the commit included" : "");
+    return fmt::format("To write: {}\n", amountText(difference));
 }
 
 } // namespace
@@ -80,13 +86,20 @@ std::string CouplerDifference::text(DifferenceUse use) const
     std::string all = fmt::format("{} on {} unit {}\n\n", text::forTerminal(station),
                                   text::forTerminal(target), map.unit);
     all += identityTable(*this) + parameterTable(*this) + "\n" + verdictText(*this);
-    if (use == DifferenceUse::Plan) {
+    if (use != DifferenceUse::Verify) {
         all += writesText(*this);
     }
     for (const std::string& note : notesOf(*this)) {
         all += "Note: " + text::forTerminal(note) + "\n";
     }
     return all + (use == DifferenceUse::Plan ? "Nothing was written.\n" : "");
+}
+
+std::string CouplerDifference::question() const
+{
+    return fmt::format("{}Write {} to {} unit {}?",
+                       map.identity ? "" : std::string(noIdentityNote) + ". ", amountText(*this),
+                       target, map.unit);
 }
 
 } // namespace mxonline

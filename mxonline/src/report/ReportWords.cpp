@@ -35,6 +35,11 @@ std::string writtenAgainNote(const ApplyReport& report)
 
 } // namespace
 
+std::string ApplyReport::verdict() const
+{
+    return verdictOf(*this);
+}
+
 std::string verdictOf(const ApplyReport& report)
 {
     const std::vector<std::string> reasons = report.reasons();

@@ -26,6 +26,9 @@ void addStationVerb(CLI::App& program, const GlobalOptions& global, const VerbCh
     addStationCheckVerb(*station, global, choose);
     addStationDiffVerb(*station, global, choose);
     addStationPinVerb(*station, global, choose);
+    addStationPlanVerb(*station, global, choose);
+    addStationApplyVerb(*station, global, choose);
+    addStationVerifyVerb(*station, global, choose);
 }
 
 } // namespace mxtool
