@@ -1,11 +1,13 @@
 // A station file beside the example modules: read, planned, checked and, if there is a plan, given
-// in every form. The plan, a pinned station and the C header are held by what they promise.
+// in every form. The plan, a pinned station, one with the parameters of a coupler and the C header
+// are held by what they promise.
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 
 #include <mxmodule/Population.h>
 #include <mxstation/ChannelExport.h>
 #include <mxstation/Declarations.h>
+#include <mxstation/ParameterEdit.h>
 #include <mxstation/ParameterExport.h>
 #include <mxstation/Pin.h>
 #include <mxstation/StationCheck.h>
@@ -186,6 +188,32 @@ void requirePinned(Directory& directory, const Station& station, const Plan& pla
     require(!difference.text().empty() && !difference.json().empty());
 }
 
+// The file of a station becomes what a coupler has: nothing changes for its own parameters, and
+// the defaults are stated or refused.
+void requireParameters(Directory& directory, const Station& station, const Plan& plan)
+{
+    std::vector<std::vector<std::uint16_t>> own;
+    std::vector<std::vector<std::uint16_t>> defaults;
+    for (const auto& module : plan.modules) {
+        own.push_back(module.registers);
+        if (isRefused([&] {
+                defaults.push_back(module.module.registers(module.module.defaultImage()));
+            })) {
+            return;
+        }
+    }
+    require(mxstation::withParameters(station, plan, own) == station.source);
+    std::string text;
+    if (isRefused([&] { text = mxstation::withParameters(station, plan, defaults); })) {
+        return;
+    }
+    const Plan made = mxstation::plan(directory.read({text.begin(), text.end()}));
+    require(made.ok());
+    for (std::size_t i = 0; i < defaults.size(); ++i) {
+        require(made.modules[i].registers == defaults[i]);
+    }
+}
+
 void run(Directory& directory, const Station& station)
 {
     const Plan plan = mxstation::plan(station);
@@ -201,6 +229,7 @@ void run(Directory& directory, const Station& station)
     requireEveryByteOnce(plan, true);
     requireEveryByteOnce(plan, false);
     requirePinned(directory, station, plan);
+    requireParameters(directory, station, plan);
 }
 
 } // namespace

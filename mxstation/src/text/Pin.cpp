@@ -1,6 +1,7 @@
 #include "mxstation/Pin.h"
 
 #include "export/Provenance.h"
+#include "text/EntryContent.h"
 #include "text/PinEditor.h"
 #include "text/SameModbus.h"
 #include "text/StationReader.h"
@@ -49,34 +50,6 @@ bool isStated(const std::optional<StatedByte>& stated, const std::optional<std::
 {
     const auto expected = before ? std::optional<std::uint64_t>(before->value) : address;
     return stated.has_value() == expected.has_value() && (!stated || stated->value == *expected);
-}
-
-bool isSameSize(const std::optional<StatedByte>& a, const std::optional<StatedByte>& b)
-{
-    return a.has_value() == b.has_value() && (!a || a->value == b->value);
-}
-
-bool isSameReserve(const std::optional<Reserve>& a, const std::optional<Reserve>& b)
-{
-    return a.has_value() == b.has_value() &&
-           (!a || (a->name == b->name && isSameSize(a->size.input, b->size.input) &&
-                   isSameSize(a->size.output, b->size.output)));
-}
-
-bool isSameContent(const Entry& a, const Entry& b)
-{
-    const auto isSameValue = [](const StatedValue& one, const StatedValue& other) {
-        return one.name == other.name && one.value == other.value;
-    };
-    const auto isSameNote = [](const ChannelNote& one, const ChannelNote& other) {
-        return one.channel == other.channel && one.alias == other.alias &&
-               one.comment == other.comment;
-    };
-    return a.reference == b.reference && a.name == b.name && isSameReserve(a.reserve, b.reserve) &&
-           std::equal(a.parameters.begin(), a.parameters.end(), b.parameters.begin(),
-                      b.parameters.end(), isSameValue) &&
-           std::equal(a.channels.begin(), a.channels.end(), b.channels.begin(), b.channels.end(),
-                      isSameNote);
 }
 
 // Adds the addresses of a plan to the text of its station.
@@ -139,7 +112,8 @@ private:
         for (std::size_t i = 0; i < read.entries.size(); ++i) {
             const Entry& before = station.entries[i];
             const AddedAddresses& expected = i < end ? addresses[i] : AddedAddresses{};
-            if (!isSameContent(read.entries[i], before) ||
+            if (!isSameBesidesParameters(read.entries[i], before) ||
+                !isSameParameters(read.entries[i], before) ||
                 !isStated(read.entries[i].at.input, expected.input, before.at.input) ||
                 !isStated(read.entries[i].at.output, expected.output, before.at.output)) {
                 return false;
