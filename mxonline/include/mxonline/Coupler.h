@@ -51,6 +51,7 @@ public:
     class Content;
 
 private:
+    friend class Watch;
     std::unique_ptr<Content> content;
 };
 

@@ -9,8 +9,8 @@
 #include <optional>
 #include <vector>
 
-/// A coupler of registers alone, written apart from the simulator: functions 3, 4 and 16 on one set
-/// of registers. What is not in it does not exist (exception 2).
+/// A coupler of registers alone, written apart from the simulator: functions 3, 4, 6, 16 and 22 on
+/// one set of registers. What is not in it does not exist (exception 2).
 class RegisterPeer
 {
 public:
@@ -76,7 +76,16 @@ private:
             answersUntilSilence = 0;
             return {{}, true};
         }
-        return {framed(frame, frame[7] == 16 ? written(frame) : values(frame))};
+        switch (frame[7]) {
+        case 6:
+            return {framed(frame, changed(frame, word(frame, 10), 0))};
+        case 16:
+            return {framed(frame, written(frame))};
+        case 22:
+            return {framed(frame, changed(frame, word(frame, 12), word(frame, 10)))};
+        default:
+            return {framed(frame, values(frame))};
+        }
     }
 
     Bytes values(const Bytes& frame)
@@ -105,6 +114,19 @@ private:
         }
         afterWrite(registers);
         return {16, frame[8], frame[9], frame[10], frame[11]};
+    }
+
+    // One register: `value`, with the bits of `kept` as they are.
+    Bytes changed(const Bytes& frame, unsigned value, unsigned kept)
+    {
+        const unsigned address = word(frame, 8);
+        if (const int code = onWrite(address, 1)) {
+            return {static_cast<std::uint8_t>(frame[7] | 0x80), static_cast<std::uint8_t>(code)};
+        }
+        registers[address] =
+            static_cast<std::uint16_t>((registers[address] & kept) | (value & ~kept));
+        afterWrite(registers);
+        return {frame.begin() + 7, frame.end()};
     }
 
     std::map<unsigned, std::uint16_t> registers;
