@@ -52,6 +52,7 @@ public:
 
 private:
     friend class Watch;
+    friend class OutputSetting;
     std::unique_ptr<Content> content;
 };
 
