@@ -51,8 +51,6 @@ public:
     class Content;
 
 private:
-    friend class Watch;
-    friend class OutputSetting;
     std::unique_ptr<Content> content;
 };
 

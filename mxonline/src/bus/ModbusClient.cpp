@@ -2,6 +2,7 @@
 
 #include "bus/LineError.h"
 #include "bus/ModbusException.h"
+#include "bus/WordBytes.h"
 
 #include <fmt/format.h>
 
@@ -21,17 +22,11 @@ constexpr std::uint8_t exceptionFlag = 0x80;
 constexpr auto pauseOfBusyCoupler = std::chrono::milliseconds(50);
 constexpr std::size_t mostShownBytes = 64;
 
-void append(Bytes& bytes, std::size_t word)
-{
-    bytes.push_back(static_cast<std::uint8_t>(word >> 8));
-    bytes.push_back(static_cast<std::uint8_t>(word));
-}
-
 Bytes requestOf(std::uint8_t function, std::size_t first, std::size_t second)
 {
     Bytes pdu{function};
-    append(pdu, first);
-    append(pdu, second);
+    appendWord(pdu, first);
+    appendWord(pdu, second);
     return pdu;
 }
 
@@ -81,7 +76,7 @@ std::vector<std::uint16_t> ModbusClient::read(std::uint8_t function, const Regis
     counts.registersRead += range.count;
     std::vector<std::uint16_t> values;
     for (std::size_t i = 2; i < expected; i += 2) {
-        values.push_back(static_cast<std::uint16_t>(done.answer[i] << 8 | done.answer[i + 1]));
+        values.push_back(wordAt(done.answer, i));
     }
     return values;
 }
@@ -93,7 +88,7 @@ void ModbusClient::write(std::uint16_t address, const std::vector<std::uint16_t>
     Bytes pdu = requestOf(16, address, values.size());
     pdu.push_back(static_cast<std::uint8_t>(2 * values.size()));
     for (const std::uint16_t value : values) {
-        append(pdu, value);
+        appendWord(pdu, value);
     }
     requireEcho(pdu, 5, {"written", range, subject});
     counts.registersWritten += values.size();
@@ -109,7 +104,7 @@ void ModbusClient::writeBits(std::uint16_t address, std::uint16_t mask, std::uin
                              const std::string& subject)
 {
     Bytes pdu = requestOf(22, address, static_cast<std::uint16_t>(~mask));
-    append(pdu, value & mask);
+    appendWord(pdu, value & mask);
     requireEcho(pdu, pdu.size(), {"written", {address, 1}, subject});
     ++counts.registersWritten;
 }

@@ -33,7 +33,7 @@ std::vector<std::uint8_t> rtuFrame(std::uint8_t unit, const std::vector<std::uin
 bool hasRtuChecksum(const std::vector<std::uint8_t>& frame)
 {
     const std::vector<std::uint8_t> content(frame.begin(), frame.end() - checksumSize);
-    const unsigned stated = frame[frame.size() - 2] | frame[frame.size() - 1] << 8U;
+    const int stated = frame[frame.size() - 2] | frame[frame.size() - 1] << 8;
     return rtuChecksum(content) == stated;
 }
 

@@ -2,6 +2,7 @@
 
 #include "bus/ByteStream.h"
 #include "bus/LineError.h"
+#include "bus/WordBytes.h"
 
 #include <fmt/format.h>
 
@@ -23,17 +24,6 @@ constexpr std::size_t headerSize = 7;        // transaction, protocol, length, u
 constexpr std::size_t mostAnswerBytes = 253; // of function and data
 constexpr const char* networkHint =
     "compare the address, look at the supply and the network cable of the coupler";
-
-std::uint16_t wordAt(const Bytes& bytes, std::size_t index)
-{
-    return static_cast<std::uint16_t>(bytes[index] << 8 | bytes[index + 1]);
-}
-
-void append(Bytes& bytes, std::size_t word)
-{
-    bytes.push_back(static_cast<std::uint8_t>(word >> 8));
-    bytes.push_back(static_cast<std::uint8_t>(word));
-}
 
 LineError connectError(const TcpTarget& target, int error, std::uint32_t timeout)
 {
@@ -97,9 +87,9 @@ Exchange TcpLine::exchange(const Bytes& request)
         open();
     }
     Bytes sent;
-    append(sent, ++transaction);
-    append(sent, 0);
-    append(sent, request.size() + 1);
+    appendWord(sent, ++transaction);
+    appendWord(sent, 0);
+    appendWord(sent, request.size() + 1);
     sent.push_back(unit);
     sent.insert(sent.end(), request.begin(), request.end());
     try {

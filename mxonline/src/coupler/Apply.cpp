@@ -1,5 +1,6 @@
 #include "coupler/Apply.h"
 
+#include "coupler/ModuleComparison.h"
 #include "report/ApplyOutcome.h"
 #include "report/UtcTime.h"
 
@@ -31,7 +32,8 @@ bool isSameModule(const ModuleDifference& a, const ModuleDifference& b)
 ApplyReport Apply::run(const CouplerDifference& confirmed)
 {
     report.started = utcTime();
-    before = compare(coupler.plan, coupler.target, coupler.parameters.read(coupler.client));
+    before = compareModules(coupler.plan, coupler.modules, coupler.target,
+                            coupler.parameters.read(coupler.client));
     requireConfirmed(confirmed);
     beginReport(report, coupler.plan, before);
     try {
@@ -98,7 +100,8 @@ void Apply::readBack()
 {
     try {
         const CouplerState state = coupler.parameters.read(coupler.client);
-        addReadBack(report, coupler.modules, compare(coupler.plan, coupler.target, state), state);
+        addReadBack(report, coupler.modules,
+                    compareModules(coupler.plan, coupler.modules, coupler.target, state), state);
     } catch (const Failure& failure) {
         report.findings.insert(report.findings.end(), failure.findings().begin(),
                                failure.findings().end());

@@ -2,6 +2,7 @@
 
 #include "coupler/Apply.h"
 #include "coupler/CouplerContent.h"
+#include "coupler/ModuleComparison.h"
 
 #include <utility>
 
@@ -78,7 +79,7 @@ CouplerState Coupler::read()
 
 CouplerDifference Coupler::difference()
 {
-    return compare(content->plan, content->target, read());
+    return compareModules(content->plan, content->modules, content->target, read());
 }
 
 ApplyReport Coupler::apply(const CouplerDifference& confirmed)

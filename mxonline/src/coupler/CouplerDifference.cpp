@@ -1,6 +1,6 @@
 #include "mxonline/CouplerDifference.h"
 
-#include "coupler/ModuleRegisters.h"
+#include "coupler/ModuleComparison.h"
 #include "coupler/ParameterWrites.h"
 #include "coupler/ShownRegisters.h"
 #include "report/CouplerNotes.h"
@@ -47,7 +47,7 @@ std::vector<ParameterDifference> differencesOf(const ModuleRegisters& module,
             differences.push_back({module.names()[one.parameter],
                                    static_cast<std::uint16_t>(module.range(one).address),
                                    part(foundOnBus, one), part(plannedOnBus, one), shown.read(one),
-                                   shown.planned(one)});
+                                   module.shownValues()[one.parameter]});
         }
     }
     return differences;
@@ -124,11 +124,17 @@ std::vector<mxmodule::Finding> CouplerDifference::identityErrors() const
 CouplerDifference compare(const mxstation::Plan& plan, const Target& target,
                           const CouplerState& state)
 {
+    return compareModules(plan, moduleRegisters(plan), target, state);
+}
+
+CouplerDifference compareModules(const mxstation::Plan& plan,
+                                 const std::vector<ModuleRegisters>& modules, const Target& target,
+                                 const CouplerState& state)
+{
     CouplerDifference difference;
     difference.station = plan.station;
     difference.target = targetText(target);
     difference.map = *plan.modbus;
-    const std::vector<ModuleRegisters> modules = moduleRegisters(plan);
     for (std::size_t i = 0; i < modules.size() && i < state.modules.size(); ++i) {
         const mxstation::PlannedModule& planned = modules[i].module();
         const ModuleState& found = state.modules[i];

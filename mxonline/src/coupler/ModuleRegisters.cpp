@@ -18,6 +18,7 @@ ModuleRegisters::ModuleRegisters(const mxstation::PlannedModule& module,
     std::vector<bool> isPlaced;
     for (const mxmodule::Parameter& parameter : configuration.parameters()) {
         callNames.push_back(parameter.callName);
+        plannedShown.push_back(parameter.shown);
         isPlaced.push_back(false);
     }
     for (const ParameterRegisters& one : places) {

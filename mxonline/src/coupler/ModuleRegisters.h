@@ -35,6 +35,9 @@ public:
     /// Returns the names by which the parameters are called, by position.
     const std::vector<std::string>& names() const { return callNames; }
 
+    /// Returns the values of the station for people, by position.
+    const std::vector<std::string>& shownValues() const { return plannedShown; }
+
     /// Returns the names of parameters that differ from the default and are in no register.
     const std::vector<std::string>& setWithoutRegisters() const { return unreachable; }
 
@@ -53,6 +56,7 @@ private:
     const mxstation::ModbusMap& map;
     std::vector<ParameterRegisters> places;
     std::vector<std::string> callNames;
+    std::vector<std::string> plannedShown;
     std::vector<std::string> unreachable;
 };
 

@@ -15,7 +15,6 @@ ShownRegisters::ShownRegisters(const ModuleRegisters& module, std::vector<std::u
     : registers(module), words(std::move(readWords))
 {
     const mxstation::PlannedModule& planned = module.module();
-    plannedParameters = planned.module.configuration(planned.image, Fieldbus::Modbus).parameters();
     try {
         readParameters =
             planned.module.decode(bytesOfRegisters(words), Fieldbus::Modbus).parameters();
@@ -44,11 +43,6 @@ std::string ShownRegisters::read(const ParameterRegisters& one) const
     } catch (const mxmodule::Failure& failure) {
         return "no value: " + failure.reason().text;
     }
-}
-
-std::string ShownRegisters::planned(const ParameterRegisters& one) const
-{
-    return plannedParameters[one.parameter].shown;
 }
 
 std::vector<char> bytesOfRegisters(const std::vector<std::uint16_t>& registers)

@@ -21,13 +21,9 @@ public:
     /// none for these registers.
     std::string read(const ParameterRegisters& one) const;
 
-    /// Returns the value that the station states.
-    std::string planned(const ParameterRegisters& one) const;
-
 private:
     const ModuleRegisters& registers;
     std::vector<std::uint16_t> words;
-    std::vector<mxmodule::Parameter> plannedParameters;
     std::optional<std::vector<mxmodule::Parameter>> readParameters; // nothing: not all are values
 };
 

@@ -12,7 +12,7 @@ text::Json orNull(const std::string& text)
     return text.empty() ? text::Json() : text::Json(text::toUtf8(text));
 }
 
-text::Json parameterJson(const AppliedParameter& one)
+text::Json appliedParameterJson(const AppliedParameter& one)
 {
     return {{"name", text::toUtf8(one.parameter)},
             {"address", one.address},
@@ -31,14 +31,14 @@ text::Json textsJson(const std::vector<std::string>& texts)
     return text::listJson(texts, [](const std::string& one) { return text::toUtf8(one); });
 }
 
-text::Json moduleJson(const AppliedModule& one)
+text::Json appliedModuleJson(const AppliedModule& one)
 {
     return {{"position", one.position},
             {"name", text::toUtf8(one.name)},
             {"module_id", one.moduleId},
             {"identification", identificationName(one.identification)},
             {"found_id", orNull(one.foundId)},
-            {"parameters", text::listJson(one.parameters, parameterJson)},
+            {"parameters", text::listJson(one.parameters, appliedParameterJson)},
             {"written_again", one.writtenAgain},
             {"without_registers", textsJson(one.withoutRegisters)},
             {"sha256", orNull(one.sum)}};
@@ -72,7 +72,7 @@ std::string ApplyReport::json() const
                            {"committed", committed},
                            {"read_back", isReadBack},
                            {"sha256", orNull(sum)},
-                           {"modules", text::listJson(modules, moduleJson)},
+                           {"modules", text::listJson(modules, appliedModuleJson)},
                            {"findings", text::listJson(findings, findingJson)},
                            {"notes", textsJson(notesOf(*this))}});
 }
