@@ -51,6 +51,8 @@ public:
     class Content;
 
 private:
+    friend class Watch;
+    friend class OutputSetting;
     std::unique_ptr<Content> content;
 };
 

@@ -194,6 +194,18 @@ Failure ChannelNames::ambiguous(const std::string& name,
                           howChannelsAreCalled, accepted);
 }
 
+std::vector<NamedChannel> namedChannels(const mxstation::Plan& plan, const ChannelNames& names,
+                                        const std::vector<std::size_t>& indexes)
+{
+    std::vector<NamedChannel> channels;
+    for (const std::size_t index : indexes) {
+        const Channel& channel = plan.channels[index];
+        channels.push_back({names.nameOf(index), index, channel.module, channel.moduleName,
+                            channel.name, channel.alias, channel.symbol});
+    }
+    return channels;
+}
+
 std::string channelText(const Channel& channel)
 {
     return fmt::format("channel \"{}\" of module {} \"{}\"", text::shortened(channel.name),

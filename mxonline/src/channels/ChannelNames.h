@@ -1,6 +1,7 @@
 #pragma once
 
 #include <mxmodule/Finding.h>
+#include <mxonline/NamedChannel.h>
 #include <mxstation/Plan.h>
 
 #include <cstddef>
@@ -48,6 +49,10 @@ private:
     std::map<std::string, std::vector<std::size_t>> byWord;   // everything else that calls one
     std::map<std::string, std::vector<std::size_t>> byModule; // name or position, those with values
 };
+
+/// Returns the channels of `plan` at `indexes` with the names that `names` gives them.
+std::vector<NamedChannel> namedChannels(const mxstation::Plan& plan, const ChannelNames& names,
+                                        const std::vector<std::size_t>& indexes);
 
 /// Returns `channel "AI 1" of module 2 "Levels"`.
 std::string channelText(const mxstation::Channel& channel);

@@ -57,15 +57,21 @@ ParameterReading::ParameterReading(const std::vector<ModuleRegisters>& rowModule
 
 CouplerState ParameterReading::read(ModbusClient& client)
 {
+    CouplerState state = readIdentity(client);
+    if (hasExpectedModules(state)) {
+        readParameters(client, state);
+    }
+    return state;
+}
+
+CouplerState ParameterReading::readIdentity(ModbusClient& client)
+{
     CouplerState state;
     for (const ModuleRegisters& module : modules) {
         state.modules.emplace_back().position = module.module().position;
     }
     if (identities) {
         readIdentities(client, state);
-    }
-    if (hasExpectedModules(state)) {
-        readParameters(client, state);
     }
     return state;
 }

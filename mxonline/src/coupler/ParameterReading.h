@@ -23,6 +23,9 @@ public:
     /// Throws a `mxmodule::Failure`.
     CouplerState read(ModbusClient& client);
 
+    /// Returns the identity alone, if the coupler has it. Throws a `mxmodule::Failure`.
+    CouplerState readIdentity(ModbusClient& client);
+
 private:
     void readIdentities(ModbusClient& client, CouplerState& state);
     bool hasExpectedModules(const CouplerState& state) const;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "channels/ChannelBits.h"
+
+#include <mxonline/OutputSetting.h>
+#include <mxstation/Plan.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace mxonline {
+
+/// Output channels of a plan, each once, and bits for them.
+struct StatedOutputs
+{
+    std::vector<std::size_t> channels; ///< Indexes in `Plan::channels`, in the order of the values.
+    std::vector<ValueBits> bits;       ///< Of each channel.
+};
+
+/// Returns what `values` state. Throws as the constructor of `OutputSetting`.
+StatedOutputs statedOutputs(const mxstation::Plan& plan, const std::vector<OutputValue>& values);
+
+} // namespace mxonline
