@@ -1,6 +1,7 @@
 #include "bus/ByteStream.h"
 
 #include <poll.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -17,6 +18,14 @@ bool isTransient(int error)
     return error == EINTR || error == EAGAIN || error == EWOULDBLOCK;
 }
 
+// A socket whose other end is closed must not end the process by SIGPIPE; a serial line is no
+// socket.
+ssize_t writeSome(int descriptor, const std::uint8_t* bytes, std::size_t size)
+{
+    const ssize_t count = send(descriptor, bytes, size, MSG_NOSIGNAL);
+    return count < 0 && errno == ENOTSOCK ? write(descriptor, bytes, size) : count;
+}
+
 } // namespace
 
 StreamEnd ByteStream::write(const std::vector<std::uint8_t>& bytes,
@@ -27,7 +36,7 @@ StreamEnd ByteStream::write(const std::vector<std::uint8_t>& bytes,
         if (!waitFor(POLLOUT, deadline)) {
             return StreamEnd::TimedOut;
         }
-        const ssize_t count = ::write(descriptor, bytes.data() + written, bytes.size() - written);
+        const ssize_t count = writeSome(descriptor, bytes.data() + written, bytes.size() - written);
         if (count < 0 && !isTransient(errno)) {
             return StreamEnd::Closed;
         }

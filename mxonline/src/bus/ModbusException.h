@@ -6,7 +6,9 @@
 namespace mxonline {
 
 /// The exception codes of the protocol that need a treatment of their own.
+constexpr std::uint8_t illegalFunction = 1;
 constexpr std::uint8_t illegalDataAddress = 2;
+constexpr std::uint8_t illegalDataValue = 3;
 constexpr std::uint8_t deviceAcknowledges = 5;
 constexpr std::uint8_t deviceIsBusy = 6;
 

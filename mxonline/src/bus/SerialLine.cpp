@@ -2,13 +2,13 @@
 
 #include "bus/LineError.h"
 #include "bus/RtuFrame.h"
+#include "bus/SerialPort.h"
 
 #include <fmt/format.h>
 
 #include <termios.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <thread>
 #include <utility>
 
@@ -28,23 +28,6 @@ microseconds silenceAt(unsigned baud)
     return microseconds(baud > 19200 ? 1750 : 38'500'000 / baud);
 }
 
-std::string openHint(int error)
-{
-    switch (error) {
-    case ENOENT:
-    case ENODEV:
-    case ENXIO:
-        return "the serial line does not exist: compare its name, look at the adapter's plug "
-               "(ls /dev/ttyUSB* /dev/ttyS*)";
-    case EACCES:
-        return "add the user to the group that owns the device, usually dialout";
-    case EBUSY:
-        return "another program has opened it";
-    default:
-        return "a serial line is a device such as /dev/ttyUSB0";
-    }
-}
-
 } // namespace
 
 SerialLine::SerialLine(SerialTarget coupler, std::uint8_t unitIdentifier,
@@ -54,17 +37,7 @@ SerialLine::SerialLine(SerialTarget coupler, std::uint8_t unitIdentifier,
 
 void SerialLine::open()
 {
-    context.reset(modbus_new_rtu(target.device.c_str(), static_cast<int>(target.baud),
-                                 target.parity, 8, static_cast<int>(target.stopBits)));
-    errno = 0;
-    if (context == nullptr || modbus_set_slave(context.get(), unit) != 0 ||
-        modbus_connect(context.get()) != 0) {
-        const int error = errno;
-        context.reset();
-        throw LineError(fmt::format("the serial line {} cannot be opened: {}", target.device,
-                                    modbus_strerror(error)),
-                        openHint(error));
-    }
+    context = openSerial(target, unit);
     lastByte = ByteStream::Clock::now();
 }
 

@@ -6,6 +6,12 @@
 
 namespace mxonline {
 
+namespace {
+
+constexpr std::uint32_t identifierRegisters = 2;
+
+} // namespace
+
 ModuleRegisters::ModuleRegisters(const mxstation::PlannedModule& module,
                                  const mxstation::ModbusMap& described)
     : planned(module), map(described)
@@ -68,6 +74,12 @@ std::vector<ModuleRegisters> moduleRegisters(const mxstation::Plan& plan)
         throw mxmodule::Failure(findings);
     }
     return all;
+}
+
+RegisterRange identifierRange(const ModuleRegisters& module, const mxstation::ModbusIdentity& map)
+{
+    return {static_cast<std::uint32_t>(map.address + (module.module().position - 1) * map.stride),
+            identifierRegisters};
 }
 
 std::string moduleText(const mxstation::PlannedModule& module)

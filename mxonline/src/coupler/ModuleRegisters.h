@@ -64,6 +64,9 @@ private:
 /// with a finding for each module that has no Modbus form.
 std::vector<ModuleRegisters> moduleRegisters(const mxstation::Plan& plan);
 
+/// Returns the two registers with the identifier of `module`.
+RegisterRange identifierRange(const ModuleRegisters& module, const mxstation::ModbusIdentity& map);
+
 /// Returns `module 2 "Levels"`.
 std::string moduleText(const mxstation::PlannedModule& module);
 

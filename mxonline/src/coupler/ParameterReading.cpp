@@ -11,8 +11,6 @@ namespace mxonline {
 
 namespace {
 
-constexpr std::uint32_t identifierRegisters = 2;
-
 std::vector<RegisterItem> parameterItems(const std::vector<ModuleRegisters>& modules)
 {
     std::vector<RegisterItem> items;
@@ -23,12 +21,6 @@ std::vector<RegisterItem> parameterItems(const std::vector<ModuleRegisters>& mod
         }
     }
     return items;
-}
-
-RegisterRange identifierRange(const ModuleRegisters& module, const mxstation::ModbusIdentity& map)
-{
-    return {static_cast<std::uint32_t>(map.address + (module.module().position - 1) * map.stride),
-            identifierRegisters};
 }
 
 std::optional<RegisterReading> identityReading(const std::vector<ModuleRegisters>& modules,
