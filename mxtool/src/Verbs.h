@@ -58,6 +58,7 @@ void addStationPlanVerb(CLI::App& station, const GlobalOptions& options, const V
 void addStationApplyVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
 void addStationVerifyVerb(CLI::App& station, const GlobalOptions& options,
                           const VerbChoice& choose);
+void addStationReadVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
 void addStationPinVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
 
 } // namespace mxtool

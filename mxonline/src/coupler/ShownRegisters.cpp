@@ -9,6 +9,14 @@ namespace {
 
 using mxmodule::Fieldbus;
 
+ReadValue readValue(const mxmodule::Parameter& parameter)
+{
+    return {parameter.shown, parameter.isAccepted
+                                 ? std::nullopt
+                                 : std::optional("the value " + parameter.shown +
+                                                 " is not accepted by the module's description")};
+}
+
 } // namespace
 
 ShownRegisters::ShownRegisters(const ModuleRegisters& module, std::vector<std::uint16_t> readWords)
@@ -23,10 +31,10 @@ ShownRegisters::ShownRegisters(const ModuleRegisters& module, std::vector<std::u
 }
 
 // One value that cannot be read does not hide the others.
-std::string ShownRegisters::read(const ParameterRegisters& one) const
+ReadValue ShownRegisters::value(const ParameterRegisters& one) const
 {
     if (readParameters) {
-        return (*readParameters)[one.parameter].shown;
+        return readValue((*readParameters)[one.parameter]);
     }
     const mxstation::PlannedModule& planned = registers.module();
     std::vector<std::uint16_t> alone = planned.registers;
@@ -37,11 +45,11 @@ std::string ShownRegisters::read(const ParameterRegisters& one) const
         }
     }
     try {
-        return planned.module.decode(bytesOfRegisters(alone), Fieldbus::Modbus)
-            .parameters()[one.parameter]
-            .shown;
+        return readValue(planned.module.decode(bytesOfRegisters(alone), Fieldbus::Modbus)
+                             .parameters()[one.parameter]);
     } catch (const mxmodule::Failure& failure) {
-        return "no value: " + failure.reason().text;
+        const std::string& reason = failure.reason().text;
+        return {"no value: " + reason, reason};
     }
 }
 

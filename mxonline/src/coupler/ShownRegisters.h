@@ -10,6 +10,13 @@
 
 namespace mxonline {
 
+/// A value that was read.
+struct ReadValue
+{
+    std::string shown;                  ///< "50 Hz"; `no value: REASON` if there is none.
+    std::optional<std::string> problem; ///< Why a station cannot state it.
+};
+
 /// The values in the parameter registers of a module, for people.
 class ShownRegisters
 {
@@ -19,7 +26,13 @@ public:
 
     /// Returns the value that was read: "50 Hz"; `no value: REASON` if the module's description has
     /// none for these registers.
-    std::string read(const ParameterRegisters& one) const;
+    std::string read(const ParameterRegisters& one) const { return value(one).shown; }
+
+    /// Returns the same, and whether a station can state it.
+    ReadValue value(const ParameterRegisters& one) const;
+
+    /// Returns whether all registers of the module together are values of it.
+    bool areValues() const { return readParameters.has_value(); }
 
 private:
     const ModuleRegisters& registers;

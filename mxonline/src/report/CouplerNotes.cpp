@@ -10,12 +10,27 @@ namespace mxonline {
 namespace {
 
 // What is read, and what that means for what is active.
-std::string readsNote(const mxstation::ModbusCommit& commit)
+std::vector<std::string> commitNotes(const mxstation::ModbusCommit& commit, bool isForWriting)
 {
-    return commit.readsAreStaged
-               ? "Parameters are read as last written: they may not be active before a commit"
-               : "Parameters are read as they are active: what was written without a commit is not "
-                 "seen, so that apply writes all parameters";
+    std::vector<std::string> notes;
+    notes.emplace_back(
+        commit.readsAreStaged
+            ? "Parameters are read as last written: they may not be active before a commit"
+            : "Parameters are read as they are active: what was written without a commit is not "
+              "seen");
+    if (isForWriting && !commit.readsAreStaged) {
+        notes.back() += ", so that apply writes all parameters";
+    }
+    if (isForWriting) {
+        notes.push_back(fmt::format("apply writes the commit register {} in any case",
+                                    addressesText({commit.address, 1})));
+    }
+    return notes;
+}
+
+void append(std::vector<std::string>& notes, const std::vector<std::string>& more)
+{
+    notes.insert(notes.end(), more.begin(), more.end());
 }
 
 } // namespace
@@ -37,7 +52,7 @@ std::string identityText(Identification identification, const std::string& found
     }
 }
 
-std::vector<std::string> notesOf(const CouplerDifference& difference)
+std::vector<std::string> notesOf(const CouplerDifference& difference, DifferenceUse use)
 {
     std::vector<std::string> notes;
     if (!difference.map.identity) {
@@ -47,15 +62,11 @@ std::vector<std::string> notesOf(const CouplerDifference& difference)
         notes.emplace_back("No parameter was read: the registers of another module have another "
                            "meaning");
     }
-    if (const auto& commit = difference.map.commit) {
-        notes.push_back(readsNote(*commit));
-        notes.push_back(fmt::format("apply writes the commit register {} in any case",
-                                    addressesText({commit->address, 1})));
+    if (difference.map.commit) {
+        append(notes, commitNotes(*difference.map.commit, use != DifferenceUse::Verify));
     }
     for (const ModuleDifference& module : difference.modules) {
-        const auto more =
-            withoutRegistersNotes(module.position, module.name, module.withoutRegisters);
-        notes.insert(notes.end(), more.begin(), more.end());
+        append(notes, withoutRegistersNotes(module.position, module.name, module.withoutRegisters));
     }
     return notes;
 }

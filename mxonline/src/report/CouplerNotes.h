@@ -21,7 +21,7 @@ constexpr const char* noIdentityNote = "No module is identified: \"modbus\" of t
                                        "no identity registers of the coupler";
 
 /// Returns what a person should know of `difference` beside its tables.
-std::vector<std::string> notesOf(const CouplerDifference& difference);
+std::vector<std::string> notesOf(const CouplerDifference& difference, DifferenceUse use);
 
 /// Returns notes on the parameters of `names`, which no register carries.
 std::vector<std::string> withoutRegistersNotes(std::size_t position, const std::string& name,

@@ -44,23 +44,23 @@ text::Json commitJson(const mxstation::ModbusMap& map)
 
 std::string CouplerDifference::json() const
 {
-    return text::jsonText({{"schema", text::jsonSchema("mxtool.coupler-difference", 1)},
-                           {"mxtool", MXONLINE_VERSION},
-                           {"station", text::toUtf8(station)},
-                           {"target", text::toUtf8(target)},
-                           {"unit", map.unit},
-                           {"identity", map.identity.has_value()},
-                           {"commit", commitJson(map)},
-                           {"same", isSame()},
-                           {"differing", parameterCount()},
-                           {"writes",
-                            {{"parameters", writes.parameters},
-                             {"registers", writes.registers},
-                             {"requests", writes.requests}}},
-                           {"modules", text::listJson(modules, moduleJson)},
-                           {"notes", text::listJson(notesOf(*this), [](const std::string& note) {
-                                return text::toUtf8(note);
-                            })}});
+    return text::jsonText(
+        {{"schema", text::jsonSchema("mxtool.coupler-difference", 1)},
+         {"mxtool", MXONLINE_VERSION},
+         {"station", text::toUtf8(station)},
+         {"target", text::toUtf8(target)},
+         {"unit", map.unit},
+         {"identity", map.identity.has_value()},
+         {"commit", commitJson(map)},
+         {"same", isSame()},
+         {"differing", parameterCount()},
+         {"writes",
+          {{"parameters", writes.parameters},
+           {"registers", writes.registers},
+           {"requests", writes.requests}}},
+         {"modules", text::listJson(modules, moduleJson)},
+         {"notes", text::listJson(notesOf(*this, DifferenceUse::Plan),
+                                  [](const std::string& note) { return text::toUtf8(note); })}});
 }
 
 } // namespace mxonline

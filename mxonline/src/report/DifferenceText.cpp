@@ -89,7 +89,7 @@ std::string CouplerDifference::text(DifferenceUse use) const
     if (use != DifferenceUse::Verify) {
         all += writesText(*this);
     }
-    for (const std::string& note : notesOf(*this)) {
+    for (const std::string& note : notesOf(*this, use)) {
         all += "Note: " + text::forTerminal(note) + "\n";
     }
     return all + (use == DifferenceUse::Plan ? "Nothing was written.\n" : "");

@@ -60,7 +60,6 @@ Example:
 
   4 parameters of 1 module differ
   Note: Parameters are read as last written: they may not be active before a commit
-  Note: apply writes the commit register 8192 (0x2000) in any case
 )";
 
 struct ComparisonOptions

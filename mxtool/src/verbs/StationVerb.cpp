@@ -29,6 +29,7 @@ void addStationVerb(CLI::App& program, const GlobalOptions& global, const VerbCh
     addStationPlanVerb(*station, global, choose);
     addStationApplyVerb(*station, global, choose);
     addStationVerifyVerb(*station, global, choose);
+    addStationReadVerb(*station, global, choose);
 }
 
 } // namespace mxtool

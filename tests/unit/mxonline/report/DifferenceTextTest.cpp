@@ -120,7 +120,12 @@ TEST(DifferenceText, SaysWhatACommitMeans)
                         "a commit\nNote: apply writes the commit register 8192 (0x2000) in any "
                         "case\n"),
               std::string::npos);
+    EXPECT_EQ(difference.text(DifferenceUse::Verify).find("apply"), std::string::npos);
     difference.map.commit->readsAreStaged = false;
+    EXPECT_NE(difference.text(DifferenceUse::Verify)
+                  .find("Note: Parameters are read as they are active: what was written without a "
+                        "commit is not seen\n"),
+              std::string::npos);
     text = difference.text();
     EXPECT_NE(text.find("Note: Parameters are read as they are active: what was written without a "
                         "commit is not seen, so that apply writes all parameters\n"),

@@ -1,0 +1,87 @@
+#include "mxonline/ReadBack.h"
+
+#include "coupler/ModuleRegisters.h"
+#include "coupler/ShownRegisters.h"
+
+#include <fmt/format.h>
+#include <mxonline/CouplerDifference.h>
+#include <mxstation/ParameterEdit.h>
+
+#include <utility>
+
+namespace mxonline {
+
+namespace {
+
+using mxmodule::Failure;
+using mxmodule::Finding;
+using mxmodule::Origin;
+using mxmodule::Severity;
+
+// The values on a coupler that a station cannot state.
+class UnstatableValues
+{
+public:
+    explicit UnstatableValues(std::string couplerName) : coupler(std::move(couplerName)) {}
+
+    void collect(const ModuleRegisters& module, const std::vector<std::uint16_t>& read)
+    {
+        if (read == module.module().registers) {
+            return;
+        }
+        const ShownRegisters shown(module, read);
+        const std::size_t known = findings.size();
+        for (const ParameterRegisters& one : module.parameters()) {
+            if (const auto problem = shown.value(one).problem) {
+                add(fmt::format("{}, parameter \"{}\": {}: {}", moduleText(module.module()),
+                                module.names()[one.parameter], registersText(module.range(one)),
+                                *problem));
+            }
+        }
+        if (findings.size() == known && !shown.areValues()) {
+            add(fmt::format("{}: {}: the places of a parameter have different values",
+                            moduleText(module.module()), registersText(module.range())));
+        }
+    }
+
+    const std::vector<Finding>& all() const { return findings; }
+
+private:
+    void add(const std::string& text)
+    {
+        findings.push_back({Severity::Error, coupler, text,
+                            "a station cannot state it: give the module a value that it accepts, "
+                            "or apply that of the station",
+                            Origin::Output});
+    }
+
+    std::string coupler;
+    std::vector<Finding> findings;
+};
+
+} // namespace
+
+std::string withParametersOf(const mxstation::Station& station, const mxstation::Plan& plan,
+                             const Target& target, const CouplerState& state)
+{
+    const CouplerDifference difference = compare(plan, target, state);
+    const auto identity = difference.identityErrors();
+    if (!identity.empty()) {
+        throw Failure(identity);
+    }
+    const std::vector<ModuleRegisters> modules = moduleRegisters(plan);
+    UnstatableValues unstatable(fmt::format("{} unit {}", difference.target, plan.modbus->unit));
+    std::vector<std::vector<std::uint16_t>> registers;
+    for (std::size_t i = 0; i < difference.modules.size(); ++i) {
+        if (difference.modules[i].isRead) {
+            unstatable.collect(modules[i], state.modules[i].registers);
+        }
+        registers.push_back(state.modules[i].registers);
+    }
+    if (!unstatable.all().empty()) {
+        throw Failure(unstatable.all());
+    }
+    return mxstation::withParameters(station, plan, registers);
+}
+
+} // namespace mxonline
