@@ -23,8 +23,7 @@ std::uint32_t identifierOf(const mxstation::PlannedModule& module)
 } // namespace
 
 SimulatedRegisters::SimulatedRegisters(const mxstation::Plan& planned, bool isStrict)
-    : plan(planned),
-      map(*planned.modbus),
+    : map(*planned.modbus),
       row(moduleRegisters(planned)),
       inputImage(planned.input.size),
       outputImage(planned.output.size)

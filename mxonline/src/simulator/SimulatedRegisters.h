@@ -85,7 +85,6 @@ private:
     static void putImage(std::vector<std::uint8_t>& image, std::size_t index,
                          const std::vector<std::uint8_t>& bytes);
 
-    const mxstation::Plan& plan;
     const mxstation::ModbusMap& map;
     std::vector<ModuleRegisters> row;
     Space holding;

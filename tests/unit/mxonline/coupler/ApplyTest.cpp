@@ -58,7 +58,7 @@ Texts shown(const ApplyReport& report)
     return lines;
 }
 
-Texts writesOf(const RegisterPeer& peer)
+Texts requestedWrites(const RegisterPeer& peer)
 {
     Texts writes;
     for (const std::string& request : peer.requests()) {
@@ -85,7 +85,7 @@ TEST(Apply, WritesWholeParametersThatDiffer)
     const ApplyReport report = applied(coupler);
     EXPECT_TRUE(report.isDone());
     EXPECT_TRUE(report.findings.empty());
-    EXPECT_EQ(writesOf(peer), (Texts{"1000 1", "1008 1", "1027 2"}));
+    EXPECT_EQ(requestedWrites(peer), (Texts{"1000 1", "1008 1", "1027 2"}));
     EXPECT_EQ(peer.at(1000, 1), (Words{0x3C00}));
     EXPECT_EQ(peer.at(1008, 1), (Words{9000}));
     EXPECT_EQ(peer.at(1027, 2), (Words{1000, static_cast<std::uint16_t>(-1000)}));
@@ -121,11 +121,11 @@ TEST(Apply, WritesNothingWhereNothingDiffers)
     putModules(peer);
     Coupler coupler(onlinePlan(twoModules), peer.target());
     EXPECT_TRUE(applied(coupler).isDone());
-    const auto before = writesOf(peer).size();
+    const auto before = requestedWrites(peer).size();
     const ApplyReport again = applied(coupler);
     EXPECT_TRUE(again.isDone());
     EXPECT_TRUE(shown(again).empty());
-    EXPECT_EQ(writesOf(peer).size(), before);
+    EXPECT_EQ(requestedWrites(peer).size(), before);
 }
 
 TEST(Apply, EndsWithTheCommitEvenIfNothingIsWritten)
@@ -134,12 +134,12 @@ TEST(Apply, EndsWithTheCommitEvenIfNothingIsWritten)
     putModules(peer);
     Coupler coupler(onlinePlan(withCommit("{address: 999, value: 42}")), peer.target());
     EXPECT_TRUE(applied(coupler).isDone());
-    EXPECT_EQ(writesOf(peer), (Texts{"1000 1", "1008 1", "1027 2", "999 1"}));
+    EXPECT_EQ(requestedWrites(peer), (Texts{"1000 1", "1008 1", "1027 2", "999 1"}));
     EXPECT_EQ(peer.at(999, 1), (Words{42}));
     const ApplyReport again = applied(coupler);
     EXPECT_TRUE(again.isDone());
     EXPECT_TRUE(again.isCommitted);
-    EXPECT_EQ(writesOf(peer), (Texts{"1000 1", "1008 1", "1027 2", "999 1", "999 1"}));
+    EXPECT_EQ(requestedWrites(peer), (Texts{"1000 1", "1008 1", "1027 2", "999 1", "999 1"}));
 }
 
 // What an interrupted run staged cannot be read: 50 registers, all written.
@@ -149,7 +149,7 @@ TEST(Apply, WritesEverythingWhereReadsAreActive)
     putModules(peer);
     Coupler coupler(onlinePlan(withCommit("{address: 999, reads: active}")), peer.target());
     EXPECT_TRUE(applied(coupler).isDone());
-    EXPECT_EQ(writesOf(peer), (Texts{"1000 50", "999 1"}));
+    EXPECT_EQ(requestedWrites(peer), (Texts{"1000 50", "999 1"}));
 }
 
 TEST(Apply, AWriteIsNeverLargerThanTheMapAllows)
@@ -160,7 +160,7 @@ TEST(Apply, AWriteIsNeverLargerThanTheMapAllows)
     source.replace(source.find(", identity"), 0, ", most_written: 20");
     Coupler coupler(onlinePlan(source), peer.target());
     EXPECT_TRUE(applied(coupler).isDone());
-    EXPECT_EQ(writesOf(peer), (Texts{"1000 20", "1020 20", "1040 10", "999 1"}));
+    EXPECT_EQ(requestedWrites(peer), (Texts{"1000 20", "1020 20", "1040 10", "999 1"}));
 }
 
 TEST(Apply, AnotherModuleStopsItBeforeTheFirstWrite)
@@ -171,7 +171,7 @@ TEST(Apply, AnotherModuleStopsItBeforeTheFirstWrite)
     Coupler coupler(onlinePlan(twoModules), peer.target());
     EXPECT_EQ(failureOf([&coupler] { static_cast<void>(applied(coupler)); }),
               "module 2 \"Flows\" is 5a030304 in the station, the coupler has 5a030302");
-    EXPECT_TRUE(writesOf(peer).empty());
+    EXPECT_TRUE(requestedWrites(peer).empty());
 }
 
 TEST(Apply, WhatWasNotConfirmedIsNotWritten)
@@ -183,7 +183,7 @@ TEST(Apply, WhatWasNotConfirmedIsNotWritten)
     confirmed.modules[0].parameters[0].found = {0x2800};
     EXPECT_EQ(failureOf([&] { static_cast<void>(coupler.apply(confirmed)); }),
               "the coupler no longer has the parameters that were shown; nothing was written");
-    EXPECT_TRUE(writesOf(peer).empty());
+    EXPECT_TRUE(requestedWrites(peer).empty());
 }
 
 // Without registers that identify modules a report says so, and goes on.
@@ -236,7 +236,7 @@ TEST(Apply, ARefusedWriteEndsItAndTheRestIsReadBack)
     EXPECT_FALSE(report.isDone());
     EXPECT_FALSE(report.isCommitted);
     EXPECT_TRUE(report.isReadBack);
-    EXPECT_EQ(writesOf(peer), (Texts{"1000 1", "1008 1"}));
+    EXPECT_EQ(requestedWrites(peer), (Texts{"1000 1", "1008 1"}));
     EXPECT_EQ(shown(report),
               (Texts{"Levels Mains suppression 50 Hz -> 60 Hz, now 60 Hz: verified",
                      "Levels AI 2/Upper limit 9.501 V -> 9 V, now 9.501 V: different unwritten",

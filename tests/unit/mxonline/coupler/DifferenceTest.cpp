@@ -13,7 +13,7 @@ namespace {
 using Words = std::vector<std::uint16_t>;
 using Texts = std::vector<std::string>;
 
-constexpr const char* twoModules = R"(
+constexpr const char* differingModules = R"(
 modbus: {unit: 9, parameters: {address: 1000, stride: 30}, identity: {address: 500}}
 modules:
   - {module: MX0304.bin, name: Levels, parameters: {Mains suppression: 60, AI 2/Upper limit: 9 V}}
@@ -33,7 +33,7 @@ Texts shown(const CouplerDifference& difference)
     return lines;
 }
 
-void putModules(RegisterPeer& peer)
+void putDefaults(RegisterPeer& peer)
 {
     peer.put(500, {0x5A03, 0x0304, 0x5A03, 0x0304});
     peer.put(1000, defaultsOf0304);
@@ -45,8 +45,8 @@ void putModules(RegisterPeer& peer)
 TEST(Difference, NamesWhatWouldChange)
 {
     RegisterPeer peer;
-    putModules(peer);
-    Coupler coupler(onlinePlan(twoModules), peer.target());
+    putDefaults(peer);
+    Coupler coupler(onlinePlan(differingModules), peer.target());
     const CouplerDifference difference = coupler.difference();
     EXPECT_EQ(shown(difference), (Texts{"Levels Mains suppression 1000 50 Hz -> 60 Hz",
                                         "Levels AI 2/Upper limit 1008 9.501 V -> 9 V"}));
@@ -64,8 +64,8 @@ TEST(Difference, NamesWhatWouldChange)
 TEST(Difference, RemembersThatGapsDoNotExist)
 {
     RegisterPeer peer;
-    putModules(peer);
-    Coupler coupler(onlinePlan(twoModules), peer.target());
+    putDefaults(peer);
+    Coupler coupler(onlinePlan(differingModules), peer.target());
     static_cast<void>(coupler.read());
     static_cast<void>(coupler.read());
     EXPECT_EQ(peer.requests(), (Texts{"3 500 4", "3 1000 55", "3 1000 25", "3 1030 25", "3 500 4",
@@ -77,8 +77,8 @@ TEST(Difference, ReadsOverGapsThatExist)
 {
     RegisterPeer peer;
     peer.put(1000, Words(60));
-    putModules(peer);
-    Coupler coupler(onlinePlan(twoModules), peer.target());
+    putDefaults(peer);
+    Coupler coupler(onlinePlan(differingModules), peer.target());
     EXPECT_EQ(coupler.difference().parameterCount(), 2U);
     EXPECT_EQ(peer.requests(), (Texts{"3 500 4", "3 1000 55"}));
     EXPECT_EQ(coupler.traffic().requests, 2U);
@@ -87,10 +87,10 @@ TEST(Difference, ReadsOverGapsThatExist)
 TEST(Difference, IsNothingWhereEveryRegisterIsAsPlanned)
 {
     RegisterPeer peer;
-    putModules(peer);
+    putDefaults(peer);
     peer.put(1000, {0x3C00});
     peer.put(1008, {9000});
-    Coupler coupler(onlinePlan(twoModules), peer.target());
+    Coupler coupler(onlinePlan(differingModules), peer.target());
     EXPECT_TRUE(coupler.difference().isSame());
 }
 
@@ -98,9 +98,9 @@ TEST(Difference, IsNothingWhereEveryRegisterIsAsPlanned)
 TEST(Difference, AnotherModuleIsAnError)
 {
     RegisterPeer peer;
-    putModules(peer);
+    putDefaults(peer);
     peer.put(502, {0x5A03, 0x0302});
-    Coupler coupler(onlinePlan(twoModules), peer.target());
+    Coupler coupler(onlinePlan(differingModules), peer.target());
     const CouplerDifference difference = coupler.difference();
     EXPECT_FALSE(difference.isSame());
     EXPECT_EQ(difference.modules[0].identification, Identification::Same);
@@ -114,9 +114,9 @@ TEST(Difference, AnotherModuleIsAnError)
 TEST(Difference, AnEmptyPlaceIsNamed)
 {
     RegisterPeer peer;
-    putModules(peer);
+    putDefaults(peer);
     peer.put(500, {0, 0, 0xFFFF, 0xFFFF});
-    Coupler coupler(onlinePlan(twoModules), peer.target());
+    Coupler coupler(onlinePlan(differingModules), peer.target());
     const auto errors = coupler.difference().identityErrors();
     ASSERT_EQ(errors.size(), 2U);
     EXPECT_EQ(errors[0].text,
@@ -129,10 +129,10 @@ TEST(Difference, AnEmptyPlaceIsNamed)
 TEST(Difference, RegistersThatAreNoValuesHideNoOther)
 {
     RegisterPeer peer;
-    putModules(peer);
+    putDefaults(peer);
     peer.put(1030, {0x3C00, 0x0700, 11000});
     peer.put(1036, {0x0005});
-    Coupler coupler(onlinePlan(twoModules), peer.target());
+    Coupler coupler(onlinePlan(differingModules), peer.target());
     const Texts lines = shown(coupler.difference());
     ASSERT_EQ(lines.size(), 6U);
     EXPECT_EQ(lines[2], "Flows Mains suppression 1030 60 Hz -> 50 Hz");
@@ -144,8 +144,8 @@ TEST(Difference, RegistersThatAreNoValuesHideNoOther)
 TEST(Difference, WithoutIdentityNoModuleIsIdentified)
 {
     RegisterPeer peer;
-    putModules(peer);
-    std::string source = twoModules;
+    putDefaults(peer);
+    std::string source = differingModules;
     source.replace(source.find(", identity: {address: 500}"), 26, "");
     Coupler coupler(onlinePlan(source), peer.target());
     const CouplerDifference difference = coupler.difference();
@@ -259,7 +259,7 @@ TEST(Difference, AFaultNamesParameterAndRegisters)
     RegisterPeer peer;
     peer.put(500, {0x5A03, 0x0304, 0x5A03, 0x0304});
     peer.put(1000, defaultsOf0304);
-    Coupler coupler(onlinePlan(twoModules), peer.target());
+    Coupler coupler(onlinePlan(differingModules), peer.target());
     const std::string text = failureOf([&coupler] { static_cast<void>(coupler.read()); });
     EXPECT_EQ(text.substr(0, text.find(';')),
               "module 2 \"Flows\", parameter \"Mains suppression\" to parameter \"AI 4/Filter "
