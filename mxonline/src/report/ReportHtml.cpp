@@ -26,12 +26,13 @@ dl { display: grid; grid-template-columns: max-content 1fr; gap: .2rem 1.2rem; m
 dt { color: #5a6675; padding-left: .5rem; }
 dd { margin: 0; overflow-wrap: anywhere; }
 table { border-collapse: collapse; width: 100%; font-size: .93rem; }
-th { text-align: left; color: #5a6675; font-weight: 600; border-bottom: 2px solid #c9d1db; }
+th { text-align: left; color: #5a6675; font-weight: 600; border-bottom: 2px solid #c9d1db; white-space: nowrap; }
 th, td { padding: .35rem .5rem; vertical-align: top; overflow-wrap: anywhere; }
 td { border-bottom: 1px solid #e3e8ee; }
 .sum, td[data-name="SHA-256"], td[data-name="Registers"] { font-family: ui-monospace, "DejaVu Sans Mono", monospace;
        font-size: .82rem; }
-td[data-name="SHA-256"] { width: 32rem; }
+td[data-name="SHA-256"] { width: 34rem; }
+td[data-name="Identifier"] { white-space: nowrap; }
 tr.good td:last-child { color: #0e5a2f; }
 tr.bad { background: #fdeeed; }
 tr.bad td:last-child { color: #8a1a14; font-weight: 600; }
@@ -40,7 +41,7 @@ tr.bad td:last-child { color: #8a1a14; font-weight: 600; }
 .hint { color: #5a6675; }
 footer { margin-top: 2rem; color: #5a6675; font-size: .85rem; }
 @media (max-width: 46rem) {
-  dl { grid-template-columns: 1fr; gap: 0; } dd { margin-bottom: .5rem; }
+  dl { grid-template-columns: 1fr; gap: 0; } dt { padding: 0; } dd { margin-bottom: .5rem; }
   thead { display: none; } table, tbody, tr, td { display: block; width: auto; }
   tr { border: 1px solid #c9d1db; border-radius: .3rem; margin: .6rem 0; padding: .3rem .7rem; }
   td, td[data-name="SHA-256"] { border: 0; padding: .15rem 0; width: auto; }
@@ -50,6 +51,7 @@ footer { margin-top: 2rem; color: #5a6675; font-size: .85rem; }
   @page { margin: 15mm; }
   body { margin: 0; padding: 0; max-width: none; font-size: 10pt; }
   .verdict, .notes, tr.bad { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
+  td[data-name="SHA-256"] { width: 16rem; }
   h2 { break-after: avoid; } tr, .fault, .verdict { break-inside: avoid; } thead { display: table-header-group; }
 }
 )";
@@ -108,7 +110,7 @@ std::string parametersHtml(const ApplyReport& report)
 
 std::string modulesHtml(const ApplyReport& report)
 {
-    HtmlTable table({"Position", "Name", "Module", "On the coupler", "SHA-256"});
+    HtmlTable table({"Position", "Name", "Identifier", "On the coupler", "SHA-256"});
     for (const AppliedModule& module : report.modules) {
         table.add({std::to_string(module.position), module.name, module.moduleId,
                    identityText(module.identification, module.foundId),
