@@ -3,9 +3,12 @@
 #include "TemporaryDirectory.h"
 
 #include <fcntl.h>
+#include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -36,8 +39,51 @@ void redirectToBrokenPipe(int descriptor)
     close(ends[1]);
 }
 
+// A terminal of the process, of which this end sees what is shown and types.
+class Terminal
+{
+public:
+    Terminal()
+    {
+        if (openpty(&controller, &end, nullptr, nullptr, nullptr) != 0) {
+            abort();
+        }
+    }
+
+    ~Terminal() { close(controller); }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    void useInChild() const
+    {
+        dup2(end, STDIN_FILENO);
+        dup2(end, STDERR_FILENO);
+        close(end);
+        close(controller);
+    }
+
+    // Returns what is shown until the process has closed its end.
+    std::string shownAfter(const std::string& typed) const
+    {
+        close(end);
+        static_cast<void>(!write(controller, typed.data(), typed.size()));
+        std::string shown;
+        std::array<char, 1024> part = {};
+        for (ssize_t size = 0; (size = read(controller, part.data(), part.size())) > 0;) {
+            shown.append(part.data(), static_cast<std::size_t>(size));
+        }
+        shown.erase(std::remove(shown.begin(), shown.end(), '\r'), shown.end());
+        return shown;
+    }
+
+private:
+    int controller = -1;
+    int end = -1;
+};
+
 [[noreturn]] void becomeTool(const std::vector<std::string>& arguments, const ToolSetup& setup,
-                             const std::string& out, const std::string& err)
+                             const std::string& out, const std::string& err,
+                             const std::optional<Terminal>& terminal)
 {
     redirect(setup.standardInput, O_RDONLY, STDIN_FILENO);
     if (setup.readerLeft) {
@@ -46,6 +92,9 @@ void redirectToBrokenPipe(int descriptor)
         redirect(out, O_WRONLY | O_CREAT, STDOUT_FILENO);
     }
     redirect(err, O_WRONLY | O_CREAT, STDERR_FILENO);
+    if (terminal) {
+        terminal->useInChild();
+    }
     for (const auto& [name, value] : setup.environment) {
         setenv(name.c_str(), value.c_str(), 1);
     }
@@ -67,15 +116,23 @@ ToolRun runTool(const std::vector<std::string>& arguments, const ToolSetup& setu
     const testkit::TemporaryDirectory caught;
     const std::string out =
         setup.standardOutput.empty() ? caught.path("out") : setup.standardOutput;
+    std::optional<Terminal> terminal;
+    if (setup.typed) {
+        terminal.emplace();
+    }
     const pid_t child = fork();
     if (child == 0) {
-        becomeTool(arguments, setup, out, caught.path("err"));
+        becomeTool(arguments, setup, out, caught.path("err"), terminal);
     }
+    if (setup.onStart) {
+        setup.onStart(child);
+    }
+    const std::string shown = terminal ? terminal->shownAfter(*setup.typed) : "";
     int status = 0;
     waitpid(child, &status, 0);
     const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     return {exitCode, setup.standardOutput.empty() ? readFile(out) : "",
-            readFile(caught.path("err"))};
+            terminal ? shown : readFile(caught.path("err"))};
 }
 
 std::string readFile(const std::string& path)

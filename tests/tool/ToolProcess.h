@@ -1,6 +1,10 @@
 #pragma once
 
+#include <sys/types.h>
+
+#include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,6 +25,9 @@ struct ToolSetup
     std::string standardOutput;                     ///< File to write to instead of catching it.
     std::map<std::string, std::string> environment; ///< Variables to set.
     bool readerLeft = false;                        ///< Standard output is a pipe without reader.
+    /// Standard input and standard error are a terminal at which this is typed.
+    std::optional<std::string> typed;
+    std::function<void(pid_t)> onStart; ///< Called with the process when it was started.
 };
 
 /// Runs mxtool as a process in the root of the build, where the built examples are, and waits for

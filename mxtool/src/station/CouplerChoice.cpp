@@ -31,7 +31,12 @@ void CouplerObserver::progress(std::size_t done, std::size_t total, const char* 
 }
 
 StationCoupler::StationCoupler(const CouplerChoice& choice)
-    : StationCoupler(choice, mxonline::targetOf(choice.target), loadPlan(choice.station))
+    : StationCoupler(choice, mxonline::targetOf(choice.target))
+{}
+
+// After the target is checked: arguments of one call have no order.
+StationCoupler::StationCoupler(const CouplerChoice& choice, const mxonline::Target& checked)
+    : StationCoupler(choice, checked, loadPlan(choice.station))
 {}
 
 StationCoupler::StationCoupler(const CouplerChoice& choice, const mxstation::Plan& planned)

@@ -46,6 +46,7 @@ public:
     mxonline::Coupler& coupler() { return connection; }
 
 private:
+    StationCoupler(const CouplerChoice& choice, const mxonline::Target& checked);
     StationCoupler(const CouplerChoice& choice, const mxonline::Target& checked,
                    const mxstation::Plan& planned);
 
