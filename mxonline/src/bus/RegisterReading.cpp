@@ -18,6 +18,13 @@ std::vector<RegisterRange> rangesOf(const std::vector<RegisterItem>& items)
     return ranges;
 }
 
+// The part of `range` that is in `request`.
+RegisterRange partIn(const RegisterRange& range, const RegisterRange& request)
+{
+    const std::uint32_t begin = std::max(range.address, request.address);
+    return {begin, std::min(range.end(), request.end()) - begin};
+}
+
 std::string subjectOf(const std::vector<RegisterItem>& items)
 {
     const RegisterItem& one = items.front();
@@ -66,8 +73,7 @@ std::vector<std::uint16_t> RegisterReading::values(const RegisterRange& range) c
     return {begin, begin + static_cast<std::ptrdiff_t>(range.count)};
 }
 
-// Each item belongs to the last request that begins at or before it; a divided one to the first of
-// its parts, and the others to the item as well.
+// Each request has the items in it; of an item that takes several requests, each has its part.
 std::vector<RegisterReading::Request>
 RegisterReading::planned(const std::vector<RegisterItem>& wanted, Gaps gaps) const
 {
@@ -75,11 +81,11 @@ RegisterReading::planned(const std::vector<RegisterItem>& wanted, Gaps gaps) con
     for (const RegisterRange& range : requestsFor(rangesOf(wanted), most, gaps)) {
         Request& request = made.emplace_back();
         request.range = range;
-        std::copy_if(wanted.begin(), wanted.end(), std::back_inserter(request.items),
-                     [&range](const RegisterItem& item) {
-                         return item.range.address < range.end() &&
-                                range.address < item.range.end();
-                     });
+        for (const RegisterItem& item : wanted) {
+            if (item.range.address < range.end() && range.address < item.range.end()) {
+                request.items.push_back({partIn(item.range, range), item.module, item.subject});
+            }
+        }
         request.subject = subjectOf(request.items);
     }
     return made;
