@@ -22,6 +22,15 @@ using std::chrono::milliseconds;
 constexpr const char* lineHint = "compare baud rate, parity, stop bits and \"unit\" with the "
                                  "coupler; look at the wires, their polarity and termination";
 
+constexpr std::size_t beginningSize = 3; // which states the size of an answer
+constexpr std::size_t longestFrame = 256;
+constexpr unsigned mostLateAnswers = 4; // of a device that is off, there are none
+
+microseconds timeOf(std::size_t characters, unsigned baud)
+{
+    return microseconds(characters * 11'000'000 / baud);
+}
+
 // The pause between two frames: 3.5 characters of 11 bits, above 19,200 baud always 1.75 ms.
 microseconds silenceAt(unsigned baud)
 {
@@ -47,12 +56,15 @@ Exchange SerialLine::exchange(const std::vector<std::uint8_t>& request)
         open();
     }
     waitForSilence();
-    // What came without a request is noise, or an answer that was waited for no longer.
-    static_cast<void>(tcflush(modbus_get_socket(context.get()), TCIFLUSH));
+    if (late != 0 && request != unanswered) {
+        dropLateAnswers();
+    }
     const std::vector<std::uint8_t> sent = rtuFrame(unit, request);
+    unanswered = request;
     try {
         const std::vector<std::uint8_t> received = receive(sent);
         lastByte = ByteStream::Clock::now();
+        unanswered.clear();
         return {{received.begin() + 1, received.end() - 2}, sent, received};
     } catch (const LineError&) {
         context.reset();
@@ -60,14 +72,46 @@ Exchange SerialLine::exchange(const std::vector<std::uint8_t>& request)
     }
 }
 
-void SerialLine::waitForSilence() const
+// What comes without a request is noise, or an answer sent twice. A line that is never silent is
+// not waited for longer than for an answer.
+void SerialLine::waitForSilence()
 {
-    std::this_thread::sleep_until(lastByte + silenceAt(target.baud));
+    const int descriptor = modbus_get_socket(context.get());
+    const auto deadline = ByteStream::Clock::now() + milliseconds(timeout);
+    do {
+        std::this_thread::sleep_until(lastByte + silenceAt(target.baud));
+        lastByte = ByteStream::Clock::now();
+        if (!ByteStream(descriptor).hasInput()) {
+            return;
+        }
+        static_cast<void>(tcflush(descriptor, TCIFLUSH));
+    } while (lastByte < deadline);
 }
 
-std::vector<std::uint8_t> SerialLine::receive(const std::vector<std::uint8_t>& sent) const
+// An answer does not say which registers it has: one that comes after its time must not be taken
+// for that of another request of the same size.
+void SerialLine::dropLateAnswers()
 {
+    const ByteStream stream(modbus_get_socket(context.get()));
+    const auto wait = milliseconds(timeout) * (late + 1);
+    for (; late != 0; --late) {
+        std::vector<std::uint8_t> dropped;
+        if (stream.read(dropped, 1, ByteStream::Clock::now() + wait) != StreamEnd::Complete) {
+            late = 0;
+            return;
+        }
+        static_cast<void>(stream.read(
+            dropped, longestFrame, ByteStream::Clock::now() + timeOf(longestFrame, target.baud)));
+    }
+}
+
+std::vector<std::uint8_t> SerialLine::receive(const std::vector<std::uint8_t>& sent)
+{
+    late = std::min(late + 1, mostLateAnswers);
     const std::vector<std::uint8_t> received = readFrame(sent);
+    if (received[0] == unit) {
+        --late;
+    }
     if (!hasRtuChecksum(received)) {
         throw LineError("the answer has a wrong checksum", lineHint, sent, received);
     }
@@ -79,15 +123,17 @@ std::vector<std::uint8_t> SerialLine::receive(const std::vector<std::uint8_t>& s
     return received;
 }
 
-// The answer until its own size, as its first bytes state it.
+// The answer until its own size, as its first bytes state it. The time to wait does not include
+// that of the frames on the line.
 std::vector<std::uint8_t> SerialLine::readFrame(const std::vector<std::uint8_t>& sent) const
 {
     const ByteStream stream(modbus_get_socket(context.get()));
-    const auto deadline = ByteStream::Clock::now() + milliseconds(timeout);
+    auto deadline = ByteStream::Clock::now() + milliseconds(timeout) +
+                    timeOf(sent.size() + beginningSize, target.baud);
     std::vector<std::uint8_t> received;
     StreamEnd end = stream.write(sent, deadline);
     if (end == StreamEnd::Complete) {
-        end = stream.read(received, 3, deadline);
+        end = stream.read(received, beginningSize, deadline);
     }
     if (end == StreamEnd::Complete) {
         const auto size = rtuAnswerSize(received);
@@ -96,6 +142,7 @@ std::vector<std::uint8_t> SerialLine::readFrame(const std::vector<std::uint8_t>&
                 fmt::format("the answer is of function {}, expected {}", received[1], sent[1]),
                 lineHint, sent, received);
         }
+        deadline += timeOf(*size - beginningSize, target.baud);
         end = stream.read(received, *size, deadline);
     }
     if (end == StreamEnd::Closed) {

@@ -17,8 +17,9 @@ public:
 
 private:
     void open();
-    void waitForSilence() const;
-    std::vector<std::uint8_t> receive(const std::vector<std::uint8_t>& sent) const;
+    void waitForSilence();
+    void dropLateAnswers();
+    std::vector<std::uint8_t> receive(const std::vector<std::uint8_t>& sent);
     std::vector<std::uint8_t> readFrame(const std::vector<std::uint8_t>& sent) const;
 
     SerialTarget target;
@@ -26,6 +27,8 @@ private:
     std::uint32_t timeout;
     ModbusContext context; // null: not open
     ByteStream::Clock::time_point lastByte;
+    std::vector<std::uint8_t> unanswered; // the last request; empty: it was answered
+    unsigned late = 0;                    // answers that were waited for no longer
 };
 
 } // namespace mxonline

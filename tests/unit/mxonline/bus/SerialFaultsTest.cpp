@@ -6,7 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <string>
+#include <thread>
+#include <variant>
 #include <vector>
 
 // Frames of Modbus RTU on a pseudo terminal: unit, function, data, checksum with its low byte
@@ -140,6 +144,65 @@ TEST(SerialFaults, OldBytesAreDropped)
     ModbusClient client(peer.target(), lineMap(), nullptr);
     EXPECT_EQ(client.read(3, {0, 1}, "a"), (Words{7}));
     EXPECT_EQ(client.read(3, {0, 1}, "a"), (Words{7}));
+}
+
+Bytes addressAsValue(const Bytes& frame)
+{
+    return rtuFrame(1, {3, 2, frame[2], frame[3]});
+}
+
+// The first answer comes after its time, while the same request was sent again: it is taken, and
+// that of the second request must not be taken for that of the third.
+TEST(SerialFaults, ALateAnswerIsNeverTakenForAnother)
+{
+    int count = 0;
+    const AnsweringPeer peer(
+        [&count](const Bytes& frame) {
+            const int delays[] = {150, 40, 0};
+            std::this_thread::sleep_for(std::chrono::milliseconds(delays[std::min(count++, 2)]));
+            return Reaction{addressAsValue(frame)};
+        },
+        true);
+    mxstation::ModbusMap map = lineMap();
+    map.timeout = 120;
+    map.retries = 1;
+    ModbusClient client(peer.target(), map, nullptr);
+    EXPECT_EQ(client.read(3, {1, 1}, "a"), (Words{1}));
+    EXPECT_EQ(client.read(3, {2, 1}, "a"), (Words{2}));
+    EXPECT_EQ(client.read(3, {3, 1}, "a"), (Words{3}));
+    EXPECT_EQ(peer.frames().size(), 4U);
+}
+
+TEST(SerialFaults, AfterSilenceAnotherRequestIsAnswered)
+{
+    int count = 0;
+    const AnsweringPeer peer(
+        [&count](const Bytes& frame) {
+            return count++ == 0 ? Reaction() : Reaction{addressAsValue(frame)};
+        },
+        true);
+    mxstation::ModbusMap map = lineMap();
+    map.timeout = 100;
+    ModbusClient client(peer.target(), map, nullptr);
+    EXPECT_THROW(static_cast<void>(client.read(3, {1, 1}, "a")), mxmodule::Failure);
+    EXPECT_EQ(client.read(3, {2, 1}, "a"), (Words{2}));
+}
+
+// A request of 8 characters and an answer of 7, 11 bits each, take 137 ms at 1200 baud.
+TEST(SerialFaults, TheTimeToWaitIsWithoutThatOfTheFrames)
+{
+    const AnsweringPeer peer(
+        [](const Bytes& frame) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(60));
+            return Reaction{addressAsValue(frame)};
+        },
+        true);
+    SerialTarget target = std::get<SerialTarget>(peer.target());
+    target.baud = 1200;
+    mxstation::ModbusMap map = lineMap();
+    map.timeout = 30;
+    ModbusClient client(target, map, nullptr);
+    EXPECT_EQ(client.read(3, {7, 1}, "a"), (Words{7}));
 }
 
 TEST(SerialFaults, ALineThatDoesNotExist)
