@@ -96,9 +96,9 @@ TEST_F(OnlineVerbs, planShowsWhatWouldChangeAndWritesNothing)
                                 EndsWith("Nothing was written.\n")));
     EXPECT_EQ(text.err, target() + ": note: 2 requests, 27 registers read, 0 registers written, 0 "
                                    "repetitions\n");
-    const ToolRun json = run("plan", {"--format", "json"});
-    EXPECT_EQ(json.exitCode, 1);
-    EXPECT_EQ(nlohmann::json::parse(json.out)["schema"]["name"], "mxtool.coupler-difference");
+    const ToolRun asJson = run("plan", {"--format", "json"});
+    EXPECT_EQ(asJson.exitCode, 1);
+    EXPECT_EQ(nlohmann::json::parse(asJson.out)["schema"]["name"], "mxtool.coupler-difference");
     EXPECT_THAT(writes(), IsEmpty());
 }
 
@@ -160,13 +160,13 @@ TEST_F(OnlineVerbs, theQuestionSaysThatNoModuleIsIdentified)
 
 TEST_F(OnlineVerbs, theReportHasTheFormOfItsName)
 {
-    const std::string json = directory.path("report.json");
-    const ToolRun applied = run("apply", {"--yes", "-o", json});
+    const std::string jsonFile = directory.path("report.json");
+    const ToolRun applied = run("apply", {"--yes", "-o", jsonFile});
     EXPECT_EQ(applied.exitCode, 0);
     EXPECT_EQ(applied.out, "");
     EXPECT_THAT(applied.err, EndsWith("\nDone: read back and equal to the station; 2 parameters "
                                       "changed\n"));
-    EXPECT_EQ(nlohmann::json::parse(readFile(json))["done"], true);
+    EXPECT_EQ(nlohmann::json::parse(readFile(jsonFile))["done"], true);
     const std::string page = directory.path("report.html");
     EXPECT_EQ(run("apply", {"--yes", "-o", page}).exitCode, 0);
     EXPECT_THAT(readFile(page), StartsWith("<!DOCTYPE html>"));

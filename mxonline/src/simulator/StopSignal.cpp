@@ -26,7 +26,7 @@ StopSignal::~StopSignal()
 void StopSignal::raise() const
 {
     const std::uint64_t one = 1;
-    static_cast<void>(write(event, &one, sizeof one)); // full: it is raised already
+    static_cast<void>(!write(event, &one, sizeof one)); // full: it is raised already
 }
 
 bool StopSignal::waitFor(std::chrono::milliseconds time) const
