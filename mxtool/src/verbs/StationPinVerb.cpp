@@ -13,6 +13,9 @@ constexpr const char* stationPinFooter = R"(Example:
   $ mxtool station pin examples/stations/smallest.yaml -o -
   # yaml-language-server: $schema=../../share/parser-mx/mx-station.schema.json
   # The least that a station needs: its modules in their order. Their data follow each other without a gap.
+  # Without `modbus` it can still be planned; for a coupler on Modbus, `modbus` says at least where the parameters
+  # begin: MX0108 at register 0x4000, MX0204 at 0x4080, MX0302 at 0x4100.
+  modbus: {parameters: {address: 0x4000}}
   modules:
     - module: ../modules/MX0108.yaml # 8 digital inputs: input byte 0
       at: {in: 0}
