@@ -95,6 +95,8 @@ struct CouplerDifference
 
 /// Compares what was read from the coupler at `target` with `plan`, whose map is stated.
 ///
+/// A module that `state` does not have counts as not read.
+///
 /// A value that the module's description does not accept is shown as such; its registers are
 /// compared all the same.
 MXONLINE_API CouplerDifference compare(const mxstation::Plan& plan, const Target& target,

@@ -135,9 +135,9 @@ CouplerDifference compareModules(const mxstation::Plan& plan,
     difference.station = plan.station;
     difference.target = targetText(target);
     difference.map = *plan.modbus;
-    for (std::size_t i = 0; i < modules.size() && i < state.modules.size(); ++i) {
+    for (std::size_t i = 0; i < modules.size(); ++i) {
         const mxstation::PlannedModule& planned = modules[i].module();
-        const ModuleState& found = state.modules[i];
+        const ModuleState found = i < state.modules.size() ? state.modules[i] : ModuleState();
         ModuleDifference& module = difference.modules.emplace_back();
         module.position = planned.position;
         module.name = planned.name;

@@ -57,8 +57,20 @@ std::string verdictText(const CouplerDifference& difference)
                            errors.size() == 1 ? "1 module is"
                                               : text::counted(errors.size(), "module") + " are");
     }
-    return difference.isSame() ? "Every parameter is as the station states\n"
-                               : countText(difference);
+    const auto unread = std::count_if(difference.modules.begin(), difference.modules.end(),
+                                      [](const ModuleDifference& one) { return !one.isRead; });
+    if (!difference.isSame()) {
+        return countText(difference) +
+               (unread == 0
+                    ? ""
+                    : fmt::format("The parameters of {} were not read\n",
+                                  text::counted(static_cast<std::uint64_t>(unread), "module")));
+    }
+    const bool isAll =
+        std::all_of(difference.modules.begin(), difference.modules.end(),
+                    [](const ModuleDifference& one) { return one.withoutRegisters.empty(); });
+    return isAll ? "Every parameter is as the station states\n"
+                 : "Every parameter that is in a register is as the station states\n";
 }
 
 std::string amountText(const CouplerDifference& difference)

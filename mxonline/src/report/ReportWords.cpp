@@ -21,6 +21,18 @@ std::size_t writtenCount(const ApplyReport& report)
     return count;
 }
 
+// What "equal" does not include.
+std::string exceptionOf(const ApplyReport& report)
+{
+    std::size_t count = 0;
+    for (const AppliedModule& module : report.modules) {
+        count += module.withoutRegisters.size();
+    }
+    return count == 0
+               ? ""
+               : fmt::format(", but for {} in no register", text::counted(count, "parameter"));
+}
+
 std::string writtenAgainNote(const ApplyReport& report)
 {
     std::size_t count = 0;
@@ -45,7 +57,7 @@ std::string verdictOf(const ApplyReport& report)
     const std::vector<std::string> reasons = report.reasons();
     if (reasons.empty()) {
         const std::size_t written = writtenCount(report);
-        return fmt::format("Done: read back and equal to the station; {}",
+        return fmt::format("Done: read back and equal to the station{}; {}", exceptionOf(report),
                            written == 0 ? "no parameter differed"
                                         : text::counted(written, "parameter") + " changed");
     }

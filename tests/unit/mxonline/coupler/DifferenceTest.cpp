@@ -60,6 +60,24 @@ TEST(Difference, NamesWhatWouldChange)
     EXPECT_EQ(peer.requests(), (Texts{"3 500 4", "3 1000 55", "3 1000 25", "3 1030 25"}));
 }
 
+// A host may keep a state and compare it with another station.
+TEST(Difference, AModuleThatIsNotInTheStateIsNotTheSame)
+{
+    CouplerState state;
+    state.modules.push_back({1, 0x5A030304, defaultsOf0304});
+    const mxstation::Plan plan = onlinePlan(R"(
+modbus: {parameters: {address: 1000}}
+modules: [MX0304.bin, MX0304.bin]
+)");
+    const CouplerDifference difference = compare(plan, targetOf("tcp:127.0.0.1"), state);
+    ASSERT_EQ(difference.modules.size(), 2U);
+    EXPECT_TRUE(difference.modules[0].isRead);
+    EXPECT_FALSE(difference.modules[1].isRead);
+    EXPECT_FALSE(difference.isSame());
+    EXPECT_NE(difference.text().find("\nThe parameters of 1 module were not read\n"),
+              std::string::npos);
+}
+
 // Once known, the gap is not asked for again.
 TEST(Difference, RemembersThatGapsDoNotExist)
 {

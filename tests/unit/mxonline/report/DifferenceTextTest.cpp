@@ -132,6 +132,20 @@ TEST(DifferenceText, SaysWhatACommitMeans)
               std::string::npos);
 }
 
+TEST(DifferenceText, DoesNotClaimParametersThatAreInNoRegister)
+{
+    CouplerDifference difference = handMade();
+    for (ModuleDifference& module : difference.modules) {
+        module.parameters.clear();
+    }
+    EXPECT_NE(difference.text().find("\nEvery parameter is as the station states\n"),
+              std::string::npos);
+    difference.modules[0].withoutRegisters = {"Label"};
+    EXPECT_NE(difference.text().find(
+                  "\nEvery parameter that is in a register is as the station states\n"),
+              std::string::npos);
+}
+
 TEST(DifferenceText, ShowsHostileNamesHarmlessly)
 {
     CouplerDifference difference = handMade();

@@ -118,6 +118,8 @@ TEST(Report, NotesWhatLimitsIt)
         "interrupted run left without a commit\n"
         "Note: Module 2 \"Flows\": the parameter \"Label\" is in no register, its value is neither "
         "read nor written\n"));
+    EXPECT_EQ(report.verdict(), "Done: read back and equal to the station, but for 1 parameter in "
+                                "no register; 2 parameters changed");
 }
 
 TEST(Report, JsonHasValuesBesideRegisters)
