@@ -88,6 +88,7 @@ void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& 
     addBuildVerb(program, options, choose);
     addDumpVerb(program, options, choose);
     addStationVerb(program, options, choose);
+    addSimulateVerb(program, options, choose);
 }
 
 namespace {

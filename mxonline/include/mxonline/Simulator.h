@@ -4,6 +4,7 @@
 #include "mxonline/SimulatorEvent.h"
 #include "mxonline/Target.h"
 
+#include <mxmodule/Finding.h>
 #include <mxstation/Plan.h>
 
 #include <cstddef>
@@ -58,6 +59,8 @@ public:
     /// Returns where clients find it, with the port that the system chose.
     Target address() const;
 
+    const mxstation::Plan& plan() const; ///< The copy, as long as the simulator.
+
     std::vector<std::uint8_t> inputs() const;  ///< The bytes of the input image.
     std::vector<std::uint8_t> outputs() const; ///< The bytes of the output image.
 
@@ -83,5 +86,8 @@ private:
     class Content;
     std::unique_ptr<Content> content;
 };
+
+/// Returns a note when other computers reach a simulator that listens at `target`.
+MXONLINE_API std::vector<mxmodule::Finding> listeningNotes(const Target& target);
 
 } // namespace mxonline

@@ -1,6 +1,7 @@
 #include "simulator/ServedRequest.h"
 
 #include "bus/ModbusException.h"
+#include "bus/WordBytes.h"
 
 #include <algorithm>
 
@@ -12,21 +13,16 @@ using Pdu = std::vector<std::uint8_t>;
 
 constexpr std::uint32_t mostWrittenWhileReading = 121; // of function 23, by the protocol
 
-std::uint16_t wordOf(const Pdu& pdu, std::size_t at)
-{
-    return static_cast<std::uint16_t>(pdu[at] << 8 | pdu[at + 1]);
-}
-
 RegisterRange rangeOf(const Pdu& pdu, std::size_t at)
 {
-    return {wordOf(pdu, at), wordOf(pdu, at + 2)};
+    return {wordAt(pdu, at), wordAt(pdu, at + 2)};
 }
 
 std::vector<std::uint16_t> wordsFrom(const Pdu& pdu, std::size_t at)
 {
     std::vector<std::uint16_t> words;
     for (; at + 1 < pdu.size(); at += 2) {
-        words.push_back(wordOf(pdu, at));
+        words.push_back(wordAt(pdu, at));
     }
     return words;
 }
@@ -51,14 +47,14 @@ bool readContent(const Pdu& pdu, std::uint32_t mostRead, std::uint32_t mostWritt
 {
     switch (request.function) {
     case 6:
-        request.written = {wordOf(pdu, 1), 1};
+        request.written = {wordAt(pdu, 1), 1};
         request.values = wordsFrom(pdu, 3);
         return true;
     case 16:
         return readValues(pdu, 1, mostWritten, request);
     case 22:
-        request.written = {wordOf(pdu, 1), 1};
-        request.keptBits = wordOf(pdu, 3);
+        request.written = {wordAt(pdu, 1), 1};
+        request.keptBits = wordAt(pdu, 3);
         request.values = wordsFrom(pdu, 5);
         return true;
     case 23:

@@ -1,5 +1,6 @@
 #include "simulator/Simulation.h"
 
+#include "bus/WordBytes.h"
 #include "channels/ValueText.h"
 
 #include <fmt/format.h>
@@ -25,8 +26,7 @@ std::vector<std::uint8_t> answerOf(const ServedRequest& request,
     std::vector<std::uint8_t> answer = {request.function,
                                         static_cast<std::uint8_t>(2 * words.size())};
     for (const std::uint16_t word : words) {
-        answer.push_back(static_cast<std::uint8_t>(word >> 8));
-        answer.push_back(static_cast<std::uint8_t>(word));
+        appendWord(answer, word);
     }
     return answer;
 }

@@ -110,6 +110,11 @@ Target Simulator::address() const
     return content->address;
 }
 
+const mxstation::Plan& Simulator::plan() const
+{
+    return content->plan;
+}
+
 std::vector<std::uint8_t> Simulator::inputs() const
 {
     return content->simulation.image(true);
@@ -143,6 +148,22 @@ std::vector<std::uint16_t> Simulator::parameters(std::size_t position) const
 SimulatorCounts Simulator::requests() const
 {
     return content->simulation.counts();
+}
+
+std::vector<mxmodule::Finding> listeningNotes(const Target& target)
+{
+    const auto* const tcp = std::get_if<TcpTarget>(&target);
+    if (tcp == nullptr || tcp->host == "localhost" || tcp->host == "::1" ||
+        tcp->host.compare(0, 4, "127.") == 0) {
+        return {};
+    }
+    mxmodule::Finding note;
+    note.severity = mxmodule::Severity::Note;
+    note.origin = mxmodule::Origin::Output;
+    note.place = targetText(target);
+    note.text = "other computers can read and write this simulator";
+    note.hint = "listen at 127.0.0.1 if only programs of this computer use it";
+    return {note};
 }
 
 } // namespace mxonline

@@ -1,6 +1,7 @@
 #include "simulator/TcpServer.h"
 
 #include "bus/ModbusContext.h"
+#include "bus/WordBytes.h"
 
 #include <fmt/format.h>
 #include <mxmodule/Finding.h>
@@ -27,17 +28,6 @@ constexpr std::size_t mostLength = 254;
 constexpr std::size_t mostClients = 64;
 constexpr int waitingConnections = 16;
 constexpr auto pauseWithoutDescriptors = std::chrono::milliseconds(50);
-
-std::uint16_t wordIn(const Frame& frame, std::size_t at)
-{
-    return static_cast<std::uint16_t>(frame[at] << 8 | frame[at + 1]);
-}
-
-void putWord(Frame& frame, std::size_t word)
-{
-    frame.push_back(static_cast<std::uint8_t>(word >> 8));
-    frame.push_back(static_cast<std::uint8_t>(word));
-}
 
 [[noreturn]] void rejectListening(const TcpTarget& target, int error)
 {
@@ -86,9 +76,9 @@ std::uint16_t portAt(int listener, std::uint16_t wanted)
 Frame frameOf(const Frame& request, std::uint8_t unit, const ServedAnswer& answer)
 {
     Frame frame;
-    putWord(frame, static_cast<std::size_t>(wordIn(request, 0)) + answer.transactionChange);
-    putWord(frame, answer.protocol);
-    putWord(frame, answer.pdu.size() + 1 + answer.lengthChange);
+    appendWord(frame, static_cast<std::size_t>(wordAt(request, 0)) + answer.transactionChange);
+    appendWord(frame, answer.protocol);
+    appendWord(frame, answer.pdu.size() + 1 + answer.lengthChange);
     frame.push_back(static_cast<std::uint8_t>(unit + answer.unitChange));
     frame.insert(frame.end(), answer.pdu.begin(), answer.pdu.end());
     return frame;
@@ -170,8 +160,8 @@ bool TcpServer::serveClient(Client& client, const StopSignal& stop)
 bool TcpServer::answerFrames(Client& client, const StopSignal& stop)
 {
     while (client.received.size() >= prefixSize) {
-        const std::size_t length = wordIn(client.received, 4);
-        if (wordIn(client.received, 2) != 0 || length < leastLength || length > mostLength) {
+        const std::size_t length = wordAt(client.received, 4);
+        if (wordAt(client.received, 2) != 0 || length < leastLength || length > mostLength) {
             return false; // no Modbus TCP: where the next request begins is not known
         }
         const std::size_t size = prefixSize + length;
