@@ -79,6 +79,29 @@ TEST(SimulateVerb, takesALongLineInPartsAndGoesOn)
     EXPECT_EQ(simulator.errors().find("error:"), simulator.errors().rfind("error:"));
 }
 
+TEST(SimulateVerb, hasFaults)
+{
+    RunningTool simulator(simulate({"--fault", "exception=4,after=1", "--fault", "late=1ms"}));
+    const std::string target = addressOf(simulator);
+    EXPECT_EQ(runTool({"station", "plan", smallest, "--target", target}).exitCode, 0);
+    const ToolRun plan = runTool({"station", "plan", smallest, "--target", target});
+    EXPECT_EQ(plan.exitCode, 4);
+    EXPECT_THAT(plan.err, HasSubstr("exception 4 \"server device failure\""));
+    EXPECT_EQ(simulator.end(SIGTERM), 0);
+}
+
+TEST(SimulateVerb, rejectsFaultsThatItCannotHave)
+{
+    const ToolRun unknown = runTool(simulate({"--fault", "sillence"}));
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_THAT(unknown.err, StartsWith("sillence: error: there is no fault \"sillence\"\n"
+                                        "hint: did you mean \"silence\"?"));
+    const ToolRun ofOtherLine = runTool(simulate({"--fault", "checksum"}));
+    EXPECT_EQ(ofOtherLine.exitCode, 2);
+    EXPECT_EQ(ofOtherLine.err, "checksum: error: TCP has no checksum\nhint: leave out the fault, "
+                               "or simulate the other kind of line\n");
+}
+
 TEST(SimulateVerb, endsAfterItsTime)
 {
     RunningTool simulator(simulate({"--seconds", "0"}));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mxonline/ChannelValue.h"
+#include "mxonline/SimulatedFault.h"
 #include "mxonline/SimulatorEvent.h"
 #include "mxonline/Target.h"
 
@@ -20,7 +21,8 @@ struct SimulatorOptions
 {
     /// Registers between the parameters of two modules do not exist; otherwise they are 0.
     bool isStrict = false;
-    SimulatorObserver* observer = nullptr; ///< Outlives the simulator; may be null.
+    std::vector<SimulatedFault> faults = {}; ///< What it does wrong.
+    SimulatorObserver* observer = nullptr;   ///< Outlives the simulator; may be null.
 };
 
 /// What clients did with a simulator.
@@ -29,6 +31,7 @@ struct SimulatorCounts
     std::size_t connections = 0;      ///< Over TCP.
     std::size_t requests = 0;         ///< For its unit.
     std::size_t exceptions = 0;       ///< Of these, answered with an exception.
+    std::size_t faults = 0;           ///< Of the requests, those that had a fault.
     std::size_t registersRead = 0;    ///< In answers.
     std::size_t registersWritten = 0; ///< By requests that were carried out.
 };
@@ -45,7 +48,8 @@ public:
     /// Listens at `listenTarget`, of which the port may be 0, and begins to serve.
     ///
     /// Keeps a copy of `plan`. Throws a `mxmodule::Failure` when the plan has errors or no
-    /// `modbus:` map, or when parameters have no Modbus form; of origin `Output` when it cannot
+    /// `modbus:` map, or when parameters have no Modbus form; of origin `Request` for a fault that
+    /// this coupler cannot have; of origin `Output` when it cannot
     /// listen: the port is in use, there is no such device.
     Simulator(const mxstation::Plan& plan, const Target& listenTarget,
               const SimulatorOptions& options = {});

@@ -42,14 +42,9 @@ bool sendAnswer(const ByteStream& stream, const std::vector<std::uint8_t>& frame
         return false;
     }
     const std::vector<std::uint8_t> bytes = sentBytes(frame, answer);
-    for (unsigned i = 0; i < answer.copies; ++i) {
-        const bool isSent = answer.pause.count() > 0 ? sendSlowly(stream, bytes, answer.pause, stop)
-                                                     : sendBytes(stream, bytes);
-        if (!isSent) {
-            return false;
-        }
-    }
-    return !answer.closes;
+    const bool isSent = answer.pause.count() > 0 ? sendSlowly(stream, bytes, answer.pause, stop)
+                                                 : sendBytes(stream, bytes);
+    return isSent && !answer.closes;
 }
 
 } // namespace mxonline

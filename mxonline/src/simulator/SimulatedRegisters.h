@@ -49,6 +49,8 @@ public:
     std::vector<std::uint16_t> active(std::size_t index) const;
     std::vector<std::uint16_t> staged(std::size_t index) const;
 
+    bool hasIdentity() const { return map.identity.has_value(); }
+
     /// Makes the coupler say that it has another module at `index`.
     void setModuleId(std::size_t index, std::uint32_t moduleId);
 

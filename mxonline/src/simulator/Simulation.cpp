@@ -33,11 +33,13 @@ std::vector<std::uint8_t> answerOf(const ServedRequest& request,
 
 } // namespace
 
-Simulation::Simulation(const mxstation::Plan& planned, const SimulatorOptions& options)
+Simulation::Simulation(const mxstation::Plan& planned, const SimulatorOptions& options,
+                       LineKind line)
     : plan(planned),
       observer(options.observer),
       names(planned),
       registers(planned, options.isStrict),
+      faults(options.faults, registers, line),
       changes(planned, registers)
 {}
 
@@ -45,34 +47,47 @@ ServedAnswer Simulation::answerTo(const std::vector<std::uint8_t>& pdu)
 {
     std::vector<SimulatorEvent> events;
     std::unique_lock<std::mutex> lock(access);
-    const ServedRequest request =
-        servedRequest(pdu, plan.modbus->mostRead, plan.modbus->mostWritten);
+    ServedRequest request = servedRequest(pdu, plan.modbus->mostRead, plan.modbus->mostWritten);
+    const DueFaults due = faults.due(request);
     ++count.requests;
-    ServedAnswer answer = carriedOut(request, pdu, events);
+    count.faults += due.empty() ? 0 : 1;
+    ServedAnswer answer;
+    answer.pdu = pdu;
+    if (!FaultPlay::isIgnored(due)) {
+        const std::uint8_t code = FaultPlay::rejection(due);
+        answer.pdu = code != 0 ? rejected(request, code) : carriedOut(request, pdu, due, events);
+    }
+    FaultPlay::changeAnswer(due, request.function, answer);
     lock.unlock();
     tell(events);
     return answer;
 }
 
-ServedAnswer Simulation::carriedOut(const ServedRequest& request,
-                                    const std::vector<std::uint8_t>& pdu,
-                                    std::vector<SimulatorEvent>& events)
+std::vector<std::uint8_t> Simulation::rejected(const ServedRequest& request, std::uint8_t code)
 {
-    ServedAnswer answer;
+    ++count.exceptions;
+    return {static_cast<std::uint8_t>(request.function | exceptionBit), code};
+}
+
+std::vector<std::uint8_t> Simulation::carriedOut(ServedRequest& request,
+                                                 const std::vector<std::uint8_t>& pdu,
+                                                 const DueFaults& due,
+                                                 std::vector<SimulatorEvent>& events)
+{
     if (const std::uint8_t code = registers.rejection(request)) {
-        ++count.exceptions;
-        answer.pdu = {static_cast<std::uint8_t>(request.function | exceptionBit), code};
-        return answer;
+        return rejected(request, code);
     }
     if (request.written.count > 0) {
         changes.begin();
+        faults.changeValues(due, request);
         registers.write(request);
-        events = observer == nullptr ? events : changes.end(request);
+        if (observer != nullptr) {
+            events = changes.end(request);
+        }
     }
-    answer.pdu = answerOf(request, pdu, registers.read(request));
     count.registersRead += request.read.count;
     count.registersWritten += request.written.count;
-    return answer;
+    return answerOf(request, pdu, registers.read(request));
 }
 
 void Simulation::connected()

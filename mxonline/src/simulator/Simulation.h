@@ -1,6 +1,7 @@
 #pragma once
 
 #include "channels/ChannelNames.h"
+#include "simulator/FaultPlay.h"
 #include "simulator/SimulatedLine.h"
 #include "simulator/SimulatedRegisters.h"
 #include "simulator/SimulationChanges.h"
@@ -16,7 +17,7 @@ class Simulation : public ServedUnit
 {
 public:
     /// `planned`, which is usable, outlives the object.
-    Simulation(const mxstation::Plan& planned, const SimulatorOptions& options);
+    Simulation(const mxstation::Plan& planned, const SimulatorOptions& options, LineKind line);
 
     std::uint8_t unit() const override { return plan.modbus->unit; }
     ServedAnswer answerTo(const std::vector<std::uint8_t>& pdu) override;
@@ -30,8 +31,10 @@ public:
     SimulatorCounts counts() const;
 
 private:
-    ServedAnswer carriedOut(const ServedRequest& request, const std::vector<std::uint8_t>& pdu,
-                            std::vector<SimulatorEvent>& events);
+    std::vector<std::uint8_t> rejected(const ServedRequest& request, std::uint8_t code);
+    std::vector<std::uint8_t> carriedOut(ServedRequest& request,
+                                         const std::vector<std::uint8_t>& pdu, const DueFaults& due,
+                                         std::vector<SimulatorEvent>& events);
     void tell(const std::vector<SimulatorEvent>& events);
 
     const mxstation::Plan& plan;
@@ -39,6 +42,7 @@ private:
     ChannelNames names;
     mutable std::mutex access; // to all that follows
     mutable SimulatedRegisters registers;
+    FaultPlay faults;
     SimulationChanges changes;
     SimulatorCounts count;
 };

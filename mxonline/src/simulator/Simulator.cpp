@@ -37,7 +37,8 @@ class Simulator::Content
 public:
     Content(const mxstation::Plan& planned, const Target& target, const SimulatorOptions& options)
         : plan(requireUsable(planned, target)),
-          simulation(plan, options),
+          simulation(plan, options,
+                     std::holds_alternative<TcpTarget>(target) ? LineKind::Tcp : LineKind::Serial),
           line(listeningLine(target, simulation)),
           address(line->address())
     {

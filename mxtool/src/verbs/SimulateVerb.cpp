@@ -9,9 +9,11 @@
 
 #include <mxonline/SimulatorScript.h>
 
+#include <fmt/format.h>
 #include <text/ShownText.h>
 
 #include <algorithm>
+#include <iterator>
 #include <mutex>
 #include <thread>
 
@@ -30,6 +32,9 @@ constexpr const char* simulateFooter =
   repeat                                 begins again (--script only)
   # COMMENT
 
+Faults, each possibly followed by ",after=N" (so many requests are answered correctly before),
+",times=N" (so many requests have it), ",function=F", ",address=A" (only these requests have it):
+@faults@
 Exit codes: 0 also after Ctrl+C; 1 when a line of the script was not carried out; 4 when it cannot
 listen.
 
@@ -38,12 +43,24 @@ Example:
   listening at tcp:127.0.0.1:1502
 )";
 
+std::string footerText()
+{
+    std::string faults;
+    for (const mxonline::FaultDescription& one : mxonline::faultDescriptions()) {
+        faults += fmt::format("  {:<26} {}\n", one.form, one.meaning);
+    }
+    const std::string text = simulateFooter;
+    const std::string mark = "@faults@\n";
+    return std::string(text).replace(text.find(mark), mark.size(), faults + "\n");
+}
+
 struct SimulateOptions
 {
     StationChoice station;
     std::string listen = "tcp:127.0.0.1:1502";
     std::string script; // empty: standard input
     bool isStrict = false;
+    std::vector<std::string> faults;
     std::optional<unsigned> seconds;
 };
 
@@ -100,12 +117,16 @@ public:
     ExitCode run()
     {
         const mxonline::Target target = mxonline::listenTargetOf(options.listen);
+        std::vector<mxonline::SimulatedFault> faults;
+        std::transform(options.faults.begin(), options.faults.end(), std::back_inserter(faults),
+                       mxonline::simulatedFaultOf);
         const mxstation::Plan plan = loadPlan(options.station);
         const std::vector<char> script =
             options.script.empty() ? std::vector<char>() : loadBytes(options.script);
         const Interruption ends;
         mxonline::SimulatorOptions how;
         how.isStrict = options.isStrict;
+        how.faults = faults;
         how.observer = &events;
         mxonline::Simulator simulator(plan, target, how);
         report(listeningNotes(simulator.address()));
@@ -179,6 +200,10 @@ void addSimulateOptions(CLI::App& verb, SimulateOptions& options)
     rejectEmptyValue(*script);
     verb.add_flag("--strict", options.isStrict,
                   "Registers between the parameters of two modules do not exist, otherwise 0");
+    CLI::Option* const fault = verb.add_option("--fault", options.faults,
+                                               "What it does wrong, see below; may be repeated");
+    fault->type_name("FAULT")->expected(1)->take_all();
+    rejectEmptyValue(*fault);
     verb.add_option("--seconds", options.seconds, "End after this time")
         ->type_name("SECONDS")
         ->check(CLI::Range(0U, 86400U));
@@ -192,7 +217,7 @@ void addSimulateVerb(CLI::App& program, const GlobalOptions& global, const VerbC
         program.add_subcommand("simulate", "Be the coupler of a station, to try it without one");
     auto options = std::make_shared<SimulateOptions>();
     addSimulateOptions(*verb, *options);
-    verb->footer(simulateFooter);
+    verb->footer(footerText());
     verb->callback([options, choose, &global] {
         choose([options, &global] { return SimulateRun(*options, global.quiet).run(); });
     });

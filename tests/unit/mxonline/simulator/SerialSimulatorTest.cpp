@@ -67,6 +67,23 @@ TEST_F(SerialSimulator, KnowsItsLine)
               "rtu:" + std::string(ptsname(master)) + ",19200,N,1");
 }
 
+TEST(SerialFault, IsAWrongChecksum)
+{
+    const mxstation::Plan plan = onlinePlan("modbus: {unit: 7, parameters: {address: 0x4000}}\n"
+                                            "modules: [MX0302.bin]\n");
+    const int master = openMaster();
+    const RawClient client(master);
+    const SerialTarget target{ptsname(master), 19200, 'N', 1};
+    SimulatorOptions options;
+    options.faults = {simulatedFaultOf("checksum"), simulatedFaultOf("unit,after=1")};
+    const Simulator simulator(plan, target, options);
+    client.send("07 03 40 00 00 01 91 ac");
+    EXPECT_EQ(client.receive(7), "07 03 02 01 00 31 d5");
+    options.faults = {simulatedFaultOf("close")};
+    EXPECT_EQ(failureOf([&] { const Simulator other(plan, target, options); }),
+              "a serial line has no connection");
+}
+
 } // namespace
 
 } // namespace mxonline
