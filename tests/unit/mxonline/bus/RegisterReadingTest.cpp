@@ -10,8 +10,8 @@ namespace mxonline {
 
 namespace {
 
-using Requests = std::vector<std::string>;
-using Values = std::vector<std::uint16_t>;
+using SentRequests = std::vector<std::string>;
+using ReadValues = std::vector<std::uint16_t>;
 
 mxstation::ModbusMap mapOfReading()
 {
@@ -22,7 +22,7 @@ mxstation::ModbusMap mapOfReading()
     return map;
 }
 
-std::string reasonOf(RegisterReading& reading, ModbusClient& client)
+std::string readingReason(RegisterReading& reading, ModbusClient& client)
 {
     try {
         reading.read(client);
@@ -41,11 +41,11 @@ TEST(RegisterReading, LeavesOutGapsThatDoNotExistFromThenOn)
     ModbusClient client(peer.target(), mapOfReading(), nullptr);
     RegisterReading reading(3, {{{10, 2}, "m", "a"}, {{20, 1}, "m", "b"}}, 125);
     EXPECT_EQ(reading.requestCount(), 1U);
-    EXPECT_EQ(reasonOf(reading, client), "read");
-    EXPECT_EQ(reasonOf(reading, client), "read");
-    EXPECT_EQ(peer.requests(), (Requests{"3 10 11", "3 10 2", "3 20 1", "3 10 2", "3 20 1"}));
-    EXPECT_EQ(reading.values({10, 2}), (Values{1, 2}));
-    EXPECT_EQ(reading.values({20, 1}), (Values{3}));
+    EXPECT_EQ(readingReason(reading, client), "read");
+    EXPECT_EQ(readingReason(reading, client), "read");
+    EXPECT_EQ(peer.requests(), (SentRequests{"3 10 11", "3 10 2", "3 20 1", "3 10 2", "3 20 1"}));
+    EXPECT_EQ(reading.values({10, 2}), (ReadValues{1, 2}));
+    EXPECT_EQ(reading.values({20, 1}), (ReadValues{3}));
 }
 
 TEST(RegisterReading, NamesTheItemThatDoesNotExist)
@@ -54,7 +54,7 @@ TEST(RegisterReading, NamesTheItemThatDoesNotExist)
     peer.put(10, {1, 2});
     ModbusClient client(peer.target(), mapOfReading(), nullptr);
     RegisterReading reading(3, {{{10, 2}, "m", "a"}, {{20, 1}, "m", "b"}}, 125);
-    EXPECT_EQ(reasonOf(reading, client),
+    EXPECT_EQ(readingReason(reading, client),
               "m, b: register 20 (0x0014) cannot be read: exception 2 \"illegal data address\"");
 }
 
@@ -66,9 +66,10 @@ TEST(RegisterReading, EndsWhenPartsOfAnItemDoNotExist)
     ModbusClient client(peer.target(), mapOfReading(), nullptr);
     RegisterReading reading(3, {{{10, 10}, "m", "a"}, {{21, 1}, "m", "b"}}, 4);
     EXPECT_EQ(reading.requestCount(), 3U);
-    EXPECT_EQ(reasonOf(reading, client), "m, a: registers 14 to 17 (0x000e to 0x0011) cannot be "
-                                         "read: exception 2 \"illegal data address\"");
-    EXPECT_EQ(peer.requests(), (Requests{"3 10 4", "3 14 4"}));
+    EXPECT_EQ(readingReason(reading, client),
+              "m, a: registers 14 to 17 (0x000e to 0x0011) cannot be "
+              "read: exception 2 \"illegal data address\"");
+    EXPECT_EQ(peer.requests(), (SentRequests{"3 10 4", "3 14 4"}));
 }
 
 // Registers 14 to 15 and 17 exist, 16 does not.
@@ -79,10 +80,10 @@ TEST(RegisterReading, LeavesOutTheGapAfterPartOfAnItem)
     peer.put(17, {7});
     ModbusClient client(peer.target(), mapOfReading(), nullptr);
     RegisterReading reading(3, {{{10, 6}, "m", "a"}, {{17, 1}, "m", "b"}}, 4);
-    EXPECT_EQ(reasonOf(reading, client), "read");
-    EXPECT_EQ(peer.requests(), (Requests{"3 10 4", "3 14 4", "3 14 2", "3 17 1"}));
-    EXPECT_EQ(reading.values({10, 6}), (Values{1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(reading.values({17, 1}), (Values{7}));
+    EXPECT_EQ(readingReason(reading, client), "read");
+    EXPECT_EQ(peer.requests(), (SentRequests{"3 10 4", "3 14 4", "3 14 2", "3 17 1"}));
+    EXPECT_EQ(reading.values({10, 6}), (ReadValues{1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(reading.values({17, 1}), (ReadValues{7}));
 }
 
 } // namespace

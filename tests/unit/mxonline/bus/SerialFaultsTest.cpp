@@ -32,7 +32,7 @@ mxstation::ModbusMap lineMap()
     return map;
 }
 
-std::string faultOf(const AnsweringPeer::React& react)
+std::string lineFaultOf(const AnsweringPeer::React& react)
 {
     const AnsweringPeer peer(react, true);
     ModbusClient client(peer.target(), lineMap(), nullptr);
@@ -48,7 +48,7 @@ std::string faultOf(const AnsweringPeer::React& react)
 }
 
 // The frame of the protocol's own description of RTU: unit 1 reads ten registers from 0.
-constexpr const char* sentFrame = "; sent 01 03 00 00 00 0a c5 cd; received ";
+constexpr const char* sentOnLine = "; sent 01 03 00 00 00 0a c5 cd; received ";
 
 TEST(RtuFrame, HasTheChecksumOfTheProtocol)
 {
@@ -84,29 +84,29 @@ TEST(SerialFaults, AnAnswerHasItsRegisters)
 
 TEST(SerialFaults, Silence)
 {
-    EXPECT_EQ(faultOf([](const Bytes&) { return Reaction(); }),
-              std::string("no answer within 200 ms") + sentFrame + "nothing");
+    EXPECT_EQ(lineFaultOf([](const Bytes&) { return Reaction(); }),
+              std::string("no answer within 200 ms") + sentOnLine + "nothing");
 }
 
 TEST(SerialFaults, TooShort)
 {
-    EXPECT_EQ(faultOf([](const Bytes&) {
+    EXPECT_EQ(lineFaultOf([](const Bytes&) {
                   return Reaction{{1, 3, 20, 0, 1}};
               }),
-              std::string("the answer ends after 5 bytes") + sentFrame + "01 03 14 00 01");
+              std::string("the answer ends after 5 bytes") + sentOnLine + "01 03 14 00 01");
 }
 
 TEST(SerialFaults, AWrongChecksum)
 {
-    EXPECT_EQ(faultOf([](const Bytes&) {
+    EXPECT_EQ(lineFaultOf([](const Bytes&) {
                   return Reaction{{1, 0x83, 2, 0, 0}};
               }),
-              std::string("the answer has a wrong checksum") + sentFrame + "01 83 02 00 00");
+              std::string("the answer has a wrong checksum") + sentOnLine + "01 83 02 00 00");
 }
 
 TEST(SerialFaults, AnotherUnit)
 {
-    EXPECT_EQ(faultOf([](const Bytes&) {
+    EXPECT_EQ(lineFaultOf([](const Bytes&) {
                   return Reaction{rtuFrame(2, {0x83, 2})};
               }).substr(0, 36),
               "the answer is of unit 2, expected 1;");
@@ -114,15 +114,15 @@ TEST(SerialFaults, AnotherUnit)
 
 TEST(SerialFaults, NoiseInPlaceOfAnAnswer)
 {
-    EXPECT_EQ(faultOf([](const Bytes&) {
+    EXPECT_EQ(lineFaultOf([](const Bytes&) {
                   return Reaction{{0xFE, 0x55, 0x00}};
               }),
-              std::string("the answer is of function 85, expected 3") + sentFrame + "fe 55 00");
+              std::string("the answer is of function 85, expected 3") + sentOnLine + "fe 55 00");
 }
 
 TEST(SerialFaults, AnException)
 {
-    EXPECT_EQ(faultOf([](const Bytes&) {
+    EXPECT_EQ(lineFaultOf([](const Bytes&) {
                   return Reaction{rtuFrame(1, {0x83, 11})};
               }).substr(0, 55),
               "exception 11 \"gateway target device failed to respond\";");
