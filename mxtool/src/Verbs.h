@@ -60,6 +60,8 @@ void addStationApplyVerb(CLI::App& station, const GlobalOptions& options, const 
 void addStationVerifyVerb(CLI::App& station, const GlobalOptions& options,
                           const VerbChoice& choose);
 void addStationReadVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
+void addStationWatchVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
+void addStationSetVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
 void addStationPinVerb(CLI::App& station, const GlobalOptions& options, const VerbChoice& choose);
 
 } // namespace mxtool

@@ -7,6 +7,7 @@
 #include <mxmodule/Finding.h>
 
 #include <chrono>
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,12 +50,16 @@ struct OutputReport
     MXONLINE_API bool isDone() const;
 };
 
+/// Returns the question whether `count` outputs are to be set, for this time or to stay so.
+MXONLINE_API std::string outputsQuestion(std::size_t count,
+                                         std::optional<std::chrono::milliseconds> time);
+
 /// Returns what `OutputSetting::write` did, in a line for people: how many outputs were set, and
 /// that they stay so, or for how long; empty if not all were read back as set.
 MXONLINE_API std::string writtenText(const OutputReport& report,
                                      std::optional<std::chrono::milliseconds> time);
 
-/// The same for `OutputSetting::restore`.
+/// The same for `OutputSetting::restore`; empty also if nothing was written.
 MXONLINE_API std::string restoredText(const OutputReport& report);
 
 /// Sets output channels on a coupler and changes no other bit.

@@ -14,6 +14,7 @@ namespace mxonline {
 /// A table for people: aligned columns with the value of each channel.
 struct SampleTable
 {
+    std::string time;              ///< "2026-01-31T08:15:00.123Z".
     std::string heading;           ///< Line with the names of the columns.
     std::vector<std::string> rows; ///< A line per channel; a value that changed is marked by "*".
 };

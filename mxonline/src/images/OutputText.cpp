@@ -15,6 +15,11 @@ std::string withHex(const ChannelValue& value)
     return value.hex.empty() ? value.text : value.text + " (" + value.hex + ")";
 }
 
+std::string staysSo(std::size_t count)
+{
+    return count == 1 ? " stays so until it is set again" : " stay so until they are set again";
+}
+
 } // namespace
 
 bool OutputReport::isDone() const
@@ -35,23 +40,27 @@ std::string outputsText(const std::vector<SetOutput>& outputs)
     return table.text();
 }
 
+std::string outputsQuestion(std::size_t count, std::optional<std::chrono::milliseconds> time)
+{
+    const std::string outputs = "Set " + text::counted(count, "output");
+    return time ? outputs + " for " + timeText(*time) + "?"
+                : outputs + "? " + (count == 1 ? "It" : "They") + staysSo(count) + ".";
+}
+
 std::string writtenText(const OutputReport& report, std::optional<std::chrono::milliseconds> time)
 {
     if (!report.isDone()) {
         return "";
     }
-    const bool isOne = report.outputs.size() == 1;
     const std::string outputs = text::counted(report.outputs.size(), "output");
+    const std::string pronoun = report.outputs.size() == 1 ? "it" : "they";
     return outputs + " set and read back; " +
-           (time    ? "for " + timeText(*time)
-            : isOne ? "it stays so until it is set again"
-                    : "they stay so until they are set again") +
-           "\n";
+           (time ? "for " + timeText(*time) : pronoun + staysSo(report.outputs.size())) + "\n";
 }
 
 std::string restoredText(const OutputReport& report)
 {
-    if (!report.isDone()) {
+    if (!report.isDone() || report.outputs.empty()) {
         return "";
     }
     return text::counted(report.outputs.size(), "output") +

@@ -44,6 +44,7 @@ SampleTable sampleTable(const std::vector<NamedChannel>& channels, const Sample&
                    sample.isChanged[i] ? "*" : ""});
     }
     SampleTable lines;
+    lines.time = utcTime(sample.time);
     std::istringstream text(table.text());
     std::getline(text, lines.heading);
     for (std::string line; std::getline(text, line);) {
@@ -55,7 +56,7 @@ SampleTable sampleTable(const std::vector<NamedChannel>& channels, const Sample&
 std::string sampleText(const std::vector<NamedChannel>& channels, const Sample& sample)
 {
     const SampleTable table = sampleTable(channels, sample);
-    std::string text = utcTime(sample.time) + "\n" + table.heading + "\n";
+    std::string text = table.time + "\n" + table.heading + "\n";
     for (const std::string& row : table.rows) {
         text += row + "\n";
     }

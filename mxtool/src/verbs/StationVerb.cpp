@@ -30,6 +30,8 @@ void addStationVerb(CLI::App& program, const GlobalOptions& global, const VerbCh
     addStationApplyVerb(*station, global, choose);
     addStationVerifyVerb(*station, global, choose);
     addStationReadVerb(*station, global, choose);
+    addStationWatchVerb(*station, global, choose);
+    addStationSetVerb(*station, global, choose);
 }
 
 } // namespace mxtool

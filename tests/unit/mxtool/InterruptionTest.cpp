@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
 
 namespace {
@@ -27,6 +28,28 @@ TEST(Interruption, EndsTheProcessTheSecondTime)
             std::raise(SIGINT);
         },
         testing::KilledBySignal(SIGINT), "");
+}
+
+TEST(Interruption, EndsAWait)
+{
+    using std::chrono::steady_clock;
+    const Interruption interruption;
+    const auto soon = steady_clock::now() + std::chrono::milliseconds(5);
+    EXPECT_FALSE(Interruption::isRequestedUntil(soon));
+    EXPECT_GE(steady_clock::now(), soon);
+    std::raise(SIGHUP);
+    EXPECT_TRUE(Interruption::isRequestedUntil(soon + std::chrono::hours(1)));
+}
+
+TEST(Interruption, LeavesAnIgnoredSignalIgnored)
+{
+    std::signal(SIGHUP, SIG_IGN);
+    {
+        const Interruption interruption;
+        std::raise(SIGHUP);
+        EXPECT_FALSE(Interruption::isRequested());
+    }
+    EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
 }
 
 TEST(Interruption, EndsTheProcessAfterwards)

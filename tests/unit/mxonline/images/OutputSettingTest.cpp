@@ -250,6 +250,10 @@ TEST(OutputSetting, IsShownBeforeAndAfter)
               "2 outputs set and read back; they stay so until they are set again\n");
     EXPECT_EQ(writtenText(report, std::chrono::seconds(2)),
               "2 outputs set and read back; for 2s\n");
+    EXPECT_EQ(outputsQuestion(2, std::nullopt),
+              "Set 2 outputs? They stay so until they are set again.");
+    EXPECT_EQ(outputsQuestion(1, std::nullopt), "Set 1 output? It stays so until it is set again.");
+    EXPECT_EQ(outputsQuestion(1, std::chrono::milliseconds(1500)), "Set 1 output for 1500ms?");
     EXPECT_EQ(restoredText(setting.restore()), "2 outputs are again as before\n");
 }
 
