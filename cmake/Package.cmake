@@ -57,7 +57,7 @@ set(CPACK_DEBIAN_PARSER_PACKAGE_DEPENDS
 # When the libraries are installed or removed, a trigger renews the loader's cache. CPack would add scripts
 # that do the same, against Debian's rules. It omits scripts whose names are given here; these files do not
 # exist.
-foreach(component PARSER MXFILEEXT DATABASE MXMODULE MXSTATION)
+foreach(component PARSER MXFILEEXT DATABASE MXMODULE MXSTATION MXONLINE)
     set(CPACK_DEBIAN_${component}_PACKAGE_CONTROL_EXTRA
         ${PROJECT_SOURCE_DIR}/cmake/triggers ${PROJECT_BINARY_DIR}/none/postinst
         ${PROJECT_BINARY_DIR}/none/postrm)
@@ -89,7 +89,14 @@ if(PARSER_MX_BUILD_MODULE)
         "Stations: one process image for all modules, with the address of every"
         "channel, the parameter image of every module and every gap.")
     set(CPACK_DEBIAN_MXSTATION_PACKAGE_DEPENDS "libmxmodule1 ${same}")
-    set(module_libraries ", libmxmodule1 ${same}, libmxstation1 ${same}")
+    list(APPEND CPACK_COMPONENTS_ALL mxonline)
+    parser_mx_package(
+        mxonline libmxonline1 libs "kv38 modules on their coupler over Modbus, for hosts"
+        "Reads, compares and writes the parameters of a station over Modbus TCP or RTU,"
+        "shows and sets live values by channel name, and simulates a coupler.")
+    set(CPACK_DEBIAN_MXONLINE_PACKAGE_DEPENDS "libmxstation1 ${same}, libmxmodule1 ${same}")
+    string(CONCAT module_libraries
+        ", libmxmodule1 ${same}, libmxstation1 ${same}, libmxonline1 ${same}")
 endif()
 
 # The PostgreSQL engine is a separate package: recommended, not required.
@@ -117,7 +124,7 @@ if(PARSER_MX_BUILD_TOOL)
         "Shows what an mx file describes, configures a module and keeps a device"
         "database.")
     string(CONCAT CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
-        "libmxstation1 ${same}, libmxmodule1 ${same}, libparser-mx3 ${same}, libmxfileext1 ${since} | mxfileext-1, "
+        "libmxonline1 ${same}, libmxstation1 ${same}, libmxmodule1 ${same}, libparser-mx3 ${same}, libmxfileext1 ${since} | mxfileext-1, "
         "libdevice-database1 ${same}")
 endif()
 
