@@ -88,9 +88,10 @@ private:
             }
         }
         const bool hasComma = name.find(',') != std::string::npos;
-        rejectFault(text, fmt::format("there is no fault \"{}\"", text::abbreviated(name)),
-                    hasComma ? fmt::format("after the fault there are only {}", conditions)
-                             : text::acceptedWords(name, names));
+        rejectFault(text,
+                    fmt::format("there is no fault \"{}\"{}", text::abbreviated(name),
+                                hasComma ? "" : text::acceptedWords(name, names)),
+                    hasComma ? fmt::format("after the fault there are only {}", conditions) : "");
     }
 
     void readValue(SimulatedFault& fault)
