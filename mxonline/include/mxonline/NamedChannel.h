@@ -8,7 +8,7 @@ namespace mxonline {
 /// A channel of a station and what it is called.
 struct NamedChannel
 {
-    /// Its alias, MODULE/CHANNEL or MODULE/#ID: finds this channel alone, and no other has it.
+    /// Its alias, "MODULE/CHANNEL" or `MODULE/#ID`: finds this channel alone, and no other has it.
     std::string name;
     std::size_t index = 0;  ///< In `mxstation::Plan::channels`.
     std::size_t module = 0; ///< Position of its module, from 1.

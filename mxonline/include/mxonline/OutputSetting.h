@@ -31,7 +31,7 @@ MXONLINE_API std::vector<OutputValue> outputValuesOf(const std::vector<std::stri
 /// An output channel and its values.
 struct SetOutput
 {
-    NamedChannel channel;
+    NamedChannel channel;            ///< The output.
     ChannelValue before;             ///< On the coupler before it was set.
     ChannelValue wanted;             ///< What it is to be.
     std::optional<ChannelValue> now; ///< Read back; empty: what the coupler has is not known.

@@ -21,11 +21,11 @@ constexpr const char* colourOfChange = "1;33";
 constexpr const char* colourOfFault = "1;31";
 constexpr std::size_t mostLinesOfFault = 6;
 
-TerminalSize terminalSize()
+TerminalSize terminalSize(int descriptor)
 {
     winsize size{};
     TerminalSize found;
-    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 && size.ws_row > 0) {
+    if (ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 && size.ws_row > 0) {
         found = {size.ws_col, size.ws_row};
     }
     return found;
@@ -76,7 +76,7 @@ void LiveTable::show(const Failure& fault)
 // terminal, nor are all together as high.
 void LiveTable::draw(const std::vector<std::string>& notes)
 {
-    const TerminalSize size = terminalSize();
+    const TerminalSize size = terminalSize(STDOUT_FILENO);
     std::string text = isFirst ? std::string(size.lines, '\n') : "";
     text += "\033[H";
     for (const std::string& line : lines(notes, size)) {

@@ -1,27 +1,14 @@
 #include "CommandLineOptions.h"
-#include "Diagnostic.h"
-#include "InputFile.h"
-#include "Interruption.h"
-#include "OutputFile.h"
 #include "Verbs.h"
-#include "simulate/LineInput.h"
-#include "station/StationChoice.h"
+#include "simulate/SimulateRun.h"
 
-#include <mxonline/SimulatorScript.h>
+#include <mxonline/SimulatedFault.h>
 
 #include <fmt/format.h>
-#include <text/ShownText.h>
-
-#include <algorithm>
-#include <iterator>
-#include <mutex>
-#include <thread>
 
 namespace mxtool {
 
 namespace {
-
-using SimulateClock = std::chrono::steady_clock;
 
 constexpr const char* simulateFooter =
     R"(It ends after Ctrl+C or --seconds, not at the end of standard input. Lines of the script:
@@ -53,137 +40,6 @@ std::string footerText()
     const std::string mark = "@faults@\n";
     return std::string(text).replace(text.find(mark), mark.size(), faults + "\n");
 }
-
-struct SimulateOptions
-{
-    StationChoice station;
-    std::string listen = "tcp:127.0.0.1:1502";
-    std::string script; // empty: standard input
-    bool isStrict = false;
-    std::vector<std::string> faults;
-    std::optional<unsigned> seconds;
-};
-
-// Shows what happens, from the thread of the simulator and from that of the script.
-class SimulateOutput
-{
-public:
-    SimulateOutput() : files({"-"}, mxmodule::FileKind::Other) {}
-
-    void begin(const std::string& line) { files.write("-", text::forTerminal(line) + "\n"); }
-
-    // The simulator goes on when its output has no reader.
-    void show(const std::string& line)
-    {
-        const std::lock_guard<std::mutex> lock(access);
-        try {
-            if (!isLost) {
-                begin(line);
-            }
-        } catch (const Failure&) {
-            isLost = true;
-        }
-    }
-
-private:
-    bool isLost = false;
-    std::mutex access;
-    OutputFiles files;
-};
-
-class ShownEvents : public mxonline::SimulatorObserver
-{
-public:
-    ShownEvents(SimulateOutput& shownBy, bool quiet) : output(shownBy), isQuiet(quiet) {}
-
-    void happened(const mxonline::SimulatorEvent& event) override
-    {
-        if (!isQuiet) {
-            output.show(event.text());
-        }
-    }
-
-private:
-    SimulateOutput& output;
-    bool isQuiet;
-};
-
-class SimulateRun : public mxonline::SimulatorScriptHost
-{
-public:
-    SimulateRun(const SimulateOptions& chosen, bool quiet) : options(chosen), events(output, quiet)
-    {}
-
-    ExitCode run()
-    {
-        const mxonline::Target target = mxonline::listenTargetOf(options.listen);
-        std::vector<mxonline::SimulatedFault> faults;
-        std::transform(options.faults.begin(), options.faults.end(), std::back_inserter(faults),
-                       mxonline::simulatedFaultOf);
-        const mxstation::Plan plan = loadPlan(options.station);
-        const std::vector<char> script =
-            options.script.empty() ? std::vector<char>() : loadBytes(options.script);
-        const Interruption ends;
-        mxonline::SimulatorOptions how;
-        how.isStrict = options.isStrict;
-        how.faults = faults;
-        how.observer = &events;
-        mxonline::Simulator simulator(plan, target, how);
-        report(listeningNotes(simulator.address()));
-        output.begin("listening at " + targetText(simulator.address()));
-        end = options.seconds ? SimulateClock::now() + std::chrono::seconds(*options.seconds)
-                              : SimulateClock::time_point::max();
-        runScript(simulator, {script.begin(), script.end()});
-        static_cast<void>(isEndedUntil(SimulateClock::time_point::max()));
-        return hasRejected ? ExitCode::Findings : ExitCode::Done;
-    }
-
-    bool isEndedUntil(SimulateClock::time_point time) override
-    {
-        constexpr auto slice = std::chrono::milliseconds(50);
-        while (!isEnded()) {
-            const auto now = SimulateClock::now();
-            if (now >= time) {
-                return false;
-            }
-            const auto next = now + slice;
-            std::this_thread::sleep_until(std::min({next, time, end}));
-        }
-        return true;
-    }
-
-    void show(const std::string& line) override { output.show(line); }
-
-    void reject(const Finding& finding) override
-    {
-        hasRejected = true;
-        report(finding);
-    }
-
-private:
-    bool isEnded() const { return Interruption::isRequested() || SimulateClock::now() >= end; }
-
-    void runScript(mxonline::Simulator& simulator, const std::string& script)
-    {
-        if (!options.script.empty()) {
-            mxonline::SimulatorScript(simulator, inputName(options.script), *this).runText(script);
-            return;
-        }
-        mxonline::SimulatorScript lines(simulator, inputName("-"), *this);
-        LineInput input([this] { return isEnded(); });
-        while (const auto line = input.next()) {
-            if (!lines.runLine(*line)) {
-                return;
-            }
-        }
-    }
-
-    const SimulateOptions& options;
-    SimulateOutput output;
-    ShownEvents events;
-    SimulateClock::time_point end;
-    bool hasRejected = false;
-};
 
 void addSimulateOptions(CLI::App& verb, SimulateOptions& options)
 {
@@ -219,7 +75,7 @@ void addSimulateVerb(CLI::App& program, const GlobalOptions& global, const VerbC
     addSimulateOptions(*verb, *options);
     verb->footer(footerText());
     verb->callback([options, choose, &global] {
-        choose([options, &global] { return SimulateRun(*options, global.quiet).run(); });
+        choose([options, &global] { return simulate(*options, global.quiet); });
     });
 }
 
