@@ -1,8 +1,11 @@
 #include "TemporaryDirectory.h"
 #include "ToolProcess.h"
 
+#include <mxonline/Simulator.h>
+
 #include <gmock/gmock.h>
 
+#include <regex>
 #include <sstream>
 
 namespace {
@@ -70,6 +73,32 @@ TEST_P(HelpOfVerb, endsWithAnExampleThatPrintsWhatItSays)
         << example.command;
 }
 
+class HelpOfOnlineVerb : public testing::TestWithParam<const char*>
+{};
+
+// Examples have the coupler of the pump house at port 1502 and a fixed time.
+TEST_P(HelpOfOnlineVerb, endsWithAnExampleThatPrintsWhatItSays)
+{
+    const mxstation::Plan plan =
+        mxstation::plan(mxstation::readStation(PROJECT_BUILD "/examples/stations/pump-house.yaml"));
+    const mxonline::Simulator coupler(plan, mxonline::listenTargetOf("tcp:127.0.0.1:0"));
+    const std::string target = targetText(coupler.address());
+    const testkit::TemporaryDirectory own;
+    const ToolRun help = runTool({"station", GetParam(), "--help"});
+    ASSERT_EQ(help.exitCode, 0);
+    const Example example = exampleOf(help.out);
+    const std::string command = replaced(example.command, "tcp:127.0.0.1:1502", target);
+    const ToolRun shown = runTool(tooltest::words(replaced(command, "/tmp/", own.path() + "/")));
+    const std::string printed = replaced(
+        replaced(shown.err + shown.out, target, "tcp:127.0.0.1:1502"), own.path() + "/", "/tmp/");
+    const std::regex time("[0-9-]{10}T[0-9:]{8}[.][0-9]{3}Z");
+    EXPECT_EQ(std::regex_replace(printed, time, "2026-01-31T08:15:00.123Z"), example.output)
+        << command;
+}
+
+INSTANTIATE_TEST_SUITE_P(Verbs, HelpOfOnlineVerb,
+                         testing::Values("plan", "apply", "verify", "read", "watch", "set"));
+
 INSTANTIATE_TEST_SUITE_P(Verbs, HelpOfVerb,
                          testing::Values("", "groups", "show", "channels", "config", "populate",
                                          "devices", "new", "build", "dump", "check", "explain",
@@ -81,8 +110,8 @@ TEST(Help, ofTheProgramNamesEveryVerbAndExitCode)
 {
     const ToolRun help = runTool({"--help"});
     for (const char* word : {"groups", "show", "channels", "config", "populate", "devices", "new",
-                             "build", "dump", "check", "explain", "diff", "station", "  0  done",
-                             "  3  an input cannot be read or is malformed"}) {
+                             "build", "dump", "check", "explain", "diff", "station", "simulate",
+                             "  0  done", "  3  an input cannot be read or is malformed"}) {
         EXPECT_THAT(help.out, HasSubstr(word));
     }
 }

@@ -30,7 +30,9 @@ ends at once, and the values stay.
 Exit codes: 1 not agreed to; 2 consent cannot be asked for, or an output or value is invalid;
 4 an output is not as set, or not as before after --for.
 
-Example, with mxtool simulate examples/stations/pump-house.yaml:
+The coupler of the example is that of mxtool simulate examples/stations/pump-house.yaml.
+
+Example:
   $ mxtool station set examples/stations/pump-house.yaml --target tcp:127.0.0.1:1502 --yes P_101=1
   Position  Module  Channel  Alias  Symbol  Before  After
   3         Pumps   DO 1     P_101  QX0_0   0       1
