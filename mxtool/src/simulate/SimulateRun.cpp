@@ -97,13 +97,13 @@ public:
 
     bool isEndedUntil(SimulateClock::time_point time) override
     {
-        constexpr auto slice = std::chrono::milliseconds(50);
+        constexpr auto longestWait = std::chrono::milliseconds(50);
         while (!isEnded()) {
             const auto now = SimulateClock::now();
             if (now >= time) {
                 return false;
             }
-            const auto next = now + slice;
+            const auto next = now + longestWait;
             std::this_thread::sleep_until(std::min({next, time, end}));
         }
         return true;

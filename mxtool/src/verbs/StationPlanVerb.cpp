@@ -98,8 +98,7 @@ void addComparison(CLI::App& verb, DifferenceUse use, const VerbChoice& choose)
 void addStationPlanVerb(CLI::App& station, const GlobalOptions& /*global*/,
                         const VerbChoice& choose)
 {
-    CLI::App* verb = station.add_subcommand(
-        "plan", "Show what apply would change on the coupler; write nothing");
+    CLI::App* verb = station.add_subcommand("plan", "Show what apply would change; write nothing");
     addComparison(*verb, DifferenceUse::Plan, choose);
     verb->footer(stationPlanFooter);
 }
@@ -108,7 +107,7 @@ void addStationVerifyVerb(CLI::App& station, const GlobalOptions& /*global*/,
                           const VerbChoice& choose)
 {
     CLI::App* verb =
-        station.add_subcommand("verify", "Compare the parameters on the coupler with the station");
+        station.add_subcommand("verify", "Compare the coupler's parameters with the station");
     addComparison(*verb, DifferenceUse::Verify, choose);
     verb->footer(stationVerifyFooter);
 }

@@ -81,8 +81,8 @@ ExitCode readStation(const StationReadOptions& options, bool quiet)
 
 void addStationReadVerb(CLI::App& station, const GlobalOptions& global, const VerbChoice& choose)
 {
-    CLI::App* verb = station.add_subcommand(
-        "read", "Write the parameters that the coupler has into the station file");
+    CLI::App* verb =
+        station.add_subcommand("read", "Write the coupler's parameters into the station file");
     auto options = std::make_shared<StationReadOptions>();
     addCouplerChoice(*verb, options->coupler);
     verb->add_option("-o,--output", options->output,

@@ -105,8 +105,8 @@ ExitCode setStation(const SetOptions& options)
 
 void addStationSetVerb(CLI::App& station, const GlobalOptions& /*global*/, const VerbChoice& choose)
 {
-    CLI::App* verb = station.add_subcommand(
-        "set", "Set outputs on the coupler by channel name, for a time or to stay so");
+    CLI::App* verb =
+        station.add_subcommand("set", "Set outputs on the coupler, for a time or to stay so");
     auto options = std::make_shared<SetOptions>();
     addCouplerChoice(*verb, options->coupler);
     addConsentOption(*verb, options->hasConsent);
