@@ -9,7 +9,6 @@
 
 #include <mxonline/OutputSetting.h>
 
-#include <iostream>
 #include <optional>
 
 namespace mxtool {
@@ -47,40 +46,39 @@ struct SetOptions
     bool hasConsent = false;
 };
 
-void tell(const OutputReport& outcome, const std::string& text)
+bool tell(OutputFiles& output, const OutputReport& outcome, const std::string& text)
 {
     report(outcome.findings);
-    std::cout << text << std::flush;
+    output.write("-", text);
+    return outcome.isDone();
 }
 
-bool setOutputs(OutputSetting& setting, const std::optional<milliseconds>& time)
+bool setOutputs(OutputSetting& setting, const std::optional<milliseconds>& time, OutputFiles& to)
 {
     const OutputReport outcome = setting.write();
-    tell(outcome, writtenText(outcome, time));
-    return outcome.isDone();
+    return tell(to, outcome, writtenText(outcome, time));
 }
 
-bool restoreOutputs(OutputSetting& setting)
+bool restoreOutputs(OutputSetting& setting, OutputFiles& to)
 {
     const OutputReport outcome = setting.restore();
-    tell(outcome, restoredText(outcome));
-    return outcome.isDone();
+    return tell(to, outcome, restoredText(outcome));
 }
 
-// Whatever happens in between, the values before come back.
-bool setFor(milliseconds time, OutputSetting& setting)
+// Whatever happens in between, also to the output, the values before come back.
+bool setFor(milliseconds time, OutputSetting& setting, OutputFiles& to)
 {
     bool isSet = false;
     try {
-        isSet = setOutputs(setting, time);
+        isSet = setOutputs(setting, time, to);
         if (isSet) {
             Interruption::isRequestedUntil(std::chrono::steady_clock::now() + time);
         }
     } catch (...) {
-        restoreOutputs(setting);
+        restoreOutputs(setting, to);
         throw;
     }
-    return restoreOutputs(setting) && isSet;
+    return restoreOutputs(setting, to) && isSet;
 }
 
 ExitCode setStation(const SetOptions& options)
@@ -92,12 +90,13 @@ ExitCode setStation(const SetOptions& options)
     StationCoupler station(options.coupler);
     OutputSetting setting(station.coupler(), values);
     const auto before = setting.read();
-    writeOutput("-", outputsText(before));
+    OutputFiles output({"-"}, mxmodule::FileKind::Other);
+    output.write("-", outputsText(before));
     if (!hasConsent(options.hasConsent, mxonline::outputsQuestion(before.size(), time))) {
         return ExitCode::Findings;
     }
     const Interruption finishes;
-    const bool isDone = time ? setFor(*time, setting) : setOutputs(setting, time);
+    const bool isDone = time ? setFor(*time, setting, output) : setOutputs(setting, time, output);
     return isDone ? ExitCode::Done : ExitCode::Output;
 }
 
