@@ -100,7 +100,11 @@ bool YamlEdit::wrapScalar(const YamlNode& entry, bool isInBrackets, bool isQuote
 bool YamlEdit::insertMember(const YamlNode& map, const YamlNode* value, const YamlMember& member)
 {
     if (map.members.empty()) {
-        insert(contentOfNode(source, map) + 1, member.flow);
+        const std::size_t offset = contentOfNode(source, map) + 1;
+        const bool isFirst =
+            std::none_of(changes.begin(), changes.end(),
+                         [offset](const Change& one) { return one.begin == offset; });
+        insert(offset, (isFirst ? "" : ", ") + member.flow);
         return map.isFlow;
     }
     const auto end = value != nullptr ? endOfValue(source, *value) : std::nullopt;

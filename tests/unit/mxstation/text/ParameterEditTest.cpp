@@ -95,6 +95,22 @@ TEST(ParameterEdit, ReplacesOnlyTheValue)
 )");
 }
 
+TEST(ParameterEdit, AddsSeveralValuesToEmptyBrackets)
+{
+    EXPECT_EQ(edited(R"(modules:
+- {module: MX0304.bin, parameters: {}}
+- {module: MX0304.bin, parameters: {AI 1: {}}}
+)",
+                     R"(modules:
+- {module: MX0304.bin, parameters: {Mains suppression: 60, AI 1/Upper limit: 1 V, AI 2/Upper limit: 2 V}}
+- {module: MX0304.bin, parameters: {AI 1: {Upper limit: 1 V, Signal range: 0-10 V}}}
+)"),
+              R"(modules:
+- {module: MX0304.bin, parameters: {Mains suppression: 60 Hz, AI 1: {Upper limit: 1 V}, AI 2: {Upper limit: 2 V}}}
+- {module: MX0304.bin, parameters: {AI 1: {Signal range: 0-10 V, Upper limit: 1 V}}}
+)");
+}
+
 // Values that are the defaults now, "Upper limit" of AI 3 and "Mains suppression", are not added,
 // but those that are stated stay.
 TEST(ParameterEdit, AddsWhatDiffersFromTheDefaults)
