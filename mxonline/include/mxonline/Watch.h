@@ -50,9 +50,9 @@ public:
     /// Returns the number of requests for a sample.
     std::size_t requestCount() const;
 
-    /// Reads the values. The first time it also reads the identity of the modules, if the coupler
-    /// has it. Throws a `mxmodule::Failure` of origin `Output`: after a fault, also if a module is
-    /// not that of the station; then the next call tries again.
+    /// Reads the values; the first time and after a fault also the identity of the modules, if the
+    /// coupler has it. Throws a `mxmodule::Failure` of origin `Output`: after a fault, also if a
+    /// module is not that of the station; then the next call tries again.
     Sample sample();
 
 private:

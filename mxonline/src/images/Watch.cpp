@@ -7,6 +7,7 @@
 #include "images/RowIdentity.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace mxonline {
 
@@ -26,6 +27,8 @@ public:
     ImageReading outputs;
 
 private:
+    void readImages();
+
     Content(Coupler::Content& connected, const ChannelNames& known,
             const std::vector<std::string>& names)
         : coupler(connected),
@@ -39,16 +42,23 @@ private:
     std::vector<ValueBits> last; // of the sample before; empty: there was none
 };
 
+// After a fault another coupler may answer.
+void Watch::Content::readImages()
+{
+    const bool wasIdentified = std::exchange(isIdentified, false);
+    if (!wasIdentified) {
+        requireRow(coupler);
+    }
+    inputs.read(coupler.client);
+    outputs.read(coupler.client);
+    isIdentified = true;
+}
+
 Sample Watch::Content::sample()
 {
     Sample sample;
     sample.time = std::chrono::system_clock::now();
-    if (!isIdentified) {
-        requireRow(coupler);
-        isIdentified = true;
-    }
-    inputs.read(coupler.client);
-    outputs.read(coupler.client);
+    readImages();
     std::vector<ValueBits> present;
     for (const std::size_t index : indexes) {
         const mxstation::Channel& channel = coupler.plan.channels[index];

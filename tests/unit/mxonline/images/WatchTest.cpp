@@ -123,6 +123,23 @@ TEST(Watch, GoesOnAfterAFault)
     EXPECT_THAT(shown(watch, watch.sample()), ElementsAre("LT_101 -251 *"));
 }
 
+TEST(Watch, IdentifiesTheModulesAgainAfterAFault)
+{
+    RegisterPeer peer;
+    putInputs(peer);
+    Coupler coupler(onlinePlan(imageStation()), peer.target());
+    Watch watch(coupler, {"LT_101"});
+    watch.sample();
+    peer.answersUntilSilence = 0;
+    EXPECT_NE(failureOf([&watch] { watch.sample(); }), "no failure");
+    peer.answersUntilSilence = -1;
+    peer.put(503, {0x0302});
+    for (int again = 0; again < 2; ++again) {
+        EXPECT_EQ(failureOf([&watch] { watch.sample(); }),
+                  "module 2 \"Levels\" is 5a030304 in the station, the coupler has 5a030302");
+    }
+}
+
 TEST(Watch, SendsNothingForAnUnknownName)
 {
     RegisterPeer peer;
