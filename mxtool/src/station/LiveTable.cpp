@@ -124,8 +124,8 @@ void LiveTable::addRows(std::vector<std::string>& shown, std::size_t room,
     }
     if (!fits) {
         shown.push_back(
-            text::shortened(fmt::format("{} more: make the window larger, or name channels",
-                                        text::counted(table.rows.size() - count, "channel")),
+            text::shortened(fmt::format("{}: make the window larger, or name channels",
+                                        text::counted(table.rows.size() - count, "more channel")),
                             columns));
     }
 }

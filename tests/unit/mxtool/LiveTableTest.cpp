@@ -90,7 +90,7 @@ TEST_F(LiveTableOnTerminal, SaysHowManyChannelsDoNotFit)
     const std::string text = written();
     EXPECT_NE(text.find("C2 "), std::string::npos);
     EXPECT_EQ(text.find("C3 "), std::string::npos);
-    EXPECT_NE(text.find("3 channels more: make the window"), std::string::npos) << text;
+    EXPECT_NE(text.find("3 more channels: make the window"), std::string::npos) << text;
 }
 
 TEST_F(LiveTableOnTerminal, ShowsAFaultBelowTheLastValues)
