@@ -112,12 +112,13 @@ OutputReport OutputSetting::Content::restore()
     return report;
 }
 
-// The neighbours are read again: they may have changed since.
+// Modules and neighbours are read again: they may have changed since.
 OutputReport OutputSetting::Content::restoreOnce()
 {
     OutputReport report;
     report.outputs = outputs(before);
     try {
+        requireRow(coupler);
         reading.read(coupler.client);
     } catch (const Failure& failure) {
         report.findings = failure.findings();

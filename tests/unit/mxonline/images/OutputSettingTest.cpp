@@ -204,6 +204,23 @@ TEST(OutputSetting, ReportsAFaultOfTheWriteAndWhatIsThere)
               "channel \"DO 1\" of module 1 \"Pumps\": register 200 (0x00c8) cannot be written: ");
 }
 
+TEST(OutputSetting, RestoresNothingOnAnotherRow)
+{
+    RegisterPeer peer;
+    putOutputs(peer);
+    Coupler coupler(onlinePlan(imageStation()), peer.target());
+    OutputSetting setting(coupler, {{"P_101", "0"}});
+    EXPECT_TRUE(setting.write().isDone());
+    peer.put(505, {0x0402});
+    const OutputReport report = setting.restore();
+    EXPECT_THAT(textsOf(report.findings),
+                ElementsAre("module 3 \"Valves\" is 5a040404 in the station, the coupler has "
+                            "5a040402",
+                            "channel \"DO 1\" of module 1 \"Pumps\": register 200 (0x00c8): not "
+                            "known to be as before: it was 1, it may still be 0"));
+    EXPECT_THAT(writesOf(peer), ElementsAre("16 200 1"));
+}
+
 TEST(OutputSetting, SaysWhatRemainsIfItCannotRestore)
 {
     RegisterPeer peer;
