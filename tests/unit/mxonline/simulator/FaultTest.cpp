@@ -178,7 +178,8 @@ TEST(Fault, IsOneOfThisCoupler)
 struct FaultMessage
 {
     const char* fault;
-    const char* text; // part of what the client says
+    const char* text;        // part of what the client says
+    unsigned timeout = 1000; // as long as this one waits for nothing
 };
 
 class FaultSeen : public testing::TestWithParam<FaultMessage>
@@ -189,7 +190,7 @@ TEST_P(FaultSeen, HasItsMessage)
 {
     const SimulatedCoupler coupler(faultyStation, withFaults({GetParam().fault}));
     mxstation::Plan plan = coupler.plan;
-    plan.modbus->timeout = 60;
+    plan.modbus->timeout = GetParam().timeout;
     plan.modbus->busyTime = 0;
     Coupler client(plan, coupler.target());
     const std::string text = failureOf([&client] { client.difference(); });
@@ -200,16 +201,16 @@ INSTANTIATE_TEST_SUITE_P(
     Faults, FaultSeen,
     testing::Values(FaultMessage{"exception=4", "exception 4 \"server device failure\""},
                     FaultMessage{"busy=1h", "exception 6 \"server device busy\" for 0 ms"},
-                    FaultMessage{"silence", "no answer within 60 ms"},
-                    FaultMessage{"late=90ms", "no answer within 60 ms"},
-                    FaultMessage{"slow=10ms", "the answer ends after "},
-                    FaultMessage{"short", "the answer ends after 12 bytes"},
+                    FaultMessage{"silence", "no answer within 60 ms", 60},
+                    FaultMessage{"late=90ms", "no answer within 60 ms", 60},
+                    FaultMessage{"slow=50ms", "the answer ends after ", 300},
+                    FaultMessage{"short", "the answer ends after 12 bytes", 300},
                     FaultMessage{"long", "the answer has 6 bytes of values, stated as 4"},
                     FaultMessage{"garbage", "the answer is of protocol 21584, expected 0"},
                     FaultMessage{"unit", "the answer is of unit 8, expected 7"},
                     FaultMessage{"transaction", "the answer is of transaction 2, expected 1"},
                     FaultMessage{"protocol", "the answer is of protocol 1, expected 0"},
-                    FaultMessage{"length", "the answer ends after 13 bytes"},
+                    FaultMessage{"length", "the answer ends after 13 bytes", 300},
                     FaultMessage{"function", "the answer is of function 4, expected 3"},
                     FaultMessage{"count", "the answer has 4 bytes of values, stated as 6"},
                     FaultMessage{"close", "the connection was closed before the answer"},
