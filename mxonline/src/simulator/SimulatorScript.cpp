@@ -34,6 +34,16 @@ std::int64_t numberIn(const ScriptWord& word)
     return number;
 }
 
+// The value of a ramp when `passed` of `time` is over. The way may be longer than the numbers are.
+std::int64_t valueBetween(std::int64_t from, std::int64_t to, std::chrono::milliseconds passed,
+                          std::chrono::milliseconds time)
+{
+    const auto part =
+        static_cast<long double>(passed.count()) / static_cast<long double>(time.count());
+    const auto begin = static_cast<long double>(from);
+    return std::llround(begin + (static_cast<long double>(to) - begin) * part);
+}
+
 std::vector<std::string> linesOf(const std::string& text)
 {
     std::vector<std::string> lines;
@@ -145,10 +155,7 @@ private:
             if (host.isEndedUntil(begin + passed)) {
                 return false;
             }
-            const double part =
-                static_cast<double>(passed.count()) / static_cast<double>(line.time.count());
-            const double way = static_cast<double>(to) - static_cast<double>(from);
-            const auto now = from + static_cast<std::int64_t>(std::llround(way * part));
+            const std::int64_t now = valueBetween(from, to, passed, line.time);
             put(line.name, {std::to_string(now), line.value.column});
         }
         if (host.isEndedUntil(begin + line.time)) {

@@ -27,7 +27,12 @@ class SimulateOutput
 public:
     SimulateOutput() : files({"-"}, mxmodule::FileKind::Other) {}
 
-    void begin(const std::string& line) { files.write("-", text::forTerminal(line) + "\n"); }
+    // The simulator may already be used.
+    void begin(const std::string& line)
+    {
+        const std::lock_guard<std::mutex> lock(access);
+        write(line);
+    }
 
     // The simulator goes on when its output has no reader.
     void show(const std::string& line)
@@ -35,7 +40,7 @@ public:
         const std::lock_guard<std::mutex> lock(access);
         try {
             if (!isLost) {
-                begin(line);
+                write(line);
             }
         } catch (const Failure&) {
             isLost = true;
@@ -43,6 +48,8 @@ public:
     }
 
 private:
+    void write(const std::string& line) { files.write("-", text::forTerminal(line) + "\n"); }
+
     bool isLost = false;
     std::mutex access;
     OutputFiles files;
