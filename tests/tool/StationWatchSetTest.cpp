@@ -104,6 +104,19 @@ TEST_F(WatchAndSet, watchEndsAfterAFaultUnlessItIsToGoOn)
     EXPECT_THAT(kept.err, AllOf(StartsWith(target), HasSubstr("refused")));
 }
 
+TEST_F(WatchAndSet, watchEndsWhenItsOutputIsFull)
+{
+    ToolSetup full;
+    full.standardOutput = "/dev/full";
+    for (const char* format : {"text", "csv"}) {
+        const ToolRun watch =
+            run("watch",
+                {"--samples", "3", "--interval", "1ms", "--keep-going", "--format", format}, full);
+        EXPECT_EQ(watch.exitCode, 4);
+        EXPECT_EQ(watch.err, "<standard output>: error: Cannot write: No space left on device\n");
+    }
+}
+
 TEST_F(WatchAndSet, aNameThatThereIsNotIsReportedBeforeAnythingIsSent)
 {
     const ToolRun watch = run("watch", {"--once", "LT_10"});
@@ -113,7 +126,7 @@ TEST_F(WatchAndSet, aNameThatThereIsNotIsReportedBeforeAnythingIsSent)
                           "mean \"LT_101\" or \"LT_102\"?"));
     const ToolRun interval = run("watch", {"--interval", "0ms"});
     EXPECT_EQ(interval.exitCode, 2);
-    EXPECT_THAT(interval.err, HasSubstr("--interval: error: the interval is 0"));
+    EXPECT_THAT(interval.err, HasSubstr("--interval: error: the time is 0"));
 }
 
 TEST_F(WatchAndSet, setChangesOneOutputAndSaysThatItStays)
@@ -146,6 +159,16 @@ TEST_F(WatchAndSet, setTakesValuesBackAfterCtrlC)
     }
     EXPECT_EQ(set.end(SIGINT), 0);
     EXPECT_EQ(simulator.line(), "P_101 = 0");
+}
+
+// An empty variable of a script must not let the values stay.
+TEST_F(WatchAndSet, setTakesNoTimeThatIsNone)
+{
+    EXPECT_EQ(run("set", {"--yes", "--for", "", "P_101=1"}).exitCode, 2);
+    const ToolRun zero = run("set", {"--yes", "--for", "0s", "P_101=1"});
+    EXPECT_EQ(zero.exitCode, 2);
+    EXPECT_THAT(zero.err, HasSubstr("--for: error: the time is 0, expected at least 1ms"));
+    EXPECT_EQ(valueOf("P_101"), "0");
 }
 
 TEST_F(WatchAndSet, setSendsNothingWithoutConsent)

@@ -41,19 +41,27 @@ std::string WatchRun::title() const
                        options.coupler.target, mxonline::timeText(interval));
 }
 
+// A fault of the output ends it in any case.
 void WatchRun::takeSample()
 {
+    const std::optional<mxonline::Sample> sample = sampleUnlessFault();
+    isLastMissing = !sample;
+    if (sample) {
+        output->show(*sample);
+    }
+}
+
+// Nothing after a fault of the coupler, which is shown.
+std::optional<mxonline::Sample> WatchRun::sampleUnlessFault()
+{
     try {
-        output->show(watch.sample());
-        isLastMissing = false;
-    } catch (const ReaderLeft&) {
-        throw;
+        return watch.sample();
     } catch (const Failure& fault) {
         if (options.format != "text" && !options.keepsGoing) {
             throw;
         }
-        isLastMissing = true;
         output->show(fault);
+        return std::nullopt;
     }
 }
 

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,7 @@ public:
 private:
     std::string title() const;
     void takeSample();
+    std::optional<mxonline::Sample> sampleUnlessFault();
     void tellSkipped(std::uint64_t skipped) const;
 
     const WatchOptions& options;

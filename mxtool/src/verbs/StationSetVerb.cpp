@@ -110,9 +110,11 @@ void addStationSetVerb(CLI::App& station, const GlobalOptions& /*global*/, const
     addCouplerChoice(*verb, options->coupler);
     addConsentOption(*verb, options->hasConsent);
     verb->add_option("CHANNEL=VALUE", options->values, "An output and its value")->required();
-    verb->add_option("--for", options->time,
-                     "Set the values before again after this time, such as 500ms, 2s or 5m")
-        ->type_name("TIME");
+    CLI::Option* const time =
+        verb->add_option("--for", options->time,
+                         "Set the values before again after this time, such as 500ms, 2s or 5m");
+    time->type_name("TIME");
+    rejectEmptyValue(*time);
     verb->footer(stationSetFooter);
     verb->callback([options, choose] { choose([options] { return setStation(*options); }); });
 }

@@ -1,8 +1,9 @@
 #include "CommandLineOptions.h"
-#include "Diagnostic.h"
 #include "Verbs.h"
 #include "station/TimeOption.h"
 #include "station/WatchRun.h"
+
+#include <cstdint>
 
 namespace mxtool {
 
@@ -24,18 +25,9 @@ Example:
   {"schema":{"name":"mxtool.sample","version":1},"time":"2026-01-31T08:15:00.123Z","values":{"LT_101":0,"P_101":0},"changed":[]}
 )";
 
-std::chrono::milliseconds intervalOf(const std::string& text)
-{
-    const std::chrono::milliseconds interval = timeOfOption("--interval", text);
-    if (interval.count() == 0) {
-        throw Failure(Origin::Request, "--interval", "the interval is 0, expected at least 1ms");
-    }
-    return interval;
-}
-
 ExitCode watchStation(const WatchOptions& options)
 {
-    const std::chrono::milliseconds interval = intervalOf(options.interval);
+    const std::chrono::milliseconds interval = timeOfOption("--interval", options.interval);
     return WatchRun(options, interval).run();
 }
 
@@ -49,7 +41,7 @@ void addWatchOptions(CLI::App& verb, WatchOptions& options)
     CLI::Option* const once = verb.add_flag("--once", options.isOnce, "Take one sample");
     verb.add_option("--samples", options.samples, "Take this number of samples")
         ->type_name("COUNT")
-        ->check(CLI::PositiveNumber)
+        ->check(CLI::Range(std::uint64_t{1}, std::uint64_t{1000000000000}))
         ->excludes(once);
     acceptOneOf(*verb.add_option("--format", options.format,
                                  "text (on a terminal a table that is redrawn), csv or json, a "
