@@ -108,7 +108,7 @@ void SerialLine::dropLateAnswers()
 std::vector<std::uint8_t> SerialLine::receive(const std::vector<std::uint8_t>& sent)
 {
     late = std::min(late + 1, mostLateAnswers);
-    const std::vector<std::uint8_t> received = readFrame(sent);
+    std::vector<std::uint8_t> received = readFrame(sent);
     if (received[0] == unit) {
         --late;
     }

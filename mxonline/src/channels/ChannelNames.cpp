@@ -116,7 +116,7 @@ std::string ChannelNames::nameOf(std::size_t channel) const
 {
     const Channel& named = plan.channels[channel];
     const std::string position = std::to_string(named.module);
-    const std::string last = position + "/#" + named.id;
+    std::string last = position + "/#" + named.id;
     for (const std::string& name :
          {named.alias, named.moduleName + "/" + named.name, named.moduleName + "/#" + named.id}) {
         if (called(name) == std::vector{channel}) {
@@ -185,6 +185,7 @@ Failure ChannelNames::ambiguous(const std::string& name,
                                 const std::vector<std::size_t>& channels) const
 {
     std::vector<std::string> accepted;
+    accepted.reserve(channels.size());
     for (const std::size_t channel : channels) {
         accepted.push_back(nameOf(channel));
     }

@@ -30,6 +30,7 @@ std::optional<RegisterReading> identityReading(const std::vector<ModuleRegisters
         return std::nullopt;
     }
     std::vector<RegisterItem> items;
+    items.reserve(modules.size());
     for (const ModuleRegisters& module : modules) {
         items.push_back({identifierRange(module, *map.identity), moduleText(module.module()),
                          "its identifier"});

@@ -16,8 +16,8 @@ std::string subjectOf(const ParameterWrite& write, const std::vector<ModuleRegis
     };
     const ParameterPlace& first = write.parameters.front();
     const ParameterPlace& last = write.parameters.back();
-    const std::string beginning = fmt::format(
-        "{}, parameter \"{}\"", moduleText(modules[first.module].module()), nameOf(first));
+    std::string beginning = fmt::format("{}, parameter \"{}\"",
+                                        moduleText(modules[first.module].module()), nameOf(first));
     if (write.parameters.size() == 1) {
         return beginning;
     }

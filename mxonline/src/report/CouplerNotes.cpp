@@ -75,6 +75,7 @@ std::vector<std::string> withoutRegistersNotes(std::size_t position, const std::
                                                const std::vector<std::string>& names)
 {
     std::vector<std::string> notes;
+    notes.reserve(names.size());
     for (const std::string& one : names) {
         notes.push_back(fmt::format("Module {} \"{}\": the parameter \"{}\" is in no register, its "
                                     "value is neither read nor written",

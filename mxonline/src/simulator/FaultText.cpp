@@ -142,7 +142,7 @@ private:
             rejectFault(text, "\":\" is missing in its value",
                         fmt::format("state the value as {}", form));
         }
-        const std::string behind = value.substr(colon + 1);
+        std::string behind = value.substr(colon + 1);
         value.erase(colon);
         return behind;
     }

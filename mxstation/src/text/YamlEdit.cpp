@@ -141,7 +141,8 @@ std::string YamlEdit::linesText(const YamlMember& member, const std::string& ind
 {
     std::string all;
     for (const std::string& line : member.lines) {
-        all += (all.empty() ? "" : lineEnd + indent) + line;
+        all += all.empty() ? "" : lineEnd + indent;
+        all += line;
     }
     return all;
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 
 namespace mxstation {
 
@@ -98,9 +99,8 @@ std::optional<std::uint32_t> readOneOf(const YamlNode& node, const std::string& 
         return static_cast<std::uint32_t>(*number);
     }
     std::vector<std::string> accepted;
-    for (const std::uint32_t one : numbers) {
-        accepted.push_back(std::to_string(one));
-    }
+    std::transform(numbers.begin(), numbers.end(), std::back_inserter(accepted),
+                   [](std::uint32_t one) { return std::to_string(one); });
     const std::string first =
         fmt::format("{}", fmt::join(accepted.begin(), accepted.end() - 1, ", "));
     addNotExpected(node, fmt::format("{} {} or {}", what, first, accepted.back()), errors,
