@@ -3,6 +3,7 @@
 
 #include "HarmlessOutput.h"
 #include "HostileModule.h"
+#include "RunningTool.h"
 #include "TemporaryDirectory.h"
 #include "ToolProcess.h"
 
@@ -65,6 +66,21 @@ protected:
                 {{"reserve", {{"in", 1}, {"name", "r" + number + texts[i]}}}});
         }
         return write(name, station.dump(1));
+    }
+
+    // The same with registers, and with parameters of the first module whose names and values are
+    // texts: every second one has its options, every third one is the module's own.
+    std::string stationOnCoupler()
+    {
+        Json station = Json::parse(readFile(stationFile("station.yaml")));
+        station["modbus"] = {{"inputs", {{"address", 0}}},
+                             {"outputs", {{"address", 0x1000}}},
+                             {"parameters", {{"address", 0x4000}}},
+                             {"identity", {{"address", 0x3000}}}};
+        for (std::size_t i = 0; i < tooltest::hostileTextCount(13); i += 6) {
+            station["modules"][0]["parameters"][texts[i]] = texts[i == 30 ? 2 : i + 2];
+        }
+        return write("online.yaml", station.dump(1));
     }
 
     std::string write(const std::string& name, const std::string& text) const
@@ -231,6 +247,75 @@ TEST_F(HostileStation, isHarmlessInADifference)
     const std::string json = outputOf({"station", "diff", "--format", "json", before, after}, 1);
     expectHarmless(json);
     EXPECT_TRUE(Json::accept(json));
+}
+
+// A simulated coupler of the station, which shows what is written to it.
+class HostileStationOnCoupler : public HostileStation
+{
+protected:
+    HostileStationOnCoupler() : simulator({"simulate", file, "--listen", "tcp:127.0.0.1:0"})
+    {
+        const std::string line = simulator.line();
+        target = line.substr(std::min(line.find("tcp:"), line.size()));
+    }
+
+    std::string outputOn(const std::string& verb, const Words& more, int exitCode = 0) const
+    {
+        Words words{"station", verb, file, "--target", target};
+        words.insert(words.end(), more.begin(), more.end());
+        return outputOf(words, exitCode);
+    }
+
+    const std::string file = stationOnCoupler();
+    tooltest::RunningTool simulator;
+    std::string target;
+};
+
+TEST_F(HostileStationOnCoupler, isHarmlessInADifference)
+{
+    const std::string plan = outputOn("plan", {}, 1);
+    expectHarmless(plan);
+    EXPECT_THAT(plan, HasSubstr("6 parameters of 1 module differ"));
+    const std::string json = outputOn("plan", {"--format", "json"}, 1);
+    expectHarmless(json);
+    EXPECT_THAT(Json::parse(json).dump(), HasSubstr(Json(texts[12]).dump()));
+    outputOn("read", {"-o", directory.path("read.yaml")});
+}
+
+TEST_F(HostileStationOnCoupler, isHarmlessInAReport)
+{
+    expectHarmless(outputOn("apply", {"--yes"}));
+    for (int i = 0; i < 6; ++i) {
+        const std::string written = simulator.line();
+        EXPECT_THAT(written, HasSubstr("parameter "));
+        expectHarmless(written);
+    }
+    const std::string json = outputOn("apply", {"--yes", "--format", "json"});
+    expectHarmless(json);
+    EXPECT_EQ(Json::parse(json).at("station"), texts[0] + texts[13]);
+    const std::string page = outputOn("apply", {"--yes", "--format", "html"});
+    expectHarmless(page);
+    EXPECT_THAT(
+        tooltest::elementsOf(page),
+        testing::IsSubsetOf({"!DOCTYPE", "html",  "head",  "meta", "title", "style", "body",  "div",
+                             "h1",       "h2",    "p",     "ul",   "li",    "dl",    "dt",    "dd",
+                             "table",    "thead", "tbody", "tr",   "th",    "td",    "footer"}));
+}
+
+TEST_F(HostileStationOnCoupler, isHarmlessInSamples)
+{
+    expectHarmless(outputOn("watch", {"--once"}));
+    const Words three{"--samples", "2", "--interval", "1ms", "--format"};
+    Words csv = three;
+    csv.emplace_back("csv");
+    expectHarmlessCsv(outputOn("watch", csv));
+    const std::string json = outputOn("watch", {"--once", "--format", "json"});
+    expectHarmless(json);
+    const Json values = Json::parse(json).at("values");
+    for (std::size_t i = 2; i < texts.size(); ++i) {
+        EXPECT_TRUE(values.contains("a" + std::to_string(i) + texts[i])) << texts[i];
+    }
+    expectHarmless(outputOn("set", {"--yes", texts[0] + "=" + texts[1], texts[12] + "=1"}, 2));
 }
 
 TEST_F(HostileStation, choosesNoPlaceForFiles)
