@@ -6,6 +6,8 @@
 #include <mxmodule/Module.h>
 #include <mxmodule/ReadFile.h>
 #include <mxmodule/WantedValues.h>
+#include <mxonline/Simulator.h>
+#include <mxonline/Watch.h>
 #include <mxstation/Declarations.h>
 #include <mxstation/Pin.h>
 #include <mxstation/StationCheck.h>
@@ -110,11 +112,29 @@ std::string plannedStation()
            mxstation::cHeader(plan).text + mxstation::pinned(station, plan);
 }
 
+// Each thread has a coupler of its own, which a thread of the simulator serves.
+std::string appliedStation()
+{
+    const auto plan = mxstation::plan(
+        mxstation::stationOf("modbus: {parameters: {address: 100}, identity: {address: 0}}\n"
+                             "modules:\n"
+                             "  - {module: MX0304.bin, parameters: {Mains suppression: 60 Hz}}\n",
+                             EXAMPLE_MODULES "/online.yaml"));
+    mxonline::Simulator simulator(plan, mxonline::listenTargetOf("tcp:127.0.0.1:0"));
+    mxonline::Coupler coupler(plan, simulator.address());
+    const auto difference = coupler.difference();
+    const auto report = coupler.apply(difference);
+    mxonline::Watch watch(coupler, {"AI 1"});
+    simulator.setInput("AI 1", "5");
+    return difference.question().substr(0, 20) + report.verdict() + report.sum +
+           watch.sample().values.at(0).text;
+}
+
 // What is found in a module of its own for each file, in the one that is shared and in its map.
 std::string find(const Module& shared, const mxmodule::ChannelMap& map)
 {
     std::string all = map.svg() + map.json() + std::to_string(map.input().free.size());
-    all += plannedStation();
+    all += plannedStation() + appliedStation();
     for (const char* name : files) {
         all += use(shared);
         const auto bytes = mxmodule::readFile(std::string(EXAMPLE_MODULES "/") + name);
