@@ -263,13 +263,15 @@ TEST(Difference, AUnitOfALineIsOneOfTheProtocol)
 {
     SerialTarget line;
     line.device = "/dev/no-such-line";
-    EXPECT_EQ(failureOf([&line] {
-                  const Coupler coupler(
-                      onlinePlan("{modules: [MX0304.bin], modbus: {unit: 0, parameters: {address: "
-                                 "0}}}"),
-                      line);
-              }),
-              "\"modbus:\" states unit 0, expected 1 to 247 on a serial line");
+    const auto failureOfUnit = [&line](const std::string& unit) {
+        const std::string source =
+            "{modules: [MX0304.bin], modbus: {unit: " + unit + ", parameters: {address: 0}}}";
+        return failureOf([&] { const Coupler coupler(onlinePlan(source), line); });
+    };
+    EXPECT_EQ(failureOfUnit("0"), "\"modbus:\" states unit 0, expected 1 to 247 on a serial line");
+    EXPECT_EQ(failureOfUnit("247"), "no failure");
+    EXPECT_EQ(failureOfUnit("248"),
+              "\"modbus:\" states unit 248, expected 1 to 247 on a serial line");
 }
 
 TEST(Difference, AFaultNamesParameterAndRegisters)
