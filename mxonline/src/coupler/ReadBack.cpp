@@ -7,6 +7,8 @@
 #include <mxonline/CouplerDifference.h>
 #include <mxstation/ParameterEdit.h>
 
+#include <algorithm>
+#include <map>
 #include <utility>
 
 namespace mxonline {
@@ -39,14 +41,31 @@ public:
             }
         }
         if (findings.size() == known && !shown.areValues()) {
-            add(fmt::format("{}: {}: the places of a parameter have different values",
-                            moduleText(module.module()), registersText(module.range())));
+            addUnequalPlaces(module, read);
         }
     }
 
     const std::vector<Finding>& all() const { return findings; }
 
 private:
+    // Each place of a parameter is a value, but not the same one as its first place.
+    void addUnequalPlaces(const ModuleRegisters& module, const std::vector<std::uint16_t>& read)
+    {
+        std::map<std::size_t, const ParameterRegisters*> firstPlaces; // by parameter
+        for (const ParameterRegisters& one : module.parameters()) {
+            const ParameterRegisters& first =
+                *firstPlaces.emplace(one.parameter, &one).first->second;
+            const auto begin = read.begin() + static_cast<std::ptrdiff_t>(one.first);
+            if (!std::equal(begin, begin + static_cast<std::ptrdiff_t>(one.count),
+                            read.begin() + static_cast<std::ptrdiff_t>(first.first))) {
+                add(fmt::format("{}, parameter \"{}\": {} and {} have different values",
+                                moduleText(module.module()), module.names()[one.parameter],
+                                registersText(module.range(first)),
+                                addressesText(module.range(one))));
+            }
+        }
+    }
+
     void add(const std::string& text)
     {
         findings.push_back({Severity::Error, coupler, text,

@@ -99,6 +99,23 @@ TEST(ReadBack, NamesEveryValueThatAStationCannotState)
               "or apply that of the station");
 }
 
+// The preset of the counter is in registers 107 to 108 and again in 119 to 120; 5 is a value of it.
+TEST(ReadBack, RejectsPlacesOfAParameterThatAreNotEqual)
+{
+    constexpr const char* counter = R"(
+modbus: {parameters: {address: 100}}
+modules: [{module: MX0602.bin, name: Bottles}]
+)";
+    RegisterPeer peer;
+    peer.put(100, onlinePlan(counter).modules[0].registers);
+    peer.put(107, {0, 5});
+    const auto findings = findingsOf(counter, peer);
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].text,
+              "module 1 \"Bottles\", parameter \"Count 1/Preset\": registers 107 to 108 (0x006b "
+              "to 0x006c) and 119 to 120 (0x0077 to 0x0078) have different values");
+}
+
 TEST(ReadBack, RejectsAnotherModule)
 {
     RegisterPeer peer;
