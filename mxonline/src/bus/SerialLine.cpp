@@ -5,6 +5,7 @@
 #include "bus/SerialPort.h"
 
 #include <fmt/format.h>
+#include <text/Counted.h>
 
 #include <termios.h>
 
@@ -152,7 +153,7 @@ std::vector<std::uint8_t> SerialLine::readFrame(const std::vector<std::uint8_t>&
     if (end == StreamEnd::TimedOut) {
         throw LineError(received.empty()
                             ? fmt::format("no answer within {} ms", timeout)
-                            : fmt::format("the answer ends after {} bytes", received.size()),
+                            : "the answer ends after " + text::counted(received.size(), "byte"),
                         lineHint, sent, received);
     }
     return received;

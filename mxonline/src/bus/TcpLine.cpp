@@ -5,6 +5,7 @@
 #include "bus/WordBytes.h"
 
 #include <fmt/format.h>
+#include <text/Counted.h>
 
 #include <netdb.h>
 #include <netinet/in.h>
@@ -112,7 +113,7 @@ void TcpLine::requireNothingUnasked()
     context.reset();
     if (count > 0) {
         unasked.resize(static_cast<std::size_t>(count));
-        throw LineError(fmt::format("{} bytes came that no request asked for", count),
+        throw LineError(text::counted(unasked.size(), "byte") + " came that no request asked for",
                         "the last answer may be too long, or sent twice", {}, unasked);
     }
 }
@@ -139,7 +140,7 @@ Bytes TcpLine::receive(const Bytes& sent) const
     if (end == StreamEnd::TimedOut) {
         throw LineError(received.empty()
                             ? fmt::format("no answer within {} ms", timeout)
-                            : fmt::format("the answer ends after {} bytes", received.size()),
+                            : "the answer ends after " + text::counted(received.size(), "byte"),
                         "compare \"unit\" and \"timeout\" with the coupler, look at its supply",
                         sent, received);
     }
