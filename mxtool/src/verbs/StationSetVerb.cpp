@@ -28,7 +28,6 @@ ends at once, and the values stay.
 
 Exit codes: 1 not agreed to; 2 consent cannot be asked for, or an output or value is invalid;
 4 an output is not as set, or not as before after --for.
-
 The coupler of the example is that of mxtool simulate examples/stations/pump-house.yaml.
 
 Example:
@@ -110,9 +109,8 @@ void addStationSetVerb(CLI::App& station, const GlobalOptions& /*global*/, const
     addCouplerChoice(*verb, options->coupler);
     addConsentOption(*verb, options->hasConsent);
     verb->add_option("CHANNEL=VALUE", options->values, "An output and its value")->required();
-    CLI::Option* const time =
-        verb->add_option("--for", options->time,
-                         "Set the values before again after this time, such as 500ms, 2s or 5m");
+    CLI::Option* const time = verb->add_option(
+        "--for", options->time, "Set the values before again after a time such as 500ms or 2s");
     time->type_name("TIME");
     rejectEmptyValue(*time);
     verb->footer(stationSetFooter);
