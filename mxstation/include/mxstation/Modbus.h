@@ -41,7 +41,7 @@ struct ModbusIdentity : ModbusModuleRegisters
 /// The register that makes written parameters active.
 struct ModbusCommit
 {
-    std::uint16_t address = 0;  ///< The register.
+    std::uint16_t address = 0;  ///< The register, written with 16.
     std::uint16_t value = 1;    ///< What is written to it.
     bool readsAreStaged = true; ///< Parameters are read as last written, otherwise as active.
 };
@@ -61,7 +61,9 @@ struct ModbusMap
     PartOrder words = PartOrder::Big; ///< Registers of a value that takes more than one.
     PartOrder bytes = PartOrder::Big; ///< Bytes in a register; of an image, its first byte.
 
-    std::uint32_t timeout = 1000;  ///< For connecting and for each answer, in milliseconds.
+    /// For connecting and for each answer, in milliseconds; on a serial line without the time that
+    /// the frames themselves take.
+    std::uint32_t timeout = 1000;
     std::uint32_t busyTime = 5000; ///< How long a busy coupler is asked again, in milliseconds.
     std::uint32_t retries = 2;     ///< How often a request without an answer is sent again.
 };
