@@ -15,7 +15,6 @@ namespace mxtool {
 
 namespace {
 
-using mxonline::OutputReport;
 using mxonline::OutputSetting;
 using std::chrono::milliseconds;
 
@@ -45,7 +44,7 @@ struct SetOptions
     bool hasConsent = false;
 };
 
-bool tell(OutputFiles& output, const OutputReport& outcome, const std::string& text)
+bool tell(OutputFiles& output, const mxonline::OutputReport& outcome, const std::string& text)
 {
     report(outcome.findings);
     output.write("-", text);
@@ -54,13 +53,13 @@ bool tell(OutputFiles& output, const OutputReport& outcome, const std::string& t
 
 bool setOutputs(OutputSetting& setting, const std::optional<milliseconds>& time, OutputFiles& to)
 {
-    const OutputReport outcome = setting.write();
+    const auto outcome = setting.write();
     return tell(to, outcome, writtenText(outcome, time));
 }
 
 bool restoreOutputs(OutputSetting& setting, OutputFiles& to)
 {
-    const OutputReport outcome = setting.restore();
+    const auto outcome = setting.restore();
     return tell(to, outcome, restoredText(outcome));
 }
 
