@@ -188,13 +188,15 @@ TEST(SerialFaults, AfterSilenceAnotherRequestIsAnswered)
     EXPECT_EQ(client.read(3, {2, 1}, "a"), (Words{2}));
 }
 
-// A request of 8 characters and an answer of 7, 11 bits each, take 137 ms at 1200 baud.
+// An answer of 205 characters, 11 bits each, takes 1.9 s at 1200 baud.
 TEST(SerialFaults, TheTimeToWaitIsWithoutThatOfTheFrames)
 {
     const AnsweringPeer peer(
-        [](const Bytes& frame) {
+        [](const Bytes& /*frame*/) {
             std::this_thread::sleep_for(std::chrono::milliseconds(60));
-            return Reaction{addressAsValue(frame)};
+            Bytes answer = {3, 200};
+            answer.resize(202, 7);
+            return Reaction{rtuFrame(1, answer)};
         },
         true);
     SerialTarget target = std::get<SerialTarget>(peer.target());
@@ -202,7 +204,7 @@ TEST(SerialFaults, TheTimeToWaitIsWithoutThatOfTheFrames)
     mxstation::ModbusMap map = lineMap();
     map.timeout = 30;
     ModbusClient client(target, map, nullptr);
-    EXPECT_EQ(client.read(3, {7, 1}, "a"), (Words{7}));
+    EXPECT_EQ(client.read(3, {7, 100}, "a"), Words(100, 0x0707));
 }
 
 TEST(SerialFaults, ALineThatDoesNotExist)
