@@ -10,7 +10,7 @@ namespace mxonline {
 /// What went over the bus.
 struct Traffic
 {
-    std::size_t requests = 0;         ///< Requests that were answered, each once.
+    std::size_t requests = 0; ///< Requests that were answered, also by an exception, each once.
     std::size_t registersRead = 0;    ///< Registers in the answers, gaps included.
     std::size_t registersWritten = 0; ///< Registers written.
     std::size_t repetitions = 0;      ///< Requests sent again after a fault or a busy coupler.

@@ -135,6 +135,7 @@ Exchange ModbusClient::request(const Bytes& pdu, const Task& task)
         }
         const std::uint8_t code = done.answer[1];
         if (!isBusy(code) || Clock::now() + pauseOfBusyCoupler > deadline) {
+            ++counts.requests;
             throw RefusedRequest(
                 failed(task,
                        exceptionText(code) +

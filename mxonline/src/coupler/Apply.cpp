@@ -49,6 +49,12 @@ ApplyReport Apply::run(const CouplerDifference& confirmed)
 
 void Apply::requireConfirmed(const CouplerDifference& confirmed)
 {
+    if (confirmed.target != before.target) {
+        throw Failure(
+            Origin::Request, before.target,
+            fmt::format("what was agreed to is for {}; nothing was written", confirmed.target),
+            "apply the difference of this coupler");
+    }
     const auto identity = before.identityErrors();
     if (!identity.empty()) {
         throw Failure(identity);

@@ -186,6 +186,18 @@ TEST(Apply, WhatWasNotConfirmedIsNotWritten)
     EXPECT_TRUE(requestedWrites(peer).empty());
 }
 
+TEST(Apply, WhatWasConfirmedForAnotherCouplerIsNotWritten)
+{
+    RegisterPeer peer;
+    putModules(peer);
+    Coupler coupler(onlinePlan(twoModules), peer.target());
+    CouplerDifference confirmed = coupler.difference();
+    confirmed.target = "tcp:10.0.0.7:502";
+    EXPECT_EQ(failureOf([&] { static_cast<void>(coupler.apply(confirmed)); }),
+              "what was agreed to is for tcp:10.0.0.7:502; nothing was written");
+    EXPECT_TRUE(requestedWrites(peer).empty());
+}
+
 // Without registers that identify modules a report says so, and goes on.
 TEST(Apply, WithoutIdentityNoModuleIsIdentified)
 {

@@ -89,6 +89,7 @@ TEST(Difference, RemembersThatGapsDoNotExist)
     EXPECT_EQ(peer.requests(), (Texts{"3 500 4", "3 1000 55", "3 1000 25", "3 1030 25", "3 500 4",
                                       "3 1000 25", "3 1030 25"}));
     EXPECT_EQ(coupler.traffic().registersRead, 2U * (4 + 25 + 25));
+    EXPECT_EQ(coupler.traffic().requests, 7U);
 }
 
 TEST(Difference, ReadsOverGapsThatExist)
