@@ -240,7 +240,10 @@ std::string numberHint(const DeviceParameter& parameter, const std::string& valu
 std::string rangedNumber(const DeviceParameter& parameter, const std::string& value,
                          ValueCheck check)
 {
-    std::string text = withoutUnit(parameter, value);
+    std::string text = value == parameter.value ? value : withoutUnit(parameter, value);
+    if (check == ValueCheck::Full && parameter.raw && text == parameter.value) {
+        return text; // may be no number: a scale can lead beyond every number, shown as "inf"
+    }
     const auto number = Decimal::ofText(text);
     if (!number || (!parameter.converted && !isInteger(text))) {
         rejectNumber(parameter, value);

@@ -124,11 +124,18 @@ private:
         }
     }
 
+    // The present value changes nothing, and may be a text that is no number.
+    bool isPresent(const Setting& setting) const
+    {
+        const DeviceParameter& parameter = before.parameters[setting.parameter];
+        return setting.text == parameter.value && parameter.raw;
+    }
+
     Raw setAlone(const Setting& setting) const
     {
         const DeviceParameter& parameter = before.parameters[setting.parameter];
-        if (setting.text == parameter.value && parameter.raw) {
-            return parameter.raw; // the present value changes nothing
+        if (isPresent(setting)) {
+            return parameter.raw;
         }
         try {
             return writer.alone(parameter, setting.parameter, setting.text);
@@ -168,7 +175,9 @@ private:
         std::vector<SetParameter> values;
         values.reserve(settings.size());
         for (const Setting& setting : settings) {
-            values.emplace_back(setting.parameter, setting.text);
+            if (!isPresent(setting)) {
+                values.emplace_back(setting.parameter, setting.text);
+            }
         }
         return writer.imageWith(values);
     }

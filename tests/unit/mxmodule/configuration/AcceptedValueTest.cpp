@@ -139,6 +139,17 @@ TEST_F(AcceptedValue, ofAConvertedParameterIsPhysical)
     EXPECT_THAT(outcome(gain, "inf", ValueCheck::NumberOnly), HasSubstr("expected a number"));
 }
 
+TEST_F(AcceptedValue, mayBeThePresentOneThatIsNoNumber)
+{
+    gain.value = "inf"; // what a scale leads to that is too large for a float
+    EXPECT_EQ(outcome(gain, "inf"), "inf");
+    EXPECT_EQ(outcome(gain, "inf V"), "inf");
+    EXPECT_THAT(outcome(gain, "nan"), HasSubstr("expected a number"));
+    EXPECT_THAT(outcome(gain, "inf", ValueCheck::NumberOnly), HasSubstr("expected a number"));
+    gain.unit = "f"; // ends the text as well
+    EXPECT_EQ(outcome(gain, "inf"), "inf");
+}
+
 TEST_F(AcceptedValue, saysWhatMakesANumberNone)
 {
     for (const char* text : {"5,3", "5,3 V", "-5,3V"}) {

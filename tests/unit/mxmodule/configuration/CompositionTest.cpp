@@ -67,6 +67,28 @@ TEST_F(Compose, withoutValuesIsTheImageOfTheDevice)
     EXPECT_THAT(composition.findings, IsEmpty());
 }
 
+TEST(ComposeBeyondEveryNumber, aValueThatIsThereMayBeSetAgain)
+{
+    testkit::MxBuffer file = testkit::minimalModule({"Parameter B"});
+    file.group(0x20D3, testkit::textTablePayload({{100, "Gain"}, {101, "V"}}));
+    file.group(0x0010, hexBytes("00 00 02"));
+    // Conversion 1: factor 1.7e38, offset 0, unit "V". Of 2 it makes more than a float holds.
+    file.group(0x20C2, testkit::join({hexBytes("01 7f 00 00 00 00 00 00 00"), testkit::u16(101)}));
+    testkit::ParameterRecord gain;
+    gain.number = 1;
+    gain.datatype = 1;
+    gain.nameId = 100;
+    gain.position = 4;
+    gain.showMe = 7;
+    gain.conversionId = 1;
+    file.group(0x20C0, gain.bytes());
+    const auto module = mxmodule::Module::fromBytes(file.chars());
+    ASSERT_EQ(module.parameters().at(0).value, "inf");
+    const Composition composition = module.compose({{"Gain", "inf"}});
+    EXPECT_THAT(composition.findings, IsEmpty());
+    EXPECT_EQ(composition.image, module.defaultImage());
+}
+
 TEST_F(Compose, whatForceAcceptsIsSaid)
 {
     const Composition composition = with(
