@@ -9,8 +9,8 @@
 
 namespace mxonline {
 
-/// Returns what stands at the position of `module` on the coupler: "identified", "not identified",
-/// "another module: 5a030302", "no module".
+/// Says whether the coupler has the module of the station at its position: "identified", "not
+/// identified", "another module: 5a030302", "no module".
 std::string identityText(Identification identification, const std::string& foundId);
 
 /// Returns whether the identifier that a coupler has for a position says that it is empty.

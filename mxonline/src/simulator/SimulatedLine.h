@@ -14,7 +14,7 @@
 
 namespace mxonline {
 
-/// What is behind the line of a simulated coupler. Called by the thread that serves.
+/// The unit that a simulated coupler answers for on its line. Called by the thread that serves.
 class ServedUnit
 {
 public:
