@@ -3,6 +3,7 @@
 #include "OutputFile.h"
 #include "Verbs.h"
 #include "station/CouplerChoice.h"
+#include "station/CouplerExample.h"
 
 namespace mxtool {
 
@@ -11,55 +12,33 @@ namespace {
 using mxonline::CouplerDifference;
 using mxonline::DifferenceUse;
 
-constexpr const char* stationPlanFooter =
+constexpr const char* stationPlanHelp =
     R"(Exit codes: 0 nothing to do, 1 something to do, 4 the coupler failed or has other modules.
 
 The coupler of the example is that of mxtool simulate examples/stations/pump-house.yaml.
 
 Example:
   $ mxtool station plan examples/stations/pump-house.yaml --target tcp:127.0.0.1:1502
-  Pump house on tcp:127.0.0.1:1502 unit 1
+)";
 
-  Position  Name    Module    On the coupler
-  1         MX0116  5a010116  identified
-  2         Levels  5a030304  identified
-  3         Pumps   5a020208  identified
-
-  Module  Parameter          Coupler  Station  Registers       Coupler words  Station words
-  Levels  Mains suppression  50 Hz    60 Hz    16512 (0x4080)  3200           3c00
-  Levels  AI 1/Signal range  ±10 V    4-20 mA  16513 (0x4081)  0000           0300
-  Levels  AI 1/Upper limit   9.5 V    9.9 V    16514 (0x4082)  251c           26ac
-  Levels  AI 2/Signal range  0-10 V   4-20 mA  16519 (0x4087)  0100           0300
-
-  4 parameters of 1 module differ
-  To write: 4 parameters in 5 registers, 3 requests, the commit included
+constexpr const char* stationPlanEnd =
+    R"(  To write: 4 parameters in 5 registers, 3 requests, the commit included
   Note: Parameters are read as last written: they may not be active before a commit
   Note: apply writes the commit register 8192 (0x2000) in any case
   Nothing was written.
 )";
 
-constexpr const char* stationVerifyFooter =
+constexpr const char* stationVerifyHelp =
     R"(Exit codes: 0 equal, 1 differences, 4 the coupler failed or has other modules.
 
 The coupler of the example is that of mxtool simulate examples/stations/pump-house.yaml.
 
 Example:
   $ mxtool station verify examples/stations/pump-house.yaml --target tcp:127.0.0.1:1502
-  Pump house on tcp:127.0.0.1:1502 unit 1
+)";
 
-  Position  Name    Module    On the coupler
-  1         MX0116  5a010116  identified
-  2         Levels  5a030304  identified
-  3         Pumps   5a020208  identified
-
-  Module  Parameter          Coupler  Station  Registers       Coupler words  Station words
-  Levels  Mains suppression  50 Hz    60 Hz    16512 (0x4080)  3200           3c00
-  Levels  AI 1/Signal range  ±10 V    4-20 mA  16513 (0x4081)  0000           0300
-  Levels  AI 1/Upper limit   9.5 V    9.9 V    16514 (0x4082)  251c           26ac
-  Levels  AI 2/Signal range  0-10 V   4-20 mA  16519 (0x4087)  0100           0300
-
-  4 parameters of 1 module differ
-  Note: Parameters are read as last written: they may not be active before a commit
+constexpr const char* stationVerifyEnd =
+    R"(  Note: Parameters are read as last written: they may not be active before a commit
 )";
 
 struct ComparisonOptions
@@ -100,7 +79,7 @@ void addStationPlanVerb(CLI::App& station, const GlobalOptions& /*global*/,
 {
     CLI::App* verb = station.add_subcommand("plan", "Show what apply would change; write nothing");
     addComparison(*verb, DifferenceUse::Plan, choose);
-    verb->footer(stationPlanFooter);
+    verb->footer(std::string(stationPlanHelp) + pumpHouseDifference + stationPlanEnd);
 }
 
 void addStationVerifyVerb(CLI::App& station, const GlobalOptions& /*global*/,
@@ -109,7 +88,7 @@ void addStationVerifyVerb(CLI::App& station, const GlobalOptions& /*global*/,
     CLI::App* verb =
         station.add_subcommand("verify", "Compare the coupler's parameters with the station");
     addComparison(*verb, DifferenceUse::Verify, choose);
-    verb->footer(stationVerifyFooter);
+    verb->footer(std::string(stationVerifyHelp) + pumpHouseDifference + stationVerifyEnd);
 }
 
 } // namespace mxtool

@@ -3,6 +3,7 @@
 #include "OutputFile.h"
 #include "Verbs.h"
 #include "station/CouplerChoice.h"
+#include "station/CouplerExample.h"
 
 #include <mxonline/ReadBack.h>
 
@@ -19,7 +20,7 @@ namespace {
 using mxonline::CouplerDifference;
 using mxonline::CouplerState;
 
-constexpr const char* stationReadFooter =
+constexpr const char* stationReadHelp =
     R"(What differs goes to standard error before the file is written. Every byte of the file is kept
 but the values; values that it does not state yet are added below their module. Nothing is
 written to the coupler.
@@ -30,21 +31,10 @@ The coupler of the example is that of mxtool simulate examples/stations/pump-hou
 
 Example:
   $ mxtool station read examples/stations/pump-house.yaml --target tcp:127.0.0.1:1502 -o /tmp/pump-house.yaml
-  Pump house on tcp:127.0.0.1:1502 unit 1
+)";
 
-  Position  Name    Module    On the coupler
-  1         MX0116  5a010116  identified
-  2         Levels  5a030304  identified
-  3         Pumps   5a020208  identified
-
-  Module  Parameter          Coupler  Station  Registers       Coupler words  Station words
-  Levels  Mains suppression  50 Hz    60 Hz    16512 (0x4080)  3200           3c00
-  Levels  AI 1/Signal range  ±10 V    4-20 mA  16513 (0x4081)  0000           0300
-  Levels  AI 1/Upper limit   9.5 V    9.9 V    16514 (0x4082)  251c           26ac
-  Levels  AI 2/Signal range  0-10 V   4-20 mA  16519 (0x4087)  0100           0300
-
-  4 parameters of 1 module differ
-  Note: Parameters are read as last written: they may not be active before a commit
+constexpr const char* stationReadEnd =
+    R"(  Note: Parameters are read as last written: they may not be active before a commit
 
   4 values written to /tmp/pump-house.yaml
 )";
@@ -88,7 +78,7 @@ void addStationReadVerb(CLI::App& station, const GlobalOptions& global, const Ve
     verb->add_option("-o,--output", options->output,
                      "Write to this file instead, - for standard output")
         ->type_name("FILE");
-    verb->footer(stationReadFooter);
+    verb->footer(std::string(stationReadHelp) + pumpHouseDifference + stationReadEnd);
     verb->callback([options, choose, &global] {
         choose([options, &global] { return readStation(*options, global.quiet); });
     });
