@@ -110,14 +110,4 @@ std::vector<PlacedParameter> plainPlaces(const std::vector<ParameterPlace>& plac
     return plain;
 }
 
-std::vector<std::uint16_t> registersIn(const std::vector<char>& bytes)
-{
-    std::vector<std::uint16_t> registers;
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += registerSize) {
-        registers.push_back(static_cast<std::uint16_t>(static_cast<unsigned char>(bytes[i]) << 8U |
-                                                       static_cast<unsigned char>(bytes[i + 1])));
-    }
-    return registers;
-}
-
 } // namespace mxmodule

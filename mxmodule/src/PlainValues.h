@@ -24,7 +24,4 @@ std::vector<Set> plainSets(const DeviceReport& device);
 std::vector<BinaryObject> plainBinaryObjects(const DeviceReport& device);
 std::vector<PlacedParameter> plainPlaces(const std::vector<ParameterPlace>& places);
 
-/// Returns the registers in `bytes`, each with its high byte first.
-std::vector<std::uint16_t> registersIn(const std::vector<char>& bytes);
-
 } // namespace mxmodule

@@ -2,6 +2,7 @@
 
 #include "PlainValues.h"
 #include "configuration/ConfigurationOutput.h"
+#include "mxmodule/Registers.h"
 
 #include <fmt/format.h>
 #include <text/Counted.h>
@@ -53,7 +54,8 @@ const std::vector<char>& Configuration::bytes() const
 
 std::vector<std::uint16_t> Configuration::registers() const
 {
-    return fieldbus() == Fieldbus::Modbus ? registersIn(bytes()) : std::vector<std::uint16_t>();
+    return fieldbus() == Fieldbus::Modbus ? registersOfBytes(bytes())
+                                          : std::vector<std::uint16_t>();
 }
 
 std::vector<Parameter> Configuration::parameters() const

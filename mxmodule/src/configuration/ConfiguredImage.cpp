@@ -3,6 +3,7 @@
 #include "ParameterText.h"
 #include "PlainValues.h"
 #include "ProcessParser.h"
+#include "mxmodule/Registers.h"
 
 #include <text/Beginning.h>
 #include <text/Utf8.h>
@@ -166,9 +167,9 @@ std::vector<std::uint16_t> registersOf(const TranslatedModule& module,
                                        const std::vector<char>& image)
 {
     try {
-        return registersIn(registerBytes(module, image));
+        return registersOfBytes(registerBytes(module, image));
     } catch (const std::runtime_error&) {
-        return registersIn(configurationOf(module, image, Fieldbus::Modbus).bytes); // says why
+        return registersOfBytes(configurationOf(module, image, Fieldbus::Modbus).bytes); // says why
     }
 }
 

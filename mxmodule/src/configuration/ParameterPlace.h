@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DeviceReport.h"
+
 #include <text/Csv.h>
 
 #include <optional>

@@ -1,5 +1,7 @@
 #include "coupler/ShownRegisters.h"
 
+#include <mxmodule/Registers.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -25,7 +27,7 @@ ShownRegisters::ShownRegisters(const ModuleRegisters& module, std::vector<std::u
     const mxstation::PlannedModule& planned = module.module();
     try {
         readParameters =
-            planned.module.decode(bytesOfRegisters(words), Fieldbus::Modbus).parameters();
+            planned.module.decode(mxmodule::bytesOfRegisters(words), Fieldbus::Modbus).parameters();
     } catch (const mxmodule::Failure&) { // then each is read alone
     }
 }
@@ -45,23 +47,12 @@ ReadValue ShownRegisters::value(const ParameterRegisters& one) const
         }
     }
     try {
-        return readValue(planned.module.decode(bytesOfRegisters(alone), Fieldbus::Modbus)
+        return readValue(planned.module.decode(mxmodule::bytesOfRegisters(alone), Fieldbus::Modbus)
                              .parameters()[one.parameter]);
     } catch (const mxmodule::Failure& failure) {
         const std::string& reason = failure.reason().text;
         return {"no value: " + reason, reason};
     }
-}
-
-std::vector<char> bytesOfRegisters(const std::vector<std::uint16_t>& registers)
-{
-    std::vector<char> bytes;
-    bytes.reserve(registers.size() * 2);
-    for (const std::uint16_t word : registers) {
-        bytes.push_back(static_cast<char>(word >> 8));
-        bytes.push_back(static_cast<char>(word & 0xFF));
-    }
-    return bytes;
 }
 
 } // namespace mxonline

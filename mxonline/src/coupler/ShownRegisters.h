@@ -40,7 +40,4 @@ private:
     std::optional<std::vector<mxmodule::Parameter>> readParameters; // nothing: not all are values
 };
 
-/// Returns registers as bytes, each with its high byte first.
-std::vector<char> bytesOfRegisters(const std::vector<std::uint16_t>& registers);
-
 } // namespace mxonline

@@ -5,6 +5,7 @@
 #include "report/Sha256.h"
 
 #include <fmt/format.h>
+#include <mxmodule/Registers.h>
 
 #include <algorithm>
 
@@ -129,7 +130,7 @@ void addReadBack(ApplyReport& report, const std::vector<ModuleRegisters>& module
     }
     std::vector<char> all;
     for (std::size_t i = 0; i < modules.size(); ++i) {
-        const std::vector<char> bytes = bytesOfRegisters(state.modules[i].registers);
+        const std::vector<char> bytes = mxmodule::bytesOfRegisters(state.modules[i].registers);
         all.insert(all.end(), bytes.begin(), bytes.end());
         report.modules[i].sum = sha256(bytes);
         addDifferences(report.modules[i], after.modules[i]);

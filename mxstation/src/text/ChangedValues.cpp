@@ -2,6 +2,8 @@
 
 #include "text/YamlTree.h"
 
+#include <mxmodule/Registers.h>
+
 #include <algorithm>
 
 namespace mxstation {
@@ -10,17 +12,6 @@ namespace {
 
 using mxmodule::Configuration;
 using mxmodule::Fieldbus;
-
-std::vector<char> bytesOf(const std::vector<std::uint16_t>& registers)
-{
-    std::vector<char> bytes;
-    bytes.reserve(registers.size() * 2);
-    for (const std::uint16_t word : registers) {
-        bytes.push_back(static_cast<char>(word >> 8));
-        bytes.push_back(static_cast<char>(word & 0xFF));
-    }
-    return bytes;
-}
 
 // By position; a parameter that is in no register is not known.
 std::vector<bool> differing(const Configuration& planned, const Configuration& read)
@@ -84,7 +75,7 @@ std::vector<ChangedValue> changedValues(const PlannedModule& module,
 {
     const Configuration planned = module.module.configuration(module.image, Fieldbus::Modbus);
     const Configuration read =
-        module.module.decode(bytesOf(registers), Fieldbus::Modbus, module.name);
+        module.module.decode(mxmodule::bytesOfRegisters(registers), Fieldbus::Modbus, module.name);
     return ValuesOfFile(module, read).read(differing(planned, read));
 }
 
