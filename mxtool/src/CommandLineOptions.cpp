@@ -3,15 +3,16 @@
 #include <mxmodule/FileKind.h>
 
 #include <text/NearestWords.h>
+#include <text/WholeNumber.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <string_view>
 
 namespace mxtool {
 
@@ -195,14 +196,8 @@ std::string helpHint(const CLI::App& program)
 std::optional<std::uint64_t> numberOfWord(const std::string& word)
 {
     const bool isHexadecimal = word.compare(0, 2, "0x") == 0 || word.compare(0, 2, "0X") == 0;
-    const char* const begin = word.data() + (isHexadecimal ? 2 : 0);
-    const char* const end = word.data() + word.size();
-    std::uint64_t number = 0;
-    const auto result = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
-    if (result.ec != std::errc() || result.ptr != end) {
-        return std::nullopt;
-    }
-    return number;
+    return text::wholeNumber<std::uint64_t>(std::string_view(word).substr(isHexadecimal ? 2 : 0),
+                                            isHexadecimal ? 16 : 10);
 }
 
 void addOffsetOption(CLI::App& verb, const std::string& name, unsigned& offset,

@@ -2,11 +2,9 @@
 
 #include <fmt/format.h>
 #include <mxmodule/Finding.h>
+#include <text/WholeNumber.h>
 
 #include <algorithm>
-#include <charconv>
-#include <optional>
-#include <string_view>
 #include <vector>
 
 namespace mxonline {
@@ -29,19 +27,9 @@ constexpr unsigned baudRates[] = {1200,   2400,   4800,   9600,   19200,  38400,
     throw Failure(Origin::Request, text, reason, fmt::format("a target is {}", accepted));
 }
 
-template <typename Number>
-std::optional<Number> numberIn(std::string_view digits)
-{
-    Number number = 0;
-    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    return read.ec == std::errc() && read.ptr == digits.data() + digits.size()
-               ? std::optional(number)
-               : std::nullopt;
-}
-
 std::uint16_t portOf(const std::string& text, const std::string& digits, std::uint16_t least)
 {
-    const auto port = numberIn<std::uint16_t>(digits);
+    const auto port = text::wholeNumber<std::uint16_t>(digits);
     if (!port || *port < least) {
         reject(text, fmt::format("found the port \"{}\", expected a number from {} to 65535",
                                  digits, least));
@@ -61,18 +49,18 @@ TcpTarget tcpTargetOf(const std::string& text, const std::string& rest, std::uin
     if (target.host.empty()) {
         reject(text, "the host is missing");
     }
-    const std::string behind = hostEnd == std::string::npos ? ""
-                               : isBracketed                ? rest.substr(hostEnd + 1)
-                                                            : rest.substr(hostEnd);
-    if (behind.empty()) {
+    const std::string port = hostEnd == std::string::npos ? ""
+                             : isBracketed                ? rest.substr(hostEnd + 1)
+                                                          : rest.substr(hostEnd);
+    if (port.empty()) {
         return target;
     }
-    const bool isUnbracketed = std::count(behind.begin(), behind.end(), ':') > 1;
-    if (behind.front() != ':' || isUnbracketed) {
+    const bool isUnbracketed = std::count(port.begin(), port.end(), ':') > 1;
+    if (port.front() != ':' || isUnbracketed) {
         reject(text, isUnbracketed ? "an IPv6 address is in brackets, such as tcp:[::1]:502"
-                                   : fmt::format("found \"{}\" after the address", behind));
+                                   : fmt::format("found \"{}\" after the address", port));
     }
-    target.port = portOf(text, behind.substr(1), leastPort);
+    target.port = portOf(text, port.substr(1), leastPort);
     return target;
 }
 
@@ -91,7 +79,7 @@ std::vector<std::string> partsOf(const std::string& rest)
 
 unsigned baudOf(const std::string& text, const std::string& digits)
 {
-    const auto baud = numberIn<unsigned>(digits);
+    const auto baud = text::wholeNumber<unsigned>(digits);
     if (!baud ||
         std::find(std::begin(baudRates), std::end(baudRates), *baud) == std::end(baudRates)) {
         reject(text, fmt::format("found {} baud, expected one of {}", digits,

@@ -7,8 +7,8 @@
 #include <mxmodule/Finding.h>
 #include <text/Beginning.h>
 #include <text/Hexadecimal.h>
+#include <text/WholeNumber.h>
 
-#include <charconv>
 #include <string_view>
 
 namespace mxonline {
@@ -48,16 +48,6 @@ ValueBits bitsOfNumber(std::uint64_t number, std::size_t bytes)
     return bits;
 }
 
-// The whole text as a number; from_chars accepts no sign of an unsigned number.
-template <typename Number>
-std::optional<Number> wholeNumber(std::string_view text, int base)
-{
-    Number number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number, base);
-    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
-}
-
 std::optional<std::uint64_t> bitOf(const std::string& text)
 {
     const std::string word = Poco::toLower(text);
@@ -70,7 +60,7 @@ std::optional<std::uint64_t> bitOf(const std::string& text)
 
 std::optional<std::uint64_t> signedNumber(const Channel& channel, const std::string& text)
 {
-    const auto number = wholeNumber<std::int64_t>(text, 10);
+    const auto number = text::wholeNumber<std::int64_t>(text);
     const auto most = static_cast<std::int64_t>(maskOf(channel) >> 1);
     if (!number || *number > most || *number < -most - 1) {
         return std::nullopt;
@@ -88,8 +78,9 @@ std::optional<std::uint64_t> numberIn(const Channel& channel, const std::string&
     if (channel.isSigned && !isHex) {
         return signedNumber(channel, text);
     }
-    const auto number = isHex ? wholeNumber<std::uint64_t>(std::string_view(text).substr(2), 16)
-                              : wholeNumber<std::uint64_t>(text, 10);
+    const auto number = isHex
+                            ? text::wholeNumber<std::uint64_t>(std::string_view(text).substr(2), 16)
+                            : text::wholeNumber<std::uint64_t>(text);
     return number && *number <= maskOf(channel) ? number : std::nullopt;
 }
 

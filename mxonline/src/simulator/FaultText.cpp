@@ -5,9 +5,9 @@
 #include <mxonline/TimeText.h>
 #include <text/Beginning.h>
 #include <text/NearestWords.h>
+#include <text/WholeNumber.h>
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <string_view>
 
@@ -114,7 +114,7 @@ private:
             fault.parameter = value;
             break;
         case FaultKind::Clamp:
-            fault.most = numberIn<std::uint16_t>(behindColon("MODULE/PARAMETER:N"), "clamp");
+            fault.most = numberIn<std::uint16_t>(takeAfterColon("MODULE/PARAMETER:N"), "clamp");
             fault.parameter = value;
             break;
         default:
@@ -124,27 +124,27 @@ private:
 
     void readIdentity(SimulatedFault& fault)
     {
-        const std::string digits = behindColon("POSITION:ID");
-        const char* const end = digits.data() + digits.size();
-        const auto read = std::from_chars(digits.data(), end, fault.moduleId, 16);
-        if (digits.size() != 8 || read.ec != std::errc() || read.ptr != end) {
+        const std::string digits = takeAfterColon("POSITION:ID");
+        const auto moduleId = text::wholeNumber<std::uint32_t>(digits, 16);
+        if (digits.size() != 8 || !moduleId) {
             rejectFault(text, fmt::format("found the identifier \"{}\"", text::abbreviated(digits)),
                         "an identifier has eight hexadecimal digits, such as 5a030304");
         }
+        fault.moduleId = *moduleId;
         fault.position = numberIn<std::size_t>(value, "identity");
     }
 
     // Takes what is after the last colon of the value.
-    std::string behindColon(const char* form)
+    std::string takeAfterColon(const char* form)
     {
         const std::size_t colon = value.rfind(':');
         if (colon == std::string::npos) {
             rejectFault(text, "\":\" is missing in its value",
                         fmt::format("state the value as {}", form));
         }
-        std::string behind = value.substr(colon + 1);
+        std::string taken = value.substr(colon + 1);
         value.erase(colon);
-        return behind;
+        return taken;
     }
 
     template <typename Number>
@@ -152,17 +152,15 @@ private:
     {
         const bool isHex = digits.compare(0, 2, "0x") == 0;
         const std::string_view all = std::string_view(digits).substr(isHex ? 2 : 0);
-        Number number = 0;
-        const auto read =
-            std::from_chars(all.data(), all.data() + all.size(), number, isHex ? 16 : 10);
-        if (read.ec != std::errc() || read.ptr != all.data() + all.size()) {
+        const auto number = text::wholeNumber<Number>(all, isHex ? 16 : 10);
+        if (!number) {
             rejectFault(text,
                         fmt::format("found \"{}\" for \"{}\", expected a number from 0 to {}",
                                     text::abbreviated(digits), name,
                                     +std::numeric_limits<Number>::max()),
                         "");
         }
-        return number;
+        return *number;
     }
 
     std::chrono::milliseconds timeIn(const std::string& stated) const

@@ -4,9 +4,9 @@
 #include "coupler/RegisterOrder.h"
 
 #include <text/Hexadecimal.h>
+#include <text/WholeNumber.h>
 
 #include <algorithm>
-#include <charconv>
 
 namespace mxonline {
 
@@ -14,10 +14,7 @@ namespace {
 
 std::uint32_t identifierOf(const mxstation::PlannedModule& module)
 {
-    const std::string digits = module.module.moduleId();
-    std::uint32_t number = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
-    return number;
+    return text::wholeNumber<std::uint32_t>(module.module.moduleId(), 16).value();
 }
 
 } // namespace

@@ -5,9 +5,9 @@
 #include "simulator/ScriptLine.h"
 
 #include <fmt/format.h>
+#include <text/WholeNumber.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <set>
 #include <vector>
@@ -24,14 +24,12 @@ constexpr auto leastRepetition = std::chrono::milliseconds(10);
 
 std::int64_t numberIn(const ScriptWord& word)
 {
-    std::int64_t number = 0;
-    const char* const end = word.text.data() + word.text.size();
-    const auto [rest, error] = std::from_chars(word.text.data(), end, number);
-    if (error != std::errc() || rest != end) {
+    const auto number = text::wholeNumber<std::int64_t>(word.text);
+    if (!number) {
         throw ScriptError(word.column,
                           fmt::format("found \"{}\", expected a whole number", word.text));
     }
-    return number;
+    return *number;
 }
 
 // The value of a ramp when `passed` of `time` is over. The way may be longer than the numbers are.

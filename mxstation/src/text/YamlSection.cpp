@@ -2,10 +2,11 @@
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
+#include <text/WholeNumber.h>
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
+#include <string_view>
 
 namespace mxstation {
 
@@ -17,13 +18,11 @@ constexpr std::size_t mostTextBytes = 65535; // no text of an mx file has more
 std::optional<std::uint64_t> numberIn(const YamlNode& node)
 {
     const bool isHexadecimal = node.text.compare(0, 2, "0x") == 0;
-    const char* const begin = node.text.data() + (isHexadecimal ? 2 : 0);
-    const char* const end = node.text.data() + node.text.size();
-    std::uint64_t number = 0;
-    const auto read = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
-    const bool isNumber =
-        node.kind == YamlNode::Kind::Scalar && read.ec == std::errc() && read.ptr == end;
-    return isNumber ? std::optional(number) : std::nullopt;
+    if (node.kind != YamlNode::Kind::Scalar) {
+        return std::nullopt;
+    }
+    return text::wholeNumber<std::uint64_t>(
+        std::string_view(node.text).substr(isHexadecimal ? 2 : 0), isHexadecimal ? 16 : 10);
 }
 
 void addNotExpected(const YamlNode& node, const std::string& expected, StationErrors& errors,
