@@ -84,7 +84,7 @@ public:
     std::vector<std::uint16_t> parameters(std::size_t position) const;
 
     /// Returns what clients did until now.
-    SimulatorCounts requests() const;
+    SimulatorCounts counts() const;
 
 private:
     class Content;

@@ -146,7 +146,7 @@ std::vector<std::uint16_t> Simulator::parameters(std::size_t position) const
     return content->simulation.parameters(position);
 }
 
-SimulatorCounts Simulator::requests() const
+SimulatorCounts Simulator::counts() const
 {
     return content->simulation.counts();
 }

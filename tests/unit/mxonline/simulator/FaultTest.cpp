@@ -47,7 +47,7 @@ TEST_P(FaultyAnswer, HasTheseBytes)
     const std::string expected = GetParam().received;
     EXPECT_EQ(client.receive((expected.size() + 1) / 3), expected);
     EXPECT_EQ(client.ask("03 40 01 00 01"), "03 02 00 00"); // and nothing else in between
-    EXPECT_EQ(coupler.simulator.requests().faults, 1U);
+    EXPECT_EQ(coupler.simulator.counts().faults, 1U);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -89,7 +89,7 @@ TEST(Simulator, RejectsWhatThereIsNot)
     EXPECT_EQ(client.ask("06 30 00 00 01"), "86 02");       // identity
     EXPECT_EQ(client.ask("06 40 09 00 01"), "86 02");       // between two modules
     EXPECT_EQ(client.ask("16 00 00 00 00 00 01"), "96 02"); // inputs
-    EXPECT_EQ(coupler.simulator.requests().exceptions, 7U);
+    EXPECT_EQ(coupler.simulator.counts().exceptions, 7U);
 }
 
 TEST(Simulator, WritesAllRegistersOfARequestOrNone)
@@ -132,7 +132,7 @@ TEST(Simulator, DoesNotAnswerForOtherUnits)
     const RawClient client(coupler.target());
     client.send("00 01 00 00 00 06 08 06 08 00 05 00");
     EXPECT_EQ(client.ask("03 08 00 00 01"), "03 02 00 00");
-    EXPECT_EQ(coupler.simulator.requests().requests, 1U);
+    EXPECT_EQ(coupler.simulator.counts().requests, 1U);
 }
 
 TEST(Simulator, FindsRequestsInAnyPieces)
@@ -155,7 +155,7 @@ TEST(Simulator, ClosesConnectionsThatAreNoModbus)
         client.send(noModbus);
         EXPECT_TRUE(client.isClosed()) << noModbus;
     }
-    EXPECT_EQ(coupler.simulator.requests().connections, 3U);
+    EXPECT_EQ(coupler.simulator.counts().connections, 3U);
 }
 
 TEST(Simulator, ServesSeveralClients)
@@ -177,7 +177,7 @@ TEST(Simulator, KeepsWhatItHasAfterItsEnd)
     coupler.simulator.stop();
     EXPECT_TRUE(client.isClosed());
     EXPECT_EQ(coupler.simulator.outputs(), ImageValues{3});
-    EXPECT_EQ(coupler.simulator.requests().registersWritten, 1U);
+    EXPECT_EQ(coupler.simulator.counts().registersWritten, 1U);
     coupler.simulator.stop();
 }
 
