@@ -9,23 +9,16 @@
 #include <mxmodule/WantedValues.h>
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace {
 
+using fuzz::require;
 using mxmodule::Assignment;
 using mxmodule::Composition;
 using mxmodule::Module;
 using mxmodule::Parameter;
 
 using Assignments = std::vector<Assignment>;
-
-void require(bool condition)
-{
-    if (!condition) {
-        std::abort();
-    }
-}
 
 // The value of `parameter` in a form that has one meaning.
 std::string valueOf(const Parameter& parameter)

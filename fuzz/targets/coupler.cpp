@@ -1,6 +1,6 @@
 // A coupler on loopback that answers one request with the bytes of the input and the others as the
 // protocol says: its parameters are read, compared and written, and reported in every form. A
-// report that says done is compared with the registers.
+// report that says done is compared with the registers, if no answer was changed.
 //
 // Input: the request that gets the last bytes as its answer (from 31 on none), how (bit 0: as a
 // whole frame, otherwise as function and data; the connection is closed after it), the
@@ -12,13 +12,13 @@
 #include <mxonline/Coupler.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <mutex>
 #include <string>
 #include <vector>
 
 namespace {
 
+using fuzz::require;
 using mxonline::Coupler;
 
 constexpr std::uint16_t parametersAt = 100;
@@ -31,13 +31,6 @@ modules:
   - {module: EXAMPLE_MODULES/MX0304.yaml, parameters: {Mains suppression: 60}}
   - {module: EXAMPLE_MODULES/MX0602.yaml, parameters: {Mode: up}}
 )";
-
-void require(bool condition)
-{
-    if (!condition) {
-        std::abort();
-    }
-}
 
 mxstation::Plan plannedStation()
 {

@@ -1,6 +1,7 @@
-// The simulated coupler: the first line of the input is a fault as --fault takes it, the second a
-// line of the script; the other bytes are sent by a client. Afterwards another client gets the
-// registers that the parameters have.
+// The simulated coupler: the first line of the input has faults as --fault takes them, separated by
+// ";", the second a line of the script; the other bytes are sent by a client, to a coupler with
+// these faults and to one without. Afterwards another client of the latter gets the registers that
+// the parameters have.
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 
@@ -13,19 +14,14 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cstdlib>
+#include <array>
+#include <sstream>
 #include <string>
 #include <vector>
 
 namespace {
 
-void require(bool condition)
-{
-    if (!condition) {
-        std::abort();
-    }
-}
+using fuzz::require;
 
 mxstation::Plan plannedStation()
 {
@@ -53,6 +49,7 @@ private:
     int waits = 0;
 };
 
+// Sends `bytes` and takes all answers.
 void send(const mxonline::Target& target, const std::string& bytes)
 {
     const int client = socket(AF_INET, SOCK_STREAM, 0);
@@ -62,22 +59,33 @@ void send(const mxonline::Target& target, const std::string& bytes)
     address.sin_port = htons(std::get<mxonline::TcpTarget>(target).port);
     require(connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0);
     static_cast<void>(::send(client, bytes.data(), bytes.size(), MSG_NOSIGNAL));
+    shutdown(client, SHUT_WR);
+    std::array<char, 1024> answers{};
+    while (recv(client, answers.data(), answers.size(), 0) > 0) {
+    }
     close(client);
 }
 
-// The next line of `text`, which is removed from it.
-std::string takeLine(std::string& text)
+// Its faults take no time.
+std::vector<mxonline::SimulatedFault> faultsIn(const std::string& line)
 {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    const std::string line = text.substr(0, end);
-    text.erase(0, std::min(end + 1, text.size()));
-    return line;
+    std::vector<mxonline::SimulatedFault> faults;
+    std::istringstream texts(line);
+    for (std::string text; std::getline(texts, text, ';');) {
+        faults.push_back(mxonline::simulatedFaultOf(text));
+        faults.back().time = {};
+    }
+    return faults;
 }
 
-void readFault(const std::string& text)
+void sendToFaulty(const mxstation::Plan& plan, const std::string& faults, const std::string& bytes)
 {
     try {
-        mxonline::simulatedFaultOf(text);
+        mxonline::SimulatorOptions options;
+        options.faults = faultsIn(faults);
+        const mxonline::Simulator faulty(plan, mxonline::listenTargetOf("tcp:127.0.0.1:0"),
+                                         options);
+        send(faulty.address(), bytes);
     } catch (const mxmodule::Failure& failure) {
         require(!failure.reason().text.empty());
     }
@@ -100,12 +108,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static_cast<void>(silent);
     static const mxstation::Plan plan = plannedStation();
     static mxonline::Simulator simulator(plan, mxonline::listenTargetOf("tcp:127.0.0.1:0"));
-    std::string text(data, data + size);
-    readFault(takeLine(text));
+    fuzz::Words input({data, data + size});
+    const std::string faults = input.takeLine();
     ScriptHost host;
     mxonline::SimulatorScript script(simulator, "<fuzz>", host);
-    static_cast<void>(script.runLine(takeLine(text)));
-    send(simulator.address(), text);
+    static_cast<void>(script.runLine(input.takeLine()));
+    const auto rest = input.takeRest();
+    const std::string bytes(rest.begin(), rest.end());
+    sendToFaulty(plan, faults, bytes);
+    send(simulator.address(), bytes);
     requireAnswers(plan, simulator);
     return 0;
 }

@@ -18,7 +18,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -29,18 +28,13 @@
 
 namespace {
 
+using fuzz::require;
+
 namespace fs = std::filesystem;
 
 using mxmodule::Fieldbus;
 using mxstation::Plan;
 using mxstation::Station;
-
-void require(bool condition)
-{
-    if (!condition) {
-        std::abort();
-    }
-}
 
 void write(const fs::path& path, const std::vector<char>& bytes)
 {

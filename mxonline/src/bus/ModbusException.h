@@ -5,6 +5,8 @@
 
 namespace mxonline {
 
+constexpr std::uint8_t exceptionBit = 0x80; ///< Of the function code in an exception.
+
 /// The exception codes of the protocol that need a treatment of their own.
 constexpr std::uint8_t illegalFunction = 1;
 constexpr std::uint8_t illegalDataAddress = 2;

@@ -14,6 +14,12 @@ struct RegisterRange
 
     std::uint32_t end() const { return address + count; } ///< Address after the last.
 
+    /// Returns whether the two have a common register.
+    bool overlaps(const RegisterRange& other) const
+    {
+        return address < other.end() && other.address < end();
+    }
+
     bool operator==(const RegisterRange& other) const
     {
         return address == other.address && count == other.count;

@@ -17,7 +17,6 @@ using mxmodule::Failure;
 using mxmodule::Origin;
 using FaultClock = std::chrono::steady_clock;
 
-constexpr std::uint8_t flagOfException = 0x80;
 constexpr std::string_view otherProtocol = "HTTP/1.1 400 Bad Request\r\n\r\n";
 
 bool isOneOf(FaultKind kind, std::initializer_list<FaultKind> kinds)
@@ -32,12 +31,7 @@ bool has(const DueFaults& faults, std::initializer_list<FaultKind> kinds)
     });
 }
 
-bool areApart(const RegisterRange& a, const RegisterRange& b)
-{
-    return a.end() <= b.address || b.end() <= a.address;
-}
-
-// Faults in the content of an answer, which is no exception.
+// Faults in the content of an answer to a request that is carried out.
 void changeContent(FaultKind kind, std::uint8_t function, std::vector<std::uint8_t>& pdu)
 {
     const bool isRead = function == 3 || function == 4 || function == 23;
@@ -177,7 +171,7 @@ bool FaultPlay::concerns(const Played& played, const ServedRequest& request) con
     }
     return played.registers.empty() || std::any_of(played.registers.begin(), played.registers.end(),
                                                    [&request](const RegisterRange& range) {
-                                                       return !areApart(range, request.written);
+                                                       return range.overlaps(request.written);
                                                    });
 }
 
@@ -233,7 +227,7 @@ void FaultPlay::changeValues(const DueFaults& faults, ServedRequest& request) co
             const RegisterRange one{request.written.address + i, 1};
             const bool isOfParameter =
                 std::any_of(played.registers.begin(), played.registers.end(),
-                            [&one](const RegisterRange& range) { return !areApart(range, one); });
+                            [&one](const RegisterRange& range) { return range.overlaps(one); });
             if (isOfParameter) {
                 std::uint16_t& value = request.values[i];
                 value = played.fault.kind == FaultKind::Stuck ? registers.written(one.address)
@@ -245,8 +239,9 @@ void FaultPlay::changeValues(const DueFaults& faults, ServedRequest& request) co
 
 void FaultPlay::changeAnswer(const DueFaults& faults, std::uint8_t function, ServedAnswer& answer)
 {
+    const bool isCarriedOut = !isIgnored(faults) && (answer.pdu[0] & exceptionBit) == 0;
     for (const SimulatedFault* fault : faults) {
-        if ((answer.pdu[0] & flagOfException) == 0) {
+        if (isCarriedOut) {
             changeContent(fault->kind, function, answer.pdu);
         }
         changeFrame(*fault, answer);

@@ -23,7 +23,7 @@ enum class LineKind
 /// The faults that a request has.
 using DueFaults = std::vector<const SimulatedFault*>;
 
-/// Does wrong what the faults of a simulated coupler state.
+/// Carries out the faults of a simulated coupler.
 class FaultPlay
 {
 public:

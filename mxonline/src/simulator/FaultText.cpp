@@ -98,7 +98,7 @@ private:
     {
         switch (fault.kind) {
         case FaultKind::Exception:
-            fault.code = numberIn<std::uint8_t>(value, "exception");
+            fault.code = numberIn<std::uint8_t>(value, "exception", 1);
             break;
         case FaultKind::Busy:
         case FaultKind::Acknowledge:
@@ -148,15 +148,15 @@ private:
     }
 
     template <typename Number>
-    Number numberIn(const std::string& digits, const std::string& name) const
+    Number numberIn(const std::string& digits, const std::string& name, Number least = 0) const
     {
         const bool isHex = digits.compare(0, 2, "0x") == 0;
         const std::string_view all = std::string_view(digits).substr(isHex ? 2 : 0);
         const auto number = text::wholeNumber<Number>(all, isHex ? 16 : 10);
-        if (!number) {
+        if (!number || *number < least) {
             rejectFault(text,
-                        fmt::format("found \"{}\" for \"{}\", expected a number from 0 to {}",
-                                    text::abbreviated(digits), name,
+                        fmt::format("found \"{}\" for \"{}\", expected a number from {} to {}",
+                                    text::abbreviated(digits), name, +least,
                                     +std::numeric_limits<Number>::max()),
                         "");
         }

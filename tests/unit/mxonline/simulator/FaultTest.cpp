@@ -92,6 +92,16 @@ TEST(Fault, ConfirmsAnotherAddress)
     EXPECT_EQ(client.ask("06 50 00 02 00"), "86 02"); // an exception confirms nothing
 }
 
+TEST(Fault, ChangesNothingOfARequestThatIsIgnored)
+{
+    const SimulatedCoupler coupler(
+        faultyStation, withFaults({"silence,times=1", "count,times=1", "function,times=1",
+                                   "echo,times=1", "long,times=1"}));
+    const RawClient client(coupler.target());
+    client.send("12 34 00 00 00 02 07 03"); // without an address
+    EXPECT_EQ(client.ask("03 40 00 00 01"), "03 02 01 00");
+}
+
 TEST(Fault, LosesTheAnswerToWhatIsDone)
 {
     const SimulatedCoupler coupler(faultyStation,
@@ -266,7 +276,9 @@ TEST(FaultText, IsRejectedWithItsReason)
     EXPECT_EQ(reason("late="), "its value is missing");
     EXPECT_EQ(reason("late=soon").substr(0, 22), "found the time \"soon\",");
     EXPECT_EQ(reason("exception=256"),
-              "found \"256\" for \"exception\", expected a number from 0 to 255");
+              "found \"256\" for \"exception\", expected a number from 1 to 255");
+    EXPECT_EQ(reason("exception=0"),
+              "found \"0\" for \"exception\", expected a number from 1 to 255");
     EXPECT_EQ(reason("silence,after=-1").substr(0, 24), "found \"-1\" for \"after\", ");
     EXPECT_EQ(reason("clamp=Levels/Limit"), "\":\" is missing in its value");
     EXPECT_EQ(reason("identity=1:5a0303"), "found the identifier \"5a0303\"");
