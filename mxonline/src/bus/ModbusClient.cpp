@@ -1,10 +1,12 @@
 #include "bus/ModbusClient.h"
 
+#include "bus/CouplerPlace.h"
 #include "bus/LineError.h"
 #include "bus/ModbusException.h"
 #include "bus/WordBytes.h"
 
 #include <fmt/format.h>
+#include <text/Hexadecimal.h>
 
 #include <algorithm>
 #include <chrono>
@@ -18,7 +20,6 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 using Clock = std::chrono::steady_clock;
 
-constexpr std::uint8_t exceptionFlag = 0x80;
 constexpr auto pauseOfBusyCoupler = std::chrono::milliseconds(50);
 constexpr std::size_t mostShownBytes = 64;
 
@@ -36,10 +37,8 @@ std::string bytesText(const Bytes& bytes)
         return "nothing";
     }
     const bool isLong = bytes.size() > mostShownBytes;
-    const auto end =
-        bytes.begin() + static_cast<std::ptrdiff_t>(isLong ? mostShownBytes : bytes.size());
-    return fmt::format("{:02x}{}", fmt::join(bytes.begin(), end, " "),
-                       isLong ? fmt::format(" ... ({} bytes)", bytes.size()) : "");
+    return text::hexOfBytes(bytes.data(), std::min(bytes.size(), mostShownBytes), " ") +
+           (isLong ? fmt::format(" ... ({} bytes)", bytes.size()) : "");
 }
 
 bool isBusy(std::uint8_t code)
@@ -51,7 +50,7 @@ bool isBusy(std::uint8_t code)
 
 ModbusClient::ModbusClient(const Target& target, const mxstation::ModbusMap& described,
                            mxmodule::Observer* toldOf)
-    : targetName(fmt::format("{} unit {}", targetText(target), described.unit)),
+    : targetName(couplerPlace(targetText(target), described.unit)),
       map(described),
       observer(toldOf),
       line(lineTo(target, described))
@@ -67,8 +66,7 @@ std::vector<std::uint16_t> ModbusClient::read(std::uint8_t function, const Regis
         throw mxmodule::Failure(
             failed(task,
                    fmt::format("the answer has {} bytes of values, stated as {}, expected {}",
-                               done.answer.size() - std::min<std::size_t>(done.answer.size(), 2),
-                               done.answer.size() > 1 ? done.answer[1] : 0, expected - 2),
+                               done.answer.size() - 2, done.answer[1], expected - 2),
                    "the coupler answers against the protocol: lower \"most_read\", or see its "
                    "manual",
                    done.sent, done.received));
@@ -148,21 +146,12 @@ Exchange ModbusClient::request(const Bytes& pdu, const Task& task)
     }
 }
 
-// Returns an answer of the same function, or its exception.
+// Sends `pdu` until there is an answer to it.
 Exchange ModbusClient::answerOf(const Bytes& pdu, const Task& task)
 {
     for (std::uint32_t sendings = 1;; ++sendings) {
         try {
-            Exchange done = line->exchange(pdu);
-            const std::uint8_t function = done.answer[0];
-            const bool isException =
-                function == (pdu[0] | exceptionFlag) && done.answer.size() == 2;
-            if (function != pdu[0] && !isException) {
-                throw LineError(
-                    fmt::format("the answer is of function {}, expected {}", function, pdu[0]),
-                    "compare the address and \"unit\"", done.sent, done.received);
-            }
-            return done;
+            return line->exchange(pdu);
         } catch (const LineError& error) {
             const bool isUnconnected = error.sent.empty() && error.received.empty();
             if (sendings > map.retries || isUnconnected) {

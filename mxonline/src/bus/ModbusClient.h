@@ -35,7 +35,7 @@ private:
 class ModbusClient
 {
 public:
-    /// Keeps copies; `observer`, told of each repetition, outlives the object and may be null.
+    /// Keeps copies; `toldOf`, told of each repetition, outlives the object and may be null.
     ModbusClient(const Target& target, const mxstation::ModbusMap& described,
                  mxmodule::Observer* toldOf);
 

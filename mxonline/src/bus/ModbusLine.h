@@ -29,10 +29,18 @@ public:
     ModbusLine& operator=(const ModbusLine&) = delete;
 
     /// Sends `request`, a function code and its data, and returns the answer to it: of this unit,
-    /// and of the same function or its exception. Opens the connection if it is not. Throws a
-    /// `LineError`.
+    /// of the same function or its exception, and of at least two bytes. Opens the connection if it
+    /// is not. Throws a `LineError`.
     virtual Exchange exchange(const std::vector<std::uint8_t>& request) = 0;
 };
+
+/// Returns whether an answer of the function code `answered` is one to a request of `requested`, or
+/// its exception.
+bool isOfFunction(std::uint8_t answered, std::uint8_t requested);
+
+/// Throws a `LineError` unless `exchange` has an answer of the function of `request`, or its
+/// exception.
+void requireFunction(const std::vector<std::uint8_t>& request, const Exchange& exchange);
 
 /// Returns the line to `target`, not yet open, for the unit and the time to wait of `map`.
 std::unique_ptr<ModbusLine> lineTo(const Target& target, const mxstation::ModbusMap& map);

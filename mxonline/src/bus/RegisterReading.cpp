@@ -59,10 +59,13 @@ RegisterReading::RegisterReading(std::uint8_t readFunction, std::vector<Register
 void RegisterReading::read(ModbusClient& client)
 {
     for (std::size_t i = 0; i < requests.size();) {
-        if (readRequest(requests[i], client)) {
+        try {
+            readRequest(requests[i], client);
             ++i;
-        } else {
-            leaveOutGaps(i);
+        } catch (const RefusedRequest& refused) {
+            if (refused.code() != illegalDataAddress || !leaveOutGaps(i)) {
+                throw;
+            }
         }
     }
 }
@@ -82,7 +85,7 @@ RegisterReading::planned(const std::vector<RegisterItem>& wanted, Gaps gaps) con
         Request& request = made.emplace_back();
         request.range = range;
         for (const RegisterItem& item : wanted) {
-            if (item.range.address < range.end() && range.address < item.range.end()) {
+            if (item.range.overlaps(range)) {
                 request.items.push_back({partIn(item.range, range), item.module, item.subject});
             }
         }
@@ -91,29 +94,23 @@ RegisterReading::planned(const std::vector<RegisterItem>& wanted, Gaps gaps) con
     return made;
 }
 
-// False: it goes over registers that the coupler does not have.
-bool RegisterReading::readRequest(const Request& request, ModbusClient& client)
+void RegisterReading::readRequest(const Request& request, ModbusClient& client)
 {
-    try {
-        const std::vector<std::uint16_t> values =
-            client.read(function, request.range, request.subject);
-        std::copy(values.begin(), values.end(),
-                  all.begin() + static_cast<std::ptrdiff_t>(request.range.address - first));
-        return true;
-    } catch (const RefusedRequest& refused) {
-        const bool hasGaps = planned(request.items, Gaps::LeftOut).size() > 1;
-        if (refused.code() != illegalDataAddress || !hasGaps) {
-            throw;
-        }
-        return false;
-    }
+    const std::vector<std::uint16_t> values = client.read(function, request.range, request.subject);
+    std::copy(values.begin(), values.end(),
+              all.begin() + static_cast<std::ptrdiff_t>(request.range.address - first));
 }
 
-void RegisterReading::leaveOutGaps(std::size_t index)
+// Divides the request at its gaps. Returns false if it has none.
+bool RegisterReading::leaveOutGaps(std::size_t index)
 {
     const std::vector<Request> parts = planned(requests[index].items, Gaps::LeftOut);
+    if (parts.size() == 1) {
+        return false;
+    }
     const auto at = requests.begin() + static_cast<std::ptrdiff_t>(index);
     requests.insert(requests.erase(at), parts.begin(), parts.end());
+    return true;
 }
 
 } // namespace mxonline

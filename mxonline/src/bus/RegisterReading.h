@@ -46,8 +46,8 @@ private:
     };
 
     std::vector<Request> planned(const std::vector<RegisterItem>& wanted, Gaps gaps) const;
-    bool readRequest(const Request& request, ModbusClient& client);
-    void leaveOutGaps(std::size_t index);
+    void readRequest(const Request& request, ModbusClient& client);
+    bool leaveOutGaps(std::size_t index);
 
     std::uint8_t function;
     std::uint16_t most;

@@ -30,7 +30,7 @@ std::vector<RegisterRange> requestsFor(const std::vector<RegisterRange>& items, 
         RegisterRange* const last = requests.empty() ? nullptr : &requests.back();
         const bool isNear =
             last != nullptr && (gaps == Gaps::Included || item.address <= last->end());
-        if (isNear && item.end() <= last->address + std::max(most, last->count)) {
+        if (isNear && item.end() <= last->address + most) {
             last->count = std::max(last->end(), item.end()) - last->address;
         } else {
             addDivided(requests, item, most);

@@ -1,13 +1,14 @@
 #include "bus/RtuFrame.h"
 
+#include "bus/ModbusException.h"
+
 namespace mxonline {
 
 namespace {
 
 constexpr std::size_t checksumSize = 2;
 
-} // namespace
-
+// The CRC-16 with the polynomial 0xA001, beginning with 0xFFFF.
 std::uint16_t rtuChecksum(const std::vector<std::uint8_t>& bytes)
 {
     unsigned checksum = 0xFFFF;
@@ -19,6 +20,8 @@ std::uint16_t rtuChecksum(const std::vector<std::uint8_t>& bytes)
     }
     return static_cast<std::uint16_t>(checksum);
 }
+
+} // namespace
 
 std::vector<std::uint8_t> rtuFrame(std::uint8_t unit, const std::vector<std::uint8_t>& request)
 {
@@ -40,7 +43,7 @@ bool hasRtuChecksum(const std::vector<std::uint8_t>& frame)
 std::optional<std::size_t> rtuAnswerSize(const std::vector<std::uint8_t>& beginning)
 {
     const std::uint8_t function = beginning[1];
-    if (function >= 0x80) {
+    if ((function & exceptionBit) != 0) {
         return 3 + checksumSize;
     }
     switch (function) {

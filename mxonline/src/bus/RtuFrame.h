@@ -9,9 +9,6 @@
 
 namespace mxonline {
 
-/// Returns the CRC-16 of `bytes`: polynomial 0xA001, beginning with 0xFFFF.
-std::uint16_t rtuChecksum(const std::vector<std::uint8_t>& bytes);
-
 /// Returns the frame with `request`, a function code and its data, for `unit`.
 std::vector<std::uint8_t> rtuFrame(std::uint8_t unit, const std::vector<std::uint8_t>& request);
 

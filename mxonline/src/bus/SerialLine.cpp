@@ -25,7 +25,8 @@ constexpr const char* lineHint = "compare baud rate, parity, stop bits and \"uni
 
 constexpr std::size_t beginningSize = 3; // which states the size of an answer
 constexpr std::size_t longestFrame = 256;
-constexpr unsigned mostLateAnswers = 4; // of a device that is off, there are none
+constexpr unsigned mostLateAnswers =
+    4; // a device that is off sends none: the wait does not grow further
 
 microseconds timeOf(std::size_t characters, unsigned baud)
 {
@@ -65,8 +66,10 @@ Exchange SerialLine::exchange(const std::vector<std::uint8_t>& request)
     try {
         const std::vector<std::uint8_t> received = receive(sent);
         lastByte = ByteStream::Clock::now();
+        const Exchange done{{received.begin() + 1, received.end() - 2}, sent, received};
+        requireFunction(request, done);
         unanswered.clear();
-        return {{received.begin() + 1, received.end() - 2}, sent, received};
+        return done;
     } catch (const LineError&) {
         context.reset();
         throw;
@@ -110,7 +113,7 @@ std::vector<std::uint8_t> SerialLine::receive(const std::vector<std::uint8_t>& s
 {
     late = std::min(late + 1, mostLateAnswers);
     std::vector<std::uint8_t> received = readFrame(sent);
-    if (received[0] == unit) {
+    if (received[0] == unit && isOfFunction(received[1], sent[1])) {
         --late;
     }
     if (!hasRtuChecksum(received)) {
@@ -124,7 +127,7 @@ std::vector<std::uint8_t> SerialLine::receive(const std::vector<std::uint8_t>& s
     return received;
 }
 
-// The answer until its own size, as its first bytes state it. The time to wait does not include
+// Reads the answer up to the size that its first bytes state. The time to wait does not include
 // that of the frames on the line.
 std::vector<std::uint8_t> SerialLine::readFrame(const std::vector<std::uint8_t>& sent) const
 {

@@ -28,7 +28,7 @@ private:
     ModbusContext context; // null: not open
     ByteStream::Clock::time_point lastByte;
     std::vector<std::uint8_t> unanswered; // the last request; empty: it was answered
-    unsigned late = 0;                    // answers that were waited for no longer
+    unsigned late = 0; // answers that may still come to requests that were given up
 };
 
 } // namespace mxonline

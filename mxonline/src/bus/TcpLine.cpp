@@ -95,7 +95,9 @@ Exchange TcpLine::exchange(const Bytes& request)
     sent.insert(sent.end(), request.begin(), request.end());
     try {
         const Bytes received = receive(sent);
-        return {{received.begin() + headerSize, received.end()}, sent, received};
+        const Exchange done{{received.begin() + headerSize, received.end()}, sent, received};
+        requireFunction(request, done);
+        return done;
     } catch (const LineError&) {
         context.reset();
         throw;

@@ -98,10 +98,14 @@ void AnsweringPeer::serve(int client)
             received.push_back(frame);
         }
         const Reaction reaction = react(frame);
-        const ssize_t written =
-            send(client, reaction.answer.data(), reaction.answer.size(), MSG_NOSIGNAL);
-        if (written < 0) { // a terminal is no socket
-            static_cast<void>(!write(client, reaction.answer.data(), reaction.answer.size()));
+        if (serial) {
+            for (const std::uint8_t& byte : reaction.answer) {
+                std::this_thread::sleep_for(reaction.pause);
+                static_cast<void>(!write(client, &byte, 1));
+            }
+        } else {
+            static_cast<void>(
+                send(client, reaction.answer.data(), reaction.answer.size(), MSG_NOSIGNAL));
         }
         if (reaction.closes) {
             return;

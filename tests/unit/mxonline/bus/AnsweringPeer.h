@@ -2,6 +2,7 @@
 
 #include <mxonline/Target.h>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <mutex>
@@ -14,8 +15,9 @@ using Bytes = std::vector<std::uint8_t>;
 /// What a peer does with a request.
 struct Reaction
 {
-    Bytes answer = {};   ///< Sent as it is; may be empty.
-    bool closes = false; ///< The connection is closed after it.
+    Bytes answer = {};                    ///< Sent as it is; may be empty.
+    bool closes = false;                  ///< The connection is closed after it.
+    std::chrono::milliseconds pause = {}; ///< Before each byte of a serial line.
 };
 
 /// The other end of a connection, which answers each frame as a test wants. A thread of its own

@@ -188,7 +188,7 @@ TEST(SerialFaults, AfterSilenceAnotherRequestIsAnswered)
     EXPECT_EQ(client.read(3, {2, 1}, "a"), (Words{2}));
 }
 
-// An answer of 205 characters, 11 bits each, takes 1.9 s at 1200 baud.
+// An answer of 205 characters, 11 bits each, takes 1.9 s at 1200 baud, here 0.6 s.
 TEST(SerialFaults, TheTimeToWaitIsWithoutThatOfTheFrames)
 {
     const AnsweringPeer peer(
@@ -196,7 +196,7 @@ TEST(SerialFaults, TheTimeToWaitIsWithoutThatOfTheFrames)
             std::this_thread::sleep_for(std::chrono::milliseconds(60));
             Bytes answer = {3, 200};
             answer.resize(202, 7);
-            return Reaction{rtuFrame(1, answer)};
+            return Reaction{rtuFrame(1, answer), false, std::chrono::milliseconds(3)};
         },
         true);
     SerialTarget target = std::get<SerialTarget>(peer.target());
