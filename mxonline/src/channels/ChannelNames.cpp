@@ -115,15 +115,13 @@ std::vector<std::size_t> ChannelNames::select(const std::vector<std::string>& na
 std::string ChannelNames::nameOf(std::size_t channel) const
 {
     const Channel& named = plan.channels[channel];
-    const std::string position = std::to_string(named.module);
-    std::string last = position + "/#" + named.id;
     for (const std::string& name :
          {named.alias, named.moduleName + "/" + named.name, named.moduleName + "/#" + named.id}) {
         if (called(name) == std::vector{channel}) {
             return name;
         }
     }
-    return last;
+    return fmt::format("{}/#{}", named.module, named.id);
 }
 
 std::vector<std::size_t> ChannelNames::called(const std::string& name) const

@@ -28,7 +28,7 @@ std::optional<std::int64_t> millisecondsOf(std::string_view text)
     std::int64_t number = 0;
     const char* const end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || number < 0 || text.front() == '-') {
+    if (error != std::errc() || text.front() == '-') {
         return std::nullopt;
     }
     const std::string_view name(rest, static_cast<std::size_t>(end - rest));

@@ -1,5 +1,6 @@
 #include "coupler/Apply.h"
 
+#include "bus/CouplerPlace.h"
 #include "coupler/ModuleComparison.h"
 #include "report/ApplyOutcome.h"
 #include "report/UtcTime.h"
@@ -61,7 +62,7 @@ void Apply::requireConfirmed(const CouplerDifference& confirmed)
     }
     if (!std::equal(before.modules.begin(), before.modules.end(), confirmed.modules.begin(),
                     confirmed.modules.end(), isSameModule)) {
-        throw Failure(Origin::Output, fmt::format("{} unit {}", before.target, before.map.unit),
+        throw Failure(Origin::Output, couplerPlace(before.target, before.map.unit),
                       "the coupler no longer has the parameters that were shown; nothing was "
                       "written",
                       "another master or person may change them: look at the plan again");

@@ -1,5 +1,6 @@
 #include "mxonline/CouplerDifference.h"
 
+#include "bus/CouplerPlace.h"
 #include "coupler/ModuleComparison.h"
 #include "coupler/ParameterWrites.h"
 #include "coupler/ShownRegisters.h"
@@ -111,7 +112,7 @@ std::vector<mxmodule::Finding> CouplerDifference::identityErrors() const
         }
         mxmodule::Finding& error = errors.emplace_back();
         error.origin = mxmodule::Origin::Output;
-        error.place = fmt::format("{} unit {}", target, map.unit);
+        error.place = couplerPlace(target, map.unit);
         error.text = fmt::format("module {} \"{}\" is {} in the station, the coupler has {}",
                                  module.position, module.name, module.moduleId,
                                  isNoModule(module.foundId) ? "no module there" : module.foundId);

@@ -1,5 +1,6 @@
 #include "mxonline/ReadBack.h"
 
+#include "bus/CouplerPlace.h"
 #include "coupler/ModuleRegisters.h"
 #include "coupler/ShownRegisters.h"
 
@@ -89,7 +90,7 @@ std::string withParametersOf(const mxstation::Station& station, const mxstation:
         throw Failure(identity);
     }
     const std::vector<ModuleRegisters> modules = moduleRegisters(plan);
-    UnstatableValues unstatable(fmt::format("{} unit {}", difference.target, plan.modbus->unit));
+    UnstatableValues unstatable(couplerPlace(difference.target, plan.modbus->unit));
     std::vector<std::vector<std::uint16_t>> registers;
     for (std::size_t i = 0; i < difference.modules.size(); ++i) {
         if (difference.modules[i].isRead) {

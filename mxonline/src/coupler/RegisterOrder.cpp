@@ -1,5 +1,7 @@
 #include "coupler/RegisterOrder.h"
 
+#include "bus/WordBytes.h"
+
 #include <algorithm>
 
 namespace mxonline {
@@ -34,9 +36,7 @@ std::vector<std::uint8_t> imageBytesOf(const std::vector<std::uint16_t>& registe
     std::vector<std::uint8_t> bytes;
     bytes.reserve(registers.size() * 2);
     for (const std::uint16_t word : registers) {
-        const std::uint16_t ordered = map.bytes == PartOrder::Little ? swapped(word) : word;
-        bytes.push_back(static_cast<std::uint8_t>(ordered >> 8));
-        bytes.push_back(static_cast<std::uint8_t>(ordered));
+        appendWord(bytes, map.bytes == PartOrder::Little ? swapped(word) : word);
     }
     return bytes;
 }

@@ -61,11 +61,14 @@ RegisterRange registersOf(const Plan& plan, const mxstation::Channel& channel)
 }
 
 ImageReading::ImageReading(const Plan& plan, bool isInput, const std::vector<std::size_t>& channels)
+    : ImageReading(plan, isInput, itemsOf(plan, isInput, channels))
+{}
+
+ImageReading::ImageReading(const Plan& plan, bool isInput, const std::vector<RegisterItem>& items)
     : map(*plan.modbus),
       address(registersOfImage(plan, isInput).address),
-      ranges(differentRanges(itemsOf(plan, isInput, channels))),
-      reading(registersOfImage(plan, isInput).readFunction, itemsOf(plan, isInput, channels),
-              map.mostRead),
+      ranges(differentRanges(items)),
+      reading(registersOfImage(plan, isInput).readFunction, items, map.mostRead),
       bytes(((isInput ? plan.input : plan.output).size + 1) / 2 * 2)
 {}
 

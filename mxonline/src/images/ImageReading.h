@@ -32,6 +32,8 @@ public:
     std::size_t requestCount() const { return reading.requestCount(); } ///< That `read` sends.
 
 private:
+    ImageReading(const mxstation::Plan& plan, bool isInput, const std::vector<RegisterItem>& items);
+
     const mxstation::ModbusMap& map;
     std::uint32_t address;             // of the image
     std::vector<RegisterRange> ranges; // to be copied, each once

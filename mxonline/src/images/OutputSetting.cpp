@@ -1,5 +1,6 @@
 #include "mxonline/OutputSetting.h"
 
+#include "bus/CouplerPlace.h"
 #include "channels/ChannelNames.h"
 #include "channels/ValueText.h"
 #include "coupler/CouplerContent.h"
@@ -28,10 +29,7 @@ class OutputSetting::Content
 {
 public:
     Content(Coupler::Content& connected, const std::vector<OutputValue>& values)
-        : coupler(connected),
-          stated(statedOutputs(coupler.plan, values)),
-          reading(coupler.plan, false, stated.channels),
-          named(namedChannels(coupler.plan, ChannelNames(coupler.plan), stated.channels))
+        : Content(connected, ChannelNames(connected.plan), values)
     {}
 
     std::vector<SetOutput> read();
@@ -39,6 +37,14 @@ public:
     OutputReport restore();
 
 private:
+    Content(Coupler::Content& connected, const ChannelNames& names,
+            const std::vector<OutputValue>& values)
+        : coupler(connected),
+          stated(statedOutputs(coupler.plan, names, values)),
+          reading(coupler.plan, false, stated.channels),
+          named(namedChannels(coupler.plan, names, stated.channels))
+    {}
+
     std::vector<ValueBits> presentBits() const;
     std::vector<SetOutput> outputs(const std::vector<ValueBits>& wanted) const;
     void sendAndReadBack(const std::vector<ValueBits>& wanted, OutputReport& report);
@@ -179,8 +185,7 @@ Finding OutputSetting::Content::failed(std::size_t output, const std::string& te
     const mxstation::Channel& channel = coupler.plan.channels[stated.channels[output]];
     Finding finding;
     finding.origin = mxmodule::Origin::Output;
-    finding.place =
-        fmt::format("{} unit {}", targetText(coupler.target), coupler.plan.modbus->unit);
+    finding.place = couplerPlace(targetText(coupler.target), coupler.plan.modbus->unit);
     finding.text = fmt::format("{}: {}: {}", channelText(channel),
                                registersText(registersOf(coupler.plan, channel)), text);
     finding.hint = hint;

@@ -84,8 +84,7 @@ private:
     std::string subjectOf(const RegisterRange& run) const
     {
         const auto isIn = [&](std::size_t index) {
-            const RegisterRange range = registersOf(plan, plan.channels[index]);
-            return range.address < run.end() && run.address < range.end();
+            return registersOf(plan, plan.channels[index]).overlaps(run);
         };
         const auto first = std::find_if(channels.begin(), channels.end(), isIn);
         const auto count = std::count_if(channels.begin(), channels.end(), isIn);

@@ -21,7 +21,9 @@ using mxstation::Plan;
 class OutputCollector
 {
 public:
-    explicit OutputCollector(const Plan& planned) : plan(planned), names(planned) {}
+    OutputCollector(const Plan& planned, const ChannelNames& channelNames)
+        : plan(planned), names(channelNames)
+    {}
 
     StatedOutputs collect(const std::vector<OutputValue>& values)
     {
@@ -69,9 +71,10 @@ private:
         for (std::size_t i = 0; i < stated.channels.size(); ++i) {
             const mxstation::Channel& channel = plan.channels[stated.channels[i]];
             if (bitsIn(plan, channel, image) != stated.bits[i]) {
-                addError(channelText(channel) +
-                             " shares bits with another stated channel, which sets them otherwise",
-                         "state one of the two");
+                addError(
+                    channelText(channel) +
+                        " shares bits with another stated channel, which sets them differently",
+                    "state one of the two");
             }
         }
     }
@@ -85,16 +88,17 @@ private:
     }
 
     const Plan& plan;
-    ChannelNames names;
+    const ChannelNames& names;
     StatedOutputs stated;
     std::vector<Finding> errors;
 };
 
 } // namespace
 
-StatedOutputs statedOutputs(const Plan& plan, const std::vector<OutputValue>& values)
+StatedOutputs statedOutputs(const Plan& plan, const ChannelNames& names,
+                            const std::vector<OutputValue>& values)
 {
-    return OutputCollector(plan).collect(values);
+    return OutputCollector(plan, names).collect(values);
 }
 
 std::vector<OutputValue> outputValuesOf(const std::vector<std::string>& texts)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "channels/ChannelBits.h"
+#include "channels/ChannelNames.h"
 
 #include <mxonline/OutputSetting.h>
 #include <mxstation/Plan.h>
@@ -17,7 +18,9 @@ struct StatedOutputs
     std::vector<ValueBits> bits;       ///< Of each channel.
 };
 
-/// Returns what `values` state. Throws as the constructor of `OutputSetting`.
-StatedOutputs statedOutputs(const mxstation::Plan& plan, const std::vector<OutputValue>& values);
+/// Returns what `values` state; `names` are those of `plan`. Throws as the constructor of
+/// `OutputSetting`.
+StatedOutputs statedOutputs(const mxstation::Plan& plan, const ChannelNames& names,
+                            const std::vector<OutputValue>& values);
 
 } // namespace mxonline

@@ -1,5 +1,6 @@
 #include "report/ApplyOutcome.h"
 
+#include "bus/CouplerPlace.h"
 #include "bus/RegisterRange.h"
 #include "coupler/ShownRegisters.h"
 #include "report/Sha256.h"
@@ -66,7 +67,7 @@ mxmodule::Finding notAsPlanned(const ApplyReport& report, const AppliedModule& m
                               static_cast<std::uint32_t>(parameter.planned.size())};
     mxmodule::Finding finding;
     finding.origin = mxmodule::Origin::Output;
-    finding.place = fmt::format("{} unit {}", report.target, report.map.unit);
+    finding.place = couplerPlace(report.target, report.map.unit);
     finding.text = fmt::format("module {} \"{}\", parameter \"{}\": {}: read back {}, planned {}",
                                module.position, module.name, parameter.parameter,
                                registersText(range), parameter.nowShown, parameter.plannedShown);

@@ -1,3 +1,4 @@
+#include "bus/CouplerPlace.h"
 #include "report/CouplerNotes.h"
 #include "report/ReportWords.h"
 
@@ -15,7 +16,7 @@ std::string headText(const ApplyReport& report)
         return fmt::format("{:<16} {}\n", name, text::forTerminal(value));
     };
     return line("Station", report.station) +
-           line("Coupler", fmt::format("{} unit {}", report.target, report.map.unit)) +
+           line("Coupler", couplerPlace(report.target, report.map.unit)) +
            line("Started", report.started) + line("Finished", report.finished) +
            line("Commit", commitText(report)) + line("SHA-256 station", report.stationSum) +
            line("SHA-256 now", report.sum.empty() ? "not known" : report.sum) +

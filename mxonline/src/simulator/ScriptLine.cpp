@@ -4,8 +4,10 @@
 #include <mxmodule/Finding.h>
 #include <mxonline/TimeText.h>
 #include <text/Beginning.h>
+#include <text/Utf8.h>
 
 #include <algorithm>
+#include <string_view>
 
 namespace mxonline {
 
@@ -19,9 +21,7 @@ constexpr const char* forms = "NAME = VALUE, ramp NAME FROM TO in TIME, sleep TI
 
 std::size_t columnAt(const std::string& line, std::size_t index)
 {
-    return 1 + static_cast<std::size_t>(std::count_if(
-                   line.begin(), line.begin() + static_cast<std::ptrdiff_t>(index),
-                   [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
+    return 1 + text::characterCount(std::string_view(line).substr(0, index));
 }
 
 // The characters from `begin` to `end` without the blanks around them.

@@ -37,8 +37,7 @@ bool readValues(const Pdu& pdu, std::size_t at, std::uint32_t most, ServedReques
 {
     request.written = rangeOf(pdu, at);
     request.values = wordsFrom(pdu, at + 5);
-    return isCount(request.written, most) && pdu[at + 4] == 2 * request.written.count &&
-           request.values.size() == request.written.count;
+    return isCount(request.written, most) && pdu[at + 4] == 2 * request.written.count;
 }
 
 // False: its numbers are against the protocol. The size is that of the function.

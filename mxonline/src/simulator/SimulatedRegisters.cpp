@@ -87,23 +87,16 @@ void SimulatedRegisters::placeGaps()
     }
 }
 
-bool SimulatedRegisters::exist(const Space& space, const RegisterRange& range) const
-{
-    for (std::uint32_t i = 0; i < range.count; ++i) {
-        if (space.find(range.address + i) == space.end()) {
-            return false;
-        }
-    }
-    return true;
-}
-
 std::uint8_t SimulatedRegisters::rejection(const ServedRequest& request) const
 {
     if (request.exception != 0) {
         return request.exception;
     }
-    if (!exist(spaceOf(request.function), request.read)) {
-        return illegalDataAddress;
+    const Space& space = spaceOf(request.function);
+    for (std::uint32_t i = 0; i < request.read.count; ++i) {
+        if (space.find(request.read.address + i) == space.end()) {
+            return illegalDataAddress;
+        }
     }
     std::uint8_t code = 0;
     for (std::uint32_t i = 0; i < request.written.count; ++i) {
@@ -164,7 +157,7 @@ void SimulatedRegisters::put(const Place& place, std::uint16_t value)
 {
     switch (place.use) {
     case Use::Output:
-        putImage(outputImage, std::size_t{2} * place.index, imageBytesOf({value}, map));
+        putOutput(std::size_t{2} * place.index, imageBytesOf({value}, map));
         break;
     case Use::Parameter:
         stagedWords[place.module][place.index] = value;
@@ -179,11 +172,10 @@ void SimulatedRegisters::put(const Place& place, std::uint16_t value)
 }
 
 // An image of an odd number of bytes has no second byte in its last register.
-void SimulatedRegisters::putImage(std::vector<std::uint8_t>& image, std::size_t index,
-                                  const std::vector<std::uint8_t>& bytes)
+void SimulatedRegisters::putOutput(std::size_t index, const std::vector<std::uint8_t>& bytes)
 {
-    const std::size_t count = std::min(bytes.size(), image.size() - index);
-    std::copy_n(bytes.begin(), count, image.begin() + static_cast<std::ptrdiff_t>(index));
+    const std::size_t count = std::min(bytes.size(), outputImage.size() - index);
+    std::copy_n(bytes.begin(), count, outputImage.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
 std::vector<std::uint16_t> SimulatedRegisters::active(std::size_t index) const

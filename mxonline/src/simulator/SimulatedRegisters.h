@@ -41,6 +41,8 @@ public:
 
     std::vector<std::uint8_t>& inputs() { return inputImage; }
     std::vector<std::uint8_t>& outputs() { return outputImage; }
+    const std::vector<std::uint8_t>& inputs() const { return inputImage; }
+    const std::vector<std::uint8_t>& outputs() const { return outputImage; }
 
     const std::vector<ModuleRegisters>& modules() const { return row; }
 
@@ -81,11 +83,9 @@ private:
     void placeModules();
     void placeGaps();
     const Space& spaceOf(std::uint8_t function) const { return function == 4 ? input : holding; }
-    bool exist(const Space& space, const RegisterRange& range) const;
     std::uint16_t valueAt(const Place& place, bool isForWriting) const;
     void put(const Place& place, std::uint16_t value);
-    static void putImage(std::vector<std::uint8_t>& image, std::size_t index,
-                         const std::vector<std::uint8_t>& bytes);
+    void putOutput(std::size_t index, const std::vector<std::uint8_t>& bytes);
 
     const mxstation::ModbusMap& map;
     std::vector<ModuleRegisters> row;

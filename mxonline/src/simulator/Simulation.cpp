@@ -1,5 +1,6 @@
 #include "simulator/Simulation.h"
 
+#include "bus/ModbusException.h"
 #include "bus/WordBytes.h"
 #include "channels/ValueText.h"
 
@@ -11,8 +12,6 @@
 namespace mxonline {
 
 namespace {
-
-constexpr std::uint8_t exceptionBit = 0x80;
 
 // The answer to a request that writes repeats its first bytes; otherwise it has the registers.
 std::vector<std::uint8_t> answerOf(const ServedRequest& request,
@@ -40,7 +39,7 @@ Simulation::Simulation(const mxstation::Plan& planned, const SimulatorOptions& o
       names(planned),
       registers(planned, options.isStrict),
       faults(options.faults, registers, line),
-      changes(planned, registers)
+      changes(planned, names, registers)
 {}
 
 ServedAnswer Simulation::answerTo(const std::vector<std::uint8_t>& pdu)

@@ -41,7 +41,7 @@ private:
     SimulatorObserver* observer;
     ChannelNames names;
     mutable std::mutex access; // to all that follows
-    mutable SimulatedRegisters registers;
+    SimulatedRegisters registers;
     FaultPlay faults;
     SimulationChanges changes;
     SimulatorCounts count;

@@ -5,17 +5,10 @@
 
 namespace mxonline {
 
-namespace {
-
-bool haveCommon(const RegisterRange& a, const RegisterRange& b)
-{
-    return a.address < b.end() && b.address < a.end();
-}
-
-} // namespace
-
-SimulationChanges::SimulationChanges(const mxstation::Plan& planned, SimulatedRegisters& simulated)
-    : plan(planned), registers(simulated), names(planned)
+SimulationChanges::SimulationChanges(const mxstation::Plan& planned,
+                                     const ChannelNames& channelNames,
+                                     const SimulatedRegisters& simulated)
+    : plan(planned), names(channelNames), registers(simulated)
 {}
 
 void SimulationChanges::begin()
@@ -58,12 +51,12 @@ void SimulationChanges::addParameters(const ServedRequest& request,
 {
     for (std::size_t i = 0; i < registers.modules().size(); ++i) {
         const ModuleRegisters& module = registers.modules()[i];
-        if (!haveCommon(module.range(), request.written)) {
+        if (!module.range().overlaps(request.written)) {
             continue;
         }
         const ShownRegisters shown(module, registers.staged(i));
         for (const ParameterRegisters& one : module.parameters()) {
-            if (haveCommon(module.range(one), request.written)) {
+            if (module.range(one).overlaps(request.written)) {
                 events.push_back({SimulatorEventKind::ParameterWritten,
                                   module.module().name + "/" + module.names()[one.parameter],
                                   shown.read(one)});

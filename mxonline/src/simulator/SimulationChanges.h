@@ -13,8 +13,9 @@ namespace mxonline {
 class SimulationChanges
 {
 public:
-    /// `planned` and `simulated` outlive the object.
-    SimulationChanges(const mxstation::Plan& planned, SimulatedRegisters& simulated);
+    /// The arguments outlive the object.
+    SimulationChanges(const mxstation::Plan& planned, const ChannelNames& channelNames,
+                      const SimulatedRegisters& simulated);
 
     /// Keeps what there is before a request is carried out.
     void begin();
@@ -27,8 +28,8 @@ private:
     void addParameters(const ServedRequest& request, std::vector<SimulatorEvent>& events);
 
     const mxstation::Plan& plan;
-    SimulatedRegisters& registers;
-    ChannelNames names;
+    const ChannelNames& names;
+    const SimulatedRegisters& registers;
     std::vector<std::uint8_t> outputs;
     std::size_t commits = 0;
 };
