@@ -26,6 +26,7 @@ TEST(TimeText, RejectsAnythingElse)
     }
     try {
         static_cast<void>(timeOf("soon"));
+        FAIL() << "accepted";
     } catch (const mxmodule::Failure& failure) {
         EXPECT_EQ(failure.reason().origin, mxmodule::Origin::Request);
         EXPECT_EQ(failure.reason().text, "found the time \"soon\", expected a whole number and ms, "

@@ -212,7 +212,9 @@ TEST(OutputSetting, RestoresNothingOnAnotherRow)
     OutputSetting setting(coupler, {{"P_101", "0"}});
     EXPECT_TRUE(setting.write().isDone());
     peer.put(505, {0x0402});
+    const std::size_t before = peer.requests().size();
     const OutputReport report = setting.restore();
+    EXPECT_EQ(peer.requests().size() - before, 3U); // three times the identity
     EXPECT_THAT(textsOf(report.findings),
                 ElementsAre("module 3 \"Valves\" is 5a040404 in the station, the coupler has "
                             "5a040402",

@@ -239,6 +239,15 @@ TEST(FaultSeen, AsParametersThatDoNotStick)
     EXPECT_EQ(report.modules[0].parameters[0].nowShown, "50 Hz");
 }
 
+TEST(FaultSeen, AsAnAnswerOfAnotherFunctionAfterWhichTheLineIsOpenedAnew)
+{
+    const SimulatedCoupler coupler(faultyStation, withFaults({"function,times=1"}));
+    mxstation::Plan plan = coupler.plan;
+    plan.modbus->retries = 1;
+    EXPECT_EQ(Coupler(plan, coupler.target()).read().modules[0].registers.size(), 4U);
+    EXPECT_EQ(coupler.simulator.counts().connections, 2U);
+}
+
 TEST(FaultSeen, AsAnotherModule)
 {
     const SimulatedCoupler coupler(faultyStation, withFaults({"identity=1:5a030304"}));

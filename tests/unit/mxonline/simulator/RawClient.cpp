@@ -1,6 +1,7 @@
 #include "simulator/RawClient.h"
 
 #include <gtest/gtest.h>
+#include <text/Hexadecimal.h>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -8,33 +9,10 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <cstdio>
-#include <sstream>
 #include <stdexcept>
 #include <variant>
 
 namespace {
-
-std::vector<std::uint8_t> bytesIn(const std::string& text)
-{
-    std::vector<std::uint8_t> bytes;
-    std::istringstream words(text);
-    for (std::string word; words >> word;) {
-        bytes.push_back(static_cast<std::uint8_t>(std::stoul(word, nullptr, 16)));
-    }
-    return bytes;
-}
-
-std::string hexOf(const std::vector<std::uint8_t>& bytes)
-{
-    std::string text;
-    for (const std::uint8_t byte : bytes) {
-        char digits[4];
-        std::snprintf(digits, sizeof digits, "%02x", byte);
-        text += (text.empty() ? "" : " ") + std::string(digits);
-    }
-    return text;
-}
 
 int connectionTo(const mxonline::TcpTarget& target)
 {
@@ -62,7 +40,7 @@ RawClient::~RawClient()
 
 void RawClient::send(const std::string& bytes) const
 {
-    const std::vector<std::uint8_t> sent = bytesIn(bytes);
+    const std::vector<std::uint8_t> sent = text::fromHex(bytes).value();
     ASSERT_EQ(write(connection, sent.data(), sent.size()), static_cast<ssize_t>(sent.size()));
 }
 
@@ -77,7 +55,7 @@ std::string RawClient::receive(std::size_t size, int milliseconds) const
         }
         bytes.push_back(byte);
     }
-    return hexOf(bytes);
+    return text::hexOfBytes(bytes.data(), bytes.size(), " ");
 }
 
 bool RawClient::isClosed() const
@@ -89,8 +67,8 @@ bool RawClient::isClosed() const
 
 std::string RawClient::ask(const std::string& pdu) const
 {
-    const std::size_t size = bytesIn(pdu).size();
-    send("12 34 00 00 00 " + hexOf({static_cast<std::uint8_t>(size + 1)}) + " 07 " + pdu);
+    const std::size_t size = text::fromHex(pdu)->size();
+    send("12 34 00 00 00 " + text::hexOf(size + 1, 2) + " 07 " + pdu);
     const std::string header = receive(7);
     if (header.size() != 20 || header.substr(0, 14) != "12 34 00 00 00" ||
         header.substr(18) != "07") {

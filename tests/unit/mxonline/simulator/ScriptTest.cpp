@@ -18,8 +18,9 @@ using Lines = std::vector<std::string>;
 class NotedHost : public SimulatorScriptHost
 {
 public:
-    bool isEndedUntil(std::chrono::steady_clock::time_point /*time*/) override
+    bool isEndedUntil(std::chrono::steady_clock::time_point time) override
     {
+        times.push_back(time);
         onWait();
         return ++waits == mostWaits;
     }
@@ -33,6 +34,7 @@ public:
 
     Lines shown;
     Lines rejected;
+    std::vector<std::chrono::steady_clock::time_point> times; // until which it was asked to wait
     unsigned waits = 0;
     unsigned mostWaits = 0; // 0: never
     std::function<void()> onWait = [] {};
@@ -96,6 +98,9 @@ TEST_F(Script, RampsFromTheFirstValueToTheLast)
     host.onWait = [&] { values.push_back(value("AI 1")); };
     EXPECT_TRUE(script.runLine("ramp Levels/AI 1 100 -100 in 40ms step 10ms"));
     EXPECT_EQ(values, (Lines{"100", "50", "0", "-50"}));
+    for (std::size_t i = 1; i < host.times.size(); ++i) {
+        EXPECT_EQ(host.times[i] - host.times[i - 1], std::chrono::milliseconds(10)) << i;
+    }
     EXPECT_EQ(value("AI 1"), "-100");
     values.clear();
     EXPECT_TRUE(script.runLine("ramp AI 1 0 9 in 250ms"));
@@ -112,6 +117,15 @@ TEST_F(Script, RampsNothingToAValueThatIsNone)
               "expected -32768 to 32767 (0x0000 to 0xffff)");
     EXPECT_EQ(value("AI 1"), "0");
     EXPECT_EQ(host.waits, 0U);
+}
+
+TEST_F(Script, Sleeps)
+{
+    const auto before = std::chrono::steady_clock::now();
+    EXPECT_TRUE(script.runLine("sleep 90s"));
+    ASSERT_EQ(host.times.size(), 1U);
+    EXPECT_GE(host.times[0], before + std::chrono::seconds(90));
+    EXPECT_LE(host.times[0], std::chrono::steady_clock::now() + std::chrono::seconds(90));
 }
 
 TEST_F(Script, EndsWithItsHost)
@@ -133,7 +147,9 @@ TEST_F(Script, Repeats)
         coupler.simulator.setInput("AI 1", "0");
     };
     host.mostWaits = 3;
+    const auto before = std::chrono::steady_clock::now();
     EXPECT_FALSE(script.runText("AI 1 = 1\nno = 1\nrepeat\nAI 2 = 1"));
+    EXPECT_GE(host.times.at(0), before + std::chrono::milliseconds(10)); // not without a pause
     EXPECT_EQ(rounds, 3);
     EXPECT_EQ(value("AI 2"), "0");
     EXPECT_EQ(host.rejected.size(), 1U); // once, in three rounds

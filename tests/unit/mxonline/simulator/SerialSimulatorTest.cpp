@@ -79,6 +79,8 @@ TEST(SerialFault, IsAWrongChecksum)
     const Simulator simulator(plan, target, options);
     client.send("07 03 40 00 00 01 91 ac");
     EXPECT_EQ(client.receive(7), "07 03 02 01 00 31 d5");
+    client.send("07 03 40 00 00 01 91 ac");
+    EXPECT_EQ(client.receive(7), "08 03 02 01 00 65 d6");
     options.faults = {simulatedFaultOf("close")};
     EXPECT_EQ(failureOf([&] { const Simulator other(plan, target, options); }),
               "a serial line has no connection");

@@ -167,6 +167,7 @@ TEST(Simulator, ServesSeveralClients)
     EXPECT_EQ(other.ask("06 08 00 03 00"), "06 08 00 03 00");
     const RawClient third(coupler.target());
     EXPECT_EQ(third.ask("03 08 00 00 01"), "03 02 03 00");
+    EXPECT_EQ(coupler.simulator.counts().registersRead, 1U);
 }
 
 TEST(Simulator, KeepsWhatItHasAfterItsEnd)
