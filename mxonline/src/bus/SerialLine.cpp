@@ -66,7 +66,7 @@ Exchange SerialLine::exchange(const std::vector<std::uint8_t>& request)
     try {
         const std::vector<std::uint8_t> received = receive(sent);
         lastByte = ByteStream::Clock::now();
-        const Exchange done{{received.begin() + 1, received.end() - 2}, sent, received};
+        Exchange done{{received.begin() + 1, received.end() - 2}, sent, received};
         requireFunction(request, done);
         unanswered.clear();
         return done;

@@ -95,7 +95,7 @@ Exchange TcpLine::exchange(const Bytes& request)
     sent.insert(sent.end(), request.begin(), request.end());
     try {
         const Bytes received = receive(sent);
-        const Exchange done{{received.begin() + headerSize, received.end()}, sent, received};
+        Exchange done{{received.begin() + headerSize, received.end()}, sent, received};
         requireFunction(request, done);
         return done;
     } catch (const LineError&) {
