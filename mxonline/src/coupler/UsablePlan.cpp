@@ -36,7 +36,7 @@ const mxstation::Plan& requireUsable(const mxstation::Plan& plan, const Target& 
     const std::string& place = plan.file.empty() ? plan.station : plan.file;
     if (!plan.modbus) {
         throw Failure(Origin::Input, place,
-                      "the station does not state where its coupler has what (\"modbus:\")",
+                      "the station does not state the registers of its coupler (\"modbus:\")",
                       "add \"modbus: {parameters: {address: REGISTER}}\" with the registers of the "
                       "coupler's manual");
     }

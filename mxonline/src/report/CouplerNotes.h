@@ -9,8 +9,8 @@
 
 namespace mxonline {
 
-/// Says whether the coupler has the module of the station at its position: "identified", "not
-/// identified", "another module: 5a030302", "no module".
+/// Returns what the coupler has at a position of the row: "identified", "not identified", "another
+/// module: 5a030302", "no module".
 std::string identityText(Identification identification, const std::string& foundId);
 
 /// Returns whether the identifier that a coupler has for a position says that it is empty.
@@ -23,7 +23,7 @@ constexpr const char* noIdentityNote = "No module is identified: \"modbus\" of t
 /// Returns what a person should know of `difference` beside its tables.
 std::vector<std::string> notesOf(const CouplerDifference& difference, DifferenceUse use);
 
-/// Returns notes on the parameters of `names`, which no register carries.
+/// Returns notes on the parameters of `names`, which are in no register.
 std::vector<std::string> withoutRegistersNotes(std::size_t position, const std::string& name,
                                                const std::vector<std::string>& names);
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-// Where a coupler has what in its Modbus registers: data of a station, no map of a certain coupler.
+// What the Modbus registers of a coupler contain: data of a station, no map of a certain coupler.
 // Addresses are those of the protocol, from 0.
 
 namespace mxstation {

@@ -86,7 +86,7 @@ struct Station
     std::string name;                ///< Of the station.
     Layout layout;                   ///< Of the coupler.
     SourcePlace layoutPlace;         ///< Where the layout is stated.
-    std::optional<ModbusMap> modbus; ///< Where its coupler has what; empty: not stated.
+    std::optional<ModbusMap> modbus; ///< Registers of its coupler; empty: not stated.
     SourcePlace modbusPlace;         ///< Where that is stated.
     std::vector<Entry> entries;      ///< In the order of the row.
 

@@ -257,7 +257,7 @@ TEST(Difference, AStationWithoutAMapIsAnError)
     EXPECT_EQ(failureOf([] {
                   const Coupler coupler(onlinePlan("modules: [MX0304.bin]"), TcpTarget{"h", 1});
               }),
-              "the station does not state where its coupler has what (\"modbus:\")");
+              "the station does not state the registers of its coupler (\"modbus:\")");
 }
 
 TEST(Difference, AUnitOfALineIsOneOfTheProtocol)

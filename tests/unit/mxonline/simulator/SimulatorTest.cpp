@@ -198,7 +198,7 @@ TEST(Simulator, SaysWhyItCannotListen)
 TEST(Simulator, NeedsAMap)
 {
     EXPECT_EQ(failureOf([] { const SimulatedCoupler coupler("modules: [MX0108.bin]"); }),
-              "the station does not state where its coupler has what (\"modbus:\")");
+              "the station does not state the registers of its coupler (\"modbus:\")");
 }
 
 TEST(Simulator, SetsOnlyChannelsOfTheRightDirection)
