@@ -37,8 +37,7 @@ public:
 
 bool isAgreedTo(const mxonline::CouplerDifference& difference)
 {
-    std::cout << difference.text(mxonline::DifferenceUse::Apply) << difference.question()
-              << " Type \"yes\": " << std::flush;
+    std::cout << difference.question() << " Type \"yes\": " << std::flush;
     std::string answer;
     return std::getline(std::cin, answer) && answer == "yes";
 }
@@ -52,7 +51,8 @@ bool bring(mxonline::Coupler& coupler)
         report(otherModules);
         return false;
     }
-    if (!isAgreedTo(difference)) {
+    std::cout << difference.text(mxonline::DifferenceUse::Apply);
+    if (difference.writes.requests != 0 && !isAgreedTo(difference)) {
         std::cout << "nothing is written\n";
         return false;
     }

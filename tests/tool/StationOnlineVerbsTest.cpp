@@ -29,11 +29,6 @@ using tooltest::ToolSetup;
 
 using Words = std::vector<std::uint16_t>;
 
-// The registers of the defaults of an MX0304, as `config --fieldbus modbus` lists them.
-const Words defaults = {0x3200, 0x0000, 0x251C, 0xDAE4, 0x003C, 0x0100, 0x0000, 0x0100, 0x251D,
-                        0xDAE3, 0x003D, 0x0100, 0x0100, 0x0200, 0x251E, 0xDAE2, 0x003E, 0x0100,
-                        0x0200, 0x0400, 0x251F, 0xDAE1, 0x003F, 0x0100, 0x0300};
-
 const std::string modbus = "modbus: {parameters: {address: 1000, stride: 25}, "
                            "identity: {address: 500}, timeout: 300, retries: 0}\n";
 
@@ -53,7 +48,7 @@ protected:
     void setIdentity(std::uint32_t id)
     {
         peer->put(500, {static_cast<std::uint16_t>(id >> 16), static_cast<std::uint16_t>(id)});
-        peer->put(1000, defaults);
+        peer->put(1000, defaultsOf0304);
     }
 
     std::string target() const { return targetText(peer->target()); }

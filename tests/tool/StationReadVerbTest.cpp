@@ -18,12 +18,6 @@ using tooltest::readFile;
 using tooltest::runTool;
 using tooltest::ToolRun;
 
-// The registers of the defaults of an MX0304; "Upper limit" of channel 2 is register 1008.
-const std::vector<std::uint16_t> defaultWords = {
-    0x3200, 0x0000, 0x251C, 0xDAE4, 0x003C, 0x0100, 0x0000, 0x0100, 0x251D,
-    0xDAE3, 0x003D, 0x0100, 0x0100, 0x0200, 0x251E, 0xDAE2, 0x003E, 0x0100,
-    0x0200, 0x0400, 0x251F, 0xDAE1, 0x003F, 0x0100, 0x0300};
-
 const std::string beginning =
     "modbus: {parameters: {address: 1000}, identity: {address: 500}, timeout: 300, retries: 0}\n"
     "modules:\n"
@@ -36,7 +30,7 @@ protected:
     StationRead() : file(directory.write("row.yaml", {stated.begin(), stated.end()}))
     {
         peer.put(500, {0x5A03, 0x0304});
-        peer.put(1000, defaultWords);
+        peer.put(1000, defaultsOf0304);
     }
 
     ToolRun read(const std::vector<std::string>& more = {})

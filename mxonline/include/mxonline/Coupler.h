@@ -40,9 +40,10 @@ public:
     ///
     /// `confirmed` is what a person agreed to: if the coupler no longer differs in the same way,
     /// or a module is not that of the station, nothing is written and a `mxmodule::Failure` is
-    /// thrown. After that a fault is in the report, which is never thrown away. The observer is
-    /// told of the progress before each request that writes; a `Failure` that it throws then ends
-    /// the writing, without a commit, and is in the report.
+    /// thrown; of origin `Request` if it is of another target or unit. After that a fault is in the
+    /// report, which is never thrown away. The observer is told of the progress before each request
+    /// that writes; a `Failure` that it throws then ends the writing, without a commit, and is in
+    /// the report.
     ApplyReport apply(const CouplerDifference& confirmed);
 
     /// Returns what went over the bus until now.

@@ -50,11 +50,12 @@ ApplyReport Apply::run(const CouplerDifference& confirmed)
 
 void Apply::requireConfirmed(const CouplerDifference& confirmed)
 {
-    if (confirmed.target != before.target) {
-        throw Failure(
-            Origin::Request, before.target,
-            fmt::format("what was agreed to is for {}; nothing was written", confirmed.target),
-            "apply the difference of this coupler");
+    const std::string place = couplerPlace(before.target, before.map.unit);
+    const std::string agreed = couplerPlace(confirmed.target, confirmed.map.unit);
+    if (agreed != place) {
+        throw Failure(Origin::Request, place,
+                      fmt::format("what was agreed to is for {}; nothing was written", agreed),
+                      "apply the difference of this coupler");
     }
     const auto identity = before.identityErrors();
     if (!identity.empty()) {
@@ -62,7 +63,7 @@ void Apply::requireConfirmed(const CouplerDifference& confirmed)
     }
     if (!std::equal(before.modules.begin(), before.modules.end(), confirmed.modules.begin(),
                     confirmed.modules.end(), isSameModule)) {
-        throw Failure(Origin::Output, couplerPlace(before.target, before.map.unit),
+        throw Failure(Origin::Output, place,
                       "the coupler no longer has the parameters that were shown; nothing was "
                       "written",
                       "another master or person may change them: look at the plan again");

@@ -116,8 +116,9 @@ std::vector<mxmodule::Finding> CouplerDifference::identityErrors() const
         error.text = fmt::format("module {} \"{}\" is {} in the station, the coupler has {}",
                                  module.position, module.name, module.moduleId,
                                  isNoModule(module.foundId) ? "no module there" : module.foundId);
-        error.hint = "nothing was written; compare the row of the station with the modules on the "
-                     "coupler, or the target with the coupler that is meant";
+        error.hint =
+            "compare the row of the station with the modules on the coupler, or the target "
+            "with the coupler that is meant";
     }
     return errors;
 }

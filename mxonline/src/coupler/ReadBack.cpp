@@ -1,6 +1,7 @@
 #include "mxonline/ReadBack.h"
 
 #include "bus/CouplerPlace.h"
+#include "coupler/ModuleComparison.h"
 #include "coupler/ModuleRegisters.h"
 #include "coupler/ShownRegisters.h"
 
@@ -84,19 +85,20 @@ private:
 std::string withParametersOf(const mxstation::Station& station, const mxstation::Plan& plan,
                              const Target& target, const CouplerState& state)
 {
-    const CouplerDifference difference = compare(plan, target, state);
+    const std::vector<ModuleRegisters> modules = moduleRegisters(plan);
+    const CouplerDifference difference = compareModules(plan, modules, target, state);
     const auto identity = difference.identityErrors();
     if (!identity.empty()) {
         throw Failure(identity);
     }
-    const std::vector<ModuleRegisters> modules = moduleRegisters(plan);
     UnstatableValues unstatable(couplerPlace(difference.target, plan.modbus->unit));
     std::vector<std::vector<std::uint16_t>> registers;
     for (std::size_t i = 0; i < difference.modules.size(); ++i) {
+        registers.push_back(i < state.modules.size() ? state.modules[i].registers
+                                                     : std::vector<std::uint16_t>());
         if (difference.modules[i].isRead) {
-            unstatable.collect(modules[i], state.modules[i].registers);
+            unstatable.collect(modules[i], registers.back());
         }
-        registers.push_back(state.modules[i].registers);
     }
     if (!unstatable.all().empty()) {
         throw Failure(unstatable.all());

@@ -90,12 +90,6 @@ void addDifferences(AppliedModule& module, const ModuleDifference& after)
     }
 }
 
-bool isRead(const CouplerDifference& difference)
-{
-    return std::all_of(difference.modules.begin(), difference.modules.end(),
-                       [](const ModuleDifference& one) { return one.isRead; });
-}
-
 } // namespace
 
 void beginReport(ApplyReport& report, const mxstation::Plan& plan, const CouplerDifference& before)
@@ -124,6 +118,10 @@ void beginReport(ApplyReport& report, const mxstation::Plan& plan, const Coupler
 void addReadBack(ApplyReport& report, const std::vector<ModuleRegisters>& modules,
                  const CouplerDifference& after, const CouplerState& state)
 {
+    for (std::size_t i = 0; i < modules.size(); ++i) {
+        report.modules[i].identification = after.modules[i].identification;
+        report.modules[i].foundId = after.modules[i].foundId;
+    }
     const auto identity = after.identityErrors();
     if (!identity.empty()) { // without parameters
         report.findings.insert(report.findings.end(), identity.begin(), identity.end());
@@ -137,7 +135,7 @@ void addReadBack(ApplyReport& report, const std::vector<ModuleRegisters>& module
         addDifferences(report.modules[i], after.modules[i]);
     }
     report.sum = sha256(all);
-    report.isReadBack = isRead(after);
+    report.isReadBack = true;
 }
 
 void addWritten(ApplyReport& report, const std::vector<ModuleRegisters>& modules,

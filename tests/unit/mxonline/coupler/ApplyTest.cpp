@@ -192,10 +192,60 @@ TEST(Apply, WhatWasConfirmedForAnotherCouplerIsNotWritten)
     putModules(peer);
     Coupler coupler(onlinePlan(twoModules), peer.target());
     CouplerDifference confirmed = coupler.difference();
+    confirmed.map.unit = 8; // behind the same gateway
+    EXPECT_EQ(failureOf([&] { static_cast<void>(coupler.apply(confirmed)); }),
+              "what was agreed to is for " + confirmed.target + " unit 8; nothing was written");
     confirmed.target = "tcp:10.0.0.7:502";
     EXPECT_EQ(failureOf([&] { static_cast<void>(coupler.apply(confirmed)); }),
-              "what was agreed to is for tcp:10.0.0.7:502; nothing was written");
+              "what was agreed to is for tcp:10.0.0.7:502 unit 8; nothing was written");
     EXPECT_TRUE(requestedWrites(peer).empty());
+}
+
+// "Flows" becomes an MX0302 after the first write.
+TEST(Apply, AModuleThatIsExchangedMeanwhileIsReported)
+{
+    RegisterPeer peer;
+    putModules(peer);
+    peer.afterWrite = [](std::map<unsigned, std::uint16_t>& registers) { registers[503] = 0x0302; };
+    Coupler coupler(onlinePlan(twoModules), peer.target());
+    const ApplyReport report = applied(coupler);
+    EXPECT_FALSE(report.isDone());
+    EXPECT_FALSE(report.isReadBack);
+    EXPECT_EQ(report.modules[0].identification, Identification::Same);
+    EXPECT_EQ(report.modules[1].identification, Identification::Other);
+    EXPECT_EQ(report.modules[1].foundId, "5a030302");
+    ASSERT_EQ(report.findings.size(), 1U);
+    EXPECT_EQ(report.findings[0].text,
+              "module 2 \"Flows\" is 5a030304 in the station, the coupler has 5a030302");
+    EXPECT_EQ(report.findings[0].hint.find("written"), std::string::npos); // something was
+}
+
+// Ends the writing before the second request.
+class EndingObserver : public mxmodule::Observer
+{
+public:
+    void progress(std::size_t done, std::size_t /*total*/, const char* /*things*/) override
+    {
+        if (done == 1) {
+            throw mxmodule::Failure(mxmodule::Origin::Output, "", "ended by the host");
+        }
+    }
+};
+
+TEST(Apply, IsEndedByItsObserverWithoutACommit)
+{
+    RegisterPeer peer;
+    putModules(peer);
+    peer.put(999, {0});
+    EndingObserver observer;
+    Coupler coupler(onlinePlan(withCommit("{address: 999, reads: staged}")), peer.target(),
+                    &observer);
+    const ApplyReport report = applied(coupler);
+    EXPECT_EQ(requestedWrites(peer), Texts{"1000 1"});
+    EXPECT_TRUE(report.isReadBack);
+    EXPECT_FALSE(report.isCommitted);
+    EXPECT_FALSE(report.isDone());
+    EXPECT_EQ(report.findings.front().text, "ended by the host");
 }
 
 // Without registers that identify modules a report says so, and goes on.

@@ -116,6 +116,16 @@ modules: [{module: MX0602.bin, name: Bottles}]
               "to 0x006c) and 119 to 120 (0x0077 to 0x0078) have different values");
 }
 
+TEST(ReadBack, RejectsWhatHasNoRegistersOfItsModules)
+{
+    const mxstation::Station station = stationOf(oneModule);
+    EXPECT_NE(failureOf([&] {
+                  static_cast<void>(withParametersOf(station, onlinePlan(oneModule),
+                                                     targetOf("tcp:127.0.0.1:1"), CouplerState{}));
+              }),
+              "no failure");
+}
+
 TEST(ReadBack, RejectsAnotherModule)
 {
     RegisterPeer peer;

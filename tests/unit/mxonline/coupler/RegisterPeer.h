@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bus/AnsweringPeer.h"
+#include "coupler/ModuleDefaults.h"
 
 #include <atomic>
 #include <cstdint>
