@@ -63,11 +63,6 @@ text::Json changeJson(const StationChange& change)
             {"b", text::toUtf8(change.after)},         {"changes_values", change.changesValues}};
 }
 
-text::Json textsJson(const std::vector<std::string>& texts)
-{
-    return text::listJson(texts, [](const std::string& one) { return text::toUtf8(one); });
-}
-
 std::string changeTable(const std::vector<StationChange>& changes)
 {
     if (changes.empty()) {
@@ -167,9 +162,9 @@ std::string StationDifference::json() const
                            {"same", isSame()},
                            {"same_values", sameValues()},
                            {"verdict", sameValues() ? verdictSame : verdictOther},
-                           {"reasons", textsJson(reasons())},
+                           {"reasons", text::textsJson(reasons())},
                            {"changes", text::listJson(changes, changeJson)},
-                           {"notes", textsJson(notes)}});
+                           {"notes", text::textsJson(notes)}});
 }
 
 } // namespace mxstation

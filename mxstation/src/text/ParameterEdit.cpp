@@ -1,6 +1,7 @@
 #include "mxstation/ParameterEdit.h"
 
 #include "export/Provenance.h"
+#include "text/EditErrors.h"
 #include "text/EntryContent.h"
 #include "text/ParameterEditor.h"
 #include "text/SameModbus.h"
@@ -9,7 +10,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <set>
 
 namespace mxstation {
 
@@ -24,34 +24,29 @@ using Registers = std::vector<std::vector<std::uint16_t>>;
 constexpr const char* statedByHand =
     "write the entry as \"module: NAME\" of its own, with \"parameters:\" below it";
 
-const YamlNode& entriesOf(const YamlNode& root)
-{
-    return *std::find_if(root.members.begin(), root.members.end(), [](const auto& member) {
-                return member.first->text == "modules";
-            })->second;
-}
-
 // Writes values into the text of a station.
 class ParameterWriting
 {
 public:
     ParameterWriting(const Station& planned, const Plan& made, const Registers& read)
-        : station(planned), plan(made), registers(read), modules(planned)
+        : station(planned),
+          plan(made),
+          registers(read),
+          modules(planned),
+          errors(planned, statedByHand)
     {}
 
     std::string text()
     {
         const YamlTree tree = readYamlTree(station.source);
-        const YamlNode& list = entriesOf(*tree.root);
+        const YamlNode& list = *memberCalled(*tree.root, "modules");
         ParameterEditor editor(station.source, *tree.root);
         for (std::size_t i = 0; i < plan.modules.size(); ++i) {
             if (registers[i] != plan.modules[i].registers) {
                 set(editor, list, i);
             }
         }
-        if (!errors.empty()) {
-            throw Failure(errors);
-        }
+        errors.requireNone();
         if (!changed.empty()) {
             requireRead(editor);
         }
@@ -64,25 +59,14 @@ private:
         const PlannedModule& module = plan.modules[index];
         try {
             const auto values = changedValues(module, registers[index]);
-            collect(editor.set(*list.items[module.entry], list, module.module, values));
+            errors.add(editor.set(*list.items[module.entry], list, module.module, values));
             changed.push_back(index);
         } catch (const Failure& failure) {
-            errors.push_back(
+            errors.add(
                 findingAt(station.file, station.source, module.place, Severity::Error,
                           fmt::format("the registers of module {} \"{}\" are no values of it: {}",
                                       module.position, module.name, failure.reason().text),
                           failure.reason().hint));
-        }
-    }
-
-    // Entries that share a text have the same errors.
-    void collect(const std::vector<YamlError>& found)
-    {
-        for (const YamlError& error : found) {
-            if (places.emplace(error.place.line, error.place.column).second) {
-                errors.push_back(findingAt(station.file, station.source, error.place,
-                                           Severity::Error, error.text, statedByHand));
-            }
         }
     }
 
@@ -139,12 +123,8 @@ private:
         if (!mistake(editor, changed.size())) {
             return;
         }
-        std::size_t good = 0;
-        std::size_t bad = changed.size();
-        while (good + 1 < bad) {
-            const std::size_t middle = good + (bad - good) / 2;
-            (mistake(editor, middle) ? bad : good) = middle;
-        }
+        const std::size_t bad =
+            firstBad(changed.size(), [&](std::size_t count) { return !mistake(editor, count); });
         const PlannedModule& module = plan.modules[changed[bad - 1]];
         throw Failure(findingAt(
             station.file, station.source, module.place, Severity::Error,
@@ -156,9 +136,8 @@ private:
     const Plan& plan;
     const Registers& registers;
     ModuleSource modules;
-    std::vector<std::size_t> changed;                     // modules, by index
-    std::set<std::pair<std::size_t, std::size_t>> places; // of the errors: line and column
-    std::vector<Finding> errors;
+    std::vector<std::size_t> changed; // modules, by index
+    EditErrors errors;
 };
 
 } // namespace

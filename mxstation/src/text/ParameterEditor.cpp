@@ -80,7 +80,7 @@ void ParameterEditor::addParameters(const YamlNode& entry, const YamlNode& list,
         return;
     }
     const bool isQuoted = list.isFlow && hasQuotedKeys(source, root);
-    if (!edit.wrapScalar(entry, list.isFlow, isQuoted, "module",
+    if (!edit.wrapScalar(entry, list.isFlow, isQuoted,
                          parametersMember(membersOf(values, isQuoted), isQuoted))) {
         errors.push_back({entry.place, cannotBeStated});
     }

@@ -9,11 +9,6 @@ namespace {
 
 constexpr std::size_t mostColumns = 72; // of a channel on one line
 
-std::string keyText(const std::string& name, bool isQuoted)
-{
-    return valueText(name, isQuoted) + ": ";
-}
-
 std::string inBrackets(const std::vector<YamlMember>& members)
 {
     std::string all;
@@ -37,7 +32,7 @@ std::vector<std::string> indented(const std::string& key, const std::vector<Yaml
 YamlMember groupMember(const std::string& name, const std::vector<YamlMember>& members,
                        bool isQuoted)
 {
-    const std::string line = keyText(name, isQuoted) + inBrackets(members);
+    const std::string line = yamlKey(name, isQuoted) + inBrackets(members);
     const bool isShort = text::columnsOf(line) <= mostColumns;
     return {line, isShort ? std::vector<std::string>{line}
                           : indented(valueText(name, isQuoted), members)};
@@ -52,7 +47,7 @@ std::string valueText(const std::string& value, bool isQuoted)
 
 YamlMember memberOf(const ChangedValue& value, bool isQuoted)
 {
-    const std::string line = keyText(value.name, isQuoted) + valueText(value.value, isQuoted);
+    const std::string line = yamlKey(value.name, isQuoted) + valueText(value.value, isQuoted);
     return {line, {line}};
 }
 

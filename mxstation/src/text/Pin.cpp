@@ -1,20 +1,19 @@
 #include "mxstation/Pin.h"
 
 #include "export/Provenance.h"
+#include "text/EditErrors.h"
 #include "text/EntryContent.h"
 #include "text/PinEditor.h"
 #include "text/SameModbus.h"
 #include "text/StationReader.h"
 
 #include <algorithm>
-#include <set>
 
 namespace mxstation {
 
 namespace {
 
 using mxmodule::Failure;
-using mxmodule::Finding;
 using mxmodule::Severity;
 
 constexpr const char* byHand =
@@ -57,24 +56,26 @@ class Pinning
 {
 public:
     Pinning(const Station& planned, const Plan& made)
-        : station(planned), plan(made), addresses(addressesOf(planned, made)), modules(planned)
+        : station(planned),
+          plan(made),
+          addresses(addressesOf(planned, made)),
+          modules(planned),
+          errors(planned, byHand)
     {}
 
     std::string text()
     {
         const YamlTree tree = readYamlTree(station.source);
-        const YamlNode& list = listOf(*tree.root);
+        const YamlNode& list = *memberCalled(*tree.root, "modules");
         PinEditor editor(station.source, *tree.root);
         for (std::size_t i = 0; i < station.entries.size(); ++i) {
             const AddedAddresses added = missing(addresses[i], station.entries[i].at);
             if (!added.empty()) {
-                collect(editor.add(*list.items[i], list, added));
+                errors.add(editor.add(*list.items[i], list, added));
                 entries.push_back(i);
             }
         }
-        if (!errors.empty()) {
-            throw Failure(errors);
-        }
+        errors.requireNone();
         if (!entries.empty()) {
             requireRead(editor);
         }
@@ -82,24 +83,6 @@ public:
     }
 
 private:
-    static const YamlNode& listOf(const YamlNode& root)
-    {
-        return *std::find_if(root.members.begin(), root.members.end(), [](const auto& member) {
-                    return member.first->text == "modules";
-                })->second;
-    }
-
-    // Entries that share a text have the same errors.
-    void collect(const std::vector<YamlError>& found)
-    {
-        for (const YamlError& error : found) {
-            if (places.emplace(error.place.line, error.place.column).second) {
-                errors.push_back(findingAt(station.file, station.source, error.place,
-                                           Severity::Error, error.text, byHand));
-            }
-        }
-    }
-
     // The text with the first `count` entries pinned says the same of everything else.
     bool isRead(const PinEditor& editor, std::size_t count)
     {
@@ -139,24 +122,19 @@ private:
         if (isRead(editor, entries.size())) {
             return;
         }
-        std::size_t good = 0;
-        std::size_t bad = entries.size();
-        while (good + 1 < bad) {
-            const std::size_t middle = good + (bad - good) / 2;
-            (isRead(editor, middle) ? good : bad) = middle;
-        }
-        throw Failure(findingAt(
-            station.file, station.source, station.entries[entries[bad - 1]].place, Severity::Error,
-            "addresses cannot be added to this entry as it is written", byHand));
+        const std::size_t bad =
+            firstBad(entries.size(), [&](std::size_t count) { return isRead(editor, count); });
+        throw Failure(findingAt(station.file, station.source,
+                                station.entries[entries[bad - 1]].place, Severity::Error,
+                                cannotBeAdded, byHand));
     }
 
     const Station& station;
     const Plan& plan;
     std::vector<AddedAddresses> addresses;
     ModuleSource modules;
-    std::vector<std::size_t> entries;                     // that are changed
-    std::set<std::pair<std::size_t, std::size_t>> places; // of the errors: line and column
-    std::vector<Finding> errors;
+    std::vector<std::size_t> entries; // that are changed
+    EditErrors errors;
 };
 
 } // namespace

@@ -6,15 +6,14 @@ namespace {
 
 constexpr const char* ownAddresses = "each place has addresses of its own";
 
-std::string addressMembers(const AddedAddresses& addresses, bool isQuoted,
-                           const std::string& between)
+std::string addressMembers(const AddedAddresses& addresses, bool isQuoted)
 {
     std::string members;
     if (addresses.input) {
         members += yamlKey("in", isQuoted) + std::to_string(*addresses.input);
     }
     if (addresses.output) {
-        members += (members.empty() ? "" : between) + yamlKey("out", isQuoted) +
+        members += (members.empty() ? "" : ", ") + yamlKey("out", isQuoted) +
                    std::to_string(*addresses.output);
     }
     return members;
@@ -27,7 +26,7 @@ YamlMember lineOf(const std::string& text)
 
 YamlMember addressesMember(const AddedAddresses& addresses, bool isQuoted)
 {
-    return lineOf(yamlKey("at", isQuoted) + "{" + addressMembers(addresses, isQuoted, ", ") + "}");
+    return lineOf(yamlKey("at", isQuoted) + "{" + addressMembers(addresses, isQuoted) + "}");
 }
 
 } // namespace
@@ -51,7 +50,7 @@ std::vector<YamlError> PinEditor::add(const YamlNode& entry, const YamlNode& lis
     const bool isQuoted = list.isFlow && hasQuotedKeys(source, root);
     const bool isAdded = stated != nullptr ? addToAddresses(*stated, addresses)
                          : isMap           ? addToMap(entry, addresses)
-                                           : edit.wrapScalar(entry, list.isFlow, isQuoted, "module",
+                                           : edit.wrapScalar(entry, list.isFlow, isQuoted,
                                                              addressesMember(addresses, isQuoted));
     return isAdded ? std::vector<YamlError>()
                    : std::vector<YamlError>{{entry.place, cannotBeAdded}};
@@ -71,10 +70,10 @@ bool PinEditor::addToMap(const YamlNode& entry, const AddedAddresses& addresses)
 bool PinEditor::addToAddresses(const YamlNode& stated, const AddedAddresses& addresses)
 {
     if (stated.members.empty()) {
-        return edit.insertMember(
-            stated, nullptr, lineOf(addressMembers(addresses, hasQuotedKeys(source, root), ", ")));
+        return edit.insertMember(stated, nullptr,
+                                 lineOf(addressMembers(addresses, hasQuotedKeys(source, root))));
     }
-    const std::string members = addressMembers(addresses, hasQuotedKeys(source, stated), ", ");
+    const std::string members = addressMembers(addresses, hasQuotedKeys(source, stated));
     return edit.insertMember(stated, ownMemberCalled(stated, stated.members.back().first->text),
                              lineOf(members));
 }

@@ -3,6 +3,7 @@
 #include "text/YamlExtent.h"
 
 #include <fmt/format.h>
+#include <text/YamlScalar.h>
 
 #include <algorithm>
 
@@ -20,6 +21,18 @@ std::optional<std::size_t> endOfValue(const std::string& source, const YamlNode&
     return value->offset > key->offset ? endOfValue(source, *value) : std::nullopt;
 }
 
+// The lines of `member`, those after the first with `indent` before them.
+std::string linesText(const YamlMember& member, const std::string& indent,
+                      const std::string& lineEnd)
+{
+    std::string all;
+    for (const std::string& line : member.lines) {
+        all += all.empty() ? "" : lineEnd + indent;
+        all += line;
+    }
+    return all;
+}
+
 } // namespace
 
 bool hasQuotedKeys(const std::string& source, const YamlNode& map)
@@ -29,7 +42,7 @@ bool hasQuotedKeys(const std::string& source, const YamlNode& map)
 
 std::string yamlKey(const std::string& name, bool isQuoted)
 {
-    return isQuoted ? "\"" + name + "\": " : name + ": ";
+    return (isQuoted ? text::yamlQuoted(name) : text::yamlScalar(name)) + ": ";
 }
 
 const YamlNode* memberCalled(const YamlNode& map, const std::string& key)
@@ -76,14 +89,14 @@ std::string YamlEdit::text(std::size_t entries) const
 }
 
 bool YamlEdit::wrapScalar(const YamlNode& entry, bool isInBrackets, bool isQuoted,
-                          const std::string& key, const YamlMember& member)
+                          const YamlMember& member)
 {
     const auto end = endOfNode(source, entry);
     if (!end) {
         return false;
     }
     if (isInBrackets) {
-        insert(entry.offset, "{" + yamlKey(key, isQuoted));
+        insert(entry.offset, "{" + yamlKey("module", isQuoted));
         insert(*end, ", " + member.flow + "}");
         return true;
     }
@@ -92,7 +105,7 @@ bool YamlEdit::wrapScalar(const YamlNode& entry, bool isInBrackets, bool isQuote
         return false;
     }
     const std::string lineEnd = lineEndAfter(source, *end);
-    insert(entry.offset, yamlKey(key, false));
+    insert(entry.offset, yamlKey("module", false));
     insert(endOfLine(source, *end), lineEnd + *indent + linesText(member, *indent, lineEnd));
     return true;
 }
@@ -134,17 +147,6 @@ bool YamlEdit::insertFirst(const YamlNode& map, const YamlMember& member)
         insert(key.offset, linesText(member, *indent, lineEnd) + lineEnd + *indent);
     }
     return map.isFlow || indent.has_value();
-}
-
-std::string YamlEdit::linesText(const YamlMember& member, const std::string& indent,
-                                const std::string& lineEnd) const
-{
-    std::string all;
-    for (const std::string& line : member.lines) {
-        all += all.empty() ? "" : lineEnd + indent;
-        all += line;
-    }
-    return all;
 }
 
 // The blanks that bring a line to the column of `node`. YAML gives tabs no width.

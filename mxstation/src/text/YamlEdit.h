@@ -50,10 +50,10 @@ public:
     [[nodiscard]] bool insertMember(const YamlNode& map, const YamlNode* value,
                                     const YamlMember& member);
 
-    /// Turns the scalar `entry` of a list into a map in which it is the value of `key` and `member`
-    /// follows. `isQuoted` is for lists in brackets, `isInBrackets`.
+    /// Turns the scalar `entry` of a list into a map in which it is the value of "module" and
+    /// `member` is next. `isQuoted` is for lists in brackets, `isInBrackets`.
     [[nodiscard]] bool wrapScalar(const YamlNode& entry, bool isInBrackets, bool isQuoted,
-                                  const std::string& key, const YamlMember& member);
+                                  const YamlMember& member);
 
     /// Returns the text with the changes of the first `entries` entries.
     std::string text(std::size_t entries) const;
@@ -68,8 +68,6 @@ private:
     };
 
     bool insertFirst(const YamlNode& map, const YamlMember& member);
-    std::string linesText(const YamlMember& member, const std::string& indent,
-                          const std::string& lineEnd) const;
     std::optional<std::string> indentation(const YamlNode& node) const;
 
     const std::string& source;
