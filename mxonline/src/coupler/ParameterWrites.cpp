@@ -65,8 +65,14 @@ std::vector<ParameterWrite> writesFor(const std::vector<ModuleRegisters>& module
                                       std::uint16_t most)
 {
     std::vector<ParameterWrite> writes;
+    std::vector<std::uint16_t> words; // of the module, in the order of the coupler
+    const ModuleRegisters* last = nullptr;
     for (const ParameterPlace& one : parameters) {
         const ModuleRegisters& module = modules[one.module];
+        if (&module != last) {
+            words = module.reordered(module.module().registers);
+            last = &module;
+        }
         const ParameterRegisters& place = module.parameters()[one.place];
         const RegisterRange range = module.range(place);
         const bool follows = !writes.empty() &&
@@ -75,7 +81,6 @@ std::vector<ParameterWrite> writesFor(const std::vector<ModuleRegisters>& module
         if (!follows) {
             writes.emplace_back().address = static_cast<std::uint16_t>(range.address);
         }
-        const std::vector<std::uint16_t> words = module.reordered(module.module().registers);
         const auto begin = words.begin() + static_cast<std::ptrdiff_t>(place.first);
         writes.back().values.insert(writes.back().values.end(), begin,
                                     begin + static_cast<std::ptrdiff_t>(place.count));

@@ -25,9 +25,7 @@ text::Json moduleJson(const ModuleDifference& one)
             {"found_id", one.foundId.empty() ? text::Json() : text::Json(one.foundId)},
             {"read", one.isRead},
             {"parameters", text::listJson(one.parameters, parameterJson)},
-            {"without_registers", text::listJson(one.withoutRegisters, [](const std::string& name) {
-                 return text::toUtf8(name);
-             })}};
+            {"without_registers", text::textsJson(one.withoutRegisters)}};
 }
 
 text::Json commitJson(const mxstation::ModbusMap& map)
@@ -44,23 +42,21 @@ text::Json commitJson(const mxstation::ModbusMap& map)
 
 std::string CouplerDifference::json() const
 {
-    return text::jsonText(
-        {{"schema", text::jsonSchema("mxtool.coupler-difference", 1)},
-         {"mxtool", MXONLINE_VERSION},
-         {"station", text::toUtf8(station)},
-         {"target", text::toUtf8(target)},
-         {"unit", map.unit},
-         {"identity", map.identity.has_value()},
-         {"commit", commitJson(map)},
-         {"same", isSame()},
-         {"differing", parameterCount()},
-         {"writes",
-          {{"parameters", writes.parameters},
-           {"registers", writes.registers},
-           {"requests", writes.requests}}},
-         {"modules", text::listJson(modules, moduleJson)},
-         {"notes", text::listJson(notesOf(*this, DifferenceUse::Plan),
-                                  [](const std::string& note) { return text::toUtf8(note); })}});
+    return text::jsonText({{"schema", text::jsonSchema("mxtool.coupler-difference", 1)},
+                           {"mxtool", MXONLINE_VERSION},
+                           {"station", text::toUtf8(station)},
+                           {"target", text::toUtf8(target)},
+                           {"unit", map.unit},
+                           {"identity", map.identity.has_value()},
+                           {"commit", commitJson(map)},
+                           {"same", isSame()},
+                           {"differing", parameterCount()},
+                           {"writes",
+                            {{"parameters", writes.parameters},
+                             {"registers", writes.registers},
+                             {"requests", writes.requests}}},
+                           {"modules", text::listJson(modules, moduleJson)},
+                           {"notes", text::textsJson(notesOf(*this, DifferenceUse::Plan))}});
 }
 
 } // namespace mxonline

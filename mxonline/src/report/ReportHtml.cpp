@@ -60,7 +60,7 @@ std::string verdictHtml(const ApplyReport& report)
 {
     const std::vector<std::string> reasons = report.reasons();
     if (reasons.empty()) {
-        return fmt::format("<div class=\"verdict done\">{}</div>\n", htmlText(verdictOf(report)));
+        return fmt::format("<div class=\"verdict done\">{}</div>\n", htmlText(report.verdict()));
     }
     std::string items;
     for (const std::string& reason : reasons) {

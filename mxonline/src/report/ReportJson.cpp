@@ -26,11 +26,6 @@ text::Json appliedParameterJson(const AppliedParameter& one)
             {"outcome", writeOutcomeName(one.outcome)}};
 }
 
-text::Json textsJson(const std::vector<std::string>& texts)
-{
-    return text::listJson(texts, [](const std::string& one) { return text::toUtf8(one); });
-}
-
 text::Json appliedModuleJson(const AppliedModule& one)
 {
     return {{"position", one.position},
@@ -40,7 +35,7 @@ text::Json appliedModuleJson(const AppliedModule& one)
             {"found_id", orNull(one.foundId)},
             {"parameters", text::listJson(one.parameters, appliedParameterJson)},
             {"written_again", one.writtenAgain},
-            {"without_registers", textsJson(one.withoutRegisters)},
+            {"without_registers", text::textsJson(one.withoutRegisters)},
             {"sha256", orNull(one.sum)}};
 }
 
@@ -60,8 +55,8 @@ std::string ApplyReport::json() const
     return text::jsonText({{"schema", text::jsonSchema("mxtool.apply-report", 1)},
                            {"mxtool", version},
                            {"done", isDone()},
-                           {"verdict", verdictOf(*this)},
-                           {"reasons", textsJson(reasons())},
+                           {"verdict", verdict()},
+                           {"reasons", text::textsJson(reasons())},
                            {"station", text::toUtf8(station)},
                            {"station_sha256", stationSum},
                            {"target", text::toUtf8(target)},
@@ -74,7 +69,7 @@ std::string ApplyReport::json() const
                            {"sha256", orNull(sum)},
                            {"modules", text::listJson(modules, appliedModuleJson)},
                            {"findings", text::listJson(findings, findingJson)},
-                           {"notes", textsJson(notesOf(*this))}});
+                           {"notes", text::textsJson(notesOf(*this))}});
 }
 
 } // namespace mxonline

@@ -63,7 +63,7 @@ std::string findingsText(const ApplyReport& report)
 
 std::string ApplyReport::text() const
 {
-    std::string all = verdictOf(*this) + "\n\n" + headText(*this) + parameterTable(*this) +
+    std::string all = verdict() + "\n\n" + headText(*this) + parameterTable(*this) +
                       moduleTable(*this) + findingsText(*this);
     const std::vector<std::string> notes = notesOf(*this);
     all += notes.empty() ? "" : "\n";

@@ -49,20 +49,15 @@ std::string writtenAgainNote(const ApplyReport& report)
 
 std::string ApplyReport::verdict() const
 {
-    return verdictOf(*this);
-}
-
-std::string verdictOf(const ApplyReport& report)
-{
-    const std::vector<std::string> reasons = report.reasons();
-    if (reasons.empty()) {
-        const std::size_t written = writtenCount(report);
-        return fmt::format("Done: read back and equal to the station{}; {}", exceptionOf(report),
+    const std::vector<std::string> all = reasons();
+    if (all.empty()) {
+        const std::size_t written = writtenCount(*this);
+        return fmt::format("Done: read back and equal to the station{}; {}", exceptionOf(*this),
                            written == 0 ? "no parameter differed"
                                         : text::counted(written, "parameter") + " changed");
     }
     std::string text = "NOT DONE";
-    for (const std::string& reason : reasons) {
+    for (const std::string& reason : all) {
         text += (text.size() == 8 ? ": " : "; ") + reason;
     }
     return text;

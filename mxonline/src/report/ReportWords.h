@@ -9,9 +9,6 @@
 
 namespace mxonline {
 
-/// Returns "Done: ..." or "NOT DONE: ...", one line.
-std::string verdictOf(const ApplyReport& report);
-
 /// Returns what is known of a parameter: "written and read back".
 std::string resultText(const AppliedParameter& parameter);
 

@@ -39,10 +39,6 @@ StationCoupler::StationCoupler(const CouplerChoice& choice, const mxonline::Targ
     : StationCoupler(choice, checked, loadPlan(choice.station))
 {}
 
-StationCoupler::StationCoupler(const CouplerChoice& choice, const mxstation::Plan& planned)
-    : StationCoupler(choice, mxonline::targetOf(choice.target), planned)
-{}
-
 StationCoupler::StationCoupler(const CouplerChoice& choice, const mxonline::Target& checked,
                                const mxstation::Plan& planned)
     : target(mxonline::targetText(checked)),

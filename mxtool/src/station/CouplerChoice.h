@@ -35,8 +35,9 @@ public:
     /// Checks the target, then reads and plans the station. Sends nothing. Throws a `Failure`.
     explicit StationCoupler(const CouplerChoice& choice);
 
-    /// Of a station that was planned before.
-    StationCoupler(const CouplerChoice& choice, const mxstation::Plan& planned);
+    /// Of a station that was planned before, with the target of `choice`.
+    StationCoupler(const CouplerChoice& choice, const mxonline::Target& checked,
+                   const mxstation::Plan& planned);
 
     ~StationCoupler();
     StationCoupler(const StationCoupler&) = delete;
@@ -47,8 +48,6 @@ public:
 
 private:
     StationCoupler(const CouplerChoice& choice, const mxonline::Target& checked);
-    StationCoupler(const CouplerChoice& choice, const mxonline::Target& checked,
-                   const mxstation::Plan& planned);
 
     std::string target;
     bool tellsTraffic;

@@ -52,7 +52,7 @@ ExitCode readStation(const StationReadOptions& options, bool quiet)
     const std::string output = replaces ? options.coupler.station.file : options.output;
     const mxstation::Station station = loadStation(
         options.coupler.station, replaces ? StationUse::ReadAndReplaced : StationUse::Read);
-    StationCoupler connected(options.coupler, planOf(station));
+    StationCoupler connected(options.coupler, target, planOf(station));
     const CouplerState state = connected.coupler().read();
     const CouplerDifference difference = compare(connected.plan(), target, state);
     if (!quiet) {

@@ -22,6 +22,9 @@ Json listJson(const Items& items, const ItemJson& itemJson)
     return list;
 }
 
+/// Returns the array of `texts`, in UTF-8.
+Json textsJson(const std::vector<std::string>& texts);
+
 /// Returns `json` as indented text with a line end.
 std::string jsonText(const Json& json);
 
