@@ -155,21 +155,39 @@ TEST(DifferenceText, ShowsHostileNamesHarmlessly)
     EXPECT_EQ(difference.json().find('\x1b'), std::string::npos);
 }
 
-TEST(DifferenceText, JsonHasValuesBesideRegisters)
+TEST(DifferenceText, JsonHasEveryMember)
 {
     CouplerDifference difference = handMade();
     difference.map.commit = mxstation::ModbusCommit{8192, 3, true};
-    const auto json = nlohmann::json::parse(difference.json());
-    EXPECT_EQ(json["schema"]["name"], "mxtool.coupler-difference");
-    EXPECT_EQ(json["schema"]["version"], 1);
-    EXPECT_EQ(json["same"], false);
-    EXPECT_EQ(json["differing"], 2);
-    EXPECT_EQ(json["writes"].dump(), R"({"parameters":2,"registers":3,"requests":2})");
-    EXPECT_EQ(json["commit"].dump(), R"({"address":8192,"reads":"staged","value":3})");
-    EXPECT_EQ(json["modules"][0]["identification"], "same");
-    EXPECT_EQ(json["modules"][0]["parameters"][1].dump(),
-              R"({"address":1008,"found":"9.501 V","found_registers":[9501,1],)"
-              R"("name":"AI 2/Upper limit","planned":"9 V","planned_registers":[9000,0]})");
+    difference.modules[0].parameters.erase(difference.modules[0].parameters.begin());
+    difference.modules[1] = {2,  "Flows", "5a030302", Identification::NotPossible,
+                             "", false,   {},         {"Label"}};
+    const auto expected = nlohmann::json::parse(R"({
+        "schema": {"name": "mxtool.coupler-difference", "version": 1},
+        "station": "Pump house",
+        "target": "tcp:127.0.0.1:1502",
+        "unit": 9,
+        "identity": true,
+        "commit": {"address": 8192, "value": 3, "reads": "staged"},
+        "same": false,
+        "differing": 1,
+        "writes": {"parameters": 2, "registers": 3, "requests": 2},
+        "modules": [
+            {"position": 1, "name": "Levels", "module_id": "5a030304", "identification": "same",
+             "found_id": "5a030304", "read": true, "without_registers": [],
+             "parameters": [
+                 {"name": "AI 2/Upper limit", "address": 1008, "found": "9.501 V",
+                  "planned": "9 V", "found_registers": [9501, 1],
+                  "planned_registers": [9000, 0]}]},
+            {"position": 2, "name": "Flows", "module_id": "5a030302",
+             "identification": "not possible", "found_id": null, "read": false,
+             "without_registers": ["Label"], "parameters": []}]})");
+    auto json = nlohmann::json::parse(difference.json());
+    EXPECT_FALSE(json["mxtool"].get<std::string>().empty());
+    EXPECT_EQ(json["notes"].size(), 3U); // staged reads, the commit in any case, without registers
+    json.erase("mxtool");
+    json.erase("notes");
+    EXPECT_EQ(json, expected);
 }
 
 constexpr const char* oneModule = R"(

@@ -122,6 +122,52 @@ TEST(Report, NotesWhatLimitsIt)
                                 "no register; 2 parameters changed");
 }
 
+TEST(Report, JsonHasEveryMember)
+{
+    ApplyReport report = doneReport();
+    report.map.commit = mxstation::ModbusCommit{8192, 1, true};
+    report.isCommitted = true;
+    report.modules = {report.modules[0], appliedModule(2, "Flows")};
+    report.modules[0].parameters.erase(report.modules[0].parameters.begin());
+    report.modules[1].identification = Identification::Other;
+    report.modules[1].foundId = "5a030302";
+    report.modules[1].writtenAgain = 3;
+    report.modules[1].withoutRegisters = {"Label"};
+    report.modules[1].sum.clear();
+    const auto expected = nlohmann::json::parse(R"({
+        "schema": {"name": "mxtool.apply-report", "version": 1},
+        "mxtool": "3.1.4",
+        "done": true,
+        "verdict": "Done: read back and equal to the station, but for 1 parameter in no register; 1 parameter changed",
+        "reasons": [],
+        "station": "Pump house",
+        "station_sha256": "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa",
+        "target": "tcp:127.0.0.1:1502",
+        "unit": 9,
+        "started": "2026-01-31T08:15:00.123Z",
+        "finished": "2026-01-31T08:15:01.456Z",
+        "identity": true,
+        "committed": true,
+        "read_back": true,
+        "sha256": "bbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbb",
+        "modules": [
+            {"position": 1, "name": "Levels", "module_id": "5a030304", "identification": "same",
+             "found_id": "5a030304", "written_again": 0, "without_registers": [],
+             "sha256": "1111111111111111111111111111111111111111111111111111111111111111",
+             "parameters": [
+                 {"name": "AI 1/Filter", "address": 1006, "before": "50 Hz", "planned": "60 Hz",
+                  "now": "60 Hz", "before_registers": [12800], "planned_registers": [15360],
+                  "now_registers": [15360], "written": true, "outcome": "verified"}]},
+            {"position": 2, "name": "Flows", "module_id": "5a030304", "identification": "other",
+             "found_id": "5a030302", "written_again": 3, "without_registers": ["Label"],
+             "sha256": null, "parameters": []}],
+        "findings": []})");
+    auto json = nlohmann::json::parse(report.json());
+    EXPECT_EQ(json["notes"].size(), 3U); // staged reads, written again, without registers
+    json.erase("notes");
+    EXPECT_EQ(json, expected);
+}
+
 TEST(Report, JsonHasValuesBesideRegisters)
 {
     const auto json = nlohmann::json::parse(reportOfBrokenConnection().json());
