@@ -50,7 +50,7 @@ std::string exceptionText(std::uint8_t code)
 {
     const NamedException* const known = exceptionWith(code);
     return known != nullptr ? fmt::format("exception {} \"{}\"", code, known->name)
-                            : fmt::format("exception {}, which the protocol does not know", code);
+                            : fmt::format("exception {}, which the protocol does not define", code);
 }
 
 std::string exceptionHint(std::uint8_t code)

@@ -20,7 +20,7 @@ bool isNoModule(const std::string& foundId);
 constexpr const char* noIdentityNote = "No module is identified: \"modbus\" of the station states "
                                        "no identity registers of the coupler";
 
-/// Returns what a person should know of `difference` beside its tables.
+/// Returns the notes that are shown below the tables of `difference`.
 std::vector<std::string> notesOf(const CouplerDifference& difference, DifferenceUse use);
 
 /// Returns notes on the parameters of `names`, which are in no register.

@@ -145,16 +145,16 @@ const json& resolved(const json& definition)
                : definition;
 }
 
-void expectLimits(const json& properties, const std::string& before, const std::string& behind)
+void expectLimits(const json& properties, const std::string& before, const std::string& after)
 {
     for (const auto& [key, definition] : properties.items()) {
         const json& number = resolved(definition);
         if (number.contains("minimum")) {
-            const std::string text = before + "{" + key + ": -1}" + behind;
+            const std::string text = before + "{" + key + ": -1}" + after;
             EXPECT_THAT(findingAbout("-1", text).text, HasSubstr(limits(number))) << text;
         }
         if (definition.value("type", "") == "object") {
-            expectLimits(definition.at("properties"), before + "{" + key + ": ", "}" + behind);
+            expectLimits(definition.at("properties"), before + "{" + key + ": ", "}" + after);
         }
     }
 }

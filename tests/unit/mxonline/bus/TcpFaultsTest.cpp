@@ -171,7 +171,7 @@ TEST(TcpFaults, Exceptions)
     EXPECT_EQ(faultOf([](const Bytes&) {
                   return Reaction{{0, 1, 0, 0, 0, 3, 9, 0x83, 99}};
               }),
-              std::string("exception 99, which the protocol does not know") + sentFrame +
+              std::string("exception 99, which the protocol does not define") + sentFrame +
                   "00 01 00 00 00 03 09 83 63");
 }
 

@@ -173,7 +173,7 @@ TEST(OutputSetting, ReportsAValueThatDoesNotStick)
     EXPECT_EQ(report.findings[0].origin, mxmodule::Origin::Output);
 }
 
-// Between, another master changes the outputs beside: they stay as it set them.
+// Between, another master changes the other outputs: they stay as it set them.
 TEST(OutputSetting, RestoresTheBitsOfTheChannelsAlone)
 {
     RegisterPeer peer;
