@@ -12,7 +12,6 @@
 #include <filesystem>
 #include <map>
 #include <optional>
-#include <string_view>
 
 namespace mxtool {
 
@@ -196,7 +195,7 @@ std::string helpHint(const CLI::App& program)
 std::optional<std::uint64_t> numberOfWord(const std::string& word)
 {
     const bool isHexadecimal = word.compare(0, 2, "0x") == 0 || word.compare(0, 2, "0X") == 0;
-    return text::wholeNumber<std::uint64_t>(std::string_view(word).substr(isHexadecimal ? 2 : 0),
+    return text::wholeNumber<std::uint64_t>(word.substr(isHexadecimal ? 2 : 0),
                                             isHexadecimal ? 16 : 10);
 }
 

@@ -9,8 +9,6 @@
 #include <text/Hexadecimal.h>
 #include <text/WholeNumber.h>
 
-#include <string_view>
-
 namespace mxonline {
 
 namespace {
@@ -78,9 +76,8 @@ std::optional<std::uint64_t> numberIn(const Channel& channel, const std::string&
     if (channel.isSigned && !isHex) {
         return signedNumber(channel, text);
     }
-    const auto number = isHex
-                            ? text::wholeNumber<std::uint64_t>(std::string_view(text).substr(2), 16)
-                            : text::wholeNumber<std::uint64_t>(text);
+    const auto number = isHex ? text::wholeNumber<std::uint64_t>(text.substr(2), 16)
+                              : text::wholeNumber<std::uint64_t>(text);
     return number && *number <= maskOf(channel) ? number : std::nullopt;
 }
 

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <string_view>
 
 namespace mxonline {
 
@@ -151,7 +150,7 @@ private:
     Number numberIn(const std::string& digits, const std::string& name, Number least = 0) const
     {
         const bool isHex = digits.compare(0, 2, "0x") == 0;
-        const std::string_view all = std::string_view(digits).substr(isHex ? 2 : 0);
+        const std::string all = digits.substr(isHex ? 2 : 0);
         const auto number = text::wholeNumber<Number>(all, isHex ? 16 : 10);
         if (!number || *number < least) {
             rejectFault(text,

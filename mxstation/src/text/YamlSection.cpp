@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 
 namespace mxstation {
 
@@ -21,8 +20,8 @@ std::optional<std::uint64_t> numberIn(const YamlNode& node)
     if (node.kind != YamlNode::Kind::Scalar) {
         return std::nullopt;
     }
-    return text::wholeNumber<std::uint64_t>(
-        std::string_view(node.text).substr(isHexadecimal ? 2 : 0), isHexadecimal ? 16 : 10);
+    return text::wholeNumber<std::uint64_t>(node.text.substr(isHexadecimal ? 2 : 0),
+                                            isHexadecimal ? 16 : 10);
 }
 
 void addNotExpected(const YamlNode& node, const std::string& expected, StationErrors& errors,

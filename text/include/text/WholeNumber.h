@@ -2,7 +2,7 @@
 
 #include <charconv>
 #include <optional>
-#include <string_view>
+#include <string>
 #include <system_error>
 
 namespace text {
@@ -11,7 +11,7 @@ namespace text {
 /// where `Number` is signed. Returns nothing for any other text and for a number that `Number`
 /// cannot hold.
 template <typename Number>
-std::optional<Number> wholeNumber(std::string_view text, int base = 10)
+std::optional<Number> wholeNumber(const std::string& text, int base = 10)
 {
     Number number = 0;
     const char* const end = text.data() + text.size();
