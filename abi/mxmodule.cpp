@@ -9,6 +9,7 @@
 #include <mxmodule/IecVariable.h>
 #include <mxmodule/Module.h>
 #include <mxmodule/Population.h>
+#include <mxmodule/ProductPicture.h>
 #include <mxmodule/WantedValues.h>
 
 using namespace mxmodule;
@@ -16,7 +17,7 @@ using namespace mxmodule;
 namespace described {
 
 void modules(Module, ModuleFile, ModuleOptions, ImageOffsets, DataSizes, Property, Channel,
-             Parameter, Option, ImagePlace, Set, BinaryObject, Observer*)
+             Parameter, Option, ImagePlace, Set, BinaryObject, ProductPicture, Observer*)
 {}
 
 void values(Assignment, Values, WantedValues, ComposeOptions, Composition, Configuration,

@@ -1,6 +1,6 @@
 #include "RequiredEntries.h"
 #include "check/Checks.h"
-#include "check/Svgz.h"
+#include "mxauthor/Drawing.h"
 #include <text/Counted.h>
 
 #include <text/Beginning.h>
@@ -187,7 +187,7 @@ void checkImage(const ModuleView& module, Findings& findings)
                      "the product image is empty");
         return;
     }
-    if (const auto problem = svgzProblem(image->bytes.value)) {
+    if (const auto problem = unpackedDrawing(image->bytes.value).problem) {
         findings.add(imageUnreadable, image->bytes.place, "", *problem);
     }
 }

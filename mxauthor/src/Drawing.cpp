@@ -1,6 +1,5 @@
-#include "check/Svgz.h"
+#include "mxauthor/Drawing.h"
 
-#include "module/ModuleView.h"
 #include "mxauthor/ForeignContent.h"
 #include <text/Counted.h>
 
@@ -94,7 +93,7 @@ std::string rootElement(const std::string& text)
 
 } // namespace
 
-std::optional<std::string> svgzProblem(const Bytes& bytes)
+Drawing unpackedDrawing(const Bytes& bytes)
 {
     std::string text;
     try {
@@ -102,15 +101,16 @@ std::optional<std::string> svgzProblem(const Bytes& bytes)
         text = inflated(bytes);
         const std::string root = rootElement(text);
         if (root == "svg") {
-            return std::nullopt;
+            return {std::move(text), {}};
         }
-        return "is an XML document of \"" + root + "\", expected \"svg\"";
+        return {{}, "is an XML document of \"" + root + "\", expected \"svg\""};
     } catch (const Poco::Exception& failure) {
         const auto found = text.compare(0, 1, "<") == 0 ? std::nullopt : foreignContent(text);
-        return found ? "is " + *found + " compressed with gzip" + expectedDrawing
-                     : "is not well-formed XML: " + failure.message();
+        return {{},
+                found ? "is " + *found + " compressed with gzip" + expectedDrawing
+                      : "is not well-formed XML: " + failure.message()};
     } catch (const std::runtime_error& failure) {
-        return failure.what();
+        return {{}, failure.what()};
     }
 }
 
