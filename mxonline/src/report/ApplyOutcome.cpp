@@ -3,10 +3,10 @@
 #include "bus/CouplerPlace.h"
 #include "bus/RegisterRange.h"
 #include "coupler/ShownRegisters.h"
-#include "report/Sha256.h"
 
 #include <fmt/format.h>
 #include <mxmodule/Registers.h>
+#include <text/Sha256.h>
 
 #include <algorithm>
 
@@ -95,7 +95,7 @@ void addDifferences(AppliedModule& module, const ModuleDifference& after)
 void beginReport(ApplyReport& report, const mxstation::Plan& plan, const CouplerDifference& before)
 {
     report.station = before.station;
-    report.stationSum = sha256({plan.source.begin(), plan.source.end()});
+    report.stationSum = text::sha256(plan.source);
     report.target = before.target;
     report.map = before.map;
     report.version = MXONLINE_VERSION;
@@ -131,10 +131,10 @@ void addReadBack(ApplyReport& report, const std::vector<ModuleRegisters>& module
     for (std::size_t i = 0; i < modules.size(); ++i) {
         const std::vector<char> bytes = mxmodule::bytesOfRegisters(state.modules[i].registers);
         all.insert(all.end(), bytes.begin(), bytes.end());
-        report.modules[i].sum = sha256(bytes);
+        report.modules[i].sum = text::sha256({bytes.data(), bytes.size()});
         addDifferences(report.modules[i], after.modules[i]);
     }
-    report.sum = sha256(all);
+    report.sum = text::sha256({all.data(), all.size()});
     report.isReadBack = true;
 }
 

@@ -1,9 +1,8 @@
 #include "export/Provenance.h"
 
-#include <Poco/DigestEngine.h>
-#include <Poco/SHA2Engine.h>
 #include <fmt/format.h>
 #include <text/JsonText.h>
+#include <text/Sha256.h>
 #include <text/Utf8.h>
 
 #include <map>
@@ -12,13 +11,6 @@
 namespace mxstation {
 
 namespace {
-
-std::string sumOf(const char* bytes, std::size_t size)
-{
-    Poco::SHA2Engine engine(Poco::SHA2Engine::SHA_256);
-    engine.update(bytes, size);
-    return Poco::DigestEngine::digestToHex(engine.digest());
-}
 
 // "module 3", "modules 1 to 3, 7".
 std::string positionsText(const std::vector<std::size_t>& positions)
@@ -55,13 +47,13 @@ void requireOk(const Plan& plan)
 Provenance::Provenance(const Plan& plan)
 {
     requireOk(plan);
-    station = sumOf(plan.source.data(), plan.source.size());
+    station = text::sha256(plan.source);
     std::map<const char*, std::size_t> known; // by the bytes, which modules of one file share
     for (const PlannedModule& module : plan.modules) {
         const std::vector<char>& bytes = module.file.bytes();
         const auto [found, isNew] = known.emplace(bytes.data(), files.size());
         if (isNew) {
-            files.push_back({module.reference, sumOf(bytes.data(), bytes.size()), {}});
+            files.push_back({module.reference, text::sha256({bytes.data(), bytes.size()}), {}});
         }
         files[found->second].positions.push_back(module.position);
         fileOfModule.push_back(found->second);
