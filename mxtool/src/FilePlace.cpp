@@ -1,16 +1,10 @@
 #include "FilePlace.h"
 
-namespace mxtool {
+#include <mxmodule/ReplaceFile.h>
 
-std::filesystem::path followLinks(std::filesystem::path path)
-{
-    constexpr int longestChain = 40; // links may form a cycle
-    std::error_code ignored;
-    for (int i = 0; i < longestChain && std::filesystem::is_symlink(path, ignored); ++i) {
-        path = path.parent_path() / std::filesystem::read_symlink(path, ignored);
-    }
-    return path;
-}
+#include <filesystem>
+
+namespace mxtool {
 
 std::optional<FilePlace::Node> FilePlace::nodeOf(int failure, const struct stat& status)
 {
@@ -28,7 +22,7 @@ FilePlace FilePlace::ofPath(const std::string& path)
     if (place.file && !S_ISREG(status.st_mode) && !S_ISBLK(status.st_mode)) {
         return {};
     }
-    const std::filesystem::path target = followLinks(path);
+    const std::filesystem::path target = mxmodule::followLinks(path);
     const std::filesystem::path parent = target.has_parent_path() ? target.parent_path() : ".";
     place.directory = nodeOf(stat(parent.c_str(), &status), status);
     place.name = target.filename().string();

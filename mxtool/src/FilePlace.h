@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -8,9 +7,6 @@
 #include <sys/types.h>
 
 namespace mxtool {
-
-/// Follows symbolic links from `path` to a path that is not a link, which need not exist.
-std::filesystem::path followLinks(std::filesystem::path path);
 
 /// The identity of a file, given by a path, a descriptor or a name.
 ///

@@ -1,5 +1,7 @@
 #include "FilesInUse.h"
 
+#include <mxmodule/ReplaceFile.h>
+
 #include <unistd.h>
 
 #include <cassert>
@@ -79,7 +81,7 @@ std::vector<FilesInUse::Entry> FilesInUse::entriesOfDatabase(const std::string& 
     }
     std::vector<Entry> entries = {{path, FilePlace::ofPath(path)}};
     for (const char* beside : {"-wal", "-shm", "-journal"}) {
-        const std::string name = followLinks(path).string() + beside;
+        const std::string name = mxmodule::followLinks(path) + beside;
         entries.push_back({name, FilePlace::ofPath(name)});
     }
     return entries;

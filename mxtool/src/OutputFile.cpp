@@ -1,17 +1,14 @@
 #include "OutputFile.h"
 
 #include "Diagnostic.h"
-#include "FilePlace.h"
 #include "FilesInUse.h"
 
 #include <mxmodule/FileKind.h>
 #include <mxmodule/HandWriting.h>
-
-#include <unistd.h>
+#include <mxmodule/ReplaceFile.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -23,26 +20,12 @@ namespace mxtool {
 
 namespace {
 
-// Hints beyond the system's error text.
-std::string hintForWrite(const std::string& place)
-{
-    std::error_code ignored;
-    if (std::filesystem::is_directory(place, ignored)) {
-        return "name a file in this directory";
-    }
-    const auto directory = std::filesystem::path(place).parent_path();
-    return directory.empty() || std::filesystem::exists(directory, ignored)
-               ? ""
-               : "there is no directory " + directory.string() + ", create it first";
-}
-
 [[noreturn]] void failWrite(const std::string& place, int error)
 {
     if (error == EPIPE) {
         throw ReaderLeft();
     }
-    const std::string reason = error != 0 ? std::strerror(error) : "write failed";
-    throw Failure(Origin::Output, place, "Cannot write: " + reason, hintForWrite(place));
+    throw mxmodule::cannotWrite(place, error);
 }
 
 void writeStream(std::ostream& stream, const std::string& place, const std::string& content)
@@ -63,64 +46,26 @@ bool isReplaceable(const std::string& path)
     return !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
 }
 
-// The new file gets the permissions of the file that it replaces.
-void takePermissions(const std::filesystem::path& from, const std::filesystem::path& to)
-{
-    const auto status = std::filesystem::status(from);
-    if (std::filesystem::exists(status)) {
-        std::filesystem::permissions(to, status.permissions());
-    }
-}
-
-// Takes over the permissions of `replaced`, if it exists, before the first byte is written.
-void writeFile(const std::filesystem::path& path, const std::string& place,
-               const std::string& content, const std::filesystem::path& replaced = {})
+void writeDirectly(const std::string& path, const std::string& content)
 {
     errno = 0;
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     if (!file) {
-        failWrite(place, errno);
+        failWrite(path, errno);
     }
-    takePermissions(replaced, path);
-    writeStream(file, place, content);
+    writeStream(file, path, content);
 }
 
-// Its name does not depend on the length of the target's.
-std::filesystem::path temporaryBeside(const std::filesystem::path& target)
-{
-    return target.parent_path() / ("mxtool.part-" + std::to_string(getpid()));
-}
-
-// Writes a temporary file in the same directory first.
-void replaceFile(const std::filesystem::path& target, const std::string& place,
-                 const std::string& content)
-{
-    const auto beside = temporaryBeside(target);
-    try {
-        writeFile(beside, place, content, target);
-        std::filesystem::rename(beside, target);
-    } catch (...) {
-        std::error_code ignored;
-        std::filesystem::remove(beside, ignored);
-        throw;
-    }
-}
-
-// A symbolic link is kept; its target is replaced.
 void writeChecked(const std::string& path, const std::string& content)
 {
     if (path == "-") {
         writeStream(std::cout, "<standard output>", content);
         return;
     }
-    if (!isReplaceable(path)) {
-        writeFile(path, path, content);
-        return;
-    }
-    try {
-        replaceFile(followLinks(path), path, content);
-    } catch (const std::filesystem::filesystem_error& failure) {
-        failWrite(path, failure.code().value());
+    if (isReplaceable(path)) {
+        mxmodule::replaceFile(path, content);
+    } else {
+        writeDirectly(path, content);
     }
 }
 
@@ -197,17 +142,10 @@ OutputFiles::OutputFiles(const std::vector<std::string>& paths, mxmodule::FileKi
 
 void OutputFiles::requireWritable(const std::string& path) const
 {
-    if (path == "-") {
-        return;
-    }
     std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) {
-        failWrite(path, EISDIR);
-    }
-    if (isReplaceable(path)) {
-        const auto beside = temporaryBeside(followLinks(path));
-        writeFile(beside, path, "");
-        std::filesystem::remove(beside, ignored);
+    const bool isDirectory = std::filesystem::is_directory(path, ignored);
+    if (path != "-" && (isDirectory || isReplaceable(path))) {
+        mxmodule::requireReplaceable(path);
     }
 }
 
