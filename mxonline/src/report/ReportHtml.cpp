@@ -1,12 +1,15 @@
 #include "report/CouplerNotes.h"
-#include "report/HtmlTable.h"
 #include "report/ReportWords.h"
 
 #include <fmt/format.h>
+#include <text/Html.h>
 
 namespace mxonline {
 
 namespace {
+
+using text::HtmlTable;
+using text::htmlText;
 
 constexpr const char* style = R"(
 :root { color-scheme: light; }

@@ -1,16 +1,14 @@
 #include "explain/ExplainOutput.h"
 
-#include <Poco/String.h>
-
-#include <text/ShownText.h>
-
 #include <fmt/format.h>
+#include <text/Html.h>
 
 namespace mxtool {
 
 namespace {
 
 using mxauthor::ExplainedPart;
+using text::htmlText;
 
 constexpr const char* style = R"(
 body { font: 14px/1.45 system-ui, sans-serif; margin: 2em auto; max-width: 75em; color: #222;
@@ -33,14 +31,6 @@ nav a { margin-right: 1em; white-space: nowrap; }
 }
 )";
 
-// Control characters are shown as on a terminal; all markup is escaped.
-std::string escaped(const std::string& text)
-{
-    std::string html = Poco::replace(text::forTerminal(text), "&", "&amp;");
-    html = Poco::replace(Poco::replace(html, "<", "&lt;"), ">", "&gt;");
-    return Poco::replace(html, "\"", "&quot;");
-}
-
 std::string rowOf(const ExplainedFile& file, const ExplainedPart& part)
 {
     const std::string value = valueOfPart(part);
@@ -49,8 +39,8 @@ std::string rowOf(const ExplainedFile& file, const ExplainedPart& part)
     return fmt::format("<tr{}><td class=\"offset\">{:#08x}</td><td class=\"bytes\">{}</td>"
                        "<td class=\"field\">{}</td><td>{}{}{}</td></tr>\n",
                        part.isRead ? "" : " class=\"unread\"", part.place.offset,
-                       hexOfPart(file, part), escaped(part.field), escaped(value), gap,
-                       escaped(meaning));
+                       hexOfPart(file, part), htmlText(part.field), htmlText(value), gap,
+                       htmlText(meaning));
 }
 
 std::string navigation(const ExplainedFile& file)
@@ -59,7 +49,7 @@ std::string navigation(const ExplainedFile& file)
     for (std::size_t i = 0; i < file.explanation.groups.size(); ++i) {
         const auto& group = file.explanation.groups[i];
         html +=
-            fmt::format("<a href=\"#group-{}\">{:04x} {}</a> ", i, group.id, escaped(group.name));
+            fmt::format("<a href=\"#group-{}\">{:04x} {}</a> ", i, group.id, htmlText(group.name));
     }
     return html + "</nav>\n";
 }
@@ -74,7 +64,7 @@ std::string groupTables(const ExplainedFile& file)
             if (part.group >= 0) {
                 const auto& group = file.explanation.groups[static_cast<std::size_t>(part.group)];
                 html += fmt::format("<h2 id=\"group-{}\">{}</h2>\n", part.group,
-                                    escaped(headingOf(group)));
+                                    htmlText(headingOf(group)));
             }
             html += "<table>\n";
         }
@@ -82,7 +72,7 @@ std::string groupTables(const ExplainedFile& file)
             previous == nullptr || previous->record != part.record || previous->group != part.group;
         if (begins && !part.subject.empty()) {
             html += fmt::format("<tr class=\"record\"><td></td><td colspan=\"3\">{}</td></tr>\n",
-                                escaped(part.subject));
+                                htmlText(part.subject));
         }
         html += rowOf(file, part);
         previous = &part;
@@ -94,7 +84,7 @@ std::string groupTables(const ExplainedFile& file)
 
 std::string explainHtml(const ExplainedFile& file)
 {
-    const std::string name = escaped(file.name);
+    const std::string name = htmlText(file.name);
     return fmt::format("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
                        "<meta name=\"viewport\" content=\"width=device-width\">\n"
                        "<title>{}</title>\n<style>{}</style>\n</head>\n<body>\n"
@@ -102,7 +92,7 @@ std::string explainHtml(const ExplainedFile& file)
                        name, style, name, file.bytes.size(),
                        !file.explanation.failure ? ""
                                                  : fmt::format("<p><strong>{}</strong></p>\n",
-                                                               escaped(*file.explanation.failure)),
+                                                               htmlText(*file.explanation.failure)),
                        navigation(file), groupTables(file));
 }
 
