@@ -1,0 +1,53 @@
+// One function for each call of the catalogue, of files and of modules.
+
+import { callFile, callJson } from "./client";
+import type { Download } from "./client";
+import type {
+  CatalogueModule, Configured, Explanation, Finding, FolderModule, Module, NamedValue, OpenedFile, Start,
+} from "./types";
+
+export function start(signal?: AbortSignal): Promise<Start> {
+  return callJson("start", { signal });
+}
+
+export function openedFile(): Promise<OpenedFile> {
+  return callJson("file");
+}
+
+export function fileVersion(): Promise<{ version: string }> {
+  return callJson("file/version");
+}
+
+/** Saves the text unless the file has another version than `from`: then a Refusal of status 409. */
+export function saveFile(text: string, from: string): Promise<{ version: string }> {
+  return callJson("file", { method: "PUT", body: { text, from } });
+}
+
+export function folderModules(signal?: AbortSignal): Promise<{ modules: FolderModule[] }> {
+  return callJson("modules", { signal });
+}
+
+export function searchCatalogue(
+  words: string, conditions: string[], signal?: AbortSignal,
+): Promise<{ modules: CatalogueModule[]; findings: Finding[] }> {
+  return callJson("catalogue", { body: { words, conditions }, signal });
+}
+
+export function module(reference: string, signal?: AbortSignal): Promise<Module> {
+  return callJson("module", { body: { reference }, signal });
+}
+
+/** `configured` is null if a value is refused. */
+export function configuration(
+  reference: string, values: NamedValue[],
+): Promise<{ configured: Configured | null; findings: Finding[] }> {
+  return callJson("module/configuration", { body: { reference, values } });
+}
+
+export function explanation(reference: string, signal?: AbortSignal): Promise<Explanation> {
+  return callJson("module/explanation", { body: { reference }, signal });
+}
+
+export function exportModule(reference: string, values: NamedValue[], format: string): Promise<Download> {
+  return callFile("module/export", { body: { reference, values, format } });
+}

@@ -1,0 +1,33 @@
+import { announcements, dismiss } from "../state/announcements";
+import type { Announcement } from "../state/announcements";
+import { useStore } from "../state/store";
+import { texts } from "../texts";
+
+function Toast({ one }: { one: Announcement }) {
+  return (
+    <li class={one.isUrgent ? "toast urgent" : "toast"}>
+      <span>{one.text}</span>
+      <button type="button" class="quiet" aria-label={texts.dismiss} onClick={() => dismiss(one.id)}>✕</button>
+    </li>
+  );
+}
+
+function last(all: readonly Announcement[], isUrgent: boolean): string {
+  return all.filter((one) => one.isUrgent === isUrgent).at(-1)?.text ?? "";
+}
+
+/** The messages of `announce`, seen and heard. */
+export function Live() {
+  const all = useStore(announcements);
+  return (
+    <>
+      <div class="heard" role="status">{last(all, false)}</div>
+      <div class="heard" role="alert">{last(all, true)}</div>
+      {all.length > 0 && (
+        <ul class="toasts" aria-label={texts.messages}>
+          {all.map((one) => <Toast key={one.id} one={one} />)}
+        </ul>
+      )}
+    </>
+  );
+}
