@@ -114,6 +114,13 @@ endforeach()
 if(PARSER_MX_BUILD_TOOL)
     set_target_properties(mxtool PROPERTIES INSTALL_RPATH "${relocatable_rpath}")
     install(TARGETS mxtool RUNTIME COMPONENT tool)
+    # Loaded by `mxtool serve`, so that its HTTP library is optional.
+    if(TARGET mx-workbench)
+        if(relocatable_rpath)
+            set_target_properties(mx-workbench PROPERTIES INSTALL_RPATH "$ORIGIN/..")
+        endif()
+        install(TARGETS mx-workbench LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/mxtool COMPONENT workbench)
+    endif()
     install(
         DIRECTORY share/parser-mx
         DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}

@@ -128,4 +128,16 @@ if(PARSER_MX_BUILD_TOOL)
         "libdevice-database1 ${same}")
 endif()
 
+# The page is a separate package: suggested, not required.
+if(TARGET mx-workbench)
+    list(APPEND CPACK_COMPONENTS_ALL workbench)
+    parser_mx_package(
+        workbench mx-workbench utils "kv38 modules and stations on a page in the browser"
+        "The page of `mxtool serve`, on which modules and stations are configured."
+        "It needs no network.")
+    set(CPACK_DEBIAN_WORKBENCH_PACKAGE_DEPENDS
+        "mxtool ${same}, libmxonline1 ${same}, libmxstation1 ${same}, libmxmodule1 ${same}")
+    set(CPACK_DEBIAN_TOOL_PACKAGE_SUGGESTS mx-workbench)
+endif()
+
 include(CPack)

@@ -89,6 +89,7 @@ void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& 
     addDumpVerb(program, options, choose);
     addStationVerb(program, options, choose);
     addSimulateVerb(program, options, choose);
+    addServeVerb(program, options, choose);
 }
 
 namespace {

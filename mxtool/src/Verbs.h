@@ -41,6 +41,7 @@ void addDiffVerb(CLI::App& program, const GlobalOptions& options, const VerbChoi
 void addNewVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addBuildVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addDumpVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+void addServeVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addSimulateVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 
 /// Adds the verb `station` with its own verbs.

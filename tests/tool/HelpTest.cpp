@@ -109,9 +109,10 @@ INSTANTIATE_TEST_SUITE_P(Verbs, HelpOfVerb,
 TEST(Help, ofTheProgramNamesEveryVerbAndExitCode)
 {
     const ToolRun help = runTool({"--help"});
-    for (const char* word : {"groups", "show", "channels", "config", "populate", "devices", "new",
-                             "build", "dump", "check", "explain", "diff", "station", "simulate",
-                             "  0  done", "  3  an input cannot be read or is malformed"}) {
+    for (const char* word :
+         {"groups", "show", "channels", "config", "populate", "devices", "new", "build", "dump",
+          "check", "explain", "diff", "station", "simulate", "serve", "  0  done",
+          "  3  an input cannot be read or is malformed"}) {
         EXPECT_THAT(help.out, HasSubstr(word));
     }
 }

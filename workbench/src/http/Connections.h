@@ -1,0 +1,63 @@
+#pragma once
+
+#include "http/Limits.h"
+
+#include <chrono>
+#include <cstddef>
+#include <map>
+#include <mutex>
+
+namespace workbench {
+
+/// Where a connection is in its requests.
+enum class Phase
+{
+    New,       ///< No header of a request yet.
+    Receiving, ///< The header is complete, the body not.
+    Answering, ///< The answer is being made: takes the time that it takes.
+    Sending,   ///< The answer is being sent.
+    Idle       ///< After an answer.
+};
+
+/// The open connections and how long each may still take. A connection that takes longer is shut
+/// down: the HTTP library then sees that its client is gone. For any thread.
+class Connections
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    explicit Connections(const Limits& limits);
+
+    /// Adds the connection of the socket. If there are too many then, the one is shut down that
+    /// waits longest for its client.
+    void add(int descriptor, Clock::time_point now);
+
+    /// Removes it, before its socket is closed.
+    void remove(int descriptor);
+
+    void enter(int descriptor, Phase phase, Clock::time_point now);
+
+    /// Shuts down the connections whose time is over.
+    void shutDownOverdue(Clock::time_point now);
+
+    std::size_t count() const;
+
+private:
+    struct Connection
+    {
+        Phase phase;
+        Clock::time_point since;
+        bool isShutDown;
+    };
+    using Entries = std::map<int, Connection>;
+
+    Clock::duration timeFor(Phase phase) const;
+    static void shutDown(Entries::value_type& entry);
+    void shutDownLongestWaiting();
+
+    const Limits limits;
+    mutable std::mutex access;
+    Entries entries;
+};
+
+} // namespace workbench

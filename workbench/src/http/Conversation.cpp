@@ -1,0 +1,115 @@
+#include "http/Conversation.h"
+
+#include "http/Refusal.h"
+#include "http/RequestTarget.h"
+
+#include <algorithm>
+#include <charconv>
+#include <exception>
+#include <utility>
+
+namespace workbench {
+
+namespace {
+
+using Fields = std::vector<std::pair<std::string, std::string>>;
+
+MHD_Result addField(void* fields, MHD_ValueKind /*kind*/, const char* name, std::size_t nameSize,
+                    const char* value, std::size_t valueSize)
+{
+    // A field without a value has a null pointer.
+    static_cast<Fields*>(fields)->emplace_back(std::string(name, nameSize),
+                                               value == nullptr ? std::string()
+                                                                : std::string(value, valueSize));
+    return MHD_YES;
+}
+
+// The gatekeeper has checked it if the request is answered.
+std::size_t statedLength(const RequestHead& head)
+{
+    const auto values = head.valuesOf("Content-Length");
+    std::size_t length = 0;
+    if (!values.empty()) {
+        static_cast<void>(std::from_chars(values.front().data(),
+                                          values.front().data() + values.front().size(), length));
+    }
+    return length;
+}
+
+bool wantsGzip(const RequestHead& head)
+{
+    const auto values = head.valuesOf("Accept-Encoding");
+    return std::any_of(values.begin(), values.end(), includesGzip);
+}
+
+} // namespace
+
+Conversation::Conversation(std::string target, std::atomic<std::size_t>& countOfBodies)
+    : bytesOfBodies(countOfBodies)
+{
+    lines.target = std::move(target);
+}
+
+Conversation::~Conversation()
+{
+    bytesOfBodies -= reserved;
+}
+
+void Conversation::readHead(MHD_Connection* connection, const char* method)
+{
+    isHeadRead = true;
+    lines.method = method;
+    MHD_get_connection_values_n(connection, MHD_HEADER_KIND, &addField, &lines.fields);
+    const MHD_ConnectionInfo* const info =
+        MHD_get_connection_info(connection, MHD_CONNECTION_INFO_REQUEST_HEADER_SIZE);
+    lines.size = info == nullptr ? 0 : info->header_size;
+    sizeOfBody = statedLength(lines);
+}
+
+bool Conversation::reserveBody(std::size_t mostOfAll)
+{
+    reserved = sizeOfBody;
+    const std::size_t before = bytesOfBodies.fetch_add(reserved);
+    return reserved <= mostOfAll && before <= mostOfAll - reserved;
+}
+
+void Conversation::receive(const char* data, std::size_t size)
+{
+    if (!isRefusal) {
+        body.append(data, size);
+    }
+}
+
+void Conversation::refuse(const Response& response)
+{
+    isRefusal = true;
+    sent = sentResponse(response, false);
+}
+
+Request Conversation::request() const
+{
+    RequestTarget target = parsedTarget(lines.target).value_or(RequestTarget());
+    return {lines.method, std::move(target.path), std::move(target.query), body};
+}
+
+Response Conversation::answerOf(const Answer& answer) const
+{
+    try {
+        return answer(request());
+    } catch (const std::exception&) {
+        // The text may name what the client may not know.
+        return refusal(500, "the server failed to answer the request",
+                       "try again; please report it if it happens again");
+    }
+}
+
+void Conversation::answerBy(const Answer& answer) noexcept
+{
+    try {
+        sent = sentResponse(answerOf(answer), wantsGzip(lines));
+    } catch (const std::exception&) {
+        sent = {}; // without memory; the connection is closed
+    }
+}
+
+} // namespace workbench

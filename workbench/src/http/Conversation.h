@@ -1,0 +1,64 @@
+#pragma once
+
+#include "http/Gatekeeper.h"
+#include "http/SentResponse.h"
+
+#include <microhttpd.h>
+
+#include <atomic>
+#include <optional>
+#include <string>
+
+namespace workbench {
+
+/// One request from its first line to the end of its answer.
+class Conversation
+{
+public:
+    /// `bytesOfBodies` counts the bodies of all requests.
+    Conversation(std::string target, std::atomic<std::size_t>& bytesOfBodies);
+    ~Conversation();
+    Conversation(const Conversation&) = delete;
+    Conversation& operator=(const Conversation&) = delete;
+
+    bool hasHead() const { return isHeadRead; }
+
+    /// Takes the lines before the body. A request without length has none.
+    void readHead(MHD_Connection* connection, const char* method);
+    const RequestHead& head() const { return lines; }
+
+    /// The stated length of the body.
+    std::size_t bodySize() const { return sizeOfBody; }
+
+    /// Takes note of the body that will come; false if all bodies together are too long for now.
+    [[nodiscard]] bool reserveBody(std::size_t mostOfAll);
+    void receive(const char* data, std::size_t size);
+
+    /// The request will be answered by this, whatever its body says.
+    void refuse(const Response& response);
+
+    /// The answer is being made from now on.
+    void start() { isAnswerStarted = true; }
+    bool isStarted() const { return isAnswerStarted; }
+
+    /// Answers the request. Does not throw.
+    void answerBy(const Answer& answer) noexcept;
+    bool isAnswered() const { return sent.content != nullptr; }
+    const SentResponse& response() const { return sent; }
+
+private:
+    Request request() const;
+    Response answerOf(const Answer& answer) const;
+
+    std::atomic<std::size_t>& bytesOfBodies;
+    RequestHead lines;
+    bool isHeadRead = false;
+    bool isRefusal = false;
+    bool isAnswerStarted = false;
+    std::size_t sizeOfBody = 0;
+    std::size_t reserved = 0;
+    std::string body;
+    SentResponse sent;
+};
+
+} // namespace workbench
