@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mxauthor/MxFile.h"
+#include "mxauthor/NamedFile.h"
 
 #include <filesystem>
 #include <memory>
@@ -37,8 +38,10 @@ struct [[nodiscard]] BuildResult
 
 /// Builds the mx file that the YAML text `source` describes. Identifiers, lengths, the content
 /// length, the data sizes and the parameter block are computed where they are not stated; the same
-/// text always gives the same bytes. Files named in it are looked for in `directory`.
-BuildResult buildFromText(const std::string& source, const std::filesystem::path& directory);
+/// text always gives the same bytes. Files named in it are looked for in `directory` and read by
+/// `read`.
+BuildResult buildFromText(const std::string& source, const std::filesystem::path& directory,
+                          const FileReader& read = readNamedFile);
 
 /// Returns the YAML text of `file`, which `buildFromText` turns into the same bytes. Content
 /// without a form of its own is kept as raw bytes.

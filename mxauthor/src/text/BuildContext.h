@@ -3,6 +3,7 @@
 #include "GroupWords.h"
 #include "Section.h"
 #include "mxauthor/MxFile.h"
+#include "mxauthor/NamedFile.h"
 
 #include <mxformat/PhysicalScale.h>
 
@@ -72,6 +73,7 @@ struct BuildContext
 {
     SourceErrors& errors;
     std::filesystem::path directory;
+    const FileReader& read; ///< Reads the files that the text names.
     TextIds texts{};
     std::vector<NamedEntry> optionLists{};
     std::vector<NamedEntry> conversions{};

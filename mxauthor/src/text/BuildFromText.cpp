@@ -227,7 +227,8 @@ MxFile buildFile(const Section& section, BuildContext& context, TextOrigins& ori
 
 } // namespace
 
-BuildResult buildFromText(const std::string& source, const std::filesystem::path& directory)
+BuildResult buildFromText(const std::string& source, const std::filesystem::path& directory,
+                          const FileReader& read)
 {
     BuildResult result;
     if (const auto error = findUnreadable(source)) {
@@ -236,7 +237,7 @@ BuildResult buildFromText(const std::string& source, const std::filesystem::path
     }
     SourceErrors errors(source);
     if (const auto document = loadDocument(source, errors)) {
-        BuildContext context{errors, directory};
+        BuildContext context{errors, directory, read};
         try {
             const Section file(*document, "file", errors);
             const auto origins = std::make_shared<TextOrigins>();

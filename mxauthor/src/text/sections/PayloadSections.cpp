@@ -5,36 +5,13 @@
 #include <text/Hexadecimal.h>
 
 #include <algorithm>
-#include <fstream>
 
 namespace mxauthor {
 
 namespace {
 
-constexpr std::uintmax_t largestFile = 0x1000000;
 constexpr std::size_t largestDrawing = 0x100000; // as text; larger ones stay compressed
 constexpr std::size_t longestHex = 512;          // larger payloads are shorter as Base64
-
-// The content of a file of a reasonable size; an error at `node` and nothing when there is none.
-std::optional<std::string> readFileOf(const YAML::Node& node, const std::filesystem::path& path,
-                                      SourceErrors& errors)
-{
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) {
-        errors.add(node, "there is no file " + path.string());
-        return std::nullopt;
-    }
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    std::ifstream file(path, std::ios::binary);
-    std::string content(error || size > largestFile ? 0 : size, '\0');
-    file.read(content.data(), static_cast<std::streamsize>(content.size()));
-    if (!file || error || size > largestFile) {
-        errors.add(node,
-                   "cannot read " + path.string() + (size > largestFile ? ": too large" : ""));
-        return std::nullopt;
-    }
-    return content;
-}
 
 Bytes readBase64(const YAML::Node& node, SourceErrors& errors)
 {
@@ -62,17 +39,18 @@ Bytes readPayloadFile(const YAML::Node& node, BuildContext& context)
     }
     const std::filesystem::path path = context.directory / *name;
     context.filesRead.push_back(path);
-    const auto content = readFileOf(node, path, context.errors);
-    if (!content) {
+    const NamedFile file = context.read(path);
+    if (file.problem) {
+        context.errors.add(node, *file.problem);
         return {};
     }
     if (path.extension() == ".svg") {
-        return text::gzipped(*content);
+        return text::gzipped(file.content);
     }
     if (path.extension() != ".hex") {
-        return {content->begin(), content->end()};
+        return {file.content.begin(), file.content.end()};
     }
-    const auto bytes = text::fromHex(*content);
+    const auto bytes = text::fromHex(file.content);
     if (!bytes) {
         context.errors.add(node, path.string() + " holds something other than hexadecimal digits");
     }
