@@ -8,6 +8,7 @@
 #include <mxmodule/HandWriting.h>
 #include <mxmodule/IecVariable.h>
 #include <mxmodule/Module.h>
+#include <mxmodule/ModuleFolder.h>
 #include <mxmodule/Population.h>
 #include <mxmodule/ProductPicture.h>
 #include <mxmodule/WantedValues.h>
@@ -16,8 +17,8 @@ using namespace mxmodule;
 
 namespace described {
 
-void modules(Module, ModuleFile, ModuleOptions, ImageOffsets, DataSizes, Property, Channel,
-             Parameter, Option, ImagePlace, Set, BinaryObject, ProductPicture, Observer*)
+void modules(Module, ModuleFile, ModuleFolder, ModuleOptions, ImageOffsets, DataSizes, Property,
+             Channel, Parameter, Option, ImagePlace, Set, BinaryObject, ProductPicture, Observer*)
 {}
 
 void values(Assignment, Values, WantedValues, ComposeOptions, Composition, Configuration,

@@ -41,16 +41,6 @@ bool looksLikeText(std::string_view content)
     throw Failure(std::move(findings));
 }
 
-mxauthor::BuildResult builtFrom(const std::string& name, const std::string& source,
-                                Observer* observer)
-{
-    mxauthor::BuildResult result = buildText(name, source, observer);
-    if (!result.errors.empty()) {
-        rejectText(name, source, result.errors);
-    }
-    return result;
-}
-
 // Whether `bytes` are an mx file with an identity, without looking further.
 bool isIntact(const std::vector<char>& bytes)
 {
@@ -82,7 +72,8 @@ ModuleFile ModuleFile::read(const std::string& path, Observer* observer)
     return ModuleFile(path, readFile(path), observer);
 }
 
-ModuleFile::ModuleFile(std::string name, std::vector<char> bytes, Observer* observer)
+std::shared_ptr<const ModuleFile::Content>
+ModuleFile::Content::of(std::string name, std::vector<char> bytes, const Build& build)
 {
     if (bytes.empty()) {
         throw Failure(Origin::Input, name,
@@ -94,14 +85,26 @@ ModuleFile::ModuleFile(std::string name, std::vector<char> bytes, Observer* obse
     auto made = std::make_shared<Content>();
     if (looksLikeText({bytes.data(), bytes.size()})) {
         made->source.assign(bytes.begin(), bytes.end());
-        made->built = builtFrom(name, made->source, observer);
+        made->built = build(name, made->source);
+        if (!made->built->errors.empty()) {
+            rejectText(name, made->source, made->built->errors);
+        }
         bytes = bytesOf(*made->built);
     }
     made->name = std::move(name);
     made->loaded = loadedForm(bytes);
     made->bytes = std::move(bytes);
-    content = std::move(made);
+    return made;
 }
+
+ModuleFile::ModuleFile(std::string name, std::vector<char> bytes, Observer* observer)
+    : content(Content::of(std::move(name), std::move(bytes),
+                          [observer](const std::string& file, const std::string& source) {
+                              return buildText(file, source, observer);
+                          }))
+{}
+
+ModuleFile::ModuleFile(std::shared_ptr<const Content> made) : content(std::move(made)) {}
 
 const std::string& ModuleFile::name() const
 {

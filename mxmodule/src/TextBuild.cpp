@@ -19,13 +19,19 @@ std::filesystem::path directoryOf(const std::string& name)
 mxauthor::BuildResult buildText(const std::string& name, const std::string& source,
                                 Observer* observer)
 {
-    mxauthor::BuildResult result = mxauthor::buildFromText(source, directoryOf(name));
+    mxauthor::BuildResult result = buildText(name, source, mxauthor::readNamedFile);
     for (const std::filesystem::path& file : result.filesRead) {
         if (observer != nullptr) {
             observer->reads(file.string());
         }
     }
     return result;
+}
+
+mxauthor::BuildResult buildText(const std::string& name, const std::string& source,
+                                const mxauthor::FileReader& read)
+{
+    return mxauthor::buildFromText(source, directoryOf(name), read);
 }
 
 std::vector<Finding> errorsInText(const std::string& name, const std::string& source,

@@ -14,6 +14,10 @@ namespace mxmodule {
 mxauthor::BuildResult buildText(const std::string& name, const std::string& source,
                                 Observer* observer);
 
+/// The same with the files read by `read`, of which nothing is reported.
+mxauthor::BuildResult buildText(const std::string& name, const std::string& source,
+                                const mxauthor::FileReader& read);
+
 /// Returns `errors` in `source`, the text of the file `name`. Throws a `Failure` when there are
 /// several and none of the keys is one of the text form: it is another text then, not `expected`.
 std::vector<Finding> errorsInText(const std::string& name, const std::string& source,

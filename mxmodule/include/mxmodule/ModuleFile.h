@@ -10,6 +10,7 @@
 
 namespace mxmodule {
 
+class ModuleFolder;
 class TranslatedModule;
 
 /// The bytes of an mx file, as read or built from its text form. Immutable; a copy shares them.
@@ -47,8 +48,10 @@ public:
     ~ModuleFile() = default;
 
 private:
+    friend class ModuleFolder;
     friend class TranslatedModule;
     struct Content;
+    explicit ModuleFile(std::shared_ptr<const Content> made);
     std::shared_ptr<const Content> content;
 };
 
