@@ -8,14 +8,14 @@ namespace mxtool {
 namespace {
 
 constexpr const char* serveFooter =
-    R"(The page is at the address on standard output, for this user on this computer alone: what is after "#"
-is new in each run, and whoever has it may do what the page can do. Without FILE the page shows the
-catalogue and the modules of the folder. It ends after Ctrl+C or --seconds, with exit code 0.
-It needs the package mx-workbench.
+    R"(The page is at the printed address, on this computer alone. What is after "#" is new in each run: whoever
+has it may do what the page can do. Without FILE the page shows the catalogue and the modules of the
+folder. It ends after Ctrl+C or --seconds, with exit code 0; 4 when it cannot listen, or the package
+mx-workbench is not installed.
 
 Example:
-  $ mxtool serve examples/stations/pump-house.yaml --port 0 --seconds 0 | sed 's/:[0-9].*//'
-  http://127.0.0.1
+  $ mxtool serve examples/stations/pump-house.yaml --seconds 1
+  http://127.0.0.1:8538/#0kUFdJqB7pB2hQzQHL0xY1uYk2pUrcZ1x8O3yT5nQ4s
 )";
 
 CLI::Option& addText(CLI::App& verb, const char* name, std::string& value, const char* description,
@@ -54,8 +54,8 @@ void addServeOptions(CLI::App& verb, ServeOptions& options)
 
 void addServeVerb(CLI::App& program, const GlobalOptions& /*global*/, const VerbChoice& choose)
 {
-    CLI::App* verb = program.add_subcommand(
-        "serve", "Show modules and stations on a page in the browser, and configure them there");
+    CLI::App* verb =
+        program.add_subcommand("serve", "Show and configure modules and stations in the browser");
     auto options = std::make_shared<ServeOptions>();
     addServeOptions(*verb, *options);
     verb->footer(serveFooter);

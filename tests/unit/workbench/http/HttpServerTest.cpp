@@ -1,0 +1,398 @@
+#include "http/HttpServer.h"
+
+#include "http/RawConnection.h"
+
+#include <text/Gzip.h>
+
+#include <gmock/gmock.h>
+
+#include <future>
+#include <list>
+#include <thread>
+
+namespace {
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+using testing::Not;
+using workbench::HttpServer;
+using workbench::Limits;
+using workbench::Request;
+using workbench::Response;
+using workbenchtest::answerTo;
+using workbenchtest::RawConnection;
+using workbenchtest::Received;
+
+const std::string token(43, 't');
+
+// Says what it was asked.
+Response echo(const Request& request)
+{
+    Response response;
+    response.type = "text/plain";
+    response.body = request.method + " " + request.path;
+    for (const auto& [name, value] : request.query) {
+        response.body += " " + name + "=" + value;
+    }
+    response.body += " " + request.body;
+    return response;
+}
+
+std::string lines(const HttpServer& server, const std::string& first)
+{
+    return first + " HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(server.port()) + "\r\n";
+}
+
+std::string get(const HttpServer& server, const std::string& path)
+{
+    return lines(server, "GET " + path) + "Authorization: Bearer " + token + "\r\n\r\n";
+}
+
+std::string postHeader(const HttpServer& server, std::size_t length)
+{
+    return lines(server, "POST /api/v1/echo") + "Authorization: Bearer " + token +
+           "\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(length) +
+           "\r\n\r\n";
+}
+
+std::string post(const HttpServer& server, const std::string& body)
+{
+    return postHeader(server, body.size()) + body;
+}
+
+Limits shortTimes()
+{
+    Limits limits;
+    limits.forHeader = 50ms;
+    limits.forBody = 50ms;
+    limits.forReading = 100ms;
+    limits.forNextHeader = 60ms;
+    return limits;
+}
+
+TEST(HttpServer, answersACall)
+{
+    const HttpServer server(0, token, &echo);
+    const Received read = answerTo(server.port(), get(server, "/api/v1/a?b=%41"));
+    EXPECT_EQ(read.status, 200);
+    EXPECT_EQ(read.body, "GET /api/v1/a b=A ");
+    EXPECT_EQ(answerTo(server.port(), post(server, "{}")).body, "POST /api/v1/echo {}");
+    const std::string large(4 << 20, 'x');
+    EXPECT_EQ(answerTo(server.port(), post(server, large)).body, "POST /api/v1/echo " + large);
+}
+
+TEST(HttpServer, keepsAConnectionAndItsOrder)
+{
+    const HttpServer server(0, token, &echo);
+    RawConnection connection(server.port());
+    connection.send(get(server, "/api/v1/1") + post(server, "{\"a\":2}") +
+                    get(server, "/api/v1/3"));
+    EXPECT_EQ(connection.receive().body, "GET /api/v1/1 ");
+    EXPECT_EQ(connection.receive().body, "POST /api/v1/echo {\"a\":2}");
+    EXPECT_EQ(connection.receive().body, "GET /api/v1/3 ");
+    connection.send(get(server, "/api/v1/4"));
+    EXPECT_EQ(connection.receive().body, "GET /api/v1/4 ");
+}
+
+// With a body too: the connection stays in order after a refusal.
+TEST(HttpServer, refusesBeforeItAnswers)
+{
+    const HttpServer server(0, token, [](const Request&) -> Response {
+        ADD_FAILURE();
+        return {};
+    });
+    RawConnection connection(server.port());
+    const std::string host = "Host: 127.0.0.1:" + std::to_string(server.port()) + "\r\n";
+    const std::string bearer = "Authorization: Bearer " + token + "\r\n";
+    const std::string rest = "Content-Length: 2\r\n\r\n{}";
+    const std::vector<std::pair<int, std::string>> requests = {
+        {421, "POST /x HTTP/1.1\r\nHost: example.org\r\n"},
+        {403, "POST /x HTTP/1.1\r\n" + host + "Origin: http://example.org\r\n"},
+        {401, "POST /x HTTP/1.1\r\n" + host},
+        {405, "PATCH /x HTTP/1.1\r\n" + host + bearer},
+        {404, "POST /x HTTP/1.1\r\n" + host + bearer},
+        {415, "POST /api/v1/x HTTP/1.1\r\n" + host + bearer},
+    };
+    for (const auto& [status, request] : requests) {
+        connection.send(request + rest);
+        const Received answer = connection.receive();
+        EXPECT_EQ(answer.status, status);
+        EXPECT_THAT(answer.body, HasSubstr("\"findings\""));
+        EXPECT_THAT(answer.field("Content-Security-Policy"), HasSubstr("default-src 'none'"));
+        EXPECT_EQ(answer.field("Access-Control-Allow-Origin"), "");
+    }
+}
+
+TEST(HttpServer, ignoresTheBodyOfARefusedRequest)
+{
+    const HttpServer server(0, token, &echo);
+    RawConnection connection(server.port());
+    const std::string large(1 << 20, 'x');
+    connection.send(lines(server, "POST /api/v1/echo") +
+                    "Content-Length: " + std::to_string(large.size()) + "\r\n\r\n" + large);
+    EXPECT_EQ(connection.receive().status, 401);
+    connection.send(get(server, "/api/v1/next"));
+    EXPECT_EQ(connection.receive().body, "GET /api/v1/next ");
+}
+
+TEST(HttpServer, doesNotWaitForABodyThatIsTooLong)
+{
+    const HttpServer server(0, token, &echo);
+    EXPECT_EQ(answerTo(server.port(), postHeader(server, (4 << 20) + 1)).status, 413);
+    EXPECT_EQ(answerTo(server.port(), lines(server, "POST /api/v1/echo") +
+                                          "Authorization: Bearer " + token +
+                                          "\r\nContent-Type: application/json\r\n"
+                                          "Transfer-Encoding: chunked\r\n\r\n")
+                  .status,
+              411);
+}
+
+TEST(HttpServer, boundsTheHeader)
+{
+    const HttpServer server(0, token, &echo);
+    const std::string begin = lines(server, "GET /api/v1/a") + "Authorization: Bearer " + token;
+    const auto padded = [&begin](std::size_t size) {
+        return begin + "\r\nX: " + std::string(size - begin.size() - 9, 'x') + "\r\n\r\n";
+    };
+    EXPECT_EQ(answerTo(server.port(), padded(16 << 10)).status, 200);
+    EXPECT_EQ(answerTo(server.port(), padded((16 << 10) + 64)).status, 431);
+    for (const std::size_t size : {100 << 10, 1 << 20}) {
+        RawConnection connection(server.port());
+        connection.send(padded(size));
+        EXPECT_THAT(connection.receive().status, testing::AnyOf(431, 413, 0)) << size;
+        EXPECT_TRUE(connection.isEnded());
+    }
+    EXPECT_EQ(answerTo(server.port(), get(server, "/api/v1/" + std::string(2040, 'x'))).status,
+              200);
+    EXPECT_EQ(answerTo(server.port(), get(server, "/api/v1/" + std::string(2041, 'x'))).status,
+              414);
+}
+
+TEST(HttpServer, survivesWhatIsNoRequest)
+{
+    const HttpServer server(0, token, &echo, shortTimes());
+    for (const std::string& bytes :
+         {std::string("\r\n\r\n\r\n"), std::string(5000, '\0'), std::string("GET\r\n\r\n"),
+          std::string("\x16\x03\x01\x02\x00\x01\x00", 7), std::string("GET / HTTP/1.1\r\n\r\n"),
+          std::string("GET / HTTP/9.9\r\nHost: x\r\n\r\n"), std::string("GET / HTTP/1.1\nHost\n\n"),
+          lines(server, "POST /api/v1/echo") + "Content-Length: -5\r\n\r\n",
+          lines(server, "POST /api/v1/echo") + "Content-Length: 5\r\nContent-Length: 6\r\n\r\n"}) {
+        RawConnection connection(server.port());
+        connection.send(bytes);
+        connection.finishSending();
+        EXPECT_NE(connection.receive().status, 200) << bytes.substr(0, 40);
+    }
+    EXPECT_EQ(answerTo(server.port(), get(server, "/api/v1/a")).status, 200);
+}
+
+TEST(HttpServer, answersAClientThatHasFinishedSending)
+{
+    const HttpServer server(0, token, &echo);
+    RawConnection connection(server.port());
+    connection.send(get(server, "/api/v1/a"));
+    connection.finishSending();
+    EXPECT_THAT(connection.receive().status, testing::AnyOf(200, 0));
+    EXPECT_TRUE(connection.isEnded());
+}
+
+TEST(HttpServer, compressesForClientsThatAcceptIt)
+{
+    const HttpServer server(0, token, &echo);
+    const std::string body(5000, 'x');
+    const std::string request = postHeader(server, body.size());
+    const Received answer = answerTo(server.port(), request.substr(0, request.size() - 2) +
+                                                        "Accept-Encoding: gzip, br\r\n\r\n" + body);
+    EXPECT_EQ(answer.field("Content-Encoding"), "gzip");
+    EXPECT_EQ(text::gunzipped({answer.body.begin(), answer.body.end()}, 10000),
+              "POST /api/v1/echo " + body);
+}
+
+TEST(HttpServer, tellsNothingOfAFailure)
+{
+    const HttpServer server(0, token, [](const Request&) -> Response {
+        throw std::runtime_error("/home/someone/secret");
+    });
+    const Received answer = answerTo(server.port(), get(server, "/api/v1/a"));
+    EXPECT_EQ(answer.status, 500);
+    EXPECT_THAT(answer.body, HasSubstr("failed"));
+    EXPECT_THAT(answer.body, Not(HasSubstr("secret")));
+}
+
+// Answers "/api/v1/slow" when it is told to.
+struct SlowAnswers
+{
+    Response answer(const Request& request)
+    {
+        if (request.path == "/api/v1/slow") {
+            ++begun;
+            ended.wait();
+        }
+        return echo(request);
+    }
+
+    std::atomic<int> begun = 0;
+    std::promise<void> end;
+    std::shared_future<void> ended = end.get_future().share();
+};
+
+void waitUntil(const std::function<bool()>& condition)
+{
+    for (int count = 0; count < 5000 && !condition(); ++count) {
+        std::this_thread::sleep_for(1ms);
+    }
+    EXPECT_TRUE(condition());
+}
+
+TEST(HttpServer, answersOthersDuringALongAnswer)
+{
+    SlowAnswers slow;
+    Limits limits;
+    limits.workers = 2;
+    limits.waitingRequests = 1;
+    const HttpServer server(
+        0, token, [&slow](const Request& one) { return slow.answer(one); }, limits);
+    RawConnection first(server.port());
+    first.send(get(server, "/api/v1/slow"));
+    waitUntil([&slow] { return slow.begun == 1; });
+    EXPECT_EQ(answerTo(server.port(), get(server, "/api/v1/a")).status, 200);
+
+    // Both workers are in use, one request waits, the next one is not accepted.
+    RawConnection second(server.port());
+    second.send(get(server, "/api/v1/slow"));
+    waitUntil([&slow] { return slow.begun == 2; });
+    RawConnection third(server.port());
+    third.send(get(server, "/api/v1/third"));
+    Received fourth;
+    waitUntil([&fourth, &server] { // until the third one is in the queue
+        RawConnection connection(server.port());
+        connection.send(get(server, "/api/v1/slow"));
+        fourth = connection.receive();
+        return fourth.status != 0;
+    });
+    EXPECT_EQ(fourth.status, 503);
+    EXPECT_EQ(fourth.field("Retry-After"), "1");
+    slow.end.set_value();
+    EXPECT_EQ(first.receive().body, "GET /api/v1/slow ");
+    EXPECT_EQ(second.receive().body, "GET /api/v1/slow ");
+    EXPECT_EQ(third.receive().body, "GET /api/v1/third ");
+}
+
+TEST(HttpServer, endsWithAClientThatLeftDuringItsAnswer)
+{
+    SlowAnswers slow;
+    {
+        const HttpServer server(0, token, [&slow](const Request& one) { return slow.answer(one); });
+        {
+            const RawConnection connection(server.port());
+            connection.send(get(server, "/api/v1/slow"));
+            waitUntil([&slow] { return slow.begun == 1; });
+        }
+        slow.end.set_value();
+        EXPECT_EQ(answerTo(server.port(), get(server, "/api/v1/a")).status, 200);
+    }
+}
+
+TEST(HttpServer, waitsAtItsEndForTheAnswersThatAreMade)
+{
+    SlowAnswers slow;
+    auto server = std::make_unique<HttpServer>(
+        0, token, [&slow](const Request& one) { return slow.answer(one); });
+    const RawConnection connection(server->port());
+    connection.send(get(*server, "/api/v1/slow"));
+    waitUntil([&slow] { return slow.begun == 1; });
+    auto ending = std::async(std::launch::async, [&server] { server.reset(); });
+    EXPECT_EQ(ending.wait_for(20ms), std::future_status::timeout);
+    slow.end.set_value();
+    EXPECT_EQ(ending.wait_for(5s), std::future_status::ready);
+}
+
+// However slowly it drips.
+void drip(const RawConnection& connection, const std::string& bytes)
+{
+    for (const char byte : bytes) {
+        if (!connection.send(std::string(1, byte))) {
+            return;
+        }
+        std::this_thread::sleep_for(2ms);
+    }
+}
+
+TEST(HttpServer, endsAConnectionThatIsSlow)
+{
+    const HttpServer server(0, token, &echo, shortTimes());
+    RawConnection silent(server.port());
+    EXPECT_TRUE(silent.isEnded());
+
+    RawConnection dripsHeader(server.port());
+    drip(dripsHeader, get(server, "/api/v1/" + std::string(60, 'x')));
+    EXPECT_EQ(dripsHeader.receive().status, 0);
+
+    RawConnection dripsBody(server.port());
+    dripsBody.send(postHeader(server, 60));
+    drip(dripsBody, std::string(60, ' '));
+    EXPECT_EQ(dripsBody.receive().status, 0);
+
+    RawConnection idle(server.port());
+    idle.send(get(server, "/api/v1/a"));
+    EXPECT_EQ(idle.receive().status, 200);
+    EXPECT_TRUE(idle.isEnded());
+}
+
+TEST(HttpServer, endsAConnectionThatDoesNotTakeItsAnswer)
+{
+    const std::string large(std::size_t{32} << 20, 'x'); // more than the buffers of two sockets
+    const HttpServer server(
+        0, token,
+        [&large](const Request&) {
+            Response response;
+            response.body = large;
+            return response;
+        },
+        shortTimes());
+    RawConnection connection(server.port());
+    connection.send(get(server, "/api/v1/a"));
+    std::this_thread::sleep_for(250ms);
+    const Received answer = connection.receive();
+    EXPECT_LT(answer.body.size(), large.size());
+}
+
+TEST(HttpServer, servesOthersAmongManyIdleConnections)
+{
+    Limits limits;
+    limits.connections = 20;
+    const HttpServer server(0, token, &echo, limits);
+    std::list<RawConnection> idle;
+    for (int count = 0; count < 200; ++count) {
+        idle.emplace_back(server.port());
+        if (count % 3 == 0) {
+            idle.back().send("GET / HTTP/1.1\r\nHost:");
+        }
+        if (count % 40 == 0) {
+            EXPECT_EQ(answerTo(server.port(), get(server, "/api/v1/a")).status, 200) << count;
+        }
+    }
+    EXPECT_EQ(answerTo(server.port(), get(server, "/api/v1/a")).status, 200);
+    EXPECT_TRUE(idle.front().isEnded());
+    EXPECT_TRUE(idle.back().send(" "));
+}
+
+TEST(HttpServer, boundsTheBodiesOfAllRequestsTogether)
+{
+    Limits limits;
+    limits.body = 100;
+    limits.allBodies = 150;
+    const HttpServer server(0, token, &echo, limits);
+    RawConnection first(server.port());
+    first.send(postHeader(server, 100) + "1");
+    Received second;
+    waitUntil([&] { // until the first header was read
+        second = answerTo(server.port(), post(server, std::string(51, ' ')));
+        return second.status == 503;
+    });
+    EXPECT_EQ(answerTo(server.port(), post(server, std::string(50, ' '))).status, 200);
+    first.send(std::string(99, '1'));
+    EXPECT_EQ(first.receive().status, 200);
+    EXPECT_EQ(answerTo(server.port(), post(server, std::string(100, ' '))).status, 200);
+}
+
+} // namespace
