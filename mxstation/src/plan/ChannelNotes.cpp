@@ -1,11 +1,12 @@
 #include "plan/ChannelNotes.h"
 
+#include "plan/CalledChannels.h"
+
 #include <Poco/String.h>
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
 #include <text/IecNames.h>
-#include <text/NearestWords.h>
 
 #include <algorithm>
 
@@ -15,111 +16,33 @@ namespace {
 
 using mxmodule::Severity;
 
-// What a note may call a channel.
-struct CalledChannel
+// The one channel that the note is about; an error and nothing if it is not one.
+std::optional<std::size_t> indexOf(const ChannelNote& note, const CalledChannels& channels,
+                                   PlanFindings& findings)
 {
-    std::string id;
-    std::string number;
-    std::string name;
-    std::string direction;
-    bool hasAddress;
-
-    std::set<std::string> words() const { return {name, number, number + " " + name, "#" + id}; }
-
-    std::string shown() const
-    {
-        return fmt::format("#{} ({} {}, {})", id, number, name, direction);
-    }
-};
-
-// Those with a place in an image first, in the order of the map.
-std::vector<CalledChannel> channelsOf(const mxmodule::ChannelMap& map)
-{
-    std::vector<CalledChannel> channels;
-    for (const auto& channel : map.channels()) {
-        channels.push_back({channel.id, std::to_string(channel.number), channel.name,
-                            channel.isInput ? "in" : "out", true});
-    }
-    for (const auto& channel : map.withoutSymbol()) {
-        channels.push_back(
-            {channel.id, std::to_string(channel.number), channel.name, channel.direction, false});
-    }
-    return channels;
-}
-
-std::map<std::string, std::vector<std::size_t>>
-positionsByWord(const std::vector<CalledChannel>& channels)
-{
-    std::map<std::string, std::vector<std::size_t>> positions;
-    for (std::size_t i = 0; i < channels.size(); ++i) {
-        for (const std::string& word : channels[i].words()) {
-            positions[word].push_back(i);
-        }
-    }
-    return positions;
-}
-
-void addUnknown(const ChannelNote& note, const std::vector<CalledChannel>& channels,
-                PlanFindings& findings)
-{
-    std::vector<std::string> names;
-    names.reserve(channels.size());
-    for (const CalledChannel& channel : channels) {
-        names.push_back(channel.name);
-    }
-    findings.add(note.place, Severity::Error,
-                 fmt::format("the module has no channel \"{}\"{}", text::abbreviated(note.channel),
-                             names.empty() ? "" : text::acceptedWords(note.channel, names)),
-                 "", text::nearestWords(note.channel, names));
-}
-
-void addAmbiguous(const ChannelNote& note, const std::vector<CalledChannel>& channels,
-                  const std::vector<std::size_t>& called, PlanFindings& findings)
-{
-    std::vector<std::string> shown;
-    std::vector<std::string> accepted;
-    for (const std::size_t index : called) {
-        shown.push_back(channels[index].shown());
-        accepted.push_back("#" + channels[index].id);
-    }
-    findings.add(note.place, Severity::Error,
-                 fmt::format("\"{}\" fits several channels: {}", text::abbreviated(note.channel),
-                             text::beginningOfList(shown, 10, ", ", " ")),
-                 "a channel is also called by its identifier, such as \"" + accepted.front() + "\"",
-                 accepted);
-}
-
-// The one channel of `called` that the note is about; an error and nothing if it is not one.
-std::optional<std::size_t> indexOf(const ChannelNote& note,
-                                   const std::vector<CalledChannel>& channels,
-                                   const std::vector<std::size_t>& called, PlanFindings& findings)
-{
+    const std::vector<std::size_t> called = channels.called(note.channel);
     if (called.size() == 1) {
         return called.front();
     }
-    if (called.empty()) {
-        addUnknown(note, channels, findings);
-    } else {
-        addAmbiguous(note, channels, called, findings);
-    }
+    findings.add(note.place, channels.rejected(note.channel));
     return std::nullopt;
 }
 
 // Sets `noted`, what is noted of `channel`.
-void setNote(const ChannelNote& note, const CalledChannel& channel, const ChannelNote*& noted,
-             PlanFindings& findings)
+void setNote(const ChannelNote& note, const CalledChannels& channels, std::size_t index,
+             const ChannelNote*& noted, PlanFindings& findings)
 {
     if (noted != nullptr) {
         findings.add(note.place, Severity::Error,
-                     fmt::format("this is the channel {}, noted {} as well", channel.shown(),
+                     fmt::format("this is the channel {}, noted {} as well", channels.shown(index),
                                  lineText(noted->place)));
     } else {
         noted = &note;
     }
-    if (!channel.hasAddress) {
-        findings.add(
-            note.place, Severity::Warning,
-            fmt::format("the channel {} has no address, the note has no effect", channel.shown()));
+    if (!channels.hasAddress(index)) {
+        findings.add(note.place, Severity::Warning,
+                     fmt::format("the channel {} has no address, the note has no effect",
+                                 channels.shown(index)));
     }
 }
 
@@ -132,16 +55,15 @@ std::vector<const ChannelNote*> ChannelNotes::of(const Entry& entry,
     if (entry.channels.empty()) {
         return notes;
     }
-    const std::vector<CalledChannel> channels = channelsOf(map);
-    auto byWord = positionsByWord(channels);
-    std::vector<const ChannelNote*> noted(channels.size());
+    const CalledChannels channels(map);
+    std::vector<const ChannelNote*> noted(channels.count());
     for (const ChannelNote& note : entry.channels) {
         checkAlias(note);
         if (findings.isFull()) {
             break; // finding the nearest names takes time
         }
-        if (const auto index = indexOf(note, channels, byWord[note.channel], findings)) {
-            setNote(note, channels[*index], noted[*index], findings);
+        if (const auto index = indexOf(note, channels, findings)) {
+            setNote(note, channels, *index, noted[*index], findings);
         }
     }
     std::copy_n(noted.begin(), notes.size(), notes.begin());

@@ -5,7 +5,6 @@
 #include <mxmodule/ChannelMap.h>
 
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
