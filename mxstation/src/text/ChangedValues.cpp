@@ -29,8 +29,8 @@ std::vector<bool> differing(const Configuration& planned, const Configuration& r
 class ValuesOfFile
 {
 public:
-    ValuesOfFile(const PlannedModule& planned, const Configuration& described)
-        : module(planned.module), configuration(described)
+    ValuesOfFile(const mxmodule::Module& named, const Configuration& described)
+        : module(named), configuration(described)
     {}
 
     std::vector<ChangedValue> read(const std::vector<bool>& isWanted)
@@ -76,7 +76,18 @@ std::vector<ChangedValue> changedValues(const PlannedModule& module,
     const Configuration planned = module.module.configuration(module.image, Fieldbus::Modbus);
     const Configuration read =
         module.module.decode(mxmodule::bytesOfRegisters(registers), Fieldbus::Modbus, module.name);
-    return ValuesOfFile(module, read).read(differing(planned, read));
+    return ValuesOfFile(module.module, read).read(differing(planned, read));
+}
+
+ChangedValue parameterOf(const mxmodule::Module& module, std::size_t parameter)
+{
+    const Configuration configuration = module.defaults(Fieldbus::Raw);
+    const std::vector<mxmodule::Parameter> parameters = configuration.parameters();
+    std::vector<bool> isWanted(parameters.size(), false);
+    isWanted[parameter] = true;
+    const auto found = ValuesOfFile(module, configuration).read(isWanted);
+    const std::string& name = parameters[parameter].callName;
+    return found.empty() ? ChangedValue{parameter, "", name, "", true} : found.front();
 }
 
 } // namespace mxstation

@@ -24,4 +24,7 @@ struct ChangedValue
 std::vector<ChangedValue> changedValues(const PlannedModule& module,
                                         const std::vector<std::uint16_t>& registers);
 
+/// Returns the parameter `parameter` of `module` as a station names it, with its default value.
+ChangedValue parameterOf(const mxmodule::Module& module, std::size_t parameter);
+
 } // namespace mxstation

@@ -37,6 +37,12 @@ bool isSameBesidesParameters(const Entry& a, const Entry& b)
                       isSameNote);
 }
 
+bool isSameChannels(const Entry& a, const Entry& b)
+{
+    return std::is_permutation(a.channels.begin(), a.channels.end(), b.channels.begin(),
+                               b.channels.end(), isSameNote);
+}
+
 bool isSameParameters(const Entry& a, const Entry& b)
 {
     return std::equal(a.parameters.begin(), a.parameters.end(), b.parameters.begin(),

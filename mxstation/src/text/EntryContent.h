@@ -11,6 +11,9 @@ bool isSameByte(const std::optional<StatedByte>& a, const std::optional<StatedBy
 /// and pinned addresses are not compared.
 bool isSameBesidesParameters(const Entry& a, const Entry& b);
 
+/// Returns whether two entries state the same notes of channels, in any order.
+bool isSameChannels(const Entry& a, const Entry& b);
+
 /// Returns whether two entries state the same parameters in the same order.
 bool isSameParameters(const Entry& a, const Entry& b);
 

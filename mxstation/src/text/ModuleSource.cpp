@@ -113,9 +113,19 @@ ModuleSource::ModuleSource(const Station& station)
     }
 }
 
+ModuleSource ModuleSource::withoutFiles()
+{
+    ModuleSource modules("", StationOptions(), nullptr);
+    modules.hasFiles = false;
+    return modules;
+}
+
 std::optional<mxmodule::ModuleFile>
 ModuleSource::find(const std::string& reference, const SourcePlace& place, StationErrors& errors)
 {
+    if (!hasFiles) {
+        return std::nullopt;
+    }
     auto found = known.find(reference);
     if (found == known.end() && errors.isFull()) {
         return std::nullopt; // finding the nearest name takes time

@@ -20,6 +20,9 @@ public:
     /// The same for the text of `station`, whose mx files are not read again.
     explicit ModuleSource(const Station& station);
 
+    /// Returns a source that reads no file: every reference has no module, which is no error.
+    static ModuleSource withoutFiles();
+
     /// Returns the mx file that `reference` at `place` names; an error, and nothing, if there is
     /// none.
     std::optional<mxmodule::ModuleFile> find(const std::string& reference, const SourcePlace& place,
@@ -43,6 +46,7 @@ private:
     mxmodule::Catalogue* catalogue;
     std::optional<mxmodule::Catalogue> opened;
     std::map<std::string, Found> known;
+    bool hasFiles = true;
 };
 
 } // namespace mxstation

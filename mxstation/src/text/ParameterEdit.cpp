@@ -59,7 +59,10 @@ private:
         const PlannedModule& module = plan.modules[index];
         try {
             const auto values = changedValues(module, registers[index]);
-            errors.add(editor.set(*list.items[module.entry], list, module.module, values));
+            const auto called = [&module](const std::string& name) {
+                return module.module.parametersCalled(name);
+            };
+            errors.add(editor.set(*list.items[module.entry], list, called, values));
             changed.push_back(index);
         } catch (const Failure& failure) {
             errors.add(

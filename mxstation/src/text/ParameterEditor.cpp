@@ -11,10 +11,33 @@ namespace {
 
 constexpr const char* ownValues = "the modules have values of their own";
 
-bool isParameter(const mxmodule::Module& module, const std::string& name, std::size_t position)
+bool isParameter(const ParametersCalled& called, const std::string& name, std::size_t position)
 {
-    const auto found = module.parametersCalled(name);
+    const auto found = called(name);
     return found.size() == 1 && found.front() == position;
+}
+
+// The member that states a value, after that of its channel.
+using MemberNodes = std::vector<const std::pair<YamlNodeP, YamlNodeP>*>;
+
+template <typename Take>
+void forEachStated(const YamlNode& parameters, const Take& take)
+{
+    for (const auto& member : parameters.members) {
+        if (member.second->kind != YamlNode::Kind::Map) {
+            take(MemberNodes{&member});
+            continue;
+        }
+        for (const auto& inner : member.second->members) {
+            take(MemberNodes{&member, &inner});
+        }
+    }
+}
+
+std::string nameOf(const MemberNodes& path)
+{
+    const std::string& first = path.front()->first->text;
+    return path.size() == 1 ? first : first + "/" + path.back()->first->text;
 }
 
 const YamlNode* lastValue(const YamlNode& map)
@@ -37,12 +60,26 @@ std::vector<ChangedValue> withoutDefaults(std::vector<ChangedValue> values)
 
 } // namespace
 
+std::vector<std::string> statedPath(const YamlNode& parameters, const ParametersCalled& called,
+                                    std::size_t position)
+{
+    std::vector<std::string> keys;
+    forEachStated(parameters, [&](const MemberNodes& path) {
+        if (keys.empty() && isParameter(called, nameOf(path), position)) {
+            for (const auto* const member : path) {
+                keys.push_back(member->first->text);
+            }
+        }
+    });
+    return keys;
+}
+
 ParameterEditor::ParameterEditor(const std::string& text, const YamlNode& tree)
     : source(text), root(tree), edit(text)
 {}
 
 std::vector<YamlError> ParameterEditor::set(const YamlNode& entry, const YamlNode& list,
-                                            const mxmodule::Module& module,
+                                            const ParametersCalled& called,
                                             const std::vector<ChangedValue>& values)
 {
     errors.clear();
@@ -50,7 +87,7 @@ std::vector<YamlError> ParameterEditor::set(const YamlNode& entry, const YamlNod
     const YamlNode* const parameters =
         entry.kind == YamlNode::Kind::Map ? memberCalled(entry, "parameters") : nullptr;
     if (isOwn(entry) && parameters != nullptr) {
-        setIn(*parameters, module, values);
+        setIn(*parameters, called, values);
     } else if (errors.empty()) {
         addParameters(entry, list, withoutDefaults(values));
     }
@@ -86,19 +123,19 @@ void ParameterEditor::addParameters(const YamlNode& entry, const YamlNode& list,
     }
 }
 
-void ParameterEditor::setIn(const YamlNode& parameters, const mxmodule::Module& module,
+void ParameterEditor::setIn(const YamlNode& parameters, const ParametersCalled& called,
                             const std::vector<ChangedValue>& values)
 {
     if (!isOwn(parameters)) {
         return;
     }
-    const StatedValues stated = statedIn(parameters, module);
+    const StatedValues stated = statedIn(parameters, called);
     std::vector<ChangedValue> added;
     for (const ChangedValue& value : values) {
         const auto found = stated.find(value.parameter);
         if (found != stated.end()) {
             replace(found->second, value);
-        } else if (!value.isDefault && !addToGroup(parameters, module, value)) {
+        } else if (!value.isDefault && !addToGroup(parameters, called, value)) {
             added.push_back(value);
         }
     }
@@ -108,24 +145,17 @@ void ParameterEditor::setIn(const YamlNode& parameters, const mxmodule::Module& 
 }
 
 ParameterEditor::StatedValues ParameterEditor::statedIn(const YamlNode& parameters,
-                                                        const mxmodule::Module& module) const
+                                                        const ParametersCalled& called) const
 {
     StatedValues stated;
-    const auto add = [&](const std::string& name, const Stated& one) {
-        const auto found = module.parametersCalled(name);
+    forEachStated(parameters, [&](const MemberNodes& path) {
+        const auto found = called(nameOf(path));
         if (found.size() == 1) {
-            stated.emplace(found.front(), one);
+            const YamlNode& map = path.size() == 1 ? parameters : *path.front()->second;
+            const auto& [key, value] = *path.back();
+            stated.emplace(found.front(), Stated{&map, key.get(), value.get()});
         }
-    };
-    for (const auto& [key, value] : parameters.members) {
-        if (value->kind != YamlNode::Kind::Map) {
-            add(key->text, {&parameters, key.get(), value.get()});
-            continue;
-        }
-        for (const auto& [name, inner] : value->members) {
-            add(key->text + "/" + name->text, {value.get(), name.get(), inner.get()});
-        }
-    }
+    });
     return stated;
 }
 
@@ -145,12 +175,12 @@ void ParameterEditor::replace(const Stated& stated, const ChangedValue& value)
 }
 
 // Returns whether the parameter has a place below its channel, which is stated already.
-bool ParameterEditor::addToGroup(const YamlNode& parameters, const mxmodule::Module& module,
+bool ParameterEditor::addToGroup(const YamlNode& parameters, const ParametersCalled& called,
                                  const ChangedValue& value)
 {
     for (const auto& [key, group] : parameters.members) {
         if (group->kind == YamlNode::Kind::Map &&
-            isParameter(module, key->text + "/" + value.name, value.parameter)) {
+            isParameter(called, key->text + "/" + value.name, value.parameter)) {
             if (isOwn(*group)) {
                 const YamlNode& style = group->members.empty() ? parameters : *group;
                 addMembers(*group, lastValue(*group),

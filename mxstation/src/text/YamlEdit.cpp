@@ -14,11 +14,8 @@ namespace {
 // The end of a value; of a map of lines, that of its last value.
 std::optional<std::size_t> endOfValue(const std::string& source, const YamlNode& node)
 {
-    if (node.kind != YamlNode::Kind::Map || node.isFlow || node.members.empty()) {
-        return endOfNode(source, node);
-    }
-    const auto& [key, value] = node.members.back();
-    return value->offset > key->offset ? endOfValue(source, *value) : std::nullopt;
+    const bool isLines = node.kind == YamlNode::Kind::Map && !node.isFlow && !node.members.empty();
+    return isLines ? endOfMember(source, node, node.members.size() - 1) : endOfNode(source, node);
 }
 
 // The lines of `member`, those after the first with `indent` before them.
@@ -65,9 +62,9 @@ const YamlNode* ownMemberCalled(const YamlNode& map, const std::string& key)
 std::vector<YamlError> usedAgain(const YamlNode& node, const std::string& why)
 {
     std::vector<YamlError> errors;
-    for (const SourcePlace& alias : node.aliases) {
-        errors.push_back({alias, fmt::format("this alias repeats what line {} states, and {}",
-                                             node.place.line, why)});
+    for (const YamlAlias& alias : node.aliases) {
+        errors.push_back({alias.place, fmt::format("this alias repeats what line {} states, and {}",
+                                                   node.place.line, why)});
     }
     return errors;
 }

@@ -96,6 +96,55 @@ std::optional<std::size_t> endOfNode(const std::string& source, const YamlNode& 
     return node.isFlow ? endOfBrackets(source, node) : std::nullopt;
 }
 
+std::optional<std::size_t> endOfUse(const std::string& source, const YamlNode& node,
+                                    std::size_t start)
+{
+    if (start < source.size() && source[start] == '*') {
+        return std::min(source.find_first_of(" \t\r\n,]}", start), source.size());
+    }
+    return start == node.offset ? endOfNode(source, node) : std::nullopt;
+}
+
+std::optional<std::size_t> endOfMember(const std::string& source, const YamlNode& map,
+                                       std::size_t index)
+{
+    const auto& [key, value] = map.members[index];
+    if (value->kind == YamlNode::Kind::Nothing) {
+        const auto end = endOfNode(source, *key);
+        const std::size_t colon = end ? afterBlanks(source, *end) : source.size();
+        return colon < source.size() && source[colon] == ':' ? std::optional(colon + 1)
+                                                             : std::nullopt;
+    }
+    const bool isLines = value->kind == YamlNode::Kind::Map && !value->isFlow &&
+                         map.starts[index] == value->offset && !value->members.empty();
+    return isLines ? endOfMember(source, *value, value->members.size() - 1)
+                   : endOfUse(source, *value, map.starts[index]);
+}
+
+std::optional<std::vector<YamlExtent>> partsInBrackets(const std::string& source,
+                                                       const YamlNode& node)
+{
+    std::vector<YamlExtent> parts;
+    std::size_t last = contentOfNode(source, node) + 1;
+    for (std::size_t i = 0; i < node.starts.size(); ++i) {
+        const bool isList = node.kind == YamlNode::Kind::List;
+        const std::size_t begin = isList ? node.starts[i] : node.members[i].first->offset;
+        const auto end =
+            isList ? endOfUse(source, *node.items[i], begin) : endOfMember(source, node, i);
+        if (!end || begin < last || *end < begin) {
+            return std::nullopt; // a key that is an alias is elsewhere
+        }
+        parts.push_back({begin, *end});
+        last = *end;
+    }
+    return parts;
+}
+
+std::size_t afterBlanks(const std::string& source, std::size_t position)
+{
+    return std::min(source.find_first_not_of(" \t", position), source.size());
+}
+
 std::size_t endOfLine(const std::string& source, std::size_t position)
 {
     const std::size_t end = std::min(source.find('\n', position), source.size());

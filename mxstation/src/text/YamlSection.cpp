@@ -13,21 +13,10 @@ namespace {
 
 constexpr std::size_t mostTextBytes = 65535; // no text of an mx file has more
 
-// The whole number in a scalar, also in one in quotes.
-std::optional<std::uint64_t> numberIn(const YamlNode& node)
-{
-    const bool isHexadecimal = node.text.compare(0, 2, "0x") == 0;
-    if (node.kind != YamlNode::Kind::Scalar) {
-        return std::nullopt;
-    }
-    return text::wholeNumber<std::uint64_t>(node.text.substr(isHexadecimal ? 2 : 0),
-                                            isHexadecimal ? 16 : 10);
-}
-
 void addNotExpected(const YamlNode& node, const std::string& expected, StationErrors& errors,
                     const std::vector<std::string>& accepted = {})
 {
-    const bool isQuoted = numberIn(node) && node.isWord;
+    const bool isQuoted = wholeNumberIn(node) && node.isWord;
     errors.add(
         node.place,
         fmt::format("found {}{}, expected {}", isQuoted ? "the text " : "", node.shown(), expected),
@@ -61,6 +50,16 @@ const YamlNode* YamlSection::find(const std::string& key) const
     return isStated ? found->second.get() : nullptr;
 }
 
+std::optional<std::uint64_t> wholeNumberIn(const YamlNode& node)
+{
+    const bool isHexadecimal = node.text.compare(0, 2, "0x") == 0;
+    if (node.kind != YamlNode::Kind::Scalar) {
+        return std::nullopt;
+    }
+    return text::wholeNumber<std::uint64_t>(node.text.substr(isHexadecimal ? 2 : 0),
+                                            isHexadecimal ? 16 : 10);
+}
+
 std::optional<std::string> readText(const YamlNode& node, const std::string& what,
                                     StationErrors& errors)
 {
@@ -79,7 +78,7 @@ std::optional<std::string> readText(const YamlNode& node, const std::string& wha
 std::optional<std::uint32_t> readNumber(const YamlNode& node, std::uint32_t least,
                                         std::uint32_t most, StationErrors& errors)
 {
-    const auto number = numberIn(node);
+    const auto number = wholeNumberIn(node);
     if (!number || node.isWord || *number < least || *number > most) {
         addNotExpected(node, fmt::format("a whole number from {} to {}", least, most), errors);
         return std::nullopt;
@@ -91,7 +90,7 @@ std::optional<std::uint32_t> readOneOf(const YamlNode& node, const std::string& 
                                        const std::vector<std::uint32_t>& numbers,
                                        StationErrors& errors)
 {
-    const auto number = numberIn(node);
+    const auto number = wholeNumberIn(node);
     if (number && !node.isWord &&
         std::find(numbers.begin(), numbers.end(), *number) != numbers.end()) {
         return static_cast<std::uint32_t>(*number);

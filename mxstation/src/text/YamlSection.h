@@ -35,6 +35,9 @@ private:
 std::optional<std::string> readText(const YamlNode& node, const std::string& what,
                                     StationErrors& errors);
 
+/// Returns the whole number in `node`, in decimal or, after 0x, in hexadecimal, also one in quotes.
+std::optional<std::uint64_t> wholeNumberIn(const YamlNode& node);
+
 /// Returns the whole number in `node`, in decimal or, after 0x, in hexadecimal, from `least` to
 /// `most`; an error and nothing for anything else, a number in quotes too.
 std::optional<std::uint32_t> readNumber(const YamlNode& node, std::uint32_t least,

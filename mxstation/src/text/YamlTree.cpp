@@ -131,9 +131,12 @@ public:
     {
         const auto node = made(YamlNode::Kind::Nothing, mark, anchor);
         if (!open.empty() && open.back()->kind == YamlNode::Kind::List && !open.back()->isFlow) {
-            node->place = lines.dashBefore(mark, open.back()->place).value_or(node->place);
+            if (const auto dash = lines.dashBefore(mark, open.back()->place)) {
+                node->place = *dash;
+                node->offset = dash->lineStart + dash->column - 1;
+            }
         }
-        add(node);
+        add(node, node->offset);
     }
 
     void OnAlias(const YAML::Mark& mark, YAML::anchor_t anchor) override
@@ -147,10 +150,10 @@ public:
                               "this alias is within the value that it names, which has no end"};
         }
         if (isOpen || found == anchored.end()) {
-            add(made(YamlNode::Kind::Nothing, mark, 0));
+            add(made(YamlNode::Kind::Nothing, mark, 0), lines.offsetOf(mark));
         } else {
-            found->second->aliases.push_back(lines.placeOf(mark));
-            add(found->second);
+            found->second->aliases.push_back({lines.placeOf(mark), lines.offsetOf(mark)});
+            add(found->second, lines.offsetOf(mark));
         }
     }
 
@@ -160,7 +163,7 @@ public:
         const auto node = made(YamlNode::Kind::Scalar, mark, anchor);
         node->text = value;
         node->isWord = tag == "!" || tag == "tag:yaml.org,2002:str";
-        add(node);
+        add(node, node->offset);
     }
 
     void OnSequenceStart(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
@@ -203,7 +206,7 @@ private:
 
     void begin(const NodeP& node)
     {
-        add(node);
+        add(node, node->offset);
         open.push_back(node);
         keys.emplace_back();
     }
@@ -214,16 +217,19 @@ private:
         keys.pop_back();
     }
 
-    void add(const NodeP& node)
+    // `start` is where it is used, by an alias too.
+    void add(const NodeP& node, std::size_t start)
     {
         if (open.empty()) {
             root = node;
         } else if (open.back()->kind == YamlNode::Kind::List) {
             open.back()->items.push_back(node);
+            open.back()->starts.push_back(start);
         } else if (keys.back() == nullptr) {
             keys.back() = node;
         } else {
             open.back()->members.emplace_back(std::exchange(keys.back(), nullptr), node);
+            open.back()->starts.push_back(start);
         }
     }
 

@@ -13,6 +13,13 @@ namespace mxstation {
 struct YamlNode;
 using YamlNodeP = std::shared_ptr<const YamlNode>;
 
+/// Where a value is used again.
+struct YamlAlias
+{
+    SourcePlace place;
+    std::size_t offset = 0; ///< Of its first byte in the text.
+};
+
 /// A value of a YAML text and where it is.
 struct YamlNode
 {
@@ -28,11 +35,12 @@ struct YamlNode
     std::string text;    ///< Of a scalar.
     bool isWord = false; ///< A scalar in quotes, or tagged as a text: not a number.
     SourcePlace place;
-    std::size_t offset = 0; ///< Of its first byte in the text, its tag and anchor included.
-    bool isFlow = false;    ///< A list or map in brackets.
-    std::vector<SourcePlace> aliases;                     ///< Where it is used again.
-    std::vector<YamlNodeP> items;                         ///< Of a list.
+    std::size_t offset = 0;         ///< Of its first byte in the text, its tag and anchor included.
+    bool isFlow = false;            ///< A list or map in brackets.
+    std::vector<YamlAlias> aliases; ///< Where it is used again.
+    std::vector<YamlNodeP> items;   ///< Of a list.
     std::vector<std::pair<YamlNodeP, YamlNodeP>> members; ///< Keys and values of a map.
+    std::vector<std::size_t> starts; ///< The first byte of each item or value, also of an alias.
 
     /// Returns what it is, for messages: "a list".
     std::string shown() const;
