@@ -10,7 +10,6 @@ export const texts = {
   skip: "Skip to the content",
   close: "Close",
   dismiss: "Remove this message",
-  messages: "Messages",
   loading: "Loading …",
   nothing: "–",
 
@@ -51,7 +50,6 @@ export const texts = {
   },
 
   findings: {
-    title: "Findings",
     severity: { error: "Error", warning: "Warning", note: "Note" },
     accepted: "Accepted:",
   },
@@ -82,13 +80,11 @@ export const texts = {
     title: "Catalogue",
     words: "Search words",
     wordsHint: "Label, order code, names of channels and parameters",
-    conditions: "Conditions",
     field: "Property",
     comparison: "Comparison",
     value: "Value",
     addCondition: "Add the condition",
     removeCondition: (text: string) => `Remove the condition ${text}`,
-    suggested: "Such as",
     count: (count: number) => counted(count, "module", "modules"),
     noCatalogue: "No catalogue: start mxtool serve with --db to search one.",
     empty: "No module has all of this.",
@@ -108,7 +104,7 @@ export const texts = {
     bytes: (count: number) => `${count} B`,
     noContent: "The catalogue has no mx file of this module",
     add: "Add to station",
-    addOf: (label: string) => `Add ${label} to the station`,
+    addOf: (label: string) => `Add to station: ${label}`,
     unnamed: "No label",
   },
 
@@ -184,7 +180,6 @@ export const texts = {
     stale: (count: number) =>
       `These are the bytes of the last accepted values: ${counted(count, "value is", "values are")} refused.`,
     showRefused: "Show the refused value",
-    changedByte: "changed",
     title: "Bytes",
   },
 
@@ -197,11 +192,9 @@ export const texts = {
     bit: (number: number) => `Bit ${number}`,
     free: "no channel",
     overlap: (names: string) => `Held by several: ${names}`,
-    legend: "Legend",
     asDrawn: "As mxtool draws it",
     asTable: "As a table with links",
     drawn: (label: string) => `Process image of ${label}`,
-    continued: (name: string) => `${name} continued`,
   },
 
   channels: {

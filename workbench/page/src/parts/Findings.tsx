@@ -47,7 +47,7 @@ function One({ finding, onAccept, onPlace }: { finding: Finding } & Omit<Finding
 export function Findings({ findings, onAccept, onPlace }: FindingsProps) {
   if (findings.length === 0) return null;
   return (
-    <ul class="findings" aria-label={texts.findings.title}>
+    <ul class="findings">
       {findings.map((finding, index) =>
         <One key={index} finding={finding} onAccept={onAccept} onPlace={onPlace} />)}
     </ul>

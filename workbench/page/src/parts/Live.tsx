@@ -19,13 +19,14 @@ function last(all: readonly Announcement[], isUrgent: boolean): string {
 /** The messages of `announce`, seen and heard. */
 export function Live() {
   const all = useStore(announcements);
+  const shown = all.filter((one) => one.isShown);
   return (
     <>
       <div class="heard" role="status">{last(all, false)}</div>
       <div class="heard" role="alert">{last(all, true)}</div>
-      {all.length > 0 && (
-        <ul class="toasts" aria-label={texts.messages}>
-          {all.map((one) => <Toast key={one.id} one={one} />)}
+      {shown.length > 0 && (
+        <ul class="toasts">
+          {shown.map((one) => <Toast key={one.id} one={one} />)}
         </ul>
       )}
     </>

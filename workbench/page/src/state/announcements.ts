@@ -5,6 +5,8 @@ export interface Announcement {
   id: number;
   text: string;
   isUrgent: boolean;
+  /** Otherwise it is only heard. */
+  isShown: boolean;
 }
 
 const shownMs = 6_000;
@@ -17,9 +19,18 @@ export function dismiss(id: number): void {
   announcements.set(announcements.get().filter((one) => one.id !== id));
 }
 
+function add(text: string, isUrgent: boolean, isShown: boolean): void {
+  const id = ++lastId;
+  announcements.set([...announcements.get(), { id, text, isUrgent, isShown }].slice(-mostAtOnce));
+  setTimeout(() => dismiss(id), shownMs);
+}
+
 /** Shows a message and has it read; an urgent one interrupts what a screen reader says. */
 export function announce(text: string, isUrgent = false): void {
-  const id = ++lastId;
-  announcements.set([...announcements.get(), { id, text, isUrgent }].slice(-mostAtOnce));
-  setTimeout(() => dismiss(id), shownMs);
+  add(text, isUrgent, true);
+}
+
+/** Has a message read that the page shows elsewhere. */
+export function say(text: string, isUrgent = false): void {
+  add(text, isUrgent, false);
 }

@@ -23,7 +23,7 @@ function Chosen() {
   const { conditions } = useStore(query);
   if (conditions.length === 0) return null;
   return (
-    <ul class="chips" aria-label={texts.catalogue.conditions}>
+    <ul class="chips">
       {conditions.map((condition) => (
         <li key={condition}>
           <span class="mono">{condition}</span>

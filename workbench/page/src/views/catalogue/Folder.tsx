@@ -1,9 +1,10 @@
 import { useRoving } from "../../parts/roving";
 import { address } from "../../state/route";
 import { useStore } from "../../state/store";
+import { hasWords } from "../../state/words";
 import { texts } from "../../texts";
 import type { AddModule } from "./Results";
-import { hasWords, query, useFolder } from "./search";
+import { query, useFolder } from "./search";
 
 /** The mx files of the folder that have the words of the search. */
 export function Folder({ onAdd }: { onAdd: AddModule | undefined }) {

@@ -60,9 +60,3 @@ export function useFolder(): readonly FolderModule[] {
   }, [state]);
   return modules;
 }
-
-/** Returns whether the texts have each of the words, whatever their case. */
-export function hasWords(words: string, ...within: readonly string[]): boolean {
-  const text = within.join(" ").toLowerCase();
-  return words.toLowerCase().split(/\s+/).every((word) => text.includes(word));
-}
