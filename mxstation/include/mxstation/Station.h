@@ -6,6 +6,7 @@
 #include <mxmodule/Catalogue.h>
 #include <mxmodule/Finding.h>
 #include <mxmodule/ModuleFile.h>
+#include <mxmodule/ModuleFolder.h>
 #include <mxmodule/Observer.h>
 
 #include <cstddef>
@@ -102,6 +103,10 @@ struct StationOptions
     /// opened at the first of them.
     std::string catalogueUrl = {};
     mxmodule::Observer* observer = nullptr; ///< Told of the files read; may be null.
+    /// The folder from which alone mx files come, and the files that text forms name, also those of
+    /// the catalogue; must live while the station is read. The station lies in it; a station whose
+    /// name is in angle brackets lies in the folder itself. Null: any readable path.
+    const mxmodule::ModuleFolder* folder = nullptr;
 };
 
 /// Reads the station file (YAML) at `path` and the mx files that it names; paths in it count from

@@ -80,6 +80,18 @@ std::vector<std::string> filesBeside(const std::filesystem::path& path,
     return names;
 }
 
+// The files of the folder, by the names that a station in its directory `from` may use.
+std::vector<std::string> namesFrom(const std::filesystem::path& from,
+                                   const mxmodule::ModuleFolder& folder)
+{
+    std::vector<std::string> names = folder.names();
+    const std::filesystem::path start = from.empty() ? "." : from;
+    for (std::string& name : names) {
+        name = std::filesystem::path(name).lexically_relative(start).string();
+    }
+    return names;
+}
+
 // Reading a pipe or device may never end.
 void requireEnd(const std::filesystem::path& path)
 {
@@ -96,9 +108,8 @@ void requireEnd(const std::filesystem::path& path)
 
 ModuleSource::ModuleSource(const std::string& station, const StationOptions& howRead,
                            mxmodule::Catalogue* openCatalogue)
-    : directory(station.empty() || station.front() == '<'
-                    ? std::string()
-                    : std::filesystem::path(station).parent_path().string()),
+    : isFile(!station.empty() && station.front() != '<'),
+      directory(isFile ? std::filesystem::path(station).parent_path().string() : std::string()),
       options(howRead),
       catalogue(openCatalogue)
 {}
@@ -106,6 +117,7 @@ ModuleSource::ModuleSource(const std::string& station, const StationOptions& how
 ModuleSource::ModuleSource(const Station& station)
     : ModuleSource(station.file, StationOptions(), nullptr)
 {
+    gives = Gives::Known;
     for (const Entry& entry : station.entries) {
         if (entry.module) {
             known.emplace(entry.reference, Found{entry.module, {}});
@@ -116,14 +128,14 @@ ModuleSource::ModuleSource(const Station& station)
 ModuleSource ModuleSource::withoutFiles()
 {
     ModuleSource modules("", StationOptions(), nullptr);
-    modules.hasFiles = false;
+    modules.gives = Gives::None;
     return modules;
 }
 
 std::optional<mxmodule::ModuleFile>
 ModuleSource::find(const std::string& reference, const SourcePlace& place, StationErrors& errors)
 {
-    if (!hasFiles) {
+    if (gives == Gives::None) {
         return std::nullopt;
     }
     auto found = known.find(reference);
@@ -142,6 +154,9 @@ ModuleSource::find(const std::string& reference, const SourcePlace& place, Stati
 
 ModuleSource::Found ModuleSource::read(const std::string& reference)
 {
+    if (gives == Gives::Known) {
+        return {std::nullopt, {Severity::Error, "", "this module is not in the row yet"}};
+    }
     try {
         return isIdentifier(reference) ? readRecord(Poco::toLower(reference)) : readFile(reference);
     } catch (const mxmodule::Failure& failure) {
@@ -156,6 +171,9 @@ std::filesystem::path ModuleSource::pathOf(const std::string& reference) const
 
 ModuleSource::Found ModuleSource::readFile(const std::string& reference) const
 {
+    if (options.folder != nullptr) {
+        return readFromFolder(reference);
+    }
     const std::filesystem::path path = pathOf(reference);
     if (isSomething(path)) {
         requireEnd(path);
@@ -174,6 +192,29 @@ ModuleSource::Found ModuleSource::readFile(const std::string& reference) const
     return {std::nullopt, finding};
 }
 
+// A path that is absolute is refused by the folder.
+ModuleSource::Found ModuleSource::readFromFolder(const std::string& reference) const
+{
+    const std::filesystem::path from = directoryInFolder();
+    const std::string name = (from / reference).string();
+    try {
+        return {options.folder->file(name, options.observer), {}};
+    } catch (const mxmodule::Failure& failure) {
+        Finding finding = reasonOf(failure, name);
+        if (!options.folder->contains(name)) {
+            const auto names = namesFrom(from, *options.folder);
+            finding.text += text::didYouMean(reference, names);
+            finding.accepted = text::nearestWords(reference, names);
+        }
+        return {std::nullopt, finding};
+    }
+}
+
+std::string ModuleSource::directoryInFolder() const
+{
+    return isFile ? options.folder->nameOf(directory.empty() ? "." : directory) : std::string();
+}
+
 ModuleSource::Found ModuleSource::readRecord(const std::string& moduleId)
 {
     mxmodule::Catalogue& modules = openedCatalogue();
@@ -187,6 +228,9 @@ ModuleSource::Found ModuleSource::readRecord(const std::string& moduleId)
         return {std::nullopt, mxmodule::withoutFile({record->module}).front()};
     }
     const std::string name = fmt::format("<module {} of {}>", moduleId, modules.name());
+    if (options.folder != nullptr) {
+        return {options.folder->fileOf(name, record->file, options.observer), {}};
+    }
     return {mxmodule::ModuleFile(name, record->file, options.observer), {}};
 }
 

@@ -17,7 +17,7 @@ public:
     ModuleSource(const std::string& station, const StationOptions& howRead,
                  mxmodule::Catalogue* openCatalogue);
 
-    /// The same for the text of `station`, whose mx files are not read again.
+    /// The same for the text of `station`, of which each mx file is known: none is read.
     explicit ModuleSource(const Station& station);
 
     /// Returns a source that reads no file: every reference has no module, which is no error.
@@ -29,6 +29,13 @@ public:
                                              StationErrors& errors);
 
 private:
+    enum class Gives
+    {
+        Any,   // reads what is not known yet
+        Known, // reads nothing
+        None
+    };
+
     struct Found
     {
         std::optional<mxmodule::ModuleFile> file;
@@ -38,15 +45,18 @@ private:
     Found read(const std::string& reference);
     std::filesystem::path pathOf(const std::string& reference) const;
     Found readFile(const std::string& reference) const;
+    Found readFromFolder(const std::string& reference) const;
+    std::string directoryInFolder() const;
     Found readRecord(const std::string& moduleId);
     mxmodule::Catalogue& openedCatalogue();
 
+    bool isFile; // the station: it has a directory
     std::string directory;
     StationOptions options;
     mxmodule::Catalogue* catalogue;
     std::optional<mxmodule::Catalogue> opened;
     std::map<std::string, Found> known;
-    bool hasFiles = true;
+    Gives gives = Gives::Any;
 };
 
 } // namespace mxstation
