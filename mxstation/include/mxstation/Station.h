@@ -123,4 +123,9 @@ MXSTATION_API Station readStation(const std::string& path, mxmodule::Catalogue& 
 MXSTATION_API Station stationOf(const std::string& source, const std::string& name,
                                 const StationOptions& options = {});
 
+/// Returns the mx file that `reference` names in a station called `name`, as `stationOf` finds it.
+/// Throws a `mxmodule::Failure` if there is none.
+MXSTATION_API mxmodule::ModuleFile moduleOf(const std::string& reference, const std::string& name,
+                                            const StationOptions& options = {});
+
 } // namespace mxstation

@@ -152,6 +152,15 @@ ModuleSource::find(const std::string& reference, const SourcePlace& place, Stati
     return found->second.file;
 }
 
+mxmodule::ModuleFile ModuleSource::require(const std::string& reference)
+{
+    Found found = read(reference);
+    if (!found.file) {
+        throw mxmodule::Failure(found.finding);
+    }
+    return *found.file;
+}
+
 ModuleSource::Found ModuleSource::read(const std::string& reference)
 {
     if (gives == Gives::Known) {
@@ -243,6 +252,12 @@ mxmodule::Catalogue& ModuleSource::openedCatalogue()
         opened.emplace(mxmodule::Catalogue::open(options.catalogueUrl));
     }
     return *opened;
+}
+
+mxmodule::ModuleFile moduleOf(const std::string& reference, const std::string& name,
+                              const StationOptions& options)
+{
+    return ModuleSource(name, options, nullptr).require(reference);
 }
 
 } // namespace mxstation

@@ -28,6 +28,9 @@ public:
     std::optional<mxmodule::ModuleFile> find(const std::string& reference, const SourcePlace& place,
                                              StationErrors& errors);
 
+    /// Returns the mx file that `reference` names. Throws a `mxmodule::Failure` if there is none.
+    mxmodule::ModuleFile require(const std::string& reference);
+
 private:
     enum class Gives
     {
@@ -52,6 +55,7 @@ private:
 
     bool isFile; // the station: it has a directory
     std::string directory;
+    bool readsFiles = true;
     StationOptions options;
     mxmodule::Catalogue* catalogue;
     std::optional<mxmodule::Catalogue> opened;

@@ -13,6 +13,7 @@
 
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -451,6 +452,19 @@ TEST(StationReader, endsAtTooManyModules)
     EXPECT_THAT(shownFindings(station.findings),
                 ElementsAre("66:3 error this is module 65, the layout allows 64"));
     EXPECT_THAT(station.entries, SizeIs(64));
+}
+
+TEST(StationReader, findsAModuleAsAStationDoes)
+{
+    const std::string name = std::string(EXAMPLE_MODULES) + "/station.yaml";
+    EXPECT_EQ(mxstation::moduleOf("MX0304.bin", name).bytes(),
+              mxmodule::readFile(std::string(EXAMPLE_MODULES) + "/MX0304.bin"));
+    try {
+        mxstation::moduleOf("MX0305.bin", name);
+        FAIL() << "there is such a module";
+    } catch (const mxmodule::Failure& failure) {
+        EXPECT_THAT(failure.reason().accepted, Contains("MX0304.bin"));
+    }
 }
 
 } // namespace
