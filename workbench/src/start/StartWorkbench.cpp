@@ -1,6 +1,6 @@
+#include "api/Api.h"
 #include "http/HttpServer.h"
 #include "http/OpenPaths.h"
-#include "http/Refusal.h"
 #include "http/Token.h"
 #include "start/Assets.h"
 #include "start/SignalsElsewhere.h"
@@ -18,7 +18,11 @@ class RunningServer : public Server
 {
 public:
     explicit RunningServer(const Options& options)
-        : token(newToken()),
+        : workplace(options.file, options.folder, options.catalogueUrl),
+          online(options.target.empty() ? nullptr
+                                        : std::make_unique<OnlineSession>(options.target)),
+          api(workplace, online.get()),
+          token(newToken()),
           http(options.port, token, [this](const Request& request) { return answer(request); })
     {}
 
@@ -32,13 +36,13 @@ public:
 private:
     Response answer(const Request& request) const
     {
-        if (isOpenPath(request.path)) {
-            return assets.at(request.path);
-        }
-        return refusal(404, "there is no such call", "see docs/workbench-api.md");
+        return isOpenPath(request.path) ? assets.at(request.path) : api.answer(request);
     }
 
     const Assets assets;
+    Workplace workplace;
+    std::unique_ptr<OnlineSession> online; // null: no coupler is stated
+    const Api api;
     const std::string token;
     HttpServer http;
 };

@@ -1,0 +1,86 @@
+#include "api/ApiFixture.h"
+
+#include <gmock/gmock.h>
+#include <mxmodule/ReadFile.h>
+#include <text/Sha256.h>
+
+namespace {
+
+using testing::ElementsAre;
+using text::Json;
+
+const std::string rowText = "station: Row # kept\nmodules:\n  - MX0116.bin\n";
+
+class FileCalls : public ApiTest
+{
+protected:
+    std::string onDisk() const
+    {
+        const auto bytes = mxmodule::readFile(path("row.yaml"));
+        return {bytes.begin(), bytes.end()};
+    }
+};
+
+TEST_F(FileCalls, GiveTheFileAndItsVersion)
+{
+    openStation(rowText);
+    const Json file = call("GET", "/file");
+    EXPECT_EQ(file.at("name"), "row.yaml");
+    EXPECT_EQ(file.at("text"), rowText);
+    EXPECT_EQ(file.at("version"), text::sha256(rowText));
+    EXPECT_EQ(call("GET", "/file/version"), Json({{"version", text::sha256(rowText)}}));
+}
+
+TEST_F(FileCalls, SaveByteForByte)
+{
+    openStation(rowText);
+    const std::string changed = rowText + "# \xc3\xa4\r\n";
+    const Json saved = call("PUT", "/file", {{"text", changed}, {"from", text::sha256(rowText)}});
+    EXPECT_EQ(saved.at("version"), text::sha256(changed));
+    EXPECT_EQ(onDisk(), changed);
+}
+
+TEST_F(FileCalls, NeverOverwriteAChangedFile)
+{
+    openStation(rowText);
+    const std::string theirs = rowText + "# of another program\n";
+    write("row.yaml", theirs);
+    const Json refused =
+        call("PUT", "/file", {{"text", "station: Mine"}, {"from", text::sha256(rowText)}}, 409);
+    EXPECT_EQ(refused.at("text"), theirs);
+    EXPECT_EQ(refused.at("version"), text::sha256(theirs));
+    EXPECT_EQ(refused.at("findings")[0].at("text"),
+              "The file was changed by another program, and is not overwritten");
+    EXPECT_EQ(onDisk(), theirs);
+
+    call("PUT", "/file", {{"text", rowText}, {"from", refused.at("version")}});
+    EXPECT_EQ(onDisk(), rowText);
+}
+
+TEST_F(FileCalls, KnowThatTheFileIsGone)
+{
+    openStation(rowText);
+    std::filesystem::remove(path("row.yaml"));
+    EXPECT_EQ(call("GET", "/file/version").at("version"), "");
+    call("PUT", "/file", {{"text", rowText}, {"from", text::sha256(rowText)}}, 409);
+    EXPECT_FALSE(std::filesystem::exists(path("row.yaml")));
+    call("PUT", "/file", {{"text", rowText}, {"from", ""}});
+    EXPECT_EQ(onDisk(), rowText);
+}
+
+TEST_F(FileCalls, RefuseATextThatIsNoUtf8)
+{
+    openStation("station: \xff\nmodules: []\n");
+    EXPECT_THAT(failure("GET", "/file", nullptr, 422),
+                ElementsAre("Found bytes that are no UTF-8, expected a text"));
+}
+
+TEST_F(FileCalls, NeedAStation)
+{
+    open("MX0304.bin");
+    EXPECT_THAT(failure("GET", "/file", nullptr, 404), ElementsAre("No station file is open"));
+    EXPECT_THAT(failure("PUT", "/file", {{"text", ""}, {"from", ""}}, 404),
+                ElementsAre("No station file is open"));
+}
+
+} // namespace

@@ -1,0 +1,68 @@
+#include "api/FindingJson.h"
+
+#include <text/JsonText.h>
+#include <text/Utf8.h>
+
+#include <charconv>
+#include <optional>
+#include <string_view>
+
+namespace workbench {
+
+namespace {
+
+struct LineAndColumn
+{
+    text::Json line;
+    text::Json column;
+};
+
+// Takes a number and the colon before it from the beginning of `text`.
+text::Json takeNumber(std::string_view& text)
+{
+    unsigned number = 0;
+    if (text.empty() || text.front() != ':') {
+        return {};
+    }
+    const auto [end, error] = std::from_chars(text.data() + 1, text.data() + text.size(), number);
+    if (error != std::errc()) {
+        return {};
+    }
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return number;
+}
+
+// Of the place "FILE:LINE:COLUMN".
+LineAndColumn placeIn(const std::string& file, const std::string& place)
+{
+    LineAndColumn found;
+    if (!file.empty() && place.compare(0, file.size(), file) == 0) {
+        std::string_view rest = std::string_view(place).substr(file.size());
+        found.line = takeNumber(rest);
+        found.column = takeNumber(rest);
+    }
+    return found;
+}
+
+} // namespace
+
+text::Json findingJson(const mxmodule::Finding& finding, const std::string& file)
+{
+    const LineAndColumn where = placeIn(file, finding.place);
+    return {{"severity", mxmodule::severityName(finding.severity)},
+            {"place", text::toUtf8(finding.place)},
+            {"line", where.line},
+            {"column", where.column},
+            {"text", text::toUtf8(finding.text)},
+            {"hint", text::toUtf8(finding.hint)},
+            {"accepted", text::textsJson(finding.accepted)},
+            {"excerpt", text::toUtf8(finding.excerpt)}};
+}
+
+text::Json findingsJson(const std::vector<mxmodule::Finding>& findings, const std::string& file)
+{
+    return text::listJson(
+        findings, [&file](const mxmodule::Finding& finding) { return findingJson(finding, file); });
+}
+
+} // namespace workbench

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <mxmodule/Finding.h>
+#include <text/Json.h>
+
+#include <string>
+#include <vector>
+
+namespace workbench {
+
+/// Returns `finding` as an object. `line` and `column`, from 1, are those in `file`, if its place
+/// is in that file; otherwise null.
+text::Json findingJson(const mxmodule::Finding& finding, const std::string& file = {});
+
+/// Returns the list of `findings`.
+text::Json findingsJson(const std::vector<mxmodule::Finding>& findings,
+                        const std::string& file = {});
+
+} // namespace workbench

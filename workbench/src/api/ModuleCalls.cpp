@@ -1,0 +1,62 @@
+#include "api/AnswerText.h"
+#include "api/Calls.h"
+#include "api/ConfiguredText.h"
+#include "api/FindingJson.h"
+#include "api/ModuleExports.h"
+#include "api/RequestBody.h"
+
+namespace workbench {
+
+namespace {
+
+std::vector<mxmodule::Assignment> assignmentsIn(const RequestBody& body)
+{
+    std::vector<mxmodule::Assignment> assignments;
+    for (const RequestBody& value : body.objects("values")) {
+        mxmodule::Assignment assignment;
+        assignment.name = value.text("name");
+        assignment.value = value.text("value");
+        assignments.push_back(assignment);
+    }
+    return assignments;
+}
+
+mxmodule::Module moduleIn(const CallContext& context, const RequestBody& body)
+{
+    return mxmodule::Module(context.workplace.module(body.text("reference")));
+}
+
+} // namespace
+
+Response moduleCall(const CallContext& context, const Request& request)
+{
+    const mxmodule::Module module = moduleIn(context, RequestBody(request.body));
+    AnswerText answer;
+    addDescription(answer, module);
+    return answer.addText("configured", configuredText(module, module.defaultImage())).response();
+}
+
+Response moduleConfigurationCall(const CallContext& context, const Request& request)
+{
+    const RequestBody body(request.body);
+    const mxmodule::Module module = moduleIn(context, body);
+    const mxmodule::Composition made = module.compose(assignmentsIn(body));
+    return AnswerText()
+        .addText("configured", made.ok() ? configuredText(module, made.image) : "")
+        .add("findings", findingsJson(made.findings))
+        .response();
+}
+
+Response moduleExportCall(const CallContext& context, const Request& request)
+{
+    const RequestBody body(request.body);
+    const mxmodule::ModuleFile file = context.workplace.module(body.text("reference"));
+    const mxmodule::Module module(file);
+    const mxmodule::Composition made = module.compose(assignmentsIn(body));
+    if (!made.ok()) {
+        throw mxmodule::Failure(made.findings);
+    }
+    return moduleExport({file, module, made.image}, body.text("format"));
+}
+
+} // namespace workbench
