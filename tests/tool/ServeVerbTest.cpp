@@ -161,7 +161,9 @@ TEST(ServeVerb, namesThePackageThatIsMissing)
     const testkit::TemporaryDirectory own;
     std::filesystem::copy_file(std::string(PROJECT_BUILD) + "/lib/libmxmodule.so.1",
                                own.path("libmxmodule.so.1"));
-    const ToolSetup setup{"/dev/null", "", {{"LD_LIBRARY_PATH", own.path()}}, false, {}, {}};
+    const ToolSetup setup{
+        "/dev/null", "", {{"LD_LIBRARY_PATH", own.path() + ":" PROJECT_BUILD "/lib"}},
+        false,       {}, {}};
     const ToolRun missing = serveShortly({}, setup);
     EXPECT_EQ(missing.exitCode, 4);
     EXPECT_EQ(missing.err, "error: the page cannot be served: libmx-workbench.so is not in " +
