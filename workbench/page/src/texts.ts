@@ -13,6 +13,8 @@ export const texts = {
   loading: "Loading …",
   nothing: "–",
 
+  messages: "Messages",
+
   nav: {
     label: "Views",
     openedModule: "Module",
@@ -233,5 +235,165 @@ export const texts = {
     notRead: "not read",
     help: "Touch a byte to see what it means.",
     outside: "Outside of the groups",
+  },
+
+  station: {
+    emptyDraft: "station: New station\nmodules: []\n",
+    fileName: "station.yaml",
+    row: "Row of modules and reserved places",
+    emptyRow: "The row is empty. Add a module or reserve bytes for one.",
+    notPlanned: "The station has errors: see the findings.",
+    parts: "Parts of the station",
+    tabs: { entry: "Selected module", notes: "Its channels", images: "Process images", channels: "All channels" },
+    findings: "Findings",
+    findingCount: (errors: number, others: number) =>
+      errors + others === 0
+        ? "Nothing is wrong"
+        : `${counted(errors, "error", "errors")}, ${counted(others, "other finding", "other findings")}`,
+    reserved: "Reserved",
+    position: (position: number) => String(position),
+    sides: { in: "in", out: "out" },
+    images: { in: "Input image", out: "Output image", module: "Module" },
+    range: (offset: number, size: number) =>
+      `${size === 1 ? offset : `${offset}–${offset + size - 1}`} (${size} B)`,
+    reasons: {
+      padding: "Padding", reserved: "Reserved", status: "Status", "no channel": "No channel",
+    } as Record<string, string>,
+    withoutChannel: (bits: number) => `${counted(bits, "bit", "bits")} without a channel`,
+    pinMark: "⚲",
+    pinnedAt: (at: number) => `Pinned to byte ${at}`,
+    refused: (reason: string) => `Not changed. ${reason}`,
+    notMade: "Not changed: the server does not answer. Try again when it does.",
+    moved: (name: string, place: number, count: number) => `${name} is at place ${place} of ${count}`,
+    removed: (name: string) => `${name} was removed`,
+    added: (name: string) => `${name} was added`,
+    pinned: (name: string) => `${name} is pinned`,
+    unpinned: (name: string) => `${name} is no longer pinned`,
+    pinnedAll: "Every module and reserved place is pinned to the addresses that it has",
+    named: (name: string) => (name === "" ? "The own name was removed" : `The name is ${name}`),
+    sized: "The size of the reserved place was changed",
+    saved: "Saved",
+    notSaved: (reason: string) => `Not saved. ${reason}`,
+    tookTheirs: "The file was loaded as it is on disk",
+
+    tools: {
+      label: "Actions",
+      add: "Add module …",
+      reserve: "Reserve bytes …",
+      pinAll: "Pin all",
+      exports: "Export …",
+      save: "Save",
+      download: "Download",
+      entryOf: (name: string) => name,
+      entry: { before: "Move before", after: "Move after", pin: "Pin to addresses …", remove: "Remove" },
+      keys: { before: "Alt+Left", after: "Alt+Right", pin: "", remove: "Delete" },
+    },
+
+    totals: {
+      title: "Totals",
+      modules: "Modules",
+      ofMost: (count: number, most: number) => `${count} of at most ${most}`,
+      input: "Input image",
+      output: "Output image",
+      image: (size: number, first: number, data: number) =>
+        size === 0 ? "0 B" : `${size} B at ${first}${size === 1 ? "" : `–${first + size - 1}`}, ${data} B of modules`,
+      parameters: "Parameters",
+      parameterSize: (bytes: number, registers: number) => `${bytes} B, ${counted(registers, "register", "registers")}`,
+      layout: "Layout",
+      note: "Note",
+      old: "of the last text without errors",
+    },
+
+    yaml: { title: "Station file", label: "Text of the station, YAML" },
+
+    entry: {
+      name: "Name",
+      nameOf: (planned: string) => `Name, ${planned} if empty`,
+      reserved: "These bytes are kept for a module.",
+      stale: "The station has errors: these are the values of the last text without errors.",
+    },
+
+    notes: {
+      title: "Channels of the module",
+      noModule: "A reserved place has no channels.",
+      columns: { name: "Channel", symbol: "Address", alias: "Alias", comment: "Comment" },
+      aliasOf: (channel: string) => `Alias of ${channel}`,
+      commentOf: (channel: string) => `Comment on ${channel}`,
+    },
+
+    channels: {
+      title: "Channels of the station",
+      filter: "Find a channel",
+      count: (found: number, all: number) => `${found} of ${counted(all, "channel", "channels")}`,
+      columns: {
+        module: "Module", channel: "Channel", symbol: "Address", place: "Bytes", direction: "Direction",
+        alias: "Alias", comment: "Comment",
+      },
+      bits: (byte: number, bit: number, bits: number) =>
+        bits === 1 ? `${byte}, bit ${bit}` : `${byte}, bits ${bit}–${bit + bits - 1}`,
+      bytes: (byte: number, bits: number) => (bits <= 8 ? String(byte) : `${byte}–${byte + Math.ceil(bits / 8) - 1}`),
+    },
+
+    add: {
+      title: "Add a module",
+      search: "Search words",
+      place: "Place",
+      before: (place: number, name: string) => `Before ${place}: ${name}`,
+      atEnd: "At the end",
+      name: "Name (may be empty)",
+      choices: "Modules",
+      files: "Files of the folder",
+      catalogue: "Catalogue",
+      none: "No module has all of these words.",
+    },
+
+    reserve: {
+      title: "Reserve bytes for a module",
+      input: "Input bytes",
+      output: "Output bytes",
+      name: "Name (may be empty)",
+      add: "Reserve",
+      noNumber: "A number of bytes is expected: decimal, or hexadecimal after 0x.",
+    },
+
+    pin: {
+      title: (name: string) => `Pin ${name}`,
+      explained: "A pinned module keeps its address when modules before it change. An empty field: not pinned.",
+      input: "Byte of the input image",
+      output: "Byte of the output image",
+      notPinned: "not pinned",
+      pin: "Pin",
+      unpin: "Unpin",
+    },
+
+    exports: {
+      title: "Export",
+      ofStation: "The station",
+      ofModule: (name: string) => `Module ${name}`,
+      declarations: "For declarations",
+      address: "Addresses of words",
+      addresses: { byte: "of bytes", index: "by size", separate: "without addresses" },
+      scope: "Variables",
+      scopes: { global: "global", program: "of a program" },
+    },
+
+    file: {
+      changed: (file: string) => `Another program changed ${file}.`,
+      hasOwn: "Your changes are not saved: nothing was overwritten.",
+      load: "Load it",
+      compare: "Compare and choose …",
+      title: (file: string) => `${file} was changed by another program`,
+      explained:
+        "Your changes began from an older version of the file. Keep yours to replace the file as it is now, take "
+        + "the file to continue with it (Undo returns to yours), or download yours and decide later.",
+      legend: "−: only in yours; +: only in the file",
+      differences: "Lines that differ",
+      onlyMine: "Only in yours:",
+      onlyTheirs: "Only in the file:",
+      leftOut: "…",
+      download: "Download mine",
+      keepMine: "Keep mine: replace the file",
+      takeTheirs: "Take the file",
+    },
   },
 } as const;

@@ -25,9 +25,11 @@ export function Live() {
       <div class="heard" role="status">{last(all, false)}</div>
       <div class="heard" role="alert">{last(all, true)}</div>
       {shown.length > 0 && (
-        <ul class="toasts">
-          {shown.map((one) => <Toast key={one.id} one={one} />)}
-        </ul>
+        <section aria-label={texts.messages}>
+          <ul class="toasts">
+            {shown.map((one) => <Toast key={one.id} one={one} />)}
+          </ul>
+        </section>
       )}
     </>
   );

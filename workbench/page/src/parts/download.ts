@@ -5,7 +5,8 @@ import { texts } from "../texts";
 
 const keptMs = 60_000;
 
-function give(file: Download): void {
+/** Gives a file to the browser as a download. */
+export function give(file: Download): void {
   const address = URL.createObjectURL(file.content);
   const link = document.createElement("a");
   link.href = address;

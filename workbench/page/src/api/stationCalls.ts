@@ -1,0 +1,19 @@
+// One function for each call of the station.
+
+import { callFile, callJson } from "./client";
+import type { Download } from "./client";
+import type { StationAnswer, StationExportChoice, StationQuestion } from "./stationTypes";
+
+/** Reads and plans a text, after one edit if the question has one. */
+export function askStation(question: StationQuestion): Promise<StationAnswer> {
+  return callJson("station", { body: question });
+}
+
+/** Returns the product images of the station's modules by their references. */
+export function stationPictures(text: string): Promise<{ pictures: Record<string, string | null> }> {
+  return callJson("station/pictures", { body: { text } });
+}
+
+export function exportStation(text: string, choice: StationExportChoice): Promise<Download> {
+  return callFile("station/export", { body: { text, ...choice } });
+}

@@ -1,0 +1,93 @@
+import { useMemo } from "preact/hooks";
+import type { Entry, StationChannels, UnplacedChannel } from "../../api/stationTypes";
+import { memo } from "../../parts/memo";
+import { useStore } from "../../state/store";
+import { texts } from "../../texts";
+import { draft } from "./draft";
+import { EditedText } from "./EditedText";
+import { makeChange } from "./planning";
+import { RefusedAt } from "./RefusedAt";
+
+const words = texts.station.notes;
+
+interface Noted extends UnplacedChannel {
+  alias: string;
+  comment: string;
+  symbol: string;
+}
+
+/** The name by which a station states a channel: its own, or its identifier if that is not clear. */
+function callName(channel: Noted, all: readonly Noted[]): string {
+  const isClear = channel.name !== "" && !/^[\d#]/.test(channel.name)
+    && all.filter((one) => one.name === channel.name).length === 1;
+  return isClear ? channel.name : `#${channel.id}`;
+}
+
+function channelsOf(all: StationChannels, position: number): Noted[] {
+  const placed = all.channels.filter((one) => one.module === position);
+  const others = all.without_symbol.filter((one) => one.module === position);
+  return [...placed, ...others.map((one) => ({ ...one, alias: "", comment: "", symbol: "" }))]
+    .sort((a, b) => a.number - b.number);
+}
+
+interface RowProps {
+  entry: number;
+  name: string;
+  channel: Noted;
+}
+
+const sourceOf = (entry: number, id: string): string => `channel ${entry} ${id}`;
+
+const NoteRow = memo(function NoteRow({ entry, name, channel }: RowProps) {
+  const { alias, comment, id, symbol } = channel;
+  const source = sourceOf(entry, id);
+  const refused = useStore(draft, (value) => (value.refused?.source === source ? value.refused : null));
+  const note = (now: { alias: string; comment: string }): void => {
+    void makeChange({ kind: "channel", entry, channel: name, ...now }, { source, text: now.alias });
+  };
+  const { name: column, symbol: address, alias: aliasWord, comment: commentWord } = words.columns;
+  return (
+    <tr>
+      <th scope="row" data-label={column}>{channel.name === "" ? texts.parameters.channel(channel.number, "") : channel.name}</th>
+      <td class="mono" data-label={address}>{symbol === "" ? texts.nothing : symbol}</td>
+      <td data-label={aliasWord}>
+        {symbol !== "" && (
+          <EditedText
+            label={words.aliasOf(channel.name)}
+            value={alias}
+            isRefused={refused !== null}
+            describedBy={refused === null ? undefined : `note-${entry}-${id}`}
+            onCommit={(text) => note({ alias: text.trim(), comment })}
+          />
+        )}
+        <RefusedAt source={source} id={`note-${entry}-${id}`} />
+      </td>
+      <td data-label={commentWord}>
+        <EditedText label={words.commentOf(channel.name)} value={comment} onCommit={(text) => note({ alias, comment: text.trim() })} />
+      </td>
+    </tr>
+  );
+});
+
+/** The channels of a module, with alias and comment to be edited. */
+export function ChannelNotes({ entry, channels }: { entry: Entry; channels: StationChannels }) {
+  const position = entry.position ?? 0;
+  const own = useMemo(() => channelsOf(channels, position), [channels, position]);
+  if (own.length === 0) return <p class="faint">{texts.channels.none}</p>;
+  const { name, symbol, alias, comment } = words.columns;
+  return (
+    <table class="channel-notes stacked">
+      <caption class="heard">{words.title}</caption>
+      <thead>
+        <tr>
+          <th scope="col">{name}</th><th scope="col">{symbol}</th><th scope="col">{alias}</th><th scope="col">{comment}</th>
+        </tr>
+      </thead>
+      <tbody>
+        {own.map((channel) => (
+          <NoteRow key={`${entry.index} ${channel.id}`} entry={entry.index} name={callName(channel, own)} channel={channel} />
+        ))}
+      </tbody>
+    </table>
+  );
+}

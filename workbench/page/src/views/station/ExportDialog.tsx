@@ -1,0 +1,85 @@
+import { useId, useState } from "preact/hooks";
+import { exportStation } from "../../api/stationCalls";
+import type { StationExportChoice } from "../../api/stationTypes";
+import type { Export } from "../../api/types";
+import { Dialog } from "../../parts/Dialog";
+import { download } from "../../parts/download";
+import { texts } from "../../texts";
+import { draft } from "./draft";
+import { inTurn } from "./planning";
+
+const words = texts.station.exports;
+
+type Address = NonNullable<StationExportChoice["address"]>;
+type Scope = NonNullable<StationExportChoice["scope"]>;
+
+interface ChoiceProps<Key extends string> {
+  label: string;
+  value: Key;
+  all: Readonly<Record<Key, string>>;
+  onChange(key: Key): void;
+}
+
+function Choice<Key extends string>({ label, value, all, onChange }: ChoiceProps<Key>) {
+  const id = useId();
+  return (
+    <div class="labelled">
+      <label for={id}>{label}</label>
+      <select id={id} value={value} onChange={(event) => onChange(event.currentTarget.value as Key)}>
+        {(Object.keys(all) as Key[]).map((key) => <option key={key} value={key}>{all[key]}</option>)}
+      </select>
+    </div>
+  );
+}
+
+function Formats({ title, all, onChoose }: { title: string; all: readonly Export[]; onChoose(format: string): void }) {
+  const id = useId();
+  if (all.length === 0) return null;
+  return (
+    <section aria-labelledby={id}>
+      <h3 id={id}>{title}</h3>
+      <ul class="candidates">
+        {all.map((one) => (
+          <li key={one.format}>
+            <button type="button" onClick={() => onChoose(one.format)}>
+              <span>{one.label}</span>
+              <span class="mono faint">{one.suffix}</span>
+            </button>
+          </li>
+        ))}
+      </ul>
+    </section>
+  );
+}
+
+export interface ExportDialogProps {
+  formats: readonly Export[];
+  /** The selected module; null: none. */
+  module: { position: number; name: string } | null;
+  onClose(): void;
+}
+
+/** The forms in which the station or the selected module is downloaded. */
+export function ExportDialog({ formats, module, onClose }: ExportDialogProps) {
+  const [address, setAddress] = useState<Address>("byte");
+  const [scope, setScope] = useState<Scope>("global");
+  const give = (choice: StationExportChoice): void => {
+    void download(inTurn(() => exportStation(draft.get().text, { ...choice, address, scope })));
+  };
+  return (
+    <Dialog title={words.title} onClose={onClose}>
+      <Formats title={words.ofStation} all={formats.filter((one) => !one.isOfModule)} onChoose={(format) => give({ format })} />
+      {module !== null && (
+        <Formats
+          title={words.ofModule(module.name)}
+          all={formats.filter((one) => one.isOfModule)}
+          onChoose={(format) => give({ format, module: module.position })}
+        />
+      )}
+      <div class="pair" role="group" aria-label={words.declarations}>
+        <Choice<Address> label={words.address} value={address} all={words.addresses} onChange={(key) => setAddress(key)} />
+        <Choice<Scope> label={words.scope} value={scope} all={words.scopes} onChange={(key) => setScope(key)} />
+      </div>
+    </Dialog>
+  );
+}

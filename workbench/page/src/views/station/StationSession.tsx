@@ -1,0 +1,77 @@
+import { useEffect } from "preact/hooks";
+import { openedFile } from "../../api/calls";
+import { connection } from "../../api/client";
+import type { Start } from "../../api/types";
+import { diskVersion } from "../../state/status";
+import { texts } from "../../texts";
+import { base, draft, isChanged } from "./draft";
+import { FileChanged } from "./FileChanged";
+import { keepDraft, keptDraft } from "./keeping";
+import { beginWith, planIfUnanswered } from "./planning";
+import { checkFile, save, showSaveState, theirs } from "./saving";
+
+async function open(start: Start): Promise<void> {
+  const kept = keptDraft(start.file);
+  if (start.opened !== "station") {
+    beginWith(kept?.text ?? texts.station.emptyDraft);
+    return;
+  }
+  const { text, version } = await openedFile();
+  const isOfOlder = kept !== null && kept.base !== null && kept.text !== kept.base.text;
+  base.set(isOfOlder ? kept.base : { text, version });
+  diskVersion.set(version);
+  beginWith(isOfOlder ? kept.text : text);
+  checkFile();
+}
+
+function onKey(event: KeyboardEvent): void {
+  if (!(event.ctrlKey || event.metaKey) || event.shiftKey || event.altKey) return;
+  if (event.key.toLowerCase() !== "s" || base.get() === null) return;
+  event.preventDefault();
+  if (document.activeElement instanceof HTMLElement && document.activeElement.matches("input")) {
+    // A value that is still typed is set before the draft is saved.
+    document.activeElement.dispatchEvent(new Event("change", { bubbles: true }));
+  }
+  void save();
+}
+
+function onLeave(event: BeforeUnloadEvent): void {
+  if (isChanged()) event.preventDefault();
+}
+
+function watchAll(start: Start): () => void {
+  const ends = [
+    draft.watch(showSaveState),
+    base.watch(showSaveState),
+    theirs.watch(showSaveState),
+    diskVersion.watch(checkFile),
+    connection.watch(() => {
+      if (connection.get() === "connected") planIfUnanswered();
+    }),
+    keepDraft(start.file),
+  ];
+  addEventListener("keydown", onKey);
+  addEventListener("beforeunload", onLeave);
+  return () => {
+    for (const end of ends) end();
+    removeEventListener("keydown", onKey);
+    removeEventListener("beforeunload", onLeave);
+  };
+}
+
+/** Opens the station, keeps its draft and watches its file, whatever view is shown. */
+export function StationSession({ start }: { start: Start }) {
+  useEffect(() => {
+    let end = (): void => undefined;
+    let isEnded = false;
+    open(start).then(() => {
+      if (!isEnded) end = watchAll(start);
+      showSaveState();
+    }).catch(() => undefined);
+    return () => {
+      isEnded = true;
+      end();
+    };
+  }, [start]);
+  return <FileChanged file={start.file ?? ""} />;
+}
