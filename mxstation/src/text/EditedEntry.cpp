@@ -80,13 +80,20 @@ bool isSameRow(const EditedText& before, const EditedText& after, const EditedRo
     return true;
 }
 
+// The changed entry as it was counted; nothing if there is none, or it was added.
+std::optional<std::size_t> changedBefore(const EditedRow& row)
+{
+    return row.changed && *row.changed < row.before.size() ? row.before[*row.changed]
+                                                           : std::optional<std::size_t>();
+}
+
 } // namespace
 
 void requireEdited(const Station& station, const EditedText& before, const EditedText& after,
                    const EditedRow& row)
 {
     const std::size_t index = row.changed.value_or(0);
-    const auto old = row.changed && index < row.before.size() ? row.before[index] : std::nullopt;
+    const std::optional<std::size_t> old = changedBefore(row);
     const SourcePlace place = old ? before.entry(*old).place : before.root().place;
     if (!isSameRow(before, after, row)) {
         before.reject(place);

@@ -4,6 +4,7 @@
 #include "api/CallFailure.h"
 #include "api/CallTable.h"
 #include "api/FindingJson.h"
+#include "http/Status.h"
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
@@ -11,11 +12,6 @@
 namespace workbench {
 
 namespace {
-
-constexpr unsigned notFound = 404;
-constexpr unsigned methodNotAllowed = 405;
-constexpr unsigned unprocessable = 422;
-constexpr unsigned internalError = 500;
 
 Response failureAnswer(unsigned status, const std::vector<mxmodule::Finding>& findings,
                        const std::string& file = {})
@@ -27,7 +23,8 @@ Response failureAnswer(unsigned status, const std::vector<mxmodule::Finding>& fi
 // written is not.
 unsigned statusOf(const mxmodule::Failure& failure)
 {
-    return failure.reason().origin == mxmodule::Origin::Output ? internalError : unprocessable;
+    return failure.reason().origin == mxmodule::Origin::Output ? status::internalError
+                                                               : status::unprocessable;
 }
 
 Response answerBy(Call call, const CallContext& context, const Request& request)
@@ -45,12 +42,14 @@ Response answerBy(Call call, const CallContext& context, const Request& request)
 Response unknownCall(const Request& request, const std::string& methods)
 {
     if (methods.empty()) {
-        const CallFailure failure(notFound, fmt::format("There is no call {} {}", request.method,
-                                                        text::abbreviated(request.path)));
+        const CallFailure failure(
+            status::notFound,
+            fmt::format("There is no call {} {}", request.method, text::abbreviated(request.path)));
         return failureAnswer(failure.status(), failure.findings());
     }
-    const CallFailure failure(methodNotAllowed, fmt::format("Found {}, {} takes {}", request.method,
-                                                            request.path, methods));
+    const CallFailure failure(
+        status::methodNotAllowed,
+        fmt::format("Found {}, {} takes {}", request.method, request.path, methods));
     Response response = failureAnswer(failure.status(), failure.findings());
     response.allowed = methods;
     return response;

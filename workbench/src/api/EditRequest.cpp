@@ -1,6 +1,7 @@
 #include "api/EditRequest.h"
 
 #include "api/CallFailure.h"
+#include "http/Status.h"
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
@@ -10,8 +11,6 @@ namespace workbench {
 namespace {
 
 using mxstation::StationEdit;
-
-constexpr unsigned badRequest = 400;
 
 StationEdit addIn(const RequestBody& body)
 {
@@ -92,8 +91,8 @@ mxstation::StationEdit editIn(const RequestBody& body)
         }
         accepted += (accepted.empty() ? "" : ", ") + std::string(one.kind);
     }
-    throw CallFailure(badRequest, fmt::format("edit.kind: found \"{}\", expected one of {}",
-                                              text::abbreviated(wanted), accepted));
+    throw CallFailure(status::badRequest, fmt::format("edit.kind: found \"{}\", expected one of {}",
+                                                      text::abbreviated(wanted), accepted));
 }
 
 } // namespace workbench

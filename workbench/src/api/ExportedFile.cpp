@@ -1,6 +1,7 @@
 #include "api/ExportedFile.h"
 
 #include "api/CallFailure.h"
+#include "http/Status.h"
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
@@ -13,7 +14,6 @@ namespace workbench {
 
 namespace {
 
-constexpr unsigned badRequest = 400;
 constexpr std::size_t longestName = 100;
 
 std::string typeOf(const std::string& fileName)
@@ -56,8 +56,8 @@ void rejectFormat(const std::vector<ExportFormat>& formats, const std::string& f
     for (const ExportFormat& one : formats) {
         accepted += (accepted.empty() ? "" : ", ") + one.format;
     }
-    throw CallFailure(badRequest, fmt::format("format: found \"{}\", expected one of {}",
-                                              text::abbreviated(found), accepted));
+    throw CallFailure(status::badRequest, fmt::format("format: found \"{}\", expected one of {}",
+                                                      text::abbreviated(found), accepted));
 }
 
 } // namespace workbench

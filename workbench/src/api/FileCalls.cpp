@@ -3,6 +3,7 @@
 #include "api/Calls.h"
 #include "api/FindingJson.h"
 #include "api/RequestBody.h"
+#include "http/Status.h"
 
 #include <text/Utf8.h>
 
@@ -10,14 +11,12 @@ namespace workbench {
 
 namespace {
 
-constexpr unsigned noFile = 404;
-constexpr unsigned conflict = 409;
-
 OpenedStation& openedStation(const CallContext& context)
 {
     OpenedStation* const station = context.workplace.station();
     if (station == nullptr) {
-        throw CallFailure(noFile, "No station file is open", "mxtool serve STATION.yaml opens one");
+        throw CallFailure(status::notFound, "No station file is open",
+                          "mxtool serve STATION.yaml opens one");
     }
     return *station;
 }
@@ -42,7 +41,7 @@ Response changedAnswer(const OpenedStation& station, const FileChanged& changed)
         .add("findings", findingsJson({finding}))
         .add("text", textOf(station, changed.present()))
         .add("version", changed.present().version)
-        .response(conflict);
+        .response(status::conflict);
 }
 
 } // namespace

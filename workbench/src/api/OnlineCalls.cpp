@@ -4,6 +4,7 @@
 #include "api/ExportedFile.h"
 #include "api/FindingJson.h"
 #include "api/RequestBody.h"
+#include "http/Status.h"
 
 #include <text/Utf8.h>
 #include <text/WholeNumber.h>
@@ -12,14 +13,10 @@ namespace workbench {
 
 namespace {
 
-constexpr unsigned badRequest = 400;
-constexpr unsigned notFound = 404;
-constexpr unsigned conflict = 409;
-
 OnlineSession& sessionOf(const CallContext& context)
 {
     if (context.online == nullptr) {
-        throw CallFailure(notFound, "No coupler is stated",
+        throw CallFailure(status::notFound, "No coupler is stated",
                           "mxtool serve STATION.yaml --target tcp:HOST states one");
     }
     return *context.online;
@@ -97,8 +94,7 @@ text::Json liveJson(const std::optional<LiveValues>& live)
 // Work goes on; the state has what becomes of it.
 Response startedAnswer(OnlineSession& session)
 {
-    constexpr unsigned accepted = 202;
-    return AnswerText().add("sequence", session.state().sequence).response(accepted);
+    return AnswerText().add("sequence", session.state().sequence).response(status::accepted);
 }
 
 template <typename Work>
@@ -108,7 +104,7 @@ Response begin(const CallContext& context, const Work& work)
     try {
         work(session);
     } catch (const OnlineConflict& reason) {
-        throw CallFailure(conflict, reason.what());
+        throw CallFailure(status::conflict, reason.what());
     }
     return startedAnswer(session);
 }
@@ -121,7 +117,7 @@ std::uint64_t sequenceIn(const Request& request)
     }
     const auto number = text::wholeNumber<std::uint64_t>(found->second);
     if (!number) {
-        throw CallFailure(badRequest, "after: expected the sequence of an earlier answer");
+        throw CallFailure(status::badRequest, "after: expected the sequence of an earlier answer");
     }
     return *number;
 }
@@ -188,7 +184,7 @@ Response onlineReportCall(const CallContext& context, const Request& request)
 {
     const auto report = sessionOf(context).state().report;
     if (!report) {
-        throw CallFailure(notFound, "There is no report: nothing was applied");
+        throw CallFailure(status::notFound, "There is no report: nothing was applied");
     }
     const auto format = request.query.find("format");
     const std::string wanted = format == request.query.end() ? "json" : format->second;

@@ -1,6 +1,7 @@
 #include "api/RequestBody.h"
 
 #include "api/CallFailure.h"
+#include "http/Status.h"
 
 #include <fmt/format.h>
 #include <text/Beginning.h>
@@ -11,7 +12,6 @@ namespace workbench {
 
 namespace {
 
-constexpr unsigned badRequest = 400;
 constexpr int mostLevels = 32;
 
 // The levels are counted before there are objects of them, whose destructors would call themselves.
@@ -20,9 +20,10 @@ text::Json parsed(const std::string& content)
     const auto rejectDeep = [](int depth, text::Json::parse_event_t /*event*/,
                                text::Json& /*value*/) {
         if (depth > mostLevels) {
-            throw CallFailure(badRequest, fmt::format("The body has more than {} levels, expected "
-                                                      "the object of the call",
-                                                      mostLevels));
+            throw CallFailure(status::badRequest,
+                              fmt::format("The body has more than {} levels, expected "
+                                          "the object of the call",
+                                          mostLevels));
         }
         return true;
     };
@@ -30,7 +31,7 @@ text::Json parsed(const std::string& content)
         return text::Json::parse(content, rejectDeep);
     } catch (const text::Json::parse_error& error) {
         throw CallFailure(
-            badRequest,
+            status::badRequest,
             fmt::format("The body is no JSON at byte {}, expected an object", error.byte));
     }
 }
@@ -50,7 +51,7 @@ RequestBody::RequestBody(text::Json part, const std::string& place)
     : json(std::move(part)), path(place)
 {
     if (!json.is_object()) {
-        throw CallFailure(badRequest,
+        throw CallFailure(status::badRequest,
                           fmt::format("{}: found {}, expected an object",
                                       path.empty() ? "body" : path.substr(0, path.size() - 1),
                                       shown(&json)));
@@ -65,8 +66,8 @@ const text::Json* RequestBody::find(const std::string& name) const
 
 void RequestBody::refuse(const std::string& name, const char* expected) const
 {
-    throw CallFailure(badRequest, fmt::format("{}{}: found {}, expected {}", path, name,
-                                              shown(find(name)), expected));
+    throw CallFailure(status::badRequest, fmt::format("{}{}: found {}, expected {}", path, name,
+                                                      shown(find(name)), expected));
 }
 
 const text::Json& RequestBody::at(const std::string& name, const char* expected) const

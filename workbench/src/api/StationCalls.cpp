@@ -7,6 +7,7 @@
 #include "api/RequestBody.h"
 #include "api/StationExports.h"
 #include "api/StationJson.h"
+#include "http/Status.h"
 
 #include <fmt/format.h>
 #include <mxmodule/ProductPicture.h>
@@ -28,8 +29,6 @@ namespace {
 using mxmodule::Finding;
 using mxstation::Plan;
 using mxstation::Station;
-
-constexpr unsigned badRequest = 400;
 
 // A text of a station as read and planned, and why it is not the wanted one.
 struct Draft
@@ -108,7 +107,7 @@ std::size_t wordIn(const RequestBody& body, const char* name, const std::vector<
     const std::string found = body.textOr(name, words.front());
     const auto word = std::find(words.begin(), words.end(), found);
     if (word == words.end()) {
-        throw CallFailure(badRequest,
+        throw CallFailure(status::badRequest,
                           fmt::format("{}: found \"{}\", expected one of {}", name,
                                       text::abbreviated(found), fmt::join(words, ", ")));
     }

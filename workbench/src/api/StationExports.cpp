@@ -1,6 +1,7 @@
 #include "api/StationExports.h"
 
 #include "api/CallFailure.h"
+#include "http/Status.h"
 
 #include <fmt/format.h>
 #include <mxstation/ChannelExport.h>
@@ -15,8 +16,6 @@ namespace {
 
 using mxmodule::Fieldbus;
 
-constexpr unsigned badRequest = 400;
-
 struct StationExport
 {
     ExportFormat format;
@@ -28,7 +27,7 @@ mxstation::ParameterFile parameterFileOf(const PlannedStation& from, Fieldbus fi
 {
     const std::size_t modules = from.plan.modules.size();
     if (from.module == 0 || from.module > modules) {
-        throw CallFailure(badRequest,
+        throw CallFailure(status::badRequest,
                           fmt::format("module: found {}, expected a position from 1 to {}",
                                       from.module, modules));
     }
