@@ -55,7 +55,6 @@ private:
 
     bool isFile; // the station: it has a directory
     std::string directory;
-    bool readsFiles = true;
     StationOptions options;
     mxmodule::Catalogue* catalogue;
     std::optional<mxmodule::Catalogue> opened;

@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using text::Json;
 
-const std::string rowText = "station: Row # kept\nmodules:\n  - MX0116.bin\n";
+const std::string savedText = "station: Row # kept\nmodules:\n  - MX0116.bin\n";
 
 class FileCalls : public ApiTest
 {
@@ -23,49 +23,49 @@ protected:
 
 TEST_F(FileCalls, GiveTheFileAndItsVersion)
 {
-    openStation(rowText);
+    openStation(savedText);
     const Json file = call("GET", "/file");
     EXPECT_EQ(file.at("name"), "row.yaml");
-    EXPECT_EQ(file.at("text"), rowText);
-    EXPECT_EQ(file.at("version"), text::sha256(rowText));
-    EXPECT_EQ(call("GET", "/file/version"), Json({{"version", text::sha256(rowText)}}));
+    EXPECT_EQ(file.at("text"), savedText);
+    EXPECT_EQ(file.at("version"), text::sha256(savedText));
+    EXPECT_EQ(call("GET", "/file/version"), Json({{"version", text::sha256(savedText)}}));
 }
 
 TEST_F(FileCalls, SaveByteForByte)
 {
-    openStation(rowText);
-    const std::string changed = rowText + "# \xc3\xa4\r\n";
-    const Json saved = call("PUT", "/file", {{"text", changed}, {"from", text::sha256(rowText)}});
+    openStation(savedText);
+    const std::string changed = savedText + "# \xc3\xa4\r\n";
+    const Json saved = call("PUT", "/file", {{"text", changed}, {"from", text::sha256(savedText)}});
     EXPECT_EQ(saved.at("version"), text::sha256(changed));
     EXPECT_EQ(onDisk(), changed);
 }
 
 TEST_F(FileCalls, NeverOverwriteAChangedFile)
 {
-    openStation(rowText);
-    const std::string theirs = rowText + "# of another program\n";
+    openStation(savedText);
+    const std::string theirs = savedText + "# of another program\n";
     write("row.yaml", theirs);
     const Json refused =
-        call("PUT", "/file", {{"text", "station: Mine"}, {"from", text::sha256(rowText)}}, 409);
+        call("PUT", "/file", {{"text", "station: Mine"}, {"from", text::sha256(savedText)}}, 409);
     EXPECT_EQ(refused.at("text"), theirs);
     EXPECT_EQ(refused.at("version"), text::sha256(theirs));
     EXPECT_EQ(refused.at("findings")[0].at("text"),
               "The file was changed by another program, and is not overwritten");
     EXPECT_EQ(onDisk(), theirs);
 
-    call("PUT", "/file", {{"text", rowText}, {"from", refused.at("version")}});
-    EXPECT_EQ(onDisk(), rowText);
+    call("PUT", "/file", {{"text", savedText}, {"from", refused.at("version")}});
+    EXPECT_EQ(onDisk(), savedText);
 }
 
 TEST_F(FileCalls, KnowThatTheFileIsGone)
 {
-    openStation(rowText);
+    openStation(savedText);
     std::filesystem::remove(path("row.yaml"));
     EXPECT_EQ(call("GET", "/file/version").at("version"), "");
-    call("PUT", "/file", {{"text", rowText}, {"from", text::sha256(rowText)}}, 409);
+    call("PUT", "/file", {{"text", savedText}, {"from", text::sha256(savedText)}}, 409);
     EXPECT_FALSE(std::filesystem::exists(path("row.yaml")));
-    call("PUT", "/file", {{"text", rowText}, {"from", ""}});
-    EXPECT_EQ(onDisk(), rowText);
+    call("PUT", "/file", {{"text", savedText}, {"from", ""}});
+    EXPECT_EQ(onDisk(), savedText);
 }
 
 TEST_F(FileCalls, RefuseATextThatIsNoUtf8)

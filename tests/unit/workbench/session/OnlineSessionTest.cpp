@@ -21,13 +21,13 @@ using workbench::OnlineSession;
 using workbench::OnlineState;
 using workbench::OnlineWork;
 
-const std::string rowText = "modbus:\n"
-                            "  outputs: {address: 0x800}\n"
-                            "  parameters: {address: 0x4000}\n"
-                            "  identity: {address: 0x3000}\n"
-                            "modules:\n"
-                            "  - {module: MX0304.bin, parameters: {Mains suppression: 60 Hz}}\n"
-                            "  - MX0208.bin\n";
+const std::string couplerRow = "modbus:\n"
+                               "  outputs: {address: 0x800}\n"
+                               "  parameters: {address: 0x4000}\n"
+                               "  identity: {address: 0x3000}\n"
+                               "modules:\n"
+                               "  - {module: MX0304.bin, parameters: {Mains suppression: 60 Hz}}\n"
+                               "  - MX0208.bin\n";
 
 mxstation::Plan planOf(const std::string& text)
 {
@@ -40,7 +40,7 @@ class OnlineSessionTest : public testing::Test
 {
 protected:
     OnlineSessionTest()
-        : plan(planOf(rowText)),
+        : plan(planOf(couplerRow)),
           simulator(plan, mxonline::listenTargetOf("tcp:127.0.0.1:0")),
           session(mxonline::targetText(simulator.address()), {5ms, 200ms})
     {}
@@ -84,10 +84,10 @@ TEST_F(OnlineSessionTest, PlansAndAppliesWhatWasAgreedTo)
     ASSERT_TRUE(planned.difference);
     EXPECT_EQ(planned.connection, OnlineConnection::Connected);
     EXPECT_EQ(planned.difference->difference.parameterCount(), 1U);
-    EXPECT_EQ(planned.difference->version, text::sha256(rowText));
+    EXPECT_EQ(planned.difference->version, text::sha256(couplerRow));
     EXPECT_EQ(simulator.counts().registersWritten, 0U);
 
-    session.apply(planned.difference->id, text::sha256(rowText));
+    session.apply(planned.difference->id, text::sha256(couplerRow));
     const OnlineState applied = waitForEnd();
     ASSERT_TRUE(applied.report);
     EXPECT_TRUE(applied.report->isDone());
@@ -100,7 +100,7 @@ TEST_F(OnlineSessionTest, PlansAndAppliesWhatWasAgreedTo)
 
 TEST_F(OnlineSessionTest, AppliesNothingElse)
 {
-    const std::string version = text::sha256(rowText);
+    const std::string version = text::sha256(couplerRow);
     EXPECT_THROW(session.apply(1, version), OnlineConflict); // nothing is planned
     session.compare(plan, false);
     const auto verified = waitForEnd().difference->id;
@@ -128,7 +128,7 @@ TEST_F(OnlineSessionTest, WritesNothingWhenTheCouplerHasChangedSince)
     ASSERT_TRUE(other.apply(other.difference()).isDone());
     const auto written = simulator.counts().registersWritten;
 
-    session.apply(planned.difference->id, text::sha256(rowText));
+    session.apply(planned.difference->id, text::sha256(couplerRow));
     const OnlineState refused = waitForEnd();
     EXPECT_FALSE(refused.report);
     EXPECT_FALSE(refused.findings.empty());
@@ -144,7 +144,7 @@ TEST_F(OnlineSessionTest, WatchesChannels)
     ASSERT_EQ(first.live->values.size(), 1U);
     EXPECT_EQ(first.live->values[0].channel.channel, "AI 1");
     EXPECT_EQ(first.live->values[0].value.text, "-5");
-    EXPECT_EQ(first.live->version, text::sha256(rowText));
+    EXPECT_EQ(first.live->version, text::sha256(couplerRow));
 
     simulator.setInput("AI 1", "7");
     waitFor([](const OnlineState& state) { return state.live->values[0].value.text == "7"; });
