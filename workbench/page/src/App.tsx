@@ -17,6 +17,7 @@ import { CatalogueView } from "./views/CatalogueView";
 import { ModuleView } from "./views/ModuleView";
 import { OnlineView } from "./views/OnlineView";
 import { StationView } from "./views/StationView";
+import { OnlineSession } from "./views/online/OnlineSession";
 import { StationSession } from "./views/station/StationSession";
 import { requestModule } from "./state/additions";
 
@@ -81,6 +82,7 @@ export function App() {
       <Header start={start} route={route} />
       <ServerState />
       {start !== null && start.opened !== "module" && <StationSession start={start} />}
+      {start !== null && start.target !== null && <OnlineSession />}
       <main tabIndex={-1} aria-busy={start === null}>
         <Findings findings={findings} />
         {start !== null && route !== null && <View route={route} start={start} />}

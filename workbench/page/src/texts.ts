@@ -28,6 +28,7 @@ export const texts = {
     save: { saved: "Saved", changed: "Not saved", saving: "Saving …", conflict: "Changed on disk" },
     target: {
       none: "No target",
+      unknown: "Target: not known",
       idle: "Target: not connected",
       working: "Target: working",
       connected: "Target: connected",
@@ -394,6 +395,91 @@ export const texts = {
       download: "Download mine",
       keepMine: "Keep mine: replace the file",
       takeTheirs: "Take the file",
+    },
+  },
+
+  online: {
+    title: "Online",
+    target: "Target",
+    connection: "Connection",
+    connections: {
+      none: "Not connected: nothing was asked for",
+      connected: "Connected: the coupler answered the last request",
+      failed: "Failed: the coupler did not answer the last request",
+    },
+    serverLost: "Not known: the server does not answer",
+    traffic: "Traffic",
+    parameters: "Parameters",
+    plan: "Plan",
+    verify: "Verify",
+    working: "The coupler is being used",
+    works: { plan: "Reading for the plan …", verify: "Reading …", apply: "Writing, then reading back …" },
+    progress: (done: number, total: number) => `${done} of ${total}`,
+    planOf: (station: string) => `Plan: ${station}`,
+    verified: (station: string) => `Compared: ${station}`,
+    otherText: "This is of another text than the station has now.",
+    notBegun: (reason: string) => `Not begun. ${reason}`,
+    register: (address: number, hex: string) => `${address} (0x${hex})`,
+
+    apply: {
+      open: "Apply …",
+      title: (target: string) => `Write to ${target}`,
+      word: "yes",
+      type: "Type \"yes\" to write",
+      write: "Write",
+      readBack: "Everything is read back afterwards.",
+      noPlan: "Plan first: only what you have seen is written.",
+      notSaved: "Save the station, then plan again.",
+      otherPlan: "The plan is not that of the saved file: plan again.",
+      otherModules: "The coupler has other modules.",
+      nothing: "Nothing to write.",
+    },
+
+    differences: {
+      title: "Parameters that differ",
+      modules: "Modules",
+      columns: {
+        position: "Position", name: "Name", module: "Module", coupler: "On the coupler", parameter: "Parameter",
+        register: "Register", planned: "Planned",
+      },
+      identification: (kind: string, found: string) =>
+        kind === "same" ? "identified" : kind === "other" ? `another module: ${found}` : "not possible to identify",
+      notRead: "not read",
+      same: "Every parameter is as the station states.",
+      count: (count: number) => `${counted(count, "parameter differs", "parameters differ")}`,
+      writes: (parameters: number, registers: number, requests: number) =>
+        `To write: ${counted(parameters, "parameter", "parameters")} in ${counted(registers, "register", "registers")}, `
+        + `${counted(requests, "request", "requests")}`,
+      withoutRegisters: (module: string, names: string) => `${module}: in no register: ${names}`,
+    },
+
+    report: {
+      title: "Report",
+      download: "Download the report",
+      formats: { html: "HTML, for people", text: "Text", json: "JSON" },
+      columns: {
+        module: "Module", parameter: "Parameter", register: "Register", before: "Before", planned: "Planned",
+        now: "Now", outcome: "Outcome",
+      },
+      times: (started: string, finished: string) => `${started} to ${finished}`,
+    },
+
+    live: {
+      title: "Live values",
+      names: "Modules and channels",
+      all: "All channels",
+      add: "Choose",
+      chosen: "Chosen",
+      remove: (name: string) => `Remove ${name}`,
+      start: "Read live values",
+      restart: "Read these",
+      stop: "Stop",
+      columns: { module: "Module", channel: "Channel", symbol: "Address", value: "Value", hex: "Hexadecimal" },
+      changed: "changed: ",
+      noSample: "No sample yet",
+      at: (time: string) => `Sample of ${time}`,
+      stale: (time: string) => `Not live: nothing newer came for more than 3 seconds. ${time}`,
+      otherText: "The channels are those of another text than the station has now: read again.",
     },
   },
 } as const;
