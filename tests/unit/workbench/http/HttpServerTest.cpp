@@ -156,7 +156,7 @@ TEST(HttpServer, boundsTheHeader)
     };
     EXPECT_EQ(answerTo(server.port(), padded(16 << 10)).status, 200);
     EXPECT_EQ(answerTo(server.port(), padded((16 << 10) + 64)).status, 431);
-    for (const std::size_t size : {100 << 10, 1 << 20}) {
+    for (const std::size_t size : {std::size_t{100} << 10, std::size_t{1} << 20}) {
         RawConnection connection(server.port());
         connection.send(padded(size));
         EXPECT_THAT(connection.receive().status, testing::AnyOf(431, 413, 0)) << size;
