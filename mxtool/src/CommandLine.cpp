@@ -79,6 +79,7 @@ void defineProgram(CLI::App& program, GlobalOptions& options, const VerbChoice& 
     addShowVerb(program, options, choose);
     addConfigVerb(program, options, choose);
     addChannelsVerb(program, options, choose);
+    addDatasheetVerb(program, options, choose);
     addPopulateVerb(program, options, choose);
     addDevicesVerb(program, options, choose);
     addCheckVerb(program, options, choose);

@@ -33,6 +33,7 @@ void addGroupsVerb(CLI::App& program, const GlobalOptions& options, const VerbCh
 void addShowVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addConfigVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addChannelsVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
+void addDatasheetVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addPopulateVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addDevicesVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);
 void addCheckVerb(CLI::App& program, const GlobalOptions& options, const VerbChoice& choose);

@@ -33,9 +33,9 @@ Example exampleOf(const std::string& help)
     while (std::getline(lines, line)) {
         example.output += (line.empty() ? "" : line.substr(2)) + "\n";
     }
-    while (!example.output.empty() && example.output.substr(example.output.size() - 2) == "\n\n") {
-        example.output.pop_back();
-    }
+    // Blank lines end the help text, not the output.
+    const std::size_t last = example.output.find_last_not_of('\n');
+    example.output.resize(last == std::string::npos ? 0 : last + 2);
     return example;
 }
 
@@ -100,11 +100,11 @@ INSTANTIATE_TEST_SUITE_P(Verbs, HelpOfOnlineVerb,
                          testing::Values("plan", "apply", "verify", "read", "watch", "set"));
 
 INSTANTIATE_TEST_SUITE_P(Verbs, HelpOfVerb,
-                         testing::Values("", "groups", "show", "channels", "config", "populate",
-                                         "devices", "new", "build", "dump", "check", "explain",
-                                         "diff", "station", "station show", "station channels",
-                                         "station config", "station check", "station diff",
-                                         "station pin"));
+                         testing::Values("", "groups", "show", "channels", "config", "datasheet",
+                                         "populate", "devices", "new", "build", "dump", "check",
+                                         "explain", "diff", "station", "station show",
+                                         "station channels", "station config", "station check",
+                                         "station diff", "station pin"));
 
 TEST(Help, ofTheProgramNamesEveryVerbAndExitCode)
 {

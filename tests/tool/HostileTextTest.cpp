@@ -232,6 +232,21 @@ TEST_F(HostileText, IsNoMarkupInAPage)
     }
 }
 
+TEST_F(HostileText, IsNoMarkupInADataSheet)
+{
+    for (const unsigned number : {0U, 12U, 13U, 14U, 26U}) {
+        const std::string html = outputOf({"datasheet", files[number], "-o", "-"});
+        expectHarmless(html);
+        EXPECT_THAT(elementsOf(html),
+                    testing::IsSubsetOf(
+                        {"html",  "head",  "meta", "title", "style",   "body", "a",     "header",
+                         "div",   "p",     "h1",   "h2",    "dl",      "dt",   "dd",    "nav",
+                         "ol",    "ul",    "li",   "main",  "table",   "tr",   "th",    "td",
+                         "thead", "tbody", "code", "span",  "caption", "pre",  "footer"}));
+        EXPECT_THAT(html, HasSubstr("&lt;script&gt;alert(1)&lt;/script&gt;"));
+    }
+}
+
 TEST_F(HostileText, ComesBackFromYaml)
 {
     for (const unsigned number : chosen) {

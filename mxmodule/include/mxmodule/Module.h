@@ -16,6 +16,7 @@
 
 namespace mxmodule {
 
+class DatasheetModule;
 class TranslatedModule;
 
 /// How a module is made.
@@ -157,6 +158,7 @@ public:
                            const std::string& place) const;
 
 private:
+    friend class DatasheetModule;
     friend class WantedValues;
     explicit Module(std::shared_ptr<const TranslatedModule> content);
     std::shared_ptr<const TranslatedModule> content;

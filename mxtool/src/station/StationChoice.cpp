@@ -26,8 +26,12 @@ void addStationDatabase(CLI::App& verb, StationChoice& choice)
 mxstation::Station loadStation(const StationChoice& choice, StationUse use)
 {
     const bool isInput = use == StationUse::Read || choice.file == "-";
-    const std::vector<char> source =
-        isInput ? loadBytes(choice.file) : loadBytesToReplace(choice.file);
+    return stationOfBytes(choice,
+                          isInput ? loadBytes(choice.file) : loadBytesToReplace(choice.file));
+}
+
+mxstation::Station stationOfBytes(const StationChoice& choice, const std::vector<char>& source)
+{
     mxstation::StationOptions options;
     options.catalogueUrl =
         choice.databaseUrl.empty() ? mxmodule::Catalogue::defaultUrl() : choice.databaseUrl;

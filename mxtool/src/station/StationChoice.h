@@ -3,6 +3,7 @@
 #include <mxstation/Plan.h>
 
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -32,6 +33,9 @@ enum class StationUse
 
 /// Reads the station of `choice`, and the mx files that it names. Throws a `Failure`.
 mxstation::Station loadStation(const StationChoice& choice, StationUse use = StationUse::Read);
+
+/// The same with the bytes `source` of the file, which are read already.
+mxstation::Station stationOfBytes(const StationChoice& choice, const std::vector<char>& source);
 
 /// Reads and plans the station of `choice`. Reports warnings and notes; throws a `Failure` with all
 /// findings when it cannot be planned.

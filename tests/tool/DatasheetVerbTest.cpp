@@ -1,0 +1,65 @@
+#include "HarmlessOutput.h"
+#include "TemporaryDirectory.h"
+#include "ToolProcess.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::HasSubstr;
+using tooltest::readFile;
+using tooltest::runTool;
+using tooltest::ToolRun;
+
+const std::string analogue = std::string(EXAMPLE_MODULES) + "/MX0304.bin";
+
+TEST(DatasheetVerb, writesAPage)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string page = directory.path("out.html");
+    const ToolRun run = runTool({"datasheet", analogue, "-o", page});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out + run.err, "");
+    EXPECT_THAT(readFile(page), HasSubstr("<h1>4 AI ±10 V / 0-20 mA</h1>"));
+    EXPECT_EQ(runTool({"datasheet", analogue, "-o", "-"}).out, readFile(page));
+    EXPECT_EQ(runTool({"datasheet", analogue}).exitCode, 2); // a page is not for a terminal
+}
+
+TEST(DatasheetVerb, readsTextsAndStandardInput)
+{
+    const ToolRun text = runTool({"datasheet", "examples/modules/MX0304.yaml", "-o", "-"});
+    EXPECT_THAT(text.out, HasSubstr("<dd>MX0304.yaml</dd>"));
+    tooltest::ToolSetup fromAnalogue;
+    fromAnalogue.standardInput = analogue;
+    const ToolRun piped = runTool({"datasheet", "-", "-o", "-"}, fromAnalogue);
+    EXPECT_EQ(piped.exitCode, 0) << piped.err;
+    EXPECT_THAT(piped.out, HasSubstr("<dd>&lt;standard input&gt;</dd>"));
+}
+
+TEST(DatasheetVerb, saysWhatAnotherFileIs)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string config = directory.path("config.json");
+    runTool({"config", analogue, "--format", "json", "-o", config});
+    const ToolRun run = runTool({"datasheet", config, "-o", "-"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr("This is a configuration that mxtool config wrote, expected"));
+    const ToolRun broken =
+        runTool({"datasheet", std::string(EXAMPLE_MODULES) + "/MX9999.bin", "-o", "-"});
+    EXPECT_EQ(broken.exitCode, 3);
+    EXPECT_THAT(broken.err, HasSubstr("Truncated mx buffer"));
+}
+
+TEST(DatasheetVerb, replacesNeitherItsInputNorWork)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string text = readFile("examples/modules/MX0304.yaml");
+    const std::string module = directory.write("a.yaml", {text.begin(), text.end()});
+    EXPECT_EQ(runTool({"datasheet", module, "-o", module}).exitCode, 2);
+    EXPECT_EQ(runTool({"datasheet", analogue, "-o", module}).exitCode, 2);
+    EXPECT_EQ(readFile(module), text);
+    EXPECT_EQ(runTool({"datasheet", analogue, "-o", module, "--overwrite"}).exitCode, 0);
+}
+
+} // namespace
