@@ -8,6 +8,7 @@ import { Header } from "./parts/Header";
 import { Live } from "./parts/Live";
 import { ServerState } from "./parts/ServerState";
 import { Shortcuts } from "./parts/Shortcuts";
+import { requestModule } from "./state/additions";
 import { beat } from "./state/heartbeat";
 import { address, useRoute } from "./state/route";
 import type { Route } from "./state/route";
@@ -19,7 +20,6 @@ import { OnlineView } from "./views/OnlineView";
 import { StationView } from "./views/StationView";
 import { OnlineSession } from "./views/online/OnlineSession";
 import { StationSession } from "./views/station/StationSession";
-import { requestModule } from "./state/additions";
 
 function firstRoute(start: Start): Route {
   if (start.opened === "module") return { view: "module", reference: "" };
@@ -39,6 +39,11 @@ function View({ route, start }: { route: Route; start: Start }) {
     case "station": return <StationView start={start} />;
     case "online": return <OnlineView start={start} />;
   }
+}
+
+function nameOf(route: Route, start: Start): string {
+  if (route.view !== "module") return texts.nav[route.view];
+  return route.reference === "" ? start.file ?? texts.nav.openedModule : route.reference;
 }
 
 /** Asks for the start until the server answers it. */
@@ -65,6 +70,7 @@ function useArrival(route: Route | null, start: Start | null): void {
     if (start === null) return;
     if (!isFirst.current) document.querySelector<HTMLElement>("main h1")?.focus();
     isFirst.current = false;
+    if (route !== null) document.title = texts.title(nameOf(route, start));
   }, [route?.view, route?.view === "module" ? route.reference : "", start]);
 }
 

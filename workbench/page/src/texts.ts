@@ -7,6 +7,7 @@ function counted(count: number, one: string, many: string): string {
 
 export const texts = {
   brand: "mxtool workbench",
+  title: (view: string) => `${view} – mxtool workbench`,
   skip: "Skip to the content",
   close: "Close",
   dismiss: "Remove this message",
@@ -93,6 +94,7 @@ export const texts = {
     empty: "No module has all of this.",
     searching: "Searching …",
     results: "Modules of the catalogue",
+    more: (count: number) => `Show more: ${count} are left`,
     folder: "Files in the folder",
     columns: {
       label: "Module",

@@ -6,6 +6,7 @@ import { useStore } from "../state/store";
 import { texts } from "../texts";
 import { Choices, NumberField, Segments, Switch } from "./controls";
 import type { Light } from "../bytes/light";
+import { focusControl } from "./focus";
 import { choicesOf, kindOf } from "./options";
 
 /** A text that was not accepted as a value, and why. */
@@ -75,7 +76,7 @@ function Default({ parameter, configured, onCommit }: FieldProps) {
         class="small"
         aria-label={texts.parameters.toDefaultOf(parameter.name, shown)}
         onClick={(event) => {
-          event.currentTarget.closest(".field")?.querySelector<HTMLElement>("input, select")?.focus();
+          focusControl(event.currentTarget.closest(".field"));
           onCommit(parameter.id, null);
         }}
       >{texts.parameters.toDefault}</button>
@@ -104,9 +105,9 @@ export const Field = memo(function Field(props: FieldProps) {
       onFocusIn={() => light.focus([parameter.id])}
       onFocusOut={() => light.focus(null)}
     >
-      <label for={id}>{parameter.name}</label>
+      {kindOf(parameter) === "segments" ? <span>{parameter.name}</span> : <label for={id}>{parameter.name}</label>}
       <div class="control">
-        {isOutside ? <span id={id}>{configured.shown}</span> : <Control {...props} id={id} describedBy={describedBy} />}
+        {isOutside ? <output id={id}>{configured.shown}</output> : <Control {...props} id={id} describedBy={describedBy} />}
       </div>
       <div class="field-end">
         <p class="field-hint" id={`${id}-hint`}>

@@ -46,10 +46,9 @@ export function Switch({ id, value, choices, isRefused, describedBy, onCommit, s
 export function Segments({ id, name, value, choices, isRefused, describedBy, onCommit }: ChoiceProps) {
   return (
     <span class="segments" role="radiogroup" aria-label={name} aria-invalid={isRefused} aria-describedby={describedBy}>
-      {choices.map((one, index) => (
+      {choices.map((one) => (
         <label key={one.word}>
           <input
-            id={index === 0 ? id : undefined}
             type="radio"
             name={id}
             value={one.word}
@@ -89,12 +88,12 @@ interface NumberProps extends ControlProps {
 /** A number as text; it is set by Enter or when the field is left. */
 export function NumberField({ id, value, unit, isRefused, describedBy, onCommit, onForget }: NumberProps) {
   const [typed, setTyped] = useState<string | null>(null);
-  const commit = (): void => {
+  const commit = (isAgain: boolean): void => {
     setTyped(null);
-    if (typed !== null && typed !== value) onCommit(typed);
+    if (isAgain || (typed !== null && typed !== value)) onCommit(typed ?? value);
   };
   const onKeyDown = (event: KeyboardEvent): void => {
-    if (event.key === "Enter") commit();
+    if (event.key === "Enter") commit(isRefused);
     else if (event.key === "Escape") {
       setTyped(null);
       if (isRefused) onForget();
@@ -113,7 +112,7 @@ export function NumberField({ id, value, unit, isRefused, describedBy, onCommit,
         aria-invalid={isRefused}
         aria-describedby={describedBy}
         onInput={(event) => setTyped(event.currentTarget.value)}
-        onBlur={commit}
+        onBlur={() => commit(false)}
         onKeyDown={onKeyDown}
       />
       {unit !== "" && <span class="unit">{unit}</span>}

@@ -1,5 +1,6 @@
 import { useEffect } from "preact/hooks";
 import type { Light } from "../bytes/light";
+import { focusControl } from "./focus";
 
 const flashMs = 700;
 
@@ -15,7 +16,7 @@ function bring(root: HTMLElement | null, id: string, hasFocus: boolean): boolean
   if (group !== null) group.open = true;
   field.scrollIntoView({ block: "nearest" });
   flash(field);
-  if (hasFocus) field.querySelector<HTMLElement>("input:checked, input:not([type=radio]), select, input")?.focus();
+  if (hasFocus) focusControl(field);
   return true;
 }
 

@@ -2,7 +2,9 @@ import { useEffect, useState } from "preact/hooks";
 
 const steps: Record<string, (index: number, count: number) => number> = {
   ArrowDown: (index) => index + 1,
+  ArrowRight: (index) => index + 1,
   ArrowUp: (index) => index - 1,
+  ArrowLeft: (index) => index - 1,
   PageDown: (index) => index + 10,
   PageUp: (index) => index - 10,
   Home: () => 0,

@@ -1,8 +1,11 @@
+import { useEffect, useState } from "preact/hooks";
 import type { CatalogueModule } from "../../api/types";
 import { memo } from "../../parts/memo";
 import { useRoving } from "../../parts/roving";
 import { address } from "../../state/route";
 import { texts } from "../../texts";
+
+const atOnce = 200;
 
 export type AddModule = (reference: string, label: string) => void;
 
@@ -47,6 +50,19 @@ const Row = memo(function Row({ module, index, isReached, onAdd }: RowProps) {
 
 /** The modules found: a table, on narrow screens a card for each. */
 export function Results({ modules, onAdd }: { modules: readonly CatalogueModule[]; onAdd: AddModule | undefined }) {
+  const [most, setMost] = useState(atOnce);
+  useEffect(() => setMost(atOnce), [modules]);
+  return (
+    <>
+      <Table modules={modules.slice(0, most)} onAdd={onAdd} />
+      {modules.length > most && (
+        <button type="button" onClick={() => setMost(most + atOnce)}>{texts.catalogue.more(modules.length - most)}</button>
+      )}
+    </>
+  );
+}
+
+function Table({ modules, onAdd }: { modules: readonly CatalogueModule[]; onAdd: AddModule | undefined }) {
   const roving = useRoving(modules.length);
   const { columns } = texts.catalogue;
   return (

@@ -54,6 +54,7 @@ export function useFolder(): readonly FolderModule[] {
   const [modules, setModules] = useState<readonly FolderModule[]>([]);
   const state = useStore(connection);
   useEffect(() => {
+    if (state !== "connected") return undefined;
     const ending = new AbortController();
     folderModules(ending.signal).then((found) => setModules(found.modules)).catch(() => undefined);
     return () => ending.abort();

@@ -73,7 +73,8 @@ export class ModuleSession {
     return this.next(async () => {
       const { values } = this.state.get();
       const answer = await this.ask(withValue(values, id, text));
-      if (answer.configured === null) this.refuse(id, text ?? "", answer.findings);
+      if (answer.configured === null && text === null) this.change({ notes: answer.findings });
+      else if (answer.configured === null) this.refuse(id, text, answer.findings);
       else this.accept(onlyChanged(withValue(values, id, text), answer.configured), answer.configured, answer.findings, id);
     });
   }
@@ -128,8 +129,8 @@ export class ModuleSession {
     this.state.set({ ...this.state.get(), ...part });
   }
 
-  private refuse(id: string, text: string, findings: readonly Finding[]): void {
-    this.change({ refused: new Map(this.state.get().refused).set(id, { text, findings }) });
+  private refuse(id: string, text: string | null, findings: readonly Finding[]): void {
+    this.change({ refused: new Map(this.state.get().refused).set(id, { text: text ?? "", findings }) });
   }
 
   private accept(values: Values, configured: Configured, notes: readonly Finding[], id: string): void {
