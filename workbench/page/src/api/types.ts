@@ -21,7 +21,6 @@ export interface Export {
   format: string;
   label: string;
   isOfModule: boolean;
-  suffix: string;
 }
 
 export interface Start {
@@ -43,7 +42,6 @@ export interface OpenedFile {
 
 export interface FolderModule {
   reference: string;
-  label: string;
 }
 
 export interface CatalogueModule {

@@ -54,7 +54,7 @@ function Head({ columns, counted }: { columns: number; counted: Counted }) {
       <tr>
         <th scope="col">{counted === "register" ? texts.bytes.register : texts.bytes.offset}</th>
         {Array.from({ length: columns / width }, (_, index) =>
-          <th key={index} scope="col" colSpan={width} class={width === 2 ? "pair" : ""}>+{index}</th>)}
+          <th key={index} scope="col" colSpan={width}>+{index}</th>)}
       </tr>
     </thead>
   );

@@ -120,6 +120,7 @@ export const Field = memo(function Field(props: FieldProps) {
         <div class="field-refused" id={`${id}-refused`}>
           <Findings
             findings={refused.findings}
+            hasPlaces={false}
             onAccept={parameter.has_option_list ? (text) => onCommit(parameter.id, text) : undefined}
           />
         </div>

@@ -49,7 +49,7 @@ function Counts({ group, props }: { group: Group; props: GroupFieldsProps }) {
 function Fields({ parameters, props }: { parameters: readonly DeviceParameter[]; props: GroupFieldsProps }) {
   const { values, refused, drafts, light, onCommit } = props;
   return (
-    <div class="fields">
+    <div class="group-fields">
       {parameters.map((parameter) => {
         const configured = values.get(parameter.id);
         return configured === undefined ? null : (

@@ -3,6 +3,8 @@ import { texts } from "../texts";
 
 export interface FindingsProps {
   findings: readonly Finding[];
+  /** Whether the place of each is shown; false where the list is at its place. */
+  hasPlaces?: boolean | undefined;
   /** Called with an accepted text that was chosen; without it they are shown as text. */
   onAccept?: ((text: string) => void) | undefined;
   /** Called with a finding whose place in a text was chosen. */
@@ -28,12 +30,12 @@ function Place({ finding, onPlace }: { finding: Finding; onPlace: FindingsProps[
   return <button type="button" class="place link" onClick={() => onPlace(finding)}>{finding.place}</button>;
 }
 
-function One({ finding, onAccept, onPlace }: { finding: Finding } & Omit<FindingsProps, "findings">) {
+function One({ finding, hasPlaces, onAccept, onPlace }: { finding: Finding } & Omit<FindingsProps, "findings">) {
   return (
     <li class={`finding ${finding.severity}`}>
       <span class="severity">{texts.findings.severity[finding.severity]}</span>
       <div class="finding-body">
-        <Place finding={finding} onPlace={onPlace} />
+        {hasPlaces !== false && <Place finding={finding} onPlace={onPlace} />}
         <span class="finding-text">{finding.text}</span>
         {finding.hint !== "" && <span class="hint">{finding.hint}</span>}
         {finding.excerpt !== "" && <pre class="excerpt">{finding.excerpt}</pre>}
@@ -44,12 +46,12 @@ function One({ finding, onAccept, onPlace }: { finding: Finding } & Omit<Finding
 }
 
 /** Findings as a list; nothing if there are none. */
-export function Findings({ findings, onAccept, onPlace }: FindingsProps) {
+export function Findings({ findings, hasPlaces, onAccept, onPlace }: FindingsProps) {
   if (findings.length === 0) return null;
   return (
     <ul class="findings">
       {findings.map((finding, index) =>
-        <One key={index} finding={finding} onAccept={onAccept} onPlace={onPlace} />)}
+        <One key={index} finding={finding} hasPlaces={hasPlaces} onAccept={onAccept} onPlace={onPlace} />)}
     </ul>
   );
 }

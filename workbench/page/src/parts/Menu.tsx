@@ -3,7 +3,6 @@ import { useEffect, useId, useRef, useState } from "preact/hooks";
 export interface MenuItem {
   key: string;
   label: string;
-  detail?: string;
 }
 
 export interface MenuProps {
@@ -76,8 +75,7 @@ export function Menu({ label, items, onChoose }: MenuProps) {
           {items.map((item) => (
             <li key={item.key} role="none">
               <button type="button" role="menuitem" tabIndex={-1} onClick={() => choose(item.key)}>
-                <span>{item.label}</span>
-                {item.detail !== undefined && <span class="faint mono">{item.detail}</span>}
+                {item.label}
               </button>
             </li>
           ))}

@@ -10,7 +10,7 @@ import { query, useFolder } from "./search";
 export function Folder({ onAdd }: { onAdd: AddModule | undefined }) {
   const all = useFolder();
   const { words } = useStore(query);
-  const found = all.filter((one) => hasWords(words, one.reference, one.label));
+  const found = all.filter((one) => hasWords(words, one.reference));
   const roving = useRoving(found.length);
   if (all.length === 0) return null;
   return (
@@ -22,14 +22,13 @@ export function Folder({ onAdd }: { onAdd: AddModule | undefined }) {
             <a class="mono" href={address({ view: "module", reference: one.reference })} tabIndex={index === roving.current ? 0 : -1}>
               {one.reference}
             </a>
-            <span class="faint">{one.label}</span>
             {onAdd !== undefined && (
               <button
                 type="button"
                 class="small"
                 tabIndex={index === roving.current ? 0 : -1}
                 aria-label={texts.catalogue.addOf(one.reference)}
-                onClick={() => onAdd(one.reference, one.label)}
+                onClick={() => onAdd(one.reference, one.reference)}
               >{texts.catalogue.add}</button>
             )}
           </li>

@@ -70,7 +70,7 @@ interface ModuleHeadProps {
 export function ModuleHead({ session, editing, exports, onAdd }: ModuleHeadProps) {
   useKeys(session);
   const { device, picture, sizes } = editing.module;
-  const items = exports.map((one) => ({ key: one.format, label: one.label, detail: one.suffix }));
+  const items = exports.map((one) => ({ key: one.format, label: one.label }));
   return (
     <div class="module-head">
       <Picture source={picture} label={texts.module.pictureOf(device.label)} />

@@ -43,7 +43,6 @@ function Formats({ title, all, onChoose }: { title: string; all: readonly Export
           <li key={one.format}>
             <button type="button" onClick={() => onChoose(one.format)}>
               <span>{one.label}</span>
-              <span class="mono faint">{one.suffix}</span>
             </button>
           </li>
         ))}
