@@ -1,5 +1,7 @@
 #include "api/ModuleExports.h"
 
+#include <mxmodule/Datasheet.h>
+
 namespace workbench {
 
 namespace {
@@ -72,6 +74,9 @@ std::vector<ModuleExport> moduleExports()
         {{"device-text", "Device, table"}, ".txt", [](From from) { return from.module.text(); }});
     all.push_back(
         {{"device-json", "Device, JSON"}, ".json", [](From from) { return from.module.json(); }});
+    all.push_back({{"datasheet", "Data sheet"}, "-datasheet.html", [](From from) {
+                       return mxmodule::datasheet(from.module);
+                   }});
     all.push_back(
         {{"mx-file", "mx file"}, ".bin", [](From from) { return stringOf(from.file.bytes()); }});
     return all;

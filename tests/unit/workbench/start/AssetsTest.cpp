@@ -38,7 +38,7 @@ TEST(Assets, havePageWithoutScriptsOrStylesInIt)
     const auto page = Assets().at("/");
     EXPECT_EQ(page.type, "text/html; charset=utf-8");
     EXPECT_THAT(page.body, StartsWith("<!DOCTYPE html>"));
-    EXPECT_THAT(page.body, HasSubstr("<script src=\"/workbench.js\" defer></script>"));
+    EXPECT_THAT(page.body, HasSubstr("<script type=\"module\" src=\"/workbench.js\"></script>"));
     EXPECT_THAT(page.body, HasSubstr("href=\"/workbench.css\""));
     EXPECT_THAT(page.body, Not(HasSubstr("<style")));
     EXPECT_THAT(page.body, Not(HasSubstr("style=")));
