@@ -4,6 +4,7 @@
 #include <mxmodule/Build.h>
 #include <mxmodule/Catalogue.h>
 #include <mxmodule/Check.h>
+#include <mxmodule/Explanation.h>
 #include <mxmodule/FileKind.h>
 #include <mxmodule/HandWriting.h>
 #include <mxmodule/IecVariable.h>
@@ -32,6 +33,8 @@ void findings(Finding, Failure*, Severity, Origin, Advice) {}
 void files(FileKind, LostWriting, BuildOptions, BuiltFile, CheckRule, RuleSettings, CheckFinding,
            CheckedFile)
 {}
+
+void explanations(Explanation, ExplainedPart, ExplainedGroup, NamedPlace) {}
 
 void catalogues(Catalogue*, CatalogueEntry, CatalogueRecord, CatalogueQuery, ConditionField,
                 MxDirectory, PopulateOptions, Population)

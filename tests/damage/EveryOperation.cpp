@@ -2,10 +2,11 @@
 
 #include "check/CheckText.h"
 #include "diff/DiffOutput.h"
-#include "explain/ExplainOutput.h"
 
 #include <mxauthor/Check.h>
+#include <mxauthor/Explain.h>
 #include <mxauthor/TextForm.h>
+#include <mxmodule/Explanation.h>
 #include <mxmodule/Module.h>
 
 #include <devices/parser/mx/Parser_kv38.h>
@@ -102,10 +103,10 @@ void printAsAuthor(const std::vector<char>& file, const std::vector<char>& origi
         mxmodule::checkSarif(checked);
     });
     run([&] {
-        const mxtool::ExplainedFile explained{"damaged.bin", file, mxauthor::explain(file)};
-        mxtool::explainText(explained, false);
-        text::jsonText(mxtool::explainJson(explained));
-        mxtool::explainHtml(explained);
+        const mxmodule::Explanation explained(mxmodule::ModuleFile("damaged.bin", file));
+        explained.text();
+        explained.json();
+        explained.html();
     });
     run([&] {
         const auto comparison = mxauthor::compare(mxauthor::readWholeGroups(original).file,

@@ -3,9 +3,9 @@
 #include "InputFile.h"
 #include "OutputFile.h"
 #include "Verbs.h"
-#include "explain/ExplainOutput.h"
 
-#include <text/JsonText.h>
+#include <mxmodule/Explanation.h>
+
 #include <unistd.h>
 
 namespace mxtool {
@@ -31,32 +31,39 @@ struct ExplainOptions
     std::string output = "-";
 };
 
-std::string formatted(const ExplainedFile& file, const ExplainOptions& options)
+std::uint64_t offsetOf(const ExplainOptions& options, const mxmodule::ModuleFile& file)
+{
+    const auto offset = numberOfWord(options.at);
+    if (!offset) {
+        throw Failure(Origin::Request, file.name(), "\"" + options.at + "\" is not an offset",
+                      "a number in decimal, or in hexadecimal after 0x");
+    }
+    return *offset;
+}
+
+std::string formatted(const mxmodule::Explanation& explanation, const ExplainOptions& options)
 {
     if (!options.at.empty()) {
-        return explainByte(file, options.at);
+        return explanation.at(offsetOf(options, explanation.file()));
     }
     if (!options.name.empty()) {
-        return explainName(file, options.name);
+        return explanation.where(options.name);
     }
     if (options.format == "json") {
-        return text::jsonText(explainJson(file));
+        return explanation.json();
     }
     if (options.format == "html") {
-        return explainHtml(file);
+        return explanation.html();
     }
-    return explainText(file, options.output == "-" && takesColour(STDOUT_FILENO));
+    return explanation.text(options.output == "-" && takesColour(STDOUT_FILENO));
 }
 
 ExitCode explainFile(const ExplainOptions& options)
 {
-    const mxmodule::ModuleFile input = loadModuleFile(options.file);
-    ExplainedFile file{input.name(), input.bytes(), {}};
-    file.explanation = mxauthor::explain(file.bytes);
-    writeOutput(options.output, formatted(file, options));
-    if (const auto& failure = file.explanation.failure) {
-        report({Severity::Error, input.placeOf(file.explanation.parts.back().place.offset),
-                *failure, "mxtool check " + options.file + " shows the details"});
+    const mxmodule::Explanation explanation(loadModuleFile(options.file));
+    writeOutput(options.output, formatted(explanation, options));
+    if (const auto& failure = explanation.failure()) {
+        report(*failure);
         return ExitCode::Input;
     }
     return ExitCode::Done;

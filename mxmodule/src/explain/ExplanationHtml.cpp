@@ -1,13 +1,12 @@
-#include "explain/ExplainOutput.h"
+#include "explain/ExplanationParts.h"
 
 #include <fmt/format.h>
 #include <text/Html.h>
 
-namespace mxtool {
+namespace mxmodule {
 
 namespace {
 
-using mxauthor::ExplainedPart;
 using text::htmlText;
 
 constexpr const char* style = R"(
@@ -31,50 +30,50 @@ nav a { margin-right: 1em; white-space: nowrap; }
 }
 )";
 
-std::string rowOf(const ExplainedFile& file, const ExplainedPart& part)
+std::string rowOf(const Explanation& explanation, const ExplainedPart& part)
 {
     const std::string value = valueOfPart(part);
     const std::string meaning = meaningOfPart(part);
     const std::string gap = value.empty() || meaning.empty() ? "" : " – ";
     return fmt::format("<tr{}><td class=\"offset\">{:#08x}</td><td class=\"bytes\">{}</td>"
                        "<td class=\"field\">{}</td><td>{}{}{}</td></tr>\n",
-                       part.isRead ? "" : " class=\"unread\"", part.place.offset,
-                       hexOfPart(file, part), htmlText(part.field), htmlText(value), gap,
+                       part.isRead ? "" : " class=\"unread\"", part.offset,
+                       hexOfPart(explanation, part), htmlText(part.field), htmlText(value), gap,
                        htmlText(meaning));
 }
 
-std::string navigation(const ExplainedFile& file)
+std::string navigation(const Explanation& explanation)
 {
     std::string html = "<nav>";
-    for (std::size_t i = 0; i < file.explanation.groups.size(); ++i) {
-        const auto& group = file.explanation.groups[i];
+    for (std::size_t i = 0; i < explanation.groups().size(); ++i) {
+        const ExplainedGroup& group = explanation.groups()[i];
         html +=
             fmt::format("<a href=\"#group-{}\">{:04x} {}</a> ", i, group.id, htmlText(group.name));
     }
     return html + "</nav>\n";
 }
 
-std::string groupTables(const ExplainedFile& file)
+std::string groupHeading(const Explanation& explanation, const ExplainedPart& part)
+{
+    return part.group ? fmt::format("<h2 id=\"group-{}\">{}</h2>\n", *part.group,
+                                    htmlText(headingOf(explanation.groups()[*part.group])))
+                      : "";
+}
+
+std::string groupTables(const Explanation& explanation)
 {
     std::string html;
     const ExplainedPart* previous = nullptr;
-    for (const ExplainedPart& part : file.explanation.parts) {
-        if (previous == nullptr || previous->group != part.group) {
+    for (const ExplainedPart& part : explanation.parts()) {
+        if (beginsGroup(part, previous)) {
             html += previous == nullptr ? "" : "</table>\n";
-            if (part.group >= 0) {
-                const auto& group = file.explanation.groups[static_cast<std::size_t>(part.group)];
-                html += fmt::format("<h2 id=\"group-{}\">{}</h2>\n", part.group,
-                                    htmlText(headingOf(group)));
-            }
-            html += "<table>\n";
+            html += groupHeading(explanation, part) + "<table>\n";
         }
-        const bool begins =
-            previous == nullptr || previous->record != part.record || previous->group != part.group;
-        if (begins && !part.subject.empty()) {
+        if (beginsRecord(part, previous) && !part.subject.empty()) {
             html += fmt::format("<tr class=\"record\"><td></td><td colspan=\"3\">{}</td></tr>\n",
                                 htmlText(part.subject));
         }
-        html += rowOf(file, part);
+        html += rowOf(explanation, part);
         previous = &part;
     }
     return html + (previous == nullptr ? "" : "</table>\n");
@@ -82,18 +81,17 @@ std::string groupTables(const ExplainedFile& file)
 
 } // namespace
 
-std::string explainHtml(const ExplainedFile& file)
+std::string Explanation::html() const
 {
-    const std::string name = htmlText(file.name);
-    return fmt::format("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-                       "<meta name=\"viewport\" content=\"width=device-width\">\n"
-                       "<title>{}</title>\n<style>{}</style>\n</head>\n<body>\n"
-                       "<h1>{}, {} bytes</h1>\n{}{}{}</body>\n</html>\n",
-                       name, style, name, file.bytes.size(),
-                       !file.explanation.failure ? ""
-                                                 : fmt::format("<p><strong>{}</strong></p>\n",
-                                                               htmlText(*file.explanation.failure)),
-                       navigation(file), groupTables(file));
+    const std::string name = htmlText(file().name());
+    return fmt::format(
+        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+        "<meta name=\"viewport\" content=\"width=device-width\">\n"
+        "<title>{}</title>\n<style>{}</style>\n</head>\n<body>\n"
+        "<h1>{}, {} bytes</h1>\n{}{}{}</body>\n</html>\n",
+        name, style, name, file().bytes().size(),
+        !failure() ? "" : fmt::format("<p><strong>{}</strong></p>\n", htmlText(failure()->text)),
+        navigation(*this), groupTables(*this));
 }
 
-} // namespace mxtool
+} // namespace mxmodule
