@@ -13,6 +13,7 @@ const std::vector<CallEntry>& callTable()
         {"POST", "/api/v1/catalogue", searchCatalogueCall},
         {"POST", "/api/v1/module", moduleCall},
         {"POST", "/api/v1/module/configuration", moduleConfigurationCall},
+        {"POST", "/api/v1/module/explanation", moduleExplanationCall},
         {"POST", "/api/v1/module/export", moduleExportCall},
         {"POST", "/api/v1/station", stationCall},
         {"POST", "/api/v1/station/pictures", stationPicturesCall},

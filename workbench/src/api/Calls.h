@@ -29,6 +29,7 @@ Response moduleFilesCall(const CallContext& context, const Request& request);
 
 Response moduleCall(const CallContext& context, const Request& request);
 Response moduleConfigurationCall(const CallContext& context, const Request& request);
+Response moduleExplanationCall(const CallContext& context, const Request& request);
 Response moduleExportCall(const CallContext& context, const Request& request);
 
 Response stationCall(const CallContext& context, const Request& request);

@@ -5,6 +5,8 @@
 #include "api/ModuleExports.h"
 #include "api/RequestBody.h"
 
+#include <mxmodule/Explanation.h>
+
 namespace workbench {
 
 namespace {
@@ -45,6 +47,15 @@ Response moduleConfigurationCall(const CallContext& context, const Request& requ
         .addText("configured", made.ok() ? configuredText(module, made.image) : "")
         .add("findings", findingsJson(made.findings))
         .response();
+}
+
+Response moduleExplanationCall(const CallContext& context, const Request& request)
+{
+    const RequestBody body(request.body);
+    const mxmodule::ModuleFile file = context.workplace.module(body.text("reference"));
+    Response response;
+    response.body = mxmodule::Explanation(file).json();
+    return response;
 }
 
 Response moduleExportCall(const CallContext& context, const Request& request)

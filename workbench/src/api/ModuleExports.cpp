@@ -1,6 +1,7 @@
 #include "api/ModuleExports.h"
 
 #include <mxmodule/Datasheet.h>
+#include <mxmodule/Explanation.h>
 
 namespace workbench {
 
@@ -74,6 +75,9 @@ std::vector<ModuleExport> moduleExports()
         {{"device-text", "Device, table"}, ".txt", [](From from) { return from.module.text(); }});
     all.push_back(
         {{"device-json", "Device, JSON"}, ".json", [](From from) { return from.module.json(); }});
+    all.push_back({{"explanation", "Explained bytes"}, "-bytes.html", [](From from) {
+                       return mxmodule::Explanation(from.file).html();
+                   }});
     all.push_back({{"datasheet", "Data sheet"}, "-datasheet.html", [](From from) {
                        return mxmodule::datasheet(from.module);
                    }});

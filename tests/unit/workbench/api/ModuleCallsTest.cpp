@@ -80,6 +80,18 @@ TEST_F(ModuleCalls, TakeTheOpenedFileWithoutAReference)
               "kv38.5a030304");
 }
 
+TEST_F(ModuleCalls, ExplainTheBytes)
+{
+    const Json explained = call("POST", "/module/explanation", {{"reference", "MX0304.bin"}});
+    EXPECT_EQ(explained.at("schema").at("name"), "mxtool.explain");
+    std::size_t next = 0;
+    for (const auto& part : explained.at("parts")) {
+        EXPECT_EQ(part.at("offset"), next);
+        next += part.at("length").get<std::size_t>();
+    }
+    EXPECT_EQ(next, std::filesystem::file_size(path("MX0304.bin")));
+}
+
 TEST_F(ModuleCalls, ExportWhatTheLibrariesWrite)
 {
     const Json values = {{{"name", "AI 1/Upper limit"}, {"value", "9.9 V"}}};
