@@ -153,13 +153,7 @@ export interface ImageArea {
   overlapping: BitRun[];
 }
 
-/** Bits of an image, counted from byte 0. */
-export interface Place {
-  firstBit: number;
-  bits: number;
-}
-
-export interface MappedChannel extends DeviceChannel, Place {
+export interface MappedChannel extends DeviceChannel {
   area: string;
   mask: number;
 }
@@ -178,7 +172,6 @@ export interface Module {
   picture: string | null;
   processImage: string;
   sizes: { input: number; output: number; parameters: number };
-  places: Place[];
   configured: Configured;
 }
 

@@ -1,0 +1,103 @@
+// The catalogue: searched, narrowed by conditions, and left for a module.
+"use strict";
+
+const { equal, isTrue, soon, soonHas } = require("../harness/expected.cjs");
+
+const call = ["--folder", ".", "--db", "sqlite:catalogue.sqlite"];
+const found = ".catalogue table.cards tbody tr";
+const identifiers = `${found} td[data-label=Identifier]`;
+
+async function open(t) {
+  return t.open(await t.sharedServer(...call), { route: "#/catalogue" });
+}
+
+/** Identifiers of the modules that the command line finds. */
+async function expectedOf(t, ...options) {
+  const all = await t.shared.json("devices", "--db", "sqlite:catalogue.sqlite", ...options);
+  return all.devices.map((one) => one.module_id);
+}
+
+async function addCondition(page, property, comparison, value) {
+  await page.choose("Property", property);
+  await page.choose("Comparison", comparison);
+  await page.fillField("Value", value, "Enter");
+}
+
+module.exports = {
+  async "shows every module of the database"(t) {
+    const page = await open(t);
+    await soon("modules", () => page.texts(identifiers), await expectedOf(t));
+  },
+
+  async "finds what the command line finds for words"(t) {
+    const page = await open(t);
+    await page.fillField("Search words", "relay 230");
+    const expected = await expectedOf(t, "--search", "relay 230");
+    isTrue("the words are of some modules only", expected.length > 0 && expected.length < 10);
+    await soon("modules", () => page.texts(identifiers), expected);
+    await soonHas("count", () => page.text(".catalogue .count"), `${expected.length} module`);
+  },
+
+  async "narrows the search by conditions"(t) {
+    const page = await open(t);
+    await addCondition(page, "in_bytes", ">", "4");
+    await addCondition(page, "unit", "=", "V");
+    await soon("modules", () => page.texts(identifiers), await expectedOf(t, "--where", "in_bytes>4", "--where", "unit=V"));
+    await page.click("button", "Remove the condition in_bytes>4");
+    await soon("modules", () => page.texts(identifiers), await expectedOf(t, "--where", "unit=V"));
+  },
+
+  async "says that nothing was found"(t) {
+    const page = await open(t);
+    await page.fillField("Search words", "no module has this");
+    await soonHas("message", () => page.text(".catalogue"), "No module has all of this.");
+    equal("modules", await page.texts(identifiers), []);
+  },
+
+  async "says what a condition accepts"(t) {
+    t.allow(/status of 422/);
+    const page = await open(t);
+    await addCondition(page, "in_bytes", ">", "many");
+    const { err } = await t.shared.run("devices", "--db", "sqlite:catalogue.sqlite", "--where", "in_bytes>many");
+    const reason = /expected [^\n]*/.exec(err)[0];
+    await soonHas("finding", () => page.text(".catalogue"), reason);
+  },
+
+  async "opens a module by its label, with its picture as an image"(t) {
+    const page = await open(t);
+    await page.fillField("Search words", "K38-304");
+    await page.click("link", "4 AI ±10 V / 0-20 mA");
+    await page.heading("4 AI ±10 V / 0-20 mA");
+    const picture = await page.evaluate(() => {
+      const image = document.querySelector(".module-head img");
+      return { begins: image?.src.slice(0, 11), alt: image?.alt, isDrawn: image?.complete && image.naturalWidth > 0 };
+    });
+    equal("picture", picture, { begins: "data:image/", alt: "Picture of 4 AI ±10 V / 0-20 mA", isDrawn: true });
+    equal("no markup of the picture", await page.has("main svg"), false);
+  },
+
+  async "keeps the search while a module is looked at"(t) {
+    const page = await open(t);
+    await page.fillField("Search words", "K38-304");
+    await page.click("link", "4 AI ±10 V / 0-20 mA");
+    await page.heading("4 AI ±10 V / 0-20 mA");
+    await page.click("link", "Catalogue");
+    await soon("modules", () => page.texts(identifiers), ["5a030304"]);
+  },
+
+  async "lists the files of the folder, and opens one"(t) {
+    const page = await open(t);
+    const name = "modules/MX0804.bin";
+    await page.click("link", name);
+    const { label } = await t.shared.json("config", name);
+    await page.heading(label);
+  },
+
+  async "says that there is no catalogue, and shows the folder"(t) {
+    const workplace = t.workplace();
+    workplace.write("empty/modules/MX0108.yaml", workplace.read("modules/MX0108.yaml"));
+    const page = await t.open(await t.server(workplace, "--folder", "empty"));
+    await soonHas("message", () => page.text("main"), "No catalogue: start mxtool serve with --db to search one.");
+    await soon("files", () => page.texts(".catalogue .files a"), ["modules/MX0108.yaml"]);
+  },
+};
