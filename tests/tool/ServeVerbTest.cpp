@@ -51,7 +51,7 @@ TEST(ServeVerb, servesWhatAPersonMayHave)
         EXPECT_THAT(run.out, MatchesRegex(std::string(addressForm) + "\n"));
     }
     EXPECT_EQ(serveShortly({}).exitCode, 0);
-    EXPECT_EQ(serveShortly({servedStation, "--folder", PROJECT_BUILD}).exitCode, 0);
+    EXPECT_EQ(serveShortly({servedStation, "--folder", PROJECT_ROOT "/examples"}).exitCode, 0);
 }
 
 TEST(ServeVerb, hasAnExampleThatPrintsWhatItSays)
@@ -92,6 +92,7 @@ TEST(ServeVerb, rejectsWhatItCannotServe)
                                      "an mx file or the text form of one\n"));
     EXPECT_EQ(serveShortly({"-"}).exitCode, 2);
     EXPECT_EQ(serveShortly({servedStation, "--folder", "/no/such/folder"}).exitCode, 3);
+    EXPECT_EQ(serveShortly({servedStation, "--folder", PROJECT_ROOT "/docs"}).exitCode, 3);
     EXPECT_EQ(serveShortly({servedStation, "--db", "sqlite:/no/such.sqlite"}).exitCode, 4);
     EXPECT_EQ(serveShortly({servedStation, "--target", "tcp:"}).exitCode, 2);
     EXPECT_EQ(serveShortly({servedStation, "--port", "65536"}).exitCode, 2);

@@ -39,8 +39,8 @@ void addServeOptions(CLI::App& verb, ServeOptions& options)
         ->check(CLI::Range(0U, 65535U));
     verb.add_flag("--open", options.opensBrowser, "Open the page in the browser of the user");
     addText(verb, "--folder", options.folder,
-            "Where the files are that a station or a text form names; by default the directory of "
-            "FILE, else the current one",
+            "Where the files are that a station or a text form names; FILE is in it; by "
+            "default the directory of FILE, else the current one",
             "DIRECTORY");
     addText(verb, "--target", options.target,
             "The coupler of the station: tcp:HOST[:PORT] or rtu:DEVICE[,BAUD[,PARITY[,STOPBITS]]]",

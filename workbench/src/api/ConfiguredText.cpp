@@ -55,6 +55,11 @@ std::string configuredText(const mxmodule::Module& module, const std::vector<cha
     return answer.add("callNames", callNamesJson(module)).text();
 }
 
+text::Json bitsJson(const mxmodule::MappedChannel& channel)
+{
+    return {{"firstBit", channel.firstBit}, {"bits", channel.bits}};
+}
+
 void addDescription(AnswerText& answer, const mxmodule::Module& module)
 {
     const mxmodule::ChannelMap map = module.channelMap();
@@ -62,7 +67,8 @@ void addDescription(AnswerText& answer, const mxmodule::Module& module)
         .addText("channels", map.json())
         .add("picture", pictureJson(module))
         .add("processImage", map.svg())
-        .add("sizes", sizesJson(module.sizes()));
+        .add("sizes", sizesJson(module.sizes()))
+        .add("places", text::listJson(map.channels(), bitsJson));
 }
 
 } // namespace workbench

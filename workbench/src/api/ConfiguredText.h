@@ -14,9 +14,12 @@ namespace workbench {
 /// `callNames` has for each parameter, "#ID", the shortest name that sets it.
 std::string configuredText(const mxmodule::Module& module, const std::vector<char>& image);
 
+/// Returns the bits of `channel` in its image, counted from byte 0: `firstBit`, `bits`.
+text::Json bitsJson(const mxmodule::MappedChannel& channel);
+
 /// Adds what `module` is to `answer`: `device` and `channels` are what `mxtool show` and `mxtool
 /// channels` print, `picture` is that of the product as a data URL or null, `processImage` is a
-/// drawing (SVG), `sizes` are bytes.
+/// drawing (SVG), `sizes` are bytes, `places` are those of the channels of `channels`.
 void addDescription(AnswerText& answer, const mxmodule::Module& module);
 
 } // namespace workbench

@@ -143,6 +143,7 @@ Response stationCall(const CallContext& context, const Request& request)
         .add("entries", entriesJson(draft.station, draft.plan))
         .addText("plan", isPlanned ? stationJson(draft.plan) : "")
         .addText("channels", isPlanned ? channelsJson(draft.plan) : "")
+        .add("places", text::listJson(draft.plan.channels, bitsJson))
         .addText("module", isPlanned ? shownModule(draft.plan, body) : "")
         .response();
 }

@@ -61,6 +61,12 @@ TEST_F(StationCalls, PlanAsTheLibraryDoes)
     EXPECT_EQ(made.at("plan"), Json::parse(stationJson(plan())));
     EXPECT_EQ(made.at("channels"), Json::parse(channelsJson(plan())));
     EXPECT_TRUE(made.at("module").is_null());
+    // The analog inputs of Levels follow the two bytes of switches.
+    const auto& channels = made.at("channels").at("channels");
+    ASSERT_EQ(made.at("places").size(), channels.size());
+    EXPECT_EQ(channels[16].at("name"), "AI 1");
+    EXPECT_EQ(made.at("places")[16], Json({{"firstBit", 16}, {"bits", 16}}));
+    EXPECT_EQ(made.at("places")[3], Json({{"firstBit", 3}, {"bits", 1}}));
 }
 
 TEST_F(StationCalls, StateTheEntries)

@@ -2,6 +2,7 @@
 
 import { callFile, callJson } from "./client";
 import type { Download } from "./client";
+import { withPlaces } from "./places";
 import type {
   CatalogueModule, Configured, Explanation, Finding, FolderModule, Module, NamedValue, OpenedFile, Start,
 } from "./types";
@@ -33,8 +34,8 @@ export function searchCatalogue(
   return callJson("catalogue", { body: { words, conditions }, signal });
 }
 
-export function module(reference: string, signal?: AbortSignal): Promise<Module> {
-  return callJson("module", { body: { reference }, signal });
+export async function module(reference: string, signal?: AbortSignal): Promise<Module> {
+  return withPlaces(await callJson<Module>("module", { body: { reference }, signal }));
 }
 
 /** `configured` is null if a value is refused. */

@@ -2,11 +2,13 @@
 
 import { callFile, callJson } from "./client";
 import type { Download } from "./client";
+import { withPlaces } from "./places";
 import type { StationAnswer, StationExportChoice, StationQuestion } from "./stationTypes";
 
 /** Reads and plans a text, after one edit if the question has one. */
-export function askStation(question: StationQuestion): Promise<StationAnswer> {
-  return callJson("station", { body: question });
+export async function askStation(question: StationQuestion): Promise<StationAnswer> {
+  const answer = await callJson<StationAnswer>("station", { body: question });
+  return withPlaces({ ...answer, module: answer.module && withPlaces(answer.module) });
 }
 
 /** Returns the product images of the station's modules by their references. */

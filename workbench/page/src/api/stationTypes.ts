@@ -1,6 +1,6 @@
 // The objects of the station's calls, as docs/workbench-api.md and docs/json-output.md describe them.
 
-import type { Channels, Configured, Device, DeviceChannel, Finding, NamedValue } from "./types";
+import type { Channels, Configured, Device, DeviceChannel, Finding, NamedValue, Place } from "./types";
 
 export interface Extent {
   offset: number;
@@ -42,7 +42,7 @@ export interface StationPlan {
   totals: { modules: number; in: number; out: number; parameters: number; registers: number };
 }
 
-export interface StationChannel extends DeviceChannel {
+export interface StationChannel extends DeviceChannel, Place {
   module: number;
   module_name: string;
   alias: string;
@@ -85,6 +85,7 @@ export interface ModuleDescription {
   picture: string | null;
   processImage: string;
   sizes: { input: number; output: number; parameters: number };
+  places: Place[];
 }
 
 export interface ConfiguredModule extends Partial<ModuleDescription> {
@@ -102,6 +103,7 @@ export interface StationAnswer {
   entries: Entry[];
   plan: StationPlan | null;
   channels: StationChannels | null;
+  places: Place[];
   module: ConfiguredModule | null;
 }
 

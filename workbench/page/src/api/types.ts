@@ -153,7 +153,13 @@ export interface ImageArea {
   overlapping: BitRun[];
 }
 
-export interface MappedChannel extends DeviceChannel {
+/** Bits of an image, counted from byte 0. */
+export interface Place {
+  firstBit: number;
+  bits: number;
+}
+
+export interface MappedChannel extends DeviceChannel, Place {
   area: string;
   mask: number;
 }
@@ -172,6 +178,7 @@ export interface Module {
   picture: string | null;
   processImage: string;
   sizes: { input: number; output: number; parameters: number };
+  places: Place[];
   configured: Configured;
 }
 

@@ -22,8 +22,7 @@ type Holders = ReadonlyMap<number, readonly MappedChannel[]>;
 function holdersOf(channels: readonly MappedChannel[]): Holders {
   const holders = new Map<number, MappedChannel[]>();
   for (const channel of channels) {
-    const first = channel.byte * bitsOfByte + channel.bit_offset % bitsOfByte;
-    for (let bit = first; bit < first + channel.bit_length; ++bit) {
+    for (let bit = channel.firstBit; bit < channel.firstBit + channel.bits; ++bit) {
       const here = holders.get(bit);
       if (here === undefined) holders.set(bit, [channel]);
       else here.push(channel);

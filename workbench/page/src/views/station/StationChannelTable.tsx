@@ -8,8 +8,9 @@ import { channelKey } from "./stationImage";
 
 const words = texts.station.channels;
 
-function placeOf({ byte, bit_offset: bit, bit_length: bits }: StationChannel): string {
-  return bits < 8 ? words.bits(byte, bit, bits) : words.bytes(byte, bits);
+function placeOf({ firstBit, bits }: StationChannel): string {
+  const byte = Math.floor(firstBit / 8);
+  return bits < 8 ? words.bits(byte, firstBit % 8, bits) : words.bytes(byte, bits);
 }
 
 const Row = memo(function Row({ channel, isChosen }: { channel: StationChannel; isChosen: boolean }) {

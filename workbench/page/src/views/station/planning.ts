@@ -51,8 +51,8 @@ function descriptionsWith(answer: StationAnswer): Readonly<Record<string, Module
   const { module, plan } = answer;
   const reference = plan?.modules[(module?.position ?? 0) - 1]?.reference;
   if (module === null || reference === undefined || module.device === undefined) return known;
-  const { device, channels, picture, processImage, sizes } = module as typeof module & ModuleDescription;
-  return { ...known, [reference]: { device, channels, picture, processImage, sizes } };
+  const { device, channels, picture, processImage, sizes, places } = module as typeof module & ModuleDescription;
+  return { ...known, [reference]: { device, channels, picture, processImage, sizes, places } };
 }
 
 function selectionIn(answer: StationAnswer, wanted: number | null): number | null {
