@@ -77,6 +77,9 @@ export const texts = {
       ["Escape", "In a field: return to the value before. In a dialog or menu: close"],
       ["Arrow keys, Home, End, Page Up, Page Down", "In a table of bytes or a list: move"],
       ["Ctrl+S", "Save the station"],
+      ["Arrow keys, Home, End", "In the row of a station: select another module"],
+      ["Alt+Left, Alt+Right", "In the row: move the selected module or reserved place"],
+      ["Delete", "In the row: remove the selected module or reserved place"],
     ] as readonly (readonly [string, string])[],
   },
 
@@ -256,7 +259,10 @@ export const texts = {
     reserved: "Reserved",
     position: (position: number) => String(position),
     sides: { in: "in", out: "out" },
-    images: { in: "Input image", out: "Output image", module: "Module" },
+    images: {
+      in: "Input image", out: "Output image", module: "Module",
+      bytes: (first: number, last: number) => `${first}–${last}`,
+    },
     range: (offset: number, size: number) =>
       `${size === 1 ? offset : `${offset}–${offset + size - 1}`} (${size} B)`,
     reasons: {
@@ -471,7 +477,6 @@ export const texts = {
       names: "Modules and channels",
       all: "All channels",
       add: "Choose",
-      chosen: "Chosen",
       remove: (name: string) => `Remove ${name}`,
       start: "Read live values",
       restart: "Read these",

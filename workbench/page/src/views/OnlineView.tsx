@@ -15,7 +15,7 @@ function ConnectionState({ target }: { target: string }) {
   const server = useStore(connection);
   const known = server === "connected" ? words.connections[state?.connection ?? "none"] : words.serverLost;
   return (
-    <dl class="totals" aria-label={words.connection}>
+    <dl class="totals">
       <div><dt>{words.target}</dt><dd class="mono">{target}</dd></div>
       <div><dt>{words.connection}</dt><dd><span role="status">{known}</span></dd></div>
       <div><dt>{words.traffic}</dt><dd>{state?.traffic ?? texts.nothing}</dd></div>

@@ -45,7 +45,7 @@ export function WatchChoice({ chosen, onChange }: WatchChoiceProps) {
         <datalist id={`${id}-names`}>{names.map((name) => <option key={name} value={name} />)}</datalist>
       </div>
       <button type="submit">{words.add}</button>
-      <ul class="chips" aria-label={words.chosen}>
+      <ul class="chips">
         {chosen.map((name) => (
           <li key={name}>
             <span>{name}</span>

@@ -60,7 +60,7 @@ export function AddDialog({ before, hasCatalogue, onClose }: AddDialogProps) {
           onInput={(event) => setSought(event.currentTarget.value)}
         />
       </div>
-      <div class="pair">
+      <div class="side-by-side">
         <PlaceChoice value={place} onChange={setPlace} />
         <div class="labelled">
           <label for={`${id}-name`}>{words.name}</label>

@@ -75,7 +75,7 @@ export function ExportDialog({ formats, module, onClose }: ExportDialogProps) {
           onChoose={(format) => give({ format, module: module.position })}
         />
       )}
-      <div class="pair" role="group" aria-label={words.declarations}>
+      <div class="side-by-side" role="group" aria-label={words.declarations}>
         <Choice<Address> label={words.address} value={address} all={words.addresses} onChange={(key) => setAddress(key)} />
         <Choice<Scope> label={words.scope} value={scope} all={words.scopes} onChange={(key) => setScope(key)} />
       </div>

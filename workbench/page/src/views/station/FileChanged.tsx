@@ -28,9 +28,9 @@ function Line({ line }: { line: ComparedLine | null }) {
 function Comparison({ mine, other }: { mine: string; other: string }) {
   const lines = nearDifferences(differingLines(mine, other), linesAround);
   return (
-    <ul class="comparison" tabIndex={0} aria-label={texts.station.file.differences}>
-      {lines.map((line, index) => <Line key={index} line={line} />)}
-    </ul>
+    <div class="comparison" tabIndex={0} role="region" aria-label={texts.station.file.differences}>
+      <ul>{lines.map((line, index) => <Line key={index} line={line} />)}</ul>
+    </div>
   );
 }
 

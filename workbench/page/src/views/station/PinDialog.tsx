@@ -46,7 +46,7 @@ export function PinDialog({ place, onClose }: { place: Place; onClose(): void })
     >
       <form id={id} class="fields" onSubmit={submit}>
         <p class="faint">{words.explained}</p>
-        <div class="pair">
+        <div class="side-by-side">
           <NumberInput label={words.input} value={input} placeholder={words.notPinned} onInput={setInput} />
           <NumberInput label={words.output} value={output} placeholder={words.notPinned} onInput={setOutput} />
         </div>

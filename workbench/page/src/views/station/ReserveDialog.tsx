@@ -31,11 +31,11 @@ export function ReserveDialog({ before, onClose }: { before: number; onClose(): 
       actions={<button type="submit" form={id} class="primary">{words.add}</button>}
     >
       <form id={id} class="fields" onSubmit={submit}>
-        <div class="pair">
+        <div class="side-by-side">
           <NumberInput label={words.input} value={input} placeholder="0" onInput={setInput} />
           <NumberInput label={words.output} value={output} placeholder="0" onInput={setOutput} />
         </div>
-        <div class="pair">
+        <div class="side-by-side">
           <div class="labelled">
             <label for={`${id}-name`}>{words.name}</label>
             <input id={`${id}-name`} type="text" autoComplete="off" value={name} onInput={(event) => setName(event.currentTarget.value)} />

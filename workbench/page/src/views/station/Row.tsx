@@ -135,27 +135,28 @@ export function Row({ row }: { row: RowModel }) {
   const count = row.places.length;
   if (count === 0) return <p class="empty-row">{words.emptyRow}</p>;
   return (
-    <ol
-      class="entry-row"
-      ref={list}
-      aria-label={words.row}
-      onKeyDown={(event) => selected !== null && onRowKey(event, selected, count)}
-      onDragStart={drag.onDragStart}
-      onDragOver={drag.onDragOver}
-      onDrop={drag.onDrop}
-      onDragEnd={drag.onDragEnd}
-    >
-      {row.places.map((place, index) => (
-        <Item
-          key={index}
-          place={place}
-          index={index}
-          picture={pictures[place.entry.reference] ?? null}
-          isSelected={index === selected}
-          mark={markOf(index, drag.target, count)}
-        />
-      ))}
-      {row.after.length > 0 && <li class="entry-item"><Gaps parts={row.after} /></li>}
-    </ol>
+    <section aria-label={words.row}>
+      <ol
+        class="entry-row"
+        ref={list}
+        onKeyDown={(event) => selected !== null && onRowKey(event, selected, count)}
+        onDragStart={drag.onDragStart}
+        onDragOver={drag.onDragOver}
+        onDrop={drag.onDrop}
+        onDragEnd={drag.onDragEnd}
+      >
+        {row.places.map((place, index) => (
+          <Item
+            key={index}
+            place={place}
+            index={index}
+            picture={pictures[place.entry.reference] ?? null}
+            isSelected={index === selected}
+            mark={markOf(index, drag.target, count)}
+          />
+        ))}
+        {row.after.length > 0 && <li class="entry-item"><Gaps parts={row.after} /></li>}
+      </ol>
+    </section>
   );
 }

@@ -1,5 +1,5 @@
 import { useMemo } from "preact/hooks";
-import type { StationChannel, StationChannels, StationPlan } from "../../api/stationTypes";
+import type { StationChannel, StationChannels, StationModule, StationPlan } from "../../api/stationTypes";
 import { memo } from "../../parts/memo";
 import { useRoving } from "../../parts/roving";
 import { texts } from "../../texts";
@@ -23,9 +23,8 @@ function channelName(channel: StationChannel): string {
   return channel.name === "" ? texts.parameters.channel(channel.number, "") : channel.name;
 }
 
-function Held({ segment, reason, item, isReached, onShow }: {
+function Held({ segment, item, isReached, onShow }: {
   segment: Segment;
-  reason: string;
   item: number;
   isReached: boolean;
   onShow: Show;
@@ -33,33 +32,63 @@ function Held({ segment, reason, item, isReached, onShow }: {
   const span = { colSpan: segment.bits, rowSpan: segment.rows, class: classOf(segment) };
   const channels = segment.channels as readonly StationChannel[];
   const [first] = channels;
-  if (first === undefined) return <td {...span}>{segment.bits === 8 ? reason : <span class="heard">{reason}</span>}</td>;
+  if (first === undefined) return <td {...span}><span class="heard">{texts.image.free}</span></td>;
   const names = channels.map(channelName).join(", ");
   const title = channels.length > 1 ? texts.image.overlap(names) : `${first.module_name}: ${first.name} ${first.symbol}`;
   return (
     <td {...span} data-item={item}>
       <button type="button" class="channel" title={title} tabIndex={isReached ? 0 : -1} onClick={() => onShow(first.id)}>
-        <span>{names}</span> <span class="mono">{first.symbol}</span>
+        <span>{names}</span>{segment.bits === bitNumbers.length && <span class="mono"> {first.symbol}</span>}
       </button>
     </td>
   );
 }
 
-function BandHead({ band }: { band: Band }) {
-  const { module, gap } = band;
-  if (module === null) {
-    return (
-      <th scope="rowgroup" rowSpan={band.rows.length} class="band none">
-        {texts.station.reasons[gap?.reason ?? "padding"]} {gap?.name}
-      </th>
-    );
-  }
+/** Bytes of no module: one row, however many they are. */
+function GapRow({ band }: { band: Band }) {
+  const last = band.first + band.size - 1;
+  return (
+    <tr>
+      <td class="band none" />
+      <th scope="row">{band.size === 1 ? band.first : words.bytes(band.first, last)}</th>
+      <td colSpan={bitNumbers.length} class="free">{texts.station.reasons[band.gap?.reason ?? "padding"]} {band.gap?.name}</td>
+    </tr>
+  );
+}
+
+function BandHead({ band, module }: { band: Band; module: StationModule }) {
   return (
     <th scope="rowgroup" rowSpan={band.rows.length} class={`band ${module.position % 2 === 0 ? "even" : "odd"}`}>
       <button type="button" class="link" tabIndex={-1} onClick={() => selectPosition(module.position)}>
         {module.position} {module.name}
       </button>
     </th>
+  );
+}
+
+interface BandBodyProps {
+  band: Band;
+  items: ReadonlyMap<Segment, number>;
+  reached: number;
+  onShow: Show;
+}
+
+function BandBody({ band, items, reached, onShow }: BandBodyProps) {
+  const { module, rows } = band;
+  if (module === null) return <tbody><GapRow band={band} /></tbody>;
+  return (
+    <tbody>
+      {rows.map((row, index) => (
+        <tr key={row.byte}>
+          {index === 0 && <BandHead band={band} module={module} />}
+          <th scope="row">{row.byte}</th>
+          {row.segments.map((segment, at) => {
+            const item = items.get(segment) ?? -1;
+            return <Held key={at} segment={segment} item={item} isReached={item === reached} onShow={onShow} />;
+          })}
+        </tr>
+      ))}
+    </tbody>
   );
 }
 
@@ -83,19 +112,7 @@ function Image({ title, bands, size, first, onShow }: { title: string; bands: re
             </tr>
           </thead>
           {bands.map((band) => (
-            <tbody key={band.first}>
-              {band.rows.map((row, index) => (
-                <tr key={row.byte}>
-                  {index === 0 && <BandHead band={band} />}
-                  <th scope="row">{row.byte}</th>
-                  {row.segments.map((segment, at) => {
-                    const item = items.get(segment) ?? -1;
-                    const reason = texts.station.reasons[band.gap?.reason ?? "no channel"] ?? "";
-                    return <Held key={at} segment={segment} reason={reason} item={item} isReached={item === roving.current} onShow={onShow} />;
-                  })}
-                </tr>
-              ))}
-            </tbody>
+            <BandBody key={band.first} band={band} items={items} reached={roving.current} onShow={onShow} />
           ))}
         </table>
       )}

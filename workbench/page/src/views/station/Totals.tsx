@@ -15,11 +15,13 @@ export const Totals = memo(function Totals({ plan, isOld }: { plan: StationPlan;
     [words.layout, layout.name],
   ];
   return (
-    <dl class="totals" aria-label={words.title}>
-      {facts.map(([name, value]) => (
-        <div key={name}><dt>{name}</dt><dd>{value}</dd></div>
-      ))}
-      {isOld && <div class="old"><dt>{words.note}</dt><dd>{words.old}</dd></div>}
-    </dl>
+    <section aria-label={words.title}>
+      <dl class="totals">
+        {facts.map(([name, value]) => (
+          <div key={name}><dt>{name}</dt><dd>{value}</dd></div>
+        ))}
+        {isOld && <div class="old"><dt>{words.note}</dt><dd>{words.old}</dd></div>}
+      </dl>
+    </section>
   );
 });

@@ -126,7 +126,6 @@ export function Yaml({ findings }: { findings: readonly Finding[] }) {
           spellcheck={false}
           autoComplete="off"
           autoCapitalize="off"
-          wrap="off"
           value={shown}
           onInput={(event) => type(withTyped(draft.get().text, event.currentTarget.value))}
           onClick={(event) => selectEntryAt(event.currentTarget)}

@@ -6,12 +6,16 @@ import { imageRows } from "../module/imageRows";
 
 type Side = "in" | "out";
 
+const bitsOfByte = 8;
+
 /** Consecutive bytes of one module, or of none. */
 export interface Band {
   first: number;
+  size: number;
   module: StationModule | null;
   /** Why no module has them. */
   gap: Gap | null;
+  /** The bytes of a module; none for those of no module. */
   rows: readonly ImageRow[];
 }
 
@@ -34,19 +38,26 @@ export function channelKey(channel: Pick<StationChannel, "module" | "id">): stri
   return `${channel.module} ${channel.id}`;
 }
 
-/** Returns the bytes of one image in bands. */
+function holds(channel: StationChannel, first: number, size: number): boolean {
+  const last = channel.byte + Math.ceil((channel.bit_offset % bitsOfByte + channel.bit_length) / bitsOfByte);
+  return channel.byte < first + size && last > first;
+}
+
+/** Returns the bytes of one image in bands, by address. */
 export function bandsOf(plan: StationPlan, channels: readonly StationChannel[], side: Side): Band[] {
   const { offset, size } = side === "in" ? plan.input : plan.output;
   const own = channels.filter((one) => (one.direction === "in") === (side === "in")).map(unique);
-  const rows = imageRows({ first_byte: offset, size, free: [], overlapping: [] }, own);
-  const bands: (Band & { rows: ImageRow[] })[] = [];
-  for (const row of rows) {
-    const module = moduleAt(plan, side, row.byte);
-    const gap = module === null ? gapAt(plan, side, row.byte) : null;
+  const bands: Band[] = [];
+  for (let byte = offset; byte < offset + size; ++byte) {
+    const module = moduleAt(plan, side, byte);
+    const gap = module === null ? gapAt(plan, side, byte) : null;
     const last = bands.at(-1);
-    if (last !== undefined && last.module === module && last.gap === gap) last.rows.push(row);
-    else bands.push({ first: row.byte, module, gap, rows: [row] });
+    if (last !== undefined && last.module === module && last.gap === gap) ++last.size;
+    else bands.push({ first: byte, size: 1, module, gap, rows: [] });
+  }
+  for (const band of bands) {
+    const area = { first_byte: band.first, size: band.size, free: [], overlapping: [] };
+    if (band.module !== null) band.rows = imageRows(area, own.filter((one) => holds(one, band.first, band.size)));
   }
   return bands;
 }
-
