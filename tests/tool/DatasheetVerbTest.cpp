@@ -11,18 +11,18 @@ using tooltest::readFile;
 using tooltest::runTool;
 using tooltest::ToolRun;
 
-const std::string analogue = std::string(EXAMPLE_MODULES) + "/MX0304.bin";
+const std::string analogueSheet = std::string(EXAMPLE_MODULES) + "/MX0304.bin";
 
 TEST(DatasheetVerb, writesAPage)
 {
     const testkit::TemporaryDirectory directory;
     const std::string page = directory.path("out.html");
-    const ToolRun run = runTool({"datasheet", analogue, "-o", page});
+    const ToolRun run = runTool({"datasheet", analogueSheet, "-o", page});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out + run.err, "");
     EXPECT_THAT(readFile(page), HasSubstr("<h1>4 AI ±10 V / 0-20 mA</h1>"));
-    EXPECT_EQ(runTool({"datasheet", analogue, "-o", "-"}).out, readFile(page));
-    EXPECT_EQ(runTool({"datasheet", analogue}).exitCode, 2); // a page is not for a terminal
+    EXPECT_EQ(runTool({"datasheet", analogueSheet, "-o", "-"}).out, readFile(page));
+    EXPECT_EQ(runTool({"datasheet", analogueSheet}).exitCode, 2); // a page is not for a terminal
 }
 
 TEST(DatasheetVerb, readsTextsAndStandardInput)
@@ -30,7 +30,7 @@ TEST(DatasheetVerb, readsTextsAndStandardInput)
     const ToolRun text = runTool({"datasheet", "examples/modules/MX0304.yaml", "-o", "-"});
     EXPECT_THAT(text.out, HasSubstr("<dd>MX0304.yaml</dd>"));
     tooltest::ToolSetup fromAnalogue;
-    fromAnalogue.standardInput = analogue;
+    fromAnalogue.standardInput = analogueSheet;
     const ToolRun piped = runTool({"datasheet", "-", "-o", "-"}, fromAnalogue);
     EXPECT_EQ(piped.exitCode, 0) << piped.err;
     EXPECT_THAT(piped.out, HasSubstr("<dd>&lt;standard input&gt;</dd>"));
@@ -40,7 +40,7 @@ TEST(DatasheetVerb, saysWhatAnotherFileIs)
 {
     const testkit::TemporaryDirectory directory;
     const std::string config = directory.path("config.json");
-    runTool({"config", analogue, "--format", "json", "-o", config});
+    runTool({"config", analogueSheet, "--format", "json", "-o", config});
     const ToolRun run = runTool({"datasheet", config, "-o", "-"});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_EQ(run.out, "");
@@ -57,9 +57,9 @@ TEST(DatasheetVerb, replacesNeitherItsInputNorWork)
     const std::string text = readFile("examples/modules/MX0304.yaml");
     const std::string module = directory.write("a.yaml", {text.begin(), text.end()});
     EXPECT_EQ(runTool({"datasheet", module, "-o", module}).exitCode, 2);
-    EXPECT_EQ(runTool({"datasheet", analogue, "-o", module}).exitCode, 2);
+    EXPECT_EQ(runTool({"datasheet", analogueSheet, "-o", module}).exitCode, 2);
     EXPECT_EQ(readFile(module), text);
-    EXPECT_EQ(runTool({"datasheet", analogue, "-o", module, "--overwrite"}).exitCode, 0);
+    EXPECT_EQ(runTool({"datasheet", analogueSheet, "-o", module, "--overwrite"}).exitCode, 0);
 }
 
 } // namespace

@@ -63,20 +63,20 @@ TEST_F(NamedFiles, areRefusedOutside)
     link("../../secret.yaml", "modules/link.png");
     link("../../nothing.yaml", "modules/nothing.png");
     const std::string found = "modules/image.yaml:2:8: cannot read ";
-    const std::string noName = ": it is not the name of a file in the folder\n";
-    const std::string notThere = ": there is no such file in the folder\n";
+    const std::string isNoName = ": it is not the name of a file in the folder\n";
+    const std::string isNotThere = ": there is no such file in the folder\n";
     const auto firstLine = [](const std::string& text) {
         return text.substr(0, text.find('\n') + 1);
     };
     for (const std::string name : {"../../secret.yaml", "../../nothing.yaml"}) {
-        EXPECT_EQ(firstLine(failureOfImage(name)), found + "modules/" + name + noName);
+        EXPECT_EQ(firstLine(failureOfImage(name)), found + "modules/" + name + isNoName);
     }
     for (const std::string& name :
          {outer.path("secret.yaml"), std::string("/proc/self/environ"), std::string("/none")}) {
-        EXPECT_EQ(firstLine(failureOfImage(name)), found + name + noName);
+        EXPECT_EQ(firstLine(failureOfImage(name)), found + name + isNoName);
     }
     for (const std::string name : {"link.png", "nothing.png", "missing.png"}) {
-        EXPECT_EQ(firstLine(failureOfImage(name)), found + "modules/" + name + notThere);
+        EXPECT_EQ(firstLine(failureOfImage(name)), found + "modules/" + name + isNotThere);
     }
 }
 
