@@ -1,6 +1,6 @@
-// A station file beside the example modules: read, planned, checked and, if there is a plan, given
-// in every form. The plan, a pinned station, one with the parameters of a coupler and the C header
-// are held by what they promise.
+// A station file beside the example modules: read, changed, planned, checked and, if there is a
+// plan, given in every form. A changed text, the plan, a pinned station, one with the parameters of
+// a coupler and the C header are held by what they promise.
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 
@@ -12,6 +12,7 @@
 #include <mxstation/Pin.h>
 #include <mxstation/StationCheck.h>
 #include <mxstation/StationDiff.h>
+#include <mxstation/StationEdit.h>
 #include <mxstation/StationPicture.h>
 #include <mxstation/StationReport.h>
 
@@ -208,8 +209,63 @@ void requireParameters(Directory& directory, const Station& station, const Plan&
     }
 }
 
+// One of the changes, at one of the entries, chosen by the bytes of the text.
+mxstation::StationEdit editOf(const Station& station)
+{
+    using namespace mxstation;
+    std::size_t sum = 0;
+    for (const char byte : station.source) {
+        sum = sum * 31 + static_cast<unsigned char>(byte);
+    }
+    const std::size_t places = station.entries.size() + 1;
+    const std::size_t entry = sum / 16 % places;
+    const bool isStated = entry + 1 < places && !station.entries[entry].parameters.empty();
+    const std::vector<StationEdit> all{
+        AddModule{entry, "../modules/MX0304.bin", "Levels: 1"},
+        AddReserve{entry, 1, 2, "yes"},
+        MoveEntry{entry, sum / 1024 % places},
+        RemoveEntry{entry},
+        NameEntry{entry, "# no comment"},
+        SetReserve{entry, 3, 0},
+        SetValue{entry, "Mains suppression", "60"},
+        SetValue{entry, isStated ? station.entries[entry].parameters[0].name : "#1", {}},
+        NoteChannel{entry, "0", "LT_101", "tank\n1"},
+        PinEntry{entry, {}, 100},
+    };
+    return all[sum % all.size()];
+}
+
+// A changed text is that of a station with as many entries as it should have, and an entry that is
+// added and removed again leaves the row as it was.
+void requireEdited(Directory& directory, const Station& station)
+{
+    const mxstation::StationEdit edit = editOf(station);
+    std::string text;
+    if (isRefused([&] { text = mxstation::edited(station, edit); })) {
+        return;
+    }
+    const Station again = directory.read({text.begin(), text.end()});
+    const auto* const added = std::get_if<mxstation::AddModule>(&edit);
+    const bool isMore = added != nullptr || std::holds_alternative<mxstation::AddReserve>(edit);
+    const bool isLess = std::holds_alternative<mxstation::RemoveEntry>(edit);
+    if (!station.findings.empty()) {
+        return; // it may have more entries than are read
+    }
+    require(again.entries.size() + (isLess ? 1 : 0) == station.entries.size() + (isMore ? 1 : 0));
+    if (added != nullptr && !isRefused([&] {
+            text = mxstation::edited(again, mxstation::RemoveEntry{added->before});
+        })) {
+        const Station same = directory.read({text.begin(), text.end()});
+        require(std::equal(same.entries.begin(), same.entries.end(), station.entries.begin(),
+                           station.entries.end(), [](const auto& a, const auto& b) {
+                               return a.reference == b.reference && a.name == b.name;
+                           }));
+    }
+}
+
 void run(Directory& directory, const Station& station)
 {
+    requireEdited(directory, station);
     const Plan plan = mxstation::plan(station);
     require(!mxstation::checkOf(plan).json().empty());
     for (const Export& one : exports()) {

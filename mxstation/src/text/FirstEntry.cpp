@@ -44,6 +44,23 @@ std::string linesAfter(const std::string& source, std::size_t position, const Ya
     return lines.substr(0, lines.size() - newline.size());
 }
 
+// The blanks before the dashes, at least `least`: not less than before the comments after
+// `position`, which would become the first entry's.
+std::string indentBefore(const std::string& source, std::size_t position, std::size_t least)
+{
+    std::size_t line = source.find('\n', position);
+    while (line != std::string::npos) {
+        const std::size_t first = afterBlanks(source, line + 1);
+        if (first < source.size() && source[first] == '#') {
+            least = std::max(least, first - line - 1);
+        } else if (first != endOfLine(source, first)) {
+            break;
+        }
+        line = source.find('\n', first);
+    }
+    return std::string(least, ' ');
+}
+
 // The first item of a list without one.
 std::string withFirst(const EditedText& text, const YamlMember& item)
 {
@@ -53,9 +70,8 @@ std::string withFirst(const EditedText& text, const YamlMember& item)
     const auto empty = emptyList(text);
     if (empty && !root.isFlow) {
         const std::size_t end = endOfLine(changed, empty->end);
-        const std::string indent(root.members.front().first->offset -
-                                     root.members.front().first->place.lineStart + 2,
-                                 ' ');
+        const YamlNode& key = *root.members.front().first;
+        const std::string indent = indentBefore(changed, end, key.offset - key.place.lineStart + 2);
         changed.insert(end, linesAfter(changed, end, item, indent));
         return changed.erase(empty->begin, empty->end - empty->begin);
     }

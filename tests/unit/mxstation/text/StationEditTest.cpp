@@ -10,16 +10,25 @@
 namespace {
 
 using mxmodule::Origin;
+using mxstation::AddModule;
+using mxstation::AddReserve;
+using mxstation::MoveEntry;
+using mxstation::NameEntry;
+using mxstation::NoteChannel;
+using mxstation::PinAll;
+using mxstation::PinEntry;
+using mxstation::RemoveEntry;
+using mxstation::SetReserve;
+using mxstation::SetValue;
 using testing::HasSubstr;
-using namespace mxstation;
 
-std::string after(const std::string& source, const StationEdit& edit)
+std::string after(const std::string& source, const mxstation::StationEdit& edit)
 {
-    return edited(statedStation(source), edit);
+    return mxstation::edited(statedStation(source), edit);
 }
 
 // Its findings as "LINE:COLUMN TEXT", or "request TEXT".
-std::vector<std::string> refused(const std::string& source, const StationEdit& edit)
+std::vector<std::string> refused(const std::string& source, const mxstation::StationEdit& edit)
 {
     try {
         return {"done: " + after(source, edit)};
@@ -254,6 +263,7 @@ TEST(StationEdit, AddsTheFirstModule)
     EXPECT_EQ(after("modules: [] # none\nlayout: plain\n", first),
               "modules: # none\n  - a.bin\nlayout: plain\n");
     EXPECT_EQ(after("modules:", first), "modules:\n  - a.bin");
+    EXPECT_EQ(after("modules: []\n    # later\n", first), "modules:\n    - a.bin\n    # later\n");
     EXPECT_EQ(after("modules: ~\n", first), "modules:\n  - a.bin\n");
     EXPECT_EQ(after("modules:\n# later\nlayout: plain\n", first),
               "modules:\n  - a.bin\n# later\nlayout: plain\n");
@@ -488,9 +498,9 @@ TEST(StationEdit, RejectsWhatItCannotChange)
               std::vector<std::string>{"1:10 found \"a.bin\", expected a list of modules"});
     EXPECT_EQ(refused("- a\n", AddModule{0, "b.bin", ""}),
               std::vector<std::string>{"1:1 found a list, expected a map with \"modules\""});
-    Station station = statedStation("modules: [MX0304.bin]");
+    mxstation::Station station = statedStation("modules: [MX0304.bin]");
     station.source.clear();
-    EXPECT_THROW(edited(station, RemoveEntry{0}), mxmodule::Failure);
+    EXPECT_THROW(mxstation::edited(station, RemoveEntry{0}), mxmodule::Failure);
 }
 
 } // namespace
