@@ -52,7 +52,8 @@ HttpServer::HttpServer(unsigned short port, std::string token, Answer answerToUs
       gatekeeper(std::move(token), sockets.port(), limits),
       connections(limits),
       daemon(startDaemon()),
-      queue(limits.workers, limits.waitingRequests)
+      reads(limits.readers, limits.waitingRequests),
+      calls(limits.workers, limits.waitingRequests)
 {
     loop = std::make_unique<AcceptLoop>(
         sockets, [this](int descriptor) { accept(descriptor); },
@@ -63,7 +64,8 @@ HttpServer::HttpServer(unsigned short port, std::string token, Answer answerToUs
 HttpServer::~HttpServer()
 {
     loop.reset();
-    queue.finish();
+    reads.finish();
+    calls.finish();
     daemon.reset();
 }
 
@@ -189,6 +191,7 @@ MHD_Result HttpServer::startAnswer(MHD_Connection* connection, Conversation& con
         conversation.answerBy(answer);
         MHD_resume_connection(connection);
     };
+    WorkQueue& queue = conversation.head().method == "GET" ? reads : calls;
     conversation.start();
     enter(connection, Phase::Answering);
     MHD_suspend_connection(connection);

@@ -65,7 +65,8 @@ private:
     Connections connections;
     std::atomic<std::size_t> bytesOfBodies = 0;
     std::unique_ptr<MHD_Daemon, StopDaemon> daemon;
-    WorkQueue queue;
+    WorkQueue reads; // GET
+    WorkQueue calls; // the others
     std::unique_ptr<AcceptLoop> loop;
 };
 

@@ -13,8 +13,10 @@ struct Limits
     std::size_t header = std::size_t{16} << 10;    ///< Bytes.
     std::size_t target = std::size_t{2} << 10;     ///< Bytes of path and query.
     std::size_t connections = 128;
-    std::size_t waitingRequests = 64; ///< Received and not yet being answered.
-    std::size_t workers = 4;          ///< Requests that are answered at the same time.
+    std::size_t waitingRequests = 64; ///< Of each of the two kinds below.
+    std::size_t workers = 4; ///< Requests other than GET that are answered at the same time.
+    /// The same of GET: what takes little time does not wait for what may take long.
+    std::size_t readers = 2;
 
     std::chrono::milliseconds forHeader = std::chrono::seconds(10);  ///< From the connection on.
     std::chrono::milliseconds forBody = std::chrono::seconds(20);    ///< From the header on.

@@ -247,7 +247,7 @@ TEST(HttpServer, answersOthersDuringALongAnswer)
 {
     SlowAnswers slow;
     Limits limits;
-    limits.workers = 2;
+    limits.readers = 2;
     limits.waitingRequests = 1;
     const HttpServer server(
         0, token, [&slow](const Request& one) { return slow.answer(one); }, limits);
@@ -275,6 +275,29 @@ TEST(HttpServer, answersOthersDuringALongAnswer)
     EXPECT_EQ(first.receive().body, "GET /api/v1/slow ");
     EXPECT_EQ(second.receive().body, "GET /api/v1/slow ");
     EXPECT_EQ(third.receive().body, "GET /api/v1/third ");
+}
+
+// A page and the state of a connection are there also while stations are planned.
+TEST(HttpServer, answersReadsWhileAllOtherWorkersAreInUse)
+{
+    SlowAnswers slow;
+    Limits limits;
+    limits.workers = 1;
+    const HttpServer server(
+        0, token,
+        [&slow](const Request& one) {
+            return one.method == "GET" ? echo(one) : slow.answer({"", "/api/v1/slow", {}, ""});
+        },
+        limits);
+    RawConnection first(server.port());
+    first.send(post(server, "{}"));
+    waitUntil([&slow] { return slow.begun == 1; });
+    RawConnection second(server.port());
+    second.send(post(server, "{}"));
+    EXPECT_EQ(answerTo(server.port(), get(server, "/api/v1/a")).status, 200);
+    slow.end.set_value();
+    EXPECT_EQ(first.receive().status, 200);
+    EXPECT_EQ(second.receive().status, 200);
 }
 
 TEST(HttpServer, endsWithAClientThatLeftDuringItsAnswer)
