@@ -67,6 +67,7 @@ const YamlNode* EditedText::list() const
 void EditedText::require(const std::vector<YamlError>& errors) const
 {
     std::vector<mxmodule::Finding> findings;
+    findings.reserve(errors.size());
     for (const YamlError& error : errors) {
         findings.push_back(
             findingAt(station.file, text, error.place, Severity::Error, error.text, inText));

@@ -24,7 +24,8 @@ std::string itemLines(const YamlMember& item, const std::string& indent, const s
 {
     std::string all;
     for (const std::string& line : item.lines) {
-        all += indent + (all.empty() ? "- " : "  ") + line + newline;
+        const char* const mark = all.empty() ? "- " : "  ";
+        all.append(indent).append(mark).append(line).append(newline);
     }
     return all;
 }

@@ -11,26 +11,26 @@ namespace workbench {
 
 namespace {
 
-struct LineAndColumn
-{
-    text::Json line;
-    text::Json column;
-};
-
 // Takes a number and the colon before it from the beginning of `text`.
-text::Json takeNumber(std::string_view& text)
+std::optional<unsigned> takeNumber(std::string_view& text)
 {
     unsigned number = 0;
     if (text.empty() || text.front() != ':') {
-        return {};
+        return std::nullopt;
     }
     const auto [end, error] = std::from_chars(text.data() + 1, text.data() + text.size(), number);
     if (error != std::errc()) {
-        return {};
+        return std::nullopt;
     }
     text.remove_prefix(static_cast<std::size_t>(end - text.data()));
     return number;
 }
+
+struct LineAndColumn
+{
+    std::optional<unsigned> line;
+    std::optional<unsigned> column;
+};
 
 // Of the place "FILE:LINE:COLUMN".
 LineAndColumn placeIn(const std::string& file, const std::string& place)
@@ -44,6 +44,11 @@ LineAndColumn placeIn(const std::string& file, const std::string& place)
     return found;
 }
 
+text::Json orNull(const std::optional<unsigned>& number)
+{
+    return number ? text::Json(*number) : text::Json();
+}
+
 } // namespace
 
 text::Json findingJson(const mxmodule::Finding& finding, const std::string& file)
@@ -51,8 +56,8 @@ text::Json findingJson(const mxmodule::Finding& finding, const std::string& file
     const LineAndColumn where = placeIn(file, finding.place);
     return {{"severity", mxmodule::severityName(finding.severity)},
             {"place", text::toUtf8(finding.place)},
-            {"line", where.line},
-            {"column", where.column},
+            {"line", orNull(where.line)},
+            {"column", orNull(where.column)},
             {"text", text::toUtf8(finding.text)},
             {"hint", text::toUtf8(finding.hint)},
             {"accepted", text::textsJson(finding.accepted)},
