@@ -40,12 +40,15 @@ void Connections::add(int descriptor, Clock::time_point now)
         shutDownLongestWaiting();
     }
     entries.insert_or_assign(descriptor, Connection{Phase::New, now, false});
+    ++added;
+    changed.notify_all();
 }
 
 void Connections::remove(int descriptor)
 {
     const std::lock_guard<std::mutex> lock(access);
     entries.erase(descriptor);
+    changed.notify_all();
 }
 
 void Connections::enter(int descriptor, Phase phase, Clock::time_point now)
@@ -74,6 +77,24 @@ std::size_t Connections::count() const
 {
     const std::lock_guard<std::mutex> lock(access);
     return entries.size();
+}
+
+std::size_t Connections::countOfAdded() const
+{
+    const std::lock_guard<std::mutex> lock(access);
+    return added;
+}
+
+void Connections::awaitAdded(std::size_t before, Clock::duration time)
+{
+    std::unique_lock<std::mutex> lock(access);
+    changed.wait_for(lock, time, [this, before] { return added > before; });
+}
+
+void Connections::awaitRoom(std::size_t most, Clock::duration time)
+{
+    std::unique_lock<std::mutex> lock(access);
+    changed.wait_for(lock, time, [this, most] { return entries.size() < most; });
 }
 
 Connections::Clock::duration Connections::timeFor(Phase phase) const

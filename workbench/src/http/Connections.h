@@ -3,6 +3,7 @@
 #include "http/Limits.h"
 
 #include <chrono>
+#include <condition_variable>
 #include <cstddef>
 #include <map>
 #include <mutex>
@@ -40,7 +41,17 @@ public:
     /// Shuts down the connections whose time is over.
     void shutDownOverdue(Clock::time_point now);
 
+    /// Returns how many there are, with those that are shut down and not yet removed.
     std::size_t count() const;
+
+    /// Returns how many were added until now.
+    std::size_t countOfAdded() const;
+
+    /// Waits for at most `time` until more than `before` were added.
+    void awaitAdded(std::size_t before, Clock::duration time);
+
+    /// Waits for at most `time` until there are fewer than `most`.
+    void awaitRoom(std::size_t most, Clock::duration time);
 
 private:
     struct Connection
@@ -57,7 +68,9 @@ private:
 
     const Limits limits;
     mutable std::mutex access;
+    std::condition_variable changed;
     Entries entries;
+    std::size_t added = 0;
 };
 
 } // namespace workbench

@@ -16,8 +16,10 @@ namespace {
 // The HTTP library keeps what it has read of a header in it; longer ones it refuses itself.
 constexpr std::size_t memoryOfConnection = std::size_t{32} << 10;
 
-// Those that are shut down still exist for a moment.
-constexpr unsigned furtherConnections = 128;
+// Those that are shut down still exist for a moment. At the limit the HTTP library would close new
+// ones: they are accepted at the rate at which it takes them.
+constexpr unsigned furtherConnections = 32;
+constexpr std::chrono::milliseconds mostWaitOfAccepting{100};
 
 constexpr std::chrono::milliseconds leastTick{5};
 constexpr std::chrono::milliseconds mostTick{500};
@@ -93,9 +95,13 @@ void HttpServer::accept(int descriptor)
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    connections.awaitRoom(limits.connections + furtherConnections, mostWaitOfAccepting);
+    const std::size_t before = connections.countOfAdded();
     // It closes the socket also if it fails.
-    MHD_add_connection(daemon.get(), descriptor, reinterpret_cast<const sockaddr*>(&address),
-                       sizeof address);
+    if (MHD_add_connection(daemon.get(), descriptor, reinterpret_cast<const sockaddr*>(&address),
+                           sizeof address) == MHD_YES) {
+        connections.awaitAdded(before, mostWaitOfAccepting);
+    }
 }
 
 void HttpServer::changeConnection(void* server, MHD_Connection* connection, void** /*context*/,

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <future>
 #include <memory>
 #include <vector>
 
@@ -139,6 +140,26 @@ TEST_F(Watched, areForgottenWhenRemoved)
     EXPECT_EQ(connections->count(), 0U);
     passTo(24h);
     EXPECT_FALSE(pair.isShutDown());
+}
+
+TEST_F(Watched, areWaitedForUntilThereIsRoom)
+{
+    const Pair first;
+    const Pair second;
+    add(first, 0s);
+    EXPECT_EQ(connections->countOfAdded(), 1U);
+    connections->awaitRoom(2, 24h); // returns at once
+    auto waiting = std::async(std::launch::async, [this] {
+        connections->awaitAdded(1, 24h);
+        connections->awaitRoom(1, 24h);
+    });
+    add(second, 0s);
+    connections->remove(first.watched());
+    EXPECT_EQ(waiting.wait_for(5ms), std::future_status::timeout);
+    connections->remove(second.watched());
+    EXPECT_EQ(waiting.wait_for(5s), std::future_status::ready);
+    EXPECT_EQ(connections->countOfAdded(), 2U);
+    connections->awaitAdded(2, 1ms); // not longer
 }
 
 } // namespace
