@@ -1,7 +1,5 @@
 #include "http/SentResponse.h"
 
-#include <text/Gzip.h>
-
 #include <Poco/String.h>
 #include <Poco/StringTokenizer.h>
 
@@ -15,8 +13,6 @@
 namespace workbench {
 
 namespace {
-
-constexpr std::size_t leastCompressed = 1024; // bytes
 
 // Everything that the page needs comes from this server, none of it from a text in the page.
 constexpr std::array<std::pair<const char*, const char*>, 7> headersOfAll = {{
@@ -84,22 +80,6 @@ void addHeadersOfStatus(MHD_Response& content, const Response& response)
     }
 }
 
-// The compressed body; empty if it is better sent as it is.
-std::string compressedBody(Response& response)
-{
-    if (!response.gzippedBody.empty()) {
-        return std::move(response.gzippedBody);
-    }
-    const bool isText = response.type.compare(0, 5, "text/") == 0 ||
-                        response.type.find("json") != std::string::npos ||
-                        response.type.find("xml") != std::string::npos;
-    if (!isText || response.body.size() < leastCompressed) {
-        return {};
-    }
-    const auto bytes = text::gzipped(response.body);
-    return {bytes.begin(), bytes.end()};
-}
-
 } // namespace
 
 bool includesGzip(const std::string& acceptEncoding)
@@ -117,11 +97,10 @@ SentResponse sentResponse(Response response, bool takesGzip)
     if (response.type.empty()) {
         response.type = "application/json";
     }
-    std::string compressed = takesGzip ? compressedBody(response) : std::string();
-    const bool isCompressed = !compressed.empty();
+    const bool isCompressed = takesGzip && !response.gzippedBody.empty();
     SentResponse sent;
     sent.status = response.status;
-    sent.content = contentOf(isCompressed ? std::move(compressed) : std::move(response.body));
+    sent.content = contentOf(std::move(isCompressed ? response.gzippedBody : response.body));
     for (const auto& [name, value] : headersOfAll) {
         addHeader(*sent.content, name, value);
     }

@@ -22,8 +22,8 @@ struct SentResponse
 };
 
 /// Returns the response with every header: those that the status asks for, and those that keep the
-/// page apart from others. Larger texts are compressed if the client `takesGzip`. Throws
-/// `std::bad_alloc`.
+/// page apart from others. The compressed body is sent if there is one and the client `takesGzip`.
+/// Throws `std::bad_alloc`.
 SentResponse sentResponse(Response response, bool takesGzip);
 
 /// Returns whether the value of a field Accept-Encoding includes gzip.
