@@ -20,7 +20,7 @@ function List({ title, all, onAdd }: { title: string; all: readonly Candidate[];
         {all.map((one) => (
           <li key={one.reference}>
             <button type="button" onClick={() => onAdd(one)}>
-              <span>{one.label === "" ? one.reference : one.label}</span>
+              <span>{one.label === "" ? one.reference : one.label}</span>{" "}
               {one.label !== "" && <span class="mono faint">{one.reference}</span>}
             </button>
           </li>

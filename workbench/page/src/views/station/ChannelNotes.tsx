@@ -5,7 +5,7 @@ import { useStore } from "../../state/store";
 import { texts } from "../../texts";
 import { draft } from "./draft";
 import { EditedText } from "./EditedText";
-import { makeChange } from "./planning";
+import { makeNextChange } from "./planning";
 import { RefusedAt } from "./RefusedAt";
 
 const words = texts.station.notes;
@@ -36,14 +36,25 @@ interface RowProps {
   channel: Noted;
 }
 
+/** Returns alias and comment as they are after the last change: the row may show older ones. */
+function latestNote(entry: number, id: string): Pick<Noted, "alias" | "comment"> {
+  const { answer, planned } = draft.get();
+  const position = answer?.entries[entry]?.position;
+  const found = planned?.channels?.channels.find((one) => one.module === position && one.id === id);
+  return { alias: found?.alias ?? "", comment: found?.comment ?? "" };
+}
+
 const sourceOf = (entry: number, id: string): string => `channel ${entry} ${id}`;
 
 const NoteRow = memo(function NoteRow({ entry, name, channel }: RowProps) {
   const { alias, comment, id, symbol } = channel;
   const source = sourceOf(entry, id);
   const refused = useStore(draft, (value) => (value.refused?.source === source ? value.refused : null));
-  const note = (now: { alias: string; comment: string }): void => {
-    void makeChange({ kind: "channel", entry, channel: name, ...now }, { source, text: now.alias });
+  const note = (now: { alias: string } | { comment: string }): void => {
+    void makeNextChange(() => {
+      const both = { ...latestNote(entry, id), ...now };
+      return [{ kind: "channel", entry, channel: name, ...both }, { source, text: both.alias }];
+    });
   };
   const { name: column, symbol: address, alias: aliasWord, comment: commentWord } = words.columns;
   return (
@@ -57,13 +68,13 @@ const NoteRow = memo(function NoteRow({ entry, name, channel }: RowProps) {
             value={alias}
             isRefused={refused !== null}
             describedBy={refused === null ? undefined : `note-${entry}-${id}`}
-            onCommit={(text) => note({ alias: text.trim(), comment })}
+            onCommit={(text) => note({ alias: text.trim() })}
           />
         )}
         <RefusedAt source={source} id={`note-${entry}-${id}`} />
       </td>
       <td data-label={commentWord}>
-        <EditedText label={words.commentOf(channel.name)} value={comment} onCommit={(text) => note({ alias, comment: text.trim() })} />
+        <EditedText label={words.commentOf(channel.name)} value={comment} onCommit={(text) => note({ comment: text.trim() })} />
       </td>
     </tr>
   );

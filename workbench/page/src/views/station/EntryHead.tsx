@@ -50,12 +50,10 @@ function SizeField({ label, value, onCommit }: { label: string; value: number; o
 function Sizes({ place }: { place: Place }) {
   const { reserve, index } = place.entry;
   if (reserve === null) return null;
-  const input = reserve.in ?? 0;
-  const output = reserve.out ?? 0;
   return (
     <>
-      <SizeField label={texts.station.reserve.input} value={input} onCommit={(bytes) => void sizeEntry(index, bytes, output)} />
-      <SizeField label={texts.station.reserve.output} value={output} onCommit={(bytes) => void sizeEntry(index, input, bytes)} />
+      <SizeField label={texts.station.reserve.input} value={reserve.in ?? 0} onCommit={(bytes) => void sizeEntry(index, { in: bytes })} />
+      <SizeField label={texts.station.reserve.output} value={reserve.out ?? 0} onCommit={(bytes) => void sizeEntry(index, { out: bytes })} />
     </>
   );
 }

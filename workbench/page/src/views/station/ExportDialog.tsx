@@ -42,7 +42,7 @@ function Formats({ title, all, onChoose }: { title: string; all: readonly Export
         {all.map((one) => (
           <li key={one.format}>
             <button type="button" onClick={() => onChoose(one.format)}>
-              <span>{one.label}</span>
+              <span>{one.label}</span>{" "}
             </button>
           </li>
         ))}

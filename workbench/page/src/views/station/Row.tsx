@@ -9,7 +9,7 @@ import { placeName } from "./naming";
 import { usePictures } from "./pictures";
 import { select } from "./planning";
 import { useRowDrag } from "./rowDrag";
-import { removeEntry, stepEntry } from "./rowMoves";
+import { removeSelected, stepSelected } from "./rowMoves";
 import type { GapPart, Place, Row as RowModel } from "./rowPlaces";
 
 const words = texts.station;
@@ -103,8 +103,8 @@ const moves: Record<string, -1 | 1> = { ArrowLeft: -1, ArrowUp: -1, ArrowRight: 
 function onRowKey(event: KeyboardEvent, entry: number, count: number): void {
   const move = event.altKey ? moves[event.key] : undefined;
   const step = event.altKey || event.ctrlKey ? undefined : steps[event.key];
-  if (move !== undefined) void stepEntry(entry, move);
-  else if (event.key === "Delete") void removeEntry(entry);
+  if (move !== undefined) void stepSelected(move);
+  else if (event.key === "Delete") void removeSelected();
   else if (step !== undefined) select(Math.min(count - 1, Math.max(0, step(entry, count))));
   else return;
   event.preventDefault();

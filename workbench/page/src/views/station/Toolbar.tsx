@@ -13,7 +13,7 @@ import { PinDialog } from "./PinDialog";
 import { redo, undo } from "./planning";
 import { ReserveDialog } from "./ReserveDialog";
 import type { Place } from "./rowPlaces";
-import { pinAll, removeEntry, stepEntry } from "./rowMoves";
+import { pinAll, removeSelected, stepSelected } from "./rowMoves";
 import { save } from "./saving";
 
 type Shown = "add" | "reserve" | "pin" | "exports" | "";
@@ -24,19 +24,18 @@ function downloadText(name: string): void {
   give({ name, content: new Blob([draft.get().text], { type: "text/plain" }) });
 }
 
-function entryActions(place: Place, show: (shown: Shown) => void): Record<string, () => void> {
-  const entry = place.entry.index;
+function entryActions(show: (shown: Shown) => void): Record<string, () => void> {
   return {
-    before: () => void stepEntry(entry, -1),
-    after: () => void stepEntry(entry, 1),
+    before: () => void stepSelected(-1),
+    after: () => void stepSelected(1),
     pin: () => show("pin"),
-    remove: () => void removeEntry(entry),
+    remove: () => void removeSelected(),
   };
 }
 
 /** What can be done with the selected entry. */
 function EntryMenu({ place, show }: { place: Place; show(shown: Shown): void }) {
-  const actions = entryActions(place, show);
+  const actions = entryActions(show);
   const items = (Object.keys(words.entry) as (keyof typeof words.entry)[])
     .map((key) => ({ key, label: words.entry[key], detail: words.keys[key] }));
   return <Menu label={words.entryOf(placeName(place))} items={items} onChoose={(key) => actions[key]?.()} />;

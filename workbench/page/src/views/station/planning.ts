@@ -178,6 +178,14 @@ export function makeChange(edit: Edit, wish: Wish): Promise<boolean> {
   return inTurn(() => makeEdit(edit, wish));
 }
 
+/** Makes the change that `decide` gives after all changes before it are made; null: there is none to make. */
+export function makeNextChange(decide: () => readonly [Edit, Wish] | null): Promise<boolean> {
+  return inTurn(async () => {
+    const next = decide();
+    return next !== null && makeEdit(...next);
+  });
+}
+
 /** Selects an entry and asks for its module. */
 export function select(entry: number): void {
   if (draft.get().selected === entry) return;

@@ -1,9 +1,11 @@
 // Changes of the row: each selects the entry that it is about.
 
+import type { Edit } from "../../api/stationTypes";
 import { texts } from "../../texts";
 import { draft } from "./draft";
 import { entryName } from "./naming";
-import { makeChange } from "./planning";
+import { makeChange, makeNextChange } from "./planning";
+import type { Wish } from "./planning";
 
 const source = "row";
 
@@ -16,26 +18,38 @@ function nameOf(entry: number): string {
   return found === undefined ? "" : entryName(found);
 }
 
+function move(entry: number, before: number): readonly [Edit, Wish] {
+  const to = before > entry ? before - 1 : before;
+  const said = texts.station.moved(nameOf(entry), to + 1, count());
+  return [{ kind: "move", entry, before }, { source, select: to, said }];
+}
+
 /** Moves an entry in front of the one that is `before` now; their number: to the end. */
 export function moveEntry(entry: number, before: number): Promise<boolean> {
   if (before === entry || before === entry + 1) return Promise.resolve(false);
-  const to = before > entry ? before - 1 : before;
-  return makeChange({ kind: "move", entry, before }, {
-    source,
-    select: to,
-    said: texts.station.moved(nameOf(entry), to + 1, count()),
+  return makeChange(...move(entry, before));
+}
+
+/**
+ * Moves the selected entry one place towards the beginning (-1) or the end (1) of the row. It is the one that is
+ * selected after the moves before: keys come faster than answers.
+ */
+export function stepSelected(step: -1 | 1): Promise<boolean> {
+  return makeNextChange(() => {
+    const entry = draft.get().selected;
+    const to = (entry ?? 0) + step;
+    if (entry === null || to < 0 || to >= count()) return null;
+    return move(entry, step < 0 ? to : to + 1);
   });
 }
 
-/** Moves an entry one place towards the beginning (-1) or the end (1) of the row. */
-export function stepEntry(entry: number, step: -1 | 1): Promise<boolean> {
-  const to = entry + step;
-  if (to < 0 || to >= count()) return Promise.resolve(false);
-  return moveEntry(entry, step < 0 ? to : to + 1);
-}
-
-export function removeEntry(entry: number): Promise<boolean> {
-  return makeChange({ kind: "remove", entry }, { source, select: entry, said: texts.station.removed(nameOf(entry)) });
+/** Removes the entry that is selected after the changes before. */
+export function removeSelected(): Promise<boolean> {
+  return makeNextChange(() => {
+    const entry = draft.get().selected;
+    if (entry === null) return null;
+    return [{ kind: "remove", entry }, { source, select: entry, said: texts.station.removed(nameOf(entry)) }];
+  });
 }
 
 export function addModule(reference: string, name: string, before: number, label: string): Promise<boolean> {
@@ -61,7 +75,11 @@ export function nameEntry(entry: number, name: string): Promise<boolean> {
   return makeChange({ kind: "name", entry, name }, { source: "name", text: name, said: texts.station.named(name) });
 }
 
-/** States the bytes of a reserved place. */
-export function sizeEntry(entry: number, input: number, output: number): Promise<boolean> {
-  return makeChange({ kind: "size", entry, in: input, out: output }, { source: "size", said: texts.station.sized });
+/** States bytes of a reserved place; those that are left out stay as they are after the last change. */
+export function sizeEntry(entry: number, bytes: { in: number } | { out: number }): Promise<boolean> {
+  return makeNextChange(() => {
+    const known = draft.get().answer?.entries[entry]?.reserve;
+    const both = { in: known?.in ?? 0, out: known?.out ?? 0, ...bytes };
+    return [{ kind: "size", entry, ...both }, { source: "size", said: texts.station.sized }];
+  });
 }
