@@ -4,7 +4,7 @@
 const assert = require("assert");
 const { isDeepStrictEqual, inspect } = require("util");
 
-const patienceMs = 8_000;
+const patienceMs = 20_000;
 const stepMs = 15;
 
 /** An expectation that was not met: the report shows what was expected and what was found. */
