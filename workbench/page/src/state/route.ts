@@ -33,6 +33,8 @@ export function useRoute(): Route | null {
       else setRoute(parse(location.hash));
     };
     addEventListener("hashchange", follow);
+    // The address may have changed before this listened.
+    follow();
     return () => removeEventListener("hashchange", follow);
   }, []);
   return route;

@@ -1,13 +1,13 @@
 import { useEffect } from "preact/hooks";
 import { openedFile } from "../../api/calls";
-import { connection } from "../../api/client";
+import { connection, Unreachable } from "../../api/client";
 import type { Start } from "../../api/types";
 import { diskVersion } from "../../state/status";
 import { texts } from "../../texts";
 import { base, draft, isChanged } from "./draft";
 import { FileChanged } from "./FileChanged";
 import { keepDraft, keptDraft } from "./keeping";
-import { beginWith, planIfUnanswered } from "./planning";
+import { beginWith, inTurn, planIfUnanswered } from "./planning";
 import { checkFile, save, showSaveState, theirs } from "./saving";
 
 async function open(start: Start): Promise<void> {
@@ -22,6 +22,27 @@ async function open(start: Start): Promise<void> {
   diskVersion.set(version);
   beginWith(isOfOlder ? kept.text : text);
   checkFile();
+}
+
+function untilConnected(): Promise<void> {
+  return new Promise((done) => {
+    const end = connection.watch(() => {
+      if (connection.get() !== "connected") return;
+      end();
+      done();
+    });
+  });
+}
+
+async function openWhenReached(start: Start): Promise<void> {
+  for (;;) {
+    try {
+      return await open(start);
+    } catch (error) {
+      if (!(error instanceof Unreachable)) throw error;
+      if (connection.get() !== "connected") await untilConnected();
+    }
+  }
 }
 
 function onKey(event: KeyboardEvent): void {
@@ -64,7 +85,8 @@ export function StationSession({ start }: { start: Start }) {
   useEffect(() => {
     let end = (): void => undefined;
     let isEnded = false;
-    open(start).then(() => {
+    // What is asked for meanwhile, such as by a quick click in another view, is done with the text of the file.
+    inTurn(() => openWhenReached(start)).then(() => {
       if (!isEnded) end = watchAll(start);
       showSaveState();
     }).catch(() => undefined);
