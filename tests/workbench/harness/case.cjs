@@ -52,6 +52,13 @@ class Case {
     return coupler;
   }
 
+  /** A coupler where another one was that has ended. */
+  async couplerAgain(workplace, before, ...call) {
+    const coupler = await Coupler.start(workplace.folder, call, before.target.split(":").pop());
+    this.ends.push(() => coupler.end("SIGKILL"));
+    return coupler;
+  }
+
   async context() {
     const context = await this.run.browser.createBrowserContext();
     this.ends.push(() => context.close());

@@ -101,8 +101,8 @@ class Server extends Running {
 
 /** A simulated coupler: `target` is its address. */
 class Coupler extends Running {
-  static async start(folder, call) {
-    const coupler = new Coupler(folder, ["simulate", "--listen", "tcp:127.0.0.1:0", ...call]);
+  static async start(folder, call, port = 0) {
+    const coupler = new Coupler(folder, ["simulate", "--listen", `tcp:127.0.0.1:${port}`, ...call]);
     coupler.target = (await coupler.line()).replace("listening at ", "");
     return coupler;
   }
