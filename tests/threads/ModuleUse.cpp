@@ -97,16 +97,18 @@ std::string refusal(std::vector<char> bytes)
     return "accepted";
 }
 
-// A station with a warning and a value.
-std::string plannedStation()
+// A station with a warning and a value, whose files come from a folder that all threads share.
+std::string plannedStation(const mxmodule::ModuleFolder& folder)
 {
+    mxstation::StationOptions options;
+    options.folder = &folder;
     const auto station =
         mxstation::stationOf("layout: bytes-first\n"
                              "modules:\n"
                              "  - MX0108.bin\n"
                              "  - MX0602.bin\n"
                              "  - {module: MX0304.bin, parameters: {Mains suppression: 60 Hz}}\n",
-                             EXAMPLE_MODULES "/station.yaml");
+                             EXAMPLE_MODULES "/station.yaml", options);
     const auto plan = mxstation::plan(station);
     return mxstation::checkOf(plan).json() + mxstation::stationText(plan) +
            mxstation::cHeader(plan).text + mxstation::pinned(station, plan);
@@ -131,10 +133,11 @@ std::string appliedStation()
 }
 
 // What is found in a module of its own for each file, in the one that is shared and in its map.
-std::string find(const Module& shared, const mxmodule::ChannelMap& map)
+std::string find(const Module& shared, const mxmodule::ChannelMap& map,
+                 const mxmodule::ModuleFolder& folder)
 {
     std::string all = map.svg() + map.json() + std::to_string(map.input().free.size());
-    all += plannedStation() + appliedStation();
+    all += plannedStation(folder) + std::to_string(folder.names().size()) + appliedStation();
     for (const char* name : files) {
         all += use(shared);
         const auto bytes = mxmodule::readFile(std::string(EXAMPLE_MODULES "/") + name);
@@ -151,16 +154,17 @@ bool foundAlike()
 {
     const Module shared = Module::fromFile(EXAMPLE_MODULES "/MX0502.bin");
     const mxmodule::ChannelMap map = shared.channelMap();
+    const mxmodule::ModuleFolder folder(EXAMPLE_MODULES);
     std::vector<std::string> found(threadCount);
     std::vector<std::thread> threads;
     for (std::string& own : found) {
-        threads.emplace_back([&shared, &map, &own] { own = find(shared, map); });
+        threads.emplace_back([&shared, &map, &folder, &own] { own = find(shared, map, folder); });
     }
     for (std::thread& thread : threads) {
         thread.join();
     }
     const Module other = Module::fromFile(EXAMPLE_MODULES "/MX0502.bin");
-    const std::string alone = find(other, other.channelMap());
+    const std::string alone = find(other, other.channelMap(), folder);
     for (const std::string& own : found) {
         if (own != alone) {
             return false;
