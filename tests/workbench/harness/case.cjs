@@ -37,6 +37,13 @@ class Case {
     return server;
   }
 
+  /** A server at the address where another one was that has ended. */
+  async serverAgain(workplace, before, ...call) {
+    const server = await Server.start(workplace.folder, call, before.port);
+    this.ends.push(() => server.end("SIGKILL"));
+    return server;
+  }
+
   /** A server that cases share: one for each call. */
   async sharedServer(...call) {
     const key = call.join(" ");

@@ -80,8 +80,8 @@ class Running {
 
 /** The server of the page: `address` with the token, `origin` and `token` apart. */
 class Server extends Running {
-  static async start(folder, call) {
-    const server = new Server(folder, ["serve", "--port", "0", ...call]);
+  static async start(folder, call, port = 0) {
+    const server = new Server(folder, ["serve", "--port", String(port), ...call]);
     server.address = await server.line();
     [server.origin, server.token] = server.address.split("/#");
     return server;
