@@ -16,6 +16,8 @@ function run(folder, call, input) {
     const child = execFile(mxtool, call, options, (error, out, err) => {
       done({ code: error === null ? 0 : error.code, out, err: err.toString() });
     });
+    // A program that reads nothing may have ended before.
+    child.stdin.on("error", () => undefined);
     child.stdin.end(input ?? "");
   });
 }
@@ -38,6 +40,7 @@ class Running {
   constructor(folder, call) {
     this.errors = "";
     this.process = spawn(mxtool, call, { cwd: folder, env: environment, stdio: ["pipe", "pipe", "pipe"] });
+    this.process.stdin.on("error", () => undefined);
     this.process.stderr.on("data", (bytes) => { this.errors += bytes; });
     this.ended = new Promise((done) => this.process.on("exit", (code, signal) => done({ code, signal })));
     this.lines = [];
