@@ -41,6 +41,18 @@ std::string htmlLink(const std::string& id, const std::string& html)
     return htmlElement("a", html, " href=\"#" + htmlText(id) + "\"");
 }
 
+std::string htmlFacts(const std::vector<HtmlFact>& facts)
+{
+    std::string list;
+    for (const HtmlFact& fact : facts) {
+        if (!fact.value.html.empty()) {
+            list += htmlElement("dt", fact.name) +
+                    htmlElement("dd", fact.value.html, fact.value.attributes);
+        }
+    }
+    return htmlElement("dl", list, " class=\"facts\"") + "\n";
+}
+
 HtmlTable::HtmlTable(std::vector<std::string> headings, std::string caption)
     : names(std::move(headings)), title(std::move(caption))
 {}

@@ -98,9 +98,12 @@ void HtmlBitTable::addRun(std::uint64_t first, std::uint64_t count, const std::s
         "</tr>\n";
 }
 
-void HtmlBitTable::addHeading(const std::string& html)
+void HtmlBitTable::beginGroup(const std::string& html)
 {
     rows += rows.empty() ? "" : "</tbody>\n<tbody>\n";
+    if (html.empty()) {
+        return;
+    }
     rows += "<tr class=\"group\">" +
             htmlElement("th", html, " scope=\"rowgroup\"" + spanOf("colspan", 9 + names.size())) +
             "</tr>\n";

@@ -20,6 +20,12 @@ TEST(Html, ElementsAndLinks)
     EXPECT_EQ(text::htmlLink("p-1", "1"), "<a href=\"#p-1\">1</a>");
 }
 
+TEST(Html, Facts)
+{
+    EXPECT_EQ(text::htmlFacts({{"A", {"1"}}, {"B", {""}}, {"C", {"2", " class=\"c\""}}}),
+              "<dl class=\"facts\"><dt>A</dt><dd>1</dd><dt>C</dt><dd class=\"c\">2</dd></dl>\n");
+}
+
 TEST(Html, TableOfTexts)
 {
     text::HtmlTable table({"A", "B"});

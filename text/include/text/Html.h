@@ -25,6 +25,16 @@ struct HtmlCell
     std::string attributes = {}; ///< Begin with a blank, or are empty.
 };
 
+/// A name and what it stands for.
+struct HtmlFact
+{
+    std::string name; ///< Without markup.
+    HtmlCell value;   ///< A fact with an empty one is left out.
+};
+
+/// Returns a list of facts, a `dl` of the class "facts".
+std::string htmlFacts(const std::vector<HtmlFact>& facts);
+
 /// A table of a page. On a narrow window each row is a block in which every cell has its heading,
 /// its attribute data-name, if the style sheet says so.
 class HtmlTable

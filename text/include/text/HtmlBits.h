@@ -43,8 +43,8 @@ public:
     void addRun(std::uint64_t first, std::uint64_t count, const std::string& html,
                 const std::string& kind = "none");
 
-    /// Appends a row that is the heading `html` of those after it.
-    void addHeading(const std::string& html);
+    /// Begins a group of rows; `html` is its heading, empty: none.
+    void beginGroup(const std::string& html);
 
     /// Returns "3" as a link to the row of byte 3; without a link if there is none.
     std::string link(std::uint64_t byte) const;
