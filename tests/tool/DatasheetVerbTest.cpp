@@ -36,6 +36,23 @@ TEST(DatasheetVerb, readsTextsAndStandardInput)
     EXPECT_THAT(piped.out, HasSubstr("<dd>&lt;standard input&gt;</dd>"));
 }
 
+TEST(DatasheetVerb, writesThePageOfAStation)
+{
+    const ToolRun run = runTool({"datasheet", "examples/stations/pump-house.yaml", "-o", "-"});
+    EXPECT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_THAT(run.out, HasSubstr("<h1>Pump house</h1>"));
+    const testkit::TemporaryDirectory directory;
+    const std::string url = "sqlite:" + directory.path("devices.sqlite");
+    runTool({"populate", "examples/modules", "--db", url});
+    const std::string text = "modules: [5a030304]\n";
+    const std::string station = directory.write("a.yaml", {text.begin(), text.end()});
+    EXPECT_THAT(runTool({"datasheet", station, "--db", url, "-o", "-"}).out,
+                HasSubstr("4 AI ±10 V / 0-20 mA"));
+    const ToolRun unknown = runTool({"datasheet", station, "--db", "sqlite:none", "-o", "-"});
+    EXPECT_EQ(unknown.exitCode, 3);
+    EXPECT_EQ(unknown.out, "");
+}
+
 TEST(DatasheetVerb, saysWhatAnotherFileIs)
 {
     const testkit::TemporaryDirectory directory;
@@ -44,7 +61,11 @@ TEST(DatasheetVerb, saysWhatAnotherFileIs)
     const ToolRun run = runTool({"datasheet", config, "-o", "-"});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_EQ(run.out, "");
-    EXPECT_THAT(run.err, HasSubstr("This is a configuration that mxtool config wrote, expected"));
+    EXPECT_THAT(
+        run.err,
+        HasSubstr(
+            "This is a configuration that mxtool config wrote, expected an mx file, its text form "
+            "or a station"));
     const ToolRun broken =
         runTool({"datasheet", std::string(EXAMPLE_MODULES) + "/MX9999.bin", "-o", "-"});
     EXPECT_EQ(broken.exitCode, 3);

@@ -238,6 +238,19 @@ TEST_F(HostileStation, isNoMarkupInAPicture)
         Poco::XML::AutoPtr<Poco::XML::Document>(parser.parseString(svg))->documentElement());
 }
 
+TEST_F(HostileStation, isNoMarkupInADataSheet)
+{
+    const std::string html = outputOf({"datasheet", stationFile("station.yaml"), "-o", "-"});
+    expectHarmless(html);
+    EXPECT_THAT(tooltest::elementsOf(html),
+                testing::IsSubsetOf({"html",    "head",   "meta",   "title",   "style",  "body",
+                                     "a",       "header", "div",    "p",       "h1",     "h2",
+                                     "h3",      "h4",     "dl",     "dt",      "dd",     "nav",
+                                     "ol",      "ul",     "li",     "main",    "table",  "tr",
+                                     "th",      "td",     "thead",  "tbody",   "code",   "span",
+                                     "caption", "pre",    "footer", "section", "strong", "img"}));
+}
+
 TEST_F(HostileStation, isHarmlessInADifference)
 {
     const std::string before = stationFile("before.yaml");

@@ -3,6 +3,8 @@
 #include "mxmodule/Module.h"
 #include "mxmodule/MxmoduleApi.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +28,8 @@ struct DatasheetPlace
 {
     std::string prefix = {};   ///< Begins the identifiers of its elements: letters, digits, "-".
     unsigned headingLevel = 2; ///< Of its own headings, 2 to 6.
+    /// Address on a coupler of the first register of the parameters; empty: not stated.
+    std::optional<std::uint64_t> firstRegister = {};
 };
 
 /// Returns what all modules of the type of `module` have in common: identity, product image, sizes,
@@ -45,7 +49,8 @@ struct DatasheetPage
     std::string header; ///< HTML with the heading of level 1.
     /// Identifiers of headings of level 2 in `content`, and their texts, for the list of contents.
     std::vector<std::pair<std::string, std::string>> contents;
-    std::string content; ///< HTML.
+    std::string content;    ///< HTML.
+    std::string style = {}; ///< Rules after those of the parts.
 };
 
 /// Returns the page. It ends with the version of this library.

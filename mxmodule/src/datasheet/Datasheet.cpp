@@ -31,11 +31,6 @@ std::string propertyOf(const Module& module, const std::string& name)
     return "";
 }
 
-std::string fact(const char* name, const std::string& value)
-{
-    return value.empty() ? "" : fmt::format("<dt>{}</dt><dd>{}</dd>", name, htmlText(value));
-}
-
 std::string headerOf(const Module& module)
 {
     const DataSizes sizes = module.sizes();
@@ -43,12 +38,15 @@ std::string headerOf(const Module& module)
                                          text::counted(sizes.output, "byte"));
     const std::string parameters = fmt::format("{} in {}", module.parameters().size(),
                                                text::counted(sizes.parameters, "byte"));
+    const text::HtmlCell orderCode = {htmlText(propertyOf(module, "brandOrderCode"))};
     return "<div>\n<p class=\"kind\">Data sheet</p>\n" +
-           text::htmlElement("h1", htmlText(titleOf(module))) + "\n<dl class=\"facts\">" +
-           fact("Order code", propertyOf(module, "brandOrderCode")) +
-           fact("Module", module.moduleId()) + fact("Process data", data) +
-           fact("Channels", std::to_string(module.channels().size())) +
-           fact("Parameters", parameters) + "</dl>\n</div>\n" + productImageHtml(module);
+           text::htmlElement("h1", htmlText(titleOf(module))) + "\n" +
+           text::htmlFacts({{"Order code", orderCode},
+                            {"Module", {htmlText(module.moduleId())}},
+                            {"Process data", {data}},
+                            {"Channels", {std::to_string(module.channels().size())}},
+                            {"Parameters", {parameters}}}) +
+           "</div>\n" + productImageHtml(module);
 }
 
 std::string navigation(const DatasheetPage& page)
@@ -69,7 +67,7 @@ std::string datasheetPage(const DatasheetPage& page)
            "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
            "style-src 'unsafe-inline'; img-src data:\">\n"
            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>" +
-           title + " \u2013 data sheet</title>\n<style>" + datasheetStyle(page.title) +
+           title + " \u2013 data sheet</title>\n<style>" + datasheetStyle(page.title) + page.style +
            "</style>\n</head>\n<body>\n<a class=\"skip\" href=\"#content\">To the content</a>\n"
            "<header>\n" +
            page.header + "</header>\n" + navigation(page) +
@@ -100,7 +98,8 @@ std::string datasheet(const Module& shown)
 std::string datasheetOfType(const Module& shown, const DatasheetPlace& place)
 {
     const DatasheetModule module(shown, shown.defaultImage(), place);
-    return productImageHtml(shown) + identityHtml(module) + sizesHtml(module, false) +
+    return "<div class=\"beside\">\n<div>\n" + identityHtml(module) + "</div>\n" +
+           productImageHtml(shown) + "</div>\n" + sizesHtml(module, false) +
            parametersHtml(module, false) + fileHtml(module);
 }
 

@@ -54,7 +54,14 @@ dt { color: var(--faint); } dd { margin: 0; }
 footer { margin-top: 3rem; border-top: 1px solid var(--line); color: var(--faint); font-size: .85rem; }
 .images { display: grid; gap: 0 2rem; grid-template-columns: repeat(auto-fit, minmax(min(100%, 32rem), 1fr));
   align-items: start; }
-.wide { overflow-x: auto; }
+.row { display: flex; flex-wrap: wrap; gap: .6rem .4rem; list-style: none; padding: 0; margin: 0 0 1.2rem; }
+.row a { display: block; width: 5.2rem; text-align: center; font-size: .8rem; line-height: 1.25; text-decoration: none; }
+.row a:hover span, .row a:focus span { text-decoration: underline; }
+.picture { display: block; height: 8rem; margin-bottom: .3rem; border: 1px solid var(--line); border-radius: .3rem;
+  background: #fff center / contain no-repeat; background-origin: content-box; padding: .3rem;
+  -webkit-print-color-adjust: exact; print-color-adjust: exact; }
+.beside { display: flex; flex-wrap: wrap; gap: 0 1.5rem; align-items: flex-start; }
+.beside > div { flex: 1 1 20rem; min-width: 0; } .beside .product { width: 8rem; margin-top: 1.5rem; }
 @media (min-width: 110rem) {
   body { display: grid; grid-template-columns: 14rem minmax(0, 1fr); column-gap: 3rem; max-width: 105rem; }
   body > * { grid-column: 2; } header { grid-column: 1 / -1; }
@@ -67,7 +74,7 @@ constexpr const char* tables = R"(
 table { border-collapse: collapse; width: 100%; margin: .4rem 0 1.4rem; }
 caption { text-align: left; color: var(--faint); font-size: .9rem; padding: .2rem 0; }
 th, td { text-align: left; vertical-align: top; padding: .3rem .6rem; border-bottom: 1px solid var(--line); }
-thead th { background: var(--head); border-bottom: 2px solid var(--strong); font-size: .85rem; }
+thead th { background: var(--head); border-bottom: 2px solid var(--strong); font-size: .85rem; overflow-wrap: normal; }
 tbody th { font-weight: 600; }
 .group th { background: var(--head); border-top: 2px solid var(--line); }
 tr:target > *, td:target, section:target > h3 { background: var(--mark); box-shadow: inset 0 2px var(--accent), inset 0 -2px var(--accent); }
@@ -83,11 +90,13 @@ tr.changed th { box-shadow: inset 4px 0 var(--accent); }
 .bits td a { color: inherit; text-decoration-color: var(--strong); }
 .bits .none, .bits .padding { background: repeating-linear-gradient(135deg, var(--none) 0 4px, transparent 4px 8px);
   color: var(--faint); text-align: center; }
+.bits .reserved { border-style: dashed; border-color: var(--strong); } .bits .status { background: var(--head); }
 .bits .outside th { color: var(--alarm); }
 .c0 { background: var(--c0); } .c1 { background: var(--c1); } .c2 { background: var(--c2); } .c3 { background: var(--c3); }
 .c4 { background: var(--c4); } .c5 { background: var(--c5); } .c6 { background: var(--c6); } .c7 { background: var(--c7); }
 .c8 { background: var(--c8); } .c9 { background: var(--c9); }
-@media (max-width: 46rem) {
+.registers td:nth-child(4) { width: 40%; }
+@media screen and (max-width: 46rem) {
   header { flex-wrap: wrap; gap: 1rem; }
   dl.facts { grid-template-columns: 1fr; gap: 0; } dd { margin-bottom: .4rem; }
   .cards thead { position: absolute; left: -999rem; }
@@ -96,6 +105,8 @@ tr.changed th { box-shadow: inset 4px 0 var(--accent); }
   .cards th, .cards td { border: 0; padding: .15rem .6rem; }
   .cards tbody th { background: var(--head); padding: .35rem .6rem; }
   .cards tr.group { border: 0; margin: 1.2rem 0 .3rem; } .cards .group th { background: none; padding: 0; }
+  .cards td:empty { display: none; }
+  .cards td, .registers td:nth-child(4) { width: auto; }
   .cards td { position: relative; padding-left: 9rem; min-height: 1.8em; }
   .cards td::before { content: attr(data-name); position: absolute; left: .6rem; width: 8.2rem; color: var(--faint);
     font: .85rem system-ui, "DejaVu Sans", sans-serif; }
@@ -113,10 +124,11 @@ constexpr const char* paper = R"(
   caption { break-after: avoid; }
   nav { break-inside: avoid; }
   thead { display: table-header-group; } tr, .product, li { break-inside: avoid; }
-  .group { break-after: avoid; }
+  thead, thead tr, .group { break-after: avoid; }
   th, td { padding: .18rem .45rem; }
   .product { max-height: 45mm; width: 38mm; }
-  .chapter { break-before: page; }
+  #modules, #types { break-before: page; }
+  .row li { break-inside: avoid; } .row a { width: 20mm; } .picture { height: 30mm; }
   td, th, .product { -webkit-print-color-adjust: exact; print-color-adjust: exact; }
 }
 )";

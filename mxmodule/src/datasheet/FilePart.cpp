@@ -38,11 +38,10 @@ std::string fileHtml(const DatasheetModule& module)
 {
     const std::vector<char> bytes = module.mxBytes();
     return module.heading("file", "Mx file") +
-           fmt::format("<dl class=\"facts\"><dt>File</dt><dd>{}</dd><dt>Size</dt><dd>{}</dd>"
-                       "<dt>SHA-256</dt><dd class=\"sum\">{}</dd></dl>\n",
-                       text::htmlText(withoutFolder(module.module.name())),
-                       text::counted(bytes.size(), "byte"),
-                       text::sha256({bytes.data(), bytes.size()})) +
+           text::htmlFacts(
+               {{"File", {text::htmlText(withoutFolder(module.module.name()))}},
+                {"Size", {text::counted(bytes.size(), "byte")}},
+                {"SHA-256", {text::sha256({bytes.data(), bytes.size()}), " class=\"sum\""}}}) +
            groupsTable(bytes);
 }
 

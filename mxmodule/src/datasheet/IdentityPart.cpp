@@ -97,7 +97,7 @@ std::string sizesHtml(const DatasheetModule& module, bool isPlaced)
     const std::string registers =
         module.modbus ? text::counted(module.modbus->registers().size(), "Modbus register")
                       : "no Modbus registers";
-    text::HtmlTable table({"Data", "Size", "Place"}, "Sizes of the data");
+    text::HtmlTable table({"Data", "Size", "Place, registers"}, "Sizes of the data");
     const auto add = [&](const char* data, std::uint32_t size, const text::HtmlCell& place) {
         table.addNamed({{data}, {text::counted(size, "byte")}, place});
     };

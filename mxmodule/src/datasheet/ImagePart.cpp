@@ -95,21 +95,24 @@ std::string hexHtml(const std::vector<char>& bytes)
 }
 
 void addRegisters(const DatasheetModule& module, const PlacedParameter& place,
-                  const text::HtmlBitTable& image, text::HtmlTable& table)
+                  const std::vector<std::uint16_t>& registers, const text::HtmlBitTable& image,
+                  text::HtmlTable& table)
 {
     const Parameter& parameter = module.parameters[place.parameter];
-    const std::vector<std::uint16_t> registers = module.modbus->registers();
     const std::size_t count = place.size / registerSize;
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t number = place.begin / registerSize + i;
         const std::string part =
             count == 1 ? "" : fmt::format(" <span class=\"faint\">{} of {}</span>", i + 1, count);
-        table.addNamed({{std::to_string(number)},
-                        {fmt::format("{:04x}", registers[number])},
-                        {std::to_string(registers[number])},
-                        {linkTo(module, parameter) + part},
-                        {imagePlaceHtml(parameter, image)}},
-                       " id=\"" + module.id(fmt::format("r-{}", number)) + "\"");
+        std::vector<text::HtmlCell> cells = {{std::to_string(number)},
+                                             {fmt::format("{:04x}", registers[number])},
+                                             {std::to_string(registers[number])},
+                                             {linkTo(module, parameter) + part},
+                                             {imagePlaceHtml(parameter, image)}};
+        if (const auto first = module.place.firstRegister) {
+            cells.push_back({std::to_string(*first + number)});
+        }
+        table.addNamed(cells, " id=\"" + module.id(fmt::format("r-{}", number)) + "\"");
     }
 }
 
@@ -118,11 +121,16 @@ std::string registerTable(const DatasheetModule& module, const text::HtmlBitTabl
     if (!module.modbus) {
         return "<p>The parameters have no Modbus form: " + htmlText(module.noRegisters) + "</p>\n";
     }
-    text::HtmlTable table({"Register", "Hexadecimal", "Decimal", "Parameter", "Byte of the image"},
-                          text::counted(module.modbus->registers().size(), "register") +
-                              ", counted from 0 for this module");
+    const std::vector<std::uint16_t> registers = module.modbus->registers();
+    std::vector<std::string> headings = {"Register", "Hexadecimal", "Decimal", "Parameter",
+                                         "Byte of the image"};
+    if (module.place.firstRegister) {
+        headings.emplace_back("Address on the coupler");
+    }
+    text::HtmlTable table(headings, text::counted(registers.size(), "register") +
+                                        ", counted from 0 for this module");
     for (const PlacedParameter& place : module.modbus->places()) {
-        addRegisters(module, place, image, table);
+        addRegisters(module, place, registers, image, table);
     }
     return table.empty() ? "<p>The module has no registers for parameters.</p>\n"
                          : table.html(" class=\"cards registers\"");

@@ -5,6 +5,9 @@
 #include <text/Counted.h>
 #include <text/Html.h>
 
+#include <algorithm>
+#include <functional>
+
 namespace mxmodule {
 
 namespace {
@@ -49,10 +52,30 @@ std::string linksOrNone(const std::string& links)
     return links.empty() ? "\u2013" : links;
 }
 
-text::HtmlCell nameCell(const Parameter& parameter)
+text::HtmlCell nameCell(const std::string& name, const Parameter& parameter)
 {
-    return {htmlText(parameter.name) + " <span class=\"faint\">#" + htmlText(parameter.id) +
-            "</span>"};
+    return {htmlText(name) + " <span class=\"faint\">#" + htmlText(parameter.id) + "</span>"};
+}
+
+// A row of a table of parameters; `name` is that of the parameter, with its channel if needed.
+using AddParameter = std::function<void(std::size_t position, const std::string& name)>;
+
+// Calls `add` for all parameters in their groups. Channels with one parameter each have no heading.
+void addInGroups(const std::vector<Parameter>& parameters, text::HtmlTable& table,
+                 const AddParameter& add)
+{
+    const auto groups = groupsOf(parameters);
+    const bool isList = std::all_of(groups.begin(), groups.end(), [&](const auto& group) {
+        return group.size() == 1 || !parameters[group.front()].channel;
+    });
+    for (const std::vector<std::size_t>& group : groups) {
+        if (!isList) {
+            table.beginGroup(htmlText(groupOf(parameters[group.front()])));
+        }
+        for (const std::size_t i : group) {
+            add(i, isList ? longNameOf(parameters[i]) : parameters[i].name);
+        }
+    }
 }
 
 std::string rowId(const DatasheetModule& module, const Parameter& parameter)
@@ -105,21 +128,18 @@ std::string parametersHtml(const DatasheetModule& module, bool withPlaces)
     text::HtmlTable table(headings, "Parameters with what they accept");
     const text::HtmlBitTable image = parameterImageTable(module);
     const std::vector<std::string> registers = registerLinks(module);
-    for (const std::vector<std::size_t>& group : groupsOf(module.defaults)) {
-        table.beginGroup(htmlText(groupOf(module.defaults[group.front()])));
-        for (const std::size_t i : group) {
-            const Parameter& parameter = module.defaults[i];
-            std::vector<text::HtmlCell> cells = {nameCell(parameter),
-                                                 {typeHtml(parameter)},
-                                                 {acceptedHtml(parameter)},
-                                                 {valueHtml(parameter)}};
-            if (withPlaces) {
-                cells.push_back({imagePlaceHtml(parameter, image)});
-                cells.push_back({linksOrNone(registers[i])});
-            }
-            table.addNamed(cells, rowId(module, parameter));
+    addInGroups(module.defaults, table, [&](std::size_t i, const std::string& name) {
+        const Parameter& parameter = module.defaults[i];
+        std::vector<text::HtmlCell> cells = {nameCell(name, parameter),
+                                             {typeHtml(parameter)},
+                                             {acceptedHtml(parameter)},
+                                             {valueHtml(parameter)}};
+        if (withPlaces) {
+            cells.push_back({imagePlaceHtml(parameter, image)});
+            cells.push_back({linksOrNone(registers[i])});
         }
-    }
+        table.addNamed(cells, rowId(module, parameter));
+    });
     return module.heading("parameters", "Parameters") +
            (table.empty() ? "<p>The module has no parameters.</p>\n"
                           : table.html(" class=\"cards\""));
@@ -131,20 +151,17 @@ std::string valuesHtml(const DatasheetModule& module)
                           "Values of the parameters; those that differ from the default are bold");
     const text::HtmlBitTable image = parameterImageTable(module);
     const std::vector<std::string> registers = registerLinks(module);
-    for (const std::vector<std::size_t>& group : groupsOf(module.parameters)) {
-        table.beginGroup(htmlText(groupOf(module.parameters[group.front()])));
-        for (const std::size_t i : group) {
-            const Parameter& parameter = module.parameters[i];
-            const bool isChanged = module.raw.isChanged(i);
-            const std::string value = valueHtml(parameter);
-            table.addNamed({nameCell(parameter),
-                            {isChanged ? text::htmlElement("strong", value) : value},
-                            {isChanged ? valueHtml(module.defaults[i]) : "the same"},
-                            {imagePlaceHtml(parameter, image)},
-                            {linksOrNone(registers[i])}},
-                           rowId(module, parameter) + (isChanged ? " class=\"changed\"" : ""));
-        }
-    }
+    addInGroups(module.parameters, table, [&](std::size_t i, const std::string& name) {
+        const Parameter& parameter = module.parameters[i];
+        const bool isChanged = module.raw.isChanged(i);
+        const std::string value = valueHtml(parameter);
+        table.addNamed({nameCell(name, parameter),
+                        {isChanged ? text::htmlElement("strong", value) : value},
+                        {isChanged ? valueHtml(module.defaults[i]) : "the same"},
+                        {imagePlaceHtml(parameter, image)},
+                        {linksOrNone(registers[i])}},
+                       rowId(module, parameter) + (isChanged ? " class=\"changed\"" : ""));
+    });
     return module.heading("values", "Parameters") + (table.empty()
                                                          ? "<p>The module has no parameters.</p>\n"
                                                          : table.html(" class=\"cards\""));

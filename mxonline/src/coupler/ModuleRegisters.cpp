@@ -39,8 +39,8 @@ ModuleRegisters::ModuleRegisters(const mxstation::PlannedModule& module,
 
 RegisterRange ModuleRegisters::range() const
 {
-    const auto address = static_cast<std::uint32_t>(map.parameters.address +
-                                                    (planned.position - 1) * map.parameters.stride);
+    const auto address =
+        static_cast<std::uint32_t>(mxstation::firstRegisterOf(map.parameters, planned.position));
     return {address, static_cast<std::uint32_t>(planned.registers.size())};
 }
 

@@ -2,6 +2,7 @@
 
 #include "mxstation/MxstationApi.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
@@ -31,6 +32,13 @@ struct ModbusModuleRegisters
     std::uint16_t address = 0; ///< First register of the module at position 1.
     std::uint16_t stride = 0;  ///< From the first register of a module to that of the next one.
 };
+
+/// Returns the first of `registers` of the module at `position`, from 1.
+constexpr std::uint64_t firstRegisterOf(const ModbusModuleRegisters& registers,
+                                        std::size_t position)
+{
+    return registers.address + std::uint64_t{registers.stride} * (position - 1);
+}
 
 /// Registers that identify the modules in the row: two of each module, its identifier.
 struct ModbusIdentity : ModbusModuleRegisters

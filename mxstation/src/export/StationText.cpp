@@ -2,6 +2,7 @@
 #include "export/LayoutText.h"
 #include "export/PlanTotals.h"
 #include "export/Provenance.h"
+#include "export/ReservedPlaces.h"
 
 #include <mxstation/StationReport.h>
 
@@ -10,32 +11,9 @@
 #include <text/ShownText.h>
 #include <text/TextTable.h>
 
-#include <map>
-
 namespace mxstation {
 
 namespace {
-
-// The bytes that an entry keeps for a module, in both images.
-struct ReservedPlace
-{
-    std::string name;
-    ImageBytes input;
-    ImageBytes output;
-};
-
-std::map<std::size_t, ReservedPlace> reservedPlaces(const Plan& plan)
-{
-    std::map<std::size_t, ReservedPlace> places;
-    for (const Gap& gap : plan.gaps) {
-        if (gap.entry) {
-            ReservedPlace& place = places[*gap.entry];
-            place.name = gap.name;
-            (gap.isInput ? place.input : place.output) = touchedBytes(gap);
-        }
-    }
-    return places;
-}
 
 std::vector<std::string> cellsOf(const PlannedModule& module)
 {

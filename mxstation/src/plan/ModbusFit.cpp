@@ -91,11 +91,6 @@ std::string shownKey(Purpose purpose)
     return fmt::format("\"{}\"", keyOfPurpose[static_cast<std::size_t>(purpose)]);
 }
 
-std::uint64_t firstOf(const ModbusModuleRegisters& registers, const PlannedModule& module)
-{
-    return registers.address + std::uint64_t{registers.stride} * (module.position - 1);
-}
-
 // Compares a plan with the registers that it has.
 class RegisterFit
 {
@@ -142,12 +137,14 @@ private:
     void addModule(const PlannedModule& module)
     {
         if (!module.registers.empty()) {
-            areas.holding.push_back({Purpose::Parameters, firstOf(map.parameters, module),
+            areas.holding.push_back({Purpose::Parameters,
+                                     firstRegisterOf(map.parameters, module.position),
                                      module.registers.size(), &module});
         }
         if (map.identity) {
             areas.readWith(map.identity->readFunction)
-                .push_back({Purpose::Identity, firstOf(*map.identity, module), 2, &module});
+                .push_back({Purpose::Identity, firstRegisterOf(*map.identity, module.position), 2,
+                            &module});
         }
     }
 
@@ -165,7 +162,7 @@ private:
             }
         }
         if (first != nullptr) {
-            const std::uint64_t begin = firstOf(map.parameters, *first);
+            const std::uint64_t begin = firstRegisterOf(map.parameters, first->position);
             const std::uint64_t size = first->registers.size();
             add(fmt::format("the parameter image of {} takes {}, {}, the stride leaves {}{}",
                             nameOf(*first), text::counted(size, "register"),

@@ -1,12 +1,13 @@
-#include "DatabaseChoice.h"
 #include "Diagnostic.h"
 #include "InputFile.h"
 #include "OutputFile.h"
 #include "ToolObserver.h"
 #include "Verbs.h"
+#include "station/StationChoice.h"
 
 #include <mxmodule/Datasheet.h>
 #include <mxmodule/FileKind.h>
+#include <mxstation/Datasheet.h>
 
 #include <CLI/CLI.hpp>
 
@@ -26,7 +27,7 @@ Example:
 
 struct DatasheetOptions
 {
-    std::string file;
+    StationChoice station; // its file may be a module
     std::string output;
 };
 
@@ -36,26 +37,35 @@ void requireDescription(const std::string& path, FileKind kind)
     if (kind != FileKind::MxFile && kind != FileKind::TextForm && kind != FileKind::Other) {
         throw Failure(Origin::Input, inputName(path),
                       std::string("This is ") + nameOf(kind) +
-                          ", expected an mx file or its text form",
+                          ", expected an mx file, its text form or a station",
                       callThatTakes(kind, inputName(path)));
     }
 }
 
-std::string pageOf(const DatasheetOptions& options, const std::string& logLevel)
+mxmodule::Module moduleOf(const std::string& path, std::vector<char> content,
+                          const std::string& logLevel)
 {
-    const std::vector<char> content = loadBytes(options.file);
-    const FileKind kind = mxmodule::kindOf({content.begin(), content.end()});
-    requireDescription(options.file, kind);
     ToolObserver observer(logLevel);
-    mxmodule::ModuleOptions moduleOptions;
-    moduleOptions.observer = &observer;
-    return datasheet(mxmodule::Module(
-        mxmodule::ModuleFile(inputName(options.file), content, &observer), moduleOptions));
+    mxmodule::ModuleOptions options;
+    options.observer = &observer;
+    return mxmodule::Module(mxmodule::ModuleFile(inputName(path), std::move(content), &observer),
+                            options);
+}
+
+std::string pageOf(const StationChoice& choice, const std::string& logLevel)
+{
+    const std::vector<char> content = loadBytes(choice.file);
+    const FileKind kind = mxmodule::kindOf({content.begin(), content.end()});
+    if (kind == FileKind::Station) {
+        return datasheet(planOf(stationOfBytes(choice, content)));
+    }
+    requireDescription(choice.file, kind);
+    return datasheet(moduleOf(choice.file, content, logLevel));
 }
 
 ExitCode writeDatasheet(const DatasheetOptions& options, const std::string& logLevel)
 {
-    writeOutput(options.output, pageOf(options, logLevel));
+    writeOutput(options.output, pageOf(options.station, logLevel));
     return ExitCode::Done;
 }
 
@@ -63,10 +73,13 @@ ExitCode writeDatasheet(const DatasheetOptions& options, const std::string& logL
 
 void addDatasheetVerb(CLI::App& program, const GlobalOptions& global, const VerbChoice& choose)
 {
-    CLI::App* verb =
-        program.add_subcommand("datasheet", "Write a page about a module, for screen and paper");
+    CLI::App* verb = program.add_subcommand(
+        "datasheet", "Write a page about a module or a station, for screen and paper");
     auto options = std::make_shared<DatasheetOptions>();
-    addModuleFile(*verb, options->file);
+    verb->add_option("FILE", options->station.file,
+                     "The mx file, its text form, or the station file; - for standard input")
+        ->required();
+    addStationDatabase(*verb, options->station);
     verb->add_option("-o,--output", options->output,
                      "Write the page (HTML) to this file, - for standard output")
         ->type_name("FILE")

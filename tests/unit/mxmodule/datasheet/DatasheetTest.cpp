@@ -85,6 +85,9 @@ TEST(Datasheet, StatesThePlacesOfChannels)
     EXPECT_EQ(moved.row("in-12"), "12 | AI 2 IW12");
     const HtmlPage bits = exampleSheet("MX0116.bin");
     EXPECT_EQ(bits.row("in-1").substr(0, 18), "1 | DI 16 IX1_7 | ");
+    // Channels with one parameter each need no headings.
+    EXPECT_EQ(bits.row("parameter-20"),
+              "DI 1 / Invert input 1 #20 | Byte, 1 bit | 0 to 1 | 0 | 1, bit 0 | 1");
 }
 
 TEST(Datasheet, StatesTheIdentityAndTheFile)
