@@ -31,9 +31,9 @@ std::string onlyValue(const RequestHead& head, const char* name)
     return values.size() == 1 ? values.front() : std::string();
 }
 
-Verdict methodRefusal(const std::string& path, const std::string& allowed)
+Verdict methodRefusal(const std::string& allowed)
 {
-    Response response = refusal(405, "this method is not accepted at " + path, "send " + allowed);
+    Response response = refusal(405, "this method is not accepted here", "send " + allowed);
     response.allowed = allowed;
     return response;
 }
@@ -152,7 +152,7 @@ Verdict Gatekeeper::refusalOfMethod(const RequestHead& head) const
         isOpen ? std::vector<std::string>{"GET"}
                : std::vector<std::string>{"GET", "POST", "PUT", "DELETE"};
     if (std::find(methods.begin(), methods.end(), head.method) == methods.end()) {
-        return methodRefusal(path, Poco::cat(std::string(", "), methods.begin(), methods.end()));
+        return methodRefusal(Poco::cat(std::string(", "), methods.begin(), methods.end()));
     }
     return std::nullopt;
 }

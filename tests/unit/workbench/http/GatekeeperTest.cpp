@@ -285,4 +285,18 @@ TEST(Gatekeeper, tellsAStrangerNothingOfTheRequest)
     EXPECT_THAT(refusal->body, Not(HasSubstr(secret)));
 }
 
+// An answer is UTF-8 also where the request is not.
+TEST(Gatekeeper, quotesNothingOfARequest)
+{
+    for (const Mistake& mistake : mistakes) {
+        RequestHead head = call();
+        head.target = "/\xFF";
+        mistake.make(head);
+        set(head, "X", "\xFF");
+        const auto refusal = gatekeeper().refusalOf(head);
+        ASSERT_TRUE(refusal);
+        EXPECT_EQ(refusal->body.find('\xFF'), std::string::npos) << mistake.status;
+    }
+}
+
 } // namespace
