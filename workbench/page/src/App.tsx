@@ -90,6 +90,7 @@ export function App() {
       {start !== null && start.opened !== "module" && <StationSession start={start} />}
       {start !== null && start.target !== null && <OnlineSession />}
       <main tabIndex={-1} aria-busy={start === null}>
+        {start === null && <h1 class="heard">{texts.brand}</h1>}
         <Findings findings={findings} />
         {start !== null && route !== null && <View route={route} start={start} />}
       </main>

@@ -25,7 +25,7 @@ function Stale({ refused, light }: Omit<BytesPaneProps, "configured">) {
 /** The parameter image and the registers of a configured module; says when a value is not in them. */
 export function BytesPane({ configured, refused, light }: BytesPaneProps) {
   return (
-    <aside class="bytes-pane box" aria-label={texts.bytes.title}>
+    <section class="bytes-pane box" aria-label={texts.bytes.title}>
       <Stale refused={refused} light={light} />
       <ConfiguredBytes config={configured.raw} light={light} />
       {configured.modbus !== null && <ConfiguredBytes config={configured.modbus} light={light} />}
@@ -35,6 +35,6 @@ export function BytesPane({ configured, refused, light }: BytesPaneProps) {
           <Findings findings={[configured.noRegisters]} />
         </section>
       )}
-    </aside>
+    </section>
   );
 }

@@ -17,8 +17,10 @@ export function Dialog({ title, onClose, children, actions }: DialogProps) {
   const heading = useId();
   useEffect(() => {
     const before = document.activeElement;
-    dialog.current?.showModal();
+    const shown = dialog.current;
+    shown?.showModal();
     return () => {
+      shown?.close(); // nothing outside of an open modal dialog takes the focus
       if (before instanceof HTMLElement && before.isConnected) before.focus();
     };
   }, []);

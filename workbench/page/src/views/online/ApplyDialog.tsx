@@ -40,7 +40,7 @@ export function ApplyDialog({ plan, onClose }: ApplyDialogProps) {
           <input
             id={`${id}-word`}
             type="text"
-            autoFocus
+            autofocus
             autoComplete="off"
             autoCapitalize="off"
             spellcheck={false}

@@ -54,7 +54,7 @@ export function AddDialog({ before, hasCatalogue, onClose }: AddDialogProps) {
         <input
           id={`${id}-words`}
           type="search"
-          autoFocus
+          autofocus
           autoComplete="off"
           value={sought}
           onInput={(event) => setSought(event.currentTarget.value)}
