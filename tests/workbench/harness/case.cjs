@@ -9,6 +9,9 @@ const { Coupler, Server } = require("./programs.cjs");
 const { Watch } = require("./watched-page.cjs");
 const { Workplace } = require("./workplace.cjs");
 
+const endMs = 5_000;
+const pause = (ms) => new Promise((done) => setTimeout(done, ms).unref());
+
 class Case {
   constructor(run, name) {
     this.run = run;
@@ -72,8 +75,8 @@ class Case {
     return context;
   }
 
-  /** Opens the page of a server in a context of its own; `route` such as "#/catalogue". */
-  async open(server, { route = "", context, address, scheme, viewport } = {}) {
+  /** An empty page that is watched. */
+  async tab({ context, scheme, viewport } = {}) {
     const within = context ?? await this.context();
     const tab = await within.newPage();
     await this.watch.follow(tab);
@@ -83,10 +86,22 @@ class Case {
     if (viewport !== undefined) {
       await tab.setViewport(viewport);
     }
-    const page = await Page.open(tab, address ?? server.address);
+    return tab;
+  }
+
+  /** A page of no server. */
+  async blank(options) {
+    const page = new Page(await this.tab(options));
     this.pages.push(page);
-    if (route !== "") {
-      await page.go(route);
+    return page;
+  }
+
+  /** Opens the page of a server in a context of its own; `route` such as "#/catalogue". */
+  async open(server, options = {}) {
+    const page = await Page.open(await this.tab(options), options.address ?? server.address);
+    this.pages.push(page);
+    if (options.route !== undefined) {
+      await page.go(options.route);
     }
     return page;
   }
@@ -103,9 +118,10 @@ class Case {
     this.watch.allow(pattern);
   }
 
+  /** Ends what the case began; what does not end in time is left to the end of the run. */
   async end() {
     for (const end of this.ends.reverse()) {
-      await Promise.resolve().then(end).catch(() => undefined);
+      await Promise.race([Promise.resolve().then(end).catch(() => undefined), pause(endMs)]);
     }
   }
 }

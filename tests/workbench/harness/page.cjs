@@ -116,8 +116,9 @@ class Page {
     throw new Error(`"${name}" is not reached by ${key}; the focus is on "${await this.focused()}"`);
   }
 
+  /** The name of what has the focus; "" if nothing has. */
   focused() {
-    return this.evaluate(() => window.nameOf(document.activeElement));
+    return this.evaluate(() => (document.activeElement === document.body ? "" : window.nameOf(document.activeElement)));
   }
 
   /** The text that a person sees, of the page or of elements. */
