@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 #include <mxstation/ChannelExport.h>
+#include <mxstation/Datasheet.h>
 #include <mxstation/ParameterExport.h>
 #include <mxstation/StationCheck.h>
 #include <mxstation/StationPicture.h>
@@ -100,6 +101,9 @@ std::vector<StationExport> stationExports()
     addChannels(all);
     addParameters<Fieldbus::Raw>(all, "raw", "");
     addParameters<Fieldbus::Modbus>(all, "modbus", " for Modbus");
+    all.push_back({{"datasheet", "Data sheet"}, "-datasheet.html", [](From from) {
+                       return mxstation::datasheet(from.plan);
+                   }});
     all.push_back(
         {{"station-text", "Row, table"}, ".txt", [](From from) { return stationText(from.plan); }});
     all.push_back(
