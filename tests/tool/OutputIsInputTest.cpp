@@ -116,6 +116,7 @@ constexpr Call calls[] = {
     {"checkTwo", "module.bin", "check @other.bin @IN --format sarif -o @OUT"},
     {"checkDirectory", "sub/MX1.bin", "check @sub -o @OUT", false},
     {"explain", "module.bin", "explain @IN --format html -o @OUT"},
+    {"datasheet", "module.bin", "datasheet @IN -o @OUT"},
     {"diffBefore", "module.bin", "diff @IN @other.bin -o @OUT"},
     {"diffAfter", "module.bin", "diff @other.bin @IN -o @OUT"},
     {"devices", "devices.sqlite", "devices --db sqlite:@IN -o @OUT", false},
