@@ -4,6 +4,7 @@
 #include <mxmodule/Build.h>
 #include <mxmodule/Catalogue.h>
 #include <mxmodule/Check.h>
+#include <mxmodule/Datasheet.h>
 #include <mxmodule/Explanation.h>
 #include <mxmodule/FileKind.h>
 #include <mxmodule/HandWriting.h>
@@ -35,6 +36,8 @@ void files(FileKind, LostWriting, BuildOptions, BuiltFile, CheckRule, RuleSettin
 {}
 
 void explanations(Explanation, ExplainedPart, ExplainedGroup, NamedPlace) {}
+
+void datasheets(DatasheetPage, DatasheetPlace) {}
 
 void catalogues(Catalogue*, CatalogueEntry, CatalogueRecord, CatalogueQuery, ConditionField,
                 MxDirectory, PopulateOptions, Population)

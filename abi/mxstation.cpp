@@ -6,6 +6,7 @@
 #include <mxstation/Plan.h>
 #include <mxstation/StationCheck.h>
 #include <mxstation/StationDiff.h>
+#include <mxstation/StationEdit.h>
 
 using namespace mxstation;
 
@@ -26,6 +27,10 @@ void plans(Plan, PlannedModule, Channel, ChannelWithoutSymbol, Gap, GapReason, I
 {}
 
 void exports(ParameterFile, Declarations, DeclarationOptions, AddressStyle, VariableScope) {}
+
+void edits(StationEdit, AddModule, AddReserve, MoveEntry, RemoveEntry, NameEntry, SetReserve,
+           SetValue, NoteChannel, PinEntry, PinAll)
+{}
 
 void comparisons(StationDifference, StationChange, ChangeKind, ComparedStation) {}
 
