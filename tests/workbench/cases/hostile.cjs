@@ -1,207 +1,136 @@
-// Texts and pictures of files that somebody else made: shown as they are, never as markup, and nothing of them runs.
+// Modules and stations whose names and pictures attack the page: all of it is shown as what it is, a text or an image.
 "use strict";
 
-const { equal, isTrue, soon, soonHas, untilMet } = require("../harness/expected.cjs");
-const hostile = require("../harness/hostile.cjs");
-const { OtherSite } = require("../harness/other-site.cjs");
+const { equal, soon, soonHas, untilMet } = require("../harness/expected.cjs");
+const { ofModules, texts, writeInto } = require("../harness/hostile.cjs");
+const { StationView } = require("../harness/station-view.cjs");
 
-const [label] = hostile.texts;
-const file = "modules/hostile.yaml";
-const station = "stations/hostile.yaml";
-const oddFile = "modules/<img src=x onerror=window.ran=1>&#x27;%22.yaml";
+const dangerous = "iframe, object, embed, base, form[action], script:not([src=\"/workbench.js\"]), [onload], [onerror], [onfocus], [onclick], a[href^=javascript]";
 
-/** A folder with a hostile module, a station of hostile names, and a site that nothing may ask. */
-async function prepare(t) {
-  const site = await OtherSite.start();
-  t.ends.push(() => site.end());
+async function serve(t, file) {
   const workplace = t.workplace();
-  workplace.write(file, hostile.moduleText(label, hostile.picture(site.origin)));
-  workplace.write(oddFile, workplace.read(file));
-  workplace.write(station, hostile.stationText("../modules/hostile.yaml"));
-  return { site, workplace };
+  writeInto(workplace);
+  const server = await t.server(workplace, ...(file === "" ? [] : [file]), "--folder", ".");
+  return { workplace, server };
 }
 
-/** Expects that nothing of the files ran, was asked for, or became an element. */
-async function isHarmless(page, site) {
-  const found = await page.evaluate(() => ({
-    ran: "ran" in window,
-    elements: [...document.querySelectorAll("#page :is(script, iframe, object, embed, foreignObject, svg, style, [onerror], [onload], [onfocus])")].map((one) => one.outerHTML),
-    images: [...document.images].map((one) => one.getAttribute("src")).filter((one) => !/^(data|blob):/.test(one)),
-    links: [...document.querySelectorAll("#page a")].map((one) => one.getAttribute("href")).filter((one) => !one.startsWith("#/")),
-  }));
-  equal("what became of the texts", found, { ran: false, elements: [], images: [], links: [] });
-  equal("requests elsewhere", site.requests, []);
+/** Nothing of the texts has become markup or was carried out, and nothing was asked for elsewhere. */
+async function isHarmless(t, page) {
+  equal("carried out", await page.evaluate(() => window.attacked ?? null), null);
+  equal("elements", await page.evaluate((all) => [...document.querySelectorAll(all)].map((one) => one.outerHTML.slice(0, 200)), dangerous), []);
+  equal("pages opened", (await page.page.browserContext().pages()).length, 1);
+  equal("messages of the browser", t.watch.faults, []);
 }
 
-/** Which of the texts no element of `place` has as it is. */
-function missing(page, place, texts) {
-  return page.evaluate((selector, all) => {
-    const within = [...document.querySelectorAll(selector)];
-    return all.filter((one) => !within.some((element) => element.textContent.includes(one)));
-  }, place, texts);
-}
-
-async function eachTab(page, visit) {
-  for (const tab of await page.texts("[role=tab]")) {
-    await page.click("tab", tab);
-    await soon(`open tab`, () => page.text("[role=tab][aria-selected=true]"), tab);
-    await visit(tab);
-  }
-}
+const visible = (text) => text.replace(/\s+/g, " ").trim();
 
 module.exports = {
-  async "names of a module are texts in each part of it"(t) {
-    const { site, workplace } = await prepare(t);
-    const page = await t.open(await t.server(workplace, file, "--folder", "."));
-    await page.heading(label);
-    await page.click("button", "Open all groups");
-    await soon("names that are not shown", () => missing(page, ".field, [data-parameter]", hostile.ofModules), []);
-    await isHarmless(page, site);
-    await eachTab(page, async () => isHarmless(page, site));
-    await page.click("tab", "Channels");
-    await soon("names that are not shown", () => missing(page, "[role=tabpanel] td, [role=tabpanel] th", hostile.ofModules), []);
+  async "names of a module are texts, in each of its parts"(t) {
+    const { server } = await serve(t, "hostile.yaml");
+    const page = await t.open(server);
+    await page.heading(texts[0]);
+    await isHarmless(t, page);
+    for (const name of ["Process image", "Channels", "Properties", "Bytes of the file", "Parameters"]) {
+      await page.click("tab", name);
+      await soonHas(`panel of ${name}`, () => page.text("[role=tabpanel]"), /\S/);
+      await isHarmless(t, page);
+    }
+    const shown = await page.texts("[data-parameter] > label");
+    equal("names of the parameters", shown, ofModules.map(visible));
   },
 
-  async "an option of a hostile name is chosen as any other"(t) {
-    const { site, workplace } = await prepare(t);
-    const page = await t.open(await t.server(workplace, file, "--folder", "."));
-    await page.heading(label);
-    const { parameters } = await workplace.json("config", file);
-    const { id } = parameters.find((one) => one.channel === 0);
-    const control = await page.page.waitForSelector(`[data-parameter="${id}"] select`);
-    await control.select(hostile.ofModules[4]);
-    const { bytes } = await workplace.json("config", file, "--set", `#${id}=${hostile.ofModules[4]}`);
-    isTrue("the first byte is that of the option", bytes.startsWith("04 01 "));
-    await soonHas("bytes", () => page.texts("[aria-label=\"Parameter image\"] [data-byte] > span:first-child").then((all) => all.join(" ")), bytes);
-    await isHarmless(page, site);
+  async "options of a parameter are texts"(t) {
+    const { server } = await serve(t, "hostile.yaml");
+    const page = await t.open(server);
+    const field = await page.page.waitForSelector("[data-parameter] select");
+    await field.select(texts[1]);
+    await soonHas("count", () => page.text(".module-head"), "1 value changed");
+    await isHarmless(t, page);
   },
 
-  async "a picture with scripts and addresses is drawn as an image alone"(t) {
-    const { site, workplace } = await prepare(t);
-    const page = await t.open(await t.server(workplace, file, "--folder", "."));
-    const drawn = () => page.evaluate(() => [...document.images].map((one) => [one.src.slice(0, 11), one.complete && one.naturalWidth > 0]));
-    await soon("pictures", drawn, [["data:image/", true]]);
-    await isHarmless(page, site);
-    await page.click("tab", "Process image");
-    await page.click("button", "As mxtool draws it");
-    await soon("pictures", drawn, [["data:image/", true], ["data:image/", true]]);
-    await isHarmless(page, site);
+  async "the picture of a module is an image, and asks for nothing"(t) {
+    const { server } = await serve(t, "hostile.yaml");
+    const page = await t.open(server);
+    await page.heading(texts[0]);
+    const image = await untilMet("picture", () => page.evaluate(() => document.querySelector(".module-head img")?.src.slice(0, 19)), (found) => found !== undefined, "an image");
+    equal("its address", image, "data:image/svg+xml;");
+    equal("no markup of it", await page.evaluate(() => document.querySelectorAll("svg script, svg foreignObject, main svg").length), 0);
+    await isHarmless(t, page);
   },
 
-  async "a data sheet with such a picture runs nothing and asks for nothing"(t) {
-    t.allow(/Content Security Policy|CSP/);
-    const { site, workplace } = await prepare(t);
-    await workplace.output("datasheet", file, "-o", "sheet.html");
-    site.page = workplace.read("sheet.html");
-    const page = await t.open({ address: `${site.origin}/` });
-    await soonHas("sheet", () => page.text(), label);
-    equal("did a script run", await page.evaluate(() => "ran" in window), false);
-    equal("elements", await page.evaluate(() => [...document.querySelectorAll("script, iframe, object, foreignObject, [onerror], [onload]")].map((one) => one.outerHTML)), []);
-    equal("requests", site.requests.filter((one) => one !== "/"), []);
+  async "the data sheet of such a module carries out nothing"(t) {
+    const { workplace } = await serve(t, "hostile.yaml");
+    const html = (await workplace.output("datasheet", "hostile.yaml", "-o", "-")).toString();
+    const page = await t.blank();
+    await page.page.setContent(html);
+    equal("heading", visible(await page.text("h1")), visible(texts[0]));
+    equal("carried out", await page.evaluate(() => window.attacked ?? null), null);
+    equal("elements", await page.evaluate((all) => document.querySelectorAll(all).length, `script, ${dangerous}`), 0);
+    equal("requests elsewhere", t.watch.requests.filter((one) => one.url.includes("198.51.100.7")), []);
   },
 
-  async "names of a station are texts in each part of it"(t) {
-    const { site, workplace } = await prepare(t);
-    const page = await t.open(await t.server(workplace, station, "--folder", "."));
-    await page.heading(label);
-    const names = [...hostile.texts, ...hostile.texts.map((one, index) => `r${index}${one}`)];
-    await soon("names that are not in the row", () => missing(page, ".entry-card", names), []);
-    await isHarmless(page, site);
-    await eachTab(page, async () => isHarmless(page, site));
-    await page.click("tab", "All channels");
-    await soon("aliases that are not shown", () => missing(page, "[role=tabpanel] td", hostile.texts.map((one, index) => `a${index}${one}`)), []);
-    await isHarmless(page, site);
-    for (const button of ["Add module …", "Export …"]) {
+  async "names, aliases and comments of a station are texts"(t) {
+    const { server } = await serve(t, "hostile-station.yaml");
+    const page = await t.open(server);
+    const view = await StationView.on(page, 2 * texts.length);
+    await page.heading(texts[0]);
+    equal("names", await view.names(), texts.flatMap((one) => [visible(one), visible(`r${one}`)]));
+    await isHarmless(t, page);
+    for (const name of ["Its channels", "Process images", "All channels", "Selected module"]) {
+      await page.click("tab", name);
+      await soonHas(`panel of ${name}`, () => page.text("[role=tabpanel]"), /\S/);
+      await isHarmless(t, page);
+    }
+    equal("pictures", await page.evaluate(() => [...document.querySelectorAll(".entry-card img")].every((one) => one.src.startsWith("data:image/"))), true);
+  },
+
+  async "what is done with such names stays text: menus, dialogs, messages"(t) {
+    const { server } = await serve(t, "hostile-station.yaml");
+    const page = await t.open(server);
+    const view = await StationView.on(page);
+    for (const button of ["Add module …", "Reserve bytes …", "Export …"]) {
       await page.click("button", button);
-      await untilMet("dialog", () => page.dialog(), (found) => found !== "", "one");
-      await isHarmless(page, site);
+      await soonHas("dialog", () => page.dialog(), /./);
+      await isHarmless(t, page);
       await page.press("Escape");
+      await soon("dialog", () => page.dialog(), "");
     }
+    await view.choose(visible(texts[1]));
+    await page.press("Alt+ArrowRight");
+    await soonHas("what is said", () => page.evaluate(() => document.querySelector("[role=status].heard").textContent), "<script>");
+    await page.press("Delete");
+    await soon("entries", async () => (await view.names()).length, 2 * texts.length - 1);
+    await isHarmless(t, page);
   },
 
-  async "names are texts in the view of a coupler"(t) {
-    const { site, workplace } = await prepare(t);
-    const coupler = await t.coupler(workplace, station);
-    const page = await t.open(await t.server(workplace, station, "--folder", ".", "--target", coupler.target), { route: "#/online" });
-    await page.click("button", "Plan", ".online");
-    await soon("names that are not shown", () => missing(page, ".difference", hostile.texts), []);
-    await page.click("button", "Read live values");
-    await soon("aliases that are not shown", () => missing(page, "table.live", hostile.texts.map((one, index) => `a${index}${one}`)), []);
-    await isHarmless(page, site);
+  async "names of files are texts"(t) {
+    const { server } = await serve(t, "");
+    const page = await t.open(server, { route: "#/catalogue" });
+    const name = "modules/<img src=x onerror=window.attacked=20>.yaml";
+    await page.click("link", name);
+    await page.heading(texts[0]);
+    await isHarmless(t, page);
+    await page.page.reload();
+    await page.heading(texts[0]);
   },
 
-  async "what is wrong with a hostile text is said with the text as it is"(t) {
-    const { site, workplace } = await prepare(t);
-    const page = await t.open(await t.server(workplace, station, "--folder", "."));
-    const area = await page.find("field", "Text of the station, YAML");
-    await page.fill(area, `station: x\n${JSON.stringify(label)}: 1\nmodules:\n  - module: ${JSON.stringify(hostile.texts[2])}\n`, "");
-    await soon("texts that no finding has", () => missing(page, ".problems .finding", [label, hostile.texts[2]]), []);
-    await isHarmless(page, site);
+  async "a wrong text of a station is quoted as text"(t) {
+    const { server } = await serve(t, "hostile-station.yaml");
+    const page = await t.open(server);
+    const view = await StationView.on(page);
+    await view.type(`station: x\nmodules:\n  - module: "<img src=x onerror=window.attacked=30>"\n  - {"<script>window.attacked=31</script>": 1}\n`);
+    await soonHas("finding", () => view.findings(), "onerror=window.attacked=30");
+    await isHarmless(t, page);
   },
 
-  async "a file of a hostile name is listed and opened"(t) {
-    const { site, workplace } = await prepare(t);
-    const page = await t.open(await t.server(workplace, "--folder", "."), { route: "#/catalogue" });
-    await page.click("link", oddFile);
-    await page.heading(label);
-    await isHarmless(page, site);
-  },
-
-  async "an address of a view that no link has is harmless"(t) {
-    t.allow(/status of 4\d\d/);
-    const { site, workplace } = await prepare(t);
-    const page = await t.open(await t.server(workplace, "--folder", "."));
-    for (const reference of ["<img src=x onerror=window.ran=1>", "%", "../../../etc/passwd", "/etc/passwd", "%00"]) {
-      await page.go(`#/module/${encodeURIComponent(reference)}`);
-      await untilMet("reason", () => page.text("main"), (found) => found.includes("could not be opened"), "The module could not be opened.");
-      isTrue("no other file is quoted", !(await page.text()).includes("root:"));
-      await isHarmless(page, site);
-      await page.go("#/catalogue");
-      await page.heading("Catalogue");
-    }
-  },
-
-  async "a text names files of the folder alone, and no other file is quoted"(t) {
-    const { workplace } = await prepare(t);
-    workplace.write("outside/secret.yaml", "secret: words of another file\n");
-    require("fs").symlinkSync(workplace.path("outside/secret.yaml"), workplace.path("stations/link.yaml"));
-    workplace.write("stations/own.yaml", "station: Own\nmodules: []\n");
-    const page = await t.open(await t.server(workplace, "stations/own.yaml"));
-    const area = await page.find("field", "Text of the station, YAML");
-    for (const reference of ["/etc/passwd", "../outside/secret.yaml", "link.yaml"]) {
-      await page.fill(area, `station: Own\nmodules:\n  - module: ${reference}\n`, "");
-      await soonHas("finding", () => page.text(".problems .finding"), reference);
-      const shown = await page.text();
-      isTrue("no other file is quoted", !shown.includes("root:") && !shown.includes("words of another file"));
-    }
-  },
-
-  async "marks that reverse text end with the name that has them"(t) {
-    const { workplace } = await prepare(t);
-    const page = await t.open(await t.server(workplace, station, "--folder", "."));
-    await page.heading(label);
-    await page.click("tab", "All channels");
-    const open = () => page.evaluate(() => [...document.querySelectorAll("#page *")].filter((one) => {
-      const { display, unicodeBidi } = getComputedStyle(one);
-      const isOwn = [...one.childNodes].some((node) => node.nodeType === Node.TEXT_NODE && node.data.includes("\u202e"));
-      return isOwn && display === "inline" && !["isolate", "plaintext", "isolate-override"].includes(unicodeBidi);
-    }).map((one) => one.outerHTML.slice(0, 200)));
-    await untilMet("the name is shown", () => missing(page, "[role=tabpanel] td", ["\u202e"]), (found) => found.length === 0, "shown");
-    equal("elements that reverse what is after them", await open(), []);
-  },
-
-  async "long names do not widen the page"(t) {
-    const { workplace } = await prepare(t);
-    for (const [served, tab] of [[file, "Channels"], [station, "All channels"]]) {
-      const page = await t.open(await t.server(workplace, served, "--folder", "."), { viewport: { width: 360, height: 740 } });
-      await page.heading(label);
-      await page.click("tab", tab);
-      const wide = () => page.evaluate(() => {
-        const root = document.scrollingElement;
-        const all = [...document.querySelectorAll("#page *")].filter((one) => one.getBoundingClientRect().right > 360 && one.closest(".scrolls, .row") === null);
-        return root.scrollWidth <= 360 ? [] : all.map((one) => `${one.tagName} ${one.className}`).slice(0, 20);
-      });
-      equal(`elements that widen the page of ${served}`, await wide(), []);
-    }
+  async "a draft kept by the tab is text as well"(t) {
+    const { server } = await serve(t, "hostile-station.yaml");
+    const page = await t.open(server);
+    const view = await StationView.on(page);
+    await view.type(`# ${texts[4]}\n${await view.text()}`);
+    await soonHas("state", () => view.saveState(), "Not saved");
+    await page.page.reload();
+    await soonHas("text", () => view.text(), texts[4]);
+    await isHarmless(t, page);
   },
 };
