@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,14 +17,17 @@ public:
     explicit HtmlPage(const std::string& html) : page(html)
     {
         EXPECT_EQ(html.rfind("<!DOCTYPE html>\n", 0), 0U);
-        static const std::regex tag("<(/?)([a-z0-9]+)((?: [a-z-]+=\"[^\"<>]*\")*)>");
         std::vector<std::string> open;
-        std::string rest = html.substr(html.find('\n'));
-        for (std::smatch match; std::regex_search(rest, match, tag); rest = match.suffix()) {
-            EXPECT_EQ(match.prefix().str().find('<'), std::string::npos) << match.prefix();
-            take(match[1].length() != 0, match[2], match[3], open);
+        std::size_t end = html.find('\n');
+        for (std::size_t begin = html.find('<', end); begin < html.size();
+             begin = html.find('<', end)) {
+            end = html.find('>', begin);
+            if (end == std::string::npos) {
+                ADD_FAILURE() << html.substr(begin);
+                break;
+            }
+            takeTag(html.substr(begin + 1, end - begin - 1), open);
         }
-        EXPECT_EQ(rest.find('<'), std::string::npos) << rest;
         EXPECT_TRUE(open.empty());
     }
 
@@ -41,15 +43,27 @@ public:
     /// Returns the words of the row `id` of a table, its cells with " | " between them.
     std::string row(const std::string& id) const
     {
-        const std::string cells = between(" id=\"" + id + "\"", "</tr>");
-        return words(std::regex_replace(cells.substr(cells.find('>') + 1),
-                                        std::regex("</t[hd]><t[hd]"), " | <"));
+        std::string cells = between(" id=\"" + id + "\"", "</tr>");
+        cells.erase(0, cells.find('>') + 1);
+        for (const std::string end : {"</td><t", "</th><t"}) {
+            for (std::size_t at = cells.find(end); at != std::string::npos; at = cells.find(end)) {
+                cells.replace(at, end.size(), " | <t");
+            }
+        }
+        return words(cells);
     }
 
     /// Returns `markup` without its elements.
     static std::string words(const std::string& markup)
     {
-        return std::regex_replace(markup, std::regex("<[^>]*>"), "");
+        std::string text;
+        bool isTag = false;
+        for (const char c : markup) {
+            isTag = isTag || c == '<';
+            text += isTag ? "" : std::string(1, c);
+            isTag = isTag && c != '>';
+        }
+        return text;
     }
 
     /// Expects that each link leads to an element of the page.
@@ -71,27 +85,41 @@ public:
     std::string page;                ///< The page itself.
 
 private:
-    void take(bool isEnd, const std::string& name, const std::string& attributes,
-              std::vector<std::string>& open)
+    // The content of a tag: "/td", "td", "td class=\"a\"". No regular expression: that of the
+    // standard library needs much memory for long values.
+    void takeTag(const std::string& tag, std::vector<std::string>& open)
     {
-        static const std::set<std::string> empty = {"meta", "img"};
-        if (isEnd) {
+        if (tag[0] == '/') {
             ASSERT_FALSE(open.empty());
-            EXPECT_EQ(open.back(), name);
+            EXPECT_EQ(open.back(), tag.substr(1));
             open.pop_back();
             return;
         }
+        const std::string name = tag.substr(0, tag.find(' '));
+        static const std::string letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+        EXPECT_EQ(name.find_first_not_of(letters), std::string::npos) << tag;
         names.insert(name);
         if (name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6') {
             headings.push_back(name[1] - '0');
         }
-        if (empty.count(name) == 0) {
+        if (name != "meta" && name != "img") {
             open.push_back(name);
         }
-        static const std::regex attribute("([a-z-]+)=\"([^\"]*)\"");
-        for (std::sregex_iterator one(attributes.begin(), attributes.end(), attribute), end;
-             one != end; ++one) {
-            takeAttribute((*one)[1], (*one)[2]);
+        takeAttributes(tag, name.size());
+    }
+
+    // From `at` on, each is a blank, its name, an equals sign and its value in double quotes.
+    void takeAttributes(const std::string& tag, std::size_t at)
+    {
+        while (at < tag.size()) {
+            const std::size_t equals = tag.find("=\"", at);
+            ASSERT_NE(equals, std::string::npos) << tag;
+            const std::size_t end = tag.find('"', equals + 2);
+            ASSERT_NE(end, std::string::npos) << tag;
+            EXPECT_EQ(tag[at], ' ') << tag;
+            takeAttribute(tag.substr(at + 1, equals - at - 1),
+                          tag.substr(equals + 2, end - equals - 2));
+            at = end + 1;
         }
     }
 

@@ -75,7 +75,8 @@ TEST(DatasheetVerb, saysWhatAnotherFileIs)
 TEST(DatasheetVerb, replacesNeitherItsInputNorWork)
 {
     const testkit::TemporaryDirectory directory;
-    const std::string text = readFile("examples/modules/MX0304.yaml");
+    const std::string text = readFile(PROJECT_ROOT "/examples/modules/MX0304.yaml");
+    ASSERT_FALSE(text.empty());
     const std::string module = directory.write("a.yaml", {text.begin(), text.end()});
     EXPECT_EQ(runTool({"datasheet", module, "-o", module}).exitCode, 2);
     EXPECT_EQ(runTool({"datasheet", analogueSheet, "-o", module}).exitCode, 2);
