@@ -12,7 +12,7 @@ const os = require("os");
 const path = require("path");
 const settings = require("./harness/settings.cjs");
 
-const caseMs = 90_000;
+const caseMs = Number(process.env.CASE_SECONDS ?? "90") * 1_000;
 
 function casesOf(folder) {
   const all = [];

@@ -69,8 +69,8 @@ class ModuleView {
 
   /** Waits until the fields that are marked as changed are those of a configuration. */
   async marksChangesOf({ raw }) {
-    const changed = raw.parameters.filter((one) => one.changed).map((one) => one.id);
-    await soon("fields marked as changed", () => this.fields("changed"), changed);
+    const changed = raw.parameters.filter((one) => one.changed).map((one) => one.id).sort();
+    await soon("fields marked as changed", async () => (await this.fields("changed")).sort(), changed);
   }
 }
 
