@@ -1,6 +1,5 @@
-// Random values of random modules, and random stations, against mxtool. RANDOM_CONFIGURATIONS=200 CASE_SECONDS=900 is the long
-// form,
-// RANDOM_SEED another sequence.
+// Random values of random modules, and random stations, against mxtool. RANDOM_CONFIGURATIONS=200 with CASE_SECONDS=900
+// is the long form, RANDOM_SEED=NUMBER another sequence.
 "use strict";
 
 const fs = require("fs");
