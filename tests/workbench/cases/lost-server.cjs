@@ -50,6 +50,7 @@ module.exports = {
     await server.end("SIGKILL");
     const next = await t.serverAgain(workplace, server, file, "--folder", ".");
     await page.page.goto(next.address);
+    await soonHas("state in the header", () => page.text("header"), "Server connected");
     await soonHas("text", () => view.text(), "name: Kept");
     await page.press("Control+KeyS");
     await soonHas("file", async () => workplace.read(file), "name: Kept");
