@@ -73,8 +73,8 @@ ExitCode writeDatasheet(const DatasheetOptions& options, const std::string& logL
 
 void addDatasheetVerb(CLI::App& program, const GlobalOptions& global, const VerbChoice& choose)
 {
-    CLI::App* verb = program.add_subcommand(
-        "datasheet", "Write a page about a module or a station, for screen and paper");
+    CLI::App* verb =
+        program.add_subcommand("datasheet", "Write a page about a module or a station");
     auto options = std::make_shared<DatasheetOptions>();
     verb->add_option("FILE", options->station.file,
                      "The mx file, its text form, or the station file; - for standard input")
