@@ -252,6 +252,7 @@ export const texts = {
     parts: "Parts of the station",
     tabs: { entry: "Selected module", notes: "Its channels", images: "Process images", channels: "All channels" },
     findings: "Findings",
+    firstError: (errors: number) => `${counted(errors, "error", "errors")}: go to ${errors === 1 ? "it" : "the first"}`,
     findingCount: (errors: number, others: number) =>
       errors + others === 0
         ? "Nothing is wrong"

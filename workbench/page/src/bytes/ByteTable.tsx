@@ -141,7 +141,7 @@ export function ByteTable(props: ByteTableProps) {
   return (
     <div class="byte-table" ref={root}>
       <table role="grid" aria-label={label} class={counted} {...touches} onKeyDown={onKeyDown}>
-        <Head columns={columns} counted={counted} />
+        <Head columns={Math.min(columns, bytes.length)} counted={counted} />
         <tbody>
           {rows.map((from) => <Row key={from} props={props} from={from} columns={columns} reached={reached} />)}
         </tbody>

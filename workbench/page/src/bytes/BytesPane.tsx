@@ -1,3 +1,4 @@
+import { useEffect, useRef } from "preact/hooks";
 import type { Configured } from "../api/types";
 import { Findings } from "../parts/Findings";
 import type { Refused } from "../parameters/Field";
@@ -22,10 +23,22 @@ function Stale({ refused, light }: Omit<BytesPaneProps, "configured">) {
   );
 }
 
+/** Scrolls the pane to the bytes of a field that was touched; never below the pointer or the focus. */
+function showLit(pane: HTMLElement): void {
+  const cell = pane.querySelector(".cell.lit");
+  if (cell === null || pane.matches(":hover") || pane.contains(document.activeElement)) return;
+  const place = cell.getBoundingClientRect();
+  const sight = pane.getBoundingClientRect();
+  const end = Math.min(sight.bottom, innerHeight);
+  if (place.top < sight.top || place.bottom > end) pane.scrollTop += place.top - (sight.top + end) / 2;
+}
+
 /** The parameter image and the registers of a configured module; says when a value is not in them. */
 export function BytesPane({ configured, refused, light }: BytesPaneProps) {
+  const pane = useRef<HTMLElement>(null);
+  useEffect(() => light.lit.watch(() => requestAnimationFrame(() => pane.current !== null && showLit(pane.current))), [light]);
   return (
-    <section class="bytes-pane box" aria-label={texts.bytes.title}>
+    <section class="bytes-pane box" aria-label={texts.bytes.title} ref={pane}>
       <Stale refused={refused} light={light} />
       <ConfiguredBytes config={configured.raw} light={light} />
       {configured.modbus !== null && <ConfiguredBytes config={configured.modbus} light={light} />}

@@ -7,6 +7,8 @@ import type { Held } from "./places";
 
 const bitNumbers = [7, 6, 5, 4, 3, 2, 1, 0] as const;
 const movedMs = 900;
+// A frame: the digits keep their contrast on the background.
+const movedFrame = "inset 0 0 0 2px";
 
 export interface CellProps {
   index: number;
@@ -28,7 +30,7 @@ function useMoved(hex: string): { current: HTMLTableCellElement | null } {
     if (last.current === hex) return;
     last.current = hex;
     if (matchMedia("(prefers-reduced-motion: reduce)").matches) return;
-    cell.current?.animate([{ backgroundColor: "var(--lit-line)" }, {}], movedMs);
+    cell.current?.animate([{ boxShadow: `${movedFrame} var(--lit-line)` }, { boxShadow: `${movedFrame} transparent` }], movedMs);
   }, [hex]);
   return cell;
 }

@@ -77,6 +77,14 @@ function Problems({ findings }: { findings: readonly Finding[] }) {
   );
 }
 
+/** The number of errors where it is in sight, and the way to the first of them. */
+function FirstError({ findings }: { findings: readonly Finding[] }) {
+  const errors = findings.filter((one) => one.severity === "error");
+  const first = errors.find((one) => one.line !== null);
+  if (first === undefined) return null;
+  return <button type="button" class="link first-error" onClick={() => showPlace(first)}>{texts.station.firstError(errors.length)}</button>;
+}
+
 /** The station: its row, the selected entry, and the whole as text. */
 export function StationView({ start }: { start: Start }) {
   const answer = useStore(draft, (value) => value.answer);
@@ -101,7 +109,10 @@ export function StationView({ start }: { start: Start }) {
       <div class="station-columns">
         <div class="station-parts"><StationPanel planned={planned} selected={selected} /></div>
         <section class="station-text" aria-labelledby="yaml-title">
-          <h2 id="yaml-title">{texts.station.yaml.title}</h2>
+          <div class="text-head">
+            <h2 id="yaml-title">{texts.station.yaml.title}</h2>
+            <FirstError findings={findings} />
+          </div>
           <Yaml findings={findings} />
           <Problems findings={findings} />
         </section>

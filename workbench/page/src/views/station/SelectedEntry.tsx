@@ -27,7 +27,7 @@ export function SelectedEntry({ place }: { place: Place }) {
   return (
     <div class="selected-entry">
       <EntryHead place={place} />
-      {isModule && hasErrors && <p class="stale-note" role="status">{words.stale}</p>}
+      {isModule && hasErrors && <p class="stale-note" role="status">{module === null ? texts.station.notPlanned : words.stale}</p>}
       {!isModule && <p class="faint">{words.reserved}</p>}
       {isModule && module !== null && description !== undefined && (
         <SelectedParameters key={place.entry.index} entry={place.entry} module={module} description={description} />

@@ -32,11 +32,16 @@ function Gutter({ count, marks }: { count: number; marks: ReadonlyMap<number, Fi
     const mark = marks.get(line);
     if (mark === undefined) plain += `${line}\n`;
     else {
-      parts.push(plain, <span key={line} class={`marked ${mark.severity}`} title={mark.text}>{line}{"\n"}</span>);
+      parts.push(plain, <span key={line} class={`marked ${mark.severity}`} title={mark.text}>{line}</span>);
       plain = "";
     }
   }
   return <pre class="yaml-gutter" aria-hidden="true">{parts}{plain}</pre>;
+}
+
+/** Returns whether a line before the next entry is empty or a comment, which tells of that entry. */
+function isBetweenEntries(line: string): boolean {
+  return /^\s*(#|$)/.test(line);
 }
 
 /** First and last line of the selected entry; null: none is selected. */
@@ -45,8 +50,9 @@ function selectedLines(value: Draft): string | null {
   if (answer === null || selected === null || answer.text !== text) return null;
   const entry = answer.entries[selected];
   if (entry === undefined) return null;
-  const next = answer.entries[selected + 1]?.line;
-  const last = next === undefined ? shownLines(text).split("\n").length : next - 1;
+  const lines = shownLines(text).split("\n");
+  let last = (answer.entries[selected + 1]?.line ?? lines.length + 1) - 1;
+  while (last > entry.line && isBetweenEntries(lines[last - 1] ?? "")) --last;
   return `${entry.line} ${Math.max(entry.line, last)}`;
 }
 
