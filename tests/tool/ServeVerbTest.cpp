@@ -58,10 +58,12 @@ TEST(ServeVerb, hasAnExampleThatPrintsWhatItSays)
 {
     const ToolRun help = runTool({"serve", "--help"});
     EXPECT_EQ(help.exitCode, 0);
-    EXPECT_THAT(help.out,
-                HasSubstr("Example:\n"
-                          "  $ mxtool serve examples/stations/pump-house.yaml --seconds 1\n"
-                          "  http://127.0.0.1:8538/#"));
+    EXPECT_THAT(
+        help.out,
+        HasSubstr(
+            "Example:\n"
+            "  $ mxtool serve examples/stations/pump-house.yaml --folder examples --seconds 1\n"
+            "  http://127.0.0.1:8538/#"));
     const std::string shown = help.out.substr(help.out.find("  http://") + 2);
     EXPECT_THAT(shown.substr(0, shown.find('\n')), MatchesRegex(addressForm));
     EXPECT_THAT(help.out, HasSubstr("by default 8538"));

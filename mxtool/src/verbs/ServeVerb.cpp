@@ -14,7 +14,7 @@ folder. It ends after Ctrl+C or --seconds, with exit code 0; 4 when it cannot li
 mx-workbench is not installed.
 
 Example:
-  $ mxtool serve examples/stations/pump-house.yaml --seconds 1
+  $ mxtool serve examples/stations/pump-house.yaml --folder examples --seconds 1
   http://127.0.0.1:8538/#0kUFdJqB7pB2hQzQHL0xY1uYk2pUrcZ1x8O3yT5nQ4s
 )";
 
