@@ -65,6 +65,7 @@ HttpServer::HttpServer(unsigned short port, std::string token, Answer answerToUs
 // The daemon calls until its end what the other members need.
 HttpServer::~HttpServer()
 {
+    isEnding = true;
     loop.reset();
     reads.finish();
     calls.finish();
@@ -165,7 +166,7 @@ MHD_Result HttpServer::advance(MHD_Connection* connection, Conversation& convers
     if (conversation.isAnswered()) {
         return send(connection, conversation);
     }
-    // Its answer was not made, without memory.
+    // Its answer was not made: without memory, or at the end of the server.
     return conversation.isStarted() ? MHD_NO : startAnswer(connection, conversation);
 }
 
@@ -194,7 +195,9 @@ MHD_Result HttpServer::receiveHead(MHD_Connection* connection, Conversation& con
 MHD_Result HttpServer::startAnswer(MHD_Connection* connection, Conversation& conversation)
 {
     std::function<void()> work = [this, connection, &conversation] {
-        conversation.answerBy(answer);
+        if (!isEnding) {
+            conversation.answerBy(answer);
+        }
         MHD_resume_connection(connection);
     };
     WorkQueue& queue = conversation.head().method == "GET" ? reads : calls;

@@ -30,7 +30,7 @@ public:
     /// Port 0: one that the system chooses. Throws a `mxmodule::Failure` if it cannot listen.
     HttpServer(unsigned short port, std::string token, Answer answer, const Limits& limits = {});
 
-    /// Waits for the answers that are being made.
+    /// Waits for the answers that are being made; requests that wait get none.
     ~HttpServer();
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
@@ -64,6 +64,7 @@ private:
     const Gatekeeper gatekeeper;
     Connections connections;
     std::atomic<std::size_t> bytesOfBodies = 0;
+    std::atomic<bool> isEnding = false;
     std::unique_ptr<MHD_Daemon, StopDaemon> daemon;
     WorkQueue reads; // GET
     WorkQueue calls; // the others

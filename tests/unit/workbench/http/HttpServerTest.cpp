@@ -332,6 +332,26 @@ TEST(HttpServer, waitsAtItsEndForTheAnswersThatAreMade)
     EXPECT_EQ(ending.wait_for(5s), std::future_status::ready);
 }
 
+TEST(HttpServer, doesNotWaitAtItsEndForRequestsThatWait)
+{
+    SlowAnswers slow;
+    Limits limits;
+    limits.readers = 1;
+    auto server = std::make_unique<HttpServer>(
+        0, token, [&slow](const Request& one) { return slow.answer(one); }, limits);
+    const RawConnection first(server->port());
+    first.send(get(*server, "/api/v1/slow"));
+    waitUntil([&slow] { return slow.begun == 1; });
+    const RawConnection second(server->port());
+    second.send(get(*server, "/api/v1/slow"));
+    std::this_thread::sleep_for(20ms); // it waits by now, or is not read: both get no answer
+    auto ending = std::async(std::launch::async, [&server] { server.reset(); });
+    EXPECT_EQ(ending.wait_for(20ms), std::future_status::timeout);
+    slow.end.set_value();
+    EXPECT_EQ(ending.wait_for(5s), std::future_status::ready);
+    EXPECT_EQ(slow.begun, 1);
+}
+
 // However slowly it drips.
 void drip(const RawConnection& connection, const std::string& bytes)
 {
