@@ -1,6 +1,7 @@
 #include "session/OpenedStation.h"
 
-#include <mxmodule/ReadFile.h>
+#include "session/PlainFile.h"
+
 #include <mxmodule/ReplaceFile.h>
 #include <text/Sha256.h>
 
@@ -8,6 +9,10 @@
 #include <utility>
 
 namespace workbench {
+
+OpenedStation::OpenedStation(const std::string& file)
+    : filePath(file), target(mxmodule::followLinks(file))
+{}
 
 FileChanged::FileChanged(FileContent found)
     : std::runtime_error("The file was changed by another program, and is not overwritten"),
@@ -21,12 +26,11 @@ std::string OpenedStation::name() const
 
 FileContent OpenedStation::read() const
 {
-    std::error_code ignored;
-    if (!std::filesystem::exists(filePath, ignored)) {
+    auto text = textOfPlainFile(target, filePath);
+    if (!text) {
         return {};
     }
-    const std::vector<char> bytes = mxmodule::readFile(filePath);
-    FileContent content{{bytes.begin(), bytes.end()}, {}};
+    FileContent content{std::move(*text), {}};
     content.version = text::sha256(content.text);
     return content;
 }
@@ -38,7 +42,7 @@ std::string OpenedStation::save(const std::string& text, const std::string& from
     if (present.version != from) {
         throw FileChanged(std::move(present));
     }
-    mxmodule::replaceFile(filePath, text);
+    mxmodule::replaceFile(target, text);
     return text::sha256(text);
 }
 

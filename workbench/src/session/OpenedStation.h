@@ -29,13 +29,15 @@ private:
 class OpenedStation
 {
 public:
-    explicit OpenedStation(const std::string& file) : filePath(file) {}
+    /// A link is followed now: what it leads to stays the file.
+    explicit OpenedStation(const std::string& file);
 
     const std::string& path() const { return filePath; }
     std::string name() const; ///< Without its directory.
 
     /// Returns the content of the file as it is now. A file that was removed is empty, and without
-    /// a version. Throws a `mxmodule::Failure` if there is a file and it cannot be read.
+    /// a version. Throws a `mxmodule::Failure` if there is a file and it cannot be read, or
+    /// something else by now: another program may have put a link, a pipe or a device in its place.
     FileContent read() const;
 
     /// Replaces the file, or makes it again if it was removed and `from` is empty, and returns its
@@ -45,6 +47,7 @@ public:
 
 private:
     std::string filePath;
+    std::string target; // without the links that it began with
     std::mutex saving;
 };
 

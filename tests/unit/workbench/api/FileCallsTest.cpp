@@ -4,6 +4,8 @@
 #include <mxmodule/ReadFile.h>
 #include <text/Sha256.h>
 
+#include <sys/stat.h>
+
 namespace {
 
 using testing::ElementsAre;
@@ -14,9 +16,9 @@ const std::string savedText = "station: Row # kept\nmodules:\n  - MX0116.bin\n";
 class FileCalls : public ApiTest
 {
 protected:
-    std::string onDisk() const
+    std::string onDisk(const std::string& name = "row.yaml") const
     {
-        const auto bytes = mxmodule::readFile(path("row.yaml"));
+        const auto bytes = mxmodule::readFile(path(name));
         return {bytes.begin(), bytes.end()};
     }
 };
@@ -66,6 +68,46 @@ TEST_F(FileCalls, KnowThatTheFileIsGone)
     EXPECT_FALSE(std::filesystem::exists(path("row.yaml")));
     call("PUT", "/file", {{"text", savedText}, {"from", ""}});
     EXPECT_EQ(onDisk(), savedText);
+}
+
+// What another program put in the place of the file.
+TEST_F(FileCalls, ReadAndReplaceOnlyAPlainFile)
+{
+    openStation(savedText);
+    const std::string other = path("other.txt");
+    write("other.txt", "of others");
+    const auto refuses = [this](const std::string& reason) {
+        const std::string text = "Cannot read the file: " + reason;
+        EXPECT_THAT(failure("GET", "/file", nullptr, 422), ElementsAre(text));
+        EXPECT_THAT(failure("GET", "/file/version", nullptr, 422), ElementsAre(text));
+        EXPECT_THAT(failure("PUT", "/file", {{"text", "mine"}, {"from", ""}}, 422),
+                    ElementsAre(text));
+        std::filesystem::remove(path("row.yaml"));
+    };
+    std::filesystem::remove(path("row.yaml"));
+    ASSERT_EQ(mkfifo(path("row.yaml").c_str(), S_IRUSR | S_IWUSR), 0);
+    refuses("found a pipe or a device, expected the file that was opened");
+    std::filesystem::create_symlink(other, path("row.yaml"));
+    refuses("found a symbolic link, expected the file that was opened");
+    std::filesystem::create_symlink(path("nothing"), path("row.yaml"));
+    refuses("found a symbolic link, expected the file that was opened");
+    EXPECT_FALSE(std::filesystem::exists(path("nothing")));
+    std::filesystem::create_directory(path("row.yaml"));
+    refuses("found a directory, expected the file that was opened");
+    write("row.yaml", "");
+    std::filesystem::resize_file(path("row.yaml"), (std::size_t{16} << 20) + 1);
+    refuses("it has more than 16777216 bytes, the most of a station");
+    EXPECT_EQ(onDisk("other.txt"), "of others");
+}
+
+TEST_F(FileCalls, FollowTheLinkThatWasOpened)
+{
+    write("row-1.yaml", savedText);
+    std::filesystem::create_symlink("row-1.yaml", path("row.yaml"));
+    open("row.yaml");
+    call("PUT", "/file", {{"text", "station: Mine"}, {"from", text::sha256(savedText)}});
+    EXPECT_EQ(onDisk("row-1.yaml"), "station: Mine");
+    EXPECT_TRUE(std::filesystem::is_symlink(path("row.yaml")));
 }
 
 TEST_F(FileCalls, RefuseATextThatIsNoUtf8)
