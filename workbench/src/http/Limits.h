@@ -12,8 +12,8 @@ struct Limits
     std::size_t allBodies = std::size_t{64} << 20; ///< Bytes of all requests at one time.
     std::size_t header = std::size_t{16} << 10;    ///< Bytes.
     std::size_t target = std::size_t{2} << 10;     ///< Bytes of path and query.
-    std::size_t connections = 128;
-    std::size_t waitingRequests = 64; ///< Of each of the two kinds below.
+    std::size_t connections = 512;     ///< Fifty pages with the six that a browser opens for each.
+    std::size_t waitingRequests = 256; ///< Of each of the two kinds below.
     std::size_t workers = 4; ///< Requests other than GET that are answered at the same time.
     /// The same of GET: what takes little time does not wait for what may take long.
     std::size_t readers = 2;
