@@ -20,8 +20,10 @@ function stopNow() {
   const isInSight = box.bottom > 0 && box.top < innerHeight && box.right > 0 && box.left < innerWidth;
   const above = document.elementFromPoint(Math.min(x, innerWidth - 1), Math.min(Math.max(y, (box.top + box.bottom) / 2), innerHeight - 1));
   const isCovered = above !== null && !drawn.contains(above) && !above.contains(drawn);
+  // The content of a field is no name of it.
+  const isNamed = !["INPUT", "SELECT", "TEXTAREA"].includes(one.tagName) || one.labels.length > 0 || one.hasAttribute("aria-label");
   return {
-    number: numbered.get(one), name: window.nameOf(one), tag: `${one.tagName.toLowerCase()}.${one.className}`,
+    number: numbered.get(one), name: isNamed ? window.nameOf(one) : "", tag: `${one.tagName.toLowerCase()}.${one.className}`,
     isMarked, isInSight, coveredBy: isCovered ? `${above.tagName.toLowerCase()}.${above.className}` : "",
   };
 }
