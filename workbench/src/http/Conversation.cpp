@@ -52,7 +52,7 @@ Conversation::Conversation(std::string target, std::atomic<std::size_t>& countOf
 
 Conversation::~Conversation()
 {
-    bytesOfBodies -= reserved;
+    releaseBody();
 }
 
 void Conversation::readHead(MHD_Connection* connection, const char* method)
@@ -66,23 +66,29 @@ void Conversation::readHead(MHD_Connection* connection, const char* method)
     sizeOfBody = statedLength(lines);
 }
 
-bool Conversation::reserveBody(std::size_t mostOfAll)
+bool Conversation::receive(const char* data, std::size_t size, std::size_t mostOfAll)
 {
-    reserved = sizeOfBody;
-    const std::size_t before = bytesOfBodies.fetch_add(reserved);
-    return reserved <= mostOfAll && before <= mostOfAll - reserved;
+    if (isRefusal) {
+        return true;
+    }
+    if (bytesOfBodies + size > mostOfAll) { // one thread receives
+        return false;
+    }
+    body.append(data, size);
+    bytesOfBodies += size;
+    return true;
 }
 
-void Conversation::receive(const char* data, std::size_t size)
+void Conversation::releaseBody()
 {
-    if (!isRefusal) {
-        body.append(data, size);
-    }
+    bytesOfBodies -= body.size();
+    body = std::string();
 }
 
 void Conversation::refuse(const Response& response)
 {
     isRefusal = true;
+    releaseBody();
     sent = sentResponse(response, false);
 }
 
@@ -110,6 +116,7 @@ void Conversation::answerBy(const Answer& answer) noexcept
     } catch (const std::exception&) {
         sent = {}; // without memory; the connection is closed
     }
+    releaseBody();
 }
 
 } // namespace workbench

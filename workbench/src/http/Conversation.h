@@ -30,9 +30,9 @@ public:
     /// The stated length of the body.
     std::size_t bodySize() const { return sizeOfBody; }
 
-    /// Takes note of the body that will come; false if all bodies together are too long for now.
-    [[nodiscard]] bool reserveBody(std::size_t mostOfAll);
-    void receive(const char* data, std::size_t size);
+    /// Takes the next bytes of the body; false if all bodies together would have more than
+    /// `mostOfAll`. What is only announced does not count: a slow client holds up no other.
+    [[nodiscard]] bool receive(const char* data, std::size_t size, std::size_t mostOfAll);
 
     /// The request will be answered by this, whatever its body says.
     void refuse(const Response& response);
@@ -48,6 +48,7 @@ public:
 
 private:
     Request request() const;
+    void releaseBody();
     Response answerOf(const Answer& answer) const;
 
     std::atomic<std::size_t>& bytesOfBodies;
@@ -56,7 +57,6 @@ private:
     bool isRefusal = false;
     bool isAnswerStarted = false;
     std::size_t sizeOfBody = 0;
-    std::size_t reserved = 0;
     std::string body;
     SentResponse sent;
 };

@@ -160,7 +160,9 @@ MHD_Result HttpServer::advance(MHD_Connection* connection, Conversation& convers
         return receiveHead(connection, conversation, method);
     }
     if (size > 0) {
-        conversation.receive(data, std::exchange(size, 0));
+        if (!conversation.receive(data, std::exchange(size, 0), limits.allBodies)) {
+            conversation.refuse(busyResponse());
+        }
         return MHD_YES;
     }
     if (conversation.isAnswered()) {
@@ -176,10 +178,7 @@ MHD_Result HttpServer::receiveHead(MHD_Connection* connection, Conversation& con
                                    const char* method)
 {
     conversation.readHead(connection, method);
-    auto refused = gatekeeper.refusalOf(conversation.head());
-    if (!refused && !conversation.reserveBody(limits.allBodies)) {
-        refused = busyResponse();
-    }
+    const auto refused = gatekeeper.refusalOf(conversation.head());
     if (refused) {
         conversation.refuse(*refused);
     }

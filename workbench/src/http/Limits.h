@@ -9,7 +9,7 @@ namespace workbench {
 struct Limits
 {
     std::size_t body = std::size_t{4} << 20;       ///< Bytes of one request.
-    std::size_t allBodies = std::size_t{64} << 20; ///< Bytes of all requests at one time.
+    std::size_t allBodies = std::size_t{64} << 20; ///< Bytes held of all requests.
     std::size_t header = std::size_t{16} << 10;    ///< Bytes.
     std::size_t target = std::size_t{2} << 10;     ///< Bytes of path and query.
     std::size_t connections = 512;     ///< Fifty pages with the six that a browser opens for each.

@@ -436,16 +436,56 @@ TEST(HttpServer, boundsTheBodiesOfAllRequestsTogether)
     limits.allBodies = 150;
     const HttpServer server(0, token, &echo, limits);
     RawConnection first(server.port());
-    first.send(postHeader(server, 100) + "1");
+    first.send(postHeader(server, 100) + std::string(99, '1'));
     Received second;
-    waitUntil([&] { // until the first header was read
-        second = answerTo(server.port(), post(server, std::string(51, ' ')));
+    waitUntil([&] { // until the first body was read
+        second = answerTo(server.port(), post(server, std::string(52, ' ')));
         return second.status == 503;
     });
-    EXPECT_EQ(answerTo(server.port(), post(server, std::string(50, ' '))).status, 200);
-    first.send(std::string(99, '1'));
+    EXPECT_EQ(answerTo(server.port(), post(server, std::string(51, ' '))).status, 200);
+    EXPECT_EQ(answerTo(server.port(), get(server, "/api/v1/a")).status, 200);
+    first.send("1");
     EXPECT_EQ(first.receive().status, 200);
     EXPECT_EQ(answerTo(server.port(), post(server, std::string(100, ' '))).status, 200);
+}
+
+TEST(HttpServer, countsNoBodyThatIsOnlyAnnounced)
+{
+    Limits limits;
+    limits.body = 100;
+    limits.allBodies = 150;
+    const HttpServer server(0, token, &echo, limits);
+    const RawConnection first(server.port());
+    const RawConnection second(server.port());
+    first.send(postHeader(server, 100) + "1");
+    second.send(postHeader(server, 100) + "1");
+    for (int count = 0; count < 20; ++count) { // in some of them both headers were read
+        EXPECT_EQ(answerTo(server.port(), get(server, "/api/v1/a")).status, 200);
+        EXPECT_EQ(answerTo(server.port(), post(server, std::string(100, ' '))).status, 200);
+    }
+}
+
+// More than the buffers of the system hold.
+TEST(HttpServer, countsNoBodyWhoseAnswerIsNotTaken)
+{
+    Limits limits;
+    limits.body = 100;
+    limits.allBodies = 100;
+    std::atomic<int> answers = 0;
+    const HttpServer server(
+        0, token,
+        [&answers](const Request& one) {
+            ++answers;
+            Response response = echo(one);
+            response.body.resize(std::size_t{one.body.front() == 'x' ? 32U : 0U} << 20U);
+            return response;
+        },
+        limits);
+    const RawConnection first(server.port());
+    first.send(post(server, std::string(100, 'x')));
+    waitUntil([&answers] { return answers == 1; });
+    waitUntil(
+        [&] { return answerTo(server.port(), post(server, std::string(100, ' '))).status == 200; });
 }
 
 } // namespace
