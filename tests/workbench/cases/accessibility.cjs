@@ -2,7 +2,7 @@
 // EVERY_SCREEN=1 also light on a narrow and dark on a wide one.
 "use strict";
 
-const { soon, soonHas } = require("../harness/expected.cjs");
+const { equal, soon, soonHas } = require("../harness/expected.cjs");
 const { documentOf, hasNoViolation, isValid } = require("../harness/accessibility.cjs");
 const { StationView } = require("../harness/station-view.cjs");
 
@@ -15,6 +15,8 @@ const other = [{ scheme: "light", viewport: narrow }, { scheme: "dark", viewport
 const screens = process.env.EVERY_SCREEN === undefined ? two : [...two, ...other];
 
 async function check(page, where) {
+  const [width, screen] = await page.evaluate(() => [document.documentElement.scrollWidth, document.documentElement.clientWidth]);
+  equal(`width of ${where}, on a screen of ${screen}`, Math.min(width, screen), width);
   await hasNoViolation(page, where);
   await isValid(await documentOf(page), where);
 }
@@ -158,7 +160,7 @@ module.exports = {
   },
 
   async "data sheets"(t) {
-    const sheets = { module: "modules/MX0304.bin" };
+    const sheets = { module: "modules/MX0104.bin" };
     if ((await t.shared.run("datasheet", "stations/smallest.yaml", "-o", "-")).code === 0) {
       sheets.station = "stations/smallest.yaml";
     }
