@@ -4,6 +4,9 @@
 const fs = require("fs");
 const path = require("path");
 
+// Chromium drops what a page gives it beyond ten files in a second.
+const mostInASecond = 10;
+
 class Downloads {
   static async begin(browser, context, folder) {
     const downloads = new Downloads();
@@ -12,6 +15,7 @@ class Downloads {
     downloads.names = new Map();
     downloads.done = [];
     downloads.waiting = [];
+    downloads.times = [];
     downloads.session = await browser.target().createCDPSession();
     downloads.session.on("Browser.downloadWillBegin", ({ guid, suggestedFilename }) => {
       downloads.names.set(guid, suggestedFilename);
@@ -37,9 +41,15 @@ class Downloads {
     }
   }
 
-  /** The next file, with the name that the page gave it. */
-  next() {
-    return this.done.length > 0 ? Promise.resolve(this.done.shift()) : new Promise((done) => this.waiting.push(done));
+  /** The next file, with the name that the page gave it; then Chromium takes another one. */
+  async next() {
+    const file = this.done.shift() ?? await new Promise((done) => this.waiting.push(done));
+    this.times.push(Date.now());
+    const [first] = this.times.slice(-mostInASecond);
+    if (this.times.length >= mostInASecond) {
+      await new Promise((done) => setTimeout(done, Math.max(0, first + 1_000 - Date.now())));
+    }
+    return file;
   }
 
   end() {
