@@ -58,6 +58,9 @@ void readModules(const YamlNode& list, ModuleSource& modules, Station& station,
     std::size_t count = 0;
     std::size_t bytes = 0;
     for (const YamlNodeP& item : list.items) {
+        if (errors.isFull()) {
+            return;
+        }
         const bool isModule =
             item->kind != YamlNode::Kind::Map ||
             std::any_of(item->members.begin(), item->members.end(),

@@ -439,6 +439,7 @@ TEST(StationReader, stopsAfter100Errors)
     ASSERT_THAT(errors, SizeIs(101));
     EXPECT_THAT(errors[99], HasSubstr("102:5 error There is no mx file"));
     EXPECT_THAT(errors[100], HasSubstr("error stopped after 100 errors"));
+    EXPECT_THAT(stationWith(source).entries, SizeIs(testing::Le(101)));
 }
 
 // Reading stops at the first module that is too many.

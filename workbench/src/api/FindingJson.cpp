@@ -1,5 +1,6 @@
 #include "api/FindingJson.h"
 
+#include <fmt/format.h>
 #include <text/JsonText.h>
 #include <text/Utf8.h>
 
@@ -10,6 +11,9 @@
 namespace workbench {
 
 namespace {
+
+// Of texts that a page cannot show.
+constexpr std::size_t mostBytes = std::size_t{1} << 20;
 
 // Takes a number and the colon before it from the beginning of `text`.
 std::optional<unsigned> takeNumber(std::string_view& text)
@@ -44,6 +48,15 @@ LineAndColumn placeIn(const std::string& file, const std::string& place)
     return found;
 }
 
+std::size_t bytesOf(const mxmodule::Finding& finding)
+{
+    std::size_t bytes = finding.text.size() + finding.hint.size() + finding.excerpt.size();
+    for (const std::string& one : finding.accepted) {
+        bytes += one.size();
+    }
+    return bytes;
+}
+
 text::Json orNull(const std::optional<unsigned>& number)
 {
     return number ? text::Json(*number) : text::Json();
@@ -66,8 +79,19 @@ text::Json findingJson(const mxmodule::Finding& finding, const std::string& file
 
 text::Json findingsJson(const std::vector<mxmodule::Finding>& findings, const std::string& file)
 {
-    return text::listJson(
-        findings, [&file](const mxmodule::Finding& finding) { return findingJson(finding, file); });
+    text::Json list = text::Json::array();
+    std::size_t bytes = 0;
+    for (const mxmodule::Finding& finding : findings) {
+        if (bytes > mostBytes) {
+            list.push_back(findingJson(
+                {mxmodule::Severity::Note, "",
+                 fmt::format("{} more findings are left out", findings.size() - list.size())}));
+            break;
+        }
+        list.push_back(findingJson(finding, file));
+        bytes += bytesOf(finding);
+    }
+    return list;
 }
 
 } // namespace workbench

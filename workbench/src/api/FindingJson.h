@@ -12,7 +12,7 @@ namespace workbench {
 /// is in that file; otherwise null.
 text::Json findingJson(const mxmodule::Finding& finding, const std::string& file = {});
 
-/// Returns the list of `findings`.
+/// Returns the list of `findings`; after 1 MiB of texts a note says how many are left out.
 text::Json findingsJson(const std::vector<mxmodule::Finding>& findings,
                         const std::string& file = {});
 
