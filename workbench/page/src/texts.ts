@@ -421,6 +421,7 @@ export const texts = {
     parameters: "Parameters",
     plan: "Plan",
     verify: "Verify",
+    steps: "Plan and Verify read the coupler and show what differs from the station; they write nothing. Apply writes a plan.",
     working: "The coupler is being used",
     works: { plan: "Reading for the plan …", verify: "Reading …", apply: "Writing, then reading back …" },
     progress: (done: number, total: number) => `${done} of ${total}`,

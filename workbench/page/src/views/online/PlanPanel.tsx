@@ -65,6 +65,7 @@ export function PlanPanel({ state }: { state: OnlineState | null }) {
   return (
     <section class="compare" aria-labelledby="compare-title">
       <h2 id="compare-title">{words.parameters}</h2>
+      <p class="faint">{words.steps}</p>
       <div class="tools">
         <button type="button" aria-disabled={isBusy} onClick={start(makePlan)}>{words.plan}</button>
         <button type="button" aria-disabled={isBusy} onClick={start(verify)}>{words.verify}</button>
