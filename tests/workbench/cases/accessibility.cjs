@@ -160,10 +160,7 @@ module.exports = {
   },
 
   async "data sheets"(t) {
-    const sheets = { module: "modules/MX0104.bin" };
-    if ((await t.shared.run("datasheet", "stations/smallest.yaml", "-o", "-")).code === 0) {
-      sheets.station = "stations/smallest.yaml";
-    }
+    const sheets = { module: "modules/MX0104.bin", station: "stations/smallest.yaml" };
     for (const [name, of] of Object.entries(sheets)) {
       const html = (await t.shared.output("datasheet", of, "-o", "-")).toString();
       await isValid(html, `data sheet of a ${name}`);

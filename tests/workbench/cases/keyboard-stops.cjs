@@ -62,7 +62,7 @@ module.exports = {
     await page.press("Enter");
     await page.heading("Catalogue");
     await soon("focus", () => focusedText(page), "Catalogue");
-    equal("element", await page.evaluate(() => document.activeElement.tagName), "H1");
+    await soon("element", () => page.evaluate(() => document.activeElement.tagName), "H1");
   },
 
   async "the keys are listed after ?, not while a text is typed"(t) {

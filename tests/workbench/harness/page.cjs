@@ -62,8 +62,18 @@ class Page {
     return handle.asElement();
   }
 
+  /** Clicks it; again where the page drew it anew between the look and the click. */
   async click(kind, name, within) {
-    await (await this.find(kind, name, within)).click();
+    for (let left = 5; ; --left) {
+      try {
+        await (await this.find(kind, name, within)).click();
+        return;
+      } catch (error) {
+        if (left === 0 || !/not clickable|detached/.test(error.message)) {
+          throw error;
+        }
+      }
+    }
   }
 
   /** Replaces the text of a field and ends it with `key`. */
