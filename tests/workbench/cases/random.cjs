@@ -81,7 +81,9 @@ async function configureRandomly(t, page, file, random) {
       }
       values.set(parameter.id, value);
       last = tried;
-      await view.showsBytesOf(tried);
+      await view.showsBytesOf(tried).catch((error) => {
+        throw new Error(`${file} ${JSON.stringify([...values])}: ${error.message}`);
+      });
     }
   }
   await view.marksChangesOf(last);

@@ -36,12 +36,13 @@ class ModuleView {
   async set(id, word) {
     const { page } = this.page;
     const control = await page.waitForSelector(`${this.field(id)} :is(input, select)`);
+    // The header stays in sight and may cover what the browser takes for visible.
+    await control.evaluate((one) => one.scrollIntoView({ block: "center" }));
     const kind = await control.evaluate((one) => (one.tagName === "SELECT" ? "select" : one.type));
     if (kind === "select") {
       await control.select(word);
     } else if (kind === "radio") {
       const radio = await page.waitForSelector(`${this.field(id)} input[value="${CSS.escape(word)}"]`);
-      await radio.evaluate((one) => one.closest("label").querySelector("span").scrollIntoView({ block: "center" }));
       await (await radio.evaluateHandle((one) => one.closest("label"))).click();
     } else if (kind === "checkbox") {
       await control.click();
