@@ -35,6 +35,11 @@ async function json(folder, ...call) {
   return JSON.parse(await output(folder, ...call, "--format", "json"));
 }
 
+// A run that fails early leaves no process behind.
+const running = new Set();
+["SIGINT", "SIGTERM"].forEach((signal) => process.once(signal, () => process.exit(1)));
+process.on("exit", () => running.forEach((one) => one.kill("SIGKILL")));
+
 /** A process of mxtool that runs until it is ended. */
 class Running {
   constructor(folder, call) {
@@ -43,6 +48,8 @@ class Running {
     this.process.stdin.on("error", () => undefined);
     this.process.stderr.on("data", (bytes) => { this.errors += bytes; });
     this.ended = new Promise((done) => this.process.on("exit", (code, signal) => done({ code, signal })));
+    running.add(this.process);
+    this.ended.then(() => running.delete(this.process));
     this.lines = [];
     this.waiting = [];
     let rest = "";
