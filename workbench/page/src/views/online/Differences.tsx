@@ -1,4 +1,5 @@
 import type { CouplerDifference, DifferenceModule, DifferingParameter } from "../../api/onlineTypes";
+import { Headings } from "../../parts/Headings";
 import { memo } from "../../parts/memo";
 import { texts } from "../../texts";
 import { registerText, registersText } from "./registers";
@@ -58,15 +59,7 @@ function Parameters({ modules }: { modules: readonly DifferenceModule[] }) {
   return (
     <table class="stacked differences box">
       <caption class="heard">{words.title}</caption>
-      <thead>
-        <tr>
-          <th scope="col">{columns.module}</th>
-          <th scope="col">{columns.parameter}</th>
-          <th scope="col">{columns.register}</th>
-          <th scope="col">{columns.coupler}</th>
-          <th scope="col">{columns.planned}</th>
-        </tr>
-      </thead>
+      <Headings names={[columns.module, columns.parameter, columns.register, columns.coupler, columns.planned]} />
       <tbody>
         {modules.flatMap((module) => module.parameters.map((one) => (
           <ParameterRow key={`${module.position} ${one.address} ${one.name}`} module={module.name} parameter={one} />

@@ -1,6 +1,7 @@
 import { reportFile } from "../../api/onlineCalls";
 import type { ApplyReport, ReportModule } from "../../api/onlineTypes";
 import { Findings } from "../../parts/Findings";
+import { Headings } from "../../parts/Headings";
 import { Menu } from "../../parts/Menu";
 import { download } from "../../parts/download";
 import { texts } from "../../texts";
@@ -13,17 +14,7 @@ function Written({ modules }: { modules: readonly ReportModule[] }) {
   return (
     <table class="stacked box">
       <caption class="heard">{words.title}</caption>
-      <thead>
-        <tr>
-          <th scope="col">{columns.module}</th>
-          <th scope="col">{columns.parameter}</th>
-          <th scope="col">{columns.register}</th>
-          <th scope="col">{columns.before}</th>
-          <th scope="col">{columns.planned}</th>
-          <th scope="col">{columns.now}</th>
-          <th scope="col">{columns.outcome}</th>
-        </tr>
-      </thead>
+      <Headings names={[columns.module, columns.parameter, columns.register, columns.before, columns.planned, columns.now, columns.outcome]} />
       <tbody>
         {modules.flatMap((module) => module.parameters.map((one) => (
           <tr key={`${module.position} ${one.address} ${one.name}`} class={one.outcome === "verified" ? "" : "wrong"}>

@@ -1,4 +1,6 @@
 import { useId, useState } from "preact/hooks";
+import { ChoiceList } from "../../parts/ChoiceList";
+import type { ListedChoice } from "../../parts/ChoiceList";
 import { Dialog } from "../../parts/Dialog";
 import { Findings } from "../../parts/Findings";
 import { texts } from "../../texts";
@@ -10,24 +12,10 @@ import { addModule } from "./rowMoves";
 
 const words = texts.station.add;
 
-function List({ title, all, onAdd }: { title: string; all: readonly Candidate[]; onAdd(one: Candidate): void }) {
-  const id = useId();
-  if (all.length === 0) return null;
-  return (
-    <section aria-labelledby={id}>
-      <h3 id={id}>{title}</h3>
-      <ul class="candidates">
-        {all.map((one) => (
-          <li key={one.reference}>
-            <button type="button" onClick={() => onAdd(one)}>
-              <span>{one.label === "" ? one.reference : one.label}</span>{" "}
-              {one.label !== "" && <span class="mono faint">{one.reference}</span>}
-            </button>
-          </li>
-        ))}
-      </ul>
-    </section>
-  );
+/** The label of a module, beside it the name by which a station has it. */
+function choicesOf(all: readonly Candidate[]): ListedChoice[] {
+  return all.map(({ reference, label }) =>
+    label === "" ? { key: reference, label: reference } : { key: reference, label, detail: reference });
 }
 
 export interface AddDialogProps {
@@ -43,8 +31,8 @@ export function AddDialog({ before, hasCatalogue, onClose }: AddDialogProps) {
   const [place, setPlace] = useState(before);
   const { files, ofCatalogue, findings } = useCandidates(sought, hasCatalogue);
   const id = useId();
-  const add = ({ reference, label }: Candidate): void => {
-    void addModule(reference, name.trim(), place, label === "" ? reference : label).then((isMade) => isMade && onClose());
+  const add = ({ key, label }: ListedChoice): void => {
+    void addModule(key, name.trim(), place, label).then((isMade) => isMade && onClose());
   };
   const isEmpty = files.length === 0 && ofCatalogue.length === 0;
   return (
@@ -69,8 +57,8 @@ export function AddDialog({ before, hasCatalogue, onClose }: AddDialogProps) {
       </div>
       <RefusedAt source="add" />
       <div class="candidate-lists" role="region" aria-label={words.choices} tabIndex={0}>
-        <List title={words.files} all={files} onAdd={add} />
-        <List title={words.catalogue} all={ofCatalogue} onAdd={add} />
+        <ChoiceList title={words.files} all={choicesOf(files)} onChoose={add} />
+        <ChoiceList title={words.catalogue} all={choicesOf(ofCatalogue)} onChoose={add} />
         {isEmpty && <p class="faint">{words.none}</p>}
         <Findings findings={findings} />
       </div>

@@ -2,6 +2,8 @@ import { useId, useState } from "preact/hooks";
 import { exportStation } from "../../api/stationCalls";
 import type { StationExportChoice } from "../../api/stationTypes";
 import type { Export } from "../../api/types";
+import { ChoiceList } from "../../parts/ChoiceList";
+import type { ListedChoice } from "../../parts/ChoiceList";
 import { Dialog } from "../../parts/Dialog";
 import { download } from "../../parts/download";
 import { texts } from "../../texts";
@@ -32,23 +34,8 @@ function Choice<Key extends string>({ label, value, all, onChange }: ChoiceProps
   );
 }
 
-function Formats({ title, all, onChoose }: { title: string; all: readonly Export[]; onChoose(format: string): void }) {
-  const id = useId();
-  if (all.length === 0) return null;
-  return (
-    <section aria-labelledby={id}>
-      <h3 id={id}>{title}</h3>
-      <ul class="candidates">
-        {all.map((one) => (
-          <li key={one.format}>
-            <button type="button" onClick={() => onChoose(one.format)}>
-              <span>{one.label}</span>{" "}
-            </button>
-          </li>
-        ))}
-      </ul>
-    </section>
-  );
+function choicesOf(formats: readonly Export[], isOfModule: boolean): ListedChoice[] {
+  return formats.filter((one) => one.isOfModule === isOfModule).map(({ format, label }) => ({ key: format, label }));
 }
 
 export interface ExportDialogProps {
@@ -67,12 +54,12 @@ export function ExportDialog({ formats, module, onClose }: ExportDialogProps) {
   };
   return (
     <Dialog title={words.title} onClose={onClose}>
-      <Formats title={words.ofStation} all={formats.filter((one) => !one.isOfModule)} onChoose={(format) => give({ format })} />
+      <ChoiceList title={words.ofStation} all={choicesOf(formats, false)} onChoose={({ key }) => give({ format: key })} />
       {module !== null && (
-        <Formats
+        <ChoiceList
           title={words.ofModule(module.name)}
-          all={formats.filter((one) => one.isOfModule)}
-          onChoose={(format) => give({ format, module: module.position })}
+          all={choicesOf(formats, true)}
+          onChoose={({ key }) => give({ format: key, module: module.position })}
         />
       )}
       <div class="side-by-side" role="group" aria-label={words.declarations}>
