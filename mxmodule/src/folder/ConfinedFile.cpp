@@ -105,7 +105,7 @@ ConfinedFile::~ConfinedFile()
     }
 }
 
-// An open descriptor with O_PATH reads nothing and waits for nothing: it only stands for the file.
+// Opening with O_PATH identifies the file without reading it, and does not wait, even for a pipe.
 std::string ConfinedFile::problemOf(const std::string& root)
 {
     struct stat status = {};

@@ -25,7 +25,7 @@ struct HtmlCell
     std::string attributes = {}; ///< Begin with a blank, or are empty.
 };
 
-/// A name and what it stands for.
+/// A property by its name and its value.
 struct HtmlFact
 {
     std::string name; ///< Without markup.

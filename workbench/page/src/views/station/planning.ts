@@ -126,8 +126,8 @@ export function type(text: string): void {
   }, pauseMs);
 }
 
-/** What is asked of an edit besides the change itself. */
-export interface Wish {
+/** Who makes a change, and what follows it. */
+export interface ChangeOptions {
   /** The part of the page that asks: it shows why the edit was refused. */
   source: string;
   /** What was typed there. */
@@ -140,7 +140,7 @@ export interface Wish {
   said?: string;
 }
 
-function refuse(findings: readonly Finding[], { source, text = "", isShownThere = false }: Wish): void {
+function refuse(findings: readonly Finding[], { source, text = "", isShownThere = false }: ChangeOptions): void {
   change({ refused: { source, text, findings } });
   if (!isShownThere) say(texts.station.refused(findings.map((one) => one.text).join(" ")), true);
 }
@@ -154,32 +154,32 @@ async function answerToEdit(edit: Edit): Promise<StationAnswer> {
   }
 }
 
-async function makeEdit(edit: Edit, wish: Wish): Promise<boolean> {
+async function makeEdit(edit: Edit, options: ChangeOptions): Promise<boolean> {
   try {
     const answer = await answerToEdit(edit);
     if (answer.refused.length > 0) {
-      refuse(answer.refused, wish);
+      refuse(answer.refused, options);
       return false;
     }
     change({ refused: null });
-    take(answer, wish.select ?? draft.get().selected);
+    take(answer, options.select ?? draft.get().selected);
     if (!isSelectedKnown()) await planOnce();
-    if (wish.said !== undefined) say(wish.said);
+    if (options.said !== undefined) say(options.said);
     return true;
   } catch (error) {
-    if (error instanceof Refusal) refuse(error.findings, wish);
+    if (error instanceof Refusal) refuse(error.findings, options);
     else announce(texts.station.notMade, true);
     return false;
   }
 }
 
 /** Makes a change of the draft; returns whether it was made. A refused one leaves the draft as it is. */
-export function makeChange(edit: Edit, wish: Wish): Promise<boolean> {
-  return inTurn(() => makeEdit(edit, wish));
+export function makeChange(edit: Edit, options: ChangeOptions): Promise<boolean> {
+  return inTurn(() => makeEdit(edit, options));
 }
 
 /** Makes the change that `decide` gives after all changes before it are made; null: there is none to make. */
-export function makeNextChange(decide: () => readonly [Edit, Wish] | null): Promise<boolean> {
+export function makeNextChange(decide: () => readonly [Edit, ChangeOptions] | null): Promise<boolean> {
   return inTurn(async () => {
     const next = decide();
     return next !== null && makeEdit(...next);

@@ -5,7 +5,7 @@ import { texts } from "../../texts";
 import { draft } from "./draft";
 import { entryName } from "./naming";
 import { makeChange, makeNextChange } from "./planning";
-import type { Wish } from "./planning";
+import type { ChangeOptions } from "./planning";
 
 const source = "row";
 
@@ -18,7 +18,7 @@ function nameOf(entry: number): string {
   return found === undefined ? "" : entryName(found);
 }
 
-function move(entry: number, before: number): readonly [Edit, Wish] {
+function move(entry: number, before: number): readonly [Edit, ChangeOptions] {
   const to = before > entry ? before - 1 : before;
   const said = texts.station.moved(nameOf(entry), to + 1, count());
   return [{ kind: "move", entry, before }, { source, select: to, said }];
