@@ -8,10 +8,11 @@ namespace mxmodule {
 
 /// Writes the file at `path` so that a reader sees the content before or `content`, never a part.
 ///
-/// A temporary file in the same directory, "mxtool.part-PROCESS", becomes the file; it has the
-/// permissions of the file before. A symbolic link is kept, its target is replaced. Only regular
-/// files can be replaced: a device or pipe at `path` would become one. One thread of a process at a
-/// time. Throws a `Failure` as `cannotWrite` returns it, and leaves what was there.
+/// A temporary file in the same directory, "mxtool.part-" and a random number, becomes the file; it
+/// has the permissions of the file before, and is on the disk first if there was one. A symbolic
+/// link is kept, the file that it leads to is replaced, wherever that is: whoever takes `path` from
+/// someone else resolves it first. Only regular files can be replaced: a device or pipe at `path`
+/// would become one. Throws a `Failure` as `cannotWrite` returns it, and leaves what was there.
 MXMODULE_API void replaceFile(const std::string& path, const std::string& content);
 
 /// Throws a `Failure` when `replaceFile` cannot write the file at `path`. Leaves no file.

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -75,6 +76,42 @@ TEST_F(ReplaceFile, KeepsPermissions)
     fs::permissions(path("a"), fs::perms::owner_read | fs::perms::owner_write);
     mxmodule::replaceFile(path("a"), "after");
     EXPECT_EQ(fs::status(path("a")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(ReplaceFile, GivesANewFileThePermissionsOfTheProcess)
+{
+    const mode_t before = umask(027);
+    mxmodule::replaceFile(path("a"), "content");
+    umask(before);
+    EXPECT_EQ(fs::status(path("a")).permissions(), fs::perms(0640));
+}
+
+// Whoever knew the name could put a link there.
+TEST_F(ReplaceFile, WritesToNoFileOfAKnownName)
+{
+    write(path("other"), "kept");
+    const std::string known = "mxtool.part-" + std::to_string(getpid());
+    fs::create_symlink("other", path(known));
+    mxmodule::replaceFile(path("a"), "content");
+    mxmodule::requireReplaceable(path("b"));
+    EXPECT_EQ(contentOf(path("other")), "kept");
+    EXPECT_TRUE(fs::is_symlink(path(known)));
+}
+
+TEST_F(ReplaceFile, TakesManyThreadsAtOnce)
+{
+    const std::string half(100000, 'x');
+    std::thread other([&] {
+        for (int i = 0; i < 10; ++i) {
+            mxmodule::replaceFile(path("a"), half);
+        }
+    });
+    for (int i = 0; i < 10; ++i) {
+        mxmodule::replaceFile(path("a"), half + half);
+    }
+    other.join();
+    EXPECT_EQ(contentOf(path("a")).size() % half.size(), 0U);
+    EXPECT_EQ(filesThere(), 1U);
 }
 
 TEST_F(ReplaceFile, FollowsALink)
