@@ -1,6 +1,6 @@
 // The objects of the station's calls, as docs/workbench-api.md and docs/json-output.md describe them.
 
-import type { Channels, Configured, Device, DeviceChannel, Finding, NamedValue, Place } from "./types";
+import type { Configured, DeviceChannel, Finding, ModuleDescription, NamedValue, Place } from "./types";
 
 export interface Extent {
   offset: number;
@@ -76,16 +76,6 @@ export interface Entry {
   line: number;
   parameters: NamedValue[];
   channels: ChannelNote[];
-}
-
-/** What the description of a module adds to a configured one. */
-export interface ModuleDescription {
-  device: Device;
-  channels: Channels;
-  picture: string | null;
-  processImage: string;
-  sizes: { input: number; output: number; parameters: number };
-  places: Place[];
 }
 
 export interface ConfiguredModule extends Partial<ModuleDescription> {

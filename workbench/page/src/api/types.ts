@@ -62,7 +62,8 @@ export interface Option {
   current: boolean;
 }
 
-export interface DeviceParameter {
+/** A parameter with a value of it. */
+interface ParameterValue {
   id: string;
   channel: number | null;
   name: string;
@@ -70,6 +71,9 @@ export interface DeviceParameter {
   digits: string;
   shown: string;
   unit: string;
+}
+
+export interface DeviceParameter extends ParameterValue {
   min: string;
   max: string;
   min_digits: string;
@@ -102,14 +106,7 @@ export interface Device {
   parameters: DeviceParameter[];
 }
 
-export interface ConfigParameter {
-  id: string;
-  channel: number | null;
-  name: string;
-  value: string;
-  digits: string;
-  shown: string;
-  unit: string;
+export interface ConfigParameter extends ParameterValue {
   default: string;
   default_digits: string;
   default_shown: string;
@@ -172,13 +169,17 @@ export interface Channels {
   without_symbol: { id: string; number: number; name: string; direction: string }[];
 }
 
-export interface Module {
+/** What a module is, whatever its values are. */
+export interface ModuleDescription {
   device: Device;
   channels: Channels;
   picture: string | null;
   processImage: string;
   sizes: { input: number; output: number; parameters: number };
   places: Place[];
+}
+
+export interface Module extends ModuleDescription {
   configured: Configured;
 }
 

@@ -1,17 +1,11 @@
-import { useEffect, useRef } from "preact/hooks";
 import type { DeviceChannel } from "../../api/types";
+import { ChosenRow } from "../../parts/ChosenRow";
 import { texts } from "../../texts";
 
 function Row({ channel, isChosen }: { channel: DeviceChannel; isChosen: boolean }) {
-  const row = useRef<HTMLTableRowElement>(null);
-  useEffect(() => {
-    if (!isChosen) return;
-    row.current?.focus();
-    row.current?.scrollIntoView({ block: "center" });
-  }, [isChosen]);
   const hasPlace = channel.symbol !== "";
   return (
-    <tr ref={row} tabIndex={isChosen ? -1 : undefined} class={isChosen ? "chosen" : ""}>
+    <ChosenRow isChosen={isChosen}>
       <td class="number">{channel.number}</td>
       <th scope="row">{channel.name}</th>
       <td><span class={`direction ${channel.direction}`}>{texts.channels.directions[channel.direction] ?? texts.nothing}</span></td>
@@ -19,7 +13,7 @@ function Row({ channel, isChosen }: { channel: DeviceChannel; isChosen: boolean 
       <td class="number">{hasPlace ? channel.byte : texts.nothing}</td>
       <td class="number">{hasPlace ? channel.bit_offset : texts.nothing}</td>
       <td class="number">{hasPlace ? channel.bit_length : texts.nothing}</td>
-    </tr>
+    </ChosenRow>
   );
 }
 

@@ -1,5 +1,6 @@
 import { useMemo } from "preact/hooks";
-import type { ConfiguredModule as Answered, Entry, ModuleDescription } from "../../api/stationTypes";
+import type { ConfiguredModule as Answered, Entry } from "../../api/stationTypes";
+import type { ModuleDescription } from "../../api/types";
 import type { Refused as RefusedValue } from "../../parameters/Field";
 import { ConfiguredModule } from "../../parameters/ConfiguredModule";
 import { useStore } from "../../state/store";

@@ -1,5 +1,6 @@
-import { useEffect, useMemo, useRef, useState } from "preact/hooks";
+import { useEffect, useMemo, useState } from "preact/hooks";
 import type { StationChannel, StationChannels } from "../../api/stationTypes";
+import { ChosenRow } from "../../parts/ChosenRow";
 import { memo } from "../../parts/memo";
 import { hasWords } from "../../state/words";
 import { texts } from "../../texts";
@@ -14,15 +15,9 @@ function placeOf({ firstBit, bits }: StationChannel): string {
 }
 
 const Row = memo(function Row({ channel, isChosen }: { channel: StationChannel; isChosen: boolean }) {
-  const row = useRef<HTMLTableRowElement>(null);
-  useEffect(() => {
-    if (!isChosen) return;
-    row.current?.focus();
-    row.current?.scrollIntoView({ block: "center" });
-  }, [isChosen]);
   const { columns } = words;
   return (
-    <tr ref={row} tabIndex={isChosen ? -1 : undefined} class={isChosen ? "chosen" : ""}>
+    <ChosenRow isChosen={isChosen}>
       <td data-label={columns.module}>
         <button type="button" class="link" onClick={() => selectPosition(channel.module)}>{channel.module} {channel.module_name}</button>
       </td>
@@ -32,7 +27,7 @@ const Row = memo(function Row({ channel, isChosen }: { channel: StationChannel; 
       <td data-label={columns.direction}><span class={`direction ${channel.direction}`}>{texts.channels.directions[channel.direction]}</span></td>
       <td data-label={columns.alias}>{channel.alias}</td>
       <td data-label={columns.comment}>{channel.comment}</td>
-    </tr>
+    </ChosenRow>
   );
 });
 

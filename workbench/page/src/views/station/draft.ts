@@ -1,7 +1,7 @@
 // The draft of this page: the text of a station, and what the server says about it.
 
-import type { ModuleDescription, StationAnswer } from "../../api/stationTypes";
-import type { Finding } from "../../api/types";
+import type { StationAnswer } from "../../api/stationTypes";
+import type { Finding, ModuleDescription } from "../../api/types";
 import { Store } from "../../state/store";
 
 /** A file as it was read or saved last. */

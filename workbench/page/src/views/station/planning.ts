@@ -1,9 +1,9 @@
 // Questions to the server about the draft: one after the other, so that no edit is lost.
 
 import { askStation } from "../../api/stationCalls";
-import type { Edit, ModuleDescription, StationAnswer } from "../../api/stationTypes";
+import type { Edit, StationAnswer } from "../../api/stationTypes";
 import { Refusal } from "../../api/client";
-import type { Finding } from "../../api/types";
+import type { Finding, ModuleDescription } from "../../api/types";
 import { announce, say } from "../../state/announcements";
 import { shared } from "../../state/shared";
 import { Store } from "../../state/store";
