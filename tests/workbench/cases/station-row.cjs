@@ -205,6 +205,16 @@ module.exports = {
     await view.textHas("name: Tanks");
   },
 
+  async "a refused value names its field and what is accepted, and no line of a text that is not shown"(t) {
+    const { page, view } = await open(t);
+    await view.choose("Levels");
+    await page.fill(await page.page.waitForSelector("[data-parameter=\"21\"] input"), "11");
+    const reason = await soonHas("reason", () => page.text(".field-refused"), "-10 to 10 V");
+    isTrue(`it names the field: ${reason}`, reason.includes("Upper limit"));
+    equal("lines of a text", /\bline \d|:\d+:\d/.exec(reason), null);
+    equal("excerpts", await page.texts(".field-refused .excerpt"), []);
+  },
+
   async "sets aliases and comments of channels, and refuses an alias that is taken"(t) {
     const { page, view } = await open(t);
     await view.choose("Levels");

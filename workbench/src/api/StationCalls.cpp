@@ -4,6 +4,7 @@
 #include "api/ConfiguredText.h"
 #include "api/EditRequest.h"
 #include "api/FindingJson.h"
+#include "api/RefusedStation.h"
 #include "api/RequestBody.h"
 #include "api/StationExports.h"
 #include "api/StationJson.h"
@@ -20,6 +21,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace workbench {
@@ -53,17 +55,6 @@ Draft draftOf(const CallContext& context, const std::string& text)
     return draft;
 }
 
-std::vector<Finding> errorsOf(const Plan& plan)
-{
-    std::vector<Finding> errors;
-    for (const Finding& finding : plan.findings) {
-        if (finding.severity == mxmodule::Severity::Error) {
-            errors.push_back(finding);
-        }
-    }
-    return errors;
-}
-
 // An edit may leave errors that there were before, but makes no text without errors one with some.
 Draft editedDraft(const CallContext& context, const std::string& text,
                   const mxstation::StationEdit& edit)
@@ -74,7 +65,7 @@ Draft editedDraft(const CallContext& context, const std::string& text,
         if (after.plan.ok() || !before.plan.ok()) {
             return after;
         }
-        before.refused = errorsOf(after.plan);
+        before.refused = errorsWithoutPlaces(std::move(after.station));
     } catch (const mxmodule::Failure& failure) {
         before.refused = failure.findings();
     }

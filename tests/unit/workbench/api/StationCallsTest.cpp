@@ -154,6 +154,24 @@ TEST_F(StationCalls, RefuseAnEditThatMakesAnError)
     EXPECT_EQ(made.at("refused")[0].at("accepted"), expected.findings[0].accepted);
 }
 
+// The text with the edit is not shown: lines of it would lead to other entries.
+TEST_F(StationCalls, RefuseAnEditWithoutLinesOfTheTextThatItWouldMake)
+{
+    const auto refused = [&](const Json& edit) { return edited(edit).at("refused").at(0); };
+    const Json value = refused(
+        {{"kind", "value"}, {"entry", 1}, {"parameter", "Mains suppression"}, {"value", "70 Hz"}});
+    const Json pin = refused({{"kind", "pin"}, {"entry", 1}, {"in", 0}, {"out", nullptr}});
+    for (const Json& finding : {value, pin}) {
+        EXPECT_EQ(finding.at("place"), "");
+        EXPECT_TRUE(finding.at("line").is_null());
+        EXPECT_EQ(finding.at("excerpt"), "");
+    }
+    EXPECT_EQ(pin.at("text"), "byte 0 of the input image is not free: the module "
+                              "\"MX0116.bin\" comes before in the image");
+    const Json twice = refused({{"kind", "name"}, {"entry", 0}, {"name", "Levels"}});
+    EXPECT_EQ(twice.at("text"), "the name \"Levels\" is used elsewhere as well");
+}
+
 TEST_F(StationCalls, EditATextThatHasErrorsAlready)
 {
     const std::string wrong = "modules:\n  - MX9999.bin # gone\n  - MX0116.bin\n";
