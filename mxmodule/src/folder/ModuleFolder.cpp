@@ -186,7 +186,9 @@ std::string ModuleFolder::nameOf(const std::string& path) const
     if (!isPath || failed || name.empty() || *name.begin() == "..") {
         throw Failure(
             Origin::Input, text::abbreviated(path),
-            fmt::format("Found nothing of this name in the folder \"{}\"", content->path));
+            fmt::format("Found nothing of this name in the folder \"{}\"", content->path),
+            "files come only from this folder: move it there, or name the folder that has it, with "
+            "mxtool serve --folder");
     }
     return name.string();
 }

@@ -166,6 +166,19 @@ TEST_F(ModuleFolder, tellsTheNamesOfPaths)
     }
 }
 
+TEST_F(ModuleFolder, saysWhatToDoWithAPathOutside)
+{
+    try {
+        folder().nameOf(outer.path("secret.yaml"));
+        FAIL() << "it was accepted";
+    } catch (const mxmodule::Failure& failure) {
+        EXPECT_EQ(
+            failure.reason().hint,
+            "files come only from this folder: move it there, or name the folder that has it, "
+            "with mxtool serve --folder");
+    }
+}
+
 TEST_F(ModuleFolder, listsModules)
 {
     write("station.yaml", "station: S\nmodules: [small.yaml]\n");
