@@ -36,6 +36,19 @@ std::size_t statedLength(const RequestHead& head)
     return length;
 }
 
+// The HTTP library takes a value for a text that ends with a NUL byte: what follows such a byte in
+// a line is in no field. Then the lines have more bytes than their parts, as every client writes
+// them: one blank between the parts of the first line and after each colon, two bytes at the end of
+// each.
+bool hasOtherBytes(const RequestHead& head, const std::string& version)
+{
+    std::size_t size = head.method.size() + 1 + head.target.size() + 1 + version.size() + 2;
+    for (const auto& [name, value] : head.fields) {
+        size += name.size() + 2 + value.size() + 2;
+    }
+    return head.size > size + 2;
+}
+
 bool wantsGzip(const RequestHead& head)
 {
     const auto values = head.valuesOf("Accept-Encoding");
@@ -55,7 +68,7 @@ Conversation::~Conversation()
     releaseBody();
 }
 
-void Conversation::readHead(MHD_Connection* connection, const char* method)
+void Conversation::readHead(MHD_Connection* connection, const char* method, const char* version)
 {
     isHeadRead = true;
     lines.method = method;
@@ -63,6 +76,7 @@ void Conversation::readHead(MHD_Connection* connection, const char* method)
     const MHD_ConnectionInfo* const info =
         MHD_get_connection_info(connection, MHD_CONNECTION_INFO_REQUEST_HEADER_SIZE);
     lines.size = info == nullptr ? 0 : info->header_size;
+    hasBytesOfNoField = hasOtherBytes(lines, version);
     sizeOfBody = statedLength(lines);
 }
 

@@ -24,8 +24,11 @@ public:
     bool hasHead() const { return isHeadRead; }
 
     /// Takes the lines before the body. A request without length has none.
-    void readHead(MHD_Connection* connection, const char* method);
+    void readHead(MHD_Connection* connection, const char* method, const char* version);
     const RequestHead& head() const { return lines; }
+
+    /// The lines have bytes that are in no field of `head`, such as those after a NUL byte.
+    bool hasHiddenBytes() const { return hasBytesOfNoField; }
 
     /// The stated length of the body.
     std::size_t bodySize() const { return sizeOfBody; }
@@ -54,6 +57,7 @@ private:
     std::atomic<std::size_t>& bytesOfBodies;
     RequestHead lines;
     bool isHeadRead = false;
+    bool hasBytesOfNoField = false;
     bool isRefusal = false;
     bool isAnswerStarted = false;
     std::size_t sizeOfBody = 0;

@@ -44,6 +44,12 @@ Response busyResponse()
     return refusal(503, "the server has too many requests to answer", "try again in a second");
 }
 
+Response malformedHeaderResponse()
+{
+    return refusal(400, "the header has bytes that are in no field, such as one with the value 0",
+                   "write each field as \"Name: value\", with one blank, without other bytes");
+}
+
 } // namespace
 
 HttpServer::HttpServer(unsigned short port, std::string token, Answer answerToUse,
@@ -138,27 +144,28 @@ void HttpServer::endRequest(void* server, MHD_Connection* connection, void** con
 }
 
 MHD_Result HttpServer::continueRequest(void* server, MHD_Connection* connection,
-                                       const char* /*url*/, const char* method,
-                                       const char* /*version*/, const char* data, std::size_t* size,
-                                       void** conversation)
+                                       const char* /*url*/, const char* method, const char* version,
+                                       const char* data, std::size_t* size, void** conversation)
 {
     if (*conversation == nullptr) {
         return MHD_NO;
     }
     try {
-        return static_cast<HttpServer*>(server)->advance(
-            connection, *static_cast<Conversation*>(*conversation), method, data, *size);
+        HttpServer& self = *static_cast<HttpServer*>(server);
+        Conversation& request = *static_cast<Conversation*>(*conversation);
+        if (!request.hasHead()) {
+            request.readHead(connection, method, version);
+            return self.judgeHead(connection, request);
+        }
+        return self.advance(connection, request, data, *size);
     } catch (const std::exception&) {
         return MHD_NO; // without memory; the connection is closed
     }
 }
 
 MHD_Result HttpServer::advance(MHD_Connection* connection, Conversation& conversation,
-                               const char* method, const char* data, std::size_t& size)
+                               const char* data, std::size_t& size)
 {
-    if (!conversation.hasHead()) {
-        return receiveHead(connection, conversation, method);
-    }
     if (size > 0) {
         if (!conversation.receive(data, std::exchange(size, 0), limits.allBodies)) {
             conversation.refuse(busyResponse());
@@ -174,11 +181,10 @@ MHD_Result HttpServer::advance(MHD_Connection* connection, Conversation& convers
 
 // A refused request is answered after its body: a client that is still sending would see that the
 // connection is lost, not the answer. A body that is too long is not waited for.
-MHD_Result HttpServer::receiveHead(MHD_Connection* connection, Conversation& conversation,
-                                   const char* method)
+MHD_Result HttpServer::judgeHead(MHD_Connection* connection, Conversation& conversation)
 {
-    conversation.readHead(connection, method);
-    const auto refused = gatekeeper.refusalOf(conversation.head());
+    const auto refused = conversation.hasHiddenBytes() ? std::optional(malformedHeaderResponse())
+                                                       : gatekeeper.refusalOf(conversation.head());
     if (refused) {
         conversation.refuse(*refused);
     }

@@ -50,10 +50,9 @@ private:
 
     MHD_Daemon* startDaemon();
     void accept(int descriptor);
-    MHD_Result advance(MHD_Connection* connection, Conversation& conversation, const char* method,
-                       const char* data, std::size_t& size);
-    MHD_Result receiveHead(MHD_Connection* connection, Conversation& conversation,
-                           const char* method);
+    MHD_Result advance(MHD_Connection* connection, Conversation& conversation, const char* data,
+                       std::size_t& size);
+    MHD_Result judgeHead(MHD_Connection* connection, Conversation& conversation);
     MHD_Result startAnswer(MHD_Connection* connection, Conversation& conversation);
     MHD_Result send(MHD_Connection* connection, const Conversation& conversation);
     void enter(MHD_Connection* connection, Phase phase);

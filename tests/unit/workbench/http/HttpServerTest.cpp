@@ -151,6 +151,41 @@ TEST(HttpServer, doesNotWaitForABodyThatIsTooLong)
               411);
 }
 
+// The value that the HTTP library gives ends before such a byte.
+TEST(HttpServer, refusesHeadersWithBytesThatAreInNoField)
+{
+    const HttpServer server(0, token, &echo);
+    const std::string nul(1, '\0');
+    const std::string first = "GET /api/v1/a HTTP/1.1\r\n";
+    const std::string host = "Host: 127.0.0.1:" + std::to_string(server.port());
+    const std::string bearer = "Authorization: Bearer " + token;
+    const std::string end = "\r\n\r\n";
+    EXPECT_EQ(answerTo(server.port(), first + host + "\r\n" + bearer + end).status, 200);
+    for (const std::string& request :
+         {first + host + nul + "\r\n" + bearer + end, first + host + "\r\n" + bearer + nul + end,
+          first + host + nul + ".example.org\r\n" + bearer + end,
+          first + host + "\r\n" + bearer + nul + "x" + end,
+          first + host + "\r\n" + bearer + "\r\nX: a" + nul + "b" + end}) {
+        const Received answer = answerTo(server.port(), request);
+        EXPECT_EQ(answer.status, 400);
+        EXPECT_THAT(answer.body, HasSubstr("bytes that are in no field"));
+    }
+}
+
+// However a client writes it.
+TEST(HttpServer, acceptsFieldsWithoutBlanksOrValues)
+{
+    const HttpServer server(0, token, &echo);
+    const std::string request = get(server, "/api/v1/a");
+    const std::string fields = request.substr(0, request.size() - 2);
+    EXPECT_EQ(answerTo(server.port(), fields + "X:a\r\nY:\r\n\r\n").status, 200);
+    RawConnection connection(server.port());
+    connection.send(request + fields + "X: a\r\n\r\n" + request);
+    for (int count = 0; count < 3; ++count) {
+        EXPECT_EQ(connection.receive().status, 200) << count;
+    }
+}
+
 TEST(HttpServer, boundsTheHeader)
 {
     const HttpServer server(0, token, &echo);
