@@ -3,6 +3,7 @@
 #include <mxonline/SampleText.h>
 #include <text/Sha256.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace workbench {
@@ -17,6 +18,15 @@ constexpr std::size_t mostNotices = 20;
 std::string versionOf(const mxstation::Plan& plan)
 {
     return text::sha256(plan.source);
+}
+
+// Whether both are of the same text and of the same mx files, which may change meanwhile.
+bool isSameStation(const mxstation::Plan& one, const mxstation::Plan& other)
+{
+    return one.source == other.source &&
+           std::equal(
+               one.modules.begin(), one.modules.end(), other.modules.begin(), other.modules.end(),
+               [](const auto& a, const auto& b) { return a.file.bytes() == b.file.bytes(); });
 }
 
 std::vector<mxmodule::Finding> findingsOf(const std::exception& failure)
@@ -174,25 +184,26 @@ void OnlineSession::releaseWhenUnattended()
     if (coupler && Clock::now() - lastAsked >= times.attention) {
         reading.reset();
         coupler.reset();
+        coupled.reset();
         shown.connection = OnlineConnection::None;
         ++shown.sequence;
     }
 }
 
-mxonline::Coupler& OnlineSession::couplerOf(const mxstation::Plan& plan)
+mxonline::Coupler& OnlineSession::couplerOf(const std::shared_ptr<const mxstation::Plan>& plan)
 {
-    const std::string version = versionOf(plan);
-    if (!coupler || couplerVersion != version) {
+    if (!coupler || (coupled != plan && !isSameStation(*coupled, *plan))) {
         reading.reset();
-        coupler = std::make_unique<mxonline::Coupler>(plan, place,
+        coupler = std::make_unique<mxonline::Coupler>(*plan, place,
                                                       static_cast<mxmodule::Observer*>(this));
-        couplerVersion = version;
     }
+    coupled = plan;
     return *coupler;
 }
 
-OnlineSession::WorkResult OnlineSession::resultOf(OnlineWork work, const mxstation::Plan& plan,
-                                                  const std::optional<ShownDifference>& agreed)
+OnlineSession::WorkResult
+OnlineSession::resultOf(OnlineWork work, const std::shared_ptr<const mxstation::Plan>& plan,
+                        const std::optional<ShownDifference>& agreed)
 {
     WorkResult result;
     try {
@@ -213,7 +224,7 @@ void OnlineSession::runWork(std::unique_lock<std::mutex>& lock)
     const auto plan = planned;
     const auto agreed = shown.difference;
     lock.unlock();
-    WorkResult result = resultOf(work, *plan, agreed);
+    WorkResult result = resultOf(work, plan, agreed);
     const mxonline::Traffic traffic = coupler ? coupler->traffic() : mxonline::Traffic();
     lock.lock();
     shown.work = OnlineWork::None;
@@ -230,9 +241,9 @@ void OnlineSession::runWork(std::unique_lock<std::mutex>& lock)
     ++shown.sequence;
 }
 
-OnlineSession::SampleResult OnlineSession::sampleOf(const mxstation::Plan& plan,
-                                                    const std::vector<std::string>& names,
-                                                    bool isNew)
+OnlineSession::SampleResult
+OnlineSession::sampleOf(const std::shared_ptr<const mxstation::Plan>& plan,
+                        const std::vector<std::string>& names, bool isNew)
 {
     SampleResult result;
     try {
@@ -259,7 +270,7 @@ void OnlineSession::takeSample(std::unique_lock<std::mutex>& lock)
     const bool isNew = std::exchange(isWatchNew, false);
     nextSample = Clock::now() + times.sample;
     lock.unlock();
-    SampleResult result = sampleOf(*plan, names, isNew);
+    SampleResult result = sampleOf(plan, names, isNew);
     const mxonline::Traffic traffic = coupler ? coupler->traffic() : mxonline::Traffic();
     lock.lock();
     shown.traffic = traffic;

@@ -96,12 +96,12 @@ private:
     void releaseWhenUnattended();
     bool isSampleDue() const;
     void begin(OnlineWork work);
-    WorkResult resultOf(OnlineWork work, const mxstation::Plan& plan,
+    WorkResult resultOf(OnlineWork work, const std::shared_ptr<const mxstation::Plan>& plan,
                         const std::optional<ShownDifference>& agreed);
-    SampleResult sampleOf(const mxstation::Plan& plan, const std::vector<std::string>& names,
-                          bool isNew);
+    SampleResult sampleOf(const std::shared_ptr<const mxstation::Plan>& plan,
+                          const std::vector<std::string>& names, bool isNew);
     void sleep(std::unique_lock<std::mutex>& lock);
-    mxonline::Coupler& couplerOf(const mxstation::Plan& plan);
+    mxonline::Coupler& couplerOf(const std::shared_ptr<const mxstation::Plan>& plan);
 
     const mxonline::Target place;
     const OnlineTimes times;
@@ -120,7 +120,7 @@ private:
 
     // Of the thread alone.
     std::unique_ptr<mxonline::Coupler> coupler;
-    std::string couplerVersion; // SHA-256 of its station's text
+    std::shared_ptr<const mxstation::Plan> coupled; // what `coupler` was made of
     std::unique_ptr<mxonline::Watch> reading;
 
     std::thread thread; // the last, so that it begins when everything else exists

@@ -135,6 +135,24 @@ TEST_F(OnlineSessionTest, WritesNothingWhenTheCouplerHasChangedSince)
     EXPECT_EQ(simulator.counts().registersWritten, written);
 }
 
+// An author builds a module again: the text of the station is the same, the module is another one.
+TEST_F(OnlineSessionTest, ComparesWithTheFilesAsTheyAreNow)
+{
+    session.compare(plan, false);
+    ASSERT_TRUE(waitForEnd().difference->difference.identityErrors().empty());
+    auto station = mxstation::stationOf(couplerRow, std::string(EXAMPLE_MODULES) + "/station.yaml");
+    station.entries[1].module =
+        mxmodule::ModuleFile::read(std::string(EXAMPLE_MODULES) + "/MX0216.bin");
+    const auto rebuilt = mxstation::plan(station);
+    ASSERT_EQ(rebuilt.source, plan.source);
+    session.compare(rebuilt, false);
+    EXPECT_EQ(waitForEnd().difference->difference.identityErrors().size(), 1U);
+    EXPECT_EQ(simulator.counts().connections, 2U);
+    session.compare(mxstation::plan(station), false); // of equal files: the connection is kept
+    waitForEnd();
+    EXPECT_EQ(simulator.counts().connections, 2U);
+}
+
 TEST_F(OnlineSessionTest, WatchesChannels)
 {
     simulator.setInput("AI 1", "-5");
