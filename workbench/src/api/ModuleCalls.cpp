@@ -1,9 +1,11 @@
 #include "api/AnswerText.h"
+#include "api/CallFailure.h"
 #include "api/Calls.h"
 #include "api/ConfiguredText.h"
 #include "api/FindingJson.h"
 #include "api/ModuleExports.h"
 #include "api/RequestBody.h"
+#include "http/Status.h"
 
 #include <mxmodule/Explanation.h>
 
@@ -23,16 +25,21 @@ std::vector<mxmodule::Assignment> assignmentsIn(const RequestBody& body)
     return assignments;
 }
 
-mxmodule::Module moduleIn(const CallContext& context, const RequestBody& body)
+mxmodule::ModuleFile fileIn(const CallContext& context, const RequestBody& body)
 {
-    return mxmodule::Module(context.workplace.module(body.text("reference")));
+    const std::string reference = body.text("reference");
+    if (reference.empty() && context.workplace.moduleFile().empty()) {
+        throw CallFailure(status::notFound, "reference: found \"\", but no mx file is open",
+                          "state which module is meant; mxtool serve FILE opens one");
+    }
+    return context.workplace.module(reference);
 }
 
 } // namespace
 
 Response moduleCall(const CallContext& context, const Request& request)
 {
-    const mxmodule::Module module = moduleIn(context, RequestBody(request.body));
+    const mxmodule::Module module(fileIn(context, RequestBody(request.body)));
     AnswerText answer;
     addDescription(answer, module);
     return answer.addText("configured", configuredText(module, module.defaultImage())).response();
@@ -41,7 +48,7 @@ Response moduleCall(const CallContext& context, const Request& request)
 Response moduleConfigurationCall(const CallContext& context, const Request& request)
 {
     const RequestBody body(request.body);
-    const mxmodule::Module module = moduleIn(context, body);
+    const mxmodule::Module module(fileIn(context, body));
     const mxmodule::Composition made = module.compose(assignmentsIn(body));
     return AnswerText()
         .addText("configured", made.ok() ? configuredText(module, made.image) : "")
@@ -52,16 +59,15 @@ Response moduleConfigurationCall(const CallContext& context, const Request& requ
 Response moduleExplanationCall(const CallContext& context, const Request& request)
 {
     const RequestBody body(request.body);
-    const mxmodule::ModuleFile file = context.workplace.module(body.text("reference"));
     Response response;
-    response.body = mxmodule::Explanation(file).json();
+    response.body = mxmodule::Explanation(fileIn(context, body)).json();
     return response;
 }
 
 Response moduleExportCall(const CallContext& context, const Request& request)
 {
     const RequestBody body(request.body);
-    const mxmodule::ModuleFile file = context.workplace.module(body.text("reference"));
+    const mxmodule::ModuleFile file = fileIn(context, body);
     const mxmodule::Module module(file);
     const mxmodule::Composition made = module.compose(assignmentsIn(body));
     if (!made.ok()) {

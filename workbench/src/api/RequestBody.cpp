@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <text/Beginning.h>
 
+#include <limits>
 #include <utility>
 
 namespace workbench {
@@ -33,6 +34,9 @@ text::Json parsed(const std::string& content)
         throw CallFailure(
             status::badRequest,
             fmt::format("The body is no JSON at byte {}, expected an object", error.byte));
+    } catch (const text::Json::out_of_range&) {
+        throw CallFailure(status::badRequest, "The body has a number of more than 308 digits, "
+                                              "expected at most 4294967295");
     }
 }
 

@@ -26,13 +26,14 @@ struct StationExport
 
 mxstation::ParameterFile parameterFileOf(const PlannedStation& from, Fieldbus fieldbus)
 {
+    const auto files = parameterFiles(from.plan, fieldbus); // says what is wrong with the plan
     const std::size_t modules = from.plan.modules.size();
     if (from.module == 0 || from.module > modules) {
         throw CallFailure(status::badRequest,
                           fmt::format("module: found {}, expected a position from 1 to {}",
                                       from.module, modules));
     }
-    return parameterFiles(from.plan, fieldbus)[from.module - 1];
+    return files[from.module - 1];
 }
 
 template <Fieldbus fieldbus>

@@ -80,6 +80,15 @@ TEST_F(ModuleCalls, TakeTheOpenedFileWithoutAReference)
               "kv38.5a030304");
 }
 
+TEST_F(ModuleCalls, NeedAReferenceWithoutAnOpenedFile)
+{
+    for (const char* const path : {"/module", "/module/configuration", "/module/explanation"}) {
+        EXPECT_EQ(failure("POST", path, {{"reference", ""}}, 404)[0],
+                  "reference: found \"\", but no mx file is open")
+            << path;
+    }
+}
+
 TEST_F(ModuleCalls, ExplainTheBytes)
 {
     const Json explained = call("POST", "/module/explanation", {{"reference", "MX0304.bin"}});

@@ -53,6 +53,8 @@ TEST(RequestBody, NamesWhatIsWrong)
     const auto none = [](const RequestBody&) {};
     EXPECT_EQ(refusal("", none), "The body is no JSON at byte 1, expected an object");
     EXPECT_EQ(refusal("{\"a\": }", none), "The body is no JSON at byte 7, expected an object");
+    EXPECT_EQ(refusal("{\"a\": -1e999}", none),
+              "The body has a number of more than 308 digits, expected at most 4294967295");
     EXPECT_EQ(refusal("[1]", none), "body: found [1], expected an object");
     EXPECT_EQ(refusal("{}", [](const RequestBody& body) { body.text("t"); }),
               "t: found nothing, expected a text");

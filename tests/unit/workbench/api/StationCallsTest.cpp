@@ -282,9 +282,10 @@ TEST_F(StationCalls, ExportEachListedForm)
 
 TEST_F(StationCalls, ExportNothingOfAStationWithErrors)
 {
-    EXPECT_THAT(failure("POST", "/station/export",
-                        {{"text", "modules: [MX9999.bin]"}, {"format", "station-text"}}, 422)[0],
-                HasSubstr("MX9999.bin"));
+    for (const char* const format : {"station-text", "image-raw", "images-raw-json"}) {
+        const Json body = {{"text", "modules: [MX9999.bin]"}, {"format", format}, {"module", 1}};
+        EXPECT_THAT(failure("POST", "/station/export", body, 422)[0], HasSubstr("MX9999.bin"));
+    }
 }
 
 } // namespace
