@@ -112,8 +112,7 @@ export interface Download {
 function fileName(response: Response): string {
   const header = response.headers.get("Content-Disposition") ?? "";
   const encoded = /filename\*=UTF-8''([^;]+)/i.exec(header)?.[1];
-  if (encoded !== undefined) return decodeURIComponent(encoded);
-  return /filename="((?:[^"\\]|\\.)*)"/i.exec(header)?.[1] ?? /filename=([^;\s]+)/i.exec(header)?.[1] ?? "export";
+  return encoded === undefined ? "export" : decodeURIComponent(encoded);
 }
 
 /** Calls the server and returns the file that it answers. */

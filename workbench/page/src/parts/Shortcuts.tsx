@@ -5,7 +5,7 @@ import { texts } from "../texts";
 import { Dialog } from "./Dialog";
 
 /** Returns whether keys typed in this element are text. */
-export function isTyping(target: EventTarget | null): boolean {
+function isTyping(target: EventTarget | null): boolean {
   if (target instanceof HTMLInputElement) return !["checkbox", "radio", "button"].includes(target.type);
   return target instanceof HTMLTextAreaElement || target instanceof HTMLSelectElement;
 }

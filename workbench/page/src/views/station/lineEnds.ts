@@ -6,7 +6,7 @@ export function shownLines(text: string): string {
 }
 
 /** Returns the place in `text` of a place in its shown form. */
-export function placeIn(text: string, shown: number): number {
+function placeIn(text: string, shown: number): number {
   let place = 0;
   for (let left = shown; left > 0; --left) place += text.startsWith("\r\n", place) ? 2 : 1;
   return place;

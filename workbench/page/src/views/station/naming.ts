@@ -3,7 +3,7 @@ import { texts } from "../../texts";
 import type { Place } from "./rowPlaces";
 
 /** Returns the last part of a path. */
-export function fileNameOf(reference: string): string {
+function fileNameOf(reference: string): string {
   return reference.slice(reference.lastIndexOf("/") + 1);
 }
 

@@ -14,7 +14,7 @@ const mostUndone = 200;
 const pauseMs = 250;
 
 /** How many questions are not answered yet. */
-export const pending = new Store(0);
+const pending = new Store(0);
 
 let last: Promise<unknown> = Promise.resolve();
 
