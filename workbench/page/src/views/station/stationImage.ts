@@ -1,6 +1,6 @@
 // One process image of the station as rows of bits, with the modules that the bytes belong to.
 
-import type { Gap, StationChannel, StationModule, StationPlan } from "../../api/stationTypes";
+import type { Extent, Gap, StationChannel, StationModule, StationPlan } from "../../api/stationTypes";
 import type { ImageRow } from "../module/imageRows";
 import { imageRows } from "../module/imageRows";
 
@@ -43,18 +43,27 @@ function holds(channel: StationChannel, first: number, size: number): boolean {
   return channel.byte < first + size && last > first;
 }
 
-/** Returns the bytes of one image in bands, by address. */
+/** Returns where modules and gaps of one image begin and end, in order, from its first byte to its end. */
+function edgesOf(plan: StationPlan, side: Side, { offset, size }: Extent): number[] {
+  const extents = [...plan.modules.map((one) => one[side]), ...plan.gaps.filter((gap) => gap.image === side)];
+  const edges = extents.flatMap((one) => [one.offset, one.offset + one.size]);
+  const within = edges.filter((edge) => edge > offset && edge < offset + size);
+  return [...new Set([offset, ...within, offset + size])].sort((a, b) => a - b);
+}
+
+/** Returns the bytes of one image in bands, by address. An image may have 2 GiB: bytes are not counted one by one. */
 export function bandsOf(plan: StationPlan, channels: readonly StationChannel[], side: Side): Band[] {
-  const { offset, size } = side === "in" ? plan.input : plan.output;
   const own = channels.filter((one) => (one.direction === "in") === (side === "in")).map(unique);
+  const edges = edgesOf(plan, side, side === "in" ? plan.input : plan.output);
   const bands: Band[] = [];
-  for (let byte = offset; byte < offset + size; ++byte) {
-    const module = moduleAt(plan, side, byte);
-    const gap = module === null ? gapAt(plan, side, byte) : null;
+  edges.slice(1).forEach((end, index) => {
+    const first = edges[index] ?? end;
+    const module = moduleAt(plan, side, first);
+    const gap = module === null ? gapAt(plan, side, first) : null;
     const last = bands.at(-1);
-    if (last !== undefined && last.module === module && last.gap === gap) ++last.size;
-    else bands.push({ first: byte, size: 1, module, gap, rows: [] });
-  }
+    if (last !== undefined && last.module === module && last.gap === gap) last.size += end - first;
+    else bands.push({ first, size: end - first, module, gap, rows: [] });
+  });
   for (const band of bands) {
     const area = { first_byte: band.first, size: band.size, free: [], overlapping: [] };
     if (band.module !== null) band.rows = imageRows(area, own.filter((one) => holds(one, band.first, band.size)));
