@@ -67,7 +67,8 @@ struct SetValue
     std::optional<std::string> value; ///< As `Assignment::value`; empty: no longer stated.
 };
 
-/// States alias and comment of a channel.
+/// States alias and comment of a channel. A note that the text does not have yet is stated under
+/// the name of the channel if no other one has it, otherwise under its identifier.
 struct NoteChannel
 {
     std::size_t entry = 0; ///< Which module.

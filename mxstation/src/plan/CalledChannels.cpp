@@ -41,6 +41,12 @@ std::vector<std::size_t> CalledChannels::called(const std::string& word) const
     return found == positions.end() ? std::vector<std::size_t>() : found->second;
 }
 
+std::string CalledChannels::bestWord(std::size_t position) const
+{
+    const CalledChannel& one = channels[position];
+    return !one.name.empty() && called(one.name).size() == 1 ? one.name : "#" + one.id;
+}
+
 Finding CalledChannels::rejected(const std::string& word) const
 {
     const std::vector<std::size_t> found = called(word);

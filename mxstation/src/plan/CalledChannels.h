@@ -22,6 +22,10 @@ public:
     /// Returns the positions of the channels called `word`.
     std::vector<std::size_t> called(const std::string& word) const;
 
+    /// Returns the word for the channel that a person would choose: its name if no other channel is
+    /// called so, otherwise its identifier, "#5".
+    std::string bestWord(std::size_t position) const;
+
     /// Returns why `word`, which does not name one channel, is rejected; without a place.
     mxmodule::Finding rejected(const std::string& word) const;
 

@@ -136,33 +136,41 @@ void removeValue(EditedText& text, const SetValue& edit, const MeantParameter& m
 
 using IsChannel = std::function<bool(const std::string& word)>;
 
-// Whether a note is about the channel that is meant.
-IsChannel meantChannel(const Station& station, const NoteChannel& edit)
+// Which notes are about the channel that is meant, and how a new one calls it.
+struct MeantChannel
+{
+    IsChannel isChannel;
+    std::string newKey;
+};
+
+MeantChannel meantChannel(const Station& station, const NoteChannel& edit)
 {
     const auto module = moduleOf(station, edit.entry);
     if (!module) {
-        return [name = edit.channel](const std::string& word) { return word == name; };
+        return {[name = edit.channel](const std::string& word) { return word == name; },
+                edit.channel};
     }
     const CalledChannels channels(module->channelMap());
     const auto meant = channels.called(edit.channel);
     if (meant.size() != 1) {
         reject(station, channels.rejected(edit.channel));
     }
-    return [channels, meant](const std::string& word) { return channels.called(word) == meant; };
+    return {[channels, meant](const std::string& word) { return channels.called(word) == meant; },
+            channels.bestWord(meant.front())};
 }
 
-// The key of the note about the channel; `name` if there is none.
-std::string noteKey(const YamlNode& entry, const IsChannel& isChannel, const std::string& name)
+// The key of the note about the channel, also if there is none yet.
+std::string noteKey(const YamlNode& entry, const MeantChannel& meant)
 {
     const YamlNode* const notes =
         entry.kind == YamlNode::Kind::Map ? memberCalled(entry, "channels") : nullptr;
     if (notes == nullptr) {
-        return name;
+        return meant.newKey;
     }
     const auto found =
         std::find_if(notes->members.begin(), notes->members.end(),
-                     [&isChannel](const auto& note) { return isChannel(note.first->text); });
-    return found == notes->members.end() ? name : found->first->text;
+                     [&meant](const auto& note) { return meant.isChannel(note.first->text); });
+    return found == notes->members.end() ? meant.newKey : found->first->text;
 }
 
 Entry withNote(Entry entry, const std::string& key, const NoteChannel& edit)
@@ -205,8 +213,7 @@ EntryEdit editEntry(const Station& station, EditedText& text, const SetValue& ed
 EntryEdit editEntry(const Station& station, EditedText& text, const NoteChannel& edit)
 {
     requireModule(station, text.entry(edit.entry), "channel");
-    const IsChannel isChannel = meantChannel(station, edit);
-    const std::string key = noteKey(text.entry(edit.entry), isChannel, edit.channel);
+    const std::string key = noteKey(text.entry(edit.entry), meantChannel(station, edit));
     EntryEditor(text, edit.entry)
         .state({"channels", key},
                {{"alias", noteText(edit.alias)}, {"comment", noteText(edit.comment)}});

@@ -424,6 +424,20 @@ TEST(StationEdit, NotesChannels)
               "modules: [{module: MX0304.bin}]");
 }
 
+// In MX0602, channel #24 is "State 1", #23 and #30 are both "Gate 1 open".
+TEST(StationEdit, StatesNewNotesUnderTheBestWord)
+{
+    const std::string row = "modules:\n- MX0602.bin\n";
+    const auto noted = [](const std::string& note) {
+        return "modules:\n- module: MX0602.bin\n  channels:\n    " + note + "\n";
+    };
+    EXPECT_EQ(after(row, NoteChannel{0, "#24", "S_1", ""}), noted("State 1: {alias: S_1}"));
+    EXPECT_EQ(after(row, NoteChannel{0, "1", "S_1", ""}), noted("State 1: {alias: S_1}"));
+    EXPECT_EQ(after(row, NoteChannel{0, "#30", "G_1", ""}), noted("\"#30\": {alias: G_1}"));
+    EXPECT_EQ(after(noted("1 State 1: {alias: S_1}"), NoteChannel{0, "#24", "S_2", ""}),
+              noted("1 State 1: {alias: S_2}"));
+}
+
 TEST(StationEdit, RejectsWhatDoesNotExist)
 {
     const std::string row = "modules: [MX0304.bin, {reserve: {in: 2}}]";

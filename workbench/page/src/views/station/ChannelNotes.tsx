@@ -16,13 +16,6 @@ interface Noted extends UnplacedChannel {
   symbol: string;
 }
 
-/** The name by which a station states a channel: its own, or its identifier if that is not clear. */
-function callName(channel: Noted, all: readonly Noted[]): string {
-  const isClear = channel.name !== "" && !/^[\d#]/.test(channel.name)
-    && all.filter((one) => one.name === channel.name).length === 1;
-  return isClear ? channel.name : `#${channel.id}`;
-}
-
 function channelsOf(all: StationChannels, position: number): Noted[] {
   const placed = all.channels.filter((one) => one.module === position);
   const others = all.without_symbol.filter((one) => one.module === position);
@@ -32,7 +25,6 @@ function channelsOf(all: StationChannels, position: number): Noted[] {
 
 interface RowProps {
   entry: number;
-  name: string;
   channel: Noted;
 }
 
@@ -46,14 +38,14 @@ function latestNote(entry: number, id: string): Pick<Noted, "alias" | "comment">
 
 const sourceOf = (entry: number, id: string): string => `channel ${entry} ${id}`;
 
-const NoteRow = memo(function NoteRow({ entry, name, channel }: RowProps) {
+const NoteRow = memo(function NoteRow({ entry, channel }: RowProps) {
   const { alias, comment, id, symbol } = channel;
   const source = sourceOf(entry, id);
   const refused = useStore(draft, (value) => (value.refused?.source === source ? value.refused : null));
   const note = (now: { alias: string } | { comment: string }): void => {
     void makeNextChange(() => {
       const both = { ...latestNote(entry, id), ...now };
-      return [{ kind: "channel", entry, channel: name, ...both }, { source, text: both.alias }];
+      return [{ kind: "channel", entry, channel: `#${id}`, ...both }, { source, text: both.alias }];
     });
   };
   const { name: column, symbol: address, alias: aliasWord, comment: commentWord } = words.columns;
@@ -74,13 +66,15 @@ const NoteRow = memo(function NoteRow({ entry, name, channel }: RowProps) {
         <RefusedAt source={source} id={`note-${entry}-${id}`} />
       </td>
       <td data-label={commentWord}>
-        <EditedText label={words.commentOf(channel.name)} value={comment} onCommit={(text) => note({ comment: text.trim() })} />
+        {symbol !== "" && (
+          <EditedText label={words.commentOf(channel.name)} value={comment} onCommit={(text) => note({ comment: text.trim() })} />
+        )}
       </td>
     </tr>
   );
 });
 
-/** The channels of a module, with alias and comment to be edited. */
+/** The channels of a module, with alias and comment to be edited; a note on a channel without address has no effect. */
 export function ChannelNotes({ entry, channels }: { entry: Entry; channels: StationChannels }) {
   const position = entry.position ?? 0;
   const own = useMemo(() => channelsOf(channels, position), [channels, position]);
@@ -96,7 +90,7 @@ export function ChannelNotes({ entry, channels }: { entry: Entry; channels: Stat
       </thead>
       <tbody>
         {own.map((channel) => (
-          <NoteRow key={`${entry.index} ${channel.id}`} entry={entry.index} name={callName(channel, own)} channel={channel} />
+          <NoteRow key={`${entry.index} ${channel.id}`} entry={entry.index} channel={channel} />
         ))}
       </tbody>
     </table>
