@@ -51,14 +51,17 @@ Finding reasonOf(const mxmodule::Failure& failure, const std::string& file)
     const auto first = std::find_if(all.begin(), all.end(), isError);
     const auto count = std::count_if(all.begin(), std::prev(all.end()), isError);
     Finding finding = first == all.end() ? failure.reason() : *first;
-    if (!finding.place.empty()) {
-        finding.text = finding.place + ": " + finding.text;
-    }
     if (count > 1) {
         finding.hint =
             fmt::format("mxtool check {} lists all {} errors", text::abbreviated(file), count);
     }
     return finding;
+}
+
+// In a station the place of a finding is that of the reference.
+std::string withPlace(const Finding& finding)
+{
+    return finding.place.empty() ? finding.text : finding.place + ": " + finding.text;
 }
 
 // The mx files and text forms in the directory of `path`, by the names that a station may use.
@@ -147,7 +150,7 @@ ModuleSource::find(const std::string& reference, const SourcePlace& place, Stati
     }
     if (!found->second.file) {
         const Finding& finding = found->second.finding;
-        errors.add(place, finding.text, finding.hint, finding.accepted);
+        errors.add(place, withPlace(finding), finding.hint, finding.accepted);
     }
     return found->second.file;
 }
@@ -221,7 +224,9 @@ ModuleSource::Found ModuleSource::readFromFolder(const std::string& reference) c
 
 std::string ModuleSource::directoryInFolder() const
 {
-    return isFile ? options.folder->nameOf(directory.empty() ? "." : directory) : std::string();
+    const std::string name =
+        isFile ? options.folder->nameOf(directory.empty() ? "." : directory) : std::string();
+    return name == "." ? std::string() : name; // for names without "./"
 }
 
 ModuleSource::Found ModuleSource::readRecord(const std::string& moduleId)

@@ -17,6 +17,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 
 std::vector<std::string> errorsIn(const std::string& source)
@@ -465,6 +466,25 @@ TEST(StationReader, findsAModuleAsAStationDoes)
         FAIL() << "there is such a module";
     } catch (const mxmodule::Failure& failure) {
         EXPECT_THAT(failure.reason().accepted, Contains("MX0304.bin"));
+    }
+}
+
+// In a station the same text begins with the place of the file, as its own is in the station.
+TEST(StationReader, saysThePlaceInAModuleOnce)
+{
+    const testkit::TemporaryDirectory directory;
+    const std::string file = directory.path("empty.yaml");
+    std::ofstream(file) << "groups: 1\n";
+    try {
+        mxstation::moduleOf("empty.yaml", directory.path("station.yaml"));
+        FAIL() << "there is such a module";
+    } catch (const mxmodule::Failure& failure) {
+        EXPECT_THAT(failure.reason().place, testing::StartsWith(file));
+        EXPECT_THAT(failure.reason().text, Not(HasSubstr(file)));
+        const auto station =
+            mxstation::stationOf("modules: [empty.yaml]\n", directory.path("station.yaml"));
+        ASSERT_THAT(station.findings, SizeIs(1));
+        EXPECT_EQ(station.findings[0].text, failure.reason().place + ": " + failure.reason().text);
     }
 }
 

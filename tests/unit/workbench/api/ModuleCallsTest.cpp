@@ -149,6 +149,10 @@ TEST_F(ModuleCalls, NameAModuleThatIsMissing)
 {
     EXPECT_THAT(failure("POST", "/module", {{"reference", "MX0305.bin"}}, 422)[0],
                 HasSubstr("did you mean \"MX0304.bin\""));
+    const Json answered = call("POST", "/module", {{"reference", "MX0305.bin"}}, 422);
+    EXPECT_EQ(answered.at("findings")[0].at("place"), "MX0305.bin");
+    EXPECT_THAT(answered.at("findings")[0].at("text").get<std::string>(),
+                testing::StartsWith("Cannot read the file: "));
 }
 
 } // namespace
