@@ -38,7 +38,7 @@ Response changedAnswer(const OpenedStation& station, const FileChanged& changed)
         mxmodule::Severity::Error, station.path(), changed.what(),
         "take over the changes, or save your text under another name"};
     return AnswerText()
-        .add("findings", findingsJson({finding}))
+        .add("findings", findingsJson({finding}, station.path()))
         .add("text", textOf(station, changed.present()))
         .add("version", changed.present().version)
         .response(status::conflict);

@@ -36,16 +36,30 @@ struct LineAndColumn
     std::optional<unsigned> column;
 };
 
+// Whether `place` is `file`, or in it.
+bool isIn(const std::string& file, const std::string& place)
+{
+    return !file.empty() && place.compare(0, file.size(), file) == 0 &&
+           (place.size() == file.size() || place[file.size()] == ':');
+}
+
 // Of the place "FILE:LINE:COLUMN".
 LineAndColumn placeIn(const std::string& file, const std::string& place)
 {
     LineAndColumn found;
-    if (!file.empty() && place.compare(0, file.size(), file) == 0) {
+    if (isIn(file, place)) {
         std::string_view rest = std::string_view(place).substr(file.size());
         found.line = takeNumber(rest);
         found.column = takeNumber(rest);
     }
     return found;
+}
+
+// Without the directory of `file`: where the station is on its computer concerns no reader of the
+// page.
+std::string shownPlace(const std::string& file, const std::string& place)
+{
+    return isIn(file, place) ? place.substr(file.find_last_of('/') + 1) : place;
 }
 
 std::size_t bytesOf(const mxmodule::Finding& finding)
@@ -68,7 +82,7 @@ text::Json findingJson(const mxmodule::Finding& finding, const std::string& file
 {
     const LineAndColumn where = placeIn(file, finding.place);
     return {{"severity", mxmodule::severityName(finding.severity)},
-            {"place", text::toUtf8(finding.place)},
+            {"place", text::toUtf8(shownPlace(file, finding.place))},
             {"line", orNull(where.line)},
             {"column", orNull(where.column)},
             {"text", text::toUtf8(finding.text)},

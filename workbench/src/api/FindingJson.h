@@ -8,8 +8,9 @@
 
 namespace workbench {
 
-/// Returns `finding` as an object. `line` and `column`, from 1, are those in `file`, if its place
-/// is in that file; otherwise null.
+/// Returns `finding` as an object. If its place is in the file at the path `file`, it is named
+/// without its directory, and `line` and `column`, from 1, are those in it; otherwise they are
+/// null.
 text::Json findingJson(const mxmodule::Finding& finding, const std::string& file = {});
 
 /// Returns the list of `findings`; after 1 MiB of texts a note says how many are left out.

@@ -51,7 +51,7 @@ text::Json workJson(const OnlineState& state)
     return {{"kind", name}, {"done", state.done}, {"total", state.total}};
 }
 
-std::string differenceText(const std::optional<ShownDifference>& shown)
+std::string differenceText(const std::optional<ShownDifference>& shown, const std::string& file)
 {
     if (!shown) {
         return "";
@@ -62,7 +62,7 @@ std::string differenceText(const std::optional<ShownDifference>& shown)
         .add("version", shown->version)
         .add("isPlan", shown->isPlan)
         .add("question", text::toUtf8(difference.question()))
-        .add("identityErrors", findingsJson(difference.identityErrors()))
+        .add("identityErrors", findingsJson(difference.identityErrors(), file))
         .addText("difference", difference.json())
         .text();
 }
@@ -80,7 +80,7 @@ text::Json liveValueJson(const LiveValue& live)
             {"isChanged", live.isChanged}};
 }
 
-text::Json liveJson(const std::optional<LiveValues>& live)
+text::Json liveJson(const std::optional<LiveValues>& live, const std::string& file)
 {
     if (!live) {
         return {};
@@ -88,7 +88,7 @@ text::Json liveJson(const std::optional<LiveValues>& live)
     return {{"version", live->version},
             {"time", live->time},
             {"values", text::listJson(live->values, liveValueJson)},
-            {"findings", findingsJson(live->findings)}};
+            {"findings", findingsJson(live->findings, file)}};
 }
 
 // Work goes on; the state has what becomes of it.
@@ -129,6 +129,7 @@ Response onlineStateCall(const CallContext& context, const Request& request)
     OnlineSession& session = sessionOf(context);
     const std::uint64_t known = sequenceIn(request);
     const OnlineState state = session.state();
+    const std::string file = context.workplace.stationName();
     AnswerText answer;
     answer.add("sequence", state.sequence).add("isNew", state.sequence != known);
     if (state.sequence == known) {
@@ -137,10 +138,10 @@ Response onlineStateCall(const CallContext& context, const Request& request)
     return answer.add("target", session.target())
         .add("connection", connectionName(state.connection))
         .add("work", workJson(state))
-        .add("findings", findingsJson(state.findings))
-        .addText("plan", differenceText(state.difference))
+        .add("findings", findingsJson(state.findings, file))
+        .addText("plan", differenceText(state.difference, file))
         .addText("report", state.report ? state.report->json() : "")
-        .add("live", liveJson(state.live))
+        .add("live", liveJson(state.live, file))
         .add("traffic", mxonline::trafficText(state.traffic))
         .response();
 }

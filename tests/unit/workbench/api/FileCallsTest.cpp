@@ -53,6 +53,7 @@ TEST_F(FileCalls, NeverOverwriteAChangedFile)
     EXPECT_EQ(refused.at("version"), text::sha256(theirs));
     EXPECT_EQ(refused.at("findings")[0].at("text"),
               "The file was changed by another program, and is not overwritten");
+    EXPECT_EQ(refused.at("findings")[0].at("place"), "row.yaml");
     EXPECT_EQ(onDisk(), theirs);
 
     call("PUT", "/file", {{"text", savedText}, {"from", refused.at("version")}});

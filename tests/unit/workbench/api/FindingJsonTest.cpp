@@ -28,6 +28,18 @@ TEST(FindingJson, HasNoPlaceInAnotherFile)
     EXPECT_TRUE(findingJson({Severity::Error, ":1:2", "text"}).at("line").is_null());
 }
 
+TEST(FindingJson, NamesTheFileWithoutItsDirectory)
+{
+    const auto placeOf = [](const std::string& place, const std::string& file) {
+        return findingJson({Severity::Error, place, "text"}, file).at("place");
+    };
+    EXPECT_EQ(placeOf("/a/b.yaml:12:7", "/a/b.yaml"), "b.yaml:12:7");
+    EXPECT_EQ(placeOf("/a/b.yaml", "/a/b.yaml"), "b.yaml");
+    EXPECT_EQ(placeOf("b.yaml:1", "b.yaml"), "b.yaml:1");
+    EXPECT_EQ(placeOf("modules/c.bin:0x01", "/a/b.yaml"), "modules/c.bin:0x01");
+    EXPECT_EQ(placeOf("/a/b.yaml.bin", "/a/b.yaml"), "/a/b.yaml.bin");
+}
+
 TEST(FindingJson, HasTextsInUtf8)
 {
     Finding finding = {Severity::Error, "", "\xB0"};
