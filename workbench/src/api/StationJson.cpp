@@ -3,6 +3,9 @@
 #include <text/JsonText.h>
 #include <text/Utf8.h>
 
+#include <cstdint>
+#include <vector>
+
 namespace workbench {
 
 namespace {
@@ -39,32 +42,60 @@ text::Json noteJson(const mxstation::ChannelNote& note)
             {"comment", text::toUtf8(note.comment)}};
 }
 
-text::Json positionJson(const mxstation::Plan& plan, std::size_t entry)
+// Where the plan has an entry.
+struct PlannedEntry
 {
-    for (const mxstation::PlannedModule& module : plan.modules) {
-        if (module.entry == entry) {
-            return module.position;
+    std::size_t position = 0; // from 1; 0: no module
+    mxstation::ImageBytes input;
+    mxstation::ImageBytes output;
+};
+
+constexpr std::uint64_t bitsOfByte = 8;
+
+std::vector<PlannedEntry> plannedEntries(std::size_t count, const mxstation::Plan& plan)
+{
+    std::vector<PlannedEntry> entries(count);
+    for (const mxstation::Gap& gap : plan.gaps) {
+        if (gap.entry) {
+            PlannedEntry& entry = entries.at(*gap.entry);
+            (gap.isInput ? entry.input : entry.output) = {gap.firstBit / bitsOfByte,
+                                                          gap.bits / bitsOfByte};
         }
     }
-    return {};
+    for (const mxstation::PlannedModule& module : plan.modules) {
+        entries.at(module.entry) = {module.position, module.input, module.output};
+    }
+    return entries;
+}
+
+text::Json extentJson(const mxstation::ImageBytes& bytes)
+{
+    return bytes.size == 0 ? text::Json()
+                           : text::Json{{"offset", bytes.offset}, {"size", bytes.size}};
+}
+
+text::Json entryJson(std::size_t index, const mxstation::Entry& entry, const PlannedEntry& planned)
+{
+    return {{"index", index},
+            {"position", planned.position == 0 ? text::Json() : text::Json(planned.position)},
+            {"planned", {{"in", extentJson(planned.input)}, {"out", extentJson(planned.output)}}},
+            {"reference", text::toUtf8(entry.reference)},
+            {"name", text::toUtf8(entry.name)},
+            {"reserve", reserveJson(entry.reserve)},
+            {"at", bytesJson(entry.at)},
+            {"line", entry.place.line},
+            {"parameters", text::listJson(entry.parameters, valueJson)},
+            {"channels", text::listJson(entry.channels, noteJson)}};
 }
 
 } // namespace
 
 text::Json entriesJson(const mxstation::Station& station, const mxstation::Plan& plan)
 {
+    const auto planned = plannedEntries(station.entries.size(), plan);
     text::Json list = text::Json::array();
     for (std::size_t i = 0; i < station.entries.size(); ++i) {
-        const mxstation::Entry& entry = station.entries[i];
-        list.push_back({{"index", i},
-                        {"position", positionJson(plan, i)},
-                        {"reference", text::toUtf8(entry.reference)},
-                        {"name", text::toUtf8(entry.name)},
-                        {"reserve", reserveJson(entry.reserve)},
-                        {"at", bytesJson(entry.at)},
-                        {"line", entry.place.line},
-                        {"parameters", text::listJson(entry.parameters, valueJson)},
-                        {"channels", text::listJson(entry.channels, noteJson)}});
+        list.push_back(entryJson(i, station.entries[i], planned[i]));
     }
     return list;
 }

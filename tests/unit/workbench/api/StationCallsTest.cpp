@@ -77,6 +77,7 @@ TEST_F(StationCalls, StateTheEntries)
     EXPECT_EQ(entries[1],
               Json({{"index", 1},
                     {"position", 2},
+                    {"planned", {{"in", {{"offset", 2}, {"size", 8}}}, {"out", nullptr}}},
                     {"reference", "MX0304.bin"},
                     {"name", "Levels"},
                     {"reserve", nullptr},
@@ -87,6 +88,20 @@ TEST_F(StationCalls, StateTheEntries)
     EXPECT_EQ(entries[2].at("reserve"), Json({{"in", 4}, {"out", nullptr}, {"name", "later"}}));
     EXPECT_TRUE(entries[2].at("position").is_null());
     EXPECT_EQ(entries[3].at("position"), 3);
+}
+
+// Two places of one size and name.
+TEST_F(StationCalls, StateTheBytesOfEachReservedPlace)
+{
+    const std::string text = "modules:\n- reserve: {in: 4, out: 2}\n"
+                             "- {reserve: {in: 4}, at: {in: 8}}\n";
+    const Json entries = call("POST", "/station", {{"text", text}}).at("entries");
+    EXPECT_EQ(entries[0].at("planned"),
+              Json({{"in", {{"offset", 0}, {"size", 4}}}, {"out", {{"offset", 0}, {"size", 2}}}}));
+    EXPECT_EQ(entries[1].at("planned"),
+              Json({{"in", {{"offset", 8}, {"size", 4}}}, {"out", nullptr}}));
+    const Json wrong = call("POST", "/station", {{"text", text + "- reserve: {}\n"}});
+    EXPECT_EQ(wrong.at("entries")[0].at("planned"), Json({{"in", nullptr}, {"out", nullptr}}));
 }
 
 TEST_F(StationCalls, DescribeTheShownModule)

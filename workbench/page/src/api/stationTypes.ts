@@ -69,6 +69,8 @@ export interface ChannelNote {
 export interface Entry {
   index: number;
   position: number | null;
+  /** Its bytes in the images; null: none, or the text has errors. */
+  planned: { in: Extent | null; out: Extent | null };
   reference: string;
   name: string;
   reserve: { in: number | null; out: number | null; name: string } | null;

@@ -4,8 +4,6 @@ import type { Entry, Extent, Gap, StationAnswer, StationModule, StationPlan } fr
 
 type Side = "in" | "out";
 
-const sides: readonly Side[] = ["in", "out"];
-
 /** Bytes of one image that belong to no module. */
 export interface GapPart {
   side: Side;
@@ -32,19 +30,6 @@ export interface Row {
   after: readonly GapPart[];
 }
 
-function extentOf(module: StationModule, side: Side): Extent | null {
-  return module[side].size > 0 ? module[side] : null;
-}
-
-/** Takes the gap of a reserved place from `left`: the first of its name and size. */
-function takeReserved(left: Gap[], entry: Entry, side: Side): Extent | null {
-  const { reserve } = entry;
-  const index = left.findIndex((gap) =>
-    gap.image === side && gap.name === reserve?.name && gap.size === reserve[side]);
-  const [found] = index < 0 ? [] : left.splice(index, 1);
-  return found === undefined ? null : { offset: found.offset, size: found.size };
-}
-
 function isOfNoEntry(gap: Gap): boolean {
   return gap.module === null && (gap.reason === "padding" || gap.reason === "status");
 }
@@ -60,8 +45,8 @@ function follower(places: readonly Place[], gap: Gap): Place | undefined {
   return next;
 }
 
-function unplanned(entry: Entry): Place {
-  return { entry, module: null, in: null, out: null, before: [], bitsWithoutChannel: 0 };
+function placeOf(entry: Entry): Place {
+  return { entry, module: null, in: entry.planned.in, out: entry.planned.out, before: [], bitsWithoutChannel: 0 };
 }
 
 function bitsWithoutChannel(plan: StationPlan, position: number): number {
@@ -69,29 +54,17 @@ function bitsWithoutChannel(plan: StationPlan, position: number): number {
   return own.reduce((sum, gap) => sum + gap.bits, 0);
 }
 
-function plannedPlaces(entries: readonly Entry[], plan: StationPlan): Place[] {
-  const reserved = plan.gaps.filter((gap) => gap.reason === "reserved" && gap.module === null);
-  return entries.map((entry) => {
-    const module = plan.modules[(entry.position ?? 0) - 1];
-    if (module === undefined) {
-      const [input, output] = sides.map((side) => takeReserved(reserved, entry, side));
-      return { ...unplanned(entry), in: input ?? null, out: output ?? null };
-    }
-    return {
-      ...unplanned(entry),
-      module,
-      in: extentOf(module, "in"),
-      out: extentOf(module, "out"),
-      bitsWithoutChannel: bitsWithoutChannel(plan, module.position),
-    };
-  });
+function plannedPlace(entry: Entry, plan: StationPlan): Place {
+  const module = plan.modules[(entry.position ?? 0) - 1] ?? null;
+  const own = module === null ? 0 : bitsWithoutChannel(plan, module.position);
+  return { ...placeOf(entry), module, bitsWithoutChannel: own };
 }
 
 /** Returns the row of an answer; without addresses if its text has errors. */
 export function rowOf(answer: StationAnswer): Row {
   const { plan, entries } = answer;
-  if (plan === null) return { places: entries.map(unplanned), after: [] };
-  const places = plannedPlaces(entries, plan);
+  if (plan === null) return { places: entries.map(placeOf), after: [] };
+  const places = entries.map((entry) => plannedPlace(entry, plan));
   const after: GapPart[] = [];
   const before = new Map<Place, GapPart[]>(places.map((place) => [place, []]));
   for (const gap of plan.gaps.filter(isOfNoEntry)) {
