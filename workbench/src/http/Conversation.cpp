@@ -3,8 +3,9 @@
 #include "http/Refusal.h"
 #include "http/RequestTarget.h"
 
+#include <text/WholeNumber.h>
+
 #include <algorithm>
-#include <charconv>
 #include <exception>
 #include <utility>
 
@@ -28,12 +29,7 @@ MHD_Result addField(void* fields, MHD_ValueKind /*kind*/, const char* name, std:
 std::size_t statedLength(const RequestHead& head)
 {
     const auto values = head.valuesOf("Content-Length");
-    std::size_t length = 0;
-    if (!values.empty()) {
-        static_cast<void>(std::from_chars(values.front().data(),
-                                          values.front().data() + values.front().size(), length));
-    }
-    return length;
+    return values.empty() ? 0 : text::wholeNumber<std::size_t>(values.front()).value_or(0);
 }
 
 // The HTTP library takes a value for a text that ends with a NUL byte: what follows such a byte in

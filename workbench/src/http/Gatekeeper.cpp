@@ -6,9 +6,9 @@
 #include "http/Token.h"
 
 #include <Poco/String.h>
+#include <text/WholeNumber.h>
 
 #include <algorithm>
-#include <charconv>
 
 namespace workbench {
 
@@ -55,14 +55,6 @@ bool isJson(std::string type)
     Poco::toLowerInPlace(type);
     const std::size_t end = type.find(';');
     return Poco::trim(type.substr(0, end)) == "application/json";
-}
-
-std::optional<std::size_t> wholeNumber(const std::string& text)
-{
-    std::size_t number = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-    return read.ec == std::errc() && read.ptr == text.data() + text.size() ? std::optional(number)
-                                                                           : std::nullopt;
 }
 
 } // namespace
@@ -184,7 +176,8 @@ Verdict Gatekeeper::refusalOfContent(const RequestHead& head) const
     if (lengths.empty()) {
         return std::nullopt;
     }
-    const auto length = lengths.size() == 1 ? wholeNumber(lengths.front()) : std::nullopt;
+    const auto length =
+        lengths.size() == 1 ? text::wholeNumber<std::size_t>(lengths.front()) : std::nullopt;
     if (!length) {
         return refusal(400, "the length of the body is not a whole number",
                        "send one Content-Length");
