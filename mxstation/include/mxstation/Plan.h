@@ -119,4 +119,9 @@ struct Plan
 /// is a warning: addresses are those of the parser all the same.
 MXSTATION_API Plan plan(const Station& station);
 
+/// Returns the name that a plan gives to each entry of `station`, in their order, also with errors:
+/// its own, or for a module without one that of its file or identifier, made unique with _2, _3,
+/// ...; empty for a reserved place.
+MXSTATION_API std::vector<std::string> entryNames(const Station& station);
+
 } // namespace mxstation

@@ -20,6 +20,12 @@ std::string nameOfReference(const Entry& entry)
     return stem.empty() ? "Module" : stem;
 }
 
+// A module that cannot be read has a reference.
+bool isReservedPlace(const Entry& entry)
+{
+    return !entry.module && entry.reference.empty();
+}
+
 // The names that the station states, each once.
 std::set<std::string> ownNames(const Station& station, PlanFindings& findings)
 {
@@ -49,7 +55,7 @@ std::vector<std::string> entryNames(const Station& station, PlanFindings& findin
     std::vector<std::string> names;
     names.reserve(station.entries.size());
     for (const Entry& entry : station.entries) {
-        if (!entry.name.empty() || !entry.module) {
+        if (!entry.name.empty() || isReservedPlace(entry)) {
             names.push_back(entry.name);
             continue;
         }
@@ -63,6 +69,12 @@ std::vector<std::string> entryNames(const Station& station, PlanFindings& findin
         names.push_back(name);
     }
     return names;
+}
+
+std::vector<std::string> entryNames(const Station& station)
+{
+    PlanFindings ignored(station);
+    return entryNames(station, ignored);
 }
 
 } // namespace mxstation

@@ -151,6 +151,20 @@ TEST(Plan, namesModulesByTheirFiles)
     EXPECT_EQ(plan.modules[3].entry, 4U);
 }
 
+TEST(Plan, namesEntriesOfAStationWithErrors)
+{
+    const mxstation::Station station =
+        stationWith("modules:\n"
+                    "  - MX0108.bin\n"
+                    "  - gone/MX9999.bin\n"
+                    "  - {reserve: {in: 1, name: later}}\n"
+                    "  - {module: MX0208.bin, name: Pumps, parameters: {none: 1}}\n"
+                    "  - MX0108.bin\n");
+    ASSERT_FALSE(mxstation::plan(station).ok());
+    EXPECT_THAT(mxstation::entryNames(station),
+                ElementsAre("MX0108", "MX9999", "", "Pumps", "MX0108_2"));
+}
+
 TEST(Plan, listsChannelsWithoutAnAddress)
 {
     const auto plan = planWith("modules: [MX0108.bin, MX0602.bin]");

@@ -26,6 +26,17 @@ async function openWithLines(t, change) {
 }
 
 module.exports = {
+  async "entries keep their names while the text has errors"(t) {
+    const page = await t.open(await t.sharedServer("stations/pump-house.yaml", "--folder", "."));
+    const view = await StationView.on(page);
+    const names = ["MX0116", "Levels", "flow meter", "Pumps"];
+    await view.type(t.shared.read("stations/pump-house.yaml").replace("9.9 V", "11 V"));
+    await soonHas("findings", () => view.findings(), "Upper limit");
+    equal("entries", await view.names(), names);
+    await page.fillField("Name", "Tanks", "Enter", ".entry-head");
+    await soon("entries", () => view.names(), ["Tanks", ...names.slice(1)]);
+  },
+
   async "typed text changes the row"(t) {
     const { view } = await open(t);
     const text = (await view.text()).replace("- ../modules/MX0116.yaml", "- ../modules/MX0108.yaml\n  - ../modules/MX0204.yaml");

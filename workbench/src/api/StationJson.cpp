@@ -4,6 +4,7 @@
 #include <text/Utf8.h>
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace workbench {
@@ -74,13 +75,15 @@ text::Json extentJson(const mxstation::ImageBytes& bytes)
                            : text::Json{{"offset", bytes.offset}, {"size", bytes.size}};
 }
 
-text::Json entryJson(std::size_t index, const mxstation::Entry& entry, const PlannedEntry& planned)
+text::Json entryJson(std::size_t index, const mxstation::Entry& entry,
+                     const std::string& plannedName, const PlannedEntry& planned)
 {
     return {{"index", index},
             {"position", planned.position == 0 ? text::Json() : text::Json(planned.position)},
             {"planned", {{"in", extentJson(planned.input)}, {"out", extentJson(planned.output)}}},
             {"reference", text::toUtf8(entry.reference)},
             {"name", text::toUtf8(entry.name)},
+            {"plannedName", text::toUtf8(plannedName)},
             {"reserve", reserveJson(entry.reserve)},
             {"at", bytesJson(entry.at)},
             {"line", entry.place.line},
@@ -93,9 +96,10 @@ text::Json entryJson(std::size_t index, const mxstation::Entry& entry, const Pla
 text::Json entriesJson(const mxstation::Station& station, const mxstation::Plan& plan)
 {
     const auto planned = plannedEntries(station.entries.size(), plan);
+    const std::vector<std::string> names = mxstation::entryNames(station);
     text::Json list = text::Json::array();
     for (std::size_t i = 0; i < station.entries.size(); ++i) {
-        list.push_back(entryJson(i, station.entries[i], planned[i]));
+        list.push_back(entryJson(i, station.entries[i], names[i], planned[i]));
     }
     return list;
 }

@@ -80,6 +80,7 @@ TEST_F(StationCalls, StateTheEntries)
                     {"planned", {{"in", {{"offset", 2}, {"size", 8}}}, {"out", nullptr}}},
                     {"reference", "MX0304.bin"},
                     {"name", "Levels"},
+                    {"plannedName", "Levels"},
                     {"reserve", nullptr},
                     {"at", none},
                     {"line", 5},

@@ -73,6 +73,8 @@ export interface Entry {
   planned: { in: Extent | null; out: Extent | null };
   reference: string;
   name: string;
+  /** Its own or that of its file; "" of a reserved place. */
+  plannedName: string;
   reserve: { in: number | null; out: number | null; name: string } | null;
   at: { in: number | null; out: number | null };
   line: number;

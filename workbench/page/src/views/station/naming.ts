@@ -2,15 +2,9 @@ import type { Entry } from "../../api/stationTypes";
 import { texts } from "../../texts";
 import type { Place } from "./rowPlaces";
 
-/** Returns the last part of a path. */
-function fileNameOf(reference: string): string {
-  return reference.slice(reference.lastIndexOf("/") + 1);
-}
-
-/** Returns how an entry is called before it is planned. */
+/** Returns how an entry is called, in a text with errors too. */
 export function entryName(entry: Entry): string {
-  if (entry.name !== "") return entry.name;
-  if (entry.reference !== "") return fileNameOf(entry.reference);
+  if (entry.plannedName !== "") return entry.plannedName;
   return entry.reserve?.name !== undefined && entry.reserve.name !== "" ? entry.reserve.name : texts.station.reserved;
 }
 
