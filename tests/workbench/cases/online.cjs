@@ -175,6 +175,37 @@ module.exports = {
     await soon("values", () => view.values(), {});
   },
 
+  async "times are those of the clock of the person, as stated in the title"(t) {
+    const { page, view, json } = await open(t);
+    await page.page.emulateTimezone("Asia/Kolkata"); // 5 h 30 min before UTC, no summer time
+    await page.evaluate(() => {
+      // A day later for the page from here on: what is stated is of yesterday.
+      const dayMs = 86_400_000;
+      const Now = Date;
+      window.setLater = () => {
+        window.Date = class extends Now {
+          constructor(...given) {
+            super(...(given.length === 0 ? [Now.now() + dayMs] : given));
+          }
+        };
+      };
+    });
+    const local = (iso) => new Date(Date.parse(iso) + 19_800_000).toISOString();
+    await page.click("button", "Read live values");
+    const shown = () => page.evaluate(() => {
+      const time = document.querySelector(".live-values time");
+      return [time.title, time.innerText];
+    });
+    const [iso, text] = await untilMet("time of the sample", shown, ([title]) => /^\d{4}-.*Z$/.test(title), "a time");
+    equal("time of day", text, local(iso).slice(11, 19));
+    await page.evaluate(() => window.setLater());
+    await view.compare("Plan", await json("plan"));
+    await view.agreeWith("yes");
+    await page.page.waitForSelector(".report time");
+    const [begun, said] = await page.evaluate(() => [".report time"].map((one) => document.querySelector(one)).flatMap((one) => [one.title, one.innerText]));
+    equal("day and time", said, `${local(begun).slice(0, 10)} ${local(begun).slice(11, 19)}`);
+  },
+
   async "live values of chosen channels alone"(t) {
     const { page, view, json } = await open(t);
     await page.fillField("Modules and channels", "Levels", "Enter");

@@ -471,7 +471,7 @@ export const texts = {
         module: "Module", parameter: "Parameter", register: "Register", before: "Before", planned: "Planned",
         now: "Now", outcome: "Outcome",
       },
-      times: (started: string, finished: string) => `${started} to ${finished}`,
+      until: "to",
     },
 
     live: {
@@ -486,8 +486,8 @@ export const texts = {
       columns: { module: "Module", channel: "Channel", symbol: "Address", value: "Value", hex: "Hexadecimal" },
       changed: "changed: ",
       noSample: "No sample yet",
-      at: (time: string) => `Sample of ${time}`,
-      stale: (time: string) => `Not live: nothing newer came for more than 3 seconds. ${time}`,
+      at: "Sample of",
+      stale: "Not live: nothing newer came for more than 3 seconds.",
       otherText: "The channels are those of another text than the station has now: read again.",
     },
   },

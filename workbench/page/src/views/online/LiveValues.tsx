@@ -2,6 +2,7 @@ import { useEffect, useState } from "preact/hooks";
 import { connection } from "../../api/client";
 import type { LiveValue, OnlineLive } from "../../api/onlineTypes";
 import { Findings } from "../../parts/Findings";
+import { Moment } from "../../parts/Moment";
 import { memo } from "../../parts/memo";
 import { useStore } from "../../state/store";
 import { texts } from "../../texts";
@@ -45,10 +46,12 @@ function Values({ live }: { live: OnlineLive }) {
   const isStale = useStale();
   const version = useStore(draft, (value) => value.answer?.version ?? "");
   const { columns } = words;
-  const time = live.time === "" ? words.noSample : words.at(live.time);
   return (
     <>
-      <p class={isStale ? "stale-values" : "faint"}>{isStale ? words.stale(time) : time}</p>
+      <p class={isStale ? "stale-values" : "faint"}>
+        {isStale && `${words.stale} `}
+        {live.time === "" ? words.noSample : <>{words.at} <Moment time={live.time} /></>}
+      </p>
       {live.version !== version && <p class="stale-values">{words.otherText}</p>}
       <Findings findings={live.findings} />
       {live.values.length > 0 && (

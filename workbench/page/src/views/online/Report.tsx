@@ -3,6 +3,7 @@ import type { ApplyReport, ReportModule } from "../../api/onlineTypes";
 import { Findings } from "../../parts/Findings";
 import { Headings } from "../../parts/Headings";
 import { Menu } from "../../parts/Menu";
+import { Moment } from "../../parts/Moment";
 import { download } from "../../parts/download";
 import { texts } from "../../texts";
 import { registerText } from "./registers";
@@ -53,7 +54,7 @@ export function Report({ report }: { report: ApplyReport }) {
       <Findings findings={findings} />
       {isSome && <Written modules={report.modules} />}
       <ul class="facts">{report.notes.map((note) => <li key={note}>{note}</li>)}</ul>
-      <p class="faint">{words.times(report.started, report.finished)} · <span class="mono">{report.station_sha256}</span></p>
+      <p class="faint"><Moment time={report.started} /> {words.until} <Moment time={report.finished} /> · <span class="mono">{report.station_sha256}</span></p>
     </section>
   );
 }
