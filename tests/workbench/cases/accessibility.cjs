@@ -101,7 +101,7 @@ module.exports = {
       },
       "menu": async (page) => {
         await page.press("Escape");
-        await page.click("button", "MX0116", "[role=group][aria-label=Actions]");
+        await page.click("button", "Selected: MX0116", "[role=group][aria-label=Actions]");
       },
       "pin": async (page) => {
         await page.click("[role=menuitem]", "Pin to addresses …");

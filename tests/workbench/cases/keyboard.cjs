@@ -102,14 +102,15 @@ module.exports = {
   async "a menu is used by arrows, Enter and Escape"(t) {
     const page = await t.open(await t.sharedServer(...call));
     const view = await StationView.on(page);
-    const menu = await page.find("button", "MX0116", "[role=group][aria-label=Actions]");
+    const menu = await page.find("button", "Selected: MX0116", "[role=group][aria-label=Actions]");
     await menu.focus();
     await page.press("Enter");
     await soon("focus", () => page.focused(), "Move before");
     await page.press("Escape");
-    await soon("focus", () => page.focused(), "MX0116");
+    await soon("focus", () => page.focused(), "Selected: MX0116");
     await page.press("Enter");
     await soon("focus", () => page.focused(), "Move before");
+    equal("name of the menu", await page.evaluate(() => document.querySelector("[role=menu]").getAttribute("aria-label")), "Selected: MX0116");
     await page.press("ArrowDown");
     await soon("focus", () => page.focused(), "Move after");
     await page.press("Enter");

@@ -127,7 +127,7 @@ class StationView {
   /** Chooses an action of the selected entry. */
   async act(action) {
     const name = await this.selected();
-    await this.page.click("button", name, "[role=group][aria-label=Actions]");
+    await this.page.click("button", `Selected: ${name}`, "[role=group][aria-label=Actions]");
     await this.page.click("[role=menuitem]", action);
   }
 

@@ -294,7 +294,7 @@ export const texts = {
       exports: "Export …",
       save: "Save",
       download: "Download",
-      entryOf: (name: string) => name,
+      entryOf: (name: string) => `Selected: ${name}`,
       entry: { before: "Move before", after: "Move after", pin: "Pin to addresses …", remove: "Remove" },
       keys: { before: "Alt+Left", after: "Alt+Right", pin: "", remove: "Delete" },
     },
