@@ -62,6 +62,30 @@ module.exports = {
     equal("selected", await view.selected(), "MX0108");
   },
 
+  async "says what was added and where, with the way back as long as it is the last change"(t) {
+    const { page, view } = await open(t);
+    const add = async () => {
+      await page.click("button", "Add module …");
+      await soonHas("what the list does", () => page.text("dialog"), "the dialog closes");
+      await page.choose("Place", "1", "dialog");
+      await page.click("button", "../modules/MX0108.yaml", "dialog");
+      await soon("dialog", () => page.dialog(), "");
+    };
+    const said = "Added: MX0108 (../modules/MX0108.yaml), place 2 of 5";
+    await add();
+    await soon("message", () => page.text(".toast span"), said);
+    equal("heard", await page.text(".heard[role=status]"), said);
+    equal("selected", await view.selected(), "MX0108");
+    await page.click("button", "Undo", ".toast");
+    await soon("entries", () => view.names(), entries);
+    await soon("the message is gone", () => page.has(".toast"), false);
+    await add();
+    await soon("message", () => page.text(".toast span"), said);
+    await view.act("Remove");
+    await soon("entries", () => view.names(), entries);
+    await soon("the message is gone after another change", () => page.has(".toast"), false);
+  },
+
   async "adds a module of the catalogue with a name"(t) {
     const { page, view } = await open(t);
     await page.click("button", "Add module …");

@@ -276,7 +276,8 @@ export const texts = {
     notMade: "Not changed: the server does not answer. Try again when it does.",
     moved: (name: string, place: number, count: number) => `${name} is at place ${place} of ${count}`,
     removed: (name: string) => `${name} was removed`,
-    added: (name: string) => `${name} was added`,
+    added: (label: string, name: string, place: number, count: number) =>
+      `Added: ${label === name ? name : `${name} (${label})`}, place ${place} of ${count}`,
     pinned: (name: string) => `${name} is pinned`,
     unpinned: (name: string) => `${name} is no longer pinned`,
     pinnedAll: "Every module and reserved place is pinned to the addresses that it has",
@@ -354,6 +355,7 @@ export const texts = {
       choices: "Modules",
       files: "Files of the folder",
       catalogue: "Catalogue",
+      explained: "Choose a module: it is added at the place, and the dialog closes.",
       none: "No module has all of these words.",
     },
 

@@ -7,6 +7,7 @@ function Toast({ one }: { one: Announcement }) {
   return (
     <li class={one.isUrgent ? "toast urgent" : "toast"}>
       <span>{one.text}</span>
+      {one.action !== undefined && <button type="button" class="small" onClick={one.action.run}>{one.action.label}</button>}
       <button type="button" class="quiet" aria-label={texts.dismiss} onClick={() => dismiss(one.id)}>✕</button>
     </li>
   );

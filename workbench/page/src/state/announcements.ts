@@ -7,6 +7,13 @@ export interface Announcement {
   isUrgent: boolean;
   /** Otherwise it is only heard. */
   isShown: boolean;
+  action?: Action | undefined;
+}
+
+/** What a person can do about a message. */
+export interface Action {
+  label: string;
+  run(): void;
 }
 
 const shownMs = 6_000;
@@ -19,18 +26,27 @@ export function dismiss(id: number): void {
   announcements.set(announcements.get().filter((one) => one.id !== id));
 }
 
-function add(text: string, isUrgent: boolean, isShown: boolean): void {
-  const id = ++lastId;
-  announcements.set([...announcements.get(), { id, text, isUrgent, isShown }].slice(-mostAtOnce));
-  setTimeout(() => dismiss(id), shownMs);
+/** Removes the message after a time, later while a person is at the messages. */
+function dismissSoon(id: number): void {
+  setTimeout(() => {
+    if (document.querySelector(".toasts:is(:hover, :focus-within)") !== null) dismissSoon(id);
+    else dismiss(id);
+  }, shownMs);
 }
 
-/** Shows a message and has it read; an urgent one interrupts what a screen reader says. */
-export function announce(text: string, isUrgent = false): void {
-  add(text, isUrgent, true);
+function add(one: Omit<Announcement, "id">): number {
+  const id = ++lastId;
+  announcements.set([...announcements.get(), { id, ...one }].slice(-mostAtOnce));
+  dismissSoon(id);
+  return id;
+}
+
+/** Shows a message and has it read; an urgent one interrupts what a screen reader says. Returns its number. */
+export function announce(text: string, isUrgent = false, action?: Action): number {
+  return add({ text, isUrgent, isShown: true, action });
 }
 
 /** Has a message read that the page shows elsewhere. */
 export function say(text: string, isUrgent = false): void {
-  add(text, isUrgent, false);
+  add({ text, isUrgent, isShown: false });
 }

@@ -55,6 +55,7 @@ export function AddDialog({ before, hasCatalogue, onClose }: AddDialogProps) {
           <input id={`${id}-name`} type="text" autoComplete="off" value={name} onInput={(event) => setName(event.currentTarget.value)} />
         </div>
       </div>
+      <p class="faint">{words.explained}</p>
       <RefusedAt source="add" />
       <div class="candidate-lists" role="region" aria-label={words.choices} tabIndex={0}>
         <ChoiceList title={words.files} all={choicesOf(files)} onChoose={add} />

@@ -4,7 +4,7 @@ import { askStation } from "../../api/stationCalls";
 import type { Edit, StationAnswer } from "../../api/stationTypes";
 import { Refusal } from "../../api/client";
 import type { Finding, ModuleDescription } from "../../api/types";
-import { announce, say } from "../../state/announcements";
+import { announce, dismiss, say } from "../../state/announcements";
 import { shared } from "../../state/shared";
 import { Store } from "../../state/store";
 import { texts } from "../../texts";
@@ -138,6 +138,8 @@ export interface ChangeOptions {
   select?: number;
   /** Said after the edit. */
   said?: string;
+  /** Shown after the edit, with the way back. */
+  shown?(): string;
 }
 
 function refuse(findings: readonly Finding[], { source, text = "", isShownThere = false }: ChangeOptions): void {
@@ -154,6 +156,17 @@ async function answerToEdit(edit: Edit): Promise<StationAnswer> {
   }
 }
 
+/** Shows what was made, with the way back as long as it is the last change. */
+function showMade(words: string): void {
+  const made = draft.get().text;
+  const id = announce(words, false, { label: texts.module.undo, run: undo });
+  const end = draft.watch(() => {
+    if (draft.get().text === made) return;
+    dismiss(id);
+    end();
+  });
+}
+
 async function makeEdit(edit: Edit, options: ChangeOptions): Promise<boolean> {
   try {
     const answer = await answerToEdit(edit);
@@ -165,6 +178,7 @@ async function makeEdit(edit: Edit, options: ChangeOptions): Promise<boolean> {
     take(answer, options.select ?? draft.get().selected);
     if (!isSelectedKnown()) await planOnce();
     if (options.said !== undefined) say(options.said);
+    if (options.shown !== undefined) showMade(options.shown());
     return true;
   } catch (error) {
     if (error instanceof Refusal) refuse(error.findings, options);

@@ -52,14 +52,19 @@ export function removeSelected(): Promise<boolean> {
   });
 }
 
+/** What was added, with its name, and where. */
+function addedAt(entry: number, label: string): string {
+  return texts.station.added(label, nameOf(entry), entry + 1, count());
+}
+
 export function addModule(reference: string, name: string, before: number, label: string): Promise<boolean> {
   const edit = { kind: "add", before, reference, ...(name === "" ? {} : { name }) } as const;
-  return makeChange(edit, { source: "add", select: before, said: texts.station.added(label) });
+  return makeChange(edit, { source: "add", select: before, shown: () => addedAt(before, label) });
 }
 
 export function addReserve(input: number, output: number, name: string, before: number): Promise<boolean> {
   const edit = { kind: "reserve", before, in: input, out: output, ...(name === "" ? {} : { name }) } as const;
-  return makeChange(edit, { source: "reserve", select: before, said: texts.station.added(texts.station.reserved) });
+  return makeChange(edit, { source: "reserve", select: before, shown: () => addedAt(before, texts.station.reserved) });
 }
 
 export function pinEntry(entry: number, input: number | null, output: number | null): Promise<boolean> {
