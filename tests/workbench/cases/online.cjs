@@ -216,6 +216,26 @@ module.exports = {
     await soon("channels", async () => Object.keys(await view.values()).sort(), names.sort());
   },
 
+  async "live values that another page began are said to be of that page"(t) {
+    const { page, view, server } = await open(t);
+    const other = await t.open(server, { route: "#/online" });
+    const isOther = async (one) => (await one.text(".live-values")).includes("Another page began to read these channels.");
+    await page.fillField("Modules and channels", "Levels", "Enter");
+    await page.click("button", "Read live values");
+    const there = new OnlineView(other);
+    for (const one of [view, there]) {
+      await untilMet("values", () => one.values(), (found) => Object.keys(found).length === 4, "four channels");
+    }
+    await soon("the other page says so", () => isOther(other), true);
+    equal("the page that began says nothing", await isOther(page), false);
+    await page.page.reload();
+    await untilMet("values after a reload", () => view.values(), (found) => Object.keys(found).length === 4, "four channels");
+    equal("the page that began still knows it", await isOther(page), false);
+    await other.click("button", "Read these");
+    await soon("the first page says so", () => isOther(page), true);
+    await soon("the other page no longer", () => isOther(other), false);
+  },
+
   async "a channel that there is not is refused by name"(t) {
     t.allow(/status of 4\d\d/);
     const { page } = await open(t);

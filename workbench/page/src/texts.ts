@@ -490,6 +490,9 @@ export const texts = {
       noSample: "No sample yet",
       at: "Sample of",
       stale: "Not live: nothing newer came for more than 3 seconds.",
+      ofOther:
+        "Another page began to read these channels. There is one reading for all pages: Read these and Stop change it "
+        + "there too.",
       otherText: "The channels are those of another text than the station has now: read again.",
     },
   },

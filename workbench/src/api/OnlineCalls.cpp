@@ -85,7 +85,8 @@ text::Json liveJson(const std::optional<LiveValues>& live, const std::string& fi
     if (!live) {
         return {};
     }
-    return {{"version", live->version},
+    return {{"id", live->id},
+            {"version", live->version},
             {"time", live->time},
             {"values", text::listJson(live->values, liveValueJson)},
             {"findings", findingsJson(live->findings, file)}};
@@ -171,9 +172,12 @@ Response onlineApplyCall(const CallContext& context, const Request& request)
 Response onlineWatchCall(const CallContext& context, const Request& request)
 {
     const RequestBody body(request.body);
-    return begin(context, [&](OnlineSession& session) {
-        session.watch(planIn(context, body), body.texts("channels"));
-    });
+    OnlineSession& session = sessionOf(context);
+    const std::uint64_t id = session.watch(planIn(context, body), body.texts("channels"));
+    return AnswerText()
+        .add("sequence", session.state().sequence)
+        .add("id", id)
+        .response(status::accepted);
 }
 
 Response onlineUnwatchCall(const CallContext& context, const Request& /*request*/)

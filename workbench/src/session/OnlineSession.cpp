@@ -104,7 +104,8 @@ void OnlineSession::apply(std::uint64_t id, const std::string& version)
     begin(OnlineWork::Apply);
 }
 
-void OnlineSession::watch(const mxstation::Plan& plan, const std::vector<std::string>& names)
+std::uint64_t OnlineSession::watch(const mxstation::Plan& plan,
+                                   const std::vector<std::string>& names)
 {
     mxonline::Coupler checked(plan, place);
     const mxonline::Watch namesAreKnown(checked, names);
@@ -112,11 +113,12 @@ void OnlineSession::watch(const mxstation::Plan& plan, const std::vector<std::st
     watched = std::make_shared<mxstation::Plan>(plan);
     watchedNames = names;
     isWatchNew = true;
-    shown.live = LiveValues{versionOf(plan), {}, {}, {}};
+    shown.live = LiveValues{++lastId, versionOf(plan), {}, {}, {}};
     ++shown.sequence;
     lastAsked = Clock::now();
     nextSample = lastAsked;
     changed.notify_all();
+    return lastId;
 }
 
 void OnlineSession::endWatch()

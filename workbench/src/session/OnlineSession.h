@@ -63,8 +63,9 @@ public:
     /// to verify, or is not that of `version`, and while other work is done.
     void apply(std::uint64_t id, const std::string& version);
 
-    /// Begins to read the channels that `names` select; none: all.
-    void watch(const mxstation::Plan& plan, const std::vector<std::string>& names);
+    /// Begins to read the channels that `names` select; none: all. Ends what another page began.
+    /// Returns `LiveValues::id`.
+    std::uint64_t watch(const mxstation::Plan& plan, const std::vector<std::string>& names);
 
     void endWatch(); ///< Ends that.
 
@@ -115,7 +116,7 @@ private:
     bool isWatchNew = false;
     Clock::time_point lastAsked;
     Clock::time_point nextSample;
-    std::uint64_t lastId = 0;
+    std::uint64_t lastId = 0; // of comparisons and watches
     bool isEnding = false;
 
     // Of the thread alone.

@@ -52,6 +52,7 @@ struct LiveValue
 /// The live values of channels.
 struct LiveValues
 {
+    std::uint64_t id = 0;                    ///< Of this watch alone.
     std::string version;                     ///< SHA-256 of the station's text.
     std::string time;                        ///< Of the newest sample, in UTC; empty: none yet.
     std::vector<LiveValue> values;           ///< Of the newest sample, in the order of the plan.

@@ -170,6 +170,15 @@ TEST_F(OnlineSessionTest, WatchesChannels)
     EXPECT_FALSE(session.state().live);
 }
 
+TEST_F(OnlineSessionTest, NumbersEachWatch)
+{
+    const std::uint64_t first = session.watch(plan, {"AI 1"});
+    EXPECT_EQ(session.state().live->id, first);
+    const std::uint64_t second = session.watch(plan, {"AI 1"});
+    EXPECT_NE(second, first);
+    EXPECT_EQ(session.state().live->id, second);
+}
+
 TEST_F(OnlineSessionTest, RefusesUnknownChannelsAtOnce)
 {
     EXPECT_THROW(session.watch(plan, {"AI 9"}), mxmodule::Failure);

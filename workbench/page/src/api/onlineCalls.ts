@@ -26,7 +26,7 @@ export function applyOnline(id: number): Promise<Begun> {
   return callJson("online/apply", { body: { id } });
 }
 
-export function watchOnline(text: string, channels: readonly string[]): Promise<Begun> {
+export function watchOnline(text: string, channels: readonly string[]): Promise<Begun & { id: number }> {
   return callJson("online/watch", { body: { text, channels } });
 }
 

@@ -96,6 +96,8 @@ export interface LiveValue {
 }
 
 export interface OnlineLive {
+  /** Of the watch, as the call that began it answered. */
+  id: number;
   version: string;
   time: string;
   values: LiveValue[];

@@ -7,6 +7,7 @@ import { memo } from "../../parts/memo";
 import { useStore } from "../../state/store";
 import { texts } from "../../texts";
 import { draft } from "../station/draft";
+import { isOwnWatch, ownWatch } from "./ownWatch";
 import { online, sampledAt, stopWatch, watch } from "./session";
 import { WatchChoice } from "./WatchChoice";
 
@@ -44,6 +45,7 @@ const Value = memo(function Value({ value }: { value: LiveValue }) {
 
 function Values({ live }: { live: OnlineLive }) {
   const isStale = useStale();
+  const isOwn = useStore(ownWatch, (own) => isOwnWatch(own, live.id));
   const version = useStore(draft, (value) => value.answer?.version ?? "");
   const { columns } = words;
   return (
@@ -52,6 +54,7 @@ function Values({ live }: { live: OnlineLive }) {
         {isStale && `${words.stale} `}
         {live.time === "" ? words.noSample : <>{words.at} <Moment time={live.time} /></>}
       </p>
+      {!isOwn && <p class="stale-values">{words.ofOther}</p>}
       {live.version !== version && <p class="stale-values">{words.otherText}</p>}
       <Findings findings={live.findings} />
       {live.values.length > 0 && (

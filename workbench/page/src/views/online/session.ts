@@ -12,6 +12,7 @@ import { Store } from "../../state/store";
 import { texts } from "../../texts";
 import { draft } from "../station/draft";
 import { inTurn } from "../station/planning";
+import { keepWatch } from "./ownWatch";
 
 const busyPeriodMs = 500;
 const idlePeriodMs = 2_000;
@@ -105,7 +106,7 @@ export function apply(id: number): Promise<boolean> {
 
 /** Reads the channels that the names select; none: all. */
 export function watch(names: readonly string[]): Promise<boolean> {
-  return begin(() => inTurn(() => watchOnline(draft.get().text, names)));
+  return begin(() => inTurn(async () => keepWatch((await watchOnline(draft.get().text, names)).id)));
 }
 
 export function stopWatch(): Promise<boolean> {
