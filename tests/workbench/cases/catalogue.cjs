@@ -1,7 +1,10 @@
 // The catalogue: searched, narrowed by conditions, and left for a module.
 "use strict";
 
-const { equal, isTrue, soon, soonHas } = require("../harness/expected.cjs");
+const fs = require("fs");
+const path = require("path");
+const { equal, isTrue, soon, soonHas, untilMet } = require("../harness/expected.cjs");
+const { Workplace } = require("../harness/workplace.cjs");
 
 const call = ["--folder", ".", "--db", "sqlite:catalogue.sqlite"];
 const found = ".catalogue table.cards tbody tr";
@@ -24,6 +27,31 @@ async function addCondition(page, property, comparison, value) {
 }
 
 module.exports = {
+  async "without a file the page says what can be done, and all of it works"(t) {
+    const workplace = t.workplace();
+    const folder = workplace.path("empty");
+    fs.mkdirSync(folder);
+    const page = await t.open(await t.server(new Workplace(folder)));
+    const commands = await untilMet("commands", () => page.texts(".first-steps code"), (found) => found.length > 0, "some");
+    equal("fields for a search of nothing", await page.has("input[type=search]"), false);
+    fs.mkdirSync(path.join(folder, "modules"));
+    fs.copyFileSync(workplace.path("modules/MX0304.bin"), path.join(folder, "modules/MX0304.bin"));
+    fs.copyFileSync(workplace.path("modules/MX0304.bin"), path.join(folder, "module.bin"));
+    fs.writeFileSync(path.join(folder, "station.yaml"), "modules:\n  - module.bin\n");
+    for (const command of commands) {
+      const [program, ...words] = command.replace("--open", "--port 0 --seconds 0").split(" ");
+      equal("program", program, "mxtool");
+      const { code, err } = await new Workplace(folder).run(...words);
+      equal(`exit code of ${command}: ${err}`, code, 0);
+    }
+    await page.click("link", "Begin a new station");
+    await page.heading("New station");
+    const again = await t.open(await t.server(new Workplace(folder)));
+    await soonHas("steps", () => again.text(".first-steps"), "they are listed below");
+    await again.click("link", "module.bin");
+    await again.heading("4 AI ±10 V / 0-20 mA");
+  },
+
   async "shows every module of the database"(t) {
     const page = await open(t);
     await soon("modules", () => page.texts(identifiers), await expectedOf(t));
@@ -97,7 +125,7 @@ module.exports = {
     const workplace = t.workplace();
     workplace.write("empty/modules/MX0108.yaml", workplace.read("modules/MX0108.yaml"));
     const page = await t.open(await t.server(workplace, "--folder", "empty"));
-    await soonHas("message", () => page.text("main"), "No catalogue: start mxtool serve with --db to search one.");
+    await soonHas("message", () => page.text("main"), "Search a catalogue: make one of a folder of mx files, then start with it:");
     await soon("files", () => page.texts(".catalogue .files a"), ["modules/MX0108.yaml"]);
   },
 };

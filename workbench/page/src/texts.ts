@@ -87,6 +87,7 @@ export const texts = {
     title: "Catalogue",
     words: "Search words",
     wordsHint: "Label, order code, names of channels and parameters",
+    filesHint: "Names of files",
     field: "Property",
     comparison: "Comparison",
     value: "Value",
@@ -94,6 +95,25 @@ export const texts = {
     removeCondition: (text: string) => `Remove the condition ${text}`,
     count: (count: number) => counted(count, "module", "modules"),
     noCatalogue: "No catalogue: start mxtool serve with --db to search one.",
+    firstSteps: {
+      title: "No file is opened",
+      restart: "What can be done now. For a command, end mxtool serve first: Ctrl+C in its terminal.",
+      newStation: "Begin a new station",
+      newStationThen: "here: add modules, then Download gives it as a file.",
+      files: "Open a module of the folder: they are listed below.",
+      folder: {
+        what: "The folder has no mx files: name another one, such as",
+        commands: ["mxtool serve --folder modules --open"],
+      },
+      open: {
+        what: "Open a station or an mx file, such as",
+        commands: ["mxtool serve station.yaml --open", "mxtool serve module.bin --open"],
+      },
+      catalogue: {
+        what: "Search a catalogue: make one of a folder of mx files, then start with it:",
+        commands: ["mxtool populate modules --db sqlite:devices.sqlite", "mxtool serve --db sqlite:devices.sqlite --open"],
+      },
+    },
     empty: "No module has all of this.",
     searching: "Searching …",
     results: "Modules of the catalogue",

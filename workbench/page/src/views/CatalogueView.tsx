@@ -4,12 +4,13 @@ import { Findings } from "../parts/Findings";
 import { useStore } from "../state/store";
 import { texts } from "../texts";
 import { Conditions } from "./catalogue/Conditions";
+import { FirstSteps } from "./catalogue/FirstSteps";
 import { Folder } from "./catalogue/Folder";
 import { Results } from "./catalogue/Results";
 import type { AddModule } from "./catalogue/Results";
-import { query, useSearch } from "./catalogue/search";
+import { query, useFolder, useSearch } from "./catalogue/search";
 
-function Words() {
+function Words({ hint }: { hint: string }) {
   const id = useId();
   const { words } = useStore(query);
   return (
@@ -20,7 +21,7 @@ function Words() {
         type="search"
         autoComplete="off"
         spellcheck={false}
-        placeholder={texts.catalogue.wordsHint}
+        placeholder={hint}
         value={words}
         onInput={(event) => query.set({ ...query.get(), words: event.currentTarget.value })}
       />
@@ -46,15 +47,22 @@ function Found({ onAdd }: { onAdd: AddModule | undefined }) {
 /** Search in the catalogue, and the mx files of the folder. */
 export function CatalogueView({ start, onAdd }: { start: Start; onAdd: AddModule | undefined }) {
   const hasCatalogue = start.catalogue !== null;
+  const files = useFolder();
+  const hasFiles = files !== null && files.length > 0;
+  const isNothingOpened = start.opened === "nothing" && files !== null;
   return (
     <section class="catalogue" aria-labelledby="catalogue-title">
       <h1 id="catalogue-title" tabIndex={-1}>{texts.catalogue.title}</h1>
-      <div class="search">
-        <Words />
-        {hasCatalogue && <Conditions all={start.conditions} />}
-      </div>
-      {hasCatalogue ? <Found onAdd={onAdd} /> : <p>{texts.catalogue.noCatalogue}</p>}
-      <Folder onAdd={onAdd} />
+      {isNothingOpened && <FirstSteps hasCatalogue={hasCatalogue} hasFiles={hasFiles} />}
+      {(hasCatalogue || hasFiles) && (
+        <div class="search">
+          <Words hint={hasCatalogue ? texts.catalogue.wordsHint : texts.catalogue.filesHint} />
+          {hasCatalogue && <Conditions all={start.conditions} />}
+        </div>
+      )}
+      {hasCatalogue && <Found onAdd={onAdd} />}
+      {!hasCatalogue && start.opened !== "nothing" && <p>{texts.catalogue.noCatalogue}</p>}
+      {hasFiles && <Folder all={files} onAdd={onAdd} />}
     </section>
   );
 }

@@ -1,18 +1,17 @@
+import type { FolderModule } from "../../api/types";
 import { useRoving } from "../../parts/roving";
 import { address } from "../../state/route";
 import { useStore } from "../../state/store";
 import { hasWords } from "../../state/words";
 import { texts } from "../../texts";
 import type { AddModule } from "./Results";
-import { query, useFolder } from "./search";
+import { query } from "./search";
 
 /** The mx files of the folder that have the words of the search. */
-export function Folder({ onAdd }: { onAdd: AddModule | undefined }) {
-  const all = useFolder();
+export function Folder({ all, onAdd }: { all: readonly FolderModule[]; onAdd: AddModule | undefined }) {
   const { words } = useStore(query);
   const found = all.filter((one) => hasWords(words, one.reference));
   const roving = useRoving(found.length);
-  if (all.length === 0) return null;
   return (
     <section aria-labelledby="folder-title">
       <h2 id="folder-title">{texts.catalogue.folder} <span class="faint">{texts.catalogue.count(found.length)}</span></h2>

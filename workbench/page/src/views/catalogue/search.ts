@@ -49,9 +49,9 @@ export function useSearch(hasCatalogue: boolean): Results {
   return results;
 }
 
-/** Returns the mx files of the folder. */
-export function useFolder(): readonly FolderModule[] {
-  const [modules, setModules] = useState<readonly FolderModule[]>([]);
+/** Returns the mx files of the folder; null: not answered yet. */
+export function useFolder(): readonly FolderModule[] | null {
+  const [modules, setModules] = useState<readonly FolderModule[] | null>(null);
   const state = useStore(connection);
   useEffect(() => {
     if (state !== "connected") return undefined;
