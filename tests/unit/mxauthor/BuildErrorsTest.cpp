@@ -160,6 +160,34 @@ INSTANTIATE_TEST_SUITE_P(
                     Wrong{"channels: [{name: A, in: Bit}]\nchannelNames: []\n", 2, 15,
                           "the channels state their names already"}));
 
+// `count` values in a list.
+std::string listOf(std::size_t count)
+{
+    std::string text = "raw: [";
+    for (std::size_t i = 0; i < count; ++i) {
+        text += "1,";
+    }
+    return text + "]\n";
+}
+
+// With the map, its key and the list there are three more.
+TEST(WrongTexts, haveAtMost250000Values)
+{
+    const auto tooMany =
+        errorAt(1, 500001, "more than 250000 values and keys, a text describes one module");
+    EXPECT_THAT(errorsOf(listOf(249998)), ElementsAre(tooMany));
+    EXPECT_THAT(errorsOf(listOf(249997)), testing::Not(testing::Contains(tooMany)));
+}
+
+TEST(WrongTexts, haveAtMostFourMebibytes)
+{
+    const auto tooLong =
+        errorAt(2, 4194303, "more than 4194304 bytes, a text describes one module");
+    const std::string most(4194304 - 2, 'x');
+    EXPECT_THAT(errorsOf("#\n" + most + "\n"), ElementsAre(tooLong));
+    EXPECT_THAT(errorsOf("#\n" + most), testing::Not(testing::Contains(tooLong)));
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Documents, WrongText,
     testing::Values(Wrong{"", 1, 1, "no module found"}, Wrong{"5\n", 1, 1, "no module found"},
