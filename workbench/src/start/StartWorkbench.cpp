@@ -3,6 +3,7 @@
 #include "http/OpenPaths.h"
 #include "http/Token.h"
 #include "start/Assets.h"
+#include "start/ReturnedMemory.h"
 #include "start/SignalsElsewhere.h"
 
 #include <workbench/Workbench.h>
@@ -34,9 +35,14 @@ public:
     }
 
 private:
-    Response answer(const Request& request) const
+    Response answer(const Request& request)
     {
-        return isOpenPath(request.path) ? assets.at(request.path) : api.answer(request);
+        if (isOpenPath(request.path)) {
+            return assets.at(request.path);
+        }
+        Response response = api.answer(request);
+        memory.giveBack();
+        return response;
     }
 
     const Assets assets;
@@ -44,6 +50,7 @@ private:
     std::unique_ptr<OnlineSession> online; // null: no coupler is stated
     const Api api;
     const std::string token;
+    ReturnedMemory memory;
     HttpServer http;
 };
 
