@@ -115,6 +115,18 @@ module.exports = {
     await untilMet("its byte is in sight", () => isInSight(page, ".cell.lit"), (found) => found === true, true);
   },
 
+  async "fields and bytes of the selected module are in sight on a laptop"(t) {
+    const page = await t.open(await t.sharedServer(station, "--folder", "."), { viewport: laptop });
+    const view = await StationView.on(page);
+    await view.choose("Levels");
+    await page.page.waitForSelector(view.module.field("21"));
+    await page.page.waitForSelector(".entry-card img");
+    const whole = (selector) => page.evaluate((one) => [...document.querySelectorAll(one)]
+      .filter((each) => each.getBoundingClientRect().bottom <= innerHeight).length, selector);
+    await untilMet("whole fields in sight", () => whole("[data-parameter]"), (count) => count >= 3, "at least 3");
+    equal("parameter images in sight", await whole(".byte-table .byte"), 1);
+  },
+
   async "a small image has no columns without bytes"(t) {
     const page = await t.open(await t.sharedServer("modules/MX0116.bin"), { viewport: laptop });
     await page.page.waitForSelector(".byte-table .byte");
