@@ -59,6 +59,53 @@ module.exports = {
     isTrue("value of the file", images.modules[1].bytes.startsWith("1e "));
   },
 
+  async "a whole job with a coupler: reserve, pin, save, plan, apply"(t) {
+    const workplace = t.workplace();
+    const coupler = await t.coupler(workplace, file);
+    const page = await t.open(await t.server(workplace, ...call, "--target", coupler.target));
+    const view = await StationView.on(page);
+    await page.reach("Reserve bytes …");
+    await page.press("Enter");
+    await soon("focus", () => page.focused(), "Input bytes");
+    await page.keyboard.type("2");
+    await page.reach("Name (may be empty)");
+    await page.keyboard.type("doors");
+    await page.press("Enter");
+    await soon("entries", () => view.names(), ["MX0116", "doors", "Levels", "flow meter", "Pumps"]);
+    await soon("the dialog gives the focus back", () => page.focused(), "Reserve bytes …");
+    await page.reach("Selected: doors");
+    await page.press("Enter");
+    await soon("focus", () => page.focused(), "Move before");
+    await page.reach("Pin to addresses …", "ArrowDown");
+    await page.press("Enter");
+    await soon("dialog", () => page.dialog(), "Pin doors");
+    await page.reach("Pin");
+    await page.press("Enter");
+    await view.textHas("at: {in: 2}");
+    await soon("the dialog gives the focus back", () => page.focused(), "Selected: doors");
+    await page.press("Control+KeyS");
+    await soon("state", () => view.saveState(), "Saved");
+    const { gaps } = await workplace.json("station", "show", file);
+    equal("reserved in the file", gaps.filter((one) => one.name === "doors").map((one) => [one.image, one.offset, one.size]), [["in", 2, 2]]);
+
+    const asked = (verb) => workplace.run("station", verb, file, "--target", coupler.target);
+    equal("before: exit code of verify", (await asked("verify")).code, 1);
+    await page.reach("Online", "Shift+Tab");
+    await page.press("Enter");
+    await page.heading("Online");
+    await page.reach("Plan");
+    await page.press("Enter");
+    await soonHas("what differs", () => page.text(".difference"), "4 parameters differ");
+    await soon("what hinders", () => page.text("#apply-reason"), "");
+    await page.reach("Apply …");
+    await page.press("Enter");
+    await soon("focus", () => page.focused(), "Type \"yes\" to write");
+    await page.keyboard.type("yes");
+    await page.press("Enter");
+    await soonHas("verdict", () => page.text(".report .verdict"), "Done");
+    equal("after: exit code of verify", (await asked("verify")).code, 0);
+  },
+
   async "the focus is seen at every stop"(t) {
     const page = await t.open(await t.sharedServer(...call));
     await StationView.on(page);
