@@ -68,6 +68,12 @@ module.exports = {
     }
   },
 
+  async "CSV for spreadsheets has semicolons and a byte order mark"(t) {
+    const page = await openChanged(t);
+    const { bytes } = await exportOf(page, await t.downloads(page), "Parameters for Modbus, CSV with semicolons, for spreadsheets");
+    equalBytes("CSV", bytes, await modulesOf(t).output(...calls["parameters-modbus-csv"], "--separator", "semicolon", "--bom"));
+  },
+
   async "the file of a module has a name of its own"(t) {
     const page = await openChanged(t);
     const { name } = await exportOf(page, await t.downloads(page), "Parameter image, bytes");

@@ -85,6 +85,16 @@ module.exports = {
     equalBytes("declarations", (await downloads.next()).bytes, expected.out);
   },
 
+  async "CSV has the chosen separator and byte order mark"(t) {
+    const { page, formats, downloads } = await open(t);
+    await page.click("button", "Export …");
+    await page.choose("Separator", "semicolon", "dialog");
+    await page.choose("Byte order mark", "yes", "dialog");
+    await page.click("button", formats.find((one) => one.format === "channels-csv").label, "dialog");
+    const expected = await t.shared.output("station", "channels", file, "--format", "csv", "--separator", "semicolon", "--bom");
+    equalBytes("CSV", (await downloads.next()).bytes, expected);
+  },
+
   async "they are those of the draft, not of the file"(t) {
     const { page, view, downloads } = await open(t);
     await view.choose("Levels");

@@ -154,6 +154,7 @@ export const texts = {
     redo: "Redo",
     resetAll: "Reset all",
     exports: "Export",
+    semicolons: (label: string) => `${label} with semicolons, for spreadsheets`,
     undone: "Change taken back",
     redone: "Change made again",
     reset: "All values are the defaults",
@@ -407,6 +408,11 @@ export const texts = {
       addresses: { byte: "of bytes", index: "by size", separate: "without addresses" },
       scope: "Variables",
       scopes: { global: "global", program: "of a program" },
+      csv: "For CSV",
+      separator: "Separator",
+      separators: { comma: "comma", semicolon: "semicolon", tab: "tab" },
+      byteOrderMark: "Byte order mark",
+      byteOrderMarks: { no: "none", yes: "at the beginning, for spreadsheets" },
     },
 
     file: {

@@ -40,6 +40,13 @@ text::Json exportFormatsJson(const std::vector<ExportFormat>& formats)
     });
 }
 
+mxmodule::CsvStyle csvStyleIn(const RequestBody& body)
+{
+    constexpr char separators[] = {',', ';', '\t'};
+    return {separators[body.choice("separator", {"comma", "semicolon", "tab"})],
+            body.isSet("byteOrderMark")};
+}
+
 Response exportedFile(const std::string& name, const std::string& suffix,
                       const std::string& content)
 {

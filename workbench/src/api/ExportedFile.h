@@ -1,7 +1,9 @@
 #pragma once
 
+#include "api/RequestBody.h"
 #include "http/Response.h"
 
+#include <mxmodule/CsvStyle.h>
 #include <text/Json.h>
 
 #include <string>
@@ -19,6 +21,9 @@ struct ExportFormat
 
 /// Returns `formats` as the API lists them.
 text::Json exportFormatsJson(const std::vector<ExportFormat>& formats);
+
+/// Returns how CSV is wanted in the body of an export: its members `separator` and `byteOrderMark`.
+mxmodule::CsvStyle csvStyleIn(const RequestBody& body);
 
 /// Returns `content` as the file NAME-SUFFIX, whose extension states its type. Characters of
 /// `name` other than letters, digits, "-" and "_" become %xx.

@@ -73,7 +73,7 @@ Response moduleExportCall(const CallContext& context, const Request& request)
     if (!made.ok()) {
         throw mxmodule::Failure(made.findings);
     }
-    return moduleExport({file, module, made.image}, body.text("format"));
+    return moduleExport({file, module, made.image, csvStyleIn(body)}, body.text("format"));
 }
 
 } // namespace workbench

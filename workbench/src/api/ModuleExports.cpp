@@ -41,7 +41,7 @@ void addConfigurations(std::vector<ModuleExport>& all, const std::string& bus,
                    [](From from) { return configurationOf<fieldbus>(from).text(); }});
     all.push_back({{"parameters-" + bus + "-csv", "Parameters" + of + ", CSV"},
                    "-parameters.csv",
-                   [](From from) { return configurationOf<fieldbus>(from).csv(); }});
+                   [](From from) { return configurationOf<fieldbus>(from).csv(from.csv); }});
     all.push_back({{"parameters-" + bus + "-json", "Parameters" + of + ", JSON"},
                    "-parameters.json",
                    [](From from) { return configurationOf<fieldbus>(from).json(); }});
@@ -60,7 +60,7 @@ std::vector<ModuleExport> moduleExports()
                        return from.module.channelMap().text();
                    }});
     all.push_back({{"channels-csv", "Channels, CSV"}, "-channels.csv", [](From from) {
-                       return from.module.channelMap().csv();
+                       return from.module.channelMap().csv(from.csv);
                    }});
     all.push_back({{"channels-json", "Channels, JSON"}, "-channels.json", [](From from) {
                        return from.module.channelMap().json();

@@ -14,7 +14,8 @@ struct ConfiguredModule
 {
     mxmodule::ModuleFile file;
     mxmodule::Module module;
-    std::vector<char> image; ///< Its raw parameter image.
+    std::vector<char> image;     ///< Its raw parameter image.
+    mxmodule::CsvStyle csv = {}; ///< For CSV.
 };
 
 /// Returns the forms of a module, in the order of a menu.

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <text/Beginning.h>
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -134,6 +135,19 @@ bool RequestBody::isSet(const std::string& name) const
         refuse(name, "true or false");
     }
     return value != nullptr && value->get<bool>();
+}
+
+std::size_t RequestBody::choice(const std::string& name,
+                                const std::vector<std::string>& words) const
+{
+    const std::string found = textOr(name, words.front());
+    const auto word = std::find(words.begin(), words.end(), found);
+    if (word == words.end()) {
+        throw CallFailure(status::badRequest,
+                          fmt::format("{}{}: found \"{}\", expected one of {}", path, name,
+                                      text::abbreviated(found), fmt::join(words, ", ")));
+    }
+    return static_cast<std::size_t>(word - words.begin());
 }
 
 std::vector<std::string> RequestBody::texts(const std::string& name) const

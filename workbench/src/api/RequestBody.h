@@ -24,6 +24,8 @@ public:
     std::uint32_t number(const std::string& name) const;
     std::optional<std::uint32_t> numberOrNull(const std::string& name) const; ///< null: nothing.
     bool isSet(const std::string& name) const; ///< A truth value; missing: false.
+    /// Returns the index of the text `name` in `words`; missing: 0.
+    std::size_t choice(const std::string& name, const std::vector<std::string>& words) const;
     std::vector<std::string> texts(const std::string& name) const;    ///< Missing: none.
     std::vector<RequestBody> objects(const std::string& name) const;  ///< Missing: none.
     std::optional<RequestBody> object(const std::string& name) const; ///< Missing, null: nothing.

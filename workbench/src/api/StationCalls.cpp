@@ -92,19 +92,6 @@ std::string shownModule(const Plan& plan, const RequestBody& body)
     return answer.addText("configured", configuredText(module->module, module->image)).text();
 }
 
-// The index of the text `name` in `words`, of which the first is the default.
-std::size_t wordIn(const RequestBody& body, const char* name, const std::vector<std::string>& words)
-{
-    const std::string found = body.textOr(name, words.front());
-    const auto word = std::find(words.begin(), words.end(), found);
-    if (word == words.end()) {
-        throw CallFailure(status::badRequest,
-                          fmt::format("{}: found \"{}\", expected one of {}", name,
-                                      text::abbreviated(found), fmt::join(words, ", ")));
-    }
-    return static_cast<std::size_t>(word - words.begin());
-}
-
 mxstation::DeclarationOptions declarationOptionsIn(const RequestBody& body)
 {
     using mxstation::AddressStyle;
@@ -112,8 +99,8 @@ mxstation::DeclarationOptions declarationOptionsIn(const RequestBody& body)
     constexpr AddressStyle styles[] = {AddressStyle::Byte, AddressStyle::Index,
                                        AddressStyle::Separate};
     constexpr VariableScope scopes[] = {VariableScope::Global, VariableScope::Program};
-    return {styles[wordIn(body, "address", {"byte", "index", "separate"})],
-            scopes[wordIn(body, "scope", {"global", "program"})]};
+    return {styles[body.choice("address", {"byte", "index", "separate"})],
+            scopes[body.choice("scope", {"global", "program"})]};
 }
 
 } // namespace
@@ -159,6 +146,7 @@ Response stationExportCall(const CallContext& context, const Request& request)
     PlannedStation station;
     station.plan = draftOf(context, body.text("text")).plan;
     station.declarations = declarationOptionsIn(body);
+    station.csv = csvStyleIn(body);
     station.module = body.numberOrNull("module").value_or(0);
     const auto name = std::filesystem::path(context.workplace.stationName()).stem().string();
     return stationExport(station, body.text("format"), name);

@@ -116,8 +116,25 @@ TEST_F(ModuleCalls, ExportWhatTheLibrariesWrite)
     EXPECT_EQ(exported("image-raw"), std::string(raw.bytes().begin(), raw.bytes().end()));
     EXPECT_EQ(exported("image-modbus"), std::string(modbus.bytes().begin(), modbus.bytes().end()));
     EXPECT_EQ(exported("parameters-modbus-csv"), modbus.csv());
+    EXPECT_EQ(exported("channels-csv"), example().channelMap().csv());
     EXPECT_EQ(exported("channels-svg"), example().channelMap().svg());
     EXPECT_EQ(exported("mx-file").size(), std::filesystem::file_size(path("MX0304.bin")));
+}
+
+TEST_F(ModuleCalls, ExportCsvAsItIsWanted)
+{
+    Json body = {{"reference", "MX0304.bin"},
+                 {"format", "channels-csv"},
+                 {"separator", "tab"},
+                 {"byteOrderMark", true}};
+    EXPECT_EQ(answer("POST", "/module/export", body.dump()).body,
+              example().channelMap().csv({'\t', true}));
+    body["format"] = "parameters-modbus-csv";
+    EXPECT_EQ(answer("POST", "/module/export", body.dump()).body,
+              example().defaults(Fieldbus::Modbus).csv({'\t', true}));
+    body["separator"] = ";";
+    EXPECT_EQ(failure("POST", "/module/export", body, 400)[0],
+              "separator: found \";\", expected one of comma, semicolon, tab");
 }
 
 TEST_F(ModuleCalls, ExportEachListedForm)

@@ -265,6 +265,8 @@ TEST_F(StationCalls, ExportWhatTheLibrariesWrite)
 {
     const auto planned = plan();
     EXPECT_EQ(exported("channels-csv"), channelsCsv(planned));
+    EXPECT_EQ(exported("channels-csv", {{"separator", "semicolon"}, {"byteOrderMark", true}}),
+              channelsCsv(planned, {';', true}));
     EXPECT_EQ(exported("channels-st"), declarations(planned).text);
     EXPECT_EQ(
         exported("channels-st", {{"address", "index"}, {"scope", "program"}}),

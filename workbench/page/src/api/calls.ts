@@ -4,7 +4,7 @@ import { callFile, callJson } from "./client";
 import type { Download } from "./client";
 import { withPlaces } from "./places";
 import type {
-  CatalogueModule, Configured, Explanation, Finding, FolderModule, Module, NamedValue, OpenedFile, Start,
+  CatalogueModule, Configured, CsvChoice, Explanation, Finding, FolderModule, Module, NamedValue, OpenedFile, Start,
 } from "./types";
 
 export function start(signal?: AbortSignal): Promise<Start> {
@@ -49,6 +49,6 @@ export function explanation(reference: string, signal?: AbortSignal): Promise<Ex
   return callJson("module/explanation", { body: { reference }, signal });
 }
 
-export function exportModule(reference: string, values: NamedValue[], format: string): Promise<Download> {
-  return callFile("module/export", { body: { reference, values, format } });
+export function exportModule(reference: string, values: NamedValue[], format: string, csv: CsvChoice): Promise<Download> {
+  return callFile("module/export", { body: { reference, values, format, ...csv } });
 }

@@ -1,6 +1,6 @@
 // The objects of the station's calls, as docs/workbench-api.md and docs/json-output.md describe them.
 
-import type { Configured, DeviceChannel, Finding, ModuleDescription, NamedValue, Place } from "./types";
+import type { Configured, CsvChoice, DeviceChannel, Finding, ModuleDescription, NamedValue, Place } from "./types";
 
 export interface Extent {
   offset: number;
@@ -121,7 +121,7 @@ export interface StationQuestion {
   describe?: boolean;
 }
 
-export interface StationExportChoice {
+export interface StationExportChoice extends CsvChoice {
   format: string;
   module?: number;
   address?: "byte" | "index" | "separate";

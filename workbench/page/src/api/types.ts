@@ -17,6 +17,12 @@ export interface Condition {
   meaning: string;
 }
 
+/** How CSV is exported. */
+export interface CsvChoice {
+  separator?: "comma" | "semicolon" | "tab";
+  byteOrderMark?: boolean;
+}
+
 export interface Export {
   format: string;
   label: string;

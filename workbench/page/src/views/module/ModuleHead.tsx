@@ -1,7 +1,8 @@
 import { useEffect } from "preact/hooks";
 import { exportModule } from "../../api/calls";
-import type { Export } from "../../api/types";
+import type { CsvChoice, Export } from "../../api/types";
 import { Menu } from "../../parts/Menu";
+import type { MenuItem } from "../../parts/Menu";
 import { Picture } from "../../parts/Picture";
 import { download } from "../../parts/download";
 import { say } from "../../state/announcements";
@@ -59,6 +60,23 @@ function Tools({ session, editing }: { session: ModuleSession; editing: Editing 
   );
 }
 
+/** At the end of the key of an item: CSV as spreadsheets of many countries read it. */
+const forSpreadsheets = " for spreadsheets";
+
+function exportItems(exports: readonly Export[]): MenuItem[] {
+  return exports.flatMap(({ format, label }) => [
+    { key: format, label },
+    ...(format.endsWith("-csv") ? [{ key: format + forSpreadsheets, label: texts.module.semicolons(label) }] : []),
+  ]);
+}
+
+function exportAs(session: ModuleSession, key: string): void {
+  const isForSpreadsheets = key.endsWith(forSpreadsheets);
+  const format = isForSpreadsheets ? key.slice(0, -forSpreadsheets.length) : key;
+  const csv: CsvChoice = isForSpreadsheets ? { separator: "semicolon", byteOrderMark: true } : {};
+  void download(exportModule(session.reference, session.values(), format, csv));
+}
+
 interface ModuleHeadProps {
   session: ModuleSession;
   editing: Editing;
@@ -70,7 +88,6 @@ interface ModuleHeadProps {
 export function ModuleHead({ session, editing, exports, onAdd }: ModuleHeadProps) {
   useKeys(session);
   const { device, picture, sizes } = editing.module;
-  const items = exports.map((one) => ({ key: one.format, label: one.label }));
   return (
     <div class="module-head">
       <Picture source={picture} label={texts.module.pictureOf(device.label)} />
@@ -80,11 +97,11 @@ export function ModuleHead({ session, editing, exports, onAdd }: ModuleHeadProps
       </div>
       <div class="tools">
         <Tools session={session} editing={editing} />
-        {items.length > 0 && (
+        {exports.length > 0 && (
           <Menu
             label={texts.module.exports}
-            items={items}
-            onChoose={(format) => void download(exportModule(session.reference, session.values(), format))}
+            items={exportItems(exports)}
+            onChoose={(key) => exportAs(session, key)}
           />
         )}
         {onAdd !== undefined && session.reference !== "" && (

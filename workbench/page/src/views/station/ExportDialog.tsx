@@ -14,6 +14,8 @@ const words = texts.station.exports;
 
 type Address = NonNullable<StationExportChoice["address"]>;
 type Scope = NonNullable<StationExportChoice["scope"]>;
+type Separator = NonNullable<StationExportChoice["separator"]>;
+type Mark = keyof typeof words.byteOrderMarks;
 
 interface ChoiceProps<Key extends string> {
   label: string;
@@ -49,8 +51,11 @@ export interface ExportDialogProps {
 export function ExportDialog({ formats, module, onClose }: ExportDialogProps) {
   const [address, setAddress] = useState<Address>("byte");
   const [scope, setScope] = useState<Scope>("global");
+  const [separator, setSeparator] = useState<Separator>("comma");
+  const [mark, setMark] = useState<Mark>("no");
   const give = (choice: StationExportChoice): void => {
-    void download(inTurn(() => exportStation(draft.get().text, { ...choice, address, scope })));
+    const all = { ...choice, address, scope, separator, byteOrderMark: mark === "yes" };
+    void download(inTurn(() => exportStation(draft.get().text, all)));
   };
   return (
     <Dialog title={words.title} onClose={onClose}>
@@ -65,6 +70,10 @@ export function ExportDialog({ formats, module, onClose }: ExportDialogProps) {
       <div class="side-by-side" role="group" aria-label={words.declarations}>
         <Choice<Address> label={words.address} value={address} all={words.addresses} onChange={(key) => setAddress(key)} />
         <Choice<Scope> label={words.scope} value={scope} all={words.scopes} onChange={(key) => setScope(key)} />
+      </div>
+      <div class="side-by-side" role="group" aria-label={words.csv}>
+        <Choice<Separator> label={words.separator} value={separator} all={words.separators} onChange={(key) => setSeparator(key)} />
+        <Choice<Mark> label={words.byteOrderMark} value={mark} all={words.byteOrderMarks} onChange={(key) => setMark(key)} />
       </div>
     </Dialog>
   );
