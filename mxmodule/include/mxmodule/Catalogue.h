@@ -62,6 +62,8 @@ struct ConditionField
     std::string name;      ///< In conditions.
     bool isNumber = false; ///< Compared as a whole number, otherwise as a text.
     std::string meaning;   ///< For help texts.
+    /// The operators that a condition may use with it, the most useful one first.
+    std::vector<std::string> comparisons = {};
 };
 
 /// Returns the properties that a condition may name.

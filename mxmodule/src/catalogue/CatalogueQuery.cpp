@@ -34,6 +34,19 @@ constexpr std::array<Operator, 8> operators = {{{"!=", Comparison::NotEqual},
                                                 {">", Comparison::Greater},
                                                 {"~", Comparison::Contains}}};
 
+// Of numbers and of texts.
+constexpr const char* commonComparisons = "= != < <= > >=";
+
+std::vector<std::string> comparisonsOf(const ModuleField& field)
+{
+    std::istringstream words(commonComparisons);
+    std::vector<std::string> all(std::istream_iterator<std::string>(words), {});
+    if (!field.isNumber) {
+        all.insert(all.begin(), "~");
+    }
+    return all;
+}
+
 [[noreturn]] void reject(const std::string& text, const std::string& reason,
                          std::vector<std::string> accepted = {})
 {
@@ -91,15 +104,15 @@ ModuleCondition moduleCondition(const std::string& text)
             return place != std::string::npos && text.compare(place, sign.size(), sign) == 0;
         });
     if (found == operators.end()) {
-        reject(text, "is not a condition, expected a field, one of = != < <= > >= ~ and a value, "
-                     "such as in_bytes>4");
+        reject(text, std::string("is not a condition, expected a field, one of ") +
+                         commonComparisons + " ~ and a value, such as in_bytes>4");
     }
     const ModuleField& field = fieldOf(text, trimmed(text.substr(0, place)));
     const std::string value =
         valueAfter(text, place + std::string(found->text).size(), text[place - 1] == ' ');
     if (field.isNumber && found->comparison == Comparison::Contains) {
-        reject(text,
-               "looks for a text in the number " + field.name + ", expected one of = != < <= > >=");
+        reject(text, "looks for a text in the number " + field.name + ", expected one of " +
+                         commonComparisons);
     }
     if (field.isNumber && !isWholeNumber(trimmed(value))) {
         reject(text, "compares " + field.name + " with \"" + trimmed(value) +
@@ -121,7 +134,7 @@ std::vector<ConditionField> conditionFields()
 {
     std::vector<ConditionField> fields;
     for (const ModuleField& field : moduleFields()) {
-        fields.push_back({field.name, field.isNumber, field.meaning});
+        fields.push_back({field.name, field.isNumber, field.meaning, comparisonsOf(field)});
     }
     return fields;
 }

@@ -41,7 +41,10 @@ text::Json catalogueName(const Workplace& workplace)
 
 text::Json conditionJson(const mxmodule::ConditionField& field)
 {
-    return {{"name", field.name}, {"isNumber", field.isNumber}, {"meaning", field.meaning}};
+    return {{"name", field.name},
+            {"isNumber", field.isNumber},
+            {"meaning", field.meaning},
+            {"comparisons", field.comparisons}};
 }
 
 } // namespace

@@ -92,4 +92,18 @@ TEST(ConditionFields, areNumbersOrTexts)
     EXPECT_FALSE(isNumber.at("direction"));
 }
 
+TEST(ConditionFields, haveTheComparisonsThatAConditionTakes)
+{
+    for (const mxmodule::ConditionField& field : mxmodule::conditionFields()) {
+        std::vector<std::string> expected = {"=", "!=", "<", "<=", ">", ">="};
+        if (!field.isNumber) {
+            expected.insert(expected.begin(), "~");
+        }
+        EXPECT_EQ(field.comparisons, expected) << field.name;
+        for (const std::string& comparison : field.comparisons) {
+            EXPECT_NO_THROW(CatalogueQuery("", {field.name + comparison + "1"})) << field.name;
+        }
+    }
+}
+
 } // namespace

@@ -15,6 +15,7 @@ export interface Condition {
   name: string;
   isNumber: boolean;
   meaning: string;
+  comparisons: string[];
 }
 
 /** How CSV is exported. */

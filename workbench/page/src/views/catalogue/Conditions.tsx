@@ -4,9 +4,6 @@ import { useStore } from "../../state/store";
 import { texts } from "../../texts";
 import { query } from "./search";
 
-const ofNumbers = ["=", "!=", "<", "<=", ">", ">="];
-const ofTexts = ["~", "=", "!="];
-
 function remove(condition: string): void {
   const before = query.get();
   query.set({ ...before, conditions: before.conditions.filter((one) => one !== condition) });
@@ -74,7 +71,7 @@ export function Conditions({ all }: { all: readonly Condition[] }) {
   const [value, setValue] = useState("");
   const id = useId();
   if (property === undefined) return null;
-  const comparisons = property.isNumber ? ofNumbers : ofTexts;
+  const { comparisons } = property;
   const compared = comparisons.includes(comparison) ? comparison : comparisons[0] ?? "";
   const submit = (event: Event): void => {
     event.preventDefault();
