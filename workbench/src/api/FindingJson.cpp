@@ -12,7 +12,7 @@ namespace workbench {
 
 namespace {
 
-// Of texts that a page cannot show.
+// Of the texts of a list: a text full of errors would make an answer that no page can show.
 constexpr std::size_t mostBytes = std::size_t{1} << 20;
 
 // Takes a number and the colon before it from the beginning of `text`.

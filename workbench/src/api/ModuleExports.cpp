@@ -47,15 +47,9 @@ void addConfigurations(std::vector<ModuleExport>& all, const std::string& bus,
                    [](From from) { return configurationOf<fieldbus>(from).json(); }});
 }
 
-std::vector<ModuleExport> moduleExports()
+void addChannels(std::vector<ModuleExport>& all)
 {
     using From = const ConfiguredModule&;
-    std::vector<ModuleExport> all;
-    addConfigurations<Fieldbus::Raw>(all, "raw", "");
-    addConfigurations<Fieldbus::Modbus>(all, "modbus", " for Modbus");
-    all.push_back({{"values", "Values to edit, YAML"}, "-values.yaml", [](From from) {
-                       return configurationOf<Fieldbus::Raw>(from).valuesFile();
-                   }});
     all.push_back({{"channels-text", "Channels, table"}, "-channels.txt", [](From from) {
                        return from.module.channelMap().text();
                    }});
@@ -71,6 +65,18 @@ std::vector<ModuleExport> moduleExports()
     all.push_back({{"channels-svg", "Process image, picture"}, ".svg", [](From from) {
                        return from.module.channelMap().svg();
                    }});
+}
+
+std::vector<ModuleExport> moduleExports()
+{
+    using From = const ConfiguredModule&;
+    std::vector<ModuleExport> all;
+    addConfigurations<Fieldbus::Raw>(all, "raw", "");
+    addConfigurations<Fieldbus::Modbus>(all, "modbus", " for Modbus");
+    all.push_back({{"values", "Values to edit, YAML"}, "-values.yaml", [](From from) {
+                       return configurationOf<Fieldbus::Raw>(from).valuesFile();
+                   }});
+    addChannels(all);
     all.push_back(
         {{"device-text", "Device, table"}, ".txt", [](From from) { return from.module.text(); }});
     all.push_back(
