@@ -74,6 +74,22 @@ module.exports = {
     await view.textHas("name: Tanks");
   },
 
+  async "says why the file cannot be opened, and opens it when it can"(t) {
+    t.allow(/status of 422/);
+    const workplace = t.workplace();
+    const server = await t.server(workplace, ...call);
+    const content = workplace.read(file);
+    fs.rmSync(workplace.path(file));
+    fs.mkdirSync(workplace.path(file));
+    const page = await t.open(server);
+    await soonHas("message", () => page.text(".problems"), "Cannot read the file: found a directory");
+    fs.rmdirSync(workplace.path(file));
+    workplace.write(file, content);
+    const view = await StationView.on(page);
+    await soon("text", () => view.text(), content);
+    equal("message", (await page.text(".problems")).includes("Cannot read"), false);
+  },
+
   async "a file changed by another program is loaded where the page has no changes"(t) {
     const workplace = t.workplace();
     const { page, view } = await open(t, workplace);

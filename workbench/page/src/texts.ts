@@ -306,6 +306,7 @@ export const texts = {
     sized: "The size of the reserved place was changed",
     saved: "Saved",
     notSaved: (reason: string) => `Not saved. ${reason}`,
+    notOpened: (reason: string) => `The file cannot be opened. ${reason}`,
     tookTheirs: "The file was loaded as it is on disk",
 
     tools: {

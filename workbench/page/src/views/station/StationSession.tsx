@@ -1,14 +1,16 @@
 import { useEffect } from "preact/hooks";
 import { openedFile } from "../../api/calls";
-import { connection, Unreachable } from "../../api/client";
+import { connection, Refusal, Unreachable } from "../../api/client";
 import type { Start } from "../../api/types";
+import { announce } from "../../state/announcements";
 import { diskVersion } from "../../state/status";
+import type { Store } from "../../state/store";
 import { texts } from "../../texts";
 import { base, draft, isChanged } from "./draft";
 import { FileChanged } from "./FileChanged";
 import { keepDraft, keptDraft } from "./keeping";
 import { beginWith, inTurn, planIfUnanswered } from "./planning";
-import { checkFile, save, showSaveState, theirs } from "./saving";
+import { checkFile, save, saveFindings, showSaveState, theirs } from "./saving";
 
 async function open(start: Start): Promise<void> {
   const kept = keptDraft(start.file);
@@ -24,14 +26,24 @@ async function open(start: Start): Promise<void> {
   checkFile();
 }
 
-function untilConnected(): Promise<void> {
+/** Waits until `store` changes to a value that is wanted. */
+function until<T>(store: Store<T>, isWanted: (value: T) => boolean): Promise<void> {
   return new Promise((done) => {
-    const end = connection.watch(() => {
-      if (connection.get() !== "connected") return;
+    const end = store.watch(() => {
+      if (!isWanted(store.get())) return;
       end();
       done();
     });
   });
+}
+
+/** Says why the file cannot be read, and waits until there is another version of it. */
+async function untilReadable(refusal: Refusal): Promise<void> {
+  const before = diskVersion.get();
+  saveFindings.set(refusal.findings);
+  announce(texts.station.notOpened(refusal.message), true);
+  await until(diskVersion, (version) => version !== before);
+  saveFindings.set([]);
 }
 
 async function openWhenReached(start: Start): Promise<void> {
@@ -39,8 +51,9 @@ async function openWhenReached(start: Start): Promise<void> {
     try {
       return await open(start);
     } catch (error) {
-      if (!(error instanceof Unreachable)) throw error;
-      if (connection.get() !== "connected") await untilConnected();
+      if (error instanceof Refusal) await untilReadable(error);
+      else if (!(error instanceof Unreachable)) throw error;
+      else if (connection.get() !== "connected") await until(connection, (state) => state === "connected");
     }
   }
 }

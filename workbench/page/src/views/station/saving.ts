@@ -14,7 +14,7 @@ import { inTurn, replaceText } from "./planning";
 /** The file as another program left it; null: it is as this page knows it. */
 export const theirs = new Store<Base | null>(null);
 
-/** Why the last saving failed. */
+/** Why the file could not be read, or the draft not be saved. */
 export const saveFindings = new Store<readonly Finding[]>([]);
 
 let isSaving = false;
