@@ -47,7 +47,7 @@ void addConfigurations(std::vector<ModuleExport>& all, const std::string& bus,
                    [](From from) { return configurationOf<fieldbus>(from).json(); }});
 }
 
-void addChannels(std::vector<ModuleExport>& all)
+void addChannelForms(std::vector<ModuleExport>& all)
 {
     using From = const ConfiguredModule&;
     all.push_back({{"channels-text", "Channels, table"}, "-channels.txt", [](From from) {
@@ -76,7 +76,7 @@ std::vector<ModuleExport> moduleExports()
     all.push_back({{"values", "Values to edit, YAML"}, "-values.yaml", [](From from) {
                        return configurationOf<Fieldbus::Raw>(from).valuesFile();
                    }});
-    addChannels(all);
+    addChannelForms(all);
     all.push_back(
         {{"device-text", "Device, table"}, ".txt", [](From from) { return from.module.text(); }});
     all.push_back(

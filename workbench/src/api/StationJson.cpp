@@ -75,8 +75,8 @@ text::Json extentJson(const mxstation::ImageBytes& bytes)
                            : text::Json{{"offset", bytes.offset}, {"size", bytes.size}};
 }
 
-text::Json entryJson(std::size_t index, const mxstation::Entry& entry,
-                     const std::string& plannedName, const PlannedEntry& planned)
+text::Json statedEntryJson(std::size_t index, const mxstation::Entry& entry,
+                           const std::string& plannedName, const PlannedEntry& planned)
 {
     return {{"index", index},
             {"position", planned.position == 0 ? text::Json() : text::Json(planned.position)},
@@ -99,7 +99,7 @@ text::Json entriesJson(const mxstation::Station& station, const mxstation::Plan&
     const std::vector<std::string> names = mxstation::entryNames(station);
     text::Json list = text::Json::array();
     for (std::size_t i = 0; i < station.entries.size(); ++i) {
-        list.push_back(entryJson(i, station.entries[i], names[i], planned[i]));
+        list.push_back(statedEntryJson(i, station.entries[i], names[i], planned[i]));
     }
     return list;
 }
