@@ -80,6 +80,8 @@ module.exports = {
     const written = modules.flatMap((module) => module.parameters.map((one) =>
       [module.name, one.name, `${one.address} (0x${one.address.toString(16)})`, one.found, one.planned, one.planned, "verified"]));
     equal("what was written", await view.rows(".report table"), written);
+    await view.compare("Verify", await json("verify"));
+    equal("the report stays", await view.rows(".report table"), written);
   },
 
   async "the report is a file of each form"(t) {

@@ -87,7 +87,6 @@ void OnlineSession::compare(const mxstation::Plan& plan, bool isPlan)
     begin(isPlan ? OnlineWork::Plan : OnlineWork::Verify);
     planned = std::make_shared<mxstation::Plan>(plan);
     shown.difference.reset();
-    shown.report.reset();
 }
 
 void OnlineSession::apply(std::uint64_t id, const std::string& version)
@@ -102,6 +101,7 @@ void OnlineSession::apply(std::uint64_t id, const std::string& version)
             "names the file that was applied");
     }
     begin(OnlineWork::Apply);
+    shown.report.reset();
 }
 
 std::uint64_t OnlineSession::watch(const mxstation::Plan& plan,
@@ -238,7 +238,9 @@ void OnlineSession::runWork(std::unique_lock<std::mutex>& lock)
         shown.difference = ShownDifference{++lastId, versionOf(*plan), work == OnlineWork::Plan,
                                            *result.difference};
     }
-    shown.report = std::move(result.report);
+    if (work == OnlineWork::Apply) {
+        shown.report = std::move(result.report);
+    }
     shown.findings.insert(shown.findings.end(), result.findings.begin(), result.findings.end());
     ++shown.sequence;
 }

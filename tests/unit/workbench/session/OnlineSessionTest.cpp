@@ -95,7 +95,10 @@ TEST_F(OnlineSessionTest, PlansAndAppliesWhatWasAgreedTo)
     EXPECT_EQ(simulator.parameters(1), plan.modules[0].registers);
 
     session.compare(plan, false);
-    EXPECT_TRUE(waitForEnd().difference->difference.isSame());
+    const OnlineState verified = waitForEnd();
+    EXPECT_TRUE(verified.difference->difference.isSame());
+    ASSERT_TRUE(verified.report); // until the next one, so that it can still be kept
+    EXPECT_EQ(verified.report->json(), applied.report->json());
 }
 
 TEST_F(OnlineSessionTest, AppliesNothingElse)

@@ -33,8 +33,8 @@ export function OnlineView({ start }: { start: Start }) {
       <ConnectionState target={state?.target ?? start.target ?? ""} />
       <Findings findings={refused} />
       <Findings findings={state?.findings ?? []} />
-      {state !== null && state.report !== null && <Report report={state.report} />}
       <PlanPanel state={state} />
+      {state !== null && state.report !== null && <Report report={state.report} />}
       <LiveValues />
     </section>
   );
