@@ -1,19 +1,28 @@
 #include "PlainValues.h"
 
 #include "ParameterText.h"
+#include "configuration/AcceptedValue.h"
 
 #include <text/Utf8.h>
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace mxmodule {
 
 namespace {
 
-Option plainOption(const DeviceReport::Option& option)
+std::vector<Option> plainOptions(const DeviceReport::Parameter& parameter)
 {
-    return {text::toUtf8(option.text), option.value, option.raw, option.current};
+    std::vector<Option> options;
+    std::vector<std::string> texts = callTexts(parameter);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const DeviceReport::Option& option = parameter.options[i];
+        options.push_back({text::toUtf8(option.text), option.value, option.raw, option.current,
+                           std::move(texts[i])});
+    }
+    return options;
 }
 
 Parameter plainParameter(const DeviceReport::Parameter& parameter, const ParameterNames& names)
@@ -38,8 +47,7 @@ Parameter plainParameter(const DeviceReport::Parameter& parameter, const Paramet
     plain.minimum = minimumDigits(parameter);
     plain.maximum = maximumDigits(parameter);
     plain.hasOptions = parameter.hasOptionList;
-    std::transform(parameter.options.begin(), parameter.options.end(),
-                   std::back_inserter(plain.options), plainOption);
+    plain.options = plainOptions(parameter);
     plain.isPhysical = parameter.converted;
     plain.flagBit0 = parameter.flagBit0;
     plain.flagBit1 = parameter.flagBit1;

@@ -65,6 +65,7 @@ struct Option
     std::string value;    ///< The number, decimal.
     std::uint8_t raw = 0; ///< The lowest byte of the number.
     bool current = false; ///< The parameter has this value.
+    std::string callText; ///< Selects it in `Module::compose`: its text, or "#" and its number.
 };
 
 /// Where a value lies in the raw parameter image.

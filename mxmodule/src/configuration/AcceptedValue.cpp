@@ -65,23 +65,6 @@ std::string numberWord(const std::string& number)
     return "#" + number;
 }
 
-// What selects each option in a call: its text, or "#N" where that may be read in another way.
-std::vector<std::string> optionWords(const DeviceParameter& parameter)
-{
-    std::map<std::string, std::set<std::string>> numbers; // by text
-    for (const DeviceOption& option : parameter.options) {
-        numbers[text::toUtf8(option.text)].insert(option.value);
-    }
-    std::vector<std::string> words;
-    for (const DeviceOption& option : parameter.options) {
-        const std::string text = text::toUtf8(option.text);
-        const bool mayBeNumber =
-            text.empty() || text[0] == '#' || (isInteger(text) && !sameNumber(text, option.value));
-        words.push_back(mayBeNumber || numbers[text].size() > 1 ? numberWord(option.value) : text);
-    }
-    return words;
-}
-
 // The number of the option with this text, if any.
 std::optional<std::string> numberOfText(const DeviceParameter& parameter, const std::string& text)
 {
@@ -116,7 +99,7 @@ std::vector<std::string> optionTexts(const DeviceParameter& parameter)
     reject(parameter, value,
            fmt::format("no such option{} Accepted: {}", guess.empty() ? "." : guess,
                        text::toUtf8(acceptedValues(parameter))),
-           optionWords(parameter));
+           callTexts(parameter));
 }
 
 std::string limitsOf(const DeviceParameter& parameter)
@@ -263,6 +246,22 @@ std::string rangedNumber(const DeviceParameter& parameter, const std::string& va
 }
 
 } // namespace
+
+std::vector<std::string> callTexts(const DeviceReport::Parameter& parameter)
+{
+    std::map<std::string, std::set<std::string>> numbers; // by text
+    for (const DeviceOption& option : parameter.options) {
+        numbers[text::toUtf8(option.text)].insert(option.value);
+    }
+    std::vector<std::string> words;
+    for (const DeviceOption& option : parameter.options) {
+        const std::string text = text::toUtf8(option.text);
+        const bool mayBeNumber =
+            text.empty() || text[0] == '#' || (isInteger(text) && !sameNumber(text, option.value));
+        words.push_back(mayBeNumber || numbers[text].size() > 1 ? numberWord(option.value) : text);
+    }
+    return words;
+}
 
 std::string acceptedValue(const DeviceParameter& parameter, const std::string& value,
                           ValueCheck check)

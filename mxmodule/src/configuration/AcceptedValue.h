@@ -5,6 +5,7 @@
 #include <mxmodule/Assignment.h>
 
 #include <string>
+#include <vector>
 
 namespace mxmodule {
 
@@ -15,5 +16,9 @@ namespace mxmodule {
 /// an `InvalidInput` that states what is accepted.
 std::string acceptedValue(const DeviceReport::Parameter& parameter, const std::string& value,
                           ValueCheck check);
+
+/// Returns for each option of `parameter` what selects it as such a value (UTF-8): its text, or
+/// "#N" where that may be read in another way.
+std::vector<std::string> callTexts(const DeviceReport::Parameter& parameter);
 
 } // namespace mxmodule

@@ -20,6 +20,18 @@ text::Json callNamesJson(const mxmodule::Module& module)
     return names;
 }
 
+text::Json callTextsJson(const mxmodule::Module& module)
+{
+    text::Json texts = text::Json::object();
+    for (const mxmodule::Parameter& parameter : module.parameters()) {
+        text::Json& ofParameter = texts["#" + parameter.id] = text::Json::array();
+        for (const mxmodule::Option& option : parameter.options) {
+            ofParameter.push_back(option.callText);
+        }
+    }
+    return texts;
+}
+
 // Adds the Modbus form, or why there is none.
 void addModbus(AnswerText& answer, const mxmodule::Module& module, const std::vector<char>& image)
 {
@@ -68,6 +80,7 @@ void addDescription(AnswerText& answer, const mxmodule::Module& module)
         .add("picture", pictureJson(module))
         .add("processImage", map.svg())
         .add("sizes", sizesJson(module.sizes()))
+        .add("callTexts", callTextsJson(module))
         .add("places", text::listJson(map.channels(), bitsJson));
 }
 

@@ -19,7 +19,8 @@ text::Json bitsJson(const mxmodule::MappedChannel& channel);
 
 /// Adds what `module` is to `answer`: `device` and `channels` are what `mxtool show` and `mxtool
 /// channels` print, `picture` is that of the product as a data URL or null, `processImage` is a
-/// drawing (SVG), `sizes` are bytes, `places` are those of the channels of `channels`.
+/// drawing (SVG), `sizes` are bytes, `callTexts` has for each parameter, "#ID", what selects its
+/// options, `places` are those of the channels of `channels`.
 void addDescription(AnswerText& answer, const mxmodule::Module& module);
 
 } // namespace workbench

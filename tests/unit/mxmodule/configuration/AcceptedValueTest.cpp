@@ -73,6 +73,18 @@ TEST_F(AcceptedValue, aCrossIsAlwaysTheNumber)
     EXPECT_THAT(outcome(filter, "#9"), HasSubstr("no such option"));
 }
 
+// A text that is read in one way selects its option, otherwise the number behind a cross does.
+TEST_F(AcceptedValue, ofEachOptionIsItsCallText)
+{
+    const auto texts = mxmodule::callTexts(filter);
+    ASSERT_EQ(texts.size(), filter.options.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        EXPECT_EQ(outcome(filter, texts[i]), filter.options[i].value) << texts[i];
+    }
+    EXPECT_EQ(texts[0], "off");
+    EXPECT_EQ(texts[2], "#2"); // its text is the number of another option
+}
+
 TEST_F(AcceptedValue, aTextOfTwoOptionsIsRefused)
 {
     EXPECT_THAT(outcome(filter, "same"), HasSubstr("several options have this text"));

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <mxmodule/Module.h>
 
+#include <algorithm>
+
 namespace {
 
 using mxmodule::Fieldbus;
@@ -45,6 +47,28 @@ TEST_F(ModuleCalls, GiveCallNamesThatSetTheParameters)
         EXPECT_EQ(example().parametersCalled(name), example().parametersCalled(id)) << id;
     }
     EXPECT_EQ(names.size(), example().parameters().size());
+}
+
+TEST_F(ModuleCalls, GiveCallTextsThatSelectTheOptions)
+{
+    const Json texts = call("POST", "/module", {{"reference", "MX0304.bin"}}).at("callTexts");
+    const auto parameters = example().parameters();
+    EXPECT_EQ(texts.size(), parameters.size());
+    std::size_t options = 0;
+    for (const auto& parameter : parameters) {
+        const Json& ofParameter = texts.at("#" + parameter.id);
+        ASSERT_EQ(ofParameter.size(), parameter.options.size()) << parameter.name;
+        for (std::size_t i = 0; i < ofParameter.size(); ++i, ++options) {
+            const auto set = example().compose({{"#" + parameter.id, ofParameter[i]}});
+            const auto decoded = example().configuration(set.image, Fieldbus::Raw).parameters();
+            const auto found = std::find_if(decoded.begin(), decoded.end(), [&](const auto& one) {
+                return one.id == parameter.id;
+            });
+            ASSERT_NE(found, decoded.end());
+            EXPECT_EQ(found->value, parameter.options[i].value) << parameter.name;
+        }
+    }
+    EXPECT_GT(options, 0U);
 }
 
 TEST_F(ModuleCalls, SetValues)

@@ -2,7 +2,7 @@
 
 import { callFile, callJson } from "./client";
 import type { Download } from "./client";
-import { withPlaces } from "./places";
+import { combined } from "./combined";
 import type {
   CatalogueModule, Configured, CsvChoice, Explanation, Finding, FolderModule, Module, NamedValue, OpenedFile, Start,
 } from "./types";
@@ -35,7 +35,7 @@ export function searchCatalogue(
 }
 
 export async function module(reference: string, signal?: AbortSignal): Promise<Module> {
-  return withPlaces(await callJson<Module>("module", { body: { reference }, signal }));
+  return combined(await callJson<Module>("module", { body: { reference }, signal }));
 }
 
 /** `configured` is null if a value is refused. */

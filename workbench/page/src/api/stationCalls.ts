@@ -2,13 +2,13 @@
 
 import { callFile, callJson } from "./client";
 import type { Download } from "./client";
-import { withPlaces } from "./places";
+import { combined } from "./combined";
 import type { StationAnswer, StationExportChoice, StationQuestion } from "./stationTypes";
 
 /** Reads and plans a text, after one edit if the question has one. */
 export async function askStation(question: StationQuestion): Promise<StationAnswer> {
   const answer = await callJson<StationAnswer>("station", { body: question });
-  return withPlaces({ ...answer, module: answer.module && withPlaces(answer.module) });
+  return combined({ ...answer, module: answer.module && combined(answer.module) });
 }
 
 /** Returns the product images of the station's modules by their references. */

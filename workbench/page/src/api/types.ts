@@ -64,6 +64,8 @@ export interface CatalogueModule {
 
 export interface Option {
   text: string;
+  /** What selects it as a value. */
+  callText: string;
   value: string;
   raw: number;
   current: boolean;

@@ -31,12 +31,6 @@ export interface Choice {
   value: string;
 }
 
-function isPlain(option: Option, all: readonly Option[]): boolean {
-  const { text } = option;
-  const isOther = all.some((one) => one !== option && (one.text === text || one.value === text));
-  return text !== "" && text === text.trim() && !text.startsWith("#") && !isOther;
-}
-
 /** Returns what the parameter can be set to; nothing for a number. A switch has off first. */
 export function choicesOf(parameter: DeviceParameter): readonly Choice[] {
   if (!parameter.has_option_list) {
@@ -44,11 +38,7 @@ export function choicesOf(parameter: DeviceParameter): readonly Choice[] {
     return [{ word: "0", text: off, value: "0" }, { word: "1", text: on, value: "1" }];
   }
   const all = parameter.options;
-  const choices = all.map((one) => ({
-    word: isPlain(one, all) ? one.text : `#${one.value}`,
-    text: one.text,
-    value: one.value,
-  }));
+  const choices = all.map(({ callText, text, value }) => ({ word: callText, text, value }));
   const isReversed = isOffOn(all) && texts.parameters.switchWords.some((pair) => pair[1] === all[0]?.text.toLowerCase());
   return isReversed ? choices.reverse() : choices;
 }
