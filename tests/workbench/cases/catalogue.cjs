@@ -116,8 +116,11 @@ module.exports = {
   async "lists the files of the folder, and opens one"(t) {
     const page = await open(t);
     const name = "modules/MX0804.bin";
-    await page.click("link", name);
     const { label } = await t.shared.json("config", name);
+    await page.fillField("Search words", label);
+    await soon("files with these words", () => page.texts(".catalogue .files li > span"),
+      [name, name.replace(".bin", ".yaml")].map((one) => `${one} ${label}`));
+    await page.click("link", name);
     await page.heading(label);
   },
 

@@ -33,7 +33,7 @@ module.exports = {
     await page.press("Enter");
     await soon("dialog", () => page.dialog(), "Add a module");
     await page.keyboard.type("MX0204.yaml");
-    await page.reach("../modules/MX0204.yaml");
+    await page.reach("4 DO relay 230 V AC 2 A ../modules/MX0204.yaml");
     await page.press("Enter");
     await soon("entries", () => view.names(), ["MX0116", "MX0204", "Levels", "flow meter", "Pumps"]);
     await soon("the dialog gives the focus back", () => page.focused(), "Add module …");

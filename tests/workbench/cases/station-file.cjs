@@ -168,7 +168,7 @@ module.exports = {
     const page = await t.open(await t.server(workplace, "--folder", "."), { route: "#/station" });
     await page.click("button", "Add module …");
     await page.fillField("Search words", "MX0108.yaml", "", "dialog");
-    await page.click("button", "modules/MX0108.yaml", "dialog");
+    await page.click("button", "8 DI 24 V DC 3 ms modules/MX0108.yaml", "dialog");
     const view = await StationView.on(page, 1);
     const downloads = await t.downloads(page);
     await page.click("button", "Download");

@@ -55,7 +55,7 @@ module.exports = {
     await page.click("button", "Add module …");
     await page.choose("Place", "1", "dialog");
     await page.fillField("Search words", "MX0108.yaml", "", "dialog");
-    await page.click("button", "../modules/MX0108.yaml", "dialog");
+    await page.click("button", "8 DI 24 V DC 3 ms ../modules/MX0108.yaml", "dialog");
     await soon("entries", () => view.names(), ["MX0116", "MX0108", "Levels", "flow meter", "Pumps"]);
     await view.textHas("  - ../modules/MX0108.yaml\n");
     await view.isAsPlanned(t.shared);
@@ -68,10 +68,10 @@ module.exports = {
       await page.click("button", "Add module …");
       await soonHas("what the list does", () => page.text("dialog"), "the dialog closes");
       await page.choose("Place", "1", "dialog");
-      await page.click("button", "../modules/MX0108.yaml", "dialog");
+      await page.click("button", "8 DI 24 V DC 3 ms ../modules/MX0108.yaml", "dialog");
       await soon("dialog", () => page.dialog(), "");
     };
-    const said = "Added: MX0108 (../modules/MX0108.yaml), place 2 of 5";
+    const said = "Added: MX0108 (8 DI 24 V DC 3 ms), place 2 of 5";
     await add();
     await soon("message", () => page.text(".toast span"), said);
     equal("heard", await page.text(".heard[role=status]"), said);

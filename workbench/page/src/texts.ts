@@ -87,7 +87,7 @@ export const texts = {
     title: "Catalogue",
     words: "Search words",
     wordsHint: "Label, order code, names of channels and parameters",
-    filesHint: "Names of files",
+    filesHint: "Names of files and labels",
     field: "Property",
     comparison: "Comparison",
     value: "Value",

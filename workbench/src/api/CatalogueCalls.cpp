@@ -37,8 +37,9 @@ Response searchCatalogueCall(const CallContext& context, const Request& request)
 
 Response moduleFilesCall(const CallContext& context, const Request& /*request*/)
 {
-    const auto fileJson = [](const std::string& reference) {
-        return text::Json{{"reference", text::toUtf8(reference)}};
+    const auto fileJson = [](const ListedModule& module) {
+        return text::Json{{"reference", text::toUtf8(module.reference)},
+                          {"label", text::toUtf8(module.label)}};
     };
     return AnswerText()
         .add("modules", text::listJson(context.workplace.moduleFiles(), fileJson))

@@ -1,6 +1,7 @@
 #include "session/Workplace.h"
 
 #include <mxmodule/FileKind.h>
+#include <mxmodule/Module.h>
 
 #include <fmt/format.h>
 
@@ -69,16 +70,28 @@ std::string Workplace::stationName() const
     return openedStation ? openedStation->path() : (fs::path(folderPath) / unnamed).string();
 }
 
-std::vector<std::string> Workplace::moduleFiles() const
+std::vector<ListedModule> Workplace::moduleFiles(std::chrono::milliseconds time) const
 {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + time;
     const fs::path beside = fs::path(stationName()).parent_path();
-    std::vector<std::string> references;
+    std::vector<ListedModule> listed;
     for (const std::string& name : modules.names()) {
         const fs::path file = fs::path(folderPath) / name;
-        references.push_back(
-            file.lexically_normal().lexically_relative(beside.lexically_normal()).string());
+        const fs::path reference =
+            file.lexically_normal().lexically_relative(beside.lexically_normal());
+        listed.push_back({reference.string(), Clock::now() < end ? labelOf(name) : ""});
     }
-    return references;
+    return listed;
+}
+
+std::string Workplace::labelOf(const std::string& name) const
+{
+    try {
+        return mxmodule::Module(modules.file(name)).label();
+    } catch (const Failure&) {
+        return ""; // what is wrong with it is said when it is opened
+    }
 }
 
 mxstation::StationOptions Workplace::stationOptions() const

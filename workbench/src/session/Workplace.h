@@ -5,11 +5,19 @@
 #include <mxmodule/ModuleFolder.h>
 #include <mxstation/Station.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace workbench {
+
+/// A module of the folder, as in a list.
+struct ListedModule
+{
+    std::string reference; ///< The name that a station may use.
+    std::string label;     ///< As on the product; empty: not known.
+};
 
 /// What calls work with: the opened file, the folder that files come from, and the catalogue. For
 /// several threads; each call opens the catalogue itself.
@@ -34,10 +42,13 @@ public:
     /// Returns the name of the station's text in places of findings.
     std::string stationName() const;
 
-    /// Returns the mx files and text forms of the folder, by the names that a station may use.
-    std::vector<std::string> moduleFiles() const;
+    /// Returns the mx files and text forms of the folder. After `time` no more of them are read:
+    /// the others have no label, those of files with errors neither.
+    std::vector<ListedModule>
+    moduleFiles(std::chrono::milliseconds time = std::chrono::milliseconds(300)) const;
 
 private:
+    std::string labelOf(const std::string& name) const;
     mxstation::StationOptions stationOptions() const;
 
     std::string url;

@@ -4,11 +4,13 @@
 #include <mxmodule/Module.h>
 
 #include <algorithm>
+#include <chrono>
 
 namespace {
 
 using mxmodule::Fieldbus;
 using mxmodule::Module;
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using text::Json;
@@ -183,6 +185,30 @@ TEST_F(ModuleCalls, ReadNothingOutsideTheFolder)
         const auto texts = failure("POST", "/module", {{"reference", outside}}, 422);
         ASSERT_EQ(texts.size(), 1U);
         EXPECT_THAT(texts[0], Not(HasSubstr("root:")));
+    }
+}
+
+TEST_F(ModuleCalls, ListTheFolderWithLabels)
+{
+    write("damaged.bin", std::string("\x5a\x03", 2) + std::string(60, '\0'));
+    const auto listed = place->moduleFiles(std::chrono::hours(1));
+    for (const auto& [reference, label] : listed) {
+        EXPECT_EQ(label,
+                  reference == "damaged.bin" ? "" : Module::fromFile(path(reference)).label())
+            << reference;
+    }
+    const Json answered = call("GET", "/modules").at("modules");
+    ASSERT_EQ(answered.size(), listed.size());
+    EXPECT_EQ(answered[0].at("reference"), listed[0].reference);
+    EXPECT_THAT(answered[0].at("label"), AnyOf(listed[0].label, "")); // on a slow machine
+}
+
+TEST_F(ModuleCalls, ReadNoFileOfTheFolderAfterTheTime)
+{
+    const auto listed = place->moduleFiles(std::chrono::hours(0));
+    ASSERT_FALSE(listed.empty());
+    for (const auto& module : listed) {
+        EXPECT_EQ(module.label, "") << module.reference;
     }
 }
 

@@ -49,6 +49,8 @@ export interface OpenedFile {
 
 export interface FolderModule {
   reference: string;
+  /** "": not known. */
+  label: string;
 }
 
 export interface CatalogueModule {

@@ -10,7 +10,7 @@ import { query } from "./search";
 /** The mx files of the folder that have the words of the search. */
 export function Folder({ all, onAdd }: { all: readonly FolderModule[]; onAdd: AddModule | undefined }) {
   const { words } = useStore(query);
-  const found = all.filter((one) => hasWords(words, one.reference));
+  const found = all.filter((one) => hasWords(words, one.reference, one.label));
   const roving = useRoving(found.length);
   return (
     <section aria-labelledby="folder-title">
@@ -18,9 +18,12 @@ export function Folder({ all, onAdd }: { all: readonly FolderModule[]; onAdd: Ad
       <ul class="files" onKeyDown={roving.onKeyDown} onFocusIn={roving.onFocusIn}>
         {found.map((one, index) => (
           <li key={one.reference} data-item={index}>
-            <a class="mono" href={address({ view: "module", reference: one.reference })} tabIndex={index === roving.current ? 0 : -1}>
-              {one.reference}
-            </a>
+            <span>
+              <a class="mono" href={address({ view: "module", reference: one.reference })} tabIndex={index === roving.current ? 0 : -1}>
+                {one.reference}
+              </a>
+              <span class="faint">{one.label}</span>
+            </span>
             {onAdd !== undefined && (
               <button
                 type="button"

@@ -37,7 +37,7 @@ export function useCandidates(words: string, hasCatalogue: boolean): Candidates 
   const [found, setFound] = useState<Omit<Candidates, "files">>(none);
   useEffect(() => {
     const ending = new AbortController();
-    folderModules(ending.signal).then(({ modules }) => setFolder(modules.map((one) => ({ ...one, label: "" })))).catch(() => undefined);
+    folderModules(ending.signal).then(({ modules }) => setFolder(modules)).catch(() => undefined);
     return () => ending.abort();
   }, []);
   useEffect(() => {
@@ -49,5 +49,5 @@ export function useCandidates(words: string, hasCatalogue: boolean): Candidates 
       ending.abort();
     };
   }, [words, hasCatalogue]);
-  return { ...found, files: folder.filter((one) => hasWords(words, one.reference)) };
+  return { ...found, files: folder.filter((one) => hasWords(words, one.reference, one.label)) };
 }
