@@ -128,6 +128,8 @@ module.exports = {
   async "the first stop leads to the content"(t) {
     const page = await t.open(await t.sharedServer(...call));
     await StationView.on(page);
+    await soonHas("selected module", () => page.text("[role=tabpanel]"), "Input filter");
+    await page.evaluate(() => new Promise((done) => requestAnimationFrame(() => setTimeout(done, 100)))); // all is drawn
     await page.press("Tab");
     equal("first stop", await page.focused(), "Skip to the content");
     await page.press("Enter");

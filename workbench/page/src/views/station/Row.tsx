@@ -110,13 +110,22 @@ function onRowKey(event: KeyboardEvent, entry: number, count: number): void {
   event.preventDefault();
 }
 
+/** Scrolls the row alone: scrollIntoView would also change where Tab goes next, in some browsers. */
+function bringIntoSight(list: HTMLElement, entry: HTMLElement): void {
+  const row = list.getBoundingClientRect();
+  const place = entry.getBoundingClientRect();
+  list.scrollLeft += Math.max(0, place.right - row.right) - Math.max(0, row.left - place.left);
+  list.scrollTop += Math.max(0, place.bottom - row.bottom) - Math.max(0, row.top - place.top);
+}
+
 /** Keeps the selected entry in sight, and the focus on it while it is within the row. */
 function useSelectedInSight(selected: number | null, row: RowModel): { current: HTMLOListElement | null } {
   const list = useRef<HTMLOListElement>(null);
   useEffect(() => {
-    const button = list.current?.querySelector<HTMLElement>(`[data-entry="${selected ?? 0}"] > button`);
-    if (!list.current?.contains(document.activeElement)) button?.scrollIntoView({ block: "nearest", inline: "nearest" });
-    else if (button !== document.activeElement) button?.focus();
+    const button = list.current?.querySelector<HTMLElement>(`[data-entry="${selected ?? 0}"] > button`) ?? null;
+    if (list.current === null || button === null) return;
+    if (!list.current.contains(document.activeElement)) bringIntoSight(list.current, button);
+    else if (button !== document.activeElement) button.focus();
   }, [selected, row]);
   return list;
 }
