@@ -155,4 +155,27 @@ module.exports = {
     await soon("selected entry", () => view.selected(), "flow meter");
     isTrue("its lines are marked", await page.has(".yaml-selected"));
   },
+
+  async "the entry of the line comes into sight in a long row"(t) {
+    const page = await t.open(await t.sharedServer("stations/row-of-64.yaml", "--folder", "."));
+    const view = await StationView.on(page, 64);
+    const names = await view.names();
+    const text = await view.text();
+    const isInSight = (index) => page.evaluate((one) => {
+      const row = document.querySelector(".entry-row").getBoundingClientRect();
+      const card = document.querySelector(`[data-entry="${one}"] > button`).getBoundingClientRect();
+      return card.left >= row.left - 1 && card.right <= row.right + 1;
+    }, index);
+    for (const [from, index] of [[text.length - 2, 63], [text.indexOf("\n  - ") + 6, 0]]) {
+      await page.evaluate((at) => {
+        const field = document.querySelector(".yaml textarea");
+        field.focus();
+        field.setSelectionRange(at, at);
+      }, from);
+      await page.press("ArrowRight");
+      await soon("selected entry", () => view.selected(), names[index]);
+      await soon("it is in sight", () => isInSight(index), true);
+      equal("the other end is", await isInSight(63 - index), false);
+    }
+  },
 };
