@@ -73,7 +73,7 @@ TEST_F(AcceptedValue, aCrossIsAlwaysTheNumber)
     EXPECT_THAT(outcome(filter, "#9"), HasSubstr("no such option"));
 }
 
-// A text that is read in one way selects its option, otherwise the number behind a cross does.
+// An option is selected by its text if that can mean nothing else, otherwise by "#" and its number.
 TEST_F(AcceptedValue, ofEachOptionIsItsCallText)
 {
     const auto texts = mxmodule::callTexts(filter);
