@@ -2,6 +2,7 @@
 "use strict";
 
 const { equal, isTrue, soon, soonHas } = require("../harness/expected.cjs");
+const { clickAtRest } = require("../harness/page.cjs");
 const { StationView } = require("../harness/station-view.cjs");
 const { parameterOf } = require("../harness/module-view.cjs");
 
@@ -75,7 +76,7 @@ module.exports = {
     await view.type((await view.text()).replace("name: Pumps", "name: Levels"));
     await soonHas("finding", () => view.findings(), "1 error");
     const button = await page.page.waitForSelector(".problems .finding button, .problems button");
-    await button.click();
+    await clickAtRest(button);
     await soonHas("selected text", () => page.evaluate(() => {
       const field = document.querySelector(".yaml textarea");
       return document.activeElement === field ? field.value.slice(0, field.selectionEnd).split("\n").pop() : "";

@@ -2,6 +2,7 @@
 "use strict";
 
 const { soon } = require("./expected.cjs");
+const { clickAtRest } = require("./page.cjs");
 
 const grids = { raw: "Parameter image", modbus: "Modbus registers" };
 
@@ -43,9 +44,9 @@ class ModuleView {
       await control.select(word);
     } else if (kind === "radio") {
       const radio = await page.waitForSelector(`${this.field(id)} input[value="${CSS.escape(word)}"]`);
-      await (await radio.evaluateHandle((one) => one.closest("label"))).click();
+      await clickAtRest(await radio.evaluateHandle((one) => one.closest("label")));
     } else if (kind === "checkbox") {
-      await control.click();
+      await clickAtRest(control);
     } else {
       await this.page.fill(control, word);
     }

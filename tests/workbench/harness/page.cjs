@@ -30,6 +30,36 @@ const kinds = {
   grid: "[role=grid]",
 };
 
+// Runs in the page: the element as soon as it has stayed at its place for two frames, with a look at where it is pressed.
+async function atRest(element) {
+  // A page behind another one draws no frames.
+  const frame = () => new Promise((done) => { requestAnimationFrame(done); setTimeout(done, 50); });
+  const place = () => { const { x, y, width, height } = element.getBoundingClientRect(); return [x, y, width, height].join(); };
+  for (let before = "", now = place(), left = 60; before !== now && left > 0; --left) {
+    before = now;
+    await frame();
+    await frame();
+    now = place();
+  }
+  const pressed = { isInside: null };
+  document.addEventListener("pointerdown", (event) => { pressed.isInside = event.composedPath().includes(element); },
+    { capture: true, once: true });
+  return pressed;
+}
+
+/** Clicks an element at rest, and again where the page moved it from under the mouse: nothing can stop that in between. */
+async function clickAtRest(element, options) {
+  for (let left = 5; left > 0; --left) {
+    const pressed = await element.evaluateHandle(atRest);
+    await element.click(options);
+    // A click that leaves the page takes the answer with it.
+    if (await pressed.evaluate((one) => one.isInside).catch(() => true) !== false) {
+      return;
+    }
+  }
+  throw new Error("the page moves the element whenever it is clicked");
+}
+
 class Page {
   constructor(page) {
     this.page = page;
@@ -66,7 +96,7 @@ class Page {
   async click(kind, name, within) {
     for (let left = 5; ; --left) {
       try {
-        await (await this.find(kind, name, within)).click();
+        await clickAtRest(await this.find(kind, name, within));
         return;
       } catch (error) {
         if (left === 0 || !/not clickable|detached/.test(error.message)) {
@@ -78,8 +108,7 @@ class Page {
 
   /** Replaces the text of a field and ends it with `key`. */
   async fill(element, text, key = "Enter") {
-    await element.click({ count: 3 });
-    await element.press("Control+A").catch(() => undefined);
+    await clickAtRest(element, { count: 3 });
     await this.keyboard.down("Control");
     await this.keyboard.press("a");
     await this.keyboard.up("Control");
@@ -160,4 +189,4 @@ class Page {
   }
 }
 
-module.exports = { Page };
+module.exports = { Page, clickAtRest };

@@ -2,6 +2,7 @@
 "use strict";
 
 const { soon, untilMet } = require("./expected.cjs");
+const { clickAtRest } = require("./page.cjs");
 const { ModuleView } = require("./module-view.cjs");
 
 const reasons = { padding: "Padding", status: "Status" };
@@ -116,7 +117,7 @@ class StationView {
   async choose(name) {
     const card = await this.card(name);
     await card.evaluate((one) => one.scrollIntoView({ block: "center", inline: "center" }));
-    await card.click();
+    await clickAtRest(card);
     await soon("selected entry", () => this.selected(), name);
   }
 
