@@ -14,13 +14,16 @@
 #include <mxmodule/Population.h>
 #include <mxmodule/ProductPicture.h>
 #include <mxmodule/WantedValues.h>
+#include <mxmodule/c/CallFromC.h>
+#include <mxmodule/mxmodule.h>
 
 using namespace mxmodule;
 
 namespace described {
 
 void modules(Module, ModuleFile, ModuleFolder, ModuleOptions, ImageOffsets, DataSizes, Property,
-             Channel, Parameter, Option, ImagePlace, Set, BinaryObject, ProductPicture, Observer*)
+             Channel, Parameter, Option, ImagePlace, Set, BinaryObject, ProductPicture, RawTexts,
+             RawParameterTexts, Observer*)
 {}
 
 void values(Assignment, Values, WantedValues, ComposeOptions, Composition, Configuration,
@@ -33,6 +36,12 @@ void findings(Finding, Failure*, Severity, Origin, Advice) {}
 
 void files(FileKind, LostWriting, BuildOptions, BuiltFile, CheckRule, RuleSettings, CheckFinding,
            CheckedFile)
+{}
+
+void cInterface(mxmodule_error*, mxmodule_code, mxmodule_bytes*, mxmodule_module*,
+                mxmodule_assignment, mxmodule_fieldbus, mxmodule_value_check, mxmodule_listing,
+                mxmodule_composition*, mxmodule_configuration*, mxmodule_comparison*,
+                mxmodule_catalogue*, mxmodule_observer)
 {}
 
 void explanations(Explanation, ExplainedPart, ExplainedGroup, NamedPlace) {}

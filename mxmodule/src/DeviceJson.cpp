@@ -1,6 +1,7 @@
 #include "DeviceJson.h"
 
 #include "ParameterText.h"
+#include "configuration/AcceptedValue.h"
 
 #include <devices/parser/mx/HexText.h>
 #include <text/JsonText.h>
@@ -29,29 +30,45 @@ text::Json channelJson(const DeviceReport::Channel& channel)
             {"bit_length", channel.bitLength}};
 }
 
-text::Json optionJson(const DeviceReport::Option& option)
+text::Json optionJson(const DeviceReport::Option& option, const std::string& callText)
 {
     return {{"text", text::toUtf8(option.text)},
             {"value", option.value},
             {"raw", option.raw},
-            {"current", option.current}};
+            {"current", option.current},
+            {"call_text", callText}};
 }
 
-text::Json parameterJson(const DeviceReport::Parameter& parameter)
+text::Json optionsJson(const DeviceReport::Parameter& parameter)
 {
+    const std::vector<std::string> texts = callTexts(parameter);
+    text::Json options = text::Json::array();
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        options.push_back(optionJson(parameter.options[i], texts[i]));
+    }
+    return options;
+}
+
+text::Json parameterJson(const DeviceReport::Parameter& parameter, const ParameterNames& names)
+{
+    const mxformat::Datatype* datatype = parameter.field.datatype();
     return {{"id", parameter.id},
             {"channel", parameter.ofModule() ? text::Json() : text::Json(parameter.channelNumber)},
             {"name", text::toUtf8(parameter.name)},
+            {"call_name", nameInCalls(parameter, names)},
+            {"type", datatype != nullptr ? datatype->name : ""},
             {"value", parameter.value},
             {"digits", valueDigits(parameter)},
             {"shown", text::toUtf8(valueWithUnit(parameter))},
+            {"accepted", isInRange(parameter)},
+            {"physical", parameter.converted},
             {"unit", text::toUtf8(parameter.unit)},
             {"min", parameter.min},
             {"max", parameter.max},
             {"min_digits", minimumDigits(parameter)},
             {"max_digits", maximumDigits(parameter)},
             {"has_option_list", parameter.hasOptionList},
-            {"options", text::listJson(parameter.options, optionJson)},
+            {"options", optionsJson(parameter)},
             {"flag_bit_0", parameter.flagBit0},
             {"flag_bit_1", parameter.flagBit1},
             {"place",
@@ -80,14 +97,17 @@ text::Json binaryJson(const DeviceReport::Binary& binary)
 
 } // namespace
 
-text::Json deviceJson(const DeviceReport& report)
+text::Json deviceJson(const DeviceReport& report, const ParameterNames& names)
 {
-    return {{"schema", text::jsonSchema("mxtool.device", 1)},
+    return {{"schema", text::jsonSchema("mxtool.device", 2)},
             {"label", text::toUtf8(report.label)},
             {"device_type_id", report.deviceTypeId},
             {"properties", text::listJson(report.properties, propertyJson)},
             {"channels", text::listJson(report.channels, channelJson)},
-            {"parameters", text::listJson(report.parameters, parameterJson)},
+            {"parameters", text::listJson(report.parameters,
+                                          [&](const DeviceReport::Parameter& parameter) {
+                                              return parameterJson(parameter, names);
+                                          })},
             {"parameter_block", devices::parser::mx::bufferAsHex(report.parameterBlock)},
             {"binary_objects", text::listJson(report.binaries, binaryJson)},
             {"sets", text::listJson(report.sets, setJson)}};

@@ -2,6 +2,7 @@
 
 #include "DeviceJson.h"
 #include "DeviceText.h"
+#include "InvalidInput.h"
 #include "PlainValues.h"
 #include "TranslatedModule.h"
 #include "channels/ChannelMapContent.h"
@@ -137,6 +138,11 @@ std::vector<Parameter> Module::parameters() const
     return plainParameters(content->report(), content->names());
 }
 
+RawTexts Module::rawTexts() const
+{
+    return mxmodule::rawTexts(content->report());
+}
+
 std::vector<Set> Module::sets() const
 {
     return plainSets(content->report());
@@ -161,7 +167,7 @@ std::string Module::text() const
 
 std::string Module::json() const
 {
-    return text::jsonText(deviceJson(content->report()));
+    return text::jsonText(deviceJson(content->report(), content->names()));
 }
 
 ChannelMap Module::channelMap(Observer* observer) const
@@ -188,6 +194,16 @@ std::vector<Finding> Module::offsetFindings(const std::string& inputPlace,
 std::vector<std::size_t> Module::parametersCalled(const std::string& name) const
 {
     return content->names().positionsOf(name);
+}
+
+std::size_t Module::parameterCalled(const std::string& name) const
+{
+    try {
+        const DeviceReport::Parameter& found = mxmodule::parameterCalled(name, content->names());
+        return static_cast<std::size_t>(&found - content->names().device().parameters.data());
+    } catch (const InvalidInput& invalid) {
+        throw Failure(findingOf(invalid, name, Origin::Request));
+    }
 }
 
 Composition Module::compose(const std::vector<Assignment>& assignments,

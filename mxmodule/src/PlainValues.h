@@ -20,6 +20,7 @@ std::vector<Channel> plainChannels(const std::vector<DeviceReport::Channel>& cha
 /// `names` are those of the module; values do not change them.
 std::vector<Parameter> plainParameters(const DeviceReport& device, const ParameterNames& names);
 
+RawTexts rawTexts(const DeviceReport& device);
 std::vector<Set> plainSets(const DeviceReport& device);
 std::vector<BinaryObject> plainBinaryObjects(const DeviceReport& device);
 std::vector<PlacedParameter> plainPlaces(const std::vector<ParameterPlace>& places);

@@ -104,8 +104,10 @@ public:
     std::vector<BinaryObject> binaryObjects() const; ///< Such as the picture of the product.
     DataSizes sizes() const;                         ///< Of its data, and where it begins.
 
+    RawTexts rawTexts() const; ///< Its texts byte for byte as in the mx file.
+
     std::string text() const; ///< All of it as tables for people.
-    std::string json() const; ///< All of it, schema "mxtool.device" version 1.
+    std::string json() const; ///< All of it, schema "mxtool.device" version 2.
 
     // Channels in the process images.
 
@@ -121,6 +123,11 @@ public:
 
     /// Returns the positions of the parameters called `name`, as `Assignment` states.
     std::vector<std::size_t> parametersCalled(const std::string& name) const;
+
+    /// Returns the position of the only parameter called `name`. Throws a `Failure` of
+    /// `Origin::Request` that lists the nearest names when there is none, or those that it may mean
+    /// when there are several.
+    std::size_t parameterCalled(const std::string& name) const;
 
     /// Writes values into the parameter image. Checks all of them before it writes the first; a
     /// rejected value, or one that another one of the call overwrites, is an error, and there is no

@@ -123,4 +123,24 @@ struct BinaryObject
     std::string data;     ///< The content.
 };
 
+/// The texts of a parameter, byte for byte as in the mx file.
+struct RawParameterTexts
+{
+    std::string name;                 ///< As `Parameter::name`.
+    std::string unit;                 ///< As `Parameter::unit`.
+    std::vector<std::string> options; ///< As `Option::text`, in the same order.
+};
+
+/// The texts of a module, byte for byte as in the mx file, which states no code page. Elsewhere
+/// those that are not UTF-8 are read as Windows-1252.
+struct RawTexts
+{
+    std::string label;                         ///< As `Module::label`.
+    std::vector<std::string> properties;       ///< As `Property::value`, in the same order.
+    std::vector<std::string> channels;         ///< As `Channel::name`, in the same order.
+    std::vector<RawParameterTexts> parameters; ///< In the order of the parameters.
+
+    MXMODULE_API std::string json() const; ///< Schema "mxmodule.raw-texts" version 1.
+};
+
 } // namespace mxmodule

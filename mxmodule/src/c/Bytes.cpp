@@ -1,0 +1,41 @@
+#include "c/Handles.h"
+
+#include <mxmodule/c/CallFromC.h>
+
+namespace mxmodule {
+
+std::vector<char> requireBytes(const void* data, std::size_t size, const char* what)
+{
+    if (size == 0) {
+        return {};
+    }
+    const char* first = &requirePointer(static_cast<const char*>(data), what);
+    return {first, first + size};
+}
+
+mxmodule_bytes* newBytes(std::string content)
+{
+    return new mxmodule_bytes{std::move(content)};
+}
+
+mxmodule_bytes* newBytes(const std::vector<char>& content)
+{
+    return new mxmodule_bytes{{content.begin(), content.end()}};
+}
+
+} // namespace mxmodule
+
+const char* mxmodule_bytes_data(const mxmodule_bytes* bytes)
+{
+    return bytes == nullptr ? "" : bytes->content.c_str();
+}
+
+size_t mxmodule_bytes_size(const mxmodule_bytes* bytes)
+{
+    return bytes == nullptr ? 0 : bytes->content.size();
+}
+
+void mxmodule_bytes_free(mxmodule_bytes* bytes)
+{
+    delete bytes;
+}
