@@ -57,18 +57,28 @@ std::vector<mxmodule::Assignment> assignmentsOf(const mxmodule_assignment* value
     return assignments;
 }
 
+// Empty if there are none: most compositions have none, and are made often.
+std::string jsonOf(const std::vector<mxmodule::Finding>& findings)
+{
+    return findings.empty() ? std::string() : mxmodule::findingsJson(findings);
+}
+
 // Returns `made` for C. Throws its findings if there is no image.
 mxmodule_composition* newComposition(mxmodule::Composition made)
 {
     if (!made.ok()) {
         throw mxmodule::Failure(std::move(made.findings));
     }
-    std::vector<mxmodule::Finding> findings = made.findings;
-    if (made.noRegisters) {
-        findings.push_back(*made.noRegisters);
-    }
-    std::string json = findings.empty() ? std::string() : mxmodule::findingsJson(findings);
-    return new mxmodule_composition{std::move(made), std::move(json)};
+    std::string findings = jsonOf(made.findings);
+    std::string noRegisters =
+        made.noRegisters ? mxmodule::findingsJson({*made.noRegisters}) : std::string();
+    return new mxmodule_composition{std::move(made), std::move(findings), std::move(noRegisters)};
+}
+
+// Returns `text`, or null if it is empty.
+const char* unlessEmpty(const std::string& text)
+{
+    return text.empty() ? nullptr : text.c_str();
 }
 
 template <typename ResultOf>
@@ -135,7 +145,12 @@ const uint16_t* mxmodule_composition_registers(const mxmodule_composition* compo
 
 const char* mxmodule_composition_findings(const mxmodule_composition* composition)
 {
-    return composition->findings.empty() ? nullptr : composition->findings.c_str();
+    return unlessEmpty(composition->findings);
+}
+
+const char* mxmodule_composition_no_registers(const mxmodule_composition* composition)
+{
+    return unlessEmpty(composition->noRegisters);
 }
 
 mxmodule_configuration* mxmodule_decode(const mxmodule_module* module, const void* bytes,

@@ -36,7 +36,8 @@ struct mxmodule_module
 struct mxmodule_composition
 {
     mxmodule::Composition made;
-    std::string findings; // JSON; empty: none
+    std::string findings;    // JSON; empty: none
+    std::string noRegisters; // the same
 };
 
 struct mxmodule_configuration

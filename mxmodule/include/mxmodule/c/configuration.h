@@ -75,8 +75,12 @@ mxmodule_composition_image(const mxmodule_composition* composition, size_t* size
 MXMODULE_API const uint16_t* mxmodule_composition_registers(const mxmodule_composition* composition,
                                                             size_t* count);
 
-/// Returns every side effect, and why there are no registers, as JSON, schema "mxmodule.findings"
-/// version 1; a null pointer if there is nothing to tell. As long as `composition`.
+/// Returns why the image has no Modbus form as JSON, schema "mxmodule.findings" version 1; a null
+/// pointer if it has one. As long as `composition`.
+MXMODULE_API const char* mxmodule_composition_no_registers(const mxmodule_composition* composition);
+
+/// Returns every side effect as JSON, schema "mxmodule.findings" version 1; a null pointer if there
+/// is none. As long as `composition`.
 MXMODULE_API const char* mxmodule_composition_findings(const mxmodule_composition* composition);
 
 /// A parameter image and the values in it. The caller frees it. It never changes.
