@@ -23,6 +23,11 @@ DeviceReport reportOf(const std::string& module)
     return mxmodule::makeReport(*device, mxmodule::conversionsOf(bytes));
 }
 
+text::Json jsonOf(const DeviceReport& report)
+{
+    return mxmodule::deviceJson(report, report);
+}
+
 TEST(DeviceReport, holdsTheChannelsInTheirOrder)
 {
     const DeviceReport report = reportOf("MX0108.bin");
@@ -61,9 +66,9 @@ TEST(DeviceText, showsAValueOutsideItsOptions)
 
 TEST(DeviceJson, startsWithItsSchema)
 {
-    const text::Json json = mxmodule::deviceJson(reportOf("MX0304.bin"));
+    const text::Json json = jsonOf(reportOf("MX0304.bin"));
     EXPECT_EQ(json.begin().key(), "schema");
-    EXPECT_EQ(json["schema"].dump(), R"({"name":"mxtool.device","version":1})");
+    EXPECT_EQ(json["schema"].dump(), R"({"name":"mxtool.device","version":2})");
 }
 
 TEST(DeviceJson, isValidUtf8WhateverTheTextsHold)
@@ -73,19 +78,53 @@ TEST(DeviceJson, isValidUtf8WhateverTheTextsHold)
     for (int byte = 0; byte < 256; ++byte) {
         report.label += static_cast<char>(byte);
     }
-    const text::Json read = text::Json::parse(text::jsonText(mxmodule::deviceJson(report)));
+    const text::Json read = text::Json::parse(text::jsonText(jsonOf(report)));
     EXPECT_EQ(read["channels"].size(), 4U);
 }
 
 TEST(DeviceJson, givesTheShownValueBesideTheRawOne)
 {
-    const text::Json json = mxmodule::deviceJson(reportOf("MX0404.bin"));
+    const text::Json json = jsonOf(reportOf("MX0404.bin"));
     EXPECT_EQ(json["parameters"][0]["value"], "20.000000");
     EXPECT_EQ(json["parameters"][0]["shown"], "20 mA");
-    const text::Json listed = mxmodule::deviceJson(reportOf("MX0108.bin"));
+    const text::Json listed = jsonOf(reportOf("MX0108.bin"));
     EXPECT_EQ(listed["parameters"][0]["value"], "1");
     EXPECT_EQ(listed["parameters"][0]["shown"], "3 ms");
     EXPECT_TRUE(listed["parameters"][0]["channel"].is_null());
+}
+
+TEST(DeviceJson, givesTheNameAndTypeOfEachParameter)
+{
+    // "Preset" is also a parameter of channel 2.
+    const text::Json parameters = jsonOf(reportOf("MX0602.bin"))["parameters"];
+    EXPECT_EQ(parameters[0]["call_name"], "Mode");
+    EXPECT_EQ(parameters[0]["type"], "UInt8");
+    EXPECT_EQ(parameters[1]["call_name"], "Gate 1 open/Preset");
+    EXPECT_EQ(parameters[1]["type"], "UInt32");
+}
+
+TEST(DeviceJson, tellsPhysicalValuesFromNumbers)
+{
+    const text::Json parameters = jsonOf(reportOf("MX0404.bin"))["parameters"];
+    EXPECT_EQ(parameters[0]["physical"], true);
+    EXPECT_EQ(parameters[4]["physical"], false); // a unit, but no conversion
+}
+
+TEST(DeviceJson, tellsWhetherAValueIsAccepted)
+{
+    DeviceReport report = reportOf("MX0108.bin");
+    EXPECT_EQ(jsonOf(report)["parameters"][0]["accepted"], true);
+    report.parameters[0].options[1].current = false;
+    EXPECT_EQ(jsonOf(report)["parameters"][0]["accepted"], false);
+}
+
+TEST(DeviceJson, givesTheTextThatSelectsEachOption)
+{
+    DeviceReport report = reportOf("MX0108.bin");
+    report.parameters[0].options[0].text = "2"; // the number of "10 ms"
+    const text::Json options = jsonOf(report)["parameters"][0]["options"];
+    EXPECT_EQ(options[0]["call_text"], "#0");
+    EXPECT_EQ(options[1]["call_text"], "3 ms");
 }
 
 } // namespace
