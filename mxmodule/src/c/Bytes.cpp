@@ -13,6 +13,19 @@ std::vector<char> requireBytes(const void* data, std::size_t size, const char* w
     return {first, first + size};
 }
 
+std::vector<std::string> requireTexts(const char* const* texts, std::size_t count, const char* all,
+                                      const char* each)
+{
+    if (count != 0) {
+        requirePointer(texts, all);
+    }
+    std::vector<std::string> required;
+    for (std::size_t i = 0; i < count; ++i) {
+        required.push_back(requireText(texts[i], each));
+    }
+    return required;
+}
+
 mxmodule_bytes* newBytes(std::string content)
 {
     return new mxmodule_bytes{std::move(content)};

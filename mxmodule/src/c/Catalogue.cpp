@@ -21,14 +21,8 @@ std::string moduleIdOf(const char* text)
 
 CatalogueQuery queryOf(const char* words, const char* const* conditions, std::size_t count)
 {
-    if (count != 0) {
-        requirePointer(conditions, "conditions of a search");
-    }
-    std::vector<std::string> texts;
-    for (std::size_t i = 0; i < count; ++i) {
-        texts.push_back(requireText(conditions[i], "a condition"));
-    }
-    return CatalogueQuery(words == nullptr ? "" : words, texts);
+    return CatalogueQuery(words == nullptr ? "" : words,
+                          requireTexts(conditions, count, "conditions of a search", "a condition"));
 }
 
 CatalogueRecord recordOf(Catalogue& catalogue, const std::string& moduleId)

@@ -1,4 +1,3 @@
-#include "c/CsvChoice.h"
 #include "c/Handles.h"
 
 #include <mxmodule/c/CallFromC.h>
@@ -35,7 +34,7 @@ mxmodule_bytes* mxmodule_channels_csv(const mxmodule_module* module, char separa
                                       int byteOrderMark, mxmodule_error** error)
 {
     return ofChannels(module, error, [&](const ChannelMap& map) {
-        return map.csv(mxmodule::csvChoice(separator, byteOrderMark));
+        return map.csv(mxmodule::csvStyleOf(separator, byteOrderMark));
     });
 }
 

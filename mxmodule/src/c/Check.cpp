@@ -9,12 +9,9 @@ namespace {
 
 std::vector<mxmodule::CheckedFile> checkedFiles(const char* const* paths, std::size_t count)
 {
-    if (count != 0) {
-        mxmodule::requirePointer(paths, "paths of files");
-    }
     std::vector<mxmodule::CheckedFile> files;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::string path = mxmodule::requireText(paths[i], "the path of a file");
+    for (const std::string& path :
+         mxmodule::requireTexts(paths, count, "paths of files", "the path of a file")) {
         files.push_back(mxmodule::ModuleFile::read(path).check());
     }
     return files;

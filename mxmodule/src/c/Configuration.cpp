@@ -1,4 +1,3 @@
-#include "c/CsvChoice.h"
 #include "c/Handles.h"
 
 #include <mxmodule/WantedValues.h>
@@ -18,17 +17,6 @@ mxmodule::ValueCheck checkOf(mxmodule_value_check check)
         return mxmodule::ValueCheck::NumberOnly;
     }
     mxmodule::misused("Found the check " + std::to_string(int{check}) + ", expected 0 or 1");
-}
-
-mxmodule::Fieldbus fieldbusOf(mxmodule_fieldbus fieldbus)
-{
-    switch (fieldbus) {
-    case MXMODULE_RAW:
-        return mxmodule::Fieldbus::Raw;
-    case MXMODULE_MODBUS:
-        return mxmodule::Fieldbus::Modbus;
-    }
-    mxmodule::misused("Found the fieldbus " + std::to_string(int{fieldbus}) + ", expected 0 or 1");
 }
 
 mxmodule::Listing listingOf(mxmodule_listing listing)
@@ -161,7 +149,7 @@ mxmodule_configuration* mxmodule_decode(const mxmodule_module* module, const voi
         return new mxmodule_configuration{
             requirePointer(module, "a module")
                 .module.decode(mxmodule::requireBytes(bytes, size, "a configuration"),
-                               fieldbusOf(fieldbus), place == nullptr ? "" : place)};
+                               mxmodule::fieldbusOf(fieldbus), place == nullptr ? "" : place)};
     });
 }
 
@@ -172,10 +160,11 @@ mxmodule_configuration* mxmodule_configure(const mxmodule_module* module, const 
     return mxmodule::callFromC(error, [&] {
         const mxmodule::Module& configured = requirePointer(module, "a module").module;
         if (image == nullptr) {
-            return new mxmodule_configuration{configured.defaults(fieldbusOf(fieldbus))};
+            return new mxmodule_configuration{configured.defaults(mxmodule::fieldbusOf(fieldbus))};
         }
-        return new mxmodule_configuration{configured.configuration(
-            mxmodule::requireBytes(image, size, "a parameter image"), fieldbusOf(fieldbus), "")};
+        return new mxmodule_configuration{
+            configured.configuration(mxmodule::requireBytes(image, size, "a parameter image"),
+                                     mxmodule::fieldbusOf(fieldbus), "")};
     });
 }
 
@@ -217,7 +206,7 @@ mxmodule_bytes* mxmodule_configuration_csv(const mxmodule_configuration* configu
                                            int byteOrderMark, mxmodule_error** error)
 {
     return ofConfiguration(configuration, error, [&](const Configuration& one) {
-        return one.csv(mxmodule::csvChoice(separator, byteOrderMark), listingOf(listing));
+        return one.csv(mxmodule::csvStyleOf(separator, byteOrderMark), listingOf(listing));
     });
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "mxmodule/Configuration.h"
+#include "mxmodule/CsvStyle.h"
 #include "mxmodule/Finding.h"
 #include "mxmodule/Module.h"
 #include "mxmodule/MxmoduleApi.h"
 #include "mxmodule/c/bytes.h"
+#include "mxmodule/c/configuration.h"
 #include "mxmodule/c/error.h"
 #include "mxmodule/c/module.h"
 
@@ -57,6 +60,17 @@ inline std::string requireText(const char* text, const char* what)
 /// Returns the `size` bytes at `data`. A null pointer becomes an error, as above, if `size` is not
 /// 0.
 MXMODULE_API std::vector<char> requireBytes(const void* data, std::size_t size, const char* what);
+
+/// Returns the `count` texts at `texts`. A null pointer becomes an error, as above, that says what
+/// `all` of them and what `each` should be.
+MXMODULE_API std::vector<std::string> requireTexts(const char* const* texts, std::size_t count,
+                                                   const char* all, const char* each);
+
+/// Returns the fieldbus of C++. A number that is none becomes the error `MXMODULE_MISUSE`.
+MXMODULE_API Fieldbus fieldbusOf(mxmodule_fieldbus fieldbus);
+
+/// Returns the style with `separator`. Another one than ',', ';' and a tab becomes such an error.
+MXMODULE_API CsvStyle csvStyleOf(char separator, int byteOrderMark);
 
 /// Returns new bytes for C.
 MXMODULE_API mxmodule_bytes* newBytes(std::string content);

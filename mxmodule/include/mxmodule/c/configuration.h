@@ -13,21 +13,21 @@ extern "C" {
 #endif
 
 /// The form in which a master writes a configuration.
-typedef enum mxmodule_fieldbus
+typedef enum mxmodule_fieldbus MXMODULE_ANY_INT
 {
     MXMODULE_RAW = 0,   ///< The parameter image as the module holds it.
     MXMODULE_MODBUS = 1 ///< Whole 16-bit registers, of each the high byte first.
 } mxmodule_fieldbus;
 
 /// How strictly values are checked.
-typedef enum mxmodule_value_check
+typedef enum mxmodule_value_check MXMODULE_ANY_INT
 {
     MXMODULE_FULL = 0,       ///< They must be in the range or an option.
     MXMODULE_NUMBER_ONLY = 1 ///< Any number that fits into the parameter's bits.
 } mxmodule_value_check;
 
 /// Which parameters outputs list.
-typedef enum mxmodule_listing
+typedef enum mxmodule_listing MXMODULE_ANY_INT
 {
     MXMODULE_ALL = 0,    ///< Every parameter.
     MXMODULE_CHANGED = 1 ///< Those that differ from the defaults.

@@ -10,7 +10,7 @@ extern "C" {
 typedef struct mxmodule_error mxmodule_error;
 
 /// What an error is about.
-typedef enum mxmodule_code
+typedef enum mxmodule_code MXMODULE_ANY_INT
 {
     MXMODULE_REQUEST = 1,   ///< What the caller asked for, such as a name or a value.
     MXMODULE_INPUT = 2,     ///< What was read: a file, bytes, a text.

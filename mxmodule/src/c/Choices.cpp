@@ -1,10 +1,19 @@
-#include "c/CsvChoice.h"
-
 #include <mxmodule/c/CallFromC.h>
 
 namespace mxmodule {
 
-CsvStyle csvChoice(char separator, int byteOrderMark)
+Fieldbus fieldbusOf(mxmodule_fieldbus fieldbus)
+{
+    switch (fieldbus) {
+    case MXMODULE_RAW:
+        return Fieldbus::Raw;
+    case MXMODULE_MODBUS:
+        return Fieldbus::Modbus;
+    }
+    misused("Found the fieldbus " + std::to_string(int{fieldbus}) + ", expected 0 or 1");
+}
+
+CsvStyle csvStyleOf(char separator, int byteOrderMark)
 {
     if (separator != ',' && separator != ';' && separator != '\t') {
         misused("Found the separator of number " +
