@@ -7,6 +7,8 @@
 #include <mxstation/StationCheck.h>
 #include <mxstation/StationDiff.h>
 #include <mxstation/StationEdit.h>
+#include <mxstation/c/PlannedStation.h>
+#include <mxstation/mxstation.h>
 
 using namespace mxstation;
 
@@ -30,6 +32,10 @@ void exports(ParameterFile, Declarations, DeclarationOptions, AddressStyle, Vari
 
 void edits(StationEdit, AddModule, AddReserve, MoveEntry, RemoveEntry, NameEntry, SetReserve,
            SetValue, NoteChannel, PinEntry, PinAll)
+{}
+
+void cInterface(mxstation_station*, mxstation_plan*, mxstation_address_style,
+                mxstation_variable_scope, mxstation_files*, mxstation_comparison*, PlannedStation)
 {}
 
 void comparisons(StationDifference, StationChange, ChangeKind, ComparedStation) {}
