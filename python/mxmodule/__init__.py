@@ -1,0 +1,86 @@
+"""Modules of the kv38 family: what their mx files describe, values into the parameter images that a
+fieldbus master writes and back, channels in the process images, catalogues of modules.
+
+    module = mxmodule.Module.load("MX0304.bin")
+    image = module.compose({"AI 1/Upper limit": "9.5 V"})
+
+Objects own all that they need: none has to be kept for another one. What fails raises an `Error`
+with what is wrong, where, and what is accepted instead.
+"""
+
+from __future__ import annotations
+
+from ._catalogue import Catalogue, CatalogueEntry, Population
+from ._channels import (
+    BitRun,
+    Channel,
+    Channels,
+    ChannelWithoutSymbol,
+    ImageArea,
+    channels_dataframe,
+)
+from ._check import CheckFinding, CheckRule, check, check_rules, check_sarif
+from ._configuration import Comparison, Configuration, Deviation, Setting
+from ._errors import (
+    ClosedError,
+    Defect,
+    Error,
+    InputError,
+    MissingLibrary,
+    OutputError,
+    RequestError,
+    SideEffectWarning,
+    UnknownName,
+    WrongType,
+)
+from ._findings import Finding
+from ._module import Module
+from ._mxmodule import library as _library
+from ._parameters import Parameter, Parameters
+from ._rows import Rows, Svg
+from ._values import BinaryObject, Option, Place, Property, Set
+
+#: The version of the libraries.
+__version__: str = _library.mxmodule_version().decode("ascii")
+
+__all__ = [
+    "BinaryObject",
+    "BitRun",
+    "Catalogue",
+    "CatalogueEntry",
+    "Channel",
+    "ChannelWithoutSymbol",
+    "Channels",
+    "CheckFinding",
+    "CheckRule",
+    "ClosedError",
+    "Comparison",
+    "Configuration",
+    "Defect",
+    "Deviation",
+    "Error",
+    "Finding",
+    "ImageArea",
+    "InputError",
+    "MissingLibrary",
+    "Module",
+    "Option",
+    "OutputError",
+    "Parameter",
+    "Parameters",
+    "Place",
+    "Population",
+    "Property",
+    "RequestError",
+    "Rows",
+    "Set",
+    "Setting",
+    "SideEffectWarning",
+    "Svg",
+    "UnknownName",
+    "WrongType",
+    "channels_dataframe",
+    "check",
+    "check_rules",
+    "check_sarif",
+]

@@ -1,0 +1,113 @@
+"""Arguments of callers as the C interface takes them."""
+
+from __future__ import annotations
+
+import os
+from decimal import Decimal
+from typing import Union
+
+from ._errors import RequestError, request_finding, wrong_type
+
+#: A value of a parameter: the text of an option, or a number with or without its unit.
+Value = Union[str, int, float, Decimal]
+#: A path of a file.
+Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
+#: Bytes of any kind.
+Bytes = Union[bytes, bytearray, memoryview]
+
+MOST_OFFSET = 2**32 - 1
+
+
+def _without_nul(content: bytes, what: str) -> bytes:
+    if b"\0" in content:
+        text = f"Found a NUL character in {what} {content!r}, expected none"
+        raise RequestError([request_finding(text, place=what)])
+    return content
+
+
+def text_argument(text: str, what: str) -> bytes:
+    """Returns `text`, which is `what`, as UTF-8. Raises `WrongType`, or `RequestError` for a text
+    that has no UTF-8."""
+    if not isinstance(text, str):
+        raise wrong_type(what, text, "str")
+    try:
+        return _without_nul(text.encode("utf-8"), what)
+    except UnicodeEncodeError:
+        finding = request_finding(f"{what} {text!r} is no text", place=what)
+        raise RequestError([finding]) from None
+
+
+def path_argument(path: Path) -> bytes:
+    """Returns `path` as the system takes it. Raises `WrongType`."""
+    try:
+        return _without_nul(os.fsencode(path), "the path")
+    except TypeError:
+        raise wrong_type("the path", path, "str", "bytes", "os.PathLike") from None
+
+
+def bytes_argument(data: Bytes, what: str) -> bytes:
+    """Returns `data`, which is `what`. Raises `WrongType`."""
+    if isinstance(data, bytes):
+        return data
+    if isinstance(data, (bytearray, memoryview)):
+        return bytes(data)
+    raise wrong_type(what, data, "bytes", "bytearray", "memoryview")
+
+
+def value_argument(value: Value, name: str) -> bytes:
+    """Returns `value` of the parameter called `name` as a text.
+
+    Numbers are written with all digits and a point. Raises `WrongType` for another type, also for
+    `bool`, of which nothing says whether it means a number or an option.
+    """
+    if isinstance(value, str):
+        return text_argument(value, f"the value of {name}")
+    if isinstance(value, bool) or not isinstance(value, (int, float, Decimal)):
+        what = f"the value of {name}"
+        raise wrong_type(what, value, "str", "int", "float", "Decimal", place=name)
+    if isinstance(value, int):
+        return b"%d" % value
+    number = value if isinstance(value, Decimal) else Decimal(repr(float(value)))
+    if not number.is_finite():
+        text = f"Found {value} for {name}, expected a finite number"
+        raise RequestError([request_finding(text, place=name)])
+    return format(number, "f").encode("ascii")
+
+
+def offset_argument(offset: int, what: str) -> int:
+    """Returns `offset`, in bytes. Raises `WrongType`, or `RequestError` for one below 0 or above
+    2**32 - 1."""
+    if isinstance(offset, bool) or not isinstance(offset, int):
+        raise wrong_type(what, offset, "int")
+    if not 0 <= offset <= MOST_OFFSET:
+        text = f"Found {offset} for {what}, expected 0 to {MOST_OFFSET}"
+        finding = request_finding(text, place=what, accepted=[f"0 to {MOST_OFFSET}"])
+        raise RequestError([finding])
+    return offset
+
+
+def choice_argument(choice: str, what: str, choices: tuple[str, ...]) -> int:
+    """Returns the position of `choice`, which is `what`, in `choices`. Raises `WrongType` or
+    `RequestError`."""
+    if not isinstance(choice, str):
+        raise wrong_type(what, choice, "str")
+    if choice not in choices:
+        expected = " or ".join(f'"{one}"' for one in choices)
+        text = f'Found "{choice}" for {what}, expected {expected}'
+        raise RequestError([request_finding(text, place=what, accepted=choices)])
+    return choices.index(choice)
+
+
+FIELDBUSES = ("raw", "modbus")
+SEPARATORS = (",", ";", "\t")
+
+
+def fieldbus_argument(fieldbus: str) -> int:
+    """Returns the number of `fieldbus`, "raw" or "modbus"."""
+    return choice_argument(fieldbus, "fieldbus", FIELDBUSES)
+
+
+def separator_argument(separator: str) -> bytes:
+    """Returns the separator of CSV: a comma, a semicolon or a tab."""
+    choice_argument(separator, "separator", SEPARATORS)
+    return separator.encode("ascii")

@@ -1,0 +1,264 @@
+"""Catalogues of modules."""
+
+from __future__ import annotations
+
+import ctypes
+import threading
+from types import TracebackType
+from typing import TYPE_CHECKING, Any, Callable, Iterator, NamedTuple, Sequence
+
+from ._arguments import Path, path_argument, text_argument
+from ._errors import ClosedError, RequestError, UnknownName, request_finding, wrong_type
+from ._findings import Finding, finding_of, findings_of
+from ._handle import Handle
+from ._library import TEXT, bytes_of, call, json_of, text_of
+from ._module import Module, _offsets
+from ._mxmodule import NOTICE, PROGRESS, Observer, library
+from ._rows import Rows
+
+if TYPE_CHECKING:
+    import pandas
+
+
+class CatalogueEntry(NamedTuple):
+    """A module of a catalogue."""
+
+    module_id: str  #: Eight lower-case hexadecimal digits.
+    family: str  #: Such as "kv38".
+    label: str  #: As on the product.
+    in_bytes: int  #: Input process data, in bytes.
+    out_bytes: int  #: Output process data, in bytes.
+    parameter_block: bytes  #: The default parameter image.
+    file_bytes: int  #: Size of the mx file, in bytes; 0: stored without it.
+
+
+class Population(NamedTuple):
+    """What populating a catalogue has changed."""
+
+    inserted: int  #: New modules.
+    replaced: int  #: Modules that were there before, or that several files state.
+    failed: int  #: Files that are not stored.
+    removed: tuple[str, ...]  #: Identifiers of the modules that were removed.
+    findings: tuple[Finding, ...]  #: Files that failed, modules with several files.
+
+
+def _entry(values: Any) -> CatalogueEntry:
+    return CatalogueEntry(
+        values["module_id"],
+        values["family"],
+        values["label"],
+        values["in_bytes"],
+        values["out_bytes"],
+        bytes.fromhex(values["parameter_block"]),
+        values["file_bytes"],
+    )
+
+
+def _query(words: str, where: Sequence[str]) -> tuple[Any, ...]:
+    """Returns the arguments of a search."""
+    if isinstance(where, str) or not isinstance(where, Sequence):
+        raise wrong_type("where", where, "a list of str")
+    conditions = [text_argument(one, "a condition") for one in where]
+    array = (TEXT * len(conditions))(*conditions)
+    return text_argument(words, "words"), array, len(conditions)
+
+
+class Catalogue:
+    """An open catalogue of modules: a database with their mx files, channels and parameters.
+
+    Iterating gives its entries. Threads may share it: one call is carried out after the other. After
+    a fork, a child opens its own.
+    """
+
+    __slots__ = ("_handle", "_lock", "_name", "__weakref__")
+
+    def __init__(self, pointer: int) -> None:
+        """Owns the mxmodule_catalogue at `pointer`; use `open`."""
+        free = library.mxmodule_catalogue_free
+        self._handle: Handle | None = Handle(pointer, free, of_one_process=True)
+        self._lock = threading.Lock()
+        self._name = text_of(library.mxmodule_catalogue_name, self._handle)
+
+    @classmethod
+    def open(cls, url: str | None = None, *, create: bool = False) -> Catalogue:
+        """Opens the catalogue at `url`: "sqlite:PATH" or "postgresql:CONNECTION"; None: at the
+        value of the environment variable DEVICE_DATABASE_URL, else "sqlite:devices.sqlite".
+        `create`: creates what is missing.
+
+        Raises `OutputError` if it cannot be opened.
+        """
+        argument = None if url is None else text_argument(url, "url")
+        return cls(call(library.mxmodule_catalogue_open, argument, bool(create)))
+
+    @property
+    def name(self) -> str:
+        """Engine, host and database, never a password."""
+        return self._name
+
+    @property
+    def closed(self) -> bool:
+        """Whether it was closed."""
+        return self._handle is None
+
+    def close(self) -> None:
+        """Closes it. Another thread's call ends first; later ones raise `ClosedError`."""
+        self._handle = None
+
+    def search(self, words: str = "", where: Sequence[str] = ()) -> Rows[CatalogueEntry]:
+        """Returns the modules that have each of `words`, which are separated by blanks, in the
+        label, the order code or the name of a channel or parameter, and that meet each condition of
+        `where`, such as "in_bytes>4" or "label ~ DI"; ordered by family and module identifier.
+
+        Raises `RequestError` for another condition.
+        """
+        query = _query(words, where)
+        with self._lock:
+            found = json_of(library.mxmodule_catalogue_search, self._open_handle(), *query)
+        return Rows([_entry(one) for one in found["devices"]], CatalogueEntry._fields)
+
+    def search_findings(self, words: str = "", where: Sequence[str] = ()) -> tuple[Finding, ...]:
+        """Returns a warning if such a search may miss modules, which are stored without content."""
+        query = _query(words, where)
+        function = library.mxmodule_catalogue_search_findings
+        with self._lock:
+            return findings_of(bytes_of(function, self._open_handle(), *query))
+
+    def find(self, module_id: str) -> CatalogueEntry:
+        """Returns the module with the identifier `module_id`, eight hexadecimal digits. Raises
+        `UnknownName`, which names those that there are."""
+        found = self._of_module(json_of, library.mxmodule_catalogue_find, module_id)
+        return _entry(found["device"])
+
+    def file(self, module_id: str) -> bytes:
+        """Returns the mx file of a module; empty if it is stored without it. Raises
+        `UnknownName`."""
+        content: bytes = self._of_module(bytes_of, library.mxmodule_catalogue_file, module_id)
+        return content
+
+    def module(self, module_id: str, *, input_offset: int = 0, output_offset: int = 0) -> Module:
+        """Returns the module made of its stored mx file. Raises `UnknownName`, or `InputError` if
+        it is stored without the file."""
+        offsets = _offsets(input_offset, output_offset)
+        return Module(
+            self._of_module(call, library.mxmodule_catalogue_module, module_id, *offsets)
+        )
+
+    def remove(self, module_id: str) -> None:
+        """Removes a module. Raises `UnknownName`."""
+        self._of_module(call, library.mxmodule_catalogue_remove, module_id)
+
+    def populate(
+        self,
+        directory: Path,
+        *,
+        replace: bool = False,
+        progress: Callable[[int, int], None] | None = None,
+    ) -> Population:
+        """Stores the modules of the files MX*.bin in `directory`, in one transaction; a file that
+        cannot be translated is a finding. `replace`: removes the modules of which there is no file.
+
+        `progress` is called with the files done and all files; what it raises ends the work, and
+        the catalogue is as before. So does Ctrl-C.
+        """
+        told = _Told(progress)
+        argument = path_argument(directory)
+        with self._lock:
+            try:
+                made = json_of(
+                    library.mxmodule_catalogue_populate,
+                    self._open_handle(),
+                    argument,
+                    bool(replace),
+                    ctypes.byref(told.observer),
+                )
+            except RequestError:
+                told.raise_failure()
+                raise
+        return Population(
+            made["inserted"],
+            made["replaced"],
+            made["failed"],
+            tuple(one["module_id"] for one in made["removed"]),
+            tuple(finding_of(one) for one in made["findings"]),
+        )
+
+    def to_dataframe(self) -> pandas.DataFrame:
+        """Returns a row for each module. Raises `MissingLibrary` without pandas."""
+        return self.search().to_dataframe()
+
+    def __iter__(self) -> Iterator[CatalogueEntry]:
+        return iter(self.search())
+
+    def __len__(self) -> int:
+        return len(self.search())
+
+    def __contains__(self, module_id: object) -> bool:
+        if not isinstance(module_id, str):
+            return False
+        try:
+            self.find(module_id)
+        except UnknownName:
+            return False
+        return True
+
+    def __enter__(self) -> Catalogue:
+        self._open_handle()
+        return self
+
+    def __exit__(
+        self,
+        kind: type[BaseException] | None,
+        failure: BaseException | None,
+        trace: TracebackType | None,
+    ) -> None:
+        self.close()
+
+    def __repr__(self) -> str:
+        return f"<Catalogue {self._name}{', closed' if self.closed else ''}>"
+
+    def _repr_html_(self) -> str:
+        return self.search()._repr_html_()
+
+    def _open_handle(self) -> Handle:
+        handle = self._handle
+        if handle is None:
+            finding = request_finding("The catalogue was closed", place=self._name)
+            raise ClosedError([finding])
+        if not handle.is_of_this_process():
+            text = "The catalogue was opened by the process that forked this one"
+            hint = "open it again in this process"
+            raise ClosedError([request_finding(text, place=self._name, hint=hint)])
+        return handle
+
+    def _of_module(self, run: Any, function: Any, module_id: str, *arguments: Any) -> Any:
+        argument = text_argument(module_id, "a module identifier")
+        with self._lock:
+            try:
+                return run(function, self._open_handle(), argument, *arguments)
+            except RequestError as failure:
+                if isinstance(failure, ClosedError):
+                    raise
+                raise UnknownName(failure.findings) from None
+
+
+class _Told:
+    """Keeps what a caller's function raises: it must not pass through the library."""
+
+    def __init__(self, progress: Callable[[int, int], None] | None) -> None:
+        self._failure: BaseException | None = None
+        self._progress = progress
+        self.observer = Observer(None, NOTICE(0), PROGRESS(self._tell))
+
+    def _tell(self, _: int | None, done: int, total: int) -> int:
+        try:
+            if self._progress is not None:
+                self._progress(done, total)
+            return 0
+        except BaseException as failure:  # KeyboardInterrupt too
+            self._failure = failure
+            return 1
+
+    def raise_failure(self) -> None:
+        """Raises what the caller's function raised, if it did."""
+        if self._failure is not None:
+            raise self._failure

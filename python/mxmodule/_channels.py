@@ -1,0 +1,151 @@
+"""The channels of a module in the process images."""
+
+from __future__ import annotations
+
+import json
+from typing import TYPE_CHECKING, Any, Iterable, NamedTuple, Tuple
+
+from ._arguments import separator_argument
+from ._description import Description
+from ._library import bytes_of, text_of
+from ._mxmodule import library
+from ._rows import Rows, Svg, data_frame
+
+if TYPE_CHECKING:
+    import pandas
+
+    from ._module import Module
+
+
+class Channel(NamedTuple):
+    """A channel that has a place in a process image."""
+
+    id: str  #: Identifier in the device, decimal.
+    number: int  #: Several channels may have the same.
+    name: str  #: May be empty.
+    direction: str  #: "in" or "out".
+    symbol: str  #: IEC address such as "IW4".
+    area: str  #: "I" or "Q".
+    size_letter: str  #: "X", "B", "W", "D" or "L".
+    byte: int  #: First byte in the image.
+    bit_offset: int  #: As in the mx file; may be above 7.
+    bit_length: int  #: In bits.
+    mask: int  #: 2 to the power of the number of bits, minus 1, at most 255.
+
+
+class ChannelWithoutSymbol(NamedTuple):
+    """A channel that is in no process image."""
+
+    id: str  #: Identifier in the device, decimal.
+    number: int  #: Several channels may have the same.
+    name: str  #: May be empty.
+    direction: str  #: "in", "out" or empty.
+
+
+class BitRun(NamedTuple):
+    """Consecutive bits of a process image."""
+
+    byte: int  #: Of the first bit.
+    bit: int  #: The first bit in this byte.
+    bits: int  #: Number of bits.
+
+
+class ImageArea(NamedTuple):
+    """The part of a process image that belongs to a module."""
+
+    first_byte: int  #: In the process image.
+    size: int  #: In bytes.
+    free: Tuple[BitRun, ...]  #: Bits of the data without a channel, in order.
+    overlapping: Tuple[BitRun, ...]  #: Bits of more than one channel, in order.
+
+
+def _runs(values: Any) -> tuple[BitRun, ...]:
+    return tuple(BitRun(one["byte"], one["bit"], one["bits"]) for one in values)
+
+
+def _area(values: Any) -> ImageArea:
+    return ImageArea(
+        values["first_byte"], values["size"], _runs(values["free"]), _runs(values["overlapping"])
+    )
+
+
+class Channels(Rows[Channel]):
+    """The channels of a module that have a place in a process image, in the order of the device."""
+
+    __slots__ = ("_description", "_json", "_values")
+
+    def __init__(self, description: Description) -> None:
+        """Of the module of `description`, which it keeps."""
+        self._description = description
+        self._json = bytes_of(library.mxmodule_channels_json, description.handle)
+        self._values = json.loads(self._json)
+        rows = [Channel(*one.values()) for one in self._values["channels"]]
+        super().__init__(rows, Channel._fields)
+
+    @property
+    def input(self) -> ImageArea:
+        """The module's part of the input image."""
+        return _area(self._values["input"])
+
+    @property
+    def output(self) -> ImageArea:
+        """The module's part of the output image."""
+        return _area(self._values["output"])
+
+    @property
+    def without_symbol(self) -> tuple[ChannelWithoutSymbol, ...]:
+        """The channels in no image."""
+        return tuple(
+            ChannelWithoutSymbol(*one.values()) for one in self._values["without_symbol"]
+        )
+
+    @property
+    def name_bytes(self) -> dict[str, bytes]:
+        """The names by the `id` of their channels, byte for byte as in the mx file, which states no
+        code page; also of channels without a place."""
+        identifiers = [one["id"] for one in self._description.device()["channels"]]
+        names = self._description.raw_texts()["channels"]
+        return {one: bytes.fromhex(name) for one, name in zip(identifiers, names)}
+
+    def text(self) -> str:
+        """Returns a table for people, as `mxtool channels` prints it."""
+        return text_of(library.mxmodule_channels_text, self._description.handle)
+
+    def csv(self, separator: str = ",", *, byte_order_mark: bool = False) -> str:
+        """Returns the table as CSV. `separator` is a comma, a semicolon or a tab."""
+        argument = separator_argument(separator)
+        handle = self._description.handle
+        return text_of(library.mxmodule_channels_csv, handle, argument, bool(byte_order_mark))
+
+    def json(self) -> str:
+        """Returns all of it as JSON, schema "mxtool.channels"."""
+        return self._json.decode("utf-8")
+
+    def declarations(self) -> str:
+        """Returns IEC 61131-3 declarations of global variables."""
+        return text_of(library.mxmodule_channels_declarations, self._description.handle)
+
+    def svg(self) -> Svg:
+        """Returns a picture of the process images."""
+        return Svg(text_of(library.mxmodule_channels_svg, self._description.handle))
+
+    def drawing(self, *, coloured: bool = False) -> str:
+        """Returns the picture as text of 80 columns; `coloured`: with terminal colour codes."""
+        handle = self._description.handle
+        return text_of(library.mxmodule_channels_drawing, handle, bool(coloured))
+
+
+def channels_dataframe(modules: Iterable[Module]) -> pandas.DataFrame:
+    """Returns a row for each channel of `modules`, with `module_id` and `label` of its module.
+
+    Raises `MissingLibrary` without pandas.
+    """
+    names = ("module_id", "label", *Channel._fields)
+    columns: list[list[Any]] = [[] for _ in names]
+    for module in modules:
+        channels = module.channels
+        columns[0] += [module.module_id] * len(channels)
+        columns[1] += [module.label] * len(channels)
+        for column, values in zip(columns[2:], zip(*channels)):
+            column += values
+    return data_frame(dict(zip(names, columns)))

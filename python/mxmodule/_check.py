@@ -1,0 +1,73 @@
+"""Checks of mx files."""
+
+from __future__ import annotations
+
+import json
+from typing import Any, NamedTuple, Optional
+
+from ._arguments import Path, path_argument
+from ._library import TEXT, bytes_of, json_of, text_of
+from ._mxmodule import library
+from ._rows import Rows
+
+
+class CheckFinding(NamedTuple):
+    """A place where an mx file breaks a rule."""
+
+    file: str  #: Its name.
+    rule: str  #: Name of the rule.
+    severity: str  #: "error", "warning" or "note".
+    line: Optional[int]  #: In the text form, from 1; None for an mx file.
+    column: Optional[int]  #: In the text form, from 1.
+    offset: int  #: First byte in the mx file.
+    length: int  #: In bytes.
+    group: Optional[str]  #: Four hexadecimal digits; None: the file itself.
+    subject: str  #: Such as `parameter 3 "Filter"`; may be empty.
+    text: str  #: What is wrong.
+
+    @property
+    def place(self) -> str:
+        """File with line and column, or with the offset of the byte."""
+        if self.line is not None:
+            return f"{self.file}:{self.line}:{self.column}"
+        return f"{self.file}:0x{self.offset:06x}"
+
+    def __str__(self) -> str:
+        subject = f" {self.subject}:" if self.subject else ""
+        return f"{self.place}: {self.severity}: [{self.rule}]{subject} {self.text}"
+
+
+class CheckRule(NamedTuple):
+    """A rule of the mx format."""
+
+    name: str  #: As in findings.
+    severity: str  #: Of its findings.
+    explanation: str  #: What is wrong, and its effect on readers.
+    example: str  #: A finding.
+
+
+def _paths(paths: tuple[Path, ...]) -> tuple[Any, int]:
+    arguments = [path_argument(one) for one in paths]
+    return (TEXT * len(arguments))(*arguments), len(arguments)
+
+
+def check(*paths: Path) -> Rows[CheckFinding]:
+    """Returns every violation of a rule in the mx files, or their text forms, at `paths`.
+
+    Raises `InputError` for a file that cannot be read, or for a text with errors, of which each is
+    a finding.
+    """
+    files = json_of(library.mxmodule_check, *_paths(paths))["files"]
+    found = [CheckFinding(file["file"], *one.values()) for file in files for one in file["findings"]]
+    return Rows(found, CheckFinding._fields)
+
+
+def check_sarif(*paths: Path) -> str:
+    """Returns the same as SARIF 2.1.0, JSON."""
+    return text_of(library.mxmodule_check_sarif, *_paths(paths))
+
+
+def check_rules() -> Rows[CheckRule]:
+    """Returns all rules, in the order of the documentation."""
+    rules = json.loads(bytes_of(library.mxmodule_check_rules))["rules"]
+    return Rows([CheckRule(*one.values()) for one in rules], CheckRule._fields)

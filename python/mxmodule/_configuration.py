@@ -1,0 +1,211 @@
+"""Configurations: a parameter image and the values in it."""
+
+from __future__ import annotations
+
+import json
+from typing import TYPE_CHECKING, Any, Iterator, Mapping, NamedTuple, Optional
+
+from ._arguments import FIELDBUSES, separator_argument, text_argument
+from ._description import Description
+from ._errors import wrong_type
+from ._findings import Finding, findings_of
+from ._handle import Handle
+from ._library import bytes_of, call, json_of, text_of
+from ._mxmodule import library
+from ._parameters import Parameters
+from ._rows import data_frame, html_table
+
+if TYPE_CHECKING:
+    import pandas
+
+
+class Setting(NamedTuple):
+    """The value of a parameter in a configuration."""
+
+    name: str  #: As `Parameter.call_name`.
+    value: str  #: As people read it: "9.9 V", the text of an option.
+    digits: str  #: The value as a decimal number; empty: it is outside the image.
+    unit: str  #: May be empty.
+    default: str  #: The default as people read it.
+    is_changed: bool  #: It differs from the default.
+    byte: int  #: First byte in the raw parameter image.
+    size: int  #: In bytes.
+    bit_offset: int  #: Lowest bit of a bit field.
+    bit_length: int  #: Number of bits of a bit field; 0: whole bytes.
+
+
+_LISTINGS = (False, True)  # as mxmodule_listing: all, or only what is changed
+
+
+def _setting(name: str, values: Any) -> Setting:
+    return Setting(
+        name,
+        values["shown"],
+        values["digits"],
+        values["unit"],
+        values["default_shown"],
+        values["changed"],
+        values["byte"],
+        values["size"],
+        values["bit_offset"],
+        values["bit_length"],
+    )
+
+
+class Configuration(Mapping[str, Setting]):
+    """A parameter image and the values in it, by the names that `Parameters` takes. It never
+    changes."""
+
+    __slots__ = ("_description", "_handle", "_fieldbus", "_settings")
+
+    def __init__(self, description: Description, pointer: int, fieldbus: int) -> None:
+        """Of the module of `description`. Owns the mxmodule_configuration at `pointer`."""
+        self._description = description
+        self._handle = Handle(pointer, library.mxmodule_configuration_free)
+        self._fieldbus = fieldbus
+        self._settings: dict[str, Setting] | None = None
+
+    @property
+    def fieldbus(self) -> str:
+        """The form of `bytes`: "raw" or "modbus"."""
+        return FIELDBUSES[self._fieldbus]
+
+    @property
+    def image(self) -> bytes:
+        """The raw parameter image."""
+        return bytes_of(library.mxmodule_configuration_image, self._handle)
+
+    @property
+    def bytes(self) -> bytes:
+        """What the fieldbus master writes: the image, or the registers, each with its high byte
+        first."""
+        return bytes_of(library.mxmodule_configuration_bytes, self._handle)
+
+    @property
+    def findings(self) -> tuple[Finding, ...]:
+        """Notes: differences in bits of no parameter, parameters without a value or register."""
+        return findings_of(bytes_of(library.mxmodule_configuration_findings, self._handle))
+
+    def changed(self) -> dict[str, Setting]:
+        """Returns the parameters that differ from the defaults."""
+        return {name: one for name, one in self._all().items() if one.is_changed}
+
+    def text(self, *, changed: bool = False) -> str:
+        """Returns bytes and parameters as a table for people; `changed`: only those that differ
+        from the defaults."""
+        return text_of(library.mxmodule_configuration_text, self._handle, bool(changed))
+
+    def json(self, *, changed: bool = False) -> str:
+        """Returns the same as JSON, schema "mxtool.config"."""
+        return text_of(library.mxmodule_configuration_json, self._handle, bool(changed))
+
+    def csv(
+        self, separator: str = ",", *, changed: bool = False, byte_order_mark: bool = False
+    ) -> str:
+        """Returns the table as CSV. `separator` is a comma, a semicolon or a tab."""
+        arguments = (bool(changed), separator_argument(separator), bool(byte_order_mark))
+        return text_of(library.mxmodule_configuration_csv, self._handle, *arguments)
+
+    def values_file(self, *, changed: bool = False) -> str:
+        """Returns the values as a file (YAML) to be edited, with ranges, options and defaults;
+        `Module.compose_file` reads it."""
+        return text_of(library.mxmodule_configuration_values, self._handle, bool(changed))
+
+    def compare(self, read: Configuration, place: str = "") -> Comparison:
+        """Compares `read` with this configuration, which is wanted. Raises `Error` if the two are
+        not of the same module type and fieldbus. `place` is where `read` comes from, for
+        messages."""
+        if not isinstance(read, Configuration):
+            raise wrong_type("the configuration", read, "Configuration")
+        argument = text_argument(place, "place")
+        return Comparison(call(library.mxmodule_compare, self._handle, read._handle, argument))
+
+    def __getitem__(self, name: str) -> Setting:
+        settings = self._all()
+        if isinstance(name, str) and name in settings:
+            return settings[name]
+        return settings[Parameters(self._description)[name].call_name]
+
+    def __iter__(self) -> Iterator[str]:
+        return iter(self._all())
+
+    def __len__(self) -> int:
+        return len(self._all())
+
+    def __repr__(self) -> str:
+        return f"<Configuration of {len(self)} parameters, {len(self.changed())} changed>"
+
+    def to_dataframe(self) -> pandas.DataFrame:
+        """Returns a row for each parameter. Raises `MissingLibrary` without pandas."""
+        settings = list(self._all().values())
+        return data_frame(
+            {name: [getattr(one, name) for one in settings] for name in Setting._fields}
+        )
+
+    def _repr_html_(self) -> str:
+        return html_table(Setting._fields[:6], [one[:6] for one in self._all().values()])
+
+    def _all(self) -> dict[str, Setting]:
+        # On Modbus a parameter may be in several places or none: the raw image has each once.
+        if self._settings is None:
+            image = self.image
+            pointer = call(
+                library.mxmodule_configure, self._description.handle, image, len(image), 0
+            )
+            raw = Handle(pointer, library.mxmodule_configuration_free)
+            listed = json_of(library.mxmodule_configuration_json, raw, False)["parameters"]
+            by_id = {one["id"]: one for one in listed}
+            self._settings = {
+                one["call_name"]: _setting(one["call_name"], by_id[one["id"]])
+                for one in self._description.device()["parameters"]
+                if one["id"] in by_id
+            }
+        return self._settings
+
+
+class Deviation(NamedTuple):
+    """A parameter whose bits differ."""
+
+    id: str  #: Identifier in the device, decimal.
+    name: str  #: Its name; several parameters may have the same.
+    channel: Optional[int]  #: Number of its channel; None: it is the module's own.
+    wanted: str  #: As people read it.
+    read: str  #: As people read it.
+
+
+class Comparison:
+    """The differences of a configuration that was read from the wanted one. It never changes."""
+
+    __slots__ = ("_handle", "_json", "_values")
+
+    def __init__(self, pointer: int) -> None:
+        """Owns the mxmodule_comparison at `pointer`."""
+        self._handle = Handle(pointer, library.mxmodule_comparison_free)
+        self._json = text_of(library.mxmodule_comparison_json, self._handle)
+        self._values = json.loads(self._json)
+
+    @property
+    def is_same(self) -> bool:
+        """Whether no bit differs."""
+        return bool(self._values["same"])
+
+    @property
+    def deviations(self) -> tuple[Deviation, ...]:
+        """The parameters whose bits differ, in order."""
+        return tuple(
+            Deviation(
+                one["id"], one["name"], one["channel"], one["wanted_shown"], one["read_shown"]
+            )
+            for one in self._values["deviations"]
+        )
+
+    def text(self) -> str:
+        """Returns the differences as a table for people."""
+        return text_of(library.mxmodule_comparison_text, self._handle)
+
+    def json(self) -> str:
+        """Returns the differences as JSON, schema "mxtool.config-comparison"."""
+        return self._json
+
+    def __repr__(self) -> str:
+        return f"<Comparison with {len(self._values['deviations'])} deviations>"

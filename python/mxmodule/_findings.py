@@ -1,0 +1,44 @@
+"""Findings: what the libraries tell a person."""
+
+from __future__ import annotations
+
+import json
+from typing import Any, NamedTuple
+
+
+class Finding(NamedTuple):
+    """A message about something that was asked, read or written."""
+
+    severity: str  #: "error", "warning" or "note".
+    origin: str  #: What it is about: "request", "input" or "output".
+    place: str  #: File with line and column or byte offset, or the name of a value; may be empty.
+    text: str  #: What is wrong, what was found, what is expected.
+    hint: str  #: What to do; may be empty.
+    accepted: tuple[str, ...]  #: What is accepted instead, where it can be listed.
+    excerpt: str  #: The line of the text with a mark below the column; may be empty.
+
+    def __str__(self) -> str:
+        lines = [f"{self.place}: {self.text}" if self.place else self.text]
+        if self.excerpt:
+            lines.append(self.excerpt)
+        if self.hint:
+            lines.append(f"hint: {self.hint}")
+        return "\n".join(lines)
+
+
+def finding_of(values: Any) -> Finding:
+    """Returns the finding in `values`, a member of the schema "mxmodule.findings"."""
+    return Finding(
+        values["severity"],
+        values.get("origin", "input"),
+        values["place"],
+        values["text"],
+        values["hint"],
+        tuple(values["accepted"]),
+        values.get("excerpt", ""),
+    )
+
+
+def findings_of(text: str | bytes) -> tuple[Finding, ...]:
+    """Returns the findings in `text`, JSON of the schema "mxmodule.findings"."""
+    return tuple(finding_of(one) for one in json.loads(text)["findings"])

@@ -1,0 +1,35 @@
+"""Handles: pointers of the C interface that are freed with the last object that uses them."""
+
+from __future__ import annotations
+
+import os
+from typing import Any
+
+
+class Handle:
+    """A pointer of the C interface, and its owner.
+
+    An object that needs the pointer keeps its handle. A function that is called with a handle keeps
+    it until it returns, so that closing an object in another thread frees nothing that is in use.
+    """
+
+    __slots__ = ("_as_parameter_", "_free", "_process", "__weakref__")
+
+    def __init__(self, pointer: int, free: Any, *, of_one_process: bool = False) -> None:
+        """`of_one_process`: what it leads to belongs to the process that opened it, like a
+        connection; a child does not free it after a fork."""
+        self._as_parameter_ = pointer
+        self._free = free
+        self._process = os.getpid() if of_one_process else 0
+
+    def is_of_this_process(self) -> bool:
+        """Returns whether this process may use it."""
+        return self._process in (0, os.getpid())
+
+    # `getpid` is a default: at the end of the interpreter modules are emptied.
+    def __del__(self, getpid: Any = os.getpid) -> None:
+        if self._process in (0, getpid()):
+            self._free(self._as_parameter_)
+
+    def __reduce__(self) -> Any:
+        raise TypeError("Handles of libmxmodule cannot be pickled")
