@@ -49,7 +49,9 @@ foreach(room IN LISTS rooms_with_headers)
     install(
         DIRECTORY ${PROJECT_SOURCE_DIR}/${room}/include/
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-        COMPONENT dev)
+        COMPONENT dev
+        FILES_MATCHING
+        PATTERN "*.h")
 endforeach()
 
 # An engine that the device database loads on demand, so that its driver is optional.

@@ -30,9 +30,9 @@ mxmodule_bytes* bytesOf(const mxmodule_module* handle, mxmodule_error** error,
 
 } // namespace
 
-mxmodule_module* newModule(Module module)
+mxmodule_module* newModule(const Module& module)
 {
-    return new mxmodule_module{std::move(module)};
+    return new mxmodule_module{module};
 }
 
 } // namespace mxmodule

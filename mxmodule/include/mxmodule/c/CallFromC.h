@@ -69,8 +69,9 @@ MXMODULE_API std::vector<std::string> requireTexts(const char* const* texts, std
 /// Returns the fieldbus of C++. A number that is none becomes the error `MXMODULE_MISUSE`.
 MXMODULE_API Fieldbus fieldbusOf(mxmodule_fieldbus fieldbus);
 
-/// Returns the style with `separator`. Another one than ',', ';' and a tab becomes such an error.
-MXMODULE_API CsvStyle csvStyleOf(char separator, int byteOrderMark);
+/// Returns the style with `separator`, and a byte order mark if `mark` is not 0. Another separator
+/// than ',', ';' and a tab becomes such an error.
+MXMODULE_API CsvStyle csvStyleOf(char separator, int mark);
 
 /// Returns new bytes for C.
 MXMODULE_API mxmodule_bytes* newBytes(std::string content);
@@ -79,7 +80,7 @@ MXMODULE_API mxmodule_bytes* newBytes(std::string content);
 MXMODULE_API mxmodule_bytes* newBytes(const std::vector<char>& content);
 
 /// Returns a new module for C.
-MXMODULE_API mxmodule_module* newModule(Module module);
+MXMODULE_API mxmodule_module* newModule(const Module& module);
 
 /// Returns `findings` as JSON, schema "mxmodule.findings" version 1.
 MXMODULE_API std::string findingsJson(const std::vector<Finding>& findings);
