@@ -37,7 +37,11 @@ from ._findings import Finding
 from ._module import Module
 from ._mxmodule import library as _library
 from ._parameters import Parameter, Parameters
+from ._plan import Declarations, Gap, ImageBytes, Plan, PlannedModule
 from ._rows import Rows, Svg
+from ._station import Station
+from ._station_channels import StationChannel, StationChannels, StationChannelWithoutSymbol
+from ._station_comparison import StationChange, StationComparison
 from ._values import BinaryObject, Option, Place, Property, Set
 
 #: The version of the libraries.
@@ -56,11 +60,14 @@ __all__ = [
     "ClosedError",
     "Comparison",
     "Configuration",
+    "Declarations",
     "Defect",
     "Deviation",
     "Error",
     "Finding",
+    "Gap",
     "ImageArea",
+    "ImageBytes",
     "InputError",
     "MissingLibrary",
     "Module",
@@ -69,6 +76,8 @@ __all__ = [
     "Parameter",
     "Parameters",
     "Place",
+    "Plan",
+    "PlannedModule",
     "Population",
     "Property",
     "RequestError",
@@ -76,6 +85,12 @@ __all__ = [
     "Set",
     "Setting",
     "SideEffectWarning",
+    "Station",
+    "StationChange",
+    "StationChannel",
+    "StationChannelWithoutSymbol",
+    "StationChannels",
+    "StationComparison",
     "Svg",
     "UnknownName",
     "WrongType",

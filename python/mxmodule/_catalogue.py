@@ -66,8 +66,8 @@ def _query(words: str, where: Sequence[str]) -> tuple[Any, ...]:
 class Catalogue:
     """An open catalogue of modules: a database with their mx files, channels and parameters.
 
-    Iterating gives its entries. Threads may share it: one call is carried out after the other. After
-    a fork, a child opens its own.
+    Iterating gives its entries. Threads may share it: one call is carried out after the other.
+    After a fork, a child opens its own.
     """
 
     __slots__ = ("_handle", "_lock", "_name", "__weakref__")

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import json
+from operator import itemgetter
 from typing import TYPE_CHECKING, Any, Iterable, NamedTuple, Tuple
 
 from ._arguments import separator_argument
@@ -59,6 +60,10 @@ class ImageArea(NamedTuple):
     overlapping: Tuple[BitRun, ...]  #: Bits of more than one channel, in order.
 
 
+_members = itemgetter(*Channel._fields)
+_members_without_symbol = itemgetter(*ChannelWithoutSymbol._fields)
+
+
 def _runs(values: Any) -> tuple[BitRun, ...]:
     return tuple(BitRun(one["byte"], one["bit"], one["bits"]) for one in values)
 
@@ -79,7 +84,7 @@ class Channels(Rows[Channel]):
         self._description = description
         self._json = bytes_of(library.mxmodule_channels_json, description.handle)
         self._values = json.loads(self._json)
-        rows = [Channel(*one.values()) for one in self._values["channels"]]
+        rows = [Channel._make(_members(one)) for one in self._values["channels"]]
         super().__init__(rows, Channel._fields)
 
     @property
@@ -96,7 +101,8 @@ class Channels(Rows[Channel]):
     def without_symbol(self) -> tuple[ChannelWithoutSymbol, ...]:
         """The channels in no image."""
         return tuple(
-            ChannelWithoutSymbol(*one.values()) for one in self._values["without_symbol"]
+            ChannelWithoutSymbol._make(_members_without_symbol(one))
+            for one in self._values["without_symbol"]
         )
 
     @property

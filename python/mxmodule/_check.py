@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import json
+from operator import itemgetter
 from typing import Any, NamedTuple, Optional
 
 from ._arguments import Path, path_argument
@@ -46,6 +47,10 @@ class CheckRule(NamedTuple):
     example: str  #: A finding.
 
 
+_members = itemgetter(*CheckFinding._fields[1:])
+_members_of_rule = itemgetter(*CheckRule._fields)
+
+
 def _paths(paths: tuple[Path, ...]) -> tuple[Any, int]:
     arguments = [path_argument(one) for one in paths]
     return (TEXT * len(arguments))(*arguments), len(arguments)
@@ -58,7 +63,11 @@ def check(*paths: Path) -> Rows[CheckFinding]:
     a finding.
     """
     files = json_of(library.mxmodule_check, *_paths(paths))["files"]
-    found = [CheckFinding(file["file"], *one.values()) for file in files for one in file["findings"]]
+    found = [
+        CheckFinding._make((file["file"], *_members(one)))
+        for file in files
+        for one in file["findings"]
+    ]
     return Rows(found, CheckFinding._fields)
 
 
@@ -70,4 +79,4 @@ def check_sarif(*paths: Path) -> str:
 def check_rules() -> Rows[CheckRule]:
     """Returns all rules, in the order of the documentation."""
     rules = json.loads(bytes_of(library.mxmodule_check_rules))["rules"]
-    return Rows([CheckRule(*one.values()) for one in rules], CheckRule._fields)
+    return Rows([CheckRule._make(_members_of_rule(one)) for one in rules], CheckRule._fields)

@@ -20,7 +20,7 @@ class Finding(NamedTuple):
     def __str__(self) -> str:
         lines = [f"{self.place}: {self.text}" if self.place else self.text]
         if self.excerpt:
-            lines.append(self.excerpt)
+            lines.append(self.excerpt.rstrip("\n"))
         if self.hint:
             lines.append(f"hint: {self.hint}")
         return "\n".join(lines)

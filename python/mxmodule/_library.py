@@ -119,13 +119,17 @@ def call(function: Any, *arguments: Any) -> Any:
     return result
 
 
-def bytes_of(function: Any, *arguments: Any) -> bytes:
-    """The same for a function that returns bytes."""
-    result = call(function, *arguments)
+def taken(result: Any) -> bytes:
+    """Returns the content of the mxmodule_bytes at `result`, which it frees."""
     try:
         return ctypes.string_at(_bytes_data(result), _bytes_size(result))
     finally:
         _bytes_free(result)
+
+
+def bytes_of(function: Any, *arguments: Any) -> bytes:
+    """The same as `call` for a function that returns bytes."""
+    return taken(call(function, *arguments))
 
 
 def text_of(function: Any, *arguments: Any) -> str:

@@ -151,8 +151,8 @@ class Module:
         return text_of(library.mxmodule_datasheet, self._handle)
 
     def product_picture(self) -> str:
-        """Returns the picture of the product as a URL that contains it ("data:image/png;base64,
-        ..."); empty if there is none."""
+        """Returns the picture of the product as a URL that contains it
+        ("data:image/png;base64,..."); empty if there is none."""
         return text_of(library.mxmodule_product_picture, self._handle)
 
     # Values.

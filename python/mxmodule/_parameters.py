@@ -145,8 +145,8 @@ _COLUMNS = (
 class Parameters(Mapping[str, Parameter]):
     """The parameters of a module by name, in the order of the device.
 
-    `parameters[name]` takes "NAME", "CHANNEL/NAME" or "#ID", as `Module.compose` does; an unknown or
-    ambiguous name raises `UnknownName` with the nearest ones. Iteration gives `call_name`.
+    `parameters[name]` takes "NAME", "CHANNEL/NAME" or "#ID", as `Module.compose` does; an unknown
+    or ambiguous name raises `UnknownName` with the nearest ones. Iteration gives `call_name`.
     """
 
     __slots__ = ("_description", "_parameters", "_positions")
