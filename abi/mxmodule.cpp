@@ -3,6 +3,7 @@
 
 #include <mxmodule/Build.h>
 #include <mxmodule/Catalogue.h>
+#include <mxmodule/ChannelColumns.h>
 #include <mxmodule/Check.h>
 #include <mxmodule/Datasheet.h>
 #include <mxmodule/Explanation.h>
@@ -30,7 +31,9 @@ void values(Assignment, Values, WantedValues, ComposeOptions, Composition, Confi
             Comparison, PlacedParameter, ReadImage, Fieldbus, Listing, ValueCheck)
 {}
 
-void channelMaps(ChannelMap, MappedChannel, ImageArea, ImageBytes, BitRun, CsvStyle, IecVariable) {}
+void channelMaps(ChannelColumns, ChannelMap, MappedChannel, ImageArea, ImageBytes, BitRun, CsvStyle,
+                 IecVariable)
+{}
 
 void findings(Finding, Failure*, Severity, Origin, Advice) {}
 
@@ -41,7 +44,8 @@ void files(FileKind, LostWriting, BuildOptions, BuiltFile, CheckRule, RuleSettin
 void cInterface(mxmodule_error*, mxmodule_code, mxmodule_bytes*, mxmodule_module*,
                 mxmodule_assignment, mxmodule_fieldbus, mxmodule_value_check, mxmodule_listing,
                 mxmodule_composition*, mxmodule_configuration*, mxmodule_comparison*,
-                mxmodule_catalogue*, mxmodule_observer)
+                mxmodule_catalogue*, mxmodule_observer, mxmodule_columns*, mxmodule_number_column,
+                mxmodule_text_column)
 {}
 
 void explanations(Explanation, ExplainedPart, ExplainedGroup, NamedPlace) {}

@@ -17,8 +17,8 @@ from ._channels import (
     Channels,
     ChannelWithoutSymbol,
     ImageArea,
-    channels_dataframe,
 )
+from ._channels_dataframe import channels_dataframe
 from ._check import CheckFinding, CheckRule, check, check_rules, check_sarif
 from ._configuration import Comparison, Configuration, Deviation, Setting
 from ._errors import (

@@ -4,18 +4,13 @@ from __future__ import annotations
 
 import json
 from operator import itemgetter
-from typing import TYPE_CHECKING, Any, Iterable, NamedTuple, Tuple
+from typing import Any, NamedTuple, Tuple
 
 from ._arguments import separator_argument
 from ._description import Description
 from ._library import bytes_of, text_of
 from ._mxmodule import library
-from ._rows import Rows, Svg, data_frame
-
-if TYPE_CHECKING:
-    import pandas
-
-    from ._module import Module
+from ._rows import Rows, Svg
 
 
 class Channel(NamedTuple):
@@ -139,19 +134,3 @@ class Channels(Rows[Channel]):
         """Returns the picture as text of 80 columns; `coloured`: with terminal colour codes."""
         handle = self._description.handle
         return text_of(library.mxmodule_channels_drawing, handle, bool(coloured))
-
-
-def channels_dataframe(modules: Iterable[Module]) -> pandas.DataFrame:
-    """Returns a row for each channel of `modules`, with `module_id` and `label` of its module.
-
-    Raises `MissingLibrary` without pandas.
-    """
-    names = ("module_id", "label", *Channel._fields)
-    columns: list[list[Any]] = [[] for _ in names]
-    for module in modules:
-        channels = module.channels
-        columns[0] += [module.module_id] * len(channels)
-        columns[1] += [module.label] * len(channels)
-        for column, values in zip(columns[2:], zip(*channels)):
-            column += values
-    return data_frame(dict(zip(names, columns)))

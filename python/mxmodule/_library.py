@@ -14,6 +14,7 @@ from ._findings import Finding, findings_of
 FOLDER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "_libraries")
 
 HANDLE = ctypes.c_void_p
+HANDLES = ctypes.POINTER(ctypes.c_void_p)
 TEXT = ctypes.c_char_p
 BYTES = ctypes.c_char_p
 INT = ctypes.c_int

@@ -79,7 +79,7 @@ class Module:
     @property
     def label(self) -> str:
         """The label, as on the product."""
-        return str(self._description.device()["label"])
+        return text_of(library.mxmodule_label, self._handle)
 
     @property
     def label_bytes(self) -> bytes:

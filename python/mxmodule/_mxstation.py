@@ -2,11 +2,19 @@
 
 from __future__ import annotations
 
-import ctypes
-
-from ._library import BYTES, CHAR, HANDLE, INT, NOTHING, SIZE, SIZES, TEXT, Library, Signature
-
-_HANDLES = ctypes.POINTER(HANDLE)
+from ._library import (
+    BYTES,
+    CHAR,
+    HANDLE,
+    HANDLES,
+    INT,
+    NOTHING,
+    SIZE,
+    SIZES,
+    TEXT,
+    Library,
+    Signature,
+)
 
 # Each also takes a place for the error, last.
 _FAILING: dict[str, Signature] = {
@@ -27,9 +35,9 @@ _FAILING: dict[str, Signature] = {
     "mxstation_channels_json": (HANDLE, [HANDLE]),
     "mxstation_channels_text": (HANDLE, [HANDLE]),
     "mxstation_channels_csv": (HANDLE, [HANDLE, CHAR, INT]),
-    "mxstation_declarations": (HANDLE, [HANDLE, INT, INT, _HANDLES]),
-    "mxstation_plcopen": (HANDLE, [HANDLE, INT, INT, _HANDLES]),
-    "mxstation_c_header": (HANDLE, [HANDLE, _HANDLES]),
+    "mxstation_declarations": (HANDLE, [HANDLE, INT, INT, HANDLES]),
+    "mxstation_plcopen": (HANDLE, [HANDLE, INT, INT, HANDLES]),
+    "mxstation_c_header": (HANDLE, [HANDLE, HANDLES]),
     "mxstation_svg": (HANDLE, [HANDLE]),
     "mxstation_datasheet": (HANDLE, [HANDLE]),
     "mxstation_parameters_json": (HANDLE, [HANDLE, INT]),

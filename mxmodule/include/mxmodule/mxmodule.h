@@ -21,6 +21,7 @@
 #include "mxmodule/c/bytes.h"
 #include "mxmodule/c/catalogue.h"
 #include "mxmodule/c/check.h"
+#include "mxmodule/c/columns.h"
 #include "mxmodule/c/configuration.h"
 #include "mxmodule/c/error.h"
 #include "mxmodule/c/module.h"

@@ -1,14 +1,17 @@
 #pragma once
 
 #include <mxmodule/Catalogue.h>
+#include <mxmodule/ChannelColumns.h>
 #include <mxmodule/Configuration.h>
 #include <mxmodule/Module.h>
 #include <mxmodule/c/bytes.h>
 #include <mxmodule/c/catalogue.h>
+#include <mxmodule/c/columns.h>
 #include <mxmodule/c/configuration.h>
 #include <mxmodule/c/error.h>
 #include <mxmodule/c/module.h>
 
+#include <array>
 #include <string>
 #include <utility>
 
@@ -53,4 +56,10 @@ struct mxmodule_comparison
 struct mxmodule_catalogue
 {
     mxmodule::Catalogue catalogue;
+};
+
+struct mxmodule_columns
+{
+    mxmodule::ChannelColumns numbers;
+    std::array<std::string, 3> texts; // JSON
 };

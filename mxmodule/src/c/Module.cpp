@@ -81,6 +81,11 @@ mxmodule_bytes* mxmodule_name(const mxmodule_module* module, mxmodule_error** er
     return bytesOf(module, error, [](const Module& one) { return one.name(); });
 }
 
+mxmodule_bytes* mxmodule_label(const mxmodule_module* module, mxmodule_error** error)
+{
+    return bytesOf(module, error, [](const Module& one) { return one.label(); });
+}
+
 mxmodule_bytes* mxmodule_module_id(const mxmodule_module* module, mxmodule_error** error)
 {
     return bytesOf(module, error, [](const Module& one) { return one.moduleId(); });

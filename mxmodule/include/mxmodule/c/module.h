@@ -35,6 +35,9 @@ MXMODULE_API void mxmodule_free(mxmodule_module* module);
 /// Returns the name of its file, for messages.
 MXMODULE_API mxmodule_bytes* mxmodule_name(const mxmodule_module* module, mxmodule_error** error);
 
+/// Returns the label, as on the product.
+MXMODULE_API mxmodule_bytes* mxmodule_label(const mxmodule_module* module, mxmodule_error** error);
+
 /// Returns its identifier, eight hexadecimal digits.
 MXMODULE_API mxmodule_bytes* mxmodule_module_id(const mxmodule_module* module,
                                                 mxmodule_error** error);
