@@ -99,3 +99,7 @@ __all__ = [
     "check_rules",
     "check_sarif",
 ]
+
+# In messages and documents a name is that by which it is imported.
+for _name in __all__:
+    globals()[_name].__module__ = __name__
