@@ -9,6 +9,8 @@
 //
 // A function that can fail takes `error`, which may be null: it is set to a null pointer, or after
 // a failure to an error, which the caller frees. A function without a result has changed nothing.
+// Where memory runs out, JSON, also that of an error, may end the process by `std::terminate`:
+// the JSON library allocates in destructors.
 //
 // Texts that are passed are UTF-8 and end with a NUL byte. Names of files are bytes, as the system
 // takes them. Large results are JSON texts: docs/json-output.md describes each schema. A fact of

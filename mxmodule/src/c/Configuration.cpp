@@ -63,10 +63,20 @@ mxmodule_composition* newComposition(mxmodule::Composition made)
     return new mxmodule_composition{std::move(made), std::move(findings), std::move(noRegisters)};
 }
 
-// Returns `text`, or null if it is empty.
-const char* unlessEmpty(const std::string& text)
+// Stores the number of elements of `list`, if there is a place for it, and returns the first.
+template <typename Element>
+const Element* firstOf(const std::vector<Element>& list, std::size_t* count)
 {
-    return text.empty() ? nullptr : text.c_str();
+    if (count != nullptr) {
+        *count = list.size();
+    }
+    return list.data();
+}
+
+// Returns `text` of `made`, or null if it is empty or there is no composition.
+const char* unlessEmpty(const mxmodule_composition* made, std::string mxmodule_composition::*text)
+{
+    return made == nullptr || (made->*text).empty() ? nullptr : (made->*text).c_str();
 }
 
 template <typename ResultOf>
@@ -120,25 +130,26 @@ void mxmodule_composition_free(mxmodule_composition* composition)
 const unsigned char* mxmodule_composition_image(const mxmodule_composition* composition,
                                                 size_t* size)
 {
-    *size = composition->made.image.size();
-    return reinterpret_cast<const unsigned char*>(composition->made.image.data());
+    static const std::vector<char> none;
+    return reinterpret_cast<const unsigned char*>(
+        firstOf(composition == nullptr ? none : composition->made.image, size));
 }
 
 const uint16_t* mxmodule_composition_registers(const mxmodule_composition* composition,
                                                size_t* count)
 {
-    *count = composition->made.registers.size();
-    return composition->made.registers.data();
+    static const std::vector<std::uint16_t> none;
+    return firstOf(composition == nullptr ? none : composition->made.registers, count);
 }
 
 const char* mxmodule_composition_findings(const mxmodule_composition* composition)
 {
-    return unlessEmpty(composition->findings);
+    return unlessEmpty(composition, &mxmodule_composition::findings);
 }
 
 const char* mxmodule_composition_no_registers(const mxmodule_composition* composition)
 {
-    return unlessEmpty(composition->noRegisters);
+    return unlessEmpty(composition, &mxmodule_composition::noRegisters);
 }
 
 mxmodule_configuration* mxmodule_decode(const mxmodule_module* module, const void* bytes,

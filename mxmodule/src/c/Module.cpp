@@ -128,9 +128,10 @@ int mxmodule_parameter_called(const mxmodule_module* module, const char* name, s
                               mxmodule_error** error)
 {
     return callFromC(error, [&] {
-        mxmodule::requirePointer(position, "a place for the position") =
-            moduleOf(module).parameterCalled(
-                mxmodule::requireText(name, "the name of a parameter"));
+        const Module& one = moduleOf(module);
+        const std::string called = mxmodule::requireText(name, "the name of a parameter");
+        mxmodule::requirePointer(position, "a place for the position");
+        *position = one.parameterCalled(called);
         return 1;
     });
 }

@@ -44,7 +44,8 @@ typedef struct mxmodule_assignment
     const char* value;
 } mxmodule_assignment;
 
-/// What becomes of values in a parameter image. The caller frees it. It never changes.
+/// What becomes of values in a parameter image. The caller frees it. It never changes. Nothing is
+/// in a null pointer.
 typedef struct mxmodule_composition mxmodule_composition;
 
 /// Writes the `count` values at `values` into the parameter image of `image_size` bytes at `image`;
