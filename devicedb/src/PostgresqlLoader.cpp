@@ -42,6 +42,15 @@ std::filesystem::path modulePath()
                              (own / "device-database").string());
 }
 
+// The driver's own library is optional for packages, so it is the one that is missing. The loader's
+// reason begins with its name.
+std::string adviceFor(const std::string& reason)
+{
+    return reason.compare(0, 5, "libpq") == 0
+               ? "; install libpq, which is the package libpq5 in Debian"
+               : "";
+}
+
 OpenPostgresqlRecordStore load()
 {
     const std::string path = modulePath().string();
@@ -57,7 +66,7 @@ OpenPostgresqlRecordStore load()
     } catch (const Poco::Exception& failure) {
         throw std::runtime_error(
             "Cannot open a PostgreSQL device database: its driver cannot be loaded: " +
-            failure.message());
+            failure.message() + adviceFor(failure.message()));
     }
 }
 
