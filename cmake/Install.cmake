@@ -145,6 +145,10 @@ if(PARSER_MX_BUILD_TOOL)
         COMPONENT tool)
 endif()
 
+if(PARSER_MX_BUILD_MODULE AND CMAKE_INSTALL_PREFIX STREQUAL "/usr" AND NOT PARSER_MX_STATIC)
+    include(${PROJECT_SOURCE_DIR}/cmake/PythonPackage.cmake)
+endif()
+
 install(
     FILES README.md CHANGELOG.md
     DESTINATION ${documents_dir}

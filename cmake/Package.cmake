@@ -95,6 +95,20 @@ if(PARSER_MX_BUILD_MODULE)
         "Reads, compares and writes the parameters of a station over Modbus TCP or RTU,"
         "shows and sets live values by channel name, and simulates a coupler.")
     set(CPACK_DEBIAN_MXONLINE_PACKAGE_DEPENDS "libmxstation1 ${same}, libmxmodule1 ${same}")
+    # Compiled for each Python when it is installed. Its libraries are of the same version: it declares their functions.
+    list(APPEND CPACK_COMPONENTS_ALL python)
+    parser_mx_package(
+        python python3-mxmodule python "kv38 modules and stations, for Python 3"
+        "Parameters by name into images and back, channels, stations, couplers over"
+        "Modbus and the catalogue, with type hints.")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS OFF)
+    string(CONCAT CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+        "python3 (>= 3.9), libmxmodule1 ${same}, libmxstation1 ${same}, libmxonline1 ${same}")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS python3-pandas)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+        ${PROJECT_SOURCE_DIR}/cmake/python3-mxmodule/postinst
+        ${PROJECT_SOURCE_DIR}/cmake/python3-mxmodule/prerm)
     string(CONCAT module_libraries
         ", libmxmodule1 ${same}, libmxstation1 ${same}, libmxonline1 ${same}")
 endif()
