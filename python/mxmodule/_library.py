@@ -46,7 +46,10 @@ def _missing(name: str, reason: str) -> MissingLibrary:
 
 
 def _load(name: str) -> ctypes.CDLL:
-    path = os.path.join(FOLDER, name) if os.path.isdir(FOLDER) else name
+    path = name
+    if os.path.isdir(FOLDER):
+        # In a wheel each has a name that no library of the system has.
+        path = os.path.join(FOLDER, name.replace(".so", "-mxwheel.so"))
     try:
         return ctypes.CDLL(path)
     except OSError as failure:
