@@ -2,20 +2,24 @@
 
 from __future__ import annotations
 
+import operator
 import os
 from decimal import Decimal
-from typing import Union
+from typing import SupportsIndex, Union
 
 from ._errors import RequestError, request_finding, wrong_type
 
 #: A value of a parameter: the text of an option, or a number with or without its unit.
-Value = Union[str, int, float, Decimal]
+Value = Union[str, SupportsIndex, float, Decimal]
 #: A path of a file.
 Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 #: Bytes of any kind.
 Bytes = Union[bytes, bytearray, memoryview]
 
 MOST_OFFSET = 2**32 - 1
+
+# More than any float has. A Decimal of a few characters may have millions.
+_MOST_DIGITS = 400
 
 
 def _without_nul(content: bytes, what: str) -> bytes:
@@ -62,28 +66,51 @@ def value_argument(value: Value, name: str) -> bytes:
     """
     if isinstance(value, str):
         return text_argument(value, f"the value of {name}")
-    if isinstance(value, bool) or not isinstance(value, (int, float, Decimal)):
-        what = f"the value of {name}"
-        raise wrong_type(what, value, "str", "int", "float", "Decimal", place=name)
-    if isinstance(value, int):
-        return b"%d" % value
-    number = value if isinstance(value, Decimal) else Decimal(repr(float(value)))
+    number = _number(value, name)
     if not number.is_finite():
         text = f"Found {value} for {name}, expected a finite number"
+        raise RequestError([request_finding(text, place=name)])
+    _, digits, exponent = number.as_tuple()
+    if max(len(digits), abs(int(exponent))) > _MOST_DIGITS:
+        text = f"Found a number with too many digits for {name}, expected {_MOST_DIGITS} at most"
         raise RequestError([request_finding(text, place=name)])
     return format(number, "f").encode("ascii")
 
 
-def offset_argument(offset: int, what: str) -> int:
+def _number(value: SupportsIndex | float | Decimal, name: str) -> Decimal:
+    if isinstance(value, Decimal):
+        return value
+    if isinstance(value, float):
+        return Decimal(repr(float(value)))
+    what = f"the value of {name}"
+    return Decimal(whole_argument(value, what, "str", "float", "Decimal", place=name))
+
+
+def whole_argument(value: SupportsIndex, what: str, *others: str, place: str = "") -> int:
+    """Returns `value`, which is `what`, an int or a number like those of data frames. Raises
+    `WrongType`, which also names the types `others`."""
+    try:
+        if not isinstance(value, bool):
+            return operator.index(value)
+    except TypeError:
+        pass
+    raise wrong_type(what, value, *others, "int", place=place)
+
+
+def offset_argument(offset: SupportsIndex, what: str) -> int:
     """Returns `offset`, in bytes. Raises `WrongType`, or `RequestError` for one below 0 or above
     2**32 - 1."""
-    if isinstance(offset, bool) or not isinstance(offset, int):
-        raise wrong_type(what, offset, "int")
-    if not 0 <= offset <= MOST_OFFSET:
-        text = f"Found {offset} for {what}, expected 0 to {MOST_OFFSET}"
+    number = whole_argument(offset, what)
+    if not 0 <= number <= MOST_OFFSET:
+        text = f"Found {_shown(number)} for {what}, expected 0 to {MOST_OFFSET}"
         finding = request_finding(text, place=what, accepted=[f"0 to {MOST_OFFSET}"])
         raise RequestError([finding])
-    return offset
+    return number
+
+
+def _shown(number: int) -> str:
+    # Python refuses to write the digits of enormous numbers.
+    return str(number) if abs(number) < 2**128 else "an enormous number"
 
 
 def choice_argument(choice: str, what: str, choices: tuple[str, ...]) -> int:
