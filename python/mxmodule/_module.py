@@ -181,12 +181,7 @@ class Module:
         """Does the same with the values of the file at `path`: YAML, JSON or CSV, as
         `Configuration.values_file`, `json` and `csv` give them."""
         number = _arguments.fieldbus_argument(fieldbus)
-        name = _arguments.path_argument(path)
-        content = _content_of(path)
-        pointer = call(
-            library.mxmodule_compose_file, self._handle, content, len(content), name, bool(force)
-        )
-        composition = _Composition(pointer)
+        composition = self._composed_of_file(path, force)
         return composition.bytes(number)
 
     def registers(
@@ -242,6 +237,14 @@ class Module:
         )
         return _Composition(pointer)
 
+    def _composed_of_file(self, path: Path, force: bool) -> _Composition:
+        name = _arguments.path_argument(path)
+        content = _content_of(path)
+        pointer = call(
+            library.mxmodule_compose_file, self._handle, content, len(content), name, bool(force)
+        )
+        return _Composition(pointer)
+
     def __repr__(self) -> str:
         return f"<Module {self.module_id} {self.label!r} of {self.name}>"
 
@@ -253,7 +256,8 @@ class Module:
 
 
 class _Composition:
-    """What becomes of values in a parameter image. Warns of side effects."""
+    """What becomes of values in a parameter image. Warns of side effects: made by a method of
+    `Module` that a public one calls, so that the warning is at the caller's line."""
 
     __slots__ = ("_handle",)
 
