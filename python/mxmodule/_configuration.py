@@ -7,7 +7,7 @@ from typing import TYPE_CHECKING, Any, Iterator, Mapping, NamedTuple, Optional
 
 from ._arguments import FIELDBUSES, separator_argument, text_argument
 from ._description import Description
-from ._errors import wrong_type
+from ._errors import RequestError, wrong_type
 from ._findings import Finding, findings_of
 from ._handle import Handle
 from ._library import bytes_of, call, json_of, text_of
@@ -125,6 +125,15 @@ class Configuration(Mapping[str, Setting]):
         if isinstance(name, str) and name in settings:
             return settings[name]
         return settings[Parameters(self._description)[name].call_name]
+
+    def __contains__(self, name: object) -> bool:
+        if not isinstance(name, str):
+            return False
+        try:
+            self[name]
+        except (RequestError, KeyError):
+            return False
+        return True
 
     def __iter__(self) -> Iterator[str]:
         return iter(self._all())

@@ -31,5 +31,12 @@ class Handle:
         if self._process in (0, getpid()):
             self._free(self._as_parameter_)
 
+    def __copy__(self) -> Handle:
+        return self
+
+    def __deepcopy__(self, _: Any) -> Handle:
+        return self
+
     def __reduce__(self) -> Any:
-        raise TypeError("Handles of libmxmodule cannot be pickled")
+        text = "Objects of libmxmodule cannot be pickled: load the file again where it is needed"
+        raise TypeError(text)

@@ -171,6 +171,15 @@ class Parameters(Mapping[str, Parameter]):
             raise UnknownName(failure.findings) from None
         return position.value
 
+    def __contains__(self, name: object) -> bool:
+        if not isinstance(name, str):
+            return False
+        try:
+            self[name]
+        except RequestError:
+            return False
+        return True
+
     def __iter__(self) -> Iterator[str]:
         return iter(self._positions)
 
