@@ -10,6 +10,7 @@
 #include <mxonline/SimulatorScript.h>
 #include <mxonline/TimeText.h>
 #include <mxonline/Watch.h>
+#include <mxonline/mxonline.h>
 
 using namespace mxonline;
 
@@ -29,6 +30,10 @@ void outputs(OutputSetting*, OutputValue, SetOutput, OutputReport) {}
 
 void simulators(Simulator*, SimulatorOptions, SimulatorCounts, SimulatorObserver*, SimulatorEvent,
                 SimulatorEventKind, SimulatorScript*, SimulatorScriptHost*)
+{}
+
+void cInterface(mxonline_coupler*, mxonline_difference*, mxonline_difference_use, mxonline_report*,
+                mxonline_watch*, mxonline_outputs*, mxonline_output_value, mxonline_simulator*)
 {}
 
 void faults(SimulatedFault, FaultDescription, FaultKind) {}

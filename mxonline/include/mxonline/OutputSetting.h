@@ -40,6 +40,9 @@ struct SetOutput
 /// Returns a table for people: each channel, its value before and after it is set.
 MXONLINE_API std::string outputsText(const std::vector<SetOutput>& outputs);
 
+/// Returns what `OutputSetting::read` read as JSON, schema "mxonline.outputs" version 1.
+MXONLINE_API std::string outputsJson(const std::vector<SetOutput>& outputs);
+
 /// What became of outputs.
 struct OutputReport
 {
@@ -49,6 +52,9 @@ struct OutputReport
     /// Returns whether every output was read back as wanted.
     MXONLINE_API bool isDone() const;
 };
+
+/// Returns `report` as JSON, schema "mxonline.outputs" version 1.
+MXONLINE_API std::string outputsJson(const OutputReport& report);
 
 /// Returns the question whether `count` outputs are to be set, for this time or to stay so.
 MXONLINE_API std::string outputsQuestion(std::size_t count,

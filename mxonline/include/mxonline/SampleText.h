@@ -37,6 +37,9 @@ MXONLINE_API std::string sampleCsvHeading(const std::vector<NamedChannel>& chann
 /// Returns the line of `sample`: its time and the text of each value.
 MXONLINE_API std::string sampleCsv(const Sample& sample);
 
+/// Returns `channels` as JSON, schema "mxonline.channels" version 1.
+MXONLINE_API std::string channelsJson(const std::vector<NamedChannel>& channels);
+
 /// Returns `sample` as JSON in one line, schema "mxtool.sample" version 1.
 MXONLINE_API std::string sampleJson(const std::vector<NamedChannel>& channels,
                                     const Sample& sample);

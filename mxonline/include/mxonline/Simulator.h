@@ -36,6 +36,9 @@ struct SimulatorCounts
     std::size_t registersWritten = 0; ///< By requests that were carried out.
 };
 
+/// Returns `counts` as JSON, schema "mxonline.simulator-counts" version 1.
+MXONLINE_API std::string countsJson(const SimulatorCounts& counts);
+
 /// The coupler of a station, simulated: it answers Modbus requests over TCP or RTU in a thread of
 /// its own. It begins with the defaults of the modules, inputs and outputs of zero, and connects
 /// neither to modules nor to each other: an output changes no input.

@@ -20,4 +20,7 @@ struct Traffic
 /// repetitions".
 MXONLINE_API std::string trafficText(const Traffic& traffic);
 
+/// Returns `traffic` as JSON, schema "mxonline.traffic" version 1.
+MXONLINE_API std::string trafficJson(const Traffic& traffic);
+
 } // namespace mxonline

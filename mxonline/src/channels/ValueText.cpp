@@ -114,6 +114,11 @@ ChannelValue valueOf(const Channel& channel, const ValueBits& bits)
     return value;
 }
 
+bool isNumber(const ChannelValue& value)
+{
+    return value.text.find(' ') == std::string::npos;
+}
+
 ValueBits bitsOf(const Channel& channel, const std::string& text)
 {
     std::optional<ValueBits> bits;

@@ -11,6 +11,9 @@ namespace mxonline {
 /// Returns the value of `channel` whose bits are `bits`.
 ChannelValue valueOf(const mxstation::Channel& channel, const ValueBits& bits);
 
+/// Returns whether `value` has at most 64 bits: its text is a decimal number.
+bool isNumber(const ChannelValue& value);
+
 /// Returns the bits of the value `text` of `channel`: for one bit 0 or 1, false or true, off or on;
 /// for at most 64 bits a decimal number, or the bits as a hexadecimal one after "0x"; for more the
 /// bytes as `ChannelValue::text`. Throws a `mxmodule::Failure` of origin `Request`, without a

@@ -1,5 +1,6 @@
 #include "mxonline/SampleText.h"
 
+#include "channels/ValueText.h"
 #include "report/UtcTime.h"
 
 #include <fmt/format.h>
@@ -19,11 +20,9 @@ std::string quoted(const std::string& text)
     return text::harmlessJson(text::Json(text).dump());
 }
 
-// More than 64 bits are no number.
 std::string valueJson(const ChannelValue& value)
 {
-    const bool isNumber = value.text.find(' ') == std::string::npos;
-    return isNumber ? value.text : quoted(value.text);
+    return isNumber(value) ? value.text : quoted(value.text);
 }
 
 void addMember(const std::string& member, std::string& list)
