@@ -1,5 +1,6 @@
 """Modules of the kv38 family: what their mx files describe, values into the parameter images that a
-fieldbus master writes and back, channels in the process images, catalogues of modules.
+fieldbus master writes and back, channels in the process images, catalogues
+of modules, stations and their couplers.
 
     module = mxmodule.Module.load("MX0304.bin")
     image = module.compose({"AI 1/Upper limit": "9.5 V"})
@@ -21,6 +22,16 @@ from ._channels import (
 from ._channels_dataframe import channels_dataframe
 from ._check import CheckFinding, CheckRule, check, check_rules, check_sarif
 from ._configuration import Comparison, Configuration, Deviation, Setting
+from ._coupler import Coupler, Outputs, Sample, Traffic
+from ._coupler_reports import (
+    AppliedParameter,
+    ApplyReport,
+    CouplerDifference,
+    DifferingParameter,
+    NotDone,
+    OutputReport,
+    SetOutput,
+)
 from ._errors import (
     ClosedError,
     Defect,
@@ -39,6 +50,7 @@ from ._mxmodule import library as _library
 from ._parameters import Parameter, Parameters
 from ._plan import Declarations, Gap, ImageBytes, Plan, PlannedModule
 from ._rows import Rows, Svg
+from ._simulator import Simulator, SimulatorCounts
 from ._station import Station
 from ._station_channels import StationChannel, StationChannels, StationChannelWithoutSymbol
 from ._station_comparison import StationChange, StationComparison
@@ -48,6 +60,8 @@ from ._values import BinaryObject, Option, Place, Property, Set
 __version__: str = _library.mxmodule_version().decode("ascii")
 
 __all__ = [
+    "AppliedParameter",
+    "ApplyReport",
     "BinaryObject",
     "BitRun",
     "Catalogue",
@@ -60,9 +74,12 @@ __all__ = [
     "ClosedError",
     "Comparison",
     "Configuration",
+    "Coupler",
+    "CouplerDifference",
     "Declarations",
     "Defect",
     "Deviation",
+    "DifferingParameter",
     "Error",
     "Finding",
     "Gap",
@@ -71,8 +88,11 @@ __all__ = [
     "InputError",
     "MissingLibrary",
     "Module",
+    "NotDone",
     "Option",
     "OutputError",
+    "OutputReport",
+    "Outputs",
     "Parameter",
     "Parameters",
     "Place",
@@ -82,9 +102,13 @@ __all__ = [
     "Property",
     "RequestError",
     "Rows",
+    "Sample",
     "Set",
+    "SetOutput",
     "Setting",
     "SideEffectWarning",
+    "Simulator",
+    "SimulatorCounts",
     "Station",
     "StationChange",
     "StationChannel",
@@ -92,6 +116,7 @@ __all__ = [
     "StationChannels",
     "StationComparison",
     "Svg",
+    "Traffic",
     "UnknownName",
     "WrongType",
     "channels_dataframe",

@@ -3,14 +3,12 @@
 from __future__ import annotations
 
 import ctypes
-import threading
-from types import TracebackType
 from typing import TYPE_CHECKING, Any, Callable, Iterator, NamedTuple, Sequence
 
 from ._arguments import Path, path_argument, text_argument
-from ._errors import ClosedError, RequestError, UnknownName, request_finding, wrong_type
+from ._connection import Connection
+from ._errors import ClosedError, RequestError, UnknownName, wrong_type
 from ._findings import Finding, finding_of, findings_of
-from ._handle import Handle
 from ._library import TEXT, bytes_of, call, json_of, text_of
 from ._module import Module, _offsets
 from ._mxmodule import NOTICE, PROGRESS, Observer, library
@@ -63,21 +61,19 @@ def _query(words: str, where: Sequence[str]) -> tuple[Any, ...]:
     return text_argument(words, "words"), array, len(conditions)
 
 
-class Catalogue:
+class Catalogue(Connection):
     """An open catalogue of modules: a database with their mx files, channels and parameters.
 
     Iterating gives its entries. Threads may share it: one call is carried out after the other.
     After a fork, a child opens its own.
     """
 
-    __slots__ = ("_handle", "_lock", "_name", "__weakref__")
+    __slots__ = ()
 
     def __init__(self, pointer: int) -> None:
         """Owns the mxmodule_catalogue at `pointer`; use `open`."""
-        free = library.mxmodule_catalogue_free
-        self._handle: Handle | None = Handle(pointer, free, of_one_process=True)
-        self._lock = threading.Lock()
-        self._name = text_of(library.mxmodule_catalogue_name, self._handle)
+        super().__init__(pointer, library.mxmodule_catalogue_free)
+        self._shown = text_of(library.mxmodule_catalogue_name, self._open_handle())
 
     @classmethod
     def open(cls, url: str | None = None, *, create: bool = False) -> Catalogue:
@@ -93,16 +89,7 @@ class Catalogue:
     @property
     def name(self) -> str:
         """Engine, host and database, never a password."""
-        return self._name
-
-    @property
-    def closed(self) -> bool:
-        """Whether it was closed."""
-        return self._handle is None
-
-    def close(self) -> None:
-        """Closes it. Another thread's call ends first; later ones raise `ClosedError`."""
-        self._handle = None
+        return self._shown
 
     def search(self, words: str = "", where: Sequence[str] = ()) -> Rows[CatalogueEntry]:
         """Returns the modules that have each of `words`, which are separated by blanks, in the
@@ -201,34 +188,8 @@ class Catalogue:
             return False
         return True
 
-    def __enter__(self) -> Catalogue:
-        self._open_handle()
-        return self
-
-    def __exit__(
-        self,
-        kind: type[BaseException] | None,
-        failure: BaseException | None,
-        trace: TracebackType | None,
-    ) -> None:
-        self.close()
-
-    def __repr__(self) -> str:
-        return f"<Catalogue {self._name}{', closed' if self.closed else ''}>"
-
     def _repr_html_(self) -> str:
         return self.search()._repr_html_()
-
-    def _open_handle(self) -> Handle:
-        handle = self._handle
-        if handle is None:
-            finding = request_finding("The catalogue was closed", place=self._name)
-            raise ClosedError([finding])
-        if not handle.is_of_this_process():
-            text = "The catalogue was opened by the process that forked this one"
-            hint = "open it again in this process"
-            raise ClosedError([request_finding(text, place=self._name, hint=hint)])
-        return handle
 
     def _of_module(self, run: Any, function: Any, module_id: str, *arguments: Any) -> Any:
         argument = text_argument(module_id, "a module identifier")

@@ -185,7 +185,11 @@ class Module:
         return composition.bytes(number)
 
     def registers(
-        self, values: Values | Bytes = _NO_VALUES, *, image: Bytes | None = None, force: bool = False
+        self,
+        values: Values | Bytes = _NO_VALUES,
+        *,
+        image: Bytes | None = None,
+        force: bool = False,
     ) -> list[int]:
         """Returns the Modbus registers of an image: with `values` written into it as by `compose`,
         or of the raw image `values`. Raises `Error` if it has no Modbus form."""

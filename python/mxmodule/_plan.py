@@ -5,14 +5,17 @@ from __future__ import annotations
 import ctypes
 from typing import Any, Callable, NamedTuple, Optional, Tuple
 
-from ._arguments import choice_argument, fieldbus_argument
+from ._arguments import choice_argument, fieldbus_argument, text_argument
+from ._coupler import Coupler
 from ._errors import UnknownName, request_finding, wrong_type
 from ._findings import Finding, findings_of
 from ._handle import Handle
 from ._library import HANDLE, bytes_of, call, json_of, taken, text_of
 from ._module import Module
+from ._mxonline import library as online
 from ._mxstation import library
 from ._rows import Rows, Svg
+from ._simulator import Simulator
 from ._station_channels import StationChannels
 from ._station_comparison import StationComparison
 
@@ -206,6 +209,25 @@ class Plan:
         if not isinstance(other, Plan):
             raise wrong_type("the other plan", other, "Plan")
         return StationComparison(call(library.mxstation_compare, self._handle, other._handle))
+
+    # Its coupler.
+
+    def connect(self, target: str) -> Coupler:
+        """Returns the coupler of this station at `target`: "tcp:HOST[:PORT]" or
+        "rtu:DEVICE[,BAUD[,PARITY[,STOPBITS]]]". Sends nothing.
+
+        Raises `Error` for another target, or if the station states no Modbus registers.
+        """
+        argument = text_argument(target, "target")
+        return Coupler(call(online.mxonline_connect, self._handle, argument))
+
+    def simulate(self, listen: str = "tcp:127.0.0.1:0", *, strict: bool = False) -> Simulator:
+        """Returns a simulated coupler of this station that listens at `listen`; of port 0 the
+        system chooses one. `strict`: registers between the parameters of two modules do not exist,
+        otherwise they are 0."""
+        argument = text_argument(listen, "listen")
+        pointer = call(online.mxonline_simulator_start, self._handle, argument, bool(strict))
+        return Simulator(pointer)
 
     def __repr__(self) -> str:
         return f"<Plan {self.name!r} of {len(self._row['modules'])} modules>"

@@ -1,0 +1,191 @@
+"""What was found on a coupler, and what was written to it."""
+
+from __future__ import annotations
+
+import json
+from operator import itemgetter
+from typing import Any, NamedTuple, Sequence, Union
+
+from ._arguments import choice_argument
+from ._errors import OutputError
+from ._findings import Finding, finding_of, findings_of
+from ._handle import Handle
+from ._library import bytes_of, text_of
+from ._mxonline import library
+from ._rows import Rows
+
+
+class DifferingParameter(NamedTuple):
+    """A parameter whose registers differ from those of the station."""
+
+    module: str  #: Name of the module.
+    name: str  #: By which a station states it.
+    address: int  #: Its first register.
+    found: str  #: The value on the coupler, as people read it.
+    planned: str  #: The value of the station.
+
+
+class AppliedParameter(NamedTuple):
+    """A parameter that differed from the station before or after."""
+
+    module: str  #: Name of the module.
+    name: str  #: By which a station states it.
+    address: int  #: Its first register.
+    before: str  #: The value before, as people read it; empty: it was as planned.
+    planned: str  #: The value of the station.
+    now: str  #: Read back; empty: not read back.
+    written: bool  #: The coupler confirmed that it was written.
+    outcome: str  #: "verified", "different" or "not read back".
+
+
+_differing = itemgetter(*DifferingParameter._fields[1:])
+_applied = itemgetter("name", "address", "before", "planned", "now", "written", "outcome")
+
+
+class CouplerDifference:
+    """How the parameters on a coupler differ from those of a station. It never changes."""
+
+    __slots__ = ("_handle", "_json", "_values")
+
+    def __init__(self, pointer: int) -> None:
+        """Owns the mxonline_difference at `pointer`; use `Coupler.difference`."""
+        self._handle = Handle(pointer, library.mxonline_difference_free)
+        self._json = text_of(library.mxonline_difference_json, self._handle)
+        self._values = json.loads(self._json)
+
+    @property
+    def is_same(self) -> bool:
+        """Whether every parameter was read and is as the station states."""
+        return bool(self._values["same"])
+
+    @property
+    def findings(self) -> tuple[Finding, ...]:
+        """An error for each module that is not that of the station."""
+        return findings_of(bytes_of(library.mxonline_difference_findings, self._handle))
+
+    @property
+    def parameters(self) -> Rows[DifferingParameter]:
+        """The parameters that differ, in the order of the row and of the registers."""
+        rows = [
+            DifferingParameter._make((module["name"], *_differing(one)))
+            for module in self._values["modules"]
+            for one in module["parameters"]
+        ]
+        return Rows(rows, DifferingParameter._fields)
+
+    def question(self) -> str:
+        """Returns the question to a person whether `Coupler.apply` may write."""
+        return text_of(library.mxonline_difference_question, self._handle)
+
+    def text(self, use: str = "plan") -> str:
+        """Returns tables for people. `use` is "plan" (what `Coupler.apply` would do), "apply" or
+        "verify"."""
+        number = choice_argument(use, "use", ("plan", "apply", "verify"))
+        return text_of(library.mxonline_difference_text, self._handle, number)
+
+    def json(self) -> str:
+        """Returns all of it as JSON, schema "mxtool.coupler-difference"."""
+        return self._json
+
+    def __repr__(self) -> str:
+        return f"<CouplerDifference of {len(self.parameters)} parameters>"
+
+    def _repr_html_(self) -> str:
+        return self.parameters._repr_html_()
+
+
+class ApplyReport:
+    """What was written to a coupler, and what is there now. It never changes."""
+
+    __slots__ = ("_handle", "_json", "_values")
+
+    def __init__(self, pointer: int) -> None:
+        """Owns the mxonline_report at `pointer`; use `Coupler.apply`."""
+        self._handle = Handle(pointer, library.mxonline_report_free)
+        self._json = text_of(library.mxonline_report_json, self._handle)
+        self._values = json.loads(self._json)
+
+    @property
+    def is_done(self) -> bool:
+        """Whether everything was read back and is as the station states."""
+        return bool(self._values["done"])
+
+    @property
+    def verdict(self) -> str:
+        """The same as a sentence: "Done: ..." or "NOT DONE: ..."."""
+        return str(self._values["verdict"])
+
+    @property
+    def findings(self) -> tuple[Finding, ...]:
+        """Faults, and parameters that are not as planned."""
+        return findings_of(bytes_of(library.mxonline_report_findings, self._handle))
+
+    @property
+    def parameters(self) -> Rows[AppliedParameter]:
+        """The parameters that differed before or do now."""
+        rows = [
+            AppliedParameter._make((module["name"], *_applied(one)))
+            for module in self._values["modules"]
+            for one in module["parameters"]
+        ]
+        return Rows(rows, AppliedParameter._fields)
+
+    def text(self) -> str:
+        """Returns it for people."""
+        return text_of(library.mxonline_report_text, self._handle)
+
+    def json(self) -> str:
+        """Returns it as JSON, schema "mxtool.apply-report"."""
+        return self._json
+
+    def html(self) -> str:
+        """Returns it as a page (HTML) that contains all that it shows."""
+        return text_of(library.mxonline_report_html, self._handle)
+
+    def __repr__(self) -> str:
+        return f"<ApplyReport {self.verdict}>"
+
+
+class SetOutput(NamedTuple):
+    """An output channel and its values: numbers, of more than 64 bits bytes in hexadecimal."""
+
+    name: str  #: Alias, MODULE/CHANNEL or MODULE/#ID.
+    symbol: str  #: IEC address such as "QX0_0".
+    before: Union[int, str]  #: On the coupler before it was set.
+    wanted: Union[int, str]  #: What it is to be.
+    now: Union[int, str, None]  #: Read back; None: what the coupler has is not known.
+
+
+_output = itemgetter(*SetOutput._fields)
+
+
+class OutputReport(Rows[SetOutput]):
+    """What became of outputs, in the order of the values."""
+
+    __slots__ = ("is_done", "findings")
+
+    #: Whether every output was read back as wanted; None: nothing was to be written.
+    is_done: bool | None
+    #: Faults; values that are not as wanted.
+    findings: tuple[Finding, ...]
+
+    def __init__(self, values: Any) -> None:
+        """Of an object of the schema "mxonline.outputs"."""
+        rows = [SetOutput._make(_output(one)) for one in values["outputs"]]
+        super().__init__(rows, SetOutput._fields)
+        self.is_done = values["done"]
+        self.findings = tuple(finding_of(one) for one in values["findings"])
+
+
+class NotDone(OutputError):
+    """Something was written to a coupler, and not everything is known to be as wanted."""
+
+    report: ApplyReport | OutputReport  #: What is known.
+
+    def __init__(
+        self, findings: Sequence[Finding], report: ApplyReport | OutputReport, verdict: str
+    ) -> None:
+        """`verdict` is a sentence for people."""
+        last = Finding("error", "output", "", verdict, "", (), "")
+        super().__init__([*findings, last])
+        self.report = report
