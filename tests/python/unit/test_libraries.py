@@ -35,10 +35,10 @@ class Libraries(unittest.TestCase):
         call = [sys.executable, "-c", code]
         return subprocess.check_output(call, env=environment, text=True)
 
-    def empty_library(self, folder: pathlib.Path) -> None:
+    def empty_library(self, folder: pathlib.Path, name: str) -> None:
         """Puts a library without functions into `folder`."""
         folder.mkdir()
-        path = str(folder / "libmxmodule.so.1")
+        path = str(folder / name)
         call = ["cc", "-shared", "-nostdlib", "-x", "c", "/dev/null", "-o", path]
         subprocess.run(call, check=True)
 
@@ -50,13 +50,14 @@ class Libraries(unittest.TestCase):
 
     def test_a_library_without_a_function_is_of_another_version(self) -> None:
         old = self.folder / "old"
-        self.empty_library(old)
+        self.empty_library(old, "libmxmodule.so.1")
         kind, place, text, _ = self.run_python(_IMPORT, str(old)).splitlines()
         self.assertEqual((kind, place), ("MissingLibrary", "libmxmodule.so.1"))
         self.assertRegex(text, r"it has no mxmodule_\w+: it is of another version$")
 
     def test_the_libraries_of_a_wheel_come_first(self) -> None:
-        self.empty_library(self.folder / "mxmodule" / "_libraries")
+        folder = self.folder / "mxmodule" / "_libraries"
+        self.empty_library(folder, "libmxmodule-mxwheel.so.1")
         _, _, text, hint = self.run_python(_IMPORT, str(BUILD / "lib")).splitlines()
         self.assertIn("another version", text)
         self.assertIn("install the wheel of mxmodule again", hint)
