@@ -4,6 +4,8 @@
 #include <Poco/Channel.h>
 #include <Poco/Logger.h>
 
+#include <pthread.h>
+
 #include <exception>
 #include <memory>
 #include <mutex>
@@ -86,17 +88,47 @@ GroupParser& parserOfProcess()
     return *parser;
 }
 
-std::mutex& oneAtATime()
+std::mutex oneAtATime;
+thread_local bool isInside = false;
+
+// The mutex and the note that this thread has it.
+class Inside
 {
-    static std::mutex mutex;
-    return mutex;
+public:
+    Inside() : lock(oneAtATime) { isInside = true; }
+    ~Inside() { isInside = false; }
+    Inside(const Inside&) = delete;
+    Inside& operator=(const Inside&) = delete;
+
+private:
+    std::lock_guard<std::mutex> lock;
+};
+
+// A child has the mutex as it was during the fork, but of all threads only the one that forked. If
+// another one were inside, nothing would unlock it. The thread that forks may be inside itself.
+void lockForFork()
+{
+    if (!isInside) {
+        oneAtATime.lock();
+    }
 }
+
+void unlockAfterFork()
+{
+    if (!isInside) {
+        oneAtATime.unlock();
+    }
+}
+
+// When the library is loaded, so that no fork comes before.
+[[maybe_unused]] const int forkHandlers =
+    pthread_atfork(lockForFork, unlockAfterFork, unlockAfterFork);
 
 // Returns what `work` threw, or null.
 std::exception_ptr lockedWork(const std::function<void(GroupParser&)>& work,
                               const std::optional<LineTarget>& target)
 {
-    const std::lock_guard lock(oneAtATime());
+    const Inside inside;
     GroupParser& parser = parserOfProcess();
     const LoggerOfHost restored; // the work may make a parser, which sets the level
     if (target) {
