@@ -20,6 +20,7 @@ struct FreedForC
     void operator()(mxmodule_composition* one) const { mxmodule_composition_free(one); }
     void operator()(mxmodule_configuration* one) const { mxmodule_configuration_free(one); }
     void operator()(mxmodule_comparison* one) const { mxmodule_comparison_free(one); }
+    void operator()(mxmodule_columns* one) const { mxmodule_columns_free(one); }
     void operator()(mxmodule_catalogue* one) const { mxmodule_catalogue_free(one); }
 };
 
