@@ -34,10 +34,11 @@ TEST(CMisuse, isAModuleThatIsNull)
 {
     const char* text = "Found a null pointer, expected a module";
     std::vector<WrongCall> calls;
-    for (auto* function : {mxmodule_name, mxmodule_module_id, mxmodule_json, mxmodule_text,
-                           mxmodule_raw_texts, mxmodule_datasheet, mxmodule_product_picture,
-                           mxmodule_default_image, mxmodule_channels_json, mxmodule_channels_text,
-                           mxmodule_channels_declarations, mxmodule_channels_svg}) {
+    for (auto* function :
+         {mxmodule_name, mxmodule_module_id, mxmodule_label, mxmodule_json, mxmodule_text,
+          mxmodule_raw_texts, mxmodule_datasheet, mxmodule_product_picture, mxmodule_default_image,
+          mxmodule_channels_json, mxmodule_channels_text, mxmodule_channels_declarations,
+          mxmodule_channels_svg}) {
         calls.push_back({text, withNone(function)});
     }
     std::size_t position = 0;

@@ -40,6 +40,7 @@ TEST_F(CModule, isDescribedAsByCpp)
 {
     EXPECT_EQ(resultOf(mxmodule_name), examplePath("MX0304.bin"));
     EXPECT_EQ(resultOf(mxmodule_module_id), "5a030304");
+    EXPECT_EQ(resultOf(mxmodule_label), "4 AI ±10 V / 0-20 mA");
     EXPECT_EQ(resultOf(mxmodule_json), same.json());
     EXPECT_EQ(resultOf(mxmodule_text), same.text());
     EXPECT_EQ(resultOf(mxmodule_datasheet), mxmodule::datasheet(same));
