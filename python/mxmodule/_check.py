@@ -7,6 +7,7 @@ from operator import itemgetter
 from typing import Any, NamedTuple, Optional
 
 from ._arguments import Path, path_argument
+from ._findings import for_terminal
 from ._library import TEXT, bytes_of, json_of, text_of
 from ._mxmodule import library
 from ._rows import Rows
@@ -35,7 +36,8 @@ class CheckFinding(NamedTuple):
 
     def __str__(self) -> str:
         subject = f" {self.subject}:" if self.subject else ""
-        return f"{self.place}: {self.severity}: [{self.rule}]{subject} {self.text}"
+        text = f"{self.place}: {self.severity}: [{self.rule}]{subject} {self.text}"
+        return for_terminal(text)
 
 
 class CheckRule(NamedTuple):

@@ -7,6 +7,7 @@ from types import TracebackType
 from typing import Any, TypeVar
 
 from ._errors import ClosedError, request_finding
+from ._findings import for_terminal
 from ._handle import Handle
 
 Self = TypeVar("Self", bound="Connection")
@@ -61,4 +62,4 @@ class Connection:
         self.close()
 
     def __repr__(self) -> str:
-        return f"<{type(self).__name__} {self._shown}{', closed' if self.closed else ''}>"
+        return f"<{type(self).__name__} {for_terminal(self._shown)}{', closed' if self.closed else ''}>"

@@ -8,7 +8,7 @@ from typing import Any, NamedTuple, Sequence, Union
 
 from ._arguments import choice_argument
 from ._errors import OutputError
-from ._findings import Finding, finding_of, findings_of
+from ._findings import Finding, finding_of, findings_of, for_terminal
 from ._handle import Handle
 from ._library import bytes_of, text_of
 from ._mxonline import library
@@ -143,7 +143,7 @@ class ApplyReport:
         return text_of(library.mxonline_report_html, self._handle)
 
     def __repr__(self) -> str:
-        return f"<ApplyReport {self.verdict}>"
+        return f"<ApplyReport {for_terminal(self.verdict)}>"
 
 
 class SetOutput(NamedTuple):

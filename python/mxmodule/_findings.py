@@ -6,6 +6,15 @@ import json
 from typing import Any, NamedTuple
 
 
+def for_terminal(text: str) -> str:
+    """Returns `text` for a terminal: what is not visible, such as control characters and marks of
+    direction, is written as Python does in texts, \\x1b or \\u202e."""
+    if text.isprintable():
+        return text
+    shown = (one if one.isprintable() else one.encode("unicode_escape").decode() for one in text)
+    return "".join(shown)
+
+
 class Finding(NamedTuple):
     """A message about something that was asked, read or written."""
 
@@ -19,11 +28,10 @@ class Finding(NamedTuple):
 
     def __str__(self) -> str:
         lines = [f"{self.place}: {self.text}" if self.place else self.text]
-        if self.excerpt:
-            lines.append(self.excerpt.rstrip("\n"))
+        lines += [line for line in self.excerpt.split("\n") if line]
         if self.hint:
             lines.append(f"hint: {self.hint}")
-        return "\n".join(lines)
+        return "\n".join(for_terminal(line) for line in lines)
 
 
 def finding_of(values: Any) -> Finding:

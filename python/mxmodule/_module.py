@@ -15,7 +15,7 @@ from ._channels import Channels
 from ._configuration import Configuration
 from ._description import Description
 from ._errors import InputError, SideEffectWarning, wrong_type
-from ._findings import Finding, findings_of
+from ._findings import Finding, findings_of, for_terminal
 from ._handle import Handle
 from ._library import bytes_of, call, text_of
 from ._mxmodule import Assignment, library
@@ -250,7 +250,7 @@ class Module:
         return _Composition(pointer)
 
     def __repr__(self) -> str:
-        return f"<Module {self.module_id} {self.label!r} of {self.name}>"
+        return f"<Module {self.module_id} {self.label!r} of {for_terminal(self.name)}>"
 
     def _repr_html_(self) -> str:
         return html_table(["property", "value"], [one[1:] for one in self.properties])

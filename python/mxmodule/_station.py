@@ -7,7 +7,7 @@ import os
 
 from ._arguments import Path, path_argument, text_argument
 from ._errors import InputError
-from ._findings import Finding, finding_of, findings_of
+from ._findings import Finding, finding_of, findings_of, for_terminal
 from ._handle import Handle
 from ._library import bytes_of, call, text_of
 from ._mxstation import library
@@ -90,7 +90,7 @@ class Station:
         return Handle(call(library.mxstation_plan_of, self._handle), library.mxstation_plan_free)
 
     def __repr__(self) -> str:
-        return f"<Station {self.name!r} of {self._path}>"
+        return f"<Station {self.name!r} of {for_terminal(self._path)}>"
 
 
 def _catalogue_argument(catalogue: str | None) -> bytes | None:

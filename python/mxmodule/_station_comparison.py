@@ -6,6 +6,7 @@ import json
 from operator import itemgetter
 from typing import NamedTuple
 
+from ._findings import for_terminal
 from ._handle import Handle
 from ._library import text_of
 from ._mxstation import library
@@ -67,4 +68,4 @@ class StationComparison:
         return self._json
 
     def __repr__(self) -> str:
-        return f"<StationComparison: {self._values['verdict']}>"
+        return f"<StationComparison: {for_terminal(self._values['verdict'])}>"

@@ -55,7 +55,8 @@ class Channelled(unittest.TestCase):
             channels = Module.load(path).channels
             read = json.loads(channels.json())
             self.assertEqual(read["schema"]["name"], "mxtool.channels")
-            for channel, values in zip(channels, read["channels"], strict=True):
+            self.assertEqual(len(channels), len(read["channels"]))
+        for channel, values in zip(channels, read["channels"]):
                 self.assertEqual(list(channel), list(values.values()))
                 names = [name.replace("iec_", "") for name in values]
                 self.assertEqual(list(channel._fields), names)

@@ -10,7 +10,7 @@ import unittest
 import xml.etree.ElementTree as ElementTree
 
 from examples import MXTOOL, module_of, text_form
-from mxmodule import Module, Rows, Setting, Svg
+from mxmodule import InputError, Module, RequestError, Rows, Setting, Svg
 
 _MARKUP = "<img onerror>&amp;"
 _HOSTILE = f"""\
@@ -74,6 +74,29 @@ class Bytes(unittest.TestCase):
             call = [MXTOOL, "show", "--format", "json", path]
             self.assertEqual(module.json(), subprocess.check_output(call).decode("utf-8"))
             self.assertEqual(module.json(), Module.load(text).json())
+
+
+class Terminals(unittest.TestCase):
+    """Messages go to terminals, which obey control characters."""
+
+    def test_no_message_has_a_control_character(self) -> None:
+        lines = """\
+channels: [{name: "A\\eB", in: Bit}]
+parameters: [{name: "P\\e[31m", at: 0, type: UInt8, default: 1, range: [0, 9]}]
+"""
+        module = module_of(lines, label='"L\\e[31m"')
+        with self.assertRaises(RequestError) as raised:
+            module.compose({"P\x1b[31m": 10})
+        message = str(raised.exception)
+        self.assertTrue(message.startswith("P\\x1b[31m: parameter"), message)
+        self.assertTrue(raised.exception.place.startswith("P\x1b"))
+        for shown in (message, repr(module), repr(module.parameters), repr(module.channels[0])):
+            self.assertTrue(shown.isprintable(), shown)
+
+    def test_marks_of_direction_are_shown(self) -> None:
+        with self.assertRaises(InputError) as raised:
+            Module.load("no\u202efile\n")
+        self.assertIn("no\\u202efile\\n", str(raised.exception))
 
 
 class Markup(unittest.TestCase):
