@@ -28,7 +28,7 @@ std::vector<std::string> requireTexts(const char* const* texts, std::size_t coun
 
 mxmodule_bytes* newBytes(std::string content)
 {
-    return new mxmodule_bytes{std::move(content)};
+    return new mxmodule_bytes{{std::move(content)}};
 }
 
 mxmodule_bytes* newBytes(const std::vector<char>& content)

@@ -45,10 +45,10 @@ auto callFromC(mxmodule_error** error, const Operation& operation) noexcept -> d
 template <typename Object>
 Object& requirePointer(Object* pointer, const char* what)
 {
-    if (pointer == nullptr) {
-        misused(std::string("Found a null pointer, expected ") + what);
+    if (pointer != nullptr) {
+        return *pointer;
     }
-    return *pointer;
+    misused(std::string("Found a null pointer, expected ") + what);
 }
 
 /// Returns the text that `text` leads to. A null pointer becomes an error, as above.
