@@ -1,7 +1,9 @@
 // Makes, checks, reads, maps and configures different modules in many threads at once, and one
 // module and its channel map that all of them share, without a mutex, for ThreadSanitizer to watch:
-// mxmodule has its own. They plan stations of these modules as well. Each thread finds what a
-// thread that is alone finds.
+// mxmodule has its own. They plan stations of these modules, and use one by the C interface, as
+// well. Each thread finds what a thread that is alone finds.
+
+#include "CallsFromC.h"
 
 #include <mxmodule/Module.h>
 #include <mxmodule/ReadFile.h>
@@ -133,10 +135,11 @@ std::string appliedStation()
 }
 
 // What is found in a module of its own for each file, in the one that is shared and in its map.
-std::string find(const Module& shared, const mxmodule::ChannelMap& map,
-                 const mxmodule::ModuleFolder& folder)
+std::string find(const Module& shared, const mxmodule_module* sharedByC,
+                 const mxmodule::ChannelMap& map, const mxmodule::ModuleFolder& folder)
 {
     std::string all = map.svg() + map.json() + std::to_string(map.input().free.size());
+    all += foundByC(sharedByC);
     all += plannedStation(folder) + std::to_string(folder.names().size()) + appliedStation();
     for (const char* name : files) {
         all += use(shared);
@@ -153,18 +156,22 @@ std::string find(const Module& shared, const mxmodule::ChannelMap& map,
 bool foundAlike()
 {
     const Module shared = Module::fromFile(EXAMPLE_MODULES "/MX0502.bin");
+    const HandleOfC sharedByC = loadedByC(EXAMPLE_MODULES "/MX0502.bin");
     const mxmodule::ChannelMap map = shared.channelMap();
     const mxmodule::ModuleFolder folder(EXAMPLE_MODULES);
     std::vector<std::string> found(threadCount);
     std::vector<std::thread> threads;
     for (std::string& own : found) {
-        threads.emplace_back([&shared, &map, &folder, &own] { own = find(shared, map, folder); });
+        threads.emplace_back([&shared, &sharedByC, &map, &folder, &own] {
+            own = find(shared, sharedByC.get(), map, folder);
+        });
     }
     for (std::thread& thread : threads) {
         thread.join();
     }
     const Module other = Module::fromFile(EXAMPLE_MODULES "/MX0502.bin");
-    const std::string alone = find(other, other.channelMap(), folder);
+    const HandleOfC otherByC = loadedByC(EXAMPLE_MODULES "/MX0502.bin");
+    const std::string alone = find(other, otherByC.get(), other.channelMap(), folder);
     for (const std::string& own : found) {
         if (own != alone) {
             return false;
