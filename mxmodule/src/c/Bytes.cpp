@@ -2,6 +2,8 @@
 
 #include <mxmodule/c/CallFromC.h>
 
+#include <memory>
+
 namespace mxmodule {
 
 std::vector<char> requireBytes(const void* data, std::size_t size, const char* what)
@@ -28,7 +30,9 @@ std::vector<std::string> requireTexts(const char* const* texts, std::size_t coun
 
 mxmodule_bytes* newBytes(std::string content)
 {
-    return new mxmodule_bytes{{std::move(content)}};
+    auto bytes = std::make_unique<mxmodule_bytes>();
+    bytes->content = std::move(content);
+    return bytes.release();
 }
 
 mxmodule_bytes* newBytes(const std::vector<char>& content)
