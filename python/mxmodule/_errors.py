@@ -77,8 +77,10 @@ def request_finding(
     return Finding("error", "request", place, text, hint, tuple(accepted), "")
 
 
-def wrong_type(what: str, found: object, *accepted: str, place: str = "") -> WrongType:
+def wrong_type(
+    what: str, found: object, *accepted: str, place: str = "", hint: str = ""
+) -> WrongType:
     """Returns the exception that `found` is not `what`, of which `accepted` are the types."""
     kind = type(found).__name__
     text = f"Found {kind} for {what}, expected {' or '.join(accepted)}"
-    return WrongType([request_finding(text, place=place, accepted=accepted)])
+    return WrongType([request_finding(text, place=place, hint=hint, accepted=accepted)])

@@ -5,6 +5,26 @@ from __future__ import annotations
 import os
 from typing import Any
 
+from ._errors import WrongType, wrong_type
+
+
+class Pointer(int):
+    """A pointer that a function of the C interface returned.
+
+    Only these are used as pointers: ctypes would take any number, and the address of any text.
+    """
+
+    __slots__ = ()
+
+
+def not_from_library(found: object) -> WrongType:
+    """Returns the exception that a caller made an object directly, of `found`."""
+    hint = (
+        "use what returns it, such as Module.load, Module.from_bytes, Catalogue.open, "
+        "Station.load, Station.plan or Plan.connect"
+    )
+    return wrong_type("an object of the library", found, "what the library made", hint=hint)
+
 
 class Handle:
     """A pointer of the C interface, and its owner.
@@ -16,8 +36,13 @@ class Handle:
     __slots__ = ("_as_parameter_", "_free", "_process", "__weakref__")
 
     def __init__(self, pointer: int, free: Any, *, of_one_process: bool = False) -> None:
-        """`of_one_process`: what it leads to belongs to the process that opened it, like a
+        """Owns `pointer`, which `call` returned; `free` frees it. Raises `WrongType` for another.
+
+        `of_one_process`: what it leads to belongs to the process that opened it, like a
         connection; a child does not free it after a fork."""
+        self._free: Any = None
+        if not isinstance(pointer, Pointer):
+            raise not_from_library(pointer)
         self._as_parameter_ = pointer
         self._free = free
         self._process = os.getpid() if of_one_process else 0
@@ -28,7 +53,7 @@ class Handle:
 
     # `getpid` is a default: at the end of the interpreter modules are emptied.
     def __del__(self, getpid: Any = os.getpid) -> None:
-        if self._process in (0, getpid()):
+        if self._free is not None and self._process in (0, getpid()):
             self._free(self._as_parameter_)
 
     def __copy__(self) -> Handle:

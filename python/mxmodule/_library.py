@@ -9,6 +9,7 @@ from typing import Any, Mapping, Sequence, Tuple
 
 from ._errors import Defect, Error, InputError, MissingLibrary, OutputError, RequestError
 from ._findings import Finding, findings_of
+from ._handle import Pointer
 
 # A wheel contains the libraries; without this folder they are the system's.
 FOLDER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "_libraries")
@@ -120,7 +121,7 @@ def call(function: Any, *arguments: Any) -> Any:
     result = function(*arguments, ctypes.byref(error))
     if error:
         raise _exception_of(error)
-    return result
+    return Pointer(result) if function.restype is HANDLE else result
 
 
 def taken(result: Any) -> bytes:

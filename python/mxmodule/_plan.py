@@ -9,7 +9,7 @@ from ._arguments import choice_argument, fieldbus_argument, text_argument
 from ._coupler import Coupler
 from ._errors import UnknownName, request_finding, wrong_type
 from ._findings import Finding, findings_of
-from ._handle import Handle
+from ._handle import Handle, not_from_library
 from ._library import HANDLE, bytes_of, call, json_of, taken, text_of
 from ._module import Module
 from ._mxonline import library as online
@@ -92,6 +92,8 @@ class Plan:
 
     def __init__(self, handle: Handle) -> None:
         """Of an mxstation_plan without errors; use `Station.plan`."""
+        if not isinstance(handle, Handle):
+            raise not_from_library(handle)
         self._handle = handle
         self._row: Any = json_of(library.mxstation_plan_json, handle)
 

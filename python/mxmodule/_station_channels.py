@@ -7,7 +7,7 @@ from operator import itemgetter
 from typing import NamedTuple
 
 from ._arguments import separator_argument
-from ._handle import Handle
+from ._handle import Handle, not_from_library
 from ._library import bytes_of, text_of
 from ._mxstation import library
 from ._rows import Rows
@@ -54,7 +54,9 @@ class StationChannels(Rows[StationChannel]):
     __slots__ = ("_plan", "_json", "_values")
 
     def __init__(self, plan: Handle) -> None:
-        """Of the mxstation_plan of `plan`, which it keeps."""
+        """Of the mxstation_plan of `plan`, which it keeps; use `Plan.channels`."""
+        if not isinstance(plan, Handle):
+            raise not_from_library(plan)
         self._plan = plan
         self._json = bytes_of(library.mxstation_channels_json, plan)
         self._values = json.loads(self._json)
