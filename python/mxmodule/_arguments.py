@@ -20,6 +20,7 @@ MOST_OFFSET = 2**32 - 1
 
 # More than any float has. A Decimal of a few characters may have millions.
 _MOST_DIGITS = 400
+_MOST_BITS = 1328  # all numbers of so many bits have at most 400 digits
 
 
 def _without_nul(content: bytes, what: str) -> bytes:
@@ -42,19 +43,28 @@ def text_argument(text: str, what: str) -> bytes:
 
 
 def path_argument(path: Path) -> bytes:
-    """Returns `path` as the system takes it. Raises `WrongType`."""
+    """Returns `path` as the system takes it. Raises `WrongType`, or `RequestError` for a text that
+    is no path."""
     try:
         return _without_nul(os.fsencode(path), "the path")
     except TypeError:
         raise wrong_type("the path", path, "str", "bytes", "os.PathLike") from None
+    except UnicodeEncodeError:
+        finding = request_finding(f"Found {path!r}, expected a text", place="the path")
+        raise RequestError([finding]) from None
 
 
 def bytes_argument(data: Bytes, what: str) -> bytes:
-    """Returns `data`, which is `what`. Raises `WrongType`."""
+    """Returns `data`, which is `what`. Raises `WrongType`, or `RequestError` for a released
+    memoryview."""
     if isinstance(data, bytes):
         return data
     if isinstance(data, (bytearray, memoryview)):
-        return bytes(data)
+        try:
+            return bytes(data)
+        except ValueError as failure:
+            text = f"Found a memoryview without content: {failure}"
+            raise RequestError([request_finding(text, place=what)]) from None
     raise wrong_type(what, data, "bytes", "bytearray", "memoryview")
 
 
@@ -72,9 +82,13 @@ def value_argument(value: Value, name: str) -> bytes:
         raise RequestError([request_finding(text, place=name)])
     _, digits, exponent = number.as_tuple()
     if max(len(digits), abs(int(exponent))) > _MOST_DIGITS:
-        text = f"Found a number with too many digits for {name}, expected {_MOST_DIGITS} at most"
-        raise RequestError([request_finding(text, place=name)])
+        raise _too_many_digits(name)
     return format(number, "f").encode("ascii")
+
+
+def _too_many_digits(name: str) -> RequestError:
+    text = f"Found a number with too many digits for {name}, expected {_MOST_DIGITS} at most"
+    return RequestError([request_finding(text, place=name)])
 
 
 def _number(value: SupportsIndex | float | Decimal, name: str) -> Decimal:
@@ -83,7 +97,10 @@ def _number(value: SupportsIndex | float | Decimal, name: str) -> Decimal:
     if isinstance(value, float):
         return Decimal(repr(float(value)))
     what = f"the value of {name}"
-    return Decimal(whole_argument(value, what, "str", "float", "Decimal", place=name))
+    whole = whole_argument(value, what, "str", "float", "Decimal", place=name)
+    if whole.bit_length() > _MOST_BITS:  # the digits of enormous numbers take minutes
+        raise _too_many_digits(name)
+    return Decimal(whole)
 
 
 def whole_argument(value: SupportsIndex, what: str, *others: str, place: str = "") -> int:

@@ -178,6 +178,18 @@ class Loading(unittest.TestCase):
         with self.assertRaisesRegex(RequestError, "NUL"):
             Module.load("MX\0.bin")
 
+    def test_a_text_that_is_no_path_is_refused(self) -> None:
+        for path in ("\ud800.bin", "MX0304\0.bin"):
+            with self.assertRaises(RequestError) as raised:
+                Module.load(path)
+            self.assertEqual(raised.exception.place, "the path")
+
+    def test_content_that_was_released_is_refused(self) -> None:
+        content = memoryview(content_of("MX0304"))
+        content.release()
+        with self.assertRaises(RequestError):
+            Module.from_bytes(content)
+
     def test_a_path_may_have_any_bytes(self) -> None:
         with self.assertRaises(InputError):
             Module.load(b"/nowhere/\xff.bin")
