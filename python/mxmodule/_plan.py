@@ -41,6 +41,26 @@ class PlannedModule(NamedTuple):
     parameter_bytes: int  #: Size of its parameter image.
     registers: Optional[int]  #: Number of its Modbus registers; None: it has no Modbus form.
 
+    @property
+    def input_offset(self) -> int:
+        """Address of its first byte in the input image."""
+        return self.input.offset
+
+    @property
+    def input_size(self) -> int:
+        """Number of its bytes in the input image."""
+        return self.input.size
+
+    @property
+    def output_offset(self) -> int:
+        """Address of its first byte in the output image."""
+        return self.output.offset
+
+    @property
+    def output_size(self) -> int:
+        """Number of its bytes in the output image."""
+        return self.output.size
+
 
 class Gap(NamedTuple):
     """Bits of a process image that belong to no channel."""
@@ -81,6 +101,20 @@ def _module(values: Any) -> PlannedModule:
     )
 
 
+# Of tables: a column for each number.
+_MODULE_COLUMNS = (
+    "position",
+    "name",
+    "module_id",
+    "label",
+    "reference",
+    "input_offset",
+    "input_size",
+    "output_offset",
+    "output_size",
+    "parameter_bytes",
+    "registers",
+)
 _STYLES = ("byte", "index", "separate")
 _SCOPES = ("global", "program")
 
@@ -120,7 +154,7 @@ class Plan:
     @property
     def modules(self) -> Rows[PlannedModule]:
         """The modules in the order of the row."""
-        return Rows([_module(one) for one in self._row["modules"]], PlannedModule._fields)
+        return Rows([_module(one) for one in self._row["modules"]], _MODULE_COLUMNS)
 
     @property
     def gaps(self) -> Rows[Gap]:

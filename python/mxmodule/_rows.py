@@ -35,15 +35,17 @@ def data_frame(columns: dict[str, Any]) -> pandas.DataFrame:
 
 
 def html_table(headings: Sequence[str], rows: Sequence[Sequence[object]]) -> str:
-    """Returns a table as HTML. No text of it is markup."""
+    """Returns a table as HTML, with blanks for the underscores in headings. No text of it is
+    markup."""
     from html import escape
 
     def line(cells: Sequence[object], tag: str) -> str:
         content = "".join(f"<{tag}>{escape(_shown(one))}</{tag}>" for one in cells)
         return f"<tr>{content}</tr>"
 
+    head = line([one.replace("_", " ") for one in headings], "th")
     body = "\n".join(line(row, "td") for row in rows)
-    return f"<table>\n<thead>{line(headings, 'th')}</thead>\n<tbody>\n{body}\n</tbody>\n</table>"
+    return f"<table>\n<thead>{head}</thead>\n<tbody>\n{body}\n</tbody>\n</table>"
 
 
 def _shown(cell: object) -> str:
@@ -84,4 +86,4 @@ class Rows(Sequence[Row], Generic[Row]):
 
     def _repr_html_(self) -> str:
         rows = [[getattr(row, name) for name in self._columns] for row in self]
-        return html_table([name.replace("_", " ") for name in self._columns], rows)
+        return html_table(self._columns, rows)

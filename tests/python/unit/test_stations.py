@@ -184,6 +184,8 @@ class Exports(unittest.TestCase):
     def test_tables_show_modules_and_channels(self) -> None:
         plan = plan_of("pump-house")
         self.assertIn("<td>Levels</td>", plan._repr_html_())
+        self.assertIn("<th>input offset</th>", plan._repr_html_())
+        self.assertEqual(list(plan.modules.to_dataframe()["input_offset"]), [0, 2, 32])
         self.assertIn("<td>LT_101</td>", plan.channels._repr_html_())
         self.assertTrue(plan._repr_svg_().startswith("<svg"))
         self.assertIn("<html", plan.datasheet())
