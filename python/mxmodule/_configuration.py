@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import json
+from operator import itemgetter
 from typing import TYPE_CHECKING, Any, Iterator, Mapping, NamedTuple, Optional
 
 from ._arguments import FIELDBUSES, separator_argument, text_argument
@@ -13,7 +14,7 @@ from ._handle import Handle
 from ._library import bytes_of, call, json_of, text_of
 from ._mxmodule import library
 from ._parameters import Parameters
-from ._rows import data_frame, html_table
+from ._rows import Rows, data_frame, html_table
 
 if TYPE_CHECKING:
     import pandas
@@ -182,6 +183,9 @@ class Deviation(NamedTuple):
     read: str  #: As people read it.
 
 
+_deviating = itemgetter("id", "name", "channel", "wanted_shown", "read_shown")
+
+
 class Comparison:
     """The differences of a configuration that was read from the wanted one. It never changes."""
 
@@ -199,14 +203,10 @@ class Comparison:
         return bool(self._values["same"])
 
     @property
-    def deviations(self) -> tuple[Deviation, ...]:
+    def deviations(self) -> Rows[Deviation]:
         """The parameters whose bits differ, in order."""
-        return tuple(
-            Deviation(
-                one["id"], one["name"], one["channel"], one["wanted_shown"], one["read_shown"]
-            )
-            for one in self._values["deviations"]
-        )
+        rows = [Deviation._make(_deviating(one)) for one in self._values["deviations"]]
+        return Rows(rows, Deviation._fields)
 
     def text(self) -> str:
         """Returns the differences as a table for people."""
@@ -218,3 +218,6 @@ class Comparison:
 
     def __repr__(self) -> str:
         return f"<Comparison with {len(self._values['deviations'])} deviations>"
+
+    def _repr_html_(self) -> str:
+        return self.deviations._repr_html_()

@@ -145,6 +145,9 @@ class ApplyReport:
     def __repr__(self) -> str:
         return f"<ApplyReport {for_terminal(self.verdict)}>"
 
+    def _repr_html_(self) -> str:
+        return self.parameters._repr_html_()
+
 
 class SetOutput(NamedTuple):
     """An output channel and its values: numbers, of more than 64 bits bytes in hexadecimal."""

@@ -69,3 +69,6 @@ class StationComparison:
 
     def __repr__(self) -> str:
         return f"<StationComparison: {for_terminal(self._values['verdict'])}>"
+
+    def _repr_html_(self) -> str:
+        return self.changes._repr_html_()
