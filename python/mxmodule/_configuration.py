@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import json
+from decimal import Decimal
 from operator import itemgetter
 from typing import TYPE_CHECKING, Any, Iterator, Mapping, NamedTuple, Optional
 
@@ -13,7 +14,7 @@ from ._findings import Finding, findings_of
 from ._handle import Handle
 from ._library import bytes_of, call, json_of, text_of
 from ._mxmodule import library
-from ._parameters import Parameters
+from ._parameters import Parameters, number_of, numbers_of
 from ._rows import Rows, data_frame, html_table
 
 if TYPE_CHECKING:
@@ -25,7 +26,7 @@ class Setting(NamedTuple):
 
     name: str  #: As `Parameter.call_name`.
     value: str  #: As people read it: "9.9 V", the text of an option.
-    digits: str  #: The value as a decimal number; empty: it is outside the image.
+    digits: str  #: The value as a decimal number, in `unit`; empty: it is outside the image.
     unit: str  #: May be empty.
     default: str  #: The default as people read it.
     is_changed: bool  #: It differs from the default.
@@ -33,6 +34,11 @@ class Setting(NamedTuple):
     size: int  #: In bytes.
     bit_offset: int  #: Lowest bit of a bit field.
     bit_length: int  #: Number of bits of a bit field; 0: whole bytes.
+
+    @property
+    def number(self) -> Decimal | None:
+        """The value as a number, in `unit`; None: it is outside the image."""
+        return number_of(self.digits)
 
 
 _LISTINGS = (False, True)  # as mxmodule_listing: all, or only what is changed
@@ -142,18 +148,35 @@ class Configuration(Mapping[str, Setting]):
     def __len__(self) -> int:
         return len(self._all())
 
+    def __eq__(self, other: object) -> bool:
+        """Whether both are the same image for modules of one type and one fieldbus; a dict is
+        compared with the settings."""
+        if isinstance(other, Configuration):
+            same = self._fieldbus == other._fieldbus and self.image == other.image
+            return same and self._module_type() == other._module_type()
+        return super().__eq__(other)
+
+    def __hash__(self) -> int:
+        return hash((self._fieldbus, self.image))
+
     def __repr__(self) -> str:
         return f"<Configuration of {len(self)} parameters, {len(self.changed())} changed>"
 
     def to_dataframe(self) -> pandas.DataFrame:
-        """Returns a row for each parameter. Raises `MissingLibrary` without pandas."""
+        """Returns a row for each parameter, with the members of `Setting`; `number` is a float, in
+        the unit. Raises `MissingLibrary` without pandas."""
         settings = list(self._all().values())
-        return data_frame(
-            {name: [getattr(one, name) for one in settings] for name in Setting._fields}
-        )
+        columns: dict[str, Any] = {
+            name: [getattr(one, name) for one in settings] for name in Setting._fields
+        }
+        columns["number"] = numbers_of(columns["digits"])
+        return data_frame(columns)
 
     def _repr_html_(self) -> str:
         return html_table(Setting._fields[:6], [one[:6] for one in self._all().values()])
+
+    def _module_type(self) -> str:
+        return str(self._description.device()["device_type_id"])
 
     def _all(self) -> dict[str, Setting]:
         # On Modbus a parameter may be in several places or none: the raw image has each once.

@@ -36,13 +36,14 @@ class Module:
     It never changes, owns all that it needs, and may be used by many threads at once.
     """
 
-    __slots__ = ("_description", "_handle", "_channels", "__weakref__")
+    __slots__ = ("_description", "_handle", "_channels", "_parameters", "__weakref__")
 
     def __init__(self, pointer: int) -> None:
         """Owns the mxmodule_module at `pointer`; use `load`, `from_bytes` or `Catalogue.module`."""
         self._handle = Handle(pointer, library.mxmodule_free)
         self._description = Description(self._handle)
         self._channels: Channels | None = None
+        self._parameters: Parameters | None = None
 
     @classmethod
     def load(cls, path: Path, *, input_offset: int = 0, output_offset: int = 0) -> Module:
@@ -125,7 +126,9 @@ class Module:
     @property
     def parameters(self) -> Parameters:
         """Its parameters by name, with their defaults."""
-        return Parameters(self._description)
+        if self._parameters is None:
+            self._parameters = Parameters(self._description)
+        return self._parameters
 
     @property
     def channels(self) -> Channels:

@@ -3,9 +3,11 @@
 from __future__ import annotations
 
 import ctypes
-from typing import TYPE_CHECKING, Any, Iterator, Mapping
+from decimal import Decimal
+from typing import TYPE_CHECKING, Any, Iterable, Iterator, Mapping
 
-from ._arguments import text_argument
+from ._arguments import text_argument, whole_argument
+from ._channels import Channel, ChannelWithoutSymbol
 from ._description import Description
 from ._errors import RequestError, UnknownName
 from ._library import call
@@ -66,8 +68,13 @@ class Parameter:
 
     @property
     def digits(self) -> str:
-        """The default as a decimal number; empty: it is outside the image."""
+        """The default as a decimal number, in `unit`; empty: it is outside the image."""
         return str(self._values["digits"])
+
+    @property
+    def number(self) -> Decimal | None:
+        """The same as a number, in `unit`; None: it is outside the image."""
+        return number_of(self.digits)
 
     @property
     def unit(self) -> str:
@@ -81,13 +88,18 @@ class Parameter:
 
     @property
     def minimum(self) -> str:
-        """The least value, in the unit."""
+        """The least value as a decimal number, in `unit`."""
         return str(self._values["min_digits"])
 
     @property
     def maximum(self) -> str:
-        """The greatest value, in the unit."""
+        """The greatest value as a decimal number, in `unit`."""
         return str(self._values["max_digits"])
+
+    @property
+    def range(self) -> tuple[Decimal, Decimal]:
+        """`minimum` and `maximum` as numbers, in `unit`."""
+        return Decimal(self.minimum), Decimal(self.maximum)
 
     @property
     def has_options(self) -> bool:
@@ -127,6 +139,15 @@ class Parameter:
     def _raw_texts(self) -> Any:
         return self._description.raw_texts()["parameters"][self._position]
 
+    def __eq__(self, other: object) -> bool:
+        """Whether all that is stated of both is the same, also if they are of different modules."""
+        if not isinstance(other, Parameter):
+            return NotImplemented
+        return self._position == other._position and bool(self._values == other._values)
+
+    def __hash__(self) -> int:
+        return hash((self._position, self.id, self.name))
+
     def __repr__(self) -> str:
         return f"<Parameter {self.call_name!r}: {self.value}>"
 
@@ -140,6 +161,16 @@ _COLUMNS = (
     "minimum",
     "maximum",
 )
+
+
+def number_of(digits: str) -> Decimal | None:
+    """Returns a decimal number; None for no digits."""
+    return Decimal(digits) if digits else None
+
+
+def numbers_of(texts: Iterable[str]) -> list[float]:
+    """Returns decimal numbers as a column of a data frame, NaN for no digits."""
+    return [float(one or "nan") for one in texts]
 
 
 class Parameters(Mapping[str, Parameter]):
@@ -161,6 +192,16 @@ class Parameters(Mapping[str, Parameter]):
     def __getitem__(self, name: str) -> Parameter:
         position = self._positions.get(name) if isinstance(name, str) else None
         return self._parameters[self._found(name) if position is None else position]
+
+    def of_channel(self, channel: Channel | ChannelWithoutSymbol | int | None) -> list[Parameter]:
+        """Returns the parameters of a channel, which may be given by its number; None: those of the
+        module itself. Raises `WrongType`."""
+        number: int | None = None
+        if isinstance(channel, (Channel, ChannelWithoutSymbol)):
+            number = channel.number
+        elif channel is not None:
+            number = whole_argument(channel, "a channel", "Channel", "None")
+        return [one for one in self._parameters if one.channel == number]
 
     def _found(self, name: str) -> int:
         position = ctypes.c_size_t()
@@ -190,8 +231,14 @@ class Parameters(Mapping[str, Parameter]):
         return f"<Parameters of {len(self)}>"
 
     def to_dataframe(self) -> pandas.DataFrame:
-        """Returns a row for each parameter. Raises `MissingLibrary` without pandas."""
-        return data_frame({name: [getattr(p, name) for p in self.values()] for name in _COLUMNS})
+        """Returns a row for each parameter; `number`, `minimum` and `maximum` are floats, in the
+        unit. Raises `MissingLibrary` without pandas."""
+        listed = list(self.values())
+        columns: dict[str, Any] = {name: [getattr(p, name) for p in listed] for name in _COLUMNS}
+        columns["number"] = numbers_of(one.digits for one in listed)
+        columns["minimum"] = numbers_of(columns["minimum"])
+        columns["maximum"] = numbers_of(columns["maximum"])
+        return data_frame(columns)
 
     def _repr_html_(self) -> str:
         rows = [[getattr(one, name) for name in _COLUMNS] for one in self.values()]

@@ -32,8 +32,11 @@ class DataFrames(unittest.TestCase):
     def test_parameters_and_settings(self) -> None:
         frame = example("MX0701").parameters.to_dataframe()
         self.assertEqual(list(frame["value"][:4]), ["9600", "even", "1", "250 ms"])
+        self.assertEqual(frame["number"][3], 250.0)
+        self.assertEqual(list(frame[frame["maximum"] > 60000]["call_name"]), ["Serial number"])
         settings = example("MX0701").configure({"Parity": "odd"}).to_dataframe()
         self.assertEqual(list(settings[settings["is_changed"]]["name"]), ["Parity"])
+        self.assertEqual(list(settings["number"][1:3]), [2.0, 0.0])
         self.assertEqual(len(example("MX0001").parameters.to_dataframe()), 0)
 
     def test_catalogues_and_checks(self) -> None:

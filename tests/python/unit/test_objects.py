@@ -5,7 +5,8 @@ from __future__ import annotations
 import unittest
 
 import mxmodule
-from mxmodule import WrongType
+from examples import content_of, example
+from mxmodule import Module, WrongType
 
 
 class Making(unittest.TestCase):
@@ -29,6 +30,31 @@ class Making(unittest.TestCase):
             mxmodule.Configuration(None, 5, 0)  # type: ignore
         with self.assertRaises(WrongType):
             mxmodule.Outputs(None, 5)  # type: ignore
+
+
+class Comparing(unittest.TestCase):
+    def test_parameters_of_the_same_module_are_equal(self) -> None:
+        again = Module.from_bytes(content_of("MX0304")).parameters
+        parameters = example("MX0304").parameters
+        self.assertIs(example("MX0304").parameters, parameters)
+        self.assertEqual(parameters, again)
+        self.assertEqual(len({*parameters.values(), *again.values()}), len(parameters))
+        self.assertNotEqual(parameters["AI 1/Upper limit"], parameters["AI 2/Upper limit"])
+        self.assertNotEqual(parameters["AI 1/Upper limit"], "9.5 V")
+
+    def test_configurations_are_equal_by_image_and_type(self) -> None:
+        module = example("MX0701")
+        odd = module.configure({"Parity": "odd"})
+        self.assertEqual(odd, module.decode(odd.image))
+        self.assertEqual(len({odd, module.decode(odd.image)}), 1)
+        self.assertNotEqual(odd, module.configure())
+        # Both images are empty.
+        self.assertNotEqual(example("MX0001").configure(), example("MX0003").configure())
+        # Byte 1 bit 7 is of no parameter: all settings are the same.
+        image = bytearray(odd.image)
+        image[1] ^= 0x80
+        self.assertNotEqual(odd, module.decode(image))
+        self.assertEqual(odd, dict(module.decode(image)))
 
 
 if __name__ == "__main__":

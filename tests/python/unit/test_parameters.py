@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import unittest
+from decimal import Decimal
 
 from examples import example, module_of
 from mxmodule import Error, Option, Place, RequestError, UnknownName, WrongType
@@ -80,6 +81,30 @@ class Parameters(unittest.TestCase):
         self.assertEqual(repr(parameters), "<Parameters of 25>")
         shown = repr(parameters["AI 1/Upper limit"])
         self.assertEqual(shown, "<Parameter 'AI 1/Upper limit': 9.5 V>")
+    def test_numbers_are_in_the_unit(self) -> None:
+        limit = example("MX0304").parameters["AI 1/Upper limit"]
+        self.assertEqual(limit.number, Decimal("9.5"))
+        self.assertEqual(limit.range, (Decimal("-10"), Decimal("10")))
+        setting = example("MX0304").configure({"AI 1/Upper limit": 2.25})["AI 1/Upper limit"]
+        self.assertEqual(setting.number, Decimal("2.25"))
+
+
+class OfChannels(unittest.TestCase):
+    def test_a_channel_has_its_parameters(self) -> None:
+        module = example("MX0304")
+        own = module.parameters.of_channel(module.channels["AI 2"])
+        self.assertEqual([one.channel for one in own], [1] * 6)
+        self.assertEqual(own[1], module.parameters["AI 2/Upper limit"])
+        self.assertEqual(module.parameters.of_channel(1), own)
+        self.assertEqual(module.parameters.of_channel(99), [])
+
+    def test_the_module_has_its_own(self) -> None:
+        (own,) = example("MX0304").parameters.of_channel(None)
+        self.assertEqual(own.name, "Mains suppression")
+
+    def test_a_channel_is_no_text(self) -> None:
+        with self.assertRaises(WrongType):
+            example("MX0304").parameters.of_channel("AI 2")  # type: ignore
 
 
 class Names(unittest.TestCase):
