@@ -5,6 +5,8 @@ from __future__ import annotations
 import json
 from typing import Any, NamedTuple
 
+from ._hints import in_python
+
 
 def for_terminal(text: str) -> str:
     """Returns `text` for a terminal: what is not visible, such as control characters and marks of
@@ -41,7 +43,7 @@ def finding_of(values: Any) -> Finding:
         values.get("origin", "input"),
         values["place"],
         values["text"],
-        values["hint"],
+        in_python(values["hint"]),
         tuple(values["accepted"]),
         values.get("excerpt", ""),
     )
