@@ -2,13 +2,15 @@
 
 from __future__ import annotations
 
+import threading
 import time
+import weakref
 from typing import Any, Iterator, Mapping, NamedTuple, Union
 
 from ._arguments import Value, text_argument, value_argument
 from ._connection import Connection
 from ._coupler_reports import ApplyReport, CouplerDifference, NotDone, OutputReport
-from ._errors import wrong_type
+from ._errors import RequestError, request_finding, wrong_type
 from ._handle import Handle
 from ._library import TEXT, call, json_of, text_of
 from ._mxonline import OutputValue, library
@@ -36,14 +38,16 @@ class Coupler(Connection):
     """The coupler of a station over Modbus. Connects at the first operation, and again after a
     fault, which raises `OutputError`.
 
-    Threads may share it: one operation is carried out after the other.
+    Threads may share it: one operation is carried out after the other. After `close` its watches
+    and `Outputs` raise `ClosedError`; what was written stays.
     """
 
-    __slots__ = ()
+    __slots__ = ("_uses",)
 
     def __init__(self, pointer: int) -> None:
         """Owns the mxonline_coupler at `pointer`; use `Plan.connect`."""
         super().__init__(pointer, library.mxonline_coupler_free)
+        self._uses: set[weakref.ref[_Use]] = set()
         self._shown = text_of(library.mxonline_coupler_target, self._open_handle())
 
     @property
@@ -57,6 +61,14 @@ class Coupler(Connection):
         with self._lock:
             made = json_of(library.mxonline_coupler_traffic, self._open_handle())
         return Traffic(*(made[name] for name in Traffic._fields))
+
+    def close(self) -> None:
+        """Closes it. A call of another thread ends first; later ones raise `ClosedError`."""
+        super().close()
+        for reference in list(self._uses):
+            use = reference()
+            if use is not None:
+                use.handle = None
 
     # Parameters.
 
@@ -94,8 +106,7 @@ class Coupler(Connection):
         """Returns the values of channels: of those that `names` select, as `watch` takes them, or
         of all."""
         with self._lock:
-            watch = self._watching(names)
-            return _sample(watch).values
+            return self._sample(self._watching(names)).values
 
     def watch(self, *names: str, interval: float = 1.0) -> Iterator[Sample]:
         """Reads the values of channels every `interval` seconds, without an end.
@@ -104,27 +115,29 @@ class Coupler(Connection):
         channel that no other has; or the name or position of a module for all of its channels. No
         names: all channels. Unknown and ambiguous names raise `RequestError`, all of them, at once.
         """
-        if isinstance(interval, bool) or not isinstance(interval, (int, float)):
-            raise wrong_type("interval", interval, "float")
+        seconds = _seconds(interval)
         with self._lock:
             watch = self._watching(names)
-        return self._samples(watch, float(interval))
+        return self._samples(watch, seconds)
 
-    def _samples(self, watch: Handle, interval: float) -> Iterator[Sample]:
+    def _samples(self, watch: _Use, interval: float) -> Iterator[Sample]:
         due = time.monotonic()
         while True:
             with self._lock:
-                self._open_handle()
-                sample = _sample(watch)
+                sample = self._sample(watch)
             yield sample
             due = max(due + interval, time.monotonic())
             time.sleep(max(0.0, due - time.monotonic()))
 
-    def _watching(self, names: tuple[str, ...]) -> Handle:
+    def _sample(self, watch: _Use) -> Sample:
+        made = json_of(library.mxonline_watch_sample, self._handle_of(watch))
+        return Sample(made["time"], made["values"], tuple(made["changed"]))
+
+    def _watching(self, names: tuple[str, ...]) -> _Use:
         arguments = [text_argument(one, "the name of a channel") for one in names]
         array = (TEXT * len(arguments))(*arguments)
         pointer = call(library.mxonline_watch_of, self._open_handle(), array, len(arguments))
-        return Handle(pointer, library.mxonline_watch_free, of_one_process=True)
+        return self._used(Handle(pointer, library.mxonline_watch_free, of_one_process=True))
 
     def outputs(self, values: Mapping[str, Value]) -> Outputs:
         """Returns the outputs that `values` name, to be set. Sends nothing.
@@ -148,6 +161,29 @@ class Coupler(Connection):
         if one is not as wanted."""
         return self.outputs(values).write()
 
+    # What uses it.
+
+    def _used(self, handle: Handle) -> _Use:
+        use = _Use(handle)
+        self._uses.add(weakref.ref(use, self._uses.discard))
+        return use
+
+    def _handle_of(self, use: _Use) -> Handle:
+        """Returns the handle. Raises `ClosedError`."""
+        handle = use.handle
+        self._open_handle()  # it is closed before its uses are
+        assert handle is not None
+        return handle
+
+
+class _Use:
+    """A handle that uses a coupler, and keeps it connected until it is freed."""
+
+    __slots__ = ("handle", "__weakref__")
+
+    def __init__(self, handle: Handle) -> None:
+        self.handle: Handle | None = handle
+
 
 class Outputs:
     """Output channels and the values that they are to have.
@@ -158,12 +194,13 @@ class Outputs:
     gives them at the end the values that they had before.
     """
 
-    __slots__ = ("_coupler", "_handle")
+    __slots__ = ("_coupler", "_use")
 
     def __init__(self, coupler: Coupler, pointer: int) -> None:
         """Owns the mxonline_outputs at `pointer`; use `Coupler.outputs`."""
+        handle = Handle(pointer, library.mxonline_outputs_free, of_one_process=True)
         self._coupler = coupler
-        self._handle = Handle(pointer, library.mxonline_outputs_free, of_one_process=True)
+        self._use = coupler._used(handle)
 
     def read(self) -> OutputReport:
         """Reads the outputs. Writes nothing."""
@@ -180,8 +217,7 @@ class Outputs:
 
     def _made(self, function: Any) -> OutputReport:
         with self._coupler._lock:
-            self._coupler._open_handle()
-            report = OutputReport(json_of(function, self._handle))
+            report = OutputReport(json_of(function, self._coupler._handle_of(self._use)))
         if report.is_done is False:
             raise NotDone(report.findings, report, "Not all outputs are as wanted")
         return report
@@ -200,6 +236,13 @@ def _output_value(value: Value, name: str) -> bytes:
     return value_argument(value, name)
 
 
-def _sample(watch: Handle) -> Sample:
-    made = json_of(library.mxonline_watch_sample, watch)
-    return Sample(made["time"], made["values"], tuple(made["changed"]))
+def _seconds(interval: float) -> float:
+    """Returns `interval`. Raises `WrongType`, or `RequestError` for none that can be waited for."""
+    if isinstance(interval, bool) or not isinstance(interval, (int, float)):
+        raise wrong_type("interval", interval, "float")
+    if not 0 <= interval <= threading.TIMEOUT_MAX:
+        accepted = f"0 to {threading.TIMEOUT_MAX:.0f} seconds"
+        shown = repr(float(interval)) if abs(interval) < 1e300 else "another number"
+        text = f"Found {shown} for interval, expected {accepted}"
+        raise RequestError([request_finding(text, place="interval", accepted=[accepted])])
+    return float(interval)

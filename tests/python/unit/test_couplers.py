@@ -2,7 +2,10 @@
 
 from __future__ import annotations
 
+import contextlib
+import os
 import threading
+import time
 import unittest
 
 from examples import PROJECT
@@ -18,6 +21,15 @@ from mxmodule import (
 )
 
 PUMP_HOUSE = PROJECT / "examples" / "stations" / "pump-house.yaml"
+
+
+def sockets() -> int:
+    """Returns the number of sockets that this process has open."""
+    count = 0
+    for name in os.listdir("/proc/self/fd"):
+        with contextlib.suppress(FileNotFoundError):
+            count += os.readlink(f"/proc/self/fd/{name}").startswith("socket:")
+    return count
 
 
 class WithCoupler(unittest.TestCase):
@@ -102,6 +114,10 @@ class Values(WithCoupler):
         self.assertIn("LT_101", raised.exception.accepted)
         with self.assertRaises(WrongType):
             self.coupler.watch(interval="1")  # type: ignore[arg-type]
+        for interval in (-1, float("nan"), float("inf"), 10**400):
+            with self.assertRaises(RequestError) as raised:
+                self.coupler.watch(interval=interval)
+            self.assertEqual(raised.exception.place, "interval")
 
     def test_outputs_are_set_and_stay(self) -> None:
         report = self.coupler.set({"P_101": True})
@@ -152,6 +168,20 @@ class Faults(WithCoupler):
         self.simulator.close()
         with self.assertRaises(ClosedError):
             self.simulator.set_input("LT_101", 1)
+
+    def test_closing_disconnects_whatever_is_kept(self) -> None:
+        before = sockets()
+        samples = self.coupler.watch(interval=0)
+        outputs = self.coupler.outputs({"P_101": 1})
+        next(samples)
+        outputs.read()
+        self.assertGreater(sockets(), before)
+        self.coupler.close()
+        deadline = time.monotonic() + 5
+        while sockets() > before and time.monotonic() < deadline:
+            time.sleep(0.001)  # the other side is closed by the thread of the simulator
+        self.assertEqual(sockets(), before)
+        del samples, outputs
 
     def test_other_targets_are_refused(self) -> None:
         with self.assertRaises(RequestError):
