@@ -125,6 +125,12 @@ __all__ = [
     "check_sarif",
 ]
 
+
+
+def __dir__() -> list[str]:
+    return [*__all__, "__version__", "__doc__", "__file__", "__path__"]
+
+
 # In messages and documents a name is that by which it is imported.
 for _name in __all__:
     globals()[_name].__module__ = __name__

@@ -19,25 +19,41 @@ if TYPE_CHECKING:
 
 
 class CatalogueEntry(NamedTuple):
-    """A module of a catalogue."""
+    """A module of a catalogue.
 
-    module_id: str  #: Eight lower-case hexadecimal digits.
-    family: str  #: Such as "kv38".
-    label: str  #: As on the product.
-    in_bytes: int  #: Input process data, in bytes.
-    out_bytes: int  #: Output process data, in bytes.
-    parameter_block: bytes  #: The default parameter image.
-    file_bytes: int  #: Size of the mx file, in bytes; 0: stored without it.
+    - `module_id`: eight lower-case hexadecimal digits.
+    - `family`: such as "kv38".
+    - `label`: as on the product.
+    - `in_bytes`: input process data, in bytes.
+    - `out_bytes`: output process data, in bytes.
+    - `parameter_block`: the default parameter image.
+    - `file_bytes`: size of the mx file, in bytes; 0: stored without it.
+    """
+
+    module_id: str
+    family: str
+    label: str
+    in_bytes: int
+    out_bytes: int
+    parameter_block: bytes
+    file_bytes: int
 
 
 class Population(NamedTuple):
-    """What populating a catalogue has changed."""
+    """What populating a catalogue has changed.
 
-    inserted: int  #: New modules.
-    replaced: int  #: Modules that were there before, or that several files state.
-    failed: int  #: Files that are not stored.
-    removed: tuple[str, ...]  #: Identifiers of the modules that were removed.
-    findings: tuple[Finding, ...]  #: Files that failed, modules with several files.
+    - `inserted`: new modules.
+    - `replaced`: modules that were there before, or that several files state.
+    - `failed`: files that are not stored.
+    - `removed`: identifiers of the modules that were removed.
+    - `findings`: files that failed, modules with several files.
+    """
+
+    inserted: int
+    replaced: int
+    failed: int
+    removed: tuple[str, ...]
+    findings: tuple[Finding, ...]
 
 
 def _entry(values: Any) -> CatalogueEntry:

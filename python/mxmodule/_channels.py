@@ -14,45 +14,75 @@ from ._rows import Rows, Svg
 
 
 class Channel(NamedTuple):
-    """A channel that has a place in a process image."""
+    """A channel that has a place in a process image.
 
-    id: str  #: Identifier in the device, decimal.
-    number: int  #: Several channels may have the same.
-    name: str  #: May be empty.
-    direction: str  #: "in" or "out".
-    symbol: str  #: IEC address such as "IW4".
-    area: str  #: "I" or "Q".
-    size_letter: str  #: "X", "B", "W", "D" or "L".
-    byte: int  #: First byte in the image.
-    bit_offset: int  #: As in the mx file; may be above 7.
-    bit_length: int  #: In bits.
-    mask: int  #: 2 to the power of the number of bits, minus 1, at most 255.
+    - `id`: identifier in the device, decimal.
+    - `number`: several channels may have the same.
+    - `name`: may be empty.
+    - `direction`: "in" or "out".
+    - `symbol`: IEC address such as "IW4".
+    - `area`: "I" or "Q".
+    - `size_letter`: "X", "B", "W", "D" or "L".
+    - `byte`: first byte in the image.
+    - `bit_offset`: as in the mx file; may be above 7.
+    - `bit_length`: in bits.
+    - `mask`: 2 to the power of the number of bits, minus 1, at most 255.
+    """
+
+    id: str
+    number: int
+    name: str
+    direction: str
+    symbol: str
+    area: str
+    size_letter: str
+    byte: int
+    bit_offset: int
+    bit_length: int
+    mask: int
 
 
 class ChannelWithoutSymbol(NamedTuple):
-    """A channel that is in no process image."""
+    """A channel that is in no process image.
 
-    id: str  #: Identifier in the device, decimal.
-    number: int  #: Several channels may have the same.
-    name: str  #: May be empty.
-    direction: str  #: "in", "out" or empty.
+    - `id`: identifier in the device, decimal.
+    - `number`: several channels may have the same.
+    - `name`: may be empty.
+    - `direction`: "in", "out" or empty.
+    """
+
+    id: str
+    number: int
+    name: str
+    direction: str
 
 
 class BitRun(NamedTuple):
-    """Consecutive bits of a process image."""
+    """Consecutive bits of a process image.
 
-    byte: int  #: Of the first bit.
-    bit: int  #: The first bit in this byte.
-    bits: int  #: Number of bits.
+    - `byte`: of the first bit.
+    - `bit`: the first bit in this byte.
+    - `bits`: number of bits.
+    """
+
+    byte: int
+    bit: int
+    bits: int
 
 
 class ImageArea(NamedTuple):
-    """The part of a process image that belongs to a module."""
+    """The part of a process image that belongs to a module.
 
-    first_byte: int  #: In the process image.
-    size: int  #: In bytes.
-    free: Tuple[BitRun, ...]  #: Bits of the data without a channel, in order.
-    overlapping: Tuple[BitRun, ...]  #: Bits of more than one channel, in order.
+    - `first_byte`: in the process image.
+    - `size`: in bytes.
+    - `free`: bits of the data without a channel, in order.
+    - `overlapping`: bits of more than one channel, in order.
+    """
+
+    first_byte: int
+    size: int
+    free: Tuple[BitRun, ...]
+    overlapping: Tuple[BitRun, ...]
 
 
 _members = itemgetter(*Channel._fields)

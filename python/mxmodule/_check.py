@@ -14,18 +14,30 @@ from ._rows import Rows
 
 
 class CheckFinding(NamedTuple):
-    """A place where an mx file breaks a rule."""
+    """A place where an mx file breaks a rule.
 
-    file: str  #: Its name.
-    rule: str  #: Name of the rule.
-    severity: str  #: "error", "warning" or "note".
-    line: Optional[int]  #: In the text form, from 1; None for an mx file.
-    column: Optional[int]  #: In the text form, from 1.
-    offset: int  #: First byte in the mx file.
-    length: int  #: In bytes.
-    group: Optional[str]  #: Four hexadecimal digits; None: the file itself.
-    subject: str  #: Such as `parameter 3 "Filter"`; may be empty.
-    text: str  #: What is wrong.
+    - `file`: its name.
+    - `rule`: name of the rule.
+    - `severity`: "error", "warning" or "note".
+    - `line`: in the text form, from 1; None for an mx file.
+    - `column`: in the text form, from 1.
+    - `offset`: first byte in the mx file.
+    - `length`: in bytes.
+    - `group`: four hexadecimal digits; None: the file itself.
+    - `subject`: such as `parameter 3 "Filter"`; may be empty.
+    - `text`: what is wrong.
+    """
+
+    file: str
+    rule: str
+    severity: str
+    line: Optional[int]
+    column: Optional[int]
+    offset: int
+    length: int
+    group: Optional[str]
+    subject: str
+    text: str
 
     @property
     def place(self) -> str:
@@ -41,12 +53,18 @@ class CheckFinding(NamedTuple):
 
 
 class CheckRule(NamedTuple):
-    """A rule of the mx format."""
+    """A rule of the mx format.
 
-    name: str  #: As in findings.
-    severity: str  #: Of its findings.
-    explanation: str  #: What is wrong, and its effect on readers.
-    example: str  #: A finding.
+    - `name`: as in findings.
+    - `severity`: of its findings.
+    - `explanation`: what is wrong, and its effect on readers.
+    - `example`: a finding.
+    """
+
+    name: str
+    severity: str
+    explanation: str
+    example: str
 
 
 _members = itemgetter(*CheckFinding._fields[1:])

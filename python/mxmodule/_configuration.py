@@ -22,18 +22,30 @@ if TYPE_CHECKING:
 
 
 class Setting(NamedTuple):
-    """The value of a parameter in a configuration."""
+    """The value of a parameter in a configuration.
 
-    name: str  #: As `Parameter.call_name`.
-    value: str  #: As people read it: "9.9 V", the text of an option.
-    digits: str  #: The value as a decimal number, in `unit`; empty: it is outside the image.
-    unit: str  #: May be empty.
-    default: str  #: The default as people read it.
-    is_changed: bool  #: It differs from the default.
-    byte: int  #: First byte in the raw parameter image.
-    size: int  #: In bytes.
-    bit_offset: int  #: Lowest bit of a bit field.
-    bit_length: int  #: Number of bits of a bit field; 0: whole bytes.
+    - `name`: as `Parameter.call_name`.
+    - `value`: as people read it: "9.9 V", the text of an option.
+    - `digits`: the value as a decimal number, in `unit`; empty: it is outside the image.
+    - `unit`: may be empty.
+    - `default`: the default as people read it.
+    - `is_changed`: it differs from the default.
+    - `byte`: first byte in the raw parameter image.
+    - `size`: in bytes.
+    - `bit_offset`: lowest bit of a bit field.
+    - `bit_length`: number of bits of a bit field; 0: whole bytes.
+    """
+
+    name: str
+    value: str
+    digits: str
+    unit: str
+    default: str
+    is_changed: bool
+    byte: int
+    size: int
+    bit_offset: int
+    bit_length: int
 
     @property
     def number(self) -> Decimal | None:
@@ -197,13 +209,20 @@ class Configuration(Mapping[str, Setting]):
 
 
 class Deviation(NamedTuple):
-    """A parameter whose bits differ."""
+    """A parameter whose bits differ.
 
-    id: str  #: Identifier in the device, decimal.
-    name: str  #: Its name; several parameters may have the same.
-    channel: Optional[int]  #: Number of its channel; None: it is the module's own.
-    wanted: str  #: As people read it.
-    read: str  #: As people read it.
+    - `id`: identifier in the device, decimal.
+    - `name`: its name; several parameters may have the same.
+    - `channel`: number of its channel; None: it is the module's own.
+    - `wanted`: as people read it.
+    - `read`: as people read it.
+    """
+
+    id: str
+    name: str
+    channel: Optional[int]
+    wanted: str
+    read: str
 
 
 _deviating = itemgetter("id", "name", "channel", "wanted_shown", "read_shown")

@@ -17,21 +17,32 @@ from ._mxonline import OutputValue, library
 
 
 class Traffic(NamedTuple):
-    """What went over the bus."""
+    """What went over the bus.
 
-    requests: int  #: Requests that were answered, also by an exception, each once.
-    registers_read: int  #: Registers in the answers.
-    registers_written: int  #: Registers written.
-    repetitions: int  #: Requests sent again after a fault or a busy coupler.
+    - `requests`: requests that were answered, also by an exception, each once.
+    - `registers_read`: registers in the answers.
+    - `registers_written`: registers written.
+    - `repetitions`: requests sent again after a fault or a busy coupler.
+    """
+
+    requests: int
+    registers_read: int
+    registers_written: int
+    repetitions: int
 
 
 class Sample(NamedTuple):
-    """The values of channels."""
+    """The values of channels.
 
-    time: str  #: In UTC: "2026-01-31T08:15:00.123Z".
-    #: By alias, else MODULE/CHANNEL: a number; of more than 64 bits its bytes in hexadecimal.
+    - `time`: in UTC: "2026-01-31T08:15:00.123Z".
+    - `values`: by alias, else MODULE/CHANNEL: a number; of more than 64 bits its bytes in
+      hexadecimal.
+    - `changed`: the names of those that differ from the sample before.
+    """
+
+    time: str
     values: Mapping[str, Union[int, str]]
-    changed: tuple[str, ...]  #: The names of those that differ from the sample before.
+    changed: tuple[str, ...]
 
 
 class Coupler(Connection):

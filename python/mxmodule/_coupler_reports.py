@@ -16,26 +16,43 @@ from ._rows import Rows
 
 
 class DifferingParameter(NamedTuple):
-    """A parameter whose registers differ from those of the station."""
+    """A parameter whose registers differ from those of the station.
 
-    module: str  #: Name of the module.
-    name: str  #: By which a station states it.
-    address: int  #: Its first register.
-    found: str  #: The value on the coupler, as people read it.
-    planned: str  #: The value of the station.
+    - `module`: name of the module.
+    - `name`: by which a station states it.
+    - `address`: its first register.
+    - `found`: the value on the coupler, as people read it.
+    - `planned`: the value of the station.
+    """
+
+    module: str
+    name: str
+    address: int
+    found: str
+    planned: str
 
 
 class AppliedParameter(NamedTuple):
-    """A parameter that differed from the station before or after."""
+    """A parameter that differed from the station before or after.
 
-    module: str  #: Name of the module.
-    name: str  #: By which a station states it.
-    address: int  #: Its first register.
-    before: str  #: The value before, as people read it; empty: it was as planned.
-    planned: str  #: The value of the station.
-    now: str  #: Read back; empty: not read back.
-    written: bool  #: The coupler confirmed that it was written.
-    outcome: str  #: "verified", "different" or "not read back".
+    - `module`: name of the module.
+    - `name`: by which a station states it.
+    - `address`: its first register.
+    - `before`: the value before, as people read it; empty: it was as planned.
+    - `planned`: the value of the station.
+    - `now`: read back; empty: not read back.
+    - `written`: the coupler confirmed that it was written.
+    - `outcome`: "verified", "different" or "not read back".
+    """
+
+    module: str
+    name: str
+    address: int
+    before: str
+    planned: str
+    now: str
+    written: bool
+    outcome: str
 
 
 _differing = itemgetter(*DifferingParameter._fields[1:])
@@ -150,13 +167,20 @@ class ApplyReport:
 
 
 class SetOutput(NamedTuple):
-    """An output channel and its values: numbers, of more than 64 bits bytes in hexadecimal."""
+    """An output channel and its values: numbers, of more than 64 bits bytes in hexadecimal.
 
-    name: str  #: Alias, MODULE/CHANNEL or MODULE/#ID.
-    symbol: str  #: IEC address such as "QX0_0".
-    before: Union[int, str]  #: On the coupler before it was set.
-    wanted: Union[int, str]  #: What it is to be.
-    now: Union[int, str, None]  #: Read back; None: what the coupler has is not known.
+    - `name`: alias, MODULE/CHANNEL or MODULE/#ID.
+    - `symbol`: IEC address such as "QX0_0".
+    - `before`: on the coupler before it was set.
+    - `wanted`: what it is to be.
+    - `now`: read back; None: what the coupler has is not known.
+    """
+
+    name: str
+    symbol: str
+    before: Union[int, str]
+    wanted: Union[int, str]
+    now: Union[int, str, None]
 
 
 _output = itemgetter(*SetOutput._fields)
@@ -181,9 +205,10 @@ class OutputReport(Rows[SetOutput]):
 
 
 class NotDone(OutputError):
-    """Something was written to a coupler, and not everything is known to be as wanted."""
+    """Something was written to a coupler, and not everything is known to be as wanted. `report` has
+    what is known."""
 
-    report: ApplyReport | OutputReport  #: What is known.
+    report: ApplyReport | OutputReport
 
     def __init__(
         self, findings: Sequence[Finding], report: ApplyReport | OutputReport, verdict: str
@@ -191,4 +216,9 @@ class NotDone(OutputError):
         """`verdict` is a sentence for people."""
         last = Finding("error", "output", "", verdict, "", (), "")
         super().__init__([*findings, last])
+        self._verdict = verdict
         self.report = report
+
+    # A process pool that cannot read an exception of a worker waits for it for ever.
+    def __reduce__(self) -> Any:
+        return type(self), (self.findings[:-1], self.report, self._verdict)

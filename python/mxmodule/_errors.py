@@ -8,13 +8,20 @@ from ._findings import Finding
 
 
 class Error(Exception):
-    """Why an operation has no result. What was there before is unchanged."""
+    """Why an operation has no result. What was there before is unchanged.
 
-    text: str  #: What is wrong, what was found, what is expected.
-    place: str  #: File with line and column or byte offset, or the name of a value; may be empty.
-    hint: str  #: What to do; may be empty.
-    accepted: tuple[str, ...]  #: What is accepted instead, where it can be listed.
-    findings: tuple[Finding, ...]  #: All that is wrong, at least one; these members are of one.
+    - `text`: what is wrong, what was found, what is expected.
+    - `place`: file with line and column or byte offset, or the name of a value; may be empty.
+    - `hint`: what to do; may be empty.
+    - `accepted`: what is accepted instead, where it can be listed.
+    - `findings`: all that is wrong, at least one; the other members are those of one.
+    """
+
+    text: str
+    place: str
+    hint: str
+    accepted: tuple[str, ...]
+    findings: tuple[Finding, ...]
 
     def __init__(self, findings: Sequence[Finding]) -> None:
         super().__init__(tuple(findings))

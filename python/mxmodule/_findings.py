@@ -18,15 +18,24 @@ def for_terminal(text: str) -> str:
 
 
 class Finding(NamedTuple):
-    """A message about something that was asked, read or written."""
+    """A message about something that was asked, read or written.
 
-    severity: str  #: "error", "warning" or "note".
-    origin: str  #: What it is about: "request", "input" or "output".
-    place: str  #: File with line and column or byte offset, or the name of a value; may be empty.
-    text: str  #: What is wrong, what was found, what is expected.
-    hint: str  #: What to do; may be empty.
-    accepted: tuple[str, ...]  #: What is accepted instead, where it can be listed.
-    excerpt: str  #: The line of the text with a mark below the column; may be empty.
+    - `severity`: "error", "warning" or "note".
+    - `origin`: what it is about: "request", "input" or "output".
+    - `place`: file with line and column or byte offset, or the name of a value; may be empty.
+    - `text`: what is wrong, what was found, what is expected.
+    - `hint`: what to do; may be empty.
+    - `accepted`: what is accepted instead, where it can be listed.
+    - `excerpt`: the line of the text with a mark below the column; may be empty.
+    """
+
+    severity: str
+    origin: str
+    place: str
+    text: str
+    hint: str
+    accepted: tuple[str, ...]
+    excerpt: str
 
     def __str__(self) -> str:
         lines = [f"{self.place}: {self.text}" if self.place else self.text]

@@ -1,7 +1,7 @@
 """Hints in the words of this package.
 
-The libraries advise calls of mxtool, which need not be installed. Each such hint has a row here; the
-test of this file searches the sources of the libraries for others.
+The libraries advise calls of mxtool, which need not be installed. Each such hint has a row here; a
+test searches the sources of the libraries for others.
 """
 
 from __future__ import annotations

@@ -21,25 +21,41 @@ from ._station_comparison import StationComparison
 
 
 class ImageBytes(NamedTuple):
-    """Bytes of a process image."""
+    """Bytes of a process image.
 
-    offset: int  #: Address of the first.
-    size: int  #: Number of bytes.
+    - `offset`: address of the first.
+    - `size`: number of bytes.
+    """
+
+    offset: int
+    size: int
 
 
 class PlannedModule(NamedTuple):
-    """A module with its place in the process images."""
+    """A module with its place in the process images.
 
-    position: int  #: In the row, from 1; reserved places do not count.
-    name: str  #: Unique in the station.
-    module_id: str  #: Eight hexadecimal digits.
-    label: str  #: As on the product.
-    reference: str  #: Identifier or path as in the station.
-    device_type_id: str  #: Such as "kv38.5a030304".
-    input: ImageBytes  #: Its data in the input image.
-    output: ImageBytes  #: Its data in the output image.
-    parameter_bytes: int  #: Size of its parameter image.
-    registers: Optional[int]  #: Number of its Modbus registers; None: it has no Modbus form.
+    - `position`: in the row, from 1; reserved places do not count.
+    - `name`: unique in the station.
+    - `module_id`: eight hexadecimal digits.
+    - `label`: as on the product.
+    - `reference`: identifier or path as in the station.
+    - `device_type_id`: such as "kv38.5a030304".
+    - `input`: its data in the input image.
+    - `output`: its data in the output image.
+    - `parameter_bytes`: size of its parameter image.
+    - `registers`: number of its Modbus registers; None: it has no Modbus form.
+    """
+
+    position: int
+    name: str
+    module_id: str
+    label: str
+    reference: str
+    device_type_id: str
+    input: ImageBytes
+    output: ImageBytes
+    parameter_bytes: int
+    registers: Optional[int]
 
     @property
     def input_offset(self) -> int:
@@ -63,16 +79,26 @@ class PlannedModule(NamedTuple):
 
 
 class Gap(NamedTuple):
-    """Bits of a process image that belong to no channel."""
+    """Bits of a process image that belong to no channel.
 
-    image: str  #: "in" or "out".
-    reason: str  #: "padding", "reserved", "status" or "no channel".
-    offset: int  #: Of its first byte.
-    size: int  #: The bytes that it touches.
-    bit: int  #: Its first bit in the first byte.
-    bits: int  #: Number of bits.
-    module: Optional[int]  #: Position of the module that they belong to; None: of none.
-    name: str  #: Of a reserved place; may be empty.
+    - `image`: "in" or "out".
+    - `reason`: "padding", "reserved", "status" or "no channel".
+    - `offset`: of its first byte.
+    - `size`: the bytes that it touches.
+    - `bit`: its first bit in the first byte.
+    - `bits`: number of bits.
+    - `module`: position of the module that they belong to; None: of none.
+    - `name`: of a reserved place; may be empty.
+    """
+
+    image: str
+    reason: str
+    offset: int
+    size: int
+    bit: int
+    bits: int
+    module: Optional[int]
+    name: str
 
 
 class Declarations(str):

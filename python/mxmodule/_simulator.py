@@ -12,14 +12,22 @@ from ._mxonline import library
 
 
 class SimulatorCounts(NamedTuple):
-    """What clients did with a simulated coupler."""
+    """What clients did with a simulated coupler.
 
-    connections: int  #: Over TCP.
-    requests: int  #: For its unit.
-    exceptions: int  #: Of these, answered with an exception.
-    faults: int  #: Of the requests, those that had a fault.
-    registers_read: int  #: In answers.
-    registers_written: int  #: By requests that were carried out.
+    - `connections`: over TCP.
+    - `requests`: for its unit.
+    - `exceptions`: of these, answered with an exception.
+    - `faults`: of the requests, those that had a fault.
+    - `registers_read`: in answers.
+    - `registers_written`: by requests that were carried out.
+    """
+
+    connections: int
+    requests: int
+    exceptions: int
+    faults: int
+    registers_read: int
+    registers_written: int
 
 
 class Simulator(Connection):

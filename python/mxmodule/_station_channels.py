@@ -14,34 +14,59 @@ from ._rows import Rows
 
 
 class StationChannel(NamedTuple):
-    """A channel with its place in a process image of a station."""
+    """A channel with its place in a process image of a station.
 
-    module: int  #: Position of its module, from 1.
-    module_name: str  #: Name of its module.
-    alias: str  #: Name that the station gives it; may be empty.
-    comment: str  #: May be empty.
-    id: str  #: Identifier in the device, decimal.
-    number: int  #: Several channels may have the same.
-    name: str  #: May be empty.
-    direction: str  #: "in" or "out".
-    symbol: str  #: IEC address such as "IW4".
-    area: str  #: "I" or "Q".
-    size_letter: str  #: "X", "B", "W", "D" or "L".
-    byte: int  #: First byte in the image.
-    bit_offset: int  #: As in the mx file; may be above 7.
-    bit_length: int  #: In bits.
-    mask: int  #: 2 to the power of the number of bits, minus 1, at most 255.
+    - `module`: position of its module, from 1.
+    - `module_name`: name of its module.
+    - `alias`: name that the station gives it; may be empty.
+    - `comment`: may be empty.
+    - `id`: identifier in the device, decimal.
+    - `number`: several channels may have the same.
+    - `name`: may be empty.
+    - `direction`: "in" or "out".
+    - `symbol`: IEC address such as "IW4".
+    - `area`: "I" or "Q".
+    - `size_letter`: "X", "B", "W", "D" or "L".
+    - `byte`: first byte in the image.
+    - `bit_offset`: as in the mx file; may be above 7.
+    - `bit_length`: in bits.
+    - `mask`: 2 to the power of the number of bits, minus 1, at most 255.
+    """
+
+    module: int
+    module_name: str
+    alias: str
+    comment: str
+    id: str
+    number: int
+    name: str
+    direction: str
+    symbol: str
+    area: str
+    size_letter: str
+    byte: int
+    bit_offset: int
+    bit_length: int
+    mask: int
 
 
 class StationChannelWithoutSymbol(NamedTuple):
-    """A channel of a module that is in no process image."""
+    """A channel of a module that is in no process image.
 
-    module: int  #: Position of its module, from 1.
-    module_name: str  #: Name of its module.
-    id: str  #: Identifier in the device, decimal.
-    number: int  #: Several channels may have the same.
-    name: str  #: May be empty.
-    direction: str  #: "in", "out" or empty.
+    - `module`: position of its module, from 1.
+    - `module_name`: name of its module.
+    - `id`: identifier in the device, decimal.
+    - `number`: several channels may have the same.
+    - `name`: may be empty.
+    - `direction`: "in", "out" or empty.
+    """
+
+    module: int
+    module_name: str
+    id: str
+    number: int
+    name: str
+    direction: str
 
 
 _members = itemgetter(*StationChannel._fields)

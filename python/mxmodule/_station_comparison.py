@@ -14,14 +14,22 @@ from ._rows import Rows
 
 
 class StationChange(NamedTuple):
-    """A difference of two stations."""
+    """A difference of two stations.
 
-    kind: str  #: What it is about, such as "channel moved".
-    module: str  #: Name of the module; empty: of the whole station.
-    subject: str  #: Channel, parameter or image; may be empty.
-    a: str  #: Before, as people read it; empty: it was not there.
-    b: str  #: After, the same.
-    changes_values: bool  #: A program bound to A no longer reads the same from B.
+    - `kind`: what it is about, such as "channel moved".
+    - `module`: name of the module; empty: of the whole station.
+    - `subject`: channel, parameter or image; may be empty.
+    - `a`: before, as people read it; empty: it was not there.
+    - `b`: after, the same.
+    - `changes_values`: a program bound to A no longer reads the same from B.
+    """
+
+    kind: str
+    module: str
+    subject: str
+    a: str
+    b: str
+    changes_values: bool
 
 
 _members = itemgetter(*StationChange._fields)

@@ -6,48 +6,78 @@ from typing import Any, NamedTuple
 
 
 class Property(NamedTuple):
-    """A static property of a module."""
+    """A static property of a module.
 
-    id: str  #: Identifier in the device, decimal.
-    name: str  #: Such as "moduleId".
-    value: str  #: As text.
+    - `id`: identifier in the device, decimal.
+    - `name`: such as "moduleId".
+    - `value`: as text.
+    """
+
+    id: str
+    name: str
+    value: str
 
 
 class Option(NamedTuple):
-    """An option of a parameter."""
+    """An option of a parameter.
 
-    text: str  #: As shown.
-    value: str  #: The number, decimal.
-    is_current: bool  #: The parameter has this value by default.
-    call_text: str  #: Selects it in `Module.compose`: its text, or "#" and its number.
+    - `text`: as shown.
+    - `value`: the number, decimal.
+    - `is_current`: the parameter has this value by default.
+    - `call_text`: selects it in `Module.compose`: its text, or "#" and its number.
+    """
+
+    text: str
+    value: str
+    is_current: bool
+    call_text: str
 
 
 class Place(NamedTuple):
-    """Where a value is in the raw parameter image."""
+    """Where a value is in the raw parameter image.
 
-    byte: int  #: First byte.
-    size: int  #: Number of bytes, big-endian.
-    bit_offset: int  #: Lowest bit of a bit field.
-    bit_length: int  #: Number of bits of a bit field; 0: whole bytes.
+    - `byte`: first byte.
+    - `size`: number of bytes, big-endian.
+    - `bit_offset`: lowest bit of a bit field.
+    - `bit_length`: number of bits of a bit field; 0: whole bytes.
+    """
+
+    byte: int
+    size: int
+    bit_offset: int
+    bit_length: int
 
 
 class Set(NamedTuple):
-    """A set or role: attributes of the module that belong together."""
+    """A set or role: attributes of the module that belong together.
 
-    id: str  #: Identifier in the device, decimal.
-    name: str  #: Such as "channels".
-    kind: str  #: "set" or "role".
-    members: tuple[str, ...]  #: Identifiers of properties, channels, parameters, sets.
+    - `id`: identifier in the device, decimal.
+    - `name`: such as "channels".
+    - `kind`: "set" or "role".
+    - `members`: identifiers of properties, channels, parameters, sets.
+    """
+
+    id: str
+    name: str
+    kind: str
+    members: tuple[str, ...]
 
 
 class BinaryObject(NamedTuple):
-    """A binary object, such as the picture of the product."""
+    """A binary object, such as the picture of the product.
 
-    id: str  #: Identifier in the device, decimal.
-    name: str  #: Such as "productImage".
-    mime_type: str  #: Such as "image/svgz".
-    encoding: str  #: Of `data`: "base64".
-    data: str  #: The content.
+    - `id`: identifier in the device, decimal.
+    - `name`: such as "productImage".
+    - `mime_type`: such as "image/svgz".
+    - `encoding`: of `data`: "base64".
+    - `data`: the content.
+    """
+
+    id: str
+    name: str
+    mime_type: str
+    encoding: str
+    data: str
 
 
 def option_of(values: Any) -> Option:

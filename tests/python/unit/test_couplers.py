@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import contextlib
 import os
+import pickle
 import threading
 import time
 import unittest
@@ -156,6 +157,10 @@ class Faults(WithCoupler):
         with self.assertRaises(NotDone) as raised:
             outputs.restore()
         self.assertIs(raised.exception.report.is_done, False)
+        again = pickle.loads(pickle.dumps(raised.exception))
+        self.assertEqual(again.findings, raised.exception.findings)
+        self.assertEqual(again.report, raised.exception.report)
+        self.assertIs(again.report.is_done, False)
 
     def test_closed_objects_are_refused(self) -> None:
         samples = self.coupler.watch(interval=0)

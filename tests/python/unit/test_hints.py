@@ -55,7 +55,8 @@ class Hints(unittest.TestCase):
         self.assertEqual(hint, "Catalogue.open(url, create=True) makes one")
 
     def test_other_hints_stay(self) -> None:
-        self.assertEqual(in_python("name a file in this directory"), "name a file in this directory")
+        hint = "name a file in this directory"
+        self.assertEqual(in_python(hint), hint)
 
     def test_every_hint_of_the_libraries_has_its_words(self) -> None:
         found = [

@@ -57,5 +57,19 @@ class Comparing(unittest.TestCase):
         self.assertEqual(odd, dict(module.decode(image)))
 
 
+class Documents(unittest.TestCase):
+    def test_completion_has_what_is_public(self) -> None:
+        names = {one for one in dir(mxmodule) if not one.startswith("_")}
+        self.assertEqual(names, set(mxmodule.__all__))
+
+    def test_help_describes_every_member_of_a_row(self) -> None:
+        kinds = [getattr(mxmodule, name) for name in mxmodule.__all__]
+        rows = [one for one in kinds if isinstance(one, type) and issubclass(one, tuple)]
+        self.assertIn(mxmodule.Channel, rows)
+        for kind in rows:
+            for member in kind._fields:
+                self.assertIn(f"- `{member}`: ", str(kind.__doc__), kind.__name__)
+
+
 if __name__ == "__main__":
     unittest.main()

@@ -36,7 +36,7 @@ class Finding(unittest.TestCase):
         with self.assertRaises(UnknownName) as raised:
             channels["Speed"]
         self.assertEqual(raised.exception.hint, 'where(name="...") has all of them')
-        self.assertEqual([one.id for one in channels.where(name="Speed")], [channels[1].id, channels[2].id])
+        self.assertEqual(channels.where(name="Speed"), [channels[1], channels[2]])
 
     def test_rows_are_found_by_their_members(self) -> None:
         channels = module_of(_CHANNELS).channels
