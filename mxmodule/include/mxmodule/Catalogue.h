@@ -135,7 +135,8 @@ public:
     /// Returns the record of the module with the identifier `moduleId`, if there is one.
     std::optional<CatalogueRecord> find(const std::string& moduleId);
 
-    /// Returns the error that there is no module `moduleId`; its hint names those that there are.
+    /// Returns the error that there is no module `moduleId`; its hint names those that there are,
+    /// `accepted` has the nearest.
     Finding unknownModule(const std::string& moduleId);
 
     /// Removes the module with the identifier `moduleId`. Returns whether there was one.

@@ -11,6 +11,7 @@
 #include <text/Beginning.h>
 #include <text/Counted.h>
 #include <text/JsonText.h>
+#include <text/NearestWords.h>
 #include <text/Utf8.h>
 
 #include <algorithm>
@@ -70,14 +71,19 @@ void copyRecord(DeviceDatabase& source, const DeviceProperties& record, DeviceDa
     });
 }
 
-std::string listOf(const std::vector<CatalogueEntry>& modules)
+std::vector<std::string> idsOf(const std::vector<CatalogueEntry>& modules)
 {
-    constexpr std::size_t most = 20;
     std::vector<std::string> ids;
     ids.reserve(modules.size());
     for (const CatalogueEntry& module : modules) {
         ids.push_back(module.moduleId);
     }
+    return ids;
+}
+
+std::string listOf(const std::vector<std::string>& ids)
+{
+    constexpr std::size_t most = 20;
     return ids.empty() ? "the database holds no module"
                        : "it holds " + text::beginningOfList(ids, most, ", ", " ");
 }
@@ -198,11 +204,14 @@ std::optional<CatalogueRecord> Catalogue::find(const std::string& moduleId)
 
 Finding Catalogue::unknownModule(const std::string& moduleId)
 {
-    return {Severity::Error, "",
-            fmt::format("Module {} is not in the database, expected eight hexadecimal digits of "
-                        "one that is",
-                        moduleId),
-            listOf(search()), Origin::Request};
+    const std::vector<std::string> ids = idsOf(search());
+    Finding finding{Severity::Error, "",
+                    fmt::format("Module {} is not in the database, expected eight hexadecimal "
+                                "digits of one that is",
+                                moduleId),
+                    listOf(ids), Origin::Request};
+    finding.accepted = text::nearestWords(moduleId, ids);
+    return finding;
 }
 
 bool Catalogue::remove(const std::string& moduleId)

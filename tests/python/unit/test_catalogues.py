@@ -149,6 +149,7 @@ class Content(WithFolder):
                 with self.assertRaises(UnknownName) as raised:
                     use("5a030305")
                 self.assertIn("5a030304", str(raised.exception))
+                self.assertEqual(raised.exception.accepted[0], "5a030304")
             with self.assertRaises(WrongType):
                 catalogue.find(0x5A030304)
             with self.assertRaises(RequestError):

@@ -110,6 +110,7 @@ TEST_F(OpenCatalogue, unknownModuleIsExplained)
     EXPECT_EQ(unknown.text, "Module 00000a09 is not in the database, expected eight hexadecimal "
                             "digits of one that is");
     EXPECT_EQ(unknown.hint, "it holds 00000a01, 00000a02");
+    EXPECT_EQ(unknown.accepted, (std::vector<std::string>{"00000a01", "00000a02"}));
     EXPECT_EQ(Catalogue::openOrCreate("sqlite::memory:").unknownModule("1").hint,
               "the database holds no module");
 }
