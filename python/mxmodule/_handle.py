@@ -43,7 +43,7 @@ class Handle:
         self._free: Any = None
         if not isinstance(pointer, Pointer):
             raise not_from_library(pointer)
-        self._as_parameter_ = pointer
+        self._as_parameter_: Pointer | None = pointer
         self._free = free
         self._process = os.getpid() if of_one_process else 0
 
@@ -51,10 +51,17 @@ class Handle:
         """Returns whether this process may use it."""
         return self._process in (0, os.getpid())
 
-    # `getpid` is a default: at the end of the interpreter modules are emptied.
+    def is_freed(self) -> bool:
+        """Returns whether its pointer was freed."""
+        return self._as_parameter_ is None
+
+    # `getpid` is a default: at the end of the interpreter modules are emptied. Of a cycle of
+    # objects the garbage collector calls all finalisers, in any order: one that is called later
+    # may use the handle, and finds a null pointer.
     def __del__(self, getpid: Any = os.getpid) -> None:
         if self._free is not None and self._process in (0, getpid()):
-            self._free(self._as_parameter_)
+            pointer, self._as_parameter_ = self._as_parameter_, None
+            self._free(pointer)
 
     def __copy__(self) -> Handle:
         return self
