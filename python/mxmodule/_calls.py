@@ -1,7 +1,7 @@
 """Threads that are inside the libraries, and the end of the interpreter.
 
-The process ends while daemon threads run, and what the libraries need is destroyed under them. So at
-the end of the interpreter calls of other threads end first, and new ones do not begin.
+The process ends while daemon threads run, and what the libraries need is destroyed under them. So
+at the end of the interpreter calls of other threads end first, and new ones do not begin.
 """
 
 from __future__ import annotations

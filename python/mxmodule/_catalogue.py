@@ -11,7 +11,8 @@ from ._errors import ClosedError, RequestError, UnknownName, wrong_type
 from ._findings import Finding, finding_of, findings_of
 from ._library import TEXT, bytes_of, call, json_of, text_of
 from ._module import Module, _offsets
-from ._mxmodule import NOTICE, PROGRESS, Observer, library
+from ._mxmodule import library
+from ._progress import Progress
 from ._rows import Rows
 
 if TYPE_CHECKING:
@@ -163,20 +164,15 @@ class Catalogue(Connection):
         `progress` is called with the files done and all files; what it raises ends the work, and
         the catalogue is as before. So does Ctrl-C.
         """
-        told = _Told(progress)
         argument = path_argument(directory)
-        with self._lock:
-            try:
-                made = json_of(
-                    library.mxmodule_catalogue_populate,
-                    self._open_handle(),
-                    argument,
-                    bool(replace),
-                    ctypes.byref(told.observer),
-                )
-            except RequestError:
-                told.raise_failure()
-                raise
+        with self._lock, Progress(progress) as running:
+            made = json_of(
+                library.mxmodule_catalogue_populate,
+                self._open_handle(),
+                argument,
+                bool(replace),
+                ctypes.byref(running.observer),
+            )
         return Population(
             made["inserted"],
             made["replaced"],
@@ -216,26 +212,3 @@ class Catalogue(Connection):
                 if isinstance(failure, ClosedError):
                     raise
                 raise UnknownName(failure.findings) from None
-
-
-class _Told:
-    """Keeps what a caller's function raises: it must not pass through the library."""
-
-    def __init__(self, progress: Callable[[int, int], None] | None) -> None:
-        self._failure: BaseException | None = None
-        self._progress = progress
-        self.observer = Observer(None, NOTICE(0), PROGRESS(self._tell))
-
-    def _tell(self, _: int | None, done: int, total: int) -> int:
-        try:
-            if self._progress is not None:
-                self._progress(done, total)
-            return 0
-        except BaseException as failure:  # KeyboardInterrupt too
-            self._failure = failure
-            return 1
-
-    def raise_failure(self) -> None:
-        """Raises what the caller's function raised, if it did."""
-        if self._failure is not None:
-            raise self._failure

@@ -2,15 +2,46 @@
 
 from __future__ import annotations
 
+import os
 import threading
 from types import TracebackType
 from typing import Any, TypeVar
 
-from ._errors import ClosedError, request_finding
+from ._errors import ClosedError, RequestError, request_finding
 from ._findings import for_terminal
 from ._handle import Handle
 
 Self = TypeVar("Self", bound="Connection")
+
+
+class _OneAtATime:
+    """Lets one thread at a time in.
+
+    A child of the process does not wait: what was locked during the fork stays so, and there it
+    can use nothing of the connection.
+    """
+
+    __slots__ = ("_lock", "_process", "_user")
+
+    def __init__(self) -> None:
+        self._lock = threading.Lock()
+        self._process = os.getpid()
+        self._user = 0
+
+    def __enter__(self) -> None:
+        if self._process != os.getpid():
+            return
+        # Only the thread itself can have stored its own number.
+        if self._user == threading.get_ident():
+            text = "Found a use by a function that a call of the same object calls, expected none"
+            raise RequestError([request_finding(text)])
+        self._lock.acquire()
+        self._user = threading.get_ident()
+
+    def __exit__(self, *_: object) -> None:
+        if self._process == os.getpid():
+            self._user = 0
+            self._lock.release()
 
 
 class Connection:
@@ -25,7 +56,7 @@ class Connection:
     def __init__(self, pointer: int, free: Any) -> None:
         """Owns what is at `pointer`."""
         self._handle: Handle | None = Handle(pointer, free, of_one_process=True)
-        self._lock = threading.Lock()
+        self._lock = _OneAtATime()
         self._shown = ""  # for messages
 
     @property

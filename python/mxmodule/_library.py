@@ -7,9 +7,19 @@ import json
 import os
 from typing import Any, Mapping, Sequence, Tuple
 
-from ._errors import Defect, Error, InputError, MissingLibrary, OutputError, RequestError
+from . import _calls
+from ._errors import (
+    ClosedError,
+    Defect,
+    Error,
+    InputError,
+    MissingLibrary,
+    OutputError,
+    RequestError,
+    request_finding,
+)
 from ._findings import Finding, findings_of
-from ._handle import Pointer
+from ._handle import Handle, Pointer
 
 # A wheel contains the libraries; without this folder they are the system's.
 FOLDER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "_libraries")
@@ -115,12 +125,25 @@ def _exception_of(error: ctypes.c_void_p) -> Exception:
     return _EXCEPTIONS.get(code, Defect)(findings)
 
 
+def _closed(arguments: tuple[Any, ...]) -> Error | None:
+    """Returns the exception that one of `arguments` was freed, or None."""
+    if not any(isinstance(one, Handle) and one.is_freed() for one in arguments):
+        return None
+    text = "The object was freed, with other objects of a cycle that the garbage collector found"
+    return ClosedError([request_finding(text)])
+
+
 def call(function: Any, *arguments: Any) -> Any:
     """Calls `function` and returns its result; raises what it fails with."""
     error = ctypes.c_void_p()
-    result = function(*arguments, ctypes.byref(error))
+    thread = _calls.begin()
+    try:
+        result = function(*arguments, ctypes.byref(error))
+    finally:
+        _calls.end(thread)
     if error:
-        raise _exception_of(error)
+        failure = _exception_of(error)
+        raise _closed(arguments) or failure
     return Pointer(result) if function.restype is HANDLE else result
 
 
