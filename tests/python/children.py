@@ -12,8 +12,8 @@ SECONDS = 30
 
 
 def exit_code_of_child(work: Callable[[], object]) -> int:
-    """Returns 0 if `work` returns in a forked process, 1 if it raises, else the number of the signal
-    that ended the process, negative."""
+    """Returns 0 if `work` returns in a forked process, 1 if it raises, else the number of the
+    signal that ended the process, negative."""
     child = os.fork()
     if child == 0:
         _run(work)

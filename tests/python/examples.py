@@ -11,10 +11,14 @@ from mxmodule import Module
 BUILD = pathlib.Path(os.environ["MX_BUILD"])
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 FOLDER = BUILD / "examples" / "modules"
+PUMP_HOUSE = PROJECT / "examples" / "stations" / "pump-house.yaml"
 MXTOOL = BUILD / "bin" / "mxtool"
 
 # The runtime of a sanitizer is for Python alone: other programs have their own, or none.
 _PRELOAD = os.environ.pop("LD_PRELOAD", "")
+
+#: Whether the libraries contain AddressSanitizer.
+SANITIZED = "libclang_rt.asan" in _PRELOAD
 
 #: What every text form needs beside its channels and parameters.
 _HEAD = """\

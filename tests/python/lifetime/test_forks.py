@@ -74,7 +74,7 @@ class Forks(unittest.TestCase):
     def test_child_opens_its_own_postgresql(self) -> None:
         self.catalogue_works(f"postgresql:{os.environ['TEST_POSTGRESQL']}")
 
-    # Its allocator, unlike that of the C library, keeps in the child what another thread has locked.
+    # In the child its allocator stays locked if another thread allocates; the C library's does not.
     @unittest.skipIf(SANITIZED, "AddressSanitizer hangs after a fork while others allocate")
     def test_child_works_while_other_threads_translated(self) -> None:
         module = Module.load(path_of("MX0701"))

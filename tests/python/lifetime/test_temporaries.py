@@ -62,7 +62,8 @@ class Temporaries(unittest.TestCase):
             break
 
     def test_channels_of_a_temporary(self) -> None:
-        texts = [Module.load(path_of("MX0304")).channels.csv(), Module.load(path_of("MX0304")).svg()]
+        path = path_of("MX0304")
+        texts = [Module.load(path).channels.csv(), Module.load(path).svg()]
         gc.collect()
         self.assertIn("AI 4", texts[0])
         self.assertIn("<svg", texts[1])
