@@ -63,9 +63,12 @@ def channels_dataframe(modules: Iterable[Module]) -> pandas.DataFrame:
     """Returns a row for each channel of `modules` that has a place in a process image, with the
     members of `Channel`, and `module_id` and `label` of its module.
 
-    Raises `MissingLibrary` without pandas.
+    Raises `WrongType`, or `MissingLibrary` without pandas.
     """
-    listed = list(modules)
+    try:
+        listed = list(modules)
+    except TypeError:
+        raise wrong_type("the modules", modules, "a list of Module") from None
     for one in listed:
         if not isinstance(one, Module):
             raise wrong_type("a module", one, "Module")
