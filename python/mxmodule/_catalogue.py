@@ -191,17 +191,19 @@ class Catalogue(Connection):
     def __len__(self) -> int:
         return len(self.search())
 
-    def __contains__(self, module_id: object) -> bool:
+    def __contains__(self, module: object) -> bool:
+        """Whether it has an entry, or a module with an identifier."""
+        module_id = module.module_id if isinstance(module, CatalogueEntry) else module
         if not isinstance(module_id, str):
             return False
         try:
-            self.find(module_id)
+            return module in (module_id, self.find(module_id))
         except UnknownName:
             return False
-        return True
 
-    def _repr_html_(self) -> str:
-        return self.search()._repr_html_()
+    def _repr_html_(self) -> str | None:
+        # None: notebooks show `repr`.
+        return None if self.closed else self.search()._repr_html_()
 
     def _of_module(self, run: Any, function: Any, module_id: str, *arguments: Any) -> Any:
         argument = text_argument(module_id, "a module identifier")

@@ -123,12 +123,11 @@ class Channels(Rows[Channel]):
         return _area(self._values["output"])
 
     @property
-    def without_symbol(self) -> tuple[ChannelWithoutSymbol, ...]:
+    def without_symbol(self) -> Rows[ChannelWithoutSymbol]:
         """The channels in no image."""
-        return tuple(
-            ChannelWithoutSymbol._make(_members_without_symbol(one))
-            for one in self._values["without_symbol"]
-        )
+        listed = self._values["without_symbol"]
+        rows = [ChannelWithoutSymbol._make(_members_without_symbol(one)) for one in listed]
+        return Rows(rows, ChannelWithoutSymbol._fields)
 
     @property
     def name_bytes(self) -> dict[str, bytes]:

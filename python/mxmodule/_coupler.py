@@ -165,7 +165,7 @@ class Coupler(Connection):
         array = (OutputValue * len(pairs))(*pairs)
         with self._lock:
             pointer = call(library.mxonline_outputs_of, self._open_handle(), array, len(pairs))
-        return Outputs(self, pointer)
+        return Outputs(self, pointer, tuple(values))
 
     def set(self, values: Mapping[str, Value]) -> OutputReport:
         """Sets outputs, which stay so, reads them back, and changes no other bit. Raises `NotDone`
@@ -205,13 +205,15 @@ class Outputs:
     gives them at the end the values that they had before.
     """
 
-    __slots__ = ("_coupler", "_use")
+    __slots__ = ("_coupler", "_use", "_names")
 
-    def __init__(self, coupler: Coupler, pointer: int) -> None:
-        """Owns the mxonline_outputs at `pointer`; use `Coupler.outputs`."""
+    def __init__(self, coupler: Coupler, pointer: int, names: tuple[str, ...] = ()) -> None:
+        """Owns the mxonline_outputs at `pointer` for channels of these names; use
+        `Coupler.outputs`."""
         handle = Handle(pointer, library.mxonline_outputs_free, of_one_process=True)
         self._coupler = coupler
         self._use = coupler._used(handle)
+        self._names = names
 
     def read(self) -> OutputReport:
         """Reads the outputs. Writes nothing."""
@@ -238,6 +240,9 @@ class Outputs:
 
     def __exit__(self, *_: object) -> None:
         self.restore()
+
+    def __repr__(self) -> str:
+        return f"<Outputs {', '.join(map(repr, self._names))} of {self._coupler!r}>"
 
 
 def _output_value(value: Value, name: str) -> bytes:

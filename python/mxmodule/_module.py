@@ -20,7 +20,7 @@ from ._handle import Handle
 from ._library import bytes_of, call, text_of
 from ._mxmodule import Assignment, library
 from ._parameters import Parameters
-from ._rows import Svg, html_table
+from ._rows import Rows, Svg, html_table
 from ._values import BinaryObject, Property, Set, binary_object_of, set_of
 
 #: Values of parameters by name, as `Parameters` takes names.
@@ -103,10 +103,12 @@ class Module:
         return bytes_of(library.mxmodule_default_image, self._handle)
 
     @property
-    def properties(self) -> tuple[Property, ...]:
-        """Its static properties, in the order of the device, like all lists."""
-        device = self._description.device()
-        return tuple(Property(one["id"], one["name"], one["value"]) for one in device["properties"])
+    def properties(self) -> Rows[Property]:
+        """Its static properties, in the order of the device, like all lists:
+        `properties["brandOrderCode"].value`."""
+        listed = self._description.device()["properties"]
+        rows = [Property(one["id"], one["name"], one["value"]) for one in listed]
+        return Rows(rows, Property._fields)
 
     @property
     def property_bytes(self) -> tuple[bytes, ...]:
@@ -114,14 +116,15 @@ class Module:
         return tuple(bytes.fromhex(one) for one in self._description.raw_texts()["properties"])
 
     @property
-    def sets(self) -> tuple[Set, ...]:
+    def sets(self) -> Rows[Set]:
         """Its sets and roles."""
-        return tuple(set_of(one) for one in self._description.device()["sets"])
+        return Rows([set_of(one) for one in self._description.device()["sets"]], Set._fields)
 
     @property
-    def binary_objects(self) -> tuple[BinaryObject, ...]:
+    def binary_objects(self) -> Rows[BinaryObject]:
         """Its binary objects, such as the picture of the product."""
-        return tuple(binary_object_of(one) for one in self._description.device()["binary_objects"])
+        listed = self._description.device()["binary_objects"]
+        return Rows([binary_object_of(one) for one in listed], BinaryObject._fields)
 
     @property
     def parameters(self) -> Parameters:

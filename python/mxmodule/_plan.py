@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 import ctypes
-from typing import Any, Callable, NamedTuple, Optional, Tuple
+from typing import TYPE_CHECKING, Any, Callable, NamedTuple, Optional, Tuple
 
 from ._arguments import choice_argument, fieldbus_argument, text_argument
 from ._coupler import Coupler
@@ -18,6 +18,9 @@ from ._rows import Rows, Svg
 from ._simulator import Simulator
 from ._station_channels import StationChannels
 from ._station_comparison import StationComparison
+
+if TYPE_CHECKING:
+    import pandas
 
 
 class ImageBytes(NamedTuple):
@@ -293,6 +296,10 @@ class Plan:
 
     def __repr__(self) -> str:
         return f"<Plan {self.name!r} of {len(self._row['modules'])} modules>"
+
+    def to_dataframe(self) -> pandas.DataFrame:
+        """Returns a row for each module. Raises `MissingLibrary` without pandas."""
+        return self.modules.to_dataframe()
 
     def _repr_html_(self) -> str:
         return self.modules._repr_html_()

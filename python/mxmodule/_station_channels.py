@@ -89,12 +89,11 @@ class StationChannels(Rows[StationChannel]):
         super().__init__(rows, StationChannel._fields)
 
     @property
-    def without_symbol(self) -> tuple[StationChannelWithoutSymbol, ...]:
+    def without_symbol(self) -> Rows[StationChannelWithoutSymbol]:
         """The channels in no image."""
-        return tuple(
-            StationChannelWithoutSymbol._make(_members_without_symbol(one))
-            for one in self._values["without_symbol"]
-        )
+        listed = self._values["without_symbol"]
+        rows = [StationChannelWithoutSymbol._make(_members_without_symbol(one)) for one in listed]
+        return Rows(rows, StationChannelWithoutSymbol._fields)
 
     def text(self) -> str:
         """Returns a table for people, as `mxtool station channels` prints it."""

@@ -70,7 +70,7 @@ class BinaryObject(NamedTuple):
     - `name`: such as "productImage".
     - `mime_type`: such as "image/svgz".
     - `encoding`: of `data`: "base64".
-    - `data`: the content.
+    - `data`: the content, encoded; `content` has its bytes.
     """
 
     id: str
@@ -78,6 +78,13 @@ class BinaryObject(NamedTuple):
     mime_type: str
     encoding: str
     data: str
+
+    @property
+    def content(self) -> bytes:
+        """The bytes of the object."""
+        from base64 import b64decode
+
+        return b64decode(self.data)
 
 
 def option_of(values: Any) -> Option:

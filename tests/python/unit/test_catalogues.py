@@ -101,7 +101,6 @@ class Opening(WithFolder):
             lambda: "5a030304" in catalogue,
             lambda: catalogue.__enter__(),
             catalogue.to_dataframe,
-            catalogue._repr_html_,
         ):
             with self.assertRaises(ClosedError) as raised:
                 use()
@@ -141,7 +140,11 @@ class Content(WithFolder):
             self.assertNotIn("5a010105", catalogue)
             for other in (7, None, "", "x"):
                 self.assertNotIn(other, catalogue)
-            self.assertIn("4 DI 230 V AC", catalogue._repr_html_())
+            self.assertIn("4 DI 230 V AC", str(catalogue._repr_html_()))
+            for entry in catalogue:
+                self.assertIn(entry, catalogue)
+                self.assertNotIn(entry._replace(label="Another"), catalogue)
+        self.assertIsNone(catalogue._repr_html_())
 
     def test_an_unknown_module_names_those_that_there_are(self) -> None:
         with self.populated("MX0304", "MX0104") as catalogue:

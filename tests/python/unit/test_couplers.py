@@ -129,6 +129,8 @@ class Values(WithCoupler):
 
     def test_outputs_are_restored_at_the_end(self) -> None:
         self.coupler.set({"P_102": 1})
+        shown = f"<Outputs 'P_101' of {self.coupler!r}>"
+        self.assertEqual(repr(self.coupler.outputs({"P_101": 1})), shown)
         with self.coupler.outputs({"P_101": 1, "P_102": 0}) as outputs:
             self.assertEqual([one.now for one in outputs.read()], [None, None])
             outputs.write()

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import copy
 import gc
+import gzip
 import pathlib
 import pickle
 import subprocess
@@ -38,6 +39,7 @@ class Modules(unittest.TestCase):
         values = {one.name: one.value for one in module.properties}
         self.assertEqual(values["moduleId"], "5a030304")
         self.assertEqual(values["brandVersion"], "2.1")
+        self.assertEqual(module.properties["brandOrderCode"].value, "K38-304")
         self.assertEqual(len(module.property_bytes), len(module.properties))
         named = dict(zip((one.name for one in module.properties), module.property_bytes))
         self.assertEqual(named["brandVersion"], b"2.1")
@@ -53,6 +55,7 @@ class Modules(unittest.TestCase):
         (picture,) = example("MX0304").binary_objects
         self.assertEqual((picture.name, picture.encoding), ("productImage", "base64"))
         self.assertEqual(picture.mime_type, "image/svgz")
+        self.assertIn(b"<svg", gzip.decompress(picture.content))
         self.assertTrue(example("MX0304").product_picture().startswith("data:image/"))
         self.assertEqual(example("MX0701").product_picture(), "")
 

@@ -186,6 +186,7 @@ class Exports(unittest.TestCase):
         self.assertIn("<td>Levels</td>", plan._repr_html_())
         self.assertIn("<th>input offset</th>", plan._repr_html_())
         self.assertEqual(list(plan.modules.to_dataframe()["input_offset"]), [0, 2, 32])
+        self.assertEqual(list(plan.to_dataframe()["name"]), ["MX0116", "Levels", "Pumps"])
         self.assertIn("<td>LT_101</td>", plan.channels._repr_html_())
         self.assertTrue(plan._repr_svg_().startswith("<svg"))
         self.assertIn("<html", plan.datasheet())
