@@ -93,4 +93,5 @@ class Connection:
         self.close()
 
     def __repr__(self) -> str:
-        return f"<{type(self).__name__} {for_terminal(self._shown)}{', closed' if self.closed else ''}>"
+        state = ", closed" if self.closed else ""
+        return f"<{type(self).__name__} {for_terminal(self._shown)}{state}>"
