@@ -250,8 +250,9 @@ def wait_for_server():
 def lost_server(engine, states, folder, populate):
     with subprocess.Popen([BIN / "mxtool", *populate], stderr=subprocess.PIPE, text=True,
                           env={**os.environ, "ASAN_OPTIONS": "detect_leaks=0"}) as process:
+        # A transaction that writes has an identifier; the one that opens the database only reads.
         while psql("SELECT count(*) FROM pg_stat_activity WHERE application_name = 'device-database'"
-                   " AND xact_start IS NOT NULL") == "0":
+                   " AND backend_xid IS NOT NULL") == "0":
             pass
         subprocess.run(["sh", "-c", os.environ["TEST_POSTGRESQL_CRASH"]], check=True)
         lines = process.stderr.read().splitlines()
