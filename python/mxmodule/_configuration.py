@@ -250,9 +250,19 @@ class Comparison:
         rows = [Deviation._make(_deviating(one)) for one in self._values["deviations"]]
         return Rows(rows, Deviation._fields)
 
+    @property
+    def findings(self) -> tuple[Finding, ...]:
+        """A warning about differing bits that belong to no parameter."""
+        return findings_of(bytes_of(library.mxmodule_comparison_findings, self._handle))
+
     def text(self) -> str:
         """Returns the differences as a table for people."""
         return text_of(library.mxmodule_comparison_text, self._handle)
+
+    def csv(self, separator: str = ",", *, byte_order_mark: bool = False) -> str:
+        """Returns the same table as CSV. `separator` is a comma, a semicolon or a tab."""
+        arguments = (separator_argument(separator), bool(byte_order_mark))
+        return text_of(library.mxmodule_comparison_csv, self._handle, *arguments)
 
     def json(self) -> str:
         """Returns the differences as JSON, schema "mxtool.config-comparison"."""

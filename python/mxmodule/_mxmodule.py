@@ -75,6 +75,8 @@ _FAILING: dict[str, Signature] = {
     "mxmodule_compare": (HANDLE, [HANDLE, HANDLE, TEXT]),
     "mxmodule_comparison_json": (HANDLE, [HANDLE]),
     "mxmodule_comparison_text": (HANDLE, [HANDLE]),
+    "mxmodule_comparison_csv": (HANDLE, [HANDLE, CHAR, INT]),
+    "mxmodule_comparison_findings": (HANDLE, [HANDLE]),
     "mxmodule_catalogue_open": (HANDLE, [TEXT, INT]),
     "mxmodule_catalogue_name": (HANDLE, [HANDLE]),
     "mxmodule_catalogue_search": (HANDLE, [HANDLE, TEXT, TEXTS, SIZE]),

@@ -40,6 +40,7 @@ _FAILING: dict[str, Signature] = {
     "mxonline_outputs_restore": (HANDLE, [HANDLE]),
     "mxonline_simulator_start": (HANDLE, [HANDLE, TEXT, INT]),
     "mxonline_simulator_address": (HANDLE, [HANDLE]),
+    "mxonline_listening_notes": (HANDLE, [TEXT]),
     "mxonline_simulator_value": (HANDLE, [HANDLE, TEXT]),
     "mxonline_simulator_set_input": (INT, [HANDLE, TEXT, TEXT]),
     "mxonline_simulator_set_output": (INT, [HANDLE, TEXT, TEXT]),

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import ctypes
+import warnings
 from typing import TYPE_CHECKING, Any, Callable, NamedTuple, Optional, Tuple
 
 from ._arguments import choice_argument, fieldbus_argument, text_argument
@@ -289,10 +290,13 @@ class Plan:
     def simulate(self, listen: str = "tcp:127.0.0.1:0", *, strict: bool = False) -> Simulator:
         """Returns a simulated coupler of this station that listens at `listen`; of port 0 the
         system chooses one. `strict`: registers between the parameters of two modules do not exist,
-        otherwise they are 0."""
+        otherwise they are 0. That other computers reach it is a `UserWarning`."""
         argument = text_argument(listen, "listen")
         pointer = call(online.mxonline_simulator_start, self._handle, argument, bool(strict))
-        return Simulator(pointer)
+        simulator = Simulator(pointer)
+        for note in findings_of(bytes_of(online.mxonline_listening_notes, argument)):
+            warnings.warn(str(note), stacklevel=2)
+        return simulator
 
     def __repr__(self) -> str:
         return f"<Plan {self.name!r} of {len(self._row['modules'])} modules>"

@@ -5,6 +5,7 @@
 
 namespace {
 
+using mxmodule::Comparison;
 using mxmodule::Configuration;
 using mxmodule::requirePointer;
 
@@ -86,6 +87,15 @@ mxmodule_bytes* ofConfiguration(const mxmodule_configuration* handle, mxmodule_e
     return mxmodule::callFromC(error, [&] {
         return mxmodule::newBytes(
             resultOf(requirePointer(handle, "a configuration").configuration));
+    });
+}
+
+template <typename ResultOf>
+mxmodule_bytes* ofComparison(const mxmodule_comparison* handle, mxmodule_error** error,
+                             const ResultOf& resultOf)
+{
+    return mxmodule::callFromC(error, [&] {
+        return mxmodule::newBytes(resultOf(requirePointer(handle, "a comparison").comparison));
     });
 }
 
@@ -242,7 +252,7 @@ mxmodule_comparison* mxmodule_compare(const mxmodule_configuration* wanted,
                                       mxmodule_error** error)
 {
     return mxmodule::callFromC(error, [&] {
-        return new mxmodule_comparison{mxmodule::Comparison(
+        return new mxmodule_comparison{Comparison(
             requirePointer(wanted, "a configuration").configuration,
             requirePointer(read, "a configuration").configuration, place == nullptr ? "" : place)};
     });
@@ -256,15 +266,27 @@ void mxmodule_comparison_free(mxmodule_comparison* comparison)
 mxmodule_bytes* mxmodule_comparison_json(const mxmodule_comparison* comparison,
                                          mxmodule_error** error)
 {
-    return mxmodule::callFromC(error, [&] {
-        return mxmodule::newBytes(requirePointer(comparison, "a comparison").comparison.json());
-    });
+    return ofComparison(comparison, error, [](const Comparison& one) { return one.json(); });
 }
 
 mxmodule_bytes* mxmodule_comparison_text(const mxmodule_comparison* comparison,
                                          mxmodule_error** error)
 {
-    return mxmodule::callFromC(error, [&] {
-        return mxmodule::newBytes(requirePointer(comparison, "a comparison").comparison.text());
+    return ofComparison(comparison, error, [](const Comparison& one) { return one.text(); });
+}
+
+mxmodule_bytes* mxmodule_comparison_csv(const mxmodule_comparison* comparison, char separator,
+                                        int byteOrderMark, mxmodule_error** error)
+{
+    return ofComparison(comparison, error, [&](const Comparison& one) {
+        return one.csv(mxmodule::csvStyleOf(separator, byteOrderMark));
+    });
+}
+
+mxmodule_bytes* mxmodule_comparison_findings(const mxmodule_comparison* comparison,
+                                             mxmodule_error** error)
+{
+    return ofComparison(comparison, error, [](const Comparison& one) {
+        return mxmodule::findingsJson(one.findings());
     });
 }

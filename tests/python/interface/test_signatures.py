@@ -22,7 +22,6 @@ UNUSED = {
     "mxstation_comparison_same_values": "mxstation_comparison_json has it",
     "mxonline_difference_is_same": "mxonline_difference_json has it",
     "mxonline_report_is_done": "mxonline_report_json has it",
-    "mxonline_listening_notes": "a caller of Plan.simulate states where it listens",
 }
 
 TYPES: dict[str, Any] = {

@@ -176,6 +176,25 @@ class Comparisons(unittest.TestCase):
         self.assertTrue(found.is_same)
         self.assertEqual(found.deviations, ())
 
+    def test_bits_of_no_parameter_are_a_finding(self) -> None:
+        module = example("MX0701")
+        other = bytearray(module.default_image)
+        other[1] |= 0x80  # Parity has bits 0 and 1, Stop bits has bit 4
+        found = module.configure().compare(module.decode(other))
+        self.assertFalse(found.is_same)
+        self.assertEqual(found.deviations, ())
+        self.assertEqual([one.severity for one in found.findings], ["warning"])
+        self.assertEqual(module.configure().compare(module.configure()).findings, ())
+
+    def test_the_table_is_csv_too(self) -> None:
+        module = example("MX0701")
+        found = module.configure({"Parity": "odd"}).compare(module.configure())
+        heading, row = found.csv(";").splitlines()
+        self.assertEqual(len(heading.split(";")), len(row.split(";")))
+        self.assertIn(";Parity;", row)
+        with self.assertRaises(RequestError):
+            found.csv("|")
+
     def test_other_modules_and_fieldbuses_are_refused(self) -> None:
         wanted = example("MX0701").configure()
         of_modbus = example("MX0701").configure(fieldbus="modbus")

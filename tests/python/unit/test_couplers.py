@@ -190,6 +190,10 @@ class Faults(WithCoupler):
         self.assertEqual(sockets(), before)
         del samples, outputs
 
+    def test_that_other_computers_reach_a_simulator_is_a_warning(self) -> None:
+        with self.assertWarnsRegex(UserWarning, "other computers"):
+            self.plan.simulate("tcp:0.0.0.0:0").close()
+
     def test_other_targets_are_refused(self) -> None:
         with self.assertRaises(RequestError):
             self.plan.connect("127.0.0.1")

@@ -159,6 +159,16 @@ MXMODULE_API mxmodule_bytes* mxmodule_comparison_json(const mxmodule_comparison*
 MXMODULE_API mxmodule_bytes* mxmodule_comparison_text(const mxmodule_comparison* comparison,
                                                       mxmodule_error** error);
 
+/// Returns the same table as CSV, as `mxmodule_channels_csv` does.
+MXMODULE_API mxmodule_bytes* mxmodule_comparison_csv(const mxmodule_comparison* comparison,
+                                                     char separator, int byte_order_mark,
+                                                     mxmodule_error** error);
+
+/// Returns a warning about differing bits of no parameter as JSON, schema "mxmodule.findings"
+/// version 1.
+MXMODULE_API mxmodule_bytes* mxmodule_comparison_findings(const mxmodule_comparison* comparison,
+                                                          mxmodule_error** error);
+
 #ifdef __cplusplus
 }
 #endif

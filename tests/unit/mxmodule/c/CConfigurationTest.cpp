@@ -215,6 +215,31 @@ TEST_F(CConfiguration, isComparedWithAnother)
     EXPECT_THAT(
         bytesOf([&](auto** error) { return mxmodule_comparison_text(compared.get(), error); }),
         HasSubstr("Wires"));
+    EXPECT_THAT(bytesOf([&](auto** error) {
+                    return mxmodule_comparison_csv(compared.get(), ';', 0, error);
+                }),
+                HasSubstr(";Wires;"));
+}
+
+TEST_F(CConfiguration, differsInBitsOfNoParameter)
+{
+    const auto serial = exampleForC("MX0701.bin");
+    // Bit 7 of the second byte belongs to no parameter: Parity has bits 0 and 1, Stop bits bit 4.
+    const auto configured = [&](const char* second) {
+        const std::string image = std::string("\x03") + second +
+                                  std::string("\x00\xfa\xee\xdd\xef\x0b\x82\x16\x7e\xeb", 10);
+        return done([&](auto** error) {
+            return mxmodule_configure(serial.get(), image.data(), image.size(), MXMODULE_RAW,
+                                      error);
+        });
+    };
+    const auto wanted = configured("\x01");
+    const auto read = configured("\x81");
+    const auto compared =
+        done([&](auto** error) { return mxmodule_compare(wanted.get(), read.get(), "a", error); });
+    EXPECT_THAT(
+        bytesOf([&](auto** error) { return mxmodule_comparison_findings(compared.get(), error); }),
+        HasSubstr("\"severity\": \"warning\""));
 }
 
 TEST_F(CConfiguration, isNotComparedWithThatOfAnotherModule)

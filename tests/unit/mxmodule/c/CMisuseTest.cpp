@@ -85,7 +85,10 @@ TEST(CMisuse, isAConfigurationThatIsNull)
         {text,
          [&](auto** e) { return mxmodule_compare(defaults.get(), nullptr, "", e) != nullptr; }},
         {"Found a null pointer, expected a comparison", withNone(mxmodule_comparison_json)},
-        {"Found a null pointer, expected a comparison", withNone(mxmodule_comparison_text)}};
+        {"Found a null pointer, expected a comparison", withNone(mxmodule_comparison_text)},
+        {"Found a null pointer, expected a comparison", withNone(mxmodule_comparison_findings)},
+        {"Found a null pointer, expected a comparison",
+         [](auto** e) { return mxmodule_comparison_csv(nullptr, ',', 0, e) != nullptr; }}};
     for (auto* function : {mxmodule_configuration_json, mxmodule_configuration_text,
                            mxmodule_configuration_values}) {
         calls.push_back(
