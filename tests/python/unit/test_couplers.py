@@ -187,7 +187,7 @@ class Faults(WithCoupler):
         deadline = time.monotonic() + 5
         while sockets() > before and time.monotonic() < deadline:
             time.sleep(0.001)  # the other side is closed by the thread of the simulator
-        self.assertEqual(sockets(), before)
+        self.assertLessEqual(sockets(), before)  # one of an earlier test may end meanwhile
         del samples, outputs
 
     def test_that_other_computers_reach_a_simulator_is_a_warning(self) -> None:
