@@ -48,7 +48,8 @@ from ._findings import Finding
 from ._module import Module
 from ._mxmodule import library as _library
 from ._parameters import Parameter, Parameters
-from ._plan import Declarations, Gap, ImageBytes, Plan, PlannedModule
+from ._plan import Plan
+from ._planned import Declarations, Gap, ImageBytes, PlannedModule
 from ._rows import Rows, Svg
 from ._simulator import Simulator, SimulatorCounts
 from ._station import Station

@@ -125,6 +125,14 @@ def offset_argument(offset: SupportsIndex, what: str) -> int:
     return number
 
 
+def offsets_argument(input_offset: int, output_offset: int) -> tuple[int, int]:
+    """Returns where the data of a module begins in the process images, in bytes."""
+    return (
+        offset_argument(input_offset, "input_offset"),
+        offset_argument(output_offset, "output_offset"),
+    )
+
+
 def _shown(number: int) -> str:
     # Python refuses to write the digits of enormous numbers.
     return str(number) if abs(number) < 2**128 else "an enormous number"

@@ -5,12 +5,12 @@ from __future__ import annotations
 import ctypes
 from typing import TYPE_CHECKING, Any, Callable, Iterator, NamedTuple, Sequence
 
-from ._arguments import Path, path_argument, text_argument
+from ._arguments import Path, offsets_argument, path_argument, text_argument
 from ._connection import Connection
 from ._errors import ClosedError, RequestError, UnknownName, wrong_type
 from ._findings import Finding, finding_of, findings_of
 from ._library import TEXT, bytes_of, call, json_of, text_of
-from ._module import Module, _offsets
+from ._module import Module
 from ._mxmodule import library
 from ._progress import Progress
 from ._rows import Rows
@@ -142,7 +142,7 @@ class Catalogue(Connection):
     def module(self, module_id: str, *, input_offset: int = 0, output_offset: int = 0) -> Module:
         """Returns the module made of its stored mx file. Raises `UnknownName`, or `InputError` if
         it is stored without the file."""
-        offsets = _offsets(input_offset, output_offset)
+        offsets = offsets_argument(input_offset, output_offset)
         return Module(
             self._of_module(call, library.mxmodule_catalogue_module, module_id, *offsets)
         )

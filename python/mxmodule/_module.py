@@ -2,23 +2,21 @@
 
 from __future__ import annotations
 
-import builtins
-import ctypes
 import os
-import warnings
 from types import MappingProxyType
 from typing import Mapping
 
 from . import _arguments
 from ._arguments import Bytes, Path, Value
 from ._channels import Channels
+from ._composition import Composition, assignments_of
 from ._configuration import Configuration
 from ._description import Description
-from ._errors import InputError, SideEffectWarning, wrong_type
-from ._findings import Finding, findings_of, for_terminal
+from ._errors import InputError, wrong_type
+from ._findings import Finding, for_terminal
 from ._handle import Handle
 from ._library import bytes_of, call, text_of
-from ._mxmodule import Assignment, library
+from ._mxmodule import library
 from ._parameters import Parameters
 from ._rows import Rows, Svg, html_table
 from ._values import BinaryObject, Property, Set, binary_object_of, set_of
@@ -52,7 +50,7 @@ class Module:
 
         Raises `InputError` for a file that cannot be read or is damaged, with its place.
         """
-        offsets = _offsets(input_offset, output_offset)
+        offsets = _arguments.offsets_argument(input_offset, output_offset)
         return cls(call(library.mxmodule_load, _arguments.path_argument(path), *offsets))
 
     @classmethod
@@ -62,12 +60,12 @@ class Module:
         """Returns the module of `data`, an mx file or its text form, which errors call `name`."""
         content = _arguments.bytes_argument(data, "an mx file")
         called = _arguments.text_argument(name, "name")
-        offsets = _offsets(input_offset, output_offset)
+        offsets = _arguments.offsets_argument(input_offset, output_offset)
         return cls(call(library.mxmodule_from_bytes, content, len(content), called, *offsets))
 
     def at(self, *, input_offset: int = 0, output_offset: int = 0) -> Module:
         """Returns the same module with its data at other bytes of the process images."""
-        offsets = _offsets(input_offset, output_offset)
+        offsets = _arguments.offsets_argument(input_offset, output_offset)
         return type(self)(call(library.mxmodule_at, self._handle, *offsets))
 
     # What it is.
@@ -233,8 +231,8 @@ class Module:
         )
         return Configuration(self._description, pointer, number)
 
-    def _composed(self, values: Values, image: Bytes | None, force: bool) -> _Composition:
-        assignments = _assignments(values)
+    def _composed(self, values: Values, image: Bytes | None, force: bool) -> Composition:
+        assignments = assignments_of(values)
         content = None if image is None else _arguments.bytes_argument(image, "image")
         pointer = call(
             library.mxmodule_compose,
@@ -245,15 +243,15 @@ class Module:
             0 if content is None else len(content),
             bool(force),
         )
-        return _Composition(pointer)
+        return Composition(pointer)
 
-    def _composed_of_file(self, path: Path, force: bool) -> _Composition:
+    def _composed_of_file(self, path: Path, force: bool) -> Composition:
         name = _arguments.path_argument(path)
         content = _content_of(path)
         pointer = call(
             library.mxmodule_compose_file, self._handle, content, len(content), name, bool(force)
         )
-        return _Composition(pointer)
+        return Composition(pointer)
 
     def __repr__(self) -> str:
         return f"<Module {self.module_id} {self.label!r} of {for_terminal(self.name)}>"
@@ -263,61 +261,6 @@ class Module:
 
     def _repr_svg_(self) -> str:
         return self.svg()
-
-
-class _Composition:
-    """What becomes of values in a parameter image. Warns of side effects: made by a method of
-    `Module` that a public one calls, so that the warning is at the caller's line."""
-
-    __slots__ = ("_handle",)
-
-    def __init__(self, pointer: int) -> None:
-        self._handle = Handle(pointer, library.mxmodule_composition_free)
-        findings = library.mxmodule_composition_findings(self._handle)
-        if findings is not None:
-            for finding in findings_of(findings):
-                warnings.warn(SideEffectWarning(str(finding)), stacklevel=4)
-
-    def image(self) -> builtins.bytes:
-        """Returns the raw parameter image."""
-        size = ctypes.c_size_t()
-        first = library.mxmodule_composition_image(self._handle, size)
-        return ctypes.string_at(first, size.value) if size else b""
-
-    def bytes(self, fieldbus: int) -> builtins.bytes:
-        """Returns what a master writes."""
-        if fieldbus == 0:
-            return self.image()
-        return b"".join(one.to_bytes(2, "big") for one in self.registers())
-
-    def registers(self) -> list[int]:
-        """Returns the Modbus registers. Raises `InputError` if there is no Modbus form."""
-        reason = library.mxmodule_composition_no_registers(self._handle)
-        if reason is not None:
-            raise InputError(findings_of(reason))
-        count = ctypes.c_size_t()
-        first = library.mxmodule_composition_registers(self._handle, count)
-        return list((ctypes.c_uint16 * count.value).from_address(first)) if count else []
-
-
-def _offsets(input_offset: int, output_offset: int) -> tuple[int, int]:
-    return (
-        _arguments.offset_argument(input_offset, "input_offset"),
-        _arguments.offset_argument(output_offset, "output_offset"),
-    )
-
-
-def _assignments(values: Values) -> ctypes.Array[Assignment]:
-    if not isinstance(values, Mapping):
-        raise wrong_type("the values", values, "dict")
-    assignments = [
-        Assignment(
-            _arguments.text_argument(name, "the name of a parameter"),
-            _arguments.value_argument(value, name),
-        )
-        for name, value in values.items()
-    ]
-    return (Assignment * len(assignments))(*assignments)
 
 
 def _content_of(path: Path) -> bytes:

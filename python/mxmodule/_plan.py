@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import ctypes
 import warnings
-from typing import TYPE_CHECKING, Any, Callable, NamedTuple, Optional, Tuple
+from typing import TYPE_CHECKING, Any, Callable
 
 from ._arguments import choice_argument, fieldbus_argument, text_argument
 from ._coupler import Coupler
@@ -15,6 +15,15 @@ from ._library import HANDLE, bytes_of, call, json_of, taken, text_of
 from ._module import Module
 from ._mxonline import library as online
 from ._mxstation import library
+from ._planned import (
+    MODULE_COLUMNS,
+    Declarations,
+    Gap,
+    ImageBytes,
+    PlannedModule,
+    bytes_of_image,
+    planned_module,
+)
 from ._rows import Rows, Svg
 from ._simulator import Simulator
 from ._station_channels import StationChannels
@@ -24,127 +33,6 @@ if TYPE_CHECKING:
     import pandas
 
 
-class ImageBytes(NamedTuple):
-    """Bytes of a process image.
-
-    - `offset`: address of the first.
-    - `size`: number of bytes.
-    """
-
-    offset: int
-    size: int
-
-
-class PlannedModule(NamedTuple):
-    """A module with its place in the process images.
-
-    - `position`: in the row, from 1; reserved places do not count.
-    - `name`: unique in the station.
-    - `module_id`: eight hexadecimal digits.
-    - `label`: as on the product.
-    - `reference`: identifier or path as in the station.
-    - `device_type_id`: such as "kv38.5a030304".
-    - `input`: its data in the input image.
-    - `output`: its data in the output image.
-    - `parameter_bytes`: size of its parameter image.
-    - `registers`: number of its Modbus registers; None: it has no Modbus form.
-    """
-
-    position: int
-    name: str
-    module_id: str
-    label: str
-    reference: str
-    device_type_id: str
-    input: ImageBytes
-    output: ImageBytes
-    parameter_bytes: int
-    registers: Optional[int]
-
-    @property
-    def input_offset(self) -> int:
-        """Address of its first byte in the input image."""
-        return self.input.offset
-
-    @property
-    def input_size(self) -> int:
-        """Number of its bytes in the input image."""
-        return self.input.size
-
-    @property
-    def output_offset(self) -> int:
-        """Address of its first byte in the output image."""
-        return self.output.offset
-
-    @property
-    def output_size(self) -> int:
-        """Number of its bytes in the output image."""
-        return self.output.size
-
-
-class Gap(NamedTuple):
-    """Bits of a process image that belong to no channel.
-
-    - `image`: "in" or "out".
-    - `reason`: "padding", "reserved", "status" or "no channel".
-    - `offset`: of its first byte.
-    - `size`: the bytes that it touches.
-    - `bit`: its first bit in the first byte.
-    - `bits`: number of bits.
-    - `module`: position of the module that they belong to; None: of none.
-    - `name`: of a reserved place; may be empty.
-    """
-
-    image: str
-    reason: str
-    offset: int
-    size: int
-    bit: int
-    bits: int
-    module: Optional[int]
-    name: str
-
-
-class Declarations(str):
-    """Declarations of the channels for a program."""
-
-    #: A warning for each channel, or bit of one, that is only a comment, with the reason.
-    findings: Tuple[Finding, ...]
-
-
-def _bytes(values: Any) -> ImageBytes:
-    return ImageBytes(values["offset"], values["size"])
-
-
-def _module(values: Any) -> PlannedModule:
-    return PlannedModule(
-        values["position"],
-        values["name"],
-        values["module_id"],
-        values["label"],
-        values["reference"],
-        values["device_type_id"],
-        _bytes(values["in"]),
-        _bytes(values["out"]),
-        values["parameters"]["size"],
-        values["parameters"]["registers"],
-    )
-
-
-# Of tables: a column for each number.
-_MODULE_COLUMNS = (
-    "position",
-    "name",
-    "module_id",
-    "label",
-    "reference",
-    "input_offset",
-    "input_size",
-    "output_offset",
-    "output_size",
-    "parameter_bytes",
-    "registers",
-)
 _STYLES = ("byte", "index", "separate")
 _SCOPES = ("global", "program")
 
@@ -174,17 +62,17 @@ class Plan:
     @property
     def input(self) -> ImageBytes:
         """The whole input image."""
-        return _bytes(self._row["input"])
+        return bytes_of_image(self._row["input"])
 
     @property
     def output(self) -> ImageBytes:
         """The whole output image."""
-        return _bytes(self._row["output"])
+        return bytes_of_image(self._row["output"])
 
     @property
     def modules(self) -> Rows[PlannedModule]:
         """The modules in the order of the row."""
-        return Rows([_module(one) for one in self._row["modules"]], _MODULE_COLUMNS)
+        return Rows([planned_module(one) for one in self._row["modules"]], MODULE_COLUMNS)
 
     @property
     def gaps(self) -> Rows[Gap]:
