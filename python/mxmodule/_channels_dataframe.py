@@ -18,7 +18,7 @@ if TYPE_CHECKING:
 
 # As mxmodule_number_column and mxmodule_text_column.
 _MODULE, _NUMBER, _AREA, _KIND, _BYTE, _BIT_OFFSET, _BIT_LENGTH, _MASK = range(8)
-_ID, _NAME, _SYMBOL = range(3)
+_ID, _NAME, _SYMBOL, _MODULE_ID, _LABEL = range(5)
 
 
 class _Columns:
@@ -78,8 +78,8 @@ def channels_dataframe(modules: Iterable[Module]) -> pandas.DataFrame:
     area = columns.numbers(_AREA)
     return data_frame(
         {
-            "module_id": _objects([one.module_id for one in listed])[module],
-            "label": _objects([one.label for one in listed])[module],
+            "module_id": columns.texts(_MODULE_ID)[module],
+            "label": columns.texts(_LABEL)[module],
             "id": columns.texts(_ID),
             "number": columns.numbers(_NUMBER),
             "name": columns.texts(_NAME),

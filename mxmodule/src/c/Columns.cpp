@@ -6,6 +6,7 @@
 namespace {
 
 using mxmodule::ChannelColumns;
+using mxmodule::Module;
 
 // By the numbers of mxmodule_number_column.
 constexpr std::array numberColumns{&ChannelColumns::module,      &ChannelColumns::number,
@@ -13,12 +14,20 @@ constexpr std::array numberColumns{&ChannelColumns::module,      &ChannelColumns
                                    &ChannelColumns::byteAddress, &ChannelColumns::bitOffset,
                                    &ChannelColumns::bitLength,   &ChannelColumns::mask};
 
-mxmodule_columns* newColumns(ChannelColumns columns)
+// Returns the array of what `textOf` returns for each of `modules`.
+std::string ofEach(const std::vector<Module>& modules, std::string (Module::*textOf)() const)
 {
+    return text::listJson(modules, [&](const Module& one) { return (one.*textOf)(); }).dump();
+}
+
+mxmodule_columns* newColumns(const std::vector<Module>& modules)
+{
+    ChannelColumns columns = mxmodule::channelColumns(modules);
     // By the numbers of mxmodule_text_column.
-    std::array<std::string, 3> texts{text::textsJson(columns.id).dump(),
-                                     text::textsJson(columns.name).dump(),
-                                     text::textsJson(columns.symbol).dump()};
+    std::array<std::string, 5> texts{
+        text::textsJson(columns.id).dump(), text::textsJson(columns.name).dump(),
+        text::textsJson(columns.symbol).dump(), ofEach(modules, &Module::moduleId),
+        ofEach(modules, &Module::label)};
     return new mxmodule_columns{std::move(columns), std::move(texts)};
 }
 
@@ -31,11 +40,11 @@ mxmodule_columns* mxmodule_columns_of(const mxmodule_module* const* modules, siz
         if (count != 0) {
             mxmodule::requirePointer(modules, "modules");
         }
-        std::vector<mxmodule::Module> listed;
+        std::vector<Module> listed;
         for (std::size_t i = 0; i < count; ++i) {
             listed.push_back(mxmodule::requirePointer(modules[i], "a module").module);
         }
-        return newColumns(mxmodule::channelColumns(listed));
+        return newColumns(listed);
     });
 }
 

@@ -61,5 +61,5 @@ struct mxmodule_catalogue
 struct mxmodule_columns
 {
     mxmodule::ChannelColumns numbers;
-    std::array<std::string, 3> texts; // JSON
+    std::array<std::string, 5> texts; // JSON
 };

@@ -12,7 +12,7 @@ import unittest
 import xml.etree.ElementTree as ElementTree
 
 import mxmodule
-from examples import FOLDER, MXTOOL, PROJECT, content_of, example, module_of, path_of, text_form
+from examples import FOLDER, MXTOOL, content_of, example, module_of, path_of, text_form
 from mxmodule import InputError, Module, RequestError, WrongType
 
 #: examples/modules/MX0304.yaml, parameter after parameter, numbers with their high byte first.

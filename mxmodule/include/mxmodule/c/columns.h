@@ -31,9 +31,11 @@ typedef enum mxmodule_number_column MXMODULE_ANY_INT
 /// A column of texts.
 typedef enum mxmodule_text_column MXMODULE_ANY_INT
 {
-    MXMODULE_COLUMN_ID = 0,    ///< Identifier of the channel in the device, decimal.
-    MXMODULE_COLUMN_NAME = 1,  ///< Name of the channel; may be empty.
-    MXMODULE_COLUMN_SYMBOL = 2 ///< IEC address such as "IW4".
+    MXMODULE_COLUMN_ID = 0,        ///< Identifier of the channel in the device, decimal.
+    MXMODULE_COLUMN_NAME = 1,      ///< Name of the channel; may be empty.
+    MXMODULE_COLUMN_SYMBOL = 2,    ///< IEC address such as "IW4".
+    MXMODULE_COLUMN_MODULE_ID = 3, ///< Of each module of the list: its identifier.
+    MXMODULE_COLUMN_LABEL = 4      ///< Of each module of the list: its label.
 } mxmodule_text_column;
 
 /// Returns the channels of the `count` modules at `modules` that have a place in a process image.
@@ -51,8 +53,8 @@ MXMODULE_API size_t mxmodule_columns_rows(const mxmodule_columns* columns);
 MXMODULE_API const uint32_t* mxmodule_columns_numbers(const mxmodule_columns* columns,
                                                       mxmodule_number_column column);
 
-/// Returns the texts of a column as a JSON array, one for each channel; a null pointer if there is
-/// no such column. As long as `columns`.
+/// Returns the texts of a column as a JSON array, one for each channel, or for each module of the
+/// list where the column says so; a null pointer if there is no such column. As long as `columns`.
 MXMODULE_API const char* mxmodule_columns_texts(const mxmodule_columns* columns,
                                                 mxmodule_text_column column);
 

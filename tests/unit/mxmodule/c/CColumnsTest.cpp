@@ -56,6 +56,8 @@ TEST_F(CColumns, haveTextsAsJson)
     EXPECT_THAT(textsOf(MXMODULE_COLUMN_NAME),
                 StartsWith(R"(["Temperature 1","channel_1","DI 1")"));
     EXPECT_THAT(textsOf(MXMODULE_COLUMN_SYMBOL), StartsWith(R"(["IW4","IW6","IX0_0",)"));
+    EXPECT_EQ(textsOf(MXMODULE_COLUMN_MODULE_ID), R"(["5a050502","5a010108"])");
+    EXPECT_EQ(textsOf(MXMODULE_COLUMN_LABEL), R"(["2 AI RTD Pt100","8 DI 24 V DC 3 ms"])");
 }
 
 TEST_F(CColumns, areNoneWhereThereIsNoSuchColumn)
@@ -64,7 +66,7 @@ TEST_F(CColumns, areNoneWhereThereIsNoSuchColumn)
               nullptr);
     EXPECT_EQ(mxmodule_columns_numbers(columns.get(), static_cast<mxmodule_number_column>(-1)),
               nullptr);
-    EXPECT_EQ(mxmodule_columns_texts(columns.get(), static_cast<mxmodule_text_column>(3)), nullptr);
+    EXPECT_EQ(mxmodule_columns_texts(columns.get(), static_cast<mxmodule_text_column>(5)), nullptr);
     EXPECT_EQ(mxmodule_columns_rows(nullptr), 0U);
     EXPECT_EQ(mxmodule_columns_numbers(nullptr, MXMODULE_COLUMN_BYTE), nullptr);
     EXPECT_EQ(mxmodule_columns_texts(nullptr, MXMODULE_COLUMN_ID), nullptr);
