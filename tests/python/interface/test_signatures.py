@@ -192,7 +192,7 @@ class Numbers(unittest.TestCase):
         self.assertEqual(len(arguments.FIELDBUSES), counts["mxmodule_fieldbus"])
         columns = importlib.import_module("mxmodule._channels_dataframe")
         self.assertEqual(columns._MASK + 1, counts["mxmodule_number_column"])
-        self.assertEqual(columns._SYMBOL + 1, counts["mxmodule_text_column"])
+        self.assertEqual(columns._LABEL + 1, counts["mxmodule_text_column"])
 
 
 if __name__ == "__main__":
