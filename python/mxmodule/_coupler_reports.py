@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import json
 from operator import itemgetter
 from typing import Any, NamedTuple, Sequence, Union
 
@@ -12,6 +11,7 @@ from ._findings import Finding, finding_of, findings_of, for_terminal
 from ._handle import Handle
 from ._library import bytes_of, text_of
 from ._mxonline import library
+from ._result import Result
 from ._rows import Rows
 
 
@@ -59,16 +59,15 @@ _differing = itemgetter(*DifferingParameter._fields[1:])
 _applied = itemgetter("name", "address", "before", "planned", "now", "written", "outcome")
 
 
-class CouplerDifference:
+class CouplerDifference(Result):
     """How the parameters on a coupler differ from those of a station. It never changes."""
 
-    __slots__ = ("_handle", "_json", "_values")
+    __slots__ = ()
 
     def __init__(self, pointer: int) -> None:
         """Owns the mxonline_difference at `pointer`; use `Coupler.difference`."""
-        self._handle = Handle(pointer, library.mxonline_difference_free)
-        self._json = text_of(library.mxonline_difference_json, self._handle)
-        self._values = json.loads(self._json)
+        handle = Handle(pointer, library.mxonline_difference_free)
+        super().__init__(handle, library.mxonline_difference_json)
 
     @property
     def is_same(self) -> bool:
@@ -111,16 +110,15 @@ class CouplerDifference:
         return self.parameters._repr_html_()
 
 
-class ApplyReport:
+class ApplyReport(Result):
     """What was written to a coupler, and what is there now. It never changes."""
 
-    __slots__ = ("_handle", "_json", "_values")
+    __slots__ = ()
 
     def __init__(self, pointer: int) -> None:
         """Owns the mxonline_report at `pointer`; use `Coupler.apply`."""
-        self._handle = Handle(pointer, library.mxonline_report_free)
-        self._json = text_of(library.mxonline_report_json, self._handle)
-        self._values = json.loads(self._json)
+        handle = Handle(pointer, library.mxonline_report_free)
+        super().__init__(handle, library.mxonline_report_json)
 
     @property
     def is_done(self) -> bool:

@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import json
 from operator import itemgetter
 from typing import NamedTuple
 
@@ -10,6 +9,7 @@ from ._findings import for_terminal
 from ._handle import Handle
 from ._library import text_of
 from ._mxstation import library
+from ._result import Result
 from ._rows import Rows
 
 
@@ -35,16 +35,15 @@ class StationChange(NamedTuple):
 _members = itemgetter(*StationChange._fields)
 
 
-class StationComparison:
+class StationComparison(Result):
     """The differences of a station B from a station A. It never changes."""
 
-    __slots__ = ("_handle", "_json", "_values")
+    __slots__ = ()
 
     def __init__(self, pointer: int) -> None:
         """Owns the mxstation_comparison at `pointer`; use `Plan.compare`."""
-        self._handle = Handle(pointer, library.mxstation_comparison_free)
-        self._json = text_of(library.mxstation_comparison_json, self._handle)
-        self._values = json.loads(self._json)
+        handle = Handle(pointer, library.mxstation_comparison_free)
+        super().__init__(handle, library.mxstation_comparison_json)
 
     @property
     def is_same(self) -> bool:
