@@ -2,13 +2,12 @@
 
 from __future__ import annotations
 
-import json
 from operator import itemgetter
 from typing import Any, NamedTuple, Optional
 
 from ._arguments import Path, path_argument
 from ._findings import for_terminal
-from ._library import TEXT, bytes_of, json_of, text_of
+from ._library import TEXT, json_of, text_of
 from ._mxmodule import library
 from ._rows import Rows
 
@@ -98,5 +97,5 @@ def check_sarif(*paths: Path) -> str:
 
 def check_rules() -> Rows[CheckRule]:
     """Returns all rules, in the order of the documentation."""
-    rules = json.loads(bytes_of(library.mxmodule_check_rules))["rules"]
+    rules = json_of(library.mxmodule_check_rules)["rules"]
     return Rows([CheckRule._make(_members_of_rule(one)) for one in rules], CheckRule._fields)

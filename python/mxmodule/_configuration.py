@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import json
 from decimal import Decimal
 from operator import itemgetter
 from typing import TYPE_CHECKING, Any, Iterator, Mapping, NamedTuple, Optional
@@ -15,6 +14,7 @@ from ._handle import Handle
 from ._library import bytes_of, call, json_of, text_of
 from ._mxmodule import library
 from ._parameters import Parameters, number_of, numbers_of
+from ._result import Result
 from ._rows import Rows, data_frame, html_table
 
 if TYPE_CHECKING:
@@ -190,15 +190,17 @@ class Configuration(Mapping[str, Setting]):
     def _module_type(self) -> str:
         return str(self._description.device()["device_type_id"])
 
-    def _all(self) -> dict[str, Setting]:
+    def _raw(self) -> Handle:
         # On Modbus a parameter may be in several places or none: the raw image has each once.
+        if self._fieldbus == 0:
+            return self._handle
+        image = self.image
+        pointer = call(library.mxmodule_configure, self._description.handle, image, len(image), 0)
+        return Handle(pointer, library.mxmodule_configuration_free)
+
+    def _all(self) -> dict[str, Setting]:
         if self._settings is None:
-            image = self.image
-            pointer = call(
-                library.mxmodule_configure, self._description.handle, image, len(image), 0
-            )
-            raw = Handle(pointer, library.mxmodule_configuration_free)
-            listed = json_of(library.mxmodule_configuration_json, raw, False)["parameters"]
+            listed = json_of(library.mxmodule_configuration_json, self._raw(), False)["parameters"]
             by_id = {one["id"]: one for one in listed}
             self._settings = {
                 one["call_name"]: _setting(one["call_name"], by_id[one["id"]])
@@ -228,16 +230,15 @@ class Deviation(NamedTuple):
 _deviating = itemgetter("id", "name", "channel", "wanted_shown", "read_shown")
 
 
-class Comparison:
+class Comparison(Result):
     """The differences of a configuration that was read from the wanted one. It never changes."""
 
-    __slots__ = ("_handle", "_json", "_values")
+    __slots__ = ()
 
     def __init__(self, pointer: int) -> None:
         """Owns the mxmodule_comparison at `pointer`."""
-        self._handle = Handle(pointer, library.mxmodule_comparison_free)
-        self._json = text_of(library.mxmodule_comparison_json, self._handle)
-        self._values = json.loads(self._json)
+        handle = Handle(pointer, library.mxmodule_comparison_free)
+        super().__init__(handle, library.mxmodule_comparison_json)
 
     @property
     def is_same(self) -> bool:

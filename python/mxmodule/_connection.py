@@ -4,7 +4,6 @@ from __future__ import annotations
 
 import os
 import threading
-from types import TracebackType
 from typing import Any, TypeVar
 
 from ._errors import ClosedError, RequestError, request_finding
@@ -84,12 +83,7 @@ class Connection:
         self._open_handle()
         return self
 
-    def __exit__(
-        self,
-        kind: type[BaseException] | None,
-        failure: BaseException | None,
-        trace: TracebackType | None,
-    ) -> None:
+    def __exit__(self, *_: object) -> None:
         self.close()
 
     def __repr__(self) -> str:

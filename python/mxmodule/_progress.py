@@ -4,7 +4,6 @@ from __future__ import annotations
 
 import signal
 import threading
-from types import TracebackType
 from typing import Any, Callable
 
 from . import _calls
@@ -36,12 +35,7 @@ class Progress:
                 self._handler = handler
         return self
 
-    def __exit__(
-        self,
-        kind: type[BaseException] | None,
-        failure: BaseException | None,
-        trace: TracebackType | None,
-    ) -> None:
+    def __exit__(self, *_: object) -> None:
         if self._handler is not None:
             signal.signal(signal.SIGINT, self._handler)
         if self._failure is not None:

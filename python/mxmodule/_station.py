@@ -2,14 +2,13 @@
 
 from __future__ import annotations
 
-import json
 import os
 
 from ._arguments import Path, path_argument, text_argument
 from ._errors import InputError
 from ._findings import Finding, finding_of, findings_of, for_terminal
 from ._handle import Handle
-from ._library import bytes_of, call, text_of
+from ._library import bytes_of, call, json_of, text_of
 from ._mxstation import library
 from ._plan import Plan
 
@@ -77,7 +76,7 @@ class Station:
     def check(self) -> tuple[Finding, ...]:
         """Returns everything that is wrong with the station and its plan; what is a warning
         elsewhere is an error here. A clean station has at most notes."""
-        checked = json.loads(bytes_of(library.mxstation_check_json, self._planned()))
+        checked = json_of(library.mxstation_check_json, self._planned())
         return tuple(finding_of(one) for one in checked["findings"])
 
     def pinned(self) -> str:
