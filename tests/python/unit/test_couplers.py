@@ -13,6 +13,7 @@ from examples import PROJECT
 from mxmodule import (
     ClosedError,
     Coupler,
+    InputError,
     NotDone,
     OutputError,
     RequestError,
@@ -199,7 +200,7 @@ class Faults(WithCoupler):
             self.plan.connect("127.0.0.1")
         text = "station: One\nmodules: [../modules/MX0304.yaml]\n"
         without_registers = Station.from_text(text, str(PUMP_HOUSE)).plan()
-        with self.assertRaises(Exception) as raised:
+        with self.assertRaises(InputError) as raised:
             without_registers.connect(self.simulator.address)
         self.assertIn("modbus", str(raised.exception))
 

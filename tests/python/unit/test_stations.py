@@ -12,7 +12,6 @@ from examples import FOLDER, MXTOOL, PROJECT
 from mxmodule import (
     Catalogue,
     InputError,
-    OutputError,
     Plan,
     RequestError,
     Station,
@@ -71,7 +70,7 @@ class Reading(unittest.TestCase):
         text = "station: One\nmodules: [5a030304]\n"
         with tempfile.TemporaryDirectory() as folder:
             url = f"sqlite:{folder}/modules.sqlite"
-            with self.assertRaises((InputError, OutputError)):
+            with self.assertRaises(InputError):
                 Station.from_text(text, catalogue=url).plan()
             with Catalogue.open(url, create=True) as catalogue:
                 catalogue.populate(FOLDER)
