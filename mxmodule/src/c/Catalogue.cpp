@@ -107,9 +107,9 @@ void mxmodule_catalogue_free(mxmodule_catalogue* catalogue)
 
 mxmodule_bytes* mxmodule_catalogue_name(const mxmodule_catalogue* catalogue, mxmodule_error** error)
 {
-    return callFromC(error, [&] {
-        return newBytes(mxmodule::requirePointer(catalogue, "a catalogue").catalogue.name());
-    });
+    return mxmodule::bytesOfHandle(
+        catalogue, "a catalogue", error,
+        [](const mxmodule_catalogue& one) { return one.catalogue.name(); });
 }
 
 mxmodule_bytes* mxmodule_catalogue_search(mxmodule_catalogue* catalogue, const char* words,

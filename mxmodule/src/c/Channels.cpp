@@ -11,10 +11,8 @@ template <typename ResultOf>
 mxmodule_bytes* ofChannels(const mxmodule_module* module, mxmodule_error** error,
                            const ResultOf& resultOf)
 {
-    return mxmodule::callFromC(error, [&] {
-        const ChannelMap channels =
-            mxmodule::requirePointer(module, "a module").module.channelMap();
-        return mxmodule::newBytes(resultOf(channels));
+    return mxmodule::bytesOfHandle(module, "a module", error, [&](const mxmodule_module& one) {
+        return resultOf(one.module.channelMap());
     });
 }
 

@@ -84,19 +84,18 @@ template <typename ResultOf>
 mxmodule_bytes* ofConfiguration(const mxmodule_configuration* handle, mxmodule_error** error,
                                 const ResultOf& resultOf)
 {
-    return mxmodule::callFromC(error, [&] {
-        return mxmodule::newBytes(
-            resultOf(requirePointer(handle, "a configuration").configuration));
-    });
+    return mxmodule::bytesOfHandle(
+        handle, "a configuration", error,
+        [&](const mxmodule_configuration& one) { return resultOf(one.configuration); });
 }
 
 template <typename ResultOf>
 mxmodule_bytes* ofComparison(const mxmodule_comparison* handle, mxmodule_error** error,
                              const ResultOf& resultOf)
 {
-    return mxmodule::callFromC(error, [&] {
-        return mxmodule::newBytes(resultOf(requirePointer(handle, "a comparison").comparison));
-    });
+    return mxmodule::bytesOfHandle(
+        handle, "a comparison", error,
+        [&](const mxmodule_comparison& one) { return resultOf(one.comparison); });
 }
 
 } // namespace

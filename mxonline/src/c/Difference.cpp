@@ -20,7 +20,7 @@ template <typename ResultOf>
 mxmodule_bytes* ofDifference(const mxonline_difference* handle, mxmodule_error** error,
                              const ResultOf& resultOf)
 {
-    return mxonline::bytesOfHandle(
+    return mxmodule::bytesOfHandle(
         handle, "a difference", error,
         [&](const mxonline_difference& one) { return resultOf(one.difference); });
 }

@@ -68,15 +68,4 @@ inline const std::shared_ptr<SharedCoupler>& sharedOf(const mxonline_coupler* ha
     return mxmodule::requirePointer(handle, "a coupler").shared;
 }
 
-/// Returns what `resultOf` returns for what `handle` leads to. A null pointer becomes an error that
-/// says `what` it should be.
-template <typename Handle, typename ResultOf>
-mxmodule_bytes* bytesOfHandle(Handle* handle, const char* what, mxmodule_error** error,
-                              const ResultOf& resultOf)
-{
-    return mxmodule::callFromC(error, [&] {
-        return mxmodule::newBytes(resultOf(mxmodule::requirePointer(handle, what)));
-    });
-}
-
 } // namespace mxonline

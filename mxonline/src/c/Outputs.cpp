@@ -20,7 +20,7 @@ template <typename ResultOf>
 mxmodule_bytes* ofOutputs(mxonline_outputs* handle, mxmodule_error** error,
                           const ResultOf& resultOf)
 {
-    return mxonline::bytesOfHandle(handle, "outputs of a coupler", error,
+    return mxmodule::bytesOfHandle(handle, "outputs of a coupler", error,
                                    [&](mxonline_outputs& one) { return resultOf(one.setting); });
 }
 

@@ -5,7 +5,7 @@ namespace {
 mxmodule_bytes* ofReport(const mxonline_report* handle, mxmodule_error** error,
                          std::string (*resultOf)(const mxonline::ApplyReport&))
 {
-    return mxonline::bytesOfHandle(handle, "a report", error, [&](const mxonline_report& one) {
+    return mxmodule::bytesOfHandle(handle, "a report", error, [&](const mxonline_report& one) {
         return resultOf(one.report);
     });
 }

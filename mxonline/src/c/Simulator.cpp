@@ -16,7 +16,7 @@ template <typename ResultOf>
 mxmodule_bytes* ofSimulator(const mxonline_simulator* handle, mxmodule_error** error,
                             const ResultOf& resultOf)
 {
-    return mxonline::bytesOfHandle(
+    return mxmodule::bytesOfHandle(
         handle, "a simulator", error,
         [&](const mxonline_simulator& one) { return resultOf(one.simulator); });
 }

@@ -21,14 +21,14 @@ void mxonline_watch_free(mxonline_watch* watch)
 
 mxmodule_bytes* mxonline_watch_channels(const mxonline_watch* watch, mxmodule_error** error)
 {
-    return mxonline::bytesOfHandle(watch, "a watch", error, [](const mxonline_watch& one) {
+    return mxmodule::bytesOfHandle(watch, "a watch", error, [](const mxonline_watch& one) {
         return channelsJson(one.watch.channels());
     });
 }
 
 mxmodule_bytes* mxonline_watch_sample(mxonline_watch* watch, mxmodule_error** error)
 {
-    return mxonline::bytesOfHandle(watch, "a watch", error, [](mxonline_watch& one) {
+    return mxmodule::bytesOfHandle(watch, "a watch", error, [](mxonline_watch& one) {
         return sampleJson(one.watch.channels(), one.watch.sample());
     });
 }

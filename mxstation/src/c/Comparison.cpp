@@ -27,17 +27,15 @@ int mxstation_comparison_same_values(const mxstation_comparison* comparison)
 mxmodule_bytes* mxstation_comparison_json(const mxstation_comparison* comparison,
                                           mxmodule_error** error)
 {
-    return mxmodule::callFromC(error, [&] {
-        return mxmodule::newBytes(
-            mxmodule::requirePointer(comparison, "a comparison").difference.json());
-    });
+    return mxmodule::bytesOfHandle(
+        comparison, "a comparison", error,
+        [](const mxstation_comparison& one) { return one.difference.json(); });
 }
 
 mxmodule_bytes* mxstation_comparison_text(const mxstation_comparison* comparison,
                                           mxmodule_error** error)
 {
-    return mxmodule::callFromC(error, [&] {
-        return mxmodule::newBytes(
-            mxmodule::requirePointer(comparison, "a comparison").difference.text());
-    });
+    return mxmodule::bytesOfHandle(
+        comparison, "a comparison", error,
+        [](const mxstation_comparison& one) { return one.difference.text(); });
 }

@@ -24,8 +24,8 @@ template <typename ResultOf>
 mxmodule_bytes* bytesOfStation(const mxstation_station* handle, mxmodule_error** error,
                                const ResultOf& resultOf)
 {
-    return mxmodule::callFromC(error, [&] {
-        return mxmodule::newBytes(resultOf(*mxmodule::requirePointer(handle, "a station").station));
+    return mxmodule::bytesOfHandle(handle, "a station", error, [&](const mxstation_station& one) {
+        return resultOf(*one.station);
     });
 }
 

@@ -79,6 +79,15 @@ MXMODULE_API mxmodule_bytes* newBytes(std::string content);
 /// The same.
 MXMODULE_API mxmodule_bytes* newBytes(const std::vector<char>& content);
 
+/// Returns as bytes what `convert` returns for what `handle` leads to. A null pointer becomes an
+/// error, as above.
+template <typename Handle, typename Convert>
+mxmodule_bytes* bytesOfHandle(Handle* handle, const char* what, mxmodule_error** error,
+                              const Convert& convert)
+{
+    return callFromC(error, [&] { return newBytes(convert(requirePointer(handle, what))); });
+}
+
 /// Returns a new module for C.
 MXMODULE_API mxmodule_module* newModule(const Module& module);
 
