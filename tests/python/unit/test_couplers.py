@@ -9,7 +9,7 @@ import threading
 import time
 import unittest
 
-from examples import PROJECT
+from examples import PUMP_HOUSE
 from mxmodule import (
     ClosedError,
     Coupler,
@@ -21,8 +21,6 @@ from mxmodule import (
     Station,
     WrongType,
 )
-
-PUMP_HOUSE = PROJECT / "examples" / "stations" / "pump-house.yaml"
 
 
 def sockets() -> int:

@@ -8,7 +8,7 @@ import tempfile
 import unittest
 from typing import Any, Callable
 
-from examples import PROJECT, example, path_of
+from examples import PROJECT, PUMP_HOUSE, example, path_of
 from mxmodule import Catalogue, Error, Module, Station
 from mxmodule._hints import in_python
 
@@ -17,7 +17,6 @@ _HINT = re.compile(r'"((?:make one with: )?mxtool [a-z]+ [^"]*)"')
 # Of operations that this package does not have.
 _ELSEWHERE = ("mxtool dump ", "mxtool new ", "mxtool serve ")
 
-_PUMP_HOUSE = PROJECT / "examples" / "stations" / "pump-house.yaml"
 
 
 class Hints(unittest.TestCase):
@@ -33,7 +32,7 @@ class Hints(unittest.TestCase):
         self.assertEqual(self.hint_of(lambda: module.compose({"?": 1})), hint)
 
     def test_a_file_of_another_kind_has_what_takes_it(self) -> None:
-        self.assertEqual(self.hint_of(lambda: Module.load(_PUMP_HOUSE)), "Station.load takes it")
+        self.assertEqual(self.hint_of(lambda: Module.load(PUMP_HOUSE)), "Station.load takes it")
         path = path_of("MX0304")
         self.assertEqual(self.hint_of(lambda: Station.load(path)), "Module.load takes it")
         with tempfile.TemporaryDirectory() as folder:

@@ -14,13 +14,12 @@ from pathlib import Path
 from typing import Any, Callable, Iterator
 
 import mxmodule
-from examples import PROJECT, content_of, example, path_of
+from examples import PUMP_HOUSE, content_of, example, path_of
 
 # For a longer run with others: RANDOM_SEED=5 RANDOM_SECONDS=600 tests/python/run build/dev ...
 SEED = int(os.environ.get("RANDOM_SEED", "20"))
 SECONDS = float(os.environ.get("RANDOM_SECONDS", "1"))
 
-_PUMP_HOUSE = PROJECT / "examples" / "stations" / "pump-house.yaml"
 
 # What files, networks and the caller's objects change or wait for.
 _NOT_CALLED = {"close", "populate", "connect", "simulate", "apply", "watch", "open"}
@@ -52,7 +51,7 @@ def _plain(random_: random.Random) -> Iterator[Any]:
     yield from (b"", b"\0", content_of("MX0304"), bytearray(33), memoryview(bytes(66))[::2])
     yield from ([], (), {}, {"AI 1/Upper limit": 1}, {"AI 1/Filter": {}}, {1: 2}, ["in_bytes>1"])
     yield from (object(), Strange(), type, len, slice(1, None), slice("a"), Path(path_of("MX0304")))
-    yield from (path_of("MX9999"), str(_PUMP_HOUSE), os.devnull, "/nonexistent/file", "/")
+    yield from (path_of("MX9999"), str(PUMP_HOUSE), os.devnull, "/nonexistent/file", "/")
 
 
 class RandomArguments(unittest.TestCase):
@@ -62,7 +61,7 @@ class RandomArguments(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.catalogue = mxmodule.Catalogue.open("sqlite::memory:", create=True)
         self.addCleanup(self.catalogue.close)
-        plan = mxmodule.Station.load(_PUMP_HOUSE).plan()
+        plan = mxmodule.Station.load(PUMP_HOUSE).plan()
         self.simulator = plan.simulate()
         self.addCleanup(self.simulator.close)
         self.coupler = plan.connect(self.simulator.address)
@@ -73,7 +72,7 @@ class RandomArguments(unittest.TestCase):
             *(module, module.parameters, module.channels, module.parameters["AI 1/Upper limit"]),
             *(configuration, configuration.compare(module.configure({"AI 1/Upper limit": 1}))),
             *(self.catalogue, mxmodule.check_rules(), module.channels[0], module.svg()),
-            *(mxmodule.Station.load(_PUMP_HOUSE), plan, plan.channels, plan.compare(plan)),
+            *(mxmodule.Station.load(PUMP_HOUSE), plan, plan.channels, plan.compare(plan)),
             *(self.coupler, self.simulator, self.coupler.outputs({"P_101": 1})),
             self.coupler.difference(),
         ]

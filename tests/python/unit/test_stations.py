@@ -8,7 +8,7 @@ import subprocess
 import tempfile
 import unittest
 
-from examples import FOLDER, MXTOOL, PROJECT
+from examples import FOLDER, MXTOOL, PUMP_HOUSE
 from mxmodule import (
     Catalogue,
     InputError,
@@ -19,8 +19,7 @@ from mxmodule import (
     WrongType,
 )
 
-STATIONS = PROJECT / "examples" / "stations"
-PUMP_HOUSE = STATIONS / "pump-house.yaml"
+STATIONS = PUMP_HOUSE.parent
 
 
 def plan_of(name: str) -> Plan:
