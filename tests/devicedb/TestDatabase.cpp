@@ -1,11 +1,10 @@
 #include "TestDatabase.h"
 
+#include "PooledDatabases.h"
+
 #include <Poco/Data/PostgreSQL/Connector.h>
 #include <Poco/Data/SQLite/Connector.h>
 #include <Poco/Data/Statement.h>
-
-#include <cstdlib>
-#include <stdexcept>
 
 #include <unistd.h>
 
@@ -13,9 +12,9 @@ namespace testkit {
 
 namespace {
 
-Poco::Data::Session serverSession()
+Poco::Data::Session serverSession(const std::string& words = testServer())
 {
-    return Poco::Data::Session(Poco::Data::PostgreSQL::Connector().createSession(testServer()));
+    return Poco::Data::Session(Poco::Data::PostgreSQL::Connector().createSession(words));
 }
 
 std::string newSchemaName()
@@ -26,22 +25,18 @@ std::string newSchemaName()
 
 } // namespace
 
-std::string testServer()
-{
-    const char* const words = std::getenv("TEST_POSTGRESQL");
-    if (words == nullptr) {
-        throw std::runtime_error(
-            "No PostgreSQL server: run tests/devicedb/with-postgresql PROGRAM");
-    }
-    return words;
-}
-
-// On the server each test has a schema of its own: that costs far less than a database.
+// On the server each test has a schema of its own: that costs far less than a database. A pooler
+// does not pass `options` on: there it is a database that tests use one after the other.
 TestDatabase::TestDatabase(Engine engine) : kind(engine)
 {
     if (kind == Engine::Sqlite) {
         directory.emplace();
         databaseUrl = "sqlite:" + directory->path("devices.sqlite");
+        return;
+    }
+    if (kind == Engine::Pooled) {
+        pooledDatabase = takePooledDatabase();
+        databaseUrl = "postgresql:" + testPooler() + " dbname=" + pooledDatabase;
         return;
     }
     schema = newSchemaName();
@@ -59,6 +54,8 @@ TestDatabase::~TestDatabase()
         } catch (const std::exception&) {
             // A test may have stopped the server.
         }
+    } else if (kind == Engine::Pooled) {
+        giveBackPooledDatabase(pooledDatabase);
     }
 }
 
@@ -69,7 +66,8 @@ std::string TestDatabase::name() const
     }
     const std::string words = testServer();
     const auto host = words.find("host=");
-    return "postgresql:" + words.substr(host, words.find(' ', host) - host) + " dbname=postgres";
+    return "postgresql:" + words.substr(host, words.find(' ', host) - host) +
+           " dbname=" + (kind == Engine::Pooled ? pooledDatabase : "postgres");
 }
 
 Poco::Data::Session TestDatabase::otherProgram() const
@@ -78,6 +76,9 @@ Poco::Data::Session TestDatabase::otherProgram() const
         constexpr std::size_t noRetry = 0;
         return Poco::Data::Session(Poco::Data::SQLite::Connector().createSession(
             directory->path("devices.sqlite"), noRetry));
+    }
+    if (kind == Engine::Pooled) {
+        return serverSession(testServer() + " dbname=" + pooledDatabase);
     }
     Poco::Data::Session session = serverSession();
     session << "SET search_path = " + schema, Poco::Data::Keywords::now;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TemporaryDirectory.h"
+#include "TestServer.h"
 
 #include <Poco/Data/Session.h>
 
@@ -14,10 +15,12 @@ namespace testkit {
 enum class Engine
 {
     Sqlite,
-    Postgresql ///< The server that tests/devicedb/with-postgresql runs.
+    Postgresql, ///< The server that tests/devicedb/with-postgresql runs.
+    Pooled      ///< The same through a pooler, which changes the connection with each transaction.
 };
 
-/// A place for one new device database of an engine, empty; it goes with the object.
+/// A place for one new device database of an engine, empty; it goes with the object, or is used
+/// again.
 class TestDatabase
 {
 public:
@@ -34,7 +37,8 @@ public:
     /// Returns how messages name the database.
     std::string name() const;
 
-    /// Connects with the driver alone, as a program other than the library would.
+    /// Connects with the driver alone, as a program other than the library would, not through the
+    /// pooler.
     Poco::Data::Session otherProgram() const;
 
     /// Runs `statement` as another program.
@@ -49,12 +53,10 @@ public:
 private:
     Engine kind;
     std::optional<TemporaryDirectory> directory;
-    std::string schema;
+    std::string schema;         // of Engine::Postgresql
+    std::string pooledDatabase; // of Engine::Pooled
     std::string databaseUrl;
 };
-
-/// Returns the connection words of the test server. Throws when there is none.
-std::string testServer();
 
 /// A test that runs on every engine, each time with an empty database.
 class OnEachEngine : public testing::TestWithParam<Engine>
@@ -67,7 +69,15 @@ protected:
 /// Names the tests of an engine; the build selects them by it.
 inline std::string engineName(const testing::TestParamInfo<Engine>& info)
 {
-    return info.param == Engine::Sqlite ? "Sqlite" : "Postgresql";
+    switch (info.param) {
+    case Engine::Sqlite:
+        return "Sqlite";
+    case Engine::Postgresql:
+        return "Postgresql";
+    case Engine::Pooled:
+        break;
+    }
+    return "PostgresqlPooled";
 }
 
 } // namespace testkit

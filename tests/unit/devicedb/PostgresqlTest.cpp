@@ -145,7 +145,7 @@ protected:
         Poco::Data::Session session =
             testkit::TestDatabase(testkit::Engine::Postgresql).otherProgram();
         session << "SELECT pg_terminate_backend(pid) FROM pg_stat_activity"
-                   " WHERE pid <> pg_backend_pid() AND backend_type = 'client backend'",
+                   " WHERE pid <> pg_backend_pid() AND datname = current_database()",
             Poco::Data::Keywords::now;
     }
 };
