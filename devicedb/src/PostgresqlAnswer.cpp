@@ -2,9 +2,20 @@
 
 #include <Poco/String.h>
 
+#include <array>
+#include <sstream>
+#include <utility>
+
 namespace devices::database {
 
 namespace {
+
+constexpr const char* noReason = "the server gives no reason";
+
+bool startsWith(const std::string& text, const std::string& beginning)
+{
+    return text.compare(0, beginning.size(), beginning) == 0;
+}
 
 // The numbers of the types in the server's catalogue, which never change.
 constexpr Oid int8Type = 20;
@@ -21,22 +32,45 @@ std::string decimalOf(const std::string& bytes)
     return std::to_string(static_cast<std::int64_t>(bits));
 }
 
-// The first two letters of an SQLSTATE are its class: connection, state of the transaction, its
-// rollback, resources, operator, system, internal. Two codes say that nothing may be changed: a
-// transaction that only reads, and a missing right.
+using StateOfFailure = std::pair<const char*, SqlFailure::Concern>;
+
+// How an SQLSTATE begins. Its first two letters are its class: connection, state of the
+// transaction, its rollback, resources, operator, system, internal. "40003" says that it is not
+// known what became of the transaction, "57P" that the server ends connections; two more that
+// nothing may be changed: a server that only reads, and a missing right.
+constexpr std::array<StateOfFailure, 11> statesOfFailures = {{
+    {"25006", SqlFailure::Concern::Server},
+    {"42501", SqlFailure::Concern::Change},
+    {"40003", SqlFailure::Concern::Connection},
+    {"57P", SqlFailure::Concern::Connection},
+    {"08", SqlFailure::Concern::Connection},
+    {"25", SqlFailure::Concern::Database},
+    {"40", SqlFailure::Concern::Database},
+    {"53", SqlFailure::Concern::Database},
+    {"57", SqlFailure::Concern::Database},
+    {"58", SqlFailure::Concern::Database},
+    {"XX", SqlFailure::Concern::Database},
+}};
+
 SqlFailure::Concern concernOf(const PGresult* result)
 {
-    const char* const field = PQresultErrorField(result, PG_DIAG_SQLSTATE);
-    const std::string state = field == nullptr ? "08000" : field;
-    if (state == "25006" || state == "42501") {
-        return SqlFailure::Concern::Change;
+    const char* const state = PQresultErrorField(result, PG_DIAG_SQLSTATE);
+    if (state == nullptr) { // a failure of libpq itself
+        return SqlFailure::Concern::Database;
     }
-    for (const char* const kind : {"08", "25", "40", "53", "57", "58", "XX"}) {
-        if (state.compare(0, std::string(kind).size(), kind) == 0) {
-            return SqlFailure::Concern::Database;
+    for (const StateOfFailure& known : statesOfFailures) {
+        if (startsWith(state, known.first)) {
+            return known.second;
         }
     }
     return SqlFailure::Concern::Statement;
+}
+
+// A line that belongs to the one before it.
+bool continues(const std::string& line)
+{
+    return line.empty() || line[0] == '\t' || startsWith(line, "DETAIL:") ||
+           startsWith(line, "HINT:");
 }
 
 } // namespace
@@ -49,7 +83,20 @@ std::string postgresqlReason(const std::string& message)
         begin = at == std::string::npos ? begin : at + std::string(label).size();
     }
     const std::string line = Poco::trim(message.substr(begin, message.find('\n', begin) - begin));
-    return line.empty() ? "the server gives no reason" : line;
+    return line.empty() ? noReason : line;
+}
+
+std::string reasonsOfHosts(const std::string& message)
+{
+    std::string reasons;
+    std::istringstream lines(message);
+    for (std::string line; std::getline(lines, line);) {
+        if (!continues(line)) {
+            reasons += (reasons.empty() ? "" : "; ") +
+                       Poco::replace(line, std::string("FATAL:  "), std::string());
+        }
+    }
+    return reasons.empty() ? noReason : reasons;
 }
 
 PostgresqlAnswer checkedAnswer(PGconn* connection, PGresult* result)
@@ -60,7 +107,7 @@ PostgresqlAnswer checkedAnswer(PGconn* connection, PGresult* result)
         return answer;
     }
     if (PQstatus(connection) == CONNECTION_BAD) {
-        throw SqlFailure("the connection to the server is lost", SqlFailure::Concern::Database);
+        throw SqlFailure("the connection to the server is lost", SqlFailure::Concern::Connection);
     }
     throw SqlFailure(postgresqlReason(PQerrorMessage(connection)), concernOf(result));
 }

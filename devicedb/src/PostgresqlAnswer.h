@@ -14,6 +14,10 @@ using PostgresqlAnswer = std::unique_ptr<PGresult, decltype(&PQclear)>;
 /// Returns the message of libpq or the server, in one line and without its label.
 std::string postgresqlReason(const std::string& message);
 
+/// Returns the message of libpq about several hosts, none of which can be used: the reason of each,
+/// in one line.
+std::string reasonsOfHosts(const std::string& message);
+
 /// Takes ownership of `result`. Throws a `SqlFailure` if it is a failure.
 PostgresqlAnswer checkedAnswer(PGconn* connection, PGresult* result);
 

@@ -123,10 +123,17 @@ void PostgresqlRowStatement::execute(const std::vector<Row>& rows)
 
 } // namespace
 
-PostgresqlConnection::PostgresqlConnection(const PostgresqlWords& words, unsigned patience)
-    : connection(words.connect(), &PQfinish)
+PostgresqlConnection::PostgresqlConnection(PostgresqlWords connectionWords, Access access,
+                                           unsigned patience)
+    : words(std::move(connectionWords)), secondsToWait(patience), connection(nullptr, &PQfinish)
 {
-    execute("SET lock_timeout = " + std::to_string(patience * 1000)); // milliseconds
+    connect(access);
+}
+
+void PostgresqlConnection::connect(Access access)
+{
+    connection.reset(words.connect(access));
+    execute("SET lock_timeout = " + std::to_string(secondsToWait * 1000)); // milliseconds
     execute("SET client_min_messages = error"); // libpq would print the others
 }
 
@@ -178,6 +185,32 @@ void PostgresqlConnection::query(const std::string& sql,
 std::unique_ptr<RowStatement> PostgresqlConnection::makeRowStatement(const RowSql& rowSql)
 {
     return std::make_unique<PostgresqlRowStatement>(connection.get(), rowSql);
+}
+
+bool PostgresqlConnection::connectAgain(const SqlFailure& failure, Access access)
+{
+    const bool isLost = failure.concern == SqlFailure::Concern::Connection;
+    const bool onlyReads = failure.concern == SqlFailure::Concern::Server;
+    if (!isLost && !(onlyReads && access == Access::Change)) {
+        return false;
+    }
+    if (access == Access::Change && !words.readersOnly().empty()) {
+        throw SqlFailure("its connection string asks for servers that only read "
+                         "(target_session_attrs=" +
+                             words.readersOnly() + "); to change it, state any or prefer-standby",
+                         SqlFailure::Concern::Change);
+    }
+    try {
+        connect(access);
+    } catch (const SqlFailure& reason) {
+        // After this failure the next call tries again.
+        throw SqlFailure(access == Access::Change
+                             ? reason.what()
+                             : std::string("the connection to the server is lost: ") +
+                                   reason.what(),
+                         reason.concern);
+    }
+    return true;
 }
 
 bool PostgresqlConnection::holdsTransaction()

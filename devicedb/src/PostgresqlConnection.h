@@ -15,8 +15,8 @@ namespace devices::database {
 class PostgresqlConnection final : public SqlConnection
 {
 public:
-    /// Connects. Waits up to `patience` seconds for other writers.
-    PostgresqlConnection(const PostgresqlWords& words, unsigned patience);
+    /// Connects for `access`. Waits up to `patience` seconds for other writers.
+    PostgresqlConnection(PostgresqlWords connectionWords, Access access, unsigned patience);
 
     const SqlDialect& dialect() const override;
     void execute(const std::string& sql) override;
@@ -25,10 +25,15 @@ public:
     void query(const std::string& sql, const std::vector<SqlParameter>& parameters,
                std::size_t columns, const std::function<void(const Row&)>& take) override;
     std::unique_ptr<RowStatement> makeRowStatement(const RowSql& rowSql) override;
+    bool connectAgain(const SqlFailure& failure, Access access) override;
     bool holdsTransaction() override;
     std::string whyTransactionIsLost() override;
 
 private:
+    void connect(Access access);
+
+    PostgresqlWords words;
+    unsigned secondsToWait;
     std::unique_ptr<PGconn, decltype(&PQfinish)> connection;
 };
 

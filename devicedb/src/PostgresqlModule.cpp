@@ -19,7 +19,8 @@ openPostgresqlRecordStore(const std::string& words, devices::database::OpenMode 
     const PostgresqlWords connectionWords(words);
     const std::string name = connectionWords.name();
     try {
-        auto connection = std::make_unique<PostgresqlConnection>(connectionWords, patience);
+        auto connection = std::make_unique<PostgresqlConnection>(
+            connectionWords, connectionWords.accessToOpen(mode), patience);
         return new SqlRecordStore(name, std::move(connection), mode);
     } catch (const SqlFailure& failure) {
         fail(name, "open", failure.what());

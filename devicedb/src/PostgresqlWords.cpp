@@ -6,6 +6,7 @@
 #include <Poco/String.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 namespace devices::database {
@@ -43,6 +44,30 @@ Options parsed(const std::string& words)
     return options;
 }
 
+// A host that is lost without a word, as with its power, is noticed within half a minute: another
+// one may serve instead.
+constexpr std::array<std::pair<const char*, const char*>, 4> noticeOfALostHost = {{
+    {"keepalives_idle", "10"},    // seconds
+    {"keepalives_interval", "5"}, // seconds
+    {"keepalives_count", "3"},
+    {"tcp_user_timeout", "25000"}, // milliseconds
+}};
+
+// Those of a service file included.
+bool hasSeveralHosts(PGconn* connection)
+{
+    const Options used(PQconninfo(connection), &PQconninfoFree);
+    for (const PQconninfoOption* option = used.get();
+         option != nullptr && option->keyword != nullptr; ++option) {
+        const std::string key = option->keyword;
+        if ((key == "host" || key == "hostaddr") && option->val != nullptr &&
+            std::string(option->val).find(',') != std::string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool isSecret(const PQconninfoOption& option)
 {
     return option.dispchar != nullptr && *option.dispchar == '*';
@@ -60,27 +85,65 @@ PostgresqlWords::PostgresqlWords(const std::string& text)
     }
 }
 
-PGconn* PostgresqlWords::connect() const
+// The last value of a key counts.
+std::vector<PostgresqlWords::Setting> PostgresqlWords::settings(Access access) const
 {
-    std::vector<const char*> keys = {"client_encoding", "fallback_application_name"};
-    std::vector<const char*> values = {"UTF8", "device-database"};
+    std::vector<Setting> settings = {{"fallback_application_name", "device-database"}};
     if (valueOrDefault("connect_timeout").empty()) {
-        keys.push_back("connect_timeout");
-        values.push_back("10"); // seconds
+        settings.push_back({"connect_timeout", "10"}); // seconds, for each host
     }
-    for (const Word& word : words) { // the last value of a key counts
-        keys.push_back(word.key.c_str());
-        values.push_back(word.key == "client_encoding" ? "UTF8" : word.value.c_str());
+    if (nameSeveralHosts()) {
+        settings.insert(settings.end(), noticeOfALostHost.begin(), noticeOfALostHost.end());
     }
-    keys.push_back(nullptr);
-    values.push_back(nullptr);
+    for (const Word& word : words) {
+        settings.push_back({word.key.c_str(), word.value.c_str()});
+    }
+    settings.push_back({"client_encoding", "UTF8"});
+    if (access == Access::Change) {
+        settings.push_back({"target_session_attrs", "read-write"});
+    }
+    settings.push_back({nullptr, nullptr});
+    return settings;
+}
+
+PGconn* PostgresqlWords::connect(Access access) const
+{
+    std::vector<const char*> keys;
+    std::vector<const char*> values;
+    for (const Setting& setting : settings(access)) {
+        keys.push_back(setting.first);
+        values.push_back(setting.second);
+    }
     PGconn* const connection = PQconnectdbParams(keys.data(), values.data(), 0);
     if (PQstatus(connection) != CONNECTION_OK) {
-        const std::string reason = postgresqlReason(PQerrorMessage(connection));
+        const std::string message = PQerrorMessage(connection);
+        const bool several = hasSeveralHosts(connection);
         PQfinish(connection);
-        throw SqlFailure(withoutPasswords(reason));
+        throw SqlFailure(
+            (access == Access::Change ? "no server accepts changes: " : "") +
+                withoutPasswords(several ? reasonsOfHosts(message) : postgresqlReason(message)),
+            SqlFailure::Concern::Connection);
     }
     return connection;
+}
+
+bool PostgresqlWords::nameSeveralHosts() const
+{
+    return valueOrDefault("host").find(',') != std::string::npos ||
+           valueOrDefault("hostaddr").find(',') != std::string::npos;
+}
+
+Access PostgresqlWords::accessToOpen(OpenMode mode) const
+{
+    return mode == OpenMode::CreateMissing && nameSeveralHosts() && readersOnly().empty()
+               ? Access::Change
+               : Access::Read;
+}
+
+std::string PostgresqlWords::readersOnly() const
+{
+    const std::string wanted = valueOrDefault("target_session_attrs");
+    return wanted == "standby" || wanted == "read-only" ? wanted : "";
 }
 
 const PostgresqlWords::Word* PostgresqlWords::find(const std::string& key) const

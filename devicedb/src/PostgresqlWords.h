@@ -1,14 +1,19 @@
 #pragma once
 
+#include "devices/database/DeviceDatabase.h"
+
+#include "SqlConnection.h"
+
 #include <libpq-fe.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace devices::database {
 
 /// A libpq connection string, such as "host=db.example dbname=plant", or a URL, parsed by libpq
-/// itself.
+/// itself. It may name several hosts, of which libpq takes the first that can be used.
 class PostgresqlWords
 {
 public:
@@ -16,8 +21,18 @@ public:
     /// nothing that may be a password.
     explicit PostgresqlWords(const std::string& text);
 
-    /// Connects. Throws a `SqlFailure`. The caller ends the connection with `PQfinish`.
-    PGconn* connect() const;
+    /// Connects, for `Access::Change` to a server that accepts changes, whatever
+    /// `target_session_attrs` is. Throws a `SqlFailure`, with the reason of each host if there are
+    /// several. The caller ends the connection with `PQfinish`.
+    PGconn* connect(Access access) const;
+
+    /// Returns what to connect for first: with several hosts, of which some may only read, a
+    /// database that may have to be created is one to change.
+    Access accessToOpen(OpenMode mode) const;
+
+    /// Returns the value of `target_session_attrs` if it asks for servers that only read, else an
+    /// empty text.
+    std::string readersOnly() const;
 
     /// Returns engine, host and database for messages, such as "postgresql:host=a dbname=b"; what
     /// is not stated is libpq's default.
@@ -34,6 +49,10 @@ private:
         bool secret;
     };
 
+    using Setting = std::pair<const char*, const char*>; ///< Key and value.
+
+    std::vector<Setting> settings(Access access) const;
+    bool nameSeveralHosts() const;
     const Word* find(const std::string& key) const;
     std::string valueOrDefault(const std::string& key) const;
 

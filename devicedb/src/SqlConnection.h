@@ -16,16 +16,28 @@ class SqlFailure : public std::runtime_error
 public:
     enum class Concern
     {
-        Statement, ///< This statement was rejected; others may succeed.
-        Database,  ///< A full disk, a lost connection: the next one fails too.
-        Change     ///< The database may only be read: each change fails.
+        Statement,  ///< This statement was rejected; others may succeed.
+        Database,   ///< A full disk, a lost transaction: the next one fails too.
+        Connection, ///< The connection is lost: another one may work.
+        Change,     ///< The database may only be read: each change fails.
+        Server      ///< The same, but another server of the database may accept changes.
     };
 
     explicit SqlFailure(const std::string& reason, Concern concerned = Concern::Statement)
         : std::runtime_error(reason), concern(concerned)
     {}
 
+    /// Returns whether the database can be read although it could not be changed.
+    bool allowsReading() const { return concern == Concern::Change || concern == Concern::Server; }
+
     Concern concern;
+};
+
+/// What a connection is for, where a database has several servers.
+enum class Access
+{
+    Read,  ///< Any server that was asked for.
+    Change ///< A server that accepts changes.
 };
 
 /// Returns the number that `decimal` states. Throws a `SqlFailure` if it is not a number: another
@@ -125,6 +137,16 @@ public:
 
     /// Returns whether a transaction is open and not aborted.
     virtual bool holdsTransaction() = 0;
+
+    /// Replaces the connection if `failure` says that another one may work for `access`, and
+    /// returns whether it did: statements made before must not be used then, and transactions are
+    /// gone. Throws if no other connection can be made; this one stays.
+    virtual bool connectAgain(const SqlFailure& failure, Access access)
+    {
+        static_cast<void>(failure);
+        static_cast<void>(access);
+        return false;
+    }
 
     /// Returns why a transaction that was begun is no longer open.
     virtual std::string whyTransactionIsLost() = 0;

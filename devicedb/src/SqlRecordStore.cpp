@@ -36,9 +36,9 @@ struct SqlRecordStore::Prepared
 
 SqlRecordStore::SqlRecordStore(std::string name, std::unique_ptr<SqlConnection> openConnection,
                                OpenMode mode)
-    : shownName(std::move(name)), connection(std::move(openConnection))
+    : shownName(std::move(name)), connection(std::move(openConnection)), openMode(mode)
 {
-    prepareSchema(mode);
+    attempt("open", [this] { openSchema(); });
 }
 
 SqlRecordStore::~SqlRecordStore() = default;
@@ -53,6 +53,25 @@ auto SqlRecordStore::attempt(const char* attempted, Work work) -> decltype(work(
     }
 }
 
+template <typename Work>
+auto SqlRecordStore::repeatable(Access access, Work work) -> decltype(work())
+{
+    try {
+        return work();
+    } catch (const SqlFailure& failure) {
+        if (inTransaction || !connectAgain(failure, access)) {
+            throw;
+        }
+    }
+    return work();
+}
+
+template <typename Work>
+auto SqlRecordStore::read(Work work) -> decltype(work())
+{
+    return attempt("read", [&] { return repeatable(Access::Read, work); });
+}
+
 SqlRecordStore::Prepared& SqlRecordStore::prepared()
 {
     if (preparedStatements == nullptr) {
@@ -61,17 +80,40 @@ SqlRecordStore::Prepared& SqlRecordStore::prepared()
     return *preparedStatements;
 }
 
-void SqlRecordStore::prepareSchema(OpenMode mode)
+// An empty database may be that of a server that only reads.
+void SqlRecordStore::openSchema()
 {
-    attempt("open", [&] {
-        const int version = readSchemaVersion();
-        if (version == 0 && mode == OpenMode::ExistingOnly) {
-            fail(shownName, "open", "it holds no device database");
+    try {
+        prepareSchema();
+    } catch (const SqlFailure& failure) {
+        if (openMode == OpenMode::ExistingOnly ||
+            !connection->connectAgain(failure, Access::Change)) {
+            throw;
         }
-        if (version != schemaVersion) {
-            migrateUnlessReadable(version);
-        }
-    });
+        prepareSchema();
+    }
+}
+
+// Another server may have another version of the schema.
+bool SqlRecordStore::connectAgain(const SqlFailure& failure, Access access)
+{
+    preparedStatements.reset();
+    if (!connection->connectAgain(failure, access)) {
+        return false;
+    }
+    prepareSchema();
+    return true;
+}
+
+void SqlRecordStore::prepareSchema()
+{
+    const int version = readSchemaVersion();
+    if (version == 0 && openMode == OpenMode::ExistingOnly) {
+        fail(shownName, "open", "it holds no device database");
+    }
+    if (version != schemaVersion) {
+        migrateUnlessReadable(version);
+    }
 }
 
 void SqlRecordStore::migrateUnlessReadable(int version)
@@ -79,7 +121,7 @@ void SqlRecordStore::migrateUnlessReadable(int version)
     try {
         migrate();
     } catch (const SqlFailure& failure) {
-        if (failure.concern == SqlFailure::Concern::Change && version >= readableVersion) {
+        if (failure.allowsReading() && version >= readableVersion) {
             return;
         }
         if (version == 0) {
@@ -112,7 +154,7 @@ void SqlRecordStore::migrate()
             if (readSchemaVersion() == schemaVersion) {
                 return;
             }
-            if (attemptNumber == attempts || failure.concern == SqlFailure::Concern::Change) {
+            if (attemptNumber == attempts || failure.allowsReading()) {
                 throw;
             }
             Poco::Thread::sleep(pause);
@@ -177,12 +219,30 @@ void SqlRecordStore::migrateFrom(int version)
 
 void SqlRecordStore::startTransaction()
 {
+    repeatable(Access::Change, [this] {
+        try {
+            connection->execute(connection->dialect().beginWriting);
+            connection->execute(connection->dialect().claimWriting);
+        } catch (...) {
+            takeBack(true);
+            throw;
+        }
+    });
+}
+
+// A server that is lost while the answer is awaited may have stored the changes or not.
+void SqlRecordStore::commitTransaction()
+{
     try {
-        connection->execute(connection->dialect().beginWriting);
-        connection->execute(connection->dialect().claimWriting);
-    } catch (...) {
-        takeBack(true);
-        throw;
+        connection->execute("COMMIT");
+    } catch (const SqlFailure& failure) {
+        if (failure.concern != SqlFailure::Concern::Connection) {
+            throw;
+        }
+        throw OutcomeUnknown(failureText(shownName, "change",
+                                         std::string(failure.what()) +
+                                             " during the commit: it is not known whether the "
+                                             "changes are stored"));
     }
 }
 
@@ -198,7 +258,7 @@ void SqlRecordStore::begin()
 void SqlRecordStore::commit()
 {
     requireTransaction();
-    attempt("change", [this] { connection->execute("COMMIT"); });
+    attempt("change", [this] { commitTransaction(); });
     inTransaction = false;
 }
 
@@ -248,8 +308,7 @@ void SqlRecordStore::change(const char* attempted, const std::function<void()>& 
         }
         try {
             work();
-            alone ? connection->execute("COMMIT")
-                  : connection->executeOften("RELEASE SAVEPOINT one_change");
+            alone ? commitTransaction() : connection->executeOften("RELEASE SAVEPOINT one_change");
         } catch (const SqlFailure& failure) {
             takeBack(alone || failure.concern != SqlFailure::Concern::Statement);
             throw;
@@ -273,7 +332,7 @@ void SqlRecordStore::insert(const DeviceProperties& record, const ModuleContent*
 
 std::optional<DeviceProperties> SqlRecordStore::find(const std::string& moduleId)
 {
-    return attempt("read", [&] {
+    return read([&] {
         return firstOf(fetchRecords(
             *connection, std::string(recordSelect) + ofModule + " ORDER BY family LIMIT 1",
             {{moduleId, true}}));
@@ -283,7 +342,7 @@ std::optional<DeviceProperties> SqlRecordStore::find(const std::string& moduleId
 std::optional<DeviceProperties> SqlRecordStore::findExactly(const std::string& family,
                                                             const std::string& moduleId)
 {
-    return attempt("read", [&] {
+    return read([&] {
         return firstOf(fetchRecords(*connection, std::string(recordSelect) + ofRecord,
                                     {{moduleId, true}, {family, true}}));
     });
@@ -291,7 +350,7 @@ std::optional<DeviceProperties> SqlRecordStore::findExactly(const std::string& f
 
 std::vector<DeviceProperties> SqlRecordStore::list()
 {
-    return attempt("read", [&] {
+    return read([&] {
         return fetchRecords(*connection, std::string(recordSelect) + " ORDER BY family, module_id",
                             {});
     });
@@ -299,14 +358,14 @@ std::vector<DeviceProperties> SqlRecordStore::list()
 
 std::vector<ModuleSummary> SqlRecordStore::search(const ModuleQuery& query)
 {
-    return attempt("read", [&] { return searchModules(*connection, query); });
+    return read([&] { return searchModules(*connection, query); });
 }
 
 std::optional<ModuleContent> SqlRecordStore::content(const std::string& family,
                                                      const std::string& moduleId)
 {
     requireTransaction();
-    return attempt("read", [&] {
+    return read([&] {
         if (inTransaction) {
             return readContent(*connection, family, moduleId);
         }

@@ -43,12 +43,24 @@ private:
     template <typename Work>
     auto attempt(const char* attempted, Work work) -> decltype(work());
 
-    void prepareSchema(OpenMode mode);
+    /// Runs `work`, which has no effect when it fails, once more if another connection can be made
+    /// for `access` after its failure. Only the first of several changes may connect again.
+    template <typename Work>
+    auto repeatable(Access access, Work work) -> decltype(work());
+
+    /// `repeatable` for `work` that reads, as an `attempt`.
+    template <typename Work>
+    auto read(Work work) -> decltype(work());
+
+    void openSchema();
+    bool connectAgain(const SqlFailure& failure, Access access);
+    void prepareSchema();
     int readSchemaVersion();
     void migrateFrom(int version);
     void migrate();
     void migrateUnlessReadable(int version);
     void startTransaction();
+    void commitTransaction();
     void requireTransaction();
     void change(const char* attempted, const std::function<void()>& work);
     void takeBack(bool wholeTransaction);
@@ -56,6 +68,7 @@ private:
 
     std::string shownName;
     std::unique_ptr<SqlConnection> connection;
+    OpenMode openMode;
     bool inTransaction = false; ///< Between `begin` and `commit` or `rollback`.
     std::unique_ptr<Prepared> preparedStatements;
 };

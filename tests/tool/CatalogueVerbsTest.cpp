@@ -416,6 +416,26 @@ TEST(CataloguePostgresql, passwordIsNeverShown)
     }
 }
 
+TEST(CataloguePostgresql, commitThatIsNotAnsweredMayBeStored)
+{
+    const testkit::TestDatabase place(testkit::Engine::Postgresql);
+    const testkit::TemporaryDirectory directory;
+    fs::copy(fs::path(EXAMPLE_MODULES) / "MX0108.bin", directory.path());
+    const std::string files = directory.path();
+    runTool({"populate", files, "--db", place.url()});
+    place.execute("CREATE FUNCTION lose() RETURNS trigger LANGUAGE plpgsql AS"
+                  " 'BEGIN PERFORM pg_terminate_backend(pg_backend_pid()); RETURN NULL; END'");
+    place.execute("CREATE CONSTRAINT TRIGGER lose AFTER INSERT OR UPDATE ON device_properties"
+                  " DEFERRABLE INITIALLY DEFERRED FOR EACH ROW EXECUTE FUNCTION lose()");
+    const ToolRun run = runTool({"populate", files, "--db", place.url()});
+    EXPECT_EQ(run.exitCode, 4);
+    EXPECT_EQ(run.err,
+              "error: Cannot change device database " + place.name() +
+                  ": the connection to the server is lost during the commit: it is not known "
+                  "whether the changes are stored\n"
+                  "hint: the database has all of the changes or none: make them again\n");
+}
+
 TEST(CataloguePostgresql, passwordComesFromTheEnvironment)
 {
     ToolSetup setup;

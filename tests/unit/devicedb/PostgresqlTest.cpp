@@ -138,50 +138,7 @@ protected:
     testkit::TestDatabase place{testkit::Engine::Postgresql};
     DeviceDatabase database{place.url()};
     const std::string cannotWrite = "Cannot write to device database " + place.name() + ": ";
-
-    // Ends every other connection, like a server that is stopped.
-    static void endConnections()
-    {
-        Poco::Data::Session session =
-            testkit::TestDatabase(testkit::Engine::Postgresql).otherProgram();
-        session << "SELECT pg_terminate_backend(pid) FROM pg_stat_activity"
-                   " WHERE pid <> pg_backend_pid() AND datname = current_database()",
-            Poco::Data::Keywords::now;
-    }
 };
-
-TEST_F(PostgresqlServer, LostConnectionIsNamedAndNothingChanged)
-{
-    database.insert(device("1"));
-    endConnections();
-    EXPECT_EQ(failureOf([&] { database.insert(device("2")); }),
-              cannotWrite + "the connection to the server is lost");
-    EXPECT_THAT(storedIds(place.url()), ElementsAre("1"));
-}
-
-TEST_F(PostgresqlServer, ConnectionLostWithinATransactionRollsItBack)
-{
-    {
-        auto transaction = database.beginTransaction();
-        database.insert(device("1"), contentNamed("a"));
-        EXPECT_TRUE(transaction.isAlive());
-        endConnections();
-        EXPECT_EQ(failureOf([&] { database.insert(device("2")); }),
-                  cannotWrite + "the connection to the server is lost");
-        EXPECT_FALSE(transaction.isAlive());
-        EXPECT_EQ(failureOf([&] { transaction.commit(); }),
-                  "Cannot change device database " + place.name() +
-                      ": the connection to the server is lost");
-    }
-    EXPECT_THAT(storedIds(place.url()), IsEmpty());
-}
-
-TEST_F(PostgresqlServer, ReadingOverALostConnectionFails)
-{
-    endConnections();
-    EXPECT_EQ(failureOf([&] { database.list(); }), "Cannot read device database " + place.name() +
-                                                       ": the connection to the server is lost");
-}
 
 TEST_F(PostgresqlServer, MissingRightIsNamed)
 {

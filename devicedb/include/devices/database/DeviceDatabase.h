@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,14 @@ enum class OpenMode
 {
     CreateMissing, ///< Create it: the file, the tables.
     ExistingOnly   ///< Fail.
+};
+
+/// A failure after which it is not known whether the changes are stored: the connection to a server
+/// was lost while it committed them. The catalogue is the old or the new one as a whole.
+class DEVICE_DATABASE_API OutcomeUnknown : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
 };
 
 /// One open device database.
@@ -41,7 +50,8 @@ public:
         /// Rolls the transaction back unless it was committed.
         ~Transaction();
 
-        /// Commits the changes. Throws if that fails; nothing is changed then.
+        /// Commits the changes. Throws if that fails; nothing is changed then, except perhaps after
+        /// an `OutcomeUnknown`.
         void commit();
 
         /// Returns whether the engine still holds the transaction. It is lost with the connection,
