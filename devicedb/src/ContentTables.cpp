@@ -44,86 +44,106 @@ std::string searchText(const ModuleContent& content)
     return foldedText(text);
 }
 
-using Value = RowSql::Value;
+constexpr auto bytesCell = CellType::Bytes;
+constexpr auto textCell = CellType::Text;
+constexpr auto numberCell = CellType::Number;
 
-Value asText()
+RowSql moduleDeletion()
 {
-    return {"?", false};
+    return {"DELETE FROM modules WHERE (record_family, record_module_id) IN (",
+            {bytesCell, bytesCell},
+            ")"};
 }
 
-RowSql moduleDeletion(const SqlDialect& dialect)
+RowSql moduleInsertion()
 {
-    const Value key = bytesValue(dialect);
-    return {"DELETE FROM modules WHERE (record_family, record_module_id) = ", {key, key}, ""};
-}
-
-RowSql moduleInsertion(const SqlDialect& dialect)
-{
-    const Value key = bytesValue(dialect);
     return {"INSERT INTO modules (family, module, record_family, record_module_id, label,"
-            " order_code, in_bytes, out_bytes, search_text) VALUES ",
-            {asText(), asText(), key, key, asText(), asText(), asText(), asText(), asText()},
+            " order_code, in_bytes, out_bytes, search_text) ",
+            {textCell, textCell, bytesCell, bytesCell, textCell, textCell, numberCell, numberCell,
+             textCell},
             ""};
 }
 
 RowSql channelInsertion()
 {
     return {"INSERT INTO channels (family, module, position, number, name, direction, size_letter,"
-            " symbol) VALUES ",
-            std::vector<Value>(8, asText()), ""};
+            " symbol) ",
+            {textCell, textCell, numberCell, numberCell, textCell, textCell, textCell, textCell},
+            ""};
 }
 
 RowSql parameterInsertion()
 {
-    std::vector<Value> values(10, asText());
-    values[4] = {"CAST(nullif(?, '') AS INTEGER)", false}; // the channel, which may be missing
     return {"INSERT INTO parameters (family, module, position, name, channel, width_bits,"
-            " default_value, minimum, maximum, unit) VALUES ",
-            values, ""};
+            " default_value, minimum, maximum, unit) ",
+            {textCell, textCell, numberCell, textCell, CellType::NumberOrNull, numberCell, textCell,
+             textCell, textCell, textCell},
+            ""};
 }
 
 RowSql optionInsertion()
 {
-    return {"INSERT INTO options (family, module, parameter_position, position, text, value)"
-            " VALUES ",
-            std::vector<Value>(6, asText()), ""};
+    return {"INSERT INTO options (family, module, parameter_position, position, text, value) ",
+            {textCell, textCell, numberCell, numberCell, textCell, textCell},
+            ""};
 }
 
-std::vector<RowStatement::Row> channelRows(const std::string& family, const std::string& module,
-                                           const ModuleContent& content)
+using Rows = std::vector<RowStatement::Row>;
+
+void addModuleRow(const ModuleToStore& module, Rows& rows)
 {
-    std::vector<RowStatement::Row> rows;
-    for (const ModuleContent::Channel& channel : content.channels) {
-        rows.push_back({family, module, std::to_string(rows.size()), std::to_string(channel.number),
+    const std::string& family = readable(module.record->family);
+    const std::string& id = readable(module.record->moduleIdText);
+    const ModuleContent& content = *module.content;
+    rows.push_back({family, id, family, id, readable(content.label), readable(content.orderCode),
+                    std::to_string(module.record->inDataSize),
+                    std::to_string(module.record->outDataSize), searchText(content)});
+}
+
+void addChannelRows(const ModuleToStore& module, Rows& rows)
+{
+    std::size_t position = 0;
+    for (const ModuleContent::Channel& channel : module.content->channels) {
+        rows.push_back({module.record->family, module.record->moduleIdText,
+                        std::to_string(position++), std::to_string(channel.number),
                         readable(channel.name), readable(channel.direction),
                         readable(channel.sizeLetter), readable(channel.symbol)});
     }
-    return rows;
 }
 
-std::vector<RowStatement::Row> parameterRows(const std::string& family, const std::string& module,
-                                             const ModuleContent& content)
+void addParameterRows(const ModuleToStore& module, Rows& rows)
 {
-    std::vector<RowStatement::Row> rows;
-    for (const ModuleContent::Parameter& parameter : content.parameters) {
-        rows.push_back({family, module, std::to_string(rows.size()), readable(parameter.name),
-                        parameter.channel ? std::to_string(*parameter.channel) : "",
-                        std::to_string(parameter.widthBits), readable(parameter.defaultValue),
-                        readable(parameter.minimum), readable(parameter.maximum),
-                        readable(parameter.unit)});
+    std::size_t position = 0;
+    for (const ModuleContent::Parameter& parameter : module.content->parameters) {
+        rows.push_back(
+            {module.record->family, module.record->moduleIdText, std::to_string(position++),
+             readable(parameter.name), parameter.channel ? std::to_string(*parameter.channel) : "",
+             std::to_string(parameter.widthBits), readable(parameter.defaultValue),
+             readable(parameter.minimum), readable(parameter.maximum), readable(parameter.unit)});
     }
-    return rows;
 }
 
-std::vector<RowStatement::Row> optionRows(const std::string& family, const std::string& module,
-                                          const ModuleContent& content)
+void addOptionRows(const ModuleToStore& module, Rows& rows)
 {
-    std::vector<RowStatement::Row> rows;
-    for (std::size_t parameter = 0; parameter < content.parameters.size(); ++parameter) {
+    const auto& parameters = module.content->parameters;
+    for (std::size_t parameter = 0; parameter < parameters.size(); ++parameter) {
         std::size_t position = 0;
-        for (const ModuleContent::Option& option : content.parameters[parameter].options) {
-            rows.push_back({family, module, std::to_string(parameter), std::to_string(position++),
+        for (const ModuleContent::Option& option : parameters[parameter].options) {
+            rows.push_back({module.record->family, module.record->moduleIdText,
+                            std::to_string(parameter), std::to_string(position++),
                             readable(option.text), readable(option.value)});
+        }
+    }
+}
+
+// The rows that `add` makes of the modules with content.
+Rows rowsOf(const std::vector<ModuleToStore>& modules,
+            void (*add)(const ModuleToStore& module, Rows& rows))
+{
+    Rows rows;
+    for (const ModuleToStore& module : modules) {
+        if (module.content != nullptr) {
+            add(module, rows);
         }
     }
     return rows;
@@ -132,35 +152,20 @@ std::vector<RowStatement::Row> optionRows(const std::string& family, const std::
 } // namespace
 
 ContentTables::ContentTables(SqlConnection& connection)
-    : deletion(connection.makeRowStatement(moduleDeletion(connection.dialect()))),
-      modules(connection.makeRowStatement(moduleInsertion(connection.dialect()))),
-      channels(connection.makeRowStatement(channelInsertion())),
-      parameters(connection.makeRowStatement(parameterInsertion())),
-      options(connection.makeRowStatement(optionInsertion()))
+    : deletion(connection.makeRowStatement(moduleDeletion())),
+      moduleRows(connection.makeRowStatement(moduleInsertion())),
+      channelRows(connection.makeRowStatement(channelInsertion())),
+      parameterRows(connection.makeRowStatement(parameterInsertion())),
+      optionRows(connection.makeRowStatement(optionInsertion()))
 {}
 
-void ContentTables::remove(const DeviceProperties& record)
+void ContentTables::replace(const std::vector<ModuleToStore>& modules)
 {
-    deletion->execute({{record.family, record.moduleIdText}});
-}
-
-void ContentTables::insert(const DeviceProperties& record, const ModuleContent& content)
-{
-    const std::string& family = readable(record.family);
-    const std::string& module = readable(record.moduleIdText);
-    const RowStatement::Row moduleRow = {family,
-                                         module,
-                                         family,
-                                         module,
-                                         readable(content.label),
-                                         readable(content.orderCode),
-                                         std::to_string(record.inDataSize),
-                                         std::to_string(record.outDataSize),
-                                         searchText(content)};
-    modules->execute({moduleRow});
-    channels->execute(channelRows(family, module, content));
-    parameters->execute(parameterRows(family, module, content));
-    options->execute(optionRows(family, module, content));
+    deletion->execute(keysOf(modules));
+    moduleRows->execute(rowsOf(modules, addModuleRow));
+    channelRows->execute(rowsOf(modules, addChannelRows));
+    parameterRows->execute(rowsOf(modules, addParameterRows));
+    optionRows->execute(rowsOf(modules, addOptionRows));
 }
 
 namespace {

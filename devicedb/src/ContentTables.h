@@ -2,8 +2,7 @@
 
 #include "SqlConnection.h"
 
-#include "devices/database/DeviceProperties.h"
-#include "devices/database/ModuleContent.h"
+#include "devices/database/DeviceDatabase.h"
 
 #include <memory>
 
@@ -16,18 +15,16 @@ class ContentTables
 public:
     explicit ContentTables(SqlConnection& connection);
 
-    /// Removes the content of `record`, if there is any.
-    void remove(const DeviceProperties& record);
-
-    /// Stores the content of `record`, which has none.
-    void insert(const DeviceProperties& record, const ModuleContent& content);
+    /// Replaces the content of `modules`, whose records are stored and of different keys. A module
+    /// that comes without content has none afterwards.
+    void replace(const std::vector<ModuleToStore>& modules);
 
 private:
     std::unique_ptr<RowStatement> deletion;
-    std::unique_ptr<RowStatement> modules;
-    std::unique_ptr<RowStatement> channels;
-    std::unique_ptr<RowStatement> parameters;
-    std::unique_ptr<RowStatement> options;
+    std::unique_ptr<RowStatement> moduleRows;
+    std::unique_ptr<RowStatement> channelRows;
+    std::unique_ptr<RowStatement> parameterRows;
+    std::unique_ptr<RowStatement> optionRows;
 };
 
 /// Returns the content of the module of `family` and `moduleId`, if there is any.

@@ -2,9 +2,28 @@
 
 #include "RecordStore.h"
 
+#include <algorithm>
+#include <map>
 #include <utility>
 
 namespace devices::database {
+
+namespace {
+
+constexpr std::size_t modulesReadAtOnce = 64; // 4 MiB of mx files at most
+
+using RecordsByKey = std::map<std::pair<std::string, std::string>, DeviceProperties>;
+
+RecordsByKey byKey(const std::vector<DeviceProperties>& records)
+{
+    RecordsByKey found;
+    for (const DeviceProperties& record : records) {
+        found.emplace(std::pair(record.family, record.moduleIdText), record);
+    }
+    return found;
+}
+
+} // namespace
 
 DeviceDatabase::DeviceDatabase(const std::string& url)
     : DeviceDatabase(url, OpenMode::CreateMissing)
@@ -23,12 +42,18 @@ const std::string& DeviceDatabase::name() const
 
 void DeviceDatabase::insert(const DeviceProperties& record)
 {
-    store->insert(record, nullptr);
+    store->insert({&record, nullptr});
 }
 
 void DeviceDatabase::insert(const DeviceProperties& record, const ModuleContent& content)
 {
-    store->insert(record, &content);
+    store->insert({&record, &content});
+}
+
+std::vector<std::optional<std::string>>
+DeviceDatabase::insertAll(const std::vector<ModuleToStore>& modules)
+{
+    return store->insertAll(modules);
 }
 
 std::optional<DeviceProperties> DeviceDatabase::find(const std::string& moduleId)
@@ -49,9 +74,17 @@ std::vector<ModuleSummary> DeviceDatabase::search(const ModuleQuery& query)
 void DeviceDatabase::visit(const std::vector<ModuleSummary>& modules,
                            const std::function<void(const DeviceProperties&)>& visitor)
 {
-    for (const ModuleSummary& module : modules) {
-        if (const auto record = store->findExactly(module.family, module.moduleIdText)) {
-            visitor(*record);
+    for (std::size_t first = 0; first < modules.size(); first += modulesReadAtOnce) {
+        const std::vector<ModuleSummary> some(
+            modules.begin() + static_cast<std::ptrdiff_t>(first),
+            modules.begin() +
+                static_cast<std::ptrdiff_t>(std::min(modules.size(), first + modulesReadAtOnce)));
+        const auto records = byKey(store->findAll(some));
+        for (const ModuleSummary& module : some) {
+            const auto record = records.find({module.family, module.moduleIdText});
+            if (record != records.end()) {
+                visitor(record->second);
+            }
         }
     }
 }
@@ -69,7 +102,15 @@ bool DeviceDatabase::remove(const std::string& moduleId)
 
 bool DeviceDatabase::remove(const std::string& family, const std::string& moduleId)
 {
-    return store->removeExactly(family, moduleId);
+    ModuleSummary module;
+    module.family = family;
+    module.moduleIdText = moduleId;
+    return store->removeAll({module}) != 0;
+}
+
+std::size_t DeviceDatabase::removeAll(const std::vector<ModuleSummary>& modules)
+{
+    return store->removeAll(modules);
 }
 
 DeviceDatabase::Transaction DeviceDatabase::beginTransaction()

@@ -121,4 +121,22 @@ std::string cellOf(const PGresult* answer, int row, int column)
     return isNumber && !bytes.empty() ? decimalOf(bytes) : bytes;
 }
 
+void takeRows(const PostgresqlAnswer& answer, std::size_t columns,
+              const std::function<void(const SqlConnection::Row&)>& take)
+{
+    SqlConnection::Row row(columns);
+    for (int number = 0; number < PQntuples(answer.get()); ++number) {
+        for (std::size_t column = 0; column < columns; ++column) {
+            row[column] = cellOf(answer.get(), number, static_cast<int>(column));
+        }
+        take(row);
+    }
+}
+
+std::size_t changedRows(const PostgresqlAnswer& answer)
+{
+    const std::string rows = PQcmdTuples(answer.get());
+    return rows.empty() ? 0 : std::stoull(rows);
+}
+
 } // namespace devices::database

@@ -11,6 +11,9 @@ namespace devices::database {
 /// The server's answer to a statement; freed by libpq.
 using PostgresqlAnswer = std::unique_ptr<PGresult, decltype(&PQclear)>;
 
+/// An open connection; ended by libpq.
+using PostgresqlHandle = std::unique_ptr<PGconn, decltype(&PQfinish)>;
+
 /// Returns the message of libpq or the server, in one line and without its label.
 std::string postgresqlReason(const std::string& message);
 
@@ -24,5 +27,12 @@ PostgresqlAnswer checkedAnswer(PGconn* connection, PGresult* result);
 /// Returns a cell of an answer in the binary format: bytes and texts as they are, numbers in
 /// decimal.
 std::string cellOf(const PGresult* answer, int row, int column);
+
+/// Calls `take` for every row of `answer`, which has `columns` columns.
+void takeRows(const PostgresqlAnswer& answer, std::size_t columns,
+              const std::function<void(const SqlConnection::Row&)>& take);
+
+/// Returns how many rows the statement changed.
+std::size_t changedRows(const PostgresqlAnswer& answer);
 
 } // namespace devices::database

@@ -1,11 +1,6 @@
 #include "PostgresqlConnection.h"
 
-#include "PostgresqlAnswer.h"
-
-#include <Poco/String.h>
-
-#include <algorithm>
-#include <map>
+#include "PostgresqlRowStatement.h"
 
 namespace devices::database {
 
@@ -29,103 +24,34 @@ PostgresqlAnswer run(PGconn* connection, const std::string& sql,
                                  values.data(), lengths.data(), formats.data(), binary));
 }
 
-constexpr std::size_t mostRows = 64;
-
-std::string sqlOf(const RowSql& rowSql, std::size_t rows)
+// Writers lock the one row of the version table first. So writers cannot deadlock, and readers
+// never wait. The time to wait is of the transaction: behind a pooler the next one may be on
+// another connection.
+SqlDialect dialectWaiting(unsigned seconds)
 {
-    std::string sql = rowSql.head;
-    std::size_t number = 0;
-    for (std::size_t row = 0; row < rows; ++row) {
-        std::string values;
-        for (const RowSql::Value& value : rowSql.values) {
-            values += (values.empty() ? "" : ", ") +
-                      Poco::replace(value.sql, std::string("?"), "$" + std::to_string(++number));
-        }
-        sql += (row == 0 ? "(" : ", (") + values + ")";
-    }
-    return sql + rowSql.tail;
+    const unsigned milliseconds = seconds == 0 ? 1 : seconds * 1000; // 0 would be for ever
+    return {"BYTEA",
+            "BIGINT",
+            "",
+            "strpos",
+            "SELECT count(*), coalesce(sum(CASE WHEN table_name IN ('schema_version',"
+            " 'device_properties') THEN 1 ELSE 0 END), 0) FROM information_schema.tables"
+            " WHERE table_schema = current_schema()",
+            "BEGIN ISOLATION LEVEL REPEATABLE READ",
+            "BEGIN; SET LOCAL lock_timeout = " + std::to_string(milliseconds),
+            "SELECT version FROM schema_version FOR UPDATE"};
 }
 
-// A unique name for each statement of the process.
-std::string newName()
-{
-    static unsigned long count = 0;
-    return "device_database_" + std::to_string(++count);
-}
-
-// Rows of PostgreSQL: many in one statement, since each execution is a round trip over the
-// connection. There is one prepared statement per number of rows.
-class PostgresqlRowStatement final : public RowStatement
-{
-public:
-    PostgresqlRowStatement(PGconn* openConnection, RowSql sql);
-    ~PostgresqlRowStatement() override;
-
-    void execute(const std::vector<Row>& rows) override;
-
-private:
-    const std::string& preparedFor(std::size_t rows);
-    void executeSome(const std::vector<Row>& rows, std::size_t first, std::size_t count);
-
-    PGconn* connection;
-    RowSql rowSql;
-    std::map<std::size_t, std::string> names; // of the prepared statements
-};
-
-PostgresqlRowStatement::PostgresqlRowStatement(PGconn* openConnection, RowSql sql)
-    : connection(openConnection), rowSql(std::move(sql))
-{}
-
-PostgresqlRowStatement::~PostgresqlRowStatement()
-{
-    for (const auto& statement : names) {
-        PQclear(PQexec(connection, ("DEALLOCATE " + statement.second).c_str()));
-    }
-}
-
-const std::string& PostgresqlRowStatement::preparedFor(std::size_t rows)
-{
-    const auto known = names.find(rows);
-    if (known != names.end()) {
-        return known->second;
-    }
-    const std::string name = newName();
-    checkedAnswer(connection,
-                  PQprepare(connection, name.c_str(), sqlOf(rowSql, rows).c_str(), 0, nullptr));
-    return names[rows] = name;
-}
-
-void PostgresqlRowStatement::executeSome(const std::vector<Row>& rows, std::size_t first,
-                                         std::size_t count)
-{
-    std::vector<const char*> cells;
-    std::vector<int> lengths;
-    std::vector<int> formats; // 0: text, 1: binary
-    for (std::size_t row = first; row < first + count; ++row) {
-        for (std::size_t column = 0; column < rowSql.values.size(); ++column) {
-            cells.push_back(rows[row][column].data());
-            lengths.push_back(static_cast<int>(rows[row][column].size()));
-            formats.push_back(rowSql.values[column].isBytes ? 1 : 0);
-        }
-    }
-    const std::string& name = preparedFor(count);
-    checkedAnswer(connection,
-                  PQexecPrepared(connection, name.c_str(), static_cast<int>(cells.size()),
-                                 cells.data(), lengths.data(), formats.data(), 0));
-}
-
-void PostgresqlRowStatement::execute(const std::vector<Row>& rows)
-{
-    for (std::size_t first = 0; first < rows.size(); first += mostRows) {
-        executeSome(rows, first, std::min(mostRows, rows.size() - first));
-    }
-}
+// Otherwise libpq prints notices to the standard error.
+void dropNotice(void* /*unused*/, const PGresult* /*notice*/) {}
 
 } // namespace
 
 PostgresqlConnection::PostgresqlConnection(PostgresqlWords connectionWords, Access access,
                                            unsigned patience)
-    : words(std::move(connectionWords)), secondsToWait(patience), connection(nullptr, &PQfinish)
+    : words(std::move(connectionWords)),
+      connection(nullptr, &PQfinish),
+      ownDialect(dialectWaiting(patience))
 {
     connect(access);
 }
@@ -133,26 +59,7 @@ PostgresqlConnection::PostgresqlConnection(PostgresqlWords connectionWords, Acce
 void PostgresqlConnection::connect(Access access)
 {
     connection.reset(words.connect(access));
-    execute("SET lock_timeout = " + std::to_string(secondsToWait * 1000)); // milliseconds
-    execute("SET client_min_messages = error"); // libpq would print the others
-}
-
-// Writers lock the one row of the version table first. So writers cannot deadlock, and readers
-// never wait.
-const SqlDialect& PostgresqlConnection::dialect() const
-{
-    static const SqlDialect postgresql = {
-        "BYTEA",
-        "BIGINT",
-        "",
-        "strpos",
-        "SELECT count(*), coalesce(sum(CASE WHEN table_name IN ('schema_version',"
-        " 'device_properties') THEN 1 ELSE 0 END), 0) FROM information_schema.tables"
-        " WHERE table_schema = current_schema()",
-        "BEGIN ISOLATION LEVEL REPEATABLE READ",
-        "BEGIN",
-        "SELECT version FROM schema_version FOR UPDATE"};
-    return postgresql;
+    PQsetNoticeReceiver(connection.get(), &dropNotice, nullptr);
 }
 
 void PostgresqlConnection::execute(const std::string& sql)
@@ -163,28 +70,19 @@ void PostgresqlConnection::execute(const std::string& sql)
 std::size_t PostgresqlConnection::change(const std::string& sql,
                                          const std::vector<SqlParameter>& parameters)
 {
-    const auto answer = run(connection.get(), sql, parameters);
-    const std::string rows = PQcmdTuples(answer.get());
-    return rows.empty() ? 0 : std::stoull(rows);
+    return changedRows(run(connection.get(), sql, parameters));
 }
 
 void PostgresqlConnection::query(const std::string& sql,
                                  const std::vector<SqlParameter>& parameters, std::size_t columns,
                                  const std::function<void(const Row&)>& take)
 {
-    const auto answer = run(connection.get(), sql, parameters);
-    Row row(columns);
-    for (int number = 0; number < PQntuples(answer.get()); ++number) {
-        for (std::size_t column = 0; column < columns; ++column) {
-            row[column] = cellOf(answer.get(), number, static_cast<int>(column));
-        }
-        take(row);
-    }
+    takeRows(run(connection.get(), sql, parameters), columns, take);
 }
 
 std::unique_ptr<RowStatement> PostgresqlConnection::makeRowStatement(const RowSql& rowSql)
 {
-    return std::make_unique<PostgresqlRowStatement>(connection.get(), rowSql);
+    return std::make_unique<PostgresqlRowStatement>(connection, rowSql);
 }
 
 bool PostgresqlConnection::connectAgain(const SqlFailure& failure, Access access)

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "PostgresqlAnswer.h"
 #include "PostgresqlWords.h"
 #include "SqlConnection.h"
 
 namespace devices::database {
 
 /// A connection to PostgreSQL, or to an engine with the same protocol. Uses plain SQL only, no
-/// triggers and no procedural languages.
+/// triggers and no procedural languages. Relies on no state of its session between transactions,
+/// which a pooler does not keep: no prepared statements, no settings.
 ///
 /// Uses libpq, not Poco's connector: version 1.11 of that frees the result of a statement twice
 /// when a later execution of it fails, leaks the memory of a connection that failed or was lost,
@@ -18,7 +20,7 @@ public:
     /// Connects for `access`. Waits up to `patience` seconds for other writers.
     PostgresqlConnection(PostgresqlWords connectionWords, Access access, unsigned patience);
 
-    const SqlDialect& dialect() const override;
+    const SqlDialect& dialect() const override { return ownDialect; }
     void execute(const std::string& sql) override;
     std::size_t change(const std::string& sql,
                        const std::vector<SqlParameter>& parameters) override;
@@ -33,8 +35,8 @@ private:
     void connect(Access access);
 
     PostgresqlWords words;
-    unsigned secondsToWait;
-    std::unique_ptr<PGconn, decltype(&PQfinish)> connection;
+    PostgresqlHandle connection;
+    SqlDialect ownDialect;
 };
 
 } // namespace devices::database

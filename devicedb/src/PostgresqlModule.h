@@ -6,7 +6,7 @@ namespace devices::database {
 
 /// The version of the interface between library and module: both are built from the same sources,
 /// and a module of another version is not called.
-constexpr int postgresqlModuleVersion = 1;
+constexpr int postgresqlModuleVersion = 2;
 
 /// The function that the module exports as "openPostgresqlRecordStore". The caller owns the store.
 /// Failures are `std::runtime_error`.

@@ -37,18 +37,12 @@ DeviceProperties toRecord(const SqlConnection::Row& row)
 
 } // namespace
 
-RowSql::Value bytesValue(const SqlDialect& dialect)
+RowSql recordInsertion()
 {
-    return {std::string("CAST(? AS ") + dialect.bytes + ")", true};
-}
-
-RowSql recordInsertion(const SqlDialect& dialect)
-{
-    const RowSql::Value bytes = bytesValue(dialect);
-    const RowSql::Value number = {"?", false};
+    constexpr auto bytes = CellType::Bytes;
+    constexpr auto number = CellType::Number;
     return {"INSERT INTO device_properties (family, module_id, brand_label_name, text4, text5,"
-            " host_bytes, mx_file_data, default_parameter_block, in_data_size, out_data_size)"
-            " VALUES ",
+            " host_bytes, mx_file_data, default_parameter_block, in_data_size, out_data_size) ",
             {bytes, bytes, bytes, bytes, bytes, bytes, bytes, bytes, number, number},
             " ON CONFLICT (family, module_id) DO UPDATE SET"
             " brand_label_name = excluded.brand_label_name, text4 = excluded.text4,"
@@ -57,6 +51,8 @@ RowSql recordInsertion(const SqlDialect& dialect)
             " default_parameter_block = excluded.default_parameter_block,"
             " in_data_size = excluded.in_data_size, out_data_size = excluded.out_data_size"};
 }
+
+namespace {
 
 RowStatement::Row toRow(const DeviceProperties& record)
 {
@@ -72,17 +68,67 @@ RowStatement::Row toRow(const DeviceProperties& record)
             std::to_string(record.outDataSize)};
 }
 
+} // namespace
+
+std::vector<RowStatement::Row> recordRows(const std::vector<ModuleToStore>& modules)
+{
+    std::vector<RowStatement::Row> rows;
+    rows.reserve(modules.size());
+    for (const ModuleToStore& module : modules) {
+        rows.push_back(toRow(*module.record));
+    }
+    return rows;
+}
+
+std::vector<RowStatement::Row> keysOf(const std::vector<ModuleToStore>& modules)
+{
+    std::vector<RowStatement::Row> keys;
+    keys.reserve(modules.size());
+    for (const ModuleToStore& module : modules) {
+        keys.push_back({module.record->family, module.record->moduleIdText});
+    }
+    return keys;
+}
+
+std::vector<RowStatement::Row> keysOf(const std::vector<ModuleSummary>& modules)
+{
+    std::vector<RowStatement::Row> keys;
+    keys.reserve(modules.size());
+    for (const ModuleSummary& module : modules) {
+        keys.push_back({module.family, module.moduleIdText});
+    }
+    return keys;
+}
+
 const char* const recordSelect =
     "SELECT family, module_id, brand_label_name, text4, text5, host_bytes, mx_file_data,"
     " default_parameter_block, in_data_size, out_data_size FROM device_properties";
 
+namespace {
+
+constexpr std::size_t recordColumns = 10;
+
+} // namespace
+
 std::vector<DeviceProperties> fetchRecords(SqlConnection& connection, const std::string& select,
                                            const std::vector<SqlParameter>& parameters)
 {
-    constexpr std::size_t columns = 10;
     std::vector<DeviceProperties> records;
-    connection.query(select, parameters, columns,
+    connection.query(select, parameters, recordColumns,
                      [&](const SqlConnection::Row& row) { records.push_back(toRecord(row)); });
+    return records;
+}
+
+std::vector<DeviceProperties> fetchRecords(SqlConnection& connection,
+                                           const std::vector<RowStatement::Row>& keys)
+{
+    const auto select =
+        connection.makeRowStatement({std::string(recordSelect) + " WHERE (family, module_id) IN (",
+                                     {CellType::Bytes, CellType::Bytes},
+                                     ")"});
+    std::vector<DeviceProperties> records;
+    select->query(keys, recordColumns,
+                  [&](const SqlConnection::Row& row) { records.push_back(toRecord(row)); });
     return records;
 }
 

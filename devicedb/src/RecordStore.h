@@ -29,16 +29,18 @@ public:
     /// Returns whether a transaction was begun, not ended since, and is still open in the engine.
     virtual bool isTransactionAlive() = 0;
 
-    /// Stores `record`, replacing the one of the same family and module identifier and its content.
-    /// `content` may be null.
-    virtual void insert(const DeviceProperties& record, const ModuleContent* content) = 0;
+    /// Stores `module`, replacing the one of the same family and module identifier.
+    virtual void insert(const ModuleToStore& module) = 0;
+
+    /// Stores `modules` in order. Returns for each why it alone was rejected, if it was.
+    virtual std::vector<std::optional<std::string>>
+    insertAll(const std::vector<ModuleToStore>& modules) = 0;
 
     /// Returns the record of the module identifier text; of several families the first.
     virtual std::optional<DeviceProperties> find(const std::string& moduleId) = 0;
 
-    /// Returns the record of one family.
-    virtual std::optional<DeviceProperties> findExactly(const std::string& family,
-                                                        const std::string& moduleId) = 0;
+    /// Returns the records of `modules` that exist, in any order.
+    virtual std::vector<DeviceProperties> findAll(const std::vector<ModuleSummary>& modules) = 0;
 
     /// Returns all records, ordered bytewise by family and module identifier.
     virtual std::vector<DeviceProperties> list() = 0;
@@ -54,8 +56,8 @@ public:
     /// was one.
     virtual bool remove(const std::string& moduleId) = 0;
 
-    /// Removes the record of one family.
-    virtual bool removeExactly(const std::string& family, const std::string& moduleId) = 0;
+    /// Removes `modules`. Returns how many of them there were.
+    virtual std::size_t removeAll(const std::vector<ModuleSummary>& modules) = 0;
 };
 
 /// Opens the store that `url` names, see `DeviceDatabase`.

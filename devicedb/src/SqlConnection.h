@@ -63,28 +63,30 @@ struct SqlDialect
     const char* findText;     ///< Function of (text, part): 0 when the text does not hold the part.
     const char* countTables;  ///< Selects the number of tables, and of our first two.
     const char* beginReading; ///< Starts a transaction that reads one state of the database.
-    const char* beginWriting; ///< Starts a transaction that makes changes.
+    std::string beginWriting; ///< Starts a transaction that makes changes.
     const char* claimWriting; ///< After it: waits for other writers; fails without permission.
 };
 
-/// A statement that takes rows of values: "head (value, value), (value, value) tail". Without
-/// values it is its head.
+/// The type of the cells of a column. A number is in decimal.
+enum class CellType
+{
+    Bytes,
+    Text,
+    Number,
+    NumberOrNull ///< An empty cell is NULL.
+};
+
+/// A statement that takes rows of cells: "head ROWS tail", where each engine has its own way to
+/// state the table ROWS. Without cells it is its head.
 struct RowSql
 {
-    struct Value
-    {
-        std::string sql; ///< SQL for the cell; "?" is its value.
-        bool isBytes;    ///< True: bytes; false: text, or a number as text.
-    };
-
     std::string head;
-    std::vector<Value> values;
+    std::vector<CellType> cells; ///< Of each row.
     std::string tail;
 };
 
-/// A statement that is prepared once and executed for rows. One implementation per engine, since
-/// the fast way to store many rows differs: see each. Failures are a `SqlFailure`; the object
-/// cannot be used afterwards.
+/// A statement for rows. One implementation per engine, since the fast way to handle many rows
+/// differs: see each. Failures are a `SqlFailure`; the object cannot be used afterwards.
 class RowStatement
 {
 public:
@@ -95,7 +97,13 @@ public:
     RowStatement(const RowStatement&) = delete;
     RowStatement& operator=(const RowStatement&) = delete;
 
-    virtual void execute(const std::vector<Row>& rows) = 0;
+    /// Runs the statement and returns how many rows of the database it changed.
+    virtual std::size_t execute(const std::vector<Row>& rows) = 0;
+
+    /// Runs the statement, a SELECT, and calls `take` for every row of the answer, which has
+    /// `columns` columns and no NULL. Its ORDER BY holds among the answers to one of `rows` alone.
+    virtual void query(const std::vector<Row>& rows, std::size_t columns,
+                       const std::function<void(const Row&)>& take) = 0;
 };
 
 /// A value for $1, $2 ... in a statement.

@@ -13,26 +13,24 @@ namespace devices::database {
 namespace {
 
 constexpr const char* ofModule = " WHERE module_id = $1";
-constexpr const char* ofRecord = " WHERE module_id = $1 AND family = $2";
 
 std::optional<DeviceProperties> firstOf(const std::vector<DeviceProperties>& records)
 {
     return records.empty() ? std::nullopt : std::optional(records.front());
 }
 
-} // namespace
-
-// The statements for every record, prepared at the first one.
-struct SqlRecordStore::Prepared
+std::vector<ModuleToStore> modulesAt(const std::vector<ModuleToStore>& modules,
+                                     const ModulePositions& positions)
 {
-    explicit Prepared(SqlConnection& connection)
-        : records(connection.makeRowStatement(recordInsertion(connection.dialect()))),
-          content(connection)
-    {}
+    std::vector<ModuleToStore> chosen;
+    chosen.reserve(positions.size());
+    for (const std::size_t position : positions) {
+        chosen.push_back(modules[position]);
+    }
+    return chosen;
+}
 
-    std::unique_ptr<RowStatement> records;
-    ContentTables content;
-};
+} // namespace
 
 SqlRecordStore::SqlRecordStore(std::string name, std::unique_ptr<SqlConnection> openConnection,
                                OpenMode mode)
@@ -72,12 +70,12 @@ auto SqlRecordStore::read(Work work) -> decltype(work())
     return attempt("read", [&] { return repeatable(Access::Read, work); });
 }
 
-SqlRecordStore::Prepared& SqlRecordStore::prepared()
+ModuleTables& SqlRecordStore::tables()
 {
-    if (preparedStatements == nullptr) {
-        preparedStatements = std::make_unique<Prepared>(*connection);
+    if (moduleTables == nullptr) {
+        moduleTables = std::make_unique<ModuleTables>(*connection);
     }
-    return *preparedStatements;
+    return *moduleTables;
 }
 
 // An empty database may be that of a server that only reads.
@@ -97,7 +95,7 @@ void SqlRecordStore::openSchema()
 // Another server may have another version of the schema.
 bool SqlRecordStore::connectAgain(const SqlFailure& failure, Access access)
 {
-    preparedStatements.reset();
+    moduleTables.reset();
     if (!connection->connectAgain(failure, access)) {
         return false;
     }
@@ -221,8 +219,8 @@ void SqlRecordStore::startTransaction()
 {
     repeatable(Access::Change, [this] {
         try {
-            connection->execute(connection->dialect().beginWriting);
-            connection->execute(connection->dialect().claimWriting);
+            connection->execute(connection->dialect().beginWriting + "; " +
+                                connection->dialect().claimWriting); // one round trip
         } catch (...) {
             takeBack(true);
             throw;
@@ -286,14 +284,13 @@ void SqlRecordStore::requireTransaction()
 void SqlRecordStore::takeBack(bool wholeTransaction)
 {
     try {
-        connection->execute(wholeTransaction ? "ROLLBACK" : "ROLLBACK TO SAVEPOINT one_change");
-        if (!wholeTransaction) {
-            connection->execute("RELEASE SAVEPOINT one_change");
-        }
+        connection->execute(wholeTransaction
+                                ? "ROLLBACK"
+                                : "ROLLBACK TO SAVEPOINT one_change; RELEASE SAVEPOINT one_change");
     } catch (const SqlFailure&) {
         // The failure that led here is the one to report.
     }
-    preparedStatements.reset(); // a prepared statement cannot be used after a failure
+    moduleTables.reset(); // its statements cannot be used after a failure
 }
 
 void SqlRecordStore::change(const char* attempted, const std::function<void()>& work)
@@ -319,15 +316,50 @@ void SqlRecordStore::change(const char* attempted, const std::function<void()>& 
     });
 }
 
-void SqlRecordStore::insert(const DeviceProperties& record, const ModuleContent* content)
+void SqlRecordStore::insert(const ModuleToStore& module)
 {
-    change("write to", [&] {
-        prepared().records->execute({toRow(record)});
-        prepared().content.remove(record);
-        if (content != nullptr) {
-            prepared().content.insert(record, *content);
+    change("write to", [&] { tables().store({module}); });
+}
+
+// A batch is a savepoint of the transaction, so this needs one.
+SqlRecordStore::Rejections SqlRecordStore::insertAll(const std::vector<ModuleToStore>& modules)
+{
+    if (!inTransaction) {
+        begin();
+        try {
+            Rejections rejections = insertAll(modules);
+            commit();
+            return rejections;
+        } catch (...) {
+            rollback();
+            throw;
         }
-    });
+    }
+    Rejections rejections(modules.size());
+    for (const ModulePositions& batch : batchesOf(modules)) {
+        storeBatch(modules, batch, rejections);
+    }
+    return rejections;
+}
+
+// A rejected module rejects its batch: the halves are stored on their own, until it is alone.
+void SqlRecordStore::storeBatch(const std::vector<ModuleToStore>& modules,
+                                const ModulePositions& batch, Rejections& rejections)
+{
+    try {
+        change("write to", [&] { tables().store(modulesAt(modules, batch)); });
+    } catch (const std::runtime_error& failure) {
+        if (!isTransactionAlive()) {
+            throw;
+        }
+        if (batch.size() == 1) {
+            rejections[batch.front()] = failure.what();
+            return;
+        }
+        const auto middle = batch.begin() + static_cast<std::ptrdiff_t>(batch.size() / 2);
+        storeBatch(modules, {batch.begin(), middle}, rejections);
+        storeBatch(modules, {middle, batch.end()}, rejections);
+    }
 }
 
 std::optional<DeviceProperties> SqlRecordStore::find(const std::string& moduleId)
@@ -339,13 +371,9 @@ std::optional<DeviceProperties> SqlRecordStore::find(const std::string& moduleId
     });
 }
 
-std::optional<DeviceProperties> SqlRecordStore::findExactly(const std::string& family,
-                                                            const std::string& moduleId)
+std::vector<DeviceProperties> SqlRecordStore::findAll(const std::vector<ModuleSummary>& modules)
 {
-    return read([&] {
-        return firstOf(fetchRecords(*connection, std::string(recordSelect) + ofRecord,
-                                    {{moduleId, true}, {family, true}}));
-    });
+    return read([&] { return fetchRecords(*connection, keysOf(modules)); });
 }
 
 std::vector<DeviceProperties> SqlRecordStore::list()
@@ -385,19 +413,19 @@ bool SqlRecordStore::remove(const std::string& moduleId)
 {
     bool removed = false;
     change("write to", [&] {
-        removed = connection->change(std::string("DELETE FROM device_properties") + ofModule,
-                                     {{moduleId, true}}) != 0;
+        std::vector<RowStatement::Row> keys;
+        connection->query(std::string("SELECT family, module_id FROM device_properties") + ofModule,
+                          {{moduleId, true}}, 2,
+                          [&](const SqlConnection::Row& key) { keys.push_back(key); });
+        removed = tables().remove(keys) != 0;
     });
     return removed;
 }
 
-bool SqlRecordStore::removeExactly(const std::string& family, const std::string& moduleId)
+std::size_t SqlRecordStore::removeAll(const std::vector<ModuleSummary>& modules)
 {
-    bool removed = false;
-    change("write to", [&] {
-        removed = connection->change(std::string("DELETE FROM device_properties") + ofRecord,
-                                     {{moduleId, true}, {family, true}}) != 0;
-    });
+    std::size_t removed = 0;
+    change("write to", [&] { removed = tables().remove(keysOf(modules)); });
     return removed;
 }
 

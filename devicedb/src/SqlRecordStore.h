@@ -1,6 +1,7 @@
 #pragma once
 
-#include "ContentTables.h"
+#include "ModuleBatches.h"
+#include "ModuleTables.h"
 #include "RecordStore.h"
 #include "SqlConnection.h"
 
@@ -11,7 +12,8 @@ namespace devices::database {
 /// A store in an SQL engine.
 ///
 /// Every change runs inside a transaction, or inside a savepoint of the one that is open, so that a
-/// rejected record affects no other. Statements that are needed for every record are prepared once.
+/// rejected record affects no other. Many modules are stored in batches, each with one savepoint;
+/// one that is rejected is found by halving its batch.
 class SqlRecordStore final : public RecordStore
 {
 public:
@@ -25,19 +27,20 @@ public:
     void commit() override;
     void rollback() override;
     bool isTransactionAlive() override;
-    void insert(const DeviceProperties& record, const ModuleContent* content) override;
+    void insert(const ModuleToStore& module) override;
+    std::vector<std::optional<std::string>>
+    insertAll(const std::vector<ModuleToStore>& modules) override;
     std::optional<DeviceProperties> find(const std::string& moduleId) override;
-    std::optional<DeviceProperties> findExactly(const std::string& family,
-                                                const std::string& moduleId) override;
+    std::vector<DeviceProperties> findAll(const std::vector<ModuleSummary>& modules) override;
     std::vector<DeviceProperties> list() override;
     std::vector<ModuleSummary> search(const ModuleQuery& query) override;
     std::optional<ModuleContent> content(const std::string& family,
                                          const std::string& moduleId) override;
     bool remove(const std::string& moduleId) override;
-    bool removeExactly(const std::string& family, const std::string& moduleId) override;
+    std::size_t removeAll(const std::vector<ModuleSummary>& modules) override;
 
 private:
-    struct Prepared;
+    using Rejections = std::vector<std::optional<std::string>>;
 
     /// Runs `work`; turns a `SqlFailure` into a sentence that says what was `attempted`.
     template <typename Work>
@@ -64,13 +67,15 @@ private:
     void requireTransaction();
     void change(const char* attempted, const std::function<void()>& work);
     void takeBack(bool wholeTransaction);
-    Prepared& prepared();
+    void storeBatch(const std::vector<ModuleToStore>& modules, const ModulePositions& batch,
+                    Rejections& rejections);
+    ModuleTables& tables();
 
     std::string shownName;
     std::unique_ptr<SqlConnection> connection;
     OpenMode openMode;
-    bool inTransaction = false; ///< Between `begin` and `commit` or `rollback`.
-    std::unique_ptr<Prepared> preparedStatements;
+    bool inTransaction = false;                 ///< Between `begin` and `commit` or `rollback`.
+    std::unique_ptr<ModuleTables> moduleTables; ///< Made at the first change.
 };
 
 } // namespace devices::database

@@ -37,38 +37,65 @@ SqliteStatement prepared(sqlite3* connection, const std::string& sql,
 std::string sqlOfOneRow(const RowSql& rowSql)
 {
     std::string values;
-    for (const RowSql::Value& value : rowSql.values) {
-        values += (values.empty() ? "" : ", ") + value.sql;
+    for (const CellType type : rowSql.cells) {
+        values += values.empty() ? "" : ", ";
+        values += type == CellType::NumberOrNull ? "CAST(nullif(?, '') AS INTEGER)" : "?";
     }
-    return rowSql.values.empty() ? rowSql.head : rowSql.head + "(" + values + ")" + rowSql.tail;
+    return rowSql.cells.empty() ? rowSql.head
+                                : rowSql.head + "VALUES (" + values + ")" + rowSql.tail;
 }
 
-// Rows of SQLite, one step each, which is fastest in SQLite.
+// Rows of SQLite, one execution each, which is fastest in SQLite.
 class SqliteRowStatement final : public RowStatement
 {
 public:
-    // `connection` must outlive the object.
-    SqliteRowStatement(sqlite3* connection, const RowSql& rowSql)
-        : statement(connection, sqlOfOneRow(rowSql))
+    // `openConnection` must outlive the object.
+    SqliteRowStatement(sqlite3* openConnection, const RowSql& rowSql)
+        : connection(openConnection),
+          types(rowSql.cells),
+          statement(openConnection, sqlOfOneRow(rowSql))
+    {}
+
+    std::size_t execute(const std::vector<Row>& rows) override
     {
-        for (const RowSql::Value& value : rowSql.values) {
-            isBytes.push_back(value.isBytes);
-        }
+        std::size_t changed = 0; // by the statement itself, not by foreign keys
+        forEach(rows, [&] {
+            statement.step();
+            changed += static_cast<std::size_t>(sqlite3_changes(connection));
+        });
+        return changed;
     }
 
-    void execute(const std::vector<Row>& rows) override
+    void query(const std::vector<Row>& rows, std::size_t columns,
+               const std::function<void(const Row&)>& take) override
+    {
+        Row answer(columns);
+        forEach(rows, [&] {
+            while (statement.step()) {
+                for (std::size_t column = 0; column < columns; ++column) {
+                    answer[column] = statement.cell(static_cast<int>(column));
+                }
+                take(answer);
+            }
+        });
+    }
+
+private:
+    template <class Execution>
+    void forEach(const std::vector<Row>& rows, const Execution& execution)
     {
         for (const Row& row : rows) {
-            for (std::size_t column = 0; column < isBytes.size(); ++column) {
-                statement.bind(static_cast<int>(column) + 1, row[column], isBytes[column]);
+            for (std::size_t column = 0; column < types.size(); ++column) {
+                statement.bind(static_cast<int>(column) + 1, row[column],
+                               types[column] == CellType::Bytes);
             }
-            statement.step();
+            execution();
         }
         statement.unbind(); // frees the rows
     }
 
-private:
-    std::vector<bool> isBytes; // of each column
+    sqlite3* connection;
+    std::vector<CellType> types; // of each column
     SqliteStatement statement;
 };
 

@@ -179,6 +179,15 @@ TEST_F(PostgresqlServer, OtherWriterIsWaitedForAndThenReported)
     EXPECT_THAT(storedIds(place.url()), ElementsAre("1", "2"));
 }
 
+TEST_F(PostgresqlServer, OtherWriterIsReportedAtOnceIfThereIsNoTimeToWait)
+{
+    const Variable wait("DEVICE_DATABASE_WAIT", "0");
+    DeviceDatabase impatient(place.url());
+    const auto transaction = database.beginTransaction();
+    EXPECT_EQ(failureOf([&] { impatient.insert(device("2")); }),
+              cannotWrite + "canceling statement due to lock timeout");
+}
+
 TEST_F(PostgresqlServer, RefusedRecordsLeaveTheStatementsUsable)
 {
     place.refuseModuleBad();

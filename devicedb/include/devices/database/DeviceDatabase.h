@@ -31,6 +31,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A module to store. What it points to must outlive the call that it is given to.
+struct ModuleToStore
+{
+    const DeviceProperties* record; ///< As for `DeviceDatabase::insert`.
+    const ModuleContent* content;   ///< Null: without content.
+};
+
 /// One open device database.
 ///
 /// Texts and byte vectors of a record are returned byte for byte, NUL bytes included. Failures are
@@ -88,6 +95,12 @@ public:
     /// identifier must be texts as `ModuleContent` holds them.
     void insert(const DeviceProperties& record, const ModuleContent& content);
 
+    /// Stores `modules` in order, each as `insert` does, in few statements for all of them. Returns
+    /// for each why it was rejected, as the text of the exception that `insert` would throw;
+    /// nothing for one that is stored. Without a transaction it is one of its own. Throws if the
+    /// database fails; nothing is stored then, and a transaction is lost.
+    std::vector<std::optional<std::string>> insertAll(const std::vector<ModuleToStore>& modules);
+
     /// Returns the record with the module identifier text `moduleId`, if there is one.
     std::optional<DeviceProperties> find(const std::string& moduleId);
 
@@ -98,7 +111,8 @@ public:
     /// condition names an unknown field or a value that the field cannot have.
     std::vector<ModuleSummary> search(const ModuleQuery& query);
 
-    /// Calls `visitor` for the record of each of `modules` that still exists.
+    /// Calls `visitor` for the record of each of `modules` that still exists, in their order. Reads
+    /// them in groups of up to 64.
     void visit(const std::vector<ModuleSummary>& modules,
                const std::function<void(const DeviceProperties&)>& visitor);
 
@@ -111,6 +125,9 @@ public:
 
     /// Removes the record of one family.
     bool remove(const std::string& family, const std::string& moduleId);
+
+    /// Removes `modules`, all or, if it throws, none. Returns how many of them there were.
+    std::size_t removeAll(const std::vector<ModuleSummary>& modules);
 
     /// Starts a transaction, waiting for other writers. The database must outlive it; transactions
     /// do not nest.
