@@ -11,13 +11,17 @@
 #include <random>
 #include <set>
 
+#include <poll.h>
+
 // One of many processes that use one catalogue. A writer has two directories of the same modules,
-// "a" and "b", and stores now one and now the other; a reader checks what it reads against them.
+// "a" and "b", and stores now one and now the other; a reader checks what it reads against them. A
+// watcher does the same over the failures of servers.
 
 namespace {
 
 using devices::database::DeviceDatabase;
 using devices::database::DeviceProperties;
+using devices::database::OpenMode;
 using Clock = std::chrono::steady_clock;
 namespace fs = std::filesystem;
 
@@ -128,6 +132,82 @@ int read(const std::string& url, const fs::path& root, Clock::time_point end)
     return 0;
 }
 
+// How long the reads of one object had no answer.
+class Watch
+{
+public:
+    void answered()
+    {
+        const auto now = Clock::now();
+        longest = std::max(longest, now - last);
+        last = now;
+        ++reads;
+    }
+
+    void failed(const std::string& reason)
+    {
+        reasons.insert(reason);
+        ++failures;
+    }
+
+    // Reads, failures, the longest time between two answers in milliseconds; then each reason.
+    void print() const
+    {
+        const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(longest);
+        std::cout << reads << ' ' << failures << ' ' << time.count() << '\n';
+        for (const std::string& reason : reasons) {
+            std::cout << reason << '\n';
+        }
+    }
+
+private:
+    Clock::time_point last = Clock::now();
+    Clock::duration longest{};
+    unsigned reads = 0;
+    unsigned failures = 0;
+    std::set<std::string> reasons;
+};
+
+// Waits; returns whether whoever started this process has closed its input.
+bool isAskedToEnd(int milliseconds)
+{
+    pollfd input = {0, POLLIN, 0};
+    return poll(&input, 1, milliseconds) != 0;
+}
+
+int watch(const std::string& url, const fs::path& root)
+{
+    constexpr int pause = 20; // milliseconds
+    const auto writers = loadFiles(root);
+    DeviceDatabase database(url, OpenMode::ExistingOnly);
+    Watch result;
+    while (!isAskedToEnd(pause)) {
+        std::vector<DeviceProperties> records;
+        try {
+            records = database.list();
+        } catch (const std::runtime_error& failure) {
+            result.failed(failure.what());
+            continue;
+        }
+        check(writers, records, true);
+        result.answered();
+    }
+    result.print();
+    return 0;
+}
+
+// Reads, changes and reads through one object, which was opened for reading.
+int change(const std::string& url)
+{
+    DeviceDatabase database(url, OpenMode::ExistingOnly);
+    const auto records = database.list();
+    database.insert(records.at(0));
+    if (database.list().size() != records.size()) {
+        throw std::runtime_error("a change was lost");
+    }
+    return 0;
+}
+
 int run(const std::vector<std::string>& words)
 {
     if (words.size() == 4 && words[0] == "write") {
@@ -140,9 +220,17 @@ int run(const std::vector<std::string>& words)
         check(loadFiles(words[2]), DeviceDatabase(words[1]).list(), true);
         return 0;
     }
+    if (words.size() == 3 && words[0] == "watch") {
+        return watch(words[1], words[2]);
+    }
+    if (words.size() == 2 && words[0] == "change") {
+        return change(words[1]);
+    }
     std::cerr << "Usage: catalogue-worker write URL SETS SECONDS\n"
                  "       catalogue-worker read URL ROOT SECONDS\n"
-                 "       catalogue-worker check URL ROOT\n";
+                 "       catalogue-worker check URL ROOT\n"
+                 "       catalogue-worker watch URL ROOT\n"
+                 "       catalogue-worker change URL\n";
     return 2;
 }
 

@@ -18,11 +18,13 @@ import sys
 import tempfile
 import time
 
+import generated_modules
+from generated_modules import contents
+
 BIN = pathlib.Path(sys.argv[1])
-EXAMPLES = sorted(p for p in (BIN.parent / "examples/modules").glob("MX*.bin") if p.name != "MX9999.bin")
+EXAMPLES = generated_modules.examples(BIN)
 SHORT = "--short" in sys.argv
 SERVER = os.environ["TEST_POSTGRESQL"]
-IDENTITY = re.compile(rb"\xfb\x05\x00.(....)", re.DOTALL)
 
 
 def fail(text):
@@ -35,19 +37,7 @@ def expect(holds, text):
 
 
 def generate(folder, count, state, first=0x10000000):
-    """Makes `count` different modules: examples with another identifier and serial number."""
-    folder.mkdir(parents=True)
-    for number in range(count):
-        original = EXAMPLES[number % len(EXAMPLES)].read_bytes()
-        place = IDENTITY.search(original).start(1)
-        module = (first + number).to_bytes(4, "big")
-        mx = original[:place] + module + original[place + 4:]
-        mx = mx.replace(b"BrandSerialNumber,s=0", b"BrandSerialNumber,s=" + state.encode(), 1)
-        (folder / f"MX{module.hex()}.bin").write_bytes(mx)
-
-
-def contents(folder):
-    return {p.name: p.read_bytes() for p in folder.glob("MX*.bin")}
+    generated_modules.generate(EXAMPLES, folder, count, state, first)
 
 
 def tool(*words, **more):
