@@ -46,7 +46,7 @@ std::size_t endOfBatch(const std::vector<ModuleToStore>& modules, std::size_t fi
 {
     std::size_t end = first + 1;
     std::size_t bytes = bytesOf(modules[first]);
-    while (end < modules.size() && end - first < mostModulesOfBatch &&
+    while (end < modules.size() && end - first < modulesOfBatch &&
            (bytes += bytesOf(modules[end])) <= mostBytesOfBatch) {
         ++end;
     }

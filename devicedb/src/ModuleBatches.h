@@ -7,9 +7,6 @@
 
 namespace devices::database {
 
-/// A batch has at most so many modules.
-inline constexpr std::size_t mostModulesOfBatch = 256;
-
 /// A batch of several modules has about so many bytes at most, in the memory of this process.
 inline constexpr std::size_t mostBytesOfBatch = 8U << 20U;
 

@@ -1,22 +1,17 @@
 #include "mxmodule/Population.h"
 
-#include "DeviceReport.h"
-#include "ProcessParser.h"
 #include "catalogue/CatalogueContent.h"
 #include "catalogue/DatabaseWork.h"
-#include "catalogue/LoadedFile.h"
-#include "catalogue/ModuleContent.h"
 #include "catalogue/StatedModules.h"
+#include "catalogue/TranslatedFile.h"
 
 #include <fmt/format.h>
 
-#include <filesystem>
-#include <memory>
+#include <optional>
 #include <set>
-#include <stdexcept>
 #include <string>
 #include <utility>
-#include <variant>
+#include <vector>
 
 namespace mxmodule {
 
@@ -24,52 +19,13 @@ namespace {
 
 using devices::database::DeviceDatabase;
 using devices::database::DeviceProperties;
-using devices::database::ModuleContent;
-using devices::parser::mx::Parser_kv38;
 
 constexpr const char* unchanged = "the database is unchanged";
 
 using ModuleKey = std::pair<std::string, std::string>; // family and identifier
 
-struct StoredModule
-{
-    DeviceProperties record;
-    ModuleContent content;
-};
-
-std::vector<char> contentOf(const std::string& file)
-{
-    try {
-        return loadedFile(file);
-    } catch (const Failure& failure) {
-        Finding reason = failure.reason();
-        reason.hint = unchanged;
-        throw Failure(std::move(reason));
-    }
-}
-
-// The module of an mx file, or why there is none. What is not the file's fault is thrown: an
-// exception of the observer, a use of the parser by another thread of the host.
-std::variant<StoredModule, std::string> translated(std::vector<char> mxData, Observer* observer)
-{
-    std::shared_ptr<Parser_kv38::DeviceP> device;
-    std::string failed;
-    withParser(observer, [&](Parser_kv38& parser) {
-        try {
-            device = parser.parse(mxData, nullptr, 0, 0);
-        } catch (const std::runtime_error& failure) {
-            failed = failure.what();
-        }
-    });
-    if (device == nullptr) {
-        return failed;
-    }
-    StoredModule module{device->privateProps,
-                        catalogueContent(makeReport(*device, conversionsOf(mxData)))};
-    device.reset(); // points into the bytes
-    module.record.mxFileData = new std::vector<char>(std::move(mxData));
-    return module;
-}
+// At most so many bytes of mx files wait to be stored.
+constexpr std::size_t mostPendingBytes = 4U << 20U;
 
 } // namespace
 
@@ -93,6 +49,7 @@ public:
             tell(done);
             store(directory.files[done]);
         }
+        storePending();
         tell(directory.files.size());
         findRepeated();
     }
@@ -109,13 +66,14 @@ public:
                  reason + ", which may be any in the database: nothing is removed"});
             return;
         }
+        Modules missing;
         for (const auto& module : searched()) {
             if (module.family == "kv38" && stated->count(module.moduleIdText) == 0) {
-                withDatabase(unchanged,
-                             [&] { database.remove(module.family, module.moduleIdText); });
+                missing.push_back(module);
                 result.removed.push_back(entryOf(module));
             }
         }
+        withDatabase(unchanged, [&] { database.removeAll(missing); });
     }
 
     Population committed()
@@ -162,36 +120,63 @@ private:
         add({Severity::Error, "", "File " + name + ": " + reason});
     }
 
-    void store(const std::string& file)
-    {
-        const std::string name = std::filesystem::path(file).filename().string();
-        logDebug(observer, "Loading mx file " + name);
-        const auto module = translated(contentOf(file), observer);
-        if (const auto* const reason = std::get_if<std::string>(&module)) {
-            addFailed(name, *reason);
-            return;
-        }
-        const auto& made = std::get<StoredModule>(module);
-        if (const auto rejected = rejection(made)) {
-            addFailed(name, *rejected);
-            return;
-        }
-        count(made.record);
-    }
-
-    // Stores `module`; returns why the database rejected it, if it did. A lost transaction is a
-    // failure of the whole run.
-    std::optional<std::string> rejection(const StoredModule& module)
+    // Files that wait to be stored are told before one that cannot be read.
+    TranslatedFile translated(const std::string& file)
     {
         try {
-            database.insert(module.record, module.content);
-            return std::nullopt;
-        } catch (const std::runtime_error& failure) {
-            if (!transaction.isAlive()) {
-                throw Failure(Origin::Output, "", failure.what(), unchanged);
-            }
-            return failure.what();
+            return translatedFile(file, observer);
+        } catch (const Failure& failure) {
+            storePending();
+            Finding reason = failure.reason();
+            reason.hint = unchanged;
+            throw Failure(std::move(reason));
         }
+    }
+
+    void store(const std::string& file)
+    {
+        pending.push_back(translated(file));
+        if (const auto& module = pending.back().module) {
+            pendingBytes += module->record.mxFileData->size();
+        }
+        if (pending.size() == devices::database::modulesOfBatch ||
+            pendingBytes >= mostPendingBytes) {
+            storePending();
+        }
+    }
+
+    // Stores the modules of the files that wait, and tells what became of each in their order.
+    void storePending()
+    {
+        const std::vector<TranslatedFile> files = std::exchange(pending, {});
+        pendingBytes = 0;
+        const auto rejections = rejectionsOf(files);
+        auto rejection = rejections.begin();
+        for (const TranslatedFile& file : files) {
+            if (!file.module) {
+                addFailed(file.name, file.failure);
+                continue;
+            }
+            if (*rejection) {
+                addFailed(file.name, **rejection);
+            } else {
+                count(file.module->record);
+            }
+            ++rejection;
+        }
+    }
+
+    // Stores the modules of `files`; returns for each of these why the database rejected it, if it
+    // did. A lost transaction is a failure of the whole run.
+    std::vector<std::optional<std::string>> rejectionsOf(const std::vector<TranslatedFile>& files)
+    {
+        std::vector<devices::database::ModuleToStore> modules;
+        for (const TranslatedFile& file : files) {
+            if (file.module) {
+                modules.push_back({&file.module->record, &file.module->content});
+            }
+        }
+        return withDatabase(unchanged, [&] { return database.insertAll(modules); });
     }
 
     void count(const DeviceProperties& record)
@@ -205,10 +190,10 @@ private:
 
     void findRepeated()
     {
-        for (const std::string& module : repeated) {
+        for (const auto& [module, files] : filesStating(repeated, directory)) {
             add({Severity::Warning, directory.path,
                  fmt::format("Module {} has several files, of which one is stored: {}", module,
-                             fmt::join(filesStating(module, directory), ", ")),
+                             fmt::join(files, ", ")),
                  "leave one of them in the directory"});
         }
     }
@@ -220,6 +205,8 @@ private:
     std::set<ModuleKey> present;    // in the database
     std::set<ModuleKey> stored;     // by this run
     std::set<std::string> repeated; // identifiers with several files
+    std::vector<TranslatedFile> pending;
+    std::size_t pendingBytes = 0;
     Population result;
 };
 

@@ -48,15 +48,22 @@ std::optional<std::set<std::string>> statedModules(const MxDirectory& directory)
     return modules;
 }
 
-std::vector<std::string> filesStating(const std::string& module, const MxDirectory& directory)
+std::map<std::string, std::vector<std::string>> filesStating(const std::set<std::string>& modules,
+                                                             const MxDirectory& directory)
 {
-    std::vector<std::string> names;
+    std::map<std::string, std::vector<std::string>> names;
+    if (modules.empty()) {
+        return names; // the files need not be read again
+    }
     for (const std::string& file : directory.files) {
-        if (statedModule(loadedFile(file)) == module) {
-            names.push_back(std::filesystem::path(file).filename().string());
+        const auto module = statedModule(loadedFile(file));
+        if (module && modules.count(*module) != 0) {
+            names[*module].push_back(std::filesystem::path(file).filename().string());
         }
     }
-    std::sort(names.begin(), names.end());
+    for (auto& [module, files] : names) {
+        std::sort(files.begin(), files.end());
+    }
     return names;
 }
 

@@ -2,6 +2,7 @@
 
 #include <mxmodule/Population.h>
 
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -14,7 +15,8 @@ namespace mxmodule {
 /// left out.
 [[nodiscard]] std::optional<std::set<std::string>> statedModules(const MxDirectory& directory);
 
-/// Returns the names of the files of `directory` with the identifier `module`, sorted.
-std::vector<std::string> filesStating(const std::string& module, const MxDirectory& directory);
+/// Returns the names of the files of `directory` with each of the identifiers `modules`, sorted.
+std::map<std::string, std::vector<std::string>> filesStating(const std::set<std::string>& modules,
+                                                             const MxDirectory& directory);
 
 } // namespace mxmodule

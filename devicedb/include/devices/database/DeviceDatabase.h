@@ -5,6 +5,7 @@
 #include "devices/database/ModuleContent.h"
 #include "devices/database/ModuleQuery.h"
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -30,6 +31,9 @@ class DEVICE_DATABASE_API OutcomeUnknown : public std::runtime_error
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// `DeviceDatabase::insertAll` stores so many modules in one statement, or fewer if they are large.
+inline constexpr std::size_t modulesOfBatch = 256;
 
 /// A module to store. What it points to must outlive the call that it is given to.
 struct ModuleToStore

@@ -151,6 +151,72 @@ TEST_F(Populating, rejectedRecordIsUndoneAlone)
     EXPECT_THAT(stored(), ElementsAre("00000a01", "00000a03"));
 }
 
+// More files than one batch: 300. The directory is walked in any order.
+TEST_F(Populating, findingsComeInTheOrderOfTheFiles)
+{
+    refuse("ABORT");
+    std::vector<std::string> expected;
+    mxmodule::MxDirectory listed{directory.path()};
+    for (std::uint32_t number = 0; number < 300; ++number) {
+        const std::string name = "MX" + std::to_string(1000 + number) + ".bin";
+        const bool isRefused = number % 100 == 50;
+        const bool isCut = number % 100 == 30 || number == 299;
+        const std::uint32_t module = isRefused ? 0xa02 : 0xb00 + number;
+        directory.add(name, isCut ? cutFile(module) : mxFile(module));
+        listed.files.push_back(directory.path(name));
+        if (isRefused || isCut) {
+            expected.push_back("File " + name + ": " +
+                               (isCut ? "Parser::parse()" : "Cannot write"));
+        }
+    }
+    Recorder recorder;
+    const Population done = mxmodule::populate(listed, catalogue, {}, &recorder);
+    EXPECT_EQ(done.inserted, 293U);
+    EXPECT_EQ(done.failed, 7U); // 3 are refused, 4 are cut
+    EXPECT_EQ(recorder.notices, textsOf(done.findings));
+    ASSERT_EQ(recorder.notices.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_THAT(recorder.notices[i], StartsWith(expected[i]));
+    }
+    EXPECT_EQ(stored().size(), 293U);
+}
+
+// Two of the files are of one module, between them one that is refused.
+TEST_F(Populating, lastFileOfAModuleIsStored)
+{
+    refuse("ABORT");
+    directory.add("MX1.bin", 0xa01);
+    directory.add("MX2.bin", 0xa02);
+    std::vector<char> labelled = mxFile(0xa01);
+    const std::string label = "Test module";
+    const auto at = std::search(labelled.begin(), labelled.end(), label.begin(), label.end());
+    ASSERT_NE(at, labelled.end());
+    *at = 'B';
+    directory.add("MX3.bin", labelled);
+    mxmodule::MxDirectory listed{directory.path()};
+    listed.files = {directory.path("MX1.bin"), directory.path("MX2.bin"),
+                    directory.path("MX3.bin")};
+    mxmodule::populate(listed, catalogue);
+    EXPECT_EQ(catalogue.search().front().label, "Best module");
+    std::swap(listed.files.front(), listed.files.back());
+    const Population done = mxmodule::populate(listed, catalogue);
+    EXPECT_EQ(catalogue.search().front().label, "Test module");
+    EXPECT_EQ(done.replaced, 2U);
+    EXPECT_EQ(done.failed, 1U);
+}
+
+// What is known of the files before it is told.
+TEST_F(Populating, fileThatIsGoneIsToldAfterTheFindings)
+{
+    directory.add("MX1.bin", cutFile(0xa01));
+    mxmodule::MxDirectory listed{directory.path()};
+    listed.files = {directory.path("MX1.bin"), directory.path("MX2.bin")};
+    Recorder recorder;
+    const Finding reason = reasonOf([&] { mxmodule::populate(listed, catalogue, {}, &recorder); });
+    EXPECT_EQ(reason.place, directory.path("MX2.bin"));
+    EXPECT_THAT(recorder.notices, ElementsAre(StartsWith("File MX1.bin: Parser::parse()")));
+}
+
 TEST_F(Populating, lostTransactionLeavesTheCatalogueUnchanged)
 {
     directory.add("MX1.bin", 0xa01);
