@@ -84,6 +84,7 @@ inline std::string engineName(const testing::TestParamInfo<Engine>& info)
 
 /// Runs the tests of a fixture derived from `OnEachEngine`.
 #define RUN_ON_EACH_ENGINE(fixture)                                                                \
-    INSTANTIATE_TEST_SUITE_P(                                                                      \
-        On, fixture, testing::Values(testkit::Engine::Sqlite, testkit::Engine::Postgresql),        \
-        testkit::engineName)
+    INSTANTIATE_TEST_SUITE_P(On, fixture,                                                          \
+                             testing::Values(testkit::Engine::Sqlite, testkit::Engine::Postgresql, \
+                                             testkit::Engine::Pooled),                             \
+                             testkit::engineName)

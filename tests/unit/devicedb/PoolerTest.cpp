@@ -1,13 +1,22 @@
+#include "Records.h"
+
+#include <Failure.h>
 #include <TestDatabase.h>
 
 #include <gmock/gmock.h>
 
 #include <libpq-fe.h>
 
+#include <cstdlib>
 #include <memory>
 #include <set>
 
 namespace {
+
+using devices::database::DeviceDatabase;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testkit::failureOf;
 
 // What the tests behind the pooler rest on: a setting or a prepared statement of one transaction
 // is missing in the next, since that has another connection to the server.
@@ -29,6 +38,25 @@ TEST(PoolerPostgresql, GivesEachTransactionAnotherConnection)
         connections.insert(last);
     }
     EXPECT_EQ(connections.size(), 3U);
+}
+
+// The time to wait for is a setting of each transaction. The same holds without a pooler.
+TEST(PoolerPostgresql, OtherWriterIsWaitedForAndThenReported)
+{
+    const testkit::TestDatabase place(testkit::Engine::Pooled);
+    DeviceDatabase database(place.url());
+    setenv("DEVICE_DATABASE_WAIT", "1", 1);
+    DeviceDatabase impatient(place.url());
+    unsetenv("DEVICE_DATABASE_WAIT");
+    auto transaction = database.beginTransaction();
+    database.insert(device("1"));
+    EXPECT_EQ(failureOf([&] { impatient.insert(device("2")); }),
+              "Cannot write to device database " + place.name() +
+                  ": canceling statement due to lock timeout");
+    EXPECT_THAT(moduleIds(impatient.list()), IsEmpty());
+    transaction.commit();
+    impatient.insert(device("2"));
+    EXPECT_THAT(storedIds(place.url()), ElementsAre("1", "2"));
 }
 
 } // namespace

@@ -165,20 +165,6 @@ TEST_F(PostgresqlServer, MissingRightIsNamed)
     place.execute("DROP ROLE " + reader);
 }
 
-TEST_F(PostgresqlServer, OtherWriterIsWaitedForAndThenReported)
-{
-    const Variable wait("DEVICE_DATABASE_WAIT", "1");
-    DeviceDatabase impatient(place.url());
-    auto transaction = database.beginTransaction();
-    database.insert(device("1"));
-    EXPECT_EQ(failureOf([&] { impatient.insert(device("2")); }),
-              cannotWrite + "canceling statement due to lock timeout");
-    EXPECT_THAT(moduleIds(impatient.list()), IsEmpty());
-    transaction.commit();
-    impatient.insert(device("2"));
-    EXPECT_THAT(storedIds(place.url()), ElementsAre("1", "2"));
-}
-
 TEST_F(PostgresqlServer, OtherWriterIsReportedAtOnceIfThereIsNoTimeToWait)
 {
     const Variable wait("DEVICE_DATABASE_WAIT", "0");
