@@ -15,7 +15,9 @@
 #include <text/Utf8.h>
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
+#include <stdexcept>
 #include <utility>
 
 namespace mxmodule {
@@ -24,7 +26,9 @@ namespace {
 
 using devices::database::DeviceDatabase;
 using devices::database::DeviceProperties;
+using devices::database::ModuleContent;
 using devices::database::ModuleSummary;
+using devices::database::ModuleToStore;
 using devices::database::OpenMode;
 
 // A stored file has one byte more than the file on disk (0xFF).
@@ -47,28 +51,60 @@ CatalogueRecord recordOf(const DeviceProperties& stored)
     return record;
 }
 
-// The record of `module`, if it still exists.
-std::optional<DeviceProperties> storedRecord(DeviceDatabase& database, const CatalogueEntry& module)
+std::vector<ModuleSummary> keysOf(const std::vector<CatalogueEntry>& modules)
 {
-    std::optional<DeviceProperties> found;
-    ModuleSummary key;
-    key.family = module.family;
-    key.moduleIdText = module.moduleId;
-    withDatabase("", [&] {
-        database.visit({key}, [&](const DeviceProperties& record) { found = record; });
-    });
-    return found;
+    std::vector<ModuleSummary> keys(modules.size());
+    for (std::size_t i = 0; i < modules.size(); ++i) {
+        keys[i].family = modules[i].family;
+        keys[i].moduleIdText = modules[i].moduleId;
+    }
+    return keys;
 }
 
-void copyRecord(DeviceDatabase& source, const DeviceProperties& record, DeviceDatabase& target)
+// Compares modules with that of `record`.
+auto isOf(const DeviceProperties& record)
 {
-    withDatabase("", [&] {
-        if (const auto content = source.content(record.family, record.moduleIdText)) {
-            target.insert(record, *content);
-        } else {
-            target.insert(record);
+    return [&record](const CatalogueEntry& module) {
+        return module.moduleId == record.moduleIdText && module.family == record.family;
+    };
+}
+
+using Records = std::vector<DeviceProperties>;
+
+// Calls `visitor` with the records of those of `modules` that still exist, in their order and some
+// at a time: one by one each would cost a round trip over the network, and all could fill the
+// memory. Failures of the visitor are its own.
+void visitSome(DeviceDatabase& database, const std::vector<CatalogueEntry>& modules,
+               const std::function<void(const Records&)>& visitor)
+{
+    constexpr std::size_t atOnce = 64;
+    for (std::size_t first = 0; first < modules.size(); first += atOnce) {
+        const auto begin = modules.begin() + static_cast<std::ptrdiff_t>(first);
+        const auto count = std::min(atOnce, modules.size() - first);
+        Records records;
+        withDatabase("", [&] {
+            database.visit(keysOf({begin, begin + static_cast<std::ptrdiff_t>(count)}),
+                           [&](const DeviceProperties& record) { records.push_back(record); });
+        });
+        visitor(records);
+    }
+}
+
+// Stores `records` with their content. One that the database rejects is a failure.
+void copyRecords(DeviceDatabase& source, const Records& records, DeviceDatabase& target)
+{
+    std::vector<std::optional<ModuleContent>> contents;
+    std::vector<ModuleToStore> copies;
+    contents.reserve(records.size()); // the copies point into it
+    for (const DeviceProperties& record : records) {
+        contents.push_back(source.content(record.family, record.moduleIdText));
+        copies.push_back({&record, contents.back() ? &*contents.back() : nullptr});
+    }
+    for (const auto& rejection : target.insertAll(copies)) {
+        if (rejection) {
+            throw std::runtime_error(*rejection);
         }
-    });
+    }
 }
 
 std::vector<std::string> idsOf(const std::vector<CatalogueEntry>& modules)
@@ -240,11 +276,11 @@ Module Catalogue::module(const std::string& moduleId, const ModuleOptions& optio
 std::string Catalogue::json(const std::vector<CatalogueEntry>& modules)
 {
     text::Json list = text::Json::array();
-    for (const CatalogueEntry& module : modules) {
-        if (const auto record = storedRecord(content->database, module)) {
-            list.push_back(recordJson(recordOf(*record)));
+    visitSome(content->database, modules, [&](const Records& records) {
+        for (const DeviceProperties& record : records) {
+            list.push_back(recordJson(recordOf(record)));
         }
-    }
+    });
     return text::jsonText({{"schema", text::jsonSchema("mxtool.devices", 1)}, {"devices", list}});
 }
 
@@ -254,13 +290,17 @@ std::size_t Catalogue::visitFiles(
     Observer* observer)
 {
     Counter written(observer, modules.size(), "files");
-    for (const CatalogueEntry& module : modules) {
-        const auto record = storedRecord(content->database, module);
-        if (record && !record->mxFileData->empty()) {
-            visitor(module, fileOf(*record));
-            written.add();
+    auto module = modules.begin();
+    visitSome(content->database, modules, [&](const Records& records) {
+        for (const DeviceProperties& record : records) {
+            module = std::find_if(module, modules.end(), isOf(record));
+            if (!record.mxFileData->empty()) {
+                visitor(*module, fileOf(record));
+                written.add();
+            }
+            ++module;
         }
-    }
+    });
     return written.count();
 }
 
@@ -270,12 +310,12 @@ std::size_t Catalogue::copyTo(Catalogue& target, const std::vector<CatalogueEntr
     Counter copied(observer, modules.size(), "modules");
     DeviceDatabase& store = target.content->database;
     auto transaction = withDatabase("", [&] { return store.beginTransaction(); });
-    for (const CatalogueEntry& module : modules) {
-        if (const auto record = storedRecord(content->database, module)) {
-            copyRecord(content->database, *record, store);
+    visitSome(content->database, modules, [&](const Records& records) {
+        withDatabase("", [&] { copyRecords(content->database, records, store); });
+        for (std::size_t i = 0; i < records.size(); ++i) {
             copied.add();
         }
-    }
+    });
     withDatabase("", [&] { transaction.commit(); });
     return copied.count();
 }

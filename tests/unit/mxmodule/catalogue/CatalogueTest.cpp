@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <stdexcept>
@@ -202,6 +203,38 @@ TEST_F(OpenCatalogue, copiesRecordsAndContent)
     EXPECT_EQ(copied.find("00000a02")->file, mxFile(0xa02));
     EXPECT_THAT(idsOf(copied.search(CatalogueQuery("k38-t"))), // the order code
                 ElementsAre("00000a01", "00000a02"));
+}
+
+// More than are read at once: 130 of the records of a host, one of them removed meanwhile.
+TEST_F(OpenCatalogue, manyModulesAreVisitedAndCopiedInTheirOrder)
+{
+    {
+        devices::database::DeviceDatabase database(place.url());
+        auto transaction = database.beginTransaction();
+        for (int number = 100; number < 230; ++number) {
+            devices::database::DeviceProperties record;
+            record.family = "kv39";
+            record.moduleIdText = std::to_string(number);
+            record.mxFileData = new std::vector<char>{'x', '\xFF'};
+            database.insert(record);
+        }
+        transaction.commit();
+    }
+    auto modules = catalogue.search();
+    std::reverse(modules.begin(), modules.end());
+    catalogue.remove("150");
+    std::vector<std::string> visited;
+    catalogue.visitFiles(modules, [&](const CatalogueEntry& module, const std::vector<char>&) {
+        visited.push_back(module.moduleId);
+    });
+    ASSERT_EQ(visited.size(), 131U); // 129 of the host, then those of the fixture
+    EXPECT_EQ(visited[0], "229");
+    EXPECT_EQ(visited[78], "151");
+    EXPECT_EQ(visited[79], "149");
+    EXPECT_EQ(visited[130], "00000a01");
+    Catalogue target = Catalogue::openOrCreate("sqlite::memory:");
+    EXPECT_EQ(catalogue.copyTo(target, modules), 131U);
+    EXPECT_EQ(idsOf(target.search()), idsOf(catalogue.search()));
 }
 
 TEST_F(OpenCatalogue, failedCopyChangesNothing)
