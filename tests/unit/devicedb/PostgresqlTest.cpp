@@ -14,7 +14,6 @@ namespace {
 using devices::database::DeviceDatabase;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 using testkit::failureOf;
