@@ -68,7 +68,28 @@ std::vector<DeviceProperties> DeviceDatabase::list()
 
 std::vector<ModuleSummary> DeviceDatabase::search(const ModuleQuery& query)
 {
-    return store->search(query);
+    std::vector<ModuleSummary> found;
+    store->search(query, [&](const ModuleSummary& module) {
+        found.push_back(module);
+        return true;
+    });
+    return found;
+}
+
+void DeviceDatabase::search(const ModuleQuery& query,
+                            const std::function<bool(const ModuleSummary&)>& take)
+{
+    store->search(query, take);
+}
+
+SearchExplanation DeviceDatabase::explain(const ModuleQuery& query)
+{
+    return store->explain(query);
+}
+
+ModuleCounts DeviceDatabase::counts()
+{
+    return store->counts();
 }
 
 void DeviceDatabase::visit(const std::vector<ModuleSummary>& modules,

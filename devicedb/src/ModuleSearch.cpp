@@ -1,215 +1,145 @@
 #include "ModuleSearch.h"
 
 #include "ContentTables.h"
-
-#include <Poco/NumberParser.h>
-#include <Poco/String.h>
+#include "IndexedSearch.h"
+#include "KeySql.h"
+#include "ModuleFields.h"
+#include "SearchLookup.h"
+#include "SqlSchema.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace devices::database {
 
 namespace {
 
-// A field and its SQL. "{}" in `condition` stands for the comparison of `value`.
-struct FieldSql
-{
-    ModuleField field;
-    const char* value;
-    const char* condition;
-};
+using Source = SearchExplanation::Source;
 
-constexpr const char* plain = "{}";
-constexpr const char* ofChannels = "EXISTS (SELECT 1 FROM channels c WHERE c.family = m.family"
-                                   " AND c.module = m.module AND {})";
-constexpr const char* ofParameters = "EXISTS (SELECT 1 FROM parameters c WHERE c.family = m.family"
-                                     " AND c.module = m.module AND {})";
-constexpr const char* ofOptions = "EXISTS (SELECT 1 FROM options c WHERE c.family = m.family"
-                                  " AND c.module = m.module AND {})";
-
-const std::vector<FieldSql>& fieldsWithSql()
+// The modules after a key, in the order of keys. Words are looked for in the texts which version 2
+// of the schema has, as its library did: in lower case, without options.
+std::string orderedSql(const SqlDialect& dialect, const ModuleQuery& query,
+                       const std::optional<ModuleKey>& after, std::size_t most, BoundValues& values)
 {
-    // Never destroyed: a host may still query while its own statics are destroyed.
-    static const auto& fields = *new std::vector<FieldSql>{
-        {{"module_id", false, "module identifier, eight hexadecimal digits"}, "m.module", plain},
-        {{"family", false, "module family"}, "m.family", plain},
-        {{"label", false, "label text"}, "m.label", plain},
-        {{"order_code", false, "order code"}, "m.order_code", plain},
-        {{"in_bytes", true, "input process data in bytes"}, "p.in_data_size", plain},
-        {{"out_bytes", true, "output process data in bytes"}, "p.out_data_size", plain},
-        {{"parameter_bytes", true, "default parameter block in bytes"},
-         "length(p.default_parameter_block)",
-         plain},
-        {{"file_bytes", true, "mx file in bytes"}, "(length(p.mx_file_data) - 1)", plain},
-        {{"channels", true, "number of channels"},
-         "(SELECT count(*) FROM channels c WHERE c.family = m.family AND c.module = m.module)",
-         plain},
-        {{"parameters", true, "number of parameters"},
-         "(SELECT count(*) FROM parameters c WHERE c.family = m.family AND c.module = m.module)",
-         plain},
-        {{"channel", false, "name of any of its channels"}, "c.name", ofChannels},
-        {{"direction", false, "direction of any of its channels, in or out"},
-         "c.direction",
-         ofChannels},
-        {{"size_letter", false, "IEC size letter of any of its channels"},
-         "c.size_letter",
-         ofChannels},
-        {{"parameter", false, "name of any of its parameters"}, "c.name", ofParameters},
-        {{"unit", false, "unit of any of its parameters"}, "c.unit", ofParameters},
-        {{"option", false, "text of any option of its parameters"}, "c.text", ofOptions}};
-    return fields;
+    std::string sql = std::string("SELECT ") + summaryColumns + " FROM device_properties p" +
+                      joinModules + " WHERE true";
+    if (after) {
+        sql += " AND (p.family, p.module_id) > " + values.key(*after);
+    }
+    for (const std::string& word : query.words) {
+        sql += std::string(" AND ") + dialect.findText + "(m.search_text, " +
+               values.text(foldedText(word)) + ") > 0";
+    }
+    for (const ModuleCondition& condition : query.conditions) {
+        sql += " AND " + conditionSql(condition, dialect, values);
+    }
+    return sql + " ORDER BY p.family, p.module_id" +
+           (most == 0 ? "" : " LIMIT " + std::to_string(most));
 }
 
-const FieldSql& fieldNamed(const std::string& name)
+std::vector<ModuleSummary> modulesInOrder(SqlConnection& connection, const ModuleQuery& query,
+                                          const std::optional<ModuleKey>& after, std::size_t most)
 {
-    const auto& fields = fieldsWithSql();
-    const auto found = std::find_if(fields.begin(), fields.end(), [&](const FieldSql& field) {
-        return field.field.name == name;
-    });
-    if (found == fields.end()) {
-        throw SqlFailure("there is no field \"" + name + "\"");
-    }
-    return *found;
+    BoundValues values(connection.dialect());
+    const std::string sql = orderedSql(connection.dialect(), query, after, most, values);
+    std::vector<ModuleSummary> modules;
+    connection.query(sql, values.all(), summaryColumnCount,
+                     [&](const SqlConnection::Row& row) { modules.push_back(summaryOf(row)); });
+    return modules;
 }
 
-const char* operatorOf(Comparison comparison)
+// Some at a time, so that the first ones come soon.
+void searchInOrder(SqlConnection& connection, const ModuleQuery& query, const SummaryTaker& take)
 {
-    switch (comparison) {
-    case Comparison::Equal:
-        return " = ";
-    case Comparison::NotEqual:
-        return " <> ";
-    case Comparison::Less:
-        return " < ";
-    case Comparison::LessOrEqual:
-        return " <= ";
-    case Comparison::Greater:
-        return " > ";
-    case Comparison::GreaterOrEqual:
-        return " >= ";
-    case Comparison::Contains:
-        break;
-    }
-    return nullptr;
-}
-
-// The SQL of a query and the values bound in it.
-class SearchSql
-{
-public:
-    explicit SearchSql(const SqlDialect& sqlDialect) : dialect(sqlDialect) {}
-
-    void addWord(const std::string& word)
-    {
-        addCondition(found("m.search_text", placeholder(foldedText(word))));
-    }
-
-    void add(const ModuleCondition& condition)
-    {
-        const FieldSql& field = fieldNamed(condition.field);
-        const std::string comparison = field.field.isNumber ? numberComparison(field, condition)
-                                                            : textComparison(field, condition);
-        addCondition(Poco::replace(std::string(field.condition), std::string("{}"), comparison));
-    }
-
-    std::string select() const
-    {
-        return "SELECT p.family, p.module_id, p.brand_label_name, p.in_data_size,"
-               " p.out_data_size, length(p.default_parameter_block), length(p.mx_file_data),"
-               " CASE WHEN m.module IS NULL THEN 0 ELSE 1 END FROM device_properties p"
-               " LEFT JOIN modules m ON m.record_family = p.family AND"
-               " m.record_module_id = p.module_id" +
-               conditions + " ORDER BY p.family, p.module_id";
-    }
-
-    const std::vector<SqlParameter>& values() const { return bound; }
-
-private:
-    std::string placeholder(const std::string& value)
-    {
-        bound.push_back({value, false});
-        return "$" + std::to_string(bound.size());
-    }
-
-    std::string found(const std::string& text, const std::string& part) const
-    {
-        return std::string(dialect.findText) + "(" + text + ", " + part + ") > 0";
-    }
-
-    std::string numberComparison(const FieldSql& field, const ModuleCondition& condition)
-    {
-        Poco::Int64 number = 0;
-        if (condition.comparison == Comparison::Contains ||
-            !Poco::NumberParser::tryParse64(condition.value, number)) {
-            throw SqlFailure("field \"" + condition.field +
-                             "\" is compared with a whole number, not with \"" + condition.value +
-                             "\"");
+    constexpr std::size_t mostAtOnce = 4096;
+    std::optional<ModuleKey> after = query.after;
+    std::size_t left = query.limit;
+    for (bool goesOn = true; goesOn;) {
+        const std::size_t most = query.limit == 0 ? mostAtOnce : std::min(left, mostAtOnce);
+        const auto modules = modulesInOrder(connection, query, after, most);
+        for (const ModuleSummary& module : modules) {
+            if (!take(module)) {
+                return;
+            }
+            after = keyOf(module);
         }
-        return field.value + std::string(operatorOf(condition.comparison)) + "CAST(" +
-               placeholder(condition.value) + " AS BIGINT)";
+        left -= std::min(left, modules.size());
+        goesOn = modules.size() == most && (query.limit == 0 || left != 0);
     }
+}
 
-    std::string textComparison(const FieldSql& field, const ModuleCondition& condition)
-    {
-        const std::string value = placeholder(condition.value);
-        const char* const comparison = operatorOf(condition.comparison);
-        return comparison == nullptr ? found(field.value, value)
-                                     : field.value + std::string(comparison) + value;
-    }
-
-    void addCondition(const std::string& condition)
-    {
-        conditions += (conditions.empty() ? " WHERE " : " AND ") + condition;
-    }
-
-    const SqlDialect& dialect;
-    std::string conditions;
-    std::vector<SqlParameter> bound;
-};
-
-ModuleSummary toSummary(const SqlConnection::Row& row)
+// A word with the end of a line is in no text.
+bool matchesNothing(const SearchLookup& lookup)
 {
-    ModuleSummary summary;
-    summary.family = row[0];
-    summary.moduleIdText = row[1];
-    summary.brandLabelName = row[2];
-    summary.inDataSize = static_cast<std::uint32_t>(numberOf(row[3]));
-    summary.outDataSize = static_cast<std::uint32_t>(numberOf(row[4]));
-    summary.parameterBlockSize = static_cast<std::uint64_t>(numberOf(row[5]));
-    const auto stored = static_cast<std::uint64_t>(numberOf(row[6]));
-    summary.mxFileSize = stored == 0 ? 0 : stored - 1; // one byte more than the file on disk
-    summary.hasContent = row[7] == "1";
-    return summary;
+    return std::any_of(lookup.words.begin(), lookup.words.end(), [](const std::string& word) {
+        return word.find('\n') != std::string::npos;
+    });
+}
+
+// A query that was checked, without the words that every module has.
+ModuleQuery simplified(const ModuleQuery& query, const SqlDialect& dialect)
+{
+    ModuleQuery made = query;
+    made.words.erase(std::remove(made.words.begin(), made.words.end(), ""), made.words.end());
+    BoundValues ignored(dialect);
+    for (const ModuleCondition& condition : made.conditions) {
+        conditionSql(condition, dialect, ignored); // or a failure, also where nothing is read
+    }
+    return made;
+}
+
+Source sourceOf(int version, const ModuleQuery& query, const SearchLookup& lookup)
+{
+    if (version < versionOfSearchTables) {
+        return query.words.empty() ? Source::Order : Source::Scan;
+    }
+    return lookup.parts.empty() ? Source::Order : Source::Index;
 }
 
 } // namespace
 
-std::vector<ModuleSummary> searchModules(SqlConnection& connection, const ModuleQuery& query)
+void searchModules(SqlConnection& connection, int version, const ModuleQuery& query,
+                   const SummaryTaker& take)
 {
-    SearchSql search(connection.dialect());
-    for (const std::string& word : query.words) {
-        search.addWord(word);
+    const ModuleQuery searched = simplified(query, connection.dialect());
+    const SearchLookup lookup(searched);
+    if (matchesNothing(lookup)) {
+        return;
     }
-    for (const ModuleCondition& condition : query.conditions) {
-        search.add(condition);
+    if (sourceOf(version, searched, lookup) == Source::Index) {
+        searchByIndex(connection, searched, lookup, take);
+    } else {
+        searchInOrder(connection, searched, take);
     }
-    constexpr std::size_t columns = 8;
-    std::vector<ModuleSummary> found;
-    connection.query(search.select(), search.values(), columns,
-                     [&](const SqlConnection::Row& row) { found.push_back(toSummary(row)); });
-    return found;
 }
 
-const std::vector<ModuleField>& moduleFields()
+SearchExplanation explainSearch(SqlConnection& connection, int version, const ModuleQuery& query)
 {
-    static const std::vector<ModuleField>& fields = []() -> const std::vector<ModuleField>& {
-        auto& list = *new std::vector<ModuleField>;
-        std::transform(fieldsWithSql().begin(), fieldsWithSql().end(), std::back_inserter(list),
-                       [](const FieldSql& field) { return field.field; });
-        return list;
-    }();
-    return fields;
+    const ModuleQuery searched = simplified(query, connection.dialect());
+    const SearchLookup lookup(searched);
+    SearchExplanation explanation;
+    explanation.source = sourceOf(version, searched, lookup);
+    explanation.words = lookup.words;
+    explanation.parts = lookup.texts();
+    if (explanation.source == Source::Index) {
+        explainIndex(connection, searched, lookup, explanation);
+        return explanation;
+    }
+    BoundValues values(connection.dialect());
+    explanation.sql =
+        orderedSql(connection.dialect(), searched, searched.after, searched.limit, values);
+    return explanation;
+}
+
+ModuleCounts countModules(SqlConnection& connection)
+{
+    ModuleCounts counts;
+    connection.query("SELECT (SELECT count(*) FROM device_properties),"
+                     " (SELECT count(*) FROM modules)",
+                     {}, 2, [&](const SqlConnection::Row& row) {
+                         counts.modules = static_cast<std::uint64_t>(numberOf(row[0]));
+                         counts.withContent = static_cast<std::uint64_t>(numberOf(row[1]));
+                     });
+    return counts;
 }
 
 } // namespace devices::database

@@ -1,13 +1,22 @@
 #pragma once
 
 #include "SqlConnection.h"
+#include "SummaryRow.h"
 
 #include "devices/database/ModuleQuery.h"
 
 namespace devices::database {
 
-/// Returns the modules that match `query`. Each field selects fixed SQL and each value is bound, so
-/// that no text of the query is executed as SQL. Throws `SqlFailure`.
-std::vector<ModuleSummary> searchModules(SqlConnection& connection, const ModuleQuery& query);
+/// Calls `take` with the modules that match `query`, in its order, until it returns false or there
+/// are `ModuleQuery::limit`. `version` is that of the schema: before version 4 there is no search
+/// index, and the modules are in the order of their keys. Throws `SqlFailure`.
+void searchModules(SqlConnection& connection, int version, const ModuleQuery& query,
+                   const SummaryTaker& take);
+
+/// Returns how `searchModules` finds them.
+SearchExplanation explainSearch(SqlConnection& connection, int version, const ModuleQuery& query);
+
+/// Counts the modules.
+ModuleCounts countModules(SqlConnection& connection);
 
 } // namespace devices::database

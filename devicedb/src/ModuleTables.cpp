@@ -18,17 +18,19 @@ RowSql recordDeletion()
 ModuleTables::ModuleTables(SqlConnection& connection)
     : insertion(connection.makeRowStatement(recordInsertion())),
       deletion(connection.makeRowStatement(recordDeletion())),
-      content(connection)
+      content(connection),
+      search(connection)
 {}
 
-// The content refers to the records, so they are first.
+// The other tables refer to the records, so they are first.
 void ModuleTables::store(const std::vector<ModuleToStore>& modules)
 {
     insertion->execute(recordRows(modules));
     content.replace(modules);
+    search.replace(modules);
 }
 
-// The content goes with its record.
+// The rows of the other tables go with the record.
 std::size_t ModuleTables::remove(const std::vector<RowStatement::Row>& keys)
 {
     return deletion->execute(keys);

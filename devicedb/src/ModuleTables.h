@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ContentTables.h"
+#include "SearchTables.h"
 #include "SqlConnection.h"
 
 #include "devices/database/DeviceDatabase.h"
@@ -29,6 +30,7 @@ private:
     std::unique_ptr<RowStatement> insertion;
     std::unique_ptr<RowStatement> deletion;
     ContentTables content;
+    SearchTables search;
 };
 
 } // namespace devices::database

@@ -39,7 +39,15 @@ SqlDialect dialectWaiting(unsigned seconds)
             " WHERE table_schema = current_schema()",
             "BEGIN ISOLATION LEVEL REPEATABLE READ",
             "BEGIN; SET LOCAL lock_timeout = " + std::to_string(milliseconds),
-            "SELECT version FROM schema_version FOR UPDATE"};
+            "SELECT version FROM schema_version FOR UPDATE",
+            "ALTER TABLE device_properties ADD CONSTRAINT library_is_older_than_schema_version_4"
+            " CHECK (written_by IS NOT NULL) NOT VALID",
+            "SELECT 'GRANT ' || privilege_type || ' ON ' || t.name || ' TO ' ||"
+            " CASE WHEN grantee = 'PUBLIC' THEN grantee ELSE quote_ident(grantee) END"
+            " FROM information_schema.role_table_grants CROSS JOIN (VALUES ('search_texts'),"
+            " ('search_new'), ('search_blocks'), ('search_members'), ('search_parts')) AS t (name)"
+            " WHERE table_schema = current_schema() AND table_name = 'modules' AND grantee <>"
+            " current_user AND privilege_type IN ('SELECT', 'INSERT', 'UPDATE', 'DELETE')"};
 }
 
 // Otherwise libpq prints notices to the standard error.

@@ -1,5 +1,7 @@
 #include "RecordRow.h"
 
+#include "SqlSchema.h"
+
 namespace devices::database {
 
 namespace {
@@ -42,14 +44,16 @@ RowSql recordInsertion()
     constexpr auto bytes = CellType::Bytes;
     constexpr auto number = CellType::Number;
     return {"INSERT INTO device_properties (family, module_id, brand_label_name, text4, text5,"
-            " host_bytes, mx_file_data, default_parameter_block, in_data_size, out_data_size) ",
-            {bytes, bytes, bytes, bytes, bytes, bytes, bytes, bytes, number, number},
+            " host_bytes, mx_file_data, default_parameter_block, in_data_size, out_data_size,"
+            " written_by) ",
+            {bytes, bytes, bytes, bytes, bytes, bytes, bytes, bytes, number, number, number},
             " ON CONFLICT (family, module_id) DO UPDATE SET"
             " brand_label_name = excluded.brand_label_name, text4 = excluded.text4,"
             " text5 = excluded.text5, host_bytes = excluded.host_bytes,"
             " mx_file_data = excluded.mx_file_data,"
             " default_parameter_block = excluded.default_parameter_block,"
-            " in_data_size = excluded.in_data_size, out_data_size = excluded.out_data_size"};
+            " in_data_size = excluded.in_data_size, out_data_size = excluded.out_data_size,"
+            " written_by = excluded.written_by"};
 }
 
 namespace {
@@ -65,7 +69,8 @@ RowStatement::Row toRow(const DeviceProperties& record)
             asText(record.mxFileData),
             asText(record.defaultParameterBlock),
             std::to_string(record.inDataSize),
-            std::to_string(record.outDataSize)};
+            std::to_string(record.outDataSize),
+            std::to_string(schemaVersion)};
 }
 
 } // namespace

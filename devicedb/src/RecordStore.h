@@ -2,6 +2,8 @@
 
 #include "devices/database/DeviceDatabase.h"
 
+#include <functional>
+
 namespace devices::database {
 
 /// The interface of a database engine for `DeviceDatabase`; one implementation per engine.
@@ -45,8 +47,15 @@ public:
     /// Returns all records, ordered bytewise by family and module identifier.
     virtual std::vector<DeviceProperties> list() = 0;
 
-    /// Returns the modules that match `query`, ordered like `list`.
-    virtual std::vector<ModuleSummary> search(const ModuleQuery& query) = 0;
+    /// Calls `take` with the modules that match `query`, in its order, until it returns false.
+    virtual void search(const ModuleQuery& query,
+                        const std::function<bool(const ModuleSummary&)>& take) = 0;
+
+    /// Returns how `search` finds them.
+    virtual SearchExplanation explain(const ModuleQuery& query) = 0;
+
+    /// Counts the modules.
+    virtual ModuleCounts counts() = 0;
 
     /// Returns the content that was stored with the record, if any.
     virtual std::optional<ModuleContent> content(const std::string& family,

@@ -65,6 +65,11 @@ struct SqlDialect
     const char* beginReading; ///< Starts a transaction that reads one state of the database.
     std::string beginWriting; ///< Starts a transaction that makes changes.
     const char* claimWriting; ///< After it: waits for other writers; fails without permission.
+    /// Adds that the engine refuses records without `written_by`, with a reason for users.
+    const char* refuseOlderWriters;
+    /// Selects statements that grant on the tables of searches what others may do with the table of
+    /// modules; null in an engine without rights.
+    const char* grantsOfModules;
 };
 
 /// The type of the cells of a column. A number is in decimal.

@@ -1,12 +1,9 @@
 #include "SqlRecordStore.h"
 
-#include "CatalogueWidths.h"
 #include "DatabaseFailure.h"
+#include "IndexWriter.h"
 #include "ModuleSearch.h"
 #include "RecordRow.h"
-#include "SqlSchema.h"
-
-#include <Poco/Thread.h>
 
 namespace devices::database {
 
@@ -34,7 +31,10 @@ std::vector<ModuleToStore> modulesAt(const std::vector<ModuleToStore>& modules,
 
 SqlRecordStore::SqlRecordStore(std::string name, std::unique_ptr<SqlConnection> openConnection,
                                OpenMode mode)
-    : shownName(std::move(name)), connection(std::move(openConnection)), openMode(mode)
+    : shownName(std::move(name)),
+      connection(std::move(openConnection)),
+      openMode(mode),
+      schema(shownName, *connection)
 {
     attempt("open", [this] { openSchema(); });
 }
@@ -82,13 +82,13 @@ ModuleTables& SqlRecordStore::tables()
 void SqlRecordStore::openSchema()
 {
     try {
-        prepareSchema();
+        schema.prepare(openMode);
     } catch (const SqlFailure& failure) {
         if (openMode == OpenMode::ExistingOnly ||
             !connection->connectAgain(failure, Access::Change)) {
             throw;
         }
-        prepareSchema();
+        schema.prepare(openMode);
     }
 }
 
@@ -99,124 +99,13 @@ bool SqlRecordStore::connectAgain(const SqlFailure& failure, Access access)
     if (!connection->connectAgain(failure, access)) {
         return false;
     }
-    prepareSchema();
+    schema.prepare(openMode);
     return true;
-}
-
-void SqlRecordStore::prepareSchema()
-{
-    const int version = readSchemaVersion();
-    if (version == 0 && openMode == OpenMode::ExistingOnly) {
-        fail(shownName, "open", "it holds no device database");
-    }
-    if (version != schemaVersion) {
-        migrateUnlessReadable(version);
-    }
-}
-
-void SqlRecordStore::migrateUnlessReadable(int version)
-{
-    try {
-        migrate();
-    } catch (const SqlFailure& failure) {
-        if (failure.allowsReading() && version >= readableVersion) {
-            return;
-        }
-        if (version == 0) {
-            throw; // nothing is migrated: the database is new
-        }
-        throw SqlFailure("its schema of version " + std::to_string(version) +
-                         " cannot be migrated to version " + std::to_string(schemaVersion) + ": " +
-                         failure.what());
-    }
-}
-
-// Another process may prepare the schema or write at the same time: it is waited for as for any
-// other writer. If an engine does not lock an empty database, the loser of the race retries and
-// finds the winner's schema.
-void SqlRecordStore::migrate()
-{
-    constexpr int attempts = 10;
-    constexpr long pause = 100; // milliseconds
-    for (int attemptNumber = 1;; ++attemptNumber) {
-        try {
-            connection->execute(connection->dialect().beginWriting);
-            if (readSchemaVersion() != 0) {
-                connection->execute(connection->dialect().claimWriting);
-            }
-            migrateFrom(readSchemaVersion());
-            connection->execute("COMMIT");
-            return;
-        } catch (const SqlFailure& failure) {
-            takeBack(true);
-            if (readSchemaVersion() == schemaVersion) {
-                return;
-            }
-            if (attemptNumber == attempts || failure.allowsReading()) {
-                throw;
-            }
-            Poco::Thread::sleep(pause);
-        } catch (...) {
-            takeBack(true);
-            throw;
-        }
-    }
-}
-
-// Returns 0 for an empty database.
-int SqlRecordStore::readSchemaVersion()
-{
-    std::int64_t tables = 0;
-    std::int64_t ownTables = 0;
-    connection->query(connection->dialect().countTables, {}, 2, [&](const SqlConnection::Row& row) {
-        tables = numberOf(row[0]);
-        ownTables = numberOf(row[1]);
-    });
-    if (tables == 0) {
-        return 0;
-    }
-    if (ownTables != 2) {
-        fail(shownName, "open",
-             "it holds other tables, expected a device database or an empty one");
-    }
-    std::int64_t version = 0;
-    connection->query("SELECT coalesce(max(version), 0) FROM schema_version", {}, 1,
-                      [&](const SqlConnection::Row& row) { version = numberOf(row[0]); });
-    if (version < 1) {
-        fail(shownName, "open",
-             "its table schema_version states version " + std::to_string(version) +
-                 ", expected 1 or above");
-    }
-    if (version > schemaVersion) {
-        fail(shownName, "open",
-             "its schema has version " + std::to_string(version) + ", this library supports " +
-                 std::to_string(schemaVersion) + " at most");
-    }
-    return static_cast<int>(version);
-}
-
-void SqlRecordStore::migrateFrom(int version)
-{
-    constexpr int versionOfWidths = 3;
-    if (version == schemaVersion) {
-        return; // another process was faster
-    }
-    const auto steps = sqlMigrations(connection->dialect());
-    for (; version < schemaVersion; ++version) {
-        for (const std::string& statement : steps[static_cast<std::size_t>(version)]) {
-            connection->execute(statement);
-        }
-        if (version + 1 == versionOfWidths) {
-            takeWidthsFromFiles(*connection);
-        }
-    }
-    connection->execute("DELETE FROM schema_version");
-    connection->execute("INSERT INTO schema_version (version) VALUES (" + std::to_string(version) +
-                        ")");
 }
 
 void SqlRecordStore::startTransaction()
 {
+    schema.requireNewest();
     repeatable(Access::Change, [this] {
         try {
             connection->execute(connection->dialect().beginWriting + "; " +
@@ -256,7 +145,10 @@ void SqlRecordStore::begin()
 void SqlRecordStore::commit()
 {
     requireTransaction();
-    attempt("change", [this] { commitTransaction(); });
+    attempt("change", [this] {
+        updateSearchIndex(*connection);
+        commitTransaction();
+    });
     inTransaction = false;
 }
 
@@ -305,6 +197,9 @@ void SqlRecordStore::change(const char* attempted, const std::function<void()>& 
         }
         try {
             work();
+            if (alone) {
+                updateSearchIndex(*connection);
+            }
             alone ? commitTransaction() : connection->executeOften("RELEASE SAVEPOINT one_change");
         } catch (const SqlFailure& failure) {
             takeBack(alone || failure.concern != SqlFailure::Concern::Statement);
@@ -384,29 +279,67 @@ std::vector<DeviceProperties> SqlRecordStore::list()
     });
 }
 
-std::vector<ModuleSummary> SqlRecordStore::search(const ModuleQuery& query)
+template <typename Work>
+auto SqlRecordStore::readOneState(Work work) -> decltype(work())
 {
-    return read([&] { return searchModules(*connection, query); });
+    requireTransaction();
+    if (inTransaction) {
+        return work();
+    }
+    connection->execute(connection->dialect().beginReading);
+    try {
+        auto result = work();
+        connection->execute("COMMIT");
+        return result;
+    } catch (...) {
+        takeBack(true);
+        throw;
+    }
+}
+
+// Only a search that has given nothing is repeated. What `take` throws is not the database's.
+void SqlRecordStore::search(const ModuleQuery& query, const SummaryTaker& take)
+{
+    std::size_t taken = 0;
+    const auto counted = [&](const ModuleSummary& module) {
+        ++taken;
+        return take(module);
+    };
+    attempt("read", [&] {
+        const auto search = [&] {
+            return readOneState([&] {
+                searchModules(*connection, schema.version(), query, counted);
+                return taken;
+            });
+        };
+        try {
+            search();
+        } catch (const SqlFailure& failure) {
+            if (taken != 0 || inTransaction || !connectAgain(failure, Access::Read)) {
+                throw;
+            }
+            search();
+        }
+    });
+}
+
+SearchExplanation SqlRecordStore::explain(const ModuleQuery& query)
+{
+    return read([&] {
+        return readOneState([&] { return explainSearch(*connection, schema.version(), query); });
+    });
+}
+
+ModuleCounts SqlRecordStore::counts()
+{
+    return read([&] { return countModules(*connection); });
 }
 
 std::optional<ModuleContent> SqlRecordStore::content(const std::string& family,
                                                      const std::string& moduleId)
 {
-    requireTransaction();
-    return read([&] {
-        if (inTransaction) {
-            return readContent(*connection, family, moduleId);
-        }
-        connection->execute(connection->dialect().beginReading);
-        try {
-            auto content = readContent(*connection, family, moduleId);
-            connection->execute("COMMIT");
-            return content;
-        } catch (...) {
-            takeBack(true);
-            throw;
-        }
-    });
+    return read(
+        [&] { return readOneState([&] { return readContent(*connection, family, moduleId); }); });
 }
 
 bool SqlRecordStore::remove(const std::string& moduleId)

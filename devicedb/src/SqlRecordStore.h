@@ -1,9 +1,11 @@
 #pragma once
 
+#include "DatabaseSchema.h"
 #include "ModuleBatches.h"
 #include "ModuleTables.h"
 #include "RecordStore.h"
 #include "SqlConnection.h"
+#include "SummaryRow.h"
 
 #include <functional>
 
@@ -33,7 +35,9 @@ public:
     std::optional<DeviceProperties> find(const std::string& moduleId) override;
     std::vector<DeviceProperties> findAll(const std::vector<ModuleSummary>& modules) override;
     std::vector<DeviceProperties> list() override;
-    std::vector<ModuleSummary> search(const ModuleQuery& query) override;
+    void search(const ModuleQuery& query, const SummaryTaker& take) override;
+    SearchExplanation explain(const ModuleQuery& query) override;
+    ModuleCounts counts() override;
     std::optional<ModuleContent> content(const std::string& family,
                                          const std::string& moduleId) override;
     bool remove(const std::string& moduleId) override;
@@ -55,13 +59,12 @@ private:
     template <typename Work>
     auto read(Work work) -> decltype(work());
 
+    /// Runs `work`, whose several statements read one state of the database.
+    template <typename Work>
+    auto readOneState(Work work) -> decltype(work());
+
     void openSchema();
     bool connectAgain(const SqlFailure& failure, Access access);
-    void prepareSchema();
-    int readSchemaVersion();
-    void migrateFrom(int version);
-    void migrate();
-    void migrateUnlessReadable(int version);
     void startTransaction();
     void commitTransaction();
     void requireTransaction();
@@ -74,6 +77,7 @@ private:
     std::string shownName;
     std::unique_ptr<SqlConnection> connection;
     OpenMode openMode;
+    DatabaseSchema schema;
     bool inTransaction = false;                 ///< Between `begin` and `commit` or `rollback`.
     std::unique_ptr<ModuleTables> moduleTables; ///< Made at the first change.
 };

@@ -81,7 +81,50 @@ const auto& migrations = *new std::vector<std::vector<const char*>>{
     },
     // Version 3: the same tables, bit fields with their own widths (`takeWidthsFromFiles`).
     {},
+    // Version 4: the tables of searches (`fillSearchTables`). The tables of version 3 are only read
+    // until
+    // all of it is done, so that nobody who reads them has to wait.
+    {
+        "CREATE TABLE search_texts ("
+        " family {bytes} NOT NULL,"
+        " module_id {bytes} NOT NULL,"
+        " names TEXT NOT NULL,"
+        " channels TEXT NOT NULL,"
+        " parameters TEXT NOT NULL,"
+        " options TEXT NOT NULL,"
+        " facts {bytes} NOT NULL,"
+        " PRIMARY KEY (family, module_id),"
+        " FOREIGN KEY (family, module_id) REFERENCES device_properties (family, module_id)"
+        " ON DELETE CASCADE)",
+        "CREATE TABLE search_new ("
+        " family {bytes} NOT NULL,"
+        " module_id {bytes} NOT NULL,"
+        " PRIMARY KEY (family, module_id),"
+        " FOREIGN KEY (family, module_id) REFERENCES search_texts (family, module_id)"
+        " ON DELETE CASCADE){table end}",
+        "CREATE TABLE search_blocks ("
+        " block {number} NOT NULL,"
+        " first_family {bytes} NOT NULL,"
+        " first_module_id {bytes} NOT NULL,"
+        " PRIMARY KEY (block))",
+        "CREATE TABLE search_members ("
+        " block {number} NOT NULL,"
+        " place INTEGER NOT NULL,"
+        " family {bytes} NOT NULL,"
+        " module_id {bytes} NOT NULL,"
+        " PRIMARY KEY (block, place)){table end}",
+        "CREATE TABLE search_parts ("
+        " block {number} NOT NULL,"
+        " part {bytes} NOT NULL,"
+        " members {bytes} NOT NULL,"
+        " PRIMARY KEY (block, part)){table end}",
+    },
 };
+
+// After the above. A library of an older version that has the database open would not fill the
+// tables of searches: the engine refuses its records, in which `written_by` is missing.
+constexpr const char* recordsStateTheirWriter =
+    "ALTER TABLE device_properties ADD COLUMN written_by INTEGER";
 
 std::string inDialect(std::string statement, const SqlDialect& dialect)
 {
@@ -105,6 +148,11 @@ std::vector<std::vector<std::string>> sqlMigrations(const SqlDialect& dialect)
         }
     }
     return steps;
+}
+
+std::vector<std::string> sqlRefusingOlderWriters(const SqlDialect& dialect)
+{
+    return {recordsStateTheirWriter, dialect.refuseOlderWriters};
 }
 
 } // namespace devices::database

@@ -9,11 +9,18 @@ namespace devices::database {
 /// entry.
 std::vector<std::vector<std::string>> sqlMigrations(const SqlDialect& dialect);
 
+/// Returns the statements which end the migration to version 4: records of an older library are
+/// refused from then on. In PostgreSQL they wait for those who read, and those who read wait for
+/// them.
+std::vector<std::string> sqlRefusingOlderWriters(const SqlDialect& dialect);
+
 /// The schema version that this library reads and writes.
 extern const int schemaVersion;
 
-/// The oldest version with the tables of the newest: a database that may only be read is read at
-/// it.
+/// The oldest version with a catalogue: a database that may only be read is read at it.
 inline constexpr int readableVersion = 2;
+
+/// The first version with the tables of searches.
+inline constexpr int versionOfSearchTables = 4;
 
 } // namespace devices::database

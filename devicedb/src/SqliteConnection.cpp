@@ -128,7 +128,11 @@ const SqlDialect& SqliteConnection::dialect() const
         " FROM sqlite_master WHERE type = 'table'",
         "BEGIN",
         "BEGIN IMMEDIATE",
-        "DELETE FROM schema_version WHERE false"};
+        "DELETE FROM schema_version WHERE false",
+        "CREATE TRIGGER library_is_older_than_schema BEFORE INSERT ON device_properties"
+        " WHEN NEW.written_by IS NULL BEGIN SELECT RAISE(ABORT,"
+        " 'library_is_older_than_schema_version_4'); END",
+        nullptr};
     return sqlite;
 }
 

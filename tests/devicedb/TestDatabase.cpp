@@ -90,6 +90,19 @@ void TestDatabase::execute(const std::string& statement) const
     otherProgram() << statement, Poco::Data::Keywords::now;
 }
 
+void TestDatabase::becomeVersion(int version) const
+{
+    for (const char* const table :
+         {"search_new", "search_texts", "search_blocks", "search_members", "search_parts"}) {
+        execute(std::string("DROP TABLE ") + table);
+    }
+    if (kind == Engine::Sqlite) {
+        execute("DROP TRIGGER library_is_older_than_schema");
+    }
+    execute("ALTER TABLE device_properties DROP COLUMN written_by");
+    execute("UPDATE schema_version SET version = " + std::to_string(version));
+}
+
 void TestDatabase::refuseModuleBad() const
 {
     execute(kind == Engine::Sqlite ? "CREATE TRIGGER refuse BEFORE INSERT ON device_properties"

@@ -44,6 +44,9 @@ public:
     /// Runs `statement` as another program.
     void execute(const std::string& statement) const;
 
+    /// Turns the database into one of schema version 2 or 3, as its library left it.
+    void becomeVersion(int version) const;
+
     /// Makes the engine refuse the record of module "bad".
     void refuseModuleBad() const;
 

@@ -17,6 +17,7 @@ namespace {
 
 using devices::database::DeviceDatabase;
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testkit::failureOf;
 
 const std::string accepted = ", expected sqlite:PATH, sqlite::memory: or postgresql:CONNECTION";
@@ -154,7 +155,7 @@ protected:
     // Makes a read-only database of a version with the record "1".
     OfVersion()
     {
-        DeviceDatabase("sqlite:" + path).insert(device("1"));
+        DeviceDatabase("sqlite:" + path).insert(device("1"), contentNamed("one"));
         sqlite3* database = nullptr;
         EXPECT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
         const auto change = "UPDATE schema_version SET version = " + std::to_string(GetParam());
@@ -169,19 +170,22 @@ protected:
 };
 
 using ReadOnly = OfVersion;
-INSTANTIATE_TEST_SUITE_P(Readable, ReadOnly, testing::Values(2, 3));
+INSTANTIATE_TEST_SUITE_P(Readable, ReadOnly, testing::Values(2, 3, 4));
 
 TEST_P(ReadOnly, FileIsReadAndNotWritten)
 {
     const OrdinaryUser user;
     DeviceDatabase database("sqlite:" + path);
     EXPECT_THAT(moduleIds(database.list()), ElementsAre("1"));
-    EXPECT_EQ(failureOf([&] { database.insert(device("2")); }),
-              "Cannot write to device database sqlite:" + path +
-                  ": attempt to write a readonly database");
-    EXPECT_EQ(failureOf([&] { database.remove("1"); }),
-              "Cannot write to device database sqlite:" + path +
-                  ": attempt to write a readonly database");
+    EXPECT_THAT(moduleIds(database.search({{"LIMIT", "one"}, {}})), ElementsAre("1"));
+    EXPECT_THAT(database.search({{"limit", "two"}, {}}), IsEmpty());
+    const std::string old = "its schema of version " + std::to_string(GetParam()) +
+                            " could not be migrated to version 4: ";
+    const std::string refusal = "Cannot write to device database sqlite:" + path + ": " +
+                                (GetParam() == 4 ? "" : old) +
+                                "attempt to write a readonly database";
+    EXPECT_EQ(failureOf([&] { database.insert(device("2")); }), refusal);
+    EXPECT_EQ(failureOf([&] { database.remove("1"); }), refusal);
 }
 
 using ReadOnlyOld = OfVersion;
@@ -192,7 +196,7 @@ TEST_P(ReadOnlyOld, FileCannotBeMigrated)
     const OrdinaryUser user;
     EXPECT_EQ(openFailure("sqlite:" + path),
               cannotOpen(path,
-                         "its schema of version 1 cannot be migrated to version 3: attempt to "
+                         "its schema of version 1 cannot be migrated to version 4: attempt to "
                          "write a readonly database"));
 }
 

@@ -156,7 +156,7 @@ TEST_F(PostgresqlServer, MissingRightIsNamed)
                   cannotWrite + "permission denied for table schema_version");
         EXPECT_EQ(failureOf([&] { asReader.remove("1"); }),
                   cannotWrite + "permission denied for table schema_version");
-        place.execute("UPDATE schema_version SET version = 2");
+        place.becomeVersion(2);
         EXPECT_THAT(moduleIds(DeviceDatabase(url).list()), ElementsAre("1"));
     }
     EXPECT_THAT(storedIds(place.url()), ElementsAre("1"));

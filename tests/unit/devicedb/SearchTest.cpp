@@ -11,6 +11,9 @@ using devices::database::Comparison;
 using devices::database::DeviceDatabase;
 using devices::database::ModuleCondition;
 using devices::database::moduleFields;
+using devices::database::ModuleKey;
+using devices::database::ModuleQuery;
+using devices::database::SearchExplanation;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testkit::failureOf;
@@ -79,6 +82,92 @@ TEST_P(Search, WordsAreFoundInEveryNameWhateverTheirCase)
     EXPECT_THAT(found({"\xC2\xB1"
                        "10"}),
                 ElementsAre("0000000b"));
+}
+
+TEST_P(Search, AccentsAreIgnoredInTextAndWord)
+{
+    EXPECT_THAT(found({"large"}), ElementsAre("0000000b"));
+    EXPECT_THAT(found({"LARGE"}), ElementsAre("0000000b"));
+    EXPECT_THAT(found({"sm\xC3\xA4ll"}), ElementsAre("0000000a"));
+}
+
+TEST_P(Search, WordsAreFoundInOptions)
+{
+    EXPECT_THAT(found({"50 hz"}), ElementsAre("0000000b"));
+    EXPECT_THAT(found({"hz", "limit"}), ElementsAre("0000000b"));
+}
+
+TEST_P(Search, PartsOfOneAndTwoCharactersAreFound)
+{
+    EXPECT_THAT(found({"d"}), ElementsAre("0000000a", "0000000b"));
+    EXPECT_THAT(found({"hz"}), ElementsAre("0000000b"));
+    EXPECT_THAT(found({"\xC2\xB1"}), ElementsAre("0000000b"));
+}
+
+TEST_P(Search, BestMatchesComeFirst)
+{
+    const auto stored = [&](const std::string& id, const auto& change) {
+        devices::database::ModuleContent content;
+        change(content);
+        database.insert(device(id), content);
+    };
+    stored("00000001", [](auto& content) {
+        content.parameters.emplace_back().options = {{"red lamp", "1"}};
+    });
+    stored("00000002", [](auto& content) { content.parameters.emplace_back().name = "Lamp red"; });
+    stored("00000003", [](auto& content) { content.channels = {{1, "Red lamp", "out", "X", ""}}; });
+    stored("00000004", [](auto& content) { content.label = "Lamp"; });
+    stored("00000005", [](auto& content) { content.orderCode = "LAMP-RED"; });
+    stored("00000006", [](auto& content) {
+        content.label = "Red";
+        content.channels = {{1, "Lamp", "out", "X", ""}};
+    });
+    EXPECT_THAT(found({"lamp"}), ElementsAre("00000004", "00000005", "00000003", "00000006",
+                                             "00000002", "00000001"));
+    EXPECT_THAT(found({"lamp", "red"}),
+                ElementsAre("00000005", "00000003", "00000006", "00000002", "00000001"));
+    EXPECT_THAT(found({"red", "lamp"}), found({"lamp", "red"}));
+}
+
+TEST_P(Search, PagesFollowEachOther)
+{
+    ModuleQuery query;
+    query.limit = 2;
+    EXPECT_THAT(moduleIds(database.search(query)), ElementsAre("0000000a", "0000000b"));
+    query.after = ModuleKey{"kv38", "0000000b"};
+    EXPECT_THAT(moduleIds(database.search(query)), ElementsAre("0000000c"));
+    query.words = {"label"};
+    query.after = ModuleKey{"kv38", "0000000a"};
+    EXPECT_THAT(moduleIds(database.search(query)), ElementsAre("0000000b"));
+}
+
+TEST_P(Search, PageAfterAModuleThatIsNotInTheListIsRefused)
+{
+    ModuleQuery query;
+    query.words = {"label"};
+    query.after = ModuleKey{"kv38", "0000000c"};
+    const std::string refusal = "Cannot read device database " + place.name() +
+                                ": module 0000000c, after which the list is to go on, is not in it";
+    EXPECT_EQ(failureOf([&] { database.search(query); }), refusal);
+}
+
+TEST_P(Search, IsExplained)
+{
+    ModuleQuery query;
+    EXPECT_EQ(database.explain(query).source, SearchExplanation::Source::Order);
+    query.words = {"L\xC3\xA4rge", ""};
+    const auto explained = database.explain(query);
+    EXPECT_EQ(explained.source, SearchExplanation::Source::Index);
+    EXPECT_THAT(explained.words, ElementsAre("large"));
+    EXPECT_THAT(explained.parts, ElementsAre("lar", "rge"));
+    EXPECT_EQ(explained.blocks, 0U);
+    EXPECT_EQ(explained.notIndexed, 3U);
+}
+
+TEST_P(Search, CountsModules)
+{
+    EXPECT_EQ(database.counts().modules, 3U);
+    EXPECT_EQ(database.counts().withContent, 2U);
 }
 
 TEST_P(Search, EveryWordMustBeThere)

@@ -111,9 +111,19 @@ public:
     /// Returns every record, ordered by family and module identifier.
     std::vector<DeviceProperties> list();
 
-    /// Returns the modules that match `query`, ordered by family and module identifier. Throws if a
-    /// condition names an unknown field or a value that the field cannot have.
+    /// Returns the modules that match `query`, in its order. Throws if a condition names an unknown
+    /// field or a value that the field cannot have, or if there is no module `ModuleQuery::after`.
     std::vector<ModuleSummary> search(const ModuleQuery& query);
+
+    /// As above; calls `take` with each module as soon as it is found, until it returns false.
+    /// `take` must not use this object.
+    void search(const ModuleQuery& query, const std::function<bool(const ModuleSummary&)>& take);
+
+    /// Returns how `query` is carried out, for people who wonder why it takes its time.
+    SearchExplanation explain(const ModuleQuery& query);
+
+    /// Counts the modules.
+    ModuleCounts counts();
 
     /// Calls `visitor` for the record of each of `modules` that still exists, in their order. Reads
     /// them in groups of up to 64.

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace devices::database {
+
+/// One to three characters that follow each other in a line of a folded text.
+using TextPart = std::uint64_t;
+
+/// Returns each part of `text`, as often as it is there.
+std::vector<TextPart> partsOf(const std::string& text);
+
+/// Returns the bytes of `part`, as the index stores it.
+std::string bytesOfPart(TextPart part);
+
+/// Returns the parts which a text with `word` has: few, which cover the word. None for an empty
+/// word.
+std::vector<std::string> partsCovering(const std::string& word);
+
+} // namespace devices::database

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "SearchFacts.h"
+#include "SearchTexts.h"
+#include "SqlConnection.h"
+
+#include "devices/database/DeviceDatabase.h"
+
+#include <memory>
+#include <vector>
+
+namespace devices::database {
+
+/// What searches have to know of a stored module. Its content is empty if it has none.
+struct SearchedModule
+{
+    ModuleKey key;
+    RecordSizes sizes;
+    ModuleContent content;
+};
+
+/// The tables that searches read. A stored module is at first not in the index, but in the table of
+/// those that are not (`updateSearchIndex`). Whatever fails is a `SqlFailure`.
+class SearchTables
+{
+public:
+    explicit SearchTables(SqlConnection& connection);
+
+    /// Stores the search texts of `modules`, each of which is there once, in place of those that
+    /// they have.
+    void replace(const std::vector<ModuleToStore>& modules);
+
+    /// The same for modules that are stored already.
+    void replace(const std::vector<SearchedModule>& modules);
+
+private:
+    void store(const std::vector<RowStatement::Row>& rows);
+
+    std::unique_ptr<RowStatement> texts;
+    std::unique_ptr<RowStatement> notIndexed;
+};
+
+} // namespace devices::database
