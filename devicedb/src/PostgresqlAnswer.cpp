@@ -56,7 +56,7 @@ SqlFailure::Concern concernOf(const PGresult* result)
 {
     const char* const state = PQresultErrorField(result, PG_DIAG_SQLSTATE);
     if (state == nullptr) { // a failure of libpq itself
-        return SqlFailure::Concern::Database;
+        return SqlFailure::Concern::Connection;
     }
     for (const StateOfFailure& known : statesOfFailures) {
         if (startsWith(state, known.first)) {
@@ -64,6 +64,18 @@ SqlFailure::Concern concernOf(const PGresult* result)
         }
     }
     return SqlFailure::Concern::Statement;
+}
+
+// After a write that failed, libpq notices the lost connection when it has read what was received
+// before.
+bool isLost(PGconn* connection, const PGresult* failure)
+{
+    constexpr int readsAtMost = 3;
+    const bool ofServer = PQresultErrorField(failure, PG_DIAG_SQLSTATE) != nullptr;
+    for (int read = 0; !ofServer && read < readsAtMost; ++read) {
+        PQconsumeInput(connection);
+    }
+    return PQstatus(connection) == CONNECTION_BAD;
 }
 
 // A line that belongs to the one before it.
@@ -86,17 +98,16 @@ std::string postgresqlReason(const std::string& message)
     return line.empty() ? noReason : line;
 }
 
-std::string reasonsOfHosts(const std::string& message)
+std::vector<std::string> reasonsOfHosts(const std::string& message)
 {
-    std::string reasons;
+    std::vector<std::string> reasons;
     std::istringstream lines(message);
     for (std::string line; std::getline(lines, line);) {
         if (!continues(line)) {
-            reasons += (reasons.empty() ? "" : "; ") +
-                       Poco::replace(line, std::string("FATAL:  "), std::string());
+            reasons.push_back(Poco::replace(line, std::string("FATAL:  "), std::string()));
         }
     }
-    return reasons.empty() ? noReason : reasons;
+    return reasons.empty() ? std::vector<std::string>{noReason} : reasons;
 }
 
 PostgresqlAnswer checkedAnswer(PGconn* connection, PGresult* result)
@@ -106,7 +117,7 @@ PostgresqlAnswer checkedAnswer(PGconn* connection, PGresult* result)
     if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK) {
         return answer;
     }
-    if (PQstatus(connection) == CONNECTION_BAD) {
+    if (isLost(connection, result)) {
         throw SqlFailure("the connection to the server is lost", SqlFailure::Concern::Connection);
     }
     throw SqlFailure(postgresqlReason(PQerrorMessage(connection)), concernOf(result));

@@ -17,9 +17,9 @@ using PostgresqlHandle = std::unique_ptr<PGconn, decltype(&PQfinish)>;
 /// Returns the message of libpq or the server, in one line and without its label.
 std::string postgresqlReason(const std::string& message);
 
-/// Returns the message of libpq about several hosts, none of which can be used: the reason of each,
-/// in one line.
-std::string reasonsOfHosts(const std::string& message);
+/// Returns the reason of each host, in one line, from the message of libpq about hosts that cannot
+/// be used; at least one.
+std::vector<std::string> reasonsOfHosts(const std::string& message);
 
 /// Takes ownership of `result`. Throws a `SqlFailure` if it is a failure.
 PostgresqlAnswer checkedAnswer(PGconn* connection, PGresult* result);

@@ -66,7 +66,7 @@ PostgresqlConnection::PostgresqlConnection(PostgresqlWords connectionWords, Acce
 
 void PostgresqlConnection::connect(Access access)
 {
-    connection.reset(words.connect(access));
+    connection = words.connect(access);
     PQsetNoticeReceiver(connection.get(), &dropNotice, nullptr);
 }
 

@@ -2,6 +2,7 @@
 
 #include "DatabaseFailure.h"
 #include "PostgresqlAnswer.h"
+#include "PostgresqlHosts.h"
 
 #include <Poco/String.h>
 
@@ -53,19 +54,35 @@ constexpr std::array<std::pair<const char*, const char*>, 4> noticeOfALostHost =
     {"tcp_user_timeout", "25000"}, // milliseconds
 }};
 
-// Those of a service file included.
-bool hasSeveralHosts(PGconn* connection)
+std::string valueOf(const Options& options, const std::string& key)
 {
-    const Options used(PQconninfo(connection), &PQconninfoFree);
-    for (const PQconninfoOption* option = used.get();
+    for (const PQconninfoOption* option = options.get();
          option != nullptr && option->keyword != nullptr; ++option) {
-        const std::string key = option->keyword;
-        if ((key == "host" || key == "hostaddr") && option->val != nullptr &&
-            std::string(option->val).find(',') != std::string::npos) {
-            return true;
+        if (key == option->keyword && option->val != nullptr) {
+            return option->val;
         }
     }
-    return false;
+    return "";
+}
+
+// Those of a service file included.
+PostgresqlHosts hostsOf(PGconn* connection)
+{
+    const Options used(PQconninfo(connection), &PQconninfoFree);
+    return {valueOf(used, "host"), valueOf(used, "hostaddr"), valueOf(used, "port")};
+}
+
+PostgresqlHandle connectionOf(const std::vector<std::pair<std::string, std::string>>& settings)
+{
+    std::vector<const char*> keys;
+    std::vector<const char*> values;
+    for (const auto& setting : settings) {
+        keys.push_back(setting.first.c_str());
+        values.push_back(setting.second.c_str());
+    }
+    keys.push_back(nullptr);
+    values.push_back(nullptr);
+    return {PQconnectdbParams(keys.data(), values.data(), 0), &PQfinish};
 }
 
 bool isSecret(const PQconninfoOption& option)
@@ -96,41 +113,48 @@ std::vector<PostgresqlWords::Setting> PostgresqlWords::settings(Access access) c
         settings.insert(settings.end(), noticeOfALostHost.begin(), noticeOfALostHost.end());
     }
     for (const Word& word : words) {
-        settings.push_back({word.key.c_str(), word.value.c_str()});
+        settings.emplace_back(word.key, word.value);
     }
     settings.push_back({"client_encoding", "UTF8"});
     if (access == Access::Change) {
         settings.push_back({"target_session_attrs", "read-write"});
     }
-    settings.push_back({nullptr, nullptr});
     return settings;
 }
 
-PGconn* PostgresqlWords::connect(Access access) const
+// libpq gives up at a host that ends the connection at once, as a server does that is being
+// stopped: the others are tried without it.
+PostgresqlHandle PostgresqlWords::connect(Access access) const
 {
-    std::vector<const char*> keys;
-    std::vector<const char*> values;
-    for (const Setting& setting : settings(access)) {
-        keys.push_back(setting.first);
-        values.push_back(setting.second);
+    std::vector<Setting> wanted = settings(access);
+    std::vector<std::string> reasons;
+    for (;;) {
+        PostgresqlHandle connection = connectionOf(wanted);
+        if (PQstatus(connection.get()) == CONNECTION_OK) {
+            return connection;
+        }
+        const std::string message = PQerrorMessage(connection.get());
+        PostgresqlHosts hosts = hostsOf(connection.get());
+        const auto further = hosts.areSeveral() || !reasons.empty()
+                                 ? reasonsOfHosts(message)
+                                 : std::vector<std::string>{postgresqlReason(message)};
+        if (!hosts.remove(connection.get())) {
+            reasons.insert(reasons.end(), further.begin(), further.end());
+            break;
+        }
+        reasons.push_back(further.back());
+        const auto left = hosts.settings();
+        wanted.insert(wanted.end(), left.begin(), left.end());
     }
-    PGconn* const connection = PQconnectdbParams(keys.data(), values.data(), 0);
-    if (PQstatus(connection) != CONNECTION_OK) {
-        const std::string message = PQerrorMessage(connection);
-        const bool several = hasSeveralHosts(connection);
-        PQfinish(connection);
-        throw SqlFailure(
-            (access == Access::Change ? "no server accepts changes: " : "") +
-                withoutPasswords(several ? reasonsOfHosts(message) : postgresqlReason(message)),
-            SqlFailure::Concern::Connection);
-    }
-    return connection;
+    throw SqlFailure(
+        (access == Access::Change ? "no server accepts changes: " : "") +
+            withoutPasswords(Poco::cat(std::string("; "), reasons.begin(), reasons.end())),
+        SqlFailure::Concern::Connection);
 }
 
 bool PostgresqlWords::nameSeveralHosts() const
 {
-    return valueOrDefault("host").find(',') != std::string::npos ||
-           valueOrDefault("hostaddr").find(',') != std::string::npos;
+    return PostgresqlHosts(valueOrDefault("host"), valueOrDefault("hostaddr"), "").areSeveral();
 }
 
 Access PostgresqlWords::accessToOpen(OpenMode mode) const
@@ -159,14 +183,7 @@ std::string PostgresqlWords::valueOrDefault(const std::string& key) const
     if (const Word* const word = find(key)) {
         return word->value;
     }
-    const Options defaults(PQconndefaults(), &PQconninfoFree);
-    for (const PQconninfoOption* option = defaults.get();
-         option != nullptr && option->keyword != nullptr; ++option) {
-        if (key == option->keyword && option->val != nullptr) {
-            return option->val;
-        }
-    }
-    return "";
+    return valueOf(Options(PQconndefaults(), &PQconninfoFree), key);
 }
 
 std::string PostgresqlWords::name() const

@@ -2,9 +2,7 @@
 
 #include "devices/database/DeviceDatabase.h"
 
-#include "SqlConnection.h"
-
-#include <libpq-fe.h>
+#include "PostgresqlAnswer.h"
 
 #include <string>
 #include <utility>
@@ -23,8 +21,8 @@ public:
 
     /// Connects, for `Access::Change` to a server that accepts changes, whatever
     /// `target_session_attrs` is. Throws a `SqlFailure`, with the reason of each host if there are
-    /// several. The caller ends the connection with `PQfinish`.
-    PGconn* connect(Access access) const;
+    /// several.
+    PostgresqlHandle connect(Access access) const;
 
     /// Returns what to connect for first: with several hosts, of which some may only read, a
     /// database that may have to be created is one to change.
@@ -49,7 +47,7 @@ private:
         bool secret;
     };
 
-    using Setting = std::pair<const char*, const char*>; ///< Key and value.
+    using Setting = std::pair<std::string, std::string>; ///< Key and value.
 
     std::vector<Setting> settings(Access access) const;
     bool nameSeveralHosts() const;

@@ -9,6 +9,11 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace {
 
@@ -39,6 +44,7 @@ public:
     }
 
     std::string name() const { return directory.path(); }
+    std::string socketPath() const { return directory.path(socketName); }
     std::string refusal(const std::string& reason) const
     {
         return "connection to server on socket \"" + directory.path(socketName) +
@@ -48,6 +54,40 @@ public:
 private:
     testkit::TemporaryDirectory directory;
     std::string server;
+};
+
+// Ends each connection at once while it lives, as a server does that is being stopped.
+class ClosingServer
+{
+public:
+    explicit ClosingServer(const std::string& path) : listening(socket(AF_UNIX, SOCK_STREAM, 0))
+    {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        path.copy(address.sun_path, sizeof(address.sun_path) - 1);
+        if (bind(listening, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0 ||
+            listen(listening, 1) != 0) {
+            throw std::runtime_error("cannot listen on " + path);
+        }
+        thread = std::thread([this] {
+            for (int client = accept(listening, nullptr, nullptr); client >= 0;
+                 client = accept(listening, nullptr, nullptr)) {
+                close(client);
+            }
+        });
+    }
+    ~ClosingServer()
+    {
+        shutdown(listening, SHUT_RDWR);
+        thread.join();
+        close(listening);
+    }
+    ClosingServer(const ClosingServer&) = delete;
+    ClosingServer& operator=(const ClosingServer&) = delete;
+
+private:
+    int listening;
+    std::thread thread;
 };
 
 class HostsPostgresql : public testing::Test
@@ -107,6 +147,18 @@ TEST_F(HostsPostgresql, MayBeInAUrl)
     DeviceDatabase database("postgresql://tester@" + host + "/postgres?options=" + option);
     EXPECT_EQ(database.name(), name);
     EXPECT_THAT(moduleIds(database.list()), ElementsAre("1"));
+}
+
+TEST_F(HostsPostgresql, OneThatEndsTheConnectionIsPassedOver)
+{
+    DeviceDatabase(place.url()).insert(device("1"));
+    first.goAway();
+    const ClosingServer closing(first.socketPath());
+    EXPECT_THAT(storedIds(url()), ElementsAre("1"));
+    second.goAway();
+    EXPECT_EQ(openFailure(url()), cannotOpen + "no server accepts changes: " +
+                                      first.refusal("server closed the connection unexpectedly") +
+                                      "; " + second.refusal(away));
 }
 
 TEST_F(HostsPostgresql, ReasonOfEachIsNamed)
