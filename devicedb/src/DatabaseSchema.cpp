@@ -116,10 +116,16 @@ int DatabaseSchema::readVersion()
 {
     std::int64_t tables = 0;
     std::int64_t ownTables = 0;
-    connection.query(connection.dialect().countTables, {}, 2, [&](const SqlConnection::Row& row) {
+    bool hasSchema = false;
+    connection.query(connection.dialect().countTables, {}, 3, [&](const SqlConnection::Row& row) {
         tables = numberOf(row[0]);
         ownTables = numberOf(row[1]);
+        hasSchema = numberOf(row[2]) != 0;
     });
+    if (!hasSchema) {
+        fail(shownName, "open",
+             "its search_path names no schema that exists and that the role may use");
+    }
     if (tables == 0) {
         return 0;
     }

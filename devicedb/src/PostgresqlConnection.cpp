@@ -24,6 +24,13 @@ PostgresqlAnswer run(PGconn* connection, const std::string& sql,
                                  values.data(), lengths.data(), formats.data(), binary));
 }
 
+// The information schema would not list the tables that the role may not read.
+constexpr const char* countTables =
+    "SELECT count(*), coalesce(sum(CASE WHEN relname IN ('schema_version', 'device_properties')"
+    " THEN 1 ELSE 0 END), 0), CASE WHEN current_schema() IS NULL THEN 0 ELSE 1 END"
+    " FROM pg_catalog.pg_class WHERE relkind IN ('r', 'p', 'v', 'f') AND relnamespace ="
+    " (SELECT oid FROM pg_catalog.pg_namespace WHERE nspname = current_schema())";
+
 // Writers lock the one row of the version table first. So writers cannot deadlock, and readers
 // never wait. The time to wait is of the transaction: behind a pooler the next one may be on
 // another connection.
@@ -34,9 +41,7 @@ SqlDialect dialectWaiting(unsigned seconds)
             "BIGINT",
             "",
             "strpos",
-            "SELECT count(*), coalesce(sum(CASE WHEN table_name IN ('schema_version',"
-            " 'device_properties') THEN 1 ELSE 0 END), 0) FROM information_schema.tables"
-            " WHERE table_schema = current_schema()",
+            countTables,
             "BEGIN ISOLATION LEVEL REPEATABLE READ",
             "BEGIN; SET LOCAL lock_timeout = " + std::to_string(milliseconds),
             "SELECT version FROM schema_version FOR UPDATE",

@@ -72,6 +72,17 @@ PostgresqlHosts hostsOf(PGconn* connection)
     return {valueOf(used, "host"), valueOf(used, "hostaddr"), valueOf(used, "port")};
 }
 
+// Why there is no connection. libpq does not say whose certificates it accepts.
+std::string messageOf(PGconn* connection)
+{
+    const Options used(PQconninfo(connection), &PQconninfoFree);
+    const std::string authorities = valueOf(used, "sslrootcert");
+    return Poco::replace(
+        std::string(PQerrorMessage(connection)), std::string("certificate verify failed"),
+        "certificate verify failed, expected a valid certificate of an authority in " +
+            (authorities.empty() ? "~/.postgresql/root.crt" : authorities));
+}
+
 PostgresqlHandle connectionOf(const std::vector<std::pair<std::string, std::string>>& settings)
 {
     std::vector<const char*> keys;
@@ -133,7 +144,7 @@ PostgresqlHandle PostgresqlWords::connect(Access access) const
         if (PQstatus(connection.get()) == CONNECTION_OK) {
             return connection;
         }
-        const std::string message = PQerrorMessage(connection.get());
+        const std::string message = messageOf(connection.get());
         PostgresqlHosts hosts = hostsOf(connection.get());
         const auto further = hosts.areSeveral() || !reasons.empty()
                                  ? reasonsOfHosts(message)

@@ -61,7 +61,8 @@ struct SqlDialect
     const char* number;       ///< Column type of numbers of at least 33 bits.
     const char* tableEnd;     ///< End of the definition of a table of rows found by their key.
     const char* findText;     ///< Function of (text, part): 0 when the text does not hold the part.
-    const char* countTables;  ///< Selects the number of tables, and of our first two.
+    const char* countTables;  ///< Selects the number of tables, that of our first two, and 0 if
+                              ///< there is no schema for them.
     const char* beginReading; ///< Starts a transaction that reads one state of the database.
     std::string beginWriting; ///< Starts a transaction that makes changes.
     const char* claimWriting; ///< After it: waits for other writers; fails without permission.

@@ -124,7 +124,7 @@ const SqlDialect& SqliteConnection::dialect() const
         "INTEGER",
         " WITHOUT ROWID",
         "instr",
-        "SELECT count(*), coalesce(sum(name IN ('schema_version', 'device_properties')), 0)"
+        "SELECT count(*), coalesce(sum(name IN ('schema_version', 'device_properties')), 0), 1"
         " FROM sqlite_master WHERE type = 'table'",
         "BEGIN",
         "BEGIN IMMEDIATE",
