@@ -71,3 +71,8 @@ def exported(database: str, folder: Path) -> dict[str, bytes]:
     """Writes the mx files of the catalogue with the URL `database` to `folder`; returns them."""
     done("devices", "--db", database, "--export", folder)
     return contents(folder)
+
+
+def files(folder: Path) -> dict[str, bytes]:
+    """Returns the mx files in `folder` by their names."""
+    return contents(folder)

@@ -7,8 +7,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from catalogues import (PROGRAMS, contents, documented, done, exported, make_modules, psql, url,
-                        words)
+from catalogues import PROGRAMS, documented, done, exported, files, make_modules, psql, url, words
 
 MODULES = 60
 SERVER_OF_DOCUMENT = "host=db.example dbname=plant"
@@ -61,7 +60,7 @@ class Backups(unittest.TestCase):
         """Expects all files and rows of one of the states, and that it can be populated."""
         with tempfile.TemporaryDirectory() as folder:
             saved = exported(database, Path(folder) / "exported")
-        self.assertIn(saved, [contents(state) for state in states])
+        self.assertIn(saved, [files(state) for state in states])
         self.assertEqual(rows_with_channels(database), self.with_channels, "rows are missing")
         self.assertIn(f"{MODULES} replaced", done("populate", self.old, "--db", database))
 
