@@ -9,28 +9,15 @@ failure.
 """
 from __future__ import annotations
 
-import os
 import pathlib
-import pwd
 import signal
 import subprocess
 import sys
 import tempfile
-import time
-from typing import Callable, List, Optional
+from typing import List, Optional
 
 from replicated_catalogue import Caller, Catalogue, Run, Watcher, expect, fail, said_in_one_sentence
-
-PROGRAMS = max(pathlib.Path("/usr/lib/postgresql").glob("*/bin"),
-               key=lambda path: float(path.parent.name))
-
-
-def as_server_user() -> List[str]:
-    """Returns how to start a program that refuses to run as the superuser."""
-    if os.geteuid() != 0:
-        return []
-    user = pwd.getpwnam("postgres")
-    return ["setpriv", f"--reuid={user.pw_uid}", f"--regid={user.pw_gid}", "--clear-groups"]
+from server_programs import PROGRAMS, as_server_user, give_to_server_user, wait_until
 
 
 def run_program(program: str, *words: str) -> None:
@@ -38,14 +25,6 @@ def run_program(program: str, *words: str) -> None:
     run = subprocess.run([*as_server_user(), str(PROGRAMS / program), *words], check=False,
                          capture_output=True, text=True, cwd="/tmp")
     expect(run.returncode == 0, f"{program}: {run.stderr}")
-
-
-def wait_until(holds: Callable[[], bool], what: str) -> None:
-    """Waits, 20 seconds at most."""
-    end = time.monotonic() + 20
-    while not holds():
-        expect(time.monotonic() < end, f"{what}: this does not happen")
-        time.sleep(0.02)
 
 
 class Server:
@@ -201,9 +180,7 @@ def main() -> None:
         fail("expected the folder of the programs")
     with tempfile.TemporaryDirectory(prefix="test-fail-over-", dir="/tmp") as name:
         folder = pathlib.Path(name)
-        if os.geteuid() == 0:
-            os.chown(folder, pwd.getpwnam("postgres").pw_uid, -1)
-        folder.chmod(0o755)
+        give_to_server_user(folder)
         test = FailOver(pathlib.Path(sys.argv[1]), folder)
         try:
             test.writes_find_the_primary()

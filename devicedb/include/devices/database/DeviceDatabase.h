@@ -45,8 +45,9 @@ struct ModuleToStore
 /// One open device database.
 ///
 /// Texts and byte vectors of a record are returned byte for byte, NUL bytes included. Failures are
-/// `std::runtime_error` with one sentence naming the database. An object must not be used by two
-/// threads at once.
+/// `std::runtime_error` with one sentence naming the database. A lost connection to a server is
+/// made again by the next call outside a transaction, to another of its hosts if necessary. An
+/// object must not be used by two threads at once.
 class DEVICE_DATABASE_API DeviceDatabase
 {
 public:
