@@ -17,11 +17,9 @@ std::string FoundModules::selectSql(const std::string& from, const std::string& 
                                     BoundValues& values) const
 {
     std::string sql = std::string("SELECT ") + summaryColumns +
-                      ", t.names, t.channels, t.parameters, t.options, x.number FROM " + from +
-                      " CROSS JOIN search_texts t CROSS JOIN device_properties p" + joinModules +
-                      " WHERE t.family = x.family AND t.module_id = x.module_id"
-                      " AND p.family = x.family AND p.module_id = x.module_id" +
-                      where;
+                      ", p.names, p.channels, p.parameters, p.options, x.number FROM " + from +
+                      " CROSS JOIN " + summaries +
+                      " WHERE p.family = x.family AND p.module_id = x.module_id" + where;
     for (const ModuleCondition& condition : query.conditions) {
         sql += " AND " + conditionSql(condition, connection.dialect(), values);
     }
@@ -81,7 +79,7 @@ std::optional<FoundModule> FoundModules::of(const ModuleKey& key)
     BoundValues values(connection.dialect());
     const std::string wanted = values.key(key);
     const std::string sql =
-        selectSql("(SELECT family, module_id, 0 AS number FROM search_texts) AS x",
+        selectSql("(SELECT family, module_id, 0 AS number FROM search_modules) AS x",
                   " AND (x.family, x.module_id) = " + wanted, values);
     std::vector<FoundModule> found = read(sql, values);
     return found.empty() ? std::nullopt : std::optional(std::move(found.front()));

@@ -12,9 +12,6 @@ namespace devices::database {
 
 namespace {
 
-constexpr auto bytesCell = CellType::Bytes;
-constexpr auto numberCell = CellType::Number;
-
 // Keys from `first`, or without it from the lowest, up to `end`, or without it to the highest.
 struct KeyRange
 {
@@ -41,14 +38,14 @@ public:
         : connection(openConnection),
           blocks(connection.makeRowStatement(
               {"INSERT INTO search_blocks (block, first_family, first_module_id) ",
-               {numberCell, bytesCell, bytesCell},
+               {CellType::Number, CellType::Bytes, CellType::Bytes},
                ""})),
           members(connection.makeRowStatement(
               {"INSERT INTO search_members (block, place, family, module_id) ",
-               {numberCell, numberCell, bytesCell, bytesCell},
+               {CellType::Number, CellType::Number, CellType::Bytes, CellType::Bytes},
                ""})),
           parts(connection.makeRowStatement({"INSERT INTO search_parts (block, part, members) ",
-                                             {numberCell, bytesCell, bytesCell},
+                                             {CellType::Number, CellType::Bytes, CellType::Bytes},
                                              ""}))
     {
         connection.query("SELECT block, first_family, first_module_id FROM search_blocks"
@@ -69,8 +66,9 @@ public:
                 touched.push_back(block);
             }
         }
+        remove(touched);
         for (const std::size_t block : touched) {
-            rewrite(block);
+            writeAnew(rangeOf(block));
         }
     }
 
@@ -108,32 +106,39 @@ private:
         std::size_t count = 0;
         BoundValues values(connection.dialect());
         const std::string condition = range.condition(values);
-        connection.query("SELECT count(*) FROM search_texts" + condition, values.all(), 1,
+        connection.query("SELECT count(*) FROM search_modules" + condition, values.all(), 1,
                          [&](const SqlConnection::Row& row) {
                              count = static_cast<std::size_t>(numberOf(row[0]));
                          });
         return count;
     }
 
-    // Replaces a block by as many as its modules need now, of about the same size.
-    void rewrite(std::size_t block)
+    // All at once: the parts of a block are not next to each other.
+    void remove(const std::vector<std::size_t>& touched)
     {
-        KeyRange range = rangeOf(block);
-        std::size_t rest = modulesIn(range);
-        if (block < known.size()) {
-            remove(known[block].number);
+        std::string numbers;
+        for (const std::size_t block : touched) {
+            if (block < known.size()) {
+                numbers += (numbers.empty() ? "" : ", ") + known[block].number;
+            }
         }
+        if (numbers.empty()) {
+            return;
+        }
+        for (const char* const table : {"search_parts", "search_members", "search_blocks"}) {
+            connection.execute(std::string("DELETE FROM ") + table + " WHERE block IN (" + numbers +
+                               ")");
+        }
+    }
+
+    // Writes as many blocks as the modules of the range need, of about the same size.
+    void writeAnew(KeyRange range)
+    {
+        std::size_t rest = modulesIn(range);
         for (std::size_t left = (rest + mostMembers - 1) / mostMembers; left > 0; --left) {
             const std::size_t size = (rest + left - 1) / left;
             range.first = writeBlock(range, size);
             rest -= size;
-        }
-    }
-
-    void remove(const std::string& number)
-    {
-        for (const char* const table : {"search_parts", "search_members", "search_blocks"}) {
-            connection.execute(std::string("DELETE FROM ") + table + " WHERE block = " + number);
         }
     }
 
@@ -146,13 +151,16 @@ private:
         BoundValues values(connection.dialect());
         const std::string condition = range.condition(values);
         connection.query("SELECT family, module_id, names, channels, parameters, options, facts"
-                         " FROM search_texts" +
+                         " FROM search_modules" +
                              condition + " ORDER BY family, module_id LIMIT " +
                              std::to_string(size + 1),
                          values.all(), 7, [&](const SqlConnection::Row& row) {
                              keys.push_back({row[0], row[1]});
                              if (keys.size() <= size) {
-                                 made.add({row[2], row[3], row[4], row[5]}, splitFacts(row[6]));
+                                 auto facts = splitFacts(row[6]);
+                                 const auto keyFacts = factPartsOf(keys.back());
+                                 facts.insert(facts.end(), keyFacts.begin(), keyFacts.end());
+                                 made.add({row[2], row[3], row[4], row[5]}, facts);
                              }
                          });
         std::optional<ModuleKey> next;

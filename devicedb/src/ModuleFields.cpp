@@ -12,79 +12,99 @@ namespace devices::database {
 namespace {
 
 constexpr const char* plain = "{}";
-constexpr const char* ofChannels = "EXISTS (SELECT 1 FROM channels c WHERE c.family = m.family"
-                                   " AND c.module = m.module AND {})";
-constexpr const char* ofParameters = "EXISTS (SELECT 1 FROM parameters c WHERE c.family = m.family"
-                                     " AND c.module = m.module AND {})";
-constexpr const char* ofOptions = "EXISTS (SELECT 1 FROM options c WHERE c.family = m.family"
-                                  " AND c.module = m.module AND {})";
+
+// The module of the catalogue, which some records do not have. A subquery: of a join SQLite would
+// read this table first, as a whole.
+constexpr const char* isOfRecord =
+    "m.record_family = p.family AND m.record_module_id = p.module_id";
+
+std::string catalogueColumn(const std::string& column)
+{
+    return "(SELECT m." + column + " FROM modules m WHERE " + std::string(isOfRecord) + ")";
+}
+
+std::string partsOfModule(const std::string& table)
+{
+    return "FROM modules m CROSS JOIN " + table + " c WHERE " + isOfRecord +
+           " AND c.family = m.family AND c.module = m.module";
+}
+
+std::string anyOf(const std::string& table)
+{
+    return "EXISTS (SELECT 1 " + partsOfModule(table) + " AND {})";
+}
+
+std::string numberOfParts(const std::string& table)
+{
+    return "(SELECT count(*) " + partsOfModule(table) + ")";
+}
 
 const std::vector<FieldSql>& fieldsWithSql()
 {
     // Never destroyed: a host may still query while its own statics are destroyed.
     static const auto& fields = *new std::vector<FieldSql>{
         {{"module_id", false, "module identifier, eight hexadecimal digits"},
-         "m.module",
+         catalogueColumn("module"),
          plain,
          {},
+         Fact::ModuleId},
+        {{"family", false, "module family"}, catalogueColumn("family"), plain, {}, Fact::Family},
+        {{"label", false, "label text"}, catalogueColumn("label"), plain, TextClass::Names, {}},
+        {{"order_code", false, "order code"},
+         catalogueColumn("order_code"),
+         plain,
+         TextClass::Names,
          {}},
-        {{"family", false, "module family"}, "m.family", plain, {}, {}},
-        {{"label", false, "label text"}, "m.label", plain, TextClass::Names, {}},
-        {{"order_code", false, "order code"}, "m.order_code", plain, TextClass::Names, {}},
-        {{"in_bytes", true, "input process data in bytes"},
-         "p.in_data_size",
-         plain,
-         {},
-         Fact::InBytes},
+        {{"in_bytes", true, "input process data in bytes"}, "p.in_bytes", plain, {}, Fact::InBytes},
         {{"out_bytes", true, "output process data in bytes"},
-         "p.out_data_size",
+         "p.out_bytes",
          plain,
          {},
          Fact::OutBytes},
         {{"parameter_bytes", true, "default parameter block in bytes"},
-         "length(p.default_parameter_block)",
+         "p.parameter_bytes",
          plain,
          {},
          Fact::ParameterBytes},
-        {{"file_bytes", true, "mx file in bytes"},
-         "(length(p.mx_file_data) - 1)",
-         plain,
-         {},
-         Fact::FileBytes},
+        {{"file_bytes", true, "mx file in bytes"}, "p.file_bytes", plain, {}, Fact::FileBytes},
         {{"channels", true, "number of channels"},
-         "(SELECT count(*) FROM channels c WHERE c.family = m.family AND c.module = m.module)",
+         numberOfParts("channels"),
          plain,
          {},
          Fact::Channels},
         {{"parameters", true, "number of parameters"},
-         "(SELECT count(*) FROM parameters c WHERE c.family = m.family AND c.module = m.module)",
+         numberOfParts("parameters"),
          plain,
          {},
          Fact::Parameters},
         {{"channel", false, "name of any of its channels"},
          "c.name",
-         ofChannels,
+         anyOf("channels"),
          TextClass::Channels,
          {}},
         {{"direction", false, "direction of any of its channels, in or out"},
          "c.direction",
-         ofChannels,
+         anyOf("channels"),
          {},
          Fact::Direction},
         {{"size_letter", false, "IEC size letter of any of its channels"},
          "c.size_letter",
-         ofChannels,
+         anyOf("channels"),
          {},
          Fact::SizeLetter},
         {{"parameter", false, "name of any of its parameters"},
          "c.name",
-         ofParameters,
+         anyOf("parameters"),
          TextClass::Parameters,
          {}},
-        {{"unit", false, "unit of any of its parameters"}, "c.unit", ofParameters, {}, Fact::Unit},
+        {{"unit", false, "unit of any of its parameters"},
+         "c.unit",
+         anyOf("parameters"),
+         {},
+         Fact::Unit},
         {{"option", false, "text of any option of its parameters"},
          "c.text",
-         ofOptions,
+         anyOf("options"),
          TextClass::Options,
          {}}};
     return fields;
@@ -159,6 +179,11 @@ std::int64_t comparedNumber(const ModuleCondition& condition)
     return number;
 }
 
+bool namesOneModule(const ModuleCondition& condition)
+{
+    return condition.field == "module_id" && condition.comparison == Comparison::Equal;
+}
+
 std::string conditionSql(const ModuleCondition& condition, const SqlDialect& dialect,
                          BoundValues& values)
 {
@@ -166,7 +191,11 @@ std::string conditionSql(const ModuleCondition& condition, const SqlDialect& dia
     const std::string comparison = field.field.isNumber
                                        ? numberComparison(field, condition, values)
                                        : textComparison(field, condition, dialect, values);
-    return Poco::replace(std::string(field.condition), std::string("{}"), comparison);
+    std::string sql = Poco::replace(field.condition, std::string("{}"), comparison);
+    if (namesOneModule(condition)) {
+        sql += " AND p.module_id = " + values.bytes(condition.value); // the key of a table
+    }
+    return sql;
 }
 
 const std::vector<ModuleField>& moduleFields()

@@ -16,8 +16,8 @@ namespace devices::database {
 struct FieldSql
 {
     ModuleField field;
-    const char* value;
-    const char* condition;
+    std::string value;
+    std::string condition;
     std::optional<TextClass> texts; ///< Its texts are among those of this class.
     std::optional<Fact> fact;
 };
@@ -28,7 +28,11 @@ const FieldSql& fieldNamed(const std::string& name);
 /// Returns the number that `condition` compares with. Throws a `SqlFailure` if it is none.
 std::int64_t comparedNumber(const ModuleCondition& condition);
 
-/// Returns the SQL of `condition` on the tables p (records) and m (modules); its values are bound
+/// Returns whether `condition` names a module identifier: the engines find it without the search
+/// index.
+bool namesOneModule(const ModuleCondition& condition);
+
+/// Returns the SQL of `condition` on the table p (`SummaryRow.h`); its values are bound
 /// in `values`, so that no text of it is executed as SQL. Throws a `SqlFailure`.
 std::string conditionSql(const ModuleCondition& condition, const SqlDialect& dialect,
                          BoundValues& values);

@@ -17,16 +17,17 @@ using Source = SearchExplanation::Source;
 
 // The modules after a key, in the order of keys. Words are looked for in the texts which version 2
 // of the schema has, as its library did: in lower case, without options.
-std::string orderedSql(const SqlDialect& dialect, const ModuleQuery& query,
+std::string orderedSql(const SqlDialect& dialect, int version, const ModuleQuery& query,
                        const std::optional<ModuleKey>& after, std::size_t most, BoundValues& values)
 {
-    std::string sql = std::string("SELECT ") + summaryColumns + " FROM device_properties p" +
-                      joinModules + " WHERE true";
+    const bool isOld = version < versionOfSearchTables;
+    std::string sql = std::string("SELECT ") + summaryColumns + " FROM " +
+                      (isOld ? oldSummaries : summaries) + " WHERE true";
     if (after) {
         sql += " AND (p.family, p.module_id) > " + values.key(*after);
     }
     for (const std::string& word : query.words) {
-        sql += std::string(" AND ") + dialect.findText + "(m.search_text, " +
+        sql += std::string(" AND ") + dialect.findText + "(" + oldSearchText + ", " +
                values.text(foldedText(word)) + ") > 0";
     }
     for (const ModuleCondition& condition : query.conditions) {
@@ -36,11 +37,12 @@ std::string orderedSql(const SqlDialect& dialect, const ModuleQuery& query,
            (most == 0 ? "" : " LIMIT " + std::to_string(most));
 }
 
-std::vector<ModuleSummary> modulesInOrder(SqlConnection& connection, const ModuleQuery& query,
+std::vector<ModuleSummary> modulesInOrder(SqlConnection& connection, int version,
+                                          const ModuleQuery& query,
                                           const std::optional<ModuleKey>& after, std::size_t most)
 {
     BoundValues values(connection.dialect());
-    const std::string sql = orderedSql(connection.dialect(), query, after, most, values);
+    const std::string sql = orderedSql(connection.dialect(), version, query, after, most, values);
     std::vector<ModuleSummary> modules;
     connection.query(sql, values.all(), summaryColumnCount,
                      [&](const SqlConnection::Row& row) { modules.push_back(summaryOf(row)); });
@@ -48,14 +50,15 @@ std::vector<ModuleSummary> modulesInOrder(SqlConnection& connection, const Modul
 }
 
 // Some at a time, so that the first ones come soon.
-void searchInOrder(SqlConnection& connection, const ModuleQuery& query, const SummaryTaker& take)
+void searchInOrder(SqlConnection& connection, int version, const ModuleQuery& query,
+                   const SummaryTaker& take)
 {
     constexpr std::size_t mostAtOnce = 4096;
     std::optional<ModuleKey> after = query.after;
     std::size_t left = query.limit;
     for (bool goesOn = true; goesOn;) {
         const std::size_t most = query.limit == 0 ? mostAtOnce : std::min(left, mostAtOnce);
-        const auto modules = modulesInOrder(connection, query, after, most);
+        const auto modules = modulesInOrder(connection, version, query, after, most);
         for (const ModuleSummary& module : modules) {
             if (!take(module)) {
                 return;
@@ -92,7 +95,10 @@ Source sourceOf(int version, const ModuleQuery& query, const SearchLookup& looku
     if (version < versionOfSearchTables) {
         return query.words.empty() ? Source::Order : Source::Scan;
     }
-    return lookup.parts.empty() ? Source::Order : Source::Index;
+    const bool isOfOneModule =
+        query.words.empty() &&
+        std::any_of(query.conditions.begin(), query.conditions.end(), namesOneModule);
+    return lookup.parts.empty() || isOfOneModule ? Source::Order : Source::Index;
 }
 
 } // namespace
@@ -108,7 +114,7 @@ void searchModules(SqlConnection& connection, int version, const ModuleQuery& qu
     if (sourceOf(version, searched, lookup) == Source::Index) {
         searchByIndex(connection, searched, lookup, take);
     } else {
-        searchInOrder(connection, searched, take);
+        searchInOrder(connection, version, searched, take);
     }
 }
 
@@ -126,7 +132,7 @@ SearchExplanation explainSearch(SqlConnection& connection, int version, const Mo
     }
     BoundValues values(connection.dialect());
     explanation.sql =
-        orderedSql(connection.dialect(), searched, searched.after, searched.limit, values);
+        orderedSql(connection.dialect(), version, searched, searched.after, searched.limit, values);
     return explanation;
 }
 

@@ -49,7 +49,7 @@ SqlDialect dialectWaiting(unsigned seconds)
             " CHECK (written_by IS NOT NULL) NOT VALID",
             "SELECT 'GRANT ' || privilege_type || ' ON ' || t.name || ' TO ' ||"
             " CASE WHEN grantee = 'PUBLIC' THEN grantee ELSE quote_ident(grantee) END"
-            " FROM information_schema.role_table_grants CROSS JOIN (VALUES ('search_texts'),"
+            " FROM information_schema.role_table_grants CROSS JOIN (VALUES ('search_modules'),"
             " ('search_new'), ('search_blocks'), ('search_members'), ('search_parts')) AS t (name)"
             " WHERE table_schema = current_schema() AND table_name = 'modules' AND grantee <>"
             " current_user AND privilege_type IN ('SELECT', 'INSERT', 'UPDATE', 'DELETE')"};

@@ -61,23 +61,12 @@ std::vector<std::pair<std::string, std::string>> BlockParts::stored() const
     return rows;
 }
 
-std::vector<BlockMember> membersOf(const std::string& stored)
+void requirePairs(const std::string& stored)
 {
     if (stored.size() % bytesOfMember != 0) {
         throw SqlFailure("a block of the search index holds " + std::to_string(stored.size()) +
                          " bytes of members, expected an even number");
     }
-    std::vector<BlockMember> members;
-    members.reserve(stored.size() / bytesOfMember);
-    for (std::size_t at = 0; at < stored.size(); at += bytesOfMember) {
-        const unsigned number = static_cast<unsigned char>(stored[at]) * 256U +
-                                static_cast<unsigned char>(stored[at + 1]);
-        const std::size_t place = number >> bitsOfClass;
-        if (place < mostMembers) {
-            members.push_back({place, static_cast<TextClass>(number % textClassCount)});
-        }
-    }
-    return members;
 }
 
 } // namespace devices::database

@@ -16,13 +16,6 @@ namespace devices::database {
 /// have it.
 constexpr std::size_t mostMembers = 1024;
 
-/// A module of a block that has a part.
-struct BlockMember
-{
-    std::size_t place; ///< In the block, from 0.
-    TextClass best;    ///< The best class of texts that has the part.
-};
-
 /// Collects the parts of the modules of one block.
 class BlockParts
 {
@@ -41,8 +34,23 @@ private:
     std::size_t count = 0;
 };
 
-/// Returns the members that `stored` holds, ordered by place. Throws a `SqlFailure` if it holds
-/// anything else: another program may have stored it.
-std::vector<BlockMember> membersOf(const std::string& stored);
+/// Throws a `SqlFailure` if `stored` is not of pairs of bytes: another program may have stored it.
+void requirePairs(const std::string& stored);
+
+/// Calls `take(place, best)` for each member that `stored` holds, in the order of their places: the
+/// place of a module in the block, from 0, and the best class of its texts that has the part.
+template <typename Take>
+void forEachMember(const std::string& stored, Take take)
+{
+    requirePairs(stored);
+    for (std::size_t at = 0; at < stored.size(); at += 2) {
+        const unsigned number = static_cast<unsigned char>(stored[at]) * 256U +
+                                static_cast<unsigned char>(stored[at + 1]);
+        const std::size_t place = number / textClassCount;
+        if (place < mostMembers) {
+            take(place, static_cast<TextClass>(number % textClassCount));
+        }
+    }
+}
 
 } // namespace devices::database

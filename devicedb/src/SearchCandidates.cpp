@@ -20,15 +20,15 @@ constexpr std::size_t growthOfRead = 4;
 class Tally
 {
 public:
-    void count(std::size_t wantedIndex, const WantedPart& wanted, const std::string& stored)
+    void count(std::uint16_t wantedIndex, const WantedPart& wanted, const std::string& stored)
     {
-        for (const BlockMember& member : membersOf(stored)) {
-            Module& module = modules[member.place];
-            if (module.found == wantedIndex && member.best <= wanted.poorest) {
+        forEachMember(stored, [&](std::size_t place, TextClass best) {
+            Module& module = modules[place];
+            if (module.found == wantedIndex && best <= wanted.poorest) {
                 ++module.found;
-                module.match = wanted.ranks ? std::max(module.match, member.best) : module.match;
+                module.match = wanted.ranks ? std::max(module.match, best) : module.match;
             }
-        }
+        });
     }
 
     std::vector<SearchCandidates::Candidate> having(std::size_t wantedCount) const
@@ -36,7 +36,7 @@ public:
         std::vector<SearchCandidates::Candidate> found;
         for (std::size_t place = 0; place < modules.size(); ++place) {
             if (modules[place].found == wantedCount) {
-                found.push_back({place, modules[place].match});
+                found.push_back({static_cast<std::uint16_t>(place), false, modules[place].match});
             }
         }
         return found;
@@ -45,7 +45,7 @@ public:
 private:
     struct Module
     {
-        std::size_t found = 0;
+        std::uint16_t found = 0;
         TextClass match = TextClass::Names;
     };
 
@@ -59,7 +59,7 @@ std::vector<SearchCandidates::Candidate> candidatesIn(const StoredParts& stored,
                                                       const std::vector<WantedPart>& wanted)
 {
     Tally tally;
-    for (std::size_t i = 0; i < wanted.size(); ++i) {
+    for (std::uint16_t i = 0; i < wanted.size(); ++i) {
         const auto begin = stored.lower_bound(wanted[i].part);
         const auto end = wanted[i].end.empty() ? stored.upper_bound(wanted[i].part)
                                                : stored.lower_bound(wanted[i].end);
@@ -70,20 +70,28 @@ std::vector<SearchCandidates::Candidate> candidatesIn(const StoredParts& stored,
     return tally.having(wanted.size());
 }
 
-// The condition of the parts that are looked up.
-std::string partCondition(const std::vector<WantedPart>& wanted, BoundValues& values)
+// Selects the parts that are looked up, of some blocks. Not one condition with OR: SQLite would
+// read all parts of the blocks.
+std::string partSql(const std::vector<WantedPart>& wanted, const std::string& numbers,
+                    BoundValues& values)
 {
+    const std::string select =
+        "SELECT block, part, members FROM search_parts WHERE block IN (" + numbers + ") AND part ";
     std::string single;
-    std::string ranges;
+    std::string sql;
     for (const WantedPart& part : wanted) {
         if (part.end.empty()) {
             single += (single.empty() ? "" : ", ") + values.bytes(part.part);
         } else {
             const std::string begin = values.bytes(part.part);
-            ranges += " OR (part >= " + begin + " AND part < " + values.bytes(part.end) + ")";
+            sql += (sql.empty() ? "" : " UNION ALL ") + select + ">= " + begin + " AND part < " +
+                   values.bytes(part.end);
         }
     }
-    return single.empty() ? ranges.substr(4) : "part IN (" + single + ")" + ranges;
+    if (!single.empty()) {
+        sql += (sql.empty() ? "" : " UNION ALL ") + select + "IN (" + single + ")";
+    }
+    return sql;
 }
 
 } // namespace
@@ -114,12 +122,10 @@ void SearchCandidates::readSome()
     }
     std::map<std::string, StoredParts> stored; // by the number of the block
     BoundValues values(connection.dialect());
-    const std::string condition = partCondition(lookup.parts, values);
-    connection.query("SELECT block, part, members FROM search_parts WHERE block IN (" + numbers +
-                         ") AND (" + condition + ")",
-                     values.all(), 3, [&](const SqlConnection::Row& row) {
-                         stored[row[0]].emplace(row[1], row[2]);
-                     });
+    const std::string sql = partSql(lookup.parts, numbers, values);
+    connection.query(sql, values.all(), 3, [&](const SqlConnection::Row& row) {
+        stored[row[0]].emplace(row[1], row[2]);
+    });
     for (; read < end; ++read) {
         blocks[read].candidates = candidatesIn(stored[blocks[read].number], lookup.parts);
     }

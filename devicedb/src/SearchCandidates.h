@@ -4,6 +4,8 @@
 #include "SqlConnection.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,9 +19,9 @@ public:
     /// A module that may match.
     struct Candidate
     {
-        std::size_t place;              ///< In its block.
-        std::optional<TextClass> match; ///< At best; nothing: it is known not to match.
-        bool isKnown = false;           ///< Whether `match` is certain.
+        std::uint16_t place;            ///< In its block.
+        bool isKnown;                   ///< Whether `match` is certain.
+        std::optional<TextClass> match; ///< At best; nothing: it does not match.
     };
 
     /// A block and its candidates.

@@ -19,29 +19,25 @@ void addPartsOf(const std::string& folded, TextClass poorest, bool ranks,
     }
 }
 
-// A part that follows no other than `part`.
-std::string afterPart(const std::string& part)
-{
-    return part + '\0';
-}
-
+// Of a range the numbers at its ends have a part with others: the conditions themselves decide.
 void addNumbers(Fact fact, const ModuleCondition& condition, std::vector<WantedPart>& parts)
 {
-    const std::string number = factPart(fact, comparedNumber(condition));
+    constexpr std::int64_t most = INT64_MAX - 1; // to which 1 can be added
+    const std::int64_t number = comparedNumber(condition);
     const auto add = [&](const std::string& begin, const std::string& end) {
         parts.push_back({begin, end, TextClass::Names, false});
     };
     switch (condition.comparison) {
     case Comparison::Equal:
-        return add(number, "");
+        return add(factPart(fact, number), "");
     case Comparison::Less:
-        return add(beginOfFacts(fact), number);
+        return add(beginOfNear(fact), nearFactPart(fact, std::max(number, -most) - 1) + '\0');
     case Comparison::LessOrEqual:
-        return add(beginOfFacts(fact), afterPart(number));
+        return add(beginOfNear(fact), nearFactPart(fact, number) + '\0'); // up to this part
     case Comparison::Greater:
-        return add(afterPart(number), endOfFacts(fact));
+        return add(nearFactPart(fact, std::min(number, most) + 1), endOfNear(fact));
     case Comparison::GreaterOrEqual:
-        return add(number, endOfFacts(fact));
+        return add(nearFactPart(fact, number), endOfNear(fact));
     case Comparison::NotEqual:
     case Comparison::Contains:
         break; // nearly every module
@@ -53,13 +49,17 @@ void addNumbers(Fact fact, const ModuleCondition& condition, std::vector<WantedP
 void addCondition(const ModuleCondition& condition, std::vector<WantedPart>& parts)
 {
     const FieldSql& field = fieldNamed(condition.field);
-    const bool isEqual = condition.comparison == Comparison::Equal;
     if (field.field.isNumber) {
         addNumbers(*field.fact, condition, parts);
-    } else if (field.fact && isEqual) {
-        parts.push_back({factPart(*field.fact, condition.value), "", TextClass::Names, false});
-    } else if (field.texts && (isEqual || condition.comparison == Comparison::Contains)) {
+    } else if (condition.comparison != Comparison::Equal &&
+               condition.comparison != Comparison::Contains) {
+        return;
+    } else if (field.texts) {
         addPartsOf(foldedForSearch(condition.value), *field.texts, false, parts);
+    } else if (field.fact) {
+        for (const std::string& part : factPartsCovering(*field.fact, condition.value)) {
+            parts.push_back({part, "", TextClass::Names, false});
+        }
     }
 }
 

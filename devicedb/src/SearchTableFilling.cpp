@@ -12,8 +12,6 @@ namespace devices::database {
 
 namespace {
 
-using Key = std::pair<std::string, std::string>; // family and module identifier
-
 // Some modules that follow each other in the order of their keys: all at once, those of a large
 // catalogue would fill the memory.
 struct SomeModules
@@ -27,15 +25,12 @@ SomeModules modulesAfter(SqlConnection& connection, const ModuleKey& last)
     BoundValues values(connection.dialect());
     const std::string after = values.key(last);
     SomeModules some;
-    connection.query(std::string("SELECT ") + summaryColumns + " FROM device_properties p" +
-                         joinModules + " WHERE (p.family, p.module_id) > " + after +
+    connection.query(std::string("SELECT ") + summaryColumns + " FROM " + oldSummaries +
+                         " WHERE (p.family, p.module_id) > " + after +
                          " ORDER BY p.family, p.module_id LIMIT 256",
                      values.all(), summaryColumnCount, [&](const SqlConnection::Row& row) {
-                         some.modules.push_back({{row[0], row[1]},
-                                                 {numberOf(row[3]), numberOf(row[4]),
-                                                  numberOf(row[5]), numberOf(row[6]) - 1},
-                                                 {}});
-                         if (row[7] == "1") {
+                         some.modules.push_back({summaryOf(row), {}});
+                         if (some.modules.back().summary.hasContent) {
                              some.inCatalogue.push_back({row[0], row[1]});
                          }
                      });
@@ -50,7 +45,7 @@ public:
         : connection(openConnection), keys(some.inCatalogue)
     {
         for (SearchedModule& module : some.modules) {
-            contents[{module.key.family, module.key.moduleIdText}] = &module.content;
+            contents[{module.summary.family, module.summary.moduleIdText}] = &module.content;
         }
     }
 
@@ -93,7 +88,7 @@ private:
 
     SqlConnection& connection;
     const std::vector<RowStatement::Row>& keys;
-    std::map<Key, ModuleContent*> contents;
+    std::map<std::pair<std::string, std::string>, ModuleContent*> contents; // by key
 };
 
 } // namespace
@@ -106,7 +101,7 @@ void fillSearchTables(SqlConnection& connection)
          some = modulesAfter(connection, last)) {
         ContentReader(connection, some).read();
         tables.replace(some.modules);
-        last = some.modules.back().key;
+        last = keyOf(some.modules.back().summary);
     }
     updateSearchIndex(connection);
 }

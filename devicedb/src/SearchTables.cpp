@@ -4,14 +4,20 @@ namespace devices::database {
 
 namespace {
 
-RowSql searchTextInsertion()
+RowSql searchedModuleInsertion()
 {
     constexpr auto ofText = CellType::Text;
     constexpr auto ofBytes = CellType::Bytes;
-    return {"INSERT INTO search_texts (family, module_id, names, channels, parameters, options,"
+    constexpr auto ofNumber = CellType::Number;
+    return {"INSERT INTO search_modules (family, module_id, label, in_bytes, out_bytes,"
+            " parameter_bytes, file_bytes, has_content, names, channels, parameters, options,"
             " facts) ",
-            {ofBytes, ofBytes, ofText, ofText, ofText, ofText, ofBytes},
-            " ON CONFLICT (family, module_id) DO UPDATE SET names = excluded.names,"
+            {ofBytes, ofBytes, ofBytes, ofNumber, ofNumber, ofNumber, ofNumber, ofNumber, ofText,
+             ofText, ofText, ofText, ofBytes},
+            " ON CONFLICT (family, module_id) DO UPDATE SET label = excluded.label,"
+            " in_bytes = excluded.in_bytes, out_bytes = excluded.out_bytes,"
+            " parameter_bytes = excluded.parameter_bytes, file_bytes = excluded.file_bytes,"
+            " has_content = excluded.has_content, names = excluded.names,"
             " channels = excluded.channels, parameters = excluded.parameters,"
             " options = excluded.options, facts = excluded.facts"};
 }
@@ -23,35 +29,48 @@ RowSql notIndexedInsertion()
             " ON CONFLICT (family, module_id) DO NOTHING"};
 }
 
-std::int64_t sizeOf(const DeviceProperties::Bytes& bytes)
+std::uint64_t bytesIn(const DeviceProperties::Bytes& bytes)
 {
-    return bytes.isNull() ? 0 : static_cast<std::int64_t>(bytes->size());
+    return bytes.isNull() ? 0 : bytes->size();
 }
 
 // A stored file has one byte more than the file on disk.
-RecordSizes sizesOf(const DeviceProperties& record)
+ModuleSummary summaryOf(const ModuleToStore& module)
 {
-    return {record.inDataSize, record.outDataSize, sizeOf(record.defaultParameterBlock),
-            sizeOf(record.mxFileData) - 1};
+    const DeviceProperties& record = *module.record;
+    const std::uint64_t stored = bytesIn(record.mxFileData);
+    return {record.family,
+            record.moduleIdText,
+            record.brandLabelName,
+            record.inDataSize,
+            record.outDataSize,
+            bytesIn(record.defaultParameterBlock),
+            stored == 0 ? 0 : stored - 1,
+            module.content != nullptr};
 }
 
-RowStatement::Row searchTextRow(const ModuleKey& key, const RecordSizes& sizes,
-                                const ModuleContent* content)
+RowStatement::Row searchedModuleRow(const ModuleSummary& module, const ModuleContent* content)
 {
-    const SearchTexts made = content == nullptr ? SearchTexts{} : searchTextsOf(*content);
-    return {key.family,
-            key.moduleIdText,
-            made[0],
-            made[1],
-            made[2],
-            made[3],
-            joinedFacts(factPartsOf(sizes, content))};
+    const SearchTexts texts = content == nullptr ? SearchTexts{} : searchTextsOf(*content);
+    return {module.family,
+            module.moduleIdText,
+            module.brandLabelName,
+            std::to_string(module.inDataSize),
+            std::to_string(module.outDataSize),
+            std::to_string(module.parameterBlockSize),
+            std::to_string(module.mxFileSize),
+            module.hasContent ? "1" : "0",
+            texts[0],
+            texts[1],
+            texts[2],
+            texts[3],
+            joinedFacts(factPartsOf(module, content))};
 }
 
 } // namespace
 
 SearchTables::SearchTables(SqlConnection& connection)
-    : texts(connection.makeRowStatement(searchTextInsertion())),
+    : insertion(connection.makeRowStatement(searchedModuleInsertion())),
       notIndexed(connection.makeRowStatement(notIndexedInsertion()))
 {}
 
@@ -60,8 +79,7 @@ void SearchTables::replace(const std::vector<ModuleToStore>& modules)
     std::vector<RowStatement::Row> rows;
     rows.reserve(modules.size());
     for (const ModuleToStore& module : modules) {
-        rows.push_back(searchTextRow({module.record->family, module.record->moduleIdText},
-                                     sizesOf(*module.record), module.content));
+        rows.push_back(searchedModuleRow(summaryOf(module), module.content));
     }
     store(rows);
 }
@@ -71,14 +89,14 @@ void SearchTables::replace(const std::vector<SearchedModule>& modules)
     std::vector<RowStatement::Row> rows;
     rows.reserve(modules.size());
     for (const SearchedModule& module : modules) {
-        rows.push_back(searchTextRow(module.key, module.sizes, &module.content));
+        rows.push_back(searchedModuleRow(module.summary, &module.content));
     }
     store(rows);
 }
 
 void SearchTables::store(const std::vector<RowStatement::Row>& rows)
 {
-    texts->execute(rows);
+    insertion->execute(rows);
     std::vector<RowStatement::Row> keys;
     keys.reserve(rows.size());
     for (const RowStatement::Row& row : rows) {

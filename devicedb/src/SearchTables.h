@@ -14,8 +14,7 @@ namespace devices::database {
 /// What searches have to know of a stored module. Its content is empty if it has none.
 struct SearchedModule
 {
-    ModuleKey key;
-    RecordSizes sizes;
+    ModuleSummary summary;
     ModuleContent content;
 };
 
@@ -26,8 +25,8 @@ class SearchTables
 public:
     explicit SearchTables(SqlConnection& connection);
 
-    /// Stores the search texts of `modules`, each of which is there once, in place of those that
-    /// they have.
+    /// Stores what searches know of `modules`, each of which is there once, in place of what they
+    /// knew.
     void replace(const std::vector<ModuleToStore>& modules);
 
     /// The same for modules that are stored already.
@@ -36,7 +35,7 @@ public:
 private:
     void store(const std::vector<RowStatement::Row>& rows);
 
-    std::unique_ptr<RowStatement> texts;
+    std::unique_ptr<RowStatement> insertion;
     std::unique_ptr<RowStatement> notIndexed;
 };
 

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,7 +12,7 @@
 namespace devices::database {
 
 /// What a text of a module names; the better matches first.
-enum class TextClass : unsigned
+enum class TextClass : std::uint8_t
 {
     Names, ///< The module: label and order code.
     Channels,

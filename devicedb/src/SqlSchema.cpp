@@ -85,9 +85,15 @@ const auto& migrations = *new std::vector<std::vector<const char*>>{
     // until
     // all of it is done, so that nobody who reads them has to wait.
     {
-        "CREATE TABLE search_texts ("
+        "CREATE TABLE search_modules ("
         " family {bytes} NOT NULL,"
         " module_id {bytes} NOT NULL,"
+        " label {bytes} NOT NULL,"
+        " in_bytes {number} NOT NULL,"
+        " out_bytes {number} NOT NULL,"
+        " parameter_bytes {number} NOT NULL,"
+        " file_bytes {number} NOT NULL,"
+        " has_content INTEGER NOT NULL,"
         " names TEXT NOT NULL,"
         " channels TEXT NOT NULL,"
         " parameters TEXT NOT NULL,"
@@ -96,11 +102,12 @@ const auto& migrations = *new std::vector<std::vector<const char*>>{
         " PRIMARY KEY (family, module_id),"
         " FOREIGN KEY (family, module_id) REFERENCES device_properties (family, module_id)"
         " ON DELETE CASCADE)",
+        "CREATE INDEX search_modules_by_module_id ON search_modules (module_id)",
         "CREATE TABLE search_new ("
         " family {bytes} NOT NULL,"
         " module_id {bytes} NOT NULL,"
         " PRIMARY KEY (family, module_id),"
-        " FOREIGN KEY (family, module_id) REFERENCES search_texts (family, module_id)"
+        " FOREIGN KEY (family, module_id) REFERENCES search_modules (family, module_id)"
         " ON DELETE CASCADE){table end}",
         "CREATE TABLE search_blocks ("
         " block {number} NOT NULL,"
@@ -117,7 +124,7 @@ const auto& migrations = *new std::vector<std::vector<const char*>>{
         " block {number} NOT NULL,"
         " part {bytes} NOT NULL,"
         " members {bytes} NOT NULL,"
-        " PRIMARY KEY (block, part)){table end}",
+        " PRIMARY KEY (part, block)){table end}",
     },
 };
 

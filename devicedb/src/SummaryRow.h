@@ -9,9 +9,13 @@
 
 namespace devices::database {
 
-/// The columns of a `ModuleSummary`, on the tables p (records) and m (modules).
+/// The columns of a `ModuleSummary`, on the table p.
 extern const char* const summaryColumns;
 constexpr std::size_t summaryColumnCount = 8;
+
+/// The table p: since version 4 of the schema, and before.
+extern const char* const summaries;
+extern const char* const oldSummaries;
 
 /// Returns the summary of a row whose first columns these are.
 ModuleSummary summaryOf(const SqlConnection::Row& row);
@@ -19,8 +23,8 @@ ModuleSummary summaryOf(const SqlConnection::Row& row);
 /// Takes the modules of a search; returns false when it wants no more.
 using SummaryTaker = std::function<bool(const ModuleSummary&)>;
 
-/// Joins the table m (modules) to p (records).
-extern const char* const joinModules;
+/// The text for searches of a module of p, before version 4.
+extern const char* const oldSearchText;
 
 /// Whether `left` is before `right` in the order of keys.
 bool isBefore(const ModuleKey& left, const ModuleKey& right);

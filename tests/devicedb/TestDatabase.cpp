@@ -93,7 +93,7 @@ void TestDatabase::execute(const std::string& statement) const
 void TestDatabase::becomeVersion(int version) const
 {
     for (const char* const table :
-         {"search_new", "search_texts", "search_blocks", "search_members", "search_parts"}) {
+         {"search_new", "search_modules", "search_blocks", "search_members", "search_parts"}) {
         execute(std::string("DROP TABLE ") + table);
     }
     if (kind == Engine::Sqlite) {
