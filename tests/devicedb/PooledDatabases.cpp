@@ -34,7 +34,8 @@ void run(const Connection& connection, const std::string& sql)
     }
 }
 
-// The pooler opens a connection only when all that it has are within transactions.
+// The pooler opens a connection only when all that it has are within transactions. An earlier test
+// may have ended those of the database.
 void openConnectionsOfThePooler(const std::string& database)
 {
     constexpr std::size_t several = 3;
@@ -53,7 +54,6 @@ std::string newDatabase()
     static int count = 0;
     const std::string name = "pooled_" + std::to_string(getpid()) + "_" + std::to_string(++count);
     run(connectedTo(testServer()), "CREATE DATABASE " + name + " STRATEGY file_copy");
-    openConnectionsOfThePooler(name);
     return name;
 }
 
@@ -63,18 +63,21 @@ std::vector<std::string>& unusedDatabases()
     return names;
 }
 
+std::string emptiedDatabase()
+{
+    const std::string name = unusedDatabases().back();
+    unusedDatabases().pop_back();
+    run(connectedTo(testServer() + " dbname=" + name),
+        "SET client_min_messages = error; DROP SCHEMA public CASCADE; CREATE SCHEMA public");
+    return name;
+}
+
 } // namespace
 
 std::string takePooledDatabase()
 {
-    std::vector<std::string>& unused = unusedDatabases();
-    if (unused.empty()) {
-        return newDatabase();
-    }
-    const std::string name = unused.back();
-    unused.pop_back();
-    run(connectedTo(testServer() + " dbname=" + name),
-        "SET client_min_messages = error; DROP SCHEMA public CASCADE; CREATE SCHEMA public");
+    const std::string name = unusedDatabases().empty() ? newDatabase() : emptiedDatabase();
+    openConnectionsOfThePooler(name);
     return name;
 }
 

@@ -91,3 +91,9 @@ inline std::string engineName(const testing::TestParamInfo<Engine>& info)
                              testing::Values(testkit::Engine::Sqlite, testkit::Engine::Postgresql, \
                                              testkit::Engine::Pooled),                             \
                              testkit::engineName)
+
+/// The same, without SQLite.
+#define RUN_ON_EACH_SERVER(fixture)                                                                \
+    INSTANTIATE_TEST_SUITE_P(                                                                      \
+        On, fixture, testing::Values(testkit::Engine::Postgresql, testkit::Engine::Pooled),        \
+        testkit::engineName)

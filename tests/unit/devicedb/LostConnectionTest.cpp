@@ -15,21 +15,19 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testkit::failureOf;
 
-class LostPostgresql : public testing::Test
+// A pooler ends the connection of a client when that to the server is lost within a transaction.
+class LostConnection : public testkit::OnEachEngine
 {
 protected:
-    testkit::TestDatabase place{testkit::Engine::Postgresql};
-    DeviceDatabase database{place.url()};
+    DeviceDatabase database{url};
     const std::string cannotWrite = "Cannot write to device database " + place.name() + ": ";
     const std::string cannotChange = "Cannot change device database " + place.name() + ": ";
 
     // Ends every other connection, like a server that is stopped.
-    static void endConnections()
+    void endConnections() const
     {
-        Poco::Data::Session session =
-            testkit::TestDatabase(testkit::Engine::Postgresql).otherProgram();
-        session << "SELECT pg_terminate_backend(pid) FROM pg_stat_activity"
-                   " WHERE pid <> pg_backend_pid() AND datname = current_database()",
+        place.otherProgram() << "SELECT pg_terminate_backend(pid) FROM pg_stat_activity"
+                                " WHERE pid <> pg_backend_pid() AND datname = current_database()",
             Poco::Data::Keywords::now;
     }
 
@@ -55,7 +53,9 @@ protected:
     }
 };
 
-TEST_F(LostPostgresql, ReadingConnectsAgain)
+RUN_ON_EACH_SERVER(LostConnection);
+
+TEST_P(LostConnection, ReadingConnectsAgain)
 {
     database.insert(device("1"), contentNamed("a"));
     endConnections();
@@ -68,27 +68,27 @@ TEST_F(LostPostgresql, ReadingConnectsAgain)
     EXPECT_EQ(linesOf(*database.content("kv38", "1")), linesOf(contentNamed("a")));
 }
 
-TEST_F(LostPostgresql, ChangeOutsideATransactionConnectsAgain)
+TEST_P(LostConnection, ChangeOutsideATransactionConnectsAgain)
 {
     database.insert(device("1"));
     endConnections();
     database.insert(device("2"));
     endConnections();
     EXPECT_TRUE(database.remove("1"));
-    EXPECT_THAT(storedIds(place.url()), ElementsAre("2"));
+    EXPECT_THAT(storedIds(url), ElementsAre("2"));
 }
 
-TEST_F(LostPostgresql, BeginOfATransactionConnectsAgain)
+TEST_P(LostConnection, BeginOfATransactionConnectsAgain)
 {
     database.insert(device("1"));
     endConnections();
     auto transaction = database.beginTransaction();
     database.insert(device("2"));
     transaction.commit();
-    EXPECT_THAT(storedIds(place.url()), ElementsAre("1", "2"));
+    EXPECT_THAT(storedIds(url), ElementsAre("1", "2"));
 }
 
-TEST_F(LostPostgresql, TransactionIsRolledBackAndTheNextOneWorks)
+TEST_P(LostConnection, TransactionIsRolledBackAndTheNextOneWorks)
 {
     {
         auto transaction = database.beginTransaction();
@@ -101,15 +101,15 @@ TEST_F(LostPostgresql, TransactionIsRolledBackAndTheNextOneWorks)
         EXPECT_EQ(failureOf([&] { transaction.commit(); }),
                   cannotChange + "the connection to the server is lost");
     }
-    EXPECT_THAT(storedIds(place.url()), IsEmpty());
+    EXPECT_THAT(storedIds(url), IsEmpty());
     auto transaction = database.beginTransaction();
     database.insert(device("3"));
     transaction.commit();
-    EXPECT_THAT(storedIds(place.url()), ElementsAre("3"));
+    EXPECT_THAT(storedIds(url), ElementsAre("3"));
 }
 
 // What is read inside a transaction may be what it stored itself.
-TEST_F(LostPostgresql, ReadingWithinATransactionFails)
+TEST_P(LostConnection, ReadingWithinATransactionFails)
 {
     auto transaction = database.beginTransaction();
     database.insert(device("1"));
@@ -119,7 +119,7 @@ TEST_F(LostPostgresql, ReadingWithinATransactionFails)
     EXPECT_FALSE(transaction.isAlive());
 }
 
-TEST_F(LostPostgresql, CommitThatIsNotAnsweredMayBeStored)
+TEST_P(LostConnection, CommitThatIsNotAnsweredMayBeStored)
 {
     const std::string reason = "the connection to the server is lost during the commit: it is not "
                                "known whether the changes are stored";
@@ -132,7 +132,7 @@ TEST_F(LostPostgresql, CommitThatIsNotAnsweredMayBeStored)
     EXPECT_EQ(unknownOutcomeOf([&] { database.insert(device("lost")); }), cannotChange + reason);
     EXPECT_THAT(moduleIds(database.list()), IsEmpty());
     database.insert(device("1"));
-    EXPECT_THAT(storedIds(place.url()), ElementsAre("1"));
+    EXPECT_THAT(storedIds(url), ElementsAre("1"));
 }
 
 } // namespace

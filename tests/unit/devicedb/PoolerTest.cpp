@@ -40,6 +40,26 @@ TEST(PoolerPostgresql, GivesEachTransactionAnotherConnection)
     EXPECT_EQ(connections.size(), 3U);
 }
 
+TEST(PoolerPostgresql, PassesNoOptionsOn)
+{
+    const testkit::TestDatabase place(testkit::Engine::Pooled);
+    EXPECT_EQ(
+        failureOf([&] { DeviceDatabase database(place.url() + " options=-csearch_path=public"); }),
+        "Cannot open device database " + place.name() + ": unsupported startup parameter: options");
+}
+
+// Whether it is the only host or one of several.
+TEST(PoolerPostgresql, LeadsToTheServerThatAcceptsChanges)
+{
+    const testkit::TestDatabase place(testkit::Engine::Pooled);
+    DeviceDatabase(place.url() + " target_session_attrs=read-write").insert(device("1"));
+    std::string several = place.url() + " target_session_attrs=prefer-standby";
+    several.replace(several.find("host="), 5, "host=/nowhere,");
+    DeviceDatabase database(several);
+    database.insert(device("2"));
+    EXPECT_THAT(moduleIds(database.list()), ElementsAre("1", "2"));
+}
+
 // The time to wait for is a setting of each transaction. The same holds without a pooler.
 TEST(PoolerPostgresql, OtherWriterIsWaitedForAndThenReported)
 {
