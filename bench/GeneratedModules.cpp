@@ -42,13 +42,15 @@ std::string withIdentifier(std::string mx, std::size_t number)
 
 } // namespace
 
-GeneratedModules::GeneratedModules(const std::filesystem::path& directory, std::size_t count)
+GeneratedModules::GeneratedModules(const std::filesystem::path& directory, std::size_t count,
+                                   std::size_t modules)
 {
     const auto examples = exampleFiles();
     std::filesystem::create_directories(directory);
     for (std::size_t number = 0; number < count; ++number) {
         std::ofstream(directory / fmt::format("MX{:08x}.bin", number), std::ios::binary)
-            << withIdentifier(examples[number % examples.size()], number);
+            << withIdentifier(examples[number % examples.size()],
+                              modules == 0 ? number : number % modules);
     }
     // In the order of the parser's walk, in which populating inserts them.
     for (const auto& file : std::filesystem::directory_iterator(directory)) {

@@ -12,8 +12,10 @@ namespace bench {
 class GeneratedModules
 {
 public:
-    /// Writes `count` files into `directory`.
-    GeneratedModules(const std::filesystem::path& directory, std::size_t count);
+    /// Writes `count` files of `modules` modules into `directory`, so that the others replace one
+    /// from another file; 0: each file is a module of its own.
+    GeneratedModules(const std::filesystem::path& directory, std::size_t count,
+                     std::size_t modules = 0);
 
     struct Module
     {

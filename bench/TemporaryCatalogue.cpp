@@ -22,8 +22,8 @@ fs::path makeDirectory()
 
 } // namespace
 
-TemporaryCatalogue::TemporaryCatalogue(std::size_t moduleCount)
-    : directory(makeDirectory()), generated(directory / "modules", moduleCount)
+TemporaryCatalogue::TemporaryCatalogue(std::size_t moduleCount, std::size_t distinctModules)
+    : directory(makeDirectory()), generated(directory / "modules", moduleCount, distinctModules)
 {}
 
 TemporaryCatalogue::~TemporaryCatalogue()

@@ -12,7 +12,8 @@ namespace bench {
 class TemporaryCatalogue
 {
 public:
-    explicit TemporaryCatalogue(std::size_t moduleCount);
+    /// `moduleCount` files, each of a module of its own unless `distinctModules` is stated.
+    explicit TemporaryCatalogue(std::size_t moduleCount, std::size_t distinctModules = 0);
     ~TemporaryCatalogue();
     TemporaryCatalogue(const TemporaryCatalogue&) = delete;
     TemporaryCatalogue& operator=(const TemporaryCatalogue&) = delete;

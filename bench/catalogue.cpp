@@ -20,6 +20,7 @@ namespace {
 
 using bench::GeneratedModules;
 using devices::database::DeviceDatabase;
+using devices::database::ModuleToStore;
 
 constexpr std::size_t moduleCount = 10000;
 
@@ -45,11 +46,17 @@ std::string urlOf(bool postgresql)
 
 void emptyDatabase(DeviceDatabase& database)
 {
-    auto transaction = database.beginTransaction();
-    for (const auto& module : database.search({})) {
-        database.remove(module.family, module.moduleIdText);
+    database.removeAll(database.search({}));
+}
+
+std::vector<ModuleToStore> toStore(const std::vector<GeneratedModules::Module>& modules)
+{
+    std::vector<ModuleToStore> list;
+    list.reserve(modules.size());
+    for (const auto& module : modules) {
+        list.push_back({&module.record, &module.content});
     }
-    transaction.commit();
+    return list;
 }
 
 void perModule(benchmark::State& state)
@@ -92,11 +99,7 @@ void insert(benchmark::State& state, bool postgresql)
         DeviceDatabase database(urlOf(postgresql));
         emptyDatabase(database);
         state.ResumeTiming();
-        auto transaction = database.beginTransaction();
-        for (const auto& module : modules) {
-            database.insert(module.record, module.content);
-        }
-        transaction.commit();
+        database.insertAll(toStore(modules));
     }
     perModule(state);
 }
@@ -114,6 +117,26 @@ void populate(benchmark::State& state, bool postgresql)
         mxmodule::populate(mxmodule::listMxDirectory(catalogue->moduleDirectory()), opened);
     }
     perModule(state);
+}
+
+// Where files share identifiers: 45 % replace a module from another file of the same run. The time
+// of a file must not grow with their count.
+void populateRepeated(benchmark::State& state, bool postgresql)
+{
+    const auto files = static_cast<std::size_t>(state.range(0));
+    const bench::TemporaryCatalogue shared(files, files * 55 / 100);
+    for (auto _ : state) {
+        state.PauseTiming();
+        const std::string url = urlOf(postgresql);
+        DeviceDatabase database(url);
+        emptyDatabase(database);
+        auto opened = mxmodule::Catalogue::open(url);
+        state.ResumeTiming();
+        mxmodule::populate(mxmodule::listMxDirectory(shared.moduleDirectory()), opened);
+    }
+    state.counters["per_file"] =
+        benchmark::Counter(static_cast<double>(state.iterations()) * static_cast<double>(files),
+                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
 void find(benchmark::State& state, bool postgresql)
@@ -155,6 +178,12 @@ void registerAll()
             ->Unit(kMillisecond)
             ->UseRealTime();
         benchmark::RegisterBenchmark(named("populate").c_str(), populate, postgresql)
+            ->Unit(kMillisecond)
+            ->UseRealTime();
+        benchmark::RegisterBenchmark(named("populate repeated").c_str(), populateRepeated,
+                                     postgresql)
+            ->RangeMultiplier(2)
+            ->Range(500, 4000)
             ->Unit(kMillisecond)
             ->UseRealTime();
         benchmark::RegisterBenchmark(named("find among").c_str(), find, postgresql)
