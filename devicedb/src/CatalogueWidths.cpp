@@ -45,11 +45,11 @@ Records recordsOf(const std::string& mxFile)
 }
 
 // The key of a module in the catalogue.
-using Key = std::vector<SqlParameter>;
+using BoundKey = std::vector<SqlParameter>;
 
-std::vector<Key> modulesOf(SqlConnection& connection)
+std::vector<BoundKey> modulesOf(SqlConnection& connection)
 {
-    std::vector<Key> modules;
+    std::vector<BoundKey> modules;
     connection.query("SELECT family, module FROM modules WHERE family = 'kv38'", {}, 2,
                      [&](const SqlConnection::Row& row) {
                          modules.push_back({{row[0], false}, {row[1], false}});
@@ -58,7 +58,7 @@ std::vector<Key> modulesOf(SqlConnection& connection)
 }
 
 // Returns the records of a module; empty if the catalogue has another number of parameters.
-Records recordsOf(SqlConnection& connection, const Key& module)
+Records recordsOf(SqlConnection& connection, const BoundKey& module)
 {
     Records records;
     connection.query("SELECT r.mx_file_data,"
@@ -81,7 +81,7 @@ Records recordsOf(SqlConnection& connection, const Key& module)
 // File by file: all at once, those of a large catalogue would fill the memory.
 void takeWidthsFromFiles(SqlConnection& connection)
 {
-    for (const Key& module : modulesOf(connection)) {
+    for (const BoundKey& module : modulesOf(connection)) {
         const Records records = recordsOf(connection, module);
         for (std::size_t i = 0; i < records.size(); ++i) {
             if (records[i].datatype == mxformat::bitFieldDatatype) {

@@ -44,14 +44,14 @@ std::string searchText(const ModuleContent& content)
     return foldedText(text);
 }
 
-constexpr auto bytesCell = CellType::Bytes;
+constexpr auto keyCell = CellType::Bytes;
 constexpr auto textCell = CellType::Text;
-constexpr auto numberCell = CellType::Number;
+constexpr auto integerCell = CellType::Number;
 
 RowSql moduleDeletion()
 {
     return {"DELETE FROM modules WHERE (record_family, record_module_id) IN (",
-            {bytesCell, bytesCell},
+            {keyCell, keyCell},
             ")"};
 }
 
@@ -59,7 +59,7 @@ RowSql moduleInsertion()
 {
     return {"INSERT INTO modules (family, module, record_family, record_module_id, label,"
             " order_code, in_bytes, out_bytes, search_text) ",
-            {textCell, textCell, bytesCell, bytesCell, textCell, textCell, numberCell, numberCell,
+            {textCell, textCell, keyCell, keyCell, textCell, textCell, integerCell, integerCell,
              textCell},
             ""};
 }
@@ -68,7 +68,7 @@ RowSql channelInsertion()
 {
     return {"INSERT INTO channels (family, module, position, number, name, direction, size_letter,"
             " symbol) ",
-            {textCell, textCell, numberCell, numberCell, textCell, textCell, textCell, textCell},
+            {textCell, textCell, integerCell, integerCell, textCell, textCell, textCell, textCell},
             ""};
 }
 
@@ -76,15 +76,15 @@ RowSql parameterInsertion()
 {
     return {"INSERT INTO parameters (family, module, position, name, channel, width_bits,"
             " default_value, minimum, maximum, unit) ",
-            {textCell, textCell, numberCell, textCell, CellType::NumberOrNull, numberCell, textCell,
-             textCell, textCell, textCell},
+            {textCell, textCell, integerCell, textCell, CellType::NumberOrNull, integerCell,
+             textCell, textCell, textCell, textCell},
             ""};
 }
 
 RowSql optionInsertion()
 {
     return {"INSERT INTO options (family, module, parameter_position, position, text, value) ",
-            {textCell, textCell, numberCell, numberCell, textCell, textCell},
+            {textCell, textCell, integerCell, integerCell, textCell, textCell},
             ""};
 }
 
@@ -166,83 +166,6 @@ void ContentTables::replace(const std::vector<ModuleToStore>& modules)
     channelRows->execute(rowsOf(modules, addChannelRows));
     parameterRows->execute(rowsOf(modules, addParameterRows));
     optionRows->execute(rowsOf(modules, addOptionRows));
-}
-
-namespace {
-
-using Row = SqlConnection::Row;
-using Key = std::vector<SqlParameter>;
-
-constexpr const char* ofKey = " WHERE family = $1 AND module = $2 ORDER BY ";
-
-unsigned toNumber(const std::string& decimal)
-{
-    return static_cast<unsigned>(numberOf(decimal));
-}
-
-void readChannels(SqlConnection& connection, const Key& key, ModuleContent& content)
-{
-    const std::string select = "SELECT number, name, direction, size_letter, symbol FROM channels" +
-                               std::string(ofKey) + "position";
-    connection.query(select, key, 5, [&](const Row& row) {
-        content.channels.push_back({toNumber(row[0]), row[1], row[2], row[3], row[4]});
-    });
-}
-
-void readParameters(SqlConnection& connection, const Key& key, ModuleContent& content)
-{
-    const std::string select =
-        "SELECT name, coalesce(CAST(channel AS TEXT), ''), width_bits, default_value, minimum,"
-        " maximum, unit FROM parameters" +
-        std::string(ofKey) + "position";
-    connection.query(select, key, 7, [&](const Row& row) {
-        ModuleContent::Parameter parameter;
-        parameter.name = row[0];
-        if (!row[1].empty()) {
-            parameter.channel = toNumber(row[1]);
-        }
-        parameter.widthBits = toNumber(row[2]);
-        parameter.defaultValue = row[3];
-        parameter.minimum = row[4];
-        parameter.maximum = row[5];
-        parameter.unit = row[6];
-        content.parameters.push_back(std::move(parameter));
-    });
-}
-
-void readOptions(SqlConnection& connection, const Key& key, ModuleContent& content)
-{
-    const std::string select = "SELECT parameter_position, text, value FROM options" +
-                               std::string(ofKey) + "parameter_position, position";
-    connection.query(select, key, 3, [&](const Row& row) {
-        const unsigned parameter = toNumber(row[0]);
-        if (parameter >= content.parameters.size()) {
-            throw SqlFailure("an option belongs to parameter " + row[0] + ", the module has " +
-                             std::to_string(content.parameters.size()));
-        }
-        content.parameters[parameter].options.push_back({row[1], row[2]});
-    });
-}
-
-} // namespace
-
-std::optional<ModuleContent> readContent(SqlConnection& connection, const std::string& family,
-                                         const std::string& moduleId)
-{
-    const Key key = {{family, false}, {moduleId, false}};
-    std::optional<ModuleContent> content;
-    connection.query("SELECT label, order_code FROM modules WHERE family = $1 AND module = $2", key,
-                     2, [&](const Row& row) {
-                         content.emplace();
-                         content->label = row[0];
-                         content->orderCode = row[1];
-                     });
-    if (content) {
-        readChannels(connection, key, *content);
-        readParameters(connection, key, *content);
-        readOptions(connection, key, *content);
-    }
-    return content;
 }
 
 // Only characters beyond ASCII need the Unicode tables, whose lookup is slow.

@@ -27,10 +27,6 @@ private:
     std::unique_ptr<RowStatement> optionRows;
 };
 
-/// Returns the content of the module of `family` and `moduleId`, if there is any.
-std::optional<ModuleContent> readContent(SqlConnection& connection, const std::string& family,
-                                         const std::string& moduleId);
-
 /// Returns `text` in the form used for searching, which ignores case.
 std::string foldedText(const std::string& text);
 

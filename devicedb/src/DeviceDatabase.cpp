@@ -12,15 +12,27 @@ namespace {
 
 constexpr std::size_t modulesReadAtOnce = 64; // 4 MiB of mx files at most
 
-using RecordsByKey = std::map<std::pair<std::string, std::string>, DeviceProperties>;
-
-RecordsByKey byKey(const std::vector<DeviceProperties>& records)
+// Calls `visitor` for those of `modules` that `find` gives, in their order and some at a time.
+template <class Find, class Visitor>
+void visitInOrder(const std::vector<ModuleSummary>& modules, const Find& find,
+                  const Visitor& visitor)
 {
-    RecordsByKey found;
-    for (const DeviceProperties& record : records) {
-        found.emplace(std::pair(record.family, record.moduleIdText), record);
+    for (std::size_t first = 0; first < modules.size(); first += modulesReadAtOnce) {
+        const auto begin = modules.begin() + static_cast<std::ptrdiff_t>(first);
+        const std::size_t count = std::min(modules.size() - first, modulesReadAtOnce);
+        const std::vector<ModuleSummary> some(begin, begin + static_cast<std::ptrdiff_t>(count));
+        std::map<std::pair<std::string, std::string>, StoredModule> found;
+        for (StoredModule& module : find(some)) {
+            found.emplace(std::pair(module.record.family, module.record.moduleIdText),
+                          std::move(module));
+        }
+        for (const ModuleSummary& module : some) {
+            const auto stored = found.find({module.family, module.moduleIdText});
+            if (stored != found.end()) {
+                visitor(stored->second);
+            }
+        }
     }
-    return found;
 }
 
 } // namespace
@@ -95,19 +107,20 @@ ModuleCounts DeviceDatabase::counts()
 void DeviceDatabase::visit(const std::vector<ModuleSummary>& modules,
                            const std::function<void(const DeviceProperties&)>& visitor)
 {
-    for (std::size_t first = 0; first < modules.size(); first += modulesReadAtOnce) {
-        const std::vector<ModuleSummary> some(
-            modules.begin() + static_cast<std::ptrdiff_t>(first),
-            modules.begin() +
-                static_cast<std::ptrdiff_t>(std::min(modules.size(), first + modulesReadAtOnce)));
-        const auto records = byKey(store->findAll(some));
-        for (const ModuleSummary& module : some) {
-            const auto record = records.find({module.family, module.moduleIdText});
-            if (record != records.end()) {
-                visitor(record->second);
-            }
-        }
-    }
+    visitInOrder(
+        modules, [this](const auto& some) { return store->findAll(some); },
+        [&](const StoredModule& module) { visitor(module.record); });
+}
+
+void DeviceDatabase::visitWithContent(
+    const std::vector<ModuleSummary>& modules,
+    const std::function<void(const DeviceProperties&, const ModuleContent*)>& visitor)
+{
+    visitInOrder(
+        modules, [this](const auto& some) { return store->findAllWithContent(some); },
+        [&](const StoredModule& module) {
+            visitor(module.record, module.content ? &*module.content : nullptr);
+        });
 }
 
 std::optional<ModuleContent> DeviceDatabase::content(const std::string& family,

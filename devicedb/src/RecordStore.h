@@ -6,6 +6,13 @@
 
 namespace devices::database {
 
+/// A module as it is stored.
+struct StoredModule
+{
+    DeviceProperties record;
+    std::optional<ModuleContent> content;
+};
+
 /// The interface of a database engine for `DeviceDatabase`; one implementation per engine.
 ///
 /// An object is one connection, used by one thread at a time. Failures are a `std::runtime_error`
@@ -41,8 +48,12 @@ public:
     /// Returns the record of the module identifier text; of several families the first.
     virtual std::optional<DeviceProperties> find(const std::string& moduleId) = 0;
 
-    /// Returns the records of `modules` that exist, in any order.
-    virtual std::vector<DeviceProperties> findAll(const std::vector<ModuleSummary>& modules) = 0;
+    /// Returns those of `modules` that exist, in any order, without their content.
+    virtual std::vector<StoredModule> findAll(const std::vector<ModuleSummary>& modules) = 0;
+
+    /// The same with their content, where it is stored.
+    virtual std::vector<StoredModule>
+    findAllWithContent(const std::vector<ModuleSummary>& modules) = 0;
 
     /// Returns all records, ordered bytewise by family and module identifier.
     virtual std::vector<DeviceProperties> list() = 0;

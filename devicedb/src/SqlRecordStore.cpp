@@ -1,5 +1,6 @@
 #include "SqlRecordStore.h"
 
+#include "ContentReader.h"
 #include "DatabaseFailure.h"
 #include "IndexWriter.h"
 #include "ModuleSearch.h"
@@ -14,6 +15,28 @@ constexpr const char* ofModule = " WHERE module_id = $1";
 std::optional<DeviceProperties> firstOf(const std::vector<DeviceProperties>& records)
 {
     return records.empty() ? std::nullopt : std::optional(records.front());
+}
+
+std::optional<ModuleContent> contentOf(const RowStatement::Row& key, SqlConnection& connection)
+{
+    auto contents = readContents(connection, {key});
+    const auto found = contents.find(key);
+    return found == contents.end() ? std::nullopt : std::optional(std::move(found->second));
+}
+
+// Each record with its content, if there is any.
+std::vector<StoredModule> joined(const std::vector<DeviceProperties>& records,
+                                 ContentsByKey contents)
+{
+    std::vector<StoredModule> modules;
+    for (const DeviceProperties& record : records) {
+        modules.push_back({record, std::nullopt});
+        const auto content = contents.find({record.family, record.moduleIdText});
+        if (content != contents.end()) {
+            modules.back().content = std::move(content->second);
+        }
+    }
+    return modules;
 }
 
 std::vector<ModuleToStore> modulesAt(const std::vector<ModuleToStore>& modules,
@@ -266,9 +289,20 @@ std::optional<DeviceProperties> SqlRecordStore::find(const std::string& moduleId
     });
 }
 
-std::vector<DeviceProperties> SqlRecordStore::findAll(const std::vector<ModuleSummary>& modules)
+std::vector<StoredModule> SqlRecordStore::findAll(const std::vector<ModuleSummary>& modules)
 {
-    return read([&] { return fetchRecords(*connection, keysOf(modules)); });
+    return read([&] { return joined(fetchRecords(*connection, keysOf(modules)), {}); });
+}
+
+std::vector<StoredModule>
+SqlRecordStore::findAllWithContent(const std::vector<ModuleSummary>& modules)
+{
+    const auto keys = keysOf(modules);
+    return read([&] {
+        return readOneState([&] {
+            return joined(fetchRecords(*connection, keys), readContents(*connection, keys));
+        });
+    });
 }
 
 std::vector<DeviceProperties> SqlRecordStore::list()
@@ -338,8 +372,9 @@ ModuleCounts SqlRecordStore::counts()
 std::optional<ModuleContent> SqlRecordStore::content(const std::string& family,
                                                      const std::string& moduleId)
 {
-    return read(
-        [&] { return readOneState([&] { return readContent(*connection, family, moduleId); }); });
+    return read([&] {
+        return readOneState([&] { return contentOf({family, moduleId}, *connection); });
+    });
 }
 
 bool SqlRecordStore::remove(const std::string& moduleId)

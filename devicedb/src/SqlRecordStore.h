@@ -33,7 +33,9 @@ public:
     std::vector<std::optional<std::string>>
     insertAll(const std::vector<ModuleToStore>& modules) override;
     std::optional<DeviceProperties> find(const std::string& moduleId) override;
-    std::vector<DeviceProperties> findAll(const std::vector<ModuleSummary>& modules) override;
+    std::vector<StoredModule> findAll(const std::vector<ModuleSummary>& modules) override;
+    std::vector<StoredModule>
+    findAllWithContent(const std::vector<ModuleSummary>& modules) override;
     std::vector<DeviceProperties> list() override;
     void search(const ModuleQuery& query, const SummaryTaker& take) override;
     SearchExplanation explain(const ModuleQuery& query) override;

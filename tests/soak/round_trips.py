@@ -52,6 +52,7 @@ def main() -> None:
         expect_few("populate again", "populate", str(new))
         expect_few("repeated identifiers", "populate", str(shared))
         expect_few("export", "devices", "--export", str(pathlib.Path(folder, "out")))
+        expect_few("copy", "devices", "--copy-to", "sqlite:" + str(pathlib.Path(folder, "copy")))
         expect_few("remove", "populate", "--replace", str(few))
 
 

@@ -15,6 +15,7 @@
 #include <text/Utf8.h>
 
 #include <algorithm>
+#include <deque>
 #include <functional>
 #include <iterator>
 #include <stdexcept>
@@ -69,42 +70,57 @@ auto isOf(const DeviceProperties& record)
     };
 }
 
-using Records = std::vector<DeviceProperties>;
-
-// Calls `visitor` with the records of those of `modules` that still exist, in their order and some
-// at a time: one by one each would cost a round trip over the network, and all could fill the
-// memory. Failures of the visitor are its own.
-void visitSome(DeviceDatabase& database, const std::vector<CatalogueEntry>& modules,
-               const std::function<void(const Records&)>& visitor)
+// Calls `work` with the keys of some of `modules` after the other: one by one each module would
+// cost a round trip over the network, and all could fill the memory.
+template <class Work>
+void forSome(const std::vector<CatalogueEntry>& modules, const Work& work)
 {
     constexpr std::size_t atOnce = 64;
     for (std::size_t first = 0; first < modules.size(); first += atOnce) {
         const auto begin = modules.begin() + static_cast<std::ptrdiff_t>(first);
         const auto count = std::min(atOnce, modules.size() - first);
-        Records records;
-        withDatabase("", [&] {
-            database.visit(keysOf({begin, begin + static_cast<std::ptrdiff_t>(count)}),
-                           [&](const DeviceProperties& record) { records.push_back(record); });
-        });
-        visitor(records);
+        work(keysOf({begin, begin + static_cast<std::ptrdiff_t>(count)}));
     }
 }
 
-// Stores `records` with their content. One that the database rejects is a failure.
-void copyRecords(DeviceDatabase& source, const Records& records, DeviceDatabase& target)
+// Calls `visitor` for the records of those of `modules` that still exist, in their order. Failures
+// of the visitor are its own.
+void visitRecords(DeviceDatabase& database, const std::vector<CatalogueEntry>& modules,
+                  const std::function<void(const DeviceProperties&)>& visitor)
 {
-    std::vector<std::optional<ModuleContent>> contents;
+    forSome(modules, [&](const std::vector<ModuleSummary>& keys) {
+        std::vector<DeviceProperties> records;
+        withDatabase("", [&] {
+            database.visit(keys,
+                           [&](const DeviceProperties& record) { records.push_back(record); });
+        });
+        std::for_each(records.begin(), records.end(), visitor);
+    });
+}
+
+// Copies those of the modules of `keys` that exist; returns how many. One that the target rejects
+// is a failure.
+std::size_t copySome(DeviceDatabase& source, const std::vector<ModuleSummary>& keys,
+                     DeviceDatabase& target)
+{
+    std::deque<DeviceProperties> records; // the copies point into both: a deque moves nothing
+    std::deque<ModuleContent> contents;
     std::vector<ModuleToStore> copies;
-    contents.reserve(records.size()); // the copies point into it
-    for (const DeviceProperties& record : records) {
-        contents.push_back(source.content(record.family, record.moduleIdText));
-        copies.push_back({&record, contents.back() ? &*contents.back() : nullptr});
-    }
+    source.visitWithContent(keys,
+                            [&](const DeviceProperties& record, const ModuleContent* content) {
+                                records.push_back(record);
+                                copies.push_back({&records.back(), nullptr});
+                                if (content != nullptr) {
+                                    contents.push_back(*content);
+                                    copies.back().content = &contents.back();
+                                }
+                            });
     for (const auto& rejection : target.insertAll(copies)) {
         if (rejection) {
             throw std::runtime_error(*rejection);
         }
     }
+    return copies.size();
 }
 
 std::vector<std::string> idsOf(const std::vector<CatalogueEntry>& modules)
@@ -134,9 +150,9 @@ public:
         tell();
     }
 
-    void add()
+    void add(std::size_t count = 1)
     {
-        ++done;
+        done += count;
         tell();
     }
 
@@ -276,10 +292,8 @@ Module Catalogue::module(const std::string& moduleId, const ModuleOptions& optio
 std::string Catalogue::json(const std::vector<CatalogueEntry>& modules)
 {
     text::Json list = text::Json::array();
-    visitSome(content->database, modules, [&](const Records& records) {
-        for (const DeviceProperties& record : records) {
-            list.push_back(recordJson(recordOf(record)));
-        }
+    visitRecords(content->database, modules, [&](const DeviceProperties& record) {
+        list.push_back(recordJson(recordOf(record)));
     });
     return text::jsonText({{"schema", text::jsonSchema("mxtool.devices", 1)}, {"devices", list}});
 }
@@ -291,15 +305,13 @@ std::size_t Catalogue::visitFiles(
 {
     Counter written(observer, modules.size(), "files");
     auto module = modules.begin();
-    visitSome(content->database, modules, [&](const Records& records) {
-        for (const DeviceProperties& record : records) {
-            module = std::find_if(module, modules.end(), isOf(record));
-            if (!record.mxFileData->empty()) {
-                visitor(*module, fileOf(record));
-                written.add();
-            }
-            ++module;
+    visitRecords(content->database, modules, [&](const DeviceProperties& record) {
+        module = std::find_if(module, modules.end(), isOf(record));
+        if (!record.mxFileData->empty()) {
+            visitor(*module, fileOf(record));
+            written.add();
         }
+        ++module;
     });
     return written.count();
 }
@@ -310,11 +322,8 @@ std::size_t Catalogue::copyTo(Catalogue& target, const std::vector<CatalogueEntr
     Counter copied(observer, modules.size(), "modules");
     DeviceDatabase& store = target.content->database;
     auto transaction = withDatabase("", [&] { return store.beginTransaction(); });
-    visitSome(content->database, modules, [&](const Records& records) {
-        withDatabase("", [&] { copyRecords(content->database, records, store); });
-        for (std::size_t i = 0; i < records.size(); ++i) {
-            copied.add();
-        }
+    forSome(modules, [&](const std::vector<ModuleSummary>& keys) {
+        copied.add(withDatabase("", [&] { return copySome(content->database, keys, store); }));
     });
     withDatabase("", [&] { transaction.commit(); });
     return copied.count();

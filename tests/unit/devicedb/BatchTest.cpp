@@ -294,6 +294,33 @@ TEST_P(Batches, AreVisitedInTheOrderThatIsAskedFor)
     EXPECT_EQ(visited, ids);
 }
 
+TEST_P(Batches, AreVisitedWithTheirContent)
+{
+    Modules modules;
+    modules.add(device("1"), contentNamed("1"));
+    modules.add(device("2"));
+    modules.add(device("3"), contentNamed("3"));
+    modules.add(device("\xB1")); // is no text
+    stored(modules);
+    std::vector<std::string> visited;
+    database.visitWithContent(summariesOf({"3", "\xB1", "2", "1"}),
+                              [&](const DeviceProperties& record, const ModuleContent* content) {
+                                  visited.push_back(record.moduleIdText);
+                                  const auto lines = content == nullptr ? std::vector<std::string>()
+                                                                        : linesOf(*content);
+                                  visited.insert(visited.end(), lines.begin(), lines.end());
+                              });
+    std::vector<std::string> expected = {"3"};
+    for (const std::string id : {"3", "1"}) {
+        const auto lines = linesOf(contentNamed(id));
+        expected.insert(expected.end(), lines.begin(), lines.end());
+        if (id == "3") {
+            expected.insert(expected.end(), {"\xB1", "2", "1"});
+        }
+    }
+    EXPECT_EQ(visited, expected);
+}
+
 // The positions of modules of these identifiers.
 std::vector<devices::database::ModulePositions> batchesOfIds(const std::vector<std::string>& ids)
 {

@@ -131,6 +131,11 @@ public:
     void visit(const std::vector<ModuleSummary>& modules,
                const std::function<void(const DeviceProperties&)>& visitor);
 
+    /// The same with the content of the module, which is null if the catalogue does not have it.
+    void visitWithContent(
+        const std::vector<ModuleSummary>& modules,
+        const std::function<void(const DeviceProperties&, const ModuleContent*)>& visitor);
+
     /// Returns the content of the module, if the catalogue has it.
     std::optional<ModuleContent> content(const std::string& family, const std::string& moduleId);
 
