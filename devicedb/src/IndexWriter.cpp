@@ -56,8 +56,8 @@ public:
                          });
     }
 
-    // Writes the blocks to which `changed` belong, which are in the order of their keys.
-    void writeBlocksOf(const std::vector<ModuleKey>& changed)
+    // Writes the blocks to which `changed` belong.
+    void writeBlocksOf(const ModuleKeys& changed)
     {
         std::vector<std::size_t> touched;
         for (const ModuleKey& key : changed) {
@@ -198,17 +198,39 @@ private:
 
 } // namespace
 
-void updateSearchIndex(SqlConnection& connection, std::size_t most)
+// The table stays small: the rows of a large populate would slow down each search until the server
+// has cleared them away.
+void updateSearchIndex(SqlConnection& connection, ModuleKeys changed)
 {
-    std::vector<ModuleKey> changed;
-    connection.query("SELECT family, module_id FROM search_new ORDER BY family, module_id", {}, 2,
-                     [&](const SqlConnection::Row& row) {
-                         changed.push_back({row[0], row[1]});
-                     });
-    if (changed.size() > most) {
-        IndexWriter(connection).writeBlocksOf(changed);
-        connection.execute("DELETE FROM search_new");
+    if (changed.empty()) {
+        return;
     }
+    connection.query("SELECT family, module_id FROM search_new", {}, 2,
+                     [&](const SqlConnection::Row& row) {
+                         changed.insert({row[0], row[1]});
+                     });
+    if (changed.size() <= mostNotIndexed) {
+        addToNotIndexed(connection, changed);
+        return;
+    }
+    IndexWriter(connection).writeBlocksOf(changed);
+    connection.execute("DELETE FROM search_new");
+}
+
+void addToNotIndexed(SqlConnection& connection, const ModuleKeys& changed)
+{
+    if (changed.empty()) {
+        return;
+    }
+    std::vector<RowStatement::Row> rows;
+    for (const ModuleKey& key : changed) {
+        rows.push_back({key.family, key.moduleIdText});
+    }
+    connection
+        .makeRowStatement({"INSERT INTO search_new (family, module_id) ",
+                           {CellType::Bytes, CellType::Bytes},
+                           " ON CONFLICT (family, module_id) DO NOTHING"})
+        ->execute(rows);
 }
 
 } // namespace devices::database

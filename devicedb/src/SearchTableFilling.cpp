@@ -96,14 +96,18 @@ private:
 void fillSearchTables(SqlConnection& connection)
 {
     SearchTables tables(connection);
+    ModuleKeys all;
     ModuleKey last;
     for (auto some = modulesAfter(connection, last); !some.modules.empty();
          some = modulesAfter(connection, last)) {
         ContentReader(connection, some).read();
         tables.replace(some.modules);
+        for (const SearchedModule& module : some.modules) {
+            all.insert(keyOf(module.summary));
+        }
         last = keyOf(some.modules.back().summary);
     }
-    updateSearchIndex(connection);
+    updateSearchIndex(connection, std::move(all));
 }
 
 } // namespace devices::database

@@ -22,13 +22,6 @@ RowSql searchedModuleInsertion()
             " options = excluded.options, facts = excluded.facts"};
 }
 
-RowSql notIndexedInsertion()
-{
-    return {"INSERT INTO search_new (family, module_id) ",
-            {CellType::Bytes, CellType::Bytes},
-            " ON CONFLICT (family, module_id) DO NOTHING"};
-}
-
 std::uint64_t bytesIn(const DeviceProperties::Bytes& bytes)
 {
     return bytes.isNull() ? 0 : bytes->size();
@@ -70,8 +63,7 @@ RowStatement::Row searchedModuleRow(const ModuleSummary& module, const ModuleCon
 } // namespace
 
 SearchTables::SearchTables(SqlConnection& connection)
-    : insertion(connection.makeRowStatement(searchedModuleInsertion())),
-      notIndexed(connection.makeRowStatement(notIndexedInsertion()))
+    : insertion(connection.makeRowStatement(searchedModuleInsertion()))
 {}
 
 void SearchTables::replace(const std::vector<ModuleToStore>& modules)
@@ -81,7 +73,7 @@ void SearchTables::replace(const std::vector<ModuleToStore>& modules)
     for (const ModuleToStore& module : modules) {
         rows.push_back(searchedModuleRow(summaryOf(module), module.content));
     }
-    store(rows);
+    insertion->execute(rows);
 }
 
 void SearchTables::replace(const std::vector<SearchedModule>& modules)
@@ -91,18 +83,7 @@ void SearchTables::replace(const std::vector<SearchedModule>& modules)
     for (const SearchedModule& module : modules) {
         rows.push_back(searchedModuleRow(module.summary, &module.content));
     }
-    store(rows);
-}
-
-void SearchTables::store(const std::vector<RowStatement::Row>& rows)
-{
     insertion->execute(rows);
-    std::vector<RowStatement::Row> keys;
-    keys.reserve(rows.size());
-    for (const RowStatement::Row& row : rows) {
-        keys.push_back({row[0], row[1]});
-    }
-    notIndexed->execute(keys);
 }
 
 } // namespace devices::database

@@ -18,8 +18,8 @@ struct SearchedModule
     ModuleContent content;
 };
 
-/// The tables that searches read. A stored module is at first not in the index, but in the table of
-/// those that are not (`updateSearchIndex`). Whatever fails is a `SqlFailure`.
+/// The table of modules that searches read; what is changed in it is not in the index
+/// (`updateSearchIndex`). Whatever fails is a `SqlFailure`.
 class SearchTables
 {
 public:
@@ -33,10 +33,7 @@ public:
     void replace(const std::vector<SearchedModule>& modules);
 
 private:
-    void store(const std::vector<RowStatement::Row>& rows);
-
     std::unique_ptr<RowStatement> insertion;
-    std::unique_ptr<RowStatement> notIndexed;
 };
 
 } // namespace devices::database

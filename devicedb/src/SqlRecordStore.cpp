@@ -6,6 +6,8 @@
 #include "ModuleSearch.h"
 #include "RecordRow.h"
 
+#include <utility>
+
 namespace devices::database {
 
 namespace {
@@ -169,7 +171,7 @@ void SqlRecordStore::commit()
 {
     requireTransaction();
     attempt("change", [this] {
-        updateSearchIndex(*connection);
+        updateSearchIndex(*connection, std::exchange(notIndexed, {}));
         commitTransaction();
     });
     inTransaction = false;
@@ -205,6 +207,9 @@ void SqlRecordStore::takeBack(bool wholeTransaction)
     } catch (const SqlFailure&) {
         // The failure that led here is the one to report.
     }
+    if (wholeTransaction) {
+        notIndexed.clear();
+    }
     moduleTables.reset(); // its statements cannot be used after a failure
 }
 
@@ -221,7 +226,7 @@ void SqlRecordStore::change(const char* attempted, const std::function<void()>& 
         try {
             work();
             if (alone) {
-                updateSearchIndex(*connection);
+                updateSearchIndex(*connection, std::exchange(notIndexed, {}));
             }
             alone ? commitTransaction() : connection->executeOften("RELEASE SAVEPOINT one_change");
         } catch (const SqlFailure& failure) {
@@ -234,9 +239,17 @@ void SqlRecordStore::change(const char* attempted, const std::function<void()>& 
     });
 }
 
+void SqlRecordStore::store(const std::vector<ModuleToStore>& modules)
+{
+    tables().store(modules);
+    for (const ModuleToStore& module : modules) {
+        notIndexed.insert({module.record->family, module.record->moduleIdText});
+    }
+}
+
 void SqlRecordStore::insert(const ModuleToStore& module)
 {
-    change("write to", [&] { tables().store({module}); });
+    change("write to", [&] { store({module}); });
 }
 
 // A batch is a savepoint of the transaction, so this needs one.
@@ -265,7 +278,7 @@ void SqlRecordStore::storeBatch(const std::vector<ModuleToStore>& modules,
                                 const ModulePositions& batch, Rejections& rejections)
 {
     try {
-        change("write to", [&] { tables().store(modulesAt(modules, batch)); });
+        change("write to", [&] { store(modulesAt(modules, batch)); });
     } catch (const std::runtime_error& failure) {
         if (!isTransactionAlive()) {
             throw;
@@ -342,6 +355,7 @@ void SqlRecordStore::search(const ModuleQuery& query, const SummaryTaker& take)
     attempt("read", [&] {
         const auto search = [&] {
             return readOneState([&] {
+                addToNotIndexed(*connection, notIndexed);
                 searchModules(*connection, schema.version(), query, counted);
                 return taken;
             });
@@ -360,7 +374,10 @@ void SqlRecordStore::search(const ModuleQuery& query, const SummaryTaker& take)
 SearchExplanation SqlRecordStore::explain(const ModuleQuery& query)
 {
     return read([&] {
-        return readOneState([&] { return explainSearch(*connection, schema.version(), query); });
+        return readOneState([&] {
+            addToNotIndexed(*connection, notIndexed);
+            return explainSearch(*connection, schema.version(), query);
+        });
     });
 }
 
@@ -377,6 +394,15 @@ std::optional<ModuleContent> SqlRecordStore::content(const std::string& family,
     });
 }
 
+std::size_t SqlRecordStore::removeKeys(const std::vector<RowStatement::Row>& keys)
+{
+    const std::size_t removed = tables().remove(keys);
+    for (const RowStatement::Row& key : keys) {
+        notIndexed.erase({key[0], key[1]});
+    }
+    return removed;
+}
+
 bool SqlRecordStore::remove(const std::string& moduleId)
 {
     bool removed = false;
@@ -385,7 +411,7 @@ bool SqlRecordStore::remove(const std::string& moduleId)
         connection->query(std::string("SELECT family, module_id FROM device_properties") + ofModule,
                           {{moduleId, true}}, 2,
                           [&](const SqlConnection::Row& key) { keys.push_back(key); });
-        removed = tables().remove(keys) != 0;
+        removed = removeKeys(keys) != 0;
     });
     return removed;
 }
@@ -393,7 +419,7 @@ bool SqlRecordStore::remove(const std::string& moduleId)
 std::size_t SqlRecordStore::removeAll(const std::vector<ModuleSummary>& modules)
 {
     std::size_t removed = 0;
-    change("write to", [&] { removed = tables().remove(keysOf(modules)); });
+    change("write to", [&] { removed = removeKeys(keysOf(modules)); });
     return removed;
 }
 

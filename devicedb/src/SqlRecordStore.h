@@ -74,12 +74,15 @@ private:
     void takeBack(bool wholeTransaction);
     void storeBatch(const std::vector<ModuleToStore>& modules, const ModulePositions& batch,
                     Rejections& rejections);
+    void store(const std::vector<ModuleToStore>& modules);
+    std::size_t removeKeys(const std::vector<RowStatement::Row>& keys);
     ModuleTables& tables();
 
     std::string shownName;
     std::unique_ptr<SqlConnection> connection;
     OpenMode openMode;
     DatabaseSchema schema;
+    ModuleKeys notIndexed;                      ///< Stored in the transaction, unknown to searches.
     bool inTransaction = false;                 ///< Between `begin` and `commit` or `rollback`.
     std::unique_ptr<ModuleTables> moduleTables; ///< Made at the first change.
 };

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <set>
 
 namespace devices::database {
 
@@ -28,6 +29,16 @@ extern const char* const oldSearchText;
 
 /// Whether `left` is before `right` in the order of keys.
 bool isBefore(const ModuleKey& left, const ModuleKey& right);
+
+/// Keys, each once, in their order.
+struct KeyOrder
+{
+    bool operator()(const ModuleKey& left, const ModuleKey& right) const
+    {
+        return isBefore(left, right);
+    }
+};
+using ModuleKeys = std::set<ModuleKey, KeyOrder>;
 
 /// Returns the key of a module.
 ModuleKey keyOf(const ModuleSummary& module);

@@ -25,7 +25,7 @@ using testing::IsEmpty;
 class SearchIndex : public testkit::OnEachEngine
 {
 protected:
-    static constexpr std::size_t moduleCount = 1500; // two blocks
+    static constexpr std::size_t moduleCount = 1100; // two blocks
 
     SearchIndex()
     {
@@ -257,7 +257,7 @@ TEST_P(SearchIndex, KnowsChangedNewAndRemovedModules)
 TEST_P(SearchIndex, IsWrittenAnewWhenManyModulesChange)
 {
     auto transaction = database.beginTransaction();
-    for (std::size_t number = 700; number < moduleCount + 300; ++number) {
+    for (std::size_t number = 500; number < moduleCount + 200; ++number) {
         modules[idOf(number)] = randomContent();
         database.insert(recordOf(idOf(number), modules[idOf(number)]), modules[idOf(number)]);
     }
@@ -267,6 +267,33 @@ TEST_P(SearchIndex, IsWrittenAnewWhenManyModulesChange)
     EXPECT_EQ(database.explain(query).notIndexed, 0U);
     EXPECT_GE(database.explain(query).blocks, 2U);
     expectEverySearch();
+}
+
+// What is stored and removed again, rejected or rolled back is unknown to searches in and after the
+// transaction.
+TEST_P(SearchIndex, FollowsTransactions)
+{
+    place.refuseModuleBad();
+    {
+        auto transaction = database.beginTransaction();
+        database.insert(device("a0000001"), contentNamed("qxrolledback"));
+        EXPECT_THAT(found({"qxrolledback"}), ElementsAre("a0000001"));
+    }
+    EXPECT_THAT(found({"qxrolledback"}), IsEmpty());
+    auto transaction = database.beginTransaction();
+    database.insert(device("a0000001"), contentNamed("qxremoved"));
+    database.remove("a0000001");
+    database.insert(device("a0000002"), contentNamed("qxstored"));
+    EXPECT_ANY_THROW(database.insert(device("bad"), contentNamed("qxrejected")));
+    EXPECT_THAT(found({"qx"}), ElementsAre("a0000002"));
+    database.remove("a0000002");
+    database.insert(device("a0000002"), contentNamed("qxagain"));
+    transaction.commit();
+    EXPECT_THAT(found({"qx"}), ElementsAre("a0000002"));
+    EXPECT_THAT(found({"qxagain"}), ElementsAre("a0000002"));
+    ModuleQuery query;
+    query.words = {"qxagain"};
+    EXPECT_EQ(database.explain(query).notIndexed, 1U);
 }
 
 TEST_P(SearchIndex, StopsWhenNoMoreIsWanted)
