@@ -10,11 +10,11 @@ namespace devices::database {
 namespace {
 
 // The base letters of the lower-case letters from U+00DF on, and of Latin Extended-A from U+0100
-// on. A blank: the letter has none; "*": two letters.
-constexpr const char* baseOfLatin1 = "*aaaaaa*ceeeeiiii nooooo ouuuuy y";
+// on. A dot: the letter has none; "*": two letters.
+constexpr const char* baseOfLatin1 = "*aaaaaa*ceeeeiiii.nooooo.ouuuuy.y";
 constexpr const char* baseOfExtendedA =
-    "aaaaaaccccccccddddeeeeeeeeeegggggggghhhhiiiiiiiiii**jjkk"
-    " llllllllllnnnnnnn  oooooo**rrrrrrssssssssttttttuuuuuuuuuuuuwwyyyzzzzzzs";
+    "aaaaaaccccccccddddeeeeeeeeeegggggggghhhhiiiiiiiiii**jjkk."
+    "llllllllllnnnnnnn..oooooo**rrrrrrssssssssttttttuuuuuuuuuuuuwwyyyzzzzzzs";
 constexpr int firstOfLatin1 = 0xDF;
 constexpr int firstOfExtendedA = 0x100;
 
@@ -41,13 +41,13 @@ bool isCombiningMark(int character)
 // The base letter of a lower-case letter; 0: it has none.
 char baseOf(int character)
 {
-    char base = ' ';
+    char base = '.';
     if (character >= firstOfLatin1 && character < firstOfExtendedA) {
         base = baseOfLatin1[character - firstOfLatin1];
     } else if (character >= firstOfExtendedA && character < 0x180) {
         base = baseOfExtendedA[character - firstOfExtendedA];
     }
-    return base == ' ' ? '\0' : base;
+    return base == '.' ? '\0' : base;
 }
 
 void appendFolded(std::string& folded, int character)

@@ -71,7 +71,7 @@ struct SearchExplanation
         Scan   ///< All modules, by their texts: the database is of a version without search tables.
     };
 
-    Source source = Source::Order;
+    Source source = Source::Order;  ///< Where they come from.
     std::vector<std::string> words; ///< As they are compared, without case and accents.
     std::vector<std::string> parts; ///< What is looked up in the index.
     std::size_t blocks = 0;         ///< Parts of the index, each of up to 1,024 modules.
