@@ -1,6 +1,7 @@
 #include "IndexedSearch.h"
 
 #include "FoundModules.h"
+#include "NotInListFailure.h"
 #include "SearchCandidates.h"
 
 #include <algorithm>
@@ -71,8 +72,7 @@ private:
         }
         const auto last = modules.of(*query.after);
         if (!last || !last->match) {
-            throw SqlFailure("module " + query.after->moduleIdText +
-                             ", after which the list is to go on, is not in it");
+            throw NotInListFailure(*query.after);
         }
         return *last->match;
     }

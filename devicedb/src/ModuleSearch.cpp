@@ -4,6 +4,7 @@
 #include "IndexedSearch.h"
 #include "KeySql.h"
 #include "ModuleFields.h"
+#include "NotInListFailure.h"
 #include "SearchLookup.h"
 #include "SqlSchema.h"
 
@@ -15,16 +16,25 @@ namespace {
 
 using Source = SearchExplanation::Source;
 
-// The modules after a key, in the order of keys. Words are looked for in the texts which version 2
-// of the schema has, as its library did: in lower case, without options.
+// Which modules of the order of keys are read.
+struct WantedKeys
+{
+    const char* comparison; // Of keys with `key`, such as " > ".
+    std::optional<ModuleKey> key;
+    std::size_t most; // 0: all
+};
+
+// Words are looked for in the texts which version 2 of the schema has, as its library did: in lower
+// case, without options.
 std::string orderedSql(const SqlDialect& dialect, int version, const ModuleQuery& query,
-                       const std::optional<ModuleKey>& after, std::size_t most, BoundValues& values)
+                       const WantedKeys& wanted, BoundValues& values)
 {
     const bool isOld = version < versionOfSearchTables;
     std::string sql = std::string("SELECT ") + summaryColumns + " FROM " +
                       (isOld ? oldSummaries : summaries) + " WHERE true";
-    if (after) {
-        sql += " AND (p.family, p.module_id) > " + values.key(*after);
+    if (wanted.key) {
+        sql += std::string(" AND (p.family, p.module_id)") + wanted.comparison +
+               values.key(*wanted.key);
     }
     for (const std::string& word : query.words) {
         sql += std::string(" AND ") + dialect.findText + "(" + oldSearchText + ", " +
@@ -34,15 +44,14 @@ std::string orderedSql(const SqlDialect& dialect, int version, const ModuleQuery
         sql += " AND " + conditionSql(condition, dialect, values);
     }
     return sql + " ORDER BY p.family, p.module_id" +
-           (most == 0 ? "" : " LIMIT " + std::to_string(most));
+           (wanted.most == 0 ? "" : " LIMIT " + std::to_string(wanted.most));
 }
 
 std::vector<ModuleSummary> modulesInOrder(SqlConnection& connection, int version,
-                                          const ModuleQuery& query,
-                                          const std::optional<ModuleKey>& after, std::size_t most)
+                                          const ModuleQuery& query, const WantedKeys& wanted)
 {
     BoundValues values(connection.dialect());
-    const std::string sql = orderedSql(connection.dialect(), version, query, after, most, values);
+    const std::string sql = orderedSql(connection.dialect(), version, query, wanted, values);
     std::vector<ModuleSummary> modules;
     connection.query(sql, values.all(), summaryColumnCount,
                      [&](const SqlConnection::Row& row) { modules.push_back(summaryOf(row)); });
@@ -55,10 +64,13 @@ void searchInOrder(SqlConnection& connection, int version, const ModuleQuery& qu
 {
     constexpr std::size_t mostAtOnce = 4096;
     std::optional<ModuleKey> after = query.after;
+    if (after && modulesInOrder(connection, version, query, {" = ", after, 1}).empty()) {
+        throw NotInListFailure(*after); // as where the index is searched
+    }
     std::size_t left = query.limit;
     for (bool goesOn = true; goesOn;) {
         const std::size_t most = query.limit == 0 ? mostAtOnce : std::min(left, mostAtOnce);
-        const auto modules = modulesInOrder(connection, version, query, after, most);
+        const auto modules = modulesInOrder(connection, version, query, {" > ", after, most});
         for (const ModuleSummary& module : modules) {
             if (!take(module)) {
                 return;
@@ -131,8 +143,8 @@ SearchExplanation explainSearch(SqlConnection& connection, int version, const Mo
         return explanation;
     }
     BoundValues values(connection.dialect());
-    explanation.sql =
-        orderedSql(connection.dialect(), version, searched, searched.after, searched.limit, values);
+    explanation.sql = orderedSql(connection.dialect(), version, searched,
+                                 {" > ", searched.after, searched.limit}, values);
     return explanation;
 }
 

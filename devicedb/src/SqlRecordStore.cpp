@@ -4,6 +4,7 @@
 #include "DatabaseFailure.h"
 #include "IndexWriter.h"
 #include "ModuleSearch.h"
+#include "NotInListFailure.h"
 #include "RecordRow.h"
 
 #include <utility>
@@ -354,11 +355,15 @@ void SqlRecordStore::search(const ModuleQuery& query, const SummaryTaker& take)
     };
     attempt("read", [&] {
         const auto search = [&] {
-            return readOneState([&] {
-                addToNotIndexed(*connection, notIndexed);
-                searchModules(*connection, schema.version(), query, counted);
-                return taken;
-            });
+            try {
+                return readOneState([&] {
+                    addToNotIndexed(*connection, notIndexed);
+                    searchModules(*connection, schema.version(), query, counted);
+                    return taken;
+                });
+            } catch (const NotInListFailure& failure) {
+                throw NotInList(failureText(shownName, "read", failure.what()));
+            }
         };
         try {
             search();

@@ -148,7 +148,24 @@ TEST_P(Search, PageAfterAModuleThatIsNotInTheListIsRefused)
     query.after = ModuleKey{"kv38", "0000000c"};
     const std::string refusal = "Cannot read device database " + place.name() +
                                 ": module 0000000c, after which the list is to go on, is not in it";
-    EXPECT_EQ(failureOf([&] { database.search(query); }), refusal);
+    try {
+        database.search(query);
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const devices::database::NotInList& failure) {
+        EXPECT_EQ(failure.what(), refusal);
+    }
+}
+
+// Also where no index is searched.
+TEST_P(Search, ListInTheOrderOfKeysGoesOnAfterItsOwnModules)
+{
+    ModuleQuery query;
+    query.after = ModuleKey{"kv38", "0000000d"};
+    EXPECT_THROW(database.search(query), devices::database::NotInList);
+    query.conditions = {{"label", Comparison::NotEqual, "LABEL 0000000a"}};
+    query.after = ModuleKey{"kv38", "0000000c"}; // without content
+    EXPECT_THROW(database.search(query), devices::database::NotInList);
+    EXPECT_EQ(database.explain(query).source, SearchExplanation::Source::Order);
 }
 
 TEST_P(Search, IsExplained)

@@ -32,6 +32,14 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A search that cannot go on after `ModuleQuery::after`: this module is not in the database, or
+/// does not match the query.
+class DEVICE_DATABASE_API NotInList : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
 /// `DeviceDatabase::insertAll` stores so many modules in one statement, or fewer if they are large.
 inline constexpr std::size_t modulesOfBatch = 256;
 
@@ -113,7 +121,7 @@ public:
     std::vector<DeviceProperties> list();
 
     /// Returns the modules that match `query`, in its order. Throws if a condition names an unknown
-    /// field or a value that the field cannot have, or if there is no module `ModuleQuery::after`.
+    /// field or a value that the field cannot have, and `NotInList`.
     std::vector<ModuleSummary> search(const ModuleQuery& query);
 
     /// As above; calls `take` with each module as soon as it is found, until it returns false.
