@@ -77,12 +77,20 @@ public:
     CatalogueQuery();
 
     /// The modules that have each of `words`, which are separated by blanks, in the label, the
-    /// order code or the name of a channel or parameter, whatever the case, and that meet each of
-    /// `conditions`: a field, one of = != < <= > >= or, for texts, ~ (contains), and a value, such
-    /// as "in_bytes>4" or "label ~ DI". Blanks are part of a text, except those around the operator
-    /// of "FIELD = TEXT". Throws a `Failure` of `Origin::Request` for another text.
+    /// order code, the name of a channel or parameter or the text of an option, as a part of any
+    /// length, whatever the case and the accents; and that meet each of `conditions`: a field, one
+    /// of = != < <= > >= or, for texts, ~ (contains), and a value, such as "in_bytes>4" or "label ~
+    /// DI". Blanks are part of a text, except those around the operator of "FIELD = TEXT". Throws a
+    /// `Failure` of `Origin::Request` for another text.
     explicit CatalogueQuery(const std::string& words,
                             const std::vector<std::string>& conditions = {});
+
+    /// Returns this query for its first `count` modules; 0: for all.
+    CatalogueQuery limitedTo(std::size_t count) const;
+
+    /// Returns this query for the modules that come after `moduleId` in its order. Without `family`
+    /// the module is that of family "kv38", or of the first family that has it.
+    CatalogueQuery after(const std::string& moduleId, const std::string& family = {}) const;
 
     /// Copying and moving share the content.
     CatalogueQuery(const CatalogueQuery&) = default;
@@ -93,7 +101,38 @@ public:
 private:
     friend class Catalogue;
     struct Content;
+    explicit CatalogueQuery(std::shared_ptr<const Content> content);
     std::shared_ptr<const Content> content;
+};
+
+/// A part of the modules that match a query.
+struct CataloguePage
+{
+    std::vector<CatalogueEntry> modules; ///< In the order of the query.
+    bool hasMore = false;                ///< Modules that match come after them.
+};
+
+/// How a catalogue carries a search out, for people who wonder why it takes its time.
+struct SearchExplanation
+{
+    /// Where the modules come from.
+    enum class Source
+    {
+        Index, ///< The search index: modules that may match, each of which is compared.
+        Order, ///< All modules in their order, each compared until there are enough.
+        Scan   ///< All modules: the database is of a version without an index.
+    };
+
+    Source source = Source::Order;
+    std::vector<std::string> words = {}; ///< As they are compared: without case and accents.
+    std::vector<std::string> parts = {}; ///< Looked up in the index.
+    std::size_t blocks = 0;              ///< Of the index, each of up to 1,024 modules.
+    std::size_t candidates = 0;          ///< Modules that the index names.
+    std::size_t notIndexed = 0;          ///< Modules newer than the index: all are compared.
+    std::string sql = {};                ///< The statement that reads modules.
+
+    MXMODULE_API std::string text() const; ///< As sentences for people.
+    MXMODULE_API std::string json() const; ///< Schema "mxtool.search-explanation" version 1.
 };
 
 /// A catalogue: a device database with the records of modules, their mx files, and tables of their
@@ -125,8 +164,23 @@ public:
     /// Returns the name in messages: engine, host and database, never a password.
     const std::string& name() const;
 
-    /// Returns the modules that match `query`, ordered by family and module identifier.
+    /// Returns the modules that match `query`. The best matches are the first: those with all words
+    /// in label and order code, then those that need names of channels too, then of parameters,
+    /// then texts of options; equally good ones, and all without words, are ordered by family and
+    /// module identifier. Throws a `Failure` of `Origin::Request` if the module after which the
+    /// list is to go on is unknown, or not in the list.
     std::vector<CatalogueEntry> search(const CatalogueQuery& query = {});
+
+    /// As above; calls `take` with each module as soon as it is found, until it returns false.
+    /// `take` must not use this object; what it throws ends the search.
+    void search(const CatalogueQuery& query,
+                const std::function<bool(const CatalogueEntry&)>& take);
+
+    /// As above; returns the modules up to the limit of `query`, and whether there are more.
+    CataloguePage page(const CatalogueQuery& query);
+
+    /// Returns how `query` is carried out.
+    SearchExplanation explain(const CatalogueQuery& query);
 
     /// Returns a warning if `query` may miss modules: those without content. Nothing if it selects
     /// all.

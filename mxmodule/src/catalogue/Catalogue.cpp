@@ -2,22 +2,17 @@
 
 #include "catalogue/CatalogueContent.h"
 #include "catalogue/CatalogueOutput.h"
-#include "catalogue/CatalogueQueryContent.h"
 #include "catalogue/DatabaseHints.h"
 #include "catalogue/DatabaseWork.h"
 
 #include <devices/parser/mx/HexText.h>
 #include <fmt/format.h>
-#include <text/Beginning.h>
-#include <text/Counted.h>
 #include <text/JsonText.h>
-#include <text/NearestWords.h>
 #include <text/Utf8.h>
 
 #include <algorithm>
 #include <deque>
 #include <functional>
-#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -123,23 +118,6 @@ std::size_t copySome(DeviceDatabase& source, const std::vector<ModuleSummary>& k
     return copies.size();
 }
 
-std::vector<std::string> idsOf(const std::vector<CatalogueEntry>& modules)
-{
-    std::vector<std::string> ids;
-    ids.reserve(modules.size());
-    for (const CatalogueEntry& module : modules) {
-        ids.push_back(module.moduleId);
-    }
-    return ids;
-}
-
-std::string listOf(const std::vector<std::string>& ids)
-{
-    constexpr std::size_t most = 20;
-    return ids.empty() ? "the database holds no module"
-                       : "it holds " + text::beginningOfList(ids, most, ", ", " ");
-}
-
 // Tells an observer how many of some things are done.
 class Counter
 {
@@ -214,32 +192,6 @@ const std::string& Catalogue::name() const
     return content->database.name();
 }
 
-std::vector<CatalogueEntry> Catalogue::search(const CatalogueQuery& query)
-{
-    const auto found =
-        withDatabase("", [&] { return content->database.search(query.content->query); });
-    std::vector<CatalogueEntry> modules;
-    std::transform(found.begin(), found.end(), std::back_inserter(modules), entryOf);
-    return modules;
-}
-
-std::vector<Finding> Catalogue::searchFindings(const CatalogueQuery& query)
-{
-    if (query.content->query.words.empty() && query.content->query.conditions.empty()) {
-        return {};
-    }
-    const auto all = search();
-    const auto unknown = static_cast<std::size_t>(std::count_if(
-        all.begin(), all.end(), [](const CatalogueEntry& module) { return !module.hasContent; }));
-    if (unknown == 0) {
-        return {};
-    }
-    return {{Severity::Warning, "",
-             fmt::format("The catalogue does not have the content of {}: searches may not find it",
-                         text::counted(unknown, "module")),
-             "mxtool populate DIRECTORY stores it"}};
-}
-
 std::optional<CatalogueRecord> Catalogue::find(const std::string& moduleId)
 {
     return withDatabase("", [&]() -> std::optional<CatalogueRecord> {
@@ -252,18 +204,6 @@ std::optional<CatalogueRecord> Catalogue::find(const std::string& moduleId)
             content->database.content(stored->family, stored->moduleIdText).has_value();
         return record;
     });
-}
-
-Finding Catalogue::unknownModule(const std::string& moduleId)
-{
-    const std::vector<std::string> ids = idsOf(search());
-    Finding finding{Severity::Error, "",
-                    fmt::format("Module {} is not in the database, expected eight hexadecimal "
-                                "digits of one that is",
-                                moduleId),
-                    listOf(ids), Origin::Request};
-    finding.accepted = text::nearestWords(moduleId, ids);
-    return finding;
 }
 
 bool Catalogue::remove(const std::string& moduleId)

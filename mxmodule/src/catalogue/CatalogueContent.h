@@ -12,6 +12,9 @@ struct Catalogue::Content
 {
     Content(const std::string& url, devices::database::OpenMode mode) : database(url, mode) {}
 
+    devices::database::ModuleQuery completed(devices::database::ModuleQuery query);
+    Finding unknownModule(const std::string& moduleId);
+
     devices::database::DeviceDatabase database;
 };
 

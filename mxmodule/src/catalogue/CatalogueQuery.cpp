@@ -8,6 +8,7 @@
 #include <charconv>
 #include <iterator>
 #include <sstream>
+#include <utility>
 
 namespace mxmodule {
 
@@ -139,6 +140,8 @@ std::vector<ConditionField> conditionFields()
     return fields;
 }
 
+CatalogueQuery::CatalogueQuery(std::shared_ptr<const Content> made) : content(std::move(made)) {}
+
 CatalogueQuery::CatalogueQuery() : content(std::make_shared<const Content>()) {}
 
 CatalogueQuery::CatalogueQuery(const std::string& words, const std::vector<std::string>& conditions)
@@ -149,6 +152,20 @@ CatalogueQuery::CatalogueQuery(const std::string& words, const std::vector<std::
         made.query.conditions.push_back(moduleCondition(condition));
     }
     content = std::make_shared<const Content>(std::move(made));
+}
+
+CatalogueQuery CatalogueQuery::limitedTo(std::size_t count) const
+{
+    Content made = *content;
+    made.query.limit = count;
+    return CatalogueQuery(std::make_shared<const Content>(std::move(made)));
+}
+
+CatalogueQuery CatalogueQuery::after(const std::string& moduleId, const std::string& family) const
+{
+    Content made = *content;
+    made.query.after = {family, moduleId};
+    return CatalogueQuery(std::make_shared<const Content>(std::move(made)));
 }
 
 } // namespace mxmodule

@@ -1,0 +1,193 @@
+#include "catalogue/CatalogueContent.h"
+#include "catalogue/CatalogueQueryContent.h"
+#include "catalogue/DatabaseWork.h"
+
+#include <fmt/format.h>
+#include <text/Beginning.h>
+#include <text/Counted.h>
+#include <text/NearestWords.h>
+
+#include <exception>
+#include <utility>
+
+namespace mxmodule {
+
+namespace {
+
+using devices::database::DeviceDatabase;
+using devices::database::DeviceProperties;
+using devices::database::ModuleCounts;
+using devices::database::ModuleKey;
+using devices::database::ModuleQuery;
+using devices::database::ModuleSummary;
+using devices::database::NotInList;
+
+constexpr const char* usualFamily = "kv38";
+
+std::string listOf(const std::vector<std::string>& ids)
+{
+    constexpr std::size_t most = 20;
+    return ids.empty() ? "the database holds no module"
+                       : "it holds " + text::beginningOfList(ids, most, ", ", " ");
+}
+
+bool isStored(DeviceDatabase& database, const ModuleKey& module)
+{
+    ModuleSummary key;
+    key.family = module.family;
+    key.moduleIdText = module.moduleIdText;
+    bool isFound = false;
+    withDatabase("",
+                 [&] { database.visit({key}, [&](const DeviceProperties&) { isFound = true; }); });
+    return isFound;
+}
+
+Finding notInList(const std::string& moduleId)
+{
+    return {Severity::Error, "",
+            fmt::format("Module {} is in the database, but not in this list, which is to go on "
+                        "after it",
+                        moduleId),
+            "state the last module of the part before, which has the same words and conditions",
+            Origin::Request};
+}
+
+// Calls `take` until it returns false. Returns whether the list has the module after which it is to
+// go on. What `take` throws is not a failure of the database.
+bool searchDatabase(DeviceDatabase& database, const ModuleQuery& query,
+                    const std::function<bool(const CatalogueEntry&)>& take)
+{
+    std::exception_ptr thrown;
+    const auto takeOrEnd = [&](const ModuleSummary& module) {
+        try {
+            return take(entryOf(module));
+        } catch (...) {
+            thrown = std::current_exception();
+            return false;
+        }
+    };
+    const bool isInList = withDatabase("", [&] {
+        try {
+            database.search(query, takeOrEnd);
+            return true;
+        } catch (const NotInList&) {
+            return false;
+        }
+    });
+    if (thrown != nullptr) {
+        std::rethrow_exception(thrown);
+    }
+    return isInList;
+}
+
+SearchExplanation::Source sourceOf(devices::database::SearchExplanation::Source source)
+{
+    using Stored = devices::database::SearchExplanation::Source;
+    switch (source) {
+    case Stored::Index:
+        return SearchExplanation::Source::Index;
+    case Stored::Order:
+        return SearchExplanation::Source::Order;
+    case Stored::Scan:
+        break;
+    }
+    return SearchExplanation::Source::Scan;
+}
+
+} // namespace
+
+// With the family of the module after which the list goes on.
+ModuleQuery Catalogue::Content::completed(ModuleQuery query)
+{
+    if (!query.after || !query.after->family.empty()) {
+        return query;
+    }
+    const std::string& moduleId = query.after->moduleIdText;
+    const auto found = withDatabase("", [&] { return database.find(moduleId); });
+    if (!found) {
+        throw Failure(unknownModule(moduleId));
+    }
+    const bool isUsual = isStored(database, {usualFamily, moduleId});
+    query.after->family = isUsual ? usualFamily : found->family;
+    return query;
+}
+
+Finding Catalogue::Content::unknownModule(const std::string& moduleId)
+{
+    std::vector<std::string> ids;
+    searchDatabase(database, {}, [&](const CatalogueEntry& module) {
+        ids.push_back(module.moduleId);
+        return true;
+    });
+    Finding finding{Severity::Error, "",
+                    fmt::format("Module {} is not in the database, expected eight hexadecimal "
+                                "digits of one that is",
+                                moduleId),
+                    listOf(ids), Origin::Request};
+    finding.accepted = text::nearestWords(moduleId, ids);
+    return finding;
+}
+
+void Catalogue::search(const CatalogueQuery& query,
+                       const std::function<bool(const CatalogueEntry&)>& take)
+{
+    const ModuleQuery searched = content->completed(query.content->query);
+    if (!searchDatabase(content->database, searched, take)) {
+        const ModuleKey& after = *searched.after;
+        throw Failure(isStored(content->database, after)
+                          ? notInList(after.moduleIdText)
+                          : content->unknownModule(after.moduleIdText));
+    }
+}
+
+std::vector<CatalogueEntry> Catalogue::search(const CatalogueQuery& query)
+{
+    std::vector<CatalogueEntry> modules;
+    search(query, [&](const CatalogueEntry& module) {
+        modules.push_back(module);
+        return true;
+    });
+    return modules;
+}
+
+CataloguePage Catalogue::page(const CatalogueQuery& query)
+{
+    const std::size_t limit = query.content->query.limit;
+    CataloguePage page;
+    page.modules = search(limit == 0 ? query : query.limitedTo(limit + 1));
+    if (limit != 0 && page.modules.size() > limit) {
+        page.modules.pop_back();
+        page.hasMore = true;
+    }
+    return page;
+}
+
+SearchExplanation Catalogue::explain(const CatalogueQuery& query)
+{
+    const ModuleQuery searched = content->completed(query.content->query);
+    const auto found = withDatabase("", [&] { return content->database.explain(searched); });
+    return {sourceOf(found.source), found.words,      found.parts, found.blocks,
+            found.candidates,       found.notIndexed, found.sql};
+}
+
+std::vector<Finding> Catalogue::searchFindings(const CatalogueQuery& query)
+{
+    if (query.content->query.words.empty() && query.content->query.conditions.empty()) {
+        return {};
+    }
+    const ModuleCounts counts = withDatabase("", [&] { return content->database.counts(); });
+    if (counts.withContent >= counts.modules) {
+        return {};
+    }
+    return {{Severity::Warning, "",
+             fmt::format("The catalogue does not have the content of {}: searches may not find it",
+                         text::counted(counts.modules - counts.withContent, "module")),
+             "mxtool populate DIRECTORY stores it"}};
+}
+
+Finding Catalogue::unknownModule(const std::string& moduleId)
+{
+    return content->unknownModule(moduleId);
+}
+
+} // namespace mxmodule
