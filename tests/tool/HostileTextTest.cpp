@@ -267,7 +267,9 @@ TEST_F(HostileText, IsHarmlessInTheDatabase)
     EXPECT_EQ(populate.exitCode, 0) << populate.err;
     expectHarmless(populate.out + populate.err);
 
-    for (const Words& words : {Words{}, Words{hostileModuleId(0)}, Words{"--search", "=1+1"}}) {
+    for (const Words& words :
+         {Words{}, Words{hostileModuleId(0)}, Words{"--search", "=1+1"}, Words{"--limit", "1"},
+          Words{"--search", "\033[2J\n", "--explain-search"}}) {
         Words text{"devices", "--db", url};
         text.insert(text.end(), words.begin(), words.end());
         expectHarmless(outputOf(text));
@@ -284,12 +286,15 @@ TEST_F(HostileText, OfADatabaseIsHarmlessAndChoosesNoPlaceForAnExport)
     const testkit::TestDatabase database(testkit::Engine::Sqlite);
     outputOf({"populate", modules.path(), "--db", database.url()});
     // Another program writes identifiers and families that the format does not have.
-    database.execute("UPDATE device_properties SET module_id = CAST('../../up' AS BLOB)"
-                     " WHERE module_id = CAST('5a000000' AS BLOB)");
-    database.execute("UPDATE device_properties SET module_id = x'1b5b324a0a3d312c22'"
-                     " WHERE module_id = CAST('5a000001' AS BLOB)");
-    database.execute("UPDATE device_properties SET family = CAST('=/../<b>' AS BLOB)"
-                     " WHERE module_id = CAST('5a000002' AS BLOB)");
+    for (const char* table : {"device_properties", "search_modules", "search_new"}) {
+        const std::string update = std::string("UPDATE ") + table + " SET ";
+        database.execute(update + "module_id = CAST('../../up' AS BLOB)"
+                                  " WHERE module_id = CAST('5a000000' AS BLOB)");
+        database.execute(update + "module_id = x'1b5b324a0a3d312c22'"
+                                  " WHERE module_id = CAST('5a000001' AS BLOB)");
+        database.execute(update + "family = CAST('=/../<b>' AS BLOB)"
+                                  " WHERE module_id = CAST('5a000002' AS BLOB)");
+    }
     expectHarmless(outputOf({"devices", "--db", database.url()}));
     expectHarmlessCsv(outputOf({"devices", "--db", database.url(), "--format", "csv"}));
     const std::string json = outputOf({"devices", "--db", database.url(), "--format", "json"});

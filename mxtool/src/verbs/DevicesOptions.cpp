@@ -1,6 +1,7 @@
 #include "verbs/DevicesOptions.h"
 
 #include "DatabaseChoice.h"
+#include "verbs/DevicesQuery.h"
 
 #include <fmt/format.h>
 
@@ -42,15 +43,9 @@ CLI::App* addDevicesOptions(CLI::App& program, DevicesOptions& options)
     auto* const id = verb.add_option("MODULE_ID", options.moduleId,
                                      "Show this module's record in full; eight hexadecimal digits");
     addDatabaseOption(verb, options.databaseUrl);
-    auto* const search =
-        verb.add_option("--search", options.search,
-                        "Only modules with all of these words, separated by blanks, in label, "
-                        "order code or the names of channels and parameters");
-    auto* const where = verb.add_option("--where", options.where,
-                                        "Only modules with this property, such as in_bytes>4; may "
-                                        "be given several times")
-                            ->expected(1)
-                            ->take_all();
+    const auto query = addQueryOptions(verb, options);
+    auto* const explain = verb.add_flag("--explain-search", options.isExplained,
+                                        "Say how the search is carried out; nothing is listed");
     auto* const toDirectory =
         verb.add_option("--export", options.exportDirectory,
                         "Write the mx files into this directory, named MX and identifier");
@@ -58,9 +53,14 @@ CLI::App* addDevicesOptions(CLI::App& program, DevicesOptions& options)
                                              "Copy the modules to the database at this URL");
     auto* const removal =
         verb.add_option("--remove", options.removedId, "Remove this module from the database");
-    id->excludes(search)->excludes(where)->excludes(toDirectory)->excludes(toDatabase);
-    removal->excludes(id)->excludes(search)->excludes(where)->excludes(toDirectory);
+    for (auto* const ofQuery : query) {
+        id->excludes(ofQuery);
+        removal->excludes(ofQuery);
+    }
+    id->excludes(toDirectory)->excludes(toDatabase);
+    removal->excludes(id)->excludes(toDirectory);
     toDatabase->excludes(toDirectory)->excludes(removal);
+    explain->excludes(id)->excludes(toDirectory)->excludes(toDatabase)->excludes(removal);
     acceptOneOf(*verb.add_option("--format", options.format, "text (or table), json or csv"),
                 {"text", "table", "json", "csv"});
     addCsvOptions(verb, options.csv);
@@ -72,11 +72,11 @@ CLI::App* addDevicesOptions(CLI::App& program, DevicesOptions& options)
 void checkWords(DevicesOptions& options)
 {
     requireCsv(options.csv, options.format);
-    try {
-        options.query = mxmodule::CatalogueQuery(options.search, options.where);
-    } catch (const Failure& failure) {
-        throw CLI::ValidationError("--where", failure.reason().text);
+    if (options.isExplained && options.format == "csv") {
+        throw CLI::ValidationError("--explain-search",
+                                   "goes with --format text or json, not with csv");
     }
+    readQuery(options);
 }
 
 } // namespace mxtool
