@@ -11,7 +11,7 @@ with what is wrong, where, and what is accepted instead.
 
 from __future__ import annotations
 
-from ._catalogue import Catalogue, CatalogueEntry, Population
+from ._catalogue import Catalogue, Population
 from ._channels import (
     BitRun,
     Channel,
@@ -51,6 +51,7 @@ from ._parameters import Parameter, Parameters
 from ._plan import Plan
 from ._planned import Declarations, Gap, ImageBytes, PlannedModule
 from ._rows import Rows, Svg
+from ._search import CatalogueEntry, SearchExplanation
 from ._simulator import Simulator, SimulatorCounts
 from ._station import Station
 from ._station_channels import StationChannel, StationChannels, StationChannelWithoutSymbol
@@ -104,6 +105,7 @@ __all__ = [
     "RequestError",
     "Rows",
     "Sample",
+    "SearchExplanation",
     "Set",
     "SetOutput",
     "Setting",

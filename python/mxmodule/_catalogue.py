@@ -7,37 +7,29 @@ from typing import TYPE_CHECKING, Any, Callable, Iterator, NamedTuple, Sequence
 
 from ._arguments import Path, offsets_argument, path_argument, text_argument
 from ._connection import Connection
-from ._errors import ClosedError, RequestError, UnknownName, wrong_type
+from ._errors import ClosedError, RequestError, UnknownName
 from ._findings import Finding, finding_of, findings_of
-from ._library import TEXT, bytes_of, call, json_of, text_of
+from ._library import bytes_of, call, json_of, text_of
 from ._module import Module
 from ._mxmodule import library
 from ._progress import Progress
 from ._rows import Rows
+from ._search import (
+    CatalogueEntry,
+    SearchExplanation,
+    entry_of,
+    explanation_of,
+    query_arguments,
+    search_argument,
+)
 
 if TYPE_CHECKING:
     import pandas
 
+    from ._mxmodule import Search
 
-class CatalogueEntry(NamedTuple):
-    """A module of a catalogue.
-
-    - `module_id`: eight lower-case hexadecimal digits.
-    - `family`: such as "kv38".
-    - `label`: as on the product.
-    - `in_bytes`: input process data, in bytes.
-    - `out_bytes`: output process data, in bytes.
-    - `parameter_block`: the default parameter image.
-    - `file_bytes`: size of the mx file, in bytes; 0: stored without it.
-    """
-
-    module_id: str
-    family: str
-    label: str
-    in_bytes: int
-    out_bytes: int
-    parameter_block: bytes
-    file_bytes: int
+# Read at once by `search_each`.
+_MODULES_OF_GROUP = 256
 
 
 class Population(NamedTuple):
@@ -55,27 +47,6 @@ class Population(NamedTuple):
     failed: int
     removed: tuple[str, ...]
     findings: tuple[Finding, ...]
-
-
-def _entry(values: Any) -> CatalogueEntry:
-    return CatalogueEntry(
-        values["module_id"],
-        values["family"],
-        values["label"],
-        values["in_bytes"],
-        values["out_bytes"],
-        bytes.fromhex(values["parameter_block"]),
-        values["file_bytes"],
-    )
-
-
-def _query(words: str, where: Sequence[str]) -> tuple[Any, ...]:
-    """Returns the arguments of a search."""
-    if isinstance(where, str) or not isinstance(where, Sequence):
-        raise wrong_type("where", where, "a list of str")
-    conditions = [text_argument(one, "a condition") for one in where]
-    array = (TEXT * len(conditions))(*conditions)
-    return text_argument(words, "words"), array, len(conditions)
 
 
 class Catalogue(Connection):
@@ -108,21 +79,58 @@ class Catalogue(Connection):
         """Engine, host and database, never a password."""
         return self._shown
 
-    def search(self, words: str = "", where: Sequence[str] = ()) -> Rows[CatalogueEntry]:
+    def search(
+        self,
+        words: str = "",
+        where: Sequence[str] = (),
+        *,
+        limit: int | None = None,
+        after: CatalogueEntry | str | None = None,
+    ) -> Rows[CatalogueEntry]:
         """Returns the modules that have each of `words`, which are separated by blanks, in the
-        label, the order code or the name of a channel or parameter, and that meet each condition of
-        `where`, such as "in_bytes>4" or "label ~ DI"; ordered by family and module identifier.
+        label, the order code, the name of a channel or parameter or the text of an option, as a
+        part of any length, whatever the case and the accents; and that meet each condition of
+        `where`, such as "in_bytes>4" or "label ~ DI".
 
-        Raises `RequestError` for another condition.
+        The best matches are the first; equally good ones, and all without words, are ordered by
+        family and module identifier. `limit`: only so many modules. `after`: only those after this
+        entry, or identifier, in the same list without it.
+
+        Raises `RequestError` for another condition, or if `after` is not in the list.
         """
-        query = _query(words, where)
+        found, _ = self._page(search_argument(words, where, limit, after))
+        return Rows(found, CatalogueEntry._fields)
+
+    def search_each(
+        self, words: str = "", where: Sequence[str] = ()
+    ) -> Iterator[CatalogueEntry]:
+        """Gives the same modules one after the other, read in groups: the first ones come soon,
+        and memory is used for a group alone.
+
+        Raises as `search`, also `RequestError` if the last module of a group was removed
+        meanwhile.
+        """
+        return self._each(words, where, search_argument(words, where, _MODULES_OF_GROUP))
+
+    def explain(
+        self,
+        words: str = "",
+        where: Sequence[str] = (),
+        *,
+        limit: int | None = None,
+        after: CatalogueEntry | str | None = None,
+    ) -> SearchExplanation:
+        """Returns how such a search is carried out. Raises as `search`."""
+        argument = ctypes.byref(search_argument(words, where, limit, after))
         with self._lock:
-            found = json_of(library.mxmodule_catalogue_search, self._open_handle(), *query)
-        return Rows([_entry(one) for one in found["devices"]], CatalogueEntry._fields)
+            handle = self._open_handle()
+            values = json_of(library.mxmodule_catalogue_explain_json, handle, argument)
+            text = text_of(library.mxmodule_catalogue_explain_text, handle, argument)
+        return explanation_of(values, text)
 
     def search_findings(self, words: str = "", where: Sequence[str] = ()) -> tuple[Finding, ...]:
         """Returns a warning if such a search may miss modules, which are stored without content."""
-        query = _query(words, where)
+        query = query_arguments(words, where)
         function = library.mxmodule_catalogue_search_findings
         with self._lock:
             return findings_of(bytes_of(function, self._open_handle(), *query))
@@ -131,7 +139,7 @@ class Catalogue(Connection):
         """Returns the module with the identifier `module_id`, eight hexadecimal digits. Raises
         `UnknownName`, which names those that there are."""
         found = self._of_module(json_of, library.mxmodule_catalogue_find, module_id)
-        return _entry(found["device"])
+        return entry_of(found["device"])
 
     def file(self, module_id: str) -> bytes:
         """Returns the mx file of a module; empty if it is stored without it. Raises
@@ -204,6 +212,25 @@ class Catalogue(Connection):
     def _repr_html_(self) -> str | None:
         # None: notebooks show `repr`.
         return None if self.closed else self.search()._repr_html_()
+
+    def _page(self, search: Search) -> tuple[list[CatalogueEntry], bool]:
+        """Returns the modules that `search` asks for, and whether there are more after them."""
+        has_more = ctypes.c_int()
+        arguments = ctypes.byref(search), ctypes.byref(has_more)
+        with self._lock:
+            function = library.mxmodule_catalogue_search_page
+            found = json_of(function, self._open_handle(), *arguments)
+        return [entry_of(one) for one in found["devices"]], bool(has_more)
+
+    def _each(
+        self, words: str, where: Sequence[str], search: Search
+    ) -> Iterator[CatalogueEntry]:
+        has_more = True
+        while has_more:
+            found, has_more = self._page(search)
+            yield from found
+            if has_more:
+                search = search_argument(words, where, _MODULES_OF_GROUP, found[-1])
 
     def _of_module(self, run: Any, function: Any, module_id: str, *arguments: Any) -> Any:
         argument = text_argument(module_id, "a module identifier")

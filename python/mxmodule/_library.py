@@ -29,6 +29,7 @@ HANDLES = ctypes.POINTER(ctypes.c_void_p)
 TEXT = ctypes.c_char_p
 BYTES = ctypes.c_char_p
 INT = ctypes.c_int
+INTS = ctypes.POINTER(ctypes.c_int)
 CHAR = ctypes.c_char
 SIZE = ctypes.c_size_t
 UINT32 = ctypes.c_uint32

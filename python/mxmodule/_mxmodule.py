@@ -10,6 +10,7 @@ from ._library import (
     HANDLE,
     HANDLES,
     INT,
+    INTS,
     NOTHING,
     SIZE,
     SIZES,
@@ -27,6 +28,19 @@ class Assignment(ctypes.Structure):
     _fields_ = [("name", TEXT), ("value", TEXT)]
 
 
+class Search(ctypes.Structure):
+    """`mxmodule_search`."""
+
+    _fields_ = [
+        ("words", TEXT),
+        ("conditions", TEXTS),
+        ("condition_count", SIZE),
+        ("limit", SIZE),
+        ("after", TEXT),
+        ("family", TEXT),
+    ]
+
+
 NOTICE = ctypes.CFUNCTYPE(INT, HANDLE, TEXT)
 PROGRESS = ctypes.CFUNCTYPE(INT, HANDLE, SIZE, SIZE)
 
@@ -39,6 +53,7 @@ class Observer(ctypes.Structure):
 
 _ASSIGNMENTS = ctypes.POINTER(Assignment)
 _OBSERVER = ctypes.POINTER(Observer)
+_SEARCH = ctypes.POINTER(Search)
 
 # Each also takes a place for the error, last.
 _FAILING: dict[str, Signature] = {
@@ -79,7 +94,9 @@ _FAILING: dict[str, Signature] = {
     "mxmodule_comparison_findings": (HANDLE, [HANDLE]),
     "mxmodule_catalogue_open": (HANDLE, [TEXT, INT]),
     "mxmodule_catalogue_name": (HANDLE, [HANDLE]),
-    "mxmodule_catalogue_search": (HANDLE, [HANDLE, TEXT, TEXTS, SIZE]),
+    "mxmodule_catalogue_search_page": (HANDLE, [HANDLE, _SEARCH, INTS]),
+    "mxmodule_catalogue_explain_json": (HANDLE, [HANDLE, _SEARCH]),
+    "mxmodule_catalogue_explain_text": (HANDLE, [HANDLE, _SEARCH]),
     "mxmodule_catalogue_search_findings": (HANDLE, [HANDLE, TEXT, TEXTS, SIZE]),
     "mxmodule_catalogue_find": (HANDLE, [HANDLE, TEXT]),
     "mxmodule_catalogue_file": (HANDLE, [HANDLE, TEXT]),

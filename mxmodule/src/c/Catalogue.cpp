@@ -25,6 +25,22 @@ CatalogueQuery queryOf(const char* words, const char* const* conditions, std::si
                           requireTexts(conditions, count, "conditions of a search", "a condition"));
 }
 
+CatalogueQuery queryOf(const mxmodule_search* search)
+{
+    const mxmodule_search& stated = requirePointer(search, "a search");
+    const CatalogueQuery query =
+        queryOf(stated.words, stated.conditions, stated.condition_count).limitedTo(stated.limit);
+    return stated.after == nullptr
+               ? query
+               : query.after(stated.after, stated.family == nullptr ? "" : stated.family);
+}
+
+SearchExplanation explanationOf(mxmodule_catalogue* handle, const mxmodule_search* search)
+{
+    Catalogue& catalogue = catalogueOf(handle);
+    return catalogue.explain(queryOf(search));
+}
+
 CatalogueRecord recordOf(Catalogue& catalogue, const std::string& moduleId)
 {
     std::optional<CatalogueRecord> record = catalogue.find(moduleId);
@@ -121,6 +137,36 @@ mxmodule_bytes* mxmodule_catalogue_search(mxmodule_catalogue* catalogue, const c
         return newBytes(
             searched.json(searched.search(mxmodule::queryOf(words, conditions, count))));
     });
+}
+
+mxmodule_bytes* mxmodule_catalogue_search_page(mxmodule_catalogue* catalogue,
+                                               const mxmodule_search* search, int* hasMore,
+                                               mxmodule_error** error)
+{
+    return callFromC(error, [&] {
+        mxmodule::Catalogue& searched = catalogueOf(catalogue);
+        const mxmodule::CataloguePage page = searched.page(mxmodule::queryOf(search));
+        if (hasMore != nullptr) {
+            *hasMore = page.hasMore ? 1 : 0;
+        }
+        return newBytes(searched.json(page.modules));
+    });
+}
+
+mxmodule_bytes* mxmodule_catalogue_explain_json(mxmodule_catalogue* catalogue,
+                                                const mxmodule_search* search,
+                                                mxmodule_error** error)
+{
+    return callFromC(error,
+                     [&] { return newBytes(mxmodule::explanationOf(catalogue, search).json()); });
+}
+
+mxmodule_bytes* mxmodule_catalogue_explain_text(mxmodule_catalogue* catalogue,
+                                                const mxmodule_search* search,
+                                                mxmodule_error** error)
+{
+    return callFromC(error,
+                     [&] { return newBytes(mxmodule::explanationOf(catalogue, search).text()); });
 }
 
 mxmodule_bytes* mxmodule_catalogue_search_findings(mxmodule_catalogue* catalogue, const char* words,

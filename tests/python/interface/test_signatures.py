@@ -14,6 +14,7 @@ LIBRARIES = ("mxmodule", "mxstation", "mxonline")
 
 #: The functions of which the package has no use, and why.
 UNUSED = {
+    "mxmodule_catalogue_search": "mxmodule_catalogue_search_page gives the same",
     "mxmodule_error_text": "mxmodule_error_findings has it",
     "mxmodule_error_place": "mxmodule_error_findings has it",
     "mxmodule_error_hint": "mxmodule_error_findings has it",
@@ -33,6 +34,7 @@ TYPES: dict[str, Any] = {
     "const char*": ctypes.c_char_p,
     "const void*": ctypes.c_char_p,  # bytes of Python
     "const char* const*": ctypes.POINTER(ctypes.c_char_p),
+    "int*": ctypes.POINTER(ctypes.c_int),
     "size_t*": ctypes.POINTER(ctypes.c_size_t),
     # Numbers that are copied from there.
     "const unsigned char*": ctypes.c_void_p,
@@ -161,6 +163,8 @@ class Signatures(unittest.TestCase):
         types = {
             "void*": ctypes.c_void_p,
             "const char*": ctypes.c_char_p,
+            "const char* const*": ctypes.POINTER(ctypes.c_char_p),
+            "size_t": ctypes.c_size_t,
             "int(void*, const char*)": (ctypes.c_int, [ctypes.c_void_p, ctypes.c_char_p]),
             "int(void*, size_t, size_t)": (
                 ctypes.c_int,

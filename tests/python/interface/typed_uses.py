@@ -57,6 +57,11 @@ with Catalogue.open("sqlite:a.sqlite", create=True) as catalogue:
     entry.in_bytes.bit_length()
     catalogue.search("ai", where=["in_bytes>4"])[0].label.upper()
     catalogue.search("ai", where=7)  # error
+    catalogue.search("ai", limit=50, after=entry)[0].label.upper()
+    catalogue.search("ai", limit="50")  # error
+    for each in catalogue.search_each("ai", where=["in_bytes>4"]):
+        each.in_bytes.bit_length()
+    catalogue.explain("ai", after="5a030304").words[0].upper()
     catalogue.find(0x5A030304)  # error
     catalogue.module("5a030304").compose()
 

@@ -91,6 +91,8 @@ class Opening(WithFolder):
         for use in (
             catalogue.search,
             catalogue.search_findings,
+            catalogue.explain,
+            lambda: list(catalogue.search_each()),
             lambda: catalogue.find("5a030304"),
             lambda: catalogue.file("5a030304"),
             lambda: catalogue.module("5a030304"),
@@ -184,6 +186,74 @@ class Content(WithFolder):
                     catalogue.search("", wrong)
             with self.assertRaises(WrongType):
                 catalogue.search(None)
+
+    def test_gives_the_best_matches_first(self) -> None:
+        # In the labels of the last two: "8 AI 4-20 mA, 2-wire" and "8 AI RTD, 2/3/4-wire".
+        with self.populated("MX0304", "MX0308", "MX0508") as catalogue:
+            found = [one.module_id for one in catalogue.search("WIRE")]
+            self.assertEqual(found, ["5a030308", "5a050508", "5a030304"])
+
+    def test_searches_in_pages(self) -> None:
+        with self.populated("MX0304", "MX0104", "MX0502", "MX0701") as catalogue:
+            for words in ("", "k38"):
+                everything = catalogue.search(words)
+                self.assertEqual(len(everything), 4)
+                first = catalogue.search(words, limit=3)
+                self.assertEqual(list(first), list(everything)[:3])
+                for last in (first[2], first[2].module_id):
+                    rest = catalogue.search(words, limit=3, after=last)
+                    self.assertEqual(list(rest), list(everything)[3:])
+                self.assertEqual(list(catalogue.search(words, after=everything[3])), [])
+            self.assertEqual(len(catalogue.search("ai", ["in_bytes>4"], limit=9)), 1)
+
+    def test_refuses_parts_of_a_list_that_there_are_not(self) -> None:
+        with self.populated("MX0304", "MX0104") as catalogue:
+            with self.assertRaises(RequestError) as raised:
+                catalogue.search(after="5a030305")
+            self.assertEqual(raised.exception.accepted[0], "5a030304")
+            with self.assertRaisesRegex(RequestError, "is in the database, but not in this list"):
+                catalogue.search("hysteresis", after="5a010104")
+            for limit in (0, -1, 2**32):
+                with self.assertRaises(RequestError):
+                    catalogue.search(limit=limit)
+            for wrong in (1.5, "1", True):
+                with self.assertRaises(WrongType):
+                    catalogue.search(limit=wrong)
+            with self.assertRaises(WrongType):
+                catalogue.search(after=7)
+
+    def test_gives_modules_one_after_the_other(self) -> None:
+        with self.populated("MX0304", "MX0104", "MX0502", "MX0701") as catalogue:
+            for group in (1, 2, 3, 4, 5):
+                with mock.patch("mxmodule._catalogue._MODULES_OF_GROUP", group):
+                    found = list(catalogue.search_each("k38"))
+                self.assertEqual(found, list(catalogue.search("k38")), group)
+            self.assertEqual(list(catalogue.search_each("ai", ["in_bytes>9"])), [])
+            with self.assertRaises(WrongType):
+                catalogue.search_each("ai", "in_bytes>9")
+
+    def test_modules_are_read_as_they_are_wanted(self) -> None:
+        with self.populated("MX0304", "MX0104") as catalogue:
+            with mock.patch("mxmodule._catalogue._MODULES_OF_GROUP", 1):
+                modules = catalogue.search_each()
+                self.assertEqual(next(modules).module_id, "5a010104")
+                catalogue.remove("5a030304")
+                self.assertEqual(list(modules), [])
+
+    def test_explains_a_search(self) -> None:
+        with self.populated("MX0304", "MX0104") as catalogue:
+            explained = catalogue.explain("Hystér", ["in_bytes>4"])
+            self.assertEqual(explained.source, "index")
+            self.assertEqual(explained.words, ("hyster",))
+            self.assertIn("hys", explained.parts)
+            self.assertEqual(explained.candidates + explained.not_indexed, 2)
+            self.assertIn('Words, without case and accents: "hyster"\n', explained.text)
+            self.assertEqual(str(explained), explained.text)
+            in_order = catalogue.explain(limit=1)
+            self.assertEqual((in_order.source, in_order.words), ("order", ()))
+            self.assertIn("LIMIT 1", in_order.sql)
+            with self.assertRaises(RequestError):
+                catalogue.explain("", ["bytes>4"])
 
     def test_removes_a_module(self) -> None:
         with self.populated("MX0304", "MX0104") as catalogue:

@@ -29,16 +29,44 @@ MXMODULE_API void mxmodule_catalogue_free(mxmodule_catalogue* catalogue);
 MXMODULE_API mxmodule_bytes* mxmodule_catalogue_name(const mxmodule_catalogue* catalogue,
                                                      mxmodule_error** error);
 
-/// Returns the modules that match as JSON, schema "mxtool.devices" version 1, ordered by family and
-/// module identifier.
+/// Returns the modules that match as JSON, schema "mxtool.devices" version 1, the best matches
+/// first, then ordered by family and module identifier.
 ///
-/// They have each of `words`, which are separated by blanks, in the label, the order code or the
-/// name of a channel or parameter, and meet each of the `count` conditions, such as "in_bytes>4".
-/// Null and 0: all modules.
+/// They have each of `words`, which are separated by blanks, in the label, the order code, the name
+/// of a channel or parameter or the text of an option, and meet each of the `count` conditions,
+/// such as "in_bytes>4". Null and 0: all modules.
 MXMODULE_API mxmodule_bytes* mxmodule_catalogue_search(mxmodule_catalogue* catalogue,
                                                        const char* words,
                                                        const char* const* conditions, size_t count,
                                                        mxmodule_error** error);
+
+/// A search, and which part of the modules that match is wanted. Zeros: all modules.
+typedef struct mxmodule_search
+{
+    const char* words;             ///< As for `mxmodule_catalogue_search`; may be null.
+    const char* const* conditions; ///< The same.
+    size_t condition_count;        ///< Of `conditions`.
+    size_t limit;                  ///< At most so many modules; 0: all.
+    const char* after;  ///< Only modules after that with this identifier; null: from the first on.
+    const char* family; ///< Of that module; null: "kv38", or the first family that has it.
+} mxmodule_search;
+
+/// Returns the part of the modules that `search` asks for, as JSON as above. `has_more`, which may
+/// be null, becomes 1 if modules that match come after the part, otherwise 0. It is an error if the
+/// module after which the part begins does not match.
+MXMODULE_API mxmodule_bytes* mxmodule_catalogue_search_page(mxmodule_catalogue* catalogue,
+                                                            const mxmodule_search* search,
+                                                            int* has_more, mxmodule_error** error);
+
+/// Returns how `search` is carried out as JSON, schema "mxtool.search-explanation" version 1.
+MXMODULE_API mxmodule_bytes* mxmodule_catalogue_explain_json(mxmodule_catalogue* catalogue,
+                                                             const mxmodule_search* search,
+                                                             mxmodule_error** error);
+
+/// Returns the same as sentences for people.
+MXMODULE_API mxmodule_bytes* mxmodule_catalogue_explain_text(mxmodule_catalogue* catalogue,
+                                                             const mxmodule_search* search,
+                                                             mxmodule_error** error);
 
 /// Returns a warning if such a search may miss modules, as JSON, schema "mxmodule.findings"
 /// version 1.

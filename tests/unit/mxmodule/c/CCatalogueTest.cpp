@@ -11,6 +11,7 @@
 
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -152,6 +153,51 @@ TEST_F(CCatalogue, isSearched)
         return mxmodule_catalogue_search(catalogue.get(), nullptr, wrong, 1, failure);
     });
     EXPECT_EQ(mxmodule_error_code(error.get()), MXMODULE_REQUEST);
+}
+
+TEST_F(CCatalogue, isSearchedInPages)
+{
+    populateOnce();
+    mxmodule_search part = {"test", nullptr, 0, 1, nullptr, nullptr};
+    int hasMore = -1;
+    const auto page = [&] {
+        return bytesOf([&](auto** error) {
+            return mxmodule_catalogue_search_page(catalogue.get(), &part, &hasMore, error);
+        });
+    };
+    EXPECT_THAT(page(), AllOf(HasSubstr("00000a01"), Not(HasSubstr("00000a02"))));
+    EXPECT_EQ(hasMore, 1);
+    part.after = "00000a01";
+    EXPECT_THAT(page(), AllOf(HasSubstr("00000a02"), Not(HasSubstr("00000a01"))));
+    EXPECT_EQ(hasMore, 0);
+    part.family = "kv38";
+    EXPECT_THAT(page(), HasSubstr("00000a02"));
+    part.after = "00000a03";
+    const auto error = errorOf([&](auto** failure) {
+        return mxmodule_catalogue_search_page(catalogue.get(), &part, nullptr, failure);
+    });
+    EXPECT_EQ(mxmodule_error_code(error.get()), MXMODULE_REQUEST);
+    const mxmodule_search all = {};
+    EXPECT_EQ(bytesOf([&](auto** failure) {
+                  return mxmodule_catalogue_search_page(catalogue.get(), &all, nullptr, failure);
+              }),
+              search(nullptr));
+}
+
+TEST_F(CCatalogue, explainsSearches)
+{
+    populateOnce();
+    const char* const conditions[] = {"in_bytes>6"};
+    const mxmodule_search part = {"Test", conditions, 1, 1, nullptr, nullptr};
+    EXPECT_THAT(bytesOf([&](auto** error) {
+                    return mxmodule_catalogue_explain_json(catalogue.get(), &part, error);
+                }),
+                AllOf(HasSubstr("\"name\": \"mxtool.search-explanation\""),
+                      HasSubstr("\"source\": \"index\"")));
+    EXPECT_THAT(bytesOf([&](auto** error) {
+                    return mxmodule_catalogue_explain_text(catalogue.get(), &part, error);
+                }),
+                HasSubstr("Words, without case and accents: \"test\""));
 }
 
 TEST_F(CCatalogue, hasRecordFileAndModule)

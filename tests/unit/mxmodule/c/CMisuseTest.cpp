@@ -100,6 +100,7 @@ TEST(CMisuse, isAConfigurationThatIsNull)
 TEST(CMisuse, isACatalogueThatIsNull)
 {
     const char* text = "Found a null pointer, expected a catalogue";
+    const mxmodule_search all = {};
     expectMisuse(
         {{text, withNone(mxmodule_catalogue_name)},
          {text,
@@ -110,6 +111,14 @@ TEST(CMisuse, isACatalogueThatIsNull)
           [](auto** e) {
               return mxmodule_catalogue_search_findings(nullptr, "", nullptr, 0, e) != nullptr;
           }},
+         {text,
+          [&](auto** e) {
+              return mxmodule_catalogue_search_page(nullptr, &all, nullptr, e) != nullptr;
+          }},
+         {text,
+          [&](auto** e) { return mxmodule_catalogue_explain_json(nullptr, &all, e) != nullptr; }},
+         {text,
+          [&](auto** e) { return mxmodule_catalogue_explain_text(nullptr, &all, e) != nullptr; }},
          {text, [](auto** e) { return mxmodule_catalogue_find(nullptr, "", e) != nullptr; }},
          {text, [](auto** e) { return mxmodule_catalogue_file(nullptr, "", e) != nullptr; }},
          {text,
@@ -118,6 +127,31 @@ TEST(CMisuse, isACatalogueThatIsNull)
          {text, [](auto** e) {
               return mxmodule_catalogue_populate(nullptr, EXAMPLE_MODULES, 0, nullptr, e) !=
                      nullptr;
+          }}});
+}
+
+TEST(CMisuse, isASearchThatIsNull)
+{
+    const char* text = "Found a null pointer, expected a search";
+    const auto catalogue =
+        done([](auto** error) { return mxmodule_catalogue_open("sqlite::memory:", 1, error); });
+    const mxmodule_search none = {nullptr, nullptr, 1, 0, nullptr, nullptr};
+    expectMisuse(
+        {{text,
+          [&](auto** e) {
+              return mxmodule_catalogue_search_page(catalogue.get(), nullptr, nullptr, e) !=
+                     nullptr;
+          }},
+         {text,
+          [&](auto** e) {
+              return mxmodule_catalogue_explain_json(catalogue.get(), nullptr, e) != nullptr;
+          }},
+         {text,
+          [&](auto** e) {
+              return mxmodule_catalogue_explain_text(catalogue.get(), nullptr, e) != nullptr;
+          }},
+         {"Found a null pointer, expected conditions of a search", [&](auto** e) {
+              return mxmodule_catalogue_search_page(catalogue.get(), &none, nullptr, e) != nullptr;
           }}});
 }
 
