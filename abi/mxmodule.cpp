@@ -52,8 +52,8 @@ void explanations(Explanation, ExplainedPart, ExplainedGroup, NamedPlace) {}
 
 void datasheets(DatasheetPage, DatasheetPlace) {}
 
-void catalogues(Catalogue*, CatalogueEntry, CatalogueRecord, CatalogueQuery, ConditionField,
-                MxDirectory, PopulateOptions, Population)
+void catalogues(Catalogue*, CatalogueEntry, CatalogueRecord, CatalogueQuery, CataloguePage,
+                SearchExplanation, ConditionField, MxDirectory, PopulateOptions, Population)
 {}
 
 } // namespace described

@@ -26,6 +26,20 @@ async function addCondition(page, property, comparison, value) {
   await page.fillField("Value", value, "Enter");
 }
 
+/** A folder with a catalogue of `count` modules, each MX0304 with another identifier. */
+async function withManyModules(t, count) {
+  const workplace = t.workplace();
+  const file = fs.readFileSync(workplace.path("modules/MX0304.bin"));
+  const place = file.indexOf(Buffer.from("5a030304", "hex"));
+  fs.mkdirSync(workplace.path("many"));
+  for (let index = 0; index < count; ++index) {
+    file.writeUInt32BE(0x1000 + index, place);
+    fs.writeFileSync(workplace.path(`many/MX${index}.bin`), file);
+  }
+  await workplace.run("populate", "many", "--db", "sqlite:many.sqlite");
+  return workplace;
+}
+
 module.exports = {
   async "without a file the page says what can be done, and all of it works"(t) {
     const workplace = t.workplace();
@@ -73,6 +87,47 @@ module.exports = {
     await soon("modules", () => page.texts(identifiers), await expectedOf(t, "--where", "in_bytes>4", "--where", "unit=V"));
     await page.click("button", "Remove the condition in_bytes>4");
     await soon("modules", () => page.texts(identifiers), await expectedOf(t, "--where", "unit=V"));
+  },
+
+  async "gives a long list in parts, as the command line does"(t) {
+    const workplace = await withManyModules(t, 120);
+    const { devices } = await workplace.json("devices", "--db", "sqlite:many.sqlite", "--search", "ai");
+    const all = devices.map((one) => one.module_id);
+    const page = await t.open(await t.server(workplace, "--db", "sqlite:many.sqlite"), { route: "#/catalogue" });
+    await page.fillField("Search words", "ai");
+    await soon("the first modules", () => page.texts(identifiers), all.slice(0, 50));
+    await soonHas("count", () => page.text(".catalogue .count"), "The first 50 modules; more match");
+    await page.click("button", "Show more modules");
+    await soon("more modules", () => page.texts(identifiers), all.slice(0, 100));
+    await page.click("button", "Show more modules");
+    await soon("all modules", () => page.texts(identifiers), all);
+    await soonHas("count", () => page.text(".catalogue .count"), "120 modules");
+    equal("a button for more", (await page.text(".catalogue")).includes("Show more"), false);
+    const focused = () => page.evaluate(() => document.activeElement.closest("tr")?.dataset.item);
+    await soon("the row with the focus: the first new one", focused, "100");
+  },
+
+  async "shows no older answer after a newer one"(t) {
+    const page = await open(t);
+    await soon("modules", () => page.texts(identifiers), await expectedOf(t));
+    // The answer to "relay" is complete when the call was ended already, and arrives last.
+    await page.evaluate(() => {
+      const fetchNow = window.fetch;
+      const held = new Promise((release) => { window.release = release; });
+      window.fetch = async (path, request) => {
+        if (!request.body?.includes("relay")) return fetchNow(path, request);
+        const response = await fetchNow(path, { ...request, signal: undefined });
+        window.isAnswered = true;
+        await held;
+        return response;
+      };
+    });
+    await page.fillField("Search words", "relay");
+    await soon("answer to the older search", () => page.evaluate(() => window.isAnswered), true);
+    await page.fillField("Search words", "K38-304");
+    await soon("newer answer", () => page.texts(identifiers), ["5a030304"]);
+    await page.evaluate(() => new Promise((done) => { window.release(); setTimeout(done, 100); }));
+    equal("modules", await page.texts(identifiers), ["5a030304"]);
   },
 
   async "says that nothing was found"(t) {

@@ -86,7 +86,7 @@ export const texts = {
   catalogue: {
     title: "Catalogue",
     words: "Search words",
-    wordsHint: "Label, order code, names of channels and parameters",
+    wordsHint: "Label, order code, channels, parameters, options",
     filesHint: "Names of files and labels",
     field: "Property",
     comparison: "Comparison",
@@ -117,7 +117,9 @@ export const texts = {
     empty: "No module has all of this.",
     searching: "Searching …",
     results: "Modules of the catalogue",
-    more: (count: number) => `Show more: ${count} are left`,
+    found: (count: number, hasMore: boolean) =>
+      hasMore ? `The first ${count} modules; more match` : counted(count, "module", "modules"),
+    more: "Show more modules",
     folder: "Files in the folder",
     columns: {
       label: "Module",

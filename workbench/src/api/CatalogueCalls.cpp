@@ -22,15 +22,24 @@ text::Json entryJson(const mxmodule::CatalogueEntry& entry)
             {"hasContent", entry.hasContent}};
 }
 
+mxmodule::CatalogueQuery queryOf(const RequestBody& body)
+{
+    const auto query = mxmodule::CatalogueQuery(body.textOr("words", ""), body.texts("conditions"))
+                           .limitedTo(body.numberOrNull("limit").value_or(0));
+    const auto last = body.object("after");
+    return last ? query.after(last->text("reference"), last->textOr("family", "")) : query;
+}
+
 } // namespace
 
 Response searchCatalogueCall(const CallContext& context, const Request& request)
 {
-    const RequestBody body(request.body);
-    const mxmodule::CatalogueQuery query(body.textOr("words", ""), body.texts("conditions"));
+    const mxmodule::CatalogueQuery query = queryOf(RequestBody(request.body));
     auto catalogue = mxmodule::Catalogue::open(context.workplace.catalogueUrl());
+    const mxmodule::CataloguePage page = catalogue.page(query);
     return AnswerText()
-        .add("modules", text::listJson(catalogue.search(query), entryJson))
+        .add("modules", text::listJson(page.modules, entryJson))
+        .add("hasMore", page.hasMore)
         .add("findings", findingsJson(catalogue.searchFindings(query)))
         .response();
 }

@@ -4,7 +4,7 @@ import { callFile, callJson } from "./client";
 import type { Download } from "./client";
 import { combined } from "./combined";
 import type {
-  CatalogueModule, Configured, CsvChoice, Explanation, Finding, FolderModule, Module, NamedValue, OpenedFile, Start,
+  CatalogueModule, CataloguePage, Configured, CsvChoice, Explanation, Finding, FolderModule, Module, NamedValue, OpenedFile, Start,
 } from "./types";
 
 export function start(signal?: AbortSignal): Promise<Start> {
@@ -28,10 +28,12 @@ export function folderModules(signal?: AbortSignal): Promise<{ modules: FolderMo
   return callJson("modules", { signal });
 }
 
+/** The first `limit` modules that match, or those after the module `after` of the same list. */
 export function searchCatalogue(
-  words: string, conditions: string[], signal?: AbortSignal,
-): Promise<{ modules: CatalogueModule[]; findings: Finding[] }> {
-  return callJson("catalogue", { body: { words, conditions }, signal });
+  words: string, conditions: readonly string[], limit: number, after: CatalogueModule | null, signal?: AbortSignal,
+): Promise<CataloguePage> {
+  const last = after === null ? null : { reference: after.reference, family: after.family };
+  return callJson("catalogue", { body: { words, conditions, limit, after: last }, signal });
 }
 
 export async function module(reference: string, signal?: AbortSignal): Promise<Module> {

@@ -100,7 +100,10 @@ async function answered(path: string, call: Call): Promise<Response> {
 /** Calls the server and returns the object that it answers. Fails with Refusal or Unreachable. */
 export async function callJson<T>(path: string, call: Call = {}): Promise<T> {
   const response = await answered(path, call);
-  return (await response.json()) as T;
+  const answer = (await response.json()) as T;
+  // A long answer may be complete after its call was ended: it must not replace a newer one.
+  if (call.signal?.aborted) throw new DOMException("", "AbortError");
+  return answer;
 }
 
 /** A file that the server made. */

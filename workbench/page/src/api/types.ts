@@ -64,6 +64,14 @@ export interface CatalogueModule {
   hasContent: boolean;
 }
 
+/** A part of the modules that match a search, the best matches first. */
+export interface CataloguePage {
+  modules: CatalogueModule[];
+  /** Modules that match come after them. */
+  hasMore: boolean;
+  findings: Finding[];
+}
+
 export interface Option {
   text: string;
   /** What selects it as a value. */

@@ -30,16 +30,16 @@ function Words({ hint }: { hint: string }) {
 }
 
 function Found({ onAdd }: { onAdd: AddModule | undefined }) {
-  const { modules, findings, isSearching } = useSearch(true);
+  const [{ modules, hasMore, findings, isSearching }, more] = useSearch(true);
   const isEmpty = modules.length === 0 && !isSearching && findings.length === 0;
   return (
     <>
       <Findings findings={findings} />
       <p class="count" role="status">
-        {isSearching && modules.length === 0 ? texts.catalogue.searching : texts.catalogue.count(modules.length)}
+        {isSearching && modules.length === 0 ? texts.catalogue.searching : texts.catalogue.found(modules.length, hasMore)}
       </p>
       {isEmpty && <p>{texts.catalogue.empty}</p>}
-      {modules.length > 0 && <Results modules={modules} onAdd={onAdd} />}
+      {modules.length > 0 && <Results modules={modules} onMore={hasMore ? more : undefined} onAdd={onAdd} />}
     </>
   );
 }

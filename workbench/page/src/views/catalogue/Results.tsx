@@ -1,11 +1,9 @@
-import { useEffect, useState } from "preact/hooks";
+import { useEffect, useRef } from "preact/hooks";
 import type { CatalogueModule } from "../../api/types";
 import { memo } from "../../parts/memo";
 import { useRoving } from "../../parts/roving";
 import { address } from "../../state/route";
 import { texts } from "../../texts";
-
-const atOnce = 200;
 
 export type AddModule = (reference: string, label: string) => void;
 
@@ -48,17 +46,37 @@ const Row = memo(function Row({ module, index, isReached, onAdd }: RowProps) {
   );
 });
 
+/** Whether the keyboard is at the button for more modules, or was at it before it was removed. */
+function isAtButton(focused: Element | null): boolean {
+  return focused === document.body || focused?.classList.contains("more") === true;
+}
+
+interface ResultsProps {
+  modules: readonly CatalogueModule[];
+  /** Loads more modules; undefined: there are none. */
+  onMore: (() => void) | undefined;
+  onAdd: AddModule | undefined;
+}
+
 /** The modules found: a table, on narrow screens a card for each. */
-export function Results({ modules, onAdd }: { modules: readonly CatalogueModule[]; onAdd: AddModule | undefined }) {
-  const [most, setMost] = useState(atOnce);
-  useEffect(() => setMost(atOnce), [modules]);
+export function Results({ modules, onMore, onAdd }: ResultsProps) {
+  const section = useRef<HTMLDivElement>(null);
+  const firstNew = useRef<number | null>(null);
+  useEffect(() => {
+    const index = firstNew.current;
+    firstNew.current = null;
+    if (index === null || !isAtButton(document.activeElement)) return;
+    section.current?.querySelector(`[data-item="${index}"]`)?.querySelector<HTMLElement>("a, button")?.focus();
+  }, [modules]);
+  const more = (): void => {
+    firstNew.current = modules.length;
+    onMore?.();
+  };
   return (
-    <>
-      <Table modules={modules.slice(0, most)} onAdd={onAdd} />
-      {modules.length > most && (
-        <button type="button" onClick={() => setMost(most + atOnce)}>{texts.catalogue.more(modules.length - most)}</button>
-      )}
-    </>
+    <div ref={section}>
+      <Table modules={modules} onAdd={onAdd} />
+      {onMore !== undefined && <button type="button" class="more" onClick={more}>{texts.catalogue.more}</button>}
+    </div>
   );
 }
 
@@ -82,7 +100,7 @@ function Table({ modules, onAdd }: { modules: readonly CatalogueModule[]; onAdd:
       </thead>
       <tbody>
         {modules.map((module, index) => (
-          <Row key={module.reference} module={module} index={index} isReached={index === roving.current} onAdd={onAdd} />
+          <Row key={`${module.family}/${module.reference}`} module={module} index={index} isReached={index === roving.current} onAdd={onAdd} />
         ))}
       </tbody>
     </table>

@@ -23,8 +23,8 @@ const none: Candidates = { files: [], ofCatalogue: [], findings: [] };
 
 async function inCatalogue(words: string, signal: AbortSignal): Promise<Omit<Candidates, "files">> {
   try {
-    const { modules, findings } = await searchCatalogue(words, [], signal);
-    return { ofCatalogue: modules.filter((one) => one.hasContent).slice(0, mostShown), findings };
+    const { modules, findings } = await searchCatalogue(words, [], mostShown, null, signal);
+    return { ofCatalogue: modules.filter((one) => one.hasContent), findings };
   } catch (error) {
     if (isAborted(error)) throw error;
     return { ofCatalogue: [], findings: error instanceof Refusal ? error.findings : [] };
