@@ -17,7 +17,6 @@ namespace {
 using devices::database::DeviceDatabase;
 using devices::database::DeviceProperties;
 using devices::database::ModuleCounts;
-using devices::database::ModuleKey;
 using devices::database::ModuleQuery;
 using devices::database::ModuleSummary;
 using devices::database::NotInList;
@@ -31,7 +30,7 @@ std::string listOf(const std::vector<std::string>& ids)
                        : "it holds " + text::beginningOfList(ids, most, ", ", " ");
 }
 
-bool isStored(DeviceDatabase& database, const ModuleKey& module)
+bool isStored(DeviceDatabase& database, const devices::database::ModuleKey& module)
 {
     ModuleSummary key;
     key.family = module.family;
@@ -133,7 +132,7 @@ void Catalogue::search(const CatalogueQuery& query,
 {
     const ModuleQuery searched = content->completed(query.content->query);
     if (!searchDatabase(content->database, searched, take)) {
-        const ModuleKey& after = *searched.after;
+        const devices::database::ModuleKey& after = *searched.after;
         throw Failure(isStored(content->database, after)
                           ? notInList(after.moduleIdText)
                           : content->unknownModule(after.moduleIdText));
