@@ -81,7 +81,8 @@ private:
     int bound = 0;
 };
 
-constexpr const char* recordSql = "INSERT INTO device_properties VALUES (?,?,?,?,?,?,?,?,?,?)";
+// The last column is the version of the schema.
+constexpr const char* recordSql = "INSERT INTO device_properties VALUES (?,?,?,?,?,?,?,?,?,?,4)";
 
 struct Insertions
 {

@@ -5,7 +5,8 @@
 namespace bench {
 
 /// Inserts `modules` into the empty device database at `path` as fast as SQLite alone does: one
-/// prepared statement per table, one transaction, the same rows and the same settings.
+/// prepared statement per table, one transaction, the same settings, and the same rows except those
+/// of the search.
 void bareSqliteLoop(const std::string& path, const std::vector<GeneratedModules::Module>& modules);
 
 /// The same for the records alone; reads the mx files of `modules` from `files`.

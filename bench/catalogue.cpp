@@ -1,6 +1,8 @@
 #include "BareSqliteLoop.h"
 #include "TemporaryCatalogue.h"
 
+#include <TestDatabase.h>
+
 #include <mxmodule/Population.h>
 
 #include <devices/database/DeviceDatabase.h>
@@ -12,6 +14,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <optional>
 
 // The cost of a catalogue compared with SQLite alone, and whether a search stays fast in a large
 // one. With TEST_POSTGRESQL set (tests/devicedb/with-postgresql) on both engines.
@@ -38,15 +41,9 @@ const char* server()
     return std::getenv("TEST_POSTGRESQL");
 }
 
-std::string urlOf(bool postgresql)
+testkit::Engine engineOf(bool postgresql)
 {
-    return postgresql ? std::string("postgresql:") + server()
-                      : "sqlite:" + catalogue->freshSqliteFile();
-}
-
-void emptyDatabase(DeviceDatabase& database)
-{
-    database.removeAll(database.search({}));
+    return postgresql ? testkit::Engine::Postgresql : testkit::Engine::Sqlite;
 }
 
 std::vector<ModuleToStore> toStore(const std::vector<GeneratedModules::Module>& modules)
@@ -59,10 +56,10 @@ std::vector<ModuleToStore> toStore(const std::vector<GeneratedModules::Module>& 
     return list;
 }
 
-void perModule(benchmark::State& state)
+void perModule(benchmark::State& state, std::size_t modules = moduleCount)
 {
     state.counters["per_module"] =
-        benchmark::Counter(static_cast<double>(state.iterations()) * moduleCount,
+        benchmark::Counter(static_cast<double>(state.iterations()) * static_cast<double>(modules),
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
@@ -90,32 +87,38 @@ void bareLoop(benchmark::State& state)
     perModule(state);
 }
 
-// Insertion through the library, without the translation.
+// Insertion through the library, without the translation. Each time into a new database: what was
+// removed from one would still be in its files.
 void insert(benchmark::State& state, bool postgresql)
 {
+    std::optional<testkit::TestDatabase> place;
     for (auto _ : state) {
         state.PauseTiming();
-        const auto& modules = translated();
-        DeviceDatabase database(urlOf(postgresql));
-        emptyDatabase(database);
+        const auto modules = toStore(translated());
+        place.emplace(engineOf(postgresql));
+        DeviceDatabase database(place->url());
         state.ResumeTiming();
-        database.insertAll(toStore(modules));
+        database.insertAll(modules);
     }
     perModule(state);
 }
 
 // As mxtool populate does.
-void populate(benchmark::State& state, bool postgresql)
+void populateFrom(const std::string& directory, benchmark::State& state, bool postgresql)
 {
+    std::optional<testkit::TestDatabase> place;
     for (auto _ : state) {
         state.PauseTiming();
-        const std::string url = urlOf(postgresql);
-        DeviceDatabase database(url);
-        emptyDatabase(database);
-        auto opened = mxmodule::Catalogue::open(url);
+        place.emplace(engineOf(postgresql));
+        auto opened = mxmodule::Catalogue::openOrCreate(place->url());
         state.ResumeTiming();
-        mxmodule::populate(mxmodule::listMxDirectory(catalogue->moduleDirectory()), opened);
+        mxmodule::populate(mxmodule::listMxDirectory(directory), opened);
     }
+}
+
+void populate(benchmark::State& state, bool postgresql)
+{
+    populateFrom(catalogue->moduleDirectory(), state, postgresql);
     perModule(state);
 }
 
@@ -125,34 +128,20 @@ void populateRepeated(benchmark::State& state, bool postgresql)
 {
     const auto files = static_cast<std::size_t>(state.range(0));
     const bench::TemporaryCatalogue shared(files, files * 55 / 100);
-    for (auto _ : state) {
-        state.PauseTiming();
-        const std::string url = urlOf(postgresql);
-        DeviceDatabase database(url);
-        emptyDatabase(database);
-        auto opened = mxmodule::Catalogue::open(url);
-        state.ResumeTiming();
-        mxmodule::populate(mxmodule::listMxDirectory(shared.moduleDirectory()), opened);
-    }
-    state.counters["per_file"] =
-        benchmark::Counter(static_cast<double>(state.iterations()) * static_cast<double>(files),
-                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    populateFrom(shared.moduleDirectory(), state, postgresql);
+    perModule(state, files);
 }
 
 void find(benchmark::State& state, bool postgresql)
 {
-    DeviceDatabase database(urlOf(postgresql));
-    emptyDatabase(database);
+    const testkit::TestDatabase place(engineOf(postgresql));
+    DeviceDatabase database(place.url());
     const auto count = static_cast<std::uint32_t>(state.range(0));
-    {
-        auto transaction = database.beginTransaction();
-        auto record = translated().front().record;
-        for (std::uint32_t number = 0; number < count; ++number) {
-            record.moduleIdText = devices::parser::mx::u32AsHex(number);
-            database.insert(record);
-        }
-        transaction.commit();
+    std::vector<GeneratedModules::Module> modules(count, {translated().front().record, {}});
+    for (std::uint32_t number = 0; number < count; ++number) {
+        modules[number].record.moduleIdText = devices::parser::mx::u32AsHex(number);
     }
+    database.insertAll(toStore(modules));
     std::uint32_t number = 0;
     for (auto _ : state) {
         number = (number + 7919) % count;
@@ -182,8 +171,10 @@ void registerAll()
             ->UseRealTime();
         benchmark::RegisterBenchmark(named("populate repeated").c_str(), populateRepeated,
                                      postgresql)
-            ->RangeMultiplier(2)
-            ->Range(500, 4000)
+            ->Arg(500)
+            ->Arg(1000)
+            ->Arg(2000)
+            ->Arg(4000)
             ->Unit(kMillisecond)
             ->UseRealTime();
         benchmark::RegisterBenchmark(named("find among").c_str(), find, postgresql)
