@@ -89,11 +89,11 @@ TEST_F(CataloguePages, haveAnExplanation)
     EXPECT_EQ(text.exitCode, 0);
     EXPECT_THAT(text.out, StartsWith("Compared with the search: "));
     EXPECT_THAT(text.out, HasSubstr("Words, without case and accents: \"supply\"\n"));
-    const ToolRun json = devices({"--limit", "2", "--explain-search", "--format", "json"});
-    EXPECT_THAT(json.out, HasSubstr("\"name\": \"mxtool.search-explanation\""));
-    EXPECT_THAT(json.out, HasSubstr("\"source\": \"order\""));
-    EXPECT_THAT(json.out, HasSubstr("LIMIT 2"));
-    EXPECT_EQ(json.err, "");
+    const ToolRun explained = devices({"--limit", "2", "--explain-search", "--format", "json"});
+    EXPECT_THAT(explained.out, HasSubstr("\"name\": \"mxtool.search-explanation\""));
+    EXPECT_THAT(explained.out, HasSubstr("\"source\": \"order\""));
+    EXPECT_THAT(explained.out, HasSubstr("LIMIT 2"));
+    EXPECT_EQ(explained.err, "");
 }
 
 TEST(CataloguePageWords, areChecked)
