@@ -7,6 +7,7 @@
 #include <Poco/UTF8String.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace devices::database {
 
@@ -151,8 +152,32 @@ Rows rowsOf(const std::vector<ModuleToStore>& modules,
 
 } // namespace
 
+namespace {
+
+std::vector<std::unique_ptr<RowStatement>> partDeletionsOf(SqlConnection& connection)
+{
+    std::vector<std::unique_ptr<RowStatement>> deletions;
+    if (connection.dialect().dropContentKeys != nullptr) {
+        for (const std::string table : {"options", "parameters", "channels"}) {
+            deletions.push_back(connection.makeRowStatement(
+                {"DELETE FROM " + table + " WHERE (family, module) IN (",
+                 {CellType::Text, CellType::Text},
+                 ")"}));
+        }
+    }
+    return deletions;
+}
+
+bool isReadable(const std::string& text)
+{
+    return text.find('\0') == std::string::npos && datamodel::isUtf8(text);
+}
+
+} // namespace
+
 ContentTables::ContentTables(SqlConnection& connection)
-    : deletion(connection.makeRowStatement(moduleDeletion())),
+    : partDeletions(partDeletionsOf(connection)),
+      deletion(connection.makeRowStatement(moduleDeletion())),
       moduleRows(connection.makeRowStatement(moduleInsertion())),
       channelRows(connection.makeRowStatement(channelInsertion())),
       parameterRows(connection.makeRowStatement(parameterInsertion())),
@@ -161,11 +186,25 @@ ContentTables::ContentTables(SqlConnection& connection)
 
 void ContentTables::replace(const std::vector<ModuleToStore>& modules)
 {
+    removeParts(keysOf(modules));
     deletion->execute(keysOf(modules));
     moduleRows->execute(rowsOf(modules, addModuleRow));
     channelRows->execute(rowsOf(modules, addChannelRows));
     parameterRows->execute(rowsOf(modules, addParameterRows));
     optionRows->execute(rowsOf(modules, addOptionRows));
+}
+
+// By the keys themselves, not by the modules that there are: a library of version 3 that had the
+// database open may have removed those. A module of other keys has no content.
+void ContentTables::removeParts(const std::vector<RowStatement::Row>& keys)
+{
+    std::vector<RowStatement::Row> ofContent;
+    std::copy_if(
+        keys.begin(), keys.end(), std::back_inserter(ofContent),
+        [](const RowStatement::Row& key) { return isReadable(key[0]) && isReadable(key[1]); });
+    for (const auto& partDeletion : partDeletions) {
+        partDeletion->execute(ofContent);
+    }
 }
 
 // Only characters beyond ASCII need the Unicode tables, whose lookup is slow.

@@ -19,7 +19,11 @@ public:
     /// that comes without content has none afterwards.
     void replace(const std::vector<ModuleToStore>& modules);
 
+    /// Removes what does not go with the records of `keys`: rows of family and module identifier.
+    void removeParts(const std::vector<RowStatement::Row>& keys);
+
 private:
+    std::vector<std::unique_ptr<RowStatement>> partDeletions; ///< None if foreign keys do it.
     std::unique_ptr<RowStatement> deletion;
     std::unique_ptr<RowStatement> moduleRows;
     std::unique_ptr<RowStatement> channelRows;

@@ -33,7 +33,7 @@ void addSearchTables(SqlConnection& connection)
 {
     fillSearchTables(connection);
     copyRights(connection);
-    for (const std::string& statement : sqlRefusingOlderWriters(connection.dialect())) {
+    for (const std::string& statement : sqlEndingVersion4(connection.dialect())) {
         connection.execute(statement);
     }
 }

@@ -33,6 +33,7 @@ void ModuleTables::store(const std::vector<ModuleToStore>& modules)
 // The rows of the other tables go with the record.
 std::size_t ModuleTables::remove(const std::vector<RowStatement::Row>& keys)
 {
+    content.removeParts(keys);
     return deletion->execute(keys);
 }
 

@@ -71,6 +71,9 @@ struct SqlDialect
     /// Selects statements that grant on the tables of searches what others may do with the table of
     /// modules; null in an engine without rights.
     const char* grantsOfModules;
+    /// Removes the foreign keys of the tables of channels, parameters and options, whose rows then
+    /// do not go with those of the modules; null in an engine in which the keys cost little.
+    const char* dropContentKeys;
 };
 
 /// The type of the cells of a column. A number is in decimal.

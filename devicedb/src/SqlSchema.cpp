@@ -157,9 +157,13 @@ std::vector<std::vector<std::string>> sqlMigrations(const SqlDialect& dialect)
     return steps;
 }
 
-std::vector<std::string> sqlRefusingOlderWriters(const SqlDialect& dialect)
+std::vector<std::string> sqlEndingVersion4(const SqlDialect& dialect)
 {
-    return {recordsStateTheirWriter, dialect.refuseOlderWriters};
+    std::vector<std::string> statements = {recordsStateTheirWriter, dialect.refuseOlderWriters};
+    if (dialect.dropContentKeys != nullptr) {
+        statements.emplace_back(dialect.dropContentKeys);
+    }
+    return statements;
 }
 
 } // namespace devices::database

@@ -9,10 +9,10 @@ namespace devices::database {
 /// entry.
 std::vector<std::vector<std::string>> sqlMigrations(const SqlDialect& dialect);
 
-/// Returns the statements which end the migration to version 4: records of an older library are
-/// refused from then on. In PostgreSQL they wait for those who read, and those who read wait for
-/// them.
-std::vector<std::string> sqlRefusingOlderWriters(const SqlDialect& dialect);
+/// Returns the statements which end the migration to version 4, after its tables are filled:
+/// records of an older library are refused from then on, and foreign keys that cost much are
+/// dropped. In PostgreSQL they wait for those who read, and those who read wait for them.
+std::vector<std::string> sqlEndingVersion4(const SqlDialect& dialect);
 
 /// The schema version that this library reads and writes.
 extern const int schemaVersion;

@@ -132,6 +132,7 @@ const SqlDialect& SqliteConnection::dialect() const
         "CREATE TRIGGER library_is_older_than_schema BEFORE INSERT ON device_properties"
         " WHEN NEW.written_by IS NULL BEGIN SELECT RAISE(ABORT,"
         " 'library_is_older_than_schema_version_4'); END",
+        nullptr,
         nullptr};
     return sqlite;
 }

@@ -99,6 +99,17 @@ void TestDatabase::becomeVersion(int version) const
     if (kind == Engine::Sqlite) {
         execute("DROP TRIGGER library_is_older_than_schema");
     }
+    if (kind != Engine::Sqlite) {
+        execute("ALTER TABLE channels ADD CONSTRAINT channels_family_module_fkey"
+                " FOREIGN KEY (family, module) REFERENCES modules (family, module)"
+                " ON DELETE CASCADE");
+        execute("ALTER TABLE parameters ADD CONSTRAINT parameters_family_module_fkey"
+                " FOREIGN KEY (family, module) REFERENCES modules (family, module)"
+                " ON DELETE CASCADE");
+        execute("ALTER TABLE options ADD CONSTRAINT options_family_module_parameter_position_fkey"
+                " FOREIGN KEY (family, module, parameter_position)"
+                " REFERENCES parameters (family, module, position) ON DELETE CASCADE");
+    }
     execute("ALTER TABLE device_properties DROP COLUMN written_by");
     execute("UPDATE schema_version SET version = " + std::to_string(version));
 }

@@ -139,6 +139,19 @@ TEST_P(SearchMigration, RefusesWritersOfAnOlderLibrary)
     EXPECT_FALSE(DeviceDatabase(url).find("3000").has_value());
 }
 
+TEST_P(SearchMigration, StoresAgainWhatAnOlderLibraryRemoved)
+{
+    Poco::Data::Session writer = place.otherProgram();
+    if (place.engine() == testkit::Engine::Sqlite) {
+        writer << "PRAGMA foreign_keys = ON", now;
+    }
+    writer << "DELETE FROM device_properties", now;
+    DeviceDatabase database(url);
+    database.insert(device("1205"), contentNamed("again"));
+    EXPECT_THAT(found({"label"}), ElementsAre("1205"));
+    EXPECT_EQ(database.content("kv38", "1205")->parameters.size(), 2U);
+}
+
 // The kept file of version 1 has records alone.
 TEST(SearchMigrationOfVersion1, FindsRecordsByTheirSizes)
 {
