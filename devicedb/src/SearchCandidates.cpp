@@ -78,18 +78,18 @@ std::string partSql(const std::vector<WantedPart>& wanted, const std::string& nu
     const std::string select =
         "SELECT block, part, members FROM search_parts WHERE block IN (" + numbers + ") AND part ";
     std::string single;
-    std::string sql;
     for (const WantedPart& part : wanted) {
         if (part.end.empty()) {
             single += (single.empty() ? "" : ", ") + values.bytes(part.part);
-        } else {
+        }
+    }
+    std::string sql = single.empty() ? "" : select + "IN (" + single + ")";
+    for (const WantedPart& part : wanted) { // after the others: placeholders are in order
+        if (!part.end.empty()) {
             const std::string begin = values.bytes(part.part);
             sql += (sql.empty() ? "" : " UNION ALL ") + select + ">= " + begin + " AND part < " +
                    values.bytes(part.end);
         }
-    }
-    if (!single.empty()) {
-        sql += (sql.empty() ? "" : " UNION ALL ") + select + "IN (" + single + ")";
     }
     return sql;
 }

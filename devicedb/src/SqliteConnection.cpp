@@ -5,6 +5,8 @@
 
 #include <sqlite3.h>
 
+#include <cassert>
+
 namespace devices::database {
 
 namespace {
@@ -29,7 +31,9 @@ SqliteStatement prepared(sqlite3* connection, const std::string& sql,
     SqliteStatement statement(connection, sql);
     int number = 0;
     for (const SqlParameter& parameter : parameters) {
-        statement.bind(++number, parameter.value, parameter.isBytes);
+        ++number; // SQLite counts the placeholders as they come, PostgreSQL reads their numbers
+        assert(statement.placeholder(number) == "$" + std::to_string(number));
+        statement.bind(number, parameter.value, parameter.isBytes);
     }
     return statement;
 }

@@ -52,6 +52,12 @@ void SqliteStatement::bind(int number, const std::string& value, bool isBytes)
                                               SQLITE_UTF8));
 }
 
+std::string SqliteStatement::placeholder(int number) const
+{
+    const char* const name = sqlite3_bind_parameter_name(statement.get(), number);
+    return name == nullptr ? "" : name;
+}
+
 void SqliteStatement::unbind()
 {
     sqlite3_clear_bindings(statement.get());

@@ -18,6 +18,9 @@ public:
     /// Binds parameter `number`, from 1, for the next steps; `value` must outlive them.
     void bind(int number, const std::string& value, bool isBytes);
 
+    /// Returns the text of the placeholder of parameter `number`, such as "$1".
+    std::string placeholder(int number) const;
+
     /// Unbinds all values.
     void unbind();
 

@@ -13,6 +13,7 @@ namespace {
 
 using devices::database::Comparison;
 using devices::database::DeviceDatabase;
+using devices::database::ModuleCondition;
 using devices::database::ModuleContent;
 using devices::database::ModuleKey;
 using devices::database::ModuleQuery;
@@ -158,6 +159,60 @@ protected:
         return ids;
     }
 
+    static bool anyContains(const std::vector<std::string>& texts, const std::string& part)
+    {
+        return std::any_of(texts.begin(), texts.end(), [&part](const std::string& text) {
+            return text.find(part) != std::string::npos;
+        });
+    }
+
+    static bool holdsOfNumber(std::size_t number, const ModuleCondition& condition)
+    {
+        const std::size_t value = std::stoul(condition.value);
+        switch (condition.comparison) {
+        case Comparison::Equal:
+            return number == value;
+        case Comparison::NotEqual:
+            return number != value;
+        case Comparison::Less:
+            return number < value;
+        case Comparison::LessOrEqual:
+            return number <= value;
+        case Comparison::Greater:
+            return number > value;
+        case Comparison::GreaterOrEqual:
+            return number >= value;
+        case Comparison::Contains:
+            break;
+        }
+        return false;
+    }
+
+    // Conditions of the kinds that the test has.
+    static bool holds(const ModuleContent& content, const ModuleCondition& condition)
+    {
+        if (condition.field == "in_bytes") {
+            return holdsOfNumber(content.channels.size(), condition);
+        }
+        std::vector<std::string> texts;
+        if (condition.field == "label") {
+            texts.push_back(content.label);
+        }
+        for (const auto& channel : content.channels) {
+            texts.push_back(condition.field == "channel"       ? channel.name
+                            : condition.field == "direction"   ? channel.direction
+                            : condition.field == "size_letter" ? channel.sizeLetter
+                                                               : "");
+        }
+        for (const auto& parameter : content.parameters) {
+            texts.push_back(condition.field == "parameter" ? parameter.name : "");
+            for (const auto& option : parameter.options) {
+                texts.push_back(condition.field == "option" ? option.text : "");
+            }
+        }
+        return anyContains(texts, condition.value);
+    }
+
     std::vector<std::string> found(const std::vector<std::string>& words)
     {
         ModuleQuery query;
@@ -222,6 +277,39 @@ TEST_P(SearchIndex, FindsWhatAWalkOverTheTextsFinds)
     EXPECT_EQ(database.explain(query).source, SearchExplanation::Source::Index);
     EXPECT_EQ(database.explain(query).blocks, 2U);
     expectEverySearch();
+}
+
+TEST_P(SearchIndex, HoldsEveryConditionWithEveryWord)
+{
+    const std::vector<std::vector<ModuleCondition>> conditionLists = {
+        {{"in_bytes", Comparison::Greater, "0"}},
+        {{"in_bytes", Comparison::Equal, "2"}},
+        {{"in_bytes", Comparison::LessOrEqual, "1"}, {"channel", Comparison::Contains, "AI"}},
+        {{"label", Comparison::Contains, "Filter"}, {"in_bytes", Comparison::GreaterOrEqual, "1"}},
+        {{"size_letter", Comparison::Equal, "X"}, {"in_bytes", Comparison::Less, "2"}},
+        {{"in_bytes", Comparison::NotEqual, "1"}, {"parameter", Comparison::Contains, "DI"}},
+        {{"option", Comparison::Contains, "16"},
+         {"in_bytes", Comparison::Less, "3"},
+         {"in_bytes", Comparison::Greater, "0"},
+         {"direction", Comparison::Equal, "in"}}};
+    std::size_t matches = 0;
+    for (const auto& conditions : conditionLists) {
+        for (const std::vector<std::string>& words :
+             std::vector<std::vector<std::string>>{{}, {"ai"}, {"zahler", "16"}}) {
+            std::vector<std::string> ids;
+            for (const std::string& id : expected(words)) {
+                const ModuleContent& content = modules.at(id);
+                if (std::all_of(conditions.begin(), conditions.end(),
+                                [&](const ModuleCondition& one) { return holds(content, one); })) {
+                    ids.push_back(id);
+                }
+            }
+            matches += ids.size();
+            EXPECT_EQ(moduleIds(database.search({words, conditions})), ids)
+                << conditions.front().field << " " << testing::PrintToString(words);
+        }
+    }
+    EXPECT_GT(matches, 1000U); // not in vain
 }
 
 TEST_P(SearchIndex, GivesTheSameInPagesOfAnySize)
