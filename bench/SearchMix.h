@@ -11,7 +11,7 @@ namespace bench {
 struct MixedQuery
 {
     std::string text;
-    devices::database::ModuleQuery query;
+    devices::database::PagedQuery query;
 };
 
 /// Queries of one kind.

@@ -98,13 +98,13 @@ struct Distribution
 };
 
 // The fastest of a few runs: how busy the machine is, is another question.
-double timeOf(DeviceDatabase& database, const devices::database::ModuleQuery& query, bool isQuick)
+double timeOf(DeviceDatabase& database, const devices::database::PagedQuery& query, bool isQuick)
 {
     constexpr double tooLongToRepeat = 50;
     constexpr std::size_t runs = 3;
-    double fastest = milliseconds([&] { database.search(query); });
+    double fastest = milliseconds([&] { database.searchPage(query); });
     for (std::size_t run = 1; run < runs && !isQuick && fastest < tooLongToRepeat; ++run) {
-        fastest = std::min(fastest, milliseconds([&] { database.search(query); }));
+        fastest = std::min(fastest, milliseconds([&] { database.searchPage(query); }));
     }
     return fastest;
 }
@@ -119,7 +119,7 @@ Distribution measure(DeviceDatabase& database, const SearchMix& mix, bool isQuic
     for (std::size_t at = 0; at < mix.queries.size(); at += step) {
         auto query = mix.queries[at].query;
         query.limit = modulesOfPage;
-        result.withResult += database.search(query).empty() ? 0 : 1;
+        result.withResult += database.searchPage(query).empty() ? 0 : 1;
         times.push_back(timeOf(database, query, isQuick));
         if (times.back() > result.worst) {
             result.worst = times.back();

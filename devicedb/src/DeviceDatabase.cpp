@@ -80,21 +80,26 @@ std::vector<DeviceProperties> DeviceDatabase::list()
 
 std::vector<ModuleSummary> DeviceDatabase::search(const ModuleQuery& query)
 {
+    return searchPage({query});
+}
+
+std::vector<ModuleSummary> DeviceDatabase::searchPage(const PagedQuery& query)
+{
     std::vector<ModuleSummary> found;
-    store->search(query, [&](const ModuleSummary& module) {
+    searchPage(query, [&](const ModuleSummary& module) {
         found.push_back(module);
         return true;
     });
     return found;
 }
 
-void DeviceDatabase::search(const ModuleQuery& query,
-                            const std::function<bool(const ModuleSummary&)>& take)
+void DeviceDatabase::searchPage(const PagedQuery& query,
+                                const std::function<bool(const ModuleSummary&)>& take)
 {
     store->search(query, take);
 }
 
-SearchExplanation DeviceDatabase::explain(const ModuleQuery& query)
+SearchExplanation DeviceDatabase::explain(const PagedQuery& query)
 {
     return store->explain(query);
 }

@@ -7,7 +7,7 @@
 
 namespace devices::database {
 
-FoundModules::FoundModules(SqlConnection& openConnection, const ModuleQuery& searched,
+FoundModules::FoundModules(SqlConnection& openConnection, const PagedQuery& searched,
                            const SearchLookup& wanted)
     : connection(openConnection), query(searched), lookup(wanted)
 {}

@@ -34,7 +34,7 @@ class FoundModules
 {
 public:
     /// All must outlive the object.
-    FoundModules(SqlConnection& openConnection, const ModuleQuery& searched,
+    FoundModules(SqlConnection& openConnection, const PagedQuery& searched,
                  const SearchLookup& wanted);
 
     /// Returns the modules that are not in the index and meet the conditions.
@@ -57,7 +57,7 @@ private:
     std::vector<FoundModule> read(const std::string& sql, const BoundValues& values);
 
     SqlConnection& connection;
-    const ModuleQuery& query;
+    const PagedQuery& query;
     const SearchLookup& lookup;
 };
 

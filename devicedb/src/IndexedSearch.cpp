@@ -19,8 +19,8 @@ namespace {
 class IndexedSearch
 {
 public:
-    IndexedSearch(SqlConnection& connection, const ModuleQuery& searched,
-                  const SearchLookup& wanted, const SummaryTaker& taker)
+    IndexedSearch(SqlConnection& connection, const PagedQuery& searched, const SearchLookup& wanted,
+                  const SummaryTaker& taker)
         : query(searched),
           lookup(wanted),
           take(taker),
@@ -159,7 +159,7 @@ private:
         }
     }
 
-    const ModuleQuery& query;
+    const PagedQuery& query;
     const SearchLookup& lookup;
     const SummaryTaker& take;
     SearchCandidates candidates;
@@ -175,13 +175,13 @@ private:
 
 } // namespace
 
-void searchByIndex(SqlConnection& connection, const ModuleQuery& query, const SearchLookup& lookup,
+void searchByIndex(SqlConnection& connection, const PagedQuery& query, const SearchLookup& lookup,
                    const SummaryTaker& take)
 {
     IndexedSearch(connection, query, lookup, take).run();
 }
 
-void explainIndex(SqlConnection& connection, const ModuleQuery& query, const SearchLookup& lookup,
+void explainIndex(SqlConnection& connection, const PagedQuery& query, const SearchLookup& lookup,
                   SearchExplanation& explanation)
 {
     SearchCandidates candidates(connection, lookup);

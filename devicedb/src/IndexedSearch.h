@@ -9,13 +9,13 @@
 namespace devices::database {
 
 /// Calls `take` with the modules that match `query`, in its order, until it returns false or there
-/// are `ModuleQuery::limit`. They are found by the search index: `lookup`, which is made of
+/// are `PagedQuery::limit`. They are found by the search index: `lookup`, which is made of
 /// `query`, has parts. Throws `SqlFailure`.
-void searchByIndex(SqlConnection& connection, const ModuleQuery& query, const SearchLookup& lookup,
+void searchByIndex(SqlConnection& connection, const PagedQuery& query, const SearchLookup& lookup,
                    const SummaryTaker& take);
 
 /// Fills in what the index has for `lookup`.
-void explainIndex(SqlConnection& connection, const ModuleQuery& query, const SearchLookup& lookup,
+void explainIndex(SqlConnection& connection, const PagedQuery& query, const SearchLookup& lookup,
                   SearchExplanation& explanation);
 
 } // namespace devices::database

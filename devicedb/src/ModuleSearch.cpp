@@ -26,7 +26,7 @@ struct WantedKeys
 
 // Words are looked for in the texts which version 2 of the schema has, as its library did: in lower
 // case, without options.
-std::string orderedSql(const SqlDialect& dialect, int version, const ModuleQuery& query,
+std::string orderedSql(const SqlDialect& dialect, int version, const PagedQuery& query,
                        const WantedKeys& wanted, BoundValues& values)
 {
     const bool isOld = version < versionOfSearchTables;
@@ -48,7 +48,7 @@ std::string orderedSql(const SqlDialect& dialect, int version, const ModuleQuery
 }
 
 std::vector<ModuleSummary> modulesInOrder(SqlConnection& connection, int version,
-                                          const ModuleQuery& query, const WantedKeys& wanted)
+                                          const PagedQuery& query, const WantedKeys& wanted)
 {
     BoundValues values(connection.dialect());
     const std::string sql = orderedSql(connection.dialect(), version, query, wanted, values);
@@ -59,7 +59,7 @@ std::vector<ModuleSummary> modulesInOrder(SqlConnection& connection, int version
 }
 
 // Some at a time, so that the first ones come soon.
-void searchInOrder(SqlConnection& connection, int version, const ModuleQuery& query,
+void searchInOrder(SqlConnection& connection, int version, const PagedQuery& query,
                    const SummaryTaker& take)
 {
     constexpr std::size_t mostAtOnce = 4096;
@@ -91,9 +91,9 @@ bool matchesNothing(const SearchLookup& lookup)
 }
 
 // A query that was checked, without the words that every module has.
-ModuleQuery simplified(const ModuleQuery& query, const SqlDialect& dialect)
+PagedQuery simplified(const PagedQuery& query, const SqlDialect& dialect)
 {
-    ModuleQuery made = query;
+    PagedQuery made = query;
     made.words.erase(std::remove(made.words.begin(), made.words.end(), ""), made.words.end());
     BoundValues ignored(dialect);
     for (const ModuleCondition& condition : made.conditions) {
@@ -102,7 +102,7 @@ ModuleQuery simplified(const ModuleQuery& query, const SqlDialect& dialect)
     return made;
 }
 
-Source sourceOf(int version, const ModuleQuery& query, const SearchLookup& lookup)
+Source sourceOf(int version, const PagedQuery& query, const SearchLookup& lookup)
 {
     if (version < versionOfSearchTables) {
         return query.words.empty() ? Source::Order : Source::Scan;
@@ -115,10 +115,10 @@ Source sourceOf(int version, const ModuleQuery& query, const SearchLookup& looku
 
 } // namespace
 
-void searchModules(SqlConnection& connection, int version, const ModuleQuery& query,
+void searchModules(SqlConnection& connection, int version, const PagedQuery& query,
                    const SummaryTaker& take)
 {
-    const ModuleQuery searched = simplified(query, connection.dialect());
+    const PagedQuery searched = simplified(query, connection.dialect());
     const SearchLookup lookup(searched);
     if (matchesNothing(lookup)) {
         return;
@@ -130,9 +130,9 @@ void searchModules(SqlConnection& connection, int version, const ModuleQuery& qu
     }
 }
 
-SearchExplanation explainSearch(SqlConnection& connection, int version, const ModuleQuery& query)
+SearchExplanation explainSearch(SqlConnection& connection, int version, const PagedQuery& query)
 {
-    const ModuleQuery searched = simplified(query, connection.dialect());
+    const PagedQuery searched = simplified(query, connection.dialect());
     const SearchLookup lookup(searched);
     SearchExplanation explanation;
     explanation.source = sourceOf(version, searched, lookup);

@@ -59,11 +59,11 @@ public:
     virtual std::vector<DeviceProperties> list() = 0;
 
     /// Calls `take` with the modules that match `query`, in its order, until it returns false.
-    virtual void search(const ModuleQuery& query,
+    virtual void search(const PagedQuery& query,
                         const std::function<bool(const ModuleSummary&)>& take) = 0;
 
     /// Returns how `search` finds them.
-    virtual SearchExplanation explain(const ModuleQuery& query) = 0;
+    virtual SearchExplanation explain(const PagedQuery& query) = 0;
 
     /// Counts the modules.
     virtual ModuleCounts counts() = 0;

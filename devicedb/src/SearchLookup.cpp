@@ -65,7 +65,7 @@ void addCondition(const ModuleCondition& condition, std::vector<WantedPart>& par
 
 } // namespace
 
-SearchLookup::SearchLookup(const ModuleQuery& query)
+SearchLookup::SearchLookup(const PagedQuery& query)
 {
     for (const std::string& word : query.words) {
         const std::string folded = foldedForSearch(word);

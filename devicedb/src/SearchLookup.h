@@ -23,7 +23,7 @@ struct WantedPart
 /// that has them may still not match.
 struct SearchLookup
 {
-    explicit SearchLookup(const ModuleQuery& query);
+    explicit SearchLookup(const PagedQuery& query);
 
     /// Returns the parts that are texts.
     std::vector<std::string> texts() const;

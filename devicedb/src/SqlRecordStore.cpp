@@ -346,7 +346,7 @@ auto SqlRecordStore::readOneState(Work work) -> decltype(work())
 }
 
 // Only a search that has given nothing is repeated. What `take` throws is not the database's.
-void SqlRecordStore::search(const ModuleQuery& query, const SummaryTaker& take)
+void SqlRecordStore::search(const PagedQuery& query, const SummaryTaker& take)
 {
     std::size_t taken = 0;
     const auto counted = [&](const ModuleSummary& module) {
@@ -376,7 +376,7 @@ void SqlRecordStore::search(const ModuleQuery& query, const SummaryTaker& take)
     });
 }
 
-SearchExplanation SqlRecordStore::explain(const ModuleQuery& query)
+SearchExplanation SqlRecordStore::explain(const PagedQuery& query)
 {
     return read([&] {
         return readOneState([&] {

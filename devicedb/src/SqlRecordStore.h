@@ -37,8 +37,8 @@ public:
     std::vector<StoredModule>
     findAllWithContent(const std::vector<ModuleSummary>& modules) override;
     std::vector<DeviceProperties> list() override;
-    void search(const ModuleQuery& query, const SummaryTaker& take) override;
-    SearchExplanation explain(const ModuleQuery& query) override;
+    void search(const PagedQuery& query, const SummaryTaker& take) override;
+    SearchExplanation explain(const PagedQuery& query) override;
     ModuleCounts counts() override;
     std::optional<ModuleContent> content(const std::string& family,
                                          const std::string& moduleId) override;

@@ -5,7 +5,7 @@
 
 #include <sqlite3.h>
 
-#include <cassert>
+#include <stdexcept>
 
 namespace devices::database {
 
@@ -25,6 +25,14 @@ sqlite3* openFile(const std::string& path, OpenMode mode)
     return opened;
 }
 
+// A mistake of this library: it would bind the values to other places than in PostgreSQL.
+void requireInOrder(const std::string& placeholder, int number)
+{
+    if (placeholder != "$" + std::to_string(number)) {
+        throw std::logic_error(placeholder);
+    }
+}
+
 SqliteStatement prepared(sqlite3* connection, const std::string& sql,
                          const std::vector<SqlParameter>& parameters)
 {
@@ -32,7 +40,7 @@ SqliteStatement prepared(sqlite3* connection, const std::string& sql,
     int number = 0;
     for (const SqlParameter& parameter : parameters) {
         ++number; // SQLite counts the placeholders as they come, PostgreSQL reads their numbers
-        assert(statement.placeholder(number) == "$" + std::to_string(number));
+        requireInOrder(statement.placeholder(number), number);
         statement.bind(number, parameter.value, parameter.isBytes);
     }
     return statement;

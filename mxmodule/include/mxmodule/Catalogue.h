@@ -123,7 +123,7 @@ struct SearchExplanation
         Scan   ///< All modules: the database is of a version without an index.
     };
 
-    Source source = Source::Order;
+    Source source = Source::Order;       ///< Where they come from.
     std::vector<std::string> words = {}; ///< As they are compared: without case and accents.
     std::vector<std::string> parts = {}; ///< Looked up in the index.
     std::size_t blocks = 0;              ///< Of the index, each of up to 1,024 modules.

@@ -12,7 +12,7 @@ struct Catalogue::Content
 {
     Content(const std::string& url, devices::database::OpenMode mode) : database(url, mode) {}
 
-    devices::database::ModuleQuery completed(devices::database::ModuleQuery query);
+    devices::database::PagedQuery completed(devices::database::PagedQuery query);
     Finding unknownModule(const std::string& moduleId);
 
     devices::database::DeviceDatabase database;

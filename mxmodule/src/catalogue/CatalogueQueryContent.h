@@ -8,7 +8,7 @@ namespace mxmodule {
 
 struct CatalogueQuery::Content
 {
-    devices::database::ModuleQuery query; // `after` without a family: see `after`
+    devices::database::PagedQuery query; // `after` without a family: see `after`
 };
 
 } // namespace mxmodule

@@ -17,9 +17,9 @@ namespace {
 using devices::database::DeviceDatabase;
 using devices::database::DeviceProperties;
 using devices::database::ModuleCounts;
-using devices::database::ModuleQuery;
 using devices::database::ModuleSummary;
 using devices::database::NotInList;
+using devices::database::PagedQuery;
 
 constexpr const char* usualFamily = "kv38";
 
@@ -53,7 +53,7 @@ Finding notInList(const std::string& moduleId)
 
 // Calls `take` until it returns false. Returns whether the list has the module after which it is to
 // go on. What `take` throws is not a failure of the database.
-bool searchDatabase(DeviceDatabase& database, const ModuleQuery& query,
+bool searchDatabase(DeviceDatabase& database, const PagedQuery& query,
                     const std::function<bool(const CatalogueEntry&)>& take)
 {
     std::exception_ptr thrown;
@@ -67,7 +67,7 @@ bool searchDatabase(DeviceDatabase& database, const ModuleQuery& query,
     };
     const bool isInList = withDatabase("", [&] {
         try {
-            database.search(query, takeOrEnd);
+            database.searchPage(query, takeOrEnd);
             return true;
         } catch (const NotInList&) {
             return false;
@@ -96,7 +96,7 @@ SearchExplanation::Source sourceOf(devices::database::SearchExplanation::Source 
 } // namespace
 
 // With the family of the module after which the list goes on.
-ModuleQuery Catalogue::Content::completed(ModuleQuery query)
+PagedQuery Catalogue::Content::completed(PagedQuery query)
 {
     if (!query.after || !query.after->family.empty()) {
         return query;
@@ -130,7 +130,7 @@ Finding Catalogue::Content::unknownModule(const std::string& moduleId)
 void Catalogue::search(const CatalogueQuery& query,
                        const std::function<bool(const CatalogueEntry&)>& take)
 {
-    const ModuleQuery searched = content->completed(query.content->query);
+    const PagedQuery searched = content->completed(query.content->query);
     if (!searchDatabase(content->database, searched, take)) {
         const devices::database::ModuleKey& after = *searched.after;
         throw Failure(isStored(content->database, after)
@@ -163,7 +163,7 @@ CataloguePage Catalogue::page(const CatalogueQuery& query)
 
 SearchExplanation Catalogue::explain(const CatalogueQuery& query)
 {
-    const ModuleQuery searched = content->completed(query.content->query);
+    const PagedQuery searched = content->completed(query.content->query);
     const auto found = withDatabase("", [&] { return content->database.explain(searched); });
     return {sourceOf(found.source), found.words,      found.parts, found.blocks,
             found.candidates,       found.notIndexed, found.sql};

@@ -16,7 +16,7 @@ using devices::database::DeviceDatabase;
 using devices::database::ModuleCondition;
 using devices::database::ModuleContent;
 using devices::database::ModuleKey;
-using devices::database::ModuleQuery;
+using devices::database::PagedQuery;
 using devices::database::SearchExplanation;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -215,19 +215,20 @@ protected:
 
     std::vector<std::string> found(const std::vector<std::string>& words)
     {
-        ModuleQuery query;
+        PagedQuery query;
         query.words = words;
-        return moduleIds(database.search(query));
+        return moduleIds(database.searchPage(query));
     }
 
     // Page after page.
     std::vector<std::string> foundInPages(const std::vector<std::string>& words, std::size_t limit)
     {
-        ModuleQuery query;
+        PagedQuery query;
         query.words = words;
         query.limit = limit;
         std::vector<std::string> ids;
-        for (auto page = database.search(query); !page.empty(); page = database.search(query)) {
+        for (auto page = database.searchPage(query); !page.empty();
+             page = database.searchPage(query)) {
             EXPECT_LE(page.size(), limit);
             for (const auto& module : page) {
                 ids.push_back(module.moduleIdText);
@@ -272,7 +273,7 @@ RUN_ON_EACH_ENGINE(SearchIndex);
 
 TEST_P(SearchIndex, FindsWhatAWalkOverTheTextsFinds)
 {
-    ModuleQuery query;
+    PagedQuery query;
     query.words = {"filter"};
     EXPECT_EQ(database.explain(query).source, SearchExplanation::Source::Index);
     EXPECT_EQ(database.explain(query).blocks, 2U);
@@ -350,7 +351,7 @@ TEST_P(SearchIndex, IsWrittenAnewWhenManyModulesChange)
         database.insert(recordOf(idOf(number), modules[idOf(number)]), modules[idOf(number)]);
     }
     transaction.commit();
-    ModuleQuery query;
+    PagedQuery query;
     query.words = {"ai"};
     EXPECT_EQ(database.explain(query).notIndexed, 0U);
     EXPECT_GE(database.explain(query).blocks, 2U);
@@ -379,7 +380,7 @@ TEST_P(SearchIndex, FollowsTransactions)
     transaction.commit();
     EXPECT_THAT(found({"qx"}), ElementsAre("a0000002"));
     EXPECT_THAT(found({"qxagain"}), ElementsAre("a0000002"));
-    ModuleQuery query;
+    PagedQuery query;
     query.words = {"qxagain"};
     EXPECT_EQ(database.explain(query).notIndexed, 1U);
 }
@@ -387,9 +388,9 @@ TEST_P(SearchIndex, FollowsTransactions)
 TEST_P(SearchIndex, StopsWhenNoMoreIsWanted)
 {
     std::vector<std::string> ids;
-    ModuleQuery query;
+    PagedQuery query;
     query.words = {"a"};
-    database.search(query, [&](const auto& module) {
+    database.searchPage(query, [&](const auto& module) {
         ids.push_back(module.moduleIdText);
         return ids.size() < 3;
     });

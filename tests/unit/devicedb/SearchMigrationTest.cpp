@@ -79,7 +79,7 @@ TEST_P(SearchMigration, FillsTheTablesOfSearches)
                                 "1298", "1299"));
         EXPECT_EQ(found({"order"}).size(), 300U);
         DeviceDatabase database(url);
-        const auto explained = database.explain({{"n1205"}, {}});
+        const auto explained = database.explain({{{"n1205"}, {}}});
         EXPECT_EQ(explained.source, SearchExplanation::Source::Index);
         EXPECT_EQ(explained.blocks, 1U);
         EXPECT_EQ(explained.notIndexed, 0U);

@@ -12,7 +12,7 @@ using devices::database::DeviceDatabase;
 using devices::database::ModuleCondition;
 using devices::database::moduleFields;
 using devices::database::ModuleKey;
-using devices::database::ModuleQuery;
+using devices::database::PagedQuery;
 using devices::database::SearchExplanation;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -131,25 +131,25 @@ TEST_P(Search, BestMatchesComeFirst)
 
 TEST_P(Search, PagesFollowEachOther)
 {
-    ModuleQuery query;
+    PagedQuery query;
     query.limit = 2;
-    EXPECT_THAT(moduleIds(database.search(query)), ElementsAre("0000000a", "0000000b"));
+    EXPECT_THAT(moduleIds(database.searchPage(query)), ElementsAre("0000000a", "0000000b"));
     query.after = ModuleKey{"kv38", "0000000b"};
-    EXPECT_THAT(moduleIds(database.search(query)), ElementsAre("0000000c"));
+    EXPECT_THAT(moduleIds(database.searchPage(query)), ElementsAre("0000000c"));
     query.words = {"label"};
     query.after = ModuleKey{"kv38", "0000000a"};
-    EXPECT_THAT(moduleIds(database.search(query)), ElementsAre("0000000b"));
+    EXPECT_THAT(moduleIds(database.searchPage(query)), ElementsAre("0000000b"));
 }
 
 TEST_P(Search, PageAfterAModuleThatIsNotInTheListIsRefused)
 {
-    ModuleQuery query;
+    PagedQuery query;
     query.words = {"label"};
     query.after = ModuleKey{"kv38", "0000000c"};
     const std::string refusal = "Cannot read device database " + place.name() +
                                 ": module 0000000c, after which the list is to go on, is not in it";
     try {
-        database.search(query);
+        database.searchPage(query);
         ADD_FAILURE() << "nothing was thrown";
     } catch (const devices::database::NotInList& failure) {
         EXPECT_EQ(failure.what(), refusal);
@@ -159,18 +159,18 @@ TEST_P(Search, PageAfterAModuleThatIsNotInTheListIsRefused)
 // Also where no index is searched.
 TEST_P(Search, ListInTheOrderOfKeysGoesOnAfterItsOwnModules)
 {
-    ModuleQuery query;
+    PagedQuery query;
     query.after = ModuleKey{"kv38", "0000000d"};
-    EXPECT_THROW(database.search(query), devices::database::NotInList);
+    EXPECT_THROW(database.searchPage(query), devices::database::NotInList);
     query.conditions = {{"label", Comparison::NotEqual, "LABEL 0000000a"}};
     query.after = ModuleKey{"kv38", "0000000c"}; // without content
-    EXPECT_THROW(database.search(query), devices::database::NotInList);
+    EXPECT_THROW(database.searchPage(query), devices::database::NotInList);
     EXPECT_EQ(database.explain(query).source, SearchExplanation::Source::Order);
 }
 
 TEST_P(Search, IsExplained)
 {
-    ModuleQuery query;
+    PagedQuery query;
     EXPECT_EQ(database.explain(query).source, SearchExplanation::Source::Order);
     query.words = {"L\xC3\xA4rge", ""};
     const auto explained = database.explain(query);

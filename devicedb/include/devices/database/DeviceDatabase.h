@@ -32,7 +32,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// A search that cannot go on after `ModuleQuery::after`: this module is not in the database, or
+/// A search that cannot go on after `PagedQuery::after`: this module is not in the database, or
 /// does not match the query.
 class DEVICE_DATABASE_API NotInList : public std::runtime_error
 {
@@ -121,15 +121,19 @@ public:
     std::vector<DeviceProperties> list();
 
     /// Returns the modules that match `query`, in its order. Throws if a condition names an unknown
-    /// field or a value that the field cannot have, and `NotInList`.
+    /// field or a value that the field cannot have.
     std::vector<ModuleSummary> search(const ModuleQuery& query);
+
+    /// The same for a part of the result. Throws `NotInList` if there is no module
+    /// `PagedQuery::after` in it.
+    std::vector<ModuleSummary> searchPage(const PagedQuery& query);
 
     /// As above; calls `take` with each module as soon as it is found, until it returns false.
     /// `take` must not use this object.
-    void search(const ModuleQuery& query, const std::function<bool(const ModuleSummary&)>& take);
+    void searchPage(const PagedQuery& query, const std::function<bool(const ModuleSummary&)>& take);
 
     /// Returns how `query` is carried out, for people who wonder why it takes its time.
-    SearchExplanation explain(const ModuleQuery& query);
+    SearchExplanation explain(const PagedQuery& query);
 
     /// Counts the modules.
     ModuleCounts counts();

@@ -55,8 +55,13 @@ struct ModuleQuery
     /// Each occurs in label, order code, the name of a channel or parameter, or the text of an
     /// option, as a part of any length. Case and accents are ignored: "zahler" is in "ZÄHLER".
     std::vector<std::string> words;
-    std::vector<ModuleCondition> conditions = {}; ///< All must hold.
-    std::size_t limit = 0;                        ///< At most so many modules; 0: all.
+    std::vector<ModuleCondition> conditions; ///< All must hold.
+};
+
+/// A query of which only some modules are wanted, in the order of the result.
+struct PagedQuery : ModuleQuery
+{
+    std::size_t limit = 0;               ///< At most so many modules; 0: all.
     std::optional<ModuleKey> after = {}; ///< Only modules after this one in the order above.
 };
 
