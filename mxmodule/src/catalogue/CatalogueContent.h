@@ -14,6 +14,7 @@ struct Catalogue::Content
 
     devices::database::PagedQuery completed(devices::database::PagedQuery query);
     Finding unknownModule(const std::string& moduleId);
+    Finding notInList(const devices::database::ModuleKey& module);
 
     devices::database::DeviceDatabase database;
 };

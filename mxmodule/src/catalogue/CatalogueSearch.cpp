@@ -6,6 +6,7 @@
 #include <text/Beginning.h>
 #include <text/Counted.h>
 #include <text/NearestWords.h>
+#include <text/Utf8.h>
 
 #include <exception>
 #include <utility>
@@ -41,7 +42,7 @@ bool isStored(DeviceDatabase& database, const devices::database::ModuleKey& modu
     return isFound;
 }
 
-Finding notInList(const std::string& moduleId)
+Finding absentFromList(const std::string& moduleId)
 {
     return {Severity::Error, "",
             fmt::format("Module {} is in the database, but not in this list, which is to go on "
@@ -49,6 +50,16 @@ Finding notInList(const std::string& moduleId)
                         moduleId),
             "state the last module of the part before, which has the same words and conditions",
             Origin::Request};
+}
+
+// The list of identifiers would name the one that is said to be unknown.
+Finding notOfFamily(const devices::database::ModuleKey& stated, const std::string& family)
+{
+    return {Severity::Error, "",
+            fmt::format("Module {} of family \"{}\" is not in the database, which has the one of "
+                        "family \"{}\"",
+                        stated.moduleIdText, stated.family, text::toUtf8(family)),
+            "", Origin::Request};
 }
 
 // Calls `take` until it returns false. Returns whether the list has the module after which it is to
@@ -127,15 +138,22 @@ Finding Catalogue::Content::unknownModule(const std::string& moduleId)
     return finding;
 }
 
+// Why a list cannot go on after `module`, which is not in it.
+Finding Catalogue::Content::notInList(const devices::database::ModuleKey& module)
+{
+    if (isStored(database, module)) {
+        return absentFromList(module.moduleIdText);
+    }
+    const auto other = withDatabase("", [&] { return database.find(module.moduleIdText); });
+    return other ? notOfFamily(module, other->family) : unknownModule(module.moduleIdText);
+}
+
 void Catalogue::search(const CatalogueQuery& query,
                        const std::function<bool(const CatalogueEntry&)>& take)
 {
     const PagedQuery searched = content->completed(query.content->query);
     if (!searchDatabase(content->database, searched, take)) {
-        const devices::database::ModuleKey& after = *searched.after;
-        throw Failure(isStored(content->database, after)
-                          ? notInList(after.moduleIdText)
-                          : content->unknownModule(after.moduleIdText));
+        throw Failure(content->notInList(*searched.after));
     }
 }
 

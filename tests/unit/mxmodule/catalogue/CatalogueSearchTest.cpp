@@ -96,6 +96,17 @@ TEST_F(CatalogueSearch, goesOnAfterModulesOfTheListAlone)
     EXPECT_THAT(absent.hint, HasSubstr("the last module of the part before"));
 }
 
+TEST_F(CatalogueSearch, namesTheFamilyOfAModuleThatIsOfAnother)
+{
+    for (const CatalogueQuery& query : {CatalogueQuery(), words}) {
+        const Finding absent = reasonOf([&] { found(query.after("00000a02", "aa")); });
+        EXPECT_EQ(absent.origin, Origin::Request);
+        EXPECT_EQ(absent.text, "Module 00000a02 of family \"aa\" is not in the database, which "
+                               "has the one of family \"kv38\"");
+        EXPECT_EQ(absent.hint, "");
+    }
+}
+
 // In the order of families "aa" is before "kv38".
 TEST_F(CatalogueSearch, goesOnAfterTheModuleOfTheUsualFamilyUnlessAnotherIsStated)
 {
