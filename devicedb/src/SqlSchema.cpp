@@ -81,9 +81,8 @@ const auto& migrations = *new std::vector<std::vector<const char*>>{
     },
     // Version 3: the same tables, bit fields with their own widths (`takeWidthsFromFiles`).
     {},
-    // Version 4: the tables of searches (`fillSearchTables`). The tables of version 3 are only read
-    // until
-    // all of it is done, so that nobody who reads them has to wait.
+    // Version 4: the tables of searches (`fillSearchTables`). Until they are filled, the tables of
+    // version 3 are only read: readers do not wait.
     {
         "CREATE TABLE search_modules ("
         " family {bytes} NOT NULL,"
