@@ -176,6 +176,7 @@ private:
     {
         const std::string number = std::to_string(++highest);
         std::vector<RowStatement::Row> rows;
+        rows.reserve(keys.size());
         for (const ModuleKey& key : keys) {
             rows.push_back({number, std::to_string(rows.size()), key.family, key.moduleIdText});
         }

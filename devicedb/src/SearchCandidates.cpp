@@ -20,7 +20,7 @@ constexpr std::size_t growthOfRead = 4;
 class Tally
 {
 public:
-    void count(std::uint16_t wantedIndex, const WantedPart& wanted, const std::string& stored)
+    void count(std::size_t wantedIndex, const WantedPart& wanted, const std::string& stored)
     {
         forEachMember(stored, [&](std::size_t place, TextClass best) {
             Module& module = modules[place];
@@ -45,7 +45,7 @@ public:
 private:
     struct Module
     {
-        std::uint16_t found = 0;
+        std::uint32_t found = 0;
         TextClass match = TextClass::Names;
     };
 
@@ -59,7 +59,7 @@ std::vector<SearchCandidates::Candidate> candidatesIn(const StoredParts& stored,
                                                       const std::vector<WantedPart>& wanted)
 {
     Tally tally;
-    for (std::uint16_t i = 0; i < wanted.size(); ++i) {
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
         const auto begin = stored.lower_bound(wanted[i].part);
         const auto end = wanted[i].end.empty() ? stored.upper_bound(wanted[i].part)
                                                : stored.lower_bound(wanted[i].end);
@@ -86,9 +86,9 @@ std::string partSql(const std::vector<WantedPart>& wanted, const std::string& nu
     std::string sql = single.empty() ? "" : select + "IN (" + single + ")";
     for (const WantedPart& part : wanted) { // after the others: placeholders are in order
         if (!part.end.empty()) {
-            const std::string begin = values.bytes(part.part);
-            sql += (sql.empty() ? "" : " UNION ALL ") + select + ">= " + begin + " AND part < " +
-                   values.bytes(part.end);
+            sql += sql.empty() ? "" : " UNION ALL ";
+            sql += select + ">= " + values.bytes(part.part);
+            sql += " AND part < " + values.bytes(part.end);
         }
     }
     return sql;

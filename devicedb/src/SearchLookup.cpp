@@ -11,11 +11,16 @@ namespace devices::database {
 
 namespace {
 
+// Of words: a statement has a limited number of values, and so many parts leave few modules.
+constexpr std::size_t mostParts = 200;
+
 void addPartsOf(const std::string& folded, TextClass poorest, bool ranks,
                 std::vector<WantedPart>& parts)
 {
     for (const std::string& part : partsCovering(folded)) {
-        parts.push_back({part, "", poorest, ranks});
+        if (parts.size() < mostParts) {
+            parts.push_back({part, "", poorest, ranks});
+        }
     }
 }
 

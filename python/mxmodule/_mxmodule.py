@@ -34,7 +34,7 @@ class Search(ctypes.Structure):
     _fields_ = [
         ("words", TEXT),
         ("conditions", TEXTS),
-        ("condition_count", SIZE),
+        ("count", SIZE),
         ("limit", SIZE),
         ("after", TEXT),
         ("family", TEXT),

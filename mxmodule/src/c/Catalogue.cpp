@@ -29,7 +29,7 @@ CatalogueQuery queryOf(const mxmodule_search* search)
 {
     const mxmodule_search& stated = requirePointer(search, "a search");
     const CatalogueQuery query =
-        queryOf(stated.words, stated.conditions, stated.condition_count).limitedTo(stated.limit);
+        queryOf(stated.words, stated.conditions, stated.count).limitedTo(stated.limit);
     return stated.after == nullptr
                ? query
                : query.after(stated.after, stated.family == nullptr ? "" : stated.family);

@@ -129,6 +129,18 @@ TEST_P(Search, BestMatchesComeFirst)
     EXPECT_THAT(found({"red", "lamp"}), found({"lamp", "red"}));
 }
 
+TEST_P(Search, TextsOfAnyLengthAreSearchedFor)
+{
+    std::string text = "large ";
+    for (int number = 0; number < 20000; ++number) {
+        text += std::to_string(number);
+    }
+    EXPECT_THAT(found({text}), IsEmpty());
+    EXPECT_THAT(where("label", Comparison::Contains, text), IsEmpty());
+    EXPECT_THAT(found(std::vector<std::string>(3000, "label")),
+                ElementsAre("0000000a", "0000000b"));
+}
+
 TEST_P(Search, PagesFollowEachOther)
 {
     PagedQuery query;

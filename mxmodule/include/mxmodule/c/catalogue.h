@@ -45,7 +45,7 @@ typedef struct mxmodule_search
 {
     const char* words;             ///< As for `mxmodule_catalogue_search`; may be null.
     const char* const* conditions; ///< The same.
-    size_t condition_count;        ///< Of `conditions`.
+    size_t count;                  ///< Of `conditions`.
     size_t limit;                  ///< At most so many modules; 0: all.
     const char* after;  ///< Only modules after that with this identifier; null: from the first on.
     const char* family; ///< Of that module; null: "kv38", or the first family that has it.
