@@ -23,10 +23,11 @@ protected:
     const std::string cannotWrite = "Cannot write to device database " + place.name() + ": ";
     const std::string cannotChange = "Cannot change device database " + place.name() + ": ";
 
-    // Ends every other connection, like a server that is stopped.
+    // Ends every other connection, like a server that is stopped, and waits until it has ended: one
+    // that ends later, within the next transaction, is another case.
     void endConnections() const
     {
-        place.otherProgram() << "SELECT pg_terminate_backend(pid) FROM pg_stat_activity"
+        place.otherProgram() << "SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity"
                                 " WHERE pid <> pg_backend_pid() AND datname = current_database()",
             Poco::Data::Keywords::now;
     }
