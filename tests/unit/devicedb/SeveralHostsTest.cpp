@@ -116,7 +116,7 @@ protected:
 
     void endConnections() const
     {
-        place.execute("SELECT pg_terminate_backend(pid) FROM pg_stat_activity"
+        place.execute("SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity"
                       " WHERE pid <> pg_backend_pid() AND datname = current_database()");
     }
     static std::string openFailure(const std::string& url)
