@@ -12,10 +12,6 @@ struct Catalogue::Content
 {
     Content(const std::string& url, devices::database::OpenMode mode) : database(url, mode) {}
 
-    devices::database::PagedQuery completed(devices::database::PagedQuery query);
-    Finding unknownModule(const std::string& moduleId);
-    Finding notInList(const devices::database::ModuleKey& module);
-
     devices::database::DeviceDatabase database;
 };
 

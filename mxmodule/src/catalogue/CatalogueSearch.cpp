@@ -104,25 +104,7 @@ SearchExplanation::Source sourceOf(devices::database::SearchExplanation::Source 
     return SearchExplanation::Source::Scan;
 }
 
-} // namespace
-
-// With the family of the module after which the list goes on.
-PagedQuery Catalogue::Content::completed(PagedQuery query)
-{
-    if (!query.after || !query.after->family.empty()) {
-        return query;
-    }
-    const std::string& moduleId = query.after->moduleIdText;
-    const auto found = withDatabase("", [&] { return database.find(moduleId); });
-    if (!found) {
-        throw Failure(unknownModule(moduleId));
-    }
-    const bool isUsual = isStored(database, {usualFamily, moduleId});
-    query.after->family = isUsual ? usualFamily : found->family;
-    return query;
-}
-
-Finding Catalogue::Content::unknownModule(const std::string& moduleId)
+Finding unknownModuleIn(DeviceDatabase& database, const std::string& moduleId)
 {
     std::vector<std::string> ids;
     searchDatabase(database, {}, [&](const CatalogueEntry& module) {
@@ -138,22 +120,41 @@ Finding Catalogue::Content::unknownModule(const std::string& moduleId)
     return finding;
 }
 
+// With the family of the module after which the list goes on.
+PagedQuery withFamily(PagedQuery query, DeviceDatabase& database)
+{
+    if (!query.after || !query.after->family.empty()) {
+        return query;
+    }
+    const std::string& moduleId = query.after->moduleIdText;
+    const auto found = withDatabase("", [&] { return database.find(moduleId); });
+    if (!found) {
+        throw Failure(unknownModuleIn(database, moduleId));
+    }
+    const bool isUsual = isStored(database, {usualFamily, moduleId});
+    query.after->family = isUsual ? usualFamily : found->family;
+    return query;
+}
+
 // Why a list cannot go on after `module`, which is not in it.
-Finding Catalogue::Content::notInList(const devices::database::ModuleKey& module)
+Finding notInListOf(DeviceDatabase& database, const devices::database::ModuleKey& module)
 {
     if (isStored(database, module)) {
         return absentFromList(module.moduleIdText);
     }
     const auto other = withDatabase("", [&] { return database.find(module.moduleIdText); });
-    return other ? notOfFamily(module, other->family) : unknownModule(module.moduleIdText);
+    return other ? notOfFamily(module, other->family)
+                 : unknownModuleIn(database, module.moduleIdText);
 }
+
+} // namespace
 
 void Catalogue::search(const CatalogueQuery& query,
                        const std::function<bool(const CatalogueEntry&)>& take)
 {
-    const PagedQuery searched = content->completed(query.content->query);
+    const PagedQuery searched = withFamily(query.content->query, content->database);
     if (!searchDatabase(content->database, searched, take)) {
-        throw Failure(content->notInList(*searched.after));
+        throw Failure(notInListOf(content->database, *searched.after));
     }
 }
 
@@ -181,7 +182,7 @@ CataloguePage Catalogue::page(const CatalogueQuery& query)
 
 SearchExplanation Catalogue::explain(const CatalogueQuery& query)
 {
-    const PagedQuery searched = content->completed(query.content->query);
+    const PagedQuery searched = withFamily(query.content->query, content->database);
     const auto found = withDatabase("", [&] { return content->database.explain(searched); });
     return {sourceOf(found.source), found.words,      found.parts, found.blocks,
             found.candidates,       found.notIndexed, found.sql};
@@ -204,7 +205,7 @@ std::vector<Finding> Catalogue::searchFindings(const CatalogueQuery& query)
 
 Finding Catalogue::unknownModule(const std::string& moduleId)
 {
-    return content->unknownModule(moduleId);
+    return unknownModuleIn(content->database, moduleId);
 }
 
 } // namespace mxmodule
