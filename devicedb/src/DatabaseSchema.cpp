@@ -15,6 +15,18 @@ namespace {
 
 constexpr int versionOfWidths = 3;
 
+// In one round trip.
+void executeAll(const std::vector<std::string>& statements, SqlConnection& connection)
+{
+    std::string all;
+    for (const std::string& statement : statements) {
+        all += statement + ";";
+    }
+    if (!all.empty()) {
+        connection.execute(all);
+    }
+}
+
 // Who may read or write the catalogue may do it with the tables of searches.
 void copyRights(SqlConnection& connection)
 {
@@ -33,9 +45,7 @@ void addSearchTables(SqlConnection& connection)
 {
     fillSearchTables(connection);
     copyRights(connection);
-    for (const std::string& statement : sqlEndingVersion4(connection.dialect())) {
-        connection.execute(statement);
-    }
+    executeAll(sqlEndingVersion4(connection.dialect()), connection);
 }
 
 // The row stays: writers of other processes wait for it.
@@ -157,9 +167,7 @@ void DatabaseSchema::migrateFrom(int version)
     const bool isNew = version == 0;
     const auto steps = sqlMigrations(connection.dialect());
     for (; version < schemaVersion; ++version) {
-        for (const std::string& statement : steps[static_cast<std::size_t>(version)]) {
-            connection.execute(statement);
-        }
+        executeAll(steps[static_cast<std::size_t>(version)], connection);
         if (version + 1 == versionOfWidths) {
             takeWidthsFromFiles(connection);
         } else if (version + 1 == versionOfSearchTables) {
