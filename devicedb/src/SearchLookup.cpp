@@ -11,7 +11,7 @@ namespace devices::database {
 
 namespace {
 
-// Of words: a statement has a limited number of values, and so many parts leave few modules.
+// A statement has a limited number of values and of ranges, and so many parts leave few modules.
 constexpr std::size_t mostParts = 200;
 
 void addPartsOf(const std::string& folded, TextClass poorest, bool ranks,
@@ -81,6 +81,9 @@ SearchLookup::SearchLookup(const PagedQuery& query)
     }
     for (const ModuleCondition& condition : query.conditions) {
         addCondition(condition, parts);
+    }
+    if (parts.size() > mostParts) {
+        parts.erase(parts.begin() + mostParts, parts.end());
     }
 }
 

@@ -19,8 +19,8 @@ struct WantedPart
     bool ranks;        ///< Of a word: its class counts for the order.
 };
 
-/// What a query looks up in the search index. Every module that matches has each of `parts`; one
-/// that has them may still not match.
+/// What a query looks up in the search index. Every module that matches has each of `parts`, which
+/// are few; one that has them may still not match.
 struct SearchLookup
 {
     explicit SearchLookup(const PagedQuery& query);

@@ -1,0 +1,79 @@
+#include "Records.h"
+
+#include <Failure.h>
+#include <TestDatabase.h>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using devices::database::Comparison;
+using devices::database::DeviceDatabase;
+using devices::database::DeviceProperties;
+using devices::database::ModuleContent;
+using devices::database::ModuleToStore;
+using devices::database::PagedQuery;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testkit::failureOf;
+
+// Queries that people seldom make, of modules of which all but one are in the index.
+class SearchEdges : public testkit::OnEachEngine
+{
+protected:
+    SearchEdges()
+    {
+        std::vector<DeviceProperties> records;
+        std::vector<ModuleContent> contents;
+        for (int number = 1000; number < 1300; ++number) {
+            records.push_back(device(std::to_string(number)));
+            contents.push_back(contentNamed("N" + std::to_string(number)));
+        }
+        contents[7].label = "two\nlines";
+        contents[7].parameters[0].unit = "m\ns";
+        std::vector<ModuleToStore> modules;
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            modules.push_back({&records[i], &contents[i]});
+        }
+        database.insertAll(modules);
+        database.insert(device("2000"), contents[7]);
+    }
+
+    std::vector<std::string> found(const std::string& field, Comparison comparison,
+                                   const std::string& value)
+    {
+        return moduleIds(database.search({{}, {{field, comparison, value}}}));
+    }
+
+    DeviceDatabase database{url};
+};
+
+RUN_ON_EACH_ENGINE(SearchEdges);
+
+TEST_P(SearchEdges, EndsWithWordsAndConditionsOfAnyNumberAndLength)
+{
+    EXPECT_THAT(database.search({{std::string(200000, 'n')}, {}}), IsEmpty());
+    PagedQuery many;
+    for (int i = 0; i < 600; ++i) {
+        many.words.push_back("n" + std::to_string(1000 + i % 10));
+        many.conditions.push_back({"in_bytes", Comparison::Greater, "1"});
+    }
+    EXPECT_THAT(database.searchPage(many), IsEmpty());
+    many.words = {"n1005"};
+    EXPECT_THAT(moduleIds(database.searchPage(many)), ElementsAre("1005"));
+}
+
+TEST_P(SearchEdges, ComparesWithExtremeNumbers)
+{
+    for (const char* const low : {"-9223372036854775808", "-1", "0"}) {
+        EXPECT_EQ(found("in_bytes", Comparison::Greater, low).size(), 301U) << low;
+        EXPECT_THAT(found("in_bytes", Comparison::Less, low), IsEmpty()) << low;
+    }
+    for (const char* const high : {"9223372036854775807", "4294967296"}) {
+        EXPECT_EQ(found("in_bytes", Comparison::Less, high).size(), 301U) << high;
+        EXPECT_THAT(found("in_bytes", Comparison::Greater, high), IsEmpty()) << high;
+    }
+}
+
+} // namespace
