@@ -3,6 +3,7 @@
 #include <datamodel/Utf8Text.h>
 
 #include <algorithm>
+#include <sstream>
 
 namespace devices::database {
 
@@ -73,10 +74,11 @@ std::string bytesOfPart(TextPart part)
     return bytes;
 }
 
-std::vector<std::string> partsCovering(const std::string& word)
+namespace {
+
+void addPartsCovering(const std::string& line, std::vector<std::string>& parts)
 {
-    const std::vector<char32_t> characters = charactersOf(word);
-    std::vector<std::string> parts;
+    const std::vector<char32_t> characters = charactersOf(line);
     const auto add = [&](std::size_t at, std::size_t length) {
         const auto begin = characters.begin() + static_cast<std::ptrdiff_t>(at);
         parts.push_back(bytesOf(begin, begin + static_cast<std::ptrdiff_t>(length)));
@@ -85,12 +87,23 @@ std::vector<std::string> partsCovering(const std::string& word)
         if (!characters.empty()) {
             add(0, characters.size());
         }
-        return parts;
+        return;
     }
     for (std::size_t at = 0; at + longestPart < characters.size(); at += longestPart - 1) {
         add(at, longestPart);
     }
     add(characters.size() - longestPart, longestPart);
+}
+
+} // namespace
+
+std::vector<std::string> partsCovering(const std::string& text)
+{
+    std::vector<std::string> parts;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        addPartsCovering(line, parts);
+    }
     return parts;
 }
 

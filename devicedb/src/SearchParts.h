@@ -15,8 +15,8 @@ std::vector<TextPart> partsOf(const std::string& text);
 /// Returns the bytes of `part`, as the index stores it.
 std::string bytesOfPart(TextPart part);
 
-/// Returns parts which each text with `word` has: few, which cover the word, because each one that
-/// is looked up costs more than the modules that it would leave out. None for an empty word.
-std::vector<std::string> partsCovering(const std::string& word);
+/// Returns parts which each text with `text` in it has: few, which cover its lines, because each
+/// one that is looked up costs more than the modules that it would leave out. None for empty lines.
+std::vector<std::string> partsCovering(const std::string& text);
 
 } // namespace devices::database

@@ -76,4 +76,12 @@ TEST_P(SearchEdges, ComparesWithExtremeNumbers)
     }
 }
 
+TEST_P(SearchEdges, FindsTextsWithEndsOfLines)
+{
+    EXPECT_THAT(found("label", Comparison::Equal, "two\nlines"), ElementsAre("1007", "2000"));
+    EXPECT_THAT(found("label", Comparison::Contains, "o\nl"), ElementsAre("1007", "2000"));
+    EXPECT_THAT(found("label", Comparison::Contains, "\n"), ElementsAre("1007", "2000"));
+    EXPECT_THAT(found("unit", Comparison::Equal, "m\ns"), ElementsAre("1007", "2000"));
+}
+
 } // namespace
