@@ -168,12 +168,12 @@ std::vector<std::unique_ptr<RowStatement>> partDeletionsOf(SqlConnection& connec
     return deletions;
 }
 
+} // namespace
+
 bool isReadable(const std::string& text)
 {
     return text.find('\0') == std::string::npos && datamodel::isUtf8(text);
 }
-
-} // namespace
 
 ContentTables::ContentTables(SqlConnection& connection)
     : partDeletions(partDeletionsOf(connection)),

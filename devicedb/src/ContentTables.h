@@ -31,6 +31,9 @@ private:
     std::unique_ptr<RowStatement> optionRows;
 };
 
+/// Returns whether `text` is UTF-8 without NUL, as each text of the content is.
+bool isReadable(const std::string& text);
+
 /// Returns `text` in the form used for searching, which ignores case.
 std::string foldedText(const std::string& text);
 

@@ -1,9 +1,11 @@
 #include "ModuleFields.h"
 
-#include <Poco/NumberParser.h>
+#include "ContentTables.h"
+
 #include <Poco/String.h>
 
 #include <algorithm>
+#include <charconv>
 #include <iterator>
 #include <vector>
 
@@ -147,6 +149,10 @@ std::string numberComparison(const FieldSql& field, const ModuleCondition& condi
 std::string textComparison(const FieldSql& field, const ModuleCondition& condition,
                            const SqlDialect& dialect, BoundValues& values)
 {
+    if (!isReadable(condition.value)) {
+        throw SqlFailure("field \"" + condition.field +
+                         "\" is compared with a text of UTF-8 without NUL");
+    }
     const std::string value = values.text(condition.value);
     const char* const comparison = operatorOf(condition.comparison);
     return comparison == nullptr ? foundSql(field.value, value, dialect)
@@ -169,9 +175,11 @@ const FieldSql& fieldNamed(const std::string& name)
 
 std::int64_t comparedNumber(const ModuleCondition& condition)
 {
-    Poco::Int64 number = 0;
-    if (condition.comparison == Comparison::Contains ||
-        !Poco::NumberParser::tryParse64(condition.value, number)) {
+    std::int64_t number = 0;
+    const char* const end = condition.value.data() + condition.value.size();
+    const auto result = std::from_chars(condition.value.data(), end, number);
+    if (condition.comparison == Comparison::Contains || result.ec != std::errc() ||
+        result.ptr != end) {
         throw SqlFailure("field \"" + condition.field +
                          "\" is compared with a whole number, not with \"" + condition.value +
                          "\"");

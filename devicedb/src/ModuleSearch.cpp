@@ -5,6 +5,7 @@
 #include "KeySql.h"
 #include "ModuleFields.h"
 #include "NotInListFailure.h"
+#include "SearchFolding.h"
 #include "SearchLookup.h"
 #include "SqlSchema.h"
 
@@ -82,19 +83,22 @@ void searchInOrder(SqlConnection& connection, int version, const PagedQuery& que
     }
 }
 
-// A word with the end of a line is in no text.
+// Words are looked for in lines of UTF-8. PostgreSQL refuses others, which would end a transaction.
 bool matchesNothing(const SearchLookup& lookup)
 {
     return std::any_of(lookup.words.begin(), lookup.words.end(), [](const std::string& word) {
-        return word.find('\n') != std::string::npos;
+        return word.find('\n') != std::string::npos || !isReadable(word);
     });
 }
 
-// A query that was checked, without the words that every module has.
+// A query that was checked, without the words that every module has: empty ones, and accents alone.
 PagedQuery simplified(const PagedQuery& query, const SqlDialect& dialect)
 {
     PagedQuery made = query;
-    made.words.erase(std::remove(made.words.begin(), made.words.end(), ""), made.words.end());
+    made.words.erase(
+        std::remove_if(made.words.begin(), made.words.end(),
+                       [](const std::string& word) { return foldedForSearch(word).empty(); }),
+        made.words.end());
     BoundValues ignored(dialect);
     for (const ModuleCondition& condition : made.conditions) {
         conditionSql(condition, dialect, ignored); // or a failure, also where nothing is read

@@ -84,4 +84,33 @@ TEST_P(SearchEdges, FindsTextsWithEndsOfLines)
     EXPECT_THAT(found("unit", Comparison::Equal, "m\ns"), ElementsAre("1007", "2000"));
 }
 
+TEST_P(SearchEdges, IgnoresWordsThatAreAccentsAlone)
+{
+    const std::string accent = "\xCC\x88"; // combining diaeresis
+    EXPECT_EQ(database.search({{accent}, {}}).size(), 301U);
+    EXPECT_THAT(moduleIds(database.search({{accent, "n1005"}, {}})), ElementsAre("1005"));
+}
+
+TEST_P(SearchEdges, ComparesWithWholeNumbersAlone)
+{
+    for (const std::string& value :
+         std::vector<std::string>{"1,000", "-", "1 000", "", "2x", std::string("2\0", 2)}) {
+        EXPECT_THAT(failureOf([&] { found("in_bytes", Comparison::Less, value); }),
+                    HasSubstr("compared with a whole number"))
+            << value;
+    }
+}
+
+TEST_P(SearchEdges, ComparesWithTextsAlone)
+{
+    for (const std::string& bytes : {std::string("two\0lines", 9), std::string("\xC3")}) {
+        for (const Comparison comparison :
+             {Comparison::Equal, Comparison::Contains, Comparison::Less}) {
+            EXPECT_THAT(failureOf([&] { found("label", comparison, bytes); }),
+                        HasSubstr("field \"label\" is compared with a text of UTF-8 without NUL"));
+        }
+        EXPECT_THAT(database.search({{bytes}, {}}), IsEmpty());
+    }
+}
+
 } // namespace
