@@ -92,7 +92,8 @@ void SqlTransactions::commit()
 {
     requireTransaction();
     attempt("change", [this] {
-        updateSearchIndex(*ownConnection, std::exchange(changedKeys, {}));
+        updateSearchIndex(*ownConnection, changedKeys);
+        changedKeys.clear(); // not before: after a failure the host may commit again
         commitTransaction();
     });
     inTransaction = false;

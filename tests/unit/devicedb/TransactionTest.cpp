@@ -16,6 +16,7 @@ namespace {
 
 using devices::database::DeviceDatabase;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 using testkit::failureOf;
@@ -193,6 +194,17 @@ TEST_F(SqliteTransactions, FullDiskLeavesTheDatabaseAsItWas)
     EXPECT_THAT(storedIds(url), ElementsAre("1"));
     database.insert(big);
     EXPECT_THAT(storedIds(url), ElementsAre("1", "2"));
+}
+
+// Else the module would be stored, but in no search.
+TEST_F(SqliteTransactions, CommitAgainWritesTheSearchIndexAgain)
+{
+    place.execute("CREATE TRIGGER refuse BEFORE INSERT ON search_new BEGIN"
+                  " SELECT RAISE(ABORT, 'refused'); END");
+    auto transaction = database.beginTransaction();
+    database.insert(device("1"));
+    EXPECT_THAT(failureOf([&] { transaction.commit(); }), HasSubstr("refused"));
+    EXPECT_THAT(failureOf([&] { transaction.commit(); }), HasSubstr("refused"));
 }
 
 TEST_F(SqliteTransactions, OtherWriterIsWaitedForAndThenReported)
