@@ -139,6 +139,9 @@ private:
             const std::size_t size = (rest + left - 1) / left;
             range.first = writeBlock(range, size);
             rest -= size;
+            if (!range.first) {
+                return; // another program may have removed some since they were counted
+            }
         }
     }
 
@@ -168,7 +171,9 @@ private:
             next = keys.back();
             keys.pop_back();
         }
-        store(keys, made);
+        if (!keys.empty()) {
+            store(keys, made);
+        }
         return next;
     }
 
