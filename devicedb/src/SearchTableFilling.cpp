@@ -6,6 +6,7 @@
 #include "SummaryRow.h"
 
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace devices::database {
@@ -20,13 +21,13 @@ struct SomeModules
     std::vector<RowStatement::Row> inCatalogue; // keys of those that have one
 };
 
-SomeModules modulesAfter(SqlConnection& connection, const ModuleKey& last)
+SomeModules modulesAfter(SqlConnection& connection, const std::optional<ModuleKey>& last)
 {
     BoundValues values(connection.dialect());
-    const std::string after = values.key(last);
+    const std::string after =
+        last ? " WHERE (p.family, p.module_id) > " + values.key(*last) : std::string();
     SomeModules some;
-    connection.query(std::string("SELECT ") + summaryColumns + " FROM " + oldSummaries +
-                         " WHERE (p.family, p.module_id) > " + after +
+    connection.query(std::string("SELECT ") + summaryColumns + " FROM " + oldSummaries + after +
                          " ORDER BY p.family, p.module_id LIMIT 256",
                      values.all(), summaryColumnCount, [&](const SqlConnection::Row& row) {
                          some.modules.push_back({summaryOf(row), {}});
@@ -66,7 +67,9 @@ public:
                       content.parameters.back().unit = cell[1];
                   });
         readTable("text FROM options", 1, [](ModuleContent& content, const std::string* cell) {
-            content.parameters.at(0).options.push_back({cell[0], ""}); // whosever they are
+            if (!content.parameters.empty()) { // another program may have removed them
+                content.parameters[0].options.push_back({cell[0], ""}); // whosever they are
+            }
         });
     }
 
@@ -97,7 +100,7 @@ void fillSearchTables(SqlConnection& connection)
 {
     SearchTables tables(connection);
     ModuleKeys all;
-    ModuleKey last;
+    std::optional<ModuleKey> last;
     for (auto some = modulesAfter(connection, last); !some.modules.empty();
          some = modulesAfter(connection, last)) {
         ContentReader(connection, some).read();

@@ -123,6 +123,17 @@ TEST_P(SearchMigration, LetsOthersRead)
     EXPECT_THAT(found({"n1205"}), ElementsAre("1205"));
 }
 
+TEST_P(SearchMigration, TakesEveryRecord)
+{
+    DeviceProperties record = device("");
+    record.family.clear();
+    DeviceDatabase(url).insert(record);
+    place.becomeVersion(3);
+    place.execute("DELETE FROM parameters WHERE module = '1205'"); // in SQLite not their options
+    EXPECT_EQ(DeviceDatabase(url).search({}).size(), 302U);
+    EXPECT_THAT(found({"label n1205"}), ElementsAre("1205"));
+}
+
 TEST_P(SearchMigration, RefusesWritersOfAnOlderLibrary)
 {
     for (const char* const id : {"1205", "3000"}) { // known and new
