@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <future>
 #include <thread>
 
 namespace {
@@ -121,6 +122,30 @@ TEST_P(SearchMigration, LetsOthersRead)
     migration.join();
     EXPECT_EQ(modulesRead(), 100);
     EXPECT_THAT(found({"n1205"}), ElementsAre("1205"));
+}
+
+// One state of the database, read table after table, as for the content of a module.
+TEST_P(SearchMigration, LetsOthersReadAllTables)
+{
+    place.becomeVersion(3);
+    Poco::Data::Session reader = place.otherProgram();
+    const auto rowsOf = [&reader](const std::string& table) {
+        int count = 0;
+        reader << "SELECT count(*) FROM " + table, into(count), now;
+        return count;
+    };
+    if (place.engine() != testkit::Engine::Sqlite) {
+        reader << "SET deadlock_timeout = 10", now; // milliseconds; then this program fails first
+    }
+    reader.begin();
+    EXPECT_EQ(rowsOf("modules"), 300);
+    auto migration = std::async(std::launch::async, [this] { DeviceDatabase{url}; });
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_EQ(rowsOf("channels"), 600);
+    EXPECT_EQ(rowsOf("parameters"), 600);
+    EXPECT_EQ(rowsOf("options"), 600);
+    reader.commit();
+    migration.get();
 }
 
 TEST_P(SearchMigration, TakesEveryRecord)
