@@ -37,7 +37,8 @@ constexpr const char* countTables =
 // ever.
 //
 // Writers lock the one row of the version table first. So writers cannot deadlock, and readers
-// never wait. The time to wait is of the transaction: behind a pooler the next one may be on
+// never wait. A writer that waited reads what was committed meanwhile, whatever the server's
+// default is. The time to wait is of the transaction: behind a pooler the next one may be on
 // another connection.
 SqlDialect dialectWaiting(unsigned seconds)
 {
@@ -48,7 +49,8 @@ SqlDialect dialectWaiting(unsigned seconds)
             "strpos",
             countTables,
             "BEGIN ISOLATION LEVEL REPEATABLE READ",
-            "BEGIN; SET LOCAL lock_timeout = " + std::to_string(milliseconds),
+            "BEGIN ISOLATION LEVEL READ COMMITTED; SET LOCAL lock_timeout = " +
+                std::to_string(milliseconds),
             "SELECT version FROM schema_version FOR UPDATE",
             "ALTER TABLE device_properties ADD CONSTRAINT library_is_older_than_schema_version_4"
             " CHECK (written_by IS NOT NULL) NOT VALID",

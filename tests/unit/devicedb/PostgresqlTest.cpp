@@ -7,7 +7,9 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <cstdlib>
+#include <future>
 
 namespace {
 
@@ -82,6 +84,24 @@ TEST(PostgresqlWords, RefusedConnectionIsNamed)
                                     "dbname=plant: connection to server at"));
     EXPECT_THAT(failure, HasSubstr("Connection refused"));
     EXPECT_THAT(failure, Not(HasSubstr("\n")));
+}
+
+// A second writer sees what the first one stored, whatever the server's default is.
+TEST(PostgresqlTransactions, ReadWhatOtherWritersCommitted)
+{
+    const testkit::TestDatabase place(testkit::Engine::Postgresql);
+    std::string url = place.url();
+    url.replace(url.find("options="), 8, "options='-cdefault_transaction_isolation=serializable ");
+    url += "'";
+    DeviceDatabase first(url);
+    DeviceDatabase second(url);
+    auto transaction = first.beginTransaction();
+    first.insert(device("1", "first"));
+    auto waiting = std::async(std::launch::async, [&] { second.insert(device("1", "second")); });
+    waiting.wait_for(std::chrono::milliseconds(200));
+    transaction.commit();
+    waiting.get();
+    EXPECT_EQ(first.find("1")->brandLabelName, "second");
 }
 
 TEST(PostgresqlWords, PasswordIsRemovedFromServerMessages)
