@@ -29,7 +29,16 @@ std::string withoutQuotedParts(const std::string& message)
             text += c;
         }
     }
-    return Poco::trim(text);
+    return text;
+}
+
+// The same for a text with quotes of its own: they cannot be told from those of libpq.
+std::string withoutAllThatIsQuoted(const std::string& message)
+{
+    const auto end = message.rfind('"');
+    return end == std::string::npos
+               ? message
+               : message.substr(0, message.find('"')) + "\"...\"" + message.substr(end + 1);
 }
 
 Options parsed(const std::string& words)
@@ -38,9 +47,12 @@ Options parsed(const std::string& words)
     Options options(PQconninfoParse(words.c_str(), &message), &PQconninfoFree);
     if (options == nullptr) {
         const std::string reason = message == nullptr ? "out of memory" : message;
+        const bool hasQuotes = words.find('"') != std::string::npos;
         PQfreemem(message);
         fail("postgresql:...", "open",
-             "its connection string is invalid: " + withoutQuotedParts(reason));
+             "its connection string is invalid: " + Poco::trim(hasQuotes
+                                                                   ? withoutAllThatIsQuoted(reason)
+                                                                   : withoutQuotedParts(reason)));
     }
     return options;
 }

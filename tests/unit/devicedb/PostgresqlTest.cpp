@@ -59,7 +59,8 @@ TEST(PostgresqlWords, AreReadByLibpq)
 TEST(PostgresqlWords, ThatCannotBeReadAreNotShown)
 {
     for (const char* words : {"host=/nowhere password=secret word", "secret", "password='secret",
-                              "//user:sec:ret@ho[st/db", "//user:secret@h:x%zz/db"}) {
+                              "//user:sec:ret@ho[st/db", "//u:a\"secret@[host",
+                              "password=a \"secret", "//user:secret@h:x%zz/db"}) {
         EXPECT_THAT(serverFailure(std::string("postgresql:") + words), Not(HasSubstr("ret")))
             << words;
     }
