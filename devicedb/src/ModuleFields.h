@@ -11,8 +11,8 @@
 
 namespace devices::database {
 
-/// A field of conditions: its SQL, and how the search index knows it. "{}" in `condition` stands
-/// for the comparison of `value`.
+/// A field that conditions may name: its SQL, and how the search index finds it. In `condition`,
+/// "{}" is replaced by the comparison of `value`.
 struct FieldSql
 {
     ModuleField field;

@@ -38,8 +38,8 @@ constexpr const char* countTables =
 //
 // Writers lock the one row of the version table first. So writers cannot deadlock, and readers
 // never wait. A writer that waited reads what was committed meanwhile, whatever the server's
-// default is. The time to wait is of the transaction: behind a pooler the next one may be on
-// another connection.
+// default is. The time to wait is set for this transaction only: with a pooler, the next
+// transaction may use another connection.
 SqlDialect dialectWaiting(unsigned seconds)
 {
     const unsigned milliseconds = seconds == 0 ? 1 : seconds * 1000; // 0 would be for ever

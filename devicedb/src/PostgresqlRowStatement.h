@@ -6,8 +6,8 @@
 namespace devices::database {
 
 /// Rows of PostgreSQL: all in one statement, one array for each column, since each execution is a
-/// round trip over the connection. Nothing of it stays at the server: behind a pooler the next
-/// transaction may be on another connection.
+/// round trip over the connection. The server does not keep the statement: with a pooler, the next
+/// transaction may use another connection.
 class PostgresqlRowStatement final : public RowStatement
 {
 public:

@@ -18,8 +18,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testkit::failureOf;
 
-// What the tests behind the pooler rest on: a setting or a prepared statement of one transaction
-// is missing in the next, since that has another connection to the server.
+// The tests with the pooler need this. Each transaction has another connection to the server, so
+// that a setting or a prepared statement of one transaction is missing in the next.
 TEST(PoolerPostgresql, GivesEachTransactionAnotherConnection)
 {
     const testkit::TestDatabase place(testkit::Engine::Pooled);
