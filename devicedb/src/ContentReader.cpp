@@ -18,7 +18,9 @@ unsigned toNumber(const std::string& decimal)
 class ContentQueries
 {
 public:
-    explicit ContentQueries(SqlConnection& openConnection) : connection(openConnection) {}
+    ContentQueries(SqlConnection& openConnection, StrayOptions whatOfStray)
+        : connection(openConnection), strayOptions(whatOfStray)
+    {}
 
     ContentsByKey read(const std::vector<RowStatement::Row>& keys)
     {
@@ -91,27 +93,30 @@ private:
     void readOptions()
     {
         readRows("parameter_position, text, value", 3, "options", "parameter_position, position",
-                 [](ModuleContent& content, const Answer& row) {
+                 [this](ModuleContent& content, const Answer& row) {
                      const unsigned parameter = toNumber(row[0]);
-                     if (parameter >= content.parameters.size()) {
+                     if (parameter < content.parameters.size()) {
+                         content.parameters[parameter].options.push_back({row[1], row[2]});
+                     } else if (strayOptions == StrayOptions::Refused) {
                          throw SqlFailure("an option belongs to parameter " + row[0] +
                                           ", the module has " +
                                           std::to_string(content.parameters.size()));
                      }
-                     content.parameters[parameter].options.push_back({row[1], row[2]});
                  });
     }
 
     SqlConnection& connection;
+    StrayOptions strayOptions;
     ContentsByKey contents;
     std::vector<RowStatement::Row> found; // keys of the contents
 };
 
 } // namespace
 
-ContentsByKey readContents(SqlConnection& connection, const std::vector<RowStatement::Row>& keys)
+ContentsByKey readContents(SqlConnection& connection, const std::vector<RowStatement::Row>& keys,
+                           StrayOptions strayOptions)
 {
-    return ContentQueries(connection).read(keys);
+    return ContentQueries(connection, strayOptions).read(keys);
 }
 
 } // namespace devices::database

@@ -149,9 +149,10 @@ void SqlTransactions::change(const char* attempted, const std::function<void()>&
             work();
             if (alone) {
                 updateSearchIndex(*ownConnection, std::exchange(changedKeys, {}));
+                commitTransaction();
+            } else {
+                ownConnection->executeOften("RELEASE SAVEPOINT one_change");
             }
-            alone ? commitTransaction()
-                  : ownConnection->executeOften("RELEASE SAVEPOINT one_change");
         } catch (const SqlFailure& failure) {
             takeBack(alone || failure.concern != SqlFailure::Concern::Statement);
             throw;
