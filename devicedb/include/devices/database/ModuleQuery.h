@@ -90,7 +90,6 @@ struct ModuleCounts
 {
     std::uint64_t modules = 0;     ///< Records.
     std::uint64_t withContent = 0; ///< Of them with content in the catalogue.
-    std::uint64_t searchable = 0;  ///< Of these with search texts.
 };
 
 /// The data of a module in a list. The texts are the bytes of the record.
