@@ -73,7 +73,7 @@ void DatabaseSchema::prepare(OpenMode mode)
 void DatabaseSchema::migrateUnlessReadable(int version)
 {
     try {
-        migrate();
+        migrate(version == 0 ? 10 : 1);
         found = schemaVersion;
     } catch (const SqlFailure& failure) {
         if (failure.allowsReading() && version >= readableVersion) {
@@ -90,11 +90,10 @@ void DatabaseSchema::migrateUnlessReadable(int version)
 }
 
 // Another process may prepare the schema or write at the same time: it is waited for as for any
-// other writer. If an engine does not lock an empty database, the loser of the race retries and
-// finds the winner's schema.
-void DatabaseSchema::migrate()
+// other writer. An engine does not lock an empty database, so that the loser of a race needs
+// another attempt, which finds the winner's schema.
+void DatabaseSchema::migrate(int attempts)
 {
-    constexpr int attempts = 10;
     constexpr long pause = 100; // milliseconds
     for (int attemptNumber = 1;; ++attemptNumber) {
         try {

@@ -30,7 +30,7 @@ public:
 
 private:
     int readVersion();
-    void migrate();
+    void migrate(int attempts);
     void migrateFrom(int version);
     void migrateUnlessReadable(int version);
     void rollBack();

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <future>
 #include <thread>
@@ -121,6 +122,23 @@ TEST_P(SearchMigration, LetsOthersRead)
     reader.commit();
     migration.join();
     EXPECT_EQ(modulesRead(), 100);
+    EXPECT_THAT(found({"n1205"}), ElementsAre("1205"));
+}
+
+// Once, as every change does: ten times the stated seconds would look like a program that hangs.
+TEST_P(SearchMigration, WaitsForAWriterAsLongAsStated)
+{
+    place.becomeVersion(3);
+    Poco::Data::Session writer = place.otherProgram();
+    writer.begin();
+    writer << "UPDATE schema_version SET version = version", now;
+    setenv("DEVICE_DATABASE_WAIT", "1", 1);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_THAT(failureOf([this] { DeviceDatabase{url}; }),
+                HasSubstr("its schema of version 3 cannot be migrated to version 4: "));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    unsetenv("DEVICE_DATABASE_WAIT");
+    writer.rollback();
     EXPECT_THAT(found({"n1205"}), ElementsAre("1205"));
 }
 
