@@ -109,6 +109,15 @@ class Node:
         except (urllib.error.URLError, OSError):
             return False
 
+    def followers(self) -> int:
+        """Returns how many servers receive the changes of this one as they are made."""
+        try:
+            with urllib.request.urlopen(f"http://127.0.0.1:{self.api}/patroni", timeout=5) as answer:
+                return sum(server["state"] == "streaming"
+                           for server in json.load(answer).get("replication", []))
+        except (urllib.error.URLError, OSError):
+            return 0
+
     def kill(self) -> None:
         """Kills Patroni and every process of the server."""
         server = int((self.folder / "data/postmaster.pid").read_text("utf-8").split()[0])
@@ -170,8 +179,13 @@ class Cluster:
         fail("no node leads")
 
     def is_complete(self) -> bool:
-        """Returns whether one node leads and two follow it, without a lag."""
-        return (sum(node.is_in_role("primary") for node in self.nodes) == 1
+        """Returns whether one node leads and two follow it, without a lag.
+
+        Patroni knows the lag from the leader's last report: after a change of the leader it says that there is none
+        of replicas that have not found the new one.
+        """
+        leaders = [node for node in self.nodes if node.is_in_role("primary")]
+        return (len(leaders) == 1 and leaders[0].followers() == 2
                 and sum(node.is_in_role("replica?lag=0") for node in self.nodes) == 2)
 
     def wait_until_complete(self) -> None:
