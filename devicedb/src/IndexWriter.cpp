@@ -211,15 +211,16 @@ void updateSearchIndex(SqlConnection& connection, ModuleKeys changed)
     if (changed.empty()) {
         return;
     }
+    ModuleKeys all = changed;
     connection.query("SELECT family, module_id FROM search_new", {}, 2,
                      [&](const SqlConnection::Row& row) {
-                         changed.insert({row[0], row[1]});
+                         all.insert({row[0], row[1]});
                      });
-    if (changed.size() <= mostNotIndexed) {
-        addToNotIndexed(connection, changed);
+    if (all.size() <= mostNotIndexed) {
+        addToNotIndexed(connection, changed); // not all: another program may be removing some
         return;
     }
-    IndexWriter(connection).writeBlocksOf(changed);
+    IndexWriter(connection).writeBlocksOf(all);
     connection.execute("DELETE FROM search_new");
 }
 

@@ -92,8 +92,12 @@ void SqlTransactions::commit()
 {
     requireTransaction();
     attempt("change", [this] {
-        updateSearchIndex(*ownConnection, changedKeys);
-        changedKeys.clear(); // not before: after a failure the host may commit again
+        try {
+            updateSearchIndex(*ownConnection, std::exchange(changedKeys, {}));
+        } catch (...) {
+            takeBack(true); // a part of the index may be written; a second commit must not store it
+            throw;
+        }
         commitTransaction();
     });
     inTransaction = false;

@@ -3,7 +3,13 @@
 #include <Failure.h>
 #include <TestDatabase.h>
 
+#include <Poco/Data/Statement.h>
+
 #include <gmock/gmock.h>
+
+#include <chrono>
+#include <future>
+#include <thread>
 
 namespace {
 
@@ -13,6 +19,7 @@ using devices::database::DeviceProperties;
 using devices::database::ModuleContent;
 using devices::database::ModuleToStore;
 using devices::database::PagedQuery;
+using Poco::Data::Keywords::now;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -111,6 +118,25 @@ TEST_P(SearchEdges, ComparesWithTextsAlone)
         }
         EXPECT_THAT(database.search({{bytes}, {}}), IsEmpty());
     }
+}
+
+// With SQL: it does not wait for the library's writers on PostgreSQL, nor they for it.
+TEST_P(SearchEdges, AnotherProgramMayRemoveAModuleMeanwhile)
+{
+    Poco::Data::Session other = place.otherProgram();
+    const std::string bytes = place.engine() == testkit::Engine::Sqlite ? "BLOB" : "BYTEA";
+    if (place.engine() == testkit::Engine::Sqlite) {
+        other << "PRAGMA foreign_keys = ON", now;
+    }
+    other.begin();
+    other << "DELETE FROM device_properties WHERE module_id = CAST('2000' AS " + bytes + ")", now;
+    auto insertion = std::async(std::launch::async,
+                                [this] { database.insert(device("3000"), contentNamed("N3000")); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    other.commit();
+    EXPECT_NO_THROW(insertion.get());
+    EXPECT_THAT(moduleIds(database.search({{"n3000"}, {}})), ElementsAre("3000"));
+    EXPECT_EQ(storedIds(url).size(), 301U);
 }
 
 } // namespace

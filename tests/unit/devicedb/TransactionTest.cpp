@@ -196,15 +196,16 @@ TEST_F(SqliteTransactions, FullDiskLeavesTheDatabaseAsItWas)
     EXPECT_THAT(storedIds(url), ElementsAre("1", "2"));
 }
 
-// Else the module would be stored, but in no search.
-TEST_F(SqliteTransactions, CommitAgainWritesTheSearchIndexAgain)
+// Else a part of the index would be stored, and modules would be in no search.
+TEST_F(SqliteTransactions, IsLostIfTheSearchIndexCannotBeWritten)
 {
     place.execute("CREATE TRIGGER refuse BEFORE INSERT ON search_new BEGIN"
                   " SELECT RAISE(ABORT, 'refused'); END");
     auto transaction = database.beginTransaction();
     database.insert(device("1"));
     EXPECT_THAT(failureOf([&] { transaction.commit(); }), HasSubstr("refused"));
-    EXPECT_THAT(failureOf([&] { transaction.commit(); }), HasSubstr("refused"));
+    EXPECT_FALSE(transaction.isAlive());
+    EXPECT_THAT(failureOf([&] { transaction.commit(); }), HasSubstr("rolled back"));
 }
 
 TEST_F(SqliteTransactions, OtherWriterIsWaitedForAndThenReported)
