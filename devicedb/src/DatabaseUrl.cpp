@@ -22,11 +22,16 @@ std::optional<std::string> textAfter(const std::string& scheme, const std::strin
     return url.substr(scheme.size());
 }
 
-// The part of an invalid URL that may be shown: its scheme, since a password may follow.
+// The part of an invalid URL that may be shown: its scheme, since a password may follow. It may
+// also be a connection string without a scheme.
 std::string shownPart(const std::string& url)
 {
     const auto colon = url.find(':');
-    return colon == std::string::npos ? url : url.substr(0, colon) + ":...";
+    const std::string begin = url.substr(0, colon);
+    if (begin.find_first_of("=@") != std::string::npos) {
+        return "...";
+    }
+    return colon == std::string::npos ? url : begin + ":...";
 }
 
 [[noreturn]] void reject(const std::string& shown, const std::string& reason)

@@ -10,6 +10,8 @@
 #include <array>
 #include <memory>
 
+#include <locale.h>
+
 namespace devices::database {
 
 namespace {
@@ -41,13 +43,44 @@ std::string withoutAllThatIsQuoted(const std::string& message)
                : message.substr(0, message.find('"')) + "\"...\"" + message.substr(end + 1);
 }
 
+// What follows the first "@" of a URL is its host: the rest of a password, if that holds another
+// one or a "/". Messages show hosts and databases.
+void requireNoRestOfPassword(const std::string& words)
+{
+    const auto scheme = words.find("://");
+    if (scheme == std::string::npos || words.compare(0, 8, "postgres") != 0) {
+        return;
+    }
+    const std::string rest = words.substr(scheme + 3);
+    const auto end = rest.find_first_of("@/");
+    const auto host = end != std::string::npos && rest[end] == '@' ? end + 1 : 0;
+    const std::string place = rest.substr(host, rest.find('?', host) - host);
+    if (place.find('@') != std::string::npos) {
+        fail("postgresql:...", "open",
+             "its connection string is invalid: host or database hold \"@\"; in a user name or a"
+             " password write %40 for \"@\" and %2F for \"/\"");
+    }
+}
+
+// A host may have chosen another language for libpq, and with it other quotes.
+Options parsedInEnglish(const std::string& words, char*& message)
+{
+    static const locale_t english = newlocale(LC_MESSAGES_MASK, "C", nullptr);
+    const locale_t before = uselocale(english);
+    Options options(PQconninfoParse(words.c_str(), &message), &PQconninfoFree);
+    uselocale(before);
+    return options;
+}
+
 Options parsed(const std::string& words)
 {
+    requireNoRestOfPassword(words);
     char* message = nullptr;
-    Options options(PQconninfoParse(words.c_str(), &message), &PQconninfoFree);
+    Options options = parsedInEnglish(words, message);
     if (options == nullptr) {
         const std::string reason = message == nullptr ? "out of memory" : message;
-        const bool hasQuotes = words.find('"') != std::string::npos;
+        const bool hasQuotes =
+            words.find('"') != std::string::npos || words.find("%22") != std::string::npos;
         PQfreemem(message);
         fail("postgresql:...", "open",
              "its connection string is invalid: " + Poco::trim(hasQuotes

@@ -26,6 +26,9 @@ std::string hintForMissing(const std::string& url)
 std::string hintForScheme(const std::string& url)
 {
     const std::size_t colon = url.find(':');
+    if (url.substr(0, colon).find_first_of("=@") != std::string::npos) {
+        return "name a server as postgresql:CONNECTION"; // not the URL: it may hold a password
+    }
     if (colon == std::string::npos) {
         return "name a file as " + sqliteScheme + url;
     }

@@ -58,12 +58,25 @@ TEST(PostgresqlWords, AreReadByLibpq)
 
 TEST(PostgresqlWords, ThatCannotBeReadAreNotShown)
 {
-    for (const char* words : {"host=/nowhere password=secret word", "secret", "password='secret",
-                              "//user:sec:ret@ho[st/db", "//u:a\"secret@[host",
-                              "password=a \"secret", "//user:secret@h:x%zz/db"}) {
+    for (const char* words :
+         {"host=/nowhere password=secret word", "secret", "password='secret",
+          "//user:sec:ret@ho[st/db", "//u:a\"secret@[host", "password=a \"secret",
+          "//user:secret@h:x%zz/db", "//user:se@cret@127.0.0.1:1/db", "//user:se/cret@127.0.0.1/db",
+          "//127.0.0.1/db?password=a&b%22cret=x"}) {
         EXPECT_THAT(serverFailure(std::string("postgresql:") + words), Not(HasSubstr("ret")))
             << words;
     }
+}
+
+TEST(PostgresqlWords, OfAUrlExplainWhatIsToBeEncoded)
+{
+    EXPECT_EQ(
+        serverFailure("postgresql://user:se@cret@host/db"),
+        "Cannot open device database postgresql:...: its connection string is invalid: host "
+        "or database hold \"@\"; in a user name or a password write %40 for \"@\" and %2F for "
+        "\"/\"");
+    EXPECT_THAT(serverFailure("postgresql://u%40x:a%2Fb@/db?host=/nowhere"),
+                HasSubstr("/nowhere/.s.PGSQL.5432"));
 }
 
 TEST(PostgresqlWords, OfAnUnreachableHostNameHostAndDatabaseAndNoPassword)

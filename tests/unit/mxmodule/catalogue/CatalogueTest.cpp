@@ -266,6 +266,8 @@ TEST(ClosedCatalogue, ofAnUnknownSchemeIsExplained)
               "did you mean \"sqlite:\"?");
     EXPECT_EQ(reasonOf([] { Catalogue::openOrCreate("x.sqlite"); }).hint,
               "name a file as sqlite:x.sqlite");
+    EXPECT_EQ(reasonOf([] { Catalogue::open("host=db password=s3cret"); }).hint,
+              "name a server as postgresql:CONNECTION");
     const Finding secret = reasonOf([] { Catalogue::open("other:password=s3cret"); });
     EXPECT_EQ(secret.hint, "");
     EXPECT_EQ(secret.origin, Origin::Output);
