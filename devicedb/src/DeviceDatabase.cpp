@@ -86,17 +86,18 @@ std::vector<ModuleSummary> DeviceDatabase::search(const ModuleQuery& query)
 std::vector<ModuleSummary> DeviceDatabase::searchPage(const PagedQuery& query)
 {
     std::vector<ModuleSummary> found;
-    searchPage(query, [&](const ModuleSummary& module) {
+    const auto take = [&](const ModuleSummary& module) {
         found.push_back(module);
         return true;
-    });
+    };
+    store->search(query, take, [&] { found.clear(); });
     return found;
 }
 
 void DeviceDatabase::searchPage(const PagedQuery& query,
                                 const std::function<bool(const ModuleSummary&)>& take)
 {
-    store->search(query, take);
+    store->search(query, take, nullptr);
 }
 
 SearchExplanation DeviceDatabase::explain(const PagedQuery& query)

@@ -59,8 +59,11 @@ public:
     virtual std::vector<DeviceProperties> list() = 0;
 
     /// Calls `take` with the modules that match `query`, in its order, until it returns false.
+    /// After a lost connection it calls `forget` and begins again; without `forget` only if `take`
+    /// was not called.
     virtual void search(const PagedQuery& query,
-                        const std::function<bool(const ModuleSummary&)>& take) = 0;
+                        const std::function<bool(const ModuleSummary&)>& take,
+                        const std::function<void()>& forget) = 0;
 
     /// Returns how `search` finds them.
     virtual SearchExplanation explain(const PagedQuery& query) = 0;

@@ -163,15 +163,19 @@ auto SqlRecordStore::searchedState(Work work) -> decltype(work())
     });
 }
 
-// Only a search that has given nothing is repeated. What `take` throws is not the database's.
-void SqlRecordStore::search(const PagedQuery& query, const SummaryTaker& take)
+// What `take` throws is not the database's.
+void SqlRecordStore::search(const PagedQuery& query, const SummaryTaker& take,
+                            const std::function<void()>& forget)
 {
     bool isTaken = false;
     const auto noted = [&](const ModuleSummary& module) {
-        isTaken = true;
+        isTaken = !forget;
         return take(module);
     };
     transactions.readUnlessBegun(isTaken, [&] {
+        if (forget) {
+            forget();
+        }
         try {
             return searchedState([&] {
                 searchModules(transactions.connection(), transactions.schemaVersionFound(), query,

@@ -36,7 +36,8 @@ public:
     std::vector<StoredModule>
     findAllWithContent(const std::vector<ModuleSummary>& modules) override;
     std::vector<DeviceProperties> list() override;
-    void search(const PagedQuery& query, const SummaryTaker& take) override;
+    void search(const PagedQuery& query, const SummaryTaker& take,
+                const std::function<void()>& forget) override;
     SearchExplanation explain(const PagedQuery& query) override;
     ModuleCounts counts() override;
     std::optional<ModuleContent> content(const std::string& family,

@@ -8,7 +8,9 @@
 #include <text/NearestWords.h>
 #include <text/Utf8.h>
 
+#include <algorithm>
 #include <exception>
+#include <functional>
 #include <utility>
 
 namespace mxmodule {
@@ -62,8 +64,21 @@ Finding notOfFamily(const devices::database::ModuleKey& stated, const std::strin
             "", Origin::Request};
 }
 
-// Calls `take` until it returns false. Returns whether the list has the module after which it is to
-// go on. What `take` throws is not a failure of the database.
+// Runs `read`. Returns whether the list has the module after which it is to go on.
+bool isRead(const std::function<void()>& read)
+{
+    return withDatabase("", [&] {
+        try {
+            read();
+            return true;
+        } catch (const NotInList&) {
+            return false;
+        }
+    });
+}
+
+// Calls `take` until it returns false; else as `isRead`. What `take` throws is not a failure of the
+// database.
 bool searchDatabase(DeviceDatabase& database, const PagedQuery& query,
                     const std::function<bool(const CatalogueEntry&)>& take)
 {
@@ -76,14 +91,7 @@ bool searchDatabase(DeviceDatabase& database, const PagedQuery& query,
             return false;
         }
     };
-    const bool isInList = withDatabase("", [&] {
-        try {
-            database.searchPage(query, takeOrEnd);
-            return true;
-        } catch (const NotInList&) {
-            return false;
-        }
-    });
+    const bool isInList = isRead([&] { database.searchPage(query, takeOrEnd); });
     if (thrown != nullptr) {
         std::rethrow_exception(thrown);
     }
@@ -107,10 +115,9 @@ SearchExplanation::Source sourceOf(devices::database::SearchExplanation::Source 
 Finding unknownModuleIn(DeviceDatabase& database, const std::string& moduleId)
 {
     std::vector<std::string> ids;
-    searchDatabase(database, {}, [&](const CatalogueEntry& module) {
-        ids.push_back(module.moduleId);
-        return true;
-    });
+    for (const ModuleSummary& module : withDatabase("", [&] { return database.searchPage({}); })) {
+        ids.push_back(entryOf(module).moduleId);
+    }
     Finding finding{Severity::Error, "",
                     fmt::format("Module {} is not in the database, expected eight hexadecimal "
                                 "digits of one that is",
@@ -158,13 +165,16 @@ void Catalogue::search(const CatalogueQuery& query,
     }
 }
 
+// As a list of the database, which is read again after a lost connection.
 std::vector<CatalogueEntry> Catalogue::search(const CatalogueQuery& query)
 {
-    std::vector<CatalogueEntry> modules;
-    search(query, [&](const CatalogueEntry& module) {
-        modules.push_back(module);
-        return true;
-    });
+    const PagedQuery searched = withFamily(query.content->query, content->database);
+    std::vector<ModuleSummary> found;
+    if (!isRead([&] { found = content->database.searchPage(searched); })) {
+        throw Failure(notInListOf(content->database, *searched.after));
+    }
+    std::vector<CatalogueEntry> modules(found.size());
+    std::transform(found.begin(), found.end(), modules.begin(), entryOf);
     return modules;
 }
 
