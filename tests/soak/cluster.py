@@ -9,6 +9,7 @@ process, however it ends. --short: two kills instead of twenty. Ends with 1 at t
 """
 from __future__ import annotations
 
+import http.client
 import json
 import os
 import pathlib
@@ -115,7 +116,7 @@ class Node:
             with urllib.request.urlopen(f"http://127.0.0.1:{self.api}/patroni", timeout=5) as answer:
                 return sum(server["state"] == "streaming"
                            for server in json.load(answer).get("replication", []))
-        except (urllib.error.URLError, OSError):
+        except (urllib.error.URLError, OSError, ValueError, http.client.HTTPException):
             return 0
 
     def kill(self) -> None:

@@ -85,7 +85,7 @@ struct SearchExplanation
     std::string sql;                ///< With it the modules are read: $1 ... are values.
 };
 
-/// How many modules a database has, and of how many it knows the texts.
+/// How many modules a database has, and of how many it has the content.
 struct ModuleCounts
 {
     std::uint64_t modules = 0;     ///< Records.
