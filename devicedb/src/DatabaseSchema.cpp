@@ -6,6 +6,7 @@
 #include "SqlSchema.h"
 
 #include <Poco/Thread.h>
+#include <Poco/Timestamp.h>
 
 #include <vector>
 
@@ -41,10 +42,44 @@ void copyRights(SqlConnection& connection)
     }
 }
 
+bool isKeptFromReaders(SqlConnection& connection)
+{
+    try {
+        connection.execute(connection.dialect().keepReadersOut);
+        return true;
+    } catch (const SqlFailure& failure) {
+        if (failure.concern != SqlFailure::Concern::Statement) {
+            throw;
+        }
+        return false;
+    }
+}
+
+// Those who begin to read while a lock is waited for wait too, and some lock in another order: each
+// attempt is short, and gives back what it has.
+void keepReadersOut(SqlConnection& connection)
+{
+    if (connection.dialect().keepReadersOut == nullptr) {
+        return;
+    }
+    constexpr long pause = 100; // milliseconds
+    const Poco::Timestamp start;
+    const auto longest = Poco::Timestamp::resolution() * connection.dialect().secondsToWait;
+    connection.execute("SAVEPOINT readable");
+    while (!isKeptFromReaders(connection)) {
+        if (start.elapsed() >= longest) {
+            throw SqlFailure("others have been reading its tables for as long as writers wait");
+        }
+        connection.execute("ROLLBACK TO SAVEPOINT readable");
+        Poco::Thread::sleep(pause);
+    }
+}
+
 void addSearchTables(SqlConnection& connection)
 {
     fillSearchTables(connection);
     copyRights(connection);
+    keepReadersOut(connection);
     executeAll(sqlEndingVersion4(connection.dialect()), connection);
 }
 
@@ -66,18 +101,23 @@ void DatabaseSchema::prepare(OpenMode mode)
         fail(shownName, "open", "it holds no device database");
     }
     if (version != schemaVersion) {
-        migrateUnlessReadable(version);
+        migrateUnlessReadable(version, mode);
     }
 }
 
-void DatabaseSchema::migrateUnlessReadable(int version)
+// Someone who only reads need not wait until another process has migrated a large database.
+void DatabaseSchema::migrateUnlessReadable(int version, OpenMode mode)
 {
     try {
         migrate(version == 0 ? 10 : 1);
         found = schemaVersion;
     } catch (const SqlFailure& failure) {
-        if (failure.allowsReading() && version >= readableVersion) {
+        const bool isLost = failure.concern == SqlFailure::Concern::Connection;
+        if (version >= readableVersion &&
+            (failure.allowsReading() || (mode == OpenMode::ExistingOnly && !isLost))) {
             whyNotMigrated = failure.what();
+            concernOfChanges =
+                failure.allowsReading() ? failure.concern : SqlFailure::Concern::Change;
             return;
         }
         if (version == 0) {
@@ -109,7 +149,7 @@ void DatabaseSchema::migrate(int attempts)
             if (readVersion() == schemaVersion) {
                 return;
             }
-            if (attemptNumber == attempts || failure.allowsReading()) {
+            if (attemptNumber == attempts || failure.concern != SqlFailure::Concern::Statement) {
                 throw;
             }
             Poco::Thread::sleep(pause);
@@ -182,7 +222,7 @@ void DatabaseSchema::requireNewest() const
         throw SqlFailure("its schema of version " + std::to_string(found) +
                              " could not be migrated to version " + std::to_string(schemaVersion) +
                              ": " + whyNotMigrated,
-                         SqlFailure::Concern::Change);
+                         concernOfChanges);
     }
 }
 

@@ -32,13 +32,14 @@ private:
     int readVersion();
     void migrate(int attempts);
     void migrateFrom(int version);
-    void migrateUnlessReadable(int version);
+    void migrateUnlessReadable(int version, OpenMode mode);
     void rollBack();
 
     const std::string& shownName;
     SqlConnection& connection;
     int found = 0;
     std::string whyNotMigrated;
+    SqlFailure::Concern concernOfChanges = SqlFailure::Concern::Change;
 };
 
 } // namespace devices::database

@@ -32,9 +32,7 @@ constexpr const char* countTables =
     " (SELECT oid FROM pg_catalog.pg_namespace WHERE nspname = current_schema())";
 
 // A foreign key costs a query of the server for each row: with those of the content a populate
-// takes twice as long. Dropping one locks its table, then the one it refers to. Those who read take
-// the modules first: so does the statement before, which changes nothing, or both would wait for
-// ever.
+// takes twice as long.
 //
 // Writers lock the one row of the version table first. So writers cannot deadlock, and readers
 // never wait. A writer that waited reads what was committed meanwhile, whatever the server's
@@ -60,11 +58,14 @@ SqlDialect dialectWaiting(unsigned seconds)
             " ('search_new'), ('search_blocks'), ('search_members'), ('search_parts')) AS t (name)"
             " WHERE table_schema = current_schema() AND table_name = 'modules' AND grantee <>"
             " current_user AND privilege_type IN ('SELECT', 'INSERT', 'UPDATE', 'DELETE')",
-            "ALTER TABLE modules ALTER COLUMN label SET NOT NULL;"
             "ALTER TABLE channels DROP CONSTRAINT IF EXISTS channels_family_module_fkey;"
             "ALTER TABLE parameters DROP CONSTRAINT IF EXISTS parameters_family_module_fkey;"
             "ALTER TABLE options DROP CONSTRAINT IF EXISTS"
-            " options_family_module_parameter_position_fkey"};
+            " options_family_module_parameter_position_fkey",
+            "SET LOCAL lock_timeout = 200;" // less than deadlock_timeout
+            "LOCK TABLE device_properties, modules, channels, parameters, options"
+            " IN ACCESS EXCLUSIVE MODE",
+            seconds};
 }
 
 // Otherwise libpq prints notices to the standard error.

@@ -74,6 +74,10 @@ struct SqlDialect
     /// Removes the foreign keys of the tables of channels, parameters and options, whose rows then
     /// do not go with those of the modules; null in an engine in which the keys cost little.
     const char* dropContentKeys;
+    /// Keeps readers from the tables of version 3 until the transaction ends; fails after a moment
+    /// if there are some. Null in an engine in which they do not matter.
+    const char* keepReadersOut;
+    unsigned secondsToWait; ///< How long a writer waits for others.
 };
 
 /// The type of the cells of a column. A number is in decimal.

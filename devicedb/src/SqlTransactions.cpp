@@ -51,8 +51,8 @@ bool SqlTransactions::connectAgain(const SqlFailure& failure, Access access)
 
 void SqlTransactions::startTransaction()
 {
-    schema.requireNewest();
     repeatable(Access::Change, false, [this] {
+        schema.requireNewest(); // of a server that only reads: another one may be migrated
         try {
             ownConnection->execute(ownConnection->dialect().beginWriting + "; " +
                                    ownConnection->dialect().claimWriting); // one round trip

@@ -145,7 +145,9 @@ const SqlDialect& SqliteConnection::dialect() const
         " WHEN NEW.written_by IS NULL BEGIN SELECT RAISE(ABORT,"
         " 'library_is_older_than_schema_version_4'); END",
         nullptr,
-        nullptr};
+        nullptr,
+        nullptr,
+        0};
     return sqlite;
 }
 

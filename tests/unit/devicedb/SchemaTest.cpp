@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <cstdlib>
 #include <thread>
 
 namespace {
@@ -124,6 +126,21 @@ TEST_P(Schema, ManyCanOpenANewDatabaseAtOnce)
         EXPECT_THAT(failures, Each(""));
         EXPECT_EQ(storedIds(fresh.url()).size(), 8U);
     }
+}
+
+TEST(SqliteSchema, NewFileThatIsLockedIsWaitedForAsLongAsStated)
+{
+    const testkit::TestDatabase place(testkit::Engine::Sqlite);
+    Poco::Data::Session other = place.otherProgram();
+    other << "BEGIN IMMEDIATE", Poco::Data::Keywords::now;
+    setenv("DEVICE_DATABASE_WAIT", "1", 1);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(failureOf([&] { DeviceDatabase{place.url()}; }),
+              "Cannot open device database " + place.url() + ": database is locked");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    unsetenv("DEVICE_DATABASE_WAIT");
+    other << "ROLLBACK", Poco::Data::Keywords::now;
+    DeviceDatabase{place.url()};
 }
 
 } // namespace

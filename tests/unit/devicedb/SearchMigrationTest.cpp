@@ -142,6 +142,40 @@ TEST_P(SearchMigration, WaitsForAWriterAsLongAsStated)
     EXPECT_THAT(found({"n1205"}), ElementsAre("1205"));
 }
 
+// Who only reads has the database as it is, instead of none.
+TEST_P(SearchMigration, IsNotNeededToRead)
+{
+    place.becomeVersion(3);
+    Poco::Data::Session writer = place.otherProgram();
+    writer.begin();
+    writer << "UPDATE schema_version SET version = version", now;
+    setenv("DEVICE_DATABASE_WAIT", "1", 1);
+    DeviceDatabase reader(url, devices::database::OpenMode::ExistingOnly);
+    unsetenv("DEVICE_DATABASE_WAIT");
+    EXPECT_EQ(moduleIds(reader.search({{"n1205"}, {}})), std::vector<std::string>{"1205"});
+    EXPECT_THAT(failureOf([&] { reader.remove("1205"); }),
+                HasSubstr("its schema of version 3 could not be migrated to version 4: "));
+    writer.rollback();
+    EXPECT_THAT(found({"n1205"}), ElementsAre("1205"));
+}
+
+// Else the migration would hold the other tables until it has the last one.
+TEST_P(SearchMigration, LetsOthersReadWhileItWaitsForOne)
+{
+    place.becomeVersion(3);
+    Poco::Data::Session slow = place.otherProgram();
+    int count = 0;
+    slow.begin();
+    slow << "SELECT count(*) FROM options", into(count), now;
+    auto migration = std::async(std::launch::async, [this] { DeviceDatabase{url}; });
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    place.otherProgram() << "SELECT count(*) FROM device_properties", into(count), now;
+    slow << "SELECT count(*) FROM modules", into(count), now; // in another order than the library
+    slow.commit();
+    EXPECT_NO_THROW(migration.get());
+    EXPECT_THAT(found({"n1205"}), ElementsAre("1205"));
+}
+
 // One state of the database, read table after table, as for the content of a module.
 TEST_P(SearchMigration, LetsOthersReadAllTables)
 {

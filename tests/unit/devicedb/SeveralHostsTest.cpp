@@ -242,6 +242,8 @@ TEST_F(HostsPostgresql, OlderSchemaOfAServerThatOnlyReadsIsRead)
     place.execute("UPDATE schema_version SET version = 2");
     DeviceDatabase reader(readOnlyUrl(), OpenMode::ExistingOnly);
     EXPECT_THAT(moduleIds(reader.list()), ElementsAre("1"));
+    EXPECT_THAT(failureOf([&] { reader.remove("1"); }),
+                testing::HasSubstr("no server accepts changes: ")); // one was looked for
 }
 
 TEST_F(HostsPostgresql, OnlyReadersAskedForAreNotChanged)
