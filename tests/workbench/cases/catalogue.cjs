@@ -26,16 +26,17 @@ async function addCondition(page, property, comparison, value) {
   await page.fillField("Value", value, "Enter");
 }
 
-/** A folder with a catalogue of `count` modules, each MX0304 with another identifier. */
+/** A folder with a catalogue of one module without "ai" and of `count` modules with it, each MX0304 with another identifier. */
 async function withManyModules(t, count) {
   const workplace = t.workplace();
-  const file = fs.readFileSync(workplace.path("modules/MX0304.bin"));
-  const place = file.indexOf(Buffer.from("5a030304", "hex"));
   fs.mkdirSync(workplace.path("many"));
-  for (let index = 0; index < count; ++index) {
-    file.writeUInt32BE(0x1000 + index, place);
-    fs.writeFileSync(workplace.path(`many/MX${index}.bin`), file);
-  }
+  const write = (example, moduleId, number) => {
+    const file = fs.readFileSync(workplace.path(`modules/${example}.bin`));
+    file.writeUInt32BE(number, file.indexOf(Buffer.from(moduleId, "hex")));
+    fs.writeFileSync(workplace.path(`many/MX${number}.bin`), file);
+  };
+  write("MX0001", "0bc1e800", 1);
+  for (let index = 0; index < count; ++index) write("MX0304", "5a030304", 0x1000 + index);
   await workplace.run("populate", "many", "--db", "sqlite:many.sqlite");
   return workplace;
 }
