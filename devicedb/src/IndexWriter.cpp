@@ -206,7 +206,7 @@ private:
 
 // The table stays small: the rows of a large populate would slow down each search until the server
 // has cleared them away.
-void updateSearchIndex(SqlConnection& connection, ModuleKeys changed)
+void updateSearchIndex(SqlConnection& connection, const ModuleKeys& changed)
 {
     if (changed.empty()) {
         return;

@@ -18,7 +18,7 @@ constexpr std::size_t mostNotIndexed = 256;
 /// block has the modules from its first key up to that of the next block, so that modules are found
 /// in the order of their keys. Blocks are written anew as a whole: that is slow and keeps them
 /// small and fast to read, and a catalogue is searched far more often than changed.
-void updateSearchIndex(SqlConnection& connection, ModuleKeys changed);
+void updateSearchIndex(SqlConnection& connection, const ModuleKeys& changed);
 
 /// Adds them in any case, so that a search finds them before the transaction ends.
 void addToNotIndexed(SqlConnection& connection, const ModuleKeys& changed);

@@ -8,7 +8,6 @@
 #include "SummaryRow.h"
 
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace devices::database {
@@ -60,7 +59,7 @@ void fillSearchTables(SqlConnection& connection)
         }
         last = keyOf(modules.back());
     }
-    updateSearchIndex(connection, std::move(all));
+    updateSearchIndex(connection, all);
 }
 
 } // namespace devices::database
